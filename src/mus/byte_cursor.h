@@ -1,0 +1,62 @@
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "mus/format.h"
+
+namespace kiv {
+
+/// Walks over bytes without ever leaving them. What lies beyond the end reads as 0, and from then on ok() is false.
+class ByteCursor {
+ public:
+  ByteCursor() = default;
+  explicit ByteCursor(std::string_view bytes) : bytes_(bytes) {}
+
+  bool ok() const { return ok_; }
+  std::size_t position() const { return position_; }
+  std::size_t left() const { return bytes_.size() - position_; }
+
+  /// The next count bytes, or as many as are left.
+  std::string_view take(std::size_t count) {
+    ok_ = ok_ && count <= left();
+    const std::string_view taken = bytes_.substr(position_, count);
+    position_ += taken.size();
+    return taken;
+  }
+
+  std::uint32_t takeByte() {
+    const std::string_view byte = take(1);
+    return byte.empty() ? 0 : byteAt(byte, 0);
+  }
+
+  /// A little-endian word as a float.
+  float takeFloat() {
+    if (left() >= bytesPerWord) {
+      return floatAt(take(bytesPerWord), 0);
+    }
+    std::string padded(take(bytesPerWord));
+    padded.resize(bytesPerWord);
+    return floatAt(padded, 0);
+  }
+
+  /// The little-endian float at a byte offset. Its four bytes must be there.
+  static float floatAt(std::string_view bytes, std::size_t offset) {
+    return std::bit_cast<float>(byteAt(bytes, offset) | byteAt(bytes, offset + 1) << 8U |
+                                byteAt(bytes, offset + 2) << 16U | byteAt(bytes, offset + 3) << 24U);
+  }
+
+  static std::uint32_t byteAt(std::string_view bytes, std::size_t offset) {
+    return static_cast<unsigned char>(bytes[offset]);
+  }
+
+ private:
+  std::string_view bytes_;
+  std::size_t position_ = 0;
+  bool ok_ = true;
+};
+
+}  // namespace kiv

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstddef>
+
+/// The numbers of the MUS page format; docs/mus-format.md describes it.
+namespace kiv {
+
+constexpr std::size_t bytesPerWord = 4;
+constexpr std::size_t headerBytes = 2;
+constexpr int trailerWords = 6;
+constexpr int shortTrailerWords = 5;  ///< a trailer of one word less is accepted, and not read
+
+/// Parameters of one item that the system keeps: P1 .. P20.
+constexpr int parameterCount = 20;
+/// Items that the item table holds.
+constexpr int itemLimit = 5000;
+/// The longest item has a length word that a 16-bit integer can hold.
+constexpr int longestItem = 32767;
+/// Words of the longest file that the reader may touch: a whole file by its header, and an item begun at its end.
+constexpr std::size_t readableBytes = headerBytes + bytesPerWord * (32767U + longestItem + 1U);
+
+/// Words before the first text chunk of a text item: its parameters P1 .. P13.
+constexpr int textHeadWords = 13;
+constexpr std::size_t shortTextCharacters = 5;  ///< of a short text's chunks, these are its text
+
+namespace type {
+constexpr float lowest = 1;
+constexpr float highest = 18;
+constexpr float note = 1;
+constexpr float rest = 2;  ///< also the cue markers
+constexpr float clef = 3;
+constexpr float staff = 8;
+constexpr float shortText = 11;
+constexpr float barline = 14;
+constexpr float text = 15;
+constexpr float countedText = 16;
+constexpr float keySignature = 17;
+constexpr float timeSignature = 18;
+}  // namespace type
+
+/// Parameter numbers. Several names share a number: what a parameter means depends on the type.
+namespace par {
+constexpr int type = 1;
+constexpr int staff = 2;            // P2 of every item
+constexpr int position = 3;         // P3 of every item, in page units
+constexpr int height = 4;           // P4 of notes, rests, clefs
+constexpr int spannedStaves = 4;    // P4 of barlines
+constexpr int kind = 5;             // P5 of clefs, barlines, rests
+constexpr int size = 5;             // P5 of staves
+constexpr int key = 5;              // P5 of key signatures
+constexpr int upperNumber = 5;      // P5 of time signatures
+constexpr int restForm = 6;         // P6 of rests
+constexpr int keyType = 6;          // P6 of key signatures
+constexpr int lowerNumber = 6;      // P6 of time signatures
+constexpr int lines = 7;            // P7 of staves; -1 hides the staff
+constexpr int duration = 7;         // P7 of notes and rests, in quarter notes
+constexpr int instrument = 9;       // P9 of staves
+constexpr int textLength = 12;      // P12 of counted texts
+constexpr int cuedInstrument = 13;  // P13 of cue markers
+constexpr int system = 18;          // P18, in memory only
+constexpr int stavesUp = 19;        // P19 of staves, in memory only
+constexpr int mark = 20;            // P20, in memory only: bottom staff, left barline
+}  // namespace par
+
+/// Barline kinds below this one are barlines proper; the others are braces and brackets.
+constexpr float highestBarlineKind = 7;
+
+}  // namespace kiv

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "mus/format.h"
+#include "platform/host.h"
+
+namespace kiv {
+
+/// One item: its parameters P1 .. P20 and its text. A parameter that the item does not have is 0.
+struct Item {
+  std::array<float, parameterCount + 1> par{};  ///< par[p] is Pp; par[0] is never used
+  std::string text;
+
+  bool operator==(const Item&) const = default;
+};
+
+/// The items of one page, numbered from 1 to itemCount(), at most 5000.
+///
+/// Rows beyond itemCount() keep what they last held for as long as the table lives; the search for undefined cues
+/// reads one of them.
+class ItemTable {
+ public:
+  ItemTable() : rows_(itemLimit + 1) {}
+
+  std::int16_t itemCount() const { return itemCount_; }
+
+  /// Starts the table afresh without touching its rows.
+  void restart() { itemCount_ = 0; }
+
+  /// Parameter p (1 .. 20) of item i. Rows 1 .. 5000 may be named whatever the count is.
+  float itemPar(int i, int p) const { return row(i).par[static_cast<std::size_t>(p)]; }
+  float& itemPar(int i, int p) { return row(i).par[static_cast<std::size_t>(p)]; }
+
+  const std::string& itemText(int i) const { return row(i).text; }
+  std::string& itemText(int i) { return row(i).text; }
+
+  /// Appends P1 .. P20 and the text. The 5001st item ends the program.
+  void store_item(Host& host, const Item& item);
+
+  /// Puts the rows 1 .. itemCount() in the order given: row i becomes what row order[i - 1] was.
+  void reorder(const std::vector<std::int16_t>& order);
+
+ private:
+  const Item& row(int i) const { return rows_[static_cast<std::size_t>(i)]; }
+  Item& row(int i) { return rows_[static_cast<std::size_t>(i)]; }
+
+  std::int16_t itemCount_ = 0;
+  std::vector<Item> rows_;
+};
+
+}  // namespace kiv

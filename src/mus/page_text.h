@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace kiv {
+
+/// A page file as readable text, one item a line, each with its number and its byte offset. Any bytes can be shown:
+/// from a place on that is no item, they are listed as hexadecimal numbers. docs/page-text.md describes the text.
+std::string dumpPage(std::string_view file);
+
+/// Where and why a text is no page.
+struct PageTextError {
+  int line = 0;  ///< counted from 1
+  std::string reason;
+
+  bool operator==(const PageTextError&) const = default;
+};
+
+/// The bytes of the page file that the text describes. What dumpPage made gives the very bytes it was made of.
+std::variant<std::string, PageTextError> buildPage(std::string_view text);
+
+}  // namespace kiv

@@ -1,0 +1,131 @@
+#include "mus/page_walker.h"
+
+#include <algorithm>
+
+#include "mus/number.h"
+
+namespace kiv {
+
+PageWalker::PageWalker(std::string_view file) : file_(file), cursor_(file) {
+  const std::string_view header = cursor_.take(headerBytes);
+  if (cursor_.ok()) {
+    fileWords_ = static_cast<std::int16_t>(ByteCursor::byteAt(header, 0) | ByteCursor::byteAt(header, 1) << 8U);
+  }
+}
+
+float PageWalker::read_word() {
+  ++wordsRead_;
+  return cursor_.takeFloat();
+}
+
+void PageWalker::read_word_text() {
+  ++wordsRead_;
+  cursor_.take(bytesPerWord);
+}
+
+std::uint32_t PageWalker::read_byte() {
+  return cursor_.takeByte();
+}
+
+void PageWalker::read_trailer() {
+  read_word_text();
+  std::uint32_t number = read_byte();
+  number += read_byte() << 8U;
+  number += read_byte() << 16U;
+  trailerNumberText_ = std::to_string(number) + " ";
+  read_byte();
+  read_word_text();
+  unitText_ = read_word() == 0 ? "(Inches)" : "(Metric)";
+}
+
+ReadStatus PageWalker::findItem() {
+  if (wordsRead_ > fileWords_) {
+    return ReadStatus::structuralError;
+  }
+  if (wordsRead_ == fileWords_ - trailerWords) {
+    read_trailer();
+    return ReadStatus::endOfItems;
+  }
+  if (wordsRead_ == fileWords_ - shortTrailerWords) {
+    return ReadStatus::endOfItems;
+  }
+  ++itemsInFile_;
+  itemOffset_ = cursor_.position();
+  if (!findLength()) {
+    return ReadStatus::structuralError;
+  }
+  type_ = read_word();
+  if (!(type_ >= type::lowest && type_ <= type::highest)) {
+    return ReadStatus::structuralError;
+  }
+  hasText_ = type_ == type::text || type_ == type::shortText || type_ == type::countedText;
+  return hasText_ ? findTextItem() : findPlainItem();
+}
+
+bool PageWalker::findLength() {
+  lengthWord_ = read_word();
+  if (!cursor_.ok() || !(lengthWord_ > 1 && lengthWord_ <= longestItem + 1)) {
+    return false;
+  }
+  const auto whole = static_cast<std::int32_t>(lengthWord_);
+  const bool isWhole = static_cast<float>(whole) == lengthWord_ && whole <= longestItem;
+  itemLength_ = isWhole ? static_cast<std::int16_t>(whole) : toInt16(lengthWord_).value_or(0);
+  return itemLength_ >= 2;
+}
+
+bool PageWalker::takeParameters(int count) {
+  const std::size_t start = cursor_.position();
+  cursor_.take(bytesPerWord * static_cast<std::size_t>(count - 1));
+  parameters_ = start - bytesPerWord;
+  wordsRead_ += count - 1;
+  return cursor_.ok();
+}
+
+ReadStatus PageWalker::findPlainItem() {
+  keptParameters_ = std::min<int>(itemLength_, parameterCount);
+  if (itemLength_ <= parameterCount) {
+    return takeParameters(itemLength_) ? ReadStatus::itemRead : ReadStatus::structuralError;
+  }
+  // The parameter that finds no place is read before it is missed: a file that ends sooner is a broken one.
+  return takeParameters(parameterCount + 1) ? ReadStatus::tooManyParameters : ReadStatus::structuralError;
+}
+
+ReadStatus PageWalker::findTextItem() {
+  if (itemLength_ <= textHeadWords || !takeParameters(itemLength_)) {
+    return ReadStatus::structuralError;
+  }
+  keptParameters_ = type_ == type::text ? textHeadWords : textHeadWords - 1;
+  return textLengthFits() ? ReadStatus::itemRead : ReadStatus::structuralError;
+}
+
+bool PageWalker::textLengthFits() const {
+  return type_ != type::countedText || toInt32(par(par::textLength)).value_or(-1) >= 0;
+}
+
+float PageWalker::storedPar(int p) const {
+  const int carried = hasText_ ? textHeadWords : keptParameters_;
+  return p <= carried ? ByteCursor::floatAt(file_, parameters_ + bytesPerWord * static_cast<std::size_t>(p - 1)) : 0;
+}
+
+std::string_view PageWalker::chunks() const {
+  if (!hasText_) {
+    return {};
+  }
+  return file_.substr(parameters_ + bytesPerWord * textHeadWords,
+                      bytesPerWord * static_cast<std::size_t>(itemLength_ - textHeadWords));
+}
+
+void PageWalker::decode(Item& item) const {
+  for (int p = 1; p <= parameterCount; ++p) {
+    item.par[static_cast<std::size_t>(p)] = par(p);
+  }
+  std::string_view text = chunks();
+  if (type_ == type::shortText) {
+    text = text.substr(0, shortTextCharacters);
+  } else if (type_ == type::countedText) {
+    text = text.substr(0, static_cast<std::size_t>(toInt32(par(par::textLength)).value_or(0)));
+  }
+  item.text = text;
+}
+
+}  // namespace kiv

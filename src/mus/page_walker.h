@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "mus/byte_cursor.h"
+#include "mus/item_table.h"
+
+namespace kiv {
+
+/// What the walk over a page met. The first three are the reader's status codes.
+enum class ReadStatus : std::int16_t {
+  itemRead = 0,
+  structuralError = 1,
+  endOfItems = 2,
+  tooManyParameters = 3,  ///< an item without text that has more than 20
+};
+
+/// Walks item by item over the bytes of a page file, which must outlive it.
+///
+/// Finding an item touches only its first words; its parameters are decoded when they are asked for.
+class PageWalker {
+ public:
+  PageWalker() = default;
+  /// Starts before the first item. Bytes that hold no whole header make the first step a structural error.
+  explicit PageWalker(std::string_view file);
+
+  /// Finds the next item, or the end.
+  ReadStatus findItem();
+
+  std::int16_t fileWords() const { return fileWords_; }
+  /// Words consumed since the header. The single bytes of the trailer number do not count.
+  std::int32_t wordsRead() const { return wordsRead_; }
+  /// Items begun.
+  std::int16_t itemsInFile() const { return itemsInFile_; }
+  /// Offset of the next byte to be read, from the start of the file.
+  std::size_t position() const { return cursor_.position(); }
+
+  // --- the item found last ---
+
+  std::size_t itemOffset() const { return itemOffset_; }
+  /// The length word as it stands in the file; itemLength() is it as a whole number.
+  float lengthWord() const { return lengthWord_; }
+  std::int16_t itemLength() const { return itemLength_; }
+  float type() const { return type_; }
+  bool hasText() const { return hasText_; }
+  /// Parameter p (1 .. 20) as it stands in the file, P13 of every text item included; 0 beyond the item's end.
+  float storedPar(int p) const;
+  /// Parameter p (1 .. 20) as the reader keeps it.
+  float par(int p) const { return p <= keptParameters_ ? storedPar(p) : 0; }
+  /// All text chunks of a text item.
+  std::string_view chunks() const;
+  /// Fills in all that the reader keeps of the item: parameters and text.
+  void decode(Item& item) const;
+
+  // --- the trailer, once it was reached ---
+
+  const std::string& trailerNumberText() const { return trailerNumberText_; }
+  const std::string& unitText() const { return unitText_; }
+
+ private:
+  float read_word();
+  void read_word_text();
+  std::uint32_t read_byte();
+  void read_trailer();
+  bool findLength();
+  ReadStatus findPlainItem();
+  ReadStatus findTextItem();
+  bool takeParameters(int count);
+  bool textLengthFits() const;
+
+  std::string_view file_;
+  ByteCursor cursor_;
+  std::int16_t fileWords_ = -1;
+  std::int32_t wordsRead_ = 0;
+  std::int16_t itemsInFile_ = 0;
+
+  std::size_t itemOffset_ = 0;
+  float lengthWord_ = 0;
+  std::int16_t itemLength_ = 0;
+  float type_ = 0;
+  bool hasText_ = false;
+  int keptParameters_ = 0;
+  std::size_t parameters_ = 0;  // offset of P1
+
+  std::string trailerNumberText_;
+  std::string unitText_;
+};
+
+}  // namespace kiv

@@ -1,0 +1,41 @@
+#include "mus/reader.h"
+
+namespace kiv {
+
+void MusReader::openMUSfile(Host& host, const std::string& musFileName) {
+  musFileName_ = musFileName;
+  content_ = readWhole(host, musFileName, readableBytes).value_or("");
+  page_ = PageWalker(content_);
+}
+
+ReadStatus MusReader::readItem(Host& host) {
+  const ReadStatus status = page_.findItem();
+  if (status == ReadStatus::tooManyParameters) {
+    host.runTimeError(RunTimeError::subscriptOutOfRange, place());
+  }
+  return status;
+}
+
+std::string MusReader::place() const {
+  return musFileName_ + ", item " + std::to_string(page_.itemsInFile());
+}
+
+void readFile(Host& host, const std::string& musFileName, ItemTable& table) {
+  table.restart();
+  MusReader reader;
+  reader.openMUSfile(host, musFileName);
+  Item item;
+  while (true) {
+    const ReadStatus readStatus = reader.readItem(host);
+    if (readStatus == ReadStatus::structuralError) {
+      host.fatal("Structural error in MUS file. Try to recover with KivValid/KivRecover.");
+    }
+    if (readStatus == ReadStatus::endOfItems) {
+      return;
+    }
+    reader.page().decode(item);
+    table.store_item(host, item);
+  }
+}
+
+}  // namespace kiv

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+
+#include "mus/item_table.h"
+#include "mus/page_walker.h"
+#include "platform/host.h"
+
+namespace kiv {
+
+/// A page file read into memory in one go, and the walk over its items.
+class MusReader {
+ public:
+  /// Opens and reads the file. One that cannot be opened or is shorter than its header makes the first readItem a
+  /// structural error.
+  void openMUSfile(Host& host, const std::string& musFileName);
+
+  /// Finds the next item or the end. An item with more than 20 parameters ends the program, so that the status is
+  /// never ReadStatus::tooManyParameters.
+  ReadStatus readItem(Host& host);
+
+  /// The item that readItem found, and how far the walk has come.
+  const PageWalker& page() const { return page_; }
+
+  /// "file, item number": what a run-time error during reading was about.
+  std::string place() const;
+
+ private:
+  std::string musFileName_;
+  std::string content_;
+  PageWalker page_;
+};
+
+/// Loads the whole page file into the table, which is started afresh. A structural error ends the program.
+void readFile(Host& host, const std::string& musFileName, ItemTable& table);
+
+}  // namespace kiv

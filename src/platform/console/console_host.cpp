@@ -1,0 +1,71 @@
+#include "platform/console/console_host.h"
+
+namespace kiv {
+namespace {
+
+std::string_view severityOf(Icon icon) {
+  switch (icon) {
+    case Icon::critical:
+      return "critical: ";
+    case Icon::exclamation:
+      return "question: ";
+    case Icon::information:
+      return "information: ";
+    case Icon::none:
+      break;
+  }
+  return "note: ";
+}
+
+/// The lines of a message below each other, those after the first one indented.
+std::string asLines(std::string_view text) {
+  std::string lines;
+  for (const char c : text) {
+    if (c == '\r') {
+      continue;
+    }
+    lines += c;
+    if (c == '\n') {
+      lines += "  ";
+    }
+  }
+  return lines;
+}
+
+}  // namespace
+
+Answer ConsoleHost::message(Icon icon, std::string_view text, Buttons buttons) {
+  const Answer answer = buttons == Buttons::yesNo ? Answer::no : Answer::ok;
+  messages_.push_back({icon, std::string(text), answer});
+  clearProgress();
+  writeError(std::string(severityOf(icon)) + asLines(text) + "\n");
+  return answer;
+}
+
+bool ConsoleHost::showText(const std::string& name) {
+  if (terminal_) {
+    clearProgress();
+    writeError(readWhole(*this, name).value_or(""));
+  }
+  return true;
+}
+
+void ConsoleHost::showProgress(int done, int all) {
+  if (!terminal_) {
+    return;
+  }
+  clearProgress();
+  if (done < all) {
+    writeError(std::to_string(done) + " of " + std::to_string(all) + " pages");
+    progressShown_ = true;
+  }
+}
+
+void ConsoleHost::clearProgress() {
+  if (progressShown_) {
+    writeError("\r\x1B[K");
+    progressShown_ = false;
+  }
+}
+
+}  // namespace kiv

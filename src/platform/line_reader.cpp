@@ -1,0 +1,50 @@
+#include "platform/line_reader.h"
+
+#include <utility>
+
+namespace kiv {
+namespace {
+
+constexpr std::size_t bufferSize = 64 * 1024;
+constexpr std::string_view lineEnds = "\r\n";
+
+}  // namespace
+
+LineReader::LineReader(std::unique_ptr<InputFile> file) : file_(std::move(file)) {}
+
+bool LineReader::fill() {
+  buffer_.resize(bufferSize);
+  buffer_.resize(file_->read(buffer_).value_or(0));
+  position_ = 0;
+  return !buffer_.empty();
+}
+
+std::optional<std::string_view> LineReader::next() {
+  if (position_ == buffer_.size() && !fill()) {
+    return std::nullopt;
+  }
+  line_.clear();
+  std::size_t end = buffer_.find_first_of(lineEnds, position_);
+  bool pieced = false;
+  while (end == std::string::npos) {
+    line_.append(buffer_, position_);
+    pieced = true;
+    if (!fill()) {
+      return line_;
+    }
+    end = buffer_.find_first_of(lineEnds, position_);
+  }
+  std::string_view line = std::string_view(buffer_).substr(position_, end - position_);
+  if (pieced || end + 1 == buffer_.size()) {
+    line_.append(line);
+    line = line_;
+  }
+  const bool carriageReturn = buffer_[end] == '\r';
+  position_ = end + 1;
+  if (carriageReturn && (position_ < buffer_.size() || fill()) && buffer_[position_] == '\n') {
+    ++position_;
+  }
+  return line;
+}
+
+}  // namespace kiv

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/host.h"
+
+namespace kiv {
+
+/// Reads a text file line by line. Lines end with CR LF, LF or CR alike; the last one needs no end.
+class LineReader {
+ public:
+  /// Takes the file over; it must not be null.
+  explicit LineReader(std::unique_ptr<InputFile> file);
+
+  /// The next line without its end, valid until the next call; nullopt after the last one. A file whose medium
+  /// fails ends where it fails.
+  std::optional<std::string_view> next();
+
+ private:
+  bool fill();
+
+  std::unique_ptr<InputFile> file_;
+  std::string buffer_;        // the bytes read last
+  std::size_t position_ = 0;  // of the first byte of buffer_ that no line has taken
+  std::string line_;          // a line that lies across two buffers
+};
+
+}  // namespace kiv

@@ -1,0 +1,96 @@
+#include "platform/posix/posix_files.h"
+
+#include <cerrno>
+#include <system_error>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace kiv {
+namespace {
+
+constexpr mode_t readableByAll = 0666;
+
+class PosixInput : public InputFile {
+ public:
+  explicit PosixInput(Descriptor file) : file_(std::move(file)) {}
+
+  std::optional<std::size_t> read(std::span<char> room) override {
+    while (true) {
+      const ssize_t got = ::read(file_.number(), room.data(), room.size());
+      if (got >= 0) {
+        return static_cast<std::size_t>(got);
+      }
+      if (errno != EINTR) {
+        return std::nullopt;
+      }
+    }
+  }
+
+ private:
+  Descriptor file_;
+};
+
+class PosixOutput : public OutputFile {
+ public:
+  explicit PosixOutput(Descriptor file) : file_(std::move(file)) {}
+
+  std::optional<std::string> write(std::string_view bytes) override { return writeAll(file_, bytes); }
+
+ private:
+  Descriptor file_;
+};
+
+bool isFolder(const Descriptor& file) {
+  struct stat status {};
+  return ::fstat(file.number(), &status) != 0 || S_ISDIR(status.st_mode);
+}
+
+}  // namespace
+
+Descriptor::~Descriptor() {
+  if (isOpen()) {
+    ::close(number_);
+  }
+}
+
+int Descriptor::release() {
+  return std::exchange(number_, -1);
+}
+
+std::string lastFailure() {
+  return std::generic_category().message(errno);
+}
+
+std::optional<std::string> writeAll(const Descriptor& file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t taken = ::write(file.number(), bytes.data(), bytes.size());
+    if (taken >= 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(taken));
+    } else if (errno != EINTR) {
+      return lastFailure();
+    }
+  }
+  return std::nullopt;
+}
+
+std::unique_ptr<InputFile> openForReading(const std::string& path) {
+  // Without O_NONBLOCK, opening a pipe would wait for somebody to write into it.
+  Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  if (!file.isOpen() || isFolder(file)) {
+    return nullptr;
+  }
+  return std::make_unique<PosixInput>(std::move(file));
+}
+
+std::unique_ptr<OutputFile> openForWriting(const std::string& path) {
+  Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, readableByAll));
+  if (!file.isOpen()) {
+    return nullptr;
+  }
+  return std::make_unique<PosixOutput>(std::move(file));
+}
+
+}  // namespace kiv

@@ -1,0 +1,212 @@
+#include "platform/posix/posix_system.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <utility>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/posix/posix_files.h"
+#include "platform/posix/utf8.h"
+
+namespace kiv {
+namespace {
+
+constexpr char separator = '/';
+
+std::string swapped(std::string text, char from, char to) {
+  std::replace(text.begin(), text.end(), from, to);
+  return text;
+}
+
+bool exists(const std::string& path) {
+  struct stat status {};
+  return ::lstat(path.c_str(), &status) == 0;
+}
+
+struct FolderCloser {
+  void operator()(DIR* folder) const { ::closedir(folder); }
+};
+
+template <typename Take>
+void forEachEntry(const std::string& folder, Take take) {
+  const std::unique_ptr<DIR, FolderCloser> open(::opendir(folder.c_str()));
+  if (!open) {
+    return;
+  }
+  // The folder handle is this function's own, so no other thread reads from it.
+  while (const dirent* entry = ::readdir(open.get())) {  // NOLINT(concurrency-mt-unsafe)
+    take(*entry);
+  }
+}
+
+bool sameTime(const std::timespec& a, const std::timespec& b) {
+  return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
+}
+
+}  // namespace
+
+PosixSystem::PosixSystem() = default;
+
+const PosixSystem::Listing& PosixSystem::listing(const std::string& folder) {
+  struct stat status {};
+  const bool known = ::stat(folder.c_str(), &status) == 0;
+  auto [place, isNew] = listings_.try_emplace(folder);
+  Listing& listing = place->second;
+  if (isNew || !known || !sameTime(listing.changed, status.st_mtim)) {
+    listing = {known ? status.st_mtim : std::timespec{}, {}};
+    forEachEntry(folder,
+                 [&](const dirent& entry) { listing.names.emplace(upperCaseUtf8(entry.d_name), entry.d_name); });
+  }
+  return listing;
+}
+
+std::string PosixSystem::resolveInFolder(const std::string& folder, const std::string& component) {
+  std::string asWritten = folder + component;
+  if (component.empty() || exists(asWritten)) {
+    return asWritten;
+  }
+  const auto [first, last] = listing(folder.empty() ? "." : folder).names.equal_range(upperCaseUtf8(component));
+  const auto found = std::min_element(first, last, [](const auto& a, const auto& b) { return a.second < b.second; });
+  return found == last ? asWritten : folder + found->second;
+}
+
+std::string PosixSystem::resolve(const std::string& name) {
+  const std::string path = swapped(name, '\\', separator);
+  std::string resolved;
+  std::size_t at = 0;
+  while (at < path.size()) {
+    const std::size_t end = std::min(path.find(separator, at), path.size());
+    resolved = resolveInFolder(resolved, path.substr(at, end - at));
+    if (end < path.size()) {
+      resolved += separator;
+    }
+    at = end + 1;
+  }
+  return resolved;
+}
+
+std::unique_ptr<InputFile> PosixSystem::openInput(const std::string& name) {
+  return openForReading(resolve(name));
+}
+
+std::unique_ptr<OutputFile> PosixSystem::openOutput(const std::string& name) {
+  return openForWriting(resolve(name));
+}
+
+std::optional<std::string> PosixSystem::replaceFile(const std::string& name, std::string_view bytes) {
+  const std::string target = resolve(name);
+  std::string beside = target + ".XXXXXX";
+  const Descriptor file(::mkstemp(beside.data()));
+  if (!file.isOpen()) {
+    return lastFailure();
+  }
+  struct stat old {};
+  constexpr mode_t ordinary = 0644;
+  const mode_t mode = ::stat(target.c_str(), &old) == 0 ? old.st_mode : ordinary;
+  auto failure = writeAll(file, bytes);
+  if (!failure && (::fchmod(file.number(), mode) != 0 || ::fsync(file.number()) != 0 ||
+                   ::rename(beside.c_str(), target.c_str()) != 0)) {
+    failure = lastFailure();
+  }
+  if (failure) {
+    ::unlink(beside.c_str());
+  }
+  return failure;
+}
+
+bool PosixSystem::deleteFile(const std::string& name) {
+  return ::unlink(resolve(name).c_str()) == 0;
+}
+
+std::vector<FolderEntry> PosixSystem::listFolder(const std::string& folder) {
+  std::vector<FolderEntry> entries;
+  const std::string path = resolve(folder);
+  forEachEntry(path, [&](const dirent& entry) {
+    struct stat status {};
+    const bool isFolder = ::stat((path + entry.d_name).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    entries.push_back({entry.d_name, isFolder});
+  });
+  return entries;
+}
+
+std::string PosixSystem::currentFolder() {
+  std::error_code failure;
+  return coreName(std::filesystem::current_path(failure).string());
+}
+
+std::optional<std::string> PosixSystem::shortName(const std::string& /*path*/) {
+  return std::nullopt;
+}
+
+LocalTime PosixSystem::now() {
+  const std::time_t seconds = std::time(nullptr);
+  std::tm local{};
+  ::localtime_r(&seconds, &local);
+  return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
+}
+
+std::string PosixSystem::upperCase(std::string_view text) {
+  return upperCaseUtf8(text);
+}
+
+std::size_t PosixSystem::characterCount(std::string_view text) {
+  return characterCountUtf8(text);
+}
+
+std::string PosixSystem::profileKey(const std::string& /*key*/) {
+  return "";
+}
+
+std::int32_t PosixSystem::runProcess(const std::string& /*commandLine*/, ShowState /*show*/) {
+  return -1;
+}
+
+std::optional<std::string> PosixSystem::runInShell(const std::string& /*command*/, WindowStyle /*style*/) {
+  return "The scripting shell is not available";
+}
+
+bool PosixSystem::enterFolder(const std::string& typed) {
+  std::error_code failure;
+  std::filesystem::current_path(typed, failure);
+  return !failure;
+}
+
+std::string PosixSystem::fullName(const std::string& typed) {
+  std::error_code failure;
+  return coreName(std::filesystem::absolute(typed, failure).lexically_normal().string());
+}
+
+std::string PosixSystem::coreName(const std::string& typed) {
+  return swapped(typed, separator, '\\');
+}
+
+std::string PosixSystem::makeTemporaryFile(std::string_view content) {
+  std::error_code failure;
+  std::string path = (std::filesystem::temp_directory_path(failure) / "kivsys-XXXXXX").string();
+  const Descriptor file(failure ? -1 : ::mkstemp(path.data()));
+  if (!file.isOpen()) {
+    return "";
+  }
+  if (writeAll(file, content)) {
+    ::unlink(path.c_str());
+    return "";
+  }
+  return coreName(path);
+}
+
+void PosixSystem::writeError(std::string_view text) {
+  std::fwrite(text.data(), 1, text.size(), stderr);
+  std::fflush(stderr);
+}
+
+bool PosixSystem::errorIsTerminal() {
+  return ::isatty(STDERR_FILENO) != 0;
+}
+
+}  // namespace kiv

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstdint>
+#include <ctime>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/host.h"
+
+namespace kiv {
+
+/// The world below a host where file names are written with slashes and are case-sensitive.
+///
+/// A name like \A\B stands for /A/B: each component is looked up as it is written first, and then regardless of
+/// case. Text is UTF-8.
+class PosixSystem : public Host {
+ public:
+  /// The run's current folder is that of the process.
+  PosixSystem();
+
+  std::unique_ptr<InputFile> openInput(const std::string& name) override;
+  std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
+  std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
+  bool deleteFile(const std::string& name) override;
+  std::vector<FolderEntry> listFolder(const std::string& folder) override;
+  std::string currentFolder() override;
+  std::optional<std::string> shortName(const std::string& path) override;
+  LocalTime now() override;
+  std::string upperCase(std::string_view text) override;
+  std::size_t characterCount(std::string_view text) override;
+  std::string profileKey(const std::string& key) override;
+  std::int32_t runProcess(const std::string& commandLine, ShowState show) override;
+  std::optional<std::string> runInShell(const std::string& command, WindowStyle style) override;
+
+  // --- for the programs around the core ---
+
+  /// Makes a folder, named as the user typed it, the run's current one. False when it cannot be.
+  bool enterFolder(const std::string& typed);
+  /// The full name, as the core writes names, of a file named as the user typed it.
+  std::string fullName(const std::string& typed);
+  /// A file name as the user typed it, as the core writes names.
+  static std::string coreName(const std::string& typed);
+  /// Makes a file with this content in the folder for temporary files; "" when that fails.
+  std::string makeTemporaryFile(std::string_view content);
+  /// The text as UTF-8.
+  static std::string toUtf8(std::string_view text) { return std::string(text); }
+  /// Writes text to standard error as the terminal understands it.
+  static void writeError(std::string_view text);
+  /// Whether standard error is a terminal.
+  static bool errorIsTerminal();
+
+ private:
+  /// The file that a name stands for; where there is none, the path under which it would be made.
+  std::string resolve(const std::string& name);
+  std::string resolveInFolder(const std::string& folder, const std::string& component);
+
+  /// What a folder holds, by upper-case name, and the time that it was listed at.
+  struct Listing {
+    std::timespec changed{};
+    std::multimap<std::string, std::string> names;
+  };
+  const Listing& listing(const std::string& folder);
+
+  std::map<std::string, Listing> listings_;
+};
+
+}  // namespace kiv

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/host.h"
+
+namespace kiv::test {
+
+struct Message {
+  Icon icon = Icon::none;
+  std::string text;
+  Buttons buttons = Buttons::ok;
+
+  bool operator==(const Message&) const = default;
+};
+
+inline Message information(std::string text) {
+  return {Icon::information, std::move(text), Buttons::ok};
+}
+inline Message critical(std::string text) {
+  return {Icon::critical, std::move(text), Buttons::ok};
+}
+
+void PrintTo(const Message& message, std::ostream* out);
+
+/// A host in memory: a disk of named texts that knows no case, scripted answers, and a record of every call that the
+/// world outside would notice.
+class FakeHost : public Host {
+ public:
+  // --- what the test prepares ---
+  std::string folder = "C:\\KIV";                 ///< the current folder
+  std::map<std::string, std::string> shortNames;  ///< long path to short path
+  std::map<std::string, std::string> profile;
+  std::vector<FolderEntry> folderEntries;  ///< what every folder lists
+  std::deque<Answer> answers;              ///< for the Yes/No questions to come; Yes when there is none left
+  std::set<std::string> unwritable;        ///< names that cannot be created, written or deleted
+  std::int32_t exitCode = 0;               ///< of every started process
+  std::optional<std::string> shellFailure;
+  bool showsTexts = false;                         ///< the host has its own way to show a text file
+  std::optional<std::string> writeFailure;         ///< what every write fails with
+  std::function<void(const Message&)> whileShown;  ///< runs while a message is up
+
+  /// Puts a file on the disk. A name without a folder lies in the current one.
+  void addFile(const std::string& name, std::string content);
+
+  // --- what the test looks at ---
+  std::vector<Message> messages;
+  std::vector<std::string> calls;     ///< everything else, in order: "run Notepad X", "delete X", "pointer hourglass"
+  std::vector<std::string> progress;  ///< "1/5"
+  bool hasFile(const std::string& name) const;
+  /// The file's content; "(no file)" when there is none.
+  std::string file(const std::string& name) const;
+  /// How often a file was opened for reading.
+  int timesRead(const std::string& name) const;
+
+  // --- Host ---
+  Answer message(Icon icon, std::string_view text, Buttons buttons) override;
+  bool showText(const std::string& name) override;
+  void setPointer(Pointer pointer) override;
+  void processEvents() override { calls.emplace_back("events"); }
+  void showProgress(int done, int all) override;
+  std::unique_ptr<InputFile> openInput(const std::string& name) override;
+  std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
+  std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
+  bool deleteFile(const std::string& name) override;
+  std::vector<FolderEntry> listFolder(const std::string& listed) override;
+  std::string currentFolder() override { return folder; }
+  std::optional<std::string> shortName(const std::string& path) override;
+  LocalTime now() override { return {1994, 3, 7, 5, 8, 9}; }
+  std::string upperCase(std::string_view text) override;
+  std::size_t characterCount(std::string_view text) override { return text.size(); }
+  std::string profileKey(const std::string& key) override;
+  std::int32_t runProcess(const std::string& commandLine, ShowState show) override;
+  std::optional<std::string> runInShell(const std::string& command, WindowStyle style) override;
+
+ private:
+  std::string key(const std::string& name) const;
+
+  std::map<std::string, std::string> files_;
+  std::map<std::string, int> reads_;
+};
+
+/// Runs a piece of the program. Returns the exit code that it ended the program with, nullopt when it did not.
+std::optional<int> endOf(const std::function<void()>& run);
+
+}  // namespace kiv::test

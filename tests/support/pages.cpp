@@ -1,0 +1,61 @@
+#include "tests/support/pages.h"
+
+#include <gtest/gtest.h>
+
+#include "mus/page_text.h"
+#include "mus/page_words.h"
+#include "mus/reader.h"
+
+namespace kiv::test {
+namespace {
+
+std::string parameterWord(const ItemWord* item, int p) {
+  if (item != nullptr) {
+    for (const ParameterWord& word : item->parameters) {
+      if (word.parameter == p) {
+        return std::string(word.word);
+      }
+    }
+  }
+  return "p" + std::to_string(p);
+}
+
+std::string itemText(const ItemTable& table, int i) {
+  const ItemWord* word = itemWordOf(table.itemPar(i, par::type));
+  std::string line = word != nullptr ? std::string(word->word) : "item " + exactNumber(table.itemPar(i, par::type));
+  line += " " + exactNumber(table.itemPar(i, par::staff)) + " at " + exactNumber(table.itemPar(i, par::position));
+  for (int p = par::position + 1; p <= parameterCount; ++p) {
+    if (table.itemPar(i, p) != 0) {
+      line += " " + parameterWord(word, p) + " " + exactNumber(table.itemPar(i, p));
+    }
+  }
+  return table.itemText(i).empty() ? line : line + " \"" + table.itemText(i) + "\"";
+}
+
+}  // namespace
+
+std::string page(std::string_view text) {
+  const auto built = buildPage(text);
+  if (const auto* error = std::get_if<PageTextError>(&built)) {
+    ADD_FAILURE() << "page text, line " << error->line << ": " << error->reason << "\n" << text;
+    return "";
+  }
+  return std::get<std::string>(built);
+}
+
+ItemTable tableOf(FakeHost& host, std::string_view text) {
+  host.addFile("C:\\TABLE.MUS", page(text));
+  ItemTable table;
+  readFile(host, "C:\\TABLE.MUS", table);
+  return table;
+}
+
+std::string asText(const ItemTable& table) {
+  std::string text;
+  for (int i = 1; i <= table.itemCount(); ++i) {
+    text += itemText(table, i) + "\n";
+  }
+  return text;
+}
+
+}  // namespace kiv::test

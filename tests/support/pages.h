@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "mus/item_table.h"
+#include "tests/support/fake_host.h"
+
+namespace kiv::test {
+
+/// The bytes of the page that the text describes, as `kivsys build` makes them. A text that describes none fails the
+/// test.
+std::string page(std::string_view text);
+
+/// An item table that holds the items of the page text.
+ItemTable tableOf(FakeHost& host, std::string_view text);
+
+/// The table as page text, one item a line, without numbers and offsets; P18 to P20 are shown where they are not 0.
+std::string asText(const ItemTable& table);
+
+}  // namespace kiv::test
