@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "mus/item_table.h"
+#include "platform/host.h"
+
+namespace kiv {
+
+/// The first clef of every instrument of the group, in the order in which the instruments were met.
+struct FirstClefTable {
+  struct Entry {
+    std::int16_t firstClefInstr = 0;
+    float firstClefKind = 0;    ///< the clef's P5 + 1000, so that kind 0 differs from no clef
+    float firstClefHeight = 0;  ///< the clef's P4
+
+    bool operator==(const Entry&) const = default;
+  };
+  std::vector<Entry> entries;
+
+  std::size_t firstClefCount() const { return entries.size(); }
+};
+
+/// Finds the first staff item with a given staff number among those it was told of.
+class StaffFinder {
+ public:
+  /// Knows the staff items that are in the table already.
+  explicit StaffFinder(const ItemTable& table);
+
+  void add(float staff, int row) { rows_.emplace(staff, row); }
+  /// The row of the staff item; 0 when there is none.
+  int find(float staff) const;
+
+ private:
+  std::unordered_map<float, int> rows_;
+};
+
+/// Enters a clef as its instrument's first, unless the instrument has one or the clef's staff is not in the table.
+/// The clef's staff number is compared as it was read. An instrument identifier that 16 bits do not hold ends the
+/// program; place says where it stands.
+void updateFirstClefTable(Host& host, const Item& clef, const ItemTable& table, const StaffFinder& staves,
+                          const std::string& place, FirstClefTable& firstClefs);
+
+}  // namespace kiv

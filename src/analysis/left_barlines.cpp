@@ -1,0 +1,98 @@
+#include "analysis/left_barlines.h"
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include "mus/number.h"
+
+namespace kiv {
+namespace {
+
+constexpr int highestStaff = 256;
+constexpr float leftBarline = 1;
+constexpr float noBarline = -1;
+constexpr float bottomStaff = 1;
+
+/// The rows of staves and barlines, by staff number.
+struct StaffRows {
+  std::vector<int> staves;
+  std::vector<int> barlines;
+};
+using RowsByStaff = std::array<StaffRows, highestStaff + 1>;
+
+RowsByStaff rowsByStaff(const ItemTable& table) {
+  RowsByStaff rows;
+  for (int i = 1; i <= table.itemCount(); ++i) {
+    const float staff = table.itemPar(i, par::staff);
+    if (!(staff >= 1 && staff <= highestStaff) || staff != std::floor(staff)) {
+      continue;
+    }
+    StaffRows& ofStaff = rows[static_cast<std::size_t>(staff)];
+    if (table.itemPar(i, par::type) == type::staff) {
+      ofStaff.staves.push_back(i);
+    } else if (table.itemPar(i, par::type) == type::barline) {
+      ofStaff.barlines.push_back(i);
+    }
+  }
+  return rows;
+}
+
+bool isPlain(const ItemTable& table, int barline) {
+  return table.itemPar(barline, par::kind) <= highestBarlineKind;
+}
+
+void markBarlines(const StaffRows& rows, ItemTable& table) {
+  for (const int j : rows.barlines) {
+    if (!isPlain(table, j)) {
+      table.itemPar(j, par::mark) = noBarline;
+      continue;
+    }
+    for (const int i : rows.staves) {
+      if (std::fabs(table.itemPar(i, par::position) - table.itemPar(j, par::position)) <= 1) {
+        table.itemPar(j, par::mark) = leftBarline;
+        break;
+      }
+    }
+  }
+}
+
+/// The largest number of staves that a barline of the staff spans, braces included; 1 when none spans any.
+std::int16_t spanOf(Host& host, const std::string& musFileName, const StaffRows& rows, const ItemTable& table) {
+  std::int16_t span = 0;
+  for (const int j : rows.barlines) {
+    const float spanned = table.itemPar(j, par::spannedStaves);
+    if (spanned > static_cast<float>(span)) {
+      const auto whole = toInt16(spanned);
+      if (!whole) {
+        host.runTimeError(RunTimeError::overflow, musFileName + ", item " + std::to_string(j));
+      }
+      span = *whole;
+    }
+  }
+  return span == 0 ? std::int16_t{1} : span;
+}
+
+}  // namespace
+
+void deleteLeftBarlines(Host& host, const std::string& musFileName, ItemTable& table) {
+  const RowsByStaff rows = rowsByStaff(table);
+  int s = 1;
+  while (s <= highestStaff) {
+    const StaffRows& ofStaff = rows[static_cast<std::size_t>(s)];
+    ++s;
+    if (ofStaff.staves.empty()) {
+      continue;
+    }
+    const std::int16_t span = spanOf(host, musFileName, ofStaff, table);
+    markBarlines(ofStaff, table);
+    for (const int i : ofStaff.staves) {
+      table.itemPar(i, par::mark) = bottomStaff;
+      table.itemPar(i, par::stavesUp) = span;
+    }
+    s += span - 1;
+  }
+}
+
+}  // namespace kiv

@@ -1,0 +1,165 @@
+#include "analysis/page_checks.h"
+
+#include <algorithm>
+#include <limits>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "mus/number.h"
+
+namespace kiv {
+namespace {
+
+bool isStaff(const ItemTable& table, int i) {
+  return table.itemPar(i, par::type) == type::staff;
+}
+
+bool isCue(const ItemTable& table, int i) {
+  return table.itemPar(i, par::type) == type::rest && table.itemPar(i, par::cuedInstrument) != 0;
+}
+
+/// The staff items that belong to a system of the page, system by system, each in table order.
+std::vector<int> stavesBySystem(const ItemTable& table, const PageSystems& systems) {
+  std::vector<int> rows;
+  for (int i = 1; i <= table.itemCount(); ++i) {
+    const float system = table.itemPar(i, par::system);
+    const bool ofPage = system >= static_cast<float>(systems.first) && system <= static_cast<float>(systems.last);
+    if (isStaff(table, i) && ofPage && system == static_cast<float>(static_cast<int>(system))) {
+      rows.push_back(i);
+    }
+  }
+  std::stable_sort(rows.begin(), rows.end(),
+                   [&](int a, int b) { return table.itemPar(a, par::system) < table.itemPar(b, par::system); });
+  return rows;
+}
+
+/// The numbers met so far in one system, compared by their texts.
+class SystemList {
+ public:
+  void startAfresh() { met_.clear(); }
+
+  void take(float number, std::int16_t& duplicates, std::string& list) {
+    const auto [text, isNew] = met_.insert(generalNumber(number));
+    if (!isNew) {
+      ++duplicates;
+      list += *text + ",";
+    }
+  }
+
+ private:
+  std::unordered_set<std::string> met_;
+};
+
+void findDuplicates(const ItemTable& table, const PageSystems& systems, PageProblems& problems) {
+  SystemList identifiers;
+  SystemList staves;
+  float system = 0;
+  for (const int i : stavesBySystem(table, systems)) {
+    if (table.itemPar(i, par::system) != system) {
+      system = table.itemPar(i, par::system);
+      identifiers.startAfresh();
+      staves.startAfresh();
+    }
+    if (table.itemPar(i, par::instrument) != 0) {
+      identifiers.take(table.itemPar(i, par::instrument), problems.dupIdCount, problems.duplicateIds);
+    }
+    staves.take(table.itemPar(i, par::staff), problems.dupStaffCount, problems.duplicateStaves);
+  }
+}
+
+void countStaves(Host& host, const std::string& musFileName, const ItemTable& table, PageProblems& problems) {
+  std::unordered_map<float, int> cues;
+  for (int i = 1; i <= table.itemCount(); ++i) {
+    if (isCue(table, i)) {
+      ++cues[table.itemPar(i, par::cuedInstrument)];
+    }
+  }
+  int recursiveCues = 0;
+  for (int i = 1; i <= table.itemCount(); ++i) {
+    if (!isStaff(table, i)) {
+      continue;
+    }
+    const float instrument = table.itemPar(i, par::instrument);
+    if (instrument == 0) {
+      ++problems.zeroIdCount;
+    } else if (const auto cue = cues.find(instrument); cue != cues.end()) {
+      recursiveCues += cue->second;
+    }
+  }
+  if (recursiveCues > std::numeric_limits<std::int16_t>::max()) {
+    host.runTimeError(RunTimeError::overflow, musFileName);
+  }
+  problems.recursiveCueCount = static_cast<std::int16_t>(recursiveCues);
+}
+
+/// A cue is defined when its instrument plays in the system that the row behind the page's last item names. That row
+/// holds what a longer page has left there.
+void findUndefinedCues(Host& host, const std::string& musFileName, const ItemTable& table, PageProblems& problems) {
+  std::unordered_set<float> defined;
+  bool listed = false;
+  for (int i = 1; i <= table.itemCount(); ++i) {
+    if (!isCue(table, i)) {
+      continue;
+    }
+    if (table.itemCount() == itemLimit) {
+      host.runTimeError(RunTimeError::subscriptOutOfRange, musFileName + ", item " + std::to_string(i));
+    }
+    if (!listed) {
+      const float system = table.itemPar(table.itemCount() + 1, par::system);
+      for (int j = 1; j <= table.itemCount(); ++j) {
+        if (isStaff(table, j) && table.itemPar(j, par::system) == system) {
+          defined.insert(table.itemPar(j, par::instrument));
+        }
+      }
+      listed = true;
+    }
+    const float instrument = table.itemPar(i, par::cuedInstrument);
+    if (!defined.contains(instrument)) {
+      ++problems.undefinedCueCount;
+      problems.undefinedCues +=
+          generalNumber(instrument) + " in staff " + generalNumber(table.itemPar(i, par::staff)) + ", ";
+    }
+  }
+}
+
+std::string withoutEnd(const std::string& list, std::size_t count) {
+  return list.substr(0, list.size() - count);
+}
+
+}  // namespace
+
+PageProblems checkPage(Host& host, const std::string& musFileName, const ItemTable& table, const PageSystems& systems) {
+  PageProblems problems;
+  findDuplicates(table, systems, problems);
+  countStaves(host, musFileName, table, problems);
+  findUndefinedCues(host, musFileName, table, problems);
+  return problems;
+}
+
+void showProblems(Host& host, const PageProblems& problems, bool multifile, bool allowZeroInstrId,
+                  const std::string& musFileName) {
+  const std::string where = (multifile ? " in multipage files. Top file is: " : " in file: ") + musFileName + "\r\n";
+  const std::string end = "Results are unpredictable.";
+  if (problems.dupIdCount >= 1) {
+    host.inform("Duplicate instrument Id" + where + "InstrId(s): " + withoutEnd(problems.duplicateIds, 1) + "\r\n\r\n" +
+                end);
+  }
+  if (problems.dupStaffCount >= 1) {
+    host.inform("Duplicate staff number" + where + (multifile ? "Staff/staves(s): " : "Staff/staves: ") +
+                withoutEnd(problems.duplicateStaves, 1) + "\r\n\r\n" + end);
+  }
+  if (problems.zeroIdCount >= 1 && !allowZeroInstrId) {
+    host.inform("Zero instrId(s)" + where + "\r\n" + end);
+  }
+  if (problems.recursiveCueCount >= 1) {
+    host.inform("Recursive cue(s)" + where + "\r\n" + end);
+  }
+  if (problems.undefinedCueCount >= 1) {
+    const std::string list =
+        multifile ? "" : "Cues found for undefined instrument(s): " + withoutEnd(problems.undefinedCues, 2) + "\r\n";
+    host.inform("Reference to undefined instrId(s) in same system" + where + "\r\n" + list + end);
+  }
+}
+
+}  // namespace kiv

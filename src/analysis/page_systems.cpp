@@ -1,0 +1,127 @@
+#include "analysis/page_systems.h"
+
+#include "analysis/left_barlines.h"
+#include "analysis/read_bar_data.h"
+#include "input/file_names.h"
+#include "mus/number.h"
+#include "mus/sort_item_table.h"
+
+namespace kiv {
+namespace {
+
+constexpr float bottomStaff = 1;  // the mark of the lowest staff of a system, and the number of the lowest of a page
+constexpr float leftBarline = 1;
+
+bool isStaff(const ItemTable& table, int i) {
+  return table.itemPar(i, par::type) == type::staff;
+}
+
+bool isLeftBarline(const ItemTable& table, int i) {
+  return table.itemPar(i, par::type) == type::barline && table.itemPar(i, par::mark) == leftBarline;
+}
+
+std::int16_t wholeOrOverflow(Host& host, float number, const std::string& musFileName, int item) {
+  const auto whole = toInt16(number);
+  if (!whole) {
+    host.runTimeError(RunTimeError::overflow, musFileName + ", item " + std::to_string(item));
+  }
+  return *whole;
+}
+
+/// Raises number to the highest value of a parameter among the staves of the table.
+void raiseToHighest(Host& host, const std::string& musFileName, const ItemTable& table, int parameter,
+                    std::int16_t& number) {
+  for (int i = 1; i <= table.itemCount(); ++i) {
+    if (isStaff(table, i) && table.itemPar(i, parameter) > static_cast<float>(number)) {
+      number = wholeOrOverflow(host, table.itemPar(i, parameter), musFileName, i);
+    }
+  }
+}
+
+/// Makes the whole page one system, held together by the left barline of its lowest staff.
+void joinStaves(Host& host, const std::string& musFileName, std::int16_t staves, ItemTable& table) {
+  bool systemBarline = false;
+  for (int i = 1; i <= table.itemCount(); ++i) {
+    const bool lowest = table.itemPar(i, par::staff) == bottomStaff;
+    if (isStaff(table, i)) {
+      table.itemPar(i, par::stavesUp) = lowest ? static_cast<float>(staves) : 0;
+      table.itemPar(i, par::mark) = lowest ? table.itemPar(i, par::mark) : 0;
+    } else if (isLeftBarline(table, i)) {
+      table.itemPar(i, par::spannedStaves) = lowest ? table.itemPar(i, par::spannedStaves) : 0;
+      systemBarline = systemBarline || lowest;
+    }
+  }
+  if (!systemBarline) {
+    host.fatal("No system barline encountered in multifile page. Top file is: " + musFileName);
+  }
+}
+
+void readMultifilePage(Host& host, const PageEntry& page, std::string& musFileName, ItemTable& table,
+                       FirstClefTable& firstClefs) {
+  const std::string beforeLetter =
+      page.pagePath + extractPartName(host, page.pageName) + extractPartNumb(host, page.pageName);
+  const std::string suffix = extractPartSuff(host, page.pageName);
+  std::int16_t offset = 0;
+  for (auto letter = page.pageLetters.rbegin(); letter != page.pageLetters.rend(); ++letter) {
+    musFileName = beforeLetter + *letter + suffix;
+    readBarData(host, musFileName, offset, table, firstClefs);
+    raiseToHighest(host, musFileName, table, par::staff, offset);
+  }
+  sort_item_table(host, table);
+  deleteLeftBarlines(host, musFileName, table);
+  joinStaves(host, musFileName, offset, table);
+}
+
+/// From the bottom of the page upward, counts the systems and gives each staff the number of the one it stands in.
+/// A staff below the first bottom staff keeps what its file gave it.
+void countUpward(ItemTable& table) {
+  int system = 0;
+  for (int k = table.itemCount(); k >= 1; --k) {
+    if (!isStaff(table, k)) {
+      continue;
+    }
+    if (table.itemPar(k, par::mark) == bottomStaff) {
+      ++system;
+    }
+    if (system > 0) {
+      table.itemPar(k, par::system) = static_cast<float>(system);
+    }
+  }
+}
+
+}  // namespace
+
+void readPage(Host& host, const PageEntry& page, const std::string& resultFolder, std::string& musFileName,
+              ItemTable& table, FirstClefTable& firstClefs) {
+  table.restart();
+  if (page.isMultifile()) {
+    readMultifilePage(host, page, musFileName, table, firstClefs);
+    return;
+  }
+  const bool hasFolder = page.pageName.find('\\') != std::string::npos;
+  musFileName = hasFolder ? page.pageName : resultFolder + page.pageName;
+  readBarData(host, musFileName, 0, table, firstClefs);
+  sort_item_table(host, table);
+  deleteLeftBarlines(host, musFileName, table);
+}
+
+PageSystems numberSystems(Host& host, const std::string& musFileName, ItemTable& table, std::int16_t& systemBase) {
+  countUpward(table);
+  std::int16_t count = 0;
+  raiseToHighest(host, musFileName, table, par::system, count);
+  const auto base = static_cast<float>(systemBase);
+  for (int i = 1; i <= table.itemCount(); ++i) {
+    if (isStaff(table, i)) {
+      table.itemPar(i, par::system) = base + (static_cast<float>(count) - table.itemPar(i, par::system) + 1);
+    }
+  }
+  const PageSystems systems{systemBase + 1, systemBase + count};
+  const auto raised = toInt16(systems.last);
+  if (!raised) {
+    host.runTimeError(RunTimeError::overflow, musFileName);
+  }
+  systemBase = *raised;
+  return systems;
+}
+
+}  // namespace kiv

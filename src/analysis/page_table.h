@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "input/names_table.h"
+#include "platform/host.h"
+
+namespace kiv {
+
+/// One page of the piece: a file, or the files that differ in their page letter only.
+struct PageEntry {
+  /// Of a multifile page: name, number and suffix, without letter and folder. Of a single file: its name, with the
+  /// folder only where the letters behind its number are part of its name.
+  std::string pageName;
+  /// The page letters in the order of selection; empty for a single-file page.
+  std::string pageLetters;
+  /// The folder of the files, with its backslash.
+  std::string pagePath;
+
+  bool isMultifile() const { return !pageLetters.empty(); }
+  bool operator==(const PageEntry&) const = default;
+};
+
+/// The pages of a run, in order of selection.
+struct PageTable {
+  std::vector<PageEntry> pages;
+  std::int16_t multifileCount = 0;  ///< pages with letters
+};
+
+/// Groups the selected files into pages. musFileName goes through the files, so that it names the offending one when
+/// a name that does not follow the convention ends the program. Page letters that are not A, B, C ... are reported.
+void groupPages(Host& host, const NamesTable& names, std::string& musFileName, PageTable& pages);
+
+}  // namespace kiv

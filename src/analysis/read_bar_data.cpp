@@ -1,0 +1,117 @@
+#include "analysis/read_bar_data.h"
+
+#include <cmath>
+
+#include "analysis/naming_problem.h"
+#include "input/files.h"
+#include "mus/number.h"
+#include "mus/reader.h"
+
+namespace kiv {
+namespace {
+
+constexpr float hiddenStaff = -1;
+
+/// Whether a note-like item of type 2 refers to another instrument.
+bool isCueMarker(const PageWalker& page) {
+  const float kind = page.par(par::kind);
+  const float height = page.par(par::height);
+  return (kind == -2 || kind == -12) && page.par(par::restForm) != -1 && std::fabs(height) < 100 && height >= -6 &&
+         height <= 2 && page.par(par::cuedInstrument) != 0;
+}
+
+/// Takes from one page file what the analysis looks at.
+class BarDataReader {
+ public:
+  BarDataReader(Host& host, const std::string& musFileName, std::int16_t staffOffset, ItemTable& table,
+                FirstClefTable& firstClefs)
+      : host_(host),
+        musFileName_(musFileName),
+        staffOffset_(staffOffset),
+        table_(table),
+        firstClefs_(firstClefs),
+        staves_(table) {}
+
+  void read();
+
+ private:
+  void takeItem();
+  void takeStaff();
+  void store();
+  [[noreturn]] void refuse();
+
+  Host& host_;
+  const std::string& musFileName_;
+  float staffOffset_;
+  ItemTable& table_;
+  FirstClefTable& firstClefs_;
+  StaffFinder staves_;
+  MusReader reader_;
+  Item item_;
+};
+
+void BarDataReader::read() {
+  reader_.openMUSfile(host_, musFileName_);
+  ReadStatus readStatus = reader_.readItem(host_);
+  while (readStatus == ReadStatus::itemRead) {
+    takeItem();
+    readStatus = reader_.readItem(host_);
+  }
+  if (readStatus == ReadStatus::structuralError) {
+    refuse();
+  }
+}
+
+void BarDataReader::refuse() {
+  host_.fatal("Structural error in MUS file: " + musFileName_ +
+              "\r\nTry to recover with KivValid/KivRecover.\r\nCurrent folder = " + host_.currentFolder() +
+              "\r\nItem number = " + std::to_string(reader_.page().itemsInFile()));
+}
+
+void BarDataReader::takeItem() {
+  const PageWalker& page = reader_.page();
+  const float type = page.type();
+  if (type == type::clef) {
+    page.decode(item_);
+    updateFirstClefTable(host_, item_, table_, staves_, reader_.place(), firstClefs_);
+  } else if (type == type::staff) {
+    takeStaff();
+  } else if (type == type::barline) {
+    store();
+    table_.itemPar(table_.itemCount(), par::mark) = 0;
+  } else if (type == type::rest && isCueMarker(page)) {
+    store();
+  }
+}
+
+void BarDataReader::takeStaff() {
+  if (reader_.page().par(par::lines) == hiddenStaff) {
+    host_.processEvents();
+    return;
+  }
+  store();
+  const int i = table_.itemCount();
+  table_.itemPar(i, par::instrument) = std::fabs(table_.itemPar(i, par::instrument));
+  table_.itemText(i) = "STAFF=" + generalNumber(item_.par[par::staff]) + ",FILE=" + musFileName_;
+  table_.itemPar(i, par::stavesUp) = 0;
+  table_.itemPar(i, par::mark) = 0;
+  staves_.add(table_.itemPar(i, par::staff), i);
+}
+
+void BarDataReader::store() {
+  reader_.page().decode(item_);
+  table_.store_item(host_, item_);
+  table_.itemPar(table_.itemCount(), par::staff) += staffOffset_;
+}
+
+}  // namespace
+
+void readBarData(Host& host, const std::string& musFileName, std::int16_t staffOffset, ItemTable& table,
+                 FirstClefTable& firstClefs) {
+  if (!FileExists(host, musFileName)) {
+    refuseFileName(host, musFileName);
+  }
+  BarDataReader(host, musFileName, staffOffset, table, firstClefs).read();
+}
+
+}  // namespace kiv

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "analysis/first_clef_table.h"
+#include "mus/item_table.h"
+#include "platform/host.h"
+
+namespace kiv {
+
+/// Appends the staves, barlines and cue markers of a page file to the table, their staff numbers raised by the offset,
+/// and enters its clefs in the first-clef table. The text of a staff becomes the end of its report record, with the
+/// staff number that it has in the file. A missing or broken file ends the program.
+void readBarData(Host& host, const std::string& musFileName, std::int16_t staffOffset, ItemTable& table,
+                 FirstClefTable& firstClefs);
+
+}  // namespace kiv

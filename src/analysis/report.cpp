@@ -1,0 +1,120 @@
+#include "analysis/report.h"
+
+#include <array>
+#include <cstdio>
+
+#include "analysis/zoned_line.h"
+#include "mus/number.h"
+
+namespace kiv {
+namespace {
+
+constexpr std::size_t separatorLength = 87;
+constexpr float leftBarline = 1;
+
+std::string dateAndTime(const LocalTime& time) {
+  std::array<char, 80> text{};
+  std::snprintf(text.data(), text.size(), "%02d-%02d-%04d   %02d:%02d:%02d", time.month, time.day, time.year, time.hour,
+                time.minute, time.second);
+  return text.data();
+}
+
+std::string staffRecord(const ItemTable& table, int i) {
+  return "SYSTEM=" + generalNumber(table.itemPar(i, par::system)) +
+         ",INSTRID=" + generalNumber(table.itemPar(i, par::instrument)) +
+         ",NEWSTAFF=" + generalNumber(table.itemPar(i, par::staff)) +
+         ",STAVESUP=" + generalNumber(table.itemPar(i, par::stavesUp)) + "," + table.itemText(i);
+}
+
+}  // namespace
+
+Report::Report(Host& host) : host_(host), file_(host.openOutput(reportFile)) {
+  if (!file_) {
+    host_.fatal("Failed to create report file: " + reportFile);
+  }
+}
+
+void Report::line(std::string_view text) {
+  (pending_ += text) += "\r\n";
+}
+
+void Report::separator() {
+  line("* " + std::string(separatorLength, '='));
+}
+
+void Report::hand() {
+  if (const auto failure = file_->write(pending_)) {
+    host_.runTimeError(*failure, reportFile);
+  }
+  pending_.clear();
+}
+
+void Report::writeHead(std::string_view versionText, const PageTable& pages) {
+  line("* KivSystem - " + std::string(versionText) + "   " + dateAndTime(host_.now()));
+  for (const PageEntry& page : pages.pages) {
+    line(ZonedLine(host_, "* ").field(page.pageName).field(page.pageLetters).field(page.pagePath).text());
+  }
+  separator();
+  hand();
+}
+
+void Report::writePage(const ItemTable& table) {
+  line(ZonedLine(host_, "* ")
+           .field("Nr")
+           .field("Par1")
+           .field("Staff")
+           .field("Cue/Id")
+           .field("System")
+           .field("Staves")
+           .field("Bottom")
+           .field("Filename")
+           .text());
+  listing(table);
+  separator();
+  records(table);
+  separator();
+  hand();
+}
+
+void Report::listing(const ItemTable& table) {
+  for (int i = 1; i <= table.itemCount(); ++i) {
+    const float type = table.itemPar(i, par::type);
+    ZonedLine zones(host_, "* ");
+    zones.number(static_cast<float>(i)).number(type).number(table.itemPar(i, par::staff));
+    if (type == type::rest) {
+      zones.number(table.itemPar(i, par::cuedInstrument));
+    } else if (type == type::staff) {
+      zones.number(table.itemPar(i, par::instrument))
+          .number(table.itemPar(i, par::system))
+          .number(table.itemPar(i, par::stavesUp))
+          .number(table.itemPar(i, par::mark))
+          .field(table.itemText(i));
+    } else if (type == type::barline && table.itemPar(i, par::mark) == leftBarline) {
+      zones.number(table.itemPar(i, par::spannedStaves)).emptyField().emptyField().number(table.itemPar(i, par::mark));
+    } else {
+      continue;
+    }
+    line(zones.text());
+  }
+}
+
+void Report::records(const ItemTable& table) {
+  for (int i = 1; i <= table.itemCount(); ++i) {
+    if (table.itemPar(i, par::type) == type::staff) {
+      line(staffRecord(table, i));
+    }
+  }
+}
+
+std::string_view getElt(std::string_view rec, std::string_view par) {
+  std::string key(par);
+  key += '=';
+  const std::size_t at = rec.find(key);
+  if (at == std::string_view::npos) {
+    return "";
+  }
+  const std::string_view value = rec.substr(at + key.size());
+  return value.substr(0, value.find(','));
+}
+
+}  // namespace kiv

@@ -1,0 +1,119 @@
+#include "analysis/verdict.h"
+
+#include <algorithm>
+#include <set>
+#include <string_view>
+#include <unordered_map>
+
+#include "analysis/report.h"
+#include "mus/number.h"
+#include "platform/line_reader.h"
+
+namespace kiv {
+namespace {
+
+bool contains(std::string_view line, std::string_view text) {
+  return line.find(text) != std::string_view::npos;
+}
+
+/// The whole number behind a keyword of the line, 0 for a line without the keyword.
+std::int16_t wholeNumber(Host& host, std::string_view line, std::string_view keyword) {
+  if (!contains(line, std::string(keyword) + "=")) {
+    return 0;
+  }
+  const auto number = strictNumber(getElt(line, keyword));
+  if (!number) {
+    host.runTimeError(RunTimeError::typeMismatch, line);
+  }
+  const auto whole = toInt16(*number);
+  if (!whole) {
+    host.runTimeError(RunTimeError::overflow, line);
+  }
+  return *whole;
+}
+
+void readSystems(Host& host, LineReader& report, SystemTable& table) {
+  std::unordered_map<std::int16_t, std::size_t> known;
+  while (const auto line = report.next()) {
+    if (line->starts_with('*')) {
+      continue;
+    }
+    const std::int16_t system = wholeNumber(host, *line, "SYSTEM");
+    const std::int16_t identifier = wholeNumber(host, *line, "INSTRID");
+    const auto [place, isNew] = known.emplace(system, table.systems.size());
+    if (isNew) {
+      table.systems.push_back({system, ""});
+    }
+    table.systems[place->second].systemInstrList += std::to_string(identifier) + ",";
+  }
+}
+
+LineReader openReport(Host& host, const std::string& name, const std::string& failure) {
+  auto file = host.openInput(name);
+  if (!file) {
+    host.fatal(failure);
+  }
+  return LineReader(std::move(file));
+}
+
+}  // namespace
+
+bool SystemTable::isConsistent() const {
+  return std::all_of(systems.begin(), systems.end(),
+                     [&](const System& system) { return system.systemInstrList == systems.front().systemInstrList; });
+}
+
+void phase5(Host& host, std::int16_t multifileCount, SystemTable& table) {
+  {
+    LineReader report = openReport(host, reportFile, "Could not open file KivSystem2.TXT for input.");
+    table.systems.clear();
+    readSystems(host, report, table);
+  }
+  const auto verdict = host.openOutput(verdictFile);
+  if (!verdict) {
+    host.fatal("Failed to create file KivSystem1.TXT");
+  }
+  const std::string lines = std::string(table.isConsistent() ? "CONSISTENCY=YES\r\n" : "CONSISTENCY=NO\r\n") +
+                            (multifileCount != 0 ? "MULTIFILE=YES\r\n" : "MULTIFILE=NO\r\n");
+  if (const auto failure = verdict->write(lines)) {
+    host.runTimeError(*failure, verdictFile);
+  }
+}
+
+std::optional<std::size_t> countInstruments(Host& host, const std::string& report) {
+  auto file = host.openInput(report);
+  if (!file) {
+    return std::nullopt;
+  }
+  LineReader lines(std::move(file));
+  std::set<std::string, std::less<>> identifiers;
+  while (const auto line = lines.next()) {
+    if (!line->starts_with('*') && contains(*line, ",INSTRID=")) {
+      identifiers.emplace(getElt(*line, ",INSTRID"));
+    }
+  }
+  return identifiers.size();
+}
+
+std::int16_t numberOfInstruments(Host& host) {
+  const auto count = countInstruments(host, "KivSystem2.txt");
+  if (!count) {
+    host.fatal("Failed to open KivSystem2.txt for input.");
+  }
+  const auto whole = toInt16(static_cast<double>(*count));
+  if (!whole) {
+    host.runTimeError(RunTimeError::overflow, reportFile);
+  }
+  return *whole;
+}
+
+std::array<std::string, 2> readVerdict(Host& host) {
+  LineReader verdict = openReport(host, verdictFile, "Failed to open KivSystem1.TXT for input.");
+  std::array<std::string, 2> lines;
+  for (std::string& line : lines) {
+    line = verdict.next().value_or("");
+  }
+  return lines;
+}
+
+}  // namespace kiv

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/host.h"
+
+namespace kiv {
+
+inline const std::string verdictFile = "KivSystem1.TXT";
+
+/// The systems of a report, in order of first appearance.
+struct SystemTable {
+  struct System {
+    std::int16_t systemNumber = 0;
+    std::string systemInstrList;  ///< the identifiers from the top staff down, each with a comma: "101,104,"
+    std::array<std::string, 3> columns = {"0", "0", "1"};
+
+    bool operator==(const System&) const = default;
+  };
+  std::vector<System> systems;
+
+  std::size_t systemCount() const { return systems.size(); }
+  /// True when every system lists the same identifiers in the same order.
+  bool isConsistent() const;
+};
+
+/// Reads the report back into the table and writes the verdict. A file that cannot be opened ends the program, and so
+/// does a line whose system or identifier is no number of 16 bits.
+void phase5(Host& host, std::int16_t multifileCount, SystemTable& systems);
+
+/// The number of distinct instrument identifiers in a report, compared as texts; nullopt when it cannot be opened.
+std::optional<std::size_t> countInstruments(Host& host, const std::string& report);
+
+/// The number of instruments in the report of the last analysis. Without a report the program ends.
+std::int16_t numberOfInstruments(Host& host);
+
+/// The two lines of the verdict file: consistency, then multifile. A missing line is empty.
+std::array<std::string, 2> readVerdict(Host& host);
+
+}  // namespace kiv

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "platform/host.h"
+
+namespace kiv {
+
+/// A line whose fields stand in print zones of 14 columns. A field that follows another starts at the next column of
+/// the form 14 n + 1, so that one which fills its zone to the end leaves a zone empty.
+class ZonedLine {
+ public:
+  /// The head stands in front of the first field, in its zone.
+  ZonedLine(Host& host, std::string_view head) : host_(host), text_(head) {}
+
+  ZonedLine& field(std::string_view text);
+  /// A number with its sign position in front, and a blank behind.
+  ZonedLine& number(float number);
+  ZonedLine& emptyField() { return field(""); }
+
+  const std::string& text() const { return text_; }
+
+ private:
+  std::reference_wrapper<Host> host_;
+  std::string text_;
+  bool hasField_ = false;
+};
+
+}  // namespace kiv

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/host.h"
+
+namespace kiv {
+
+/// The text after the last backslash; all of it when there is none.
+std::string withoutPath(const std::string& path);
+/// The text up to and including the last backslash. There must be one.
+std::string justPath(const std::string& path);
+
+// Page files are named by a name part, a number part, an optional page letter and a suffix: C:\MUSIC\ABC012B.MUS is
+// ABC, 012, B, .MUS. The functions below upper-case the path and leave its folder aside before they look at it.
+
+/// The name part.
+std::string extractPartName(Host& host, const std::string& path);
+/// 2 when a second group of digits follows the first, else 1.
+std::int16_t IsGroupOfDigits(Host& host, const std::string& path);
+/// The digits of the number part, leading zeros kept.
+std::string extractPartNumb(Host& host, const std::string& path);
+/// All letters behind the number part; a page letter is a single one.
+std::string extractPartPage(Host& host, const std::string& path);
+/// The suffix part from the first period on; "" without a period.
+std::string extractPartSuff(Host& host, const std::string& path);
+
+}  // namespace kiv

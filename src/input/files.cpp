@@ -1,0 +1,17 @@
+#include "input/files.h"
+
+#include "platform/programs.h"
+
+namespace kiv {
+
+bool FileExists(Host& host, const std::string& filename) {
+  return filename.find("\\\\") == std::string::npos && host.openInput(filename) != nullptr;
+}
+
+void ViewFile(Host& host, const std::string& s) {
+  if (!host.showText(s)) {
+    ExecCmd(host, "Notepad " + s);
+  }
+}
+
+}  // namespace kiv

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+
+#include "shell/kivsystem.h"
+
+namespace kiv {
+
+/// "v" and the numbers of the program's version, the third one always 0.
+std::string versionText(int major, int minor, int revision);
+
+/// Starts the program with the command line that it was given, runs the analysis that a sibling tool asks for, and
+/// ends. Any other command line is refused. Always leaves by ProgramEnd.
+[[noreturn]] void Form_Load(KivSystem& program, const std::string& commandLine);
+
+/// Runs the analysis of a names file as for a sibling tool: without the panel's closing messages, and after the
+/// results of an earlier run are deleted.
+void analyse(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId);
+
+/// Deletes the report and the verdict of an earlier run, so that a caller never mistakes them for new ones.
+void deleteOldResults(Host& host);
+
+/// True when the command line asks for the analysis of a names file.
+bool isAnalysisMode(const std::string& commandLine);
+/// True when the command line asks for the panel.
+bool isInteractiveMode(const std::string& commandLine);
+
+}  // namespace kiv
