@@ -1,0 +1,91 @@
+#include "apps/kivsys/run_outcome.h"
+
+#include <nlohmann/json.hpp>
+
+#include "analysis/report.h"
+#include "analysis/verdict.h"
+
+namespace kiv {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+const char* nameOf(Icon icon) {
+  switch (icon) {
+    case Icon::information:
+      return "information";
+    case Icon::exclamation:
+      return "exclamation";
+    case Icon::critical:
+      return "critical";
+    case Icon::none:
+      break;
+  }
+  return "none";
+}
+
+const char* nameOf(Answer answer) {
+  switch (answer) {
+    case Answer::yes:
+      return "yes";
+    case Answer::no:
+      return "no";
+    case Answer::ok:
+      break;
+  }
+  return "ok";
+}
+
+template <typename Value>
+Json orNull(const std::optional<Value>& value) {
+  return value ? Json(*value) : Json();
+}
+
+std::string yesOrNo(bool value) {
+  return value ? "YES" : "NO";
+}
+
+}  // namespace
+
+RunOutcome outcomeOf(KivSystem& program, const ConsoleHost& host, bool normalEnd) {
+  RunOutcome outcome;
+  outcome.normalEnd = normalEnd;
+  outcome.messages = host.messages();
+  outcome.files = program.names.nameCount;
+  if (normalEnd) {
+    outcome.consistency = program.systems.isConsistent();
+    outcome.multifile = program.pages.multifileCount != 0;
+    outcome.systems = program.systems.systemCount();
+    outcome.instruments = countInstruments(program.host, reportFile);
+  }
+  return outcome;
+}
+
+std::string asJson(const RunOutcome& outcome) {
+  Json messages = Json::array();
+  for (const ShownMessage& message : outcome.messages) {
+    messages.push_back({{"icon", nameOf(message.icon)},
+                        {"text", NativeSystem::toUtf8(message.text)},
+                        {"answer", nameOf(message.answer)}});
+  }
+  const Json object = {{"end", outcome.normalEnd ? "normal" : "critical"},
+                       {"messages", messages},
+                       {"consistency", orNull(outcome.consistency)},
+                       {"multifile", orNull(outcome.multifile)},
+                       {"files", outcome.files},
+                       {"systems", orNull(outcome.systems)},
+                       {"instruments", orNull(outcome.instruments)}};
+  return object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+std::string asText(const RunOutcome& outcome) {
+  if (!outcome.normalEnd) {
+    return "";
+  }
+  return "CONSISTENCY=" + yesOrNo(outcome.consistency.value_or(false)) +
+         "\nMULTIFILE=" + yesOrNo(outcome.multifile.value_or(false)) + "\nFiles: " + std::to_string(outcome.files) +
+         "\nSystems: " + std::to_string(outcome.systems.value_or(0)) +
+         "\nInstruments: " + std::to_string(outcome.instruments.value_or(0)) + "\n";
+}
+
+}  // namespace kiv

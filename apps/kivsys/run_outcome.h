@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/console/console_host.h"
+#include "shell/kivsystem.h"
+
+namespace kiv {
+
+/// How an analysis ended, and what it found out. What it did not reach is empty.
+struct RunOutcome {
+  bool normalEnd = false;
+  std::vector<ShownMessage> messages;
+  std::optional<bool> consistency;
+  std::optional<bool> multifile;
+  std::int16_t files = 0;
+  std::optional<std::size_t> systems;
+  std::optional<std::size_t> instruments;
+
+  /// True when every system can go on as it stands, without a conversion.
+  bool qualifies() const { return consistency.value_or(false) && !multifile.value_or(true); }
+};
+
+/// What the program object holds at the end of an analysis.
+RunOutcome outcomeOf(KivSystem& program, const ConsoleHost& host, bool normalEnd);
+
+/// One JSON object in UTF-8 on a line of its own.
+std::string asJson(const RunOutcome& outcome);
+/// The verdict and the counts, a line each; "" when the analysis did not reach them.
+std::string asText(const RunOutcome& outcome);
+
+}  // namespace kiv
