@@ -147,7 +147,8 @@ int parameterOf(const ItemWord& item, const std::string& word, Words& words) {
   const auto end = word.data() + word.size();
   const bool general = word.starts_with('p') && std::from_chars(word.data() + 1, end, p).ptr == end;
   const int last = isTextType(item.type) ? textHeadWords : parameterCount;
-  if (!general || p < 1 || p > last) {
+  // P1 to P3 have their places at the beginning of the line.
+  if (!general || p <= par::position || p > last) {
     words.complain("\"" + word + "\" is no parameter of " + std::string(item.word));
     return 0;
   }
@@ -219,7 +220,7 @@ std::string textItemBytes(ItemLine line, Words& words) {
 
 std::string plainItemBytes(const ItemLine& line, Words& words) {
   std::size_t last = parameterCount;
-  while (last > 1 && line.item.par[last] == 0) {
+  while (last > par::staff && line.item.par[last] == 0) {
     --last;
   }
   const float length = line.length.value_or(static_cast<float>(last));

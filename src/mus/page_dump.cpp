@@ -42,7 +42,7 @@ bool sameBits(float x, float y) {
 
 int highestParameter(const PageWalker& page) {
   int p = page.itemLength();
-  while (p > 1 && page.storedPar(p) == 0) {
+  while (p > par::staff && page.storedPar(p) == 0) {
     --p;
   }
   return p;

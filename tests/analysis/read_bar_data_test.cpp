@@ -1,0 +1,235 @@
+#include "analysis/read_bar_data.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/fake_host.h"
+#include "tests/support/pages.h"
+
+namespace kiv::test {
+namespace {
+
+class ReadBarData : public ::testing::Test {
+ protected:
+  /// Reads a page of this text as C:\M\A1.MUS.
+  void read(std::string_view text, std::int16_t offset = 0) { readBytes(page(text), offset); }
+  void readBytes(std::string bytes, std::int16_t offset = 0) {
+    host.addFile(name, std::move(bytes));
+    end = endOf([&] { readBarData(host, name, offset, table, firstClefs); });
+  }
+  std::string items() const { return asText(table); }
+
+  const std::string name = "C:\\M\\A1.MUS";
+  FakeHost host;
+  ItemTable table;
+  FirstClefTable firstClefs;
+  std::optional<int> end;
+};
+
+TEST_F(ReadBarData, MissingFileIsANamingProblem) {
+  end = endOf([&] { readBarData(host, name, 0, table, firstClefs); });
+  EXPECT_EQ(end, 1);
+  EXPECT_EQ(host.messages,
+            std::vector{critical("File naming problem: C:\\M\\A1.MUS\r\nCurrent folder = C:\\KIV\r\n"
+                                 "Filenames required for this program must have this format:\r\n\r\n"
+                                 "    <letter(s)><digit(s)><optionally one sequence letter>.<suffix>\r\n\r\n"
+                                 "Rename your input.")});
+}
+
+TEST_F(ReadBarData, BrokenFileIsReportedWithItsItemNumber) {
+  std::string bytes = page("staff 1 at 0 size 1\nbarline 1 at 0 spans 1\n");
+  bytes.resize(bytes.size() - 24 - 4);
+  readBytes(bytes);
+  EXPECT_EQ(end, 1);
+  EXPECT_EQ(host.messages, std::vector{critical("Structural error in MUS file: C:\\M\\A1.MUS\r\n"
+                                                "Try to recover with KivValid/KivRecover.\r\n"
+                                                "Current folder = C:\\KIV\r\nItem number = 2")});
+}
+
+TEST_F(ReadBarData, FileWithoutAHeaderIsItemNumber0) {
+  readBytes("\x01");
+  EXPECT_EQ(end, 1);
+  EXPECT_TRUE(host.messages.at(0).text.ends_with("\r\nItem number = 0"));
+}
+
+TEST_F(ReadBarData, TwoZeroBytesAreItemNumber1) {
+  readBytes(std::string(2, '\0'));
+  EXPECT_EQ(end, 1);
+  EXPECT_TRUE(host.messages.at(0).text.ends_with("\r\nItem number = 1"));
+}
+
+TEST_F(ReadBarData, ItemWithTooManyParametersIsARunTimeError) {
+  read("staff 1 at 0\nitem 6 1 0 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21\n");
+  EXPECT_EQ(end, 1);
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Subscript out of range\r\nC:\\M\\A1.MUS, item 2")});
+}
+
+TEST_F(ReadBarData, KeepsStavesBarlinesAndCuesOnly) {
+  read(
+      "staff 1 at 0 size 1 instrument 101\nclef 1 at 2 kind 1\nkeysignature 1 at 9 key 2\n"
+      "timesignature 1 at 12 upper 4 lower 4\nnote 1 at 20 duration 1\nrest 1 at 30 kind -2 cue 104\n"
+      "item 10 1 0 5\nbarline 1 at 50 spans 1\ntext 1 at 5 \"Adagio\"\n");
+  EXPECT_EQ(items(),
+            "staff 1 at 0 size 1 instrument 101 \"STAFF=1,FILE=C:\\M\\A1.MUS\"\n"
+            "rest 1 at 30 kind -2 cue 104\n"
+            "barline 1 at 50 spans 1\n");
+  EXPECT_EQ(end, std::nullopt);
+}
+
+TEST_F(ReadBarData, StaffIdentifierBecomesNonNegative) {
+  read("staff 1 at 0 instrument -101\n");
+  EXPECT_EQ(table.itemPar(1, par::instrument), 101);
+}
+
+TEST_F(ReadBarData, HiddenStaffIsInvisibleAndLetsTheInterfaceBreathe) {
+  read("staff 1 at 0 lines -1 instrument 101\nclef 1 at 2 kind 1\nstaff 2 at 0 lines 5 instrument 102\n");
+  EXPECT_EQ(items(), "staff 2 at 0 lines 5 instrument 102 \"STAFF=2,FILE=C:\\M\\A1.MUS\"\n");
+  EXPECT_EQ(host.calls, std::vector<std::string>{"events"});
+  EXPECT_EQ(firstClefs.firstClefCount(), 0U) << "its clef has no staff";
+}
+
+TEST_F(ReadBarData, OffsetRaisesStaffNumbersButNotTheTextOfTheStaff) {
+  read("staff 3 at 0 instrument 7\nbarline 3 at 0 spans 1\nrest 3 at 9 kind -12 cue 8\n", 12);
+  EXPECT_EQ(items(),
+            "staff 15 at 0 instrument 7 \"STAFF=3,FILE=C:\\M\\A1.MUS\"\n"
+            "barline 15 at 0 spans 1\nrest 15 at 9 kind -12 cue 8\n");
+}
+
+TEST_F(ReadBarData, StaffNumberInTheTextIsAGeneralNumber) {
+  read("staff 2.5 at 0\nstaff 12 at 0\n");
+  EXPECT_EQ(table.itemText(1), "STAFF=2.5,FILE=C:\\M\\A1.MUS");
+  EXPECT_EQ(table.itemText(2), "STAFF=12,FILE=C:\\M\\A1.MUS");
+}
+
+TEST_F(ReadBarData, MarksOfTheFileAreClearedButTheSystemNumberStays) {
+  read("staff 1 at 0 p18 7 p19 8 p20 9\nbarline 1 at 0 p18 7 p19 8 p20 9\n");
+  EXPECT_EQ(table.itemPar(1, par::system), 7);
+  EXPECT_EQ(table.itemPar(1, par::stavesUp), 0);
+  EXPECT_EQ(table.itemPar(1, par::mark), 0);
+  EXPECT_EQ(table.itemPar(2, par::stavesUp), 8);
+  EXPECT_EQ(table.itemPar(2, par::mark), 0);
+}
+
+TEST_F(ReadBarData, AppendsBehindWhatTheTableHolds) {
+  read("staff 1 at 0 instrument 1\n");
+  read("staff 1 at 0 instrument 2\n", 1);
+  EXPECT_EQ(table.itemCount(), 2);
+  EXPECT_EQ(table.itemPar(2, par::staff), 2);
+}
+
+TEST_F(ReadBarData, ItemsOfAlmostTheRightTypeAreDropped) {
+  read("item 8.5 1 0\nitem 13.5 1 0\nitem 2.5 1 0 0 -2 0 0 0 0 0 0 0 5\n");
+  EXPECT_EQ(table.itemCount(), 0);
+}
+
+TEST_F(ReadBarData, TooManyItemsEndTheProgram) {
+  std::string text;
+  for (int i = 0; i <= 5000; ++i) {
+    text += "barline 1 at 0\n";
+  }
+  read(text);
+  EXPECT_EQ(end, 1);
+  EXPECT_EQ(host.messages, std::vector{critical("MUS file too big for operation. Hit OK to terminate.")});
+}
+
+/// A cue marker, and how a change to one of its parameters decides.
+class CueMarker : public ReadBarData {
+ protected:
+  bool isKept(const std::string& parameters) {
+    table.restart();
+    read("rest 1 at 30 " + parameters + "\n");
+    return table.itemCount() == 1;
+  }
+};
+
+TEST_F(CueMarker, KindIsMinus2OrMinus12) {
+  EXPECT_TRUE(isKept("kind -2 cue 104"));
+  EXPECT_TRUE(isKept("kind -12 cue 104"));
+  EXPECT_FALSE(isKept("kind 2 cue 104"));
+  EXPECT_FALSE(isKept("kind -2.5 cue 104"));
+  EXPECT_FALSE(isKept("cue 104"));
+}
+
+TEST_F(CueMarker, FormMinus1IsNone) {
+  EXPECT_FALSE(isKept("kind -2 form -1 cue 104"));
+  EXPECT_TRUE(isKept("kind -2 form 1 cue 104"));
+  EXPECT_TRUE(isKept("kind -2 form 0x7FC00000 cue 104"));
+}
+
+TEST_F(CueMarker, HeightLiesBetweenMinus6And2) {
+  EXPECT_TRUE(isKept("kind -2 height -6 cue 104"));
+  EXPECT_TRUE(isKept("kind -2 height 2 cue 104"));
+  EXPECT_FALSE(isKept("kind -2 height -6.01 cue 104"));
+  EXPECT_FALSE(isKept("kind -2 height 2.01 cue 104"));
+  EXPECT_FALSE(isKept("kind -2 height -100 cue 104"));
+  EXPECT_FALSE(isKept("kind -2 height 0x7FC00000 cue 104"));
+}
+
+TEST_F(CueMarker, NeedsAnInstrument) {
+  EXPECT_FALSE(isKept("kind -2"));
+  EXPECT_FALSE(isKept("kind -2 cue -0"));
+  EXPECT_TRUE(isKept("kind -2 cue -104"));
+  EXPECT_TRUE(isKept("kind -2 cue 0x7FC00000"));
+}
+
+/// The table of first clefs after pages were read.
+class FirstClefs : public ReadBarData {
+ protected:
+  using Entries = std::vector<FirstClefTable::Entry>;
+};
+
+TEST_F(FirstClefs, KindIsStoredWith1000AndHeightAsItIs) {
+  read("staff 1 at 0 instrument 101\nclef 1 at 2 height -3 kind 2\n");
+  EXPECT_EQ(firstClefs.entries, (Entries{{101, 1002, -3}}));
+}
+
+TEST_F(FirstClefs, ClefBeforeItsStaffIsNotSeen) {
+  read("clef 1 at 2 kind 2\nstaff 1 at 0 instrument 101\n");
+  EXPECT_EQ(firstClefs.entries, Entries{});
+}
+
+TEST_F(FirstClefs, OnlyTheFirstClefOfAnInstrumentCounts) {
+  read("staff 1 at 0 instrument 101\nclef 1 at 2 kind 1\nclef 1 at 90 kind 2\n");
+  EXPECT_EQ(firstClefs.entries, (Entries{{101, 1001, 0}}));
+}
+
+TEST_F(FirstClefs, ASecondFileDoesNotReplaceTheEntry) {
+  read("staff 1 at 0 instrument 101\nclef 1 at 2 kind 1\n");
+  table.restart();
+  read("staff 1 at 0 instrument 101\nclef 1 at 2 kind 3\nstaff 2 at 0 instrument 102\nclef 2 at 2 kind 4\n");
+  EXPECT_EQ(firstClefs.entries, (Entries{{101, 1001, 0}, {102, 1004, 0}}));
+}
+
+TEST_F(FirstClefs, FileWithoutClefLeavesTheTable) {
+  read("staff 1 at 0 instrument 101\nbarline 1 at 0\n");
+  EXPECT_EQ(firstClefs.entries, Entries{});
+}
+
+TEST_F(FirstClefs, FirstStaffOfTheNumberIsTheClefs) {
+  read("staff 1 at 0 instrument 101\nstaff 1 at 0 instrument 102\nclef 1 at 2 kind 1\n");
+  EXPECT_EQ(firstClefs.entries, (Entries{{101, 1001, 0}}));
+}
+
+TEST_F(FirstClefs, ClefIsComparedAsReadWithStavesAsRaised) {
+  read("staff 1 at 0 instrument 101\nstaff 2 at 0 instrument 102\n");
+  read("staff 1 at 0 instrument 201\nclef 1 at 2 kind 5\n", 2);
+  EXPECT_EQ(firstClefs.entries, (Entries{{101, 1005, 0}})) << "staff 1 is the lowest file's, not the clef's own";
+}
+
+TEST_F(FirstClefs, FractionalIdentifierIsRoundedAndNeverFoundAgain) {
+  read("staff 1 at 0 instrument 2.5\nclef 1 at 2 kind 1\nclef 1 at 9 kind 3\n");
+  EXPECT_EQ(firstClefs.entries, (Entries{{2, 1001, 0}, {2, 1003, 0}}));
+}
+
+TEST_F(FirstClefs, IdentifierBeyond16BitsIsARunTimeError) {
+  read("staff 1 at 0 instrument 40000\nclef 1 at 2 kind 1\n");
+  EXPECT_EQ(end, 1);
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\M\\A1.MUS, item 2")});
+}
+
+TEST_F(FirstClefs, IdentifierBeyond16BitsIsNoProblemWithoutAClef) {
+  read("staff 1 at 0 instrument 40000\n");
+  EXPECT_EQ(end, std::nullopt);
+}
+
+}  // namespace
+}  // namespace kiv::test

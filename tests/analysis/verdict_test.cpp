@@ -1,0 +1,178 @@
+#include "analysis/verdict.h"
+
+#include <ostream>
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/fake_host.h"
+
+namespace kiv {
+
+void PrintTo(const SystemTable::System& system, std::ostream* out) {
+  *out << system.systemNumber << ": " << system.systemInstrList << " " << system.columns[0] << system.columns[1]
+       << system.columns[2];
+}
+
+}  // namespace kiv
+
+namespace kiv::test {
+namespace {
+
+class Verdict : public ::testing::Test {
+ protected:
+  static std::string record(const std::string& system, const std::string& identifier) {
+    return "SYSTEM=" + system + ",INSTRID=" + identifier + ",NEWSTAFF=1,STAVESUP=0,STAFF=1,FILE=C:\\M\\X1.MUS\r\n";
+  }
+  /// The verdict over a report of these lines.
+  std::string verdictOf(const std::string& report, std::int16_t multifileCount = 0) {
+    host.addFile("KivSystem2.TXT", report);
+    end = endOf([&] { phase5(host, multifileCount, table); });
+    return host.file("KivSystem1.TXT");
+  }
+
+  FakeHost host;
+  SystemTable table;
+  std::optional<int> end;
+};
+
+const std::string consistent = "CONSISTENCY=YES\r\nMULTIFILE=NO\r\n";
+const std::string inconsistent = "CONSISTENCY=NO\r\nMULTIFILE=NO\r\n";
+
+TEST_F(Verdict, SameIdentifiersInTheSameOrderAreConsistent) {
+  EXPECT_EQ(verdictOf(record("1", "101") + record("1", "104") + record("2", "101") + record("2", "104")), consistent);
+}
+
+TEST_F(Verdict, AnotherOrderIsInconsistent) {
+  EXPECT_EQ(verdictOf(record("1", "101") + record("1", "104") + record("2", "104") + record("2", "101")), inconsistent);
+}
+
+TEST_F(Verdict, OneSystemIsAlwaysConsistent) {
+  EXPECT_EQ(verdictOf(record("1", "7") + record("1", "7")), consistent);
+}
+
+TEST_F(Verdict, ReportWithoutRecordsIsConsistent) {
+  EXPECT_EQ(verdictOf("* nothing\r\n"), consistent);
+}
+
+TEST_F(Verdict, ZeroIdentifiersTakePart) {
+  EXPECT_EQ(verdictOf(record("1", "0") + record("1", "5") + record("2", "5")), inconsistent);
+  EXPECT_EQ(verdictOf(record("1", "0") + record("2", "0")), consistent);
+}
+
+TEST_F(Verdict, OnlyALastSystemThatDiffersIsNoticed) {
+  std::string report;
+  for (int system = 1; system < 40; ++system) {
+    report += record(std::to_string(system), "5");
+  }
+  EXPECT_EQ(verdictOf(report), consistent);
+  EXPECT_EQ(verdictOf(report + record("40", "6")), inconsistent);
+}
+
+TEST_F(Verdict, PagesWithLettersAreMultifile) {
+  EXPECT_EQ(verdictOf(record("1", "5"), 1), "CONSISTENCY=YES\r\nMULTIFILE=YES\r\n");
+}
+
+TEST_F(Verdict, CommentLinesAreSkipped) {
+  EXPECT_EQ(verdictOf("* SYSTEM=1,INSTRID=x\r\n" + record("1", "5") + "*SYSTEM=2\r\n"), consistent);
+  EXPECT_EQ(table.systems, (std::vector<SystemTable::System>{{1, "5,"}}));
+}
+
+TEST_F(Verdict, SystemsAreListedInOrderOfAppearance) {
+  verdictOf(record("2", "101") + record("1", "5") + record("2", "104"));
+  EXPECT_EQ(table.systems, (std::vector<SystemTable::System>{{2, "101,104,", {"0", "0", "1"}}, {1, "5,"}}));
+}
+
+TEST_F(Verdict, LineThatIsNoRecordIsSystem0WithIdentifier0) {
+  EXPECT_EQ(verdictOf("\r\nINSTRID=7\r\n" + record("1", "5")), inconsistent);
+  EXPECT_EQ(table.systems, (std::vector<SystemTable::System>{{0, "0,7,"}, {1, "5,"}}));
+}
+
+TEST_F(Verdict, NumbersAreRoundedHalvesToEven) {
+  verdictOf(record("1.5", "2.5"));
+  EXPECT_EQ(table.systems, (std::vector<SystemTable::System>{{2, "2,"}}));
+}
+
+TEST_F(Verdict, ValueThatIsNoNumberIsARunTimeError) {
+  for (const std::string value : {"NAN", "INF", "", " 1", "x"}) {
+    host.messages.clear();
+    verdictOf(record("1", value));
+    EXPECT_EQ(end, 1);
+    const std::string line = record("1", value);
+    EXPECT_EQ(host.messages,
+              std::vector{critical("Run-time error: Type mismatch\r\n" + line.substr(0, line.size() - 2))});
+  }
+}
+
+TEST_F(Verdict, ValueBeyond16BitsIsARunTimeError) {
+  verdictOf("SYSTEM=40000,INSTRID=1\r\n");
+  EXPECT_EQ(end, 1);
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nSYSTEM=40000,INSTRID=1")});
+  host.messages.clear();
+  verdictOf("SYSTEM=1,INSTRID=1E+07\r\n");
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nSYSTEM=1,INSTRID=1E+07")});
+}
+
+TEST_F(Verdict, RunTimeErrorLeavesTheOldVerdictAlone) {
+  host.addFile("KivSystem1.TXT", "old");
+  EXPECT_EQ(verdictOf("SYSTEM=x\r\n"), "old");
+}
+
+TEST_F(Verdict, EveryRunFillsTheTableAfresh) {
+  verdictOf(record("1", "5") + record("2", "6"));
+  verdictOf(record("3", "5"));
+  EXPECT_EQ(table.systems, (std::vector<SystemTable::System>{{3, "5,"}}));
+}
+
+TEST_F(Verdict, MissingReportEndsTheProgram) {
+  EXPECT_EQ(endOf([&] { phase5(host, 0, table); }), 1);
+  EXPECT_EQ(host.messages, std::vector{critical("Could not open file KivSystem2.TXT for input.")});
+}
+
+TEST_F(Verdict, VerdictThatCannotBeCreatedEndsTheProgram) {
+  host.unwritable = {"KivSystem1.TXT"};
+  verdictOf(record("1", "5"));
+  EXPECT_EQ(end, 1);
+  EXPECT_EQ(host.messages, std::vector{critical("Failed to create file KivSystem1.TXT")});
+}
+
+TEST_F(Verdict, EveryByteStringAsReportEndsInADocumentedResult) {
+  std::mt19937 random(1);
+  const std::string report = "* head\r\n" + record("1", "101") + record("2", "104");
+  const auto isDocumented = [&] {
+    return !end || (host.messages.size() == 1 && (host.messages[0].text.starts_with("Run-time error: Type mismatch") ||
+                                                  host.messages[0].text.starts_with("Run-time error: Overflow")));
+  };
+  for (std::size_t cut = 0; cut <= report.size(); ++cut) {
+    host.messages.clear();
+    verdictOf(report.substr(0, cut));
+    EXPECT_TRUE(isDocumented()) << cut;
+  }
+  for (std::size_t at = 0; at < report.size(); ++at) {
+    std::string changed = report;
+    changed[at] = static_cast<char>(random());
+    host.messages.clear();
+    verdictOf(changed);
+    EXPECT_TRUE(isDocumented()) << changed;
+  }
+}
+
+class NumberOfInstruments : public Verdict {};
+
+TEST_F(NumberOfInstruments, CountsDistinctTexts) {
+  host.addFile("KivSystem2.TXT", record("1", "7") + record("1", "07") + record("2", "7") + record("2", "101"));
+  EXPECT_EQ(numberOfInstruments(host), 3);
+}
+
+TEST_F(NumberOfInstruments, SkipsCommentsAndLinesWithoutTheKeyword) {
+  host.addFile("KivSystem2.TXT", "* x,INSTRID=5\r\nINSTRID=6\r\n\r\n" + record("1", "7"));
+  EXPECT_EQ(numberOfInstruments(host), 1);
+}
+
+TEST_F(NumberOfInstruments, MissingReportEndsTheProgram) {
+  EXPECT_EQ(endOf([&] { numberOfInstruments(host); }), 1);
+  EXPECT_EQ(host.messages, std::vector{critical("Failed to open KivSystem2.txt for input.")});
+}
+
+}  // namespace
+}  // namespace kiv::test

@@ -1,0 +1,92 @@
+#include "tests/console/run_program.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include <gtest/gtest.h>
+#include <stdlib.h>  // mkdtemp
+#include <sys/wait.h>
+
+namespace kiv::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path newFolder() {
+  std::string path = (fs::temp_directory_path() / "kivsys-test-XXXXXX").string();
+  EXPECT_NE(::mkdtemp(path.data()), nullptr);
+  return fs::canonical(path);
+}
+
+std::string contentOf(const fs::path& path) {
+  const std::ifstream file(path, std::ios::binary);
+  std::ostringstream content;
+  content << file.rdbuf();
+  return file ? content.str() : "(no file)";
+}
+
+std::string quoted(const std::string& word) {
+  std::string result = "'";
+  for (const char c : word) {
+    result += c == '\'' ? "'\\''" : std::string(1, c);
+  }
+  return result + "'";
+}
+
+}  // namespace
+
+Workplace::Workplace() : path_(newFolder()), outside_(newFolder()) {
+  fs::create_directory(outside_ / "tmp");
+}
+
+Workplace::~Workplace() {
+  EXPECT_EQ(filesIn(outside_ / "tmp"), std::vector<std::string>{}) << "temporary files are left";
+  fs::remove_all(path_);
+  fs::remove_all(outside_);
+}
+
+std::string Workplace::corePath(const std::string& file) const {
+  std::string path = file.empty() ? path_.string() : (path_ / file).string();
+  std::replace(path.begin(), path.end(), '/', '\\');
+  return path;
+}
+
+std::string Workplace::capitals(const std::string& file) const {
+  std::string path = corePath(file);
+  std::transform(path.begin(), path.end(), path.begin(),
+                 [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+  return path;
+}
+
+void Workplace::write(const std::string& file, const std::string& content) const {
+  fs::create_directories((path_ / file).parent_path());
+  std::ofstream(path_ / file, std::ios::binary) << content;
+}
+
+std::string Workplace::read(const std::string& file) const {
+  return contentOf(path_ / file);
+}
+
+Ended Workplace::kivsys(const std::vector<std::string>& arguments, const std::string& folder) const {
+  std::string command = "cd " + quoted((path_ / folder).string()) +
+                        " && TMPDIR=" + quoted((outside_ / "tmp").string()) + " " + quoted(KIVSYS_PROGRAM);
+  for (const std::string& argument : arguments) {
+    command += " " + quoted(argument);
+  }
+  command += " </dev/null >" + quoted((outside_ / "out").string()) + " 2>" + quoted((outside_ / "error").string());
+  const int status = std::system(command.c_str());
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(outside_ / "out"), contentOf(outside_ / "error")};
+}
+
+std::vector<std::string> filesIn(const std::filesystem::path& folder) {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    names.push_back(entry.path().filename().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+}  // namespace kiv::test
