@@ -19,6 +19,33 @@ std::string dateAndTime(const LocalTime& time) {
   return text.data();
 }
 
+bool isLeftBarline(const ItemTable& table, int i) {
+  return table.itemPar(i, par::type) == type::barline && table.itemPar(i, par::mark) == leftBarline;
+}
+
+bool isListed(const ItemTable& table, int i) {
+  const float type = table.itemPar(i, par::type);
+  return type == type::staff || type == type::rest || isLeftBarline(table, i);
+}
+
+std::string listingLine(Host& host, const ItemTable& table, int i) {
+  const float type = table.itemPar(i, par::type);
+  ZonedLine zones(host, "* ");
+  zones.number(static_cast<float>(i)).number(type).number(table.itemPar(i, par::staff));
+  if (type == type::rest) {
+    zones.number(table.itemPar(i, par::cuedInstrument));
+  } else if (type == type::staff) {
+    zones.number(table.itemPar(i, par::instrument))
+        .number(table.itemPar(i, par::system))
+        .number(table.itemPar(i, par::stavesUp))
+        .number(table.itemPar(i, par::mark))
+        .field(table.itemText(i));
+  } else {
+    zones.number(table.itemPar(i, par::spannedStaves)).emptyField().emptyField().number(table.itemPar(i, par::mark));
+  }
+  return zones.text();
+}
+
 std::string staffRecord(const ItemTable& table, int i) {
   return "SYSTEM=" + generalNumber(table.itemPar(i, par::system)) +
          ",INSTRID=" + generalNumber(table.itemPar(i, par::instrument)) +
@@ -78,23 +105,9 @@ void Report::writePage(const ItemTable& table) {
 
 void Report::listing(const ItemTable& table) {
   for (int i = 1; i <= table.itemCount(); ++i) {
-    const float type = table.itemPar(i, par::type);
-    ZonedLine zones(host_, "* ");
-    zones.number(static_cast<float>(i)).number(type).number(table.itemPar(i, par::staff));
-    if (type == type::rest) {
-      zones.number(table.itemPar(i, par::cuedInstrument));
-    } else if (type == type::staff) {
-      zones.number(table.itemPar(i, par::instrument))
-          .number(table.itemPar(i, par::system))
-          .number(table.itemPar(i, par::stavesUp))
-          .number(table.itemPar(i, par::mark))
-          .field(table.itemText(i));
-    } else if (type == type::barline && table.itemPar(i, par::mark) == leftBarline) {
-      zones.number(table.itemPar(i, par::spannedStaves)).emptyField().emptyField().number(table.itemPar(i, par::mark));
-    } else {
-      continue;
+    if (isListed(table, i)) {
+      line(listingLine(host_, table, i));
     }
-    line(zones.text());
   }
 }
 

@@ -6,7 +6,14 @@ namespace kiv {
 namespace {
 
 constexpr std::size_t bufferSize = 64 * 1024;
-constexpr std::string_view lineEnds = "\r\n";
+
+/// The position of the next line end; the text's length when there is none.
+std::size_t findEnd(std::string_view text, std::size_t from) {
+  while (from < text.size() && text[from] != '\n' && text[from] != '\r') {
+    ++from;
+  }
+  return from;
+}
 
 }  // namespace
 
@@ -24,15 +31,15 @@ std::optional<std::string_view> LineReader::next() {
     return std::nullopt;
   }
   line_.clear();
-  std::size_t end = buffer_.find_first_of(lineEnds, position_);
+  std::size_t end = findEnd(buffer_, position_);
   bool pieced = false;
-  while (end == std::string::npos) {
+  while (end == buffer_.size()) {
     line_.append(buffer_, position_);
     pieced = true;
     if (!fill()) {
       return line_;
     }
-    end = buffer_.find_first_of(lineEnds, position_);
+    end = findEnd(buffer_, position_);
   }
   std::string_view line = std::string_view(buffer_).substr(position_, end - position_);
   if (pieced || end + 1 == buffer_.size()) {
