@@ -1,3 +1,5 @@
+#include <exception>
+#include <iostream>
 #include <string>
 
 #include <CLI/CLI.hpp>
@@ -94,5 +96,10 @@ int run(int argc, char** argv) {
 }  // namespace kiv
 
 int main(int argc, char** argv) {
-  return kiv::run(argc, argv);
+  try {
+    return kiv::run(argc, argv);
+  } catch (const std::exception& failure) {
+    std::cerr << "kivsys: " << failure.what() << '\n';
+    return kiv::exit_status::critical;
+  }
 }

@@ -1,0 +1,64 @@
+#!/bin/sh
+# Builds the example's pages, analyses them and shows which systems differ and how.
+# Usage: examples/demo.sh KIVSYS FOLDER
+set -eu
+kivsys=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
+example=$(cd "$(dirname "$0")" && pwd)/beethoven-9
+rm -rf "$2"
+mkdir -p "$2"
+cd "$2"
+
+echo "Ludwig van Beethoven, Symphony No. 9: two passages on five pages, one of them in two files"
+echo
+pages=
+for text in "$example"/SYMPH*.txt; do
+  page=$(basename "$text" .txt).MUS
+  "$kivsys" build "$text" "$page"
+  pages="$pages $page"
+done
+# shellcheck disable=SC2086  # the page names have no blanks
+set -- $pages
+echo "\$ kivsys analyze $*"
+"$kivsys" analyze "$@"
+echo
+echo "Systems (S) by instruments; a dot is a staff that is missing there:"
+echo
+# Names are in instruments.txt: identifier, tab, name. Records of the report: SYSTEM=1,INSTRID=101,...,FILE=...
+awk -F '\t' '
+  FNR == NR { name[$1] = $2; next }
+  { sub(/\r$/, "") }
+  /^\*/ || !/^SYSTEM=/ { next }
+  {
+    count = split($0, field, ",")
+    system_ = substr(field[1], 8) + 0
+    id = substr(field[2], 9)
+    file = $0
+    sub(/.*\\/, "", file)
+    if (!(id in seen)) { seen[id] = 1; order[++ids] = id }
+    if (system_ > systems) systems = system_
+    there[system_, id] = 1
+    if (!(system_ in pages)) pages[system_] = file
+    else if (index(pages[system_], file) == 0) pages[system_] = pages[system_] " + " file
+  }
+  END {
+    for (i = 2; i <= ids; ++i)
+      for (j = i; j > 1 && order[j] + 0 < order[j - 1] + 0; --j) { t = order[j]; order[j] = order[j - 1]; order[j - 1] = t }
+    printf "%4s %-22s", "id", "instrument"
+    for (s = 1; s <= systems; ++s) printf " S%-2d", s
+    print ""
+    for (i = 1; i <= ids; ++i) {
+      printf "%4s %-22s", order[i], name[order[i]]
+      for (s = 1; s <= systems; ++s) printf " %-3s", (s, order[i]) in there ? "#" : "."
+      print ""
+    }
+    print ""
+    for (s = 1; s <= systems; ++s) {
+      missing = ""
+      count = 0
+      for (i = 1; i <= ids; ++i)
+        if (!((s, order[i]) in there)) { missing = missing (count++ ? ", " : "") name[order[i]] }
+      printf "S%d (%s): %s\n", s, pages[s], count ? "without " missing : "all " ids " instruments"
+    }
+  }' "$example/instruments.txt" KivSystem2.TXT
+echo
+echo "Report and verdict are in $(pwd | sed 's|.*/\(build/\)|\1|'): KivSystem2.TXT, KivSystem1.TXT"
