@@ -55,8 +55,8 @@ int main(int argc, char** argv) {
     std::cerr << "line " << error->line << ": " << error->reason << '\n';
     return 1;
   }
-  const int pages = std::atoi(argv[2]);
-  for (int number = 1; number <= pages; ++number) {
+  const long pages = std::strtol(argv[2], nullptr, 10);
+  for (long number = 1; number <= pages; ++number) {
     const std::string digits = std::to_string(100000 + number).substr(1);
     std::ofstream file(std::string(argv[1]) + "/PAGE" + digits + ".MUS", std::ios::binary);
     file << std::get<std::string>(page);

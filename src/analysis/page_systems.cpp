@@ -62,8 +62,11 @@ void readMultifilePage(Host& host, const PageEntry& page, std::string& musFileNa
       page.pagePath + extractPartName(host, page.pageName) + extractPartNumb(host, page.pageName);
   const std::string suffix = extractPartSuff(host, page.pageName);
   std::int16_t offset = 0;
-  for (auto letter = page.pageLetters.rbegin(); letter != page.pageLetters.rend(); ++letter) {
-    musFileName = beforeLetter + *letter + suffix;
+  const std::string lettersUpward(page.pageLetters.rbegin(), page.pageLetters.rend());
+  for (const char letter : lettersUpward) {
+    musFileName = beforeLetter;
+    musFileName += letter;
+    musFileName += suffix;
     readBarData(host, musFileName, offset, table, firstClefs);
     raiseToHighest(host, musFileName, table, par::staff, offset);
   }

@@ -31,6 +31,6 @@ struct PageTable {
 
 /// Groups the selected files into pages. musFileName goes through the files, so that it names the offending one when
 /// a name that does not follow the convention ends the program. Page letters that are not A, B, C ... are reported.
-void groupPages(Host& host, const NamesTable& names, std::string& musFileName, PageTable& pages);
+void groupPages(Host& host, const NamesTable& names, std::string& musFileName, PageTable& table);
 
 }  // namespace kiv

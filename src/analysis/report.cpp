@@ -1,8 +1,5 @@
 #include "analysis/report.h"
 
-#include <array>
-#include <cstdio>
-
 #include "analysis/zoned_line.h"
 #include "mus/number.h"
 
@@ -12,11 +9,13 @@ namespace {
 constexpr std::size_t separatorLength = 87;
 constexpr float leftBarline = 1;
 
+std::string twoDigits(int number) {
+  return (number < 10 ? "0" : "") + std::to_string(number);
+}
+
 std::string dateAndTime(const LocalTime& time) {
-  std::array<char, 80> text{};
-  std::snprintf(text.data(), text.size(), "%02d-%02d-%04d   %02d:%02d:%02d", time.month, time.day, time.year, time.hour,
-                time.minute, time.second);
-  return text.data();
+  return twoDigits(time.month) + "-" + twoDigits(time.day) + "-" + std::to_string(time.year) + "   " +
+         twoDigits(time.hour) + ":" + twoDigits(time.minute) + ":" + twoDigits(time.second);
 }
 
 bool isLeftBarline(const ItemTable& table, int i) {

@@ -31,7 +31,7 @@ struct SystemTable {
 
 /// Reads the report back into the table and writes the verdict. A file that cannot be opened ends the program, and so
 /// does a line whose system or identifier is no number of 16 bits.
-void phase5(Host& host, std::int16_t multifileCount, SystemTable& systems);
+void phase5(Host& host, std::int16_t multifileCount, SystemTable& table);
 
 /// The number of distinct instrument identifiers in a report, compared as texts; nullopt when it cannot be opened.
 std::optional<std::size_t> countInstruments(Host& host, const std::string& report);

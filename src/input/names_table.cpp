@@ -25,7 +25,7 @@ class NamesLoader {
   void load();
 
  private:
-  Loading takeLine(std::string_view line);
+  Loading takeLine(std::string_view lineWithBlanks);
   std::string takeRecord(const std::string& line, bool terminated);
   Loading checkRecord(const std::string& record, bool terminated);
   Loading checkFile(const std::string& name);
@@ -56,8 +56,8 @@ void NamesLoader::load() {
   names_.namesValid = names_.namesValid || names_.nameCount > 0;
 }
 
-Loading NamesLoader::takeLine(std::string_view text) {
-  const std::string line = withoutTrailingBlanks(text);
+Loading NamesLoader::takeLine(std::string_view lineWithBlanks) {
+  const std::string line = withoutTrailingBlanks(lineWithBlanks);
   if (line.empty() || line.starts_with(' ') || line.starts_with('*')) {
     return Loading::goesOn;
   }

@@ -20,6 +20,7 @@ void ItemTable::reorder(const std::vector<std::int16_t>& order) {
   }
   int next = 1;
   for (Item& item : sorted) {
+    item.par[0] = row(next).par[0];
     row(next++) = std::move(item);
   }
 }

@@ -41,7 +41,8 @@ class ItemTable {
   /// Appends P1 .. P20 and the text. The 5001st item ends the program.
   void store_item(Host& host, const Item& item);
 
-  /// Puts the rows 1 .. itemCount() in the order given: row i becomes what row order[i - 1] was.
+  /// Puts the rows 1 .. itemCount() in the order given: P1 .. P20 and the text of row i become what row order[i - 1]
+  /// held.
   void reorder(const std::vector<std::int16_t>& order);
 
  private:

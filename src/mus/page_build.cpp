@@ -203,7 +203,8 @@ std::string textItemBytes(ItemLine line, Words& words) {
     item.par[par::textLength] = static_cast<float>(item.text.size());
   }
   std::string chunks = padded(item.par[par::type], item.text);
-  float length = static_cast<float>(textHeadWords + chunks.size() / bytesPerWord);
+  const std::size_t chunkCount = chunks.size() / bytesPerWord;
+  auto length = static_cast<float>(textHeadWords + chunkCount);
   if (line.length) {
     length = *line.length;
     const std::size_t count = wholeLength(length);
@@ -328,7 +329,8 @@ std::string PageBuilder::finish(Complaint& complaint) {
     return content_;
   }
   if (!header_) {
-    const auto count = toInt16(static_cast<double>(content_.size() / bytesPerWord));
+    const std::size_t words = content_.size() / bytesPerWord;
+    const auto count = toInt16(static_cast<double>(words));
     if (content_.size() % bytesPerWord != 0 || !count) {
       complaint.make("the page is " + std::to_string(content_.size()) +
                      " bytes long; without a line for its number of words it must be at most 32767 words of 4 bytes");

@@ -1,6 +1,5 @@
-#include <array>
+#include <algorithm>
 #include <bit>
-#include <cstdio>
 
 #include "mus/number.h"
 #include "mus/page_text.h"
@@ -13,9 +12,9 @@ namespace {
 constexpr std::size_t bytesPerLine = 16;
 
 std::string hexByte(char byte) {
-  std::array<char, 4> digits{};
-  std::snprintf(digits.data(), digits.size(), "%02X", static_cast<unsigned>(static_cast<unsigned char>(byte)));
-  return digits.data();
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  const auto code = static_cast<unsigned char>(byte);
+  return {digits[code >> 4U], digits[code & 0xFU]};
 }
 
 std::string quoted(std::string_view text) {
@@ -90,10 +89,11 @@ std::string namedItem(const PageWalker& page, const ItemWord& item) {
       line += " " + wordFor(item, p) + " " + exactNumber(page.storedPar(p));
     }
   }
-  float length = static_cast<float>(highestParameter(page));
+  auto length = static_cast<float>(highestParameter(page));
   if (page.hasText()) {
     line += " " + quoted(text);
-    length = static_cast<float>(textHeadWords + padded(page.type(), text).size() / bytesPerWord);
+    const std::size_t chunks = padded(page.type(), text).size() / bytesPerWord;
+    length = static_cast<float>(textHeadWords + chunks);
   }
   return sameBits(length, page.lengthWord()) ? line : line + " length " + exactNumber(page.lengthWord());
 }
@@ -113,9 +113,13 @@ std::string itemLine(const PageWalker& page) {
 }
 
 std::string place(int number, std::size_t offset) {
-  std::array<char, 48> text{};
-  std::snprintf(text.data(), text.size(), "%4d @%-7zu ", number, offset);
-  return text.data();
+  constexpr std::size_t numberWidth = 4;
+  constexpr std::size_t offsetWidth = 7;
+  std::string left = std::to_string(number);
+  left.insert(0, left.size() < numberWidth ? numberWidth - left.size() : 0, ' ');
+  std::string right = std::to_string(offset);
+  right.resize(std::max(right.size(), offsetWidth), ' ');
+  return left + " @" + right + " ";
 }
 
 std::string byteLines(std::string_view bytes) {

@@ -39,7 +39,7 @@ std::optional<std::string> readWhole(Host& host, const std::string& name, std::s
   if (!file) {
     return std::nullopt;
   }
-  constexpr std::size_t step = 64 * 1024;
+  constexpr std::size_t step = std::size_t{64} * 1024;
   std::string content;
   while (content.size() < limit) {
     const std::size_t have = content.size();

@@ -5,7 +5,7 @@
 namespace kiv {
 namespace {
 
-constexpr std::size_t bufferSize = 64 * 1024;
+constexpr std::size_t bufferSize = std::size_t{64} * 1024;
 
 /// The position of the next line end; the text's length when there is none.
 std::size_t findEnd(std::string_view text, std::size_t from) {
@@ -20,9 +20,14 @@ std::size_t findEnd(std::string_view text, std::size_t from) {
 LineReader::LineReader(std::unique_ptr<InputFile> file) : file_(std::move(file)) {}
 
 bool LineReader::fill() {
-  buffer_.resize(bufferSize);
-  buffer_.resize(file_->read(buffer_).value_or(0));
   position_ = 0;
+  buffer_.resize(file_ ? bufferSize : 0);
+  if (file_) {
+    buffer_.resize(file_->read(buffer_).value_or(0));
+  }
+  if (buffer_.empty()) {
+    file_.reset();
+  }
   return !buffer_.empty();
 }
 

@@ -22,10 +22,10 @@ class LineReader {
  private:
   bool fill();
 
-  std::unique_ptr<InputFile> file_;
-  std::string buffer_;        // the bytes read last
-  std::size_t position_ = 0;  // of the first byte of buffer_ that no line has taken
-  std::string line_;          // a line that lies across two buffers
+  std::unique_ptr<InputFile> file_;  // null after its end
+  std::string buffer_;               // the bytes read last
+  std::size_t position_ = 0;         // of the first byte of buffer_ that no line has taken
+  std::string line_;                 // a line that lies across two buffers
 };
 
 }  // namespace kiv

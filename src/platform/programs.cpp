@@ -75,7 +75,7 @@ std::string GetLongName(Host& host, const std::string& path) {
     if (host.upperCase(entry.name) == "DIR.BAS") {
       host.processEvents();
     }
-    const std::string longName = folder + entry.name;
+    std::string longName = folder + entry.name;
     if (!entry.isFolder && host.upperCase(behindLastBackslash(GetShortName(host, longName))) == name) {
       return longName;
     }

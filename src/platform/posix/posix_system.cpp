@@ -1,6 +1,7 @@
 #include "platform/posix/posix_system.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -45,6 +46,14 @@ void forEachEntry(const std::string& folder, Take take) {
   }
 }
 
+/// Whether the disk's clock, which may be a coarse one, can give this time to another change still.
+bool mayComeAgain(const std::timespec& changed) {
+  using namespace std::chrono_literals;
+  const auto age = std::chrono::system_clock::now().time_since_epoch() - std::chrono::seconds(changed.tv_sec) -
+                   std::chrono::nanoseconds(changed.tv_nsec);
+  return std::chrono::abs(age) < (changed.tv_nsec == 0 ? 2s : 20ms);
+}
+
 bool sameTime(const std::timespec& a, const std::timespec& b) {
   return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
 }
@@ -58,8 +67,8 @@ const PosixSystem::Listing& PosixSystem::listing(const std::string& folder) {
   const bool known = ::stat(folder.c_str(), &status) == 0;
   auto [place, isNew] = listings_.try_emplace(folder);
   Listing& listing = place->second;
-  if (isNew || !known || !sameTime(listing.changed, status.st_mtim)) {
-    listing = {known ? status.st_mtim : std::timespec{}, {}};
+  if (isNew || !known || !listing.settled || !sameTime(listing.changed, status.st_mtim)) {
+    listing = {known ? status.st_mtim : std::timespec{}, known && !mayComeAgain(status.st_mtim), {}};
     forEachEntry(folder,
                  [&](const dirent& entry) { listing.names.emplace(upperCaseUtf8(entry.d_name), entry.d_name); });
   }
@@ -77,8 +86,11 @@ std::string PosixSystem::resolveInFolder(const std::string& folder, const std::s
 }
 
 std::string PosixSystem::resolve(const std::string& name) {
-  const std::string path = swapped(name, '\\', separator);
   std::string resolved;
+  if (name.find('\0') != std::string::npos) {
+    return resolved;  // the system would take what stands before the zero byte for the name
+  }
+  const std::string path = swapped(name, '\\', separator);
   std::size_t at = 0;
   while (at < path.size()) {
     const std::size_t end = std::min(path.find(separator, at), path.size());
@@ -101,7 +113,7 @@ std::unique_ptr<OutputFile> PosixSystem::openOutput(const std::string& name) {
 
 std::optional<std::string> PosixSystem::replaceFile(const std::string& name, std::string_view bytes) {
   const std::string target = resolve(name);
-  std::string beside = target + ".XXXXXX";
+  std::string beside = target.substr(0, target.rfind(separator) + 1) + ".kiv-XXXXXX";
   const Descriptor file(::mkstemp(beside.data()));
   if (!file.isOpen()) {
     return lastFailure();
@@ -174,6 +186,7 @@ std::optional<std::string> PosixSystem::runInShell(const std::string& /*command*
 bool PosixSystem::enterFolder(const std::string& typed) {
   std::error_code failure;
   std::filesystem::current_path(typed, failure);
+  listings_.clear();  // relative folders are others now
   return !failure;
 }
 
@@ -201,8 +214,9 @@ std::string PosixSystem::makeTemporaryFile(std::string_view content) {
 }
 
 void PosixSystem::writeError(std::string_view text) {
-  std::fwrite(text.data(), 1, text.size(), stderr);
-  std::fflush(stderr);
+  // Where standard error fails there is nobody left to tell.
+  static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
+  static_cast<void>(std::fflush(stderr));
 }
 
 bool PosixSystem::errorIsTerminal() {

@@ -54,13 +54,15 @@ class PosixSystem : public Host {
   static bool errorIsTerminal();
 
  private:
-  /// The file that a name stands for; where there is none, the path under which it would be made.
+  /// The file that a name stands for; where there is none, the path under which it would be made. "" for what cannot
+  /// be a name.
   std::string resolve(const std::string& name);
   std::string resolveInFolder(const std::string& folder, const std::string& component);
 
-  /// What a folder holds, by upper-case name, and the time that it was listed at.
+  /// What a folder holds, by upper-case name, and the time of its last change before it was listed.
   struct Listing {
     std::timespec changed{};
+    bool settled = false;  // a later change has another time
     std::multimap<std::string, std::string> names;
   };
   const Listing& listing(const std::string& folder);

@@ -1,10 +1,11 @@
 #include "platform/posix/utf8.h"
 
+#include <array>
 #include <clocale>
 #include <cstdint>
 #include <cwctype>
 
-#include <locale.h>  // newlocale, towupper_l
+#include <locale.h>  // NOLINT(modernize-deprecated-headers): newlocale and towupper_l are POSIX only
 
 namespace kiv {
 namespace {
@@ -33,6 +34,14 @@ std::size_t announcedBytes(unsigned char lead) {
   return lead >= 0xF0U && lead < 0xF5U ? 4 : 0;
 }
 
+/// Whether the code point is a character that takes so many bytes, no fewer and no more.
+bool isCharacterOf(std::uint32_t code, std::size_t bytes) {
+  constexpr std::array<std::uint32_t, 5> first = {0, 0, 0x80, 0x800, 0x10000};
+  constexpr std::uint32_t last = 0x10FFFF;
+  const bool surrogate = code >= 0xD800 && code < 0xE000;
+  return code >= first[bytes] && code <= last && !surrogate;
+}
+
 Character characterAt(std::string_view text, std::size_t at) {
   constexpr unsigned payloadBits = 6;
   const auto lead = static_cast<unsigned char>(text[at]);
@@ -47,7 +56,7 @@ Character characterAt(std::string_view text, std::size_t at) {
     }
     code = code << payloadBits | (static_cast<unsigned char>(text[at + i]) & 0x3FU);
   }
-  return {code, bytes, true};
+  return isCharacterOf(code, bytes) ? Character{code, bytes, true} : Character{lead};
 }
 
 void append(std::string& text, std::uint32_t code) {
