@@ -30,6 +30,20 @@ bool exists(const std::string& path) {
   return ::lstat(path.c_str(), &status) == 0;
 }
 
+/// The file that a link leads to, so that replacing it leaves the link; the path itself when it leads nowhere.
+std::string behindLinks(const std::string& path) {
+  std::error_code failure;
+  const auto target = std::filesystem::canonical(path, failure);
+  return failure ? path : target.string();
+}
+
+mode_t modeOfNewFiles() {
+  constexpr mode_t readableByAll = 0666;
+  const mode_t withheld = ::umask(0);
+  ::umask(withheld);
+  return readableByAll & ~withheld;
+}
+
 struct FolderCloser {
   void operator()(DIR* folder) const { ::closedir(folder); }
 };
@@ -112,15 +126,14 @@ std::unique_ptr<OutputFile> PosixSystem::openOutput(const std::string& name) {
 }
 
 std::optional<std::string> PosixSystem::replaceFile(const std::string& name, std::string_view bytes) {
-  const std::string target = resolve(name);
+  const std::string target = behindLinks(resolve(name));
   std::string beside = target.substr(0, target.rfind(separator) + 1) + ".kiv-XXXXXX";
   const Descriptor file(::mkstemp(beside.data()));
   if (!file.isOpen()) {
     return lastFailure();
   }
   struct stat old {};
-  constexpr mode_t ordinary = 0644;
-  const mode_t mode = ::stat(target.c_str(), &old) == 0 ? old.st_mode : ordinary;
+  const mode_t mode = ::stat(target.c_str(), &old) == 0 ? old.st_mode : modeOfNewFiles();
   auto failure = writeAll(file, bytes);
   if (!failure && (::fchmod(file.number(), mode) != 0 || ::fsync(file.number()) != 0 ||
                    ::rename(beside.c_str(), target.c_str()) != 0)) {

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/support/fake_host.h"
+
+namespace kiv::test {
+
+/// A host that notes in which order the names file is opened, closed, shown and deleted, and messages come between.
+class NamesHost : public FakeHost {
+ public:
+  static constexpr const char* namesFile = "C:\\KIV\\names.txt";
+
+  std::vector<std::string> events;
+
+  Answer message(Icon icon, std::string_view text, Buttons buttons) override {
+    events.emplace_back("message");
+    return FakeHost::message(icon, text, buttons);
+  }
+
+  bool showText(const std::string& name) override {
+    events.emplace_back(name == namesFile ? "view" : "view of another file");
+    return FakeHost::showText(name);
+  }
+
+  bool deleteFile(const std::string& name) override {
+    events.emplace_back(name == namesFile ? "delete" : "delete of another file");
+    return FakeHost::deleteFile(name);
+  }
+
+  std::unique_ptr<InputFile> openInput(const std::string& name) override {
+    auto file = FakeHost::openInput(name);
+    if (file == nullptr || name != namesFile) {
+      return file;
+    }
+    events.emplace_back("open");
+    return std::make_unique<Watched>(std::move(file), events);
+  }
+
+ private:
+  class Watched : public InputFile {
+   public:
+    Watched(std::unique_ptr<InputFile> file, std::vector<std::string>& events)
+        : file_(std::move(file)), events_(events) {}
+    Watched(const Watched&) = delete;
+    Watched& operator=(const Watched&) = delete;
+    ~Watched() override { events_.emplace_back("close"); }
+    std::optional<std::size_t> read(std::span<char> room) override { return file_->read(room); }
+
+   private:
+    std::unique_ptr<InputFile> file_;
+    std::vector<std::string>& events_;
+  };
+};
+
+}  // namespace kiv::test
