@@ -1,0 +1,288 @@
+#include "mus/sort_item_table.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <limits>
+
+#include <gtest/gtest.h>
+
+#include "mus/exch.h"
+#include "mus/page_words.h"
+#include "tests/mus/dice.h"
+#include "tests/support/pages.h"
+
+namespace kiv {
+namespace {
+
+using test::asText;
+using test::Dice;
+using test::FakeHost;
+using test::tableOf;
+
+constexpr float infinity = std::numeric_limits<float>::infinity();
+constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
+
+bool mustChangePlaces(const ItemTable& table, int i) {
+  const auto above = [&](int p) { return table.itemPar(i, p); };
+  const auto below = [&](int p) { return table.itemPar(i + 1, p); };
+  return above(2) < below(2) || (above(2) == below(2) && above(3) > below(3)) ||
+         (above(2) == below(2) && above(3) == below(3) && above(4) > below(4));
+}
+
+/// The sort that the table's order is defined by: passes over neighbours until one of them exchanges nothing.
+void sortByExchanges(FakeHost& host, ItemTable& table) {
+  bool exchanged = true;
+  while (exchanged) {
+    exchanged = false;
+    for (int i = 1; i < table.itemCount(); ++i) {
+      if (mustChangePlaces(table, i)) {
+        for (int p = 1; p <= 20; ++p) {
+          exch(host, &table.itemPar(i, p), &table.itemPar(i + 1, p));
+        }
+        exch(host, &table.itemText(i), &table.itemText(i + 1));
+        exchanged = true;
+      }
+    }
+  }
+}
+
+/// P2, P3 and P4 of an item.
+using Keys = std::array<float, 3>;
+
+/// Rows with these keys. P5 and the text tell where each row stood, P6 to P20 carry it along; column 0 belongs to the
+/// place and not to the row.
+void fill(FakeHost& host, ItemTable& table, const std::vector<Keys>& rows) {
+  table.restart();
+  for (const Keys& keys : rows) {
+    Item item;
+    const auto number = static_cast<float>(table.itemCount() + 1);
+    item.par = {-number, 4, keys[0], keys[1], keys[2], number};
+    for (std::size_t p = 6; p <= 20; ++p) {
+      item.par[p] = number * 100 + static_cast<float>(p);
+    }
+    item.text = "row " + exactNumber(number);
+    table.store_item(host, item);
+  }
+}
+
+std::string rowText(const ItemTable& table, int i) {
+  std::string text = std::to_string(i);
+  for (int p = 0; p <= 20; ++p) {
+    text += " " + exactNumber(table.itemPar(i, p));
+  }
+  return text + " '" + table.itemText(i) + "'\n";
+}
+
+class SortItemTable : public testing::Test {
+ protected:
+  static constexpr int rowsLookedAt = 3;  // beyond the items
+
+  void SetUp() override {
+    // Rows that other tables left behind.
+    const std::vector<Keys> old(150, Keys{9, 9, 9});
+    fill(host_, sorted_, old);
+    fill(host_, reference_, old);
+  }
+
+  /// Both sorts give the same table to the last bit, and leave the rows beyond it alone.
+  void expectSameAsExchanges(const std::vector<Keys>& rows) {
+    fill(host_, sorted_, rows);
+    fill(host_, reference_, rows);
+    sort_item_table(host_, sorted_);
+    sortByExchanges(host_, reference_);
+    ASSERT_EQ(sorted_.itemCount(), static_cast<int>(rows.size()));
+    for (int i = 1; i <= sorted_.itemCount() + rowsLookedAt; ++i) {
+      ASSERT_EQ(rowText(sorted_, i), rowText(reference_, i)) << "of " << rows.size() << " rows";
+    }
+    EXPECT_EQ(host_.messages, std::vector<test::Message>{});
+  }
+
+  /// Rounds of tables of up to 40 rows whose keys come from the choice.
+  void expectSameAsExchanges(std::uint32_t seed, const std::vector<float>& choice) {
+    Dice dice(seed);
+    const auto any = [&] { return choice[dice.below(choice.size())]; };
+    for (int round = 0; round < 60; ++round) {
+      std::vector<Keys> rows(dice.below(41));
+      std::generate(rows.begin(), rows.end(), [&] { return Keys{any(), any(), any()}; });
+      ASSERT_NO_FATAL_FAILURE(expectSameAsExchanges(rows)) << "seed " << seed << ", round " << round;
+    }
+  }
+
+  /// Every order of up to six rows with these keys.
+  void expectSameInEveryOrder(const std::vector<Keys>& rows) {
+    std::vector<std::size_t> order(rows.size());
+    for (std::size_t n = 0; n < order.size(); ++n) {
+      order[n] = n;
+    }
+    do {
+      std::vector<Keys> ordered;
+      for (const std::size_t n : order) {
+        ordered.push_back(rows[n]);
+      }
+      ASSERT_NO_FATAL_FAILURE(expectSameAsExchanges(ordered));
+    } while (std::next_permutation(order.begin(), order.end()));
+  }
+
+  FakeHost host_;
+  ItemTable sorted_;
+  ItemTable reference_;
+};
+
+// --- the order ---
+
+std::string sortedText(std::string_view page) {
+  FakeHost host;
+  ItemTable table = tableOf(host, page);
+  sort_item_table(host, table);
+  return asText(table);
+}
+
+TEST(ItemOrder, RunsFromTheHighestStaffDown) {
+  EXPECT_EQ(sortedText("note 1 at 10\nnote 3 at 10\nnote 2 at 10\nnote 3 at 20\nnote 1 at 5\n"),
+            "note 3 at 10\nnote 3 at 20\nnote 2 at 10\nnote 1 at 5\nnote 1 at 10\n");
+}
+
+TEST(ItemOrder, RunsFromLeftToRightWithinAStaff) {
+  EXPECT_EQ(sortedText("note 1 at 100\nclef 1 at 50\n"), "clef 1 at 50\nnote 1 at 100\n");
+}
+
+TEST(ItemOrder, RunsUpwardsInP4AtOnePosition) {
+  EXPECT_EQ(sortedText("note 1 at 50 height 7\nnote 1 at 50 height -2\nnote 1 at 50 height 3\n"),
+            "note 1 at 50 height -2\nnote 1 at 50 height 3\nnote 1 at 50 height 7\n");
+}
+
+TEST(ItemOrder, KeepsItemsOfEqualKeysAsTheyCameWhateverTheirType) {
+  EXPECT_EQ(sortedText("timesignature 1 at 50 p4 1\nnote 1 at 50\n"
+                       "barline 2 at 50\nclef 1 at 50 height 1\nrest 1 at 50\nbarline 1 at 50\n"
+                       ""),
+            "barline 2 at 50\nnote 1 at 50\nrest 1 at 50\nbarline 1 at 50\ntimesignature 1 at 50 p4 1\n"
+            "clef 1 at 50 height 1\n");
+}
+
+TEST(ItemOrder, TakesTextsAlong) {
+  EXPECT_EQ(sortedText("countedtext 1 at 9 \"first\"\nnote 2 at 5\ncountedtext 1 at 3 \"second\"\n"),
+            "note 2 at 5\n"
+            "countedtext 1 at 3 characters 6 \"second\"\n"
+            "countedtext 1 at 9 characters 5 \"first\"\n");
+}
+
+TEST(ItemOrder, ComparesExactly) {
+  EXPECT_EQ(sortedText("note 1 at 0.10000001\nnote 1 at 0.1\nnote 1.0000001 at 7\n"),
+            "note 1.0000001 at 7\nnote 1 at 0.1\nnote 1 at 0.10000001\n");
+}
+
+TEST_F(SortItemTable, LeavesParameterZeroInItsPlace) {
+  fill(host_, sorted_, {{1, 30, 0}, {1, 20, 0}, {1, 10, 0}});
+  sort_item_table(host_, sorted_);
+  const std::pair<float, float> zeroAndFive[] = {{-1, 3}, {-2, 2}, {-3, 1}};
+  for (int i = 1; i <= 3; ++i) {
+    EXPECT_EQ(sorted_.itemPar(i, 0), zeroAndFive[i - 1].first);
+    EXPECT_EQ(sorted_.itemPar(i, 5), zeroAndFive[i - 1].second);
+  }
+}
+
+TEST_F(SortItemTable, LeavesTheRowsBeyondTheItemsAlone) {
+  fill(host_, sorted_, {{5, 1, 1}, {6, 2, 2}, {7, 3, 3}, {8, 4, 4}});
+  const std::string third = rowText(sorted_, 3);
+  const std::string fourth = rowText(sorted_, 4);
+  fill(host_, sorted_, {{1, 1, 1}, {2, 2, 2}});
+  sort_item_table(host_, sorted_);
+  EXPECT_EQ(sorted_.itemPar(1, 2), 2) << "the two items changed places";
+  EXPECT_EQ(rowText(sorted_, 3), third);
+  EXPECT_EQ(rowText(sorted_, 4), fourth);
+}
+
+// --- against the passes ---
+
+TEST_F(SortItemTable, DoesNothingWithNoRowOrOne) {
+  expectSameAsExchanges({});
+  expectSameAsExchanges({{1, 2, 3}});
+  expectSameAsExchanges({{notANumber, notANumber, notANumber}});
+}
+
+TEST_F(SortItemTable, OfManyEqualKeysIsAsTheExchangesGiveIt) {
+  expectSameAsExchanges(1, {1, 2});
+  expectSameAsExchanges(2, {1, 2, 3, 4, 5});
+  expectSameAsExchanges(3, {7});
+}
+
+TEST_F(SortItemTable, OfFractionsAndLargeNumbersIsAsTheExchangesGiveIt) {
+  expectSameAsExchanges(4, {0.1F, 0.10000001F, -5.5F, 3E38F, -3E38F, 1E-45F, 16777216.0F, 16777218.0F});
+}
+
+TEST_F(SortItemTable, TakesZerosOfEitherSignForEqual) {
+  expectSameAsExchanges(5, {0.0F, -0.0F});
+  expectSameAsExchanges(6, {0.0F, -0.0F, 1, -1});
+}
+
+TEST_F(SortItemTable, OfInfinitiesIsAsTheExchangesGiveIt) {
+  expectSameAsExchanges(7, {infinity, -infinity, 0, 1});
+}
+
+TEST_F(SortItemTable, OfNotANumberAmongTheKeysIsAsTheExchangesGiveIt) {
+  expectSameAsExchanges(8, {notANumber, 1, 2});
+  expectSameAsExchanges(9, {notANumber, 1, 2, 3, 4, 5, 6, 7, 8, 9});
+  expectSameAsExchanges(10, {notANumber, -notANumber, infinity, -infinity, 0.0F, -0.0F});
+}
+
+TEST_F(SortItemTable, OfOneNotANumberInAnyKeyAndRowIsAsTheExchangesGiveIt) {
+  for (std::size_t key = 0; key < 3; ++key) {
+    for (std::size_t row = 0; row < 20; ++row) {
+      Dice dice(static_cast<std::uint32_t>(key * 20 + row));
+      std::vector<Keys> rows(20);
+      for (Keys& keys : rows) {
+        keys = {static_cast<float>(dice.below(3)), static_cast<float>(dice.below(3)),
+                static_cast<float>(dice.below(3))};
+      }
+      rows[row][key] = notANumber;
+      ASSERT_NO_FATAL_FAILURE(expectSameAsExchanges(rows)) << "P" << key + 2 << " of row " << row + 1;
+    }
+  }
+}
+
+TEST_F(SortItemTable, OfEveryOrderOfAFewRowsIsAsTheExchangesGiveIt) {
+  expectSameInEveryOrder({{1, 1, 1}, {1, 1, 1}, {1, 2, 1}, {2, 1, 1}, {2, 1, 2}});
+  expectSameInEveryOrder({{1, 1, 1}, {notANumber, 1, 1}, {2, 1, 1}, {2, notANumber, 1}, {2, 1, notANumber}});
+}
+
+TEST_F(SortItemTable, OfRowsInOrderOrReversedIsAsTheExchangesGiveIt) {
+  std::vector<Keys> rows;
+  for (int n = 0; n < 60; ++n) {
+    rows.push_back({static_cast<float>(9 - n / 10), static_cast<float>(n % 10 / 2), static_cast<float>(n % 2)});
+  }
+  expectSameAsExchanges(rows);
+  for (int i = 1; i <= 60; ++i) {
+    ASSERT_EQ(sorted_.itemPar(i, 5), static_cast<float>(i)) << "rows in order stay where they are";
+  }
+  std::reverse(rows.begin(), rows.end());
+  expectSameAsExchanges(rows);
+  for (int i = 1; i <= 60; ++i) {
+    ASSERT_EQ(sorted_.itemPar(i, 5), static_cast<float>(61 - i));
+  }
+}
+
+TEST_F(SortItemTable, OfAFullTableIsInOrderAndKeepsEqualRowsAsTheyCame) {
+  Dice dice(11);
+  std::vector<Keys> rows(5000);
+  for (Keys& keys : rows) {
+    keys = {static_cast<float>(dice.below(5)), static_cast<float>(dice.below(50)), static_cast<float>(dice.below(5))};
+  }
+  fill(host_, sorted_, rows);
+  sort_item_table(host_, sorted_);
+  std::vector<bool> seen(5001);
+  for (int i = 1; i <= 5000; ++i) {
+    seen[static_cast<std::size_t>(sorted_.itemPar(i, 5))] = true;
+    if (i < 5000) {
+      ASSERT_FALSE(mustChangePlaces(sorted_, i)) << "row " << i;
+      const bool equal = sorted_.itemPar(i, 2) == sorted_.itemPar(i + 1, 2) &&
+                         sorted_.itemPar(i, 3) == sorted_.itemPar(i + 1, 3) &&
+                         sorted_.itemPar(i, 4) == sorted_.itemPar(i + 1, 4);
+      ASSERT_TRUE(!equal || sorted_.itemPar(i, 5) < sorted_.itemPar(i + 1, 5)) << "row " << i;
+    }
+  }
+  EXPECT_EQ(std::count(seen.begin(), seen.end(), true), 5000) << "every row is still there";
+}
+
+}  // namespace
+}  // namespace kiv
