@@ -1,6 +1,5 @@
 #include "mus/exch.h"
 
-#include <cstdlib>
 #include <utility>
 
 #include "mus/number.h"
@@ -16,7 +15,7 @@ Value valueOf(const CellRef& cell) {
 
 float asFloat(const Value& value) {
   if (const auto* text = std::get_if<std::string>(&value)) {
-    return std::strtof(text->c_str(), nullptr);
+    return static_cast<float>(numericValue(*text));
   }
   return std::visit(
       [](const auto& number) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -25,6 +24,38 @@ std::optional<Integer> toInteger(double number) {
   const double whole = roundHalfToEven(number);
   const bool fits = whole >= std::numeric_limits<Integer>::min() && whole <= std::numeric_limits<Integer>::max();
   return fits ? std::optional(static_cast<Integer>(whole)) : std::nullopt;
+}
+
+/// The number that a text begins with, and of how many characters it is made: none when there is no number.
+struct LeadingNumber {
+  double value = 0;
+  std::size_t length = 0;
+};
+
+/// What a number beyond the range of doubles comes to.
+double beyondRange(std::string_view digits) {
+  const std::size_t exponent = digits.find_first_of("eE");
+  const bool tiny = exponent != std::string_view::npos && digits.substr(exponent + 1).starts_with('-');
+  return tiny ? 0.0 : std::numeric_limits<double>::infinity();
+}
+
+LeadingNumber leadingNumber(std::string_view text) {
+  const std::size_t sign = text.starts_with('+') || text.starts_with('-') ? 1 : 0;
+  const std::string_view digits = text.substr(sign);
+  // from_chars would also take the words for infinity and for not-a-number, and a sign of its own.
+  if (digits.empty() || (digits.front() != '.' && (digits.front() < '0' || digits.front() > '9'))) {
+    return {};
+  }
+  double value = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  if (error == std::errc::invalid_argument) {
+    return {};
+  }
+  const auto length = static_cast<std::size_t>(end - digits.data());
+  if (error == std::errc::result_out_of_range) {
+    value = beyondRange(digits.substr(0, length));
+  }
+  return {text.starts_with('-') ? -value : value, sign + length};
 }
 
 }  // namespace
@@ -59,26 +90,12 @@ std::string generalNumber(float number) {
 }
 
 std::optional<double> strictNumber(std::string_view text) {
-  const bool plus = text.starts_with('+');
-  const std::string_view digits = text.substr(plus ? 1 : 0);
-  const std::size_t first = !plus && digits.starts_with('-') ? 1 : 0;
-  // What from_chars takes beyond numbers: the words for infinity and for not-a-number.
-  const bool numeric =
-      digits.size() > first && (std::isdigit(static_cast<unsigned char>(digits[first])) != 0 || digits[first] == '.');
-  if (!numeric) {
-    return std::nullopt;
-  }
-  double number = 0;
-  const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-  if (result.ptr != digits.data() + digits.size()) {
-    return std::nullopt;
-  }
-  if (result.ec == std::errc::result_out_of_range) {
-    const std::size_t exponent = digits.find_first_of("eE");
-    const bool tiny = exponent != std::string_view::npos && digits.substr(exponent + 1).starts_with('-');
-    return tiny ? 0.0 : std::numeric_limits<double>::infinity();
-  }
-  return result.ec == std::errc() ? std::optional(number) : std::nullopt;
+  const LeadingNumber number = leadingNumber(text);
+  return number.length > 0 && number.length == text.size() ? std::optional(number.value) : std::nullopt;
+}
+
+double numericValue(std::string_view text) {
+  return leadingNumber(text.substr(std::min(text.find_first_not_of(' '), text.size()))).value;
 }
 
 }  // namespace kiv

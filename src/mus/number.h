@@ -20,4 +20,7 @@ std::string generalNumber(float number);
 /// anything else, the empty text and blanks included.
 std::optional<double> strictNumber(std::string_view text);
 
+/// The longest number that the text begins with, leading blanks aside; 0 when there is none.
+double numericValue(std::string_view text);
+
 }  // namespace kiv

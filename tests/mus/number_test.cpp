@@ -78,5 +78,17 @@ TEST(StrictNumber, TakesWholeTextsOnly) {
   }
 }
 
+TEST(NumericValue, TakesTheLongestLeadingNumber) {
+  const std::pair<const char*, double> values[] = {
+      {"12", 12}, {"  12", 12}, {"12abc", 12}, {"-2.5 x", -2.5}, {"+3", 3},     {".5.", 0.5}, {"1E2E3", 100},
+      {"1E", 1},  {"", 0},      {"x", 0},      {"  ", 0},        {"- 1", 0},    {"--1", 0},   {"NAN", 0},
+      {"INF", 0}, {"0x10", 0},  {"7,5", 7},    {".", 0},         {"1E-999", 0}, {"\t1", 0},
+  };
+  for (const auto& [text, value] : values) {
+    EXPECT_EQ(numericValue(text), value) << text;
+  }
+  EXPECT_EQ(numericValue("-1E999"), -std::numeric_limits<double>::infinity());
+}
+
 }  // namespace
 }  // namespace kiv
