@@ -3,19 +3,24 @@
 set -u
 cd "$(dirname "$0")/.."
 bad=0
+files() { git -c safe.directory="$PWD" ls-files -co --exclude-standard -- "$@" | grep .; }
+files 'src/*.cpp' >/dev/null || {
+  echo "house rules: git does not list the sources" >&2
+  exit 1
+}
 complain() {
   echo "house rules: $*" >&2
   bad=1
 }
 
 # A test file that no target names would never run.
-for file in $(git ls-files -- 'tests/*_test.cpp'); do
+for file in $(files 'tests/*_test.cpp'); do
   name=${file#tests/}
   grep -rqE "(^|[ (/])${name##*/}([ )]|\$)" tests --include CMakeLists.txt || complain "$file: no target builds it"
 done
 
 # The core reaches the world through the host only.
-for file in $(git ls-files -- 'src/mus' 'src/input' 'src/analysis' 'src/shell' 'src/platform/*.cpp' 'src/platform/*.h'); do
+for file in $(files 'src/mus' 'src/input' 'src/analysis' 'src/shell' 'src/platform/*.cpp' 'src/platform/*.h'); do
   case $file in src/platform/*/*) continue ;; esac
   if grep -nE '#include <(windows\.h|fstream|filesystem|unistd\.h|iostream|cstdlib|fcntl\.h|sys/.*)>' "$file" |
     grep -v 'cstdlib'; then
@@ -24,12 +29,12 @@ for file in $(git ls-files -- 'src/mus' 'src/input' 'src/analysis' 'src/shell' '
 done
 
 # Headers stand on their own and are included once.
-for file in $(git ls-files -- '*.h'); do
+for file in $(files '*.h'); do
   [ "$(head -n 1 "$file")" = '#pragma once' ] || complain "$file: must begin with #pragma once"
 done
 
 # Short files are found again.
-for file in $(git ls-files -- 'src/*.h' 'src/*.cpp' 'apps/*.h' 'apps/*.cpp'); do
+for file in $(files 'src/*.h' 'src/*.cpp' 'apps/*.h' 'apps/*.cpp'); do
   lines=$(wc -l <"$file")
   [ "$lines" -le 400 ] || complain "$file: $lines lines"
 done

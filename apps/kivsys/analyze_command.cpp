@@ -71,12 +71,21 @@ int exitStatusOf(const RunOutcome& outcome, bool tellsQualification) {
   return tellsQualification && !outcome.qualifies() ? exit_status::notQualified : exit_status::normal;
 }
 
+/// Prints the outcome and returns the status; one that cannot be printed must not pass for success.
+int print(const std::string& text, int status) {
+  std::cout << text << std::flush;
+  if (std::cout) {
+    return status;
+  }
+  std::cerr << "kivsys: cannot write to standard output\n";
+  return exit_status::critical;
+}
+
 int analyzeNames(ConsoleHost& host, const std::string& namesFile, const AnalyzeOptions& options) {
   KivSystem program(host);
   const bool normalEnd = runAnalysis(program, namesFile, options.allowZeroId);
   const RunOutcome outcome = outcomeOf(program, host, normalEnd);
-  std::cout << (options.json ? asJson(outcome) : asText(outcome)) << std::flush;
-  return exitStatusOf(outcome, options.exitCode);
+  return print(options.json ? asJson(outcome) : asText(outcome), exitStatusOf(outcome, options.exitCode));
 }
 
 }  // namespace
@@ -114,8 +123,8 @@ int runSiblingCall(const std::string& commandLine) {
   } catch (const ProgramEnd& end) {
     normalEnd = end.exitCode == exit_status::normal;
   }
-  std::cout << asText(outcomeOf(program, host, normalEnd)) << std::flush;
-  return normalEnd ? exit_status::normal : exit_status::critical;
+  const RunOutcome outcome = outcomeOf(program, host, normalEnd);
+  return print(asText(outcome), exitStatusOf(outcome, false));
 }
 
 }  // namespace kiv

@@ -14,13 +14,13 @@
 namespace kiv {
 namespace {
 
-/// The arguments as the one text that a sibling tool passes; file names in it are the core's.
+/// The arguments as the one text that a sibling tool passes. In a call for an analysis the file name is the core's.
 std::string commandLineOf(int argc, const char* const* argv) {
   std::string line;
   for (int i = 1; i < argc; ++i) {
     line += (i > 1 ? " " : "") + std::string(argv[i]);
   }
-  return ConsoleHost::coreName(line);
+  return isAnalysisMode(line) ? ConsoleHost::coreName(line) : line;
 }
 
 bool isSiblingCall(const std::string& commandLine) {
@@ -62,7 +62,9 @@ void addPageCommands(CLI::App& app, PageFiles& files, int& status) {
   dump->callback([&files, &status] { status = runDump(files.page); });
 
   CLI::App* build = app.add_subcommand("build", "Make a page from its text");
-  build->add_option("text", files.text, "Page text, as dump prints it")->required()->type_name("TEXT");
+  build->add_option("text", files.text, "Page text, as dump prints it; - is standard input")
+      ->required()
+      ->type_name("TEXT");
   build->add_option("page", files.page, "Page file to be written")->required()->type_name("PAGE");
   build->footer("Example:\n  kivsys build piece001.txt PIECE001.MUS");
   build->callback([&files, &status] { status = runBuild(files.text, files.page); });

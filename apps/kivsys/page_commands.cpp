@@ -1,6 +1,8 @@
 #include "apps/kivsys/page_commands.h"
 
 #include <iostream>
+#include <iterator>
+#include <optional>
 
 #include "apps/kivsys/exit_status.h"
 #include "mus/page_text.h"
@@ -12,6 +14,11 @@ namespace {
 int fail(const std::string& reason) {
   std::cerr << "kivsys: " << reason << '\n';
   return exit_status::critical;
+}
+
+std::optional<std::string> standardInput() {
+  std::string text{std::istreambuf_iterator<char>(std::cin), {}};
+  return std::cin.bad() ? std::nullopt : std::optional(std::move(text));
 }
 
 }  // namespace
@@ -28,7 +35,7 @@ int runDump(const std::string& page) {
 
 int runBuild(const std::string& text, const std::string& page) {
   ConsoleHost host;
-  const auto lines = readWhole(host, ConsoleHost::coreName(text));
+  const auto lines = text == "-" ? standardInput() : readWhole(host, ConsoleHost::coreName(text));
   if (!lines) {
     return fail("cannot read " + text);
   }

@@ -1,21 +1,10 @@
 #include "analysis/first_clef_table.h"
 
-#include <algorithm>
 #include <limits>
 
 #include "mus/number.h"
 
 namespace kiv {
-namespace {
-
-bool hasInstrument(const FirstClefTable& firstClefs, float instrument) {
-  return std::any_of(firstClefs.entries.begin(), firstClefs.entries.end(), [&](const FirstClefTable::Entry& entry) {
-    return static_cast<float>(entry.firstClefInstr) == instrument;
-  });
-}
-
-}  // namespace
-
 StaffFinder::StaffFinder(const ItemTable& table) {
   for (int i = 1; i <= table.itemCount(); ++i) {
     if (table.itemPar(i, par::type) == type::staff) {
@@ -36,13 +25,15 @@ void updateFirstClefTable(Host& host, const Item& clef, const ItemTable& table, 
     return;
   }
   const float instrument = table.itemPar(staffRow, par::instrument);
-  if (hasInstrument(firstClefs, instrument)) {
+  const auto identifier = toInt16(instrument);
+  // A fractional identifier is entered as a whole one, and so is never found again.
+  if (identifier && static_cast<float>(*identifier) == instrument && firstClefs.instruments.contains(*identifier)) {
     return;
   }
-  const auto identifier = toInt16(instrument);
   if (!identifier || firstClefs.firstClefCount() == std::numeric_limits<std::int16_t>::max()) {
     host.runTimeError(RunTimeError::overflow, place);
   }
+  firstClefs.instruments.insert(*identifier);
   constexpr float kindMarker = 1000;
   firstClefs.entries.push_back({*identifier, clef.par[par::kind] + kindMarker, clef.par[par::height]});
 }

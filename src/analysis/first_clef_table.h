@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "mus/item_table.h"
@@ -20,6 +21,7 @@ struct FirstClefTable {
     bool operator==(const Entry&) const = default;
   };
   std::vector<Entry> entries;
+  std::unordered_set<std::int16_t> instruments;  ///< those that have an entry
 
   std::size_t firstClefCount() const { return entries.size(); }
 };

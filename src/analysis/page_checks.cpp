@@ -86,9 +86,9 @@ void countStaves(Host& host, const std::string& musFileName, const ItemTable& ta
     } else if (const auto cue = cues.find(instrument); cue != cues.end()) {
       recursiveCues += cue->second;
     }
-  }
-  if (recursiveCues > std::numeric_limits<std::int16_t>::max()) {
-    host.runTimeError(RunTimeError::overflow, musFileName);
+    if (recursiveCues > std::numeric_limits<std::int16_t>::max()) {
+      host.runTimeError(RunTimeError::overflow, musFileName + ", item " + std::to_string(i));
+    }
   }
   problems.recursiveCueCount = static_cast<std::int16_t>(recursiveCues);
 }

@@ -48,6 +48,13 @@ void readSystems(Host& host, LineReader& report, SystemTable& table) {
   }
 }
 
+/// Half a report must not pass for a whole one.
+void checkMedium(Host& host, const LineReader& lines, const std::string& name) {
+  if (lines.failed()) {
+    host.runTimeError("Device I/O error", name);
+  }
+}
+
 LineReader openReport(Host& host, const std::string& name, const std::string& failure) {
   auto file = host.openInput(name);
   if (!file) {
@@ -68,6 +75,7 @@ void phase5(Host& host, std::int16_t multifileCount, SystemTable& table) {
     LineReader report = openReport(host, reportFile, "Could not open file KivSystem2.TXT for input.");
     table.systems.clear();
     readSystems(host, report, table);
+    checkMedium(host, report, reportFile);
   }
   const auto verdict = host.openOutput(verdictFile);
   if (!verdict) {
@@ -92,6 +100,7 @@ std::optional<std::size_t> countInstruments(Host& host, const std::string& repor
       identifiers.emplace(getElt(*line, ",INSTRID"));
     }
   }
+  checkMedium(host, lines, report);
   return identifiers.size();
 }
 
@@ -113,6 +122,7 @@ std::array<std::string, 2> readVerdict(Host& host) {
   for (std::string& line : lines) {
     line = verdict.next().value_or("");
   }
+  checkMedium(host, verdict, verdictFile);
   return lines;
 }
 

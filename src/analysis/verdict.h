@@ -33,7 +33,8 @@ struct SystemTable {
 /// does a line whose system or identifier is no number of 16 bits.
 void phase5(Host& host, std::int16_t multifileCount, SystemTable& table);
 
-/// The number of distinct instrument identifiers in a report, compared as texts; nullopt when it cannot be opened.
+/// The number of distinct instrument identifiers in a report, compared as texts; nullopt when it cannot be opened. A
+/// failing medium ends the program.
 std::optional<std::size_t> countInstruments(Host& host, const std::string& report);
 
 /// The number of instruments in the report of the last analysis. Without a report the program ends.

@@ -30,12 +30,14 @@ constexpr float note = 1;
 constexpr float rest = 2;  ///< also the cue markers
 constexpr float clef = 3;
 constexpr float staff = 8;
+constexpr float instrumentNumber = 10;  ///< shows an instrument identifier on the page
 constexpr float shortText = 11;
 constexpr float barline = 14;
 constexpr float text = 15;
 constexpr float countedText = 16;
 constexpr float keySignature = 17;
 constexpr float timeSignature = 18;
+constexpr float deleted = 999;  ///< in memory only
 }  // namespace type
 
 /// Parameter numbers. Several names share a number: what a parameter means depends on the type.
@@ -44,6 +46,7 @@ constexpr int type = 1;
 constexpr int staff = 2;            // P2 of every item
 constexpr int position = 3;         // P3 of every item, in page units
 constexpr int height = 4;           // P4 of notes, rests, clefs
+constexpr int writtenAsZero = 4;    // P4 of staves
 constexpr int spannedStaves = 4;    // P4 of barlines
 constexpr int kind = 5;             // P5 of clefs, barlines, rests
 constexpr int size = 5;             // P5 of staves
@@ -62,7 +65,7 @@ constexpr int stavesUp = 19;        // P19 of staves, in memory only
 constexpr int mark = 20;            // P20, in memory only: bottom staff, left barline
 }  // namespace par
 
-/// Barline kinds below this one are barlines proper; the others are braces and brackets.
+/// Barline kinds up to this one are barlines proper; the others are braces and brackets.
 constexpr float highestBarlineKind = 7;
 
 }  // namespace kiv

@@ -17,13 +17,6 @@ using namespace std::string_view_literals;
 constexpr std::size_t shortestShortText = 8;
 constexpr std::size_t shortestText = 24;
 
-std::size_t shortestOf(float type) {
-  if (type == type::shortText) {
-    return shortestShortText;
-  }
-  return type == type::text ? shortestText : 0;
-}
-
 }  // namespace
 
 const std::vector<ItemWord>& itemWords() {
@@ -64,8 +57,15 @@ bool isTextType(float type) {
   return type == type::shortText || type == type::text || type == type::countedText;
 }
 
+std::size_t shortestTextOf(float type) {
+  if (type == type::shortText) {
+    return shortestShortText;
+  }
+  return type == type::text ? shortestText : 0;
+}
+
 std::string padded(float type, std::string_view text) {
-  const std::size_t size = std::max(text.size(), shortestOf(type));
+  const std::size_t size = std::max(text.size(), shortestTextOf(type));
   std::string result(text);
   result.resize((size + bytesPerWord - 1) / bytesPerWord * bytesPerWord, ' ');
   return result;

@@ -23,7 +23,9 @@ bool LineReader::fill() {
   position_ = 0;
   buffer_.resize(file_ ? bufferSize : 0);
   if (file_) {
-    buffer_.resize(file_->read(buffer_).value_or(0));
+    const auto got = file_->read(buffer_);
+    failed_ = !got;
+    buffer_.resize(got.value_or(0));
   }
   if (buffer_.empty()) {
     file_.reset();

@@ -19,10 +19,14 @@ class LineReader {
   /// fails ends where it fails.
   std::optional<std::string_view> next();
 
+  /// Whether it was the medium that ended the file.
+  bool failed() const { return failed_; }
+
  private:
   bool fill();
 
   std::unique_ptr<InputFile> file_;  // null after its end
+  bool failed_ = false;
   std::string buffer_;               // the bytes read last
   std::size_t position_ = 0;         // of the first byte of buffer_ that no line has taken
   std::string line_;                 // a line that lies across two buffers

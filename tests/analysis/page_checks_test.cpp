@@ -105,7 +105,7 @@ TEST_F(CheckPage, MoreRecursiveCuesThan16BitsCountIsARunTimeError) {
   }
   check(text);
   EXPECT_EQ(end, 1);
-  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\M\\X1.MUS")});
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\M\\X1.MUS, item 327")});
 }
 
 TEST_F(CheckPage, InAFreshTableEveryCueIsUndefined) {

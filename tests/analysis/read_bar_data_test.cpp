@@ -226,6 +226,13 @@ TEST_F(FirstClefs, IdentifierBeyond16BitsIsARunTimeError) {
   EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\M\\A1.MUS, item 2")});
 }
 
+TEST_F(FirstClefs, MoreEntriesThan16BitsCountAreARunTimeError) {
+  firstClefs.entries.resize(32767);
+  read("staff 1 at 0 instrument 9\nclef 1 at 2 kind 1\n");
+  EXPECT_EQ(end, 1);
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\M\\A1.MUS, item 2")});
+}
+
 TEST_F(FirstClefs, IdentifierBeyond16BitsIsNoProblemWithoutAClef) {
   read("staff 1 at 0 instrument 40000\n");
   EXPECT_EQ(end, std::nullopt);

@@ -136,6 +136,41 @@ TEST_F(Verdict, VerdictThatCannotBeCreatedEndsTheProgram) {
   EXPECT_EQ(host.messages, std::vector{critical("Failed to create file KivSystem1.TXT")});
 }
 
+TEST_F(Verdict, VerdictThatCannotBeWrittenEndsTheProgram) {
+  host.writeFailure = "No space left on device";
+  verdictOf(record("1", "5"));
+  EXPECT_EQ(end, 1);
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: No space left on device\r\nKivSystem1.TXT")});
+}
+
+/// A disk that fails after the first bytes of every file.
+class FailingDisk : public FakeHost {
+ public:
+  std::unique_ptr<InputFile> openInput(const std::string& name) override {
+    class Failing : public InputFile {
+     public:
+      explicit Failing(std::unique_ptr<InputFile> file) : file_(std::move(file)) {}
+      std::optional<std::size_t> read(std::span<char> room) override {
+        return ++reads_ == 1 ? file_->read(room.subspan(0, 100)) : std::nullopt;
+      }
+
+     private:
+      std::unique_ptr<InputFile> file_;
+      int reads_ = 0;
+    };
+    auto file = FakeHost::openInput(name);
+    return file ? std::make_unique<Failing>(std::move(file)) : nullptr;
+  }
+};
+
+TEST_F(Verdict, HalfAReportIsNoReason) {
+  FailingDisk disk;
+  disk.addFile("KivSystem2.TXT", record("1", "5") + record("2", "6"));
+  EXPECT_EQ(endOf([&] { phase5(disk, 0, table); }), 1);
+  EXPECT_EQ(disk.messages, std::vector{critical("Run-time error: Device I/O error\r\nKivSystem2.TXT")});
+  EXPECT_FALSE(disk.hasFile("KivSystem1.TXT"));
+}
+
 TEST_F(Verdict, EveryByteStringAsReportEndsInADocumentedResult) {
   std::mt19937 random(1);
   const std::string report = "* head\r\n" + record("1", "101") + record("2", "104");
@@ -167,6 +202,16 @@ TEST_F(NumberOfInstruments, CountsDistinctTexts) {
 TEST_F(NumberOfInstruments, SkipsCommentsAndLinesWithoutTheKeyword) {
   host.addFile("KivSystem2.TXT", "* x,INSTRID=5\r\nINSTRID=6\r\n\r\n" + record("1", "7"));
   EXPECT_EQ(numberOfInstruments(host), 1);
+}
+
+TEST_F(NumberOfInstruments, MoreThan16BitsCountIsARunTimeError) {
+  std::string report;
+  for (int i = 0; i < 32768; ++i) {
+    report += ",INSTRID=" + std::to_string(i) + "\r\n";
+  }
+  host.addFile("KivSystem2.TXT", report);
+  EXPECT_EQ(endOf([&] { numberOfInstruments(host); }), 1);
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nKivSystem2.TXT")});
 }
 
 TEST_F(NumberOfInstruments, MissingReportEndsTheProgram) {

@@ -49,6 +49,13 @@ TEST_F(ConsolePages, BuildReplacesAPageUnderTheSpellingThatItHas) {
   EXPECT_EQ(place.read("X1.MUS"), page("staff 1 at 0\n"));
 }
 
+TEST_F(ConsolePages, BuildTakesItsTextFromStandardInput) {
+  place.write("x1.mus", page("staff 1 at 0\n"));
+  const Ended ended = place.kivsys({"build", "-", "y1.mus"}, ".", place.kivsys({"dump", "x1.mus"}).out);
+  EXPECT_EQ(ended.status, 0) << ended.error;
+  EXPECT_EQ(place.read("y1.mus"), place.read("x1.mus"));
+}
+
 TEST_F(ConsolePages, FilesThatCannotBeReadOrWrittenAreNamed) {
   EXPECT_EQ(place.kivsys({"dump", "none.mus"}).error, "kivsys: cannot read none.mus\n");
   EXPECT_EQ(place.kivsys({"build", "none.txt", "x1.mus"}).error, "kivsys: cannot read none.txt\n");

@@ -69,13 +69,16 @@ std::string Workplace::read(const std::string& file) const {
   return contentOf(path_ / file);
 }
 
-Ended Workplace::kivsys(const std::vector<std::string>& arguments, const std::string& folder) const {
+Ended Workplace::kivsys(const std::vector<std::string>& arguments, const std::string& folder,
+                        const std::string& input) const {
+  std::ofstream(outside_ / "in", std::ios::binary) << input;
   std::string command = "cd " + quoted((path_ / folder).string()) +
                         " && TMPDIR=" + quoted((outside_ / "tmp").string()) + " " + quoted(KIVSYS_PROGRAM);
   for (const std::string& argument : arguments) {
     command += " " + quoted(argument);
   }
-  command += " </dev/null >" + quoted((outside_ / "out").string()) + " 2>" + quoted((outside_ / "error").string());
+  command += " <" + quoted((outside_ / "in").string()) + " >" + quoted((outside_ / "out").string()) + " 2>" +
+             quoted((outside_ / "error").string());
   const int status = std::system(command.c_str());
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(outside_ / "out"), contentOf(outside_ / "error")};
 }

@@ -29,8 +29,9 @@ class Workplace {
   void write(const std::string& file, const std::string& content) const;
   /// The file's content; "(no file)" when there is none.
   std::string read(const std::string& file) const;
-  /// Runs kivsys in a folder of the workplace, with nothing on its standard input.
-  Ended kivsys(const std::vector<std::string>& arguments, const std::string& folder = ".") const;
+  /// Runs kivsys in a folder of the workplace, with this text on its standard input.
+  Ended kivsys(const std::vector<std::string>& arguments, const std::string& folder = ".",
+               const std::string& input = "") const;
 
  private:
   std::filesystem::path path_;

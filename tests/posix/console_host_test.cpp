@@ -103,7 +103,7 @@ TEST(ConsoleHost, MessagesTellTheirSeverity) {
               host.message(Icon::information, "Mind this.", Buttons::ok);
               host.message(Icon::none, "By the way.", Buttons::ok);
             }),
-            "critical: No way on.\nquestion: Go on?\ninformation: Mind this.\nnote: By the way.\n");
+            "critical: No way on.\nexclamation: Go on?\ninformation: Mind this.\nnote: By the way.\n");
 }
 
 TEST(ConsoleHost, FurtherLinesOfAMessageAreIndented) {

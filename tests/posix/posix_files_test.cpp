@@ -65,7 +65,7 @@ TEST_F(PosixInputFiles, AFolderThatCannotBeListedStillOpensExactNames) {
   EXPECT_EQ(read("closed\\A.MUS"), "(no file)");
 }
 
-TEST_F(PosixInputFiles, APipeThatNobodyWritesToIsEmpty) {
+TEST_F(PosixInputFiles, APipeThatNobodyWritesToIsNoFile) {
   const std::string path = disk.path("pipe").string();
   ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
   auto reading = std::async(std::launch::async, [&] { return read("pipe"); });
@@ -74,10 +74,15 @@ TEST_F(PosixInputFiles, APipeThatNobodyWritesToIsEmpty) {
     ::close(::open(path.c_str(), O_RDWR | O_NONBLOCK));  // lets the reader go
   }
   EXPECT_TRUE(ended) << "the reader waited for somebody to write";
-  EXPECT_EQ(reading.get(), "");
+  EXPECT_EQ(reading.get(), "(no file)");
 }
 
-TEST_F(PosixInputFiles, APipeWhoseWriterIsSilentDoesNotHoldTheReader) {
+TEST_F(PosixInputFiles, ADeviceIsNoFile) {
+  EXPECT_EQ(host.openInput("\\dev\\zero"), nullptr);
+  EXPECT_EQ(host.openInput("\\dev\\null"), nullptr);
+}
+
+TEST_F(PosixInputFiles, APipeWhoseWriterIsSilentIsNoFile) {
   const std::string path = disk.path("pipe").string();
   ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
   Descriptor writer(::open(path.c_str(), O_RDWR | O_NONBLOCK));

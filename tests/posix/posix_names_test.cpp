@@ -10,6 +10,15 @@ using namespace std::string_literals;
 using Names = std::set<std::string>;
 using PosixNames = PosixDisk;
 
+TEST_F(PosixNames, AFolderThatLacksTheRestGivesWayToOneOfAnotherCase) {
+  disk.addFolder("PART");
+  disk.addFolder("part");
+  disk.addFile("part/a1.mus", "found");
+  EXPECT_EQ(read("PART\\A1.MUS"), "found");
+  disk.addFile("PART/a1.mus", "nearer");
+  EXPECT_EQ(read("PART\\A1.MUS"), "nearer");
+}
+
 TEST_F(PosixNames, BackslashesStandBetweenFolders) {
   disk.addFolder("a/b");
   disk.addFile("a/b/c.mus", "deep");

@@ -227,6 +227,53 @@ TEST_F(Analyze, RowLeftByALongerPageCanDefineACue) {
             std::vector{information("Recursive cue(s) in file: C:\\M\\X1.MUS\r\n\r\nResults are unpredictable.")});
 }
 
+TEST_F(Analyze, MultifilePageIsCalledOneInItsMessages) {
+  addPage("X1A.MUS", "staff 1 at 0 instrument 5\nbarline 1 at 0 spans 1\n");
+  addPage("X1B.MUS", "staff 1 at 0 instrument 5\nbarline 1 at 0 spans 1\n");
+  run();
+  EXPECT_EQ(host.messages,
+            std::vector{information("Duplicate instrument Id in multipage files. Top file is: C:\\M\\X1A.MUS\r\n"
+                                    "InstrId(s): 5\r\n\r\nResults are unpredictable.")});
+}
+
+TEST_F(Analyze, ProblemsOfOnePageAreNotToldAgainOnTheNext) {
+  addPage("X1.MUS",
+          "staff 2 at 0 instrument 5\nstaff 1 at 0 instrument 5\nstaff 1 at 9\nbarline 1 at 0 spans 2\n"
+          "rest 1 at 20 kind -2 cue 5\n");
+  addPage("X2.MUS", bass);
+  run();
+  EXPECT_EQ(host.messages.size(), 4U);
+  for (const Message& message : host.messages) {
+    EXPECT_NE(message.text.find("C:\\M\\X1.MUS"), std::string::npos) << message.text;
+  }
+}
+
+TEST_F(Analyze, LettersOutOfOrderAreWarnedAboutAndTheRunGoesOn) {
+  addPage("X1B.MUS", bass);
+  addPage("X1A.MUS", "staff 1 at 0 instrument 101\nbarline 1 at 0 spans 1\n");
+  run();
+  EXPECT_EQ(host.messages.size(), 1U);
+  EXPECT_TRUE(records().starts_with("SYSTEM=1,INSTRID=102,NEWSTAFF=2,STAVESUP=0,STAFF=1,FILE=C:\\M\\X1B.MUS\r\n"));
+  EXPECT_EQ(verdict(), "CONSISTENCY=YES\r\nMULTIFILE=YES\r\n");
+}
+
+TEST_F(Analyze, ReportThatCannotBeCreatedEndsTheRun) {
+  addPage("X1.MUS", bass);
+  host.unwritable = {"KivSystem2.TXT"};
+  run();
+  EXPECT_EQ(end, 1);
+  EXPECT_EQ(host.messages, std::vector{critical("Failed to create report file: KivSystem2.TXT")});
+  EXPECT_FALSE(host.hasFile("KivSystem1.TXT"));
+}
+
+TEST_F(Analyze, FullDiskEndsTheRunWithTheSystemsWords) {
+  addPage("X1.MUS", bass);
+  host.writeFailure = "No space left on device";
+  run();
+  EXPECT_EQ(end, 1);
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: No space left on device\r\nKivSystem2.TXT")});
+}
+
 TEST_F(Analyze, EmptySelectionEndsASiblingsCall) {
   run();
   EXPECT_EQ(end, 1);

@@ -8,7 +8,7 @@ std::string_view severityOf(Icon icon) {
     case Icon::critical:
       return "critical: ";
     case Icon::exclamation:
-      return "question: ";
+      return "exclamation: ";
     case Icon::information:
       return "information: ";
     case Icon::none:

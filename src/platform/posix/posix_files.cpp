@@ -43,9 +43,9 @@ class PosixOutput : public OutputFile {
   Descriptor file_;
 };
 
-bool isFolder(const Descriptor& file) {
+bool isOrdinary(const Descriptor& file) {
   struct stat status {};
-  return ::fstat(file.number(), &status) != 0 || S_ISDIR(status.st_mode);
+  return ::fstat(file.number(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
 }  // namespace
@@ -77,9 +77,9 @@ std::optional<std::string> writeAll(const Descriptor& file, std::string_view byt
 }
 
 std::unique_ptr<InputFile> openForReading(const std::string& path) {
-  // Without O_NONBLOCK, opening a pipe would wait for somebody to write into it.
+  // Only what lies on a disk ends for sure. Without O_NONBLOCK, opening a pipe would wait for somebody to write.
   Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  if (!file.isOpen() || isFolder(file)) {
+  if (!file.isOpen() || !isOrdinary(file)) {
     return nullptr;
   }
   return std::make_unique<PosixInput>(std::move(file));

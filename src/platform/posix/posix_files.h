@@ -26,7 +26,7 @@ class Descriptor {
   int number_;
 };
 
-/// Null when the path is no file that can be read.
+/// Null when the path is no file on a disk that can be read; folders, pipes and devices are none.
 std::unique_ptr<InputFile> openForReading(const std::string& path);
 /// Null when the path is no file that can be written; otherwise it is empty now.
 std::unique_ptr<OutputFile> openForWriting(const std::string& path);

@@ -89,32 +89,53 @@ const PosixSystem::Listing& PosixSystem::listing(const std::string& folder) {
   return listing;
 }
 
-std::string PosixSystem::resolveInFolder(const std::string& folder, const std::string& component) {
-  std::string asWritten = folder + component;
-  if (component.empty() || exists(asWritten)) {
-    return asWritten;
-  }
+std::vector<std::string> PosixSystem::candidates(const std::string& folder, const std::string& component) {
+  std::vector<std::string> others;
   const auto [first, last] = listing(folder.empty() ? "." : folder).names.equal_range(upperCaseUtf8(component));
-  const auto found = std::min_element(first, last, [](const auto& a, const auto& b) { return a.second < b.second; });
-  return found == last ? asWritten : folder + found->second;
+  for (auto entry = first; entry != last; ++entry) {
+    if (entry->second != component) {
+      others.push_back(entry->second);
+    }
+  }
+  std::sort(others.begin(), others.end());
+  return others;
+}
+
+std::optional<std::string> PosixSystem::find(const std::string& folder, std::string_view rest) {
+  if (rest.empty()) {
+    return folder;
+  }
+  const std::size_t end = std::min(rest.find(separator), rest.size());
+  const std::string component(rest.substr(0, end));
+  const std::string behind = end < rest.size() ? std::string(1, separator) : "";
+  rest.remove_prefix(std::min(end + 1, rest.size()));
+  if (component.empty() || exists(folder + component)) {
+    if (auto found = find(folder + component + behind, rest)) {
+      return found;
+    }
+  }
+  if (!component.empty()) {
+    for (const std::string& other : candidates(folder, component)) {
+      if (auto found = find(folder + other + behind, rest)) {
+        return found;
+      }
+    }
+  }
+  return std::nullopt;
 }
 
 std::string PosixSystem::resolve(const std::string& name) {
-  std::string resolved;
   if (name.find('\0') != std::string::npos) {
-    return resolved;  // the system would take what stands before the zero byte for the name
+    return "";  // the system would take what stands before the zero byte for the name
   }
   const std::string path = swapped(name, '\\', separator);
-  std::size_t at = 0;
-  while (at < path.size()) {
-    const std::size_t end = std::min(path.find(separator, at), path.size());
-    resolved = resolveInFolder(resolved, path.substr(at, end - at));
-    if (end < path.size()) {
-      resolved += separator;
-    }
-    at = end + 1;
+  if (const auto found = find("", path)) {
+    return *found;
   }
-  return resolved;
+  // A file that is to be made: its folder is there, under whatever spelling.
+  const std::size_t folderEnd = path.rfind(separator) + 1;
+  return find("", std::string_view(path).substr(0, folderEnd)).value_or(path.substr(0, folderEnd)) +
+         path.substr(folderEnd);
 }
 
 std::unique_ptr<InputFile> PosixSystem::openInput(const std::string& name) {

@@ -16,7 +16,7 @@ namespace kiv {
 /// The world below a host where file names are written with slashes and are case-sensitive.
 ///
 /// A name like \A\B stands for /A/B: each component is looked up as it is written first, and then regardless of
-/// case. Text is UTF-8.
+/// case; a folder in which the rest of the name is not found gives way to the next one. Text is UTF-8.
 class PosixSystem : public Host {
  public:
   /// The run's current folder is that of the process.
@@ -57,7 +57,10 @@ class PosixSystem : public Host {
   /// The file that a name stands for; where there is none, the path under which it would be made. "" for what cannot
   /// be a name.
   std::string resolve(const std::string& name);
-  std::string resolveInFolder(const std::string& folder, const std::string& component);
+  /// The existing file or folder that the rest of a path leads to from a folder; nullopt when there is none.
+  std::optional<std::string> find(const std::string& folder, std::string_view rest);
+  /// The names in a folder that are the component but for their case, in order.
+  std::vector<std::string> candidates(const std::string& folder, const std::string& component);
 
   /// What a folder holds, by upper-case name, and the time of its last change before it was listed.
   struct Listing {
