@@ -94,8 +94,10 @@ int runAnalyze(const AnalyzeOptions& options) {
   ConsoleHost host;
   std::string namesFile = options.names.empty() ? "" : coreNameOf(host, options.names);
   std::vector<std::string> pages;
-  for (const std::string& page : options.pages) {
-    pages.push_back(host.fullName(page));
+  for (const std::string& typed : options.pages) {
+    for (const std::string& page : ConsoleHost::filesMatching(typed)) {
+      pages.push_back(host.fullName(page));
+    }
   }
   if (std::any_of(pages.begin(), pages.end(), holdsLineEnd)) {
     return refuse("a page file whose name holds a line end cannot be listed in a names file");

@@ -1,8 +1,8 @@
 #include "apps/kivsys/page_commands.h"
 
 #include <iostream>
-#include <iterator>
 #include <optional>
+#include <sstream>
 
 #include "apps/kivsys/exit_status.h"
 #include "mus/page_text.h"
@@ -17,8 +17,9 @@ int fail(const std::string& reason) {
 }
 
 std::optional<std::string> standardInput() {
-  std::string text{std::istreambuf_iterator<char>(std::cin), {}};
-  return std::cin.bad() ? std::nullopt : std::optional(std::move(text));
+  std::ostringstream text;
+  text << std::cin.rdbuf();
+  return std::cin.bad() ? std::nullopt : std::optional(text.str());
 }
 
 }  // namespace

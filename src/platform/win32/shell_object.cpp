@@ -1,0 +1,141 @@
+#include "platform/win32/shell_object.h"
+
+#include <array>
+#include <memory>
+#include <string_view>
+
+#include "platform/win32/text.h"
+#include "platform/win32/windows_api.h"
+
+namespace kiv {
+namespace {
+
+/// COM, usable on this thread for as long as this lives.
+class Apartment {
+ public:
+  Apartment() : result_(CoInitialize(nullptr)) {}
+  Apartment(const Apartment&) = delete;
+  Apartment& operator=(const Apartment&) = delete;
+  ~Apartment() {
+    if (SUCCEEDED(result_)) {
+      CoUninitialize();
+    }
+  }
+
+ private:
+  HRESULT result_;
+};
+
+struct Releaser {
+  void operator()(IUnknown* object) const { object->Release(); }
+};
+using Dispatch = std::unique_ptr<IDispatch, Releaser>;
+
+/// An argument or a result of a late-bound call.
+class Variant {
+ public:
+  Variant() { VariantInit(&value_); }
+  Variant(const Variant&) = delete;
+  Variant& operator=(const Variant&) = delete;
+  ~Variant() { VariantClear(&value_); }
+
+  VARIANT* get() { return &value_; }
+
+ private:
+  VARIANT value_;
+};
+
+/// What a called object tells about its failure.
+class Exception {
+ public:
+  Exception() = default;
+  Exception(const Exception&) = delete;
+  Exception& operator=(const Exception&) = delete;
+  ~Exception() {
+    SysFreeString(info_.bstrSource);
+    SysFreeString(info_.bstrDescription);
+    SysFreeString(info_.bstrHelpFile);
+  }
+
+  EXCEPINFO* get() { return &info_; }
+
+  std::string text() {
+    if (info_.pfnDeferredFillIn != nullptr) {
+      info_.pfnDeferredFillIn(&info_);
+    }
+    if (SysStringLen(info_.bstrDescription) != 0) {
+      const std::string text = narrow({info_.bstrDescription, SysStringLen(info_.bstrDescription)}, CP_ACP);
+      return text.substr(0, text.find_last_not_of("\r\n ") + 1);
+    }
+    return systemMessage(static_cast<DWORD>(info_.scode != 0 ? info_.scode : DISP_E_EXCEPTION));
+  }
+
+ private:
+  EXCEPINFO info_{};
+};
+
+std::string textOf(HRESULT result) {
+  return systemMessage(static_cast<DWORD>(result));
+}
+
+HRESULT createShell(Dispatch& shell) {
+  CLSID identifier{};
+  HRESULT result = CLSIDFromProgID(L"Wscript.Shell", &identifier);
+  void* object = nullptr;
+  if (SUCCEEDED(result)) {
+    constexpr DWORD anywhere = CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER;
+    result = CoCreateInstance(identifier, nullptr, anywhere, IID_IDispatch, &object);
+  }
+  if (SUCCEEDED(result)) {
+    shell.reset(static_cast<IDispatch*>(object));
+  }
+  return result;
+}
+
+/// shell.Run(command, style, True)
+HRESULT callRun(IDispatch& shell, const std::string& command, WindowStyle style, Exception& exception) {
+  std::wstring name = L"Run";
+  LPOLESTR names = name.data();
+  DISPID run = 0;
+  const HRESULT known = shell.GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &run);
+  if (FAILED(known)) {
+    return known;
+  }
+  const std::wstring line = wide(command);
+  Variant text;
+  V_VT(text.get()) = VT_BSTR;
+  V_BSTR(text.get()) = SysAllocStringLen(line.data(), static_cast<UINT>(line.size()));
+  if (V_BSTR(text.get()) == nullptr) {
+    return E_OUTOFMEMORY;
+  }
+  // Late-bound calls take their arguments from the last to the first.
+  std::array<VARIANT, 3> arguments{};
+  V_VT(&arguments[0]) = VT_BOOL;
+  V_BOOL(&arguments[0]) = VARIANT_TRUE;
+  V_VT(&arguments[1]) = VT_I4;
+  V_I4(&arguments[1]) = static_cast<LONG>(style);
+  arguments[2] = *text.get();
+  DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
+  Variant exitCode;
+  return shell.Invoke(run, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, exitCode.get(), exception.get(),
+                      nullptr);
+}
+
+}  // namespace
+
+std::optional<std::string> runThroughShellObject(const std::string& command, WindowStyle style) {
+  const Apartment apartment;
+  Dispatch shell;
+  HRESULT result = createShell(shell);
+  if (FAILED(result)) {
+    return textOf(result);
+  }
+  Exception exception;
+  result = callRun(*shell, command, style, exception);
+  if (result == DISP_E_EXCEPTION) {
+    return exception.text();
+  }
+  return FAILED(result) ? std::optional(textOf(result)) : std::nullopt;
+}
+
+}  // namespace kiv

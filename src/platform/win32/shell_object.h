@@ -1,0 +1,13 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/host.h"
+
+namespace kiv {
+
+/// Has the scripting host's shell object run the command and wait for its end. The failure's text when it cannot.
+std::optional<std::string> runThroughShellObject(const std::string& command, WindowStyle style);
+
+}  // namespace kiv

@@ -1,0 +1,50 @@
+#include "platform/win32/text.h"
+
+#include <array>
+#include <cstdio>
+
+namespace kiv {
+namespace {
+
+std::string withoutLineEnd(const std::string& text) {
+  return text.substr(0, text.find_last_not_of("\r\n ") + 1);
+}
+
+std::string numbered(DWORD error) {
+  std::array<char, 32> text{};
+  std::snprintf(text.data(), text.size(), "Error 0x%08lX", error);
+  return text.data();
+}
+
+}  // namespace
+
+std::wstring wide(std::string_view ansi) {
+  const int size = static_cast<int>(ansi.size());
+  const int needed = MultiByteToWideChar(CP_ACP, 0, ansi.data(), size, nullptr, 0);
+  std::wstring text(static_cast<std::size_t>(needed), L'\0');
+  MultiByteToWideChar(CP_ACP, 0, ansi.data(), size, text.data(), needed);
+  return text;
+}
+
+std::string narrow(std::wstring_view text, UINT codePage) {
+  const int size = static_cast<int>(text.size());
+  const int needed = WideCharToMultiByte(codePage, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
+  std::string bytes(static_cast<std::size_t>(needed), '\0');
+  WideCharToMultiByte(codePage, 0, text.data(), size, bytes.data(), needed, nullptr, nullptr);
+  return bytes;
+}
+
+std::string systemMessage(DWORD error) {
+  constexpr DWORD longest = 1024;
+  std::array<char, longest> text{};
+  const DWORD length = FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0,
+                                      text.data(), longest, nullptr);
+  const std::string message = withoutLineEnd(std::string(text.data(), length));
+  return message.empty() ? numbered(error) : message;
+}
+
+std::string lastFailure() {
+  return systemMessage(GetLastError());
+}
+
+}  // namespace kiv

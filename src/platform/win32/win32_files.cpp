@@ -1,0 +1,156 @@
+#include "platform/win32/win32_files.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/win32/text.h"
+
+namespace kiv {
+namespace {
+
+/// What one call reads or writes at most; its length has 32 bits only.
+constexpr std::size_t longestTransfer = 1U << 30U;
+
+DWORD transferLength(std::size_t wanted) {
+  return static_cast<DWORD>(std::min(wanted, longestTransfer));
+}
+
+class Win32Input : public InputFile {
+ public:
+  explicit Win32Input(Handle file) : file_(std::move(file)) {}
+
+  std::optional<std::size_t> read(std::span<char> room) override {
+    DWORD got = 0;
+    if (ReadFile(file_.get(), room.data(), transferLength(room.size()), &got, nullptr) == FALSE) {
+      return std::nullopt;
+    }
+    return got;
+  }
+
+ private:
+  Handle file_;
+};
+
+class Win32Output : public OutputFile {
+ public:
+  explicit Win32Output(Handle file) : file_(std::move(file)) {}
+
+  std::optional<std::string> write(std::string_view bytes) override { return writeAll(file_, bytes); }
+
+ private:
+  Handle file_;
+};
+
+Handle createFor(const std::string& name, DWORD disposition) {
+  return Handle(
+      CreateFileA(name.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+std::string folderOf(const std::string& name) {
+  return name.substr(0, name.find_last_of("\\/:") + 1);
+}
+
+/// A file that was not there before, gone with this object unless it was moved into another one's place.
+class NewFile {
+ public:
+  /// In the target's folder, since a file cannot be moved whole from one disk to another.
+  explicit NewFile(const std::string& target) {
+    constexpr int attempts = 1000;
+    const std::string start = folderOf(target) + "kiv" + std::to_string(GetCurrentProcessId()) + "-";
+    bool isTaken = true;
+    for (int i = 1; i <= attempts && isTaken; ++i) {
+      name_ = start + std::to_string(i) + ".tmp";
+      handle_ = createFor(name_, CREATE_NEW);
+      isTaken = !handle_.isOpen() && GetLastError() == ERROR_FILE_EXISTS;
+    }
+    isHere_ = handle_.isOpen();
+  }
+  NewFile(const NewFile&) = delete;
+  NewFile& operator=(const NewFile&) = delete;
+  ~NewFile() {
+    if (isHere_) {
+      handle_ = Handle();
+      DeleteFileA(name_.c_str());
+    }
+  }
+
+  /// Not open when the file could not be made.
+  const Handle& handle() const { return handle_; }
+
+  /// Closes the file and moves it. The failure's text when it stays where it is.
+  std::optional<std::string> moveTo(const std::string& target) {
+    handle_ = Handle();
+    isHere_ = MoveFileExA(name_.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == FALSE;
+    return isHere_ ? std::optional(lastFailure()) : std::nullopt;
+  }
+
+ private:
+  std::string name_;
+  Handle handle_;
+  bool isHere_ = false;
+};
+
+struct SearchCloser {
+  void operator()(HANDLE search) const { FindClose(search); }
+};
+
+}  // namespace
+
+std::unique_ptr<InputFile> openForReading(const std::string& name) {
+  Handle file(CreateFileA(name.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                          OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  // Reading from a device, which names like COM1.MUS stand for, might wait for ever.
+  if (!file.isOpen() || GetFileType(file.get()) != FILE_TYPE_DISK) {
+    return nullptr;
+  }
+  return std::make_unique<Win32Input>(std::move(file));
+}
+
+std::unique_ptr<OutputFile> openForWriting(const std::string& name) {
+  Handle file = createFor(name, CREATE_ALWAYS);
+  if (!file.isOpen()) {
+    return nullptr;
+  }
+  return std::make_unique<Win32Output>(std::move(file));
+}
+
+std::optional<std::string> writeAll(const Handle& file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    DWORD taken = 0;
+    if (WriteFile(file.get(), bytes.data(), transferLength(bytes.size()), &taken, nullptr) == FALSE) {
+      return lastFailure();
+    }
+    bytes.remove_prefix(taken);
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> replaceWhole(const std::string& target, std::string_view bytes) {
+  NewFile beside(target);
+  if (!beside.handle().isOpen()) {
+    return lastFailure();
+  }
+  if (auto failure = writeAll(beside.handle(), bytes)) {
+    return failure;
+  }
+  if (FlushFileBuffers(beside.handle().get()) == FALSE) {
+    return lastFailure();
+  }
+  return beside.moveTo(target);
+}
+
+std::vector<FolderEntry> entriesMatching(const std::string& pattern) {
+  std::vector<FolderEntry> entries;
+  WIN32_FIND_DATAA found{};
+  const HANDLE search = FindFirstFileA(pattern.c_str(), &found);
+  if (search == INVALID_HANDLE_VALUE) {
+    return entries;
+  }
+  const std::unique_ptr<void, SearchCloser> closer(search);
+  do {
+    entries.push_back({found.cFileName, (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
+  } while (FindNextFileA(search, &found) != FALSE);
+  return entries;
+}
+
+}  // namespace kiv

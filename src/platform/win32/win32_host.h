@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/win32/win32_system.h"
+
+namespace kiv {
+
+/// The host of the windowed program: message boxes, the pointer, and Notepad as the viewer.
+class Win32Host : public Win32System {
+ public:
+  Answer message(Icon icon, std::string_view text, Buttons buttons) override;
+  bool showText(const std::string& /*name*/) override { return false; }
+  void setPointer(Pointer pointer) override;
+  void processEvents() override;
+  void showProgress(int /*done*/, int /*all*/) override {}
+};
+
+}  // namespace kiv

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/host.h"
+
+namespace kiv {
+
+/// Files, clock, profile and programs of Windows, through its byte calls: text is of the ANSI code page. Hosts derive
+/// from it and add the person.
+class Win32System : public Host {
+ public:
+  std::unique_ptr<InputFile> openInput(const std::string& name) override;
+  std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
+  std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
+  bool deleteFile(const std::string& name) override;
+  std::vector<FolderEntry> listFolder(const std::string& folder) override;
+  std::string currentFolder() override;
+  std::optional<std::string> shortName(const std::string& path) override;
+  LocalTime now() override;
+  std::string upperCase(std::string_view text) override;
+  std::size_t characterCount(std::string_view text) override;
+  std::string profileKey(const std::string& key) override;
+  std::int32_t runProcess(const std::string& commandLine, ShowState show) override;
+  std::optional<std::string> runInShell(const std::string& command, WindowStyle style) override;
+
+  // --- for the programs around the core ---
+
+  /// Makes a folder, named as the user typed it, the run's current one. False when it cannot be.
+  static bool enterFolder(const std::string& typed);
+  /// The full name, as the core writes names, of a file named as the user typed it.
+  static std::string fullName(const std::string& typed);
+  /// A file name as the user typed it, as the core writes names.
+  static std::string coreName(const std::string& typed);
+  /// The files that a name with wildcards stands for, in order, as no shell has put them in its place; the name itself
+  /// when there are none.
+  static std::vector<std::string> filesMatching(const std::string& typed);
+  /// Makes a file with this content in the folder for temporary files; "" when that fails.
+  static std::string makeTemporaryFile(std::string_view content);
+  /// The text as UTF-8.
+  static std::string toUtf8(std::string_view text);
+  /// Writes text to standard error as the terminal understands it.
+  static void writeError(std::string_view text);
+  /// Whether standard error is a terminal.
+  static bool errorIsTerminal();
+};
+
+}  // namespace kiv
