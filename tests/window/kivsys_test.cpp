@@ -1,0 +1,170 @@
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "tests/window/page_folder.h"
+#include "tests/window/started_program.h"
+#include "tests/window/work_folder.h"
+
+namespace kiv::test {
+namespace {
+
+using Json = nlohmann::json;
+
+struct Ended {
+  std::optional<std::int32_t> status;
+  std::string out;
+  std::string error;
+};
+
+Ended run(const std::string& program, const std::string& arguments) {
+  const std::string out = "..\\" + std::to_string(GetCurrentProcessId()) + "out.txt";
+  const std::string error = "..\\" + std::to_string(GetCurrentProcessId()) + "error.txt";
+  Ended ended;
+  {
+    WatchedProcess started = start("\"" + builtFile(program) + "\" " + arguments, out, error);
+    ended.status = started.exitCode();
+  }
+  ended.out = readFileContent(out);
+  ended.error = readFileContent(error);
+  DeleteFileA(out.c_str());
+  DeleteFileA(error.c_str());
+  return ended;
+}
+
+Ended kivsys(const std::string& arguments) {
+  return run("..\\..\\apps\\kivsys\\kivsys.exe", arguments);
+}
+
+Ended kivSystem(const std::string& arguments) {
+  return run("..\\..\\apps\\kivsystem\\KivSystem.exe", arguments);
+}
+
+/// The report without its first line, which tells the time.
+std::string reportWithoutDate() {
+  const std::string report = readFileContent("KivSystem2.TXT");
+  return report.substr(std::min(report.find('\n'), report.size()));
+}
+
+/// The console program, run by Windows in a folder of its own.
+class Kivsys : public ::testing::Test {
+ protected:
+  PageFolder folder;
+};
+
+TEST_F(Kivsys, PrintsVerdictAndCounts) {
+  folder.addPage("X1.MUS", fluteAndBass);
+  folder.addPage("X2.MUS", flute);
+  const Ended ended = kivsys("analyze X1.MUS X2.MUS");
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_EQ(ended.out, "CONSISTENCY=NO\r\nMULTIFILE=NO\r\nFiles: 2\r\nSystems: 2\r\nInstruments: 2\r\n");
+  EXPECT_EQ(ended.error, "");
+  EXPECT_EQ(readFileContent("KivSystem1.TXT"), "CONSISTENCY=NO\r\nMULTIFILE=NO\r\n");
+}
+
+TEST_F(Kivsys, PrintsOneJsonObjectInUtf8) {
+  makeFolder("TR\xC4UME");
+  folder.addPage("TR\xC4UME\\X1.MUS", withoutIdentifier);
+  const Ended ended = kivsys("analyze --json TR\xC4UME\\X1.MUS");
+  EXPECT_EQ(ended.status, 0);
+  const Json outcome = Json::parse(ended.out);
+  EXPECT_EQ(outcome["end"], "normal");
+  EXPECT_EQ(outcome["files"], 1);
+  EXPECT_EQ(outcome["consistency"], true);
+  ASSERT_EQ(outcome["messages"].size(), 1U);
+  const std::string text = outcome["messages"][0]["text"];
+  EXPECT_NE(text.find("TR\xC3\x84UME\\X1.MUS"), std::string::npos) << text;
+  EXPECT_EQ(outcome["messages"][0]["icon"], "information");
+}
+
+TEST_F(Kivsys, WritesMessagesToStandardErrorAndNeverWaits) {
+  folder.addPage("X1.MUS", withoutIdentifier);
+  const Ended ended = kivsys("analyze X1.MUS");
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_EQ(ended.error, "information: Zero instrId(s) in file: " + folder.upper("X1.MUS") +
+                             "\r\n  \r\n  Results are unpredictable.\r\n");
+}
+
+TEST_F(Kivsys, CriticalMessageEndsTheRunWithStatusOne) {
+  const Ended ended = kivsys("analyze --names MISSING.TXT");
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_EQ(ended.out, "");
+  EXPECT_EQ(ended.error, "critical: No input files: MISSING.TXT\r\n");
+}
+
+TEST_F(Kivsys, ReportIsTheOneOfTheWindowedProgram) {
+  folder.addPage("X1.MUS", fluteAndBass);
+  folder.addPage("X2A.MUS", flute);
+  folder.addPage("X2B.MUS", oboe);
+  folder.writeNames("N.TXT");
+  const std::string call = "CALLEDBY=KIV,FUNCTION=ANALYZE,NAMES=" + folder / "N.TXT";
+  EXPECT_EQ(kivSystem(call).status, 0);
+  const std::string report = reportWithoutDate();
+  const std::string verdict = readFileContent("KivSystem1.TXT");
+  EXPECT_GT(report.size(), 500U);
+  for (const std::string& arguments :
+       {call, std::string("analyze --names N.TXT"), std::string("analyze x1.mus X2A.MUS x2b.MUS")}) {
+    DeleteFileA("KivSystem1.TXT");
+    DeleteFileA("KivSystem2.TXT");
+    EXPECT_EQ(kivsys(arguments).status, 0);
+    EXPECT_EQ(reportWithoutDate(), report) << arguments;
+    EXPECT_EQ(readFileContent("KivSystem1.TXT"), verdict) << arguments;
+  }
+}
+
+TEST_F(Kivsys, FolderIsWhereReportAndVerdictGo) {
+  folder.addPage("X1.MUS", fluteAndBass);
+  makeFolder("OUT");
+  EXPECT_EQ(kivsys("analyze --folder OUT X1.MUS").status, 0);
+  EXPECT_EQ(namesIn("OUT"), (std::vector<std::string>{"KivSystem1.TXT", "KivSystem2.TXT"}));
+  EXPECT_EQ(namesIn("."), (std::vector<std::string>{"OUT", "X1.MUS"}));
+}
+
+TEST_F(Kivsys, NamesMayBeTypedWithSlashes) {
+  makeFolder("SUB");
+  writeFile("SUB\\X1.MUS", page(fluteAndBass));
+  EXPECT_EQ(kivsys("analyze SUB/X1.MUS").status, 0);
+  EXPECT_NE(readFileContent("KivSystem2.TXT").find("FILE=" + folder.upper("SUB\\X1.MUS")), std::string::npos);
+}
+
+TEST_F(Kivsys, WildcardsStandForPagesInOrder) {
+  folder.addPage("X2.MUS", flute);
+  folder.addPage("X1.MUS", fluteAndBass);
+  folder.addPage("Y1.MUS", oboe);
+  makeFolder("X3.MUS");
+  EXPECT_EQ(kivsys("analyze X?.MUS").out,
+            "CONSISTENCY=NO\r\nMULTIFILE=NO\r\nFiles: 2\r\nSystems: 2\r\nInstruments: 2\r\n");
+  const std::string report = readFileContent("KivSystem2.TXT");
+  EXPECT_LT(report.find("* X1.MUS"), report.find("* X2.MUS"));
+  EXPECT_EQ(kivsys("analyze .\\*1.MUS").out,
+            "CONSISTENCY=NO\r\nMULTIFILE=NO\r\nFiles: 2\r\nSystems: 2\r\nInstruments: 3\r\n");
+  EXPECT_EQ(kivsys("analyze Z*.MUS").status, 1);
+}
+
+TEST_F(Kivsys, BuildMakesThePageThatDumpShowed) {
+  const std::string bytes = page(fluteAndBass);
+  writeFile("X1.MUS", bytes);
+  const Ended dumped = kivsys("dump X1.MUS");
+  EXPECT_EQ(dumped.status, 0);
+  writeFile("X1.TXT", dumped.out);
+  EXPECT_EQ(kivsys("build X1.TXT Y1.MUS").status, 0);
+  EXPECT_TRUE(readFileContent("Y1.MUS") == bytes);
+  EXPECT_EQ(namesIn("."), (std::vector<std::string>{"X1.MUS", "X1.TXT", "Y1.MUS"}));
+}
+
+TEST_F(Kivsys, BuildThatCannotWriteTellsWhyAndKeepsTheOldPage) {
+  writeFile("X1.TXT", flute);
+  writeFile("Y1.MUS", "old");
+  const Handle user(CreateFileA("Y1.MUS", GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+  const Ended ended = kivsys("build X1.TXT Y1.MUS");
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_TRUE(ended.error.starts_with("kivsys: cannot write Y1.MUS: ")) << ended.error;
+  EXPECT_EQ(readFileContent("Y1.MUS"), "old");
+  EXPECT_EQ(namesIn("."), (std::vector<std::string>{"X1.TXT", "Y1.MUS"}));
+}
+
+TEST_F(Kivsys, WrongUsageIsStatusTwo) {
+  EXPECT_EQ(kivsys("analyse X1.MUS").status, 2);
+}
+
+}  // namespace
+}  // namespace kiv::test
