@@ -27,9 +27,9 @@ class LineReader {
 
   std::unique_ptr<InputFile> file_;  // null after its end
   bool failed_ = false;
-  std::string buffer_;               // the bytes read last
-  std::size_t position_ = 0;         // of the first byte of buffer_ that no line has taken
-  std::string line_;                 // a line that lies across two buffers
+  std::string buffer_;        // the bytes read last
+  std::size_t position_ = 0;  // of the first byte of buffer_ that no line has taken
+  std::string line_;          // a line that lies across two buffers
 };
 
 }  // namespace kiv

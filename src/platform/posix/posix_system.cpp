@@ -116,7 +116,10 @@ std::optional<std::string> PosixSystem::find(const std::string& folder, std::str
   }
   if (!component.empty()) {
     for (const std::string& other : candidates(folder, component)) {
-      if (auto found = find(folder + other + behind, rest)) {
+      std::string next = folder;
+      next += other;
+      next += behind;
+      if (auto found = find(next, rest)) {
         return found;
       }
     }
