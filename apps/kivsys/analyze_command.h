@@ -1,15 +1,14 @@
 #pragma once
 
 #include <string>
-#include <vector>
+
+#include "apps/kivsys/selection.h"
 
 namespace kiv {
 
-/// What the user asked of an analysis, names as they were typed.
+/// What the user asked of an analysis.
 struct AnalyzeOptions {
-  std::string folder;              ///< the run's current folder; "" is the one the program was started in
-  std::string names;               ///< the names file; "" when pages are given
-  std::vector<std::string> pages;  ///< the page files; empty when a names file is given
+  Selection selection;
   bool allowZeroId = false;
   bool json = false;
   bool exitCode = false;

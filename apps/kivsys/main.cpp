@@ -7,6 +7,8 @@
 #include "apps/kivsys/analyze_command.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/page_commands.h"
+#include "apps/kivsys/selection.h"
+#include "apps/kivsys/sort_command.h"
 #include "platform/console/console_host.h"
 #include "shell/start_up.h"
 #include "shell/version.h"
@@ -27,14 +29,24 @@ bool isSiblingCall(const std::string& commandLine) {
   return commandLine.starts_with("CALLEDBY=") || isAnalysisMode(commandLine);
 }
 
+/// The options that select the pages of a run. Whoever parses them runs the command only when there is a selection.
+void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor) {
+  command.add_option("--folder", selection.folder, folderIsFor + " (default: the current folder)")->type_name("DIR");
+  CLI::Option* names =
+      command.add_option("--names", selection.names, "Names file that lists the pages")->type_name("FILE");
+  CLI::Option* pages = command.add_option("page", selection.pages, "Page files, in their order")->type_name("PAGE");
+  names->excludes(pages);
+}
+
+void needSelection(const std::string& command, const Selection& selection) {
+  if (selection.names.empty() && selection.pages.empty()) {
+    throw CLI::ValidationError(command, "name page files, or a names file with --names");
+  }
+}
+
 void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
   CLI::App* analyze = app.add_subcommand("analyze", "Find out whether all systems of a group have the same layout");
-  analyze->add_option("--folder", options.folder, "Write report and verdict there (default: the current folder)")
-      ->type_name("DIR");
-  CLI::Option* names =
-      analyze->add_option("--names", options.names, "Names file that lists the pages")->type_name("FILE");
-  CLI::Option* pages = analyze->add_option("page", options.pages, "Page files, in their order")->type_name("PAGE");
-  names->excludes(pages);
+  addSelection(*analyze, options.selection, "Write report and verdict there");
   analyze->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
   analyze->add_flag("--json", options.json, "Print one JSON object and nothing else");
   analyze->add_flag("--exit-code", options.exitCode, "End with status 3 when the input needs a conversion");
@@ -43,10 +55,21 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
       "message; with 2 on wrong usage.\n\nExamples:\n  kivsys analyze PIECE*.MUS\n"
       "  kivsys analyze --folder out --names names.txt --json");
   analyze->callback([&options, &status] {
-    if (options.names.empty() && options.pages.empty()) {
-      throw CLI::ValidationError("analyze", "name page files, or a names file with --names");
-    }
+    needSelection("analyze", options.selection);
     status = runAnalyze(options);
+  });
+}
+
+void addSort(CLI::App& app, SortOptions& options, int& status) {
+  CLI::App* sort = app.add_subcommand("sort", "Sort the staves of each page by instrument, top to bottom");
+  addSelection(*sort, options.selection, "Run there");
+  sort->add_flag("--json", options.json, "Print one JSON object and nothing else");
+  sort->footer(
+      "Writes each page beside its input with the suffix PAG. Ends with status 0; with 1 after a critical message;\n"
+      "with 2 on wrong usage.\n\nExample:\n  kivsys sort PIECE001.MUS");
+  sort->callback([&options, &status] {
+    needSelection("sort", options.selection);
+    status = runSort(options);
   });
 }
 
@@ -82,9 +105,11 @@ int run(int argc, char** argv) {
       "A sibling tool's call works too:\n  kivsys \"CALLEDBY=KIV,FUNCTION=ANALYZE,NAMES=names.txt\"\n\n"
       "kivsys COMMAND --help tells more about a command.");
   AnalyzeOptions analyze;
+  SortOptions sort;
   PageFiles files;
   int status = exit_status::normal;
   addAnalyze(app, analyze, status);
+  addSort(app, sort, status);
   addPageCommands(app, files, status);
   try {
     app.parse(argc, argv);

@@ -1,9 +1,12 @@
 #include "apps/kivsys/run_outcome.h"
 
+#include <iostream>
+
 #include <nlohmann/json.hpp>
 
 #include "analysis/report.h"
 #include "analysis/verdict.h"
+#include "apps/kivsys/exit_status.h"
 
 namespace kiv {
 namespace {
@@ -61,6 +64,15 @@ RunOutcome outcomeOf(KivSystem& program, const ConsoleHost& host, bool normalEnd
   return outcome;
 }
 
+RunOutcome writingOutcomeOf(const NamesTable& names, const ConsoleHost& host, bool normalEnd) {
+  RunOutcome outcome;
+  outcome.normalEnd = normalEnd;
+  outcome.messages = host.messages();
+  outcome.files = names.nameCount;
+  outcome.created = host.replacedFiles();
+  return outcome;
+}
+
 std::string asJson(const RunOutcome& outcome) {
   Json messages = Json::array();
   for (const ShownMessage& message : outcome.messages) {
@@ -68,13 +80,20 @@ std::string asJson(const RunOutcome& outcome) {
                         {"text", NativeSystem::toUtf8(message.text)},
                         {"answer", nameOf(message.answer)}});
   }
-  const Json object = {{"end", outcome.normalEnd ? "normal" : "critical"},
-                       {"messages", messages},
-                       {"consistency", orNull(outcome.consistency)},
-                       {"multifile", orNull(outcome.multifile)},
-                       {"files", outcome.files},
-                       {"systems", orNull(outcome.systems)},
-                       {"instruments", orNull(outcome.instruments)}};
+  Json object = {{"end", outcome.normalEnd ? "normal" : "critical"},
+                 {"messages", messages},
+                 {"consistency", orNull(outcome.consistency)},
+                 {"multifile", orNull(outcome.multifile)},
+                 {"files", outcome.files},
+                 {"systems", orNull(outcome.systems)},
+                 {"instruments", orNull(outcome.instruments)}};
+  if (outcome.created) {
+    Json created = Json::array();
+    for (const std::string& file : *outcome.created) {
+      created.push_back(NativeSystem::toUtf8(file));
+    }
+    object["created"] = created;
+  }
   return object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
@@ -86,6 +105,15 @@ std::string asText(const RunOutcome& outcome) {
          "\nMULTIFILE=" + yesOrNo(outcome.multifile.value_or(false)) + "\nFiles: " + std::to_string(outcome.files) +
          "\nSystems: " + std::to_string(outcome.systems.value_or(0)) +
          "\nInstruments: " + std::to_string(outcome.instruments.value_or(0)) + "\n";
+}
+
+int printOutcome(const std::string& text, int status) {
+  std::cout << text << std::flush;
+  if (std::cout) {
+    return status;
+  }
+  std::cerr << "kivsys: cannot write to standard output\n";
+  return exit_status::critical;
 }
 
 }  // namespace kiv

@@ -19,6 +19,7 @@ struct RunOutcome {
   std::int16_t files = 0;
   std::optional<std::size_t> systems;
   std::optional<std::size_t> instruments;
+  std::optional<std::vector<std::string>> created;  ///< the pages written, in order; only of runs that write pages
 
   /// True when every system can go on as it stands, without a conversion.
   bool qualifies() const { return consistency.value_or(false) && !multifile.value_or(true); }
@@ -27,9 +28,15 @@ struct RunOutcome {
 /// What the program object holds at the end of an analysis.
 RunOutcome outcomeOf(KivSystem& program, const ConsoleHost& host, bool normalEnd);
 
+/// What the host holds at the end of a run that writes pages.
+RunOutcome writingOutcomeOf(const NamesTable& names, const ConsoleHost& host, bool normalEnd);
+
 /// One JSON object in UTF-8 on a line of its own.
 std::string asJson(const RunOutcome& outcome);
 /// The verdict and the counts, a line each; "" when the analysis did not reach them.
 std::string asText(const RunOutcome& outcome);
+
+/// Prints the outcome on standard output and returns the status; one that cannot be printed does not pass for success.
+int printOutcome(const std::string& text, int status);
 
 }  // namespace kiv

@@ -61,6 +61,14 @@ void ConsoleHost::showProgress(int done, int all) {
   }
 }
 
+std::optional<std::string> ConsoleHost::replaceFile(const std::string& name, std::string_view bytes) {
+  auto failure = NativeSystem::replaceFile(name, bytes);
+  if (!failure) {
+    replacedFiles_.push_back(name);
+  }
+  return failure;
+}
+
 void ConsoleHost::clearProgress() {
   if (progressShown_) {
     writeError("\r\x1B[K");

@@ -29,9 +29,12 @@ class ConsoleHost : public NativeSystem {
   void setPointer(Pointer /*pointer*/) override {}
   void processEvents() override {}
   void showProgress(int done, int all) override;
+  std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
 
   /// In the order in which they were shown.
   const std::vector<ShownMessage>& messages() const { return messages_; }
+  /// The files that replaceFile has put in their places, in order.
+  const std::vector<std::string>& replacedFiles() const { return replacedFiles_; }
 
  private:
   void clearProgress();
@@ -39,6 +42,7 @@ class ConsoleHost : public NativeSystem {
   bool terminal_;
   bool progressShown_ = false;
   std::vector<ShownMessage> messages_;
+  std::vector<std::string> replacedFiles_;
 };
 
 }  // namespace kiv
