@@ -3,6 +3,8 @@
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
 
+// The system's headers name the parameters in a style of their own.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR commandLine, int /*show*/) {
   kiv::Win32Host host;
   kiv::KivSystem program(host);

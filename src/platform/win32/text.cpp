@@ -1,7 +1,8 @@
 #include "platform/win32/text.h"
 
 #include <array>
-#include <cstdio>
+#include <iomanip>
+#include <sstream>
 
 namespace kiv {
 namespace {
@@ -11,9 +12,10 @@ std::string withoutLineEnd(const std::string& text) {
 }
 
 std::string numbered(DWORD error) {
-  std::array<char, 32> text{};
-  std::snprintf(text.data(), text.size(), "Error 0x%08lX", error);
-  return text.data();
+  constexpr int digits = 8;
+  std::ostringstream text;
+  text << "Error 0x" << std::hex << std::uppercase << std::setw(digits) << std::setfill('0') << error;
+  return text.str();
 }
 
 }  // namespace

@@ -142,7 +142,7 @@ std::optional<std::string> replaceWhole(const std::string& target, std::string_v
 std::vector<FolderEntry> entriesMatching(const std::string& pattern) {
   std::vector<FolderEntry> entries;
   WIN32_FIND_DATAA found{};
-  const HANDLE search = FindFirstFileA(pattern.c_str(), &found);
+  HANDLE search = FindFirstFileA(pattern.c_str(), &found);
   if (search == INVALID_HANDLE_VALUE) {
     return entries;
   }

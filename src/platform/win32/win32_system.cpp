@@ -182,8 +182,9 @@ std::string Win32System::toUtf8(std::string_view text) {
 
 void Win32System::writeError(std::string_view text) {
   if (!ErrorConsole().write(wide(text))) {
-    std::fwrite(text.data(), 1, text.size(), stderr);
-    std::fflush(stderr);
+    // Where standard error fails there is nobody left to tell.
+    static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
+    static_cast<void>(std::fflush(stderr));
   }
 }
 
