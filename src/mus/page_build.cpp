@@ -2,132 +2,16 @@
 #include <charconv>
 #include <optional>
 #include <utility>
-#include <vector>
 
 #include "mus/format.h"
 #include "mus/item_table.h"
 #include "mus/number.h"
+#include "mus/page_line.h"
 #include "mus/page_text.h"
 #include "mus/page_words.h"
 
 namespace kiv {
 namespace {
-
-/// The first thing that is wrong with a line; what goes wrong after it is its consequence.
-class Complaint {
- public:
-  void make(std::string reason) {
-    if (reason_.empty()) {
-      reason_ = std::move(reason);
-    }
-  }
-  bool made() const { return !reason_.empty(); }
-  const std::string& reason() const { return reason_; }
-
- private:
-  std::string reason_;
-};
-
-struct Token {
-  std::string text;
-  bool quoted = false;
-};
-
-/// Takes the words of one line from the front. Once there is a complaint, there are no more words.
-class Words {
- public:
-  Words(std::string_view line, Complaint& complaint);
-
-  bool empty() const { return complaint_.made() || next_ == tokens_.size(); }
-  std::size_t left() const { return tokens_.size() - next_; }
-  const Token& peek(std::size_t ahead = 0) const { return tokens_[next_ + ahead]; }
-  Token take(std::string_view what);
-  float number(std::string_view what);
-  void skip(std::size_t count) { next_ += count; }
-  void expectEnd() const;
-  void complain(std::string reason) const { complaint_.make(std::move(reason)); }
-
- private:
-  Complaint& complaint_;
-  std::vector<Token> tokens_;
-  std::size_t next_ = 0;
-};
-
-int hexDigit(char c) {
-  constexpr std::string_view digits = "0123456789ABCDEF";
-  const auto at = digits.find(c >= 'a' && c <= 'f' ? static_cast<char>(c - 'a' + 'A') : c);
-  return at == std::string_view::npos ? -1 : static_cast<int>(at);
-}
-
-char hexPair(std::string_view pair, Complaint& complaint) {
-  constexpr int base = 16;
-  if (pair.size() != 2 || hexDigit(pair[0]) < 0 || hexDigit(pair[1]) < 0) {
-    complaint.make("\"" + std::string(pair) + "\" is no byte of two hexadecimal digits");
-    return 0;
-  }
-  return static_cast<char>(base * hexDigit(pair[0]) + hexDigit(pair[1]));
-}
-
-/// Reads a text in quotes that begins at the quote; at is left behind the closing one.
-std::string unquoted(std::string_view line, std::size_t& at, Complaint& complaint) {
-  std::string text;
-  for (++at; at < line.size() && line[at] != '"'; ++at) {
-    if (line[at] != '\\') {
-      text += line[at];
-      continue;
-    }
-    ++at;
-    if (at < line.size() && line[at] == 'x') {
-      text += hexPair(line.substr(at + 1, 2), complaint);
-      at += 2;
-    } else if (at < line.size()) {
-      text += line[at];
-    }
-  }
-  if (at >= line.size()) {
-    complaint.make("the text has no closing quote");
-  }
-  ++at;
-  return text;
-}
-
-Words::Words(std::string_view line, Complaint& complaint) : complaint_(complaint) {
-  constexpr std::string_view blanks = " \t";
-  std::size_t at = line.find_first_not_of(blanks);
-  while (at != std::string_view::npos && at < line.size()) {
-    if (line[at] == '"') {
-      tokens_.push_back({unquoted(line, at, complaint), true});
-    } else {
-      const std::size_t end = std::min(line.find_first_of(blanks, at), line.size());
-      tokens_.push_back({std::string(line.substr(at, end - at))});
-      at = end;
-    }
-    at = line.find_first_not_of(blanks, at);
-  }
-}
-
-Token Words::take(std::string_view what) {
-  if (empty()) {
-    complain(std::string(what) + " is missing at the end of the line");
-    return {};
-  }
-  return tokens_[next_++];
-}
-
-float Words::number(std::string_view what) {
-  const Token token = take(what);
-  float value = 0;
-  if (token.quoted || !readExactNumber(token.text, value)) {
-    complain("\"" + token.text + "\" is no number for " + std::string(what));
-  }
-  return value;
-}
-
-void Words::expectEnd() const {
-  if (!empty()) {
-    complain("\"" + peek().text + "\" stands behind the end of the item");
-  }
-}
 
 /// An item as its line gives it.
 struct ItemLine {
@@ -263,7 +147,7 @@ class PageBuilder {
   std::string finish(Complaint& complaint);
 
  private:
-  void addWords(Words& words, Complaint& complaint);
+  void addWords(Words& words);
   void setHeader(Words& words);
 
   std::string content_;
@@ -281,7 +165,7 @@ void PageBuilder::addLine(std::string_view line, Complaint& complaint) {
   const bool numbered = words.left() > 2 && words.peek(1).text.starts_with('@') &&
                         words.peek().text.find_first_not_of("0123456789") == std::string::npos;
   words.skip(numbered ? 2 : 0);
-  addWords(words, complaint);
+  addWords(words);
 }
 
 void PageBuilder::setHeader(Words& words) {
@@ -296,7 +180,7 @@ void PageBuilder::setHeader(Words& words) {
   }
 }
 
-void PageBuilder::addWords(Words& words, Complaint& complaint) {
+void PageBuilder::addWords(Words& words) {
   const std::string word = words.take("a word").text;
   if (const ItemWord* item = itemWordNamed(word)) {
     ItemLine line = readNamedItem(*item, words);
@@ -308,7 +192,7 @@ void PageBuilder::addWords(Words& words, Complaint& complaint) {
   } else if (word == "bytes") {
     ended_ = true;
     while (!words.empty()) {
-      content_ += hexPair(words.take("a byte").text, complaint);
+      content_ += words.byte();
     }
   } else if (word == "trailer") {
     ended_ = true;
