@@ -5,6 +5,12 @@
 #include "mus/number.h"
 
 namespace kiv {
+
+const FirstClefTable::Entry* FirstClefTable::find(std::int16_t instr) const {
+  const auto place = places.find(instr);
+  return place == places.end() ? nullptr : &entries[place->second];
+}
+
 StaffFinder::StaffFinder(const ItemTable& table) {
   for (int i = 1; i <= table.itemCount(); ++i) {
     if (table.itemPar(i, par::type) == type::staff) {
@@ -27,13 +33,13 @@ void updateFirstClefTable(Host& host, const Item& clef, const ItemTable& table, 
   const float instrument = table.itemPar(staffRow, par::instrument);
   const auto identifier = toInt16(instrument);
   // A fractional identifier is entered as a whole one, and so is never found again.
-  if (identifier && static_cast<float>(*identifier) == instrument && firstClefs.instruments.contains(*identifier)) {
+  if (identifier && static_cast<float>(*identifier) == instrument && firstClefs.find(*identifier) != nullptr) {
     return;
   }
   if (!identifier || firstClefs.firstClefCount() == std::numeric_limits<std::int16_t>::max()) {
     host.runTimeError(RunTimeError::overflow, place);
   }
-  firstClefs.instruments.insert(*identifier);
+  firstClefs.places.emplace(*identifier, firstClefs.entries.size());
   constexpr float kindMarker = 1000;
   firstClefs.entries.push_back({*identifier, clef.par[par::kind] + kindMarker, clef.par[par::height]});
 }

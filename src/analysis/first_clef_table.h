@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "mus/item_table.h"
@@ -21,9 +20,11 @@ struct FirstClefTable {
     bool operator==(const Entry&) const = default;
   };
   std::vector<Entry> entries;
-  std::unordered_set<std::int16_t> instruments;  ///< those that have an entry
+  std::unordered_map<std::int16_t, std::size_t> places;  ///< of each instrument, its first entry in entries
 
   std::size_t firstClefCount() const { return entries.size(); }
+  /// The first entry of the instrument; null when it has none.
+  const Entry* find(std::int16_t instr) const;
 };
 
 /// Finds the first staff item with a given staff number among those it was told of.

@@ -11,10 +11,6 @@
 namespace kiv {
 namespace {
 
-bool isStaff(const ItemTable& table, int i) {
-  return table.itemPar(i, par::type) == type::staff;
-}
-
 bool isCue(const ItemTable& table, int i) {
   return table.itemPar(i, par::type) == type::rest && table.itemPar(i, par::cuedInstrument) != 0;
 }

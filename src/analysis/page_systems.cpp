@@ -12,20 +12,8 @@ namespace {
 constexpr float bottomStaff = 1;  // the mark of the lowest staff of a system, and the number of the lowest of a page
 constexpr float leftBarline = 1;
 
-bool isStaff(const ItemTable& table, int i) {
-  return table.itemPar(i, par::type) == type::staff;
-}
-
 bool isLeftBarline(const ItemTable& table, int i) {
   return table.itemPar(i, par::type) == type::barline && table.itemPar(i, par::mark) == leftBarline;
-}
-
-std::int16_t wholeOrOverflow(Host& host, float number, const std::string& musFileName, int item) {
-  const auto whole = toInt16(number);
-  if (!whole) {
-    host.runTimeError(RunTimeError::overflow, musFileName + ", item " + std::to_string(item));
-  }
-  return *whole;
 }
 
 /// Raises number to the highest value of a parameter among the staves of the table.
@@ -33,7 +21,7 @@ void raiseToHighest(Host& host, const std::string& musFileName, const ItemTable&
                     std::int16_t& number) {
   for (int i = 1; i <= table.itemCount(); ++i) {
     if (isStaff(table, i) && table.itemPar(i, parameter) > static_cast<float>(number)) {
-      number = wholeOrOverflow(host, table.itemPar(i, parameter), musFileName, i);
+      number = wholePar(host, musFileName, table, i, parameter);
     }
   }
 }

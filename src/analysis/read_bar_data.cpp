@@ -38,7 +38,6 @@ class BarDataReader {
   void takeItem();
   void takeStaff();
   void store();
-  [[noreturn]] void refuse();
 
   Host& host_;
   const std::string& musFileName_;
@@ -58,14 +57,8 @@ void BarDataReader::read() {
     readStatus = reader_.readItem(host_);
   }
   if (readStatus == ReadStatus::structuralError) {
-    refuse();
+    refusePage(host_, musFileName_, reader_.page().itemsInFile());
   }
-}
-
-void BarDataReader::refuse() {
-  host_.fatal("Structural error in MUS file: " + musFileName_ +
-              "\r\nTry to recover with KivValid/KivRecover.\r\nCurrent folder = " + host_.currentFolder() +
-              "\r\nItem number = " + std::to_string(reader_.page().itemsInFile()));
 }
 
 void BarDataReader::takeItem() {

@@ -4,10 +4,11 @@
 #include <set>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "analysis/report.h"
+#include "analysis/report_lines.h"
 #include "mus/number.h"
-#include "platform/line_reader.h"
 
 namespace kiv {
 namespace {
@@ -32,35 +33,17 @@ std::int16_t wholeNumber(Host& host, std::string_view line, std::string_view key
   return *whole;
 }
 
-void readSystems(Host& host, LineReader& report, SystemTable& table) {
+void readSystems(Host& host, LineReader report, SystemTable& table) {
   std::unordered_map<std::int16_t, std::size_t> known;
-  while (const auto line = report.next()) {
-    if (line->starts_with('*')) {
-      continue;
-    }
-    const std::int16_t system = wholeNumber(host, *line, "SYSTEM");
-    const std::int16_t identifier = wholeNumber(host, *line, "INSTRID");
+  forEachRecord(host, std::move(report), reportFile, [&](std::string_view line) {
+    const std::int16_t system = wholeNumber(host, line, "SYSTEM");
+    const std::int16_t identifier = wholeNumber(host, line, "INSTRID");
     const auto [place, isNew] = known.emplace(system, table.systems.size());
     if (isNew) {
       table.systems.push_back({system, ""});
     }
     table.systems[place->second].systemInstrList += std::to_string(identifier) + ",";
-  }
-}
-
-/// Half a report must not pass for a whole one.
-void checkMedium(Host& host, const LineReader& lines, const std::string& name) {
-  if (lines.failed()) {
-    host.runTimeError("Device I/O error", name);
-  }
-}
-
-LineReader openReport(Host& host, const std::string& name, const std::string& failure) {
-  auto file = host.openInput(name);
-  if (!file) {
-    host.fatal(failure);
-  }
-  return LineReader(std::move(file));
+  });
 }
 
 }  // namespace
@@ -71,12 +54,9 @@ bool SystemTable::isConsistent() const {
 }
 
 void phase5(Host& host, std::int16_t multifileCount, SystemTable& table) {
-  {
-    LineReader report = openReport(host, reportFile, "Could not open file KivSystem2.TXT for input.");
-    table.systems.clear();
-    readSystems(host, report, table);
-    checkMedium(host, report, reportFile);
-  }
+  LineReader report = openLines(host, reportFile, "Could not open file KivSystem2.TXT for input.");
+  table.systems.clear();
+  readSystems(host, std::move(report), table);
   const auto verdict = host.openOutput(verdictFile);
   if (!verdict) {
     host.fatal("Failed to create file KivSystem1.TXT");
@@ -93,14 +73,12 @@ std::optional<std::size_t> countInstruments(Host& host, const std::string& repor
   if (!file) {
     return std::nullopt;
   }
-  LineReader lines(std::move(file));
   std::set<std::string, std::less<>> identifiers;
-  while (const auto line = lines.next()) {
-    if (!line->starts_with('*') && contains(*line, ",INSTRID=")) {
-      identifiers.emplace(getElt(*line, ",INSTRID"));
+  forEachRecord(host, LineReader(std::move(file)), report, [&](std::string_view line) {
+    if (contains(line, ",INSTRID=")) {
+      identifiers.emplace(getElt(line, ",INSTRID"));
     }
-  }
-  checkMedium(host, lines, report);
+  });
   return identifiers.size();
 }
 
@@ -117,7 +95,7 @@ std::int16_t numberOfInstruments(Host& host) {
 }
 
 std::array<std::string, 2> readVerdict(Host& host) {
-  LineReader verdict = openReport(host, verdictFile, "Failed to open KivSystem1.TXT for input.");
+  LineReader verdict = openLines(host, verdictFile, "Failed to open KivSystem1.TXT for input.");
   std::array<std::string, 2> lines;
   for (std::string& line : lines) {
     line = verdict.next().value_or("");

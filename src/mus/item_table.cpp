@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "mus/number.h"
+
 namespace kiv {
 
 void ItemTable::store_item(Host& host, const Item& item) {
@@ -23,6 +25,14 @@ void ItemTable::reorder(const std::vector<std::int16_t>& order) {
     item.par[0] = row(next).par[0];
     row(next++) = std::move(item);
   }
+}
+
+std::int16_t wholePar(Host& host, const std::string& musFileName, const ItemTable& table, int i, int p) {
+  const auto whole = toInt16(table.itemPar(i, p));
+  if (!whole) {
+    host.runTimeError(RunTimeError::overflow, musFileName + ", item " + std::to_string(i));
+  }
+  return *whole;
 }
 
 }  // namespace kiv

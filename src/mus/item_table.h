@@ -53,4 +53,12 @@ class ItemTable {
   std::vector<Item> rows_;
 };
 
+/// Whether item i is a staff item.
+inline bool isStaff(const ItemTable& table, int i) {
+  return table.itemPar(i, par::type) == type::staff;
+}
+
+/// Parameter p of item i as a 16-bit integer. One that does not fit ends the program; the message names the file.
+std::int16_t wholePar(Host& host, const std::string& musFileName, const ItemTable& table, int i, int p);
+
 }  // namespace kiv

@@ -20,6 +20,12 @@ std::string MusReader::place() const {
   return musFileName_ + ", item " + std::to_string(page_.itemsInFile());
 }
 
+void refusePage(Host& host, const std::string& musFileName, int itemNumber) {
+  host.fatal("Structural error in MUS file: " + musFileName +
+             "\r\nTry to recover with KivValid/KivRecover.\r\nCurrent folder = " + host.currentFolder() +
+             "\r\nItem number = " + std::to_string(itemNumber));
+}
+
 void readFile(Host& host, const std::string& musFileName, ItemTable& table) {
   table.restart();
   MusReader reader;

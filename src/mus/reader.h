@@ -31,6 +31,9 @@ class MusReader {
   PageWalker page_;
 };
 
+/// Ends the program over a page file whose item of this number is broken; 0 stands for the file's head.
+[[noreturn]] void refusePage(Host& host, const std::string& musFileName, int itemNumber);
+
 /// Loads the whole page file into the table, which is started afresh. A structural error ends the program.
 void readFile(Host& host, const std::string& musFileName, ItemTable& table);
 

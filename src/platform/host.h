@@ -91,8 +91,8 @@ class Host {
   virtual void setPointer(Pointer pointer) = 0;
   /// Gives the user interface a chance to repaint and to take events.
   virtual void processEvents() = 0;
-  /// Tells how far a long run has come: done of all pages.
-  virtual void showProgress(int done, int all) = 0;
+  /// Tells how far a long run has come: so many done of all, of what the plural names ("pages").
+  virtual void showProgress(int done, int all, std::string_view plural) = 0;
 
   // --- files ---
 

@@ -75,11 +75,11 @@ void analysePages(KivSystem& program) {
   const int all = static_cast<int>(program.pages.pages.size());
   int done = 0;
   for (const PageEntry& page : program.pages.pages) {
-    program.host.showProgress(done, all);
+    program.host.showProgress(done, all, "pages");
     analysePage(program, page, systemBase, report);
     ++done;
   }
-  program.host.showProgress(done, all);
+  program.host.showProgress(done, all, "pages");
 }
 
 /// Tells the person at the panel what came out, and ends the program when there is nothing to convert.

@@ -3,7 +3,6 @@
 #include <unordered_map>
 #include <vector>
 
-#include "mus/number.h"
 #include "mus/reader.h"
 #include "mus/sort_item_table.h"
 #include "mus/writer.h"
@@ -12,11 +11,7 @@ namespace kiv {
 namespace {
 
 std::int16_t staffOf(Host& host, const std::string& musFileName, const ItemTable& table, int i) {
-  const auto staff = toInt16(table.itemPar(i, par::staff));
-  if (!staff) {
-    host.runTimeError(RunTimeError::overflow, musFileName + ", item " + std::to_string(i));
-  }
-  return *staff;
+  return wholePar(host, musFileName, table, i, par::staff);
 }
 
 /// The instrument keys of the staves, by staff number; of several staves with one number the first counts.
@@ -28,7 +23,7 @@ struct StaffKeys {
 StaffKeys staffKeys(Host& host, const std::string& musFileName, const ItemTable& table) {
   StaffKeys list;
   for (int i = 1; i <= table.itemCount(); ++i) {
-    if (table.itemPar(i, par::type) == type::staff) {
+    if (isStaff(table, i)) {
       list.keys.emplace(staffOf(host, musFileName, table, i), table.itemPar(i, par::instrument));
       ++list.staves;
     }
@@ -98,14 +93,14 @@ void cmdSortInstrument_Click(Host& host, const std::string& namesFile, NamesTabl
   LoadNamesTable(host, namesFile, names);
   const int count = names.nameCount;
   for (int k = 1; k <= count; ++k) {
-    host.showProgress(k - 1, count);
+    host.showProgress(k - 1, count, "pages");
     musFileName = names.name(k);
     readFile(host, musFileName, table);
     sortOnInstrument(host, musFileName, table);
     musFileName = sortedName(host, musFileName);
     writeFile(host, musFileName, table);
   }
-  host.showProgress(count, count);
+  host.showProgress(count, count, "pages");
   host.setPointer(Pointer::normal);
   host.inform("Sort finished");
 }

@@ -150,9 +150,9 @@ TEST(ConsoleHost, WithoutATerminalItIsSilentAboutProgressAndTexts) {
   const TemporaryFolder disk;
   disk.addFile("names.txt", "* none\r\n");
   EXPECT_EQ(throughAPipe([&](ConsoleHost& host) {
-              host.showProgress(3, 10);
+              host.showProgress(3, 10, "pages");
               EXPECT_TRUE(host.showText(disk.core("names.txt")));
-              host.showProgress(10, 10);
+              host.showProgress(10, 10, "pages");
               host.setPointer(Pointer::hourglass);
               host.processEvents();
             }),
@@ -160,21 +160,21 @@ TEST(ConsoleHost, WithoutATerminalItIsSilentAboutProgressAndTexts) {
 }
 
 TEST(ConsoleHost, ATerminalShowsProgress) {
-  EXPECT_EQ(onATerminal([](ConsoleHost& host) { host.showProgress(3, 10); }), "3 of 10 pages");
+  EXPECT_EQ(onATerminal([](ConsoleHost& host) { host.showProgress(3, 10, "pages"); }), "3 of 10 pages");
 }
 
 TEST(ConsoleHost, ProgressReplacesTheProgressBeforeIt) {
   EXPECT_EQ(onATerminal([](ConsoleHost& host) {
-              host.showProgress(0, 2);
-              host.showProgress(1, 2);
-              host.showProgress(2, 2);
+              host.showProgress(0, 2, "pages");
+              host.showProgress(1, 2, "pages");
+              host.showProgress(2, 2, "pages");
             }),
             "0 of 2 pages\r\x1B[K1 of 2 pages\r\x1B[K");
 }
 
 TEST(ConsoleHost, ProgressIsClearedBeforeAMessage) {
   EXPECT_EQ(onATerminal([](ConsoleHost& host) {
-              host.showProgress(3, 10);
+              host.showProgress(3, 10, "pages");
               host.inform("Mind this.");
               host.inform("And this.");
             }),
@@ -182,14 +182,14 @@ TEST(ConsoleHost, ProgressIsClearedBeforeAMessage) {
 }
 
 TEST(ConsoleHost, ProgressOfNothingShowsNothing) {
-  EXPECT_EQ(onATerminal([](ConsoleHost& host) { host.showProgress(0, 0); }), "");
+  EXPECT_EQ(onATerminal([](ConsoleHost& host) { host.showProgress(0, 0, "pages"); }), "");
 }
 
 TEST(ConsoleHost, ATerminalShowsTexts) {
   const TemporaryFolder disk;
   disk.addFile("names.txt", "* none\r\n");
   EXPECT_EQ(onATerminal([&](ConsoleHost& host) {
-              host.showProgress(3, 10);
+              host.showProgress(3, 10, "pages");
               EXPECT_TRUE(host.showText(disk.core("NAMES.TXT")));
             }),
             "3 of 10 pages\r\x1B[K* none\r\n");

@@ -198,7 +198,7 @@ TEST_F(Analyze, ProgressGoesFromNoneToAllPages) {
   addPage("X1.MUS", bass);
   addPage("X2.MUS", bass);
   run();
-  EXPECT_EQ(host.progress, (std::vector<std::string>{"0/2", "1/2", "2/2"}));
+  EXPECT_EQ(host.progress, (std::vector<std::string>{"0/2 pages", "1/2 pages", "2/2 pages"}));
 }
 
 TEST_F(Analyze, SystemNumbersRunOnFromPageToPage) {

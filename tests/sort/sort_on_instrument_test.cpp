@@ -582,7 +582,7 @@ TEST_F(SortInstrument, TellsHowFarItHasCome) {
   addPage("X1.MUS", unsortedPage);
   addPage("X2.MUS", unsortedPage);
   press();
-  EXPECT_EQ(host.progress, (std::vector<std::string>{"0/2", "1/2", "2/2"}));
+  EXPECT_EQ(host.progress, (std::vector<std::string>{"0/2 pages", "1/2 pages", "2/2 pages"}));
 }
 
 TEST_F(SortInstrument, LoadsTheSelectionAnew) {

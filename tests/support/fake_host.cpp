@@ -109,8 +109,8 @@ void FakeHost::setPointer(Pointer pointer) {
   calls.emplace_back(pointer == Pointer::hourglass ? "pointer hourglass" : "pointer normal");
 }
 
-void FakeHost::showProgress(int done, int all) {
-  progress.push_back(std::to_string(done) + "/" + std::to_string(all));
+void FakeHost::showProgress(int done, int all, std::string_view plural) {
+  progress.push_back(std::to_string(done) + "/" + std::to_string(all) + " " + std::string(plural));
 }
 
 std::unique_ptr<InputFile> FakeHost::openInput(const std::string& name) {

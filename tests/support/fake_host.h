@@ -55,7 +55,7 @@ class FakeHost : public Host {
   // --- what the test looks at ---
   std::vector<Message> messages;
   std::vector<std::string> calls;     ///< everything else, in order: "run Notepad X", "delete X", "pointer hourglass"
-  std::vector<std::string> progress;  ///< "1/5"
+  std::vector<std::string> progress;  ///< "1/5 pages"
   bool hasFile(const std::string& name) const;
   /// The file's content; "(no file)" when there is none.
   std::string file(const std::string& name) const;
@@ -67,7 +67,7 @@ class FakeHost : public Host {
   bool showText(const std::string& name) override;
   void setPointer(Pointer pointer) override;
   void processEvents() override { calls.emplace_back("events"); }
-  void showProgress(int done, int all) override;
+  void showProgress(int done, int all, std::string_view plural) override;
   std::unique_ptr<InputFile> openInput(const std::string& name) override;
   std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
   std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;

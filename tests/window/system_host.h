@@ -19,7 +19,7 @@ class SystemHost : public Win32System {
   bool showText(const std::string& /*name*/) override { return false; }
   void setPointer(Pointer /*pointer*/) override {}
   void processEvents() override { ++eventRounds; }
-  void showProgress(int /*done*/, int /*all*/) override {}
+  void showProgress(int /*done*/, int /*all*/, std::string_view /*plural*/) override {}
 
   std::vector<Message> messages;
   int eventRounds = 0;

@@ -50,13 +50,13 @@ bool ConsoleHost::showText(const std::string& name) {
   return true;
 }
 
-void ConsoleHost::showProgress(int done, int all) {
+void ConsoleHost::showProgress(int done, int all, std::string_view plural) {
   if (!terminal_) {
     return;
   }
   clearProgress();
   if (done < all) {
-    writeError(std::to_string(done) + " of " + std::to_string(all) + " pages");
+    writeError(std::to_string(done) + " of " + std::to_string(all) + " " + std::string(plural));
     progressShown_ = true;
   }
 }

@@ -28,7 +28,7 @@ class ConsoleHost : public NativeSystem {
   bool showText(const std::string& name) override;
   void setPointer(Pointer /*pointer*/) override {}
   void processEvents() override {}
-  void showProgress(int done, int all) override;
+  void showProgress(int done, int all, std::string_view plural) override;
   std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
 
   /// In the order in which they were shown.

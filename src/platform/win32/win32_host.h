@@ -14,7 +14,7 @@ class Win32Host : public Win32System {
   bool showText(const std::string& /*name*/) override { return false; }
   void setPointer(Pointer pointer) override;
   void processEvents() override;
-  void showProgress(int /*done*/, int /*all*/) override {}
+  void showProgress(int /*done*/, int /*all*/, std::string_view /*plural*/) override {}
 };
 
 }  // namespace kiv
