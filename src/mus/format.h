@@ -48,24 +48,34 @@ constexpr int position = 3;         // P3 of every item, in page units
 constexpr int height = 4;           // P4 of notes, rests, clefs
 constexpr int writtenAsZero = 4;    // P4 of staves
 constexpr int spannedStaves = 4;    // P4 of barlines
+constexpr int braceKind = 4;        // P4 of braces and brackets
 constexpr int kind = 5;             // P5 of clefs, barlines, rests
 constexpr int size = 5;             // P5 of staves
 constexpr int key = 5;              // P5 of key signatures
 constexpr int upperNumber = 5;      // P5 of time signatures
+constexpr int shownNumber = 5;      // P5 of instrument numbers
 constexpr int restForm = 6;         // P6 of rests
+constexpr int par6 = 6;             // P6 of staves
+constexpr int textSize = 6;         // P6 of instrument numbers
 constexpr int keyType = 6;          // P6 of key signatures
 constexpr int lowerNumber = 6;      // P6 of time signatures
 constexpr int lines = 7;            // P7 of staves; -1 hides the staff
 constexpr int duration = 7;         // P7 of notes and rests, in quarter notes
 constexpr int instrument = 9;       // P9 of staves
+constexpr int tuplet = 9;           // P9 of notes and rests
+constexpr int spanSize = 10;        // P10 of barlines
+constexpr int par11 = 11;           // P11 of staves
+constexpr int spanCode = 11;        // P11 of barlines, by the lines of the staff
 constexpr int textLength = 12;      // P12 of counted texts
 constexpr int cuedInstrument = 13;  // P13 of cue markers
 constexpr int system = 18;          // P18, in memory only
 constexpr int stavesUp = 19;        // P19 of staves, in memory only
-constexpr int mark = 20;            // P20, in memory only: bottom staff, left barline
+constexpr int mark = 20;            // P20, in memory only: bottom staff, left barline, rest staff being filled
 }  // namespace par
 
 /// Barline kinds up to this one are barlines proper; the others are braces and brackets.
 constexpr float highestBarlineKind = 7;
+/// The kind of braces, and the lowest that is no barline proper.
+constexpr float lowestBraceKind = 8;
 
 }  // namespace kiv

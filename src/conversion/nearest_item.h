@@ -1,0 +1,31 @@
+#pragma once
+
+#include <vector>
+
+#include "mus/item_table.h"
+
+namespace kiv {
+
+/// Finds, among items that it was told of, the one that lies nearest to a place on one side of it: less than 999 page
+/// units away as singles subtract, and of several as near as that the first one told of.
+class NearestItem {
+ public:
+  /// Items must be added in item order, and all of them before the first search.
+  void add(const ItemTable& items, int i);
+  /// Puts what was added in order.
+  void sort();
+
+  /// The nearest item to the right of x, 0 when there is none.
+  int rightOf(float x) const;
+  /// The nearest item to the left of x, 0 when there is none.
+  int leftOf(float x) const;
+
+ private:
+  struct Place {
+    float position = 0;
+    int item = 0;
+  };
+  std::vector<Place> places_;
+};
+
+}  // namespace kiv
