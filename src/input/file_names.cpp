@@ -43,6 +43,19 @@ std::string withoutPath(const std::string& path) {
   return path.substr(path.rfind('\\') + 1);
 }
 
+std::optional<std::string> withoutLastCharacters(Host& host, const std::string& text, std::size_t count) {
+  const std::size_t all = host.characterCount(text);
+  if (all < count) {
+    return std::nullopt;
+  }
+  // A character cut in two would count as one or more, so the longest part that fits ends between two characters.
+  std::string part = text;
+  while (host.characterCount(part) > all - count) {
+    part.pop_back();
+  }
+  return part;
+}
+
 std::string justPath(const std::string& path) {
   return path.substr(0, path.rfind('\\') + 1);
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "platform/host.h"
@@ -11,6 +13,9 @@ namespace kiv {
 std::string withoutPath(const std::string& path);
 /// The text up to and including the last backslash. There must be one.
 std::string justPath(const std::string& path);
+
+/// The text without its last characters; nullopt when it has fewer.
+std::optional<std::string> withoutLastCharacters(Host& host, const std::string& text, std::size_t count);
 
 // Page files are named by a name part, a number part, an optional page letter and a suffix: C:\MUSIC\ABC012B.MUS is
 // ABC, 012, B, .MUS. The functions below upper-case the path and leave its folder aside before they look at it.

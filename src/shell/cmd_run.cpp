@@ -7,25 +7,15 @@
 #include "analysis/report.h"
 #include "input/file_names.h"
 #include "input/files.h"
+#include "shell/cmd_convert.h"
 #include "shell/start_up.h"
+#include "shell/wait_label.h"
 
 namespace kiv {
 namespace {
 
 constexpr std::string_view firstResult = "WORK0001.MUS";
 constexpr std::string_view notQualified = "Input does NOT qualify for conversion";
-
-void showWait(KivSystem& program) {
-  program.host.setPointer(Pointer::hourglass);
-  program.panel.lblWaitCaption = "Wait for analysis to finish";
-  program.panel.lblWaitVisible = true;
-  program.host.processEvents();
-}
-
-void hideWait(KivSystem& program) {
-  program.host.setPointer(Pointer::normal);
-  program.panel.lblWaitVisible = false;
-}
 
 /// Loads the names. False, after a message, when there are none to analyse; without a panel that ends the program.
 bool loadSelection(KivSystem& program) {
@@ -92,19 +82,29 @@ void tellResult(KivSystem& program) {
         "The resulting file(s) can be used as input to KivScore2XML and/or KivSplit.");
     throw ProgramEnd{0};
   }
+  const std::string_view judgement = notQualified;
   host.inform("Result of the Analysis.\r\nNumber of files processed: " + std::to_string(program.names.nameCount) +
               "\r\nNumber of staves (instruments) per system: " + std::to_string(numberOfInstruments(host)) +
-              "\r\n\r\n" + consistency + "\r\n" + multifile + "\r\n\r\n" + std::string(notQualified) +
+              "\r\n\r\n" + consistency + "\r\n" + multifile + "\r\n\r\n" + std::string(judgement) +
               "\r\nUse Convert button to create consistent input for KivScore2XML or KivSpli6.");
-  program.panel.cmdConvertEnabled = true;
+  offerConversion(program, judgement);
 }
 
 }  // namespace
 
+void offerConversion(KivSystem& program, std::string_view judgement) {
+  if (judgement == notQualified) {
+    program.panel.cmdConvertEnabled = true;
+  } else if (program.host.message(Icon::exclamation, "Convert?", Buttons::yesNo) == Answer::yes) {
+    program.panel.cmdConvertEnabled = true;
+    cmdConvert_Click(program);
+  }
+}
+
 void cmdRun_Click(KivSystem& program) {
   const Panel before = program.panel;
   program.pages = {};
-  showWait(program);
+  showWait(program, "Wait for analysis to finish");
   if (!loadSelection(program)) {
     hideWait(program);
     program.panel = before;

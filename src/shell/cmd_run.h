@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "shell/kivsystem.h"
 
 namespace kiv {
@@ -8,5 +10,9 @@ namespace kiv {
 /// panel's command line it then tells whether the input qualifies, which ends the program, or enables Convert.
 /// Anything critical ends the program; what was written stays.
 void cmdRun_Click(KivSystem& program);
+
+/// What follows the result of an analysis in the panel. Convert becomes enabled; under any other judgement than that
+/// the input does not qualify, which no analysis gives today, the person is asked and the conversion starts at once.
+void offerConversion(KivSystem& program, std::string_view judgement);
 
 }  // namespace kiv

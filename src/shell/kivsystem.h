@@ -6,6 +6,8 @@
 #include "analysis/first_clef_table.h"
 #include "analysis/page_table.h"
 #include "analysis/verdict.h"
+#include "conversion/braces.h"
+#include "conversion/order_table.h"
 #include "input/names_table.h"
 #include "mus/item_table.h"
 #include "platform/host.h"
@@ -28,6 +30,8 @@ struct Panel {
   std::string txtFirstResultFile;     ///< full path of the first result file
   std::string txtFirstResultFileTag;  ///< folder of the input, with its backslash
   bool cmdConvertEnabled = false;
+  bool chkOverwriteChecked = true;        ///< results replace files of their names without a question
+  bool chkShowInstrNumberChecked = true;  ///< results show the instrument identifier of every staff
   bool chkDebugChecked = false;
 
   bool operator==(const Panel&) const = default;
@@ -46,6 +50,8 @@ struct KivSystem {
   FirstClefTable firstClefs;
   PageTable pages;
   SystemTable systems;
+  OrderTable order;
+  BraceTable braces;
 };
 
 }  // namespace kiv

@@ -9,6 +9,8 @@
 namespace kiv {
 namespace {
 
+constexpr const char* panelCommandLine = "CALLEDBY=KIV,FUNCTION=MAIN";
+
 bool contains(const std::string& text, const char* part) {
   return text.find(part) != std::string::npos;
 }
@@ -18,6 +20,11 @@ std::string namesFileIn(const std::string& commandLine) {
   const std::string keyword = "NAMES=";
   const std::string path = commandLine.substr(commandLine.find(keyword) + keyword.size());
   return path.substr(0, path.find(','));
+}
+
+void prepare(KivSystem& program) {
+  program.settings.versionText = versionText(version::major, version::minor, version::revision);
+  deleteOldResults(program.host);
 }
 
 }  // namespace
@@ -31,7 +38,7 @@ bool isAnalysisMode(const std::string& commandLine) {
 }
 
 bool isInteractiveMode(const std::string& commandLine) {
-  return commandLine == "CALLEDBY=KIV,FUNCTION=MAIN";
+  return commandLine == panelCommandLine;
 }
 
 void deleteOldResults(Host& host) {
@@ -39,9 +46,13 @@ void deleteOldResults(Host& host) {
   host.deleteFile(reportFile);
 }
 
+void prepareForPanel(KivSystem& program) {
+  prepare(program);
+  program.settings.commandLine = panelCommandLine;
+}
+
 void analyse(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId) {
-  program.settings.versionText = versionText(version::major, version::minor, version::revision);
-  deleteOldResults(program.host);
+  prepare(program);
   program.settings.namesFile = namesFile;
   program.settings.allowZeroInstrId = allowZeroInstrId;
   cmdRun_Click(program);

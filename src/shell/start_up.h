@@ -17,6 +17,9 @@ std::string versionText(int major, int minor, int revision);
 /// results of an earlier run are deleted.
 void analyse(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId);
 
+/// Makes the program ready for the panel's buttons: its version, its command line, and no results of an earlier run.
+void prepareForPanel(KivSystem& program);
+
 /// Deletes the report and the verdict of an earlier run, so that a caller never mistakes them for new ones.
 void deleteOldResults(Host& host);
 

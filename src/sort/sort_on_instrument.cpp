@@ -3,6 +3,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "input/file_names.h"
 #include "mus/reader.h"
 #include "mus/sort_item_table.h"
 #include "mus/writer.h"
@@ -72,10 +73,11 @@ void moveSystemBarline(Host& host, int staves, ItemTable& table) {
 /// The name with PAG in the place of its last three characters.
 std::string sortedName(Host& host, const std::string& musFileName) {
   const std::string suffix = "PAG";
-  if (musFileName.size() < suffix.size()) {
+  const auto stem = withoutLastCharacters(host, musFileName, suffix.size());
+  if (!stem) {
     host.runTimeError("Invalid procedure call or argument", musFileName);
   }
-  return musFileName.substr(0, musFileName.size() - suffix.size()) + suffix;
+  return *stem + suffix;
 }
 
 }  // namespace

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+#include "shell/kivsystem.h"
+
+namespace kiv {
+
+/// Shows the wait label with this caption, and the hourglass.
+inline void showWait(KivSystem& program, const std::string& caption) {
+  program.host.setPointer(Pointer::hourglass);
+  program.panel.lblWaitCaption = caption;
+  program.panel.lblWaitVisible = true;
+  program.host.processEvents();
+}
+
+/// Hides the label and the hourglass.
+inline void hideWait(KivSystem& program) {
+  program.host.setPointer(Pointer::normal);
+  program.panel.lblWaitVisible = false;
+}
+
+}  // namespace kiv
