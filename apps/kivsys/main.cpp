@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include "apps/kivsys/analyze_command.h"
+#include "apps/kivsys/convert_command.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/page_commands.h"
 #include "apps/kivsys/selection.h"
@@ -60,6 +61,41 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
   });
 }
 
+void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
+  addSelection(command, options.selection, "Write report and verdict there");
+  command.add_option("--result", options.result, "First result file (default: WORK0001.MUS beside the first page)")
+      ->type_name("FILE");
+  command.add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
+  command.add_flag("--no-overwrite", options.noOverwrite, "Ask before a file is replaced; No without a terminal");
+  command.add_flag("--no-instr-number", options.noInstrNumber, "Do not show instrument ids in the results");
+  command.add_flag("--force", options.force, "Convert input that qualifies as it stands, too");
+  command.add_flag("--json", options.json, "Print one JSON object and nothing else");
+  command.callback([&command, &options, &status] {
+    needSelection(command.get_name(), options.selection);
+    status = runConvert(options);
+  });
+}
+
+void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
+  CLI::App* convert = app.add_subcommand("convert", "Write one page per system, all with the same layout");
+  addConversion(*convert, options, status);
+  convert->footer(
+      "Analyses the pages first, and converts them unless they qualify as they stand. Writes WORK0001.MUS,\n"
+      "WORK0002.MUS ... into the folder of the first result file, beside report and verdict in the current folder.\n"
+      "Ends with status 0; with 1 after a critical message; with 2 on wrong usage.\n\nExamples:\n"
+      "  kivsys convert PIECE*.MUS --result out/WORK0001.MUS\n"
+      "  kivsys convert --names names.txt --force --json");
+}
+
+void addTrace(CLI::App& app, ConvertOptions& options, int& status) {
+  CLI::App* trace = app.add_subcommand("trace", "Convert, and leave the tables of the last system in a text file");
+  addConversion(*trace, options, status);
+  options.trace = true;
+  trace->footer(
+      "Does what convert does, then writes KivSystemDump.txt: the items of the last system and what was learned\n"
+      "about every instrument.\n\nExample:\n  kivsys trace PIECE*.MUS --result out/WORK0001.MUS");
+}
+
 void addSort(CLI::App& app, SortOptions& options, int& status) {
   CLI::App* sort = app.add_subcommand("sort", "Sort the staves of each page by instrument, top to bottom");
   addSelection(*sort, options.selection, "Run there");
@@ -98,17 +134,21 @@ int run(int argc, char** argv) {
   if (isSiblingCall(commandLine)) {
     return runSiblingCall(commandLine);
   }
-  CLI::App app("Prepares groups of MUS page files: analyses their instrument layout.", "kivsys");
+  CLI::App app("Prepares groups of MUS page files: analyses their instrument layout, and makes it the same.", "kivsys");
   app.set_version_flag("--version", "kivsys " + versionText(version::major, version::minor, version::revision));
   app.require_subcommand(1);
   app.footer(
       "A sibling tool's call works too:\n  kivsys \"CALLEDBY=KIV,FUNCTION=ANALYZE,NAMES=names.txt\"\n\n"
       "kivsys COMMAND --help tells more about a command.");
   AnalyzeOptions analyze;
+  ConvertOptions convert;
+  ConvertOptions trace;
   SortOptions sort;
   PageFiles files;
   int status = exit_status::normal;
   addAnalyze(app, analyze, status);
+  addConvert(app, convert, status);
+  addTrace(app, trace, status);
   addSort(app, sort, status);
   addPageCommands(app, files, status);
   try {

@@ -64,13 +64,17 @@ RunOutcome outcomeOf(KivSystem& program, const ConsoleHost& host, bool normalEnd
   return outcome;
 }
 
+RunOutcome withPagesWritten(RunOutcome analysis, const ConsoleHost& host, bool normalEnd) {
+  analysis.normalEnd = normalEnd;
+  analysis.messages = host.messages();
+  analysis.created = host.replacedFiles();
+  return analysis;
+}
+
 RunOutcome writingOutcomeOf(const NamesTable& names, const ConsoleHost& host, bool normalEnd) {
   RunOutcome outcome;
-  outcome.normalEnd = normalEnd;
-  outcome.messages = host.messages();
   outcome.files = names.nameCount;
-  outcome.created = host.replacedFiles();
-  return outcome;
+  return withPagesWritten(outcome, host, normalEnd);
 }
 
 std::string asJson(const RunOutcome& outcome) {
@@ -98,13 +102,21 @@ std::string asJson(const RunOutcome& outcome) {
 }
 
 std::string asText(const RunOutcome& outcome) {
-  if (!outcome.normalEnd) {
+  if (!outcome.consistency) {
     return "";
   }
   return "CONSISTENCY=" + yesOrNo(outcome.consistency.value_or(false)) +
          "\nMULTIFILE=" + yesOrNo(outcome.multifile.value_or(false)) + "\nFiles: " + std::to_string(outcome.files) +
          "\nSystems: " + std::to_string(outcome.systems.value_or(0)) +
          "\nInstruments: " + std::to_string(outcome.instruments.value_or(0)) + "\n";
+}
+
+std::string createdLines(const RunOutcome& outcome) {
+  std::string lines;
+  for (const std::string& file : outcome.created.value_or(std::vector<std::string>())) {
+    lines += file + "\n";
+  }
+  return lines;
 }
 
 int printOutcome(const std::string& text, int status) {

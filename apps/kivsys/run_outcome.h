@@ -28,13 +28,19 @@ struct RunOutcome {
 /// What the program object holds at the end of an analysis.
 RunOutcome outcomeOf(KivSystem& program, const ConsoleHost& host, bool normalEnd);
 
-/// What the host holds at the end of a run that writes pages.
+/// The outcome of a run that goes on after its analysis and writes pages.
+RunOutcome withPagesWritten(RunOutcome analysis, const ConsoleHost& host, bool normalEnd);
+
+/// What the host holds at the end of a run that writes pages and has no analysis.
 RunOutcome writingOutcomeOf(const NamesTable& names, const ConsoleHost& host, bool normalEnd);
 
 /// One JSON object in UTF-8 on a line of its own.
 std::string asJson(const RunOutcome& outcome);
 /// The verdict and the counts, a line each; "" when the analysis did not reach them.
 std::string asText(const RunOutcome& outcome);
+
+/// The pages written, a line each.
+std::string createdLines(const RunOutcome& outcome);
 
 /// Prints the outcome on standard output and returns the status; one that cannot be printed does not pass for success.
 int printOutcome(const std::string& text, int status);

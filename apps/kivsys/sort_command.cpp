@@ -9,15 +9,6 @@
 namespace kiv {
 namespace {
 
-/// The files written, a line each.
-std::string asLines(const std::vector<std::string>& files) {
-  std::string lines;
-  for (const std::string& file : files) {
-    lines += file + "\n";
-  }
-  return lines;
-}
-
 int sortNames(ConsoleHost& host, const std::string& namesFile, const SortOptions& options) {
   KivSystem program(host);
   bool normalEnd = true;
@@ -27,7 +18,7 @@ int sortNames(ConsoleHost& host, const std::string& namesFile, const SortOptions
     normalEnd = end.exitCode == exit_status::normal;
   }
   const RunOutcome outcome = writingOutcomeOf(program.names, host, normalEnd);
-  return printOutcome(options.json ? asJson(outcome) : asLines(host.replacedFiles()),
+  return printOutcome(options.json ? asJson(outcome) : createdLines(outcome),
                       normalEnd ? exit_status::normal : exit_status::critical);
 }
 

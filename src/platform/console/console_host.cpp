@@ -1,5 +1,9 @@
 #include "platform/console/console_host.h"
 
+#include <algorithm>
+#include <iostream>
+#include <optional>
+
 namespace kiv {
 namespace {
 
@@ -32,14 +36,41 @@ std::string asLines(std::string_view text) {
   return lines;
 }
 
+/// The answer that somebody has typed; nullopt when it is none. An empty line stands for No.
+std::optional<Answer> answerIn(std::string line) {
+  std::erase_if(line, [](char c) { return c == ' ' || c == '\t' || c == '\r'; });
+  std::transform(line.begin(), line.end(), line.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  if (line == "y" || line == "yes") {
+    return Answer::yes;
+  }
+  return line.empty() || line == "n" || line == "no" ? std::optional(Answer::no) : std::nullopt;
+}
+
 }  // namespace
 
 Answer ConsoleHost::message(Icon icon, std::string_view text, Buttons buttons) {
-  const Answer answer = buttons == Buttons::yesNo ? Answer::no : Answer::ok;
-  messages_.push_back({icon, std::string(text), answer});
   clearProgress();
   writeError(std::string(severityOf(icon)) + asLines(text) + "\n");
+  const Answer answer = buttons == Buttons::yesNo ? ask() : Answer::ok;
+  messages_.push_back({icon, std::string(text), answer});
   return answer;
+}
+
+Answer ConsoleHost::ask() const {
+  if (!terminal_ || !inputIsTerminal()) {
+    return Answer::no;
+  }
+  std::string line;
+  while (true) {
+    writeError("  [y/N] ");
+    if (!std::getline(std::cin, line)) {
+      return Answer::no;
+    }
+    if (const auto answer = answerIn(line)) {
+      return *answer;
+    }
+  }
 }
 
 bool ConsoleHost::showText(const std::string& name) {

@@ -18,8 +18,8 @@ struct ShownMessage {
   bool operator==(const ShownMessage&) const = default;
 };
 
-/// The host without windows: messages go to standard error with their severity and are kept, nobody is waited for,
-/// and long runs tell how far they are where standard error is a terminal.
+/// The host without windows: messages go to standard error with their severity and are kept, questions are put to the
+/// terminal and answered No where there is none, and long runs tell how far they are where standard error is one.
 class ConsoleHost : public NativeSystem {
  public:
   ConsoleHost() : terminal_(errorIsTerminal()) {}
@@ -37,6 +37,7 @@ class ConsoleHost : public NativeSystem {
   const std::vector<std::string>& replacedFiles() const { return replacedFiles_; }
 
  private:
+  Answer ask() const;
   void clearProgress();
 
   bool terminal_;

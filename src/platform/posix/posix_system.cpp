@@ -260,4 +260,8 @@ bool PosixSystem::errorIsTerminal() {
   return ::isatty(STDERR_FILENO) != 0;
 }
 
+bool PosixSystem::inputIsTerminal() {
+  return ::isatty(STDIN_FILENO) != 0;
+}
+
 }  // namespace kiv

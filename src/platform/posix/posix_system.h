@@ -54,6 +54,8 @@ class PosixSystem : public Host {
   static void writeError(std::string_view text);
   /// Whether standard error is a terminal.
   static bool errorIsTerminal();
+  /// Whether standard input is one, so that somebody can be asked.
+  static bool inputIsTerminal();
 
  private:
   /// The file that a name stands for; where there is none, the path under which it would be made. "" for what cannot

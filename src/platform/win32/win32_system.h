@@ -48,6 +48,8 @@ class Win32System : public Host {
   static void writeError(std::string_view text);
   /// Whether standard error is a terminal.
   static bool errorIsTerminal();
+  /// Whether standard input is one, so that somebody can be asked.
+  static bool inputIsTerminal();
 };
 
 }  // namespace kiv

@@ -1,0 +1,73 @@
+#include "apps/kivsys/convert_command.h"
+
+#include <iostream>
+
+#include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/run_outcome.h"
+#include "conversion/dump_memory.h"
+#include "platform/console/console_host.h"
+#include "shell/cmd_convert.h"
+#include "shell/cmd_run.h"
+#include "shell/kivsystem.h"
+#include "shell/start_up.h"
+
+namespace kiv {
+namespace {
+
+/// Runs a press on a button. Returns false when it ended in a critical message.
+bool press(void (*button)(KivSystem&), KivSystem& program) {
+  try {
+    button(program);
+    return true;
+  } catch (const ProgramEnd& end) {
+    return end.exitCode == exit_status::normal;
+  }
+}
+
+/// The tables as they are left. Returns false when they cannot be written.
+bool dump(KivSystem& program) {
+  try {
+    dumpMemory(program.host, program.musFileName, program.items, program.order);
+    return true;
+  } catch (const ProgramEnd&) {
+    std::cerr << "kivsys: cannot write " << dumpFile << '\n';
+    return false;
+  }
+}
+
+bool convert(KivSystem& program, const ConvertOptions& options, const std::string& firstResultFile) {
+  if (!firstResultFile.empty()) {
+    program.panel.txtFirstResultFile = firstResultFile;
+  }
+  return press(cmdConvert_Click, program) && (!options.trace || dump(program));
+}
+
+int convertNames(ConsoleHost& host, const std::string& namesFile, const std::string& firstResultFile,
+                 const ConvertOptions& options) {
+  KivSystem program(host);
+  prepareForPanel(program);
+  program.settings.namesFile = namesFile;
+  program.settings.allowZeroInstrId = options.allowZeroId;
+  program.panel.chkOverwriteChecked = !options.noOverwrite;
+  program.panel.chkShowInstrNumberChecked = !options.noInstrNumber;
+  bool normalEnd = press(cmdRun_Click, program) && program.names.nameCount > 0;
+  const RunOutcome analysis = outcomeOf(program, host, normalEnd);
+  if (normalEnd && (program.panel.cmdConvertEnabled || options.force)) {
+    normalEnd = convert(program, options, firstResultFile);
+  }
+  const RunOutcome outcome = withPagesWritten(analysis, host, normalEnd);
+  return printOutcome(options.json ? asJson(outcome) : asText(outcome) + createdLines(outcome),
+                      normalEnd ? exit_status::normal : exit_status::critical);
+}
+
+}  // namespace
+
+int runConvert(const ConvertOptions& options) {
+  ConsoleHost host;
+  const std::string firstResultFile = options.result.empty() ? "" : host.fullName(options.result);
+  return runOnSelection(host, options.selection, [&](const std::string& namesFile) {
+    return convertNames(host, namesFile, firstResultFile, options);
+  });
+}
+
+}  // namespace kiv
