@@ -1,5 +1,5 @@
 #!/bin/sh
-# Builds the example's pages, analyses them and shows which systems differ and how.
+# Builds the example's pages, analyses them, shows which systems differ and how, converts them, and shows the results.
 # Usage: examples/demo.sh KIVSYS FOLDER
 set -eu
 kivsys=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
@@ -61,4 +61,45 @@ awk -F '\t' '
     }
   }' "$example/instruments.txt" KivSystem2.TXT
 echo
-echo "Report and verdict are in $(pwd | sed 's|.*/\(build/\)|\1|'): KivSystem2.TXT, KivSystem1.TXT"
+mkdir results
+echo "\$ kivsys convert $* --result results/WORK0001.MUS"
+"$kivsys" convert "$@" --result results/WORK0001.MUS
+echo
+echo "The staves of each result from the top: a real one or a rest staff, and its bars"
+echo
+for result in results/*.MUS; do
+  echo "result $(basename "$result" .MUS)"
+  "$kivsys" dump "$result"
+done | awk -F '\t' '
+  FNR == 1 { ++input }
+  input == 1 { name[$1] = $2; next }
+  input == 2 {
+    sub(/\r$/, "")
+    if (!/^SYSTEM=/) next
+    split($0, field, ",")
+    there[substr(field[1], 8) + 0, substr(field[2], 9)] = 1
+    next
+  }
+  /^result / { title[++results] = substr($0, 8); next }
+  {
+    split($0, word, " ")
+    staff = word[4]
+    # Number and offset stand in front of the words of an item.
+    if (word[3] == "staff") {
+      for (w = 5; word[w] != ""; ++w) if (word[w] == "instrument") id[results, staff] = word[w + 1]
+      if (staff > staves) staves = staff
+    } else if (word[3] == "barline" && / spans 1( |$)/ && !/ kind [89]/) ++bars[results, staff]
+  }
+  END {
+    printf "%4s %-22s", "id", "instrument"
+    for (r = 1; r <= results; ++r) printf " %-8s", title[r]
+    print ""
+    for (s = staves; s >= 1; --s) {
+      printf "%4s %-22s", id[1, s], name[id[1, s]]
+      for (r = 1; r <= results; ++r)
+        printf " %-8s", id[r, s] != id[1, s] ? "?" id[r, s] : ((r, id[r, s]) in there ? "real " : "rest ") bars[r, s]
+      print ""
+    }
+  }' "$example/instruments.txt" KivSystem2.TXT -
+echo
+echo "Report, verdict and results are in $(pwd | sed 's|.*/\(build/\)|\1|'): KivSystem2.TXT, KivSystem1.TXT, results"

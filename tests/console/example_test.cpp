@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <fstream>
 #include <map>
 #include <sstream>
 
@@ -26,8 +27,8 @@ class Example : public ::testing::Test {
       pages.push_back(page);
     }
   }
-  Ended analyze() const {
-    std::vector<std::string> arguments = {"analyze"};
+  Ended analyze() const { return onAllPages({"analyze"}); }
+  Ended onAllPages(std::vector<std::string> arguments) const {
     arguments.insert(arguments.end(), pages.begin(), pages.end());
     return place.kivsys(arguments);
   }
@@ -69,6 +70,41 @@ TEST_F(Example, EveryPageSurvivesDumpAndBuild) {
     EXPECT_EQ(place.kivsys({"build", "again.txt", "AGAIN1.MUS"}).status, 0);
     EXPECT_EQ(place.read("AGAIN1.MUS"), place.read(page)) << page;
   }
+}
+
+std::string contentOf(const fs::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  std::ostringstream content;
+  content << stream.rdbuf();
+  return content.str();
+}
+
+TEST_F(Example, ConvertsToThePagesThatLieBesideIt) {
+  const fs::path expected = fs::path(EXAMPLE_FOLDER) / "results";
+  fs::create_directory(place.path() / "results");
+  ASSERT_EQ(onAllPages({"convert", "--result", "results/WORK0001.MUS"}).status, 0);
+  std::vector<std::string> written;
+  for (const std::string& page : filesIn(place.path() / "results")) {
+    const std::string text = page.substr(0, page.rfind('.')) + ".txt";
+    EXPECT_EQ(place.kivsys({"dump", "results/" + page}).out, contentOf(expected / text)) << page;
+    written.push_back(text);
+  }
+  EXPECT_EQ(written, filesIn(expected));
+}
+
+TEST_F(Example, ItsResultsNeedNoConversion) {
+  fs::create_directory(place.path() / "results");
+  onAllPages({"convert", "--result", "results/WORK0001.MUS"});
+  std::vector<std::string> again = {"analyze", "--exit-code"};
+  for (const std::string& page : filesIn(place.path() / "results")) {
+    // The name of the first result is reserved for results.
+    const std::string renamed = "results/JOY" + page.substr(std::string("WORK").size());
+    fs::rename(place.path() / "results" / page, place.path() / renamed);
+    again.push_back(renamed);
+  }
+  const Ended ended = place.kivsys(again);
+  EXPECT_EQ(ended.status, 0) << ended.error;
+  EXPECT_EQ(ended.out, "CONSISTENCY=YES\nMULTIFILE=NO\nFiles: 7\nSystems: 7\nInstruments: 12\n");
 }
 
 }  // namespace
