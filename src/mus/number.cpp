@@ -21,6 +21,13 @@ double roundHalfToEven(double number) {
 
 template <typename Integer>
 std::optional<Integer> toInteger(double number) {
+  // Nearly all numbers are whole already.
+  if (number >= std::numeric_limits<Integer>::min() && number <= std::numeric_limits<Integer>::max()) {
+    const auto integer = static_cast<Integer>(number);
+    if (static_cast<double>(integer) == number) {
+      return integer;
+    }
+  }
   const double whole = roundHalfToEven(number);
   const bool fits = whole >= std::numeric_limits<Integer>::min() && whole <= std::numeric_limits<Integer>::max();
   return fits ? std::optional(static_cast<Integer>(whole)) : std::nullopt;

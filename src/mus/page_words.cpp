@@ -81,12 +81,16 @@ std::string_view standardTrailer() {
 }
 
 std::string wordBytes(float number) {
-  const auto bits = std::bit_cast<std::uint32_t>(number);
-  std::string bytes;
-  for (unsigned shift = 0; shift < 32; shift += 8) {
-    bytes.push_back(static_cast<char>(bits >> shift & 0xFFU));
-  }
+  std::string bytes(bytesPerWord, '\0');
+  putWord(number, bytes.data());
   return bytes;
+}
+
+void putWord(float number, char* place) {
+  const auto bits = std::bit_cast<std::uint32_t>(number);
+  for (std::size_t i = 0; i < bytesPerWord; ++i) {
+    place[i] = static_cast<char>(bits >> (8U * i) & 0xFFU);
+  }
 }
 
 std::string exactNumber(float number) {

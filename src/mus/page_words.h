@@ -39,6 +39,8 @@ std::string_view standardTrailer();
 
 /// The four bytes of a little-endian float.
 std::string wordBytes(float number);
+/// The same, put where there is room for four characters.
+void putWord(float number, char* place);
 
 /// The shortest decimal number that reads back as the same float; what decimal numbers cannot say, and that is NaNs
 /// and infinities, is written by its bits, as in 0x7FC00000.

@@ -34,8 +34,7 @@ class PageEncoder {
  private:
   void addText(int i);
   void addPlain(int i);
-  void addParameters(int i, int last);
-  void addWord(float number);
+  void addWords(float length, int i, int last);
   void count(double words);
 
   Host& host_;
@@ -53,15 +52,14 @@ void PageEncoder::count(double words) {
   wordCount_ = *sum;
 }
 
-void PageEncoder::addWord(float number) {
-  content_ += wordBytes(number);
-  count(1);
-}
-
-void PageEncoder::addParameters(int i, int last) {
+void PageEncoder::addWords(float length, int i, int last) {
+  std::array<char, bytesPerWord*(parameterCount + 1)> words{};
+  putWord(length, words.data());
   for (int p = 1; p <= last; ++p) {
-    addWord(table_.itemPar(i, p));
+    putWord(table_.itemPar(i, p), words.data() + bytesPerWord * static_cast<std::size_t>(p));
   }
+  content_.append(words.data(), bytesPerWord * static_cast<std::size_t>(last + 1));
+  count(last + 1);
 }
 
 void PageEncoder::add(int i) {
@@ -84,8 +82,7 @@ void PageEncoder::addText(int i) {
   }
   const std::string chunks = blankFilled(type, text);
   const double chunkCount = static_cast<double>(chunks.size()) / bytesPerWord;
-  addWord(static_cast<float>(chunkCount + textHeadWords));
-  addParameters(i, textHeadWords);
+  addWords(static_cast<float>(chunkCount + textHeadWords), i, textHeadWords);
   content_ += chunks;
   count(chunkCount);
 }
@@ -95,8 +92,7 @@ void PageEncoder::addPlain(int i) {
   while (table_.itemPar(i, last) == 0) {  // P2 is the number of a staff, and ends it at the latest
     --last;
   }
-  addWord(static_cast<float>(last));
-  addParameters(i, last);
+  addWords(static_cast<float>(last), i, last);
 }
 
 std::string PageEncoder::finish() {

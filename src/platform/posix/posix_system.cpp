@@ -89,6 +89,24 @@ const PosixSystem::Listing& PosixSystem::listing(const std::string& folder) {
   return listing;
 }
 
+void PosixSystem::takeNote(const std::string& target) {
+  const std::size_t nameAt = target.rfind(separator) + 1;
+  const std::string folder = target.substr(0, nameAt);
+  const std::string name = target.substr(nameAt);
+  const auto known = listings_.find(folder.empty() ? "." : folder);
+  struct stat status {};
+  if (known == listings_.end() || ::stat(known->first.c_str(), &status) != 0) {
+    return;
+  }
+  Listing& listing = known->second;
+  const auto [first, last] = listing.names.equal_range(upperCaseUtf8(name));
+  if (std::none_of(first, last, [&](const auto& entry) { return entry.second == name; })) {
+    listing.names.emplace(upperCaseUtf8(name), name);
+  }
+  listing.changed = status.st_mtim;
+  listing.settled = true;
+}
+
 std::vector<std::string> PosixSystem::candidates(const std::string& folder, const std::string& component) {
   std::vector<std::string> others;
   const auto [first, last] = listing(folder.empty() ? "." : folder).names.equal_range(upperCaseUtf8(component));
@@ -165,6 +183,8 @@ std::optional<std::string> PosixSystem::replaceFile(const std::string& name, std
   }
   if (failure) {
     ::unlink(beside.c_str());
+  } else {
+    takeNote(target);
   }
   return failure;
 }
