@@ -59,18 +59,21 @@ void dropFinished(const ReportIndex& report, const std::vector<StaffRecord>& sta
   }
 }
 
+/// The number of the next system; one that 16 bits do not hold ends the program.
+std::int16_t nextSystem(KivSystem& program, std::int16_t system) {
+  if (system == std::numeric_limits<std::int16_t>::max()) {
+    program.host.runTimeError(RunTimeError::overflow, program.musFileName);
+  }
+  return static_cast<std::int16_t>(system + 1);
+}
+
 /// Converts the systems 1, 2, 3 ... up to the first without a record. Returns their number.
 int convertSystems(KivSystem& program, const ReportIndex& report) {
   Host& host = program.host;
   const int all = report.systemCount();
   DecodedFiles files;
-  std::int16_t system = 0;
-  while (system < all) {
-    host.showProgress(system, all, "systems");
-    if (system == std::numeric_limits<std::int16_t>::max()) {
-      host.runTimeError(RunTimeError::overflow, program.musFileName);
-    }
-    ++system;
+  for (std::int16_t system = nextSystem(program, 0); system <= all; system = nextSystem(program, system)) {
+    host.showProgress(system - 1, all, "systems");
     const std::vector<StaffRecord> staves = stavesOf(host, report, system);
     convertSystem(host, system, staves, program.musFileName, program.items, program.order, program.braces,
                   program.firstClefs, files);
