@@ -64,8 +64,8 @@ Item staffBarline(const OrderTable& order, std::int16_t instr, float staff, cons
 void normalizeBarlines(const SystemPage& page, const OrderTable& order, const BarlineList& barlines) {
   const std::vector<int> staves = discardBarlines(page.items);
   for (const int i : staves) {
-    const std::int16_t instr = page.whole(i, par::instrument);
     for (std::size_t b = 1; b < barlines.size(); ++b) {
+      const std::int16_t instr = page.whole(i, par::instrument);
       page.append(staffBarline(order, instr, page.items.itemPar(i, par::staff), barlines[b]));
     }
   }

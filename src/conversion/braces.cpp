@@ -25,7 +25,7 @@ std::unordered_map<float, std::vector<int>> stavesByNumber(const ItemTable& item
 }  // namespace
 
 void collectBraces(const SystemPage& page, BraceTable& braces) {
-  auto staves = stavesByNumber(page.items);
+  const auto staves = stavesByNumber(page.items);
   for (int i = 1; i <= page.items.itemCount(); ++i) {
     const auto braced = isBrace(page.items, i) ? staves.find(page.items.itemPar(i, par::staff)) : staves.end();
     if (braced == staves.end()) {
@@ -37,7 +37,6 @@ void collectBraces(const SystemPage& page, BraceTable& braces) {
         braces.kinds.emplace(instrument, page.whole(i, par::braceKind));
       }
     }
-    staves.erase(braced);  // a second brace on the staff brings nothing new
   }
 }
 

@@ -89,6 +89,13 @@ const PosixSystem::Listing& PosixSystem::listing(const std::string& folder) {
   return listing;
 }
 
+bool PosixSystem::isCurrent(const std::string& folder) {
+  const auto known = listings_.find(folder.empty() ? "." : folder);
+  struct stat status {};
+  return known != listings_.end() && known->second.settled && ::stat(known->first.c_str(), &status) == 0 &&
+         sameTime(known->second.changed, status.st_mtim);
+}
+
 void PosixSystem::takeNote(const std::string& target) {
   const std::size_t nameAt = target.rfind(separator) + 1;
   const std::string folder = target.substr(0, nameAt);
@@ -169,6 +176,7 @@ std::unique_ptr<OutputFile> PosixSystem::openOutput(const std::string& name) {
 
 std::optional<std::string> PosixSystem::replaceFile(const std::string& name, std::string_view bytes) {
   const std::string target = behindLinks(resolve(name));
+  const bool folderIsKnown = isCurrent(target.substr(0, target.rfind(separator) + 1));
   std::string beside = target.substr(0, target.rfind(separator) + 1) + ".kiv-XXXXXX";
   const Descriptor file(::mkstemp(beside.data()));
   if (!file.isOpen()) {
@@ -183,7 +191,7 @@ std::optional<std::string> PosixSystem::replaceFile(const std::string& name, std
   }
   if (failure) {
     ::unlink(beside.c_str());
-  } else {
+  } else if (folderIsKnown) {
     takeNote(target);
   }
   return failure;

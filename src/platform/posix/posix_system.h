@@ -73,6 +73,8 @@ class PosixSystem : public Host {
     std::multimap<std::string, std::string> names;
   };
   const Listing& listing(const std::string& folder);
+  /// Whether what is known of a folder is what it holds.
+  bool isCurrent(const std::string& folder);
   /// Adds a file of our own making to what is known of its folder, so that a run which writes many files into one
   /// folder does not list it for each of them.
   void takeNote(const std::string& target);
