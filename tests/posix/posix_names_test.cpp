@@ -137,6 +137,17 @@ TEST_F(PosixNames, NewFilesAreNoticedAtOnce) {
   }
 }
 
+TEST_F(PosixNames, NewFilesAreNoticedWhereWeWriteToo) {
+  disk.addFile("a.mus", "old");
+  for (int i = 0; i < 50; ++i) {
+    const std::string number = std::to_string(i);
+    EXPECT_EQ(read("PAGE" + number + ".MUS"), "(no file)");
+    disk.addFile("page" + number + ".mus", number);
+    ASSERT_EQ(host.replaceFile(disk.core("a.mus"), "new"), std::nullopt);
+    ASSERT_EQ(read("PAGE" + number + ".MUS"), number);
+  }
+}
+
 TEST_F(PosixNames, DeletedAndRenamedFilesAreNoticedAtOnce) {
   for (int i = 0; i < 50; ++i) {
     disk.addFile("page.mus", "page");

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string_view>
+
+namespace kiv {
+
+/// Whether path a comes before path b as people count pages: groups of digits compare as numbers (PAGE2 before PAGE10),
+/// and a name comes before the same name with a page letter. Case counts; callers level it.
+bool comesBefore(std::wstring_view a, std::wstring_view b);
+
+}  // namespace kiv

@@ -1,0 +1,51 @@
+#include "apps/companions/win32/code_page_path.h"
+
+#include <algorithm>
+
+#include "platform/win32/text.h"
+#include "platform/win32/windows_api.h"
+
+namespace kiv {
+namespace {
+
+/// Signs that the code page lacks come back as others.
+bool isInCodePage(const std::wstring& text) {
+  return wide(narrow(text, CP_ACP)) == text;
+}
+
+/// The short name of the last part of a path, "" when it has none.
+std::wstring shortNameOf(const std::wstring& path) {
+  WIN32_FIND_DATAW found{};
+  HANDLE search = FindFirstFileW(path.c_str(), &found);
+  if (search == INVALID_HANDLE_VALUE) {
+    return L"";
+  }
+  FindClose(search);
+  return found.cAlternateFileName;
+}
+
+}  // namespace
+
+std::optional<std::string> codePagePath(const std::wstring& path) {
+  std::string bytes;
+  for (std::size_t start = 0; start < path.size();) {
+    const std::size_t end = std::min(path.find(L'\\', start), path.size());
+    std::wstring part = path.substr(start, end - start);
+    if (!isInCodePage(part)) {
+      part = shortNameOf(path.substr(0, end));
+      if (part.empty() || !isInCodePage(part)) {
+        return std::nullopt;
+      }
+    }
+    bytes += narrow(part, CP_ACP) + (end < path.size() ? "\\" : "");
+    start = end + 1;
+  }
+  return bytes;
+}
+
+std::wstring upperCase(std::wstring text) {
+  CharUpperBuffW(text.data(), static_cast<DWORD>(text.size()));
+  return text;
+}
+
+}  // namespace kiv

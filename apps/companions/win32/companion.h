@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace kiv {
+
+/// One run of a companion: what it tells the person, and how it answers its caller.
+class Companion {
+ public:
+  static constexpr int succeeded = 0;
+  static constexpr int failed = 1;
+
+  /// The program's name is the title of its boxes.
+  explicit Companion(std::wstring name) : name_(std::move(name)) {}
+
+  void inform(const std::wstring& text) const;
+  /// Tells what failed in a critical box. Returns the exit code.
+  int fail(const std::wstring& text) const;
+  /// Tells that the path has no name that callers could read. Returns the exit code.
+  int failToName(const std::wstring& path) const;
+  /// Tells that the command line is not of the form. Returns the exit code.
+  int refuse(std::string_view line, std::string_view form) const;
+  /// Puts a file with this content in the place of the named one, or tells why it cannot. Returns the exit code.
+  int answer(const std::string& file, std::string_view content) const;
+
+ private:
+  std::wstring name_;
+};
+
+}  // namespace kiv
