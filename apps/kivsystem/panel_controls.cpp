@@ -51,8 +51,8 @@ DWORD frameStyleOf(ControlKind kind) {
 }  // namespace
 
 Font::Font(const char* face, int height, int weight)
-    : handle_(CreateFontA(-height, 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
-                          OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, face)) {}
+    : handle_(CreateFontA(-height, 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+                          CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, face)) {}
 
 Font::Font(Font&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
 

@@ -13,6 +13,7 @@ namespace {
 
 constexpr const char* className = "frmKivSystem";
 constexpr DWORD windowStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
+constexpr const char* busyProperty = "KivSystem.Busy";  // on the window while a handler runs, for who drives it
 constexpr UINT textBoxClicked = WM_APP + 1;
 constexpr UINT filesDropped = WM_APP + 2;
 constexpr UINT monitorChanged = 0x02E0;  // WM_DPICHANGED, which older headers do not name
@@ -183,6 +184,7 @@ void PanelWindow::perform(const std::function<void()>& handler) {
     return;
   }
   busy_ = true;
+  SetPropA(window_, busyProperty, window_);
   try {
     handler();
     refresh();
@@ -192,6 +194,7 @@ void PanelWindow::perform(const std::function<void()>& handler) {
     PostQuitMessage(end.exitCode);
     return;
   }
+  RemovePropA(window_, busyProperty);
   busy_ = false;
 }
 

@@ -1,9 +1,8 @@
-#include "platform/win32/windows_api.h"
-
 #include <commctrl.h>
 #include <ole2.h>
 
 #include "apps/kivsystem/panel_window.h"
+#include "platform/win32/windows_api.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
 
