@@ -3,6 +3,7 @@
 #include <utility>
 
 #include <commctrl.h>
+#include <ole2.h>
 
 #include "apps/kivsystem/dpi.h"
 #include "shell/frm_kivsystem.h"
@@ -54,6 +55,8 @@ PanelWindow::~PanelWindow() {
   dropTarget_.reset();
   if (window_ != nullptr) {
     DestroyWindow(window_);
+    taskbar_.release();
+    OleUninitialize();
   }
 }
 
@@ -78,6 +81,8 @@ int PanelWindow::run(int show) {
 }
 
 void PanelWindow::create(int show) {
+  InitCommonControls();
+  OleInitialize(nullptr);  // for drops
   registerClass(procedure);
   const Panel& panel = program_.panel;
   const int dpi = systemDpi();

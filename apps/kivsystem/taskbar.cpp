@@ -1,12 +1,14 @@
 #include "apps/kivsystem/taskbar.h"
 
+#include <utility>
+
 #include <shobjidl.h>
 
 namespace kiv {
 
-Taskbar::~Taskbar() {
+void Taskbar::release() {
   if (list_ != nullptr) {
-    list_->Release();
+    std::exchange(list_, nullptr)->Release();
   }
 }
 

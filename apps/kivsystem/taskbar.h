@@ -12,7 +12,10 @@ class Taskbar {
   Taskbar() = default;
   Taskbar(const Taskbar&) = delete;
   Taskbar& operator=(const Taskbar&) = delete;
-  ~Taskbar();
+  ~Taskbar() { release(); }
+
+  /// Lets go of the system's part, before the thread leaves its library.
+  void release();
 
   /// Shows on the window's button how much of all is done; nothing once all is.
   void showProgress(HWND window, int done, int all);

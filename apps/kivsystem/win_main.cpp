@@ -1,8 +1,4 @@
-#include <commctrl.h>
-#include <ole2.h>
-
 #include "apps/kivsystem/panel_window.h"
-#include "platform/win32/windows_api.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
 
@@ -17,9 +13,5 @@ int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR command
   } catch (const kiv::ProgramEnd& end) {
     return end.exitCode;
   }
-  InitCommonControls();
-  OleInitialize(nullptr);
-  const int exitCode = kiv::PanelWindow(host, program).run(show);
-  OleUninitialize();
-  return exitCode;
+  return kiv::PanelWindow(host, program).run(show);
 }
