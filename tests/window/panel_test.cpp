@@ -6,6 +6,7 @@
 
 #include "shell/start_up.h"
 #include "shell/version.h"
+#include "tests/window/drag.h"
 #include "tests/window/panel_on_screen.h"
 
 namespace kiv::test {
@@ -305,6 +306,37 @@ TEST_F(PanelWindow, WithoutTheModuleTheProgramEnds) {
   PanelOnScreen panel;
   panel.press(&Panel::cmdSelectFiles);
   panel.answer("Module KIVNAMES.EXE not properly installed");
+  EXPECT_EQ(panel.process().exitCode(), 1);
+}
+
+// --- drops ---
+
+TEST_F(PanelWindow, DroppedFilesGoToTheirModule) {
+  addPages();
+  DeleteFileA("NAMES.TXT");
+  bringModule("KIVOLE.EXE", "write NAMES.TXT " + folder / "X2.MUS 1\n");
+  PanelOnScreen panel;
+  ASSERT_TRUE(dropFiles({folder / "X2.MUS", folder / "with, comma.txt"}, panel.control(&Panel::cmdSelectFiles)));
+  EXPECT_TRUE(panel.waitUntil([&] { return panel.isEnabled(&Panel::cmdRun); }));
+  panel.waitUntilIdle();
+  EXPECT_EQ(readFileContent("said.txt"), "STARTDIR=" + folder.path() + ",NAMESFILE=" + folder / "NAMES.TXT" +
+                                             ",DEBUG=NO,TYPE=MUS,LIST=" + folder / "X2.MUS" + "," +
+                                             folder / "with, comma.txt" + ",");
+  panel.leave();
+}
+
+TEST_F(PanelWindow, ADropWithoutFilesIsReported) {
+  PanelOnScreen panel;
+  ASSERT_TRUE(dropText("no files", panel.control(&Panel::cmdSelectFiles)));
+  panel.answer("Drop error 461");
+  panel.waitUntilIdle();
+  panel.leave();
+}
+
+TEST_F(PanelWindow, WithoutTheDropModuleTheProgramEnds) {
+  PanelOnScreen panel;
+  ASSERT_TRUE(dropFiles({folder / "X2.MUS"}, panel.control(&Panel::cmdSelectFiles)));
+  panel.answer("Module KIVOLE.EXE not properly installed");
   EXPECT_EQ(panel.process().exitCode(), 1);
 }
 
