@@ -46,6 +46,9 @@ int runSiblingCall(const std::string& commandLine) {
   KivSystem program(host);
   bool normalEnd = false;
   try {
+    if (!isAnalysisMode(commandLine)) {
+      refuseCall(program, commandLine);
+    }
     Form_Load(program, commandLine);
   } catch (const ProgramEnd& end) {
     normalEnd = end.exitCode == exit_status::normal;

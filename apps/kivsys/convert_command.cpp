@@ -37,7 +37,7 @@ bool dump(KivSystem& program) {
 
 bool convert(KivSystem& program, const ConvertOptions& options, const std::string& firstResultFile) {
   if (!firstResultFile.empty()) {
-    program.panel.txtFirstResultFile = firstResultFile;
+    program.panel.txtFirstResultFile.text = firstResultFile;
   }
   return press(cmdConvert_Click, program) && (!options.trace || dump(program));
 }
@@ -48,11 +48,11 @@ int convertNames(ConsoleHost& host, const std::string& namesFile, const std::str
   prepareForPanel(program);
   program.settings.namesFile = namesFile;
   program.settings.allowZeroInstrId = options.allowZeroId;
-  program.panel.chkOverwriteChecked = !options.noOverwrite;
-  program.panel.chkShowInstrNumberChecked = !options.noInstrNumber;
+  program.panel.chkOverwrite.checked = !options.noOverwrite;
+  program.panel.chkShowInstrNumber.checked = !options.noInstrNumber;
   bool normalEnd = press(cmdRun_Click, program) && program.names.nameCount > 0;
   const RunOutcome analysis = outcomeOf(program, host, normalEnd);
-  if (normalEnd && (program.panel.cmdConvertEnabled || options.force)) {
+  if (normalEnd && (program.panel.cmdConvert.enabled || options.force)) {
     normalEnd = convert(program, options, firstResultFile);
   }
   const RunOutcome outcome = withPagesWritten(analysis, host, normalEnd);

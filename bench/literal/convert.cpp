@@ -42,7 +42,7 @@ void insertMissing(Conversion& run) {
 
 std::string resultName(Conversion& run, int system) {
   constexpr std::size_t numberAndSuffix = 8;
-  const std::string& first = run.program.panel.txtFirstResultFile;
+  const std::string& first = run.program.panel.txtFirstResultFile.text;
   const auto stem = withoutLastCharacters(run.host, first, numberAndSuffix);
   if (!stem) {
     run.host.runTimeError("Invalid procedure call or argument", first);
@@ -71,7 +71,7 @@ void showInstrumentNumbers(Conversion& run) {
 }
 
 void checkOverwrite(Conversion& run) {
-  if (!FileExists(run.host, run.musFileName) || run.program.panel.chkOverwriteChecked) {
+  if (!FileExists(run.host, run.musFileName) || run.program.panel.chkOverwrite.checked) {
     return;
   }
   const std::string question = "File exists: " + run.musFileName + "\r\n\r\nOverwrite?";
@@ -90,7 +90,7 @@ void convertSystem(Conversion& run, const StaffList& list, int system) {
   insertMissing(run);
   normalizeBarlines(run);
   run.musFileName = resultName(run, system);
-  if (run.program.panel.chkShowInstrNumberChecked) {
+  if (run.program.panel.chkShowInstrNumber.checked) {
     showInstrumentNumbers(run);
   }
   checkOverwrite(run);
@@ -119,7 +119,7 @@ void cmdConvert_Click(KivSystem& program) {
   }
   hideWait(program);
   program.host.inform("Created " + std::to_string(system - 1) + " files.\r\nFirst is " +
-                      program.panel.txtFirstResultFile + "\r\nLast is " + program.musFileName);
+                      program.panel.txtFirstResultFile.text + "\r\nLast is " + program.musFileName);
 }
 
 }  // namespace kiv::literal

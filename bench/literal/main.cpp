@@ -54,11 +54,11 @@ int runProgram(const Arguments& arguments) {
   prepareForPanel(program);
   program.settings.namesFile = host.fullName(arguments.namesFile);
   program.settings.allowZeroInstrId = arguments.forceZero;
-  program.panel.chkShowInstrNumberChecked = !arguments.noInstrNumber;
+  program.panel.chkShowInstrNumber.checked = !arguments.noInstrNumber;
   if (!analyse(program)) {
     return 1;
   }
-  program.panel.txtFirstResultFile = host.fullName(arguments.firstResultFile);
+  program.panel.txtFirstResultFile.text = host.fullName(arguments.firstResultFile);
   try {
     cmdConvert_Click(program);
   } catch (const ProgramEnd& end) {

@@ -27,7 +27,7 @@ std::string resultName(Host& host, const std::string& firstResultFile, std::int1
 
 void askBeforeOverwriting(KivSystem& program) {
   Host& host = program.host;
-  if (program.panel.chkOverwriteChecked || !FileExists(host, program.musFileName)) {
+  if (program.panel.chkOverwrite.checked || !FileExists(host, program.musFileName)) {
     return;
   }
   const std::string question = "File exists: " + program.musFileName + "\r\n\r\nOverwrite?";
@@ -39,8 +39,8 @@ void askBeforeOverwriting(KivSystem& program) {
 void writeResult(KivSystem& program, std::int16_t system) {
   Host& host = program.host;
   const SystemPage page{host, program.musFileName, program.items};
-  program.musFileName = resultName(host, program.panel.txtFirstResultFile, system);
-  if (program.panel.chkShowInstrNumberChecked) {
+  program.musFileName = resultName(host, program.panel.txtFirstResultFile.text, system);
+  if (program.panel.chkShowInstrNumber.checked) {
     showInstrumentNumbers(page);
   }
   askBeforeOverwriting(program);
@@ -94,8 +94,8 @@ void cmdConvert_Click(KivSystem& program) {
   setInstrumentOrder(program.host, report.instruments, program.order);
   const int systems = convertSystems(program, report);
   hideWait(program);
-  program.host.inform("Created " + std::to_string(systems) + " files.\r\nFirst is " + program.panel.txtFirstResultFile +
-                      "\r\nLast is " + program.musFileName);
+  program.host.inform("Created " + std::to_string(systems) + " files.\r\nFirst is " +
+                      program.panel.txtFirstResultFile.text + "\r\nLast is " + program.musFileName);
 }
 
 }  // namespace kiv

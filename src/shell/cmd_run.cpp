@@ -34,7 +34,7 @@ bool loadSelection(KivSystem& program) {
 void setResultFile(KivSystem& program) {
   const std::string& first = program.names.name(1);
   program.panel.txtFirstResultFileTag = justPath(first);
-  program.panel.txtFirstResultFile = justPath(first) + std::string(firstResult);
+  program.panel.txtFirstResultFile.text = justPath(first) + std::string(firstResult);
   if (first.ends_with(firstResult)) {
     program.host.fatal("Input file cannot be " + first +
                        "\r\nThat name is reserved for output.\r\n"
@@ -94,9 +94,9 @@ void tellResult(KivSystem& program) {
 
 void offerConversion(KivSystem& program, std::string_view judgement) {
   if (judgement == notQualified) {
-    program.panel.cmdConvertEnabled = true;
+    program.panel.cmdConvert.enabled = true;
   } else if (program.host.message(Icon::exclamation, "Convert?", Buttons::yesNo) == Answer::yes) {
-    program.panel.cmdConvertEnabled = true;
+    program.panel.cmdConvert.enabled = true;
     cmdConvert_Click(program);
   }
 }
@@ -114,7 +114,7 @@ void cmdRun_Click(KivSystem& program) {
   program.firstClefs = {};
   groupPages(program.host, program.names, program.musFileName, program.pages);
   analysePages(program);
-  if (program.panel.chkDebugChecked) {
+  if (program.panel.chkDebug.checked) {
     ViewFile(program.host, reportFile);
   }
   hideWait(program);

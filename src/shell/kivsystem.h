@@ -11,6 +11,7 @@
 #include "input/names_table.h"
 #include "mus/item_table.h"
 #include "platform/host.h"
+#include "shell/panel.h"
 
 namespace kiv {
 
@@ -20,21 +21,16 @@ struct Settings {
   std::string versionText;  ///< "v1.0.0.0"
   std::string osName;       ///< profile key OS
   std::string namesFile;
+
+  // Of the panel only. The folder that the program stands in has the settings file and the modules.
+  std::string currentFolder;
+  std::string projectFile;  ///< the project's settings file
+  std::string musFolder;    ///< where the choice of files starts; may be ""
+  std::string namesExe;     ///< the module for the choice of files
+  std::string oleExe;       ///< the module for dropped files
+  std::string fileType;     ///< "MUS"
+
   bool allowZeroInstrId = false;  ///< staves without an instrument identifier are no problem
-};
-
-/// The states of the panel's controls that change while the program runs.
-struct Panel {
-  std::string lblWaitCaption = "Wait for ";
-  bool lblWaitVisible = false;
-  std::string txtFirstResultFile;     ///< full path of the first result file
-  std::string txtFirstResultFileTag;  ///< folder of the input, with its backslash
-  bool cmdConvertEnabled = false;
-  bool chkOverwriteChecked = true;        ///< results replace files of their names without a question
-  bool chkShowInstrNumberChecked = true;  ///< results show the instrument identifier of every staff
-  bool chkDebugChecked = false;
-
-  bool operator==(const Panel&) const = default;
 };
 
 /// One run of the program: everything that lives from its start to its end.

@@ -2,14 +2,19 @@
 
 #include "analysis/report.h"
 #include "analysis/verdict.h"
+#include "input/files.h"
 #include "platform/programs.h"
 #include "shell/cmd_run.h"
+#include "shell/load_globals.h"
+#include "shell/position_panel.h"
+#include "shell/select_files.h"
 #include "shell/version.h"
 
 namespace kiv {
 namespace {
 
 constexpr const char* panelCommandLine = "CALLEDBY=KIV,FUNCTION=MAIN";
+constexpr const char* developerMarker = "KIVXREF5.ASM";
 
 bool contains(const std::string& text, const char* part) {
   return text.find(part) != std::string::npos;
@@ -22,9 +27,39 @@ std::string namesFileIn(const std::string& commandLine) {
   return path.substr(0, path.find(','));
 }
 
-void prepare(KivSystem& program) {
+std::string refusal(const std::string& commandLine) {
+  return "Invalid call to KivSystem:\r\n" + commandLine;
+}
+
+void nameVersion(KivSystem& program) {
   program.settings.versionText = versionText(version::major, version::minor, version::revision);
-  deleteOldResults(program.host);
+  program.panel.title = "KivSystem - " + program.settings.versionText;
+}
+
+/// Frames are taller since the system of this name.
+double heightOver(const std::string& osName) {
+  constexpr double height = 6660;  // twips
+  constexpr double tallerFrame = 200;
+  return osName == "XP" ? height : height + tallerFrame;
+}
+
+void runAnalysis(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId) {
+  program.settings.namesFile = namesFile;
+  program.settings.allowZeroInstrId = allowZeroInstrId;
+  cmdRun_Click(program);
+}
+
+void setUpPanel(KivSystem& program) {
+  Settings& settings = program.settings;
+  positionPanel(program.host, program.panel);
+  settings.currentFolder = program.host.currentFolder();
+  settings.projectFile = settings.currentFolder + "\\KIVPROJ.PRO";
+  loadGlobals(program.host, settings);
+  settings.namesExe = settings.currentFolder + "\\KIVNAMES.EXE";
+  settings.oleExe = settings.currentFolder + "\\KIVOLE.EXE";
+  settings.fileType = "MUS";
+  setSelectedFileButtons(program);
+  program.panel.txtFirstResultFile.text.clear();
 }
 
 }  // namespace
@@ -47,26 +82,44 @@ void deleteOldResults(Host& host) {
 }
 
 void prepareForPanel(KivSystem& program) {
-  prepare(program);
+  nameVersion(program);
+  deleteOldResults(program.host);
   program.settings.commandLine = panelCommandLine;
 }
 
 void analyse(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId) {
-  prepare(program);
-  program.settings.namesFile = namesFile;
-  program.settings.allowZeroInstrId = allowZeroInstrId;
-  cmdRun_Click(program);
+  nameVersion(program);
+  deleteOldResults(program.host);
+  runAnalysis(program, namesFile, allowZeroInstrId);
+}
+
+void refuseCall(KivSystem& program, const std::string& commandLine) {
+  deleteOldResults(program.host);
+  program.host.fatal(refusal(commandLine));
 }
 
 void Form_Load(KivSystem& program, const std::string& commandLine) {
-  program.settings.commandLine = commandLine;
-  program.settings.osName = GetProfileKey(program.host, "OS");
+  Settings& settings = program.settings;
+  Panel& panel = program.panel;
+  settings.commandLine = commandLine;
+  nameVersion(program);
+  settings.osName = GetProfileKey(program.host, "OS");
+  panel.place.height = heightOver(settings.osName);
+  positionPanel(program.host, panel);
+  deleteOldResults(program.host);
+  settings.allowZeroInstrId = false;
   if (isAnalysisMode(commandLine)) {
-    analyse(program, namesFileIn(commandLine), contains(commandLine, ",ALLOWZEROID=YES"));
+    runAnalysis(program, namesFileIn(commandLine), contains(commandLine, ",ALLOWZEROID=YES"));
     throw ProgramEnd{0};
   }
-  deleteOldResults(program.host);
-  program.host.fatal("Invalid call to KivSystem:\r\n" + commandLine);
+  if (FileExists(program.host, developerMarker)) {
+    settings.commandLine = panelCommandLine;
+    panel.chkDebug.visible = true;
+  }
+  if (!isInteractiveMode(settings.commandLine)) {
+    program.host.fatal(refusal(settings.commandLine));
+  }
+  setUpPanel(program);
 }
 
 }  // namespace kiv

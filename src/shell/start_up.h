@@ -9,9 +9,13 @@ namespace kiv {
 /// "v" and the numbers of the program's version, the third one always 0.
 std::string versionText(int major, int minor, int revision);
 
-/// Starts the program with the command line that it was given, runs the analysis that a sibling tool asks for, and
-/// ends. Any other command line is refused. Always leaves by ProgramEnd.
-[[noreturn]] void Form_Load(KivSystem& program, const std::string& commandLine);
+/// Starts the program with the command line that it was given. An analysis that a sibling tool asks for is run, and
+/// the program ends. The panel's own command line makes the panel ready to be shown, and so does any other in a folder
+/// with the developers' marker file. What is left is refused, and ends the program.
+void Form_Load(KivSystem& program, const std::string& commandLine);
+
+/// Ends the program over a command line that asks for nothing it knows, with no results of an earlier run left.
+[[noreturn]] void refuseCall(KivSystem& program, const std::string& commandLine);
 
 /// Runs the analysis of a names file as for a sibling tool: without the panel's closing messages, and after the
 /// results of an earlier run are deleted.

@@ -9,15 +9,15 @@ namespace kiv {
 /// Shows the wait label with this caption, and the hourglass.
 inline void showWait(KivSystem& program, const std::string& caption) {
   program.host.setPointer(Pointer::hourglass);
-  program.panel.lblWaitCaption = caption;
-  program.panel.lblWaitVisible = true;
+  program.panel.lblWait.text = caption;
+  program.panel.lblWait.visible = true;
   program.host.processEvents();
 }
 
 /// Hides the label and the hourglass.
 inline void hideWait(KivSystem& program) {
   program.host.setPointer(Pointer::normal);
-  program.panel.lblWaitVisible = false;
+  program.panel.lblWait.visible = false;
 }
 
 }  // namespace kiv

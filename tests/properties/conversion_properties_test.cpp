@@ -46,7 +46,7 @@ class Conversion {
     for (std::size_t system = 1; system <= before.systems(); ++system) {
       addInput("X" + std::to_string(100 + system) + ".MUS", before.result(system));
     }
-    program_.panel.chkShowInstrNumberChecked = showNumbers;
+    program_.panel.chkShowInstrNumber.checked = showNumbers;
     run();
   }
 
@@ -80,7 +80,7 @@ class Conversion {
     program_.settings.namesFile = "C:\\N.TXT";
     program_.settings.commandLine = "CALLEDBY=KIV,FUNCTION=MAIN";
     press(cmdRun_Click);
-    program_.panel.txtFirstResultFile = resultName(1);
+    program_.panel.txtFirstResultFile.text = resultName(1);
     press(cmdConvert_Click);
   }
   void press(void (*button)(KivSystem&)) {

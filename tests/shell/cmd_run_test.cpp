@@ -135,19 +135,19 @@ TEST_F(Analyze, ReservedNameInSecondPlaceIsNot) {
 TEST_F(Analyze, FirstResultFileLiesInTheFolderOfTheInput) {
   addPage("X1.MUS", bass);
   run();
-  EXPECT_EQ(program.panel.txtFirstResultFile, "C:\\M\\WORK0001.MUS");
+  EXPECT_EQ(program.panel.txtFirstResultFile.text, "C:\\M\\WORK0001.MUS");
   EXPECT_EQ(program.panel.txtFirstResultFileTag, "C:\\M\\");
 }
 
 TEST_F(Analyze, WaitLabelAndHourglassFrameTheReading) {
   addPage("X1.MUS", "staff 1 at 0\n");
   host.whileShown = [this](const Message&) {
-    EXPECT_TRUE(program.panel.lblWaitVisible);
-    EXPECT_EQ(program.panel.lblWaitCaption, "Wait for analysis to finish");
+    EXPECT_TRUE(program.panel.lblWait.visible);
+    EXPECT_EQ(program.panel.lblWait.text, "Wait for analysis to finish");
   };
   run();
   EXPECT_EQ(host.messages.size(), 1U);
-  EXPECT_FALSE(program.panel.lblWaitVisible);
+  EXPECT_FALSE(program.panel.lblWait.visible);
   ASSERT_FALSE(host.calls.empty());
   EXPECT_EQ(host.calls.front(), "pointer hourglass");
   EXPECT_EQ(host.calls.back(), "pointer normal");
@@ -183,7 +183,7 @@ TEST_F(Analyze, ReportHasWhatIsFinishedWhileAMessageIsUp) {
 
 TEST_F(Analyze, TraceShowsTheReport) {
   addPage("X1.MUS", bass);
-  program.panel.chkDebugChecked = true;
+  program.panel.chkDebug.checked = true;
   run();
   EXPECT_TRUE(called("run Notepad KivSystem2.TXT"));
 }
@@ -281,8 +281,8 @@ TEST_F(Analyze, EmptySelectionEndsASiblingsCall) {
 }
 
 TEST_F(Analyze, EmptySelectionLeavesThePanelAsItWas) {
-  program.panel.txtFirstResultFile = "D:\\OUT\\WORK0001.MUS";
-  program.panel.cmdConvertEnabled = true;
+  program.panel.txtFirstResultFile.text = "D:\\OUT\\WORK0001.MUS";
+  program.panel.cmdConvert.enabled = true;
   const Panel before = program.panel;
   run(interactive);
   EXPECT_EQ(end, std::nullopt);
@@ -298,7 +298,7 @@ TEST_F(Analyze, InputThatQualifiesEndsThePanelsProgram) {
   EXPECT_EQ(host.messages,
             std::vector{information("Input qualifies for conversion to one file per system.\r\n"
                                     "The resulting file(s) can be used as input to KivScore2XML and/or KivSplit.")});
-  EXPECT_FALSE(program.panel.cmdConvertEnabled);
+  EXPECT_FALSE(program.panel.cmdConvert.enabled);
 }
 
 TEST_F(Analyze, InputThatDoesNotQualifyEnablesConvert) {
@@ -311,7 +311,7 @@ TEST_F(Analyze, InputThatDoesNotQualifyEnablesConvert) {
                                     "Number of staves (instruments) per system: 2\r\n\r\n"
                                     "CONSISTENCY=NO\r\nMULTIFILE=NO\r\n\r\nInput does NOT qualify for conversion\r\n"
                                     "Use Convert button to create consistent input for KivScore2XML or KivSpli6.")});
-  EXPECT_TRUE(program.panel.cmdConvertEnabled);
+  EXPECT_TRUE(program.panel.cmdConvert.enabled);
 }
 
 TEST_F(Analyze, ConsistentMultifilePagesNeedAConversionToo) {
@@ -319,7 +319,7 @@ TEST_F(Analyze, ConsistentMultifilePagesNeedAConversionToo) {
   addPage("X1B.MUS", "staff 1 at 0 instrument 103\nbarline 1 at 0\n");
   run(interactive);
   EXPECT_NE(host.messages.at(0).text.find("CONSISTENCY=YES\r\nMULTIFILE=YES"), std::string::npos);
-  EXPECT_TRUE(program.panel.cmdConvertEnabled);
+  EXPECT_TRUE(program.panel.cmdConvert.enabled);
 }
 
 TEST_F(Analyze, ClosingMessagesBelongToThePanelOnly) {

@@ -5,9 +5,11 @@ set -eu
 usage() {
   cat >&2 <<'TEXT'
 Usage: run_in_wine.sh BUILD PROGRAM...
+       run_in_wine.sh BUILD --program FILE FOLDER
 
 Runs BUILD/tests/.../test_PROGRAM.exe, one after the other, and leaves their results in BUILD/results/PROGRAM.xml and
-their output in BUILD/results/PROGRAM.log. Ends with status 1 when one of them fails.
+their output in BUILD/results/PROGRAM.log. Ends with status 1 when one of them fails. The second form runs any program on
+a folder, on a screen of KIV_DPI dots per inch.
 TEXT
   exit 2
 }
@@ -51,7 +53,7 @@ trap 'exit 1' HUP INT TERM
 start_screen() {
   rm -f "$results/display"
   mkfifo "$results/display"
-  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$results/display" >/dev/null 2>&1 &
+  Xvfb -displayfd 3 -screen 0 1920x1200x24 -nolisten tcp 3>"$results/display" >/dev/null 2>&1 &
   screen=$!
   if ! read -r number <"$results/display"; then
     echo "run_in_wine: Xvfb does not start" >&2
@@ -87,6 +89,20 @@ fi
 # Nobody manages windows on this screen, and waiting for such a manager's answers takes seconds.
 timeout "$seconds" "$wine" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >>"$results/wine.log" 2>&1
 cd "$build"
+if [ "$1" = --program ]; then
+  timeout "$seconds" "$wine" reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "${KIV_DPI:-96}" /f \
+    >>"$results/wine.log" 2>&1
+  # Windows has a narrower dialog font than Wine finds here; this one is as wide.
+  timeout "$seconds" "$wine" reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontSubstitutes' \
+    /v 'MS Shell Dlg' /d 'Liberation Sans' /f >>"$results/wine.log" 2>&1
+  "$wineserver" -w
+  status=0
+  timeout --kill-after=10 "$seconds" "$wine" "$2" "Z:$(printf '%s' "$3" | tr / '\\')" || status=$?
+  timeout "$seconds" "$wine" reg delete 'HKCU\Control Panel\Desktop' /v LogPixels /f >>"$results/wine.log" 2>&1
+  timeout "$seconds" "$wine" reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontSubstitutes' \
+    /v 'MS Shell Dlg' /d Tahoma /f >>"$results/wine.log" 2>&1
+  exit $status
+fi
 failed=0
 for name in "$@"; do
   run "$name" || failed=1

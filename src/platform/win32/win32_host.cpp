@@ -27,7 +27,7 @@ Answer Win32Host::message(Icon icon, std::string_view text, Buttons buttons) {
   const UINT set = buttons == Buttons::yesNo ? MB_YESNO : MB_OK;
   std::string shown(text);
   std::replace(shown.begin(), shown.end(), '\0', ' ');  // the box would end its text there
-  const int pressed = MessageBoxA(nullptr, shown.c_str(), "KivSystem", signOf(icon) | set);
+  const int pressed = MessageBoxA(owner(), shown.c_str(), "KivSystem", signOf(icon) | set);
   if (buttons == Buttons::ok) {
     return Answer::ok;
   }
@@ -41,8 +41,10 @@ void Win32Host::setPointer(Pointer pointer) {
 void Win32Host::processEvents() {
   MSG message{};
   while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
-    TranslateMessage(&message);
-    DispatchMessageA(&message);
+    if (!takesMessage(&message)) {
+      TranslateMessage(&message);
+      DispatchMessageA(&message);
+    }
   }
 }
 

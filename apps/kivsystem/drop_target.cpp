@@ -1,0 +1,106 @@
+#include "apps/kivsystem/drop_target.h"
+
+#include <utility>
+
+#include <ole2.h>
+#include <shellapi.h>
+
+#include "platform/win32/text.h"
+
+namespace kiv {
+namespace {
+
+/// The name in the code page; its short form where the page has no sign for a character.
+std::string ansiName(const std::wstring& name) {
+  std::string ansi = narrow(name, CP_ACP);
+  if (wide(ansi) == name) {
+    return ansi;
+  }
+  std::wstring shortName(MAX_PATH, L'\0');
+  const DWORD length = GetShortPathNameW(name.c_str(), shortName.data(), MAX_PATH);
+  return length == 0 || length > MAX_PATH ? ansi : narrow(shortName.substr(0, length), CP_ACP);
+}
+
+std::string droppedFile(HDROP drop, UINT i) {
+  std::wstring name(DragQueryFileW(drop, i, nullptr, 0) + std::size_t{1}, L'\0');
+  name.resize(DragQueryFileW(drop, i, name.data(), static_cast<UINT>(name.size())));
+  return ansiName(name);
+}
+
+DroppedFiles filesIn(IDataObject& data) {
+  FORMATETC format{CF_HDROP, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
+  STGMEDIUM medium{};
+  if (FAILED(data.GetData(&format, &medium))) {
+    return std::nullopt;
+  }
+  std::vector<std::string> files;
+  const auto drop = static_cast<HDROP>(medium.hGlobal);
+  constexpr UINT howMany = 0xFFFFFFFF;
+  const UINT count = DragQueryFileW(drop, howMany, nullptr, 0);
+  for (UINT i = 0; i < count; ++i) {
+    files.push_back(droppedFile(drop, i));
+  }
+  ReleaseStgMedium(&medium);
+  return files;
+}
+
+/// The object that the system calls; it counts its users and goes with the last of them.
+class Target final : public IDropTarget {
+ public:
+  explicit Target(std::function<void(DroppedFiles)> dropped) : dropped_(std::move(dropped)) {}
+  Target(const Target&) = delete;
+  Target& operator=(const Target&) = delete;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID wanted, void** object) override {
+    if (IsEqualIID(wanted, IID_IUnknown) || IsEqualIID(wanted, IID_IDropTarget)) {
+      *object = static_cast<IDropTarget*>(this);
+      AddRef();
+      return S_OK;
+    }
+    *object = nullptr;
+    return E_NOINTERFACE;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++users_; }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const ULONG left = --users_;
+    if (left == 0) {
+      delete this;
+    }
+    return left;
+  }
+
+  HRESULT STDMETHODCALLTYPE DragEnter(IDataObject* /*data*/, DWORD /*keys*/, POINTL /*place*/, DWORD* effect) override {
+    *effect = DROPEFFECT_COPY;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE DragOver(DWORD /*keys*/, POINTL /*place*/, DWORD* effect) override {
+    *effect = DROPEFFECT_COPY;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE DragLeave() override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE Drop(IDataObject* data, DWORD /*keys*/, POINTL /*place*/, DWORD* effect) override {
+    *effect = DROPEFFECT_COPY;
+    dropped_(filesIn(*data));
+    return S_OK;
+  }
+
+ private:
+  ~Target() = default;
+
+  std::function<void(DroppedFiles)> dropped_;
+  ULONG users_ = 1;
+};
+
+}  // namespace
+
+DropTarget::DropTarget(HWND control, std::function<void(DroppedFiles)> dropped) : control_(control) {
+  auto* target = new Target(std::move(dropped));
+  RegisterDragDrop(control_, target);
+  target->Release();  // the registration is its only user
+}
+
+DropTarget::~DropTarget() {
+  RevokeDragDrop(control_);
+}
+
+}  // namespace kiv

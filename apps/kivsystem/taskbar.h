@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/win32/windows_api.h"
+
+struct ITaskbarList3;
+
+namespace kiv {
+
+/// The program's button in the taskbar, where the system has one that can show progress.
+class Taskbar {
+ public:
+  Taskbar() = default;
+  Taskbar(const Taskbar&) = delete;
+  Taskbar& operator=(const Taskbar&) = delete;
+  ~Taskbar() { release(); }
+
+  /// Lets go of the system's part, before the thread leaves its library.
+  void release();
+
+  /// Shows on the window's button how much of all is done; nothing once all is.
+  void showProgress(HWND window, int done, int all);
+
+ private:
+  ITaskbarList3* list_ = nullptr;
+};
+
+}  // namespace kiv

@@ -1,0 +1,59 @@
+#include "shell/select_files.h"
+
+#include "input/files.h"
+#include "platform/programs.h"
+
+namespace kiv {
+namespace {
+
+constexpr int noFileList = 461;
+
+void needModule(Host& host, const std::string& path, const std::string& name) {
+  if (!FileExists(host, path)) {
+    host.fatal("Module " + name + " not properly installed");
+  }
+}
+
+}  // namespace
+
+void setSelectedFileButtons(KivSystem& program) {
+  const Settings& settings = program.settings;
+  const NamesTable& names = program.names;
+  LoadNamesTable(program.host, settings.namesFile, program.names);
+  program.panel.cmdViewNames.enabled = names.namesValid;
+  program.panel.cmdRun.enabled = names.namesValid;
+  const std::string file = "Names file " + settings.namesFile + " has ";
+  if (names.nameCount == 1) {
+    program.panel.cmdViewNames.tooltip = file + "one filename: " + GetLongName(program.host, names.name(1));
+  } else if (names.nameCount > 1) {
+    program.panel.cmdViewNames.tooltip =
+        file + std::to_string(names.nameCount) + " filenames, the first: " + GetLongName(program.host, names.name(1));
+  }
+}
+
+void cmdSelectFiles_Click(KivSystem& program) {
+  const Settings& settings = program.settings;
+  needModule(program.host, settings.namesExe, "KIVNAMES.EXE");
+  ShellAndWait(program.host, settings.namesExe + " STARTDIR=" + settings.currentFolder +
+                                 ",SUFFIX=" + settings.fileType + ",MUSFOLDER=" + settings.musFolder +
+                                 ",NAMESFILE=" + settings.namesFile + ",DEBUG=NO");
+  setSelectedFileButtons(program);
+}
+
+void cmdSelectFiles_OLEDragDrop(KivSystem& program, const std::optional<std::vector<std::string>>& files) {
+  const Settings& settings = program.settings;
+  if (!files) {
+    program.host.inform("Drop error " + std::to_string(noFileList));
+    return;
+  }
+  std::string list;
+  for (const std::string& file : *files) {
+    list += file + ",";
+  }
+  needModule(program.host, settings.oleExe, "KIVOLE.EXE");
+  ShellAndWait(program.host, settings.oleExe + " STARTDIR=" + settings.currentFolder +
+                                 ",NAMESFILE=" + settings.namesFile + ",DEBUG=NO,TYPE=MUS,LIST=" + list);
+  setSelectedFileButtons(program);
+}
+
+}  // namespace kiv
