@@ -1,6 +1,5 @@
 #include "analysis/left_barlines.h"
 
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <vector>
@@ -20,16 +19,21 @@ struct StaffRows {
   std::vector<int> staves;
   std::vector<int> barlines;
 };
-using RowsByStaff = std::array<StaffRows, highestStaff + 1>;
+/// As many as the highest staff needs, the first of them for no staff.
+using RowsByStaff = std::vector<StaffRows>;
 
 RowsByStaff rowsByStaff(const ItemTable& table) {
-  RowsByStaff rows;
+  RowsByStaff rows(1);
   for (int i = 1; i <= table.itemCount(); ++i) {
     const float staff = table.itemPar(i, par::staff);
     if (!(staff >= 1 && staff <= highestStaff) || staff != std::floor(staff)) {
       continue;
     }
-    StaffRows& ofStaff = rows[static_cast<std::size_t>(staff)];
+    const auto number = static_cast<std::size_t>(staff);
+    if (number >= rows.size()) {
+      rows.resize(number + 1);
+    }
+    StaffRows& ofStaff = rows[number];
     if (table.itemPar(i, par::type) == type::staff) {
       ofStaff.staves.push_back(i);
     } else if (table.itemPar(i, par::type) == type::barline) {
@@ -78,9 +82,9 @@ std::int16_t spanOf(Host& host, const std::string& musFileName, const StaffRows&
 
 void deleteLeftBarlines(Host& host, const std::string& musFileName, ItemTable& table) {
   const RowsByStaff rows = rowsByStaff(table);
-  int s = 1;
-  while (s <= highestStaff) {
-    const StaffRows& ofStaff = rows[static_cast<std::size_t>(s)];
+  std::size_t s = 1;
+  while (s < rows.size()) {
+    const StaffRows& ofStaff = rows[s];
     ++s;
     if (ofStaff.staves.empty()) {
       continue;
@@ -91,7 +95,7 @@ void deleteLeftBarlines(Host& host, const std::string& musFileName, ItemTable& t
       table.itemPar(i, par::mark) = bottomStaff;
       table.itemPar(i, par::stavesUp) = span;
     }
-    s += span - 1;
+    s += static_cast<std::size_t>(span - 1);
   }
 }
 

@@ -45,7 +45,7 @@ void joinStaves(Host& host, const std::string& musFileName, std::int16_t staves,
 }
 
 void readMultifilePage(Host& host, const PageEntry& page, std::string& musFileName, ItemTable& table,
-                       FirstClefTable& firstClefs) {
+                       FirstClefTable& firstClefs, MusReader& reader) {
   const std::string beforeLetter =
       page.pagePath + extractPartName(host, page.pageName) + extractPartNumb(host, page.pageName);
   const std::string suffix = extractPartSuff(host, page.pageName);
@@ -55,7 +55,7 @@ void readMultifilePage(Host& host, const PageEntry& page, std::string& musFileNa
     musFileName = beforeLetter;
     musFileName += letter;
     musFileName += suffix;
-    readBarData(host, musFileName, offset, table, firstClefs);
+    readBarData(host, musFileName, offset, table, firstClefs, reader);
     raiseToHighest(host, musFileName, table, par::staff, offset);
   }
   sort_item_table(host, table);
@@ -83,15 +83,15 @@ void countUpward(ItemTable& table) {
 }  // namespace
 
 void readPage(Host& host, const PageEntry& page, const std::string& resultFolder, std::string& musFileName,
-              ItemTable& table, FirstClefTable& firstClefs) {
+              ItemTable& table, FirstClefTable& firstClefs, MusReader& reader) {
   table.restart();
   if (page.isMultifile()) {
-    readMultifilePage(host, page, musFileName, table, firstClefs);
+    readMultifilePage(host, page, musFileName, table, firstClefs, reader);
     return;
   }
   const bool hasFolder = page.pageName.find('\\') != std::string::npos;
   musFileName = hasFolder ? page.pageName : resultFolder + page.pageName;
-  readBarData(host, musFileName, 0, table, firstClefs);
+  readBarData(host, musFileName, 0, table, firstClefs, reader);
   sort_item_table(host, table);
   deleteLeftBarlines(host, musFileName, table);
 }

@@ -6,6 +6,7 @@
 #include "analysis/first_clef_table.h"
 #include "analysis/page_table.h"
 #include "mus/item_table.h"
+#include "mus/reader.h"
 #include "platform/host.h"
 
 namespace kiv {
@@ -14,7 +15,7 @@ namespace kiv {
 /// system, or the one file. musFileName goes through the files and ends on the top one. A page name without a folder
 /// lies in resultFolder, which ends with a backslash.
 void readPage(Host& host, const PageEntry& page, const std::string& resultFolder, std::string& musFileName,
-              ItemTable& table, FirstClefTable& firstClefs);
+              ItemTable& table, FirstClefTable& firstClefs, MusReader& reader);
 
 /// The systems of one page: first to last, numbered on from page to page; last is first - 1 for a page without any.
 struct PageSystems {

@@ -24,13 +24,14 @@ bool isCueMarker(const PageWalker& page) {
 class BarDataReader {
  public:
   BarDataReader(Host& host, const std::string& musFileName, std::int16_t staffOffset, ItemTable& table,
-                FirstClefTable& firstClefs)
+                FirstClefTable& firstClefs, MusReader& reader)
       : host_(host),
         musFileName_(musFileName),
         staffOffset_(staffOffset),
         table_(table),
         firstClefs_(firstClefs),
-        staves_(table) {}
+        staves_(table),
+        reader_(reader) {}
 
   void read();
 
@@ -45,7 +46,7 @@ class BarDataReader {
   ItemTable& table_;
   FirstClefTable& firstClefs_;
   StaffFinder staves_;
-  MusReader reader_;
+  MusReader& reader_;
   Item item_;
 };
 
@@ -85,26 +86,25 @@ void BarDataReader::takeStaff() {
   store();
   const int i = table_.itemCount();
   table_.itemPar(i, par::instrument) = std::fabs(table_.itemPar(i, par::instrument));
-  table_.itemText(i) = "STAFF=" + generalNumber(item_.par[par::staff]) + ",FILE=" + musFileName_;
+  table_.itemText(i) = "STAFF=" + generalNumber(reader_.page().par(par::staff)) + ",FILE=" + musFileName_;
   table_.itemPar(i, par::stavesUp) = 0;
   table_.itemPar(i, par::mark) = 0;
   staves_.add(table_.itemPar(i, par::staff), i);
 }
 
 void BarDataReader::store() {
-  reader_.page().decode(item_);
-  table_.store_item(host_, item_);
+  reader_.page().decode(table_.newItem(host_));
   table_.itemPar(table_.itemCount(), par::staff) += staffOffset_;
 }
 
 }  // namespace
 
 void readBarData(Host& host, const std::string& musFileName, std::int16_t staffOffset, ItemTable& table,
-                 FirstClefTable& firstClefs) {
+                 FirstClefTable& firstClefs, MusReader& reader) {
   if (!FileExists(host, musFileName)) {
     refuseFileName(host, musFileName);
   }
-  BarDataReader(host, musFileName, staffOffset, table, firstClefs).read();
+  BarDataReader(host, musFileName, staffOffset, table, firstClefs, reader).read();
 }
 
 }  // namespace kiv

@@ -5,6 +5,7 @@
 
 #include "analysis/first_clef_table.h"
 #include "mus/item_table.h"
+#include "mus/reader.h"
 #include "platform/host.h"
 
 namespace kiv {
@@ -13,6 +14,6 @@ namespace kiv {
 /// and enters its clefs in the first-clef table. The text of a staff becomes the end of its report record, with the
 /// staff number that it has in the file. A missing or broken file ends the program.
 void readBarData(Host& host, const std::string& musFileName, std::int16_t staffOffset, ItemTable& table,
-                 FirstClefTable& firstClefs);
+                 FirstClefTable& firstClefs, MusReader& reader);
 
 }  // namespace kiv

@@ -46,10 +46,14 @@ std::string listingLine(Host& host, const ItemTable& table, int i) {
 }
 
 std::string staffRecord(const ItemTable& table, int i) {
-  return "SYSTEM=" + generalNumber(table.itemPar(i, par::system)) +
-         ",INSTRID=" + generalNumber(table.itemPar(i, par::instrument)) +
-         ",NEWSTAFF=" + generalNumber(table.itemPar(i, par::staff)) +
-         ",STAVESUP=" + generalNumber(table.itemPar(i, par::stavesUp)) + "," + table.itemText(i);
+  constexpr std::size_t usual = 200;
+  std::string record;
+  record.reserve(usual);
+  record.append("SYSTEM=").append(generalNumber(table.itemPar(i, par::system)));
+  record.append(",INSTRID=").append(generalNumber(table.itemPar(i, par::instrument)));
+  record.append(",NEWSTAFF=").append(generalNumber(table.itemPar(i, par::staff)));
+  record.append(",STAVESUP=").append(generalNumber(table.itemPar(i, par::stavesUp)));
+  return record.append(",").append(table.itemText(i));
 }
 
 }  // namespace

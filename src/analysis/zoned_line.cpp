@@ -4,13 +4,22 @@
 
 namespace kiv {
 
+ZonedLine::ZonedLine(Host& host, std::string_view head) : host_(host), columns_(host.characterCount(head)) {
+  constexpr std::size_t usual = 200;
+  text_.reserve(usual);
+  text_ = head;
+}
+
 ZonedLine& ZonedLine::field(std::string_view text) {
   constexpr std::size_t zone = 14;
   if (hasField_) {
-    text_.append(zone - host_.get().characterCount(text_) % zone, ' ');
+    const std::size_t blanks = zone - columns_ % zone;
+    text_.append(blanks, ' ');
+    columns_ += blanks;
   }
   hasField_ = true;
   text_ += text;
+  columns_ += host_.get().characterCount(text);
   return *this;
 }
 

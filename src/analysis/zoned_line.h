@@ -13,7 +13,7 @@ namespace kiv {
 class ZonedLine {
  public:
   /// The head stands in front of the first field, in its zone.
-  ZonedLine(Host& host, std::string_view head) : host_(host), text_(head) {}
+  ZonedLine(Host& host, std::string_view head);
 
   ZonedLine& field(std::string_view text);
   /// A number with its sign position in front, and a blank behind.
@@ -25,6 +25,7 @@ class ZonedLine {
  private:
   std::reference_wrapper<Host> host_;
   std::string text_;
+  std::size_t columns_;
   bool hasField_ = false;
 };
 

@@ -15,9 +15,8 @@ void keep(const PageWalker& page, DecodedFile& file) {
   }
 }
 
-DecodedFile decodeFile(Host& host, const std::string& musFileName) {
-  const std::string content = readWhole(host, musFileName, readableBytes).value_or("");
-  PageWalker page(content);
+DecodedFile decodeFile(Host& host, const std::string& musFileName, FileRoom& room) {
+  PageWalker page(room.read(host, musFileName, readableBytes).value_or(""));
   DecodedFile file;
   while ((file.end = page.findItem()) == ReadStatus::itemRead) {
     keep(page, file);
@@ -30,7 +29,8 @@ DecodedFile decodeFile(Host& host, const std::string& musFileName) {
 
 const DecodedFile& DecodedFiles::get(Host& host, const std::string& musFileName) {
   const auto kept = files_.find(musFileName);
-  return kept != files_.end() ? kept->second : files_.emplace(musFileName, decodeFile(host, musFileName)).first->second;
+  return kept != files_.end() ? kept->second
+                              : files_.emplace(musFileName, decodeFile(host, musFileName, room_)).first->second;
 }
 
 void DecodedFiles::dropChanged(Host& host, const std::string& musFileName) {

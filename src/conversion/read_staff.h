@@ -8,6 +8,7 @@
 #include "conversion/system_page.h"
 #include "mus/item_table.h"
 #include "mus/page_walker.h"
+#include "platform/file_room.h"
 #include "platform/host.h"
 
 namespace kiv {
@@ -30,6 +31,7 @@ class DecodedFiles {
 
  private:
   std::unordered_map<std::string, DecodedFile> files_;
+  FileRoom room_;
 };
 
 /// Appends the items of a staff of the file, under the new staff number. A file that breaks off or holds what the

@@ -3,6 +3,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,11 @@ class ByteCursor {
   bool ok() const { return ok_; }
   std::size_t position() const { return position_; }
   std::size_t left() const { return bytes_.size() - position_; }
+
+  /// The word so many bytes ahead, which must be there.
+  float floatAhead(std::size_t bytes) const { return floatAt(bytes_, position_ + bytes); }
+  /// Goes on by so many bytes, which must be there.
+  void skip(std::size_t bytes) { position_ += bytes; }
 
   /// The next count bytes, or as many as are left.
   std::string_view take(std::size_t count) {
@@ -45,6 +51,11 @@ class ByteCursor {
 
   /// The little-endian float at a byte offset. Its four bytes must be there.
   static float floatAt(std::string_view bytes, std::size_t offset) {
+    if constexpr (std::endian::native == std::endian::little) {  // not every compiler sees that it is one load
+      float number = 0;
+      std::memcpy(&number, bytes.data() + offset, bytesPerWord);
+      return number;
+    }
     return std::bit_cast<float>(byteAt(bytes, offset) | byteAt(bytes, offset + 1) << 8U |
                                 byteAt(bytes, offset + 2) << 16U | byteAt(bytes, offset + 3) << 24U);
   }

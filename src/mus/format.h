@@ -40,6 +40,11 @@ constexpr float timeSignature = 18;
 constexpr float deleted = 999;  ///< in memory only
 }  // namespace type
 
+/// Whether items of the type carry a text.
+constexpr bool isTextType(float type) {
+  return type == type::shortText || type == type::text || type == type::countedText;
+}
+
 /// Parameter numbers. Several names share a number: what a parameter means depends on the type.
 namespace par {
 constexpr int type = 1;

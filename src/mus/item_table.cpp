@@ -6,12 +6,8 @@
 
 namespace kiv {
 
-void ItemTable::store_item(Host& host, const Item& item) {
-  if (itemCount_ == itemLimit) {
-    host.fatal("MUS file too big for operation. Hit OK to terminate.");
-  }
-  ++itemCount_;
-  row(itemCount_) = item;
+void ItemTable::refuseItem(Host& host) {
+  host.fatal("MUS file too big for operation. Hit OK to terminate.");
 }
 
 void ItemTable::reorder(const std::vector<std::int16_t>& order) {

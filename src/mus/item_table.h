@@ -39,13 +39,21 @@ class ItemTable {
   std::string& itemText(int i) { return row(i).text; }
 
   /// Appends P1 .. P20 and the text. The 5001st item ends the program.
-  void store_item(Host& host, const Item& item);
+  void store_item(Host& host, const Item& item) { newItem(host) = item; }
+  /// The same for an item that is made in its place: the caller overwrites all that the row holds.
+  Item& newItem(Host& host) {
+    if (itemCount_ == itemLimit) {
+      refuseItem(host);
+    }
+    return row(++itemCount_);
+  }
 
   /// Puts the rows 1 .. itemCount() in the order given: P1 .. P20 and the text of row i become what row order[i - 1]
   /// held.
   void reorder(const std::vector<std::int16_t>& order);
 
  private:
+  [[noreturn]] static void refuseItem(Host& host);
   const Item& row(int i) const { return rows_[static_cast<std::size_t>(i)]; }
   Item& row(int i) { return rows_[static_cast<std::size_t>(i)]; }
 

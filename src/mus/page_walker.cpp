@@ -38,15 +38,16 @@ void PageWalker::read_trailer() {
   unitText_ = read_word() == 0 ? "(Inches)" : "(Metric)";
 }
 
-ReadStatus PageWalker::findItem() {
-  if (wordsRead_ > fileWords_) {
+ReadStatus PageWalker::findOtherItem() {
+  const std::int32_t wordsLeft = fileWords_ - wordsRead_;
+  if (wordsLeft < 0) {
     return ReadStatus::structuralError;
   }
-  if (wordsRead_ == fileWords_ - trailerWords) {
+  if (wordsLeft == trailerWords) {
     read_trailer();
     return ReadStatus::endOfItems;
   }
-  if (wordsRead_ == fileWords_ - shortTrailerWords) {
+  if (wordsLeft == shortTrailerWords) {
     return ReadStatus::endOfItems;
   }
   ++itemsInFile_;
@@ -58,7 +59,7 @@ ReadStatus PageWalker::findItem() {
   if (!(type_ >= type::lowest && type_ <= type::highest)) {
     return ReadStatus::structuralError;
   }
-  hasText_ = type_ == type::text || type_ == type::shortText || type_ == type::countedText;
+  hasText_ = isTextType(type_);
   return hasText_ ? findTextItem() : findPlainItem();
 }
 
@@ -116,8 +117,14 @@ std::string_view PageWalker::chunks() const {
 }
 
 void PageWalker::decode(Item& item) const {
-  for (int p = 1; p <= parameterCount; ++p) {
-    item.par[static_cast<std::size_t>(p)] = par(p);
+  const auto kept = static_cast<std::size_t>(keptParameters_);
+  for (std::size_t p = 1; p <= kept; ++p) {
+    item.par[p] = ByteCursor::floatAt(file_, parameters_ + bytesPerWord * (p - 1));
+  }
+  std::fill(item.par.begin() + static_cast<std::ptrdiff_t>(kept) + 1, item.par.end(), 0.0F);
+  if (!hasText_) {
+    item.text.clear();
+    return;
   }
   std::string_view text = chunks();
   if (type_ == type::shortText) {

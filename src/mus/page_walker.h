@@ -27,7 +27,7 @@ class PageWalker {
   explicit PageWalker(std::string_view file);
 
   /// Finds the next item, or the end.
-  ReadStatus findItem();
+  ReadStatus findItem() { return findCommonItem() ? ReadStatus::itemRead : findOtherItem(); }
 
   std::int16_t fileWords() const { return fileWords_; }
   /// Words consumed since the header. The single bytes of the trailer number do not count.
@@ -64,6 +64,8 @@ class PageWalker {
   void read_word_text();
   std::uint32_t read_byte();
   void read_trailer();
+  bool findCommonItem();
+  ReadStatus findOtherItem();
   bool findLength();
   ReadStatus findPlainItem();
   ReadStatus findTextItem();
@@ -87,5 +89,34 @@ class PageWalker {
   std::string trailerNumberText_;
   std::string unitText_;
 };
+
+/// Finds an item without text that is all there and in order, as nearly all are, and touches no more of it than two
+/// words. Returns false, with nothing done, for any other.
+inline bool PageWalker::findCommonItem() {
+  if (fileWords_ - wordsRead_ <= trailerWords || cursor_.left() < 2 * bytesPerWord) {
+    return false;
+  }
+  const float length = cursor_.floatAhead(0);
+  const float type = cursor_.floatAhead(bytesPerWord);
+  if (!(type >= type::lowest && type <= type::highest) || !(length >= 2 && length <= parameterCount)) {
+    return false;
+  }
+  const auto whole = static_cast<std::int32_t>(length);
+  const std::size_t bytes = bytesPerWord * static_cast<std::size_t>(whole + 1);
+  if ((type >= type::shortText && isTextType(type)) || static_cast<float>(whole) != length || cursor_.left() < bytes) {
+    return false;
+  }
+  ++itemsInFile_;
+  itemOffset_ = cursor_.position();
+  lengthWord_ = length;
+  itemLength_ = static_cast<std::int16_t>(whole);
+  type_ = type;
+  hasText_ = false;
+  keptParameters_ = whole;
+  parameters_ = itemOffset_ + bytesPerWord;
+  wordsRead_ += whole + 1;
+  cursor_.skip(bytes);
+  return true;
+}
 
 }  // namespace kiv

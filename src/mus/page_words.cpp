@@ -53,10 +53,6 @@ const ItemWord* itemWordNamed(std::string_view word) {
   return found == words.end() ? nullptr : &*found;
 }
 
-bool isTextType(float type) {
-  return type == type::shortText || type == type::text || type == type::countedText;
-}
-
 std::size_t shortestTextOf(float type) {
   if (type == type::shortText) {
     return shortestShortText;

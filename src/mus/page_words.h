@@ -26,8 +26,6 @@ const std::vector<ItemWord>& itemWords();
 const ItemWord* itemWordOf(float type);
 const ItemWord* itemWordNamed(std::string_view word);
 
-bool isTextType(float type);
-
 /// How many characters a text item of the type is given at least.
 std::size_t shortestTextOf(float type);
 

@@ -4,16 +4,7 @@ namespace kiv {
 
 void MusReader::openMUSfile(Host& host, const std::string& musFileName) {
   musFileName_ = musFileName;
-  content_ = readWhole(host, musFileName, readableBytes).value_or("");
-  page_ = PageWalker(content_);
-}
-
-ReadStatus MusReader::readItem(Host& host) {
-  const ReadStatus status = page_.findItem();
-  if (status == ReadStatus::tooManyParameters) {
-    host.runTimeError(RunTimeError::subscriptOutOfRange, place());
-  }
-  return status;
+  page_ = PageWalker(room_.read(host, musFileName, readableBytes).value_or(""));
 }
 
 std::string MusReader::place() const {
@@ -30,7 +21,6 @@ void readFile(Host& host, const std::string& musFileName, ItemTable& table) {
   table.restart();
   MusReader reader;
   reader.openMUSfile(host, musFileName);
-  Item item;
   while (true) {
     const ReadStatus readStatus = reader.readItem(host);
     if (readStatus == ReadStatus::structuralError) {
@@ -39,8 +29,7 @@ void readFile(Host& host, const std::string& musFileName, ItemTable& table) {
     if (readStatus == ReadStatus::endOfItems) {
       return;
     }
-    reader.page().decode(item);
-    table.store_item(host, item);
+    reader.page().decode(table.newItem(host));
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include "mus/item_table.h"
 #include "mus/page_walker.h"
+#include "platform/file_room.h"
 #include "platform/host.h"
 
 namespace kiv {
@@ -17,7 +18,13 @@ class MusReader {
 
   /// Finds the next item or the end. An item with more than 20 parameters ends the program, so that the status is
   /// never ReadStatus::tooManyParameters.
-  ReadStatus readItem(Host& host);
+  ReadStatus readItem(Host& host) {
+    const ReadStatus status = page_.findItem();
+    if (status == ReadStatus::tooManyParameters) {
+      host.runTimeError(RunTimeError::subscriptOutOfRange, place());
+    }
+    return status;
+  }
 
   /// The item that readItem found, and how far the walk has come.
   const PageWalker& page() const { return page_; }
@@ -27,7 +34,7 @@ class MusReader {
 
  private:
   std::string musFileName_;
-  std::string content_;
+  FileRoom room_;
   PageWalker page_;
 };
 

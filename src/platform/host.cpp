@@ -1,6 +1,6 @@
 #include "platform/host.h"
 
-#include <algorithm>
+#include "platform/file_room.h"
 
 namespace kiv {
 namespace {
@@ -35,25 +35,9 @@ void Host::runTimeError(std::string_view platformText, std::string_view workedOn
 }
 
 std::optional<std::string> readWhole(Host& host, const std::string& name, std::size_t limit) {
-  const auto file = host.openInput(name);
-  if (!file) {
-    return std::nullopt;
-  }
-  constexpr std::size_t step = std::size_t{64} * 1024;
-  std::string content;
-  while (content.size() < limit) {
-    const std::size_t have = content.size();
-    content.resize(have + std::min(step, limit - have));
-    const auto got = file->read(std::span(content).subspan(have));
-    if (!got) {
-      return std::nullopt;
-    }
-    content.resize(have + *got);
-    if (*got == 0) {
-      break;
-    }
-  }
-  return content;
+  FileRoom room;
+  const auto content = room.read(host, name, limit);
+  return content ? std::optional<std::string>(*content) : std::nullopt;
 }
 
 }  // namespace kiv

@@ -1,19 +1,12 @@
 #include "platform/line_reader.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace kiv {
 namespace {
 
 constexpr std::size_t bufferSize = std::size_t{64} * 1024;
-
-/// The position of the next line end; the text's length when there is none.
-std::size_t findEnd(std::string_view text, std::size_t from) {
-  while (from < text.size() && text[from] != '\n' && text[from] != '\r') {
-    ++from;
-  }
-  return from;
-}
 
 }  // namespace
 
@@ -30,7 +23,20 @@ bool LineReader::fill() {
   if (buffer_.empty()) {
     file_.reset();
   }
+  lineFeed_ = std::min(buffer_.find('\n'), buffer_.size());
+  carriageReturn_ = std::min(buffer_.find('\r'), buffer_.size());
   return !buffer_.empty();
+}
+
+std::size_t LineReader::findEnd() {
+  const std::string_view text = buffer_;
+  if (lineFeed_ < position_) {
+    lineFeed_ = std::min(text.find('\n', position_), text.size());
+  }
+  if (carriageReturn_ < position_) {
+    carriageReturn_ = std::min(text.find('\r', position_), text.size());
+  }
+  return std::min(lineFeed_, carriageReturn_);
 }
 
 std::optional<std::string_view> LineReader::next() {
@@ -38,7 +44,7 @@ std::optional<std::string_view> LineReader::next() {
     return std::nullopt;
   }
   line_.clear();
-  std::size_t end = findEnd(buffer_, position_);
+  std::size_t end = findEnd();
   bool pieced = false;
   while (end == buffer_.size()) {
     line_.append(buffer_, position_);
@@ -46,7 +52,7 @@ std::optional<std::string_view> LineReader::next() {
     if (!fill()) {
       return line_;
     }
-    end = findEnd(buffer_, position_);
+    end = findEnd();
   }
   std::string_view line = std::string_view(buffer_).substr(position_, end - position_);
   if (pieced || end + 1 == buffer_.size()) {

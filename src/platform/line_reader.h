@@ -24,12 +24,16 @@ class LineReader {
 
  private:
   bool fill();
+  std::size_t findEnd();
 
   std::unique_ptr<InputFile> file_;  // null after its end
   bool failed_ = false;
   std::string buffer_;        // the bytes read last
   std::size_t position_ = 0;  // of the first byte of buffer_ that no line has taken
-  std::string line_;          // a line that lies across two buffers
+  // The next signs of either kind in buffer_, or its end; looked for again only once they lie behind.
+  std::size_t lineFeed_ = 0;
+  std::size_t carriageReturn_ = 0;
+  std::string line_;  // a line that lies across two buffers
 };
 
 }  // namespace kiv

@@ -50,7 +50,8 @@ void countMultifilePages(PageTable& pages) {
 
 void analysePage(KivSystem& program, const PageEntry& page, std::int16_t& systemBase, Report& report) {
   Host& host = program.host;
-  readPage(host, page, program.panel.txtFirstResultFileTag, program.musFileName, program.items, program.firstClefs);
+  readPage(host, page, program.panel.txtFirstResultFileTag, program.musFileName, program.items, program.firstClefs,
+           program.reader);
   const PageSystems systems = numberSystems(host, program.musFileName, program.items, systemBase);
   const PageProblems problems = checkPage(host, program.musFileName, program.items, systems);
   showProblems(host, problems, page.isMultifile(), program.settings.allowZeroInstrId, program.musFileName);

@@ -10,6 +10,7 @@
 #include "conversion/order_table.h"
 #include "input/names_table.h"
 #include "mus/item_table.h"
+#include "mus/reader.h"
 #include "platform/host.h"
 #include "shell/panel.h"
 
@@ -43,6 +44,7 @@ struct KivSystem {
   NamesTable names;
   std::string musFileName;  ///< the page file being read or written, or the last one
   ItemTable items;
+  MusReader reader;
   FirstClefTable firstClefs;
   PageTable pages;
   SystemTable systems;

@@ -12,7 +12,7 @@ class PageSystemsTest : public ::testing::Test {
  protected:
   void addPage(const std::string& file, std::string_view text) { host.addFile("C:\\M\\" + file, page(text)); }
   void read(const PageEntry& entry) {
-    end = endOf([&] { readPage(host, entry, "C:\\M\\", musFileName, table, firstClefs); });
+    end = endOf([&] { readPage(host, entry, "C:\\M\\", musFileName, table, firstClefs, reader); });
   }
   void number() {
     end = endOf([&] { systems = numberSystems(host, musFileName, table, systemBase); });
@@ -33,6 +33,7 @@ class PageSystemsTest : public ::testing::Test {
   FakeHost host;
   ItemTable table;
   FirstClefTable firstClefs;
+  MusReader reader;
   std::string musFileName;
   std::int16_t systemBase = 0;
   PageSystems systems;

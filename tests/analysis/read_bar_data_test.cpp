@@ -14,7 +14,7 @@ class ReadBarData : public ::testing::Test {
   void read(std::string_view text, std::int16_t offset = 0) { readBytes(page(text), offset); }
   void readBytes(std::string bytes, std::int16_t offset = 0) {
     host.addFile(name, std::move(bytes));
-    end = endOf([&] { readBarData(host, name, offset, table, firstClefs); });
+    end = endOf([&] { readBarData(host, name, offset, table, firstClefs, reader); });
   }
   std::string items() const { return asText(table); }
 
@@ -22,11 +22,12 @@ class ReadBarData : public ::testing::Test {
   FakeHost host;
   ItemTable table;
   FirstClefTable firstClefs;
+  MusReader reader;
   std::optional<int> end;
 };
 
 TEST_F(ReadBarData, MissingFileIsANamingProblem) {
-  end = endOf([&] { readBarData(host, name, 0, table, firstClefs); });
+  end = endOf([&] { readBarData(host, name, 0, table, firstClefs, reader); });
   EXPECT_EQ(end, 1);
   EXPECT_EQ(host.messages,
             std::vector{critical("File naming problem: C:\\M\\A1.MUS\r\nCurrent folder = C:\\KIV\r\n"

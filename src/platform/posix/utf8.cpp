@@ -45,6 +45,9 @@ bool isCharacterOf(std::uint32_t code, std::size_t bytes) {
 Character characterAt(std::string_view text, std::size_t at) {
   constexpr unsigned payloadBits = 6;
   const auto lead = static_cast<unsigned char>(text[at]);
+  if (lead < 0x80U) {
+    return {lead, 1, true};
+  }
   const std::size_t bytes = announcedBytes(lead);
   if (bytes == 0 || bytes > text.size() - at) {
     return {lead};

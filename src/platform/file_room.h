@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/host.h"
+
+namespace kiv {
+
+/// Room for the content of one file after the other; it grows to the largest and is used again.
+class FileRoom {
+ public:
+  /// The whole content of a file, at most limit bytes of it, valid until the next call; nullopt when the file cannot be
+  /// opened or read.
+  std::optional<std::string_view> read(Host& host, const std::string& name, std::size_t limit = SIZE_MAX);
+
+ private:
+  std::string room_;
+};
+
+}  // namespace kiv
