@@ -14,6 +14,7 @@
 
 #include "analysis/read_bar_data.h"
 #include "conversion/set_staff_attributes.h"
+#include "mus/reader.h"
 #include "tests/mus/dice.h"
 #include "tests/support/fake_host.h"
 #include "tests/support/pages.h"
@@ -314,7 +315,8 @@ class FirstClefLookup : public ::testing::Test {
   void analyze(std::string_view pageText) {
     host.addFile("C:\\M\\A1.MUS", page(pageText));
     items.restart();
-    readBarData(host, "C:\\M\\A1.MUS", 0, items, firstClefs);
+    MusReader reader;
+    readBarData(host, "C:\\M\\A1.MUS", 0, items, firstClefs, reader);
   }
 
   FakeHost host;
