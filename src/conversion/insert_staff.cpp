@@ -30,7 +30,7 @@ std::int16_t widestSpan(const SystemPage& page) {
     if (span == 0) {
       span = 1;
     }
-    if (span > widest) {
+    if (span > static_cast<float>(widest)) {
       widest = page.whole(i, par::spannedStaves);
     }
   }
