@@ -65,6 +65,9 @@ void BarDataReader::read() {
 void BarDataReader::takeItem() {
   const PageWalker& page = reader_.page();
   const float type = page.type();
+  if (type == type::note) {  // as nearly all items are
+    return;
+  }
   if (type == type::clef) {
     page.decode(item_);
     updateFirstClefTable(host_, item_, table_, staves_, reader_.place(), firstClefs_);
