@@ -50,6 +50,7 @@ class Target final : public IDropTarget {
   explicit Target(std::function<void(DroppedFiles)> dropped) : dropped_(std::move(dropped)) {}
   Target(const Target&) = delete;
   Target& operator=(const Target&) = delete;
+  virtual ~Target() = default;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID wanted, void** object) override {
     if (IsEqualIID(wanted, IID_IUnknown) || IsEqualIID(wanted, IID_IDropTarget)) {
@@ -85,18 +86,16 @@ class Target final : public IDropTarget {
   }
 
  private:
-  ~Target() = default;
-
   std::function<void(DroppedFiles)> dropped_;
   ULONG users_ = 1;
 };
 
 }  // namespace
 
-DropTarget::DropTarget(HWND control, std::function<void(DroppedFiles)> dropped) : control_(control) {
-  auto* target = new Target(std::move(dropped));
-  RegisterDragDrop(control_, target);
-  target->Release();  // the registration is its only user
+DropTarget::DropTarget(HWND control, std::function<void(DroppedFiles)> dropped)
+    : control_(control),
+      target_(std::make_unique<Target>(std::move(dropped)).release(), [](IDropTarget* target) { target->Release(); }) {
+  RegisterDragDrop(control_, target_.get());
 }
 
 DropTarget::~DropTarget() {

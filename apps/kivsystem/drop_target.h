@@ -1,11 +1,14 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/win32/windows_api.h"
+
+struct IDropTarget;
 
 namespace kiv {
 
@@ -23,6 +26,7 @@ class DropTarget {
 
  private:
   HWND control_;
+  std::unique_ptr<IDropTarget, void (*)(IDropTarget*)> target_;
 };
 
 }  // namespace kiv
