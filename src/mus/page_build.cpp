@@ -233,13 +233,10 @@ std::variant<std::string, PageTextError> buildPage(std::string_view text) {
   int number = 0;
   while (!text.empty() && !complaint.made()) {
     ++number;
-    const std::size_t end = std::min(text.find('\n'), text.size());
-    std::string_view line = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
-    if (line.ends_with('\r')) {
-      line.remove_suffix(1);
-    }
-    builder.addLine(line, complaint);
+    const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
+    builder.addLine(text.substr(0, end), complaint);
+    text.remove_prefix(end);
+    text.remove_prefix(text.starts_with("\r\n") ? 2 : std::min<std::size_t>(1, text.size()));
   }
   if (complaint.made()) {
     return PageTextError{number, complaint.reason()};
