@@ -52,6 +52,7 @@ int convertNames(ConsoleHost& host, const std::string& namesFile, const std::str
   program.panel.chkShowInstrNumber.checked = !options.noInstrNumber;
   bool normalEnd = press(cmdRun_Click, program) && program.names.nameCount > 0;
   const RunOutcome analysis = outcomeOf(program, host, normalEnd);
+  normalEnd = analysis.normalEnd;
   if (normalEnd && (program.panel.cmdConvert.enabled || options.force)) {
     normalEnd = convert(program, options, firstResultFile);
   }

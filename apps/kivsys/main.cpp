@@ -1,5 +1,6 @@
 #include <exception>
 #include <iostream>
+#include <new>
 #include <string>
 
 #include <CLI/CLI.hpp>
@@ -165,6 +166,9 @@ int run(int argc, char** argv) {
 int main(int argc, char** argv) {
   try {
     return kiv::run(argc, argv);
+  } catch (const std::bad_alloc&) {
+    std::cerr << "kivsys: out of memory\n";
+    return kiv::exit_status::critical;
   } catch (const std::exception& failure) {
     std::cerr << "kivsys: " << failure.what() << '\n';
     return kiv::exit_status::critical;

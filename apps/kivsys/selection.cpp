@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <new>
 #include <optional>
 
 #include "apps/kivsys/exit_status.h"
@@ -27,8 +28,12 @@ class TemporaryNamesFile {
   TemporaryNamesFile(const TemporaryNamesFile&) = delete;
   TemporaryNamesFile& operator=(const TemporaryNamesFile&) = delete;
   ~TemporaryNamesFile() {
-    if (!name_.empty()) {
-      host_.deleteFile(name_);
+    try {
+      if (!name_.empty()) {
+        host_.deleteFile(name_);
+      }
+    } catch (const std::bad_alloc&) {
+      // Without the memory for a name, the file stays among the temporary ones.
     }
   }
 

@@ -1,11 +1,13 @@
 #include "apps/kivsystem/panel_window.h"
 
+#include <new>
 #include <utility>
 
 #include <commctrl.h>
 #include <ole2.h>
 
 #include "apps/kivsystem/dpi.h"
+#include "apps/kivsystem/out_of_memory.h"
 #include "shell/frm_kivsystem.h"
 #include "shell/select_files.h"
 
@@ -113,8 +115,14 @@ LRESULT CALLBACK PanelWindow::procedure(HWND window, UINT message, WPARAM wParam
   }
   auto* panel = reinterpret_cast<PanelWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
   LRESULT result = 0;
-  if (panel != nullptr && panel->shown_ && panel->handle(message, wParam, lParam, result)) {
-    return result;
+  try {
+    if (panel != nullptr && panel->shown_ && panel->handle(message, wParam, lParam, result)) {
+      return result;
+    }
+  } catch (const std::bad_alloc&) {
+    // No exception may leave a procedure that the system calls.
+    ShowWindow(window, SW_HIDE);
+    PostQuitMessage(tellOutOfMemory());
   }
   return DefDlgProcA(window, message, wParam, lParam);
 }
@@ -194,7 +202,7 @@ void PanelWindow::perform(const std::function<void()>& handler) {
     handler();
     refresh();
   } catch (const ProgramEnd& end) {
-    // No exception may leave a procedure that the system calls.
+    // Nor may this one leave the procedure that the system calls.
     ShowWindow(window_, SW_HIDE);
     PostQuitMessage(end.exitCode);
     return;

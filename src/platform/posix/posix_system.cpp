@@ -1,10 +1,13 @@
 #include "platform/posix/posix_system.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <new>
+#include <system_error>
 #include <utility>
 
 #include <dirent.h>
@@ -30,10 +33,18 @@ bool exists(const std::string& path) {
   return ::lstat(path.c_str(), &status) == 0;
 }
 
+/// Want of memory is no property of a file, and must not pass for one.
+void checkMemory(const std::error_code& failure) {
+  if (failure == std::errc::not_enough_memory) {
+    throw std::bad_alloc();
+  }
+}
+
 /// The file that a link leads to, so that replacing it leaves the link; the path itself when it leads nowhere.
 std::string behindLinks(const std::string& path) {
   std::error_code failure;
   const auto target = std::filesystem::canonical(path, failure);
+  checkMemory(failure);
   return failure ? path : target.string();
 }
 
@@ -52,6 +63,7 @@ template <typename Take>
 void forEachEntry(const std::string& folder, Take take) {
   const std::unique_ptr<DIR, FolderCloser> open(::opendir(folder.c_str()));
   if (!open) {
+    checkMemory({errno, std::generic_category()});
     return;
   }
   // The folder handle is this function's own, so no other thread reads from it.
@@ -214,7 +226,9 @@ std::vector<FolderEntry> PosixSystem::listFolder(const std::string& folder) {
 
 std::string PosixSystem::currentFolder() {
   std::error_code failure;
-  return coreName(std::filesystem::current_path(failure).string());
+  const auto path = std::filesystem::current_path(failure);
+  checkMemory(failure);
+  return coreName(path.string());
 }
 
 std::optional<std::string> PosixSystem::shortName(const std::string& /*path*/) {
@@ -257,7 +271,9 @@ bool PosixSystem::enterFolder(const std::string& typed) {
 
 std::string PosixSystem::fullName(const std::string& typed) {
   std::error_code failure;
-  return coreName(std::filesystem::absolute(typed, failure).lexically_normal().string());
+  const auto path = std::filesystem::absolute(typed, failure);
+  checkMemory(failure);
+  return coreName(path.lexically_normal().string());
 }
 
 std::string PosixSystem::coreName(const std::string& typed) {

@@ -1,0 +1,13 @@
+#include "apps/kivsystem/out_of_memory.h"
+
+#include "platform/win32/windows_api.h"
+
+namespace kiv {
+
+int tellOutOfMemory() {
+  // Of all boxes, the system-modal one with this sign is the one that the system keeps memory for.
+  MessageBoxA(nullptr, "Run-time error: Out of memory", "KivSystem", MB_OK | MB_ICONHAND | MB_SYSTEMMODAL);
+  return 1;
+}
+
+}  // namespace kiv
