@@ -135,7 +135,8 @@ std::optional<std::string> FakeHost::replaceFile(const std::string& name, std::s
   if (unwritable.contains(name)) {
     return "Access is denied";
   }
-  files_[key(name)] = bytes;
+  std::string content(bytes);  // when there is no room for it, the old file stays
+  files_[key(name)] = std::move(content);
   return std::nullopt;
 }
 

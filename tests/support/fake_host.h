@@ -59,6 +59,8 @@ class FakeHost : public Host {
   bool hasFile(const std::string& name) const;
   /// The file's content; "(no file)" when there is none.
   std::string file(const std::string& name) const;
+  /// Everything on the disk, by full name in capitals.
+  const std::map<std::string, std::string>& files() const { return files_; }
   /// How often a file was opened for reading.
   int timesRead(const std::string& name) const;
 

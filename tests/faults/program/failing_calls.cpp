@@ -1,0 +1,217 @@
+// Loaded before the C library, this stands between a program and the functions that reach the disk or give memory. They
+// pass on what they are asked for, unless the environment says that a call goes wrong:
+//
+//   KIV_FAULT_CALL    the call, counted from 1
+//   KIV_FAULT_ONWARD  those behind it go wrong, too
+//   KIV_FAULT_ERROR   the error that it fails with; when there is none, it ends the process:
+//   KIV_FAULT_AFTER   once the call was made, and not before
+//   KIV_FAULT_AMONG   which calls are counted: those about "files", about "folders", or for "memory"
+//   KIV_FAULT_LOG     a file that the calls are told to, a line each
+
+#include <cerrno>
+#include <csignal>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include <dirent.h>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+enum class Among { files, folders, memory };
+
+Among amongIn(const char* name) {
+  const char* const text = std::getenv(name);
+  if (text == nullptr || std::strcmp(text, "files") == 0) {
+    return Among::files;
+  }
+  return std::strcmp(text, "memory") == 0 ? Among::memory : Among::folders;
+}
+
+long numberIn(const char* name) {
+  const char* const text = std::getenv(name);
+  return text != nullptr ? std::strtol(text, nullptr, 10) : 0;
+}
+
+/// Asked for when the program is loaded.
+struct Order {
+  bool counting = false;
+  long call = 0;
+  bool onward = false;
+  int error = 0;
+  bool after = false;
+  Among among = Among::files;
+  int log = -1;
+};
+
+Order order;
+long calls = 0;
+constexpr int mostFiles = 64;
+char names[mostFiles][PATH_MAX];  // of the open files
+
+template <typename Function>
+Function* next(const char* name) {
+  return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
+}
+
+__attribute__((constructor)) void start() {
+  order = {false,
+           numberIn("KIV_FAULT_CALL"),
+           numberIn("KIV_FAULT_ONWARD") != 0,
+           static_cast<int>(numberIn("KIV_FAULT_ERROR")),
+           numberIn("KIV_FAULT_AFTER") != 0,
+           amongIn("KIV_FAULT_AMONG"),
+           -1};
+  if (const char* const log = std::getenv("KIV_FAULT_LOG")) {
+    order.log = next<int(const char*, int, ...)>("open")(log, O_WRONLY | O_CREAT | O_TRUNC, 0666);
+  }
+}
+
+[[noreturn]] void die() {
+  ::kill(::getpid(), SIGKILL);
+  ::_exit(1);
+}
+
+void tell(const char* name, const char* file) {
+  char line[PATH_MAX + 32];
+  const int length = std::snprintf(line, sizeof line, "%s %s\n", name, file);
+  static_cast<void>(
+      next<ssize_t(int, const void*, std::size_t)>("write")(order.log, line, static_cast<std::size_t>(length)));
+}
+
+/// The log of calls for memory is only their number, as telling each would take more of it.
+__attribute__((destructor)) void tellNumber() {
+  if (order.among == Among::memory && order.log >= 0) {
+    char number[32];
+    static_cast<void>(std::snprintf(number, sizeof number, "%ld", calls));
+    tell("memory", number);
+  }
+}
+
+/// One counted call. When it is not to fail, make() makes it.
+template <typename Result, typename Make>
+Result counted(const char* name, const char* file, Result failure, Make make, Among kind = Among::files) {
+  if (!order.counting || order.among != kind) {
+    return make();
+  }
+  if (order.log >= 0) {
+    tell(name, file);
+  }
+  ++calls;
+  const bool hit = calls == order.call || (order.onward && order.call != 0 && calls > order.call);
+  if (hit && order.error != 0) {
+    errno = order.error;
+    return failure;
+  }
+  if (hit && !order.after) {
+    die();
+  }
+  const Result result = make();
+  if (hit) {
+    die();
+  }
+  return result;
+}
+
+const char* nameOf(int file) {
+  return file >= 0 && file < mostFiles ? names[file] : "";
+}
+
+int named(int file, const char* path) {
+  if (file >= 0 && file < mostFiles) {
+    std::strncpy(names[file], path, PATH_MAX - 1);
+  }
+  return file;
+}
+
+int (*mainOfProgram)(int, char**, char**) = nullptr;
+
+int mainThatCounts(int argc, char** argv, char** environment) {
+  order.counting = true;
+  return mainOfProgram(argc, argv, environment);
+}
+
+}  // namespace
+
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-inconsistent-declaration-parameter-name)
+extern "C" {
+
+/// Calls main; what the program does before has nobody to tell of a failure yet, and is not counted.
+int __libc_start_main(int (*main)(int, char**, char**), int argc, char** argv, void (*init)(), void (*finish)(),
+                      void (*finishLoader)(), void* stackEnd) {
+  mainOfProgram = main;
+  return next<decltype(__libc_start_main)>("__libc_start_main")(mainThatCounts, argc, argv, init, finish, finishLoader,
+                                                                stackEnd);
+}
+
+void* __libc_malloc(std::size_t size);
+
+void* malloc(std::size_t size) {
+  if (order.counting && order.among == Among::memory) {
+    ++calls;
+    if (calls == order.call || (order.onward && order.call != 0 && calls > order.call)) {
+      errno = ENOMEM;
+      return nullptr;
+    }
+  }
+  return __libc_malloc(size);
+}
+
+int open(const char* path, int flags, ...) {
+  va_list rest;
+  va_start(rest, flags);
+  const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
+  va_end(rest);
+  return counted((flags & O_CREAT) != 0 ? "create" : "open", path, -1,
+                 [&] { return named(next<int(const char*, int, ...)>("open")(path, flags, mode), path); });
+}
+
+int mkstemp(char* path) {
+  return counted("mkstemp", path, -1, [&] { return named(next<int(char*)>("mkstemp")(path), path); });
+}
+
+ssize_t read(int file, void* room, std::size_t count) {
+  return counted("read", nameOf(file), ssize_t{-1},
+                 [&] { return next<ssize_t(int, void*, std::size_t)>("read")(file, room, count); });
+}
+
+ssize_t write(int file, const void* bytes, std::size_t count) {
+  return counted("write", nameOf(file), ssize_t{-1},
+                 [&] { return next<ssize_t(int, const void*, std::size_t)>("write")(file, bytes, count); });
+}
+
+int fchmod(int file, mode_t mode) noexcept {
+  return counted("fchmod", nameOf(file), -1, [&] { return next<int(int, mode_t)>("fchmod")(file, mode); });
+}
+
+int fsync(int file) {
+  return counted("fsync", nameOf(file), -1, [&] { return next<int(int)>("fsync")(file); });
+}
+
+int rename(const char* from, const char* to) noexcept {
+  return counted("rename", to, -1, [&] { return next<int(const char*, const char*)>("rename")(from, to); });
+}
+
+int unlink(const char* path) noexcept {
+  return counted("unlink", path, -1, [&] { return next<int(const char*)>("unlink")(path); });
+}
+
+DIR* opendir(const char* path) {
+  return counted(
+      "opendir", path, static_cast<DIR*>(nullptr), [&] { return next<DIR*(const char*)>("opendir")(path); },
+      Among::folders);
+}
+
+char* getcwd(char* room, std::size_t size) noexcept {
+  return counted(
+      "getcwd", "", static_cast<char*>(nullptr), [&] { return next<char*(char*, std::size_t)>("getcwd")(room, size); },
+      Among::folders);
+}
+
+}  // extern "C"
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-inconsistent-declaration-parameter-name)

@@ -1,0 +1,208 @@
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+
+#include <gtest/gtest.h>
+#include <sys/mount.h>
+
+#include "tests/faults/program/pages.h"
+#include "tests/faults/program/place.h"
+
+namespace kiv::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string notWritten = "critical: Open of output MUS file failed. Hit OK to terminate.\n";
+constexpr std::size_t longestName = 255;  // of a file, on the disks that these tests meet
+
+std::vector<std::string> conversion(const std::string& page, const std::string& result) {
+  return {"convert", "--force", "--folder", "run", "--result", result, page};
+}
+
+class OddPlaces : public testing::Test {
+ protected:
+  OddPlaces() : soloPage(place.page(solo)) {}
+
+  void addPage(const std::string& name) const {
+    fs::create_directories((place.path() / name).parent_path());
+    place.write(name, soloPage);
+  }
+  Ended convert(const std::string& page, const std::string& result) const {
+    return place.kivsys(conversion(page, result));
+  }
+  void expectUntouched(const std::string& name) const { EXPECT_EQ(place.files().at(name), soloPage); }
+  static void expectNormalEnd(const Ended& ended) { EXPECT_EQ(ended.status, 0) << ended.error; }
+  static void expectEnd(const Ended& ended, const std::string& text) {
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_TRUE(ended.error.ends_with(text)) << ended.error;
+  }
+
+  Place place{{}};
+  std::string soloPage;
+};
+
+// --- names ---
+
+TEST_F(OddPlaces, FoldersWithBlanksAndAccents) {
+  const std::string folder = "m/la mer  pièce n° 1 (ß Ελλάδα)";
+  addPage(folder + "/X001.MUS");
+  fs::create_directory(place.path() / "out/é à");
+  expectNormalEnd(convert(folder + "/X001.MUS", "out/é à/WORK0001.MUS"));
+  EXPECT_TRUE(place.files().contains("out/é à/WORK0001.MUS"));
+  expectUntouched(folder + "/X001.MUS");
+}
+
+TEST_F(OddPlaces, PageNamesWithSignsThatTheConventionDoesNotKnow) {
+  for (const std::string name : {"PAGE 1.MUS", "SUITE,1.MUS", "PIÈCE1.MUS", "'$(id)'1.MUS", "%PATH%1.MUS"}) {
+    addPage("m/" + name);
+    const Ended ended = convert("m/" + name, "out/WORK0001.MUS");
+    EXPECT_EQ(ended.status, 1) << name;
+    EXPECT_NE(ended.error.find("critical: File naming problem: "), std::string::npos) << ended.error;
+    expectUntouched("m/" + name);
+  }
+}
+
+TEST_F(OddPlaces, ACommaInAFolderEndsTheNameInTheReport) {
+  addPage("m/a,b/X001.MUS");
+  expectNormalEnd(place.kivsys({"analyze", "--folder", "run", "m/a,b/X001.MUS"}));
+  const Ended ended = convert("m/a,b/X001.MUS", "out/WORK0001.MUS");
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_NE(ended.error.find("\\M\\A\n  Try to recover"), std::string::npos) << ended.error;
+  EXPECT_FALSE(place.files().contains("out/WORK0001.MUS"));
+}
+
+TEST_F(OddPlaces, PagesWithTheLongestNames) {
+  for (const std::size_t length : {std::size_t{250}, longestName}) {
+    const std::string name = std::string(length - 7, 'P') + "001.MUS";
+    addPage("m/" + name);
+    expectNormalEnd(convert("m/" + name, "out/WORK0001.MUS"));
+    EXPECT_TRUE(place.files().contains("out/WORK0001.MUS"));
+  }
+  const Ended ended = convert("m/" + std::string(longestName - 6, 'P') + "001.MUS", "out/WORK0001.MUS");
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_NE(ended.error.find("refers to non-existing or unaccessable file"), std::string::npos) << ended.error;
+}
+
+TEST_F(OddPlaces, ResultsWithTheLongestNames) {
+  addPage("m/X001.MUS");
+  const std::string longest = "out/" + std::string(longestName - 8, 'R') + "0001.MUS";
+  expectNormalEnd(convert("m/X001.MUS", longest));
+  EXPECT_TRUE(place.files().contains(longest));
+  expectEnd(convert("m/X001.MUS", "out/" + std::string(longestName - 7, 'R') + "0001.MUS"), notWritten);
+  const Files files = place.files();
+  EXPECT_EQ(std::count_if(files.begin(), files.end(), [](const auto& file) { return file.first.starts_with("out/"); }),
+            1);
+}
+
+// --- folders that take nothing ---
+
+TEST_F(OddPlaces, AResultFolderThatIsAFile) {
+  addPage("m/X001.MUS");
+  place.write("out/file", "no folder");
+  expectEnd(convert("m/X001.MUS", "out/file/WORK0001.MUS"), notWritten);
+  EXPECT_EQ(place.files().at("out/file"), "no folder");
+}
+
+TEST_F(OddPlaces, AResultThatIsAFolder) {
+  addPage("m/X001.MUS");
+  addPage("out/WORK0001.MUS/inside");
+  expectEnd(convert("m/X001.MUS", "out/WORK0001.MUS"), notWritten);
+  expectUntouched("out/WORK0001.MUS/inside");
+}
+
+TEST_F(OddPlaces, AResultFolderThatMayOnlyBeRead) {
+  addPage("m/X001.MUS");
+  place.write("out/WORK0001.MUS", "old");
+  place.lock("out");
+  const Files before = place.files();
+  expectEnd(convert("m/X001.MUS", "out/WORK0001.MUS"), notWritten);
+  Files after = place.files();
+  std::erase_if(after, [](const auto& file) { return file.first.starts_with("run/"); });
+  EXPECT_EQ(after, before);
+}
+
+TEST_F(OddPlaces, ACurrentFolderThatMayOnlyBeRead) {
+  addPage("m/X001.MUS");
+  place.lock("run");
+  const Files before = place.files();
+  expectEnd(convert("m/X001.MUS", "out/WORK0001.MUS"), "critical: Failed to create report file: KivSystem2.TXT\n");
+  EXPECT_EQ(place.files(), before);
+}
+
+TEST_F(OddPlaces, ACurrentFolderThatIsNone) {
+  addPage("m/X001.MUS");
+  fs::remove(place.path() / "run");
+  place.write("run", "");
+  EXPECT_EQ(convert("m/X001.MUS", "out/WORK0001.MUS").status, 2);
+}
+
+// --- a full disk ---
+
+/// A small disk in memory, as long as it lives.
+class SmallDisk {
+ public:
+  explicit SmallDisk(const fs::path& at) : at_(at) {
+    fs::create_directory(at);
+    mounted_ = ::mount("tmpfs", at.c_str(), "tmpfs", 0, "size=256k") == 0;
+    error_ = errno;
+  }
+  SmallDisk(const SmallDisk&) = delete;
+  SmallDisk& operator=(const SmallDisk&) = delete;
+  ~SmallDisk() {
+    if (mounted_) {
+      ::umount2(at_.c_str(), MNT_DETACH);
+    }
+  }
+  bool mounted() const { return mounted_; }
+  const char* reason() const { return std::strerror(error_); }
+  /// Fills the disk but for so many bytes.
+  void leave(std::uintmax_t bytes) const {
+    fs::remove(at_ / "filler");
+    const std::uintmax_t room = fs::space(at_).available;
+    std::ofstream(at_ / "filler", std::ios::binary) << std::string(room > bytes ? room - bytes : 0, 'f');
+  }
+
+ private:
+  fs::path at_;
+  bool mounted_ = false;
+  int error_ = 0;
+};
+
+TEST_F(OddPlaces, AFullDiskTakesResultsWholeOrNotAtAll) {
+  const SmallDisk disk(place.path() / "disk");
+  if (!disk.mounted()) {
+    GTEST_SKIP() << "no small disk can be mounted here (" << disk.reason()
+                 << "); the calls that fail with the same error are tested all the same";
+  }
+  constexpr std::uintmax_t block = 4096;
+  const Place onDisk({{"m/X001.MUS", place.page(duo)}, {"m/X003.MUS", soloPage}}, place.path() / "disk");
+  const Files before = onDisk.files();
+  const std::vector<std::string> run = conversionOf({"X001.MUS", "X003.MUS"});
+  expectNormalEnd(onDisk.kivsys(run));
+  const Files usual = onDisk.files();
+  int full = 0;
+  for (std::uintmax_t room = 0; room <= 8; ++room) {
+    SCOPED_TRACE(room);
+    onDisk.reset(before);
+    disk.leave(room * block);
+    const Ended ended = onDisk.kivsys(run);
+    full += ended.status;
+    EXPECT_TRUE(ended.status == 0 || ended.error.ends_with(notWritten) ||
+                ended.error.ends_with("critical: Run-time error: No space left on device\n  KivSystem2.TXT\n") ||
+                ended.error.ends_with("critical: Run-time error: No space left on device\n  KivSystem1.TXT\n") ||
+                ended.error.ends_with("critical: Failed to create report file: KivSystem2.TXT\n") ||
+                ended.error.ends_with("kivsys: cannot make a names file in the folder for temporary files\n"))
+        << ended.error;
+    for (const auto& [name, content] : onDisk.files()) {
+      ASSERT_TRUE(usual.contains(name)) << name;
+      EXPECT_TRUE(name.starts_with("run/") || content == usual.at(name)) << name;
+    }
+  }
+  EXPECT_GE(full, 3);
+  EXPECT_LT(full, 9);
+}
+
+}  // namespace
+}  // namespace kiv::test

@@ -1,0 +1,175 @@
+#include "tests/faults/program/outcome.h"
+
+#include <algorithm>
+#include <sstream>
+
+namespace kiv::test {
+namespace {
+
+bool endsWithRandom(const std::string& file, const std::string& start) {
+  const std::string name = file.substr(file.rfind('/') + 1);
+  const std::string random = "XXXXXX";
+  return name.starts_with(start) && name.size() == start.size() + random.size();
+}
+
+std::string baseOf(const std::string& file) {
+  return file.substr(file.rfind('/') + 1);
+}
+
+std::string coreName(std::string file) {
+  std::replace(file.begin(), file.end(), '/', '\\');
+  return file;
+}
+
+std::string capitals(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+  return text;
+}
+
+Outcome critical(const std::string& text) {
+  return "critical: " + text + "\n";
+}
+
+/// The promise for one call among all.
+class Failure {
+ public:
+  Failure(const std::vector<Call>& calls, std::size_t failing, bool converts, std::string errorText)
+      : calls_(calls), at_(failing), converts_(converts), errorText_(std::move(errorText)) {}
+
+  Outcome outcome() const;
+
+ private:
+  const Call& call() const { return calls_[at_]; }
+  std::string base() const { return baseOf(call().file); }
+  std::ptrdiff_t timesOpened() const;
+  bool isFirstRead() const { return calls_[at_ - 1].name == "open" && calls_[at_ - 1].file == call().file; }
+  /// The name under which the program itself knows its names file.
+  std::string namesFile() const;
+  std::string folder() const;
+
+  Outcome ofOpening() const;
+  Outcome ofReading() const;
+  Outcome ofPage() const;
+  Outcome ofWriting() const;
+
+  const std::vector<Call>& calls_;
+  std::size_t at_;
+  bool converts_;
+  std::string errorText_;
+};
+
+std::ptrdiff_t Failure::timesOpened() const {
+  const auto last = calls_.begin() + static_cast<std::ptrdiff_t>(at_) + 1;
+  return std::count_if(calls_.begin(), last,
+                       [&](const Call& other) { return other.name == "open" && baseOf(other.file) == base(); });
+}
+
+std::string Failure::namesFile() const {
+  const auto made =
+      std::find_if(calls_.begin(), calls_.end(), [](const Call& other) { return isOwnNamesFile(other.file); });
+  return coreName(made->file);
+}
+
+std::string Failure::folder() const {
+  const std::string names = namesFile();
+  return names.substr(0, names.rfind("\\tmp\\")) + "\\run";
+}
+
+Outcome Failure::outcome() const {
+  const std::string& name = call().name;
+  if (name == "unlink") {
+    return std::nullopt;  // of results of an earlier run, and of the program's own names file
+  }
+  if (name == "open") {
+    return ofOpening();
+  }
+  if (name == "read") {
+    return ofReading();
+  }
+  return ofWriting();
+}
+
+Outcome Failure::ofWriting() const {
+  if (isOwnNamesFile(call().file)) {
+    return "kivsys: cannot make a names file in the folder for temporary files\n";
+  }
+  if (base() == "KivSystem2.TXT" || base() == "KivSystem1.TXT") {
+    if (call().name == "write") {
+      return critical("Run-time error: " + errorText_ + "\n  " + base());
+    }
+    return critical(base() == "KivSystem2.TXT" ? "Failed to create report file: KivSystem2.TXT"
+                                               : "Failed to create file KivSystem1.TXT");
+  }
+  return critical("Open of output MUS file failed. Hit OK to terminate.");
+}
+
+Outcome Failure::ofOpening() const {
+  if (isOwnNamesFile(call().file)) {
+    return critical("No input files: " + namesFile());
+  }
+  if (base() == "KivSystem1.TXT") {
+    return critical("Failed to open KivSystem1.TXT for input.");
+  }
+  if (base() != "KivSystem2.TXT") {
+    return ofPage();
+  }
+  if (timesOpened() == 1) {
+    return critical("Could not open file KivSystem2.TXT for input.");
+  }
+  return critical(timesOpened() == 4 ? "Failed to open file KivSystem2.TXT"
+                                     : "Failed to open KivSystem2.txt for input.");
+}
+
+Outcome Failure::ofReading() const {
+  if (isOwnNamesFile(call().file)) {
+    return isFirstRead() ? critical("No input files: " + namesFile()) : std::nullopt;
+  }
+  if (base().ends_with(".MUS")) {
+    return ofPage();
+  }
+  const bool counts = converts_ && base() == "KivSystem2.TXT" && timesOpened() == 2;
+  return critical("Run-time error: Device I/O error\n  " + (counts ? "KivSystem2.txt" : base()));
+}
+
+Outcome Failure::ofPage() const {
+  const std::string page = capitals(coreName(call().file));
+  switch (timesOpened()) {
+    case 1:
+      return critical("No input files: " + namesFile());
+    case 2:
+      return critical("File naming problem: " + page + "\n  Current folder = " + folder() +
+                      "\n  Filenames required for this program must have this format:\n  \n"
+                      "      <letter(s)><digit(s)><optionally one sequence letter>.<suffix>\n  \n  Rename your input.");
+    default:
+      return critical("Structural error in MUS file: " + page +
+                      "\n  Try to recover with KivValid/KivRecover.\n  Current folder = " + folder() +
+                      "\n  Item number = 0");
+  }
+}
+
+}  // namespace
+
+std::vector<Call> callsIn(const std::string& log) {
+  std::vector<Call> calls;
+  std::istringstream lines(log);
+  for (std::string line; std::getline(lines, line);) {
+    const std::size_t blank = line.find(' ');
+    calls.push_back({line.substr(0, blank), line.substr(blank + 1)});
+  }
+  return calls;
+}
+
+bool isOwnNamesFile(const std::string& file) {
+  return endsWithRandom(file, "kivsys-");
+}
+
+bool isBesideResult(const std::string& file) {
+  return endsWithRandom(file, ".kiv-");
+}
+
+Outcome outcomeOf(const std::vector<Call>& calls, std::size_t failing, bool converts, const std::string& errorText) {
+  return Failure(calls, failing, converts, errorText).outcome();
+}
+
+}  // namespace kiv::test
