@@ -33,11 +33,6 @@ const DecodedFile& DecodedFiles::get(Host& host, const std::string& musFileName)
                               : files_.emplace(musFileName, decodeFile(host, musFileName, room_)).first->second;
 }
 
-void DecodedFiles::dropChanged(Host& host, const std::string& musFileName) {
-  const std::string changed = host.upperCase(musFileName);
-  std::erase_if(files_, [&](const auto& file) { return host.upperCase(file.first) == changed; });
-}
-
 void readStaff(const SystemPage& page, std::int16_t staff, std::int16_t newStaff, DecodedFiles& files) {
   const DecodedFile& file = files.get(page.host, page.musFileName);
   const auto items = file.staves.find(staff);

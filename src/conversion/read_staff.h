@@ -26,8 +26,8 @@ class DecodedFiles {
   /// The file's content, read now unless it is kept. It stays until the file is dropped.
   const DecodedFile& get(Host& host, const std::string& musFileName);
   void drop(const std::string& musFileName) { files_.erase(musFileName); }
-  /// Drops what is kept under this name in capital or small letters: the file has changed.
-  void dropChanged(Host& host, const std::string& musFileName);
+  /// Drops everything. A file that is replaced may be kept under another spelling of its name, or through a link.
+  void dropAll() { files_.clear(); }
 
  private:
   std::unordered_map<std::string, DecodedFile> files_;

@@ -1,6 +1,8 @@
 #include "shell/cmd_convert.h"
 
+#include <algorithm>
 #include <limits>
+#include <string_view>
 
 #include "conversion/convert_system.h"
 #include "conversion/report_index.h"
@@ -25,9 +27,9 @@ std::string resultName(Host& host, const std::string& firstResultFile, std::int1
   return *stem + std::string(digits - std::min(digits, number.size()), '0') + number + ".MUS";
 }
 
-void askBeforeOverwriting(KivSystem& program) {
+void askBeforeOverwriting(KivSystem& program, bool exists) {
   Host& host = program.host;
-  if (program.panel.chkOverwrite.checked || !FileExists(host, program.musFileName)) {
+  if (program.panel.chkOverwrite.checked || !exists) {
     return;
   }
   const std::string question = "File exists: " + program.musFileName + "\r\n\r\nOverwrite?";
@@ -36,17 +38,20 @@ void askBeforeOverwriting(KivSystem& program) {
   }
 }
 
-void writeResult(KivSystem& program, std::int16_t system) {
+/// Returns whether the result took the place of a file.
+bool writeResult(KivSystem& program, std::int16_t system) {
   Host& host = program.host;
   const SystemPage page{host, program.musFileName, program.items};
   program.musFileName = resultName(host, program.panel.txtFirstResultFile.text, system);
   if (program.panel.chkShowInstrNumber.checked) {
     showInstrumentNumbers(page);
   }
-  askBeforeOverwriting(program);
+  const bool exists = FileExists(host, program.musFileName);
+  askBeforeOverwriting(program, exists);
   sortOnInstrument(host, program.musFileName, program.items);
   outputBraces(page, program.braces);
   writeFile(host, program.musFileName, program.items);
+  return exists;
 }
 
 /// Drops the files that no later system takes a staff from.
@@ -78,8 +83,9 @@ int convertSystems(KivSystem& program, const ReportIndex& report) {
     convertSystem(host, system, staves, program.musFileName, program.items, program.order, program.braces,
                   program.firstClefs, files);
     dropFinished(report, staves, system, files);
-    writeResult(program, system);
-    files.dropChanged(host, program.musFileName);
+    if (writeResult(program, system)) {
+      files.dropAll();
+    }
   }
   host.showProgress(all, all, "systems");
   return all;
