@@ -1,5 +1,6 @@
 #include "apps/kivsystem/drop_target.h"
 
+#include <new>
 #include <utility>
 
 #include <ole2.h>
@@ -47,7 +48,7 @@ DroppedFiles filesIn(IDataObject& data) {
 /// The object that the system calls; it counts its users and goes with the last of them.
 class Target final : public IDropTarget {
  public:
-  explicit Target(std::function<void(DroppedFiles)> dropped) : dropped_(std::move(dropped)) {}
+  explicit Target(DropReceiver receiver) : receiver_(std::move(receiver)) {}
   Target(const Target&) = delete;
   Target& operator=(const Target&) = delete;
   virtual ~Target() = default;
@@ -71,30 +72,44 @@ class Target final : public IDropTarget {
   }
 
   HRESULT STDMETHODCALLTYPE DragEnter(IDataObject* /*data*/, DWORD /*keys*/, POINTL /*place*/, DWORD* effect) override {
-    *effect = DROPEFFECT_COPY;
+    *effect = allowed(*effect);
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE DragOver(DWORD /*keys*/, POINTL /*place*/, DWORD* effect) override {
-    *effect = DROPEFFECT_COPY;
+    *effect = allowed(*effect);
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE DragLeave() override { return S_OK; }
   HRESULT STDMETHODCALLTYPE Drop(IDataObject* data, DWORD /*keys*/, POINTL /*place*/, DWORD* effect) override {
-    *effect = DROPEFFECT_COPY;
-    dropped_(filesIn(*data));
-    return S_OK;
+    *effect = allowed(*effect);
+    try {
+      if (receiver_.isReady()) {
+        receiver_.dropped(filesIn(*data));
+      }
+      return S_OK;
+    } catch (const std::bad_alloc&) {
+      return E_OUTOFMEMORY;
+    }
   }
 
  private:
-  std::function<void(DroppedFiles)> dropped_;
+  /// What would become of a drop, of what the other program allows. What is copied are the names.
+  DWORD allowed(DWORD effects) const {
+    const DWORD copy = effects & DROPEFFECT_COPY;
+    const DWORD link = effects & DROPEFFECT_LINK;
+    const DWORD taken = copy != DROPEFFECT_NONE ? copy : link;
+    return receiver_.isReady() ? taken : DROPEFFECT_NONE;
+  }
+
+  DropReceiver receiver_;
   ULONG users_ = 1;
 };
 
 }  // namespace
 
-DropTarget::DropTarget(HWND control, std::function<void(DroppedFiles)> dropped)
+DropTarget::DropTarget(HWND control, DropReceiver receiver)
     : control_(control),
-      target_(std::make_unique<Target>(std::move(dropped)).release(), [](IDropTarget* target) { target->Release(); }) {
+      target_(std::make_unique<Target>(std::move(receiver)).release(), [](IDropTarget* target) { target->Release(); }) {
   RegisterDragDrop(control_, target_.get());
 }
 

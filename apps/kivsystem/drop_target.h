@@ -15,11 +15,17 @@ namespace kiv {
 /// The files of a drop, in their order; nullopt when what was dropped is no list of files.
 using DroppedFiles = std::optional<std::vector<std::string>>;
 
-/// Lets a control take drops until this is destroyed. A drop is handed on while the other program still waits for it
-/// to be taken, so its receiver must not run long.
+/// What is told of drops on a control.
+struct DropReceiver {
+  std::function<bool()> isReady;  ///< whether a drop would be taken now
+  /// Takes a drop. The other program waits until this returns, so it must not run long.
+  std::function<void(DroppedFiles)> dropped;
+};
+
+/// Lets a control take drops until this is destroyed.
 class DropTarget {
  public:
-  DropTarget(HWND control, std::function<void(DroppedFiles)> dropped);
+  DropTarget(HWND control, DropReceiver receiver);
   DropTarget(const DropTarget&) = delete;
   DropTarget& operator=(const DropTarget&) = delete;
   ~DropTarget();

@@ -13,6 +13,7 @@ namespace {
 constexpr int firstId = 100;
 constexpr int pointsPerInch = 72;
 constexpr int waitPoints = 12;
+constexpr double widestTooltip = 6000;  // twips; longer ones get more lines
 
 const char* classOf(ControlKind kind) {
   switch (kind) {
@@ -68,6 +69,12 @@ Font::~Font() {
 }
 
 namespace {
+
+std::string textOf(HWND window) {
+  std::string text(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1, '\0');
+  text.resize(static_cast<std::size_t>(GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
+  return text;
+}
 
 int pixelsOf(int points, int dpi) {
   return MulDiv(points, dpi, pointsPerInch);
@@ -139,6 +146,7 @@ void PanelControls::place(int dpi) {
     const bool wait = shown.layout->control == &Panel::lblWait;
     SendMessageA(shown.window, WM_SETFONT, reinterpret_cast<WPARAM>(wait ? waitFont.handle() : font.handle()), TRUE);
   }
+  SendMessageA(tooltips_, TTM_SETMAXTIPWIDTH, 0, toPixels(widestTooltip, dpi));
   font_ = std::move(font);
   waitFont_ = std::move(waitFont);
 }
@@ -172,10 +180,8 @@ void PanelControls::update(Shown& shown, const Control& state) const {
 }
 
 void PanelControls::createTooltips(HWND parent) {
-  constexpr int widest = 400;  // pixels; longer ones get more lines
   tooltips_ = CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0,
                               0, parent, nullptr, GetModuleHandleA(nullptr), nullptr);
-  SendMessageA(tooltips_, TTM_SETMAXTIPWIDTH, 0, widest);
 }
 
 void PanelControls::showTooltip(const Shown& shown) const {
@@ -199,10 +205,8 @@ void PanelControls::readBack(int id, Panel& panel) {
   }
   Shown& shown = controls_[static_cast<std::size_t>(id - firstId)];
   if (layout->kind == ControlKind::textBox) {
-    std::string text(static_cast<std::size_t>(GetWindowTextLengthA(shown.window)) + 1, '\0');
-    text.resize(static_cast<std::size_t>(GetWindowTextA(shown.window, text.data(), static_cast<int>(text.size()))));
-    shown.state.text = text;
-    (panel.*(layout->control)).text = text;
+    shown.state.text = textOf(shown.window);
+    (panel.*(layout->control)).text = shown.state.text;
   } else if (layout->kind == ControlKind::checkBox) {
     shown.state.checked = SendMessageA(shown.window, BM_GETCHECK, 0, 0) == BST_CHECKED;
     (panel.*(layout->control)).checked = shown.state.checked;
@@ -213,6 +217,8 @@ void PanelControls::undo(int id) const {
   const Shown& shown = controls_[static_cast<std::size_t>(id - firstId)];
   if (shown.layout->kind == ControlKind::checkBox) {
     SendMessageA(shown.window, BM_SETCHECK, shown.state.checked ? BST_CHECKED : BST_UNCHECKED, 0);
+  } else if (shown.layout->kind == ControlKind::textBox && textOf(shown.window) != shown.state.text) {
+    SetWindowTextA(shown.window, shown.state.text.c_str());
   }
 }
 
@@ -227,14 +233,12 @@ HWND PanelControls::window(Control Panel::*control) const {
   return shown == controls_.end() ? nullptr : shown->window;
 }
 
-void PanelControls::focusFirst() const {
-  for (const Shown& shown : controls_) {
-    const bool tabStop = (GetWindowLongA(shown.window, GWL_STYLE) & WS_TABSTOP) != 0;
-    if (tabStop && shown.state.enabled && shown.state.visible) {
-      SetFocus(shown.window);
-      return;
-    }
-  }
+HWND PanelControls::first() const {
+  const auto shown = std::find_if(controls_.begin(), controls_.end(), [](const Shown& candidate) {
+    const bool tabStop = (GetWindowLongA(candidate.window, GWL_STYLE) & WS_TABSTOP) != 0;
+    return tabStop && candidate.state.enabled && candidate.state.visible;
+  });
+  return shown == controls_.end() ? nullptr : shown->window;
 }
 
 }  // namespace kiv

@@ -37,14 +37,14 @@ class PanelControls {
   void show(const Panel& panel);
   /// Takes over what the person did to a control: the text of the text box, the check of a box.
   void readBack(int id, Panel& panel);
-  /// Takes back what the person did to a check box.
+  /// Takes back what the person did to a control.
   void undo(int id) const;
 
   /// The layout of the control with this identifier; null for others.
   const ControlLayout* layoutOf(int id) const;
   HWND window(Control Panel::*control) const;
-  /// Puts the keyboard's focus on the first control that takes it.
-  void focusFirst() const;
+  /// The first control that takes the keyboard; null when none does.
+  HWND first() const;
 
  private:
   struct Shown {

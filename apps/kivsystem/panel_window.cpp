@@ -5,6 +5,7 @@
 
 #include <commctrl.h>
 #include <ole2.h>
+#include <windowsx.h>
 
 #include "apps/kivsystem/dpi.h"
 #include "apps/kivsystem/out_of_memory.h"
@@ -58,6 +59,8 @@ PanelWindow::~PanelWindow() {
   if (window_ != nullptr) {
     DestroyWindow(window_);
     taskbar_.release();
+  }
+  if (oleStarted_) {
     OleUninitialize();
   }
 }
@@ -72,6 +75,9 @@ void PanelWindow::measure(Panel& panel) {
 
 int PanelWindow::run(int show) {
   create(show);
+  if (window_ == nullptr) {
+    return tellOutOfMemory();
+  }
   MSG message{};
   while (GetMessageA(&message, nullptr, 0, 0) > 0) {
     if (IsDialogMessageA(window_, &message) == FALSE) {
@@ -84,7 +90,7 @@ int PanelWindow::run(int show) {
 
 void PanelWindow::create(int show) {
   InitCommonControls();
-  OleInitialize(nullptr);  // for drops
+  oleStarted_ = SUCCEEDED(OleInitialize(nullptr));  // for drops
   registerClass(procedure);
   const Panel& panel = program_.panel;
   const int dpi = systemDpi();
@@ -92,20 +98,26 @@ void PanelWindow::create(int show) {
   window_ = CreateWindowExA(WS_EX_CONTROLPARENT, className, panel.title.c_str(), windowStyle,
                             toPixels(panel.place.left, dpi), toPixels(panel.place.top, dpi), size.cx, size.cy, nullptr,
                             nullptr, GetModuleHandleA(nullptr), this);
+  if (window_ == nullptr) {
+    return;
+  }
   controls_.create(window_, panel, dpi);
   if (dpiOf(window_) != dpi) {
     placeOn(dpiOf(window_), nullptr);
   }
-  dropTarget_ = std::make_unique<DropTarget>(controls_.window(&Panel::cmdSelectFiles), [this](DroppedFiles files) {
-    dropped_ = std::move(files);
-    PostMessageA(window_, filesDropped, 0, 0);
-  });
+  dropTarget_ = std::make_unique<DropTarget>(controls_.window(&Panel::cmdSelectFiles),
+                                             DropReceiver{[this] { return !busy_ && !dropped_; },
+                                                          [this](DroppedFiles files) {
+                                                            dropped_ = std::move(files);
+                                                            PostMessageA(window_, filesDropped, 0, 0);
+                                                          }});
   SetWindowSubclass(controls_.window(&Panel::txtFirstResultFile), textBoxProcedure, 0,
                     reinterpret_cast<DWORD_PTR>(this));
   host_.showOn(this);
   shown_ = true;
   ShowWindow(window_, show);
-  controls_.focusFirst();
+  // This also makes a button the one that the Enter key presses.
+  SendMessageA(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(controls_.first()), TRUE);
 }
 
 LRESULT CALLBACK PanelWindow::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -129,12 +141,24 @@ LRESULT CALLBACK PanelWindow::procedure(HWND window, UINT message, WPARAM wParam
 
 LRESULT CALLBACK PanelWindow::textBoxProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
                                                DWORD_PTR panelWindow) {
-  const bool opened = message == WM_LBUTTONUP || (message == WM_KEYDOWN && wParam == VK_F4);
   const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
-  if (opened) {
-    PostMessageA(reinterpret_cast<PanelWindow*>(panelWindow)->window_, textBoxClicked, 0, 0);
-  }
+  reinterpret_cast<PanelWindow*>(panelWindow)->textBoxTold(message, wParam, lParam);
   return result;
+}
+
+void PanelWindow::textBoxTold(UINT message, WPARAM wParam, LPARAM lParam) {
+  bool opened = message == WM_KEYDOWN && wParam == VK_F4;
+  if (message == WM_LBUTTONDOWN) {
+    pressedInTextBox_ = true;
+  } else if (message == WM_LBUTTONUP && std::exchange(pressedInTextBox_, false)) {
+    // Whoever draws the mouse out of the box marks text.
+    RECT inside{};
+    GetClientRect(controls_.window(&Panel::txtFirstResultFile), &inside);
+    opened = PtInRect(&inside, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}) != FALSE;
+  }
+  if (opened) {
+    PostMessageA(window_, textBoxClicked, 0, 0);
+  }
 }
 
 bool PanelWindow::handle(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
@@ -175,7 +199,7 @@ void PanelWindow::command(int id, int notification) {
   }
   if (layout->kind == ControlKind::textBox) {
     if (notification == EN_CHANGE) {
-      controls_.readBack(id, program_.panel);
+      busy_ ? controls_.undo(id) : controls_.readBack(id, program_.panel);
     }
   } else if (notification == BN_CLICKED) {
     if (busy_) {
@@ -188,7 +212,10 @@ void PanelWindow::command(int id, int notification) {
 }
 
 void PanelWindow::takeDrop() {
-  const DroppedFiles files = std::exchange(dropped_, std::nullopt);
+  if (busy_ || !dropped_) {
+    return;
+  }
+  const DroppedFiles files = *std::exchange(dropped_, std::nullopt);
   perform([&] { cmdSelectFiles_OLEDragDrop(program_, files); });
 }
 
@@ -200,7 +227,8 @@ void PanelWindow::perform(const std::function<void()>& handler) {
   SetPropA(window_, busyProperty, window_);
   try {
     handler();
-    refresh();
+    // What was pressed while the handler waited for another program comes only now, and is to have no effect.
+    host_.processEvents();
   } catch (const ProgramEnd& end) {
     // Nor may this one leave the procedure that the system calls.
     ShowWindow(window_, SW_HIDE);
@@ -209,12 +237,18 @@ void PanelWindow::perform(const std::function<void()>& handler) {
   }
   RemovePropA(window_, busyProperty);
   busy_ = false;
+  if (dropped_) {  // before the handler began
+    PostMessageA(window_, filesDropped, 0, 0);
+  }
 }
 
 void PanelWindow::refresh() {
   controls_.show(program_.panel);
   if (program_.panel.visible != (IsWindowVisible(window_) != FALSE)) {
     ShowWindow(window_, program_.panel.visible ? SW_SHOW : SW_HIDE);
+    if (program_.panel.visible) {
+      SetForegroundWindow(window_);  // another program had it meanwhile
+    }
   }
 }
 
@@ -235,7 +269,7 @@ bool PanelWindow::colourOf(HDC context, HWND control, LRESULT& result) const {
   if (control != controls_.window(&Panel::lblWait)) {
     return false;
   }
-  SetTextColor(context, isHighContrast() ? GetSysColor(COLOR_WINDOWTEXT) : blue);
+  SetTextColor(context, isHighContrast() ? GetSysColor(COLOR_BTNTEXT) : blue);
   SetBkColor(context, GetSysColor(COLOR_BTNFACE));
   result = reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
   return true;

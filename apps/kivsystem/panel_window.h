@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "apps/kivsystem/drop_target.h"
 #include "apps/kivsystem/panel_controls.h"
@@ -41,6 +42,7 @@ class PanelWindow final : public PanelView {
   void placeOn(int dpi, const RECT* suggested);
   bool colourOf(HDC context, HWND control, LRESULT& result) const;
   void takeDrop();
+  void textBoxTold(UINT message, WPARAM wParam, LPARAM lParam);
   void perform(const std::function<void()>& handler);
 
   PanelHost& host_;
@@ -49,7 +51,9 @@ class PanelWindow final : public PanelView {
   PanelControls controls_;
   Taskbar taskbar_;
   std::unique_ptr<DropTarget> dropTarget_;
-  DroppedFiles dropped_;
+  std::optional<DroppedFiles> dropped_;  ///< taken over, and not yet handled
+  bool oleStarted_ = false;
+  bool pressedInTextBox_ = false;
   bool shown_ = false;
   bool busy_ = false;
 };

@@ -12,13 +12,22 @@ void Taskbar::release() {
   }
 }
 
-void Taskbar::showProgress(HWND window, int done, int all) {
-  if (list_ == nullptr) {
+bool Taskbar::find() {
+  if (!std::exchange(sought_, true)) {
     void* list = nullptr;
-    if (FAILED(CoCreateInstance(CLSID_TaskbarList, nullptr, CLSCTX_INPROC_SERVER, IID_ITaskbarList3, &list))) {
-      return;
+    if (SUCCEEDED(CoCreateInstance(CLSID_TaskbarList, nullptr, CLSCTX_INPROC_SERVER, IID_ITaskbarList3, &list))) {
+      list_ = static_cast<ITaskbarList3*>(list);
+      if (FAILED(list_->HrInit())) {
+        release();
+      }
     }
-    list_ = static_cast<ITaskbarList3*>(list);
+  }
+  return list_ != nullptr;
+}
+
+void Taskbar::showProgress(HWND window, int done, int all) {
+  if (!find()) {
+    return;
   }
   if (done < all) {
     list_->SetProgressValue(window, static_cast<ULONGLONG>(done), static_cast<ULONGLONG>(all));

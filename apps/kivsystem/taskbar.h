@@ -21,7 +21,11 @@ class Taskbar {
   void showProgress(HWND window, int done, int all);
 
  private:
+  /// False where there is no such button.
+  bool find();
+
   ITaskbarList3* list_ = nullptr;
+  bool sought_ = false;
 };
 
 }  // namespace kiv
