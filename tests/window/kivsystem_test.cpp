@@ -240,6 +240,28 @@ TEST_F(KivSystemProgram, MissingDisketteKeepsTheNamesFile) {
   EXPECT_TRUE(exists("N.TXT"));
 }
 
+TEST_F(KivSystemProgram, FileHasItsIconInEverySize) {
+  const std::string program = builtFile("..\\..\\apps\\kivsystem\\KivSystem.exe");
+  HMODULE file = LoadLibraryExA(program.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+  ASSERT_TRUE(file);
+  HRSRC group = FindResourceA(file, MAKEINTRESOURCEA(1), MAKEINTRESOURCEA(14));  // RT_GROUP_ICON
+  ASSERT_TRUE(group);
+  const auto* bytes = static_cast<const unsigned char*>(LockResource(LoadResource(file, group)));
+  std::vector<int> widths;
+  constexpr int header = 6;
+  constexpr int entry = 14;
+  for (int i = 0; i < bytes[4]; ++i) {
+    const unsigned char* icon = bytes + header + i * entry;
+    widths.push_back(icon[0] == 0 ? 256 : icon[0]);
+    EXPECT_EQ(icon[6], 32) << "bits of a pixel";
+    HANDLE picture = LoadImageA(file, MAKEINTRESOURCEA(1), IMAGE_ICON, widths.back(), widths.back(), 0);
+    EXPECT_TRUE(picture) << widths.back();
+    DestroyIcon(static_cast<HICON>(picture));
+  }
+  FreeLibrary(file);
+  EXPECT_EQ(widths, (std::vector<int>{16, 24, 32, 48, 64, 256}));
+}
+
 TEST_F(KivSystemProgram, FileTellsTheVersion) {
   const std::string program = builtFile("..\\..\\apps\\kivsystem\\KivSystem.exe");
   DWORD ignored = 0;
