@@ -1,6 +1,7 @@
 #include "tests/window/panel_on_screen.h"
 
 #include <array>
+#include <utility>
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
@@ -65,7 +66,9 @@ HWND tooltipsOf(DWORD process) {
 }  // namespace
 
 PanelOnScreen::PanelOnScreen(const std::string& commandLine)
-    : process_(start("\"" + builtFile("..\\..\\apps\\kivsystem\\KivSystem.exe") + "\" " + commandLine)) {
+    : PanelOnScreen(start("\"" + builtFile("..\\..\\apps\\kivsystem\\KivSystem.exe") + "\" " + commandLine)) {}
+
+PanelOnScreen::PanelOnScreen(WatchedProcess process) : process_(std::move(process)) {
   process_.waitUntil([this] {
     for (HWND window : windowsOf(process_.number())) {
       if (classOf(window) == "frmKivSystem") {

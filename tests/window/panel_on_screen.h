@@ -13,6 +13,8 @@ namespace kiv::test {
 class PanelOnScreen {
  public:
   explicit PanelOnScreen(const std::string& commandLine = "CALLEDBY=KIV,FUNCTION=MAIN");
+  /// The panel of a program that was started in another way.
+  explicit PanelOnScreen(WatchedProcess process);
 
   WatchedProcess& process() { return process_; }
   /// The panel's window, null when none came up.

@@ -9,7 +9,7 @@ Usage: run_in_wine.sh BUILD PROGRAM...
 
 Runs BUILD/tests/.../test_PROGRAM.exe, one after the other, and leaves their results in BUILD/results/PROGRAM.xml and
 their output in BUILD/results/PROGRAM.log. Ends with status 1 when one of them fails. The second form runs any program on
-a folder, on a screen of KIV_DPI dots per inch.
+a folder, on a screen of KIV_DPI dots per inch. KIV_WINE names another Wine folder than BUILD/wine.
 TEXT
   exit 2
 }
@@ -22,8 +22,9 @@ seconds=600
 results=$build/results
 mkdir -p "$results"
 
-export WINEPREFIX="$build/wine"
-export WINEDLLOVERRIDES='mscoree,mshtml='
+export WINEPREFIX="${KIV_WINE:-$build/wine}"
+# The last one would put shortcuts into the menu of the machine's own desktop.
+export WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
 export WINEDEBUG=-all
 # The locale decides about the ANSI code page, which is that of Western Europe here.
 export LC_ALL=C.UTF-8

@@ -1,0 +1,15 @@
+# What is delivered, and where it lies in a delivery. Included last, when every program is known.
+set(CPACK_PACKAGE_NAME KivSystem)
+set(CPACK_PACKAGE_VENDOR KivSystem)
+set(CPACK_PACKAGE_CONTACT "KivSystem <kivsystem@localhost>")
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Prepares groups of MUS page files")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/stage.cmake)
+
+if(WIN32)
+  include(${CMAKE_CURRENT_LIST_DIR}/windows.cmake)
+else()
+  include(${CMAKE_CURRENT_LIST_DIR}/debian.cmake)
+endif()
+include(CPack)

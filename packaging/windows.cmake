@@ -1,0 +1,44 @@
+# The Windows programs: as an installer by CPack, and, from the same rules, as a folder for the portable zip.
+
+# kiv_install_text(FILE FOLDER [NAME]): a text file with the line ends that Windows programs expect.
+function(kiv_install_text file folder)
+  cmake_path(GET file FILENAME name)
+  if(ARGC GREATER 2)
+    set(name ${ARGV2})
+  endif()
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+  file(READ ${file} text)
+  string(REPLACE "\r\n" "\n" text "${text}")
+  string(REPLACE "\n" "\r\n" text "${text}")
+  set(made ${PROJECT_BINARY_DIR}/texts/${folder}/${name})
+  file(WRITE ${made} "${text}")
+  install(FILES ${made} DESTINATION ${folder})
+endfunction()
+
+install(TARGETS kivsystem kivsys kivnames kivole kivfoldr RUNTIME DESTINATION .)
+foreach(name IN ITEMS KIVPROJ.PRO README.txt "Start KivSystem.cmd")
+  kiv_install_text("${CMAKE_CURRENT_LIST_DIR}/windows/${name}" .)
+endforeach()
+foreach(name IN ITEMS user-guide conversion report-format mus-format page-text)
+  kiv_install_text(docs/${name}.md docs)
+endforeach()
+install(DIRECTORY docs/pictures DESTINATION docs)
+
+# The example as page texts, and as pages, which `packaging/package.sh` has the native program make of them.
+kiv_install_text(examples/README.md examples)
+file(GLOB texts RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS examples/beethoven-9/*.txt
+  examples/beethoven-9/results/*.txt)
+foreach(text IN LISTS texts)
+  cmake_path(GET text PARENT_PATH folder)
+  kiv_install_text(${text} ${folder})
+endforeach()
+install(DIRECTORY ${PROJECT_BINARY_DIR}/pages/ DESTINATION examples/beethoven-9)
+
+set(CPACK_GENERATOR NSIS)
+set(CPACK_PACKAGE_FILE_NAME KivSystem-${PROJECT_VERSION}-setup)
+set(CPACK_PACKAGE_INSTALL_DIRECTORY KivSystem)
+set(CPACK_NSIS_PACKAGE_NAME KivSystem)
+set(CPACK_NSIS_MUI_ICON ${PROJECT_SOURCE_DIR}/apps/kivsystem/icon.ico)
+set(CPACK_NSIS_MUI_UNIICON ${CPACK_NSIS_MUI_ICON})
+# The template that comes with CPack is for all users of a machine and asks for an administrator.
+set(CPACK_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR}/windows)

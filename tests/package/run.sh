@@ -1,0 +1,90 @@
+#!/bin/sh
+# Makes the packages of what was built and tests them: their lists of files, then what a person does with them.
+# Usage: run.sh LINUX_BUILD WINDOWS_BUILD
+set -eu
+here=$(cd "$(dirname "$0")" && pwd)
+linux=$(cd "$1" && pwd)
+windows=$(cd "$2" && pwd)
+work=$windows/package
+rm -rf "$work"
+mkdir -p "$work"
+export LC_ALL=C.UTF-8
+
+bad=0
+complain() {
+  echo "package test: $*" >&2
+  bad=1
+}
+
+# same WHAT EXPECTED FOUND: two lists, in any order.
+same() {
+  sort "$2" >"$work/expected"
+  sort "$3" >"$work/found"
+  diff "$work/expected" "$work/found" || complain "$1 differs (< expected, > found)"
+}
+
+check_sums() {
+  (cd "$work/dist" && sha256sum --check --strict --quiet SHA256SUMS) || complain "checksums"
+  find "$work/dist" -type f ! -name SHA256SUMS -printf '%f\n' >"$work/packages"
+  cut -c 67- "$work/dist/SHA256SUMS" >"$work/summed"
+  same "what has a checksum" "$work/packages" "$work/summed"
+  [ "$(wc -l <"$work/packages")" -eq 3 ] || complain "there are other packages than three"
+}
+
+check_made_again() {
+  "$here/../../packaging/package.sh" "$linux" "$windows" "$work/again"
+  diff "$work/dist/SHA256SUMS" "$work/again/SHA256SUMS" || complain "packages made again are others"
+}
+
+check_zip() {
+  unzip -q "$work"/dist/*-windows.zip -d "$work/unpacked"
+  mv "$work"/unpacked/KivSystem-* "$work/content"
+  (cd "$work/content" && find . -type f | sed 's|^\./||') >"$work/list"
+  same "content of the zip" "$here/zip_contents.txt" "$work/list"
+  find "$work/content" -type f | grep -vE '\.(exe|EXE|MUS|png)$' >"$work/texts"
+  while read -r text; do
+    [ "$(wc -l <"$text")" -eq "$(grep -c "$(printf '\r')\$" "$text")" ] || complain "line ends in $text"
+  done <"$work/texts"
+}
+
+# The console program as installed, on the example as installed: what it makes is what lies there as the result.
+check_deb() {
+  dpkg-deb -x "$work"/dist/*.deb "$work/deb"
+  (cd "$work/deb" && find . -type f | sed 's|^\.||') >"$work/list"
+  same "content of the Debian package" "$here/deb_contents.txt" "$work/list"
+  kivsys=$work/deb/usr/bin/kivsys
+  example=$work/deb/usr/share/doc/kivsys/examples/beethoven-9
+  mkdir "$work/pages"
+  for text in "$example"/SYMPH*.txt; do
+    "$kivsys" build "$text" "$work/pages/$(basename "$text" .txt).MUS"
+  done
+  (cd "$work/pages" && "$kivsys" convert SYMPH*.MUS >/dev/null 2>"$work/messages") || complain "kivsys convert fails"
+  for expected in "$example"/results/*.txt; do
+    "$kivsys" build "$expected" "$work/expected"
+    cmp "$work/expected" "$work/pages/$(basename "$expected" .txt).MUS" || complain "result $(basename "$expected")"
+  done
+  for page in "$work"/pages/SYMPH*.MUS; do
+    cmp "$page" "$work/content/examples/beethoven-9/$(basename "$page")" || complain "delivered page $(basename "$page")"
+  done
+}
+
+windows_path() { printf 'Z:%s' "$1" | tr / '\\'; }
+
+check_in_wine() {
+  folder="$work/Lieder für alle"
+  cp -r "$work/content" "$folder"
+  KIV_WINE=$work/wine
+  KIV_PORTABLE=$(windows_path "$folder")
+  KIV_CONTENT=$(windows_path "$work/content")
+  KIV_SETUP=$(windows_path "$(ls "$work"/dist/*-setup.exe)")
+  export KIV_WINE KIV_PORTABLE KIV_CONTENT KIV_SETUP
+  "$here/../window/run_in_wine.sh" "$windows" package || complain "use under Wine"
+}
+
+"$here/../../packaging/package.sh" "$linux" "$windows" "$work/dist"
+check_sums
+check_made_again
+check_zip
+check_deb
+check_in_wine
+exit $bad
