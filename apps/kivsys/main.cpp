@@ -6,7 +6,9 @@
 #include <CLI/CLI.hpp>
 
 #include "apps/kivsys/analyze_command.h"
+#include "apps/kivsys/chart_command.h"
 #include "apps/kivsys/convert_command.h"
+#include "apps/kivsys/draw_command.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/page_commands.h"
 #include "apps/kivsys/selection.h"
@@ -110,6 +112,33 @@ void addSort(CLI::App& app, SortOptions& options, int& status) {
   });
 }
 
+void addDraw(CLI::App& app, DrawOptions& options, int& status) {
+  CLI::App* draw = app.add_subcommand("draw", "Draw a page from its items");
+  draw->add_option("page", options.page, "Page file")->required()->type_name("PAGE");
+  draw->add_option("--out", options.out, "Drawing to be written (default: -, standard output)")->type_name("FILE.svg");
+  draw->footer(
+      "Draws a proof of the page as an SVG file. Rest staves as a conversion inserts them are tinted. Ends with\n"
+      "status 0; with 1 after a critical message; with 2 on wrong usage.\n\nExample:\n"
+      "  kivsys draw PIECE001.MUS --out piece001.svg");
+  draw->callback([&options, &status] { status = runDraw(options); });
+}
+
+void addChart(CLI::App& app, ChartOptions& options, int& status) {
+  CLI::App* chart = app.add_subcommand("chart", "Analyse a group and show its systems by instruments");
+  addSelection(*chart, options.selection, "Write report and verdict there");
+  chart->add_option("--out", options.out, "Draw an SVG file, - on standard output (default: text)")
+      ->type_name("FILE.svg");
+  chart->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
+  chart->footer(
+      "Analyses the pages as analyze does. Ends with status 0; with 1 after a critical message; with 2 on wrong\n"
+      "usage. Text is coloured on a terminal unless NO_COLOR is set.\n\nExamples:\n  kivsys chart PIECE*.MUS\n"
+      "  kivsys chart --names names.txt --out piece.svg");
+  chart->callback([&options, &status] {
+    needSelection("chart", options.selection);
+    status = runChart(options);
+  });
+}
+
 struct PageFiles {
   std::string page;
   std::string text;
@@ -145,12 +174,16 @@ int run(int argc, char** argv) {
   ConvertOptions convert;
   ConvertOptions trace;
   SortOptions sort;
+  DrawOptions draw;
+  ChartOptions chart;
   PageFiles files;
   int status = exit_status::normal;
   addAnalyze(app, analyze, status);
   addConvert(app, convert, status);
   addTrace(app, trace, status);
   addSort(app, sort, status);
+  addDraw(app, draw, status);
+  addChart(app, chart, status);
   addPageCommands(app, files, status);
   try {
     app.parse(argc, argv);

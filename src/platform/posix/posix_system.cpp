@@ -12,6 +12,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -306,6 +307,18 @@ bool PosixSystem::errorIsTerminal() {
 
 bool PosixSystem::inputIsTerminal() {
   return ::isatty(STDIN_FILENO) != 0;
+}
+
+bool PosixSystem::outputTakesColour() {
+  const char* none = std::getenv("NO_COLOR");
+  const char* terminal = std::getenv("TERM");
+  const bool plain = terminal != nullptr && std::string_view(terminal) == "dumb";
+  return ::isatty(STDOUT_FILENO) != 0 && !plain && (none == nullptr || *none == '\0');
+}
+
+std::size_t PosixSystem::outputColumns() {
+  winsize size{};
+  return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
 }  // namespace kiv

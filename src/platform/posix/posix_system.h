@@ -56,6 +56,10 @@ class PosixSystem : public Host {
   static bool errorIsTerminal();
   /// Whether standard input is one, so that somebody can be asked.
   static bool inputIsTerminal();
+  /// Whether standard output is a terminal that shows colours, and the user has not asked for none with NO_COLOR.
+  static bool outputTakesColour();
+  /// The columns of the terminal that standard output is; 0 when it is none, or does not tell.
+  static std::size_t outputColumns();
 
  private:
   /// The file that a name stands for; where there is none, the path under which it would be made. "" for what cannot

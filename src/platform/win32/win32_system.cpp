@@ -198,4 +198,23 @@ bool Win32System::inputIsTerminal() {
   return GetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), &mode) != FALSE;
 }
 
+bool Win32System::outputTakesColour() {
+  constexpr DWORD understandsSequences = 0x0004;  // ENABLE_VIRTUAL_TERMINAL_PROCESSING
+  const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+  DWORD mode = 0;
+  // The size includes the closing 0, so that one is an empty value.
+  return GetEnvironmentVariableA("NO_COLOR", nullptr, 0) <= 1 && GetConsoleMode(output, &mode) != FALSE &&
+         SetConsoleMode(output, mode | understandsSequences) != FALSE;
+}
+
+std::size_t Win32System::outputColumns() {
+  CONSOLE_SCREEN_BUFFER_INFO console{};
+  if (GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &console) == FALSE) {
+    return 0;
+  }
+  // A character in the last column would move the cursor to the next line.
+  const auto columns = console.srWindow.Right - console.srWindow.Left;
+  return columns > 0 ? static_cast<std::size_t>(columns) : 0;
+}
+
 }  // namespace kiv

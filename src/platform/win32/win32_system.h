@@ -50,6 +50,10 @@ class Win32System : public Host {
   static bool errorIsTerminal();
   /// Whether standard input is one, so that somebody can be asked.
   static bool inputIsTerminal();
+  /// Whether standard output is a terminal that shows colours, and the user has not asked for none with NO_COLOR.
+  static bool outputTakesColour();
+  /// The columns of the terminal that standard output is; 0 when it is none, or does not tell.
+  static std::size_t outputColumns();
 };
 
 }  // namespace kiv

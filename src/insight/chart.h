@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "conversion/report_index.h"
+#include "platform/host.h"
+
+namespace kiv {
+
+/// What a system has of an instrument.
+enum class Presence : std::uint8_t {
+  missing,    ///< nothing; a conversion inserts a rest staff
+  present,    ///< one staff
+  duplicate,  ///< several staves
+  zeroId,     ///< staves without an instrument identifier
+};
+
+inline constexpr std::size_t presenceKinds = 4;
+
+/// A system of a group.
+struct ChartSystem {
+  std::size_t page = 0;         ///< its place in Chart::pages
+  bool inOrder = true;          ///< its identifiers rise from the top staff down, as in a result
+  std::vector<Presence> cells;  ///< for every instrument of the chart
+};
+
+/// A page of a group that has systems.
+struct ChartPage {
+  std::string name;             ///< without folder; of a multifile page the first file's, with all page letters
+  std::size_t files = 1;        ///< more than 1 for a multifile page
+  std::size_t firstSystem = 0;  ///< its place in Chart::systems
+};
+
+/// Which instruments the systems of a group have.
+struct Chart {
+  std::vector<std::int16_t> instruments;  ///< from the top of a result to its bottom
+  std::vector<ChartPage> pages;           ///< in order
+  std::vector<ChartSystem> systems;       ///< in order; system 1 comes first
+
+  bool startsPage(std::size_t system) const { return pages[systems[system].page].firstSystem == system; }
+  std::size_t count(Presence presence) const;
+  /// "7 systems on 5 pages, 12 instruments; 46 rest staves to be inserted"
+  std::string summary() const;
+  /// The systems whose staves stand in another order than in a result, as "3, 5", the first twelve by number; "" when
+  /// there are none.
+  std::string outOfOrder() const;
+};
+
+/// The chart of an analysed group. With allowZeroId a staff without an identifier counts as any other. A record of the
+/// report that cannot be read ends the program.
+Chart makeChart(Host& host, const ReportIndex& report, bool allowZeroId);
+
+/// The words for a kind of cell.
+const char* meaningOf(Presence presence);
+
+}  // namespace kiv

@@ -1,0 +1,22 @@
+#pragma once
+
+namespace kiv {
+
+/// How a duration is written: a power of two of quarter notes, and dots.
+struct NoteValue {
+  double quarters = 1;  ///< 4 is a whole note, 0.5 an eighth
+  int dots = 0;
+
+  bool isWhole() const { return quarters >= 4; }
+  bool isHalf() const { return quarters == 2; }
+  /// Flags of a note, hooks of a rest: 1 for an eighth, at most 4.
+  int flags() const;
+
+  bool operator==(const NoteValue&) const = default;
+};
+
+/// The written value of a duration in quarter notes. A third of a binary value is one of a triplet, and any other
+/// duration is written as the next lower value. What is no duration is written as a quarter.
+NoteValue noteValue(float duration);
+
+}  // namespace kiv

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv::test {
+
+/// An element of a drawing, without its place in the tree.
+struct XmlElement {
+  std::string name;
+  std::map<std::string, std::string> attributes;
+  std::string text;  ///< directly within it
+
+  /// The attribute; "" when it is not there.
+  std::string operator[](const std::string& attribute) const;
+  double number(const std::string& attribute) const;
+};
+
+/// The elements in document order. A text that a conforming parser refuses fails the test.
+std::vector<XmlElement> elementsOf(std::string_view xml);
+
+/// Those with a class, or with the tag when the class is "".
+std::vector<XmlElement> withClass(const std::vector<XmlElement>& elements, const std::string& className);
+std::vector<XmlElement> withTag(const std::vector<XmlElement>& elements, const std::string& name);
+
+/// Fails the test when a number of a coordinate or size lies beyond the limit, in whatever attribute.
+void expectBounded(const std::vector<XmlElement>& elements, double limit);
+
+}  // namespace kiv::test
