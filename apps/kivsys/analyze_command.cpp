@@ -1,7 +1,12 @@
 #include "apps/kivsys/analyze_command.h"
 
+#include <optional>
+
+#include "apps/kivsys/analysis_output.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/keep_going.h"
 #include "apps/kivsys/run_outcome.h"
+#include "apps/kivsys/run_problems.h"
 #include "apps/kivsys/selection.h"
 #include "platform/console/console_host.h"
 #include "shell/kivsystem.h"
@@ -26,11 +31,39 @@ int exitStatusOf(const RunOutcome& outcome, bool tellsQualification) {
   return tellsQualification && !outcome.qualifies() ? exit_status::notQualified : exit_status::normal;
 }
 
+/// Runs the analysis, or only leaves no old results when there is nothing to run it on.
+bool runOnNames(KivSystem& program, const std::string& namesFile, const AnalyzeOptions& options) {
+  if (namesFile.empty()) {
+    deleteOldResults(program.host);
+    return false;
+  }
+  return runAnalysis(program, namesFile, options.allowZeroId);
+}
+
 int analyzeNames(ConsoleHost& host, const std::string& namesFile, const AnalyzeOptions& options) {
   KivSystem program(host);
-  const bool normalEnd = runAnalysis(program, namesFile, options.allowZeroId);
-  const RunOutcome outcome = outcomeOf(program, host, normalEnd);
-  return printOutcome(options.json ? asJson(outcome) : asText(outcome), exitStatusOf(outcome, options.exitCode));
+  FindingsLog findings;
+  program.observer = &findings;
+  std::optional<PagesToGoOn> pages;
+  if (options.keepGoing) {
+    pages.emplace(host, namesFile);
+  }
+  const bool normalEnd = runOnNames(program, pages ? pages->namesFile() : namesFile, options);
+  AnalysisOutput output{outcomeOf(program, host, normalEnd), {}, {}, pages ? &*pages : nullptr};
+  if (normalEnd) {
+    output.layouts = findLayouts(host, program.systems,
+                                 options.json || options.jsonl ? Places::ofEverySystem : Places::ofFirstSystems);
+  }
+  if (options.json || options.jsonl) {
+    output.problems =
+        problemsOf(program, findings, host, pages ? pages->filesOfMessages() : std::vector<std::string>());
+  }
+  const bool anySkipped = pages && pages->anySkipped();
+  const int status = anySkipped ? exit_status::critical : exitStatusOf(output.outcome, options.exitCode);
+  if (options.jsonl) {
+    return printOutcome(asJsonLines(output), status);
+  }
+  return printOutcome(options.json ? asJson(output) : asText(output), status);
 }
 
 }  // namespace

@@ -11,7 +11,9 @@ struct AnalyzeOptions {
   Selection selection;
   bool allowZeroId = false;
   bool json = false;
+  bool jsonl = false;
   bool exitCode = false;
+  bool keepGoing = false;  ///< leave bad pages out
 };
 
 /// Runs the analysis and prints its outcome. Returns the program's exit status.

@@ -15,7 +15,8 @@ struct ConvertOptions {
   bool noInstrNumber = false;  ///< results show no instrument identifiers
   bool force = false;          ///< convert what qualifies as it stands, too
   bool json = false;
-  bool trace = false;  ///< leave the tables of the last system in a text file
+  bool dryRun = false;  ///< write nothing, tell what would be written
+  bool trace = false;   ///< leave the tables of the last system in a text file
 };
 
 /// Analyses the selected pages as the panel does, converts them when that is called for, and prints the outcome.

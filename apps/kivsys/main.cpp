@@ -53,11 +53,15 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
   addSelection(*analyze, options.selection, "Write report and verdict there");
   analyze->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
   analyze->add_flag("--json", options.json, "Print one JSON object and nothing else");
+  analyze->add_flag("--jsonl", options.jsonl, "Print JSON objects, one a line: problems, layouts, outcome")
+      ->excludes("--json");
+  analyze->add_flag("--keep-going", options.keepGoing, "Name every bad page and go on without it; status 1 if any was");
   analyze->add_flag("--exit-code", options.exitCode, "End with status 3 when the input needs a conversion");
   analyze->footer(
       "Writes KivSystem2.TXT (report) and KivSystem1.TXT (verdict). Ends with status 0; with 1 after a critical\n"
       "message; with 2 on wrong usage.\n\nExamples:\n  kivsys analyze PIECE*.MUS\n"
-      "  kivsys analyze --folder out --names names.txt --json");
+      "  kivsys analyze --folder out --names names.txt --json\n"
+      "  kivsys analyze --keep-going PIECE*.MUS");
   analyze->callback([&options, &status] {
     needSelection("analyze", options.selection);
     status = runAnalyze(options);
@@ -82,12 +86,14 @@ void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
 void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
   CLI::App* convert = app.add_subcommand("convert", "Write one page per system, all with the same layout");
   addConversion(*convert, options, status);
+  convert->add_flag("--dry-run", options.dryRun, "Write nothing, print what would be written");
   convert->footer(
       "Analyses the pages first, and converts them unless they qualify as they stand. Writes WORK0001.MUS,\n"
       "WORK0002.MUS ... into the folder of the first result file, beside report and verdict in the current folder.\n"
       "Ends with status 0; with 1 after a critical message; with 2 on wrong usage.\n\nExamples:\n"
       "  kivsys convert PIECE*.MUS --result out/WORK0001.MUS\n"
-      "  kivsys convert --names names.txt --force --json");
+      "  kivsys convert --names names.txt --force --json\n"
+      "  kivsys convert --dry-run PIECE*.MUS");
 }
 
 void addTrace(CLI::App& app, ConvertOptions& options, int& status) {

@@ -7,25 +7,10 @@
 #include "analysis/report.h"
 #include "analysis/verdict.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/outcome_json.h"
 
 namespace kiv {
 namespace {
-
-using Json = nlohmann::ordered_json;
-
-const char* nameOf(Icon icon) {
-  switch (icon) {
-    case Icon::information:
-      return "information";
-    case Icon::exclamation:
-      return "exclamation";
-    case Icon::critical:
-      return "critical";
-    case Icon::none:
-      break;
-  }
-  return "none";
-}
 
 const char* nameOf(Answer answer) {
   switch (answer) {
@@ -49,6 +34,20 @@ std::string yesOrNo(bool value) {
 }
 
 }  // namespace
+
+const char* nameOf(Icon icon) {
+  switch (icon) {
+    case Icon::information:
+      return "information";
+    case Icon::exclamation:
+      return "exclamation";
+    case Icon::critical:
+      return "critical";
+    case Icon::none:
+      break;
+  }
+  return "none";
+}
 
 RunOutcome outcomeOf(KivSystem& program, const ConsoleHost& host, bool normalEnd) {
   RunOutcome outcome;
@@ -84,7 +83,7 @@ RunOutcome writingOutcomeOf(const NamesTable& names, const ConsoleHost& host, bo
   return withPagesWritten(outcome, host, normalEnd);
 }
 
-std::string asJson(const RunOutcome& outcome) {
+Json jsonOf(const RunOutcome& outcome) {
   Json messages = Json::array();
   for (const ShownMessage& message : outcome.messages) {
     messages.push_back({{"icon", nameOf(message.icon)},
@@ -105,7 +104,17 @@ std::string asJson(const RunOutcome& outcome) {
     }
     object["created"] = created;
   }
+  return object;
+}
+
+std::string asLine(const Json& object) {
   return object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+std::string asJson(const RunOutcome& outcome) {
+  Json object = jsonOf(outcome);
+  object["schema_version"] = schemaVersion;
+  return asLine(object);
 }
 
 std::string asText(const RunOutcome& outcome) {

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "analysis/cue_marker.h"
 #include "analysis/naming_problem.h"
 #include "input/files.h"
 #include "mus/number.h"
@@ -9,16 +10,6 @@
 
 namespace kiv {
 namespace {
-
-constexpr float hiddenStaff = -1;
-
-/// Whether a note-like item of type 2 refers to another instrument.
-bool isCueMarker(const PageWalker& page) {
-  const float kind = page.par(par::kind);
-  const float height = page.par(par::height);
-  return (kind == -2 || kind == -12) && page.par(par::restForm) != -1 && std::fabs(height) < 100 && height >= -6 &&
-         height <= 2 && page.par(par::cuedInstrument) != 0;
-}
 
 /// Takes from one page file what the analysis looks at.
 class BarDataReader {

@@ -54,6 +54,9 @@ void analysePage(KivSystem& program, const PageEntry& page, std::int16_t& system
            program.reader);
   const PageSystems systems = numberSystems(host, program.musFileName, program.items, systemBase);
   const PageProblems problems = checkPage(host, program.musFileName, program.items, systems);
+  if (program.observer != nullptr) {
+    program.observer->pageChecked(page, program.musFileName, problems);
+  }
   showProblems(host, problems, page.isMultifile(), program.settings.allowZeroInstrId, program.musFileName);
   report.writePage(program.items);
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "analysis/first_clef_table.h"
+#include "analysis/page_observer.h"
 #include "analysis/page_table.h"
 #include "analysis/verdict.h"
 #include "conversion/braces.h"
@@ -50,6 +51,7 @@ struct KivSystem {
   SystemTable systems;
   OrderTable order;
   BraceTable braces;
+  PageObserver* observer = nullptr;  ///< is told what every page's checks find; may be null, not owned
 };
 
 }  // namespace kiv

@@ -301,7 +301,11 @@ TEST_F(ConsoleConvert, JsonIsOneObjectWithTheMessagesAndTheFiles) {
       {"systems", 2},
       {"instruments", 2},
       {"created", {first, last}}};
-  EXPECT_EQ(Json::parse(ended.out), expected);
+  Json object = Json::parse(ended.out);
+  for (const char* insight : {"problems", "schema_version"}) {
+    EXPECT_EQ(object.erase(insight), 1U) << insight;
+  }
+  EXPECT_EQ(object, expected);
 }
 
 TEST_F(ConsoleConvert, JsonTellsThatNothingWasCreated) {

@@ -56,7 +56,10 @@ TEST_F(Kivsys, PrintsVerdictAndCounts) {
   folder.addPage("X2.MUS", flute);
   const Ended ended = kivsys("analyze X1.MUS X2.MUS");
   EXPECT_EQ(ended.status, 0);
-  EXPECT_EQ(ended.out, "CONSISTENCY=NO\r\nMULTIFILE=NO\r\nFiles: 2\r\nSystems: 2\r\nInstruments: 2\r\n");
+  EXPECT_EQ(ended.out,
+            "CONSISTENCY=NO\r\nMULTIFILE=NO\r\nFiles: 2\r\nSystems: 2\r\nInstruments: 2\r\n"
+            "Layouts: 2 in 2 systems\r\n  A: system 1 (X1.MUS)\r\n     101, 102\r\n"
+            "  B: system 2 (X2.MUS)\r\n     A without 102\r\n");
   EXPECT_EQ(ended.error, "");
   EXPECT_EQ(readFileContent("KivSystem1.TXT"), "CONSISTENCY=NO\r\nMULTIFILE=NO\r\n");
 }
@@ -131,12 +134,13 @@ TEST_F(Kivsys, WildcardsStandForPagesInOrder) {
   folder.addPage("X1.MUS", fluteAndBass);
   folder.addPage("Y1.MUS", oboe);
   makeFolder("X3.MUS");
-  EXPECT_EQ(kivsys("analyze X?.MUS").out,
-            "CONSISTENCY=NO\r\nMULTIFILE=NO\r\nFiles: 2\r\nSystems: 2\r\nInstruments: 2\r\n");
+  const std::string ofX = kivsys("analyze X?.MUS").out;
+  EXPECT_TRUE(ofX.starts_with("CONSISTENCY=NO\r\nMULTIFILE=NO\r\nFiles: 2\r\nSystems: 2\r\nInstruments: 2\r\n")) << ofX;
   const std::string report = readFileContent("KivSystem2.TXT");
   EXPECT_LT(report.find("* X1.MUS"), report.find("* X2.MUS"));
-  EXPECT_EQ(kivsys("analyze .\\*1.MUS").out,
-            "CONSISTENCY=NO\r\nMULTIFILE=NO\r\nFiles: 2\r\nSystems: 2\r\nInstruments: 3\r\n");
+  const std::string ofOnes = kivsys("analyze .\\*1.MUS").out;
+  EXPECT_TRUE(ofOnes.starts_with("CONSISTENCY=NO\r\nMULTIFILE=NO\r\nFiles: 2\r\nSystems: 2\r\nInstruments: 3\r\n"))
+      << ofOnes;
   EXPECT_EQ(kivsys("analyze Z*.MUS").status, 1);
 }
 

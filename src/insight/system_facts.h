@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/host.h"
+
+namespace kiv {
+
+/// A staff as its record in the report tells of it; numbers that are texts are in general number form.
+struct StaffFact {
+  std::int16_t instrument = 0;
+  std::string instrumentText;
+  std::string newStaff;  ///< its number in the page
+  std::string staff;     ///< its number in the file
+  std::string file;      ///< full name
+  int occurrence = 1;    ///< which one it is of the staves with this instrument and number in the file, from 1
+
+  bool operator==(const StaffFact&) const = default;
+};
+
+/// A system of the report.
+struct SystemFact {
+  std::int16_t number = 0;
+  std::vector<StaffFact> staves;  ///< from the top down
+
+  bool operator==(const SystemFact&) const = default;
+};
+
+/// The systems of the report in the current folder, in the order of the pages. Never ends the program: no report gives
+/// no systems, and a record without whole numbers of 16 bits is passed over.
+std::vector<SystemFact> readSystemFacts(Host& host);
+
+}  // namespace kiv

@@ -1,0 +1,110 @@
+#include "tests/console/json_schema.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+namespace kiv::test {
+namespace {
+
+using Json = nlohmann::json;
+
+bool isOfType(const Json& value, const std::string& type) {
+  return (type == "object" && value.is_object()) || (type == "array" && value.is_array()) ||
+         (type == "string" && value.is_string()) || (type == "boolean" && value.is_boolean()) ||
+         (type == "null" && value.is_null()) || (type == "integer" && value.is_number_integer()) ||
+         (type == "number" && value.is_number());
+}
+
+class Checker {
+ public:
+  explicit Checker(const Json& schema) : schema_(schema) {}
+
+  std::vector<std::string> check(const Json& value, const Json& rule, const std::string& place) const;
+
+ private:
+  std::vector<std::string> checkObject(const Json& value, const Json& rule, const std::string& place) const;
+  std::vector<std::string> checkOneOf(const Json& value, const Json& rules, const std::string& place) const;
+
+  const Json& schema_;
+};
+
+std::vector<std::string> Checker::check(const Json& value, const Json& rule, const std::string& place) const {
+  static const std::set<std::string> known = {
+      "$ref", "const", "enum", "oneOf", "type", "properties", "required", "additionalProperties", "items"};
+  std::vector<std::string> found;
+  const auto add = [&](const std::vector<std::string>& more) { found.insert(found.end(), more.begin(), more.end()); };
+  for (const auto& [word, meaning] : rule.items()) {
+    if (!known.contains(word)) {
+      found.push_back(place + ": the schema says " + word);
+    }
+  }
+  if (rule.contains("$ref")) {
+    add(check(value, schema_.at(Json::json_pointer(rule["$ref"].get<std::string>().substr(1))), place));
+  }
+  if (rule.contains("const") && value != rule["const"]) {
+    found.push_back(place + " is " + value.dump());
+  }
+  if (rule.contains("enum") && std::find(rule["enum"].begin(), rule["enum"].end(), value) == rule["enum"].end()) {
+    found.push_back(place + " is " + value.dump());
+  }
+  if (rule.contains("oneOf")) {
+    add(checkOneOf(value, rule["oneOf"], place));
+  }
+  if (rule.contains("type")) {
+    const Json types = rule["type"].is_array() ? rule["type"] : Json::array({rule["type"]});
+    if (std::none_of(types.begin(), types.end(), [&](const Json& type) { return isOfType(value, type); })) {
+      found.push_back(place + " is " + value.dump());
+    }
+  }
+  if (rule.contains("properties") && value.is_object()) {
+    add(checkObject(value, rule, place));
+  }
+  if (rule.contains("items") && value.is_array()) {
+    for (std::size_t i = 0; i < value.size(); ++i) {
+      add(check(value[i], rule["items"], place + "/" + std::to_string(i)));
+    }
+  }
+  return found;
+}
+
+std::vector<std::string> Checker::checkObject(const Json& value, const Json& rule, const std::string& place) const {
+  std::vector<std::string> found;
+  for (const auto& key : rule["required"]) {
+    if (!value.contains(key.get<std::string>())) {
+      found.push_back(place + " has no " + key.get<std::string>());
+    }
+  }
+  for (const auto& [key, member] : value.items()) {
+    if (!rule["properties"].contains(key)) {
+      found.push_back(place + " has " + key);
+    } else {
+      const auto more = check(member, rule["properties"][key], place + "/" + key);
+      found.insert(found.end(), more.begin(), more.end());
+    }
+  }
+  return found;
+}
+
+std::vector<std::string> Checker::checkOneOf(const Json& value, const Json& rules, const std::string& place) const {
+  const auto fitting =
+      std::count_if(rules.begin(), rules.end(), [&](const Json& rule) { return check(value, rule, place).empty(); });
+  return fitting == 1
+             ? std::vector<std::string>()
+             : std::vector{place + " is " + value.dump() + ", which fits " + std::to_string(fitting) + " rules"};
+}
+
+}  // namespace
+
+Json documentedSchema() {
+  std::ifstream file(std::filesystem::path(DOCS_FOLDER) / "json-schema.json");
+  return Json::parse(file);
+}
+
+std::vector<std::string> complaints(const Json& value, const std::string& definition) {
+  const Json schema = documentedSchema();
+  return Checker(schema).check(value, schema["$defs"][definition], definition);
+}
+
+}  // namespace kiv::test

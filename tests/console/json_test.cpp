@@ -1,0 +1,164 @@
+#include <algorithm>
+#include <fstream>
+#include <set>
+#include <sstream>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "insight/problem_codes.h"
+#include "tests/console/example_pages.h"
+#include "tests/console/json_schema.h"
+#include "tests/support/pages.h"
+
+namespace kiv::test {
+namespace {
+
+using Json = nlohmann::json;
+using Lines = std::vector<std::string>;
+
+std::string document(const std::string& name) {
+  std::ifstream stream(std::filesystem::path(DOCS_FOLDER) / name);
+  std::ostringstream content;
+  content << stream.rdbuf();
+  return content.str();
+}
+
+/// The blocks of a document that hold JSON.
+std::vector<Json> shownJson() {
+  std::vector<Json> shown;
+  const std::string text = document("json.md");
+  const std::string start = "```json\n";
+  for (std::size_t at = text.find(start); at != std::string::npos; at = text.find(start, at + 1)) {
+    const std::size_t from = at + start.size();
+    shown.push_back(Json::parse(text.substr(from, text.find("```", from) - from)));
+  }
+  return shown;
+}
+
+/// The page that the document shows.
+std::string shownPage() {
+  std::istringstream lines(document("json.md"));
+  const std::string indent = "    ";
+  std::string text;
+  for (std::string line; std::getline(lines, line);) {
+    text += line.starts_with(indent) ? line.substr(indent.size()) + "\n" : "";
+  }
+  return text;
+}
+
+std::vector<Json> linesOf(const std::string& text) {
+  std::vector<Json> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) {
+    lines.push_back(Json::parse(line));
+  }
+  return lines;
+}
+
+class JsonOutput : public ::testing::Test {
+ protected:
+  Workplace place;
+  const std::string faulty =
+      "staff 2 at 0 instrument 105\nstaff 1 at 0 instrument 105\nrest 1 at 20 kind -2 cue 105\nbarline 1 at 0 spans "
+      "2\n";
+  const std::string bass = "staff 1 at 0 instrument 102\nbarline 1 at 0 spans 1\n";
+};
+
+TEST_F(JsonOutput, RecordsAsTheDocumentShowsThem) {
+  place.write("X1.MUS", page(shownPage()));
+  const Json object = Json::parse(place.kivsys({"analyze", "--json", "X1.MUS"}).out);
+  const std::string escaped = with(place.capitals(""), "\\", "\\\\");
+  const Json problems = Json::parse(with(object["problems"].dump(), escaped, "\\\\MUSIC"));
+  const std::vector<Json> shown = shownJson();
+  ASSERT_EQ(shown.size(), 2U);
+  for (const Json& record : shown) {
+    EXPECT_NE(std::find(problems.begin(), problems.end(), record), problems.end()) << record << problems;
+  }
+}
+
+TEST_F(JsonOutput, FitsTheSchema) {
+  place.write("X1.MUS", page(faulty));
+  place.write("X2.MUS", page(bass));
+  place.write("X3.MUS", page("words 99\n"));
+  const auto object = [&](const Lines& arguments) { return Json::parse(place.kivsys(arguments).out); };
+  EXPECT_EQ(complaints(object({"analyze", "--json", "X1.MUS", "X2.MUS"}), "analyze"), Lines());
+  EXPECT_EQ(complaints(object({"analyze", "--json", "X1.MUS", "X3.MUS"}), "analyze"), Lines());
+  EXPECT_EQ(complaints(object({"analyze", "--json", "GONE1.MUS"}), "analyze"), Lines());
+  EXPECT_EQ(complaints(object({"convert", "--json", "X1.MUS", "X2.MUS"}), "convert"), Lines());
+  EXPECT_EQ(complaints(object({"convert", "--json", "X3.MUS"}), "convert"), Lines());
+  EXPECT_EQ(complaints(object({"trace", "--json", "X2.MUS"}), "convert"), Lines());
+  EXPECT_EQ(complaints(object({"sort", "--json", "X2.MUS"}), "sort"), Lines());
+  EXPECT_NE(complaints(object({"sort", "--json", "X2.MUS"}), "analyze"), Lines())
+      << "the check finds what does not fit";
+}
+
+TEST_F(JsonOutput, ExampleFitsTheSchemaAndPlacesEveryStaff) {
+  Lines arguments = buildExample(place);
+  arguments.insert(arguments.begin(), {"analyze", "--json"});
+  const Json object = Json::parse(place.kivsys(arguments).out);
+  EXPECT_EQ(complaints(object, "analyze"), Lines());
+  EXPECT_EQ(object["problems"], Json::array());
+  ASSERT_EQ(object["layouts"].size(), 3U);
+  EXPECT_EQ(object["layouts"][0]["systems"], Json::array({{{"first", 4}, {"last", 7}}}));
+  ASSERT_EQ(object["layouts"][1]["deviations"].size(), 20U);
+  const Json last = object["layouts"][1]["deviations"][19];
+  EXPECT_EQ(last["instrument"], 110);
+  EXPECT_EQ(last["system"], 3);
+  EXPECT_EQ(last["file"], place.capitals("SYMPH003B.MUS"));
+  EXPECT_EQ(last["staff"], 3);
+  const std::string dump = place.kivsys({"dump", "SYMPH003B.MUS"}).out;
+  const std::string item = std::to_string(last["item"].get<int>()) + " @" + std::to_string(last["offset"].get<int>());
+  const std::size_t at = dump.find(" " + item + " ");
+  ASSERT_NE(at, std::string::npos) << item;
+  EXPECT_NE(dump.substr(at, dump.find('\n', at) - at).find("staff 3 at 0"), std::string::npos);
+}
+
+TEST_F(JsonOutput, StreamIsTheSameLineByLine) {
+  place.write("X1.MUS", page(faulty));
+  place.write("X2.MUS", page(bass));
+  const Ended ended = place.kivsys({"analyze", "--jsonl", "X1.MUS", "X2.MUS"});
+  EXPECT_EQ(ended.status, 0);
+  const std::vector<Json> lines = linesOf(ended.out);
+  std::string records;
+  for (const Json& line : lines) {
+    EXPECT_EQ(complaints(line, "line"), Lines());
+    records += line["record"].get<std::string>() + " ";
+  }
+  EXPECT_EQ(records, "problem problem problem layout layout deviation deviation deviation outcome ");
+  const Json object = Json::parse(place.kivsys({"analyze", "--json", "X1.MUS", "X2.MUS"}).out);
+  Json first = lines[0];
+  first.erase("record");
+  EXPECT_EQ(first, object["problems"][0]);
+  EXPECT_EQ(lines.back()["messages"], object["messages"]);
+}
+
+TEST_F(JsonOutput, OneFormAtATime) {
+  place.write("X1.MUS", page(bass));
+  EXPECT_EQ(place.kivsys({"analyze", "--json", "--jsonl", "X1.MUS"}).status, 2);
+}
+
+TEST_F(JsonOutput, ProblemsOfAConversionToo) {
+  place.write("X1.MUS", page(faulty));
+  place.write("X2.MUS", page(bass));
+  const Json object = Json::parse(place.kivsys({"convert", "--dry-run", "--json", "X1.MUS", "X2.MUS"}).out);
+  ASSERT_GE(object["problems"].size(), 2U);
+  EXPECT_EQ(object["problems"][0]["code"], "duplicate-instrument-id");
+  EXPECT_EQ(object["problems"][0]["item"], 2);
+}
+
+TEST_F(JsonOutput, EveryCodeIsInTheSchemaAndInTheDocument) {
+  std::set<std::string> codes = {std::string(code::other)};
+  for (const MessageHead& head : messageHeads()) {
+    codes.emplace(head.code);
+  }
+  const Json listed = documentedSchema()["$defs"]["code"]["enum"];
+  EXPECT_EQ(std::set<std::string>(listed.begin(), listed.end()), codes);
+  const std::string text = document("json.md");
+  for (const std::string& code : codes) {
+    EXPECT_NE(text.find("`" + code + "`"), std::string::npos) << code;
+  }
+}
+
+}  // namespace
+}  // namespace kiv::test

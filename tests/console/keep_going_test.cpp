@@ -1,0 +1,106 @@
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "tests/console/example_pages.h"
+#include "tests/console/json_schema.h"
+#include "tests/support/pages.h"
+
+namespace kiv::test {
+namespace {
+
+using Json = nlohmann::json;
+
+class KeepGoing : public ::testing::Test {
+ protected:
+  void addPage(const std::string& file, const std::string& text) const { place.write(file, page(text)); }
+  void addMixture() const {
+    addPage("X1.MUS", good);
+    addPage("X2.MUS", "words 99\n");
+    addPage("X3.MUS", good);
+    addPage("X;4.MUS", good);
+  }
+  std::string reportWithoutDate() const {
+    const std::string report = place.read("KivSystem2.TXT");
+    return report.substr(std::min(report.find('\n'), report.size()));
+  }
+
+  const std::string good = "staff 1 at 0 instrument 101\nbarline 1 at 0 spans 1\n";
+  Workplace place;
+};
+
+TEST_F(KeepGoing, NamesBadPagesAndAnalysesTheOthers) {
+  addMixture();
+  const Ended ended = place.kivsys({"analyze", "--keep-going", "X1.MUS", "X2.MUS", "X3.MUS", "X;4.MUS", "GONE5.MUS"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_EQ(ended.out,
+            "CONSISTENCY=YES\nMULTIFILE=NO\nFiles: 2\nSystems: 2\nInstruments: 1\n"
+            "Layouts: all alike in 2 systems: 101\n"
+            "2 pages analysed, 3 skipped: X;4.MUS, GONE5.MUS, X2.MUS\n");
+  EXPECT_EQ(ended.error,
+            "critical: File naming problem: " + place.capitals("X;4.MUS") +
+                "\n  Current folder = " + place.corePath("") +
+                "\n  Filenames required for this program must have this format:\n  \n"
+                "      <letter(s)><digit(s)><optionally one sequence letter>.<suffix>\n  \n  Rename your input.\n"
+                "critical: Name in Names file [" +
+                place.capitals("GONE5.MUS") +
+                "] refers to non-existing or unaccessable file\n"
+                "critical: Structural error in MUS file: " +
+                place.capitals("X2.MUS") + "\n  Try to recover with KivValid/KivRecover.\n  Current folder = " +
+                place.corePath("") + "\n  Item number = 1\n");
+  const std::string kept = reportWithoutDate();
+  place.kivsys({"analyze", "X1.MUS", "X3.MUS"});
+  EXPECT_EQ(kept, reportWithoutDate()) << "as if the others alone had been selected";
+}
+
+TEST_F(KeepGoing, WithoutBadPagesItIsAnAnalysisWithASum) {
+  addPage("X1.MUS", good);
+  const Ended ended = place.kivsys({"analyze", "--keep-going", "X1.MUS"});
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_EQ(ended.out, place.kivsys({"analyze", "X1.MUS"}).out + "1 page analysed, 0 skipped\n");
+}
+
+TEST_F(KeepGoing, ANamesFileStaysAsItIs) {
+  addMixture();
+  const std::string names = "* mine\r\n" + place.corePath("X1.MUS") + " 1\r\n" + place.corePath("X2.MUS") + " 1\r\n" +
+                            place.corePath("GONE5.MUS") + " 1\r\n";
+  place.write("names.txt", names);
+  EXPECT_EQ(place.kivsys({"analyze", "--keep-going", "--names", "names.txt"}).status, 1);
+  EXPECT_EQ(place.read("names.txt"), names);
+}
+
+TEST_F(KeepGoing, OfOnlyBadPagesNothingIsLeft) {
+  addPage("X2.MUS", "words 99\n");
+  place.write("KivSystem1.TXT", "old");
+  const Ended ended = place.kivsys({"analyze", "--keep-going", "X2.MUS"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_EQ(ended.out, "0 pages analysed, 1 skipped: X2.MUS\n");
+  EXPECT_EQ(filesIn(place.path()), std::vector<std::string>{"X2.MUS"});
+}
+
+TEST_F(KeepGoing, JsonTellsWhatWasSkipped) {
+  addMixture();
+  const Ended ended = place.kivsys({"analyze", "--keep-going", "--json", "X1.MUS", "X2.MUS", "X3.MUS"});
+  EXPECT_EQ(ended.status, 1);
+  const Json object = Json::parse(ended.out);
+  EXPECT_EQ(complaints(object, "analyze"), std::vector<std::string>());
+  EXPECT_EQ(object["end"], "normal");
+  EXPECT_EQ(object["pages_analysed"], 2);
+  EXPECT_EQ(object["skipped"],
+            Json::array({{{"files", {place.capitals("X2.MUS")}}, {"code", "structure-error"}, {"message", 0}}}));
+  ASSERT_EQ(object["problems"].size(), 1U);
+  EXPECT_EQ(object["problems"][0]["code"], "structure-error");
+  EXPECT_EQ(object["problems"][0]["file"], place.capitals("X2.MUS"));
+  EXPECT_EQ(object["problems"][0]["item"], 1);
+  EXPECT_EQ(object["problems"][0]["offset"], 2);
+}
+
+TEST_F(KeepGoing, WithoutItTheFirstBadPageEndsTheRun) {
+  addMixture();
+  const Ended ended = place.kivsys({"analyze", "X1.MUS", "X2.MUS", "X3.MUS"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_EQ(ended.out, "");
+  EXPECT_EQ(place.read("KivSystem1.TXT"), "(no file)");
+}
+
+}  // namespace
+}  // namespace kiv::test
