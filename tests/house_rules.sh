@@ -20,11 +20,18 @@ for file in $(files 'tests/*_test.cpp'); do
 done
 
 # The core reaches the world through the host only.
-for file in $(files 'src/mus' 'src/input' 'src/analysis' 'src/sort' 'src/conversion' 'src/insight' 'src/shell' 'src/platform/*.cpp' 'src/platform/*.h'); do
+for file in $(files 'src/mus' 'src/input' 'src/analysis' 'src/sort' 'src/conversion' 'src/insight' 'src/proof' 'src/shell' 'src/platform/*.cpp' 'src/platform/*.h'); do
   case $file in src/platform/*/*) continue ;; esac
   if grep -nE '#include <(windows\.h|fstream|filesystem|unistd\.h|iostream|cstdlib|fcntl\.h|sys/.*)>' "$file" |
     grep -v 'cstdlib'; then
     complain "$file: the core includes no platform header"
+  fi
+done
+
+# A proof that leaned on what it proves would be none.
+for file in $(files 'src/proof'); do
+  if grep -nE '#include "(conversion|sort)/' "$file"; then
+    complain "$file: a proof shares nothing with the conversion"
   fi
 done
 

@@ -9,6 +9,7 @@
 #include "apps/kivsys/insight_json.h"
 #include "apps/kivsys/run_outcome.h"
 #include "apps/kivsys/run_problems.h"
+#include "apps/kivsys/verify_command.h"
 #include "conversion/dump_memory.h"
 #include "platform/console/console_host.h"
 #include "shell/cmd_convert.h"
@@ -47,15 +48,35 @@ bool convert(KivSystem& program, const ConvertOptions& options, const std::strin
   return press(cmdConvert_Click, program) && (!options.trace || dump(program));
 }
 
-std::string jsonOfRun(const RunOutcome& outcome, const std::vector<Problem>& problems, KeptHost* kept) {
-  Json object = jsonOf(outcome);
-  if (kept != nullptr) {
+/// What the run leaves to be printed, and whether it ended well.
+struct Conversion {
+  RunOutcome outcome;
+  std::vector<Problem> problems;
+  KeptHost* kept = nullptr;  ///< holds what a dry run did not write; null otherwise
+};
+
+std::string jsonOfRun(const Conversion& run) {
+  Json object = jsonOf(run.outcome);
+  if (run.kept != nullptr) {
     object["dry_run"] = true;
-    object["planned"] = plannedJson(plannedResults(*kept));
+    object["planned"] = plannedJson(plannedResults(*run.kept));
   }
-  object["problems"] = jsonOf(problems);
+  object["problems"] = jsonOf(run.problems);
   object["schema_version"] = schemaVersion;
   return asLine(object);
+}
+
+std::string textOfRun(const Conversion& run) {
+  const RunOutcome& outcome = run.outcome;
+  const std::string results = run.kept != nullptr ? plannedLines(plannedResults(*run.kept)) : createdLines(outcome);
+  return asText(outcome) + results + (outcome.verification ? asText(*outcome.verification) : "");
+}
+
+int print(const Conversion& run, bool json) {
+  const RunOutcome& outcome = run.outcome;
+  const bool proved = !outcome.verification || outcome.verification->proved();
+  return printOutcome(json ? jsonOfRun(run) : textOfRun(run),
+                      outcome.normalEnd && proved ? exit_status::normal : exit_status::critical);
 }
 
 /// Converts on the console's host, or on one that keeps all writes.
@@ -69,19 +90,25 @@ int convertNames(ConsoleHost& console, KeptHost* kept, const std::string& namesF
   program.settings.allowZeroInstrId = options.allowZeroId;
   program.panel.chkOverwrite.checked = !options.noOverwrite;
   program.panel.chkShowInstrNumber.checked = !options.noInstrNumber;
+  bool converted = false;
   bool normalEnd = press(cmdRun_Click, program) && program.names.nameCount > 0;
   const RunOutcome analysis = outcomeOf(program, console, normalEnd);
   normalEnd = analysis.normalEnd;
   if (normalEnd && (program.panel.cmdConvert.enabled || options.force)) {
     normalEnd = convert(program, options, firstResultFile);
+    converted = normalEnd;
   }
-  const RunOutcome outcome = withPagesWritten(analysis, console, normalEnd);
-  const int status = normalEnd ? exit_status::normal : exit_status::critical;
+  RunOutcome outcome = withPagesWritten(analysis, console, normalEnd);
+  outcome.verifies = options.verify;
+  if (options.verify && converted) {
+    outcome.verification = verificationOf(
+        console, namesFile, {program.panel.txtFirstResultFile.text, program.panel.chkShowInstrNumber.checked});
+  }
+  Conversion run{outcome, {}, kept};
   if (options.json) {
-    return printOutcome(jsonOfRun(outcome, problemsOf(program, findings, console), kept), status);
+    run.problems = problemsOf(program, findings, console);
   }
-  const std::string results = kept != nullptr ? plannedLines(plannedResults(*kept)) : createdLines(outcome);
-  return printOutcome(asText(outcome) + results, status);
+  return print(run, options.json);
 }
 
 }  // namespace

@@ -16,6 +16,7 @@ struct ConvertOptions {
   bool force = false;          ///< convert what qualifies as it stands, too
   bool json = false;
   bool dryRun = false;  ///< write nothing, tell what would be written
+  bool verify = false;  ///< prove the conversion afterwards
   bool trace = false;   ///< leave the tables of the last system in a text file
 };
 

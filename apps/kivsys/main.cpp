@@ -13,6 +13,8 @@
 #include "apps/kivsys/page_commands.h"
 #include "apps/kivsys/selection.h"
 #include "apps/kivsys/sort_command.h"
+#include "apps/kivsys/survey_command.h"
+#include "apps/kivsys/verify_command.h"
 #include "platform/console/console_host.h"
 #include "shell/start_up.h"
 #include "shell/version.h"
@@ -86,7 +88,9 @@ void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
 void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
   CLI::App* convert = app.add_subcommand("convert", "Write one page per system, all with the same layout");
   addConversion(*convert, options, status);
-  convert->add_flag("--dry-run", options.dryRun, "Write nothing, print what would be written");
+  CLI::Option* dryRun = convert->add_flag("--dry-run", options.dryRun, "Write nothing, print what would be written");
+  convert->add_flag("--verify", options.verify, "Prove the conversion afterwards; status 1 when that fails")
+      ->excludes(dryRun);
   convert->footer(
       "Analyses the pages first, and converts them unless they qualify as they stand. Writes WORK0001.MUS,\n"
       "WORK0002.MUS ... into the folder of the first result file, beside report and verdict in the current folder.\n"
@@ -94,6 +98,50 @@ void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
       "  kivsys convert PIECE*.MUS --result out/WORK0001.MUS\n"
       "  kivsys convert --names names.txt --force --json\n"
       "  kivsys convert --dry-run PIECE*.MUS");
+}
+
+void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
+  CLI::App* verify = app.add_subcommand("verify", "Prove that a conversion has lost and changed nothing");
+  addSelection(*verify, options.selection, "Report and verdict are there");
+  verify->add_option("--result", options.result, "First result file of the conversion")->required()->type_name("FILE");
+  verify->add_option("--manifest", options.manifest, "Write the SHA-256 of all files there, as sha256sum -c reads them")
+      ->type_name("FILE");
+  verify->add_flag("--json", options.json, "Print one JSON object, with the SHA-256 of all files, and nothing else");
+  verify->footer(
+      "Reads inputs, report, verdict and results again, and holds them against the rules of a conversion, item by\n"
+      "item. Changes nothing. Ends with status 0 when the conversion is proved; with 1 when it is not; with 2 on "
+      "wrong\n"
+      "usage.\n\nExamples:\n  kivsys verify PIECE*.MUS --result out/WORK0001.MUS\n"
+      "  kivsys verify --names names.txt --result out/WORK0001.MUS --manifest out/KivSystemManifest.txt\n"
+      "  sha256sum -c out/KivSystemManifest.txt");
+  verify->callback([&options, &status] {
+    needSelection("verify", options.selection);
+    status = runVerify(options);
+  });
+}
+
+void addSurvey(CLI::App& app, SurveyOptions& options, int& status) {
+  CLI::App* survey = app.add_subcommand("survey", "Analyse all pieces of a library, a line for each");
+  survey->add_option("folder", options.folders, "Folders to be walked through, with all below them")
+      ->required()
+      ->type_name("FOLDER");
+  CLI::Option* csv = survey->add_flag_callback(
+      "--csv", [&options] { options.format = SurveyFormat::csv; }, "Print comma-separated values");
+  CLI::Option* json = survey->add_flag_callback(
+      "--json", [&options] { options.format = SurveyFormat::json; }, "Print one JSON object, problems in words");
+  csv->excludes(json);
+  survey->add_option("--jobs", options.jobs, "Pieces analysed at once (default: one for every processor core)")
+      ->type_name("N")
+      ->check(CLI::Range(1U, 1024U));
+  survey->add_option("--resume", options.resume, "Keep finished pieces there, and take those that have not changed")
+      ->type_name("FILE");
+  survey->footer(
+      "Pages of one folder whose names differ in number and page letter only are a piece. Nothing is written into the\n"
+      "library. Ends with status 0; with 1 when a folder cannot be listed or the output not be written; with 2 on "
+      "wrong\n"
+      "usage; with 130 when it is interrupted: the lines of finished pieces are printed then.\n\nExamples:\n"
+      "  kivsys survey /music\n  kivsys survey /music --csv --resume survey.state > survey.csv");
+  survey->callback([&options, &status] { status = runSurvey(options); });
 }
 
 void addTrace(CLI::App& app, ConvertOptions& options, int& status) {
@@ -178,6 +226,8 @@ int run(int argc, char** argv) {
       "kivsys COMMAND --help tells more about a command.");
   AnalyzeOptions analyze;
   ConvertOptions convert;
+  VerifyOptions verify;
+  SurveyOptions survey;
   ConvertOptions trace;
   SortOptions sort;
   DrawOptions draw;
@@ -186,6 +236,8 @@ int run(int argc, char** argv) {
   int status = exit_status::normal;
   addAnalyze(app, analyze, status);
   addConvert(app, convert, status);
+  addVerify(app, verify, status);
+  addSurvey(app, survey, status);
   addTrace(app, trace, status);
   addSort(app, sort, status);
   addDraw(app, draw, status);

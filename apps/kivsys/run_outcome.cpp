@@ -8,6 +8,7 @@
 #include "analysis/verdict.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/outcome_json.h"
+#include "apps/kivsys/verification_json.h"
 
 namespace kiv {
 namespace {
@@ -103,6 +104,9 @@ Json jsonOf(const RunOutcome& outcome) {
       created.push_back(NativeSystem::toUtf8(file));
     }
     object["created"] = created;
+  }
+  if (outcome.verifies) {
+    object["verified"] = outcome.verification ? toJson(*outcome.verification) : Json();
   }
   return object;
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/console/console_host.h"
+#include "proof/verify.h"
 #include "shell/kivsystem.h"
 
 namespace kiv {
@@ -19,6 +20,8 @@ struct RunOutcome {
   std::int16_t files = 0;
   std::optional<std::size_t> systems;
   std::optional<std::size_t> instruments;
+  bool verifies = false;                            ///< the conversion was to be proved
+  std::optional<proof::Verification> verification;  ///< only of a conversion that was made and was to be proved
   std::optional<std::vector<std::string>> created;  ///< the pages written, in order; only of runs that write pages
 
   /// True when every system can go on as it stands, without a conversion.

@@ -44,6 +44,8 @@ class PosixSystem : public Host {
   std::string fullName(const std::string& typed);
   /// A file name as the user typed it, as the core writes names.
   static std::string coreName(const std::string& typed);
+  /// The name under which the disk has a file that the core names.
+  std::string diskName(const std::string& name) { return resolve(name); }
   /// The files that a name stands for: itself, as the shell has put the names in the place of wildcards.
   static std::vector<std::string> filesMatching(const std::string& typed) { return {typed}; }
   /// Makes a file with this content in the folder for temporary files; "" when that fails.

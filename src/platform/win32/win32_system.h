@@ -37,6 +37,8 @@ class Win32System : public Host {
   static std::string fullName(const std::string& typed);
   /// A file name as the user typed it, as the core writes names.
   static std::string coreName(const std::string& typed);
+  /// The name under which the disk has a file that the core names.
+  static std::string diskName(const std::string& name) { return name; }
   /// The files that a name with wildcards stands for, in order, as no shell has put them in its place; the name itself
   /// when there are none.
   static std::vector<std::string> filesMatching(const std::string& typed);

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv::proof {
+
+/// A staff of a system, as the report lists it.
+struct Record {
+  int line = 0;  ///< its line in the report, counted from 1
+  std::int16_t system = 0;
+  std::int16_t instrument = 0;
+  std::int16_t newStaff = 0;  ///< its number in the page
+  std::int16_t staff = 0;     ///< its number in its file
+  std::string file;
+};
+
+/// The records of a report in their order, and what is no record although it is no comment.
+struct Records {
+  std::vector<Record> staves;
+  std::vector<std::string> troubles;  ///< in words; a report with any is not understood
+};
+
+Records readRecords(std::string_view report);
+
+/// The lines of a text that ends its lines with CR LF, LF or CR.
+std::vector<std::string_view> linesOf(std::string_view text);
+
+}  // namespace kiv::proof
