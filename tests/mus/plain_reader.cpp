@@ -1,51 +1,12 @@
 #include "tests/mus/plain_reader.h"
 
-#include <array>
 #include <bit>
 #include <cmath>
 #include <cstdint>
 
-#include "mus/page_walker.h"
 #include "mus/page_words.h"
 
 namespace kiv::test {
-namespace {
-
-class PlainReader {
- public:
-  explicit PlainReader(std::string_view file) : file_(file) {
-    if (file.size() >= 2) {
-      fileWords = static_cast<std::int16_t>(byteAt(0) + 256 * byteAt(1));
-      position_ = 2;
-    }
-  }
-
-  ReadStatus readItem();
-
-  int fileWords = -1;
-  int wordsRead = 0;
-  int itemsInFile = 0;
-  std::array<float, 21> curPar{};
-  std::string curText;
-  std::string trailerNumberText;
-  std::string unitText;
-
- private:
-  int byteAt(std::size_t at) const { return at < file_.size() ? static_cast<unsigned char>(file_[at]) : 0; }
-  int read_byte() { return byteAt(position_++); }
-  std::string read_word_text();
-  float read_word();
-  void read_trailer();
-  ReadStatus readText(int length);
-  ReadStatus readPlain(int length);
-  ReadStatus unlessCut(ReadStatus status) const {
-    return position_ > file_.size() ? ReadStatus::structuralError : status;
-  }
-
-  std::string_view file_;
-  std::size_t position_ = 0;
-};
-
 std::string PlainReader::read_word_text() {
   ++wordsRead;
   std::string chunk;
@@ -139,6 +100,8 @@ ReadStatus PlainReader::readPlain(int length) {
   }
   return unlessCut(ReadStatus::itemRead);
 }
+
+namespace {
 
 std::string asLine(const std::array<float, 21>& par, const std::string& text, int words) {
   std::string line = "item";

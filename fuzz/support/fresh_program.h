@@ -1,0 +1,17 @@
+#pragma once
+
+#include "fuzz/support/memory_host.h"
+#include "shell/kivsystem.h"
+
+namespace kiv::fuzz {
+
+/// A program as one that was just made, on its own host, which is empty. There is one for all runs: to make its item
+/// table takes longer than most runs do.
+struct FreshProgram {
+  FreshProgram();
+
+  MemoryHost& host;
+  KivSystem& program;
+};
+
+}  // namespace kiv::fuzz
