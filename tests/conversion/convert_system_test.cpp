@@ -87,6 +87,40 @@ TEST_F(ConvertSystem, ABraceAtTheLeftEdgeOfASingleStaffPassesForTheBarline) {
   expectEnd("Run-time error: Subscript out of range\r\nC:\\M\\X1.MUS");
 }
 
+TEST_F(ConvertSystem, ASingleStaffAboveAStrayItemGetsNoBarline) {
+  only(103);
+  EXPECT_EQ(convert("note 1 at 20\nbarline 1 at 60 spans 1\nstaff 2 at 3 lines 5 instrument 103\n",
+                    {staff(0, 1, 1), staff(103, 2, 2)}),
+            "note 1 at 20\nstaff 2 at 3 lines 5 instrument 103\nbarline 1 at 60 spans 1\n");
+  EXPECT_EQ(end, std::nullopt);
+}
+
+TEST_F(ConvertSystem, ABarlineOfAnotherStaffAtTheLeftEdgeIsNotTheSingleStaffs) {
+  only(103);
+  EXPECT_EQ(convert(bass + "barline 2 at 3 spans 1\n", {staff(103, 1, 1), staff(0, 2, 2)}),
+            "staff 1 at 3 instrument 103\nnote 1 at 20\nbarline 1 at 3 spans 1\n");
+  EXPECT_EQ(end, std::nullopt);
+}
+
+TEST_F(ConvertSystem, TheBarlineOfASingleStaffComesBeforeTheLinesOfItsFirstSystemAreKnown) {
+  only(103);
+  convert("staff 1 at 3 lines 1 instrument 103\nnote 1 at 20\n", {staff(103, 1, 1)});
+  EXPECT_NE(asText(items).find("item 999 1 at 3 p4 1\n"), std::string::npos) << asText(items);
+  EXPECT_EQ(order.entry(1).lines, 1);
+}
+
+TEST_F(ConvertSystem, TheBarlineOfASingleStaffFollowsTheLinesOfItsOwnInstrument) {
+  setInstrumentOrder(host, {102, 103}, order);
+  const std::string oneLine = "staff 1 at 3 lines 1 instrument 103\nnote 1 at 20\nbarline 1 at 60 spans 1\n";
+  // The staff that is counted last has five lines.
+  convert(oneLine + "barline 1 at 3 spans 2\nstaff 2 at 3 lines 5 instrument 102\n",
+          {staff(103, 1, 1), staff(102, 2, 2)});
+  files.dropAll();
+  convert(oneLine, {staff(103, 1, 1)});
+  EXPECT_EQ(end, std::nullopt);
+  EXPECT_NE(asText(items).find("item 999 1 at 3 p4 1 p10 5 p11 1\n"), std::string::npos) << asText(items);
+}
+
 TEST_F(ConvertSystem, SeveralStavesGetNoBarlineOfTheirOwn) {
   setInstrumentOrder(host, {102, 103}, order);
   convert(bass + "staff 2 at 3 instrument 102\n", {staff(102, 2, 2), staff(103, 1, 1)});
@@ -152,6 +186,15 @@ TEST_F(ConvertSystem, BracesAreRememberedForTheInstrumentsThatCarryThem) {
   only(103);
   convert(bass + "barline 1 at 3 spans 1\nbarline 1 at 9 spans 2 kind 9\n", {staff(103, 1, 1)});
   EXPECT_EQ(braces.kinds, (std::unordered_map<float, std::int16_t>{{103.0F, std::int16_t{2}}}));
+}
+
+TEST_F(ConvertSystem, BracesAreRememberedBeforeMissingInstrumentsAreInserted) {
+  setInstrumentOrder(host, {102, 103}, order);
+  convert(bass + "barline 1 at 3 spans 1\nbarline 1 at 60 spans 1\nbarline 1 at 9 spans 0 kind 8\n",
+          {staff(103, 1, 1)});
+  EXPECT_EQ(end, std::nullopt);
+  EXPECT_EQ(braces.kinds, (std::unordered_map<float, std::int16_t>{{103.0F, std::int16_t{0}}}))
+      << "the insertion makes a span of 1 of it";
 }
 
 TEST(ShowInstrumentNumbers, PutsOneLeftOfEveryStaff) {

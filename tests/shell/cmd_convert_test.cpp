@@ -171,6 +171,37 @@ TEST_F(Convert, AResultThatReplacesAnInputIsWhatLaterSystemsRead) {
       << result("C:\\M\\X0002.MUS");
 }
 
+/// A disk on which one folder has two names.
+class LinkedFolder : public FakeHost {
+ public:
+  std::unique_ptr<InputFile> openInput(const std::string& name) override { return FakeHost::openInput(own(name)); }
+  std::unique_ptr<OutputFile> openOutput(const std::string& name) override { return FakeHost::openOutput(own(name)); }
+  std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override {
+    return FakeHost::replaceFile(own(name), bytes);
+  }
+
+ private:
+  static std::string own(const std::string& name) {
+    const std::string link = "D:\\LINK\\";
+    return name.starts_with(link) ? "C:\\M\\" + name.substr(link.size()) : name;
+  }
+};
+
+TEST_F(Convert, AResultThatReplacesAnInputUnderAnotherNameIsReadToo) {
+  report = record(1, 101, 2, 2, "X0001.MUS") + record(1, 102, 1, 1, "X0001.MUS") + record(2, 102, 1, 1, "X0001.MUS");
+  const auto resultsFrom = [this](const std::string& firstResult) {
+    LinkedFolder linked;
+    KivSystem another{linked};
+    another.panel.txtFirstResultFile.text = firstResult;
+    linked.addFile("C:\\M\\X0001.MUS", page(duo));
+    linked.addFile("KivSystem2.TXT", report);
+    EXPECT_EQ(endOf([&] { cmdConvert_Click(another); }), std::nullopt);
+    EXPECT_EQ(linked.timesRead("C:\\M\\X0001.MUS"), 3) << "for each system, and to see whether it is there";
+    return std::pair(linked.file("C:\\M\\X0001.MUS"), linked.file("C:\\M\\X0002.MUS"));
+  };
+  EXPECT_EQ(resultsFrom("D:\\LINK\\X0001.MUS"), resultsFrom("C:\\M\\X0001.MUS"));
+}
+
 // --- files that are there already ---
 
 TEST_F(Convert, WithOverwriteNobodyIsAsked) {
@@ -232,6 +263,20 @@ TEST_F(Convert, AResultThatCannotBeWritten) {
   EXPECT_TRUE(host.hasFile(result1));
 }
 
+TEST_F(Convert, AnItemWithoutStaffEndsTheProgramAfterTheQuestion) {
+  program.panel.chkOverwrite.checked = false;
+  host.addFile("C:\\M\\X1.MUS", page(duo + "note 3 at 20\n"));
+  host.addFile(result1, "old");
+  report = record(1, 101, 2, 2, "X1.MUS") + record(1, 102, 1, 1, "X1.MUS") + record(1, 102, 3, 3, "X1.MUS");
+  convert();
+  EXPECT_EQ(end, 1);
+  EXPECT_EQ(
+      host.messages,
+      (std::vector{Message{Icon::exclamation, "File exists: C:\\OUT\\WORK0001.MUS\r\n\r\nOverwrite?", Buttons::yesNo},
+                   critical("Sort problem")}));
+  EXPECT_EQ(host.file(result1), "old");
+}
+
 TEST_F(Convert, ABarWithoutABeat) {
   host.addFile("C:\\M\\X2.MUS", page("staff 1 at 0 instrument 102\nbarline 1 at 50 spans 1\nnote 1 at 999\n"));
   convert();
@@ -248,6 +293,12 @@ TEST_F(Convert, ABraceHoldsFromItsSystemOn) {
   EXPECT_EQ(result(result1).find("kind 8"), std::string::npos);
   EXPECT_NE(result(result2).find("barline 1 at 0 spans 1 kind 8\n"), std::string::npos);
   EXPECT_NE(result("C:\\OUT\\WORK0003.MUS").find("barline 1 at 0 spans 1 kind 8\n"), std::string::npos);
+}
+
+TEST_F(Convert, BracesComeAfterEverythingThatIsSorted) {
+  host.addFile("C:\\M\\X1.MUS", page(duo + "barline 2 at 7 spans 1 kind 9\n"));
+  convert();
+  EXPECT_TRUE(result(result1).ends_with("barline 2 at 60 spans 1\nbarline 2 at 0 spans 1 kind 8\n")) << result(result1);
 }
 
 TEST_F(Convert, ASecondConversionForgetsTheBracesAndKeepsSizesAndLines) {

@@ -153,6 +153,59 @@ TEST_F(Analyze, WaitLabelAndHourglassFrameTheReading) {
   EXPECT_EQ(host.calls.back(), "pointer normal");
 }
 
+/// A host that records when texts are opened and closed, each with what the wait label shows then.
+class AttentiveHost : public FakeHost {
+ public:
+  const Control* label = nullptr;
+
+  std::unique_ptr<OutputFile> openOutput(const std::string& name) override {
+    record("open " + name);
+    return std::make_unique<WatchedOutput>(FakeHost::openOutput(name), [this, name] { record("close " + name); });
+  }
+  void processEvents() override { record("events"); }
+  void setPointer(Pointer pointer) override {
+    record(pointer == Pointer::hourglass ? "pointer hourglass" : "pointer normal");
+  }
+  std::int32_t runProcess(const std::string& commandLine, ShowState /*show*/) override {
+    record("run " + commandLine + (hasFile("KivSystem1.TXT") ? ", with a verdict" : ", without verdict"));
+    return 0;
+  }
+
+ private:
+  class WatchedOutput : public OutputFile {
+   public:
+    WatchedOutput(std::unique_ptr<OutputFile> file, std::function<void()> closed)
+        : file_(std::move(file)), closed_(std::move(closed)) {}
+    WatchedOutput(const WatchedOutput&) = delete;
+    WatchedOutput& operator=(const WatchedOutput&) = delete;
+    ~WatchedOutput() override { closed_(); }
+    std::optional<std::string> write(std::string_view bytes) override { return file_->write(bytes); }
+
+   private:
+    std::unique_ptr<OutputFile> file_;
+    std::function<void()> closed_;
+  };
+
+  void record(const std::string& call) { calls.push_back(label->visible ? call + " [" + label->text + "]" : call); }
+};
+
+TEST_F(Analyze, BeginsWithTheLabelAndEndsWithTheVerdict) {
+  addPage("X1.MUS", bass);
+  AttentiveHost attentive;
+  KivSystem another{attentive};
+  attentive.label = &another.panel.lblWait;
+  attentive.addFile("C:\\M\\X1.MUS", page(bass));
+  attentive.addFile("C:\\N.TXT", namesFile);
+  another.settings.namesFile = "C:\\N.TXT";
+  another.panel.chkDebug.checked = true;
+  EXPECT_EQ(endOf([&] { cmdRun_Click(another); }), std::nullopt);
+  const std::string wait = " [Wait for analysis to finish]";
+  EXPECT_EQ(attentive.calls, (std::vector<std::string>{
+                                 "pointer hourglass", "events" + wait, "open KivSystem2.TXT" + wait,
+                                 "close KivSystem2.TXT" + wait, "run Notepad KivSystem2.TXT, without verdict" + wait,
+                                 "pointer normal" + wait, "open KivSystem1.TXT", "close KivSystem1.TXT"}));
+}
+
 TEST_F(Analyze, NamingProblemEndsTheRunBeforeTheReport) {
   addPage("PAGE 1.MUS", bass);
   run();

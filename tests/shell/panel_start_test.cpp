@@ -6,6 +6,7 @@
 #include "shell/position_panel.h"
 #include "shell/start_up.h"
 #include "shell/version.h"
+#include "tests/platform/scripted_input.h"
 #include "tests/support/fake_host.h"
 #include "tests/support/pages.h"
 
@@ -65,8 +66,45 @@ TEST_F(PanelStart, TheProfileIsReadBeforeAnythingIsDeleted) {
   host.profile = {{"OS", "XP"}, {"TOP", "1"}, {"LEFT", "2"}};
   start("X");
   EXPECT_EQ(end, 1);
+  EXPECT_EQ(host.calls, (std::vector<std::string>{"profile OS", "profile TOP", "profile LEFT", "delete KivSystem1.TXT",
+                                                  "delete KivSystem2.TXT"}));
   EXPECT_EQ(program.settings.osName, "XP");
   EXPECT_EQ(program.panel.place, (WindowPlace{2, 1, 8700, 6660}));
+}
+
+/// A host that records questions for files and folders too.
+class AttentiveHost : public FakeHost {
+ public:
+  std::unique_ptr<InputFile> openInput(const std::string& name) override {
+    calls.push_back("open " + name);
+    return FakeHost::openInput(name);
+  }
+  std::string currentFolder() override {
+    calls.emplace_back("current folder");
+    return FakeHost::currentFolder();
+  }
+};
+
+TEST_F(PanelStart, StepsFollowInTheirOrder) {
+  AttentiveHost attentive;
+  KivSystem another{attentive};
+  another.panel.txtFirstResultFile.text = "left over";
+  attentive.addFile("C:\\KIV\\KIVPROJ.PRO", "NamesFile=C:\\KIV\\NAMES.TXT\r\n");
+  EXPECT_EQ(endOf([&] { Form_Load(another, interactive); }), std::nullopt);
+  EXPECT_EQ(attentive.calls,
+            (std::vector<std::string>{"profile OS", "profile TOP", "profile LEFT", "delete KivSystem1.TXT",
+                                      "delete KivSystem2.TXT", "open KIVXREF5.ASM", "profile TOP", "profile LEFT",
+                                      "current folder", "open C:\\KIV\\KIVPROJ.PRO", "open C:\\KIV\\NAMES.TXT"}));
+  EXPECT_EQ(another.panel.txtFirstResultFile.text, "");
+}
+
+TEST_F(PanelStart, AnOldReportThatCannotBeDeletedIsNoReasonToStop) {
+  host.addFile("KivSystem2.TXT", "old");
+  host.unwritable = {"KivSystem2.TXT"};
+  start();
+  EXPECT_EQ(end, std::nullopt);
+  EXPECT_TRUE(host.messages.empty());
+  EXPECT_EQ(host.file("KivSystem2.TXT"), "old");
 }
 
 TEST_F(PanelStart, ADevelopersFolderAcceptsAnyOtherCommandLine) {
@@ -192,6 +230,21 @@ TEST_F(ProjectSettings, OtherLinesAreIgnored) {
 
 TEST_F(ProjectSettings, TheLastOccurrenceCounts) {
   EXPECT_EQ(settingsIn("NamesFile=1\r\nMusDirectory=M\nNamesFile=2\r").namesFile, "2");
+}
+
+TEST(ProjectSettingsFile, AMediumThatFailsEndsTheProgram) {
+  class FailingMedium : public FakeHost {
+   public:
+    std::unique_ptr<InputFile> openInput(const std::string& /*name*/) override {
+      return std::make_unique<ScriptedInput>(
+          std::deque<ScriptedInput::Portion>{"MusDirectory=D:\\MUSIC\r\nNamesFile=C:\\KIV\\NA", std::nullopt});
+    }
+  };
+  FailingMedium host;
+  Settings settings;
+  settings.projectFile = "C:\\KIV\\KIVPROJ.PRO";
+  EXPECT_EQ(endOf([&] { loadGlobals(host, settings); }), 1);
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Device I/O error\r\nC:\\KIV\\KIVPROJ.PRO")});
 }
 
 }  // namespace

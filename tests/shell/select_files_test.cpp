@@ -124,6 +124,40 @@ TEST_F(PanelInUse, ADropWithoutFilesIsReported) {
   EXPECT_TRUE(host.calls.empty()) << "no module runs";
 }
 
+TEST_F(PanelInUse, FoldersWithBlanksAndCommasArePassedAsTheyAre) {
+  program.settings.currentFolder = "C:\\Kiv, new";
+  program.settings.musFolder = "D:\\Bach, J. S.";
+  program.settings.namesFile = "C:\\Kiv, new\\my names.txt";
+  cmdSelectFiles_Click(program);
+  EXPECT_TRUE(
+      called("shell KIVNAMES.EXE STARTDIR=C:\\Kiv, new,SUFFIX=MUS,MUSFOLDER=D:\\Bach, J. S.,"
+             "NAMESFILE=C:\\Kiv, new\\my names.txt,DEBUG=NO (style 1)"));
+}
+
+TEST_F(PanelInUse, AModuleThatWritesNothingLeavesTheTooltip) {
+  panel.cmdViewNames.tooltip = "as it was";
+  cmdSelectFiles_Click(program);
+  EXPECT_EQ(panel.cmdViewNames.tooltip, "as it was");
+  EXPECT_FALSE(panel.cmdViewNames.enabled);
+  EXPECT_FALSE(panel.cmdRun.enabled);
+  cmdSelectFiles_OLEDragDrop(program, {{"C:\\M\\A.MUS"}});
+  EXPECT_EQ(panel.cmdViewNames.tooltip, "as it was");
+  EXPECT_TRUE(host.messages.empty());
+}
+
+TEST_F(PanelInUse, ADropOfNoFileGoesToTheModuleWithAnEmptyList) {
+  cmdSelectFiles_OLEDragDrop(program, std::vector<std::string>{});
+  EXPECT_TRUE(
+      called("shell KIVOLE.EXE STARTDIR=C:\\KIV,NAMESFILE=C:\\KIV\\NAMES.TXT,DEBUG=NO,TYPE=MUS,LIST= (style 1)"));
+  EXPECT_TRUE(host.messages.empty());
+}
+
+TEST_F(PanelInUse, ADropWithoutFilesIsReportedEvenWithoutTheModule) {
+  host.deleteFile("KIVOLE.EXE");
+  EXPECT_EQ(endOf([&] { cmdSelectFiles_OLEDragDrop(program, std::nullopt); }), std::nullopt);
+  EXPECT_EQ(host.messages, std::vector{information("Drop error 461")});
+}
+
 TEST_F(PanelInUse, AMissingDropModuleEndsTheProgram) {
   host.deleteFile("KIVOLE.EXE");
   EXPECT_EQ(endOf([&] { cmdSelectFiles_OLEDragDrop(program, {{"C:\\M\\A.MUS"}}); }), 1);

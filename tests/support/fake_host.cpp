@@ -156,6 +156,7 @@ std::optional<std::string> FakeHost::shortName(const std::string& path) {
 }
 
 std::string FakeHost::profileKey(const std::string& name) {
+  calls.push_back("profile " + name);
   const auto found = profile.find(name);
   return found == profile.end() ? "" : found->second;
 }
