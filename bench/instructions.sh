@@ -7,8 +7,10 @@ set -eu
 here=$(cd "$(dirname "$0")" && pwd)
 build=$(cd "$1" && pwd)
 kivsys=$build/apps/kivsys/kivsys
-work=$build/bench/instructions
-rm -rf "$work"
+# The length of a name counts and what lies beside it; so not the folder in which somebody happens to work, and none that
+# changes meanwhile.
+work=$(mktemp -d /var/tmp/kiv-bench-XXXXXX)
+trap 'rm -rf "$work"' EXIT
 mkdir -p "$work/pages" "$work/systems" "$work/run"
 "$build/bench/make_group" "$work/pages" 60
 "$build/bench/make_systems" "$work/systems" 90 20

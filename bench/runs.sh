@@ -1,64 +1,145 @@
 #!/bin/sh
 # Times whole runs beside the floor program, which only reads and writes what the run must read and write.
-# Usage: bench/runs.sh BUILD_FOLDER [ROUNDS] [PAGES...]; prints a table, and leaves it as BUILD_FOLDER/bench/runs.json.
+# Usage: bench/runs.sh BUILD_FOLDER [ROUNDS] [PAGES...]; without PAGES groups of 1, 50, 500 and, where the disk has
+# room for it, 5000 pages. Prints a table, and leaves it in BUILD_FOLDER/bench: runs.tsv, runs.json.
 set -eu
+here=$(cd "$(dirname "$0")" && pwd)
 build=$(cd "$1" && pwd)
 rounds=${2:-9}
 shift
 [ $# -eq 0 ] || shift
-[ $# -gt 0 ] || set -- 1 50 500
+[ $# -gt 0 ] || set -- 1 50 500 5000
 kivsys=$build/apps/kivsys/kivsys
 floor=$build/bench/floor
+timed=$build/bench/timed
 work=$build/bench/runs
+table=$build/bench/runs.tsv
+caches=/proc/sys/vm/drop_caches
+largestForLiteral=50
+manyPages=1000
 rm -rf "$work"
-mkdir -p "$work"
+mkdir -p "$work/in"
+printf 'run\tpages\trounds\tseconds\tlowest\thighest\tfloor\tlowest\thighest\tratio\tKB\tCPU\tfloor CPU\n' >"$table"
 
-# seconds COMMAND...: how long it takes, its output dropped.
-seconds() {
-  begun=$(date +%s%N)
-  "$@" >/dev/null 2>&1
-  ended=$(date +%s%N)
-  echo "$begun $ended" | awk '{ printf "%.4f\n", ($2 - $1) / 1e9 }'
+# group PAGES: makes the group, its names file, and what the floor needs.
+group() {
+  group=$work/group$1
+  mkdir -p "$group"
+  "$build/bench/make_group" "$group" "$1"
+  for page in "$group"/*.MUS; do
+    printf '%s 1\r\n' "$page"
+  done | tr / '\\' >"$work/names.txt"
 }
-median() { sort -n "$1" | sed -n "$(((rounds + 1) / 2))p"; }
-range() { sort -n "$1" | sed -n '1p;$p' | paste -sd ' ' | tr ' ' '-'; }
 
-# row NAME PAGES RUN FLOOR: a line of the table, and one of the JSON.
+# convert FOLDER: converts the group into a fresh folder, prints seconds and memory.
+convert() {
+  rm -rf "${work:?}/$1"
+  mkdir "$work/$1"
+  "$timed" 1 "$kivsys" convert --force --names "$work/names.txt" --result "$work/$1/WORK0001.MUS"
+}
+# rewrite FOLDER: what the floor needs to write as much.
+rewrite() {
+  rm -rf "${work:?}/$1"
+  mkdir "$work/$1"
+  "$timed" 1 "$floor" convert "$work/results" "$work/$1" "$group"/*.MUS
+}
+analyze() { "$timed" 1 "$kivsys" analyze --names "$work/names.txt"; }
+readOnly() { "$timed" 1 "$floor" read "$group"/*.MUS; }
+dropCaches() {
+  sync
+  echo 3 >"$caches"
+}
+
+# of COLUMN FILE, then what is wanted: the median, the lowest or the highest.
+sorted() { awk -v column="$1" '{ print $column }' "$2" | sort -n; }
+median() { sorted "$1" "$2" | awk '{ all[NR] = $1 } END { print all[int((NR + 1) / 2)] }'; }
+lowest() { sorted "$1" "$2" | head -n 1; }
+highest() { sorted "$1" "$2" | tail -n 1; }
+
+# row RUN PAGES: adds the line of what lies in $work/run and, unless the run has no floor, in $work/floor.
 row() {
-  ratio=$(awk -v a="$(median "$3")" -v b="$(median "$4")" 'BEGIN { printf "%.2f", a / b }')
-  printf '%-8s %5s pages   %s s (%s)   floor %s s (%s)   ratio %s\n' "$1" "$2" "$(median "$3")" "$(range "$3")" \
-    "$(median "$4")" "$(range "$4")" "$ratio"
-  printf '{"run": "%s", "pages": %s, "seconds": %s, "floor": %s, "ratio": %s}\n' "$1" "$2" "$(median "$3")" \
-    "$(median "$4")" "$ratio" >>"$work/rows"
+  taken=$work/run
+  printf '%s\t%s\t%s\t%s\t%s\t%s' "$1" "$2" "$(wc -l <"$taken")" "$(median 1 "$taken")" "$(lowest 1 "$taken")" \
+    "$(highest 1 "$taken")" >>"$table"
+  if [ -s "$work/floor" ]; then
+    printf '\t%s\t%s\t%s\t%s' "$(median 1 "$work/floor")" "$(lowest 1 "$work/floor")" "$(highest 1 "$work/floor")" \
+      "$(awk -v a="$(median 1 "$taken")" -v b="$(median 1 "$work/floor")" 'BEGIN { printf "%.2f", a / b }')" >>"$table"
+  else
+    printf '\t\t\t\t' >>"$table"
+  fi
+  cpu=
+  [ ! -s "$work/floor" ] || cpu=$(median 3 "$work/floor")
+  printf '\t%s\t%s\t%s\n' "$(highest 2 "$taken")" "$(median 3 "$taken")" "$cpu" >>"$table"
+  rm -f "$taken" "$work/floor"
 }
 
-for pages in "$@"; do
-  group=$work/group$pages
-  mkdir -p "$group" "$work/reports" "$work/fast$pages" "$work/floor$pages"
-  "$build/bench/make_group" "$group" "$pages"
-  cd "$work/reports"
-  # Fills the cache, and gives the floor its sizes.
-  find "$group" -name '*.MUS' | sort >"$work/list"
-  # shellcheck disable=SC2046  # the names are ours and have no blanks
-  set_list() { cat "$work/list"; }
-  "$kivsys" convert --force --result "$work/fast$pages/WORK0001.MUS" $(set_list) >/dev/null 2>&1
+# compare RUN FLOOR ROUNDS [BEFORE]: runs both in turn, each behind the command BEFORE.
+compare() {
   round=0
-  while [ "$round" -lt "$rounds" ]; do
-    seconds "$kivsys" analyze $(set_list) >>"$work/analyze$pages"
-    seconds "$floor" read $(set_list) >>"$work/read$pages"
-    rm -rf "$work/out"
-    mkdir "$work/out"
-    seconds "$kivsys" convert --force --result "$work/out/WORK0001.MUS" $(set_list) >>"$work/convert$pages"
-    rm -rf "$work/out"
-    mkdir "$work/out"
-    seconds "$floor" convert "$work/fast$pages" "$work/out" $(set_list) >>"$work/write$pages"
+  while [ "$round" -lt "$3" ]; do
+    ${4:-true}
+    $1 out >>"$work/run"
+    ${4:-true}
+    $2 out >>"$work/floor"
     round=$((round + 1))
   done
-  row analyze "$pages" "$work/analyze$pages" "$work/read$pages"
-  row convert "$pages" "$work/convert$pages" "$work/write$pages"
+}
+
+# The plain procedures must make the same results of the group.
+compareResults() {
+  rm -rf "$work/literal"
+  mkdir "$work/literal"
+  (cd "$work/literal" && "$build/bench/literal_convert" ../names.txt WORK0001.MUS >/dev/null 2>&1)
+  rm -f "$work"/literal/KivSystem*
+  diff -r "$work/results" "$work/literal"
+  echo "results of $1 pages: the same bytes as those of the plain procedures"
+}
+
+# Whether three times the group find room: pages, results, and results of the floor.
+hasRoom() {
+  [ "$(df -Pk "$work" | awk 'NR == 2 { print $4 }')" -gt $(($1 * 131 * 4)) ]
+}
+
+cd "$work/in"
+echo "load before: $(cut -d ' ' -f 1-3 /proc/loadavg)"
+for pages in "$@"; do
+  if ! hasRoom "$pages"; then
+    echo "no room on the disk for $pages pages: not measured"
+    continue
+  fi
+  group "$pages"
+  convert results >/dev/null
+  [ "$pages" -gt "$largestForLiteral" ] || compareResults "$pages"
+  turns=$rounds
+  [ "$pages" -lt "$manyPages" ] || turns=$(((rounds + 2) / 3))
+  compare analyze readOnly "$turns"
+  row analyze "$pages"
+  compare convert rewrite "$turns"
+  row convert "$pages"
+  if [ "$pages" -eq 500 ]; then
+    if [ -w "$caches" ]; then
+      compare analyze readOnly "$turns" dropCaches
+      row analyze-cold "$pages"
+    else
+      echo "cold runs: not measured, as only root can empty the system's cache"
+    fi
+  fi
+  rm -rf "$group" "$work/results" "$work/out" "$work/literal"
 done
-{
-  printf '[\n'
-  paste -sd ',' "$work/rows" | sed 's/},{/},\n {/g; s/^/ /'
-  printf ']\n'
-} >"$build/bench/runs.json"
+
+# Start-up: one small page, 200 times.
+group=$work/small
+mkdir "$group"
+"$build/bench/make_group" "$group" 1 8
+turn=0
+while [ "$turn" -lt 10 ]; do
+  "$timed" 20 "$kivsys" analyze "$group/PAGE00001.MUS" >>"$work/run"
+  "$timed" 20 "$floor" read "$group/PAGE00001.MUS" >>"$work/floor"
+  turn=$((turn + 1))
+done
+row analyze-8-KB 1
+echo "load after: $(cut -d ' ' -f 1-3 /proc/loadavg)"
+cd "$build"
+rm -rf "$work"
+"$here/table.sh" "$build" --json >"$build/bench/runs.json"
+"$here/table.sh" "$build"

@@ -23,10 +23,11 @@ struct StaffRows {
 using RowsByStaff = std::vector<StaffRows>;
 
 RowsByStaff rowsByStaff(const ItemTable& table) {
+  constexpr std::size_t usualBarlines = 32;
   RowsByStaff rows(1);
   for (int i = 1; i <= table.itemCount(); ++i) {
     const float staff = table.itemPar(i, par::staff);
-    if (!(staff >= 1 && staff <= highestStaff) || staff != std::floor(staff)) {
+    if (!(staff >= 1 && staff <= highestStaff) || staff != static_cast<float>(static_cast<int>(staff))) {
       continue;
     }
     const auto number = static_cast<std::size_t>(staff);
@@ -37,6 +38,9 @@ RowsByStaff rowsByStaff(const ItemTable& table) {
     if (table.itemPar(i, par::type) == type::staff) {
       ofStaff.staves.push_back(i);
     } else if (table.itemPar(i, par::type) == type::barline) {
+      if (ofStaff.barlines.empty()) {
+        ofStaff.barlines.reserve(usualBarlines);
+      }
       ofStaff.barlines.push_back(i);
     }
   }

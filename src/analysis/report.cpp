@@ -122,15 +122,19 @@ void Report::records(const ItemTable& table) {
   }
 }
 
-std::string_view getElt(std::string_view rec, std::string_view par) {
+std::optional<std::string_view> findElt(std::string_view rec, std::string_view par) {
   std::string key(par);
   key += '=';
   const std::size_t at = rec.find(key);
   if (at == std::string_view::npos) {
-    return "";
+    return std::nullopt;
   }
   const std::string_view value = rec.substr(at + key.size());
   return value.substr(0, value.find(','));
+}
+
+std::string_view getElt(std::string_view rec, std::string_view par) {
+  return findElt(rec, par).value_or("");
 }
 
 }  // namespace kiv

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -35,6 +36,9 @@ class Report {
   std::unique_ptr<OutputFile> file_;
   std::string pending_;
 };
+
+/// The value of a keyword field as getElt gives it; nullopt when the keyword is not there.
+std::optional<std::string_view> findElt(std::string_view rec, std::string_view par);
 
 /// The value of a keyword field of a record: what stands between the first par + "=" and the next comma, or the end.
 /// "" when the keyword is not there. A keyword may be the end of a longer one, so records are asked for ",STAFF".

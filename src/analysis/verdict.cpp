@@ -13,16 +13,13 @@
 namespace kiv {
 namespace {
 
-bool contains(std::string_view line, std::string_view text) {
-  return line.find(text) != std::string_view::npos;
-}
-
 /// The whole number behind a keyword of the line, 0 for a line without the keyword.
 std::int16_t wholeNumber(Host& host, std::string_view line, std::string_view keyword) {
-  if (!contains(line, std::string(keyword) + "=")) {
+  const auto value = findElt(line, keyword);
+  if (!value) {
     return 0;
   }
-  const auto number = strictNumber(getElt(line, keyword));
+  const auto number = strictNumber(*value);
   if (!number) {
     host.runTimeError(RunTimeError::typeMismatch, line);
   }
@@ -75,8 +72,9 @@ std::optional<std::size_t> countInstruments(Host& host, const std::string& repor
   }
   std::set<std::string, std::less<>> identifiers;
   forEachRecord(host, LineReader(std::move(file)), report, [&](std::string_view line) {
-    if (contains(line, ",INSTRID=")) {
-      identifiers.emplace(getElt(line, ",INSTRID"));
+    const auto identifier = findElt(line, ",INSTRID");
+    if (identifier && !identifiers.contains(*identifier)) {
+      identifiers.emplace(*identifier);
     }
   });
   return identifiers.size();

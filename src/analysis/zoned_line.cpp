@@ -10,7 +10,7 @@ ZonedLine::ZonedLine(Host& host, std::string_view head) : host_(host), columns_(
   text_ = head;
 }
 
-ZonedLine& ZonedLine::field(std::string_view text) {
+void ZonedLine::startField() {
   constexpr std::size_t zone = 14;
   if (hasField_) {
     const std::size_t blanks = zone - columns_ % zone;
@@ -18,14 +18,26 @@ ZonedLine& ZonedLine::field(std::string_view text) {
     columns_ += blanks;
   }
   hasField_ = true;
+}
+
+ZonedLine& ZonedLine::field(std::string_view text) {
+  startField();
   text_ += text;
   columns_ += host_.get().characterCount(text);
   return *this;
 }
 
 ZonedLine& ZonedLine::number(float number) {
-  const std::string text = generalNumber(number);
-  return field((text.starts_with('-') ? "" : " ") + text + " ");
+  startField();
+  const std::size_t before = text_.size();
+  const std::string digits = generalNumber(number);
+  if (!digits.starts_with('-')) {
+    text_ += ' ';
+  }
+  text_ += digits;
+  text_ += ' ';
+  columns_ += text_.size() - before;
+  return *this;
 }
 
 }  // namespace kiv

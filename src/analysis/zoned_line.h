@@ -23,6 +23,8 @@ class ZonedLine {
   const std::string& text() const { return text_; }
 
  private:
+  void startField();
+
   std::reference_wrapper<Host> host_;
   std::string text_;
   std::size_t columns_;

@@ -32,16 +32,6 @@ void exchangeInPasses(Host& host, const std::vector<SortKey>& keys, std::vector<
 
 }  // namespace
 
-bool outOfOrder(const SortKey& x, const SortKey& y) {
-  if (x.first != y.first) {
-    return x.first < y.first;
-  }
-  if (x.position != y.position) {
-    return x.position > y.position;
-  }
-  return x.par4 > y.par4;
-}
-
 std::vector<std::int16_t> sortedRows(Host& host, const std::vector<SortKey>& keys) {
   std::vector<std::int16_t> order(keys.size());
   std::iota(order.begin(), order.end(), std::int16_t{1});

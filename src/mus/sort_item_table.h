@@ -17,7 +17,15 @@ struct SortKey {
 
 /// True when x, standing just above y, must change places with it. Comparisons are exact; where a NaN meets them
 /// they are false, and the rows stay.
-bool outOfOrder(const SortKey& x, const SortKey& y);
+inline bool outOfOrder(const SortKey& x, const SortKey& y) {
+  if (x.first != y.first) {
+    return x.first < y.first;
+  }
+  if (x.position != y.position) {
+    return x.position > y.position;
+  }
+  return x.par4 > y.par4;
+}
 
 /// The rows (numbered from 1) in the order that exchanging neighbours in passes would give them, rows of equal keys
 /// keeping theirs: O(n log n), and the passes themselves only where a NaN among the keys leaves no ordering.

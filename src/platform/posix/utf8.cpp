@@ -119,8 +119,9 @@ std::string upperCaseUtf8(std::string_view text) {
 
 std::size_t characterCountUtf8(std::string_view text) {
   std::size_t count = 0;
-  for (std::size_t at = 0; at < text.size(); at += characterAt(text, at).bytes) {
-    ++count;
+  for (std::size_t at = 0; at < text.size(); ++count) {
+    const bool plain = static_cast<unsigned char>(text[at]) < 0x80U;  // as nearly all are
+    at += plain ? 1 : characterAt(text, at).bytes;
   }
   return count;
 }

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+namespace kiv::bench {
+
+/// One system: its staves, the bars of each, and notes that are strewn over the last bars to fill the page.
+struct PageShape {
+  int staves = 0;
+  int bars = 0;
+  int moreNotes = 0;
+};
+
+constexpr PageShape page8{5, 3, 27};      ///< 8 KB
+constexpr PageShape page32{20, 3, 110};   ///< 32 KB
+constexpr PageShape page131{20, 15, 88};  ///< 131 KB, as long as a page can be that is converted: results are longer
+
+/// The instrument of the lowest staff; the staves above it have the next ones.
+constexpr int lowestInstrument = 101;
+
+/// The bytes of a page file of that shape; "" when there is no such page, after a word on standard error.
+std::string makePage(const PageShape& shape);
+
+}  // namespace kiv::bench
