@@ -5,7 +5,7 @@
 namespace kiv {
 namespace {
 
-constexpr float topNumber = 1;  // the staff whose barlines are the model
+constexpr float modelNumber = 1;  // the staff whose barlines are the model
 constexpr float onePointCode = 1;
 constexpr float onePointSize = 5;
 
@@ -28,7 +28,7 @@ std::vector<int> discardBarlines(ItemTable& items) {
 BarlineList collectBarlines(const SystemPage& page) {
   BarlineList barlines;
   for (int i = 1; i <= page.items.itemCount(); ++i) {
-    if (page.items.itemPar(i, par::type) == type::barline && page.items.itemPar(i, par::staff) == topNumber &&
+    if (page.items.itemPar(i, par::type) == type::barline && page.items.itemPar(i, par::staff) == modelNumber &&
         page.items.itemPar(i, par::kind) < lowestBraceKind) {
       barlines.push_back({page.items.itemPar(i, par::position), page.whole(i, par::kind)});
     }
@@ -72,7 +72,7 @@ void normalizeBarlines(const SystemPage& page, const OrderTable& order, const Ba
   if (barlines.empty()) {
     page.host.runTimeError(RunTimeError::subscriptOutOfRange, page.musFileName);
   }
-  Item systemBarline = newItem(type::barline, topNumber, barlines.front().position);
+  Item systemBarline = newItem(type::barline, modelNumber, barlines.front().position);
   systemBarline.par[par::spannedStaves] = static_cast<float>(staves.size());
   systemBarline.par[par::kind] = barlines.front().kind;
   page.append(systemBarline);

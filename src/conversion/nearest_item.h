@@ -10,7 +10,7 @@ namespace kiv {
 /// units away as singles subtract, and of several as near as that the first one told of.
 class NearestItem {
  public:
-  /// Items must be added in item order, and all of them before the first search.
+  /// All items must be added before the first search.
   void add(const ItemTable& items, int i);
   /// Puts what was added in order.
   void sort();

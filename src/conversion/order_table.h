@@ -53,7 +53,8 @@ class OrderTable {
 /// Rebuilds the order from the report's instruments.
 void setInstrumentOrder(Host& host, const std::vector<std::int16_t>& instruments, OrderTable& order);
 
-// What a rest staff of the instrument copies; 0 for an instrument that is not in the table.
+// What is known of the instrument; 0 for one that is not in the table. A rest staff copies all of it but the height of
+// rests and the time, which are kept for others.
 
 float setDetailPar5(const OrderTable& order, std::int16_t instr);
 float setDetailPar7(const OrderTable& order, std::int16_t instr);

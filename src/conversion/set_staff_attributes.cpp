@@ -1,6 +1,5 @@
 #include "conversion/set_staff_attributes.h"
 
-#include <limits>
 #include <unordered_map>
 
 namespace kiv {

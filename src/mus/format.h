@@ -78,7 +78,8 @@ constexpr int stavesUp = 19;        // P19 of staves, in memory only
 constexpr int mark = 20;            // P20, in memory only: bottom staff, left barline, rest staff being filled
 }  // namespace par
 
-/// Barline kinds up to this one are barlines proper; the others are braces and brackets.
+/// Barline kinds up to this one count as barlines of a system. Between it and the lowest brace kind lie kinds that an
+/// analysis leaves out and a conversion still collects with the barlines.
 constexpr float highestBarlineKind = 7;
 /// The kind of braces, and the lowest that is no barline proper.
 constexpr float lowestBraceKind = 8;
