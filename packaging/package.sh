@@ -35,6 +35,14 @@ make_pages() {
   done
 }
 
+make_completions() {
+  rm -rf "$windows/completions"
+  mkdir -p "$windows/completions"
+  "$linux/apps/kivsys/kivsys" completions powershell >"$windows/completions/told"
+  sed "s/\$/$(printf '\r')/" "$windows/completions/told" >"$windows/completions/kivsys.ps1"
+  rm "$windows/completions/told"
+}
+
 make_zip() {
   name=KivSystem-$version-windows
   stage=$windows/portable
@@ -47,6 +55,7 @@ make_zip() {
 version=$(sed -n 's/^set(CPACK_PACKAGE_VERSION "\(.*\)")/\1/p' "$windows/CPackConfig.cmake")
 rm -f "$folder"/*.zip "$folder"/*-setup.exe "$folder"/*.deb "$folder/SHA256SUMS"
 make_pages
+make_completions
 make_zip
 quietly cpack --config "$windows/CPackConfig.cmake" -B "$windows/packages"
 quietly cpack --config "$linux/CPackConfig.cmake" -B "$linux/packages"

@@ -24,6 +24,9 @@ foreach(name IN ITEMS user-guide conversion report-format mus-format page-text)
 endforeach()
 install(DIRECTORY docs/pictures DESTINATION docs)
 
+# The native program tells `packaging/package.sh` what PowerShell completes.
+install(DIRECTORY ${PROJECT_BINARY_DIR}/completions DESTINATION .)
+
 # The example as page texts, and as pages, which `packaging/package.sh` has the native program make of them.
 kiv_install_text(examples/README.md examples)
 file(GLOB texts RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS examples/beethoven-9/*.txt

@@ -4,6 +4,12 @@
 
 namespace kiv {
 
+/// The files of a command between pages and text, as they were typed.
+struct PageFiles {
+  std::string page;
+  std::string text;
+};
+
 /// Prints the page as text on standard output. Returns the program's exit status.
 int runDump(const std::string& page);
 

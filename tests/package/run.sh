@@ -68,6 +68,22 @@ check_deb() {
   done
 }
 
+# The manual page and the completions as installed are what the installed program tells.
+check_told() {
+  shared=$work/deb/usr/share
+  kivsys=$work/deb/usr/bin/kivsys
+  gzip -dc "$shared/man/man1/kivsys.1.gz" >"$work/page"
+  man -l --warnings -E UTF-8 "$shared/man/man1/kivsys.1.gz" 2>"$work/warnings" >"$work/shown"
+  [ ! -s "$work/warnings" ] || complain "the manual page: $(cat "$work/warnings")"
+  grep -q '^SYNOPSIS$' "$work/shown" || complain "man does not show the manual page"
+  "$kivsys" man | cmp - "$work/page" || complain "manual page"
+  "$kivsys" completions bash | cmp - "$shared/bash-completion/completions/kivsys" || complain "bash"
+  "$kivsys" completions zsh | cmp - "$shared/zsh/vendor-completions/_kivsys" || complain "zsh"
+  "$kivsys" completions fish | cmp - "$shared/fish/vendor_completions.d/kivsys.fish" || complain "fish"
+  "$kivsys" completions powershell | sed "s/\$/$(printf '\r')/" | cmp - "$work/content/completions/kivsys.ps1" ||
+    complain "PowerShell"
+}
+
 windows_path() { printf 'Z:%s' "$1" | tr / '\\'; }
 
 check_in_wine() {
@@ -86,5 +102,6 @@ check_sums
 check_made_again
 check_zip
 check_deb
+check_told
 check_in_wine
 exit $bad

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+#include "apps/kivsys/command_table.h"
+
+namespace kiv {
+
+/// Prints the script that completes command lines in one of the shells that `isShell` knows. Returns the program's exit
+/// status.
+int runCompletions(const CommandTable& table, const std::string& shell);
+
+/// Prints the manual page. Returns the program's exit status.
+int runMan(const CommandTable& table);
+
+}  // namespace kiv
