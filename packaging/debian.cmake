@@ -20,7 +20,8 @@ install(FILES ${told}/_kivsys DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/zsh/vendo
 install(FILES ${told}/kivsys.fish DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/fish/vendor_completions.d)
 
 install(TARGETS kivsys RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(FILES docs/conversion.md docs/mus-format.md docs/page-text.md docs/report-format.md
+install(FILES docs/conversion.md docs/json.md docs/json-schema.json docs/mus-format.md docs/page-text.md docs/proof.md
+    docs/report-format.md
   DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES examples/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 install(DIRECTORY examples/beethoven-9 DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)

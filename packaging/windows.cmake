@@ -19,10 +19,14 @@ install(TARGETS kivsystem kivsys kivnames kivole kivfoldr RUNTIME DESTINATION .)
 foreach(name IN ITEMS KIVPROJ.PRO README.txt "Start KivSystem.cmd")
   kiv_install_text("${CMAKE_CURRENT_LIST_DIR}/windows/${name}" .)
 endforeach()
-foreach(name IN ITEMS user-guide conversion report-format mus-format page-text)
-  kiv_install_text(docs/${name}.md docs)
+foreach(name IN ITEMS user-guide.md conversion.md json.md json-schema.json mus-format.md page-text.md proof.md
+    report-format.md)
+  kiv_install_text(docs/${name} docs)
 endforeach()
-install(DIRECTORY docs/pictures DESTINATION docs)
+# Those of the user guide.
+foreach(picture IN ITEMS analyzed created panel result)
+  install(FILES docs/pictures/${picture}.png DESTINATION docs/pictures)
+endforeach()
 
 # The native program tells `packaging/package.sh` what PowerShell completes.
 install(DIRECTORY ${PROJECT_BINARY_DIR}/completions DESTINATION .)
