@@ -50,9 +50,12 @@ int analyzeNames(ConsoleHost& host, const std::string& namesFile, const AnalyzeO
   }
   const bool normalEnd = runOnNames(program, pages ? pages->namesFile() : namesFile, options);
   AnalysisOutput output{outcomeOf(program, host, normalEnd), {}, {}, pages ? &*pages : nullptr};
-  if (normalEnd) {
+  if (output.outcome.normalEnd) {
     output.layouts = findLayouts(host, program.systems,
                                  options.json || options.jsonl ? Places::ofEverySystem : Places::ofFirstSystems);
+    if (!output.layouts) {
+      ConsoleHost::writeError("kivsys: the layouts are not told, as the report cannot be read again\n");
+    }
   }
   if (options.json || options.jsonl) {
     output.problems =

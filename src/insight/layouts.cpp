@@ -107,7 +107,7 @@ void findDeviations(const std::vector<SystemFact>& facts, Places places, PageLoo
 
 }  // namespace
 
-Layouts findLayouts(Host& host, const SystemTable& table, Places places) {
+std::optional<Layouts> findLayouts(Host& host, const SystemTable& table, Places places) {
   Layouts layouts;
   for (const SystemTable::System& system : table.systems) {
     layouts.systems.push_back({system.systemNumber});
@@ -118,7 +118,7 @@ Layouts findLayouts(Host& host, const SystemTable& table, Places places) {
   }
   const std::vector<SystemFact> facts = readSystemFacts(host);
   if (facts.size() != table.systems.size()) {
-    return layouts;  // somebody else has changed the report
+    return std::nullopt;
   }
   placeSystems(facts, layouts);
   PageLookup pages(host);

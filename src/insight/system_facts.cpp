@@ -49,7 +49,7 @@ std::vector<SystemFact> readSystemFacts(Host& host) {
     }
     systems[place->second].staves.push_back(std::move(staff));
   }
-  return systems;
+  return lines.failed() ? std::vector<SystemFact>() : systems;
 }
 
 }  // namespace kiv

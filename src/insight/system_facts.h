@@ -28,8 +28,8 @@ struct SystemFact {
   bool operator==(const SystemFact&) const = default;
 };
 
-/// The systems of the report in the current folder, in the order of the pages. Never ends the program: no report gives
-/// no systems, and a record without whole numbers of 16 bits is passed over.
+/// The systems of the report in the current folder, in the order of the pages. Never ends the program: no report, or
+/// one whose medium fails, gives no systems, and a record without whole numbers of 16 bits is passed over.
 std::vector<SystemFact> readSystemFacts(Host& host);
 
 }  // namespace kiv

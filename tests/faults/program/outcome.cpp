@@ -42,8 +42,11 @@ class Failure {
  private:
   const Call& call() const { return calls_[at_]; }
   std::string base() const { return baseOf(call().file); }
-  std::ptrdiff_t timesOpened() const;
+  std::ptrdiff_t timesOpened(const std::string& name) const;
+  std::ptrdiff_t timesOpened() const { return timesOpened(base()); }
   bool isFirstRead() const { return calls_[at_ - 1].name == "open" && calls_[at_ - 1].file == call().file; }
+  /// Whether the run has its results, and only reads again to tell where the layouts differ.
+  bool explains() const;
   /// The name under which the program itself knows its names file.
   std::string namesFile() const;
   std::string folder() const;
@@ -59,10 +62,14 @@ class Failure {
   std::string errorText_;
 };
 
-std::ptrdiff_t Failure::timesOpened() const {
+std::ptrdiff_t Failure::timesOpened(const std::string& name) const {
   const auto last = calls_.begin() + static_cast<std::ptrdiff_t>(at_) + 1;
   return std::count_if(calls_.begin(), last,
-                       [&](const Call& other) { return other.name == "open" && baseOf(other.file) == base(); });
+                       [&](const Call& other) { return other.name == "open" && baseOf(other.file) == name; });
+}
+
+bool Failure::explains() const {
+  return !converts_ && timesOpened("KivSystem2.TXT") > 2;
 }
 
 std::string Failure::namesFile() const {
@@ -80,6 +87,9 @@ Outcome Failure::outcome() const {
   const std::string& name = call().name;
   if (name == "unlink") {
     return std::nullopt;  // of results of an earlier run, and of the program's own names file
+  }
+  if (explains()) {
+    return std::nullopt;
   }
   if (name == "open") {
     return ofOpening();
@@ -110,6 +120,9 @@ Outcome Failure::ofOpening() const {
   }
   if (base() == "KivSystem1.TXT") {
     return critical("Failed to open KivSystem1.TXT for input.");
+  }
+  if (base().starts_with("WORK")) {
+    return std::nullopt;  // of a result that is to be replaced
   }
   if (base() != "KivSystem2.TXT") {
     return ofPage();

@@ -67,6 +67,13 @@ class ProgramFaults : public testing::TestWithParam<bool> {
   void expectUsual() const;
   /// A run without trouble on what is left comes to the usual results.
   void expectTheUsualAfterwards() const;
+  /// Whether nothing from this call on decides about the results.
+  bool allMayFailFrom(std::size_t call) const {
+    while (call < calls.size() && !outcomeOf(calls, call, converts(), "")) {
+      ++call;
+    }
+    return call == calls.size();
+  }
   std::string words(std::size_t call) const {
     return std::to_string(call + 1) + ": " + calls[call].name + " " + calls[call].file;
   }
@@ -145,6 +152,9 @@ TEST_P(ProgramFaults, ACallThatFailsHasItsMessageAndStatus) {
           << expected.value_or("");
       if (!expected) {
         expectUsual();
+        if (calls[call].name != "unlink" && calls[call].file == "KivSystem2.TXT") {
+          EXPECT_TRUE(ended.error.ends_with("the layouts are not told, as the report cannot be read again\n"));
+        }
       }
       if (error == EIO) {
         expectTheUsualAfterwards();
@@ -176,10 +186,9 @@ TEST_P(ProgramFaults, ADiskThatFailsForGoodLeavesFilesWhole) {
     SCOPED_TRACE(words(call));
     const Ended ended = runAfresh({{"CALL", std::to_string(call + 1)}, {"ERROR", std::to_string(EIO)}, {"ONWARD", "1"}},
                                   2);  // what it made it cannot delete any more
-    const bool onlyDeletes = std::all_of(calls.begin() + static_cast<std::ptrdiff_t>(call), calls.end(),
-                                         [](const Call& later) { return later.name == "unlink"; });
-    EXPECT_EQ(ended.status, onlyDeletes ? 0 : 1) << ended.error;
-    EXPECT_TRUE(onlyDeletes || !ended.error.empty());
+    const bool isDone = allMayFailFrom(call);
+    EXPECT_EQ(ended.status, isDone ? 0 : 1) << ended.error;
+    EXPECT_TRUE(isDone || !ended.error.empty());
   }
 }
 
