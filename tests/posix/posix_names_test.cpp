@@ -184,6 +184,27 @@ TEST_F(PosixNames, AFolderThatAppearsLaterIsNoticed) {
   EXPECT_EQ(read("SUB\\PAGE.MUS"), "page");
 }
 
+TEST_F(PosixNames, EveryFileOfAFolderIsLookedForThroughAllFoldersOfThatName) {
+  disk.addFolder("Part/one");
+  disk.addFolder("part/One");
+  disk.addFile("part/One/a1.mus", "second");
+  disk.addFile("Part/one/a2.mus", "first");
+  disk.addFile("part/One/a2.mus", "hidden");
+  EXPECT_EQ(read("PART\\ONE\\A1.MUS"), "second");
+  EXPECT_EQ(read("PART\\ONE\\A2.MUS"), "first");
+  EXPECT_EQ(read("PART\\ONE\\A1.MUS"), "second");
+}
+
+TEST_F(PosixNames, AFolderThatIsRenamedIsSearchedForAgain) {
+  disk.addFolder("Part");
+  disk.addFile("Part/a1.mus", "page");
+  EXPECT_EQ(read("PART\\A1.MUS"), "page");
+  std::filesystem::rename(disk.path("Part"), disk.path("part"));
+  EXPECT_EQ(read("PART\\A1.MUS"), "page");
+  EXPECT_TRUE(write("PART\\A2.MUS", "new"));
+  EXPECT_EQ(disk.file("part/A2.MUS"), "new");
+}
+
 TEST_F(PosixNames, CoreNamesHaveBackslashes) {
   EXPECT_EQ(PosixSystem::coreName("/home/a b/ä.mus"), "\\home\\a b\\ä.mus");
   EXPECT_EQ(PosixSystem::coreName("names.txt"), "names.txt");

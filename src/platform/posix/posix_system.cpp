@@ -165,18 +165,37 @@ std::optional<std::string> PosixSystem::find(const std::string& folder, std::str
   return std::nullopt;
 }
 
+std::optional<std::string> PosixSystem::firstFolder(const std::string& folder) {
+  const auto known = folders_.find(folder);
+  if (known != folders_.end()) {
+    return known->second;
+  }
+  auto found = find("", folder);
+  if (found) {
+    folders_.emplace(folder, *found);
+  }
+  return found;
+}
+
 std::string PosixSystem::resolve(const std::string& name) {
   if (name.find('\0') != std::string::npos) {
     return "";  // the system would take what stands before the zero byte for the name
   }
   const std::string path = swapped(name, '\\', separator);
+  const std::size_t folderEnd = path.rfind(separator) + 1;
+  const std::string folder = path.substr(0, folderEnd);
+  const std::string file = path.substr(folderEnd);
+  // The search through all folders would look there first, too.
+  if (const auto first = firstFolder(folder)) {
+    if (const auto found = find(*first, file)) {
+      return *found;
+    }
+  }
   if (const auto found = find("", path)) {
     return *found;
   }
   // A file that is to be made: its folder is there, under whatever spelling.
-  const std::size_t folderEnd = path.rfind(separator) + 1;
-  return find("", std::string_view(path).substr(0, folderEnd)).value_or(path.substr(0, folderEnd)) +
-         path.substr(folderEnd);
+  return find("", folder).value_or(folder) + file;
 }
 
 std::unique_ptr<InputFile> PosixSystem::openInput(const std::string& name) {
@@ -267,6 +286,7 @@ bool PosixSystem::enterFolder(const std::string& typed) {
   std::error_code failure;
   std::filesystem::current_path(typed, failure);
   listings_.clear();  // relative folders are others now
+  folders_.clear();
   return !failure;
 }
 

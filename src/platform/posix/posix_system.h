@@ -69,6 +69,9 @@ class PosixSystem : public Host {
   std::string resolve(const std::string& name);
   /// The existing file or folder that the rest of a path leads to from a folder; nullopt when there is none.
   std::optional<std::string> find(const std::string& folder, std::string_view rest);
+  /// The first folder that a folder's name leads to. The names of a group share few folders, each many components deep,
+  /// so it is searched for once in a run.
+  std::optional<std::string> firstFolder(const std::string& folder);
   /// The names in a folder that are the component but for their case, in order.
   std::vector<std::string> candidates(const std::string& folder, const std::string& component);
 
@@ -86,6 +89,7 @@ class PosixSystem : public Host {
   void takeNote(const std::string& target);
 
   std::map<std::string, Listing> listings_;
+  std::map<std::string, std::string> folders_;  // what firstFolder found
 };
 
 }  // namespace kiv
