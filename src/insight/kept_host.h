@@ -47,7 +47,7 @@ class KeptHost : public Host {
   std::size_t characterCount(std::string_view text) override { return world_.characterCount(text); }
   std::string profileKey(const std::string& key) override { return world_.profileKey(key); }
   std::int32_t runProcess(const std::string& /*commandLine*/, ShowState /*show*/) override { return 0; }
-  std::optional<std::string> runInShell(const std::string& /*command*/, WindowStyle /*style*/) override {
+  std::optional<ShellFailure> runInShell(const std::string& /*command*/, WindowStyle /*style*/) override {
     return std::nullopt;
   }
 

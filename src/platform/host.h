@@ -22,6 +22,14 @@ enum class Pointer { normal, hourglass };
 enum class ShowState { leftToTheSystem, maximised };
 enum class WindowStyle : int { normal = 1, maximised = 3 };
 
+/// Why the scripting shell did not run a program.
+struct ShellFailure {
+  std::int32_t number = 0;  ///< as a script is told it: a small one of the script's own, or the platform's, negative
+  std::string text;         ///< the platform's words
+
+  bool operator==(const ShellFailure&) const = default;
+};
+
 /// The failures that end a run without a message of their own.
 enum class RunTimeError { subscriptOutOfRange, overflow, typeMismatch, divisionByZero };
 
@@ -124,8 +132,8 @@ class Host {
   virtual std::string profileKey(const std::string& key) = 0;
   /// Starts the command line as a process and waits for its end. Returns its exit code, -1 when it does not start.
   virtual std::int32_t runProcess(const std::string& commandLine, ShowState show) = 0;
-  /// Runs the command through the scripting shell and waits for its end. Returns the platform's text for the failure.
-  [[nodiscard]] virtual std::optional<std::string> runInShell(const std::string& command, WindowStyle style) = 0;
+  /// Runs the command through the scripting shell and waits for its end. Returns the failure.
+  [[nodiscard]] virtual std::optional<ShellFailure> runInShell(const std::string& command, WindowStyle style) = 0;
 
   // --- built on the above ---
 

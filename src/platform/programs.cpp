@@ -24,6 +24,17 @@ std::string behindLastBackslash(const std::string& path) {
   return path.substr(path.rfind('\\') + 1);
 }
 
+/// The command without the folder of its program; nullopt when it names no program.
+std::optional<std::string> bareCommand(const std::string& cmd, const std::string& upperCommand) {
+  constexpr std::string_view program = ".EXE";
+  const std::size_t dot = upperCommand.find(program);
+  if (dot == std::string::npos) {
+    return std::nullopt;
+  }
+  const std::size_t end = dot + program.size();
+  return behindLastBackslash(cmd.substr(0, end)) + cmd.substr(end);
+}
+
 }  // namespace
 
 std::string GetProfileKey(Host& host, const std::string& key) {
@@ -39,21 +50,21 @@ std::int32_t ExecCmd(Host& host, const std::string& cmdline) {
   return result;
 }
 
-void ShellAndWait(Host& host, const std::string& cmd) {
-  constexpr std::string_view program = ".EXE";
+std::optional<ShellFailure> tryShellAndWait(Host& host, const std::string& cmd) {
   const std::string upper = host.upperCase(cmd);
-  const std::size_t dot = upper.find(program);
-  if (dot == std::string::npos) {
-    if (!contains(upper, ".BAT")) {
-      host.fatal("ShellAndWait error: " + cmd);
-    }
-    ExecCmd(host, cmd);
-    return;
+  if (const auto command = bareCommand(cmd, upper)) {
+    return host.runInShell(*command, windowStyleOf(upper));
   }
-  const std::size_t end = dot + program.size();
-  const std::string command = behindLastBackslash(cmd.substr(0, end)) + cmd.substr(end);
-  if (const auto failure = host.runInShell(command, windowStyleOf(upper))) {
-    host.runTimeError(*failure, command);
+  if (!contains(upper, ".BAT")) {
+    host.fatal("ShellAndWait error: " + cmd);
+  }
+  ExecCmd(host, cmd);
+  return std::nullopt;
+}
+
+void ShellAndWait(Host& host, const std::string& cmd) {
+  if (const auto failure = tryShellAndWait(host, cmd)) {
+    host.runTimeError(failure->text, bareCommand(cmd, host.upperCase(cmd)).value_or(cmd));
   }
 }
 

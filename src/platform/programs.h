@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "platform/host.h"
@@ -17,6 +18,9 @@ std::int32_t ExecCmd(Host& host, const std::string& cmdline);
 /// Runs a program by its bare file name and with its arguments, as the shell's search rules find it, or a batch file
 /// as it stands, and waits for its end. A command that names neither ends the program, as does a failing shell.
 void ShellAndWait(Host& host, const std::string& cmd);
+
+/// The same, but the failure of the shell is the caller's to tell.
+[[nodiscard]] std::optional<ShellFailure> tryShellAndWait(Host& host, const std::string& cmd);
 
 /// The short (8.3) form of the path, or the path as it is when the platform has none.
 std::string GetShortName(Host& host, const std::string& path);

@@ -43,8 +43,8 @@ class QuietHost : public Host {
   std::size_t characterCount(std::string_view text) override { return disk_.characterCount(text); }
   std::string profileKey(const std::string& /*key*/) override { return ""; }
   std::int32_t runProcess(const std::string& /*commandLine*/, ShowState /*show*/) override { return -1; }
-  std::optional<std::string> runInShell(const std::string& /*command*/, WindowStyle /*style*/) override {
-    return "Nothing is started";
+  std::optional<ShellFailure> runInShell(const std::string& /*command*/, WindowStyle /*style*/) override {
+    return ShellFailure{0, "Nothing is started"};
   }
 
  private:

@@ -6,7 +6,12 @@
 namespace kiv {
 namespace {
 
-constexpr int noFileList = 461;
+constexpr std::int32_t noFileList = 461;
+
+/// A positive number has a blank where a negative one has its sign.
+void tellDropError(Host& host, std::int32_t number) {
+  host.inform("Drop error" + std::string(number < 0 ? "" : " ") + std::to_string(number));
+}
 
 void needModule(Host& host, const std::string& path, const std::string& name) {
   if (!FileExists(host, path)) {
@@ -43,7 +48,7 @@ void cmdSelectFiles_Click(KivSystem& program) {
 void cmdSelectFiles_OLEDragDrop(KivSystem& program, const std::optional<std::vector<std::string>>& files) {
   const Settings& settings = program.settings;
   if (!files) {
-    program.host.inform("Drop error " + std::to_string(noFileList));
+    tellDropError(program.host, noFileList);
     return;
   }
   std::string list;
@@ -51,8 +56,13 @@ void cmdSelectFiles_OLEDragDrop(KivSystem& program, const std::optional<std::vec
     list += file + ",";
   }
   needModule(program.host, settings.oleExe, "KIVOLE.EXE");
-  ShellAndWait(program.host, settings.oleExe + " STARTDIR=" + settings.currentFolder +
-                                 ",NAMESFILE=" + settings.namesFile + ",DEBUG=NO,TYPE=MUS,LIST=" + list);
+  const auto failure =
+      tryShellAndWait(program.host, settings.oleExe + " STARTDIR=" + settings.currentFolder +
+                                        ",NAMESFILE=" + settings.namesFile + ",DEBUG=NO,TYPE=MUS,LIST=" + list);
+  if (failure) {
+    tellDropError(program.host, failure->number);
+    return;
+  }
   setSelectedFileButtons(program);
 }
 

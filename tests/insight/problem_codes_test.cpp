@@ -50,7 +50,7 @@ TEST(ProblemCodes, EveryMessageInTheSourcesHasItsOwn) {
     }
   }
   for (const std::string& text : textsShownIn("shell")) {
-    const bool isModules = text.starts_with("Module ") || text.starts_with("Drop error ") ||
+    const bool isModules = text.starts_with("Module ") || text.starts_with("Drop error") ||
                            text == "Failed to open output folder" || ofThePanel.contains(text);
     EXPECT_TRUE(isModules || codeOf(text) != code::other) << text;
     ++seen;

@@ -162,7 +162,7 @@ TEST_F(ShellAndWaitTest, AnythingElseEndsTheProgram) {
 }
 
 TEST_F(ShellAndWaitTest, AFailingShellEndsTheProgram) {
-  host.shellFailure = "The system cannot find the file specified";
+  host.shellFailure = {{-2147024894, "The system cannot find the file specified"}};
   EXPECT_EQ(endOf([&] { ShellAndWait(host, "C:\\X\\KIVNAMES.EXE A=B"); }), 1);
   EXPECT_EQ(host.messages, std::vector{critical("Run-time error: The system cannot find the file specified\r\n"
                                                 "KIVNAMES.EXE A=B")});

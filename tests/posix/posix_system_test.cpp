@@ -132,7 +132,8 @@ TEST_F(PosixUser, WhatOnlyWindowsHasIsAbsent) {
   EXPECT_EQ(host.shortName(disk.core("a.mus")), std::nullopt);
   EXPECT_EQ(host.profileKey("OS"), "");
   EXPECT_EQ(host.runProcess("Notepad N.TXT", ShowState::leftToTheSystem), -1);
-  EXPECT_EQ(host.runInShell("TOOL.EXE", WindowStyle::normal), "The scripting shell is not available");
+  EXPECT_EQ(host.runInShell("TOOL.EXE", WindowStyle::normal),
+            (ShellFailure{429, "The scripting shell is not available"}));
 }
 
 }  // namespace

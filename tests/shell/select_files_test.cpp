@@ -165,10 +165,20 @@ TEST_F(PanelInUse, AMissingDropModuleEndsTheProgram) {
 }
 
 TEST_F(PanelInUse, AFailingShellEndsTheProgram) {
-  host.shellFailure = "not found";
+  host.shellFailure = {{-2147024894, "not found"}};
   EXPECT_EQ(endOf([&] { cmdSelectFiles_Click(program); }), 1);
   ASSERT_EQ(host.messages.size(), 1U);
   EXPECT_TRUE(host.messages[0].text.starts_with("Run-time error: not found\r\nKIVNAMES.EXE STARTDIR="));
+}
+
+TEST_F(PanelInUse, ADropThatTheShellFailsOnIsReportedWithItsNumber) {
+  for (const std::int32_t number : {-2147024894, 429}) {
+    host.shellFailure = {{number, "not found"}};
+    host.addFile("NAMES.TXT", "C:\\M\\A.MUS 1\r\n");
+    EXPECT_EQ(endOf([&] { cmdSelectFiles_OLEDragDrop(program, {{"C:\\M\\A.MUS"}}); }), std::nullopt);
+  }
+  EXPECT_EQ(host.messages, (std::vector{information("Drop error-2147024894"), information("Drop error 429")}));
+  EXPECT_EQ(program.names.nameCount, 0) << "the names file is not read";
 }
 
 // --- the choice of the result folder ---
@@ -188,7 +198,7 @@ TEST_F(PanelInUse, TheFolderIsChosenInThePanelsPlace) {
 }
 
 TEST_F(PanelInUse, WhileTheModuleRunsThePanelIsHidden) {
-  host.shellFailure = "not found";  // the box comes up while the panel is away
+  host.shellFailure = {{-2147024894, "not found"}};  // the box comes up while the panel is away
   bool visible = true;
   host.whileShown = [&](const Message&) { visible = panel.visible; };
   EXPECT_EQ(endOf([&] { txtFirstResultFile_Click(program); }), 1);

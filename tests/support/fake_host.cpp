@@ -166,7 +166,7 @@ std::int32_t FakeHost::runProcess(const std::string& commandLine, ShowState show
   return exitCode;
 }
 
-std::optional<std::string> FakeHost::runInShell(const std::string& command, WindowStyle style) {
+std::optional<ShellFailure> FakeHost::runInShell(const std::string& command, WindowStyle style) {
   calls.push_back("shell " + command + " (style " + std::to_string(static_cast<int>(style)) + ")");
   return shellFailure;
 }

@@ -44,7 +44,7 @@ class FakeHost : public Host {
   std::deque<Answer> answers;              ///< for the Yes/No questions to come; Yes when there is none left
   std::set<std::string> unwritable;        ///< names that cannot be created, written or deleted
   std::int32_t exitCode = 0;               ///< of every started process
-  std::optional<std::string> shellFailure;
+  std::optional<ShellFailure> shellFailure;
   bool showsTexts = false;                         ///< the host has its own way to show a text file
   std::optional<std::string> writeFailure;         ///< what every write fails with
   std::function<void(const Message&)> whileShown;  ///< runs while a message is up
@@ -82,7 +82,7 @@ class FakeHost : public Host {
   std::size_t characterCount(std::string_view text) override { return text.size(); }
   std::string profileKey(const std::string& key) override;
   std::int32_t runProcess(const std::string& commandLine, ShowState show) override;
-  std::optional<std::string> runInShell(const std::string& command, WindowStyle style) override;
+  std::optional<ShellFailure> runInShell(const std::string& command, WindowStyle style) override;
 
  private:
   std::string key(const std::string& name) const;

@@ -278,8 +278,9 @@ std::int32_t PosixSystem::runProcess(const std::string& /*commandLine*/, ShowSta
   return -1;
 }
 
-std::optional<std::string> PosixSystem::runInShell(const std::string& /*command*/, WindowStyle /*style*/) {
-  return "The scripting shell is not available";
+std::optional<ShellFailure> PosixSystem::runInShell(const std::string& /*command*/, WindowStyle /*style*/) {
+  constexpr std::int32_t cannotMakeObject = 429;
+  return ShellFailure{cannotMakeObject, "The scripting shell is not available"};
 }
 
 bool PosixSystem::enterFolder(const std::string& typed) {

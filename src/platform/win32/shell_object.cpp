@@ -45,6 +45,15 @@ class Variant {
   VARIANT value_;
 };
 
+/// The number that a script is told: its own where it has one for the failure.
+std::int32_t numberOf(HRESULT result) {
+  constexpr std::int32_t cannotMakeObject = 429;
+  if (result == CO_E_CLASSSTRING || result == REGDB_E_CLASSNOTREG) {
+    return cannotMakeObject;
+  }
+  return HRESULT_FACILITY(result) == FACILITY_CONTROL ? HRESULT_CODE(result) : result;
+}
+
 /// What a called object tells about its failure.
 class Exception {
  public:
@@ -59,23 +68,28 @@ class Exception {
 
   EXCEPINFO* get() { return &info_; }
 
-  std::string text() {
+  ShellFailure failure() {
     if (info_.pfnDeferredFillIn != nullptr) {
       info_.pfnDeferredFillIn(&info_);
     }
+    return {info_.wCode != 0 ? static_cast<std::int32_t>(info_.wCode) : numberOf(code()), text()};
+  }
+
+ private:
+  HRESULT code() const { return info_.scode != 0 ? info_.scode : DISP_E_EXCEPTION; }
+  std::string text() const {
     if (SysStringLen(info_.bstrDescription) != 0) {
       const std::string text = narrow({info_.bstrDescription, SysStringLen(info_.bstrDescription)}, CP_ACP);
       return text.substr(0, text.find_last_not_of("\r\n ") + 1);
     }
-    return systemMessage(static_cast<DWORD>(info_.scode != 0 ? info_.scode : DISP_E_EXCEPTION));
+    return systemMessage(static_cast<DWORD>(code()));
   }
 
- private:
   EXCEPINFO info_{};
 };
 
-std::string textOf(HRESULT result) {
-  return systemMessage(static_cast<DWORD>(result));
+ShellFailure failureOf(HRESULT result) {
+  return {numberOf(result), systemMessage(static_cast<DWORD>(result))};
 }
 
 HRESULT createShell(Dispatch& shell) {
@@ -123,19 +137,19 @@ HRESULT callRun(IDispatch& shell, const std::string& command, WindowStyle style,
 
 }  // namespace
 
-std::optional<std::string> runThroughShellObject(const std::string& command, WindowStyle style) {
+std::optional<ShellFailure> runThroughShellObject(const std::string& command, WindowStyle style) {
   const Apartment apartment;
   Dispatch shell;
   HRESULT result = createShell(shell);
   if (FAILED(result)) {
-    return textOf(result);
+    return failureOf(result);
   }
   Exception exception;
   result = callRun(*shell, command, style, exception);
   if (result == DISP_E_EXCEPTION) {
-    return exception.text();
+    return exception.failure();
   }
-  return FAILED(result) ? std::optional(textOf(result)) : std::nullopt;
+  return FAILED(result) ? std::optional(failureOf(result)) : std::nullopt;
 }
 
 }  // namespace kiv

@@ -128,7 +128,7 @@ std::int32_t Win32System::runProcess(const std::string& commandLine, ShowState s
   return isWhole(commandLine) ? runAndWait(commandLine, show) : -1;
 }
 
-std::optional<std::string> Win32System::runInShell(const std::string& command, WindowStyle style) {
+std::optional<ShellFailure> Win32System::runInShell(const std::string& command, WindowStyle style) {
   return runThroughShellObject(command, style);
 }
 

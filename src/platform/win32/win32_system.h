@@ -27,7 +27,7 @@ class Win32System : public Host {
   std::size_t characterCount(std::string_view text) override;
   std::string profileKey(const std::string& key) override;
   std::int32_t runProcess(const std::string& commandLine, ShowState show) override;
-  std::optional<std::string> runInShell(const std::string& command, WindowStyle style) override;
+  std::optional<ShellFailure> runInShell(const std::string& command, WindowStyle style) override;
 
   // --- for the programs around the core ---
 
