@@ -55,12 +55,13 @@ void mouse(HWND window, UINT message, int x, int y) {
 
 /// Whether everything that was posted, and what it led to, is dealt with and no box is up.
 bool staysQuiet(PanelOnScreen& panel) {
-  // Messages are dealt with in their order; the second press comes after what was posted while the first one waited.
-  for (int presses = 0; presses < 2; ++presses) {
+  // Messages are dealt with in their order; the second mark comes after what was posted while the first one waited.
+  for (int marks = 0; marks < 2; ++marks) {
     const bool before = panel.isChecked(&Panel::chkOverwrite);
-    panel.press(&Panel::chkOverwrite);
-    panel.waitUntil(
-        [&] { return panel.isChecked(&Panel::chkOverwrite) != before || boxOf(panel.process().number()).has_value(); });
+    PostMessageA(panel.control(&Panel::chkOverwrite), BM_SETCHECK, before ? BST_UNCHECKED : BST_CHECKED, 0);
+    EXPECT_TRUE(panel.waitUntil([&] {
+      return panel.isChecked(&Panel::chkOverwrite) != before || boxOf(panel.process().number()).has_value();
+    }));
   }
   return !boxOf(panel.process().number());
 }
