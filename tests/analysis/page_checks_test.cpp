@@ -116,6 +116,13 @@ TEST_F(CheckPage, InAFreshTableEveryCueIsUndefined) {
   EXPECT_EQ(problems.undefinedCues, "102 in staff 2, 999 in staff 1, ");
 }
 
+TEST_F(CheckPage, ACueOfNoNumberIsUndefinedEvenWhereAStaffHasNoneEither) {
+  const PageProblems problems =
+      check("staff 1 at 0 instrument 0x7FC00000 p18 1\nrest 1 at 5 kind -2 cue 0x7FC00000\nrest 1 at 6 kind -2\n");
+  EXPECT_EQ(problems.undefinedCues, "NAN in staff 1, ");
+  EXPECT_EQ(problems.recursiveCueCount, 0);
+}
+
 TEST_F(CheckPage, RowBehindTheLastItemNamesTheSystemThatDefinesCues) {
   table = tableOf(host,
                   "staff 2 at 0 instrument 101 p18 1\nstaff 1 at 0 instrument 102 p18 2\n"

@@ -112,6 +112,14 @@ TEST_F(PageSystemsTest, MultifilePageNeedsALeftBarlineOnItsLowestStaff) {
             std::vector{critical("No system barline encountered in multifile page. Top file is: C:\\M\\X1A.MUS")});
 }
 
+TEST_F(PageSystemsTest, AnyOfTheLeftBarlinesOfTheLowestStaffHoldsAMultifilePageTogether) {
+  addPage("X1A.MUS", "staff 1 at 0\n");
+  addPage("X1B.MUS", "staff 1 at 0\nbarline 1 at 0 spans 1\nbarline 1 at 1 spans 1\n");
+  read(twoFiles);
+  EXPECT_EQ(end, std::nullopt);
+  EXPECT_EQ(layout(), "2/0/0 1/0/2 ");
+}
+
 TEST_F(PageSystemsTest, OffsetBeyond16BitsIsARunTimeError) {
   addPage("X1A.MUS", "staff 1 at 0\n");
   addPage("X1B.MUS", "staff 1 at 0\nstaff 40000 at 0\n");

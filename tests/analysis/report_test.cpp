@@ -92,6 +92,14 @@ TEST_F(ReportTest, StrangeNumbersInRecordsAndListing) {
             std::string::npos);
 }
 
+TEST_F(ReportTest, OnlyLeftBarlinesAreListed) {
+  Report report(host);
+  report.writePage(tableOf(host, "barline 1 at 0 p20 2\nbarline 1 at 0 p20 0x7FC00000\nbarline 1 at 0 p20 1\n"));
+  EXPECT_EQ(written().find("*  1 "), std::string::npos);
+  EXPECT_EQ(written().find("*  2 "), std::string::npos);
+  EXPECT_NE(written().find("*  3           14 "), std::string::npos) << written();
+}
+
 TEST_F(ReportTest, FinishedPagesAreOnTheDiskBeforeTheReportIs) {
   Report report(host);
   report.writePage(tableOf(host, "staff 1 at 0\n"));

@@ -81,6 +81,13 @@ TEST_F(ConvertSystem, ASingleStaffGetsTheBarlineAtItsLeftEdge) {
             "staff 1 at 3 instrument 103\nnote 1 at 20\nbarline 1 at 60 spans 1\nbarline 1 at 3 spans 1\n");
 }
 
+TEST_F(ConvertSystem, ABarlineOfAnotherStaffNumberIsNotTheSingleStaffs) {
+  only(103);
+  EXPECT_EQ(convert(bass + "barline 2 at 3 spans 1\n", {staff(103, 1, 1), staff(102, 2, 2)}),
+            "staff 1 at 3 instrument 103\nnote 1 at 20\nbarline 1 at 3 spans 1\n");
+  EXPECT_EQ(end, std::nullopt);
+}
+
 TEST_F(ConvertSystem, ABraceAtTheLeftEdgeOfASingleStaffPassesForTheBarline) {
   only(103);
   convert(bass + "barline 1 at 3 spans 1 kind 8\n", {staff(103, 1, 1)});

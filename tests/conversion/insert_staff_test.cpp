@@ -137,6 +137,8 @@ TEST_F(InsertStaff, WithoutAPlaceItEndsTheProgram) {
   setInstrumentOrder(host, {30, 102}, order);
   expectEnd(102, "staff 1 at 0 instrument 103\n", "Logical error in insertStaff: 30/1");
   expectEnd(30, "note 1 at 0\n", "Logical error in insertStaff: 0");
+  setInstrumentOrder(host, {-5, 102}, order);
+  expectEnd(102, "note 1 at 0\n", "Logical error in insertStaff: -5/0");
 }
 
 TEST_F(InsertStaff, AnInstrumentThatIsNotInTheOrderIsARunTimeError) {

@@ -24,6 +24,8 @@ TEST(GeneralNumber, KnownValues) {
       {9999999.0F, "9999999"},
       {-9999999.0F, "-9999999"},
       {1E7F, "1E+07"},
+      {-1E7F, "-1E+07"},
+      {-12345678.0F, "-1.234568E+07"},
       {16777216.0F, "1.677722E+07"},
       {123456.7F, "123456.7"},
       {1234567.5F, "1234568"},
@@ -88,6 +90,7 @@ TEST(NumericValue, TakesTheLongestLeadingNumber) {
     EXPECT_EQ(numericValue(text), value) << text;
   }
   EXPECT_EQ(numericValue("-1E999"), -std::numeric_limits<double>::infinity());
+  EXPECT_EQ(numericValue(std::string(400, '9')), std::numeric_limits<double>::infinity());
 }
 
 }  // namespace

@@ -155,6 +155,16 @@ TEST(DumpPage, NumbersTheItemsAndTellsTheirOffsets) {
   expectRoundTrip(file);
 }
 
+TEST(DumpPage, GivesNumbersMoreRoomThanTheyUsuallyNeed) {
+  std::string items;
+  for (int i = 1; i <= 10000; ++i) {
+    items += words({2, 4, 1});
+  }
+  const std::string dump = dumpPage(pageOf(items));
+  EXPECT_NE(dump.find("\n 999 @11978   item 4 1\n1000 @11990   item 4 1\n"), std::string::npos);
+  EXPECT_NE(dump.find("\n10000 @119990  item 4 1\n10001 @120002  trailer\n"), std::string::npos);
+}
+
 TEST(DumpPage, TellsWhereAPageIsBroken) {
   const std::string file = pageOf(words({3, 4, 1, 50}) + words({3, 19, 1, 50}));
   EXPECT_EQ(dumpPage(file),

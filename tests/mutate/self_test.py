@@ -1,0 +1,98 @@
+#!/usr/bin/env python3
+"""Tests of the mutation script: which changes it finds, and that it tells a change that a test notices from one that none
+does."""
+
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+sys.dont_write_bytecode = True  # nothing is left between the sources
+
+import mutate
+from mutations import mutations
+
+
+def changes(source):
+    return [(mutation.old, mutation.new) for mutation in mutations("src/mus/x.cpp", source)]
+
+
+class Mutations(unittest.TestCase):
+    def test_swap_signs_between_blanks(self):
+        self.assertEqual(changes("x = a < b;")[1:], [("<", "<=")])
+        self.assertEqual(changes("return a && b == c + d;"), [("&&", "||"), ("==", "!="), ("+", "-")])
+
+    def test_leave_comments_texts_and_includes_alone(self):
+        self.assertEqual(changes('#include <a>\n// a < 1\n/* 2 */ return f("3 < 4", \'5\', R"(6)");'), [])
+
+    def test_leave_template_arguments_and_references_alone(self):
+        self.assertEqual(changes("std::vector<int> f(A&& a, B* b);"), [])
+
+    def test_move_numbers_by_one_both_ways_and_not_below_0(self):
+        self.assertEqual(changes("return 0x10U;"), [("0x10U", "15U"), ("0x10U", "17U")])
+        self.assertEqual(changes("return 0;"), [("0", "1")])
+        self.assertEqual(changes("return 2.5F;"), [("2.5F", "1.5F"), ("2.5F", "3.5F")])
+
+    def test_negate_conditions_after_what_they_declare(self):
+        self.assertIn(("a.empty()", "!(a.empty())"), changes("if (a.empty()) {}"))
+        self.assertIn(("x", "!(x)"), changes("if (auto x = f(); x) {}"))
+
+    def test_drop_statements_and_no_declarations(self):
+        self.assertEqual(changes("void f() { g(); int x = h(); return; }"), [("g();", ";"), ("return;", ";")])
+
+    def test_keep_loops_their_ends(self):
+        self.assertNotIn(("f(i);", ";"), changes("for (; f(i);) {}"))
+
+    def test_say_where_they_are(self):
+        self.assertEqual(str(mutations("src/mus/x.cpp", "\n\nreturn a < b;")[0]), "src/mus/x.cpp:3: < -> <=")
+
+
+class TinyWorkshop(mutate.Workshop):
+    """One source and one test, of which the latter never looks at 3."""
+
+    TEST = '#include "value.cpp"\nint main() { return isSmall(1) && !isSmall(9) ? 0 : 1; }\n'
+
+    def __init__(self, tree):
+        self.tree = tree
+        self.limits = {"tiny": 10}
+        (tree / "test.cpp").write_text(self.TEST)
+
+    def built(self, program):
+        return subprocess.run(["g++", "test.cpp", "-o", "test"], cwd=self.tree, stderr=subprocess.DEVNULL).returncode == 0
+
+    def command(self, program):
+        return [str(self.tree / "test")]
+
+    @property
+    def build(self):
+        return self.tree
+
+
+class Judgement(unittest.TestCase):
+    SOURCE = "bool isSmall(int number) { return number < 3; }\n"
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.workshop = TinyWorkshop(Path(folder.name))
+
+    def judge(self, old, new):
+        start = self.SOURCE.index(old)
+        mutation = mutate.mutations("value.cpp", self.SOURCE)[0]
+        mutation = type(mutation)("value.cpp", start, start + len(old), 1, old, new)
+        return self.workshop.judge(mutation, self.SOURCE, ["tiny"])
+
+    def test_tells_what_survives_from_what_is_killed(self):
+        self.assertEqual(self.judge(" < ", " <= "), "survived")
+        self.assertEqual(self.judge(" < ", " > "), "killed by tiny")
+        self.assertEqual(self.judge(" < ", " << nothing < "), "does not compile")
+        self.assertEqual((self.workshop.tree / "value.cpp").read_text(), self.SOURCE)
+
+    def test_ends_what_does_not_end(self):
+        self.workshop.limits["tiny"] = 0.3
+        self.assertEqual(self.judge("return", "while (true) {} return"), "killed by tiny (time limit)")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=0)
