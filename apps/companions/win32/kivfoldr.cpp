@@ -19,18 +19,17 @@ int chooseAndWrite(std::string_view line) {
   // The dialog may change the current folder.
   const std::string answerFile = Win32System::fullName(call->answerFile);
   const Choice choice = chooseFolder(call->prompt, call->startFolder);
+  const auto folder = choice.paths.empty() ? std::nullopt : codePagePath(choice.paths.front());
+  // Without a choice, too: an answer from before would pass for one.
+  const int answered = companion.answer(answerFile, folderAnswerText(folder));
   if (choice.failure) {
     return companion.fail(L"The dialog for the folder in " + wide(answerFile) + L" does not work:\r\n" +
                           wide(*choice.failure));
   }
-  if (choice.paths.empty()) {
-    return companion.answer(answerFile, folderAnswerText(std::nullopt));
-  }
-  const auto folder = codePagePath(choice.paths.front());
-  if (!folder) {
+  if (!folder && !choice.paths.empty()) {
     return companion.failToName(choice.paths.front());
   }
-  return companion.answer(answerFile, folderAnswerText(folder));
+  return answered;
 }
 
 }  // namespace
