@@ -58,7 +58,7 @@ std::optional<std::string> MemoryHost::replaceFile(const std::string& /*name*/, 
   return std::nullopt;
 }
 
-std::optional<std::string> MemoryHost::runInShell(const std::string& /*command*/, WindowStyle /*style*/) {
+std::optional<ShellFailure> MemoryHost::runInShell(const std::string& /*command*/, WindowStyle /*style*/) {
   return "there is no shell";
 }
 

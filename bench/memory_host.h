@@ -32,7 +32,7 @@ class MemoryHost : public Host {
   std::size_t characterCount(std::string_view text) override { return text.size(); }
   std::string profileKey(const std::string& /*key*/) override { return ""; }
   std::int32_t runProcess(const std::string& /*commandLine*/, ShowState /*show*/) override { return -1; }
-  std::optional<std::string> runInShell(const std::string& command, WindowStyle style) override;
+  std::optional<ShellFailure> runInShell(const std::string& command, WindowStyle style) override;
 };
 
 }  // namespace kiv::bench

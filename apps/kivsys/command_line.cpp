@@ -1,14 +1,41 @@
 #include "apps/kivsys/command_line.h"
 
+#include <string>
+
 #include <CLI/CLI.hpp>
 
+#include "apps/kivsys/analyze_command.h"
+#include "apps/kivsys/chart_command.h"
 #include "apps/kivsys/command_table.h"
 #include "apps/kivsys/completions.h"
+#include "apps/kivsys/convert_command.h"
+#include "apps/kivsys/documents_command.h"
+#include "apps/kivsys/draw_command.h"
+#include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/page_commands.h"
+#include "apps/kivsys/sort_command.h"
+#include "apps/kivsys/survey_command.h"
+#include "apps/kivsys/verify_command.h"
 #include "shell/start_up.h"
 #include "shell/version.h"
 
 namespace kiv {
 namespace {
+
+/// What a command line has asked for, and how that ended.
+struct CommandLine {
+  AnalyzeOptions analyze;
+  ConvertOptions convert;
+  VerifyOptions verify;
+  SurveyOptions survey;
+  ConvertOptions trace;
+  SortOptions sort;
+  DrawOptions draw;
+  ChartOptions chart;
+  PageFiles files;
+  std::string shell;                 ///< whose completions are wanted
+  int status = exit_status::normal;  ///< of the command that was run
+};
 
 /// The options that select the pages of a run. Whoever parses them runs the command only when there is a selection.
 void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor) {
@@ -201,27 +228,38 @@ void addDocuments(CLI::App& app, std::string& shell, int& status) {
   man->callback([&app, &status] { status = runMan(tableOf(app)); });
 }
 
-}  // namespace
-
-std::shared_ptr<CLI::App> makeApp(CommandLine& line) {
-  auto app = std::make_shared<CLI::App>(
-      "Prepares groups of MUS page files: analyses their instrument layout, and makes it the same.", "kivsys");
-  app->set_version_flag("--version", "kivsys " + versionText(version::major, version::minor, version::revision));
-  app->require_subcommand(1);
-  app->footer(
+/// Fills the table of all commands, their options and help. When it parses a command line, the command is run; what it
+/// parses goes into the given struct.
+void addCommands(CLI::App& app, CommandLine& line) {
+  app.set_version_flag("--version", "kivsys " + versionText(version::major, version::minor, version::revision));
+  app.require_subcommand(1);
+  app.footer(
       "A sibling tool's call works too:\n  kivsys \"CALLEDBY=KIV,FUNCTION=ANALYZE,NAMES=names.txt\"\n\n"
       "kivsys COMMAND --help tells more about a command.");
-  addAnalyze(*app, line.analyze, line.status);
-  addConvert(*app, line.convert, line.status);
-  addVerify(*app, line.verify, line.status);
-  addSurvey(*app, line.survey, line.status);
-  addTrace(*app, line.trace, line.status);
-  addSort(*app, line.sort, line.status);
-  addDraw(*app, line.draw, line.status);
-  addChart(*app, line.chart, line.status);
-  addPageCommands(*app, line.files, line.status);
-  addDocuments(*app, line.shell, line.status);
-  return app;
+  addAnalyze(app, line.analyze, line.status);
+  addConvert(app, line.convert, line.status);
+  addVerify(app, line.verify, line.status);
+  addSurvey(app, line.survey, line.status);
+  addTrace(app, line.trace, line.status);
+  addSort(app, line.sort, line.status);
+  addDraw(app, line.draw, line.status);
+  addChart(app, line.chart, line.status);
+  addPageCommands(app, line.files, line.status);
+  addDocuments(app, line.shell, line.status);
+}
+
+}  // namespace
+
+int runCommandLine(int argc, const char* const* argv) {
+  CommandLine line;
+  CLI::App app("Prepares groups of MUS page files: analyses their instrument layout, and makes it the same.", "kivsys");
+  addCommands(app, line);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? exit_status::normal : exit_status::wrongUsage;
+  }
+  return line.status;
 }
 
 }  // namespace kiv

@@ -1,12 +1,11 @@
 #include <exception>
 #include <iostream>
-#include <memory>
 #include <new>
 #include <string>
 
-#include <CLI/CLI.hpp>
-
+#include "apps/kivsys/analyze_command.h"
 #include "apps/kivsys/command_line.h"
+#include "apps/kivsys/exit_status.h"
 #include "platform/console/console_host.h"
 #include "shell/start_up.h"
 
@@ -26,19 +25,9 @@ bool isSiblingCall(const std::string& commandLine) {
   return commandLine.starts_with("CALLEDBY=") || isAnalysisMode(commandLine);
 }
 
-int run(int argc, char** argv) {
+int run(int argc, const char* const* argv) {
   const std::string commandLine = commandLineOf(argc, argv);
-  if (isSiblingCall(commandLine)) {
-    return runSiblingCall(commandLine);
-  }
-  CommandLine line;
-  const std::shared_ptr<CLI::App> app = makeApp(line);
-  try {
-    app->parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return app->exit(error) == 0 ? exit_status::normal : exit_status::wrongUsage;
-  }
-  return line.status;
+  return isSiblingCall(commandLine) ? runSiblingCall(commandLine) : runCommandLine(argc, argv);
 }
 
 }  // namespace

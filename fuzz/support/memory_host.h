@@ -46,7 +46,7 @@ class MemoryHost : public Host {
   std::size_t characterCount(std::string_view text) override { return text.size(); }
   std::string profileKey(const std::string& key) override;
   std::int32_t runProcess(const std::string&, ShowState) override { return 0; }
-  std::optional<std::string> runInShell(const std::string&, WindowStyle) override { return std::nullopt; }
+  std::optional<ShellFailure> runInShell(const std::string&, WindowStyle) override { return std::nullopt; }
 
  private:
   struct File {

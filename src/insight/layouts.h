@@ -58,8 +58,8 @@ enum class Places { ofEverySystem, ofFirstSystems };
 
 /// The layouts of the analysis that filled the table and wrote the report in the current folder. Only pages that
 /// deviations stand in, and those of the first system with the commonest layout, are read again, and none of a
-/// consistent piece. nullopt when the report of another than a consistent piece cannot be read, or is not that analysis's
-/// any more.
+/// consistent piece. nullopt when the report of another than a consistent piece cannot be read, or is not that
+/// analysis's any more.
 std::optional<Layouts> findLayouts(Host& host, const SystemTable& table, Places places);
 
 /// The word for it: "missing".
