@@ -59,7 +59,7 @@ std::optional<std::string> MemoryHost::replaceFile(const std::string& /*name*/, 
 }
 
 std::optional<ShellFailure> MemoryHost::runInShell(const std::string& /*command*/, WindowStyle /*style*/) {
-  return "there is no shell";
+  return ShellFailure{0, "there is no shell"};
 }
 
 }  // namespace kiv::bench
