@@ -29,6 +29,22 @@ std::string swapped(std::string text, char from, char to) {
   return text;
 }
 
+/// The system would take what stands before such a byte for the name.
+bool hasZeroByte(const std::string& name) {
+  return name.find('\0') != std::string::npos;
+}
+
+/// A name of the core, with the signs between folders that the disk has.
+struct Path {
+  explicit Path(const std::string& name)
+      : file(swapped(name, '\\', separator)), folder(file.substr(0, file.rfind(separator) + 1)) {
+    file.erase(0, folder.size());
+  }
+
+  std::string file;
+  std::string folder;  ///< with its separator; "" when the name has none
+};
+
 bool exists(const std::string& path) {
   struct stat status {};
   return ::lstat(path.c_str(), &status) == 0;
@@ -178,27 +194,34 @@ std::optional<std::string> PosixSystem::firstFolder(const std::string& folder) {
 }
 
 std::string PosixSystem::resolve(const std::string& name) {
-  if (name.find('\0') != std::string::npos) {
-    return "";  // the system would take what stands before the zero byte for the name
+  if (hasZeroByte(name)) {
+    return "";
   }
-  const std::string path = swapped(name, '\\', separator);
-  const std::size_t folderEnd = path.rfind(separator) + 1;
-  const std::string folder = path.substr(0, folderEnd);
-  const std::string file = path.substr(folderEnd);
+  const Path path(name);
   // The search through all folders would look there first, too.
-  if (const auto first = firstFolder(folder)) {
-    if (const auto found = find(*first, file)) {
+  if (const auto first = firstFolder(path.folder)) {
+    if (const auto found = find(*first, path.file)) {
       return *found;
     }
   }
-  if (const auto found = find("", path)) {
+  if (const auto found = find("", path.folder + path.file)) {
     return *found;
   }
   // A file that is to be made: its folder is there, under whatever spelling.
-  return find("", folder).value_or(folder) + file;
+  return find("", path.folder).value_or(path.folder) + path.file;
 }
 
 std::unique_ptr<InputFile> PosixSystem::openInput(const std::string& name) {
+  const Path path(name);
+  // Most names are those of the disk, which is then asked nothing else.
+  if (!path.file.empty() && !hasZeroByte(name)) {
+    if (const auto folder = firstFolder(path.folder)) {
+      auto file = openForReading(*folder + path.file);
+      if (file || (errno != ENOENT && errno != ENOTDIR)) {
+        return file;
+      }
+    }
+  }
   return openForReading(resolve(name));
 }
 

@@ -124,6 +124,9 @@ Outcome Failure::ofOpening() const {
   if (base().starts_with("WORK")) {
     return std::nullopt;  // of a result that is to be replaced
   }
+  if (base() == "KivSystem2.txt") {
+    return critical("Failed to open KivSystem2.txt for input.");  // as the program spells it there
+  }
   if (base() != "KivSystem2.TXT") {
     return ofPage();
   }
