@@ -6,7 +6,7 @@ import json
 import sys
 from collections import defaultdict
 
-FOLDERS = ["mus", "input", "analysis", "conversion", "sort", "shell", "platform"]
+FOLDERS = ["mus", "input", "analysis", "conversion", "sort", "shell", "insight", "proof", "platform"]
 
 
 def folder_of(file):

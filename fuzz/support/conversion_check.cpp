@@ -37,6 +37,11 @@ bool isBarlineProper(const Item& item) {
   return isA(item, type::barline) && par(item, par::kind) < lowestBraceKind;
 }
 
+/// Whether it is a barline as long as its kind is no whole number, and a brace from then on.
+bool becomesBrace(const Item& item) {
+  return isBarlineProper(item) && std::nearbyint(par(item, par::kind)) >= lowestBraceKind;
+}
+
 /// The decoded input files, each decoded when it is first asked for.
 class Inputs {
  public:
@@ -94,6 +99,7 @@ using ExpectedSystem = std::vector<ExpectedStaff>;
 /// - two records name one staff, or are to become one;
 /// - on a staff of the report there is no staff item in its file, or several;
 /// - two staves are of one instrument;
+/// - a barline becomes a brace;
 /// - there are more staves than the writer writes.
 ExpectedSystem expectedSystem(const std::vector<Record>& records, const std::set<std::int16_t>& instruments,
                               Inputs& inputs) {
@@ -108,7 +114,8 @@ ExpectedSystem expectedSystem(const std::vector<Record>& records, const std::set
         std::find_if(items.begin(), items.end(), [](const Item& item) { return isA(item, type::staff); });
     const bool isOnly = staff != items.end() &&
                         std::none_of(staff + 1, items.end(), [](const Item& item) { return isA(item, type::staff); });
-    if (!isOnly || !places.emplace(record.file, record.staff).second || !numbers.insert(record.newStaff).second ||
+    if (!isOnly || std::any_of(items.begin(), items.end(), becomesBrace) ||
+        !places.emplace(record.file, record.staff).second || !numbers.insert(record.newStaff).second ||
         !present.insert(par(*staff, par::instrument)).second) {
       return {};
     }
