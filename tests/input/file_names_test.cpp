@@ -127,7 +127,7 @@ TEST(FileNames, KnownNames) {
       {"C:\\M\\A-B_C$7.MUS", {"A-B_C$", "7", "", ".MUS"}},     {"C:\\M\\AB1CD2E.MUS", {"AB", "2", "E", ".MUS"}},
       {"C:\\M\\ABC.MUS", {"ABC", "", "ABC", ".MUS"}},          {"C:\\M\\ABC12XY.MUS", {"ABC", "12", "XY", ".MUS"}},
       {"C:\\M\\PAGE1.OLD.MUS", {"PAGE", "1", "", ".OLD.MUS"}}, {"C:\\M\\PAGE 1.MUS", {"PAGE", "1", "", ".MUS"}},
-      {"C:\\M\\NOSUFFIX7", {"NOSUFFIX", "7", "", ""}},
+      {"C:\\M\\NOSUFFIX7", {"NOSUFFIX", "7", "", ""}},         {"C:\\M\\ZA9089Z.MUS", {"ZA", "9089", "Z", ".MUS"}},
   };
   for (const auto& [path, parts] : names) {
     EXPECT_EQ(partsOf(path), parts) << path;
