@@ -200,7 +200,7 @@ bool Win32System::inputIsTerminal() {
 
 bool Win32System::outputTakesColour() {
   constexpr DWORD understandsSequences = 0x0004;  // ENABLE_VIRTUAL_TERMINAL_PROCESSING
-  const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+  HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
   DWORD mode = 0;
   // The size includes the closing 0, so that one is an empty value.
   return GetEnvironmentVariableA("NO_COLOR", nullptr, 0) <= 1 && GetConsoleMode(output, &mode) != FALSE &&
