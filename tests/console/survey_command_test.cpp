@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include "tests/console/example_pages.h"
+#include "tests/console/json_schema.h"
 #include "tests/console/run_program.h"
 #include "tests/support/pages.h"
 
@@ -93,6 +94,7 @@ TEST_F(SurveyCommand, JsonHasTheProblemsInWords) {
   place.write("lib/A1.MUS", "broken");
   place.write("lib/B1.MUS", duo);
   const auto object = nlohmann::json::parse(survey({"--json"}));
+  EXPECT_EQ(complaints(object, "survey"), std::vector<std::string>());
   EXPECT_EQ(object.at("interrupted"), false);
   const auto& pieces = object.at("pieces");
   ASSERT_EQ(pieces.size(), 2U);
