@@ -11,15 +11,26 @@ void ItemTable::refuseItem(Host& host) {
 }
 
 void ItemTable::reorder(const std::vector<std::int16_t>& order) {
-  std::vector<Item> sorted;
-  sorted.reserve(order.size());
-  for (const std::int16_t i : order) {
-    sorted.push_back(std::move(row(i)));
-  }
-  int next = 1;
-  for (Item& item : sorted) {
-    item.par[0] = row(next).par[0];
-    row(next++) = std::move(item);
+  const auto source = [&](int i) { return int{order[static_cast<std::size_t>(i - 1)]}; };
+  const auto put = [this](Item&& item, int i) {
+    const float own = row(i).par[0];
+    row(i) = std::move(item);
+    row(i).par[0] = own;
+  };
+  std::vector<bool> placed(order.size() + 1);
+  for (int start = 1; start <= static_cast<int>(order.size()); ++start) {
+    if (placed[static_cast<std::size_t>(start)] || source(start) == start) {
+      continue;
+    }
+    // Rows that only change places among themselves form a ring.
+    Item first = std::move(row(start));
+    int i = start;
+    for (; source(i) != start; i = source(i)) {
+      put(std::move(row(source(i))), i);
+      placed[static_cast<std::size_t>(i)] = true;
+    }
+    put(std::move(first), i);
+    placed[static_cast<std::size_t>(i)] = true;
   }
 }
 

@@ -1,8 +1,11 @@
 #include "mus/sort_item_table.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdint>
 #include <numeric>
+#include <utility>
 
 #include "mus/exch.h"
 
@@ -30,6 +33,26 @@ void exchangeInPasses(Host& host, const std::vector<SortKey>& keys, std::vector<
   }
 }
 
+/// First keys that are whole and smaller than this, as those of all usual pages are, take the short way.
+constexpr std::size_t endOfUsual = 1024;
+
+bool isUsual(const SortKey& key) {
+  return key.first >= 0 && key.first < endOfUsual && key.first == std::floor(key.first);
+}
+
+/// The rows by their usual first keys, downward; rows of one key as they stand.
+void countInto(std::vector<std::int16_t>& order, const std::vector<SortKey>& keys) {
+  std::array<std::int16_t, endOfUsual> next{};
+  for (const SortKey& key : keys) {
+    ++next[static_cast<std::size_t>(key.first)];
+  }
+  std::int16_t start = 0;
+  std::for_each(next.rbegin(), next.rend(), [&](std::int16_t& place) { start += std::exchange(place, start); });
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    order[static_cast<std::size_t>(next[static_cast<std::size_t>(keys[i].first)]++)] = static_cast<std::int16_t>(i + 1);
+  }
+}
+
 }  // namespace
 
 std::vector<std::int16_t> sortedRows(Host& host, const std::vector<SortKey>& keys) {
@@ -39,8 +62,14 @@ std::vector<std::int16_t> sortedRows(Host& host, const std::vector<SortKey>& key
     exchangeInPasses(host, keys, order);
     return order;
   }
-  std::stable_sort(order.begin(), order.end(),
-                   [&](std::int16_t a, std::int16_t b) { return outOfOrder(keyOf(keys, b), keyOf(keys, a)); });
+  if (std::all_of(keys.begin(), keys.end(), isUsual)) {
+    countInto(order, keys);
+  }
+  const auto isBefore = [&](std::int16_t a, std::int16_t b) { return outOfOrder(keyOf(keys, b), keyOf(keys, a)); };
+  // Most pages list the items of a staff from left to right.
+  if (!std::is_sorted(order.begin(), order.end(), isBefore)) {
+    std::stable_sort(order.begin(), order.end(), isBefore);
+  }
   return order;
 }
 
