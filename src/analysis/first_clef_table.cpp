@@ -19,13 +19,24 @@ StaffFinder::StaffFinder(const ItemTable& table) {
   }
 }
 
+void StaffFinder::add(float staff, int row) {
+  if (!isUsual(staff)) {
+    others_.emplace(staff, row);
+  } else if (auto& usual = usual_[static_cast<std::size_t>(staff)]; usual == 0) {
+    usual = static_cast<std::int16_t>(row);
+  }
+}
+
 int StaffFinder::find(float staff) const {
-  const auto found = rows_.find(staff);
-  return found == rows_.end() ? 0 : found->second;
+  if (isUsual(staff)) {
+    return usual_[static_cast<std::size_t>(staff)];
+  }
+  const auto found = others_.find(staff);
+  return found == others_.end() ? 0 : found->second;
 }
 
 void updateFirstClefTable(Host& host, const Item& clef, const ItemTable& table, const StaffFinder& staves,
-                          const std::string& place, FirstClefTable& firstClefs) {
+                          const MusReader& reader, FirstClefTable& firstClefs) {
   const int staffRow = staves.find(clef.par[par::staff]);
   if (staffRow == 0) {
     return;
@@ -37,7 +48,7 @@ void updateFirstClefTable(Host& host, const Item& clef, const ItemTable& table, 
     return;
   }
   if (!identifier || firstClefs.firstClefCount() == std::numeric_limits<std::int16_t>::max()) {
-    host.runTimeError(RunTimeError::overflow, place);
+    host.runTimeError(RunTimeError::overflow, reader.place());
   }
   firstClefs.places.emplace(*identifier, firstClefs.entries.size());
   constexpr float kindMarker = 1000;

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
-#include <string>
 #include <unordered_map>
 #include <vector>
 
 #include "mus/item_table.h"
+#include "mus/reader.h"
 #include "platform/host.h"
 
 namespace kiv {
@@ -33,18 +35,24 @@ class StaffFinder {
   /// Knows the staff items that are in the table already.
   explicit StaffFinder(const ItemTable& table);
 
-  void add(float staff, int row) { rows_.emplace(staff, row); }
+  void add(float staff, int row);
   /// The row of the staff item; 0 when there is none.
   int find(float staff) const;
 
  private:
-  std::unordered_map<float, int> rows_;
+  static constexpr std::size_t usualStaves = 257;
+  static bool isUsual(float staff) {
+    return staff >= 0 && staff < usualStaves && staff == static_cast<float>(static_cast<int>(staff));
+  }
+
+  std::array<std::int16_t, usualStaves> usual_{};  // the rows of whole staff numbers
+  std::unordered_map<float, int> others_;
 };
 
 /// Enters a clef as its instrument's first, unless the instrument has one or the clef's staff is not in the table.
 /// The clef's staff number is compared as it was read. An instrument identifier that 16 bits do not hold ends the
-/// program; place says where it stands.
+/// program; the reader tells where it stands.
 void updateFirstClefTable(Host& host, const Item& clef, const ItemTable& table, const StaffFinder& staves,
-                          const std::string& place, FirstClefTable& firstClefs);
+                          const MusReader& reader, FirstClefTable& firstClefs);
 
 }  // namespace kiv

@@ -1,6 +1,8 @@
 #include "analysis/read_bar_data.h"
 
 #include <cmath>
+#include <memory>
+#include <utility>
 
 #include "analysis/cue_marker.h"
 #include "analysis/naming_problem.h"
@@ -10,6 +12,10 @@
 
 namespace kiv {
 namespace {
+
+/// Nearly all items of a page.
+constexpr TypeSet notLookedAt{type::note,         4, 5, 6, 7, 9, type::instrumentNumber, 12, 13, type::keySignature,
+                              type::timeSignature};
 
 /// Takes from one page file what the analysis looks at.
 class BarDataReader {
@@ -24,7 +30,7 @@ class BarDataReader {
         staves_(table),
         reader_(reader) {}
 
-  void read();
+  void read(std::unique_ptr<InputFile> file);
 
  private:
   void takeItem();
@@ -41,11 +47,12 @@ class BarDataReader {
   Item item_;
 };
 
-void BarDataReader::read() {
-  reader_.openMUSfile(host_, musFileName_);
+void BarDataReader::read(std::unique_ptr<InputFile> file) {
+  reader_.openMUSfile(musFileName_, std::move(file));
   ReadStatus readStatus = reader_.readItem(host_);
   while (readStatus == ReadStatus::itemRead) {
     takeItem();
+    reader_.passOver(notLookedAt);
     readStatus = reader_.readItem(host_);
   }
   if (readStatus == ReadStatus::structuralError) {
@@ -56,12 +63,9 @@ void BarDataReader::read() {
 void BarDataReader::takeItem() {
   const PageWalker& page = reader_.page();
   const float type = page.type();
-  if (type == type::note) {  // as nearly all items are
-    return;
-  }
   if (type == type::clef) {
     page.decode(item_);
-    updateFirstClefTable(host_, item_, table_, staves_, reader_.place(), firstClefs_);
+    updateFirstClefTable(host_, item_, table_, staves_, reader_, firstClefs_);
   } else if (type == type::staff) {
     takeStaff();
   } else if (type == type::barline) {
@@ -95,10 +99,11 @@ void BarDataReader::store() {
 
 void readBarData(Host& host, const std::string& musFileName, std::int16_t staffOffset, ItemTable& table,
                  FirstClefTable& firstClefs, MusReader& reader) {
-  if (!FileExists(host, musFileName)) {
+  auto file = openExisting(host, musFileName);
+  if (!file) {
     refuseFileName(host, musFileName);
   }
-  BarDataReader(host, musFileName, staffOffset, table, firstClefs, reader).read();
+  BarDataReader(host, musFileName, staffOffset, table, firstClefs, reader).read(std::move(file));
 }
 
 }  // namespace kiv

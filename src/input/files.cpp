@@ -4,8 +4,12 @@
 
 namespace kiv {
 
+std::unique_ptr<InputFile> openExisting(Host& host, const std::string& filename) {
+  return filename.find("\\\\") == std::string::npos ? host.openInput(filename) : nullptr;
+}
+
 bool FileExists(Host& host, const std::string& filename) {
-  return filename.find("\\\\") == std::string::npos && host.openInput(filename) != nullptr;
+  return openExisting(host, filename) != nullptr;
 }
 
 void ViewFile(Host& host, const std::string& s) {

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "platform/host.h"
 
 namespace kiv {
+
+/// The file, open for reading; null where FileExists is false.
+std::unique_ptr<InputFile> openExisting(Host& host, const std::string& filename);
 
 /// True when the file can be opened for reading. False, without a look at the disk, for a name that holds two
 /// backslashes in a row: network paths are refused.

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <initializer_list>
 
 /// The numbers of the MUS page format; docs/mus-format.md describes it.
 namespace kiv {
@@ -44,6 +46,24 @@ constexpr float deleted = 999;  ///< in memory only
 constexpr bool isTextType(float type) {
   return type == type::shortText || type == type::text || type == type::countedText;
 }
+
+/// A set of whole item types.
+class TypeSet {
+ public:
+  constexpr TypeSet(std::initializer_list<float> types) {
+    for (const float type : types) {
+      bits_ |= 1U << static_cast<unsigned>(type);
+    }
+  }
+  /// The type must lie between the lowest and the highest. One that is not whole is in no set.
+  constexpr bool contains(float type) const {
+    const auto whole = static_cast<std::int32_t>(type);
+    return static_cast<float>(whole) == type && (bits_ >> static_cast<unsigned>(whole) & 1U) != 0;
+  }
+
+ private:
+  std::uint32_t bits_ = 0;
+};
 
 /// Parameter numbers. Several names share a number: what a parameter means depends on the type.
 namespace par {

@@ -29,6 +29,9 @@ class PageWalker {
   /// Finds the next item, or the end.
   ReadStatus findItem() { return findCommonItem() ? ReadStatus::itemRead : findOtherItem(); }
 
+  /// Walks on as long as the items are of these types, without text, all there and in order. It leaves no item found.
+  void passOver(TypeSet types);
+
   std::int16_t fileWords() const { return fileWords_; }
   /// Words consumed since the header. The single bytes of the trailer number do not count.
   std::int32_t wordsRead() const { return wordsRead_; }
@@ -89,6 +92,39 @@ class PageWalker {
   std::string trailerNumberText_;
   std::string unitText_;
 };
+
+inline void PageWalker::passOver(TypeSet types) {
+  // Numbers of its own, so that no step waits for what the step before it has stored.
+  std::size_t offset = cursor_.position();
+  std::size_t left = cursor_.left();
+  std::int32_t words = fileWords_ - wordsRead_ - trailerWords;
+  std::int16_t items = itemsInFile_;
+  const auto isPassed = [&] {
+    const float type = ByteCursor::floatAt(file_, offset + bytesPerWord);
+    return type >= type::lowest && type <= type::highest && types.contains(type);
+  };
+  while (words > 0 && left >= 2 * bytesPerWord && isPassed()) {
+    const float length = ByteCursor::floatAt(file_, offset);
+    if (!(length >= 2 && length <= parameterCount)) {
+      break;
+    }
+    const auto whole = static_cast<std::int32_t>(length);
+    const std::size_t bytes = bytesPerWord * static_cast<std::size_t>(whole + 1);
+    if (static_cast<float>(whole) != length || left < bytes) {
+      break;
+    }
+    // Where items are as long as the one before them, the next one is looked for before the length is known.
+    do {
+      offset += bytes;
+      left -= bytes;
+      words -= whole + 1;
+      ++items;
+    } while (words > 0 && left >= bytes && ByteCursor::floatAt(file_, offset) == length && isPassed());
+  }
+  cursor_.skip(offset - cursor_.position());
+  wordsRead_ = fileWords_ - trailerWords - words;
+  itemsInFile_ = items;
+}
 
 /// Finds an item without text that is all there and in order, as nearly all are, and touches no more of it than two
 /// words. Returns false, with nothing done, for any other.

@@ -3,8 +3,12 @@
 namespace kiv {
 
 void MusReader::openMUSfile(Host& host, const std::string& musFileName) {
+  openMUSfile(musFileName, host.openInput(musFileName));
+}
+
+void MusReader::openMUSfile(const std::string& musFileName, std::unique_ptr<InputFile> file) {
   musFileName_ = musFileName;
-  page_ = PageWalker(room_.read(host, musFileName, readableBytes).value_or(""));
+  page_ = PageWalker(file ? room_.read(*file, readableBytes).value_or("") : "");
 }
 
 std::string MusReader::place() const {

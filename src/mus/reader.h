@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "mus/item_table.h"
@@ -15,6 +16,8 @@ class MusReader {
   /// Opens and reads the file. One that cannot be opened or is shorter than its header makes the first readItem a
   /// structural error.
   void openMUSfile(Host& host, const std::string& musFileName);
+  /// The same for a file that is open already, or null. It is closed when this returns.
+  void openMUSfile(const std::string& musFileName, std::unique_ptr<InputFile> file);
 
   /// Finds the next item or the end. An item with more than 20 parameters ends the program, so that the status is
   /// never ReadStatus::tooManyParameters.
@@ -25,6 +28,9 @@ class MusReader {
     }
     return status;
   }
+
+  /// Leaves out the items of these types that come next and are in order.
+  void passOver(TypeSet types) { page_.passOver(types); }
 
   /// The item that readItem found, and how far the walk has come.
   const PageWalker& page() const { return page_; }

@@ -11,8 +11,9 @@ namespace kiv {
 /// Room for the content of one file after the other; it grows to the largest and is used again.
 class FileRoom {
  public:
-  /// The whole content of a file, at most limit bytes of it, valid until the next call; nullopt when the file cannot be
-  /// opened or read.
+  /// What is left of a file, at most limit bytes of it, valid until the next call; nullopt when it cannot be read.
+  std::optional<std::string_view> read(InputFile& file, std::size_t limit = SIZE_MAX);
+  /// The same for a whole file by its name; nullopt, too, when it cannot be opened.
   std::optional<std::string_view> read(Host& host, const std::string& name, std::size_t limit = SIZE_MAX);
 
  private:

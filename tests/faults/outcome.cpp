@@ -13,12 +13,12 @@ constexpr const char* verdict = "KivSystem1.TXT";
 constexpr const char* notWritten = "Open of output MUS file failed. Hit OK to terminate.";
 
 /// What a page is opened for, from the first time to the last.
-enum class Opened { toBeThere, toBeNamedRight, toBeAnalysed, toBeConverted, toBeSorted };
+enum class Opened { toBeThere, toBeAnalysed, toBeConverted, toBeSorted };
 
 const std::vector<Opened>& openingsOfAPage(RunKind kind) {
   using enum Opened;
-  static const std::vector<Opened> ofAnalysis = {toBeThere, toBeNamedRight, toBeAnalysed};
-  static const std::vector<Opened> ofPanel = {toBeThere, toBeThere, toBeNamedRight, toBeAnalysed, toBeConverted};
+  static const std::vector<Opened> ofAnalysis = {toBeThere, toBeAnalysed};
+  static const std::vector<Opened> ofPanel = {toBeThere, toBeThere, toBeAnalysed, toBeConverted};
   static const std::vector<Opened> ofSort = {toBeThere, toBeSorted};
   switch (kind) {
     case RunKind::analysis:
@@ -171,11 +171,13 @@ std::optional<Outcome> Fault::ofPage() const {
   switch (openingsOfAPage(run_.kind).at(static_cast<std::size_t>(timesOpened() - 1))) {
     case Opened::toBeThere:
       return ofMissingPage(shown(), name());
-    case Opened::toBeNamedRight:
-      return fatal("File naming problem: " + name() + "\r\nCurrent folder = " + folder() +
-                   "\r\nFilenames required for this program must have this format:\r\n\r\n"
-                   "    <letter(s)><digit(s)><optionally one sequence letter>.<suffix>\r\n\r\nRename your input.");
     case Opened::toBeAnalysed:
+      if (call().operation == Operation::openInput) {
+        return fatal("File naming problem: " + name() + "\r\nCurrent folder = " + folder() +
+                     "\r\nFilenames required for this program must have this format:\r\n\r\n"
+                     "    <letter(s)><digit(s)><optionally one sequence letter>.<suffix>\r\n\r\nRename your input.");
+      }
+      [[fallthrough]];
     case Opened::toBeConverted:
       return fatal("Structural error in MUS file: " + name() +
                    "\r\nTry to recover with KivValid/KivRecover.\r\nCurrent folder = " + folder() +
