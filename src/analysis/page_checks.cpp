@@ -1,6 +1,8 @@
 #include "analysis/page_checks.h"
 
 #include <algorithm>
+#include <bitset>
+#include <cmath>
 #include <limits>
 #include <unordered_map>
 #include <unordered_set>
@@ -33,18 +35,40 @@ std::vector<int> stavesBySystem(const ItemTable& table, const PageSystems& syste
 /// The numbers met so far in one system, compared by their texts.
 class SystemList {
  public:
-  void startAfresh() { met_.clear(); }
+  void startAfresh() {
+    small_.reset();
+    texts_.clear();
+  }
 
   void take(float number, std::int16_t& duplicates, std::string& list) {
-    const auto [text, isNew] = met_.insert(generalNumber(number));
-    if (!isNew) {
+    if (!isNew(number)) {
       ++duplicates;
-      list += *text + ",";
+      list += generalNumber(number) + ",";
     }
   }
 
  private:
-  std::unordered_set<std::string> met_;
+  static constexpr std::size_t endOfSmall = 1024;
+
+  static bool isSmall(float number) { return number >= 0 && number < endOfSmall && number == std::floor(number); }
+
+  bool isNew(float number) {
+    if (isSmall(number)) {
+      return isNewSmall(number);
+    }
+    const std::string text = generalNumber(number);
+    const float whole = std::round(number);  // the text of 5.0000005 is that of 5
+    return isSmall(whole) && generalNumber(whole) == text ? isNewSmall(whole) : texts_.insert(text).second;
+  }
+
+  bool isNewSmall(float number) {
+    const bool known = small_[static_cast<std::size_t>(number)];
+    small_.set(static_cast<std::size_t>(number));
+    return !known;
+  }
+
+  std::bitset<endOfSmall> small_;  // whole numbers, which nearly all are
+  std::unordered_set<std::string> texts_;
 };
 
 void findDuplicates(const ItemTable& table, const PageSystems& systems, PageProblems& problems) {

@@ -8,6 +8,7 @@ namespace {
 
 constexpr std::size_t separatorLength = 87;
 constexpr float leftBarline = 1;
+constexpr std::string_view lineEnd = "\r\n";
 
 std::string twoDigits(int number) {
   return (number < 10 ? "0" : "") + std::to_string(number);
@@ -27,9 +28,9 @@ bool isListed(const ItemTable& table, int i) {
   return type == type::staff || type == type::rest || isLeftBarline(table, i);
 }
 
-std::string listingLine(Host& host, const ItemTable& table, int i) {
+void fillListingLine(const ItemTable& table, int i, ZonedLine& zones) {
   const float type = table.itemPar(i, par::type);
-  ZonedLine zones(host, "* ");
+  zones.restart();
   zones.number(static_cast<float>(i)).number(type).number(table.itemPar(i, par::staff));
   if (type == type::rest) {
     zones.number(table.itemPar(i, par::cuedInstrument));
@@ -42,18 +43,14 @@ std::string listingLine(Host& host, const ItemTable& table, int i) {
   } else {
     zones.number(table.itemPar(i, par::spannedStaves)).emptyField().emptyField().number(table.itemPar(i, par::mark));
   }
-  return zones.text();
 }
 
-std::string staffRecord(const ItemTable& table, int i) {
-  constexpr std::size_t usual = 200;
-  std::string record;
-  record.reserve(usual);
+void appendStaffRecord(const ItemTable& table, int i, std::string& record) {
   record.append("SYSTEM=").append(generalNumber(table.itemPar(i, par::system)));
   record.append(",INSTRID=").append(generalNumber(table.itemPar(i, par::instrument)));
   record.append(",NEWSTAFF=").append(generalNumber(table.itemPar(i, par::staff)));
   record.append(",STAVESUP=").append(generalNumber(table.itemPar(i, par::stavesUp)));
-  return record.append(",").append(table.itemText(i));
+  record.append(",").append(table.itemText(i)).append(lineEnd);
 }
 
 }  // namespace
@@ -65,7 +62,7 @@ Report::Report(Host& host) : host_(host), file_(host.openOutput(reportFile)) {
 }
 
 void Report::line(std::string_view text) {
-  (pending_ += text) += "\r\n";
+  pending_.append(text).append(lineEnd);
 }
 
 void Report::separator() {
@@ -107,9 +104,11 @@ void Report::writePage(const ItemTable& table) {
 }
 
 void Report::listing(const ItemTable& table) {
+  ZonedLine zones(host_, "* ");
   for (int i = 1; i <= table.itemCount(); ++i) {
     if (isListed(table, i)) {
-      line(listingLine(host_, table, i));
+      fillListingLine(table, i, zones);
+      line(zones.text());
     }
   }
 }
@@ -117,7 +116,7 @@ void Report::listing(const ItemTable& table) {
 void Report::records(const ItemTable& table) {
   for (int i = 1; i <= table.itemCount(); ++i) {
     if (table.itemPar(i, par::type) == type::staff) {
-      line(staffRecord(table, i));
+      appendStaffRecord(table, i, pending_);
     }
   }
 }

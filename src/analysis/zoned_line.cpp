@@ -4,10 +4,17 @@
 
 namespace kiv {
 
-ZonedLine::ZonedLine(Host& host, std::string_view head) : host_(host), columns_(host.characterCount(head)) {
+ZonedLine::ZonedLine(Host& host, std::string_view head)
+    : host_(host), head_(head.size()), headColumns_(host.characterCount(head)), columns_(headColumns_) {
   constexpr std::size_t usual = 200;
   text_.reserve(usual);
   text_ = head;
+}
+
+void ZonedLine::restart() {
+  text_.resize(head_);
+  columns_ = headColumns_;
+  hasField_ = false;
 }
 
 void ZonedLine::startField() {

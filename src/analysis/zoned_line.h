@@ -21,12 +21,16 @@ class ZonedLine {
   ZonedLine& emptyField() { return field(""); }
 
   const std::string& text() const { return text_; }
+  /// Begins the line again behind its head.
+  void restart();
 
  private:
   void startField();
 
   std::reference_wrapper<Host> host_;
   std::string text_;
+  std::size_t head_;  // bytes of it
+  std::size_t headColumns_;
   std::size_t columns_;
   bool hasField_ = false;
 };

@@ -82,6 +82,27 @@ TEST_F(CheckPage, IdentifiersAreComparedByTheirTexts) {
   EXPECT_EQ(problems.duplicateIds, "1,");
 }
 
+TEST_F(CheckPage, IdentifiersOfOneTextAreDuplicatesWhicheverComesFirstAndHoweverLarge) {
+  const auto duplicates = [this](const std::string& first, const std::string& second) {
+    return check("staff 2 at 0 instrument " + first + " p18 1\nstaff 1 at 0 instrument " + second + " p18 1\n")
+        .duplicateIds;
+  };
+  EXPECT_EQ(duplicates("1", "1.0000001"), "1,");
+  EXPECT_EQ(duplicates("1023", "1023"), "1023,");
+  EXPECT_EQ(duplicates("1023", "1023.00006"), "1023,");
+  EXPECT_EQ(duplicates("1023.00006", "1023"), "1023,");
+  EXPECT_EQ(duplicates("1024", "1024"), "1024,");
+  EXPECT_EQ(duplicates("1024", "1024.0001"), "1024,");
+  EXPECT_EQ(duplicates("1023.99994", "1024"), "1024,");
+  EXPECT_EQ(duplicates("-1", "-1"), "-1,");
+  EXPECT_EQ(duplicates("2.5", "2.5"), "2.5,");
+  EXPECT_EQ(duplicates("1e20", "1e20"), "1E+20,");
+  EXPECT_EQ(duplicates("0x7FC00000", "0x7FC00000"), "NAN,");
+  EXPECT_EQ(duplicates("2", "2.0001"), "");
+  EXPECT_EQ(duplicates("3", "1027"), "");
+  EXPECT_EQ(duplicates("1", "2"), "");
+}
+
 TEST_F(CheckPage, StavesOutsideTheSystemsOfThePageAreNotCompared) {
   const PageProblems problems = check(
       "staff 4 at 0 instrument 1 p18 3\nstaff 4 at 0 instrument 1 p18 3\n"
