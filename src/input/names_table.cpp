@@ -14,6 +14,9 @@ namespace {
 constexpr std::string_view recordEnd = " 1";
 constexpr const char* deletedAfterView = "Names file will be deleted after view.";
 
+/// Pages that are fetched from the disk before they are wanted: as much of a large group as no memory is too small for.
+constexpr std::int16_t announcedFiles = 1000;
+
 enum class Loading { goesOn, isOver };
 
 /// One load of the names file. It is closed before it is shown or deleted.
@@ -96,7 +99,14 @@ Loading NamesLoader::checkRecord(const std::string& record, bool terminated) {
                   deletedAfterView);
   }
   const std::string& latest = names_.nameList.back();
-  return FileExists(host_, latest) ? Loading::goesOn : checkFile(latest);
+  const auto file = openExisting(host_, latest);
+  if (!file) {
+    return checkFile(latest);
+  }
+  if (names_.nameCount <= announcedFiles) {
+    file->announce();
+  }
+  return Loading::goesOn;
 }
 
 Loading NamesLoader::refuse(const std::string& message) {

@@ -65,6 +65,10 @@ class InputFile {
   /// Reads up to room.size() bytes from where the last read ended. Returns how many came; 0 at the end of the
   /// file, nullopt when the medium fails.
   virtual std::optional<std::size_t> read(std::span<char> room) = 0;
+
+  /// Tells the system that the file will be read soon, so that it may fetch it from the disk while other work is done.
+  /// A hint; it changes nothing else.
+  virtual void announce() {}
 };
 
 /// A file open for writing, closed by its destructor. What was written is with the system when write returns.

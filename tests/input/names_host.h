@@ -15,6 +15,7 @@ class NamesHost : public FakeHost {
   static constexpr const char* namesFile = "C:\\KIV\\names.txt";
 
   std::vector<std::string> events;
+  std::vector<std::string> announced;  ///< the files that were to be fetched
 
   Answer message(Icon icon, std::string_view text, Buttons buttons) override {
     events.emplace_back("message");
@@ -33,8 +34,11 @@ class NamesHost : public FakeHost {
 
   std::unique_ptr<InputFile> openInput(const std::string& name) override {
     auto file = FakeHost::openInput(name);
-    if (file == nullptr || name != namesFile) {
-      return file;
+    if (file == nullptr) {
+      return nullptr;
+    }
+    if (name != namesFile) {
+      return std::make_unique<Page>(name, announced);
     }
     events.emplace_back("open");
     return std::make_unique<Watched>(std::move(file), events);
@@ -53,6 +57,17 @@ class NamesHost : public FakeHost {
    private:
     std::unique_ptr<InputFile> file_;
     std::vector<std::string>& events_;
+  };
+
+  class Page : public InputFile {
+   public:
+    Page(std::string name, std::vector<std::string>& announced) : name_(std::move(name)), announced_(announced) {}
+    std::optional<std::size_t> read(std::span<char> /*room*/) override { return 0; }
+    void announce() override { announced_.push_back(name_); }
+
+   private:
+    std::string name_;
+    std::vector<std::string>& announced_;
   };
 };
 

@@ -188,6 +188,21 @@ TEST_F(LoadNamesLines, TheCountStaysWithin16Bits) {
   EXPECT_TRUE(host.messages.empty());
 }
 
+TEST_F(LoadNamesLines, EveryFileIsAnnouncedAsOneToBeReadSoon) {
+  load("C:\\S\\A001.MUS 1\r\nC:\\S\\A002.MUS 1\r\n");
+  EXPECT_EQ(host.announced, loaded());
+}
+
+TEST_F(LoadNamesLines, OfALargeGroupAThousandFilesAreAnnounced) {
+  std::string text;
+  for (int i = 0; i < 1001; ++i) {
+    text += "C:\\S\\A001.MUS 1\r\n";
+  }
+  load(text);
+  EXPECT_EQ(names.nameCount, 1001);
+  EXPECT_EQ(host.announced.size(), 1000U);
+}
+
 // --- unterminated records ---
 
 TEST_F(LoadNamesUnterminated, BeforeAnyRecordItIsReportedAndSkipped) {

@@ -34,6 +34,21 @@ TEST_F(PosixInputFiles, LargeFilesComeWhole) {
   EXPECT_EQ(read("a.bin"), bytes);
 }
 
+TEST_F(PosixInputFiles, AnAnnouncedFileIsReadAsAnyOther) {
+  disk.addFile("a.bin", "abc");
+  disk.addFile("empty.bin");
+  for (const auto& [name, content] : {std::pair{"a.bin", "abc"s}, std::pair{"empty.bin", ""s}}) {
+    const auto file = host.openInput(disk.core(name));
+    ASSERT_NE(file, nullptr);
+    file->announce();
+    std::string room(8, '.');
+    EXPECT_EQ(file->read(room), content.size());
+    EXPECT_EQ(room.substr(0, content.size()), content);
+    file->announce();
+    EXPECT_EQ(file->read(room), 0U);
+  }
+}
+
 TEST_F(PosixInputFiles, WhatIsNoFileDoesNotOpen) {
   disk.addFolder("sub");
   disk.addFile("a.mus");

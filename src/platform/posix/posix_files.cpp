@@ -29,6 +29,11 @@ class PosixInput : public InputFile {
     }
   }
 
+  void announce() override {
+    constexpr off_t toTheEnd = 0;
+    ::posix_fadvise(file_.number(), 0, toTheEnd, POSIX_FADV_WILLNEED);
+  }
+
  private:
   Descriptor file_;
 };
