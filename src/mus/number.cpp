@@ -20,14 +20,7 @@ double roundHalfToEven(double number) {
 }
 
 template <typename Integer>
-std::optional<Integer> toInteger(double number) {
-  // Nearly all numbers are whole already.
-  if (number >= std::numeric_limits<Integer>::min() && number <= std::numeric_limits<Integer>::max()) {
-    const auto integer = static_cast<Integer>(number);
-    if (static_cast<double>(integer) == number) {
-      return integer;
-    }
-  }
+std::optional<Integer> rounded(double number) {
   const double whole = roundHalfToEven(number);
   const bool fits = whole >= std::numeric_limits<Integer>::min() && whole <= std::numeric_limits<Integer>::max();
   return fits ? std::optional(static_cast<Integer>(whole)) : std::nullopt;
@@ -67,12 +60,12 @@ LeadingNumber leadingNumber(std::string_view text) {
 
 }  // namespace
 
-std::optional<std::int16_t> toInt16(double number) {
-  return toInteger<std::int16_t>(number);
+std::optional<std::int16_t> roundedToInt16(double number) {
+  return rounded<std::int16_t>(number);
 }
 
 std::optional<std::int32_t> toInt32(double number) {
-  return toInteger<std::int32_t>(number);
+  return rounded<std::int32_t>(number);
 }
 
 std::string generalNumber(float number) {

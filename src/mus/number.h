@@ -1,14 +1,27 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace kiv {
 
+/// What toInt16 gives for a number that is not whole, or that 16 bits do not hold.
+std::optional<std::int16_t> roundedToInt16(double number);
+
 /// The number rounded to the nearest whole one, halves to even; nullopt when 16 bits do not hold it, NaN included.
-std::optional<std::int16_t> toInt16(double number);
+inline std::optional<std::int16_t> toInt16(double number) {
+  // Nearly all numbers are whole already.
+  if (number >= std::numeric_limits<std::int16_t>::min() && number <= std::numeric_limits<std::int16_t>::max()) {
+    const auto whole = static_cast<std::int16_t>(number);
+    if (whole == number) {
+      return whole;
+    }
+  }
+  return roundedToInt16(number);
+}
 /// The same for 32 bits.
 std::optional<std::int32_t> toInt32(double number);
 

@@ -12,6 +12,8 @@
 namespace kiv {
 namespace {
 
+using Rows = std::vector<std::int16_t>;
+
 bool hasNaN(const SortKey& key) {
   return std::isnan(key.first) || std::isnan(key.position) || std::isnan(key.par4);
 }
@@ -20,7 +22,7 @@ const SortKey& keyOf(const std::vector<SortKey>& keys, std::int16_t row) {
   return keys[static_cast<std::size_t>(row - 1)];
 }
 
-void exchangeInPasses(Host& host, const std::vector<SortKey>& keys, std::vector<std::int16_t>& order) {
+void exchangeInPasses(Host& host, const std::vector<SortKey>& keys, Rows& order) {
   bool exchanged = true;
   while (exchanged) {
     exchanged = false;
@@ -41,7 +43,7 @@ bool isUsual(const SortKey& key) {
 }
 
 /// The rows by their usual first keys, downward; rows of one key as they stand.
-void countInto(std::vector<std::int16_t>& order, const std::vector<SortKey>& keys) {
+void countInto(Rows& order, const std::vector<SortKey>& keys) {
   std::array<std::int16_t, endOfUsual> next{};
   for (const SortKey& key : keys) {
     ++next[static_cast<std::size_t>(key.first)];
@@ -53,6 +55,12 @@ void countInto(std::vector<std::int16_t>& order, const std::vector<SortKey>& key
   }
 }
 
+/// The end of the rows that have the first key of the row at start.
+Rows::iterator endOfGroup(Rows::iterator start, Rows& order, const std::vector<SortKey>& keys) {
+  const float first = keyOf(keys, *start).first;
+  return std::find_if(start, order.end(), [&](std::int16_t row) { return keyOf(keys, row).first != first; });
+}
+
 }  // namespace
 
 std::vector<std::int16_t> sortedRows(Host& host, const std::vector<SortKey>& keys) {
@@ -62,13 +70,17 @@ std::vector<std::int16_t> sortedRows(Host& host, const std::vector<SortKey>& key
     exchangeInPasses(host, keys, order);
     return order;
   }
-  if (std::all_of(keys.begin(), keys.end(), isUsual)) {
+  const auto isBefore = [&](std::int16_t a, std::int16_t b) { return outOfOrder(keyOf(keys, b), keyOf(keys, a)); };
+  const bool usual = std::all_of(keys.begin(), keys.end(), isUsual);
+  if (usual) {
     countInto(order, keys);
   }
-  const auto isBefore = [&](std::int16_t a, std::int16_t b) { return outOfOrder(keyOf(keys, b), keyOf(keys, a)); };
-  // Most pages list the items of a staff from left to right.
-  if (!std::is_sorted(order.begin(), order.end(), isBefore)) {
-    std::stable_sort(order.begin(), order.end(), isBefore);
+  auto end = order.begin();
+  for (auto start = end; start != order.end(); start = end) {
+    end = usual ? endOfGroup(start, order, keys) : order.end();
+    if (!std::is_sorted(start, end, isBefore)) {  // many staves are listed from left to right
+      std::stable_sort(start, end, isBefore);
+    }
   }
   return order;
 }

@@ -35,8 +35,12 @@ StaffKeys staffKeys(Host& host, const std::string& musFileName, const ItemTable&
 void sortByKey(Host& host, const std::string& musFileName, const StaffKeys& staves, ItemTable& table) {
   std::vector<SortKey> keys;
   keys.reserve(static_cast<std::size_t>(table.itemCount()));
+  auto key = staves.keys.end();
   for (int i = 1; i <= table.itemCount(); ++i) {
-    const auto key = staves.keys.find(staffOf(host, musFileName, table, i));
+    const std::int16_t staff = staffOf(host, musFileName, table, i);
+    if (key == staves.keys.end() || key->first != staff) {  // items mostly stand staff by staff
+      key = staves.keys.find(staff);
+    }
     if (key == staves.keys.end()) {
       host.fatal("Sort problem");
     }
@@ -94,13 +98,14 @@ void cmdSortInstrument_Click(Host& host, const std::string& namesFile, NamesTabl
   host.setPointer(Pointer::hourglass);
   LoadNamesTable(host, namesFile, names);
   const int count = names.nameCount;
+  std::string room;  // of the results
   for (int k = 1; k <= count; ++k) {
     host.showProgress(k - 1, count, "pages");
     musFileName = names.name(k);
     readFile(host, musFileName, table);
     sortOnInstrument(host, musFileName, table);
     musFileName = sortedName(host, musFileName);
-    writeFile(host, musFileName, table);
+    writeFile(host, musFileName, table, room);
   }
   host.showProgress(count, count, "pages");
   host.setPointer(Pointer::normal);
