@@ -44,7 +44,7 @@ void closeSingleStaff(const SystemPage& page, const OrderTable& order, int staff
 }
 
 void readSystem(const SystemPage& page, const std::vector<StaffRecord>& staves, std::string& musFileName,
-                DecodedFiles& files) {
+                KeptFiles& files) {
   page.items.restart();
   for (const StaffRecord& staff : staves) {
     musFileName = staff.file;
@@ -91,7 +91,7 @@ void countPresent(const SystemPage& page, OrderTable& order) {
 
 void convertSystem(Host& host, std::int16_t system, const std::vector<StaffRecord>& staves, std::string& musFileName,
                    ItemTable& items, OrderTable& order, BraceTable& braces, const FirstClefTable& firstClefs,
-                   DecodedFiles& files) {
+                   KeptFiles& files) {
   const SystemPage page{host, musFileName, items};
   readSystem(page, staves, musFileName, files);
   checkStaves(page, system, order);

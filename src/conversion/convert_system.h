@@ -18,7 +18,7 @@ namespace kiv {
 /// barlines. musFileName goes through the files read. A system that cannot be made so ends the program.
 void convertSystem(Host& host, std::int16_t system, const std::vector<StaffRecord>& staves, std::string& musFileName,
                    ItemTable& items, OrderTable& order, BraceTable& braces, const FirstClefTable& firstClefs,
-                   DecodedFiles& files);
+                   KeptFiles& files);
 
 /// Shows every staff's instrument identifier at its left end.
 void showInstrumentNumbers(const SystemPage& page);

@@ -1,45 +1,67 @@
 #include "conversion/read_staff.h"
 
+#include <limits>
+#include <utility>
+
 #include "mus/number.h"
 #include "mus/reader.h"
 
 namespace kiv {
 namespace {
 
-/// Keeps the item under its staff. One whose staff number is no whole one of 16 bits is on no staff that is asked for.
-void keep(const PageWalker& page, DecodedFile& file) {
-  const float stored = page.par(par::staff);
-  const auto staff = toInt16(stored);
-  if (staff && static_cast<float>(*staff) == stored) {
-    page.decode(file.staves[*staff].emplace_back());
-  }
-}
-
-DecodedFile decodeFile(Host& host, const std::string& musFileName, FileRoom& room) {
-  PageWalker page(room.read(host, musFileName, readableBytes).value_or(""));
-  DecodedFile file;
+/// Keeps the items under their staves. One whose staff number is no whole one of 16 bits is on none that is asked for.
+void keepItems(KeptFile& file) {
+  PageWalker page(file.bytes);
+  float staff = std::numeric_limits<float>::quiet_NaN();
+  std::vector<ItemBytes>* items = nullptr;  // of that staff
   while ((file.end = page.findItem()) == ReadStatus::itemRead) {
-    keep(page, file);
+    const float stored = page.par(par::staff);
+    if (stored != staff) {
+      staff = stored;
+      const auto whole = toInt16(stored);
+      items = whole && static_cast<float>(*whole) == stored ? &file.staves[*whole] : nullptr;
+    }
+    if (items != nullptr) {
+      items->push_back(page.itemBytes());
+    }
   }
   file.itemsInFile = page.itemsInFile();
-  return file;
 }
 
 }  // namespace
 
-const DecodedFile& DecodedFiles::get(Host& host, const std::string& musFileName) {
+const KeptFile& KeptFiles::get(Host& host, const std::string& musFileName) {
   const auto kept = files_.find(musFileName);
-  return kept != files_.end() ? kept->second
-                              : files_.emplace(musFileName, decodeFile(host, musFileName, room_)).first->second;
+  if (kept != files_.end()) {
+    return kept->second;
+  }
+  KeptFile file;
+  if (!dropped_.empty()) {
+    file = std::move(dropped_.back());
+    dropped_.pop_back();
+  }
+  for (auto& [staff, items] : file.staves) {
+    items.clear();
+  }
+  file.bytes = file.room.read(host, musFileName, readableBytes).value_or("");
+  keepItems(file);
+  return files_.emplace(musFileName, std::move(file)).first->second;
 }
 
-void readStaff(const SystemPage& page, std::int16_t staff, std::int16_t newStaff, DecodedFiles& files) {
-  const DecodedFile& file = files.get(page.host, page.musFileName);
+void KeptFiles::drop(const std::string& musFileName) {
+  if (auto file = files_.extract(musFileName)) {
+    dropped_.push_back(std::move(file.mapped()));
+  }
+}
+
+void readStaff(const SystemPage& page, std::int16_t staff, std::int16_t newStaff, KeptFiles& files) {
+  const KeptFile& file = files.get(page.host, page.musFileName);
   const auto items = file.staves.find(staff);
   if (items != file.staves.end()) {
-    for (const Item& item : items->second) {
-      page.append(item);
-      page.items.itemPar(page.items.itemCount(), par::staff) = newStaff;
+    for (const ItemBytes& place : items->second) {
+      Item& item = page.items.newItem(page.host);
+      decodeItem(file.bytes, place, item);
+      item.par[par::staff] = newStaff;
     }
   }
   if (file.end == ReadStatus::structuralError) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -13,29 +14,38 @@
 
 namespace kiv {
 
-/// The items of a page file by staff, and how reading it ended.
-struct DecodedFile {
-  std::unordered_map<std::int16_t, std::vector<Item>> staves;  ///< in the order of the file
+/// A page file, where the items of its staves lie, and how the walk over it ended.
+struct KeptFile {
+  KeptFile() = default;
+  KeptFile(const KeptFile&) = delete;
+  KeptFile(KeptFile&&) noexcept = default;
+  KeptFile& operator=(const KeptFile&) = delete;
+  KeptFile& operator=(KeptFile&&) noexcept = default;
+  ~KeptFile() = default;
+
+  FileRoom room;
+  std::string_view bytes;                                           ///< in the room
+  std::unordered_map<std::int16_t, std::vector<ItemBytes>> staves;  ///< in the order of the file
   ReadStatus end = ReadStatus::endOfItems;
-  std::int16_t itemsInFile = 0;  ///< items begun when reading ended
+  std::int16_t itemsInFile = 0;  ///< items begun when the walk ended
 };
 
-/// Page files of which more staves are to come, each read and decoded once.
-class DecodedFiles {
+/// Page files of which more staves are to come, each read once.
+class KeptFiles {
  public:
   /// The file's content, read now unless it is kept. It stays until the file is dropped.
-  const DecodedFile& get(Host& host, const std::string& musFileName);
-  void drop(const std::string& musFileName) { files_.erase(musFileName); }
+  const KeptFile& get(Host& host, const std::string& musFileName);
+  void drop(const std::string& musFileName);
   /// Drops everything. A file that is replaced may be kept under another spelling of its name, or through a link.
   void dropAll() { files_.clear(); }
 
  private:
-  std::unordered_map<std::string, DecodedFile> files_;
-  FileRoom room_;
+  std::unordered_map<std::string, KeptFile> files_;
+  std::vector<KeptFile> dropped_;  // their room is used again
 };
 
 /// Appends the items of a staff of the file, under the new staff number. A file that breaks off or holds what the
 /// table cannot ends the program, after the items before that place were appended.
-void readStaff(const SystemPage& page, std::int16_t staff, std::int16_t newStaff, DecodedFiles& files);
+void readStaff(const SystemPage& page, std::int16_t staff, std::int16_t newStaff, KeptFiles& files);
 
 }  // namespace kiv

@@ -5,6 +5,15 @@
 #include "mus/number.h"
 
 namespace kiv {
+namespace {
+
+/// All text chunks of a text item.
+std::string_view chunksOf(std::string_view file, const ItemBytes& place) {
+  return file.substr(place.parameters + bytesPerWord * textHeadWords,
+                     bytesPerWord * static_cast<std::size_t>(place.length - textHeadWords));
+}
+
+}  // namespace
 
 PageWalker::PageWalker(std::string_view file) : file_(file), cursor_(file) {
   const std::string_view header = cursor_.take(headerBytes);
@@ -109,28 +118,25 @@ float PageWalker::storedPar(int p) const {
 }
 
 std::string_view PageWalker::chunks() const {
-  if (!hasText_) {
-    return {};
-  }
-  return file_.substr(parameters_ + bytesPerWord * textHeadWords,
-                      bytesPerWord * static_cast<std::size_t>(itemLength_ - textHeadWords));
+  return hasText_ ? chunksOf(file_, itemBytes()) : std::string_view();
 }
 
-void PageWalker::decode(Item& item) const {
-  const auto kept = static_cast<std::size_t>(keptParameters_);
+void decodeItem(std::string_view file, const ItemBytes& place, Item& item) {
+  const auto kept = static_cast<std::size_t>(place.kept);
   for (std::size_t p = 1; p <= kept; ++p) {
-    item.par[p] = ByteCursor::floatAt(file_, parameters_ + bytesPerWord * (p - 1));
+    item.par[p] = ByteCursor::floatAt(file, place.parameters + bytesPerWord * (p - 1));
   }
   std::fill(item.par.begin() + static_cast<std::ptrdiff_t>(kept) + 1, item.par.end(), 0.0F);
-  if (!hasText_) {
+  const float type = item.par[par::type];
+  if (!isTextType(type)) {
     item.text.clear();
     return;
   }
-  std::string_view text = chunks();
-  if (type_ == type::shortText) {
+  std::string_view text = chunksOf(file, place);
+  if (type == type::shortText) {
     text = text.substr(0, shortTextCharacters);
-  } else if (type_ == type::countedText) {
-    text = text.substr(0, static_cast<std::size_t>(toInt32(par(par::textLength)).value_or(0)));
+  } else if (type == type::countedText) {
+    text = text.substr(0, static_cast<std::size_t>(toInt32(item.par[par::textLength]).value_or(0)));
   }
   item.text = text;
 }

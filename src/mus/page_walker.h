@@ -17,6 +17,16 @@ enum class ReadStatus : std::int16_t {
   tooManyParameters = 3,  ///< an item without text that has more than 20
 };
 
+/// Where an item lies among the bytes of a page, and how much of it the reader keeps.
+struct ItemBytes {
+  std::uint32_t parameters = 0;  ///< offset of P1
+  std::int16_t length = 0;       ///< words behind the length word
+  std::int16_t kept = 0;         ///< parameters that are kept
+};
+
+/// Fills in all that the reader keeps of the item: parameters and text. The bytes are those that a walk found it in.
+void decodeItem(std::string_view file, const ItemBytes& place, Item& item);
+
 /// Walks item by item over the bytes of a page file, which must outlive it.
 ///
 /// Finding an item touches only its first words; its parameters are decoded when they are asked for.
@@ -54,8 +64,11 @@ class PageWalker {
   float par(int p) const { return p <= keptParameters_ ? storedPar(p) : 0; }
   /// All text chunks of a text item.
   std::string_view chunks() const;
-  /// Fills in all that the reader keeps of the item: parameters and text.
-  void decode(Item& item) const;
+  ItemBytes itemBytes() const {
+    return {static_cast<std::uint32_t>(parameters_), itemLength_, static_cast<std::int16_t>(keptParameters_)};
+  }
+  /// Fills in all that the reader keeps of the item.
+  void decode(Item& item) const { decodeItem(file_, itemBytes(), item); }
 
   // --- the trailer, once it was reached ---
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
+#include <numeric>
 #include <vector>
 
 #include "mus/number.h"
@@ -25,11 +25,13 @@ std::string blankFilled(float type, std::string_view text) {
 /// Writes items behind each other and counts their words.
 class PageEncoder {
  public:
-  PageEncoder(Host& host, const std::string& musFileName, ItemTable& table)
-      : host_(host), musFileName_(musFileName), table_(table), content_(headerBytes, '\0') {}
+  PageEncoder(Host& host, const std::string& musFileName, ItemTable& table, std::string& content)
+      : host_(host), musFileName_(musFileName), table_(table), content_(content) {
+    content_.assign(headerBytes, '\0');
+  }
 
   void add(int i);
-  std::string finish();
+  void finish();
 
  private:
   void addText(int i);
@@ -40,7 +42,7 @@ class PageEncoder {
   Host& host_;
   const std::string& musFileName_;
   ItemTable& table_;
-  std::string content_;
+  std::string& content_;
   std::int16_t wordCount_ = 0;
 };
 
@@ -95,23 +97,32 @@ void PageEncoder::addPlain(int i) {
   addWords(static_cast<float>(last), i, last);
 }
 
-std::string PageEncoder::finish() {
+void PageEncoder::finish() {
   content_ += standardTrailer();
   count(trailerWords);
   const auto bits = static_cast<std::uint16_t>(wordCount_);
   content_[0] = static_cast<char>(bits & 0xFFU);
   content_[1] = static_cast<char>(bits >> 8U);
-  return std::move(content_);
 }
 
-using RowsByStaff = std::array<std::vector<int>, highestStaff + 1>;
+int writtenStaff(const ItemTable& table, int i) {
+  const float staff = table.itemPar(i, par::staff);
+  const bool written = staff >= 1 && staff <= highestStaff && staff == static_cast<float>(static_cast<int>(staff));
+  return written ? static_cast<int>(staff) : 0;
+}
 
-RowsByStaff rowsByStaff(const ItemTable& table) {
-  RowsByStaff rows;
+/// The rows in the order in which they are written, of those that are.
+std::vector<std::int16_t> writtenRows(const ItemTable& table) {
+  std::array<std::int16_t, highestStaff + 2> next{};
   for (int i = 1; i <= table.itemCount(); ++i) {
-    const float staff = table.itemPar(i, par::staff);
-    if (staff >= 1 && staff <= highestStaff && staff == static_cast<float>(static_cast<int>(staff))) {
-      rows[static_cast<std::size_t>(staff)].push_back(i);
+    ++next[static_cast<std::size_t>(writtenStaff(table, i)) + 1];
+  }
+  next[1] = 0;
+  std::partial_sum(next.begin(), next.end(), next.begin());
+  std::vector<std::int16_t> rows(static_cast<std::size_t>(next.back()));
+  for (int i = 1; i <= table.itemCount(); ++i) {
+    if (const int staff = writtenStaff(table, i); staff != 0) {
+      rows[static_cast<std::size_t>(next[static_cast<std::size_t>(staff)]++)] = static_cast<std::int16_t>(i);
     }
   }
   return rows;
@@ -120,20 +131,30 @@ RowsByStaff rowsByStaff(const ItemTable& table) {
 }  // namespace
 
 std::string encodePage(Host& host, const std::string& musFileName, ItemTable& table) {
-  PageEncoder encoder(host, musFileName, table);
-  for (const std::vector<int>& staff : rowsByStaff(table)) {
-    for (const int i : staff) {
-      encoder.add(i);
-    }
+  std::string content;
+  encodePage(host, musFileName, table, content);
+  return content;
+}
+
+void encodePage(Host& host, const std::string& musFileName, ItemTable& table, std::string& room) {
+  PageEncoder encoder(host, musFileName, table, room);
+  for (const std::int16_t i : writtenRows(table)) {
+    encoder.add(i);
   }
-  return encoder.finish();
+  encoder.finish();
 }
 
 void writeFile(Host& host, const std::string& musFileName, ItemTable& table) {
+  std::string room;
+  writeFile(host, musFileName, table, room);
+}
+
+void writeFile(Host& host, const std::string& musFileName, ItemTable& table, std::string& room) {
   if (table.itemCount() == 0) {
     return;
   }
-  if (host.replaceFile(musFileName, encodePage(host, musFileName, table))) {
+  encodePage(host, musFileName, table, room);
+  if (host.replaceFile(musFileName, room)) {
     host.fatal("Open of output MUS file failed. Hit OK to terminate.");
   }
 }

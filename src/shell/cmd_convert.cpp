@@ -39,7 +39,7 @@ void askBeforeOverwriting(KivSystem& program, bool exists) {
 }
 
 /// Returns whether the result took the place of a file.
-bool writeResult(KivSystem& program, std::int16_t system) {
+bool writeResult(KivSystem& program, std::int16_t system, std::string& room) {
   Host& host = program.host;
   const SystemPage page{host, program.musFileName, program.items};
   program.musFileName = resultName(host, program.panel.txtFirstResultFile.text, system);
@@ -50,13 +50,13 @@ bool writeResult(KivSystem& program, std::int16_t system) {
   askBeforeOverwriting(program, exists);
   sortOnInstrument(host, program.musFileName, program.items);
   outputBraces(page, program.braces);
-  writeFile(host, program.musFileName, program.items);
+  writeFile(host, program.musFileName, program.items, room);
   return exists;
 }
 
 /// Drops the files that no later system takes a staff from.
 void dropFinished(const ReportIndex& report, const std::vector<StaffRecord>& staves, std::int16_t system,
-                  DecodedFiles& files) {
+                  KeptFiles& files) {
   for (const StaffRecord& staff : staves) {
     if (report.lastUse.find(staff.file)->second <= system) {
       files.drop(staff.file);
@@ -76,14 +76,15 @@ std::int16_t nextSystem(KivSystem& program, std::int16_t system) {
 int convertSystems(KivSystem& program, const ReportIndex& report) {
   Host& host = program.host;
   const int all = report.systemCount();
-  DecodedFiles files;
+  KeptFiles files;
+  std::string room;  // of the results
   for (std::int16_t system = nextSystem(program, 0); system <= all; system = nextSystem(program, system)) {
     host.showProgress(system - 1, all, "systems");
     const std::vector<StaffRecord> staves = stavesOf(host, report, system);
     convertSystem(host, system, staves, program.musFileName, program.items, program.order, program.braces,
                   program.firstClefs, files);
     dropFinished(report, staves, system, files);
-    if (writeResult(program, system)) {
+    if (writeResult(program, system, room)) {
       files.dropAll();
     }
   }

@@ -48,7 +48,7 @@ class ConvertSystem : public ::testing::Test {
   OrderTable order;
   BraceTable braces;
   FirstClefTable firstClefs;
-  DecodedFiles files;
+  KeptFiles files;
   std::optional<int> end;
   const std::string bass = "staff 1 at 3 instrument 103\nnote 1 at 20\n";
 };

@@ -20,7 +20,7 @@ class ReadStaff : public ::testing::Test {
 
   FakeHost host;
   ItemTable items;
-  DecodedFiles files;
+  KeptFiles files;
   std::optional<int> end;
   const std::string twoStaves =
       "staff 2 at 0 instrument 101\nnote 2 at 20 height 5\nstaff 1 at 0 instrument 102\n"
