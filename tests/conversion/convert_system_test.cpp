@@ -64,6 +64,15 @@ TEST_F(ConvertSystem, StavesAreNumberedFromOne) {
             "staff 1 at 3 lines 5 instrument 103\nnote 1 at 20\nbarline 1 at 60 spans 1\nbarline 1 at 3 spans 1\n");
 }
 
+TEST_F(ConvertSystem, TheLowestStaffMayBeALoneItemThatComesFirstOrLast) {
+  setInstrumentOrder(host, {101, 103}, order);
+  const std::string two = "staff 2 at 3 instrument 101\nstaff 1 at 3 instrument 103\n";
+  EXPECT_EQ(convert(two, {staff(101, 2, 3), staff(103, 1, 4)}).substr(0, 56),
+            "staff 1 at 3 instrument 101\nstaff 2 at 3 instrument 103\n");
+  EXPECT_EQ(convert(two, {staff(101, 2, 4), staff(103, 1, 3)}).substr(0, 56),
+            "staff 2 at 3 instrument 101\nstaff 1 at 3 instrument 103\n");
+}
+
 TEST_F(ConvertSystem, StavesFromNewNumberOneStay) {
   only(103);
   EXPECT_EQ(convert(bass + "barline 1 at 3 spans 1\n", {staff(103, 1, 1)}),
@@ -79,6 +88,12 @@ TEST_F(ConvertSystem, ASingleStaffGetsTheBarlineAtItsLeftEdge) {
   only(103);
   EXPECT_EQ(convert(bass + "barline 1 at 60 spans 1\n", {staff(103, 1, 1)}),
             "staff 1 at 3 instrument 103\nnote 1 at 20\nbarline 1 at 60 spans 1\nbarline 1 at 3 spans 1\n");
+}
+
+TEST_F(ConvertSystem, TheBarlineAtTheLeftEdgeMayBeTheFirstItem) {
+  only(103);
+  EXPECT_EQ(convert("barline 1 at 3 spans 1\n" + bass, {staff(103, 1, 1)}),
+            "staff 1 at 3 instrument 103\nnote 1 at 20\nbarline 1 at 3 spans 1\n");
 }
 
 TEST_F(ConvertSystem, ABarlineOfAnotherStaffNumberIsNotTheSingleStaffs) {

@@ -79,6 +79,14 @@ TEST_F(InsertStaff, TakesTheNumberOfTheNeighbourWhoMovesUpWithAllAboveIt) {
   EXPECT_EQ(end, std::nullopt);
 }
 
+TEST_F(InsertStaff, TheNeighbourMayBeTheLastItemOfAll) {
+  const std::string after =
+      insert(102, "staff 1 at 3 instrument 103\nnote 1 at 20 duration 4\nstaff 2 at 0 instrument 101\n");
+  EXPECT_TRUE(after.starts_with(
+      "staff 1 at 3 instrument 103\nnote 1 at 20 duration 4\nstaff 3 at 0 instrument 101\nstaff 2 at 0 "))
+      << after;
+}
+
 TEST_F(InsertStaff, PositionAndP6AreThoseOfTheLastStaffItemOfAll) {
   EXPECT_EQ(
       inserted(103, "staff 1 at 3 p6 7 instrument 102\nnote 1 at 20\nnote 1 at 70\nstaff 2 at 9 p6 1 instrument 101\n")
@@ -152,6 +160,12 @@ TEST_F(InsertStaff, SpansOfZeroOnStaff1BecomeOne) {
   const std::string after = insert(102, system);
   EXPECT_NE(after.find("barline 1 at 0 spans 1\nbarline 3 at 0\nbarline 1 at 60 spans 2\n"), std::string::npos)
       << after;
+}
+
+TEST_F(InsertStaff, SpansOfTheFirstItemAndOfTheLastAreLookedAt) {
+  EXPECT_TRUE(insert(102, "barline 1 at 0\n" + outerStaves).starts_with("barline 1 at 0 spans 1\n"));
+  const std::string after = insert(102, outerStaves + "barline 1 at 60\n");
+  EXPECT_NE(after.find("\nbarline 1 at 60 spans 1\n"), std::string::npos) << after;
 }
 
 TEST_F(InsertStaff, ASpanBeyond16BitsIsAnOverflow) {
