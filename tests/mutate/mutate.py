@@ -23,6 +23,7 @@ from pathlib import Path
 sys.dont_write_bytecode = True  # nothing is left between the sources
 
 from mutations import mutations
+from reasons import REASONS, has_reason, parse
 
 ROOT = Path(__file__).resolve().parents[2]
 PLACE = ROOT / "build" / "mutate"
@@ -100,7 +101,8 @@ class Workshop:
         self.refresh()
         with open(self.log, "w") as log:
             targets = [f"test_{program}" for program in programs]
-            if call(["cmake", "--preset", "debug", "--log-level=WARNING"], self.tree, BUILD_LIMIT, log) != 0 or \
+            configure = ["cmake", "--preset", "debug", "--log-level=WARNING", "-DCMAKE_CXX_FLAGS_DEBUG="]  # without -g
+            if call(configure, self.tree, BUILD_LIMIT, log) != 0 or \
                     call(["ninja", f"-j{os.cpu_count()}", "-C", str(self.build), *targets], self.tree, 6 * BUILD_LIMIT, log) != 0:
                 sys.exit(f"mutate: the unchanged tree does not build: {self.log}")
             for program in programs:
@@ -231,7 +233,9 @@ def known_results():
 
 
 def chosen_mutations(options, sources, known):
-    everything = [mutation for file in sources for mutation in mutations(file, sources[file])]
+    reasons = [] if options.all else parse(REASONS.read_text())
+    everything = [mutation for file in sources for mutation in mutations(file, sources[file])
+                  if not has_reason(mutation, sources[file], reasons)]
     if options.survivors:
         everything = [m for m in everything if known.get(key_of(m, sources[m.file])) == "survived"]
     if options.sample and options.sample < len(everything):
@@ -250,6 +254,7 @@ def main():
     parser.add_argument("--jobs", type=int, default=1, help="copies of the tree to work in (1)")
     parser.add_argument("--resume", action="store_true", help="leave out what an earlier run has judged")
     parser.add_argument("--survivors", action="store_true", help="only what survived in earlier runs")
+    parser.add_argument("--all", action="store_true", help="also those that reasons.txt lists, as no test can notice them")
     parser.add_argument("--thorough", action="store_true", help="run the slow tests as well")
     parser.add_argument("--list", action="store_true", help="only list the mutations")
     options = parser.parse_args()

@@ -55,8 +55,11 @@ class Mutation:
     def applied(self, source):
         return source[: self.start] + self.new + source[self.end :]
 
+    def change(self):
+        return f"{brief(self.old)} -> {brief(self.new) if self.new != ';' else '(dropped)'}"
+
     def __str__(self):
-        return f"{self.file}:{self.line}: {brief(self.old)} -> {brief(self.new) or '(dropped)'}"
+        return f"{self.file}:{self.line}: {self.change()}"
 
 
 def brief(text):

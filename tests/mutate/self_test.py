@@ -12,6 +12,7 @@ sys.dont_write_bytecode = True  # nothing is left between the sources
 
 import mutate
 from mutations import mutations
+from reasons import REASONS, has_reason, parse
 
 
 def changes(source):
@@ -46,6 +47,28 @@ class Mutations(unittest.TestCase):
 
     def test_say_where_they_are(self):
         self.assertEqual(str(mutations("src/mus/x.cpp", "\n\nreturn a < b;")[0]), "src/mus/x.cpp:3: < -> <=")
+
+
+class Reasons(unittest.TestCase):
+    ENTRY = "# why\n\nsrc/mus/*.cpp\nreturn * < *;\n< -> <=\nA reason\nof two lines.\n"
+
+    def reasoned(self, source, file="src/mus/x.cpp"):
+        return [mutation.change() for mutation in mutations(file, source) if has_reason(mutation, source, parse(self.ENTRY))]
+
+    def test_are_found_by_source_line_and_change(self):
+        self.assertEqual(self.reasoned("x = 1;\n  return a < b;\n"), ["< -> <="])
+        self.assertEqual(self.reasoned("return a < b;", "src/sort/x.cpp"), [])
+        self.assertEqual(self.reasoned("x = a < b;"), [])
+        self.assertEqual(self.reasoned("return a < b; x"), [])
+
+    def test_are_given_for_changes_that_there_are(self):
+        sources = {file: (mutate.ROOT / file).read_text() for file in mutate.core_files()}
+        everything = [mutation for file in sources for mutation in mutations(file, sources[file])]
+        for entry in parse(REASONS.read_text()):
+            self.assertTrue(any(has_reason(mutation, sources[mutation.file], [entry]) for mutation in everything), entry)
+
+    def test_have_all_their_lines(self):
+        self.assertRaises(ValueError, parse, "src/*\n1 -> 0\nBecause.\n")
 
 
 class TinyWorkshop(mutate.Workshop):

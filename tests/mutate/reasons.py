@@ -1,0 +1,30 @@
+"""Why some changes are not tried."""
+
+import re
+from pathlib import Path
+
+REASONS = Path(__file__).with_name("reasons.txt")
+PARTS = 4  # sources, line, change, and what is behind them is the reason
+
+
+def pattern(text):
+    return re.compile(".*".join(map(re.escape, text.split("*"))))
+
+
+def parse(text):
+    """The patterns of every entry."""
+    entries = []
+    for block in text.split("\n\n"):
+        lines = [line for line in block.split("\n") if line and not line.startswith("#")]
+        if not lines:
+            continue
+        if len(lines) < PARTS:
+            raise ValueError(f"an entry needs {PARTS} lines: {lines[0]}")
+        entries.append([pattern(line) for line in lines[: PARTS - 1]])
+    return entries
+
+
+def has_reason(mutation, source, entries):
+    line = source.split("\n")[mutation.line - 1].strip()
+    told = (mutation.file, line, mutation.change())
+    return any(all(part.fullmatch(text) for part, text in zip(entry, told)) for entry in entries)
