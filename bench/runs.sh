@@ -31,16 +31,15 @@ group() {
   done | tr / '\\' >"$work/names.txt"
 }
 
-# convert FOLDER: converts the group into a fresh folder, prints seconds and memory.
+# convert FOLDER: converts the group into a new folder, prints seconds and memory. The folders stay until the group is
+# done with: a disk from which files have just been taken is slow to take others.
 convert() {
-  rm -rf "${work:?}/$1"
-  mkdir "$work/$1"
+  mkdir -p "$work/$1"
   "$timed" 1 "$kivsys" convert --force --names "$work/names.txt" --result "$work/$1/WORK0001.MUS"
 }
 # rewrite FOLDER: what the floor needs to write as much.
 rewrite() {
-  rm -rf "${work:?}/$1"
-  mkdir "$work/$1"
+  mkdir -p "$work/$1"
   "$timed" 1 "$floor" convert "$work/results" "$work/$1" "$group"/*.MUS
 }
 analyze() { "$timed" 1 "$kivsys" analyze --names "$work/names.txt"; }
@@ -78,9 +77,9 @@ compare() {
   round=0
   while [ "$round" -lt "$3" ]; do
     ${4:-true}
-    $1 out >>"$work/run"
+    $1 "out/run$round" >>"$work/run"
     ${4:-true}
-    $2 out >>"$work/floor"
+    $2 "out/floor$round" >>"$work/floor"
     round=$((round + 1))
   done
 }
@@ -95,23 +94,23 @@ compareResults() {
   echo "results of $1 pages: the same bytes as those of the plain procedures"
 }
 
-# Whether three times the group find room: pages, results, and results of the floor.
+# hasRoom PAGES TURNS: whether the disk has room for pages, results, and those of every turn with those of the floor.
 hasRoom() {
-  [ "$(df -Pk "$work" | awk 'NR == 2 { print $4 }')" -gt $(($1 * 131 * 4)) ]
+  [ "$(df -Pk "$work" | awk 'NR == 2 { print $4 }')" -gt $(($1 * 131 * (3 + 2 * $2))) ]
 }
 
 cd "$work/in"
 echo "load before: $(cut -d ' ' -f 1-3 /proc/loadavg)"
 for pages in "$@"; do
-  if ! hasRoom "$pages"; then
+  turns=$rounds
+  [ "$pages" -lt "$manyPages" ] || turns=$(((rounds + 2) / 3))
+  if ! hasRoom "$pages" "$turns"; then
     echo "no room on the disk for $pages pages: not measured"
     continue
   fi
   group "$pages"
   convert results >/dev/null
   [ "$pages" -gt "$largestForLiteral" ] || compareResults "$pages"
-  turns=$rounds
-  [ "$pages" -lt "$manyPages" ] || turns=$(((rounds + 2) / 3))
   compare analyze readOnly "$turns"
   row analyze "$pages"
   compare convert rewrite "$turns"
