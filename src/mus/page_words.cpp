@@ -82,13 +82,6 @@ std::string wordBytes(float number) {
   return bytes;
 }
 
-void putWord(float number, char* place) {
-  const auto bits = std::bit_cast<std::uint32_t>(number);
-  for (std::size_t i = 0; i < bytesPerWord; ++i) {
-    place[i] = static_cast<char>(bits >> (8U * i) & 0xFFU);
-  }
-}
-
 std::string exactNumber(float number) {
   std::array<char, 32> digits{};
   if (!std::isfinite(number)) {

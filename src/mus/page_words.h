@@ -1,9 +1,13 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "mus/format.h"
 
 namespace kiv {
 
@@ -38,7 +42,16 @@ std::string_view standardTrailer();
 /// The four bytes of a little-endian float.
 std::string wordBytes(float number);
 /// The same, put where there is room for four characters.
-void putWord(float number, char* place);
+inline void putWord(float number, char* place) {
+  if constexpr (std::endian::native == std::endian::little) {  // not every compiler sees that it is one store
+    std::memcpy(place, &number, bytesPerWord);
+    return;
+  }
+  const auto bits = std::bit_cast<std::uint32_t>(number);
+  for (std::size_t i = 0; i < bytesPerWord; ++i) {
+    place[i] = static_cast<char>(bits >> (8U * i) & 0xFFU);
+  }
+}
 
 /// The shortest decimal number that reads back as the same float; what decimal numbers cannot say, and that is NaNs
 /// and infinities, is written by its bits, as in 0x7FC00000.
