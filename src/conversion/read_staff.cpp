@@ -54,6 +54,13 @@ void KeptFiles::drop(const std::string& musFileName) {
   }
 }
 
+void KeptFiles::dropAll() {
+  for (auto& [name, file] : files_) {
+    dropped_.push_back(std::move(file));
+  }
+  files_.clear();
+}
+
 void readStaff(const SystemPage& page, std::int16_t staff, std::int16_t newStaff, KeptFiles& files) {
   const KeptFile& file = files.get(page.host, page.musFileName);
   const auto items = file.staves.find(staff);

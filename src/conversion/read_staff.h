@@ -37,7 +37,7 @@ class KeptFiles {
   const KeptFile& get(Host& host, const std::string& musFileName);
   void drop(const std::string& musFileName);
   /// Drops everything. A file that is replaced may be kept under another spelling of its name, or through a link.
-  void dropAll() { files_.clear(); }
+  void dropAll();
 
  private:
   std::unordered_map<std::string, KeptFile> files_;

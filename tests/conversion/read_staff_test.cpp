@@ -93,6 +93,31 @@ TEST_F(ReadStaff, WhatIsDroppedIsReadAgain) {
 
 // --- files that are not in order ---
 
+TEST_F(ReadStaff, NothingOfADroppedFileIsFoundInTheNextOne) {
+  const std::string other = "C:\\M\\X2.MUS";
+  host.addFile(other, page("note 1 at 5\n"));
+  for (const bool all : {false, true}) {
+    host.addFile(file, page(twoStaves));
+    read(1, 1);
+    if (all) {
+      files.dropAll();
+    } else {
+      files.drop(file);
+    }
+    items.restart();
+    read(2, 1, other);
+    EXPECT_EQ(text(), "") << "staff 2 was of the file before";
+    read(1, 1, other);
+    EXPECT_EQ(text(), "note 1 at 5\n");
+    files.dropAll();
+    host.deleteFile(file);
+    items.restart();
+    read(1, 1);
+    EXPECT_EQ(end, 1) << "nor is a file found that is no more";
+    EXPECT_EQ(text(), "");
+  }
+}
+
 TEST_F(ReadStaff, AStructuralErrorEndsTheProgramAfterTheItemsBeforeIt) {
   host.addFile(file, page("note 1 at 5\nnote 2 at 6\nitem 99 1\n"));
   for (const std::int16_t staff : std::vector<std::int16_t>{1, 2, 3}) {
