@@ -44,12 +44,12 @@ bool isUsual(const SortKey& key) {
 
 /// The rows by their usual first keys, downward; rows of one key as they stand.
 void countInto(Rows& order, const std::vector<SortKey>& keys) {
-  std::array<std::int16_t, endOfUsual> next{};
+  std::array<int, endOfUsual> next{};
   for (const SortKey& key : keys) {
     ++next[static_cast<std::size_t>(key.first)];
   }
-  std::int16_t start = 0;
-  std::for_each(next.rbegin(), next.rend(), [&](std::int16_t& place) { start += std::exchange(place, start); });
+  int start = 0;
+  std::for_each(next.rbegin(), next.rend(), [&](int& place) { start += std::exchange(place, start); });
   for (std::size_t i = 0; i < keys.size(); ++i) {
     order[static_cast<std::size_t>(next[static_cast<std::size_t>(keys[i].first)]++)] = static_cast<std::int16_t>(i + 1);
   }

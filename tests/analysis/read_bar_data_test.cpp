@@ -210,6 +210,26 @@ TEST_F(FirstClefs, FirstStaffOfTheNumberIsTheClefs) {
   EXPECT_EQ(firstClefs.entries, (Entries{{101, 1001, 0}}));
 }
 
+TEST_F(FirstClefs, StavesOfAnyNumberHaveClefs) {
+  for (const char* number : {"0", "-1", "1.5", "256", "257", "1000000", "3e9", "-0"}) {
+    firstClefs = {};
+    table.restart();
+    const std::string staff = std::string("staff ") + number + " at 0 instrument ";
+    const std::string clef = std::string("clef ") + number + " at 2 kind 1\n";
+    read("staff 9 at 0 instrument 109\n" + staff + "101\n" + staff + "102\n" + clef);
+    EXPECT_EQ(firstClefs.entries, (Entries{{101, 1001, 0}})) << number;
+  }
+  firstClefs = {};
+  read("staff 0x7FC00000 at 0 instrument 101\nclef 0x7FC00000 at 2 kind 1\n");
+  EXPECT_EQ(firstClefs.entries, Entries{}) << "what is no number is on no staff";
+}
+
+TEST_F(FirstClefs, AClefOfTheSecondFileMayBeOnTheLastStaffOfTheFirst) {
+  read("staff 3 at 0 instrument 103\nstaff 1 at 0 instrument 101\n");
+  read("clef 1 at 2 kind 5\nclef 3 at 2 kind 6\n", 3);
+  EXPECT_EQ(firstClefs.entries, (Entries{{101, 1005, 0}, {103, 1006, 0}}));
+}
+
 TEST_F(FirstClefs, ClefIsComparedAsReadWithStavesAsRaised) {
   read("staff 1 at 0 instrument 101\nstaff 2 at 0 instrument 102\n");
   read("staff 1 at 0 instrument 201\nclef 1 at 2 kind 5\n", 2);
