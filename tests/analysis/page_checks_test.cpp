@@ -63,6 +63,19 @@ TEST_F(CheckPage, DuplicatesAreListedSystemBySystem) {
   EXPECT_EQ(problems.duplicateIds, "7,7,5,");
 }
 
+TEST_F(CheckPage, DuplicatesOfASystemAreListedInTheOrderOfTheTable) {
+  const PageProblems problems = check(
+      "staff 4 at 0 instrument 7 p18 1\nstaff 3 at 0 instrument 7 p18 1\n"
+      "staff 2 at 0 instrument 5 p18 1\nstaff 1 at 0 instrument 5 p18 1\n");
+  EXPECT_EQ(problems.duplicateIds, "7,5,");
+}
+
+TEST_F(CheckPage, UnusualIdentifiersOfOtherSystemsAreNoDuplicatesEither) {
+  EXPECT_EQ(check("staff 4 at 0 instrument 2.5 p18 1\nstaff 3 at 0 instrument 5000 p18 1\n"
+                  "staff 2 at 0 instrument 2.5 p18 2\nstaff 1 at 0 instrument 5000 p18 2\n"),
+            PageProblems{});
+}
+
 TEST_F(CheckPage, ZeroIdentifiersAreCountedAndNeverDuplicates) {
   const PageProblems problems = check("staff 2 at 0 p18 1\nstaff 1 at 0 p18 1\n");
   EXPECT_EQ(problems.zeroIdCount, 2);
