@@ -16,8 +16,9 @@ mkdir -p "$work/pages" "$work/systems" "$work/run"
 "$build/bench/make_systems" "$work/systems" 90 20
 cd "$work/run"
 
-# count COMMAND...: the instructions that it executes.
+# count COMMAND...: the instructions that it executes, with no results there yet.
 count() {
+  rm -f "$work"/WORK*.MUS
   valgrind --tool=callgrind --callgrind-out-file=callgrind.out "$@" 2>&1 >/dev/null | sed -n 's/.*Collected : //p'
 }
 # first FOLDER COUNT: the first pages of a folder.

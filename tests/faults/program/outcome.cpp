@@ -150,18 +150,17 @@ Outcome Failure::ofReading() const {
 
 Outcome Failure::ofPage() const {
   const std::string page = capitals(coreName(call().file));
-  switch (timesOpened()) {
-    case 1:
-      return critical("No input files: " + namesFile());
-    case 2:
-      return critical("File naming problem: " + page + "\n  Current folder = " + folder() +
-                      "\n  Filenames required for this program must have this format:\n  \n"
-                      "      <letter(s)><digit(s)><optionally one sequence letter>.<suffix>\n  \n  Rename your input.");
-    default:
-      return critical("Structural error in MUS file: " + page +
-                      "\n  Try to recover with KivValid/KivRecover.\n  Current folder = " + folder() +
-                      "\n  Item number = 0");
+  if (timesOpened() == 1) {
+    return critical("No input files: " + namesFile());
   }
+  if (timesOpened() == 2 && call().name != "read") {
+    return critical("File naming problem: " + page + "\n  Current folder = " + folder() +
+                    "\n  Filenames required for this program must have this format:\n  \n"
+                    "      <letter(s)><digit(s)><optionally one sequence letter>.<suffix>\n  \n  Rename your input.");
+  }
+  return critical("Structural error in MUS file: " + page +
+                  "\n  Try to recover with KivValid/KivRecover.\n  Current folder = " + folder() +
+                  "\n  Item number = 0");
 }
 
 }  // namespace
