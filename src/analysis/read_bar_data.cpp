@@ -13,7 +13,7 @@
 namespace kiv {
 namespace {
 
-/// Nearly all items of a page.
+/// All types but the texts and those that takeItem looks at; nearly all items of a page are of them.
 constexpr TypeSet notLookedAt{type::note,         4, 5, 6, 7, 9, type::instrumentNumber, 12, 13, type::keySignature,
                               type::timeSignature};
 
