@@ -46,10 +46,14 @@ void fillListingLine(const ItemTable& table, int i, ZonedLine& zones) {
 }
 
 void appendStaffRecord(const ItemTable& table, int i, std::string& record) {
-  record.append("SYSTEM=").append(generalNumber(table.itemPar(i, par::system)));
-  record.append(",INSTRID=").append(generalNumber(table.itemPar(i, par::instrument)));
-  record.append(",NEWSTAFF=").append(generalNumber(table.itemPar(i, par::staff)));
-  record.append(",STAVESUP=").append(generalNumber(table.itemPar(i, par::stavesUp)));
+  const auto field = [&](std::string_view keyword, int p) {
+    record.append(keyword);
+    appendGeneralNumber(record, table.itemPar(i, p));
+  };
+  field("SYSTEM=", par::system);
+  field(",INSTRID=", par::instrument);
+  field(",NEWSTAFF=", par::staff);
+  field(",STAVESUP=", par::stavesUp);
   record.append(",").append(table.itemText(i)).append(lineEnd);
 }
 
@@ -122,13 +126,14 @@ void Report::records(const ItemTable& table) {
 }
 
 std::optional<std::string_view> findElt(std::string_view rec, std::string_view par) {
-  std::string key(par);
-  key += '=';
-  const std::size_t at = rec.find(key);
+  std::size_t at = rec.find(par);
+  while (at != std::string_view::npos && !rec.substr(at + par.size()).starts_with('=')) {
+    at = rec.find(par, at + 1);
+  }
   if (at == std::string_view::npos) {
     return std::nullopt;
   }
-  const std::string_view value = rec.substr(at + key.size());
+  const std::string_view value = rec.substr(at + par.size() + 1);
   return value.substr(0, value.find(','));
 }
 

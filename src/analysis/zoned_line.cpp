@@ -1,11 +1,23 @@
 #include "analysis/zoned_line.h"
 
+#include <algorithm>
+#include <array>
+
 #include "mus/number.h"
 
 namespace kiv {
+namespace {
+
+constexpr std::size_t zone = 14;
+
+}  // namespace
 
 ZonedLine::ZonedLine(Host& host, std::string_view head)
-    : host_(host), head_(head.size()), headColumns_(host.characterCount(head)), columns_(headColumns_) {
+    : host_(host),
+      head_(head.size()),
+      headColumns_(host.characterCount(head)),
+      columns_(headColumns_),
+      counted_(head_) {
   constexpr std::size_t usual = 200;
   text_.reserve(usual);
   text_ = head;
@@ -14,36 +26,43 @@ ZonedLine::ZonedLine(Host& host, std::string_view head)
 void ZonedLine::restart() {
   text_.resize(head_);
   columns_ = headColumns_;
+  counted_ = head_;
   hasField_ = false;
 }
 
-void ZonedLine::startField() {
-  constexpr std::size_t zone = 14;
-  if (hasField_) {
-    const std::size_t blanks = zone - columns_ % zone;
-    text_.append(blanks, ' ');
-    columns_ += blanks;
+std::size_t ZonedLine::startField() {
+  if (!hasField_) {
+    hasField_ = true;
+    return 0;
   }
-  hasField_ = true;
+  if (counted_ < text_.size()) {
+    columns_ += host_.get().characterCount(std::string_view(text_).substr(counted_));
+  }
+  const std::size_t gap = zone - columns_ % zone;
+  columns_ += gap;
+  return gap;
 }
 
 ZonedLine& ZonedLine::field(std::string_view text) {
-  startField();
+  text_.append(startField(), ' ');
+  counted_ = text_.size();
   text_ += text;
-  columns_ += host_.get().characterCount(text);
   return *this;
 }
 
 ZonedLine& ZonedLine::number(float number) {
-  startField();
-  const std::size_t before = text_.size();
-  const std::string digits = generalNumber(number);
-  if (!digits.starts_with('-')) {
-    text_ += ' ';
+  std::array<char, zone + 1 + longestGeneralNumber + 1> signs;  // NOLINT(*-member-init): written before it is read
+  char* const start = std::fill_n(signs.data(), zone, ' ');
+  const std::size_t gap = startField();
+  char* to = start;
+  if (!(number < 0)) {
+    *to++ = ' ';
   }
-  text_ += digits;
-  text_ += ' ';
-  columns_ += text_.size() - before;
+  to = writeGeneralNumber(to, number);
+  *to++ = ' ';
+  columns_ += static_cast<std::size_t>(to - start);
+  text_.append(start - gap, gap + static_cast<std::size_t>(to - start));
+  counted_ = text_.size();
   return *this;
 }
 

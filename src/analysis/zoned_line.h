@@ -25,13 +25,15 @@ class ZonedLine {
   void restart();
 
  private:
-  void startField();
+  /// How many blanks stand before the field.
+  std::size_t startField();
 
   std::reference_wrapper<Host> host_;
   std::string text_;
   std::size_t head_;  // bytes of it
   std::size_t headColumns_;
-  std::size_t columns_;
+  std::size_t columns_;  // of the bytes counted
+  std::size_t counted_;  // bytes: those of a line's last field need not be
   bool hasField_ = false;
 };
 

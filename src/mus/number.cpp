@@ -32,6 +32,10 @@ struct LeadingNumber {
   std::size_t length = 0;
 };
 
+bool isDigit(char character) {
+  return character >= '0' && character <= '9';
+}
+
 /// What a number beyond the range of doubles comes to.
 double beyondRange(std::string_view digits) {
   const std::size_t exponent = digits.find_first_of("eE");
@@ -43,7 +47,7 @@ LeadingNumber leadingNumber(std::string_view text) {
   const std::size_t sign = text.starts_with('+') || text.starts_with('-') ? 1 : 0;
   const std::string_view digits = text.substr(sign);
   // from_chars would also take the words for infinity and for not-a-number, and a sign of its own.
-  if (digits.empty() || (digits.front() != '.' && (digits.front() < '0' || digits.front() > '9'))) {
+  if (digits.empty() || (digits.front() != '.' && !isDigit(digits.front()))) {
     return {};
   }
   double value = 0;
@@ -69,27 +73,45 @@ std::optional<std::int32_t> toInt32(double number) {
 }
 
 std::string generalNumber(float number) {
-  if (std::isnan(number)) {
-    return "NAN";
-  }
-  if (std::isinf(number)) {
-    return number < 0 ? "-INF" : "INF";
-  }
+  std::string text;
+  appendGeneralNumber(text, number);
+  return text;
+}
+
+void appendGeneralNumber(std::string& text, float number) {
+  std::array<char, longestGeneralNumber> digits;  // NOLINT(*-member-init): written before it is read
+  text.append(digits.data(), static_cast<std::size_t>(writeGeneralNumber(digits.data(), number) - digits.data()));
+}
+
+char* writeGeneralNumber(char* to, float number) {
   constexpr int significantDigits = 7;
   constexpr float firstWithExponent = 1E7F;
-  std::array<char, 32> digits{};
+  char* const end = to + longestGeneralNumber;
   if (number > -firstWithExponent && number < firstWithExponent &&
       static_cast<float>(static_cast<int>(number)) == number) {
-    return {digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), static_cast<int>(number)).ptr};
+    return std::to_chars(to, end, static_cast<int>(number)).ptr;
   }
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), static_cast<double>(number),
-                                 std::chars_format::general, significantDigits)
-                       .ptr;
-  std::replace(digits.data(), end, 'e', 'E');
-  return {digits.data(), end};
+  if (std::isnan(number)) {
+    return std::ranges::copy(std::string_view("NAN"), to).out;
+  }
+  if (std::isinf(number)) {
+    return std::ranges::copy(std::string_view(number < 0 ? "-INF" : "INF"), to).out;
+  }
+  char* const last =
+      std::to_chars(to, end, static_cast<double>(number), std::chars_format::general, significantDigits).ptr;
+  std::replace(to, last, 'e', 'E');
+  return last;
 }
 
 std::optional<double> strictNumber(std::string_view text) {
+  constexpr std::size_t fewDigits = 9;
+  if (!text.empty() && text.size() <= fewDigits && std::all_of(text.begin(), text.end(), isDigit)) {
+    int whole = 0;
+    for (const char digit : text) {
+      whole = 10 * whole + (digit - '0');
+    }
+    return whole;
+  }
   const LeadingNumber number = leadingNumber(text);
   return number.length > 0 && number.length == text.size() ? std::optional(number.value) : std::nullopt;
 }

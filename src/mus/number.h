@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -28,6 +29,11 @@ std::optional<std::int32_t> toInt32(double number);
 /// General number form: at most 7 significant digits, no trailing zeros, exponent as in 1E+07; -0 is "0", a NaN
 /// "NAN", the infinities "INF" and "-INF".
 std::string generalNumber(float number);
+/// The same behind what the text holds already.
+void appendGeneralNumber(std::string& text, float number);
+/// The same into room for at least longestGeneralNumber characters; where it ends.
+char* writeGeneralNumber(char* to, float number);
+constexpr std::size_t longestGeneralNumber = 16;
 
 /// The number that the text is as a whole: sign, digits with an optional point, optional exponent. Nullopt for
 /// anything else, the empty text and blanks included.

@@ -41,6 +41,12 @@ TEST(GetElt, FirstOccurrenceCounts) {
   EXPECT_EQ(getElt("SYSTEM=1,SYSTEM=2", "SYSTEM"), "1");
 }
 
+TEST(GetElt, KeyCountsWithItsEqualsSignOnly) {
+  EXPECT_EQ(getElt("STAFFS=1,STAFF,STAFF=2", "STAFF"), "2");
+  EXPECT_EQ(getElt("STAVES,STAFF", "STAFF"), "");
+  EXPECT_EQ(getElt("AAA=1", "AA"), "1") << "its second and third sign";
+}
+
 TEST(GetElt, ValueMayBeEmpty) {
   EXPECT_EQ(getElt("SYSTEM=,INSTRID=", "SYSTEM"), "");
 }

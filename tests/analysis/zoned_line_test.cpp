@@ -46,6 +46,20 @@ TEST_F(ZonedLineTest, NumbersHaveSignPositionAndTrailingBlank) {
   EXPECT_EQ(line().number(-std::numeric_limits<float>::infinity()).text(), "* -INF ");
 }
 
+TEST_F(ZonedLineTest, FieldsAndNumbersFollowOneAnother) {
+  EXPECT_EQ(line().number(1).number(-20).field("ABC").number(3).text(),
+            "*  1 " + blanks(9) + "-20 " + blanks(10) + "ABC" + blanks(11) + " 3 ");
+  EXPECT_EQ(line().field("ABCDEFGHIJKLM").number(3).field("X").text(),
+            "* ABCDEFGHIJKLM" + blanks(13) + " 3 " + blanks(11) + "X");
+}
+
+TEST_F(ZonedLineTest, LineBegunAgainIsAsANewOne) {
+  ZonedLine zones = line();
+  zones.field("a long field of many columns").restart();
+  EXPECT_EQ(zones.text(), "* ");
+  EXPECT_EQ(zones.field("A").field("B").text(), line().field("A").field("B").text());
+}
+
 TEST_F(ZonedLineTest, NumberThatReachesIntoTheNextZonePushesTheNextField) {
   EXPECT_EQ(line().number(-1.234567E-10F).field("X").text(), "* -1.234567E-10 " + blanks(12) + "X");
 }

@@ -80,6 +80,16 @@ TEST(StrictNumber, TakesWholeTextsOnly) {
   }
 }
 
+TEST(StrictNumber, TakesWholeNumbersOfAnyLength) {
+  EXPECT_EQ(strictNumber("0"), 0.0);
+  EXPECT_EQ(strictNumber("007"), 7.0);
+  EXPECT_EQ(strictNumber("987654321"), 987654321.0);
+  EXPECT_EQ(strictNumber("9876543210"), 9876543210.0);
+  EXPECT_EQ(strictNumber("98765432109876543210"), 98765432109876543210.0);
+  EXPECT_EQ(strictNumber("/"), std::nullopt);
+  EXPECT_EQ(strictNumber("1:"), std::nullopt);
+}
+
 TEST(NumericValue, TakesTheLongestLeadingNumber) {
   const std::pair<const char*, double> values[] = {
       {"12", 12}, {"  12", 12}, {"12abc", 12}, {"-2.5 x", -2.5}, {"+3", 3},     {".5.", 0.5}, {"1E2E3", 100},
