@@ -13,22 +13,37 @@
 namespace kiv {
 namespace {
 
-bool isCue(const ItemTable& table, int i) {
-  return table.itemPar(i, par::type) == type::rest && table.itemPar(i, par::cuedInstrument) != 0;
+/// The staves and the cue markers of the page, each in table order.
+struct PageRows {
+  explicit PageRows(const ItemTable& table);
+
+  std::vector<int> staves;
+  std::vector<int> cues;
+};
+
+PageRows::PageRows(const ItemTable& table) : staves(staffRows(table)) {
+  for (int i = 1; i <= table.itemCount(); ++i) {
+    if (table.itemPar(i, par::type) == type::rest && table.itemPar(i, par::cuedInstrument) != 0) {
+      cues.push_back(i);
+    }
+  }
 }
 
-/// The staff items that belong to a system of the page, system by system, each in table order.
-std::vector<int> stavesBySystem(const ItemTable& table, const PageSystems& systems) {
+/// Those of the staves that belong to a system of the page, system by system, each in table order.
+std::vector<int> stavesBySystem(const std::vector<int>& staves, const ItemTable& table, const PageSystems& systems) {
   std::vector<int> rows;
-  for (int i = 1; i <= table.itemCount(); ++i) {
+  rows.reserve(staves.size());
+  for (const int i : staves) {
     const float system = table.itemPar(i, par::system);
     const bool ofPage = system >= static_cast<float>(systems.first) && system <= static_cast<float>(systems.last);
-    if (isStaff(table, i) && ofPage && system == static_cast<float>(static_cast<int>(system))) {
+    if (ofPage && system == static_cast<float>(static_cast<int>(system))) {
       rows.push_back(i);
     }
   }
-  std::stable_sort(rows.begin(), rows.end(),
-                   [&](int a, int b) { return table.itemPar(a, par::system) < table.itemPar(b, par::system); });
+  const auto isBefore = [&](int a, int b) { return table.itemPar(a, par::system) < table.itemPar(b, par::system); };
+  if (!std::is_sorted(rows.begin(), rows.end(), isBefore)) {
+    std::stable_sort(rows.begin(), rows.end(), isBefore);
+  }
   return rows;
 }
 
@@ -71,11 +86,11 @@ class SystemList {
   std::unordered_set<std::string> texts_;
 };
 
-void findDuplicates(const ItemTable& table, const PageSystems& systems, PageProblems& problems) {
+void findDuplicates(const PageRows& rows, const ItemTable& table, const PageSystems& systems, PageProblems& problems) {
   SystemList identifiers;
   SystemList staves;
   float system = 0;
-  for (const int i : stavesBySystem(table, systems)) {
+  for (const int i : stavesBySystem(rows.staves, table, systems)) {
     if (table.itemPar(i, par::system) != system) {
       system = table.itemPar(i, par::system);
       identifiers.startAfresh();
@@ -88,18 +103,14 @@ void findDuplicates(const ItemTable& table, const PageSystems& systems, PageProb
   }
 }
 
-void countStaves(Host& host, const std::string& musFileName, const ItemTable& table, PageProblems& problems) {
+void countStaves(Host& host, const std::string& musFileName, const PageRows& rows, const ItemTable& table,
+                 PageProblems& problems) {
   std::unordered_map<float, int> cues;
-  for (int i = 1; i <= table.itemCount(); ++i) {
-    if (isCue(table, i)) {
-      ++cues[table.itemPar(i, par::cuedInstrument)];
-    }
+  for (const int i : rows.cues) {
+    ++cues[table.itemPar(i, par::cuedInstrument)];
   }
   int recursiveCues = 0;
-  for (int i = 1; i <= table.itemCount(); ++i) {
-    if (!isStaff(table, i)) {
-      continue;
-    }
+  for (const int i : rows.staves) {
     const float instrument = table.itemPar(i, par::instrument);
     if (instrument == 0) {
       ++problems.zeroIdCount;
@@ -113,27 +124,29 @@ void countStaves(Host& host, const std::string& musFileName, const ItemTable& ta
   problems.recursiveCueCount = static_cast<std::int16_t>(recursiveCues);
 }
 
-/// A cue is defined when its instrument plays in the system that the row behind the page's last item names. That row
-/// holds what a longer page has left there.
-void findUndefinedCues(Host& host, const std::string& musFileName, const ItemTable& table, PageProblems& problems) {
+/// The instruments that play in the system that the row behind the page's last item names. That row holds what a longer
+/// page has left there.
+std::unordered_set<float> definedInstruments(const PageRows& rows, const ItemTable& table) {
+  const float system = table.itemPar(table.itemCount() + 1, par::system);
   std::unordered_set<float> defined;
-  bool listed = false;
-  for (int i = 1; i <= table.itemCount(); ++i) {
-    if (!isCue(table, i)) {
-      continue;
+  for (const int i : rows.staves) {
+    if (table.itemPar(i, par::system) == system) {
+      defined.insert(table.itemPar(i, par::instrument));
     }
-    if (table.itemCount() == itemLimit) {
-      host.runTimeError(RunTimeError::subscriptOutOfRange, musFileName + ", item " + std::to_string(i));
-    }
-    if (!listed) {
-      const float system = table.itemPar(table.itemCount() + 1, par::system);
-      for (int j = 1; j <= table.itemCount(); ++j) {
-        if (isStaff(table, j) && table.itemPar(j, par::system) == system) {
-          defined.insert(table.itemPar(j, par::instrument));
-        }
-      }
-      listed = true;
-    }
+  }
+  return defined;
+}
+
+void findUndefinedCues(Host& host, const std::string& musFileName, const PageRows& rows, const ItemTable& table,
+                       PageProblems& problems) {
+  if (rows.cues.empty()) {
+    return;
+  }
+  if (table.itemCount() == itemLimit) {
+    host.runTimeError(RunTimeError::subscriptOutOfRange, musFileName + ", item " + std::to_string(rows.cues.front()));
+  }
+  const std::unordered_set<float> defined = definedInstruments(rows, table);
+  for (const int i : rows.cues) {
     const float instrument = table.itemPar(i, par::cuedInstrument);
     if (!defined.contains(instrument)) {
       ++problems.undefinedCueCount;
@@ -151,9 +164,10 @@ std::string withoutEnd(const std::string& list, std::size_t count) {
 
 PageProblems checkPage(Host& host, const std::string& musFileName, const ItemTable& table, const PageSystems& systems) {
   PageProblems problems;
-  findDuplicates(table, systems, problems);
-  countStaves(host, musFileName, table, problems);
-  findUndefinedCues(host, musFileName, table, problems);
+  const PageRows rows(table);
+  findDuplicates(rows, table, systems, problems);
+  countStaves(host, musFileName, rows, table, problems);
+  findUndefinedCues(host, musFileName, rows, table, problems);
   return problems;
 }
 

@@ -1,5 +1,7 @@
 #include "analysis/page_systems.h"
 
+#include <vector>
+
 #include "analysis/left_barlines.h"
 #include "analysis/read_bar_data.h"
 #include "input/file_names.h"
@@ -16,11 +18,11 @@ bool isLeftBarline(const ItemTable& table, int i) {
   return table.itemPar(i, par::type) == type::barline && table.itemPar(i, par::mark) == leftBarline;
 }
 
-/// Raises number to the highest value of a parameter among the staves of the table.
-void raiseToHighest(Host& host, const std::string& musFileName, const ItemTable& table, int parameter,
-                    std::int16_t& number) {
-  for (int i = 1; i <= table.itemCount(); ++i) {
-    if (isStaff(table, i) && table.itemPar(i, parameter) > static_cast<float>(number)) {
+/// Raises number to the highest value of a parameter among the staves.
+void raiseToHighest(Host& host, const std::string& musFileName, const ItemTable& table, const std::vector<int>& staves,
+                    int parameter, std::int16_t& number) {
+  for (const int i : staves) {
+    if (table.itemPar(i, parameter) > static_cast<float>(number)) {
       number = wholePar(host, musFileName, table, i, parameter);
     }
   }
@@ -56,7 +58,7 @@ void readMultifilePage(Host& host, const PageEntry& page, std::string& musFileNa
     musFileName += letter;
     musFileName += suffix;
     readBarData(host, musFileName, offset, table, firstClefs, reader);
-    raiseToHighest(host, musFileName, table, par::staff, offset);
+    raiseToHighest(host, musFileName, table, staffRows(table), par::staff, offset);
   }
   sort_item_table(host, table);
   deleteLeftBarlines(host, musFileName, table);
@@ -65,17 +67,14 @@ void readMultifilePage(Host& host, const PageEntry& page, std::string& musFileNa
 
 /// From the bottom of the page upward, counts the systems and gives each staff the number of the one it stands in.
 /// A staff below the first bottom staff keeps what its file gave it.
-void countUpward(ItemTable& table) {
+void countUpward(const std::vector<int>& staves, ItemTable& table) {
   int system = 0;
-  for (int k = table.itemCount(); k >= 1; --k) {
-    if (!isStaff(table, k)) {
-      continue;
-    }
-    if (table.itemPar(k, par::mark) == bottomStaff) {
+  for (auto k = staves.rbegin(); k != staves.rend(); ++k) {
+    if (table.itemPar(*k, par::mark) == bottomStaff) {
       ++system;
     }
     if (system > 0) {
-      table.itemPar(k, par::system) = static_cast<float>(system);
+      table.itemPar(*k, par::system) = static_cast<float>(system);
     }
   }
 }
@@ -97,14 +96,13 @@ void readPage(Host& host, const PageEntry& page, const std::string& resultFolder
 }
 
 PageSystems numberSystems(Host& host, const std::string& musFileName, ItemTable& table, std::int16_t& systemBase) {
-  countUpward(table);
+  const std::vector<int> staves = staffRows(table);
+  countUpward(staves, table);
   std::int16_t count = 0;
-  raiseToHighest(host, musFileName, table, par::system, count);
+  raiseToHighest(host, musFileName, table, staves, par::system, count);
   const auto base = static_cast<float>(systemBase);
-  for (int i = 1; i <= table.itemCount(); ++i) {
-    if (isStaff(table, i)) {
-      table.itemPar(i, par::system) = base + (static_cast<float>(count) - table.itemPar(i, par::system) + 1);
-    }
+  for (const int i : staves) {
+    table.itemPar(i, par::system) = base + (static_cast<float>(count) - table.itemPar(i, par::system) + 1);
   }
   const PageSystems systems{systemBase + 1, systemBase + count};
   const auto raised = toInt16(systems.last);

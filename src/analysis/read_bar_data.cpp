@@ -35,7 +35,7 @@ class BarDataReader {
  private:
   void takeItem();
   void takeStaff();
-  void store();
+  Item& store();
 
   Host& host_;
   const std::string& musFileName_;
@@ -69,8 +69,7 @@ void BarDataReader::takeItem() {
   } else if (type == type::staff) {
     takeStaff();
   } else if (type == type::barline) {
-    store();
-    table_.itemPar(table_.itemCount(), par::mark) = 0;
+    store().par[par::mark] = 0;
   } else if (type == type::rest && isCueMarker(page)) {
     store();
   }
@@ -81,18 +80,21 @@ void BarDataReader::takeStaff() {
     host_.processEvents();
     return;
   }
-  store();
-  const int i = table_.itemCount();
-  table_.itemPar(i, par::instrument) = std::fabs(table_.itemPar(i, par::instrument));
-  table_.itemText(i) = "STAFF=" + generalNumber(reader_.page().par(par::staff)) + ",FILE=" + musFileName_;
-  table_.itemPar(i, par::stavesUp) = 0;
-  table_.itemPar(i, par::mark) = 0;
-  staves_.add(table_.itemPar(i, par::staff), i);
+  Item& staff = store();
+  staff.par[par::instrument] = std::fabs(staff.par[par::instrument]);
+  staff.text = "STAFF=";
+  appendGeneralNumber(staff.text, reader_.page().par(par::staff));
+  staff.text.append(",FILE=").append(musFileName_);
+  staff.par[par::stavesUp] = 0;
+  staff.par[par::mark] = 0;
+  staves_.add(staff.par[par::staff], table_.itemCount());
 }
 
-void BarDataReader::store() {
-  reader_.page().decode(table_.newItem(host_));
-  table_.itemPar(table_.itemCount(), par::staff) += staffOffset_;
+Item& BarDataReader::store() {
+  Item& item = table_.newItem(host_);
+  reader_.page().decode(item);
+  item.par[par::staff] += staffOffset_;
+  return item;
 }
 
 }  // namespace

@@ -1,37 +1,57 @@
 #include "mus/item_table.h"
 
-#include <utility>
+#include <algorithm>
+#include <numeric>
+#include <vector>
 
 #include "mus/number.h"
 
 namespace kiv {
+namespace {
 
-void ItemTable::refuseItem(Host& host) {
-  host.fatal("MUS file too big for operation. Hit OK to terminate.");
+constexpr std::size_t usualItems = 512;
+
+}  // namespace
+
+ItemTable::ItemTable() : items_(usualItems), places_(itemLimit + 2) {
+  std::iota(places_.begin(), places_.end(), std::int16_t{0});
+}
+
+void ItemTable::makeRoom(Host& host) {
+  if (itemCount_ == itemLimit) {
+    host.fatal("MUS file too big for operation. Hit OK to terminate.");
+  }
+  items_.resize(std::min(2 * items_.size(), places_.size()));
 }
 
 void ItemTable::reorder(const std::vector<std::int16_t>& order) {
-  const auto source = [&](int i) { return int{order[static_cast<std::size_t>(i - 1)]}; };
-  const auto put = [this](Item&& item, int i) {
-    const float own = row(i).par[0];
-    row(i) = std::move(item);
-    row(i).par[0] = own;
+  struct NewRow {
+    std::int16_t place;
+    float par0;  // is no part of what is put in order
   };
-  std::vector<bool> placed(order.size() + 1);
-  for (int start = 1; start <= static_cast<int>(order.size()); ++start) {
-    if (placed[static_cast<std::size_t>(start)] || source(start) == start) {
-      continue;
-    }
-    // Rows that only change places among themselves form a ring.
-    Item first = std::move(row(start));
-    int i = start;
-    for (; source(i) != start; i = source(i)) {
-      put(std::move(row(source(i))), i);
-      placed[static_cast<std::size_t>(i)] = true;
-    }
-    put(std::move(first), i);
-    placed[static_cast<std::size_t>(i)] = true;
+  std::vector<NewRow> rows;
+  rows.reserve(order.size());
+  for (const std::int16_t source : order) {
+    const auto i = static_cast<int>(rows.size()) + 1;
+    rows.push_back({static_cast<std::int16_t>(place(source)), itemPar(i, 0)});
   }
+  std::size_t i = 0;
+  for (const NewRow& fresh : rows) {
+    places_[++i] = fresh.place;
+    items_[static_cast<std::size_t>(fresh.place)].par[0] = fresh.par0;
+  }
+}
+
+std::vector<int> staffRows(const ItemTable& table) {
+  constexpr std::size_t usual = 32;
+  std::vector<int> rows;
+  rows.reserve(usual);
+  for (int i = 1; i <= table.itemCount(); ++i) {
+    if (isStaff(table, i)) {
+      rows.push_back(i);
+    }
+  }
+  return rows;
 }
 
 std::int16_t wholePar(Host& host, const std::string& musFileName, const ItemTable& table, int i, int p) {

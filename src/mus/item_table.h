@@ -21,17 +21,17 @@ struct Item {
 /// The items of one page, numbered from 1 to itemCount(), at most 5000.
 ///
 /// Rows beyond itemCount() keep what they last held for as long as the table lives; the search for undefined cues
-/// reads one of them.
+/// reads the first of them.
 class ItemTable {
  public:
-  ItemTable() : rows_(itemLimit + 1) {}
+  ItemTable();
 
   std::int16_t itemCount() const { return itemCount_; }
 
   /// Starts the table afresh without touching its rows.
   void restart() { itemCount_ = 0; }
 
-  /// Parameter p (1 .. 20) of item i. Rows 1 .. 5000 may be named whatever the count is.
+  /// Parameter p (1 .. 20) of item i, which may be the row behind the last one.
   float itemPar(int i, int p) const { return row(i).par[static_cast<std::size_t>(p)]; }
   float& itemPar(int i, int p) { return row(i).par[static_cast<std::size_t>(p)]; }
 
@@ -40,31 +40,37 @@ class ItemTable {
 
   /// Appends P1 .. P20 and the text. The 5001st item ends the program.
   void store_item(Host& host, const Item& item) { newItem(host) = item; }
-  /// The same for an item that is made in its place: the caller overwrites all that the row holds.
+  /// The same for an item that is made in its place: the caller overwrites all that the row holds, and knows no other
+  /// row by reference.
   Item& newItem(Host& host) {
-    if (itemCount_ == itemLimit) {
-      refuseItem(host);
+    if (static_cast<std::size_t>(itemCount_) + 2 == items_.size()) {
+      makeRoom(host);
     }
     return row(++itemCount_);
   }
 
   /// Puts the rows 1 .. itemCount() in the order given: P1 .. P20 and the text of row i become what row order[i - 1]
-  /// held.
+  /// held. References to rows name other rows from then on.
   void reorder(const std::vector<std::int16_t>& order);
 
  private:
-  [[noreturn]] static void refuseItem(Host& host);
-  const Item& row(int i) const { return rows_[static_cast<std::size_t>(i)]; }
-  Item& row(int i) { return rows_[static_cast<std::size_t>(i)]; }
+  void makeRoom(Host& host);
+  const Item& row(int i) const { return items_[place(i)]; }
+  Item& row(int i) { return items_[place(i)]; }
+  std::size_t place(int i) const { return static_cast<std::size_t>(places_[static_cast<std::size_t>(i)]); }
 
   std::int16_t itemCount_ = 0;
-  std::vector<Item> rows_;
+  std::vector<Item> items_;           // more than itemCount_ + 1 of them, the first one of no row
+  std::vector<std::int16_t> places_;  // of the rows among items_: putting them in order moves no item
 };
 
 /// Whether item i is a staff item.
 inline bool isStaff(const ItemTable& table, int i) {
   return table.itemPar(i, par::type) == type::staff;
 }
+
+/// The rows of all staff items, in table order.
+std::vector<int> staffRows(const ItemTable& table);
 
 /// Parameter p of item i as a 16-bit integer. One that does not fit ends the program; the message names the file.
 std::int16_t wholePar(Host& host, const std::string& musFileName, const ItemTable& table, int i, int p);

@@ -39,48 +39,50 @@ void exchangeInPasses(Host& host, const std::vector<SortKey>& keys, Rows& order)
 constexpr std::size_t endOfUsual = 1024;
 
 bool isUsual(const SortKey& key) {
-  return key.first >= 0 && key.first < endOfUsual && key.first == std::floor(key.first);
+  return key.first >= 0 && key.first < endOfUsual && key.first == static_cast<float>(static_cast<int>(key.first)) &&
+         !std::isunordered(key.position, key.par4);
 }
 
 /// The rows by their usual first keys, downward; rows of one key as they stand.
 void countInto(Rows& order, const std::vector<SortKey>& keys) {
+  const auto rank = [](const SortKey& key) { return static_cast<std::size_t>(key.first); };
   std::array<int, endOfUsual> next{};
+  std::size_t highest = 0;
   for (const SortKey& key : keys) {
-    ++next[static_cast<std::size_t>(key.first)];
+    highest = std::max(highest, rank(key));
+    ++next[rank(key)];
   }
   int start = 0;
-  std::for_each(next.rbegin(), next.rend(), [&](int& place) { start += std::exchange(place, start); });
-  for (std::size_t i = 0; i < keys.size(); ++i) {
-    order[static_cast<std::size_t>(next[static_cast<std::size_t>(keys[i].first)]++)] = static_cast<std::int16_t>(i + 1);
+  for (std::size_t i = highest + 1; i > 0; --i) {
+    start += std::exchange(next[i - 1], start);
   }
-}
-
-/// The end of the rows that have the first key of the row at start.
-Rows::iterator endOfGroup(Rows::iterator start, Rows& order, const std::vector<SortKey>& keys) {
-  const float first = keyOf(keys, *start).first;
-  return std::find_if(start, order.end(), [&](std::int16_t row) { return keyOf(keys, row).first != first; });
+  std::int16_t row = 0;
+  for (const SortKey& key : keys) {
+    order[static_cast<std::size_t>(next[rank(key)]++)] = ++row;
+  }
 }
 
 }  // namespace
 
 std::vector<std::int16_t> sortedRows(Host& host, const std::vector<SortKey>& keys) {
-  std::vector<std::int16_t> order(keys.size());
+  Rows order(keys.size());
+  const auto isBefore = [&](std::int16_t a, std::int16_t b) { return outOfOrder(keyOf(keys, b), keyOf(keys, a)); };
+  const auto isHigher = [&](std::int16_t a, std::int16_t b) { return keyOf(keys, a).first > keyOf(keys, b).first; };
+  if (std::all_of(keys.begin(), keys.end(), isUsual)) {
+    countInto(order, keys);
+    // Many staves are listed from left to right already.
+    for (auto row = order.begin(); (row = std::is_sorted_until(row, order.end(), isBefore)) != order.end();) {
+      const auto [start, end] = std::equal_range(order.begin(), order.end(), *row, isHigher);
+      std::stable_sort(start, end, isBefore);
+      row = end;
+    }
+    return order;
+  }
   std::iota(order.begin(), order.end(), std::int16_t{1});
   if (std::any_of(keys.begin(), keys.end(), hasNaN)) {
     exchangeInPasses(host, keys, order);
-    return order;
-  }
-  const auto isBefore = [&](std::int16_t a, std::int16_t b) { return outOfOrder(keyOf(keys, b), keyOf(keys, a)); };
-  const bool usual = std::all_of(keys.begin(), keys.end(), isUsual);
-  if (usual) {
-    countInto(order, keys);
-  }
-  auto end = order.begin();
-  for (auto start = end; start != order.end(); start = end) {
-    end = usual ? endOfGroup(start, order, keys) : order.end();
-    if (!std::is_sorted(start, end, isBefore)) {  // many staves are listed from left to right
-      std::stable_sort(start, end, isBefore);
-    }
+  } else {
+    std::stable_sort(order.begin(), order.end(), isBefore);
   }
   return order;
 }

@@ -271,6 +271,22 @@ TEST(ItemTable, KeepsItsRowsWhenItStartsAfresh) {
   EXPECT_EQ(table.itemText(1), "kept");
 }
 
+TEST(ItemTable, KeepsEveryRowWhileItFills) {
+  FakeHost host;
+  ItemTable table;
+  Item item;
+  for (int n = 1; n <= 5000; ++n) {
+    EXPECT_EQ(table.itemPar(n, 5), 0) << "the row behind the last one";
+    item.par[5] = static_cast<float>(n);
+    item.text = std::to_string(n);
+    table.store_item(host, item);
+  }
+  for (int n = 1; n <= 5000; ++n) {
+    ASSERT_EQ(table.itemPar(n, 5), static_cast<float>(n));
+    ASSERT_EQ(table.itemText(n), std::to_string(n));
+  }
+}
+
 TEST(ItemTable, Holds5000ItemsAndEndsTheProgramOverTheNext) {
   FakeHost host;
   ItemTable table;
