@@ -1,10 +1,10 @@
 #include "analysis/left_barlines.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <vector>
-
-#include "mus/number.h"
 
 namespace kiv {
 namespace {
@@ -14,91 +14,105 @@ constexpr float leftBarline = 1;
 constexpr float noBarline = -1;
 constexpr float bottomStaff = 1;
 
-/// The rows of staves and barlines, by staff number.
-struct StaffRows {
-  std::vector<int> staves;
-  std::vector<int> barlines;
-};
-/// As many as the highest staff needs, the first of them for no staff.
-using RowsByStaff = std::vector<StaffRows>;
+/// Rows of one kind, staff by staff, each staff's in table order.
+class RowsByStaff {
+ public:
+  explicit RowsByStaff(const ItemTable& table) : next_(static_cast<std::size_t>(table.itemCount()) + 1) {}
 
-RowsByStaff rowsByStaff(const ItemTable& table) {
-  constexpr std::size_t usualBarlines = 32;
-  RowsByStaff rows(1);
+  void add(std::size_t staff, int row) {
+    int& last = last_[staff];
+    (last == none ? first_[staff] : next_[static_cast<std::size_t>(last)]) = row;
+    last = row;
+  }
+  bool hasAny(std::size_t staff) const { return first_[staff] != none; }
+  template <typename Take>
+  void forEach(std::size_t staff, Take take) const {
+    for (int row = first_[staff]; row != none; row = next_[static_cast<std::size_t>(row)]) {
+      take(row);
+    }
+  }
+
+ private:
+  static constexpr int none = 0;
+  std::array<int, highestStaff + 1> first_{};
+  std::array<int, highestStaff + 1> last_{};
+  std::vector<int> next_;  // the next row of the same staff
+};
+
+struct PageRows {
+  explicit PageRows(const ItemTable& table);
+
+  RowsByStaff staves;
+  RowsByStaff barlines;
+  std::size_t endOfStaves = 0;  ///< no staff has this number or a higher one
+};
+
+PageRows::PageRows(const ItemTable& table) : staves(table), barlines(table) {
   for (int i = 1; i <= table.itemCount(); ++i) {
     const float staff = table.itemPar(i, par::staff);
     if (!(staff >= 1 && staff <= highestStaff) || staff != static_cast<float>(static_cast<int>(staff))) {
       continue;
     }
     const auto number = static_cast<std::size_t>(staff);
-    if (number >= rows.size()) {
-      rows.resize(number + 1);
-    }
-    StaffRows& ofStaff = rows[number];
-    if (table.itemPar(i, par::type) == type::staff) {
-      ofStaff.staves.push_back(i);
+    if (isStaff(table, i)) {
+      staves.add(number, i);
+      endOfStaves = std::max(endOfStaves, number + 1);
     } else if (table.itemPar(i, par::type) == type::barline) {
-      if (ofStaff.barlines.empty()) {
-        ofStaff.barlines.reserve(usualBarlines);
-      }
-      ofStaff.barlines.push_back(i);
+      barlines.add(number, i);
     }
   }
-  return rows;
 }
 
 bool isPlain(const ItemTable& table, int barline) {
   return table.itemPar(barline, par::kind) <= highestBarlineKind;
 }
 
-void markBarlines(const StaffRows& rows, ItemTable& table) {
-  for (const int j : rows.barlines) {
+bool standsAt(const ItemTable& table, int staff, int barline) {
+  return std::fabs(table.itemPar(staff, par::position) - table.itemPar(barline, par::position)) <= 1;
+}
+
+void markBarlines(const PageRows& rows, std::size_t number, ItemTable& table) {
+  rows.barlines.forEach(number, [&](int j) {
     if (!isPlain(table, j)) {
       table.itemPar(j, par::mark) = noBarline;
-      continue;
+      return;
     }
-    for (const int i : rows.staves) {
-      if (std::fabs(table.itemPar(i, par::position) - table.itemPar(j, par::position)) <= 1) {
+    rows.staves.forEach(number, [&](int i) {
+      if (standsAt(table, i, j)) {
         table.itemPar(j, par::mark) = leftBarline;
-        break;
       }
-    }
-  }
+    });
+  });
 }
 
 /// The largest number of staves that a barline of the staff spans, braces included; 1 when none spans any.
-std::int16_t spanOf(Host& host, const std::string& musFileName, const StaffRows& rows, const ItemTable& table) {
+std::int16_t spanOf(Host& host, const std::string& musFileName, const RowsByStaff& barlines, std::size_t number,
+                    const ItemTable& table) {
   std::int16_t span = 0;
-  for (const int j : rows.barlines) {
-    const float spanned = table.itemPar(j, par::spannedStaves);
-    if (spanned > static_cast<float>(span)) {
-      const auto whole = toInt16(spanned);
-      if (!whole) {
-        host.runTimeError(RunTimeError::overflow, musFileName + ", item " + std::to_string(j));
-      }
-      span = *whole;
+  barlines.forEach(number, [&](int j) {
+    if (table.itemPar(j, par::spannedStaves) > static_cast<float>(span)) {
+      span = wholePar(host, musFileName, table, j, par::spannedStaves);
     }
-  }
+  });
   return span == 0 ? std::int16_t{1} : span;
 }
 
 }  // namespace
 
 void deleteLeftBarlines(Host& host, const std::string& musFileName, ItemTable& table) {
-  const RowsByStaff rows = rowsByStaff(table);
+  const PageRows rows(table);
   std::size_t s = 1;
-  while (s < rows.size()) {
-    const StaffRows& ofStaff = rows[s];
-    ++s;
-    if (ofStaff.staves.empty()) {
+  while (s < rows.endOfStaves) {
+    const std::size_t number = s++;
+    if (!rows.staves.hasAny(number)) {
       continue;
     }
-    const std::int16_t span = spanOf(host, musFileName, ofStaff, table);
-    markBarlines(ofStaff, table);
-    for (const int i : ofStaff.staves) {
+    const std::int16_t span = spanOf(host, musFileName, rows.barlines, number, table);
+    markBarlines(rows, number, table);
+    rows.staves.forEach(number, [&](int i) {
       table.itemPar(i, par::mark) = bottomStaff;
       table.itemPar(i, par::stavesUp) = span;
-    }
+    });
     s += static_cast<std::size_t>(span - 1);
   }
 }
