@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -58,6 +59,24 @@ class ByteCursor {
     }
     return std::bit_cast<float>(byteAt(bytes, offset) | byteAt(bytes, offset + 1) << 8U |
                                 byteAt(bytes, offset + 2) << 16U | byteAt(bytes, offset + 3) << 24U);
+  }
+
+  /// The bits of the two words at a byte offset, in the machine's own order: good for comparing only.
+  static std::uint64_t twoWordsAt(std::string_view bytes, std::size_t offset) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, bytes.data() + offset, sizeof bits);
+    return bits;
+  }
+  /// Fills the span with the words from a byte offset on, which must be there.
+  static void copyFloats(std::string_view bytes, std::size_t offset, std::span<float> to) {
+    if constexpr (std::endian::native == std::endian::little) {
+      std::memcpy(to.data(), bytes.data() + offset, to.size_bytes());
+    } else {
+      for (float& number : to) {
+        number = floatAt(bytes, offset);
+        offset += bytesPerWord;
+      }
+    }
   }
 
   static std::uint32_t byteAt(std::string_view bytes, std::size_t offset) {

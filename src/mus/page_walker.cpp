@@ -123,10 +123,9 @@ std::string_view PageWalker::chunks() const {
 
 void decodeItem(std::string_view file, const ItemBytes& place, Item& item) {
   const auto kept = static_cast<std::size_t>(place.kept);
-  for (std::size_t p = 1; p <= kept; ++p) {
-    item.par[p] = ByteCursor::floatAt(file, place.parameters + bytesPerWord * (p - 1));
-  }
-  std::fill(item.par.begin() + static_cast<std::ptrdiff_t>(kept) + 1, item.par.end(), 0.0F);
+  const std::span<float> parameters = std::span(item.par).subspan(1);
+  ByteCursor::copyFloats(file, place.parameters, parameters.first(kept));
+  std::ranges::fill(parameters.subspan(kept), 0.0F);
   const float type = item.par[par::type];
   if (!isTextType(type)) {
     item.text.clear();

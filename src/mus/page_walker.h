@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -109,33 +110,33 @@ class PageWalker {
 inline void PageWalker::passOver(TypeSet types) {
   // Numbers of its own, so that no step waits for what the step before it has stored.
   std::size_t offset = cursor_.position();
-  std::size_t left = cursor_.left();
-  std::int32_t words = fileWords_ - wordsRead_ - trailerWords;
+  const std::size_t start = offset;
+  const std::size_t end = offset + cursor_.left();
+  const std::int32_t words = fileWords_ - wordsRead_ - trailerWords;
+  const std::size_t endOfItems = offset + bytesPerWord * static_cast<std::size_t>(std::max(words, 0));
   std::int16_t items = itemsInFile_;
-  const auto isPassed = [&] {
-    const float type = ByteCursor::floatAt(file_, offset + bytesPerWord);
-    return type >= type::lowest && type <= type::highest && types.contains(type);
-  };
-  while (words > 0 && left >= 2 * bytesPerWord && isPassed()) {
+  while (offset < endOfItems && offset + 2 * bytesPerWord <= end) {
     const float length = ByteCursor::floatAt(file_, offset);
-    if (!(length >= 2 && length <= parameterCount)) {
+    const float type = ByteCursor::floatAt(file_, offset + bytesPerWord);
+    if (!(type >= type::lowest && type <= type::highest) || !(length >= 2 && length <= parameterCount) ||
+        !types.contains(type)) {
       break;
     }
     const auto whole = static_cast<std::int32_t>(length);
     const std::size_t bytes = bytesPerWord * static_cast<std::size_t>(whole + 1);
-    if (static_cast<float>(whole) != length || left < bytes) {
+    if (static_cast<float>(whole) != length || end - offset < bytes) {
       break;
     }
-    // Where items are as long as the one before them, the next one is looked for before the length is known.
+    // Items that begin like the one before them are passed over without another look.
+    const std::uint64_t head = ByteCursor::twoWordsAt(file_, offset);
+    const std::size_t lastStart = std::min(endOfItems - 1, end - bytes);
     do {
       offset += bytes;
-      left -= bytes;
-      words -= whole + 1;
       ++items;
-    } while (words > 0 && left >= bytes && ByteCursor::floatAt(file_, offset) == length && isPassed());
+    } while (offset <= lastStart && ByteCursor::twoWordsAt(file_, offset) == head);
   }
-  cursor_.skip(offset - cursor_.position());
-  wordsRead_ = fileWords_ - trailerWords - words;
+  cursor_.skip(offset - start);
+  wordsRead_ += static_cast<std::int32_t>((offset - start) / bytesPerWord);
   itemsInFile_ = items;
 }
 
