@@ -54,17 +54,10 @@ RunOutcome outcomeOf(KivSystem& program, const ConsoleHost& host, bool normalEnd
   RunOutcome outcome;
   outcome.normalEnd = normalEnd;
   if (normalEnd) {
-    try {
-      outcome.instruments = countInstruments(program.host, reportFile);
-      if (!outcome.instruments) {
-        program.host.fatal("Failed to open KivSystem2.txt for input.");
-      }
-      outcome.consistency = program.systems.isConsistent();
-      outcome.multifile = program.pages.multifileCount != 0;
-      outcome.systems = program.systems.systemCount();
-    } catch (const ProgramEnd&) {
-      outcome.normalEnd = false;
-    }
+    outcome.instruments = program.systems.instrumentCount;
+    outcome.consistency = program.systems.isConsistent();
+    outcome.multifile = program.pages.multifileCount != 0;
+    outcome.systems = program.systems.systemCount();
   }
   outcome.messages = host.messages();
   outcome.files = program.names.nameCount;

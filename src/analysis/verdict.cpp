@@ -30,17 +30,39 @@ std::int16_t wholeNumber(Host& host, std::string_view line, std::string_view key
   return *whole;
 }
 
+/// The different identifiers of the records taken, compared as texts.
+class Identifiers {
+ public:
+  void take(std::string_view record) {
+    const auto identifier = findElt(record, ",INSTRID");
+    if (identifier && !texts_.contains(*identifier)) {
+      texts_.emplace(*identifier);
+    }
+  }
+  std::size_t count() const { return texts_.size(); }
+
+ private:
+  std::set<std::string, std::less<>> texts_;
+};
+
 void readSystems(Host& host, LineReader report, SystemTable& table) {
+  table = {};
+  Identifiers identifiers;
   std::unordered_map<std::int16_t, std::size_t> known;
+  std::size_t place = 0;
   forEachRecord(host, std::move(report), reportFile, [&](std::string_view line) {
     const std::int16_t system = wholeNumber(host, line, "SYSTEM");
     const std::int16_t identifier = wholeNumber(host, line, "INSTRID");
-    const auto [place, isNew] = known.emplace(system, table.systems.size());
-    if (isNew) {
-      table.systems.push_back({system, ""});
+    if (table.systems.empty() || table.systems[place].systemNumber != system) {  // staves of one system mostly follow
+      place = known.try_emplace(system, table.systems.size()).first->second;
+      if (place == table.systems.size()) {
+        table.systems.push_back({system, ""});
+      }
     }
-    table.systems[place->second].systemInstrList += std::to_string(identifier) + ",";
+    table.systems[place].systemInstrList.append(std::to_string(identifier)).append(",");
+    identifiers.take(line);
   });
+  table.instrumentCount = identifiers.count();
 }
 
 }  // namespace
@@ -52,7 +74,6 @@ bool SystemTable::isConsistent() const {
 
 void phase5(Host& host, std::int16_t multifileCount, SystemTable& table) {
   LineReader report = openLines(host, reportFile, "Could not open file KivSystem2.TXT for input.");
-  table.systems.clear();
   readSystems(host, std::move(report), table);
   const auto verdict = host.openOutput(verdictFile);
   if (!verdict) {
@@ -65,27 +86,12 @@ void phase5(Host& host, std::int16_t multifileCount, SystemTable& table) {
   }
 }
 
-std::optional<std::size_t> countInstruments(Host& host, const std::string& report) {
-  auto file = host.openInput(report);
-  if (!file) {
-    return std::nullopt;
-  }
-  std::set<std::string, std::less<>> identifiers;
-  forEachRecord(host, LineReader(std::move(file)), report, [&](std::string_view line) {
-    const auto identifier = findElt(line, ",INSTRID");
-    if (identifier && !identifiers.contains(*identifier)) {
-      identifiers.emplace(*identifier);
-    }
-  });
-  return identifiers.size();
-}
-
 std::int16_t numberOfInstruments(Host& host) {
-  const auto count = countInstruments(host, "KivSystem2.txt");
-  if (!count) {
-    host.fatal("Failed to open KivSystem2.txt for input.");
-  }
-  const auto whole = toInt16(static_cast<double>(*count));
+  const std::string report = "KivSystem2.txt";
+  Identifiers identifiers;
+  forEachRecord(host, openLines(host, report, "Failed to open KivSystem2.txt for input."), report,
+                [&](std::string_view line) { identifiers.take(line); });
+  const auto whole = toInt16(static_cast<double>(identifiers.count()));
   if (!whole) {
     host.runTimeError(RunTimeError::overflow, reportFile);
   }

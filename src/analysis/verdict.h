@@ -3,7 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +22,7 @@ struct SystemTable {
     bool operator==(const System&) const = default;
   };
   std::vector<System> systems;
+  std::size_t instrumentCount = 0;  ///< of the distinct identifiers, compared as texts
 
   std::size_t systemCount() const { return systems.size(); }
   /// True when every system lists the same identifiers in the same order.
@@ -33,11 +33,8 @@ struct SystemTable {
 /// does a line whose system or identifier is no number of 16 bits.
 void phase5(Host& host, std::int16_t multifileCount, SystemTable& table);
 
-/// The number of distinct instrument identifiers in a report, compared as texts; nullopt when it cannot be opened. A
-/// failing medium ends the program.
-std::optional<std::size_t> countInstruments(Host& host, const std::string& report);
-
-/// The number of instruments in the report of the last analysis. Without a report the program ends.
+/// The number of distinct instrument identifiers in the report of the last analysis, compared as texts. Without a
+/// report the program ends, and so it does when the medium fails.
 std::int16_t numberOfInstruments(Host& host);
 
 /// The two lines of the verdict file: consistency, then multifile. A missing line is empty.

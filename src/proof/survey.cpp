@@ -93,7 +93,7 @@ PieceFindings surveyPiece(Host& disk, const std::vector<std::string>& pages) {
   KivSystem program(host);
   if (endsWell(host, program, pages)) {
     findings.systems = program.systems.systemCount();
-    findings.instruments = countInstruments(host, reportFile);
+    findings.instruments = program.systems.instrumentCount;
     findings.consistent = program.systems.isConsistent();
     findings.multifile = program.pages.multifileCount != 0;
   }

@@ -83,6 +83,20 @@ TEST_F(Verdict, SystemsAreListedInOrderOfAppearance) {
   EXPECT_EQ(table.systems, (std::vector<SystemTable::System>{{2, "101,104,", {"0", "0", "1"}}, {1, "5,"}}));
 }
 
+TEST_F(Verdict, ASystemGoesOnWhereItsRecordsStandApart) {
+  verdictOf(record("1", "101") + record("2", "5") + record("1", "104") + record("1", "102") + record("2", "6"));
+  EXPECT_EQ(table.systems, (std::vector<SystemTable::System>{{1, "101,104,102,"}, {2, "5,6,"}}));
+}
+
+TEST_F(Verdict, InstrumentsAreCountedByTheTextsOfTheirIdentifiers) {
+  verdictOf("* x,INSTRID=5\r\nINSTRID=6\r\n" + record("1", "7") + record("1", "07") + record("2", "7"));
+  EXPECT_EQ(table.instrumentCount, 2U) << "a comment, and a line without the whole keyword, have none";
+  verdictOf(record("1", "7"));
+  EXPECT_EQ(table.instrumentCount, 1U);
+  verdictOf("");
+  EXPECT_EQ(table.instrumentCount, 0U);
+}
+
 TEST_F(Verdict, LineThatIsNoRecordIsSystem0WithIdentifier0) {
   EXPECT_EQ(verdictOf("\r\nINSTRID=7\r\n" + record("1", "5")), inconsistent);
   EXPECT_EQ(table.systems, (std::vector<SystemTable::System>{{0, "0,7,"}, {1, "5,"}}));

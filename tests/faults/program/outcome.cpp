@@ -69,7 +69,7 @@ std::ptrdiff_t Failure::timesOpened(const std::string& name) const {
 }
 
 bool Failure::explains() const {
-  return !converts_ && timesOpened("KivSystem2.TXT") > 2;
+  return !converts_ && timesOpened("KivSystem2.TXT") > 1;
 }
 
 std::string Failure::namesFile() const {
@@ -133,7 +133,7 @@ Outcome Failure::ofOpening() const {
   if (timesOpened() == 1) {
     return critical("Could not open file KivSystem2.TXT for input.");
   }
-  return critical(timesOpened() == 4 ? "Failed to open file KivSystem2.TXT"
+  return critical(timesOpened() == 3 ? "Failed to open file KivSystem2.TXT"
                                      : "Failed to open KivSystem2.txt for input.");
 }
 
