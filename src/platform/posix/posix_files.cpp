@@ -6,6 +6,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 namespace kiv {
@@ -30,11 +31,25 @@ class PosixInput : public InputFile {
   }
 
   void announce() override {
+    if (isInMemory()) {
+      return;
+    }
     constexpr off_t toTheEnd = 0;
     ::posix_fadvise(file_.number(), 0, toTheEnd, POSIX_FADV_WILLNEED);
   }
 
  private:
+  /// Whether the beginning of the file, and so most likely all of it, need not be fetched from the disk.
+  bool isInMemory() const {
+#ifdef RWF_NOWAIT
+    char byte = 0;
+    const iovec room{&byte, 1};
+    return ::preadv2(file_.number(), &room, 1, 0, RWF_NOWAIT) >= 0;
+#else
+    return false;
+#endif
+  }
+
   Descriptor file_;
 };
 
