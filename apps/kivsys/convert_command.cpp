@@ -93,7 +93,6 @@ int convertNames(ConsoleHost& console, KeptHost* kept, const std::string& namesF
   bool converted = false;
   bool normalEnd = press(cmdRun_Click, program) && program.names.nameCount > 0;
   const RunOutcome analysis = outcomeOf(program, console, normalEnd);
-  normalEnd = analysis.normalEnd;
   if (normalEnd && (program.panel.cmdConvert.enabled || options.force)) {
     normalEnd = convert(program, options, firstResultFile);
     converted = normalEnd;

@@ -4,8 +4,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "analysis/report.h"
-#include "analysis/verdict.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/outcome_json.h"
 #include "apps/kivsys/verification_json.h"
@@ -50,7 +48,7 @@ const char* nameOf(Icon icon) {
   return "none";
 }
 
-RunOutcome outcomeOf(KivSystem& program, const ConsoleHost& host, bool normalEnd) {
+RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& host, bool normalEnd) {
   RunOutcome outcome;
   outcome.normalEnd = normalEnd;
   if (normalEnd) {

@@ -28,9 +28,8 @@ struct RunOutcome {
   bool qualifies() const { return consistency.value_or(false) && !multifile.value_or(true); }
 };
 
-/// What the program object holds at the end of an analysis. Its end is no normal one, after a critical message, when
-/// the report cannot be read any more.
-RunOutcome outcomeOf(KivSystem& program, const ConsoleHost& host, bool normalEnd);
+/// What the program object holds at the end of an analysis.
+RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& host, bool normalEnd);
 
 /// The outcome of a run that goes on after its analysis and writes pages.
 RunOutcome withPagesWritten(RunOutcome analysis, const ConsoleHost& host, bool normalEnd);
