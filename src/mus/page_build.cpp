@@ -97,7 +97,6 @@ std::string textItemBytes(ItemLine line, Words& words) {
       words.complain("the length " + exactNumber(length) + " leaves no room for the text");
       return {};
     }
-    chunks = item.text;
     chunks.resize(room, ' ');
   }
   return wordBytes(length) + parameterBytes(item, textHeadWords) + chunks;

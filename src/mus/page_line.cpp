@@ -50,7 +50,7 @@ std::string unquoted(std::string_view line, std::size_t& at, Complaint& complain
 Words::Words(std::string_view line, Complaint& complaint) : complaint_(complaint) {
   constexpr std::string_view blanks = " \t";
   std::size_t at = line.find_first_not_of(blanks);
-  while (at != std::string_view::npos && at < line.size()) {
+  while (at < line.size()) {
     if (line[at] == '"') {
       tokens_.push_back({unquoted(line, at, complaint), true});
     } else {

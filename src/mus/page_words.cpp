@@ -97,7 +97,7 @@ bool readExactNumber(std::string_view word, float& number) {
     std::uint32_t bits = 0;
     const auto result = std::from_chars(word.data() + 2, word.data() + word.size(), bits, hexadecimal);
     number = std::bit_cast<float>(bits);
-    return word.size() > 2 && result.ec == std::errc() && result.ptr == word.data() + word.size();
+    return result.ec == std::errc() && result.ptr == word.data() + word.size();
   }
   const auto result = std::from_chars(word.data(), word.data() + word.size(), number);
   return result.ec == std::errc() && result.ptr == word.data() + word.size() && std::isfinite(number);

@@ -107,7 +107,6 @@ void offerConversion(KivSystem& program, std::string_view judgement) {
 
 void cmdRun_Click(KivSystem& program) {
   const Panel before = program.panel;
-  program.pages = {};
   showWait(program, "Wait for analysis to finish");
   if (!loadSelection(program)) {
     hideWait(program);

@@ -27,6 +27,12 @@ TEST_F(ReportTest, HeadNamesProgramTimeAndPages) {
                 separator);
 }
 
+TEST_F(ReportTest, TimeHasTwoDigitsEverywhere) {
+  host.time = {2026, 10, 9, 10, 9, 0};
+  Report(host).writeHead("v1", {});
+  EXPECT_TRUE(written().starts_with("* KivSystem - v1   10-09-2026   10:09:00\r\n")) << written();
+}
+
 TEST_F(ReportTest, LongPageNamePushesTheOtherFields) {
   Report report(host);
   report.writeHead("v1", {{{"PAGESOFMUSIC001.MUS", "AB", "C:\\M\\"}}, 1});

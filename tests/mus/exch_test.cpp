@@ -156,6 +156,16 @@ TEST_F(Exch, ExchangesAFloatWithATruthValueByTheKindOfTheFloat) {
   EXPECT_EQ(host_.messages, std::vector<Message>{differentKinds});
 }
 
+TEST_F(Exch, TakesEveryNumberButZeroForTrue) {
+  for (const auto& [number, truth] : {std::pair{0.0F, false}, {1.0F, true}, {-0.5F, true}}) {
+    float a = number;
+    bool b = !truth;
+    exch(host_, &a, &b);
+    EXPECT_EQ(a, truth ? 0 : 1) << number;
+    EXPECT_EQ(b, truth) << number;
+  }
+}
+
 // --- a kind that cannot be exchanged: shown, and left alone ---
 
 TEST_F(Exch, LeavesTruthValuesAndSaysSo) {

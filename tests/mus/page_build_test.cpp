@@ -49,8 +49,8 @@ TEST(PageTextLines, LetTheLastOfEqualWordsCount) {
 }
 
 TEST(PageTextLines, TakeNumbersInEveryFormThatADumpWrites) {
-  EXPECT_EQ(page("item 4 -0 1e-45 0x7FC01234 -1.5e+10 .5"),
-            pageOf(words({6, 4, -0.0F, 1E-45F}) + test::wordOfBits(0x7FC01234) + words({-1.5E10F, 0.5F})));
+  EXPECT_EQ(page("item 4 -0 1e-45 0x7FC01234 -1.5e+10 .5 0x0"),
+            pageOf(words({7, 4, -0.0F, 1E-45F}) + test::wordOfBits(0x7FC01234) + words({-1.5E10F, 0.5F, 0})));
 }
 
 // --- header and end ---
@@ -88,6 +88,12 @@ TEST(PageTextItems, WithANameHaveNoParametersBeyondTheirLastThatIsNotZero) {
   EXPECT_EQ(page("note 1 at 0"), pageOf(words({2, 1, 1})));
   EXPECT_EQ(page("note 0 at 0"), pageOf(words({2, 1, 0}))) << "no item is shorter than 2";
   EXPECT_EQ(page("note 1 at 50 length 5"), pageOf(words({5, 1, 1, 50, 0, 0})));
+}
+
+TEST(PageTextItems, OfTextMayBeLongerThanTheirText) {
+  EXPECT_EQ(page("text 1 at 50 \"abcde\" length 16"), pageOf(words({16, 15, 1, 50}) + zeroWords(10) + "abcde       "));
+  EXPECT_EQ(page("text 1 at 50 \"\" length 13"), pageOf(words({13, 15, 1, 50}) + zeroWords(10)))
+      << "although no reader takes it";
 }
 
 // --- errors ---
@@ -162,6 +168,9 @@ const Mistake mistakesInTexts[] = {
     {"text 1 at 5 \"\\x", 1, "\"\" is no byte of two hexadecimal digits"},
     {"text 1 at 5 \"abcde\" length 14", 1, "the length 14 leaves no room for the text"},
     {"text 1 at 5 \"\" length 12", 1, "the length 12 leaves no room for the text"},
+    {"text 1 at 5 \"\" length 0", 1, "the length 0 leaves no room for the text"},
+    {"text 1 at 5 \"\" length -5", 1, "the length -5 leaves no room for the text"},
+    {"text 1 at 5 \"\" length 0x7FC00000", 1, "the length 0x7FC00000 leaves no room for the text"},
     {"text 1 at 5 \"\" length 32768", 1, "the length 32768 leaves no room for the text"},
 };
 

@@ -35,7 +35,7 @@ PROGRAMS = {
     "analysis": ["analysis", "shell", "conversion", "properties", "faults"],
     "conversion": ["conversion", "shell", "properties", "faults"],
     "sort": ["sort", "shell", "properties", "faults"],
-    "shell": ["shell", "faults"],
+    "shell": ["shell", "faults", "console"],
 }
 
 # What takes seconds under sanitizers, and so is run with --thorough only.

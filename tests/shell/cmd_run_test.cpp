@@ -65,6 +65,17 @@ TEST_F(Analyze, GroupOfConsistentPages) {
             "SYSTEM=2,INSTRID=102,NEWSTAFF=1,STAVESUP=2,STAFF=1,FILE=C:\\M\\X2.MUS\r\n");
 }
 
+TEST_F(Analyze, ReportBeginsWithItsPages) {
+  addPage("X1.MUS", bass);
+  addPage("X2.MUS", bass);
+  run();
+  EXPECT_TRUE(host.file("KivSystem2.TXT")
+                  .starts_with("* KivSystem - v1.0.0.0   03-07-1994   05:08:09\r\n"
+                               "* X1.MUS                    C:\\M\\\r\n"
+                               "* X2.MUS                    C:\\M\\\r\n* ====="))
+      << host.file("KivSystem2.TXT");
+}
+
 TEST_F(Analyze, MissingInstrumentIsInconsistent) {
   addPage("X1.MUS", fluteAndBass);
   addPage("X2.MUS", bass);

@@ -49,6 +49,12 @@ TEST_F(PanelStart, ThePanelsCommandLineShowsThePanel) {
   EXPECT_FALSE(program.panel.chkDebug.visible);
 }
 
+TEST_F(PanelStart, ZeroIdentifiersAreNotAllowedToBeginWith) {
+  program.settings.allowZeroInstrId = true;
+  start();
+  EXPECT_FALSE(program.settings.allowZeroInstrId);
+}
+
 TEST_F(PanelStart, TitleTellsTheVersion) {
   start();
   EXPECT_EQ(program.panel.title, "KivSystem - " + versionText(version::major, version::minor, version::revision));

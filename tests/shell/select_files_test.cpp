@@ -118,6 +118,16 @@ TEST_F(PanelInUse, DroppedFilesGoToTheirModuleInTheirOrder) {
   EXPECT_TRUE(panel.cmdRun.enabled);
 }
 
+TEST_F(PanelInUse, ADropEnablesWhatNeedsASelection) {
+  host.addFile("C:\\KIV\\NAMES.TXT", "D:\\MUSIC\\X2.MUS 1\r\n");
+  panel.cmdRun.enabled = false;
+  panel.cmdViewNames.enabled = false;
+  cmdSelectFiles_OLEDragDrop(program, {{"C:\\M\\A2.MUS"}});
+  EXPECT_TRUE(panel.cmdRun.enabled);
+  EXPECT_TRUE(panel.cmdViewNames.enabled);
+  EXPECT_TRUE(panel.cmdViewNames.tooltip.starts_with("Names file C:\\KIV\\NAMES.TXT has one filename: "));
+}
+
 TEST_F(PanelInUse, ADropWithoutFilesIsReported) {
   cmdSelectFiles_OLEDragDrop(program, std::nullopt);
   EXPECT_EQ(host.messages, std::vector{information("Drop error 461")});

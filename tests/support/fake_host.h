@@ -77,12 +77,14 @@ class FakeHost : public Host {
   std::vector<FolderEntry> listFolder(const std::string& listed) override;
   std::string currentFolder() override { return folder; }
   std::optional<std::string> shortName(const std::string& path) override;
-  LocalTime now() override { return {1994, 3, 7, 5, 8, 9}; }
+  LocalTime now() override { return time; }
   std::string upperCase(std::string_view text) override;
   std::size_t characterCount(std::string_view text) override { return text.size(); }
   std::string profileKey(const std::string& key) override;
   std::int32_t runProcess(const std::string& commandLine, ShowState show) override;
   std::optional<ShellFailure> runInShell(const std::string& command, WindowStyle style) override;
+
+  LocalTime time{1994, 3, 7, 5, 8, 9};
 
  private:
   std::string key(const std::string& name) const;
