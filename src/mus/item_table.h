@@ -31,12 +31,16 @@ class ItemTable {
   /// Starts the table afresh without touching its rows.
   void restart() { itemCount_ = 0; }
 
-  /// Parameter p (1 .. 20) of item i, which may be the row behind the last one.
-  float itemPar(int i, int p) const { return row(i).par[static_cast<std::size_t>(p)]; }
-  float& itemPar(int i, int p) { return row(i).par[static_cast<std::size_t>(p)]; }
+  /// Item i. The reference holds until another item is added or the rows are put in order.
+  const Item& item(int i) const { return items_[place(i)]; }
+  Item& item(int i) { return items_[place(i)]; }
 
-  const std::string& itemText(int i) const { return row(i).text; }
-  std::string& itemText(int i) { return row(i).text; }
+  /// Parameter p (1 .. 20) of item i, which may be the row behind the last one.
+  float itemPar(int i, int p) const { return item(i).par[static_cast<std::size_t>(p)]; }
+  float& itemPar(int i, int p) { return item(i).par[static_cast<std::size_t>(p)]; }
+
+  const std::string& itemText(int i) const { return item(i).text; }
+  std::string& itemText(int i) { return item(i).text; }
 
   /// Appends P1 .. P20 and the text. The 5001st item ends the program.
   void store_item(Host& host, const Item& item) { newItem(host) = item; }
@@ -46,7 +50,7 @@ class ItemTable {
     if (static_cast<std::size_t>(itemCount_) + 2 == items_.size()) {
       makeRoom(host);
     }
-    return row(++itemCount_);
+    return item(++itemCount_);
   }
 
   /// Puts the rows 1 .. itemCount() in the order given: P1 .. P20 and the text of row i become what row order[i - 1]
@@ -55,8 +59,6 @@ class ItemTable {
 
  private:
   void makeRoom(Host& host);
-  const Item& row(int i) const { return items_[place(i)]; }
-  Item& row(int i) { return items_[place(i)]; }
   std::size_t place(int i) const { return static_cast<std::size_t>(places_[static_cast<std::size_t>(i)]); }
 
   std::int16_t itemCount_ = 0;

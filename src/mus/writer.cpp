@@ -25,23 +25,22 @@ std::string blankFilled(float type, std::string_view text) {
 /// Writes items behind each other and counts their words.
 class PageEncoder {
  public:
-  PageEncoder(Host& host, const std::string& musFileName, ItemTable& table, std::string& content)
-      : host_(host), musFileName_(musFileName), table_(table), content_(content) {
+  PageEncoder(Host& host, const std::string& musFileName, std::string& content)
+      : host_(host), musFileName_(musFileName), content_(content) {
     content_.assign(headerBytes, '\0');
   }
 
-  void add(int i);
+  void add(Item& item);
   void finish();
 
  private:
-  void addText(int i);
-  void addPlain(int i);
-  void addWords(float length, int i, int last);
+  void addText(Item& item);
+  void addPlain(const Item& item);
+  void addWords(float length, const Item& item, std::size_t last);
   void count(double words);
 
   Host& host_;
   const std::string& musFileName_;
-  ItemTable& table_;
   std::string& content_;
   std::int16_t wordCount_ = 0;
 };
@@ -54,47 +53,46 @@ void PageEncoder::count(double words) {
   wordCount_ = *sum;
 }
 
-void PageEncoder::addWords(float length, int i, int last) {
+void PageEncoder::addWords(float length, const Item& item, std::size_t last) {
   std::array<char, bytesPerWord*(parameterCount + 1)> words{};
   putWord(length, words.data());
-  for (int p = 1; p <= last; ++p) {
-    putWord(table_.itemPar(i, p), words.data() + bytesPerWord * static_cast<std::size_t>(p));
+  for (std::size_t p = 1; p <= last; ++p) {
+    putWord(item.par[p], words.data() + bytesPerWord * p);
   }
-  content_.append(words.data(), bytesPerWord * static_cast<std::size_t>(last + 1));
-  count(last + 1);
+  content_.append(words.data(), bytesPerWord * (last + 1));
+  count(static_cast<double>(last + 1));
 }
 
-void PageEncoder::add(int i) {
-  const float type = table_.itemPar(i, par::type);
+void PageEncoder::add(Item& item) {
+  const float type = item.par[par::type];
   if (type == type::staff) {
-    table_.itemPar(i, par::writtenAsZero) = 0;
+    item.par[par::writtenAsZero] = 0;
   }
   if (isTextType(type)) {
-    addText(i);
+    addText(item);
   } else if (type != type::deleted) {
-    addPlain(i);
+    addPlain(item);
   }
 }
 
-void PageEncoder::addText(int i) {
-  const float type = table_.itemPar(i, par::type);
-  const std::string& text = table_.itemText(i);
+void PageEncoder::addText(Item& item) {
+  const float type = item.par[par::type];
   if (type == type::countedText) {
-    table_.itemPar(i, par::textLength) = static_cast<float>(text.size());
+    item.par[par::textLength] = static_cast<float>(item.text.size());
   }
-  const std::string chunks = blankFilled(type, text);
+  const std::string chunks = blankFilled(type, item.text);
   const double chunkCount = static_cast<double>(chunks.size()) / bytesPerWord;
-  addWords(static_cast<float>(chunkCount + textHeadWords), i, textHeadWords);
+  addWords(static_cast<float>(chunkCount + textHeadWords), item, textHeadWords);
   content_ += chunks;
   count(chunkCount);
 }
 
-void PageEncoder::addPlain(int i) {
-  int last = parameterCount;
-  while (table_.itemPar(i, last) == 0) {  // P2 is the number of a staff, and ends it at the latest
+void PageEncoder::addPlain(const Item& item) {
+  std::size_t last = parameterCount;
+  while (item.par[last] == 0) {  // P2 is the number of a staff, and ends it at the latest
     --last;
   }
-  addWords(static_cast<float>(last), i, last);
+  addWords(static_cast<float>(last), item, last);
 }
 
 void PageEncoder::finish() {
@@ -137,9 +135,9 @@ std::string encodePage(Host& host, const std::string& musFileName, ItemTable& ta
 }
 
 void encodePage(Host& host, const std::string& musFileName, ItemTable& table, std::string& room) {
-  PageEncoder encoder(host, musFileName, table, room);
+  PageEncoder encoder(host, musFileName, room);
   for (const std::int16_t i : writtenRows(table)) {
-    encoder.add(i);
+    encoder.add(table.item(i));
   }
   encoder.finish();
 }
