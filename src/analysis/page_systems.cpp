@@ -69,12 +69,13 @@ void readMultifilePage(Host& host, const PageEntry& page, std::string& musFileNa
 /// A staff below the first bottom staff keeps what its file gave it.
 void countUpward(const std::vector<int>& staves, ItemTable& table) {
   int system = 0;
-  for (auto k = staves.rbegin(); k != staves.rend(); ++k) {
-    if (table.itemPar(*k, par::mark) == bottomStaff) {
+  for (std::size_t left = staves.size(); left > 0; --left) {
+    const int k = staves[left - 1];
+    if (table.itemPar(k, par::mark) == bottomStaff) {
       ++system;
     }
     if (system > 0) {
-      table.itemPar(*k, par::system) = static_cast<float>(system);
+      table.itemPar(k, par::system) = static_cast<float>(system);
     }
   }
 }
