@@ -13,11 +13,7 @@ constexpr std::size_t zone = 14;
 }  // namespace
 
 ZonedLine::ZonedLine(Host& host, std::string_view head)
-    : host_(host),
-      head_(head.size()),
-      headColumns_(host.characterCount(head)),
-      columns_(headColumns_),
-      counted_(head_) {
+    : host_(host), head_(head.size()), headColumns_(host.characterCount(head)), columns_(headColumns_) {
   constexpr std::size_t usual = 200;
   text_.reserve(usual);
   text_ = head;
@@ -26,7 +22,6 @@ ZonedLine::ZonedLine(Host& host, std::string_view head)
 void ZonedLine::restart() {
   text_.resize(head_);
   columns_ = headColumns_;
-  counted_ = head_;
   hasField_ = false;
 }
 

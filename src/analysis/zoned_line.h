@@ -32,8 +32,8 @@ class ZonedLine {
   std::string text_;
   std::size_t head_;  // bytes of it
   std::size_t headColumns_;
-  std::size_t columns_;  // of the bytes counted
-  std::size_t counted_;  // bytes: those of a line's last field need not be
+  std::size_t columns_;      // of the bytes counted
+  std::size_t counted_ = 0;  // bytes: those of a line's last field need not be
   bool hasField_ = false;
 };
 

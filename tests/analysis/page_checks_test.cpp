@@ -132,6 +132,18 @@ TEST_F(CheckPage, RecursiveCuesAreCountedForEveryStaffOfTheirInstrument) {
   EXPECT_EQ(problems.recursiveCueCount, 4);
 }
 
+TEST_F(CheckPage, AsManyRecursiveCuesAs16BitsCountAreNoError) {
+  std::string text;
+  for (int staff = 1; staff <= 31; ++staff) {
+    text += "staff 1 at 0 instrument 7 p18 1\n";
+  }
+  for (int cue = 1; cue <= 1057; ++cue) {
+    text += "rest 1 at 0 kind -2 cue 7\n";
+  }
+  EXPECT_EQ(check(text).recursiveCueCount, 32767);
+  EXPECT_EQ(end, std::nullopt);
+}
+
 TEST_F(CheckPage, MoreRecursiveCuesThan16BitsCountIsARunTimeError) {
   std::string text;
   for (int i = 0; i < 200; ++i) {

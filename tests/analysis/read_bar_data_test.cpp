@@ -46,6 +46,16 @@ TEST_F(ReadBarData, BrokenFileIsReportedWithItsItemNumber) {
                                                 "Current folder = C:\\KIV\r\nItem number = 2")});
 }
 
+TEST_F(ReadBarData, TextWithoutRoomForItsCharactersIsBroken) {
+  for (const char* type : {"11", "15", "16"}) {
+    host.messages.clear();
+    read("staff 1 at 0 size 1\nitem " + std::string(type) + " 1 5 0 0 0 0 0 0 0 0 0 0\n");
+    EXPECT_EQ(end, 1) << type;
+    ASSERT_EQ(host.messages.size(), 1U) << type;
+    EXPECT_TRUE(host.messages[0].text.ends_with("\r\nItem number = 2")) << type;
+  }
+}
+
 TEST_F(ReadBarData, FileWithoutAHeaderIsItemNumber0) {
   readBytes("\x01");
   EXPECT_EQ(end, 1);

@@ -8,7 +8,7 @@ PARTS = 4  # sources, line, change, and what is behind them is the reason
 
 
 def pattern(text):
-    return re.compile(".*".join(map(re.escape, text.split("*"))))
+    return re.compile("|".join(".*".join(map(re.escape, part.split("*"))) for part in text.split(" or ")))
 
 
 def parse(text):
