@@ -73,13 +73,9 @@ ReadStatus PageWalker::findOtherItem() {
 }
 
 bool PageWalker::findLength() {
+  // Of a word that the end of the file cuts the exponent is missing: it is no length.
   lengthWord_ = read_word();
-  if (!cursor_.ok() || !(lengthWord_ > 1 && lengthWord_ <= longestItem + 1)) {
-    return false;
-  }
-  const auto whole = static_cast<std::int32_t>(lengthWord_);
-  const bool isWhole = static_cast<float>(whole) == lengthWord_ && whole <= longestItem;
-  itemLength_ = isWhole ? static_cast<std::int16_t>(whole) : toInt16(lengthWord_).value_or(0);
+  itemLength_ = toInt16(lengthWord_).value_or(0);
   return itemLength_ >= 2;
 }
 

@@ -212,6 +212,13 @@ TEST(ItemType, InsideOneToEighteenNeedNotBeWhole) {
   }
 }
 
+TEST(ItemType, OfOneAndEighteenIsOneWhateverTheLength) {
+  for (const float type : {1.0F, 18.0F}) {
+    EXPECT_EQ(firstStatus(pageOf(words({2.25F, type}) + zeroWords(1))), ReadStatus::itemRead) << type;
+    EXPECT_EQ(firstStatus(pageOf(words({21, type}) + zeroWords(20))), ReadStatus::tooManyParameters) << type;
+  }
+}
+
 TEST(ItemType, NextToATextTypeHasNoText) {
   for (const float type : {10.999F, 11.001F, 14.5F, 15.001F, 15.999F, 16.5F}) {
     const Item item = firstItem(pageOf(plainItem(type)));
