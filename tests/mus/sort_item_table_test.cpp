@@ -211,6 +211,12 @@ TEST_F(SortItemTable, OfFractionsAndLargeNumbersIsAsTheExchangesGiveIt) {
   expectSameAsExchanges(4, {0.1F, 0.10000001F, -5.5F, 3E38F, -3E38F, 1E-45F, 16777216.0F, 16777218.0F});
 }
 
+TEST_F(SortItemTable, OfStavesAroundTheLastUsualOneIsAsTheExchangesGiveIt) {
+  expectSameAsExchanges(10, {1022, 1023});
+  expectSameAsExchanges(11, {1022, 1023, 1024});
+  expectSameAsExchanges(12, {0, 1023, 1025});
+}
+
 TEST_F(SortItemTable, TakesZerosOfEitherSignForEqual) {
   expectSameAsExchanges(5, {0.0F, -0.0F});
   expectSameAsExchanges(6, {0.0F, -0.0F, 1, -1});
