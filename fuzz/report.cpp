@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <set>
 #include <string>
 #include <string_view>
@@ -67,7 +68,11 @@ void checkCount(MemoryHost& host, std::string_view report) {
           line.substr(at + key.size(), std::min(line.find(',', at + 1), line.size()) - at - key.size()));
     }
   });
-  expect(countInstruments(host, "KivSystem2.txt") == identifiers.size(), "instruments are counted");
+  std::int16_t count = 0;
+  const bool ended = endOf([&] { count = numberOfInstruments(host); }).has_value();
+  expect(ended ? identifiers.size() > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())
+               : static_cast<std::size_t>(count) == identifiers.size(),
+         "instruments are counted");
 }
 
 void checkIndex(MemoryHost& host) {

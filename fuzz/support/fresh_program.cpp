@@ -13,17 +13,6 @@ KivSystem& theProgram() {
   return program;
 }
 
-/// Clears the rows that were ever used. They are used from the first on, and each of them has a type.
-void clear(ItemTable& items) {
-  for (int i = 1; i <= itemLimit && items.itemPar(i, par::type) != 0; ++i) {
-    for (int p = 1; p <= parameterCount; ++p) {
-      items.itemPar(i, p) = 0;
-    }
-    items.itemText(i).clear();
-  }
-  items.restart();
-}
-
 }  // namespace
 
 FreshProgram::FreshProgram() : host(theHost()), program(theProgram()) {
@@ -33,7 +22,7 @@ FreshProgram::FreshProgram() : host(theHost()), program(theProgram()) {
   program.panel = panel;
   program.names = {};
   program.musFileName.clear();
-  clear(program.items);
+  program.items = {};
   program.firstClefs = {};
   program.pages = {};
   program.systems = {};

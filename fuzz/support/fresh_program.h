@@ -5,8 +5,8 @@
 
 namespace kiv::fuzz {
 
-/// A program as one that was just made, on its own host, which is empty. There is one for all runs: to make its item
-/// table takes longer than most runs do.
+/// A program as one that was just made, on its own host, which is empty. There is one for all runs, whose room is used
+/// again.
 struct FreshProgram {
   FreshProgram();
 

@@ -27,9 +27,19 @@ class RowsByStaff {
   bool hasAny(std::size_t staff) const { return first_[staff] != none; }
   template <typename Take>
   void forEach(std::size_t staff, Take take) const {
-    for (int row = first_[staff]; row != none; row = next_[static_cast<std::size_t>(row)]) {
+    isAny(staff, [&](int row) {
       take(row);
+      return false;
+    });
+  }
+  /// Whether any row of the staff is such a one; those behind it are not asked.
+  template <typename Condition>
+  bool isAny(std::size_t staff, Condition condition) const {
+    int row = first_[staff];
+    while (row != none && !condition(row)) {
+      row = next_[static_cast<std::size_t>(row)];
     }
+    return row != none;
   }
 
  private:
@@ -75,13 +85,9 @@ void markBarlines(const PageRows& rows, std::size_t number, ItemTable& table) {
   rows.barlines.forEach(number, [&](int j) {
     if (!isPlain(table, j)) {
       table.itemPar(j, par::mark) = noBarline;
-      return;
+    } else if (rows.staves.isAny(number, [&](int i) { return standsAt(table, i, j); })) {
+      table.itemPar(j, par::mark) = leftBarline;
     }
-    rows.staves.forEach(number, [&](int i) {
-      if (standsAt(table, i, j)) {
-        table.itemPar(j, par::mark) = leftBarline;
-      }
-    });
   });
 }
 

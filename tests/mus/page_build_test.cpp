@@ -188,6 +188,7 @@ const Mistake mistakesInOtherLines[] = {
     {"item 4 1,5", 1, "\"1,5\" is no number for P2"},
     {"item 4 1 length 3", 1, "the length 3 does not fit 2 parameters"},
     {"item 4 1 length 2 7", 1, "\"7\" stands behind the end of the item"},
+    {"item 4 1 length 5 7", 1, "\"7\" stands behind the end of the item"},
     {"words", 1, "the number of words is missing at the end of the line"},
     {"words many", 1, "\"many\" is no number for the number of words"},
     {"words 32768", 1, "the number of words does not fit the header"},
