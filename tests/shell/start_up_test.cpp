@@ -113,6 +113,15 @@ TEST_F(StartUp, AnalysisModeSetsUpNothingOfThePanel) {
   EXPECT_EQ(host.timesRead("C:\\KIV\\KIVPROJ.PRO"), 0);
 }
 
+TEST_F(StartUp, ACallRefusedBeforeTheStartDeletesThemToo) {
+  host.addFile("KivSystem1.TXT", "old");
+  host.addFile("KivSystem2.TXT", "old");
+  EXPECT_EQ(endOf([&] { refuseCall(program, "NONE"); }), 1);
+  EXPECT_FALSE(host.hasFile("KivSystem1.TXT"));
+  EXPECT_FALSE(host.hasFile("KivSystem2.TXT"));
+  EXPECT_EQ(host.messages, std::vector{critical("Invalid call to KivSystem:\r\nNONE")});
+}
+
 TEST_F(StartUp, ARefusedStartDeletesThemToo) {
   host.addFile("KivSystem2.TXT", "old report");
   start("");
