@@ -6,7 +6,7 @@ set -eu
 build=$(cd "$1" && pwd)
 kivsys=${2:-$build/apps/kivsys/kivsys}
 literal=$build/bench/literal_convert
-work=${3:-$build/bench}/convert
+work=$(cd "${3:-$build/bench}" && pwd)/convert
 rounds=5
 rm -rf "$work"
 mkdir -p "$work/group"
