@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "platform/console/native_system.h"
-#include "platform/file_room.h"
+#include "platform/file_buffer.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <variant>
 #include <vector>
 
-#include "mus/page_text.h"
+#include "pagetext/page_text.h"
 
 namespace {
 

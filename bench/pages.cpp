@@ -3,7 +3,7 @@
 #include <iostream>
 #include <variant>
 
-#include "mus/page_text.h"
+#include "pagetext/page_text.h"
 
 namespace kiv::bench {
 namespace {

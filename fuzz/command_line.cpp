@@ -14,7 +14,7 @@
 #include "fuzz/support/fresh_program.h"
 #include "fuzz/support/parts.h"
 #include "input/file_names.h"
-#include "mus/page_text.h"
+#include "pagetext/page_text.h"
 #include "shell/start_up.h"
 
 namespace kiv::fuzz {

@@ -1,6 +1,6 @@
 // Any bytes as the text of a page, and as a page whose text is asked for.
 
-#include "mus/page_text.h"
+#include "pagetext/page_text.h"
 
 #include <algorithm>
 #include <cstddef>

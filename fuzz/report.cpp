@@ -18,7 +18,7 @@
 #include "fuzz/support/expect.h"
 #include "fuzz/support/fresh_program.h"
 #include "fuzz/support/parts.h"
-#include "mus/page_text.h"
+#include "pagetext/page_text.h"
 #include "shell/cmd_convert.h"
 
 namespace kiv::fuzz {

@@ -13,7 +13,7 @@ shift 2
 # Inputs are as long as the target's depth needs, and no longer: short ones run fast.
 longest() {
   case $1 in
-    whole_road) echo 100 ;;
+    end_to_end) echo 100 ;;
     mus_reader) echo 200 ;;
     *) echo 400 ;;
   esac
@@ -24,7 +24,7 @@ runs() {
   case $1 in
     mus_reader | names_file) echo 40000 ;;
     command_line | settings) echo 15000 ;;
-    whole_road) echo 3000 ;;
+    end_to_end) echo 3000 ;;
     *) echo 5000 ;;
   esac
 }
@@ -38,7 +38,7 @@ fuzz() {
   mkdir -p "$corpus" "$finds"
   [ ! -f "$here/$target.dict" ] || set -- "$@" -dict="$here/$target.dict"
   # How often an edge is taken tells little more of a whole road than that it is taken, and costs half of the time.
-  [ "$target" != whole_road ] || set -- "$@" -use_counters=0
+  [ "$target" != end_to_end ] || set -- "$@" -use_counters=0
   # A count of blocks after every run takes its time; what leaks is told in the end.
   set -- "$@" -max_len="$(longest "$target")" -detect_leaks=0 -timeout=20 -rss_limit_mb=1024 -print_final_stats=1 \
     -artifact_prefix="$finds/" "$corpus" "$build/seeds/$target"

@@ -4,18 +4,18 @@
 
 #include <CLI/CLI.hpp>
 
-#include "apps/kivsys/analyze_command.h"
-#include "apps/kivsys/chart_command.h"
 #include "apps/kivsys/command_table.h"
-#include "apps/kivsys/completions.h"
-#include "apps/kivsys/convert_command.h"
-#include "apps/kivsys/documents_command.h"
-#include "apps/kivsys/draw_command.h"
+#include "apps/kivsys/commands/analyze_command.h"
+#include "apps/kivsys/commands/chart_command.h"
+#include "apps/kivsys/commands/convert_command.h"
+#include "apps/kivsys/commands/documents_command.h"
+#include "apps/kivsys/commands/draw_command.h"
+#include "apps/kivsys/commands/page_commands.h"
+#include "apps/kivsys/commands/sort_command.h"
+#include "apps/kivsys/commands/survey_command.h"
+#include "apps/kivsys/commands/verify_command.h"
 #include "apps/kivsys/exit_status.h"
-#include "apps/kivsys/page_commands.h"
-#include "apps/kivsys/sort_command.h"
-#include "apps/kivsys/survey_command.h"
-#include "apps/kivsys/verify_command.h"
+#include "apps/kivsys/shells/completions.h"
 #include "shell/start_up.h"
 #include "shell/version.h"
 

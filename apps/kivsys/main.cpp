@@ -3,8 +3,8 @@
 #include <new>
 #include <string>
 
-#include "apps/kivsys/analyze_command.h"
 #include "apps/kivsys/command_line.h"
+#include "apps/kivsys/commands/analyze_command.h"
 #include "apps/kivsys/exit_status.h"
 #include "platform/console/console_host.h"
 #include "shell/start_up.h"

@@ -1,6 +1,6 @@
 #include "bench/literal/conversion.h"
 
-#include "mus/number.h"
+#include "base/number.h"
 
 namespace kiv::literal {
 

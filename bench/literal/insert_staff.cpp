@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "base/number.h"
 #include "bench/literal/order_table.h"
 #include "bench/literal/rest_durations.h"
-#include "mus/number.h"
 
 namespace kiv::literal {
 namespace {

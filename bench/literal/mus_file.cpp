@@ -2,7 +2,7 @@
 
 #include <bit>
 
-#include "mus/number.h"
+#include "base/number.h"
 
 namespace kiv::literal {
 

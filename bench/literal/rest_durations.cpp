@@ -1,6 +1,6 @@
 #include "bench/literal/rest_durations.h"
 
-#include "mus/number.h"
+#include "base/number.h"
 
 namespace kiv::literal {
 namespace {

@@ -1,8 +1,8 @@
 #include "bench/literal/system_staves.h"
 
+#include "base/number.h"
 #include "bench/literal/insert_staff.h"
 #include "bench/literal/order_table.h"
-#include "mus/number.h"
 #include "platform/line_reader.h"
 
 namespace kiv::literal {

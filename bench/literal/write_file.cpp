@@ -1,8 +1,8 @@
 #include <array>
 #include <bit>
 
+#include "base/number.h"
 #include "bench/literal/output.h"
-#include "mus/number.h"
 
 namespace kiv::literal {
 namespace {

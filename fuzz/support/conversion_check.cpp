@@ -10,10 +10,10 @@
 
 #include "analysis/report.h"
 #include "analysis/verdict.h"
+#include "base/number.h"
 #include "fuzz/support/expect.h"
 #include "fuzz/support/items.h"
 #include "fuzz/support/report_view.h"
-#include "mus/number.h"
 #include "mus/page_walker.h"
 #include "mus/reader.h"
 #include "mus/writer.h"

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <variant>
 
-#include "mus/page_text.h"
+#include "pagetext/page_text.h"
 
 namespace {
 

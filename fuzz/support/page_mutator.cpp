@@ -7,9 +7,10 @@
 #include <string_view>
 #include <vector>
 
+#include "base/bytes.h"
 #include "mus/format.h"
+#include "mus/page_encoding.h"
 #include "mus/page_walker.h"
-#include "mus/page_words.h"
 
 namespace kiv::fuzz {
 namespace {

@@ -1,7 +1,8 @@
 #include "fuzz/support/raw_page.h"
 
+#include "base/bytes.h"
 #include "mus/format.h"
-#include "mus/page_words.h"
+#include "mus/page_encoding.h"
 
 namespace kiv::fuzz {
 

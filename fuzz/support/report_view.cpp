@@ -1,7 +1,7 @@
 #include "fuzz/support/report_view.h"
 
 #include "analysis/report.h"
-#include "mus/number.h"
+#include "base/number.h"
 
 namespace kiv::fuzz {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "mus/number.h"
+#include "base/number.h"
 
 namespace kiv {
 

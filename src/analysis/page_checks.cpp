@@ -8,7 +8,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "mus/number.h"
+#include "base/number.h"
 
 namespace kiv {
 namespace {

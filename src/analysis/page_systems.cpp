@@ -4,8 +4,8 @@
 
 #include "analysis/left_barlines.h"
 #include "analysis/read_bar_data.h"
+#include "base/number.h"
 #include "input/file_names.h"
-#include "mus/number.h"
 #include "mus/sort_item_table.h"
 
 namespace kiv {

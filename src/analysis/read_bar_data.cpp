@@ -6,8 +6,8 @@
 
 #include "analysis/cue_marker.h"
 #include "analysis/naming_problem.h"
+#include "base/number.h"
 #include "input/files.h"
-#include "mus/number.h"
 #include "mus/reader.h"
 
 namespace kiv {

@@ -1,7 +1,7 @@
 #include "analysis/report.h"
 
 #include "analysis/zoned_line.h"
-#include "mus/number.h"
+#include "base/number.h"
 
 namespace kiv {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "analysis/report.h"
 #include "analysis/report_lines.h"
-#include "mus/number.h"
+#include "base/number.h"
 
 namespace kiv {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "mus/number.h"
+#include "base/number.h"
 
 namespace kiv {
 namespace {

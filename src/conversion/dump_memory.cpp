@@ -3,8 +3,8 @@
 #include <array>
 
 #include "analysis/zoned_line.h"
+#include "base/number.h"
 #include "input/files.h"
-#include "mus/number.h"
 
 namespace kiv {
 namespace {

@@ -1,8 +1,8 @@
 #include "conversion/insert_staff.h"
 
+#include "base/number.h"
 #include "conversion/set_rest_durations.h"
 #include "conversion/set_time_signature.h"
-#include "mus/number.h"
 
 namespace kiv {
 namespace {

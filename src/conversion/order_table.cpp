@@ -3,7 +3,7 @@
 #include <limits>
 
 #include "analysis/report.h"
-#include "mus/number.h"
+#include "base/number.h"
 
 namespace kiv {
 namespace {

@@ -3,7 +3,7 @@
 #include <limits>
 #include <utility>
 
-#include "mus/number.h"
+#include "base/number.h"
 #include "mus/reader.h"
 
 namespace kiv {

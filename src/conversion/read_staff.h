@@ -9,7 +9,7 @@
 #include "conversion/system_page.h"
 #include "mus/item_table.h"
 #include "mus/page_walker.h"
-#include "platform/file_room.h"
+#include "platform/file_buffer.h"
 #include "platform/host.h"
 
 namespace kiv {

@@ -2,9 +2,9 @@
 
 #include <string>
 
+#include "base/number.h"
 #include "conversion/nearest_item.h"
 #include "conversion/reference_staff.h"
-#include "mus/number.h"
 
 namespace kiv {
 namespace {

@@ -1,6 +1,6 @@
 #include "input/files.h"
 
-#include "platform/programs.h"
+#include "platform/external_programs.h"
 
 namespace kiv {
 

@@ -4,10 +4,11 @@
 #include <cstdint>
 #include <initializer_list>
 
+#include "base/bytes.h"
+
 /// The numbers of the MUS page format; docs/mus-format.md describes it.
 namespace kiv {
 
-constexpr std::size_t bytesPerWord = 4;
 constexpr std::size_t headerBytes = 2;
 constexpr int trailerWords = 6;
 constexpr int shortTrailerWords = 5;  ///< a trailer of one word less is accepted, and not read

@@ -4,7 +4,7 @@
 #include <numeric>
 #include <vector>
 
-#include "mus/number.h"
+#include "base/number.h"
 
 namespace kiv {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "mus/number.h"
+#include "base/number.h"
 
 namespace kiv {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "mus/byte_cursor.h"
+#include "base/byte_cursor.h"
 #include "mus/item_table.h"
 
 namespace kiv {

@@ -5,8 +5,9 @@
 #include <numeric>
 #include <vector>
 
-#include "mus/number.h"
-#include "mus/page_words.h"
+#include "base/bytes.h"
+#include "base/number.h"
+#include "mus/page_encoding.h"
 
 namespace kiv {
 namespace {

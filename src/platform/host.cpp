@@ -1,6 +1,6 @@
 #include "platform/host.h"
 
-#include "platform/file_room.h"
+#include "platform/file_buffer.h"
 
 namespace kiv {
 namespace {

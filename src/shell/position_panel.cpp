@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "mus/number.h"
-#include "platform/programs.h"
+#include "base/number.h"
+#include "platform/external_programs.h"
 
 namespace kiv {
 namespace {

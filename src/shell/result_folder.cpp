@@ -1,8 +1,8 @@
 #include "shell/result_folder.h"
 
 #include "input/files.h"
+#include "platform/external_programs.h"
 #include "platform/line_reader.h"
-#include "platform/programs.h"
 
 namespace kiv {
 namespace {

@@ -1,7 +1,7 @@
 #include "shell/select_files.h"
 
 #include "input/files.h"
-#include "platform/programs.h"
+#include "platform/external_programs.h"
 
 namespace kiv {
 namespace {

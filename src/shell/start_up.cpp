@@ -3,7 +3,7 @@
 #include "analysis/report.h"
 #include "analysis/verdict.h"
 #include "input/files.h"
-#include "platform/programs.h"
+#include "platform/external_programs.h"
 #include "shell/cmd_run.h"
 #include "shell/load_globals.h"
 #include "shell/position_panel.h"

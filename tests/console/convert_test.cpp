@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "mus/page_text.h"
+#include "pagetext/page_text.h"
 #include "tests/console/run_program.h"
 #include "tests/support/pages.h"
 

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "insight/problem_codes.h"
+#include "diagnostics/problem_codes.h"
 #include "tests/console/example_pages.h"
 #include "tests/console/json_schema.h"
 #include "tests/support/pages.h"

@@ -5,10 +5,10 @@
 
 #include <gtest/gtest.h>
 
-#include "mus/page_words.h"
-#include "tests/mus/dice.h"
+#include "base/exact_number.h"
 #include "tests/support/fake_host.h"
 #include "tests/support/pages.h"
+#include "tests/support/random.h"
 
 namespace kiv::test {
 namespace {

@@ -15,9 +15,9 @@
 #include "analysis/read_bar_data.h"
 #include "conversion/set_staff_attributes.h"
 #include "mus/reader.h"
-#include "tests/mus/dice.h"
 #include "tests/support/fake_host.h"
 #include "tests/support/pages.h"
+#include "tests/support/random.h"
 
 namespace kiv {
 

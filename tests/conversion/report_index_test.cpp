@@ -7,10 +7,10 @@
 #include <gtest/gtest.h>
 
 #include "analysis/report.h"
-#include "mus/number.h"
-#include "tests/mus/dice.h"
+#include "base/number.h"
 #include "tests/platform/scripted_input.h"
 #include "tests/support/fake_host.h"
+#include "tests/support/random.h"
 
 namespace kiv {
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "analysis/verdict.h"
-#include "mus/page_text.h"
+#include "pagetext/page_text.h"
 #include "shell/cmd_convert.h"
 #include "shell/cmd_run.h"
 #include "shell/load_globals.h"

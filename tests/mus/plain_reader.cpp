@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "mus/page_words.h"
+#include "base/exact_number.h"
 
 namespace kiv::test {
 std::string PlainReader::read_word_text() {

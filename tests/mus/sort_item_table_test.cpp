@@ -7,10 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include "base/exact_number.h"
 #include "mus/exch.h"
-#include "mus/page_words.h"
-#include "tests/mus/dice.h"
 #include "tests/support/pages.h"
+#include "tests/support/random.h"
 
 namespace kiv {
 namespace {

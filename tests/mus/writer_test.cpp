@@ -6,11 +6,11 @@
 
 #include <gtest/gtest.h>
 
-#include "mus/page_text.h"
 #include "mus/reader.h"
-#include "tests/mus/dice.h"
+#include "pagetext/page_text.h"
 #include "tests/mus/page_bytes.h"
 #include "tests/support/pages.h"
+#include "tests/support/random.h"
 
 namespace kiv {
 namespace {

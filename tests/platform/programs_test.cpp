@@ -1,10 +1,9 @@
-#include "platform/programs.h"
-
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "platform/external_programs.h"
 #include "tests/support/fake_host.h"
 
 namespace kiv::test {

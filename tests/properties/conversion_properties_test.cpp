@@ -10,7 +10,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "mus/page_words.h"
+#include "base/exact_number.h"
 #include "mus/reader.h"
 #include "mus/writer.h"
 #include "shell/cmd_convert.h"

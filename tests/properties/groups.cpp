@@ -5,7 +5,7 @@
 #include <ostream>
 #include <utility>
 
-#include "mus/page_words.h"
+#include "base/exact_number.h"
 
 namespace kiv::test {
 namespace {

@@ -9,10 +9,10 @@
 
 #include <gtest/gtest.h>
 
-#include "mus/page_words.h"
+#include "base/exact_number.h"
 #include "mus/reader.h"
-#include "tests/mus/dice.h"
 #include "tests/support/pages.h"
+#include "tests/support/random.h"
 
 namespace kiv::test {
 namespace {

@@ -2,9 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "mus/page_text.h"
-#include "mus/page_words.h"
+#include "base/exact_number.h"
 #include "mus/reader.h"
+#include "pagetext/item_words.h"
+#include "pagetext/page_text.h"
 
 namespace kiv::test {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/programs.h"
+#include "platform/external_programs.h"
 #include "platform/win32/handle.h"
 #include "tests/window/started_program.h"
 #include "tests/window/system_host.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/programs.h"
+#include "platform/external_programs.h"
 #include "platform/win32/windows_api.h"
 #include "tests/window/system_host.h"
 #include "tests/window/work_folder.h"

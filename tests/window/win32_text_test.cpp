@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/programs.h"
+#include "platform/external_programs.h"
 #include "platform/win32/handle.h"
 #include "platform/win32/text.h"
 #include "tests/window/system_host.h"

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+#include "apps/kivsys/commands/selection.h"
+
+namespace kiv {
+
+/// What the user asked of a chart.
+struct ChartOptions {
+  Selection selection;
+  std::string out;  ///< the drawing as it was typed; "-" is standard output, "" asks for text there
+  bool allowZeroId = false;
+};
+
+/// Analyses the selected pages and shows which instruments their systems have. Returns the program's exit status.
+int runChart(const ChartOptions& options);
+
+}  // namespace kiv

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "apps/kivsys/commands/selection.h"
+
+namespace kiv {
+
+/// What the user asked of a conversion.
+struct ConvertOptions {
+  Selection selection;
+  std::string result;  ///< the first result file as it was typed; "" puts the results beside the first page
+  bool allowZeroId = false;
+  bool noOverwrite = false;    ///< ask before a file is replaced
+  bool noInstrNumber = false;  ///< results show no instrument identifiers
+  bool force = false;          ///< convert what qualifies as it stands, too
+  bool json = false;
+  bool dryRun = false;  ///< write nothing, tell what would be written
+  bool verify = false;  ///< prove the conversion afterwards
+  bool trace = false;   ///< leave the tables of the last system in a text file
+};
+
+/// Analyses the selected pages as the panel does, converts them when that is called for, and prints the outcome.
+/// Returns the program's exit status.
+int runConvert(const ConvertOptions& options);
+
+}  // namespace kiv

@@ -1,0 +1,85 @@
+#include "apps/kivsys/commands/dry_run.h"
+
+#include <map>
+#include <set>
+
+#include <nlohmann/json.hpp>
+
+#include "apps/kivsys/output/diagnostics_json.h"
+#include "base/number.h"
+#include "diagnostics/problem_codes.h"
+#include "diagnostics/system_facts.h"
+
+namespace kiv {
+namespace {
+
+/// The instruments of every system in the report that the run kept.
+std::map<std::int16_t, std::set<std::int16_t>> instrumentsBySystem(Host& host) {
+  std::map<std::int16_t, std::set<std::int16_t>> instruments;
+  for (const SystemFact& system : readSystemFacts(host)) {
+    for (const StaffFact& staff : system.staves) {
+      instruments[system.number].insert(staff.instrument);
+    }
+  }
+  return instruments;
+}
+
+/// "real 101 102, rest 103": runs of staves of one kind, from the top.
+std::string staffWords(const std::vector<PlannedStaff>& staves) {
+  std::string words;
+  for (std::size_t s = 0; s < staves.size(); ++s) {
+    if (s == 0 || staves[s].isRest != staves[s - 1].isRest) {
+      words += std::string(s == 0 ? "" : ", ") + (staves[s].isRest ? "rest" : "real");
+    }
+    words += " " + generalNumber(static_cast<float>(staves[s].instrument));
+  }
+  return words;
+}
+
+}  // namespace
+
+Answer DryRunHost::message(Icon icon, std::string_view text, Buttons buttons) {
+  return codeOf(text) == code::created ? Answer::ok : KeptHost::message(icon, text, buttons);
+}
+
+std::vector<PlannedResult> plannedResults(KeptHost& host) {
+  const auto instruments = instrumentsBySystem(host);
+  std::vector<PlannedResult> results;
+  std::int16_t system = 0;
+  for (const KeptHost::Replaced& page : host.replaced()) {
+    const std::string bytes = readWhole(host, page.name).value_or("");
+    const auto present = instruments.find(++system);
+    results.push_back(
+        {system, page.name, page.existed, bytes.size(),
+         stavesOfResult(bytes, present == instruments.end() ? std::set<std::int16_t>() : present->second)});
+  }
+  return results;
+}
+
+std::string plannedLines(const std::vector<PlannedResult>& results) {
+  std::string lines;
+  for (const PlannedResult& result : results) {
+    lines += result.file + (result.replaces ? " replaced, " : " new, ") + std::to_string(result.bytes) +
+             " bytes: " + staffWords(result.staves) + "\n";
+  }
+  return lines;
+}
+
+Json plannedJson(const std::vector<PlannedResult>& results) {
+  Json all = Json::array();
+  for (const PlannedResult& result : results) {
+    Json staves = Json::array();
+    for (const PlannedStaff& staff : result.staves) {
+      staves.push_back(
+          {{"staff", numberJson(staff.number)}, {"instrument", numberJson(staff.instrument)}, {"rest", staff.isRest}});
+    }
+    all.push_back({{"system", result.system},
+                   {"file", NativeSystem::toUtf8(result.file)},
+                   {"replaces", result.replaces},
+                   {"bytes", result.bytes},
+                   {"staves", staves}});
+  }
+  return all;
+}
+
+}  // namespace kiv

@@ -1,0 +1,87 @@
+#include "apps/kivsys/commands/selection.h"
+
+#include <algorithm>
+#include <iostream>
+#include <new>
+#include <optional>
+
+#include "apps/kivsys/exit_status.h"
+
+namespace kiv {
+namespace {
+
+int refuse(const std::string& reason) {
+  std::cerr << "kivsys: " << reason << '\n';
+  return exit_status::wrongUsage;
+}
+
+/// The names file made of the page names on the command line, gone with the run.
+class TemporaryNamesFile {
+ public:
+  TemporaryNamesFile(ConsoleHost& host, const std::vector<std::string>& fullNames) : host_(host) {
+    std::string lines;
+    for (const std::string& name : fullNames) {
+      lines += name + " 1\r\n";
+    }
+    name_ = host_.makeTemporaryFile(lines);
+  }
+  TemporaryNamesFile(const TemporaryNamesFile&) = delete;
+  TemporaryNamesFile& operator=(const TemporaryNamesFile&) = delete;
+  ~TemporaryNamesFile() {
+    try {
+      if (!name_.empty()) {
+        host_.deleteFile(name_);
+      }
+    } catch (const std::bad_alloc&) {
+      // Without the memory for a name, the file stays among the temporary ones.
+    }
+  }
+
+  /// "" when it could not be made.
+  const std::string& name() const { return name_; }
+
+ private:
+  ConsoleHost& host_;
+  std::string name_;
+};
+
+/// The name of a file that the user typed, while the program still stands where it was started. One that is not there
+/// is left as it was typed, to be looked for in the run's folder.
+std::string coreNameOf(ConsoleHost& host, const std::string& typed) {
+  const std::string full = host.fullName(typed);
+  return host.openInput(full) ? full : ConsoleHost::coreName(typed);
+}
+
+bool holdsLineEnd(const std::string& name) {
+  return name.find_first_of("\r\n") != std::string::npos;
+}
+
+}  // namespace
+
+int runOnSelection(ConsoleHost& host, const Selection& selection,
+                   const std::function<int(const std::string& namesFile)>& run) {
+  std::string namesFile = selection.names.empty() ? "" : coreNameOf(host, selection.names);
+  std::vector<std::string> pages;
+  for (const std::string& typed : selection.pages) {
+    for (const std::string& page : ConsoleHost::filesMatching(typed)) {
+      pages.push_back(host.fullName(page));
+    }
+  }
+  if (std::any_of(pages.begin(), pages.end(), holdsLineEnd)) {
+    return refuse("a page file whose name holds a line end cannot be listed in a names file");
+  }
+  if (!selection.folder.empty() && !host.enterFolder(selection.folder)) {
+    return refuse("cannot enter the folder " + selection.folder);
+  }
+  std::optional<TemporaryNamesFile> temporary;
+  if (selection.names.empty()) {
+    namesFile = temporary.emplace(host, pages).name();
+    if (namesFile.empty()) {
+      std::cerr << "kivsys: cannot make a names file in the folder for temporary files\n";
+      return exit_status::critical;
+    }
+  }
+  return run(namesFile);
+}
+
+}  // namespace kiv

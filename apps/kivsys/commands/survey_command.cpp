@@ -1,0 +1,158 @@
+#include "apps/kivsys/commands/survey_command.h"
+
+#include <algorithm>
+#include <atomic>
+#include <csignal>
+#include <filesystem>
+#include <iostream>
+#include <mutex>
+#include <thread>
+
+#include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/survey/survey_state.h"
+
+namespace kiv {
+namespace {
+
+constexpr int interruptedStatus = 130;
+
+/// Set by the signal. It outlives the survey, as a signal may come at any time.
+std::atomic<bool> interrupted = false;
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler may touch nothing else");
+
+extern "C" void interrupt(int signal) {
+  interrupted = true;
+  static_cast<void>(std::signal(signal, SIG_DFL));  // whoever asks again is not made to wait
+}
+
+/// A survey under way. The workers are threads: an analysis that reads the disk and writes to memory shares nothing
+/// with another one, not even a current folder.
+class Survey {
+ public:
+  Survey(const SurveyOptions& options, const std::vector<LibraryPiece>& pieces, ConsoleHost& host, SurveyState& state)
+      : options_(options),
+        pieces_(pieces),
+        host_(host),
+        state_(state),
+        lines_(options.format, pieces),
+        findings_(pieces.size()) {}
+
+  int run();
+
+ private:
+  void takeKnown();
+  void work();
+  void finish(std::size_t piece, PieceFindings findings);
+  void print(const std::string& text);
+
+  const SurveyOptions& options_;
+  const std::vector<LibraryPiece>& pieces_;
+  ConsoleHost& host_;
+  SurveyState& state_;
+  std::atomic<std::size_t> next_ = 0;
+  std::mutex mutex_;  // guards all below, the host and the state
+  SurveyLines lines_;
+  std::vector<std::optional<PieceFindings>> findings_;
+  std::size_t finished_ = 0;
+  std::size_t printed_ = 0;
+  bool stateLost_ = false;
+};
+
+void Survey::print(const std::string& text) {
+  host_.showProgress(1, 1, "pieces");
+  std::cout << text << std::flush;
+}
+
+/// Lines are printed in the order of the pieces, as far as that has come.
+void Survey::finish(std::size_t piece, PieceFindings findings) {
+  const std::lock_guard lock(mutex_);
+  stateLost_ = !state_.keep(pieces_[piece], findings) || stateLost_;
+  findings_[piece] = std::move(findings);
+  ++finished_;
+  for (; printed_ < pieces_.size() && findings_[printed_]; ++printed_) {
+    print(lines_.line(pieces_[printed_], *findings_[printed_]));
+  }
+  host_.showProgress(static_cast<int>(finished_), static_cast<int>(pieces_.size()), "pieces");
+}
+
+void Survey::work() {
+  ConsoleHost disk;
+  for (std::size_t piece = next_++; piece < pieces_.size() && !interrupted; piece = next_++) {
+    if (findings_[piece]) {
+      continue;  // an earlier run has done it
+    }
+    PieceFindings findings = surveyPiece(disk, pieces_[piece].pages);
+    for (std::string& problem : findings.problems) {
+      problem = NativeSystem::toUtf8(problem);
+    }
+    finish(piece, std::move(findings));
+  }
+}
+
+void Survey::takeKnown() {
+  for (std::size_t piece = 0; piece < pieces_.size(); ++piece) {
+    findings_[piece] = state_.find(pieces_[piece]);
+    finished_ += findings_[piece] ? 1U : 0U;
+  }
+}
+
+int Survey::run() {
+  print(lines_.head());
+  takeKnown();
+  const std::size_t cores = std::max(1U, options_.jobs == 0 ? std::thread::hardware_concurrency() : options_.jobs);
+  {
+    std::vector<std::jthread> workers;
+    for (std::size_t i = 0; i < std::min(cores, pieces_.size()); ++i) {
+      workers.emplace_back([this] { work(); });
+    }
+  }
+  const bool stopped = finished_ < pieces_.size();
+  for (; printed_ < pieces_.size(); ++printed_) {
+    if (findings_[printed_]) {
+      print(lines_.line(pieces_[printed_], *findings_[printed_]));
+    }
+  }
+  print(lines_.end(stopped));
+  if (!std::cout) {
+    std::cerr << "kivsys: cannot write to standard output\n";
+    return exit_status::critical;
+  }
+  if (stateLost_) {
+    std::cerr << "kivsys: cannot write to " << options_.resume << '\n';
+    return exit_status::critical;
+  }
+  if (stopped) {
+    std::cerr << "kivsys: interrupted with " << finished_ << " of " << pieces_.size() << " pieces\n";
+    return interruptedStatus;
+  }
+  return exit_status::normal;
+}
+
+}  // namespace
+
+int runSurvey(const SurveyOptions& options) {
+  for (const std::string& folder : options.folders) {
+    std::error_code failure;
+    if (!std::filesystem::is_directory(folder, failure)) {
+      std::cerr << "kivsys: cannot enter the folder " << folder << '\n';
+      return exit_status::wrongUsage;
+    }
+  }
+  ConsoleHost host;
+  SurveyState state;
+  if (!options.resume.empty()) {
+    if (const std::string failure = state.open(host, options.resume); !failure.empty()) {
+      std::cerr << "kivsys: cannot write to " << options.resume << ": " << failure << '\n';
+      return exit_status::critical;
+    }
+  }
+  static_cast<void>(std::signal(SIGINT, interrupt));
+  const Library library = walkLibrary(host, options.folders);
+  for (const std::string& folder : library.unreadable) {
+    std::cerr << "kivsys: cannot list the folder " << folder << '\n';
+  }
+  const int status = Survey(options, library.pieces, host, state).run();
+  return status == exit_status::normal && !library.unreadable.empty() ? exit_status::critical : status;
+}
+
+}  // namespace kiv

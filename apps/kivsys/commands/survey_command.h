@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "apps/kivsys/output/survey_output.h"
+
+namespace kiv {
+
+/// What the user wants surveyed.
+struct SurveyOptions {
+  std::vector<std::string> folders;
+  SurveyFormat format = SurveyFormat::table;
+  unsigned jobs = 0;   ///< pieces that are analysed at once; 0 is one for every processor core
+  std::string resume;  ///< the file that keeps finished pieces; "" for none
+};
+
+/// Analyses every piece in the folders and below, and prints a line for each, in their order. Returns the program's
+/// exit status; 130 when it was interrupted.
+int runSurvey(const SurveyOptions& options);
+
+}  // namespace kiv

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "apps/kivsys/commands/selection.h"
+#include "platform/console/console_host.h"
+#include "verify/verify.h"
+
+namespace kiv {
+
+/// What the user wants proved.
+struct VerifyOptions {
+  Selection selection;
+  std::string result;    ///< the first result file as it was typed
+  std::string manifest;  ///< the file for the digests as it was typed; "" for none
+  bool json = false;
+};
+
+/// Proves a conversion that has been made, and prints what was found. Returns the program's exit status.
+int runVerify(const VerifyOptions& options);
+
+/// Proves the conversion of the pages in a names file.
+proof::Verification verificationOf(ConsoleHost& host, const std::string& namesFile,
+                                   const proof::ConversionToProve& conversion);
+/// "PROVED=YES" or "PROVED=NO", the counts, and the findings, a line each.
+std::string asText(const proof::Verification& verification);
+
+}  // namespace kiv

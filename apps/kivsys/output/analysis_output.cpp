@@ -1,0 +1,64 @@
+#include "apps/kivsys/output/analysis_output.h"
+
+#include <nlohmann/json.hpp>
+
+#include "apps/kivsys/output/diagnostics_json.h"
+#include "apps/kivsys/output/explain_text.h"
+
+namespace kiv {
+namespace {
+
+/// The object of an outcome, with what was left out.
+Json outcomeJson(const AnalysisOutput& output) {
+  Json object = jsonOf(output.outcome);
+  if (output.pages != nullptr) {
+    object["pages_analysed"] = output.outcome.normalEnd ? Json(output.pages->pages()) : Json();
+    object["skipped"] = output.pages->skippedJson();
+  }
+  return object;
+}
+
+/// The object with its kind in front.
+std::string recordLine(const char* kind, const Json& object) {
+  Json record = {{"record", kind}};
+  record.update(object);
+  return asLine(record);
+}
+
+}  // namespace
+
+std::string asText(const AnalysisOutput& output) {
+  const bool tellsSkipped = output.pages != nullptr && (output.outcome.normalEnd || !output.pages->anyLeft());
+  return asText(output.outcome) + (output.layouts ? explanation(*output.layouts) : "") +
+         (tellsSkipped && (output.pages->anySkipped() || output.pages->anyLeft()) ? output.pages->summary() : "");
+}
+
+std::string asJson(const AnalysisOutput& output) {
+  Json object = outcomeJson(output);
+  object["problems"] = jsonOf(output.problems);
+  object["layouts"] = output.layouts ? jsonOf(*output.layouts) : Json();
+  object["schema_version"] = schemaVersion;
+  return asLine(object);
+}
+
+std::string asJsonLines(const AnalysisOutput& output) {
+  std::string lines;
+  for (const Problem& problem : output.problems) {
+    lines += recordLine("problem", jsonOf(problem));
+  }
+  if (output.layouts) {
+    for (const LayoutClass& layout : output.layouts->classes) {
+      lines += recordLine("layout", jsonOf(*output.layouts, layout));
+      for (const Deviation& deviation : layout.deviations) {
+        Json object = jsonOf(*output.layouts, deviation);
+        object["layout"] = layout.label;
+        lines += recordLine("deviation", object);
+      }
+    }
+  }
+  Json outcome = outcomeJson(output);
+  outcome["schema_version"] = schemaVersion;
+  return lines + recordLine("outcome", outcome);
+}
+
+}  // namespace kiv

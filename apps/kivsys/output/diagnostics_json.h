@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "apps/kivsys/output/outcome_json.h"
+#include "diagnostics/layouts.h"
+#include "diagnostics/problems.h"
+
+namespace kiv {
+
+/// A problem as an object; what is not certain is null.
+Json jsonOf(const Problem& problem);
+/// One layout as an object, its deviations left out.
+Json jsonOf(const Layouts& layouts, const LayoutClass& layout);
+/// A deviation of a layout as an object.
+Json jsonOf(const Layouts& layouts, const Deviation& deviation);
+/// All layouts as one array, their deviations within.
+Json jsonOf(const Layouts& layouts);
+/// All problems as one array.
+Json jsonOf(const std::vector<Problem>& problems);
+
+/// A whole number without a fraction, others as they are.
+Json numberJson(double number);
+
+}  // namespace kiv

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+#include <nlohmann/json_fwd.hpp>
+
+#include "apps/kivsys/commands/run_outcome.h"
+#include "platform/host.h"
+
+namespace kiv {
+
+using Json = nlohmann::ordered_json;
+
+/// What docs/json-schema.json describes; raised when a key goes or changes its meaning.
+constexpr int schemaVersion = 1;
+
+/// "information", "exclamation", "critical" or "none".
+const char* nameOf(Icon icon);
+
+/// The outcome as an object, without the schema's version.
+Json jsonOf(const RunOutcome& outcome);
+
+/// The object in UTF-8 on a line of its own.
+std::string asLine(const Json& object);
+
+}  // namespace kiv

@@ -1,0 +1,59 @@
+#include "apps/kivsys/survey/survey_state.h"
+
+#include <sstream>
+
+#include "apps/kivsys/output/piece_json.h"
+
+namespace kiv {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string utf8(const std::string& text) {
+  return textOf(NativeSystem::toUtf8(text));  // as the file has it, bytes that are no text included
+}
+
+}  // namespace
+
+void SurveyState::takeLine(const std::string& line, std::string& goodLines) {
+  try {
+    const Json object = Json::parse(line);
+    known_[object.at("key").get<std::string>()] = {object.at("stamp").get<std::string>(), findingsIn(object)};
+    goodLines += line + "\n";
+  } catch (const Json::exception&) {
+    return;  // a run was stopped while it wrote it
+  }
+}
+
+std::string SurveyState::open(ConsoleHost& host, const std::string& file) {
+  std::string goodLines;
+  const std::string name = host.fullName(file);
+  std::istringstream lines(readWhole(host, name).value_or(""));
+  for (std::string line; std::getline(lines, line);) {
+    takeLine(line, goodLines);
+  }
+  if (const auto failure = host.replaceFile(name, goodLines)) {
+    return *failure;
+  }
+  file_.open(file, std::ios::binary | std::ios::app);
+  return file_ ? "" : "it cannot be opened";
+}
+
+std::optional<PieceFindings> SurveyState::find(const LibraryPiece& piece) const {
+  const auto known = known_.find(utf8(piece.key()));
+  return known != known_.end() && known->second.stamp == utf8(piece.stamp) ? std::optional(known->second.findings)
+                                                                           : std::nullopt;
+}
+
+bool SurveyState::keep(const LibraryPiece& piece, const PieceFindings& findings) {
+  if (!file_.is_open()) {
+    return true;
+  }
+  Json object = toJson(piece, findings);
+  object["key"] = utf8(piece.key());
+  object["stamp"] = utf8(piece.stamp);
+  file_ << textOf(object) + "\n" << std::flush;
+  return file_.good();
+}
+
+}  // namespace kiv

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "base/bytes.h"
+
+namespace kiv {
+
+/// Walks over bytes without ever leaving them. What lies beyond the end reads as 0, and from then on ok() is false.
+class ByteCursor {
+ public:
+  ByteCursor() = default;
+  explicit ByteCursor(std::string_view bytes) : bytes_(bytes) {}
+
+  bool ok() const { return ok_; }
+  std::size_t position() const { return position_; }
+  std::size_t left() const { return bytes_.size() - position_; }
+
+  /// The word so many bytes ahead, which must be there.
+  float floatAhead(std::size_t bytes) const { return floatAt(bytes_, position_ + bytes); }
+  /// Goes on by so many bytes, which must be there.
+  void skip(std::size_t bytes) { position_ += bytes; }
+
+  /// The next count bytes, or as many as are left.
+  std::string_view take(std::size_t count) {
+    ok_ = ok_ && count <= left();
+    const std::string_view taken = bytes_.substr(position_, count);
+    position_ += taken.size();
+    return taken;
+  }
+
+  std::uint32_t takeByte() {
+    const std::string_view byte = take(1);
+    return byte.empty() ? 0 : byteAt(byte, 0);
+  }
+
+  /// A little-endian word as a float.
+  float takeFloat() {
+    if (left() >= bytesPerWord) {
+      return floatAt(take(bytesPerWord), 0);
+    }
+    std::string padded(take(bytesPerWord));
+    padded.resize(bytesPerWord);
+    return floatAt(padded, 0);
+  }
+
+  /// The little-endian float at a byte offset. Its four bytes must be there.
+  static float floatAt(std::string_view bytes, std::size_t offset) {
+    if constexpr (std::endian::native == std::endian::little) {  // not every compiler sees that it is one load
+      float number = 0;
+      std::memcpy(&number, bytes.data() + offset, bytesPerWord);
+      return number;
+    }
+    return std::bit_cast<float>(byteAt(bytes, offset) | byteAt(bytes, offset + 1) << 8U |
+                                byteAt(bytes, offset + 2) << 16U | byteAt(bytes, offset + 3) << 24U);
+  }
+
+  /// The bits of the two words at a byte offset, in the machine's own order: good for comparing only.
+  static std::uint64_t twoWordsAt(std::string_view bytes, std::size_t offset) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, bytes.data() + offset, sizeof bits);
+    return bits;
+  }
+  /// Fills the span with the words from a byte offset on, which must be there.
+  static void copyFloats(std::string_view bytes, std::size_t offset, std::span<float> to) {
+    if constexpr (std::endian::native == std::endian::little) {
+      std::memcpy(to.data(), bytes.data() + offset, to.size_bytes());
+    } else {
+      for (float& number : to) {
+        number = floatAt(bytes, offset);
+        offset += bytesPerWord;
+      }
+    }
+  }
+
+  static std::uint32_t byteAt(std::string_view bytes, std::size_t offset) {
+    return static_cast<unsigned char>(bytes[offset]);
+  }
+
+ private:
+  std::string_view bytes_;
+  std::size_t position_ = 0;
+  bool ok_ = true;
+};
+
+}  // namespace kiv

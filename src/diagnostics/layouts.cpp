@@ -1,0 +1,153 @@
+#include "diagnostics/layouts.h"
+
+#include <algorithm>
+#include <set>
+#include <unordered_map>
+
+#include "base/number.h"
+
+namespace kiv {
+namespace {
+
+/// A, B ... Z, AA, AB ...
+std::string labelOf(std::size_t index) {
+  constexpr std::size_t letters = 26;
+  const std::string last(1, static_cast<char>('A' + index % letters));
+  return index < letters ? last : labelOf(index / letters - 1) + last;
+}
+
+std::vector<std::int16_t> instrumentsIn(const std::string& list) {
+  std::vector<std::int16_t> instruments;
+  for (std::size_t at = 0; at < list.size(); at = list.find(',', at) + 1) {
+    instruments.push_back(static_cast<std::int16_t>(std::stoi(list.substr(at))));
+  }
+  return instruments;
+}
+
+/// The systems of each list, the commonest list first.
+std::vector<LayoutClass> classesOf(const SystemTable& table) {
+  std::vector<LayoutClass> classes;
+  std::unordered_map<std::string, std::size_t> known;
+  for (std::size_t s = 0; s < table.systems.size(); ++s) {
+    const std::string& list = table.systems[s].systemInstrList;
+    const auto [place, isNew] = known.emplace(list, classes.size());
+    if (isNew) {
+      classes.push_back({"", instrumentsIn(list), {}, {}, {}});
+    }
+    classes[place->second].systems.push_back(s);
+  }
+  const auto commonest =
+      std::max_element(classes.begin(), classes.end(),
+                       [](const LayoutClass& a, const LayoutClass& b) { return a.systems.size() < b.systems.size(); });
+  if (commonest != classes.end()) {
+    std::rotate(classes.begin(), commonest, commonest + 1);
+  }
+  for (std::size_t c = 0; c < classes.size(); ++c) {
+    classes[c].label = labelOf(c);
+  }
+  return classes;
+}
+
+/// Enters which files each system lies in. The report lists the files of a system one after the other.
+void placeSystems(const std::vector<SystemFact>& facts, Layouts& layouts) {
+  std::unordered_map<std::string, std::size_t> known;
+  for (std::size_t s = 0; s < layouts.systems.size() && s < facts.size(); ++s) {
+    SystemOfLayout& system = layouts.systems[s];
+    bool isFirst = true;
+    for (const StaffFact& staff : facts[s].staves) {
+      const auto [place, isNew] = known.emplace(staff.file, layouts.files.size());
+      if (isNew) {
+        layouts.files.push_back(staff.file);
+      }
+      system.firstFile = isFirst ? place->second : std::min(system.firstFile, place->second);
+      system.lastFile = isFirst ? place->second : std::max(system.lastFile, place->second);
+      isFirst = false;
+    }
+  }
+}
+
+Deviation deviationOf(const LayoutEdit& edit, const SystemFact& system, PageLookup& pages) {
+  Deviation deviation{edit.kind, edit.instrument, system.number, {}, {}, {}};
+  const std::vector<StaffFact>& staves = system.staves;
+  if (edit.staff && *edit.staff < staves.size()) {
+    const StaffFact& fact = staves[*edit.staff];
+    deviation.file = fact.file;
+    deviation.staff = strictNumber(fact.staff);
+    if (const PageItems::Staff* staff = pages.staff(fact)) {
+      deviation.place = staff->place;
+    }
+  } else if (!staves.empty() && std::all_of(staves.begin(), staves.end(), [&](const StaffFact& staff) {
+               return staff.file == staves.front().file;
+             })) {
+    deviation.file = staves.front().file;
+  }
+  return deviation;
+}
+
+void takeNames(const SystemFact& system, const std::set<std::int16_t>& wanted, PageLookup& pages, Layouts& layouts) {
+  for (const StaffFact& fact : system.staves) {
+    if (!wanted.contains(fact.instrument) || layouts.names.contains(fact.instrument)) {
+      continue;
+    }
+    const PageItems::Staff* staff = pages.staff(fact);
+    if (staff != nullptr && !staff->name.empty()) {
+      layouts.names[fact.instrument] = staff->name;
+    }
+  }
+}
+
+void findDeviations(const std::vector<SystemFact>& facts, Places places, PageLookup& pages, LayoutClass& layout) {
+  const std::size_t count = places == Places::ofFirstSystems ? 1 : layout.systems.size();
+  for (std::size_t s = 0; s < count; ++s) {
+    for (const LayoutEdit& edit : layout.edits) {
+      layout.deviations.push_back(deviationOf(edit, facts[layout.systems[s]], pages));
+    }
+  }
+}
+
+}  // namespace
+
+std::optional<Layouts> findLayouts(Host& host, const SystemTable& table, Places places) {
+  Layouts layouts;
+  for (const SystemTable::System& system : table.systems) {
+    layouts.systems.push_back({system.systemNumber});
+  }
+  layouts.classes = classesOf(table);
+  if (layouts.isConsistent()) {
+    return layouts;
+  }
+  const std::vector<SystemFact> facts = readSystemFacts(host);
+  if (facts.size() != table.systems.size()) {
+    return std::nullopt;
+  }
+  placeSystems(facts, layouts);
+  PageLookup pages(host);
+  std::set<std::int16_t> deviating;
+  for (LayoutClass& layout : layouts.classes) {
+    layout.edits = layoutEdits(layouts.classes.front().instruments, layout.instruments);
+    findDeviations(facts, places, pages, layout);
+    for (const LayoutEdit& edit : layout.edits) {
+      deviating.insert(edit.instrument);
+    }
+  }
+  for (const LayoutClass& layout : layouts.classes) {
+    takeNames(facts[layout.systems.front()], deviating, pages, layouts);
+  }
+  return layouts;
+}
+
+const char* nameOf(DeviationKind kind) {
+  switch (kind) {
+    case DeviationKind::missing:
+      return "missing";
+    case DeviationKind::extra:
+      return "extra";
+    case DeviationKind::moved:
+      return "moved";
+    case DeviationKind::duplicate:
+      return "duplicate";
+  }
+  return "";
+}
+
+}  // namespace kiv

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "analysis/verdict.h"
+#include "diagnostics/layout_edits.h"
+#include "diagnostics/page_lookup.h"
+#include "diagnostics/system_facts.h"
+#include "platform/host.h"
+
+namespace kiv {
+
+/// A staff that one system has, lacks or has elsewhere, against the commonest layout.
+struct Deviation {
+  DeviationKind kind = DeviationKind::missing;
+  std::int16_t instrument = 0;
+  std::int16_t system = 0;
+  std::optional<std::string> file;  ///< full name; of a missing staff only where the system lies in one file
+  std::optional<double> staff;      ///< its number in the file
+  std::optional<ItemPlace> place;   ///< of its staff item
+
+  bool operator==(const Deviation&) const = default;
+};
+
+/// A system as the layouts name it.
+struct SystemOfLayout {
+  std::int16_t number = 0;
+  std::size_t firstFile = 0;  ///< its page files: places in Layouts::files
+  std::size_t lastFile = 0;
+};
+
+/// The systems that list the same instruments in the same order.
+struct LayoutClass {
+  std::string label;                      ///< "A" is the commonest, or the first of those; the others as they appear
+  std::vector<std::int16_t> instruments;  ///< from the top
+  std::vector<std::size_t> systems;       ///< places in Layouts::systems
+  std::vector<LayoutEdit> edits;          ///< what makes layout A into this one
+  std::vector<Deviation> deviations;      ///< the edits in the systems of this layout, system by system
+};
+
+/// How the layouts of a piece differ.
+struct Layouts {
+  std::vector<std::string> files;  ///< in the order of the pages; empty for a consistent piece
+  std::vector<SystemOfLayout> systems;
+  std::vector<LayoutClass> classes;
+  std::map<std::int16_t, std::string> names;  ///< of deviating instruments, where a page names them
+
+  bool isConsistent() const { return classes.size() < 2; }
+};
+
+/// Of which systems the deviations are looked up in their pages.
+enum class Places { ofEverySystem, ofFirstSystems };
+
+/// The layouts of the analysis that filled the table and wrote the report in the current folder. Only pages that
+/// deviations stand in, and those of the first system with the commonest layout, are read again, and none of a
+/// consistent piece. nullopt when the report of another than a consistent piece cannot be read, or is not that
+/// analysis's any more.
+std::optional<Layouts> findLayouts(Host& host, const SystemTable& table, Places places);
+
+/// The word for it: "missing".
+const char* nameOf(DeviationKind kind);
+
+}  // namespace kiv

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "drawing/glyphs.h"
+#include "drawing/page_layout.h"
+#include "drawing/svg.h"
+
+namespace kiv {
+
+/// A page picture while it is being drawn.
+struct PageDrawing {
+  SvgWriter svg;
+  std::set<Glyph> usedGlyphs;
+  std::map<std::string, std::size_t> unknown;  ///< what could not be drawn, and how often
+
+  void glyph(Glyph glyph, std::string_view className, double x, double y);
+  void line(std::string_view className, double x1, double y1, double x2, double y2);
+  /// A small neutral sign above the staff, for an item of which only its position can be shown.
+  void unknownSign(const PlacedStaff& staff, double x, const std::string& what);
+};
+
+// Each draws one kind of items of the staff.
+
+void drawStaffLines(PageDrawing& drawing, const PlacedStaff& staff);
+void drawBarlines(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& staff);
+void drawSignatures(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& staff);
+void drawNotes(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& staff);
+void drawRests(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& staff);
+void drawTexts(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& staff);
+
+}  // namespace kiv

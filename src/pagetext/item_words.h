@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+namespace kiv {
+
+/// A word of the page text for one parameter of an item.
+struct ParameterWord {
+  std::string_view word;
+  int parameter = 0;
+};
+
+/// A word of the page text for one type of item, and its words for parameters beyond P2 and P3.
+struct ItemWord {
+  std::string_view word;
+  float type = 0;
+  std::vector<ParameterWord> parameters;
+};
+
+/// The words for the types that have one.
+const std::vector<ItemWord>& itemWords();
+/// Null when the type, or the word, is none of them.
+const ItemWord* itemWordOf(float type);
+const ItemWord* itemWordNamed(std::string_view word);
+
+}  // namespace kiv

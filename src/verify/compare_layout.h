@@ -1,0 +1,14 @@
+#pragma once
+
+#include <vector>
+
+#include "verify/compare_items.h"
+#include "verify/finding.h"
+
+namespace kiv::proof {
+
+/// Holds the results against each other: all must have the same instruments from staff 1 on, and in each all staves the
+/// same bars.
+std::vector<Finding> compareLayout(const std::vector<ResultPage>& results);
+
+}  // namespace kiv::proof

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "verify/finding.h"
+
+namespace kiv::proof {
+
+/// Holds a report, or a verdict, against the one that an analysis gives today. In a report's head line the digits of
+/// version, date and time may differ.
+std::vector<Finding> compareText(const std::string& name, std::string_view found, std::string_view expected);
+
+}  // namespace kiv::proof

@@ -1,0 +1,57 @@
+#include "base/byte_cursor.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/mus/page_bytes.h"
+
+namespace kiv {
+namespace {
+
+using test::bytes;
+
+TEST(ByteCursor, ReadsFloatsWithTheLowestByteFirst) {
+  const std::string content = bytes("00 00 80 3F  00 00 A0 C0");
+  ByteCursor cursor(content);
+  EXPECT_EQ(cursor.takeFloat(), 1.0F);
+  EXPECT_EQ(cursor.takeFloat(), -5.0F);
+  EXPECT_TRUE(cursor.ok()) << "reading up to the end is no reading beyond it";
+  EXPECT_EQ(cursor.left(), 0U);
+}
+
+TEST(ByteCursor, ReadsBytesAsNumbersFrom0To255) {
+  const std::string content = bytes("FF 80 00");
+  ByteCursor cursor(content);
+  EXPECT_EQ(cursor.takeByte(), 255U);
+  EXPECT_EQ(cursor.takeByte(), 128U);
+  EXPECT_EQ(cursor.takeByte(), 0U);
+  EXPECT_TRUE(cursor.ok());
+}
+
+TEST(ByteCursor, ReadsZeroBeyondTheEndAndRemembersIt) {
+  const test::ExactBytes content(bytes("07"));
+  ByteCursor cursor(content.view());
+  EXPECT_EQ(cursor.takeByte(), 7U);
+  EXPECT_EQ(cursor.takeByte(), 0U);
+  EXPECT_FALSE(cursor.ok());
+  EXPECT_EQ(cursor.take(0), "");
+  EXPECT_FALSE(cursor.ok()) << "what was missed stays missed";
+  EXPECT_EQ(cursor.position(), 1U);
+}
+
+TEST(ByteCursor, FillsACutOffFloatWithZeroBytes) {
+  const test::ExactBytes content(bytes("00 00 80"));
+  ByteCursor cursor(content.view());
+  EXPECT_EQ(cursor.takeFloat(), std::bit_cast<float>(0x00800000U));
+  EXPECT_FALSE(cursor.ok());
+}
+
+TEST(ByteCursor, TakesWhatIsLeft) {
+  ByteCursor cursor("ABC");
+  EXPECT_EQ(cursor.take(2), "AB");
+  EXPECT_TRUE(cursor.ok());
+  EXPECT_EQ(cursor.take(2), "C");
+  EXPECT_FALSE(cursor.ok());
+}
+
+}  // namespace
+}  // namespace kiv

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "diagnostics/problems.h"
+#include "shell/kivsystem.h"
+#include "shell/start_up.h"
+#include "tests/support/fake_host.h"
+#include "tests/support/pages.h"
+
+namespace kiv {
+
+inline void PrintTo(const Problem& problem, std::ostream* out) {
+  *out << problem.code << " of message " << problem.message << " at " << problem.file.value_or("no file") << ", system "
+       << problem.system.value_or(-1) << ", staff " << problem.staff.value_or(-1) << ", instrument "
+       << problem.instrument.value_or(-1) << ", item " << (problem.place ? problem.place->item : -1) << " @"
+       << (problem.place ? problem.place->offset : 0) << ", " << problem.repeats << " times";
+}
+
+}  // namespace kiv
+
+namespace kiv::test {
+
+/// An analysis over pages in C:\M, with the findings kept.
+struct InsightRun {
+  InsightRun() { program.observer = &findings; }
+
+  void addPage(const std::string& file, std::string_view text) { addBytes(file, page(text)); }
+  void addBytes(const std::string& file, const std::string& bytes) {
+    host.addFile("C:\\M\\" + file, bytes);
+    listFile(file);
+  }
+  void listFile(const std::string& file) { namesFile += "C:\\M\\" + file + " 1\r\n"; }
+  void run(bool allowZeroId = false) {
+    host.addFile("C:\\N.TXT", namesFile);
+    end = endOf([&] { analyse(program, "C:\\N.TXT", allowZeroId); });
+  }
+  std::vector<Problem> problems() {
+    std::vector<RunMessage> messages;
+    for (const Message& message : host.messages) {
+      messages.push_back({message.icon, message.text, ""});
+    }
+    const RunState state{findings,
+                         program.names,
+                         program.pages,
+                         program.settings.namesFile,
+                         program.musFileName,
+                         program.settings.allowZeroInstrId};
+    return findProblems(host, state, messages);
+  }
+
+  FakeHost host;
+  KivSystem program{host};
+  FindingsLog findings;
+  std::string namesFile;
+  std::optional<int> end;
+};
+
+}  // namespace kiv::test

@@ -1,0 +1,76 @@
+#include <algorithm>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "drawing/chart_drawings.h"
+#include "tests/drawing/charts.h"
+
+namespace kiv::test {
+namespace {
+
+std::size_t longestLine(const std::string& text) {
+  std::istringstream lines(text);
+  std::size_t longest = 0;
+  for (std::string line; std::getline(lines, line);) {
+    longest = std::max(longest, line.size());
+  }
+  return longest;
+}
+
+TEST(ChartText, ShowsEveryKindOfCell) {
+  const std::string report = record(1, 0, 4, "X1A.MUS") + record(1, 5, 3, "X1A.MUS") + record(1, 5, 2, "X1B.MUS") +
+                             record(1, 6, 1, "X1B.MUS") + record(2, 6, 3, "X2.MUS") + record(2, 5, 2, "X2.MUS") +
+                             record(3, 5, 1, "X2.MUS");
+  EXPECT_EQ(chartText(chartOf(report), {}),
+            "3 systems on 2 pages, 3 instruments; 3 rest staves to be inserted\n"
+            "\n"
+            "    page  1 2\n"
+            "   files  2\n"
+            "  system  1 2 3\n"
+            "       0 |0|. .|\n"
+            "       5 |D|# #|\n"
+            "       6 |#|# .|\n"
+            "\n"
+            "# staff\n"
+            ". missing, gets a rest staff\n"
+            "D several staves of one id\n"
+            "0 staff without an id\n"
+            "Staves in another order than in a result: system 2\n"
+            "\n"
+            "1 X1AB.MUS  2 X2.MUS\n");
+}
+
+TEST(ChartText, WrapsToTheWidth) {
+  const std::string text = chartText(chartOf(200, 3), {100, false});
+  EXPECT_LE(longestLine(text), 100U);
+  EXPECT_NE(text.find("\n     101 |#|#|"), std::string::npos);
+  const std::string last = "\n  system  181 183 185";
+  EXPECT_NE(text.find(last), std::string::npos) << "the fifth block of 45 begins there\n" << text;
+}
+
+TEST(ChartText, ANumberNeverTouchesTheOneBeforeIt) {
+  const std::string text = chartText(chartOf(12, 1), {80, false});
+  EXPECT_NE(text.find("  system  1 2 3 4 5 6 7 8 9 10  12\n"), std::string::npos) << text;
+}
+
+TEST(ChartText, ANarrowTerminalStillShowsSomething) {
+  for (const std::size_t width : {std::size_t{0}, std::size_t{5}, std::size_t{11}}) {
+    const std::string text = chartText(chartOf(9, 2), {width, false});
+    EXPECT_NE(text.find("\n     101 |#|#|#|#|#|#|#|#|\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("\n     101 |#|\n"), std::string::npos) << text;
+  }
+}
+
+TEST(ChartText, ColoursChangeNothingElse) {
+  std::string coloured = chartText(chartOf(3, 2), {80, true});
+  EXPECT_NE(coloured.find("\x1B[32m#\x1B[0m"), std::string::npos);
+  EXPECT_NE(coloured.find("\x1B[33m.\x1B[0m"), std::string::npos);
+  for (std::size_t escape = 0; (escape = coloured.find('\x1B')) != std::string::npos;) {
+    coloured.erase(escape, coloured.find('m', escape) + 1 - escape);
+  }
+  EXPECT_EQ(coloured, chartText(chartOf(3, 2), {80, false}));
+}
+
+}  // namespace
+}  // namespace kiv::test
