@@ -1,5 +1,5 @@
 #!/bin/sh
-# Counts instructions, which do not depend on the machine's mood: of each further page of an analysis, and of each
+# Counts instructions, which do not depend on the load of the machine: of each further page of an analysis, and of each
 # further system of a conversion.
 # Usage: bench/instructions.sh BUILD_FOLDER [--check]; with --check it compares with bench/instructions.txt and fails
 # where a count has grown by more than 5 %.
@@ -7,7 +7,7 @@ set -eu
 here=$(cd "$(dirname "$0")" && pwd)
 build=$(cd "$1" && pwd)
 kivsys=$build/apps/kivsys/kivsys
-# The length of a name counts and what lies beside it; so not the folder in which somebody happens to work, and none that
+# The length of a name counts, and so does what else a folder holds; so neither the folder of the sources, nor one that
 # changes meanwhile.
 work=$(mktemp -d /var/tmp/kiv-bench-XXXXXX)
 trap 'rm -rf "$work"' EXIT
@@ -23,7 +23,7 @@ count() {
 }
 # first FOLDER COUNT: the first pages of a folder.
 first() { find "$work/$1" -name '*.MUS' | sort | head -n "$2"; }
-# further MANY FEW MORE: what each of the further ones costs.
+# further MANY FEW DIFFERENCE: what each of the further ones costs.
 further() { echo $((($1 - $2) / $3)); }
 
 bytes=$(wc -c <"$work/pages/PAGE00001.MUS")

@@ -1,5 +1,8 @@
 // Each step of the work alone, on pages of 8, 32 and 131 KB in memory.
 
+#include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include <benchmark/benchmark.h>
@@ -8,7 +11,6 @@
 #include "analysis/page_systems.h"
 #include "analysis/read_bar_data.h"
 #include "analysis/report.h"
-#include "bench/memory_host.h"
 #include "bench/pages.h"
 #include "conversion/barlines.h"
 #include "conversion/insert_staff.h"
@@ -16,53 +18,77 @@
 #include "mus/reader.h"
 #include "mus/sort_item_table.h"
 #include "mus/writer.h"
+#include "platform/memory/overlay_files.h"
+#include "platform/memory/silent_user.h"
 #include "sort/sort_on_instrument.h"
+#include "tests/support/fixed_machine.h"
 
 namespace kiv::bench {
 namespace {
 
 const std::string pageName = "C:\\PAGE1.MUS";
 
-/// A host with one page on its disk.
+/// Files in memory that can be read; what is written is discarded, so that only the system's own work is measured.
+class DiscardingFiles : public OverlayFiles {
+ public:
+  using OverlayFiles::OverlayFiles;
+
+  std::unique_ptr<OutputFile> openOutput(const std::string& /*name*/) override {
+    return std::make_unique<DiscardingOutput>();
+  }
+  std::optional<std::string> replaceFile(const std::string& /*name*/, std::string_view bytes) override {
+    benchmark::DoNotOptimize(bytes.data());
+    return std::nullopt;
+  }
+
+ private:
+  class DiscardingOutput : public OutputFile {
+   public:
+    std::optional<std::string> write(std::string_view bytes) override {
+      benchmark::DoNotOptimize(bytes.data());
+      return std::nullopt;
+    }
+  };
+};
+
+/// One page in memory, and what surrounds a step that works on it.
 class OnePage {
  public:
   explicit OnePage(const benchmark::State& state) {
     const PageShape shape = state.range(0) == 8 ? page8 : state.range(0) == 32 ? page32 : page131;
-    host.files[pageName] = makePage(shape);
+    files.addFile(pageName, makePage(shape));
   }
 
-  const std::string& bytes() const { return host.files.at(pageName); }
-  void report(benchmark::State& state) const {
+  const std::string& bytes() { return *files.find(pageName); }
+  void report(benchmark::State& state) {
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes().size()));
   }
 
-  MemoryHost host;
+  test::FixedMachine machine;
+  DiscardingFiles files{"C:", machine};
+  SilentUser user;
 };
 
 std::vector<Item> itemsOf(const ItemTable& table) {
   std::vector<Item> items;
   for (int i = 1; i <= table.itemCount(); ++i) {
-    Item& item = items.emplace_back();
-    for (int p = 1; p <= parameterCount; ++p) {
-      item.par[static_cast<std::size_t>(p)] = table.itemPar(i, p);
-    }
-    item.text = table.itemText(i);
+    items.push_back(table.item(i));
   }
   return items;
 }
 
 /// Puts back what a step has changed, off the clock.
-void restore(benchmark::State& state, Host& host, const std::vector<Item>& items, ItemTable& table) {
+void restore(benchmark::State& state, const std::vector<Item>& items, ItemTable& table) {
   state.PauseTiming();
-  table.restart();
+  table.clear();
   for (const Item& item : items) {
-    table.store_item(host, item);
+    table.store_item(item);
   }
   state.ResumeTiming();
 }
 
 void walk(benchmark::State& state) {
-  const OnePage page(state);
+  OnePage page(state);
   while (state.KeepRunning()) {
     PageWalker walker(page.bytes());
     while (walker.findItem() == ReadStatus::itemRead) {
@@ -76,7 +102,7 @@ void readAndDecode(benchmark::State& state) {
   OnePage page(state);
   ItemTable table;
   while (state.KeepRunning()) {
-    readFile(page.host, pageName, table);
+    readFile(page.files, pageName, table);
   }
   page.report(state);
 }
@@ -84,11 +110,11 @@ void readAndDecode(benchmark::State& state) {
 void readBars(benchmark::State& state) {
   OnePage page(state);
   ItemTable table;
-  MusReader reader;
+  BarDataReader reader(page.files, page.user);
   while (state.KeepRunning()) {
     FirstClefTable firstClefs;
-    table.restart();
-    readBarData(page.host, pageName, 0, table, firstClefs, reader);
+    table.clear();
+    reader.readBarData(pageName, 0, table, firstClefs);
   }
   page.report(state);
 }
@@ -96,29 +122,27 @@ void readBars(benchmark::State& state) {
 void sortForAnalysis(benchmark::State& state) {
   OnePage page(state);
   ItemTable table;
-  MusReader reader;
   FirstClefTable firstClefs;
-  readBarData(page.host, pageName, 0, table, firstClefs, reader);
+  BarDataReader(page.files, page.user).readBarData(pageName, 0, table, firstClefs);
   const std::vector<Item> items = itemsOf(table);
   while (state.KeepRunning()) {
-    restore(state, page.host, items, table);
-    sort_item_table(page.host, table);
+    restore(state, items, table);
+    sort_item_table(table);
   }
   page.report(state);
 }
 
-void analysePage(benchmark::State& state) {
+void analyzePage(benchmark::State& state) {
   OnePage page(state);
   ItemTable table;
-  MusReader reader;
   FirstClefTable firstClefs;
-  Report report(page.host);
-  std::string musFileName;
+  PageReader reader(page.files, page.user, page.machine);
+  Report report(page.files, page.machine);
   while (state.KeepRunning()) {
     std::int16_t systemBase = 0;
-    readPage(page.host, {pageName, "", ""}, "", musFileName, table, firstClefs, reader);
-    const PageSystems systems = numberSystems(page.host, musFileName, table, systemBase);
-    benchmark::DoNotOptimize(checkPage(page.host, musFileName, table, systems));
+    reader.read({pageName, "", ""}, "", table, firstClefs);
+    const PageSystems systems = numberSystems(table, systemBase);
+    benchmark::DoNotOptimize(checkPage(table, systems));
     report.writePage(table);
   }
   page.report(state);
@@ -127,9 +151,11 @@ void analysePage(benchmark::State& state) {
 void encode(benchmark::State& state) {
   OnePage page(state);
   ItemTable table;
-  readFile(page.host, pageName, table);
+  readFile(page.files, pageName, table);
+  std::string bytes;
   while (state.KeepRunning()) {
-    benchmark::DoNotOptimize(encodePage(page.host, pageName, table));
+    encodePage(pageName, table, bytes);
+    benchmark::DoNotOptimize(bytes);
   }
   page.report(state);
 }
@@ -137,9 +163,10 @@ void encode(benchmark::State& state) {
 void write(benchmark::State& state) {
   OnePage page(state);
   ItemTable table;
-  readFile(page.host, pageName, table);
+  readFile(page.files, pageName, table);
+  std::string buffer;
   while (state.KeepRunning()) {
-    writeFile(page.host, pageName, table);
+    writeFile(page.files, pageName, table, buffer);
   }
   page.report(state);
 }
@@ -147,17 +174,17 @@ void write(benchmark::State& state) {
 void sortPerInstrument(benchmark::State& state) {
   OnePage page(state);
   ItemTable table;
-  readFile(page.host, pageName, table);
+  readFile(page.files, pageName, table);
   const std::vector<Item> items = itemsOf(table);
   while (state.KeepRunning()) {
-    restore(state, page.host, items, table);
-    sortOnInstrument(page.host, pageName, table);
+    restore(state, items, table);
+    sortOnInstrument(table);
   }
   page.report(state);
 }
 
 /// The instruments of the page, from the top down, and one more that it lacks.
-void fillOrder(Host& host, const ItemTable& table, std::int16_t missing, OrderTable& order) {
+void fillOrder(const ItemTable& table, std::int16_t missing, OrderTable& order) {
   std::vector<std::int16_t> instruments;
   for (int i = table.itemCount(); i >= 1; --i) {
     if (isStaff(table, i)) {
@@ -165,7 +192,7 @@ void fillOrder(Host& host, const ItemTable& table, std::int16_t missing, OrderTa
     }
   }
   instruments.push_back(missing);
-  setInstrumentOrder(host, instruments, order);
+  setInstrumentOrder(instruments, order);
   setStaffAttributes(table, order);
   OrderEntry& entry = order.entry(order.count());
   entry = order.entry(1);
@@ -176,16 +203,15 @@ void insertOneStaff(benchmark::State& state) {
   constexpr std::int16_t missing = 99;
   OnePage page(state);
   ItemTable table;
-  readFile(page.host, pageName, table);
-  const SystemPage system{page.host, pageName, table};
+  readFile(page.files, pageName, table);
   OrderTable order;
-  fillOrder(page.host, table, missing, order);
-  BarlineList barlines = collectBarlines(system);
-  sortBarlines(page.host, barlines);
+  fillOrder(table, missing, order);
+  BarlineList barlines = collectBarlines(table);
+  sortBarlines(barlines);
   const std::vector<Item> items = itemsOf(table);
   while (state.KeepRunning()) {
-    restore(state, page.host, items, table);
-    insertStaff(system, missing, order, {}, barlines);
+    restore(state, items, table);
+    insertStaff(table, missing, order, {}, barlines);
   }
   page.report(state);
 }
@@ -198,7 +224,7 @@ BENCHMARK(walk)->Apply(sizes);
 BENCHMARK(readAndDecode)->Apply(sizes);
 BENCHMARK(readBars)->Apply(sizes);
 BENCHMARK(sortForAnalysis)->Apply(sizes);
-BENCHMARK(analysePage)->Apply(sizes);
+BENCHMARK(analyzePage)->Apply(sizes);
 BENCHMARK(encode)->Apply(sizes);
 BENCHMARK(write)->Apply(sizes);
 BENCHMARK(sortPerInstrument)->Apply(sizes);

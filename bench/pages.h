@@ -4,7 +4,7 @@
 
 namespace kiv::bench {
 
-/// One system: its staves, the bars of each, and notes that are strewn over the last bars to fill the page.
+/// One system: its staves, the bars of each, and more notes in the last bars to fill the page.
 struct PageShape {
   int staves = 0;
   int bars = 0;
@@ -18,7 +18,7 @@ constexpr PageShape page131{20, 15, 88};  ///< 131 KB, as long as a page can be 
 /// The instrument of the lowest staff; the staves above it have the next ones.
 constexpr int lowestInstrument = 101;
 
-/// The bytes of a page file of that shape; "" when there is no such page, after a word on standard error.
+/// The bytes of a page file of that shape; "" when there is no such page, after a message on standard error.
 std::string makePage(const PageShape& shape);
 
 }  // namespace kiv::bench

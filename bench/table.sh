@@ -9,11 +9,11 @@ awk -F '\t' -v form="${form#--}" '
   function orDash(text) { return text == "" ? "-" : text }
   function orNull(text) { return text == "" ? "null" : text }
   function head(layout) {
-    printf layout, "run", "pages", "rounds", "ms, median (range)", "floor, ms", "ratio", "CPU ms / floor", "MB resident"
+    printf layout, "run", "pages", "rounds", "ms, median (range)", "baseline, ms", "ratio", "CPU ms / baseline", "MB resident"
   }
   function line(layout) { printf layout, $1, $2, $3, span(4), span(7), orDash($10), ms($12) " / " ms($13), sprintf("%.1f", $11 / 1024) }
   BEGIN {
-    text = "%-13s %5s %6s  %-26s %-26s %6s  %-17s %12s\n"
+    text = "%-13s %5s %6s  %-26s %-26s %6s  %-19s %12s\n"
     markdown = "| %s | %s | %s | %s | %s | %s | %s | %s |\n"
     if (form == "text") head(text)
     if (form == "markdown") { head(markdown); print "| --- | ---: | ---: | --- | --- | ---: | --- | ---: |" }
@@ -25,7 +25,7 @@ awk -F '\t' -v form="${form#--}" '
   form == "json" {
     printf "%s {\"run\": \"%s\", \"pages\": %s, \"rounds\": %s, \"seconds\": %s, \"lowest\": %s, \"highest\": %s, ",
       (NR > 2 ? ",\n" : ""), $1, $2, $3, $4, $5, $6
-    printf "\"floor\": %s, \"floorLowest\": %s, \"floorHighest\": %s, \"ratio\": %s, \"residentKB\": %s, \"cpu\": %s, \"floorCpu\": %s}",
+    printf "\"baseline\": %s, \"baselineLowest\": %s, \"baselineHighest\": %s, \"ratio\": %s, \"residentKB\": %s, \"cpu\": %s, \"baselineCpu\": %s}",
       orNull($7), orNull($8), orNull($9), orNull($10), $11, $12, orNull($13)
   }
   END { if (form == "json") print "\n]" }' "$1/bench/runs.tsv"

@@ -1,5 +1,5 @@
-# What makes a mistake in what is delivered harder to use: addresses that nobody knows, no page that is both writable and
-# executable, a guard behind buffers on the stack, marked targets of jumps, and checked calls of the C library.
+# Hardening of the delivered programs: randomized addresses, no memory that is both writable and executable, stack
+# protectors, control-flow protection, and checked calls of the C library.
 if(MSVC OR NOT CMAKE_BUILD_TYPE STREQUAL "Release")
   return()
 endif()
@@ -8,7 +8,7 @@ if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|amd64")
   add_compile_options(-fcf-protection)
 endif()
 if(MINGW)
-  # The first brings the library with the guards.
+  # The first one links the library of the stack protector.
   add_link_options(-fstack-protector-strong -Wl,--dynamicbase,--high-entropy-va,--nxcompat)
 elseif(UNIX AND NOT APPLE)
   set(CMAKE_POSITION_INDEPENDENT_CODE ON)

@@ -1,12 +1,12 @@
-option(KIV_SANITIZE "Build with address and undefined-behaviour sanitizers" OFF)
+option(KIV_SANITIZE "Build with address and undefined-behavior sanitizers" OFF)
 if(KIV_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
-# The fuzz targets and all that they call.
+# The fuzz targets and everything that they call.
 option(KIV_FUZZ "Build the fuzz targets; needs clang" OFF)
-option(KIV_FUZZ_FAST "More runs of the fuzz targets in the same time, with less watched" OFF)
+option(KIV_FUZZ_FAST "More runs of the fuzz targets in the same time, with fewer checks" OFF)
 if(KIV_FUZZ)
   if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
     message(FATAL_ERROR "The fuzz targets need clang: cmake --preset fuzz")

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "fuzz/support/expect.h"
-#include "fuzz/support/memory_host.h"
+#include "fuzz/support/fuzz_host.h"
 #include "fuzz/support/parts.h"
 #include "input/file_names.h"
 #include "input/files.h"
@@ -26,36 +26,36 @@ std::size_t recordsIn(std::string_view text) {
   return records;
 }
 
-/// A load without a message has taken every record, and all that it took can be used.
-void checkLoad(MemoryHost& host, const NamesTable& names, std::string_view text) {
+/// A load without a message has read every record, and all names can be used.
+void checkLoad(FuzzHost& host, const NamesTable& names, std::string_view text) {
   expect(static_cast<std::size_t>(names.nameCount) == recordsIn(text), "every record is a name");
   expect(static_cast<std::size_t>(names.nameCount) == names.nameList.size(), "names are counted");
   expect(names.namesValid == (names.nameCount > 0), "names are valid when there are some");
   for (int i = 1; i <= names.nameCount; ++i) {
-    expect(names.name(i) == host.upperCase(names.name(i)), "names are in capitals");
+    expect(names.name(i) == host.machine.upperCase(names.name(i)), "names are in capitals");
     expect(justPath(names.name(i)) == names.firstPrefix, "all names lie in one folder");
-    expect(FileExists(host, names.name(i)), "all names are names of files");
+    expect(FileExists(host.files, names.name(i)), "all names are names of files");
   }
 }
 
 void run(std::string_view text) {
-  static MemoryHost host;
-  host.restart();
-  host.addFile("C:\\M\\A1.MUS", "");
-  host.addFile("C:\\M\\A2.MUS", "");
-  host.addFile("B\\A1.MUS", "");
-  host.addFile(namesFile, std::string(text));
-  host.refusesDeletion = text.size() % 5 == 4;
+  FuzzHost host;
+  FuzzFiles& files = host.files;
+  files.addFile("C:\\M\\A1.MUS", "");
+  files.addFile("C:\\M\\A2.MUS", "");
+  files.addFile("B\\A1.MUS", "");
+  files.addFile(namesFile, std::string(text));
+  files.refusesDeletion = text.size() % 5 == 4;
   NamesTable names;
-  const auto end = endOf([&] { LoadNamesTable(host, namesFile, names); });
+  const auto end = exitCodeOf(host.user, [&] { LoadNamesTable(host.host(), namesFile, names); });
   expect(!end, "no names file ends the program");
-  expect(host.find(namesFile) == nullptr || *host.find(namesFile) == text, "the names file stays as it is, or goes");
-  expect(host.find(namesFile) != nullptr || names.nameCount == 0, "a names file that is deleted leaves no names");
-  if (host.messages == 0) {
+  expect(files.find(namesFile) == nullptr || *files.find(namesFile) == text, "the names file stays as it is, or goes");
+  expect(files.find(namesFile) != nullptr || names.nameCount == 0, "a names file that is deleted leaves no names");
+  if (host.user.messages().empty()) {
     checkLoad(host, names, text);
   }
   // A second load starts with what the first one left.
-  LoadNamesTable(host, namesFile, names);
+  LoadNamesTable(host.host(), namesFile, names);
 }
 
 }  // namespace

@@ -16,10 +16,10 @@
 #include "analysis/verdict.h"
 #include "conversion/report_index.h"
 #include "fuzz/support/expect.h"
-#include "fuzz/support/fresh_program.h"
+#include "fuzz/support/fuzz_host.h"
 #include "fuzz/support/parts.h"
+#include "fuzz/support/reference_check.h"
 #include "pagetext/page_text.h"
-#include "shell/cmd_convert.h"
 
 namespace kiv::fuzz {
 namespace {
@@ -34,7 +34,7 @@ const std::string& page() {
   return bytes;
 }
 
-/// Consistency as it is told of: no two systems of which the lists differ.
+/// Consistency by its definition: no two systems whose lists differ.
 bool isConsistent(const SystemTable& table) {
   std::set<std::string> lists;
   for (const SystemTable::System& system : table.systems) {
@@ -43,22 +43,22 @@ bool isConsistent(const SystemTable& table) {
   return lists.size() <= 1;
 }
 
-void checkVerdict(MemoryHost& host) {
+void checkVerdict(FuzzHost& host) {
   SystemTable systems;
-  if (!endOf([&] { phase5(host, 1, systems); })) {
+  if (!exitCodeOf(host.user, [&] { phase5(host.files, 1, systems); })) {
     const std::string expected = isConsistent(systems) ? "CONSISTENCY=YES\r\n" : "CONSISTENCY=NO\r\n";
-    expect(*host.find(verdictFile) == expected + "MULTIFILE=YES\r\n", "the verdict is that of the systems");
+    expect(*host.files.find(verdictFile) == expected + "MULTIFILE=YES\r\n", "the verdict is that of the systems");
     std::set<std::int16_t> numbers;
     for (const SystemTable::System& system : systems.systems) {
       expect(numbers.insert(system.systemNumber).second, "a system is in the table once");
     }
   } else {
-    expect(host.find(verdictFile) == nullptr, "a report that cannot be read has no verdict");
+    expect(host.files.find(verdictFile) == nullptr, "a report that cannot be read has no verdict");
   }
 }
 
 /// Every distinct text is counted once, and comments not at all.
-void checkCount(MemoryHost& host, std::string_view report) {
+void checkCount(FuzzHost& host, std::string_view report) {
   constexpr std::string_view key = ",INSTRID=";
   std::set<std::string, std::less<>> identifiers;
   forEachLine(report, [&](std::string_view line) {
@@ -69,22 +69,22 @@ void checkCount(MemoryHost& host, std::string_view report) {
     }
   });
   std::int16_t count = 0;
-  const bool ended = endOf([&] { count = numberOfInstruments(host); }).has_value();
+  const bool ended = exitCodeOf(host.user, [&] { count = numberOfInstruments(host.files); }).has_value();
   expect(ended ? identifiers.size() > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())
                : static_cast<std::size_t>(count) == identifiers.size(),
          "instruments are counted");
 }
 
-void checkIndex(MemoryHost& host) {
+void checkIndex(FuzzHost& host) {
   ReportIndex index;
-  if (endOf([&] { index = readReport(host); })) {
+  if (exitCodeOf(host.user, [&] { index = readReport(host.files); })) {
     return;
   }
   const std::set<std::int16_t> distinct(index.instruments.begin(), index.instruments.end());
   expect(distinct.size() == index.instruments.size(), "an instrument has one place in the order");
   for (int system = 1; system <= index.systemCount(); ++system) {
     std::vector<StaffRecord> staves;
-    if (!endOf([&] { staves = stavesOf(host, index, static_cast<std::int16_t>(system)); })) {
+    if (!exitCodeOf(host.user, [&] { staves = stavesOf(index, static_cast<std::int16_t>(system)); })) {
       expect(!staves.empty(), "a system has staves");
     }
     for (const StaffRecord& staff : staves) {
@@ -95,18 +95,19 @@ void checkIndex(MemoryHost& host) {
 }
 
 void run(std::string_view report) {
-  const FreshProgram fresh;
-  fresh.host.addFile(reportFile, std::string(report));
-  checkVerdict(fresh.host);
-  checkCount(fresh.host, report);
-  checkIndex(fresh.host);
-  fresh.host.addFile("C:\\M\\X1.MUS", page());
+  FreshProgram fresh;
+  fresh.files.addFile(reportFile, std::string(report));
+  checkVerdict(fresh);
+  checkCount(fresh, report);
+  checkIndex(fresh);
+  fresh.files.addFile("C:\\M\\X1.MUS", page());
   fresh.program.panel.txtFirstResultFile.text = "C:\\OUT\\WORK0001.MUS";
-  const bool ended = !endOf([&] { cmdConvert_Click(fresh.program); });
-  const auto index = ended ? readReport(fresh.host) : ReportIndex();
-  expect(!ended || fresh.host.lastMessage.starts_with("Created " + std::to_string(index.systemCount()) + " files."),
-         "a conversion tells how many files there are");
-  expect(*fresh.host.find(reportFile) == report && *fresh.host.find("C:\\M\\X1.MUS") == page(),
+  reference::Tables tables;
+  const bool converted = !convertBesideReference(fresh, tables);
+  const auto index = converted ? readReport(fresh.files) : ReportIndex();
+  expect(!converted || fresh.user.lastText().starts_with("Created " + std::to_string(index.systemCount()) + " files."),
+         "a conversion reports the number of files");
+  expect(*fresh.files.find(reportFile) == report && *fresh.files.find("C:\\M\\X1.MUS") == page(),
          "inputs are not touched");
 }
 

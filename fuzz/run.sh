@@ -1,7 +1,7 @@
 #!/bin/sh
 # Runs fuzz targets.
 #
-#   fuzz/run.sh BUILD SECONDS TARGET...   each for so long, on from the local corpus in BUILD/corpus; what it finds lies in
+#   fuzz/run.sh BUILD SECONDS TARGET...   each for SECONDS, starting from the local corpus in BUILD/corpus; findings are in
 #                                         BUILD/finds
 #   fuzz/run.sh BUILD --check TARGET...   each over its seeds and the same new inputs every time
 set -eu
@@ -10,7 +10,7 @@ build=$1
 length=$2
 shift 2
 
-# Inputs are as long as the target's depth needs, and no longer: short ones run fast.
+# Inputs are as long as the target needs, and no longer: short ones run fast.
 longest() {
   case $1 in
     end_to_end) echo 100 ;;
@@ -37,9 +37,9 @@ fuzz() {
   finds=$build/finds/$target
   mkdir -p "$corpus" "$finds"
   [ ! -f "$here/$target.dict" ] || set -- "$@" -dict="$here/$target.dict"
-  # How often an edge is taken tells little more of a whole road than that it is taken, and costs half of the time.
+  # How often an edge is taken says little more about such a long run than that it is taken, and costs half of the time.
   [ "$target" != end_to_end ] || set -- "$@" -use_counters=0
-  # A count of blocks after every run takes its time; what leaks is told in the end.
+  # A count of blocks after every run is slow; leaks are reported at the end.
   set -- "$@" -max_len="$(longest "$target")" -detect_leaks=0 -timeout=20 -rss_limit_mb=1024 -print_final_stats=1 \
     -artifact_prefix="$finds/" "$corpus" "$build/seeds/$target"
   if "$build/fuzz/fuzz_$target" "$@" >"$finds/log.txt" 2>&1; then
@@ -51,12 +51,12 @@ fuzz() {
   fi
   grep -E 'does not hold|ERROR|runtime error|SUMMARY' "$finds/log.txt" || tail -n 20 "$finds/log.txt"
   found=$(sed -n 's/.*Test unit written to //p' "$finds/log.txt" | tail -n 1)
-  echo "$target: FOUND something; again with"
+  echo "$target: FAILED; reproduce it with"
   echo "  ASAN_OPTIONS=malloc_context_size=30 $build/fuzz/fuzz_$target $found"
   return 1
 }
 
-# What depends on where the process lies in memory, or on the clock, is left out.
+# Without what depends on addresses or on the clock.
 same='-use_cmp=0 -use_memmem=0 -entropic=0 -reload=0'
 
 bad=0

@@ -1,5 +1,5 @@
-// Any bytes as what the program is told by the files around it: the project's settings file, the profile, the names
-// file, and the answer of the module for folder choice.
+// Any bytes as what the program reads of its surroundings: the project's settings file, the profile, the names file,
+// and the answer of the module for folder choice.
 
 #include <cstddef>
 #include <cstdint>
@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "fuzz/support/expect.h"
-#include "fuzz/support/fresh_program.h"
+#include "fuzz/support/fuzz_host.h"
 #include "fuzz/support/parts.h"
 #include "shell/frm_kivsystem.h"
 #include "shell/result_folder.h"
@@ -60,24 +60,25 @@ void run(std::string_view text) {
   const std::string& os = parts[3];
   const std::string& names = parts[4];
   const std::string& answer = parts[5];
-  const FreshProgram fresh;
-  fresh.host.addFile(projectFile, project);
-  fresh.host.addFile(namesFile, names);
-  fresh.host.addFile("KIVFOLDR.KIV", answer);
-  fresh.host.addFile("C:\\M\\A1.MUS", "");
+  FreshProgram fresh;
+  fresh.files.addFile(projectFile, project);
+  fresh.files.addFile(namesFile, names);
+  fresh.files.addFile("KIVFOLDR.KIV", answer);
+  fresh.files.addFile("C:\\M\\A1.MUS", "");
   for (const char* module : {"C:\\KIV\\KIVNAMES.EXE", "C:\\KIV\\KIVOLE.EXE", "C:\\KIV\\KIVFOLDR.EXE"}) {
-    fresh.host.addFile(module, "");
+    fresh.files.addFile(module, "");
   }
-  fresh.host.refusesDeletion = true;  // any of them may pass for a broken names file
-  fresh.host.profile = {{"TOP", top}, {"LEFT", left}, {"OS", os}};
+  fresh.files.refusesDeletion = true;  // any of them may pass for a broken names file
+  fresh.machine.profile = {{"TOP", top}, {"LEFT", left}, {"OS", os}};
   KivSystem& program = fresh.program;
-  expect(!endOf([&] { Form_Load(program, "CALLEDBY=KIV,FUNCTION=MAIN"); }), "the panel gets ready whatever it is told");
+  expect(!exitCodeOf(fresh.user, [&] { Form_Load(program, "CALLEDBY=KIV,FUNCTION=MAIN"); }),
+         "the panel gets ready with any settings");
   expect(program.settings.musFolder == valueOf("MusDirectory=", project), "the music folder is the one set last");
   expect(program.settings.namesFile == valueOf("NamesFile=", project), "the names file is the one set last");
   expect(program.settings.osName == os.substr(0, 31), "the profile is read");
-  expect(!endOf([&] { cmdSelectFiles_Click(program); }), "files can be selected");
-  expect(!endOf([&] { cmdSelectFiles_OLEDragDrop(program, {{top, left}}); }), "files can be dropped");
-  expect(!endOf([&] { checkFolder(program, answer); }), "a folder can be chosen");
+  expect(!exitCodeOf(fresh.user, [&] { cmdSelectFiles_Click(program); }), "files can be selected");
+  expect(!exitCodeOf(fresh.user, [&] { cmdSelectFiles_OLEDragDrop(program, {{top, left}}); }), "files can be dropped");
+  expect(!exitCodeOf(fresh.user, [&] { checkFolder(program, answer); }), "a folder can be chosen");
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Makes apps/kivsystem/icon.ico anew from its drawings. Needs librsvg2-bin and icoutils.
+# Makes apps/kivsystem/icon.ico from its drawings. Needs librsvg2-bin and icoutils.
 set -eu
 cd "$(dirname "$0")/../apps/kivsystem"
 pictures=$(mktemp -d)
@@ -14,6 +14,6 @@ draw icon.svg 32
 draw icon-24.svg 48
 draw icon.svg 64
 draw icon.svg 256
-# The largest one lies in the file as PNG, as the system expects it.
+# The largest one is stored as PNG, as the system expects it.
 icotool --create --output icon.ico "$pictures/16.png" "$pictures/24.png" "$pictures/32.png" "$pictures/48.png" \
   "$pictures/64.png" --raw="$pictures/256.png"

@@ -9,8 +9,8 @@ windows=$(cd "$2" && pwd)
 mkdir -p "$3"
 folder=$(cd "$3" && pwd)
 
-# The files bear the time of the last commit, so that the same sources make the same packages. Sources without a history
-# have a time of their own.
+# The files have the time of the last commit, so that the packages are reproducible. Sources without a history have a
+# fixed time.
 time_of_sources() {
   git -c safe.directory="$sources" -C "$sources" log -1 --format=%ct 2>/dev/null || stat -c %Y "$sources/CMakeLists.txt"
 }
@@ -38,9 +38,9 @@ make_pages() {
 make_completions() {
   rm -rf "$windows/completions"
   mkdir -p "$windows/completions"
-  "$linux/apps/kivsys/kivsys" completions powershell >"$windows/completions/told"
-  sed "s/\$/$(printf '\r')/" "$windows/completions/told" >"$windows/completions/kivsys.ps1"
-  rm "$windows/completions/told"
+  "$linux/apps/kivsys/kivsys" completions powershell >"$windows/completions/lines"
+  sed "s/\$/$(printf '\r')/" "$windows/completions/lines" >"$windows/completions/kivsys.ps1"
+  rm "$windows/completions/lines"
 }
 
 make_zip() {

@@ -1,4 +1,4 @@
-# What is delivered, and where it lies in a delivery. Included last, when every program is known.
+# What is delivered, and where it lies in a package. Included last, when every program is known.
 set(CPACK_PACKAGE_NAME KivSystem)
 set(CPACK_PACKAGE_VENDOR KivSystem)
 set(CPACK_PACKAGE_CONTACT "KivSystem <kivsystem@localhost>")
@@ -10,6 +10,7 @@ set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/stage.cmake)
 if(WIN32)
   include(${CMAKE_CURRENT_LIST_DIR}/windows.cmake)
 else()
+  include(${CMAKE_CURRENT_LIST_DIR}/install.cmake)
   include(${CMAKE_CURRENT_LIST_DIR}/debian.cmake)
 endif()
 include(CPack)

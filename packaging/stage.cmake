@@ -1,5 +1,5 @@
-# Runs when everything lies in CPack's folder and before it is packed. Times come from the state of the sources, so that
-# a package made twice is the same twice.
+# Runs when everything lies in CPack's folder and before it is packed. Times come from the state of the sources, so
+# that packages are reproducible.
 set(stage ${CPACK_TEMPORARY_DIRECTORY})
 file(GLOB_RECURSE staged LIST_DIRECTORIES true ${stage}/*)
 if(DEFINED ENV{SOURCE_DATE_EPOCH})
@@ -10,7 +10,7 @@ if(NOT CPACK_GENERATOR STREQUAL NSIS)
 endif()
 
 # The installer's list of files, in order, and the uninstaller's, which holds nothing else. KIVPROJ.PRO may be the
-# user's by then; the template cares for it.
+# user's by then; the template handles it.
 set(install "")
 set(remove "")
 set(folders "")

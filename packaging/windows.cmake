@@ -10,28 +10,29 @@ function(kiv_install_text file folder)
   file(READ ${file} text)
   string(REPLACE "\r\n" "\n" text "${text}")
   string(REPLACE "\n" "\r\n" text "${text}")
-  set(made ${PROJECT_BINARY_DIR}/texts/${folder}/${name})
-  file(WRITE ${made} "${text}")
-  install(FILES ${made} DESTINATION ${folder})
+  set(converted ${PROJECT_BINARY_DIR}/texts/${folder}/${name})
+  file(WRITE ${converted} "${text}")
+  install(FILES ${converted} DESTINATION ${folder})
 endfunction()
 
 install(TARGETS kivsystem kivsys kivnames kivole kivfoldr RUNTIME DESTINATION .)
 foreach(name IN ITEMS KIVPROJ.PRO README.txt "Start KivSystem.cmd")
   kiv_install_text("${CMAKE_CURRENT_LIST_DIR}/windows/${name}" .)
 endforeach()
-foreach(name IN ITEMS user-guide.md conversion.md json.md json-schema.json mus-format.md page-text.md proof.md
+foreach(name IN ITEMS cli.md user-guide.md conversion.md json.md json-schema.json mus-format.md page-text.md proof.md
     report-format.md)
   kiv_install_text(docs/${name} docs)
 endforeach()
+kiv_install_text(CHANGELOG.md .)
 # Those of the user guide.
 foreach(picture IN ITEMS analyzed created panel result)
   install(FILES docs/pictures/${picture}.png DESTINATION docs/pictures)
 endforeach()
 
-# The native program tells `packaging/package.sh` what PowerShell completes.
+# packaging/package.sh has the native program print what PowerShell completes.
 install(DIRECTORY ${PROJECT_BINARY_DIR}/completions DESTINATION .)
 
-# The example as page texts, and as pages, which `packaging/package.sh` has the native program make of them.
+# The example as page texts, and as pages, which packaging/package.sh builds from them with the native program.
 kiv_install_text(examples/README.md examples)
 file(GLOB texts RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS examples/beethoven-9/*.txt
   examples/beethoven-9/results/*.txt)

@@ -1,49 +1,166 @@
 #!/bin/sh
-# House rules that no compiler checks.
+# Rules that no compiler checks. Prints each violation, and fails if there is one.
 set -u
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/.." || exit
 bad=0
-files() { git -c safe.directory="$PWD" ls-files -co --exclude-standard -- "$@" | grep .; }
-files 'src/*.cpp' >/dev/null || {
-  echo "house rules: git does not list the sources" >&2
-  exit 1
+files() {
+  git -c safe.directory="$PWD" ls-files -co --exclude-standard -- "$@" | while IFS= read -r file; do
+    [ ! -f "$file" ] || printf '%s\n' "$file"
+  done
 }
-complain() {
-  echo "house rules: $*" >&2
+violation() {
+  echo "lint: $*" >&2
   bad=1
 }
 
+sources=$(files 'src/*.h' 'src/*.cpp' 'apps/*.h' 'apps/*.cpp' 'tests/*.h' 'tests/*.cpp' 'fuzz/*.h' 'fuzz/*.cpp' \
+  'bench/*.h' 'bench/*.cpp')
+[ -n "$sources" ] || {
+  echo "lint: git does not list the sources" >&2
+  exit 1
+}
+
 # A test file that no target names would never run.
+lists=$(files 'tests/*CMakeLists.txt')
 for file in $(files 'tests/*_test.cpp'); do
-  name=${file#tests/}
-  grep -rqE "(^|[ (/])${name##*/}([ )]|\$)" tests --include CMakeLists.txt || complain "$file: no target builds it"
+  # shellcheck disable=SC2086  # a list of files is meant
+  grep -qE "(^|[ (/])${file##*/}([ )]|\$)" $lists || violation "$file: no target builds it"
 done
 
-# The core reaches the world through the host only.
-for file in $(files 'src/base' 'src/mus' 'src/pagetext' 'src/input' 'src/analysis' 'src/sort' 'src/conversion' 'src/diagnostics' 'src/drawing' 'src/verify' 'src/survey' 'src/shell' 'src/platform/*.cpp' 'src/platform/*.h'); do
-  case $file in src/platform/*/*) continue ;; esac
-  if grep -nE '#include <(windows\.h|fstream|filesystem|unistd\.h|iostream|cstdlib|fcntl\.h|sys/.*)>' "$file" |
-    grep -v 'cstdlib'; then
-    complain "$file: the core includes no platform header"
-  fi
-done
+# The libraries of src/, and what each of them links: "library linked linked ...".
+LIBRARIES=$(sed -n 's/.*kiv_library(\([a-z0-9]*\).*/\1/p' src/*/CMakeLists.txt)
+LINKS=$(cat src/*/CMakeLists.txt | tr '\n' ' ' | grep -o 'target_link_libraries(kiv_[^)]*)' |
+  sed 's/target_link_libraries(kiv_//; s/)//; s/ PUBLIC\| PRIVATE\| INTERFACE//g; s/ kiv_/ /g')
+export LIBRARIES LINKS
 
-# A proof that leaned on what it proves would be none.
-for file in $(files 'src/verify'); do
-  if grep -nE '#include "(conversion|sort)/' "$file"; then
-    complain "$file: a proof shares nothing with the conversion"
-  fi
-done
+# shellcheck disable=SC2086  # a list of files is meant
+awk '
+function violation(text) {
+  print "lint: " FILENAME ":" FNR ": " text > "/dev/stderr"
+  bad = 1
+}
 
-# Headers stand on their own and are included once.
-for file in $(files '*.h'); do
-  [ "$(head -n 1 "$file")" = '#pragma once' ] || complain "$file: must begin with #pragma once"
-done
+# The library that a file below src/ belongs to.
+function library_of(path) {
+  if (path ~ /^platform\/(posix|win32)\//) {
+    return "native"
+  }
+  if (path ~ /^platform\/console\//) {
+    return "console"
+  }
+  sub(/\/.*/, "", path)
+  return path
+}
 
-# Short files are found again.
-for file in $(files 'src/*.h' 'src/*.cpp' 'apps/*.h' 'apps/*.cpp'); do
-  lines=$(wc -l <"$file")
-  [ "$lines" -le 400 ] || complain "$file: $lines lines"
-done
+# Adds to linked what the library links, directly or through others.
+function add_links(whole, library, i, count, names) {
+  linked[whole, library] = 1
+  count = split(links[library], names, " ")
+  for (i = 1; i <= count; ++i) {
+    if (!((whole, names[i]) in linked)) {
+      add_links(whole, names[i])
+    }
+  }
+}
+
+function check_length() {
+  if (lines > 300) {
+    print "lint: " file ": " lines " lines, at most 300 are allowed" > "/dev/stderr"
+    bad = 1
+  }
+}
+
+function check_include(path) {
+  sub(/^#include "/, "", path)
+  sub(/".*/, "", path)
+  included = library_of(path)
+  if (path !~ /\// || !(included in libraries)) {
+    return
+  }
+  if (!((library, included) in linked)) {
+    violation("src/" library " does not link " included ", and includes " path)
+  }
+  # A proof that uses what it proves would be none.
+  if (library == "verify" && included ~ /^(analysis|conversion|sort|shell)$/) {
+    violation("verify shares nothing with " included)
+  }
+}
+
+function check_comment(text) {
+  # The first "//" that is not inside a text.
+  if (!match(text, /(^|[ \t])\/\/.*/)) {
+    return
+  }
+  text = " " tolower(substr(text, RSTART)) " "
+  gsub(/nolint[^ ]*/, "", text)
+  if (match(text, dialect)) {
+    violation("write the standard term instead of \"" substr(text, RSTART + 1, RLENGTH - 2) "\"")
+  }
+  if (match(text, british)) {
+    violation("American spelling: \"" substr(text, RSTART + 1, RLENGTH - 2) "\"")
+  }
+}
+
+BEGIN {
+  dialect = "[^a-z](rooms?|house rules?|whole[ _]road|afresh|anew|told|tells?|in good order|without a word|troubles?|" \
+    "persons?|so many|second witness|thinks? out|mends?|fails? on order)[^a-z]"
+  british = "[^a-z]((colour|behaviour|centre|neighbour|favour)(s|ed)?|analys(e|ed|ing)|" \
+    "(optimi|minimi|maximi|recogni|summari)s(e|es|ed|ing|ation))[^a-z]"
+  count = split(ENVIRON["LINKS"], targets, "\n")
+  for (t = 1; t <= count; ++t) {
+    name = targets[t]
+    sub(/ .*/, "", name)
+    sub(/^[^ ]* ?/, "", targets[t])
+    links[name] = links[name] " " targets[t]
+  }
+  count = split(ENVIRON["LIBRARIES"], names, "\n")
+  for (t = 1; t <= count; ++t) {
+    libraries[names[t]] = 1
+    add_links(names[t], names[t])
+  }
+}
+
+FNR == 1 {
+  check_length()
+  file = FILENAME
+  in_src = file ~ /^src\//
+  # All of src/ but the parts of platform that stand for one system.
+  core = in_src && file !~ /^src\/platform\/(posix|win32|console)\//
+  library = in_src ? library_of(substr(file, 5)) : ""
+  if (in_src && !(library in libraries)) {
+    print "lint: " file ": src/CMakeLists.txt and its folders name no library for it" > "/dev/stderr"
+    bad = 1
+  }
+  # Headers stand on their own and are included once.
+  if (file ~ /\.h$/ && $0 != "#pragma once") {
+    violation("must begin with #pragma once")
+  }
+  may_build_messages = file ~ /^(src\/messages|src\/platform|tests|apps\/kivsys\/output)\//
+}
+{ lines = FNR }
+
+in_src && /^#include "/ { check_include($0) }
+
+core && /^#include <(windows\.h|fstream|filesystem|iostream|unistd\.h|fcntl\.h|sys\/.*)>/ {
+  violation("the core includes no platform header")
+}
+
+!may_build_messages && /Icon::(information|exclamation|critical)/ {
+  violation("messages are built in src/messages only")
+}
+
+file ~ /^(src|apps)\// {
+  check_comment($0)
+  # These two names are given, and so are texts.
+  gsub(/setDetail(Clef|Rest)Hite|"[^"]*"/, "")
+  if ($0 ~ /(^|[^wW])[hH]ite/) {
+    violation("write height instead of hite")
+  }
+}
+
+END {
+  check_length()
+  exit bad
+}' $sources || bad=1
 
 exit $bad

@@ -8,7 +8,7 @@
 namespace kiv {
 
 // A call is one line of fields, KEY=value, with commas between them. Nothing is quoted and values may hold commas, so
-// the keys, which are known and come in a fixed order, tell where a value ends.
+// the keys, which are known and come in a fixed order, show where a value ends.
 
 /// The values of the fields with these keys, in their order. The last one runs to the end of the line. nullopt when the
 /// line does not begin with the first key, or lacks one.
@@ -18,7 +18,7 @@ std::optional<std::vector<std::string>> fieldValues(std::string_view line, const
 struct NamesCall {
   std::string startFolder;
   std::string type;       ///< the suffix, without its period
-  std::string musFolder;  ///< where the files lie; "" when nobody knows
+  std::string musFolder;  ///< the folder of the files; "" when it is unknown
   std::string namesFile;
 };
 inline constexpr std::string_view namesCallForm =
@@ -26,11 +26,11 @@ inline constexpr std::string_view namesCallForm =
 /// nullopt when the line has another form, or leaves type or names file empty.
 std::optional<NamesCall> parseNamesCall(std::string_view line);
 
-/// What KIVOLE is asked: which of the dropped files to take, and where to write them.
+/// What KIVOLE is asked: which of the dropped files to keep, and where to write them.
 struct DropCall {
   std::string namesFile;
   std::string type;  ///< the suffix, without its period
-  std::string list;  ///< the dropped paths, a comma behind each
+  std::string list;  ///< the dropped paths, a comma after each
 };
 inline constexpr std::string_view dropCallForm =
     "STARTDIR=folder,NAMESFILE=file,DEBUG=NO,TYPE=type,LIST=path,path,...,";

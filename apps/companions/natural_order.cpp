@@ -10,9 +10,9 @@ bool isDigit(wchar_t c) {
   return c >= L'0' && c <= L'9';
 }
 
-/// Cuts the digits at the front of the text off and returns them, leading zeros left out: a number that no type holds
-/// can be compared, too.
-std::wstring_view takeNumber(std::wstring_view& text) {
+/// Cuts off the digits at the front of the text and returns them without leading zeros: a number that no type holds can
+/// be compared, too.
+std::wstring_view cutNumber(std::wstring_view& text) {
   const auto length = static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), isDigit) - text.begin());
   std::wstring_view number = text.substr(0, length);
   text.remove_prefix(length);
@@ -29,7 +29,7 @@ std::strong_ordering compare(std::wstring_view a, std::wstring_view b) {
   while (!a.empty() && !b.empty()) {
     std::strong_ordering order = a.front() <=> b.front();
     if (isDigit(a.front()) && isDigit(b.front())) {
-      order = compareNumbers(takeNumber(a), takeNumber(b));
+      order = compareNumbers(cutNumber(a), cutNumber(b));
     } else {
       a.remove_prefix(1);
       b.remove_prefix(1);
@@ -47,7 +47,7 @@ struct Path {
   std::wstring_view suffix;
 };
 
-/// The parts are compared one by one, lest the period, or a backslash, count as a sign of the name.
+/// The parts are compared one by one, so that the period or a backslash does not count as a character of the name.
 Path partsOf(std::wstring_view path) {
   const std::size_t start = path.rfind(L'\\') + 1;
   const std::wstring_view name = path.substr(start);

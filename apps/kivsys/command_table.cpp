@@ -30,7 +30,7 @@ OptionRow optionRow(const CLI::Option& option) {
   for (const std::string& name : option.get_lnames()) {
     row.names.push_back("--" + name);
   }
-  // A flag has a type of value, too, which nobody writes.
+  // A flag has a value type, too, which no user writes.
   row.value = option.get_items_expected_max() == 0 ? "" : valueOf(option);
   row.kind = kindOf(row.value);
   row.help = option.get_description();

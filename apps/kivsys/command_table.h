@@ -9,10 +9,10 @@ class App;
 
 namespace kiv {
 
-/// What a shell can offer in the place of a value.
+/// What a shell can suggest for a value.
 enum class ValueKind {
   none,  ///< there is no value
-  word,  ///< something that nobody can guess
+  word,  ///< free text, for which there are no suggestions
   page,
   file,
   folder,
@@ -28,24 +28,24 @@ struct OptionRow {
   bool required = false;
 };
 
-/// What a command takes without an option's name.
+/// A positional argument of a command.
 struct OperandRow {
   std::string value;
   ValueKind kind = ValueKind::word;
   std::string help;
   bool required = false;
-  bool many = false;  ///< takes all words that are left
+  bool many = false;  ///< stands for all remaining words
 };
 
 struct CommandRow {
   std::string name;
   std::string help;
-  std::string footer;  ///< paragraphs; a line that begins with two blanks stands as it is
+  std::string footer;  ///< paragraphs; a line that begins with two blanks is preformatted
   std::vector<OptionRow> options;
   std::vector<OperandRow> operands;
 };
 
-/// All that the program understands, in the order of its help.
+/// All commands and options, in the order of the help.
 struct CommandTable {
   CommandRow program;
   std::vector<CommandRow> commands;

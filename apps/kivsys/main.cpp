@@ -6,19 +6,20 @@
 #include "apps/kivsys/command_line.h"
 #include "apps/kivsys/commands/analyze_command.h"
 #include "apps/kivsys/exit_status.h"
-#include "platform/console/console_host.h"
+#include "platform/console/native_system.h"
 #include "shell/start_up.h"
 
 namespace kiv {
 namespace {
 
-/// The arguments as the one text that a sibling tool passes. In a call for an analysis the file name is the core's.
+/// The arguments as the one text that a sibling tool passes. In a call for an analysis the file name is written as the
+/// core writes names.
 std::string commandLineOf(int argc, const char* const* argv) {
   std::string line;
   for (int i = 1; i < argc; ++i) {
     line += (i > 1 ? " " : "") + std::string(argv[i]);
   }
-  return isAnalysisMode(line) ? ConsoleHost::coreName(line) : line;
+  return isAnalysisMode(line) ? NativeSystem::coreName(line) : line;
 }
 
 bool isSiblingCall(const std::string& commandLine) {

@@ -11,7 +11,7 @@
 namespace kiv {
 namespace {
 
-/// The name in the code page; its short form where the page has no sign for a character.
+/// The name in the code page; its short form where the page lacks a character.
 std::string ansiName(const std::wstring& name) {
   std::string ansi = narrow(name, CP_ACP);
   if (wide(ansi) == name) {
@@ -45,7 +45,7 @@ DroppedFiles filesIn(IDataObject& data) {
   return files;
 }
 
-/// The object that the system calls; it counts its users and goes with the last of them.
+/// The object that the system calls; it counts its users and is deleted with the last of them.
 class Target final : public IDropTarget {
  public:
   explicit Target(DropReceiver receiver) : receiver_(std::move(receiver)) {}
@@ -93,12 +93,12 @@ class Target final : public IDropTarget {
   }
 
  private:
-  /// What would become of a drop, of what the other program allows. What is copied are the names.
+  /// The effect of a drop, among those that the other program allows. What is copied are the names.
   DWORD allowed(DWORD effects) const {
     const DWORD copy = effects & DROPEFFECT_COPY;
     const DWORD link = effects & DROPEFFECT_LINK;
-    const DWORD taken = copy != DROPEFFECT_NONE ? copy : link;
-    return receiver_.isReady() ? taken : DROPEFFECT_NONE;
+    const DWORD accepted = copy != DROPEFFECT_NONE ? copy : link;
+    return receiver_.isReady() ? accepted : DROPEFFECT_NONE;
   }
 
   DropReceiver receiver_;

@@ -15,14 +15,14 @@ namespace kiv {
 /// The files of a drop, in their order; nullopt when what was dropped is no list of files.
 using DroppedFiles = std::optional<std::vector<std::string>>;
 
-/// What is told of drops on a control.
+/// The receiver of drops on a control.
 struct DropReceiver {
-  std::function<bool()> isReady;  ///< whether a drop would be taken now
-  /// Takes a drop. The other program waits until this returns, so it must not run long.
+  std::function<bool()> isReady;  ///< whether a drop would be accepted now
+  /// Receives a drop. The other program waits until this returns, so it must not run long.
   std::function<void(DroppedFiles)> dropped;
 };
 
-/// Lets a control take drops until this is destroyed.
+/// Lets a control accept drops until this is destroyed.
 class DropTarget {
  public:
   DropTarget(HWND control, DropReceiver receiver);

@@ -4,8 +4,8 @@
 
 namespace kiv {
 
-int tellOutOfMemory() {
-  // Of all boxes, the system-modal one with this sign is the one that the system keeps memory for.
+int reportOutOfMemory() {
+  // Of all boxes, the system-modal one with this icon is the one that the system keeps memory for.
   MessageBoxA(nullptr, "Run-time error: Out of memory", "KivSystem", MB_OK | MB_ICONHAND | MB_SYSTEMMODAL);
   return 1;
 }

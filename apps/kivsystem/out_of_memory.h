@@ -2,8 +2,8 @@
 
 namespace kiv {
 
-/// Shows the critical box for a run that the memory did not suffice for, and returns the program's exit code. Needs no
+/// Shows the critical box for a run that is out of memory, and returns the program's exit code. Needs no
 /// memory of this program's own.
-int tellOutOfMemory();
+int reportOutOfMemory();
 
 }  // namespace kiv

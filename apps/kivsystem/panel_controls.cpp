@@ -83,12 +83,12 @@ int pixelsOf(int points, int dpi) {
 /// Whether the label's text, in lines as wide as the label, is no higher than it.
 bool fits(HDC context, const ControlLayout& layout, const std::string& text, int dpi) {
   const ControlPlace at = placeInWindow(layout);
-  RECT room{0, 0, toPixels(at.left + at.width, dpi) - toPixels(at.left, dpi), 0};
-  DrawTextA(context, text.c_str(), -1, &room, DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX | DT_EXPANDTABS);
-  return room.bottom <= toPixels(at.top + at.height, dpi) - toPixels(at.top, dpi);
+  RECT bounds{0, 0, toPixels(at.left + at.width, dpi) - toPixels(at.left, dpi), 0};
+  DrawTextA(context, text.c_str(), -1, &bounds, DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX | DT_EXPANDTABS);
+  return bounds.bottom <= toPixels(at.top + at.height, dpi) - toPixels(at.top, dpi);
 }
 
-/// The dialog font in its usual size, or in the largest below it in which every label can be read whole.
+/// The dialog font in its normal size, or in the largest smaller one in which every label fits.
 Font fittingFont(HWND control, int dpi) {
   constexpr int usualPoints = 8;
   constexpr int leastPoints = 5;

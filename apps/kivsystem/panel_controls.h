@@ -29,21 +29,21 @@ class Font {
 /// The panel's controls as windows. They show the state of the panel that they are given.
 class PanelControls {
  public:
-  /// Makes the controls in the window, which owns them.
+  /// Creates the controls in the window, which owns them.
   void create(HWND parent, const Panel& panel, int dpi);
-  /// Moves and sizes them for so many dots per inch.
+  /// Moves and sizes them for this number of dots per inch.
   void place(int dpi);
   /// Changes what differs from the panel's state.
   void show(const Panel& panel);
-  /// Takes over what the person did to a control: the text of the text box, the check of a box.
+  /// Copies what the user changed in a control to the panel: the text of the text box, the check of a box.
   void readBack(int id, Panel& panel);
-  /// Takes back what the person did to a control.
+  /// Undoes what the user changed in a control.
   void undo(int id) const;
 
   /// The layout of the control with this identifier; null for others.
   const ControlLayout* layoutOf(int id) const;
   HWND window(Control Panel::*control) const;
-  /// The first control that takes the keyboard; null when none does.
+  /// The first control that accepts the keyboard; null when none does.
   HWND first() const;
 
  private:

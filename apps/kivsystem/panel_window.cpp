@@ -17,7 +17,8 @@ namespace {
 
 constexpr const char* className = "frmKivSystem";
 constexpr DWORD windowStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
-constexpr const char* busyProperty = "KivSystem.Busy";  // on the window while a handler runs, for who drives it
+constexpr const char* busyProperty =
+    "KivSystem.Busy";  // on the window while a handler runs, for programs that drive it
 constexpr UINT textBoxClicked = WM_APP + 1;
 constexpr UINT filesDropped = WM_APP + 2;
 constexpr UINT monitorChanged = 0x02E0;  // WM_DPICHANGED, which older headers do not name
@@ -30,7 +31,7 @@ HICON icon() {
 void registerClass(WNDPROC procedure) {
   WNDCLASSA windowClass{};
   windowClass.lpfnWndProc = procedure;
-  windowClass.cbWndExtra = DLGWINDOWEXTRA;  // the system's dialog procedure looks after the keyboard
+  windowClass.cbWndExtra = DLGWINDOWEXTRA;  // the system's dialog procedure handles the keyboard
   windowClass.hInstance = GetModuleHandleA(nullptr);
   windowClass.hIcon = icon();
   windowClass.hCursor = LoadCursorA(nullptr, IDC_ARROW);
@@ -54,7 +55,7 @@ bool isHighContrast() {
 }  // namespace
 
 PanelWindow::~PanelWindow() {
-  host_.showOn(nullptr);
+  user_.showOn(nullptr);
   dropTarget_.reset();
   if (window_ != nullptr) {
     DestroyWindow(window_);
@@ -76,7 +77,7 @@ void PanelWindow::measure(Panel& panel) {
 int PanelWindow::run(int show) {
   create(show);
   if (window_ == nullptr) {
-    return tellOutOfMemory();
+    return reportOutOfMemory();
   }
   MSG message{};
   while (GetMessageA(&message, nullptr, 0, 0) > 0) {
@@ -113,7 +114,7 @@ void PanelWindow::create(int show) {
                                                           }});
   SetWindowSubclass(controls_.window(&Panel::txtFirstResultFile), textBoxProcedure, 0,
                     reinterpret_cast<DWORD_PTR>(this));
-  host_.showOn(this);
+  user_.showOn(this);
   shown_ = true;
   ShowWindow(window_, show);
   // This also makes a button the one that the Enter key presses.
@@ -134,7 +135,7 @@ LRESULT CALLBACK PanelWindow::procedure(HWND window, UINT message, WPARAM wParam
   } catch (const std::bad_alloc&) {
     // No exception may leave a procedure that the system calls.
     ShowWindow(window, SW_HIDE);
-    PostQuitMessage(tellOutOfMemory());
+    PostQuitMessage(reportOutOfMemory());
   }
   return DefDlgProcA(window, message, wParam, lParam);
 }
@@ -142,16 +143,16 @@ LRESULT CALLBACK PanelWindow::procedure(HWND window, UINT message, WPARAM wParam
 LRESULT CALLBACK PanelWindow::textBoxProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
                                                DWORD_PTR panelWindow) {
   const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
-  reinterpret_cast<PanelWindow*>(panelWindow)->textBoxTold(message, wParam, lParam);
+  reinterpret_cast<PanelWindow*>(panelWindow)->onTextBoxMessage(message, wParam, lParam);
   return result;
 }
 
-void PanelWindow::textBoxTold(UINT message, WPARAM wParam, LPARAM lParam) {
+void PanelWindow::onTextBoxMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   bool opened = message == WM_KEYDOWN && wParam == VK_F4;
   if (message == WM_LBUTTONDOWN) {
-    pressedInTextBox_ = true;
-  } else if (message == WM_LBUTTONUP && std::exchange(pressedInTextBox_, false)) {
-    // Whoever draws the mouse out of the box marks text.
+    mouseDownInTextBox_ = true;
+  } else if (message == WM_LBUTTONUP && std::exchange(mouseDownInTextBox_, false)) {
+    // A drag out of the box selects text.
     RECT inside{};
     GetClientRect(controls_.window(&Panel::txtFirstResultFile), &inside);
     opened = PtInRect(&inside, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}) != FALSE;
@@ -170,15 +171,15 @@ bool PanelWindow::handle(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& re
       perform([this] { clicked(program_, &Panel::txtFirstResultFile); });
       return true;
     case filesDropped:
-      takeDrop();
+      handleDrop();
       return true;
     case WM_CLOSE:
       perform([this] { clicked(program_, &Panel::cmdReturn); });
       return true;
     case WM_CTLCOLORSTATIC:
-      return colourOf(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam), result);
+      return colorOf(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam), result);
     case WM_SETCURSOR:
-      if (host_.pointer() == Pointer::hourglass) {
+      if (user_.pointer() == Pointer::hourglass) {
         SetCursor(LoadCursorA(nullptr, IDC_WAIT));
         result = TRUE;
         return true;
@@ -211,7 +212,7 @@ void PanelWindow::command(int id, int notification) {
   }
 }
 
-void PanelWindow::takeDrop() {
+void PanelWindow::handleDrop() {
   if (busy_ || !dropped_) {
     return;
   }
@@ -227,9 +228,12 @@ void PanelWindow::perform(const std::function<void()>& handler) {
   SetPropA(window_, busyProperty, window_);
   try {
     handler();
-    // What was pressed while the handler waited for another program comes only now, and is to have no effect.
-    host_.processEvents();
+    // Clicks that were made while the handler waited for another program arrive only now, and must have no effect.
+    user_.processEvents();
   } catch (const ProgramEnd& end) {
+    if (end.message) {
+      user_.show(*end.message);
+    }
     // Nor may this one leave the procedure that the system calls.
     ShowWindow(window_, SW_HIDE);
     PostQuitMessage(end.exitCode);
@@ -237,7 +241,7 @@ void PanelWindow::perform(const std::function<void()>& handler) {
   }
   RemovePropA(window_, busyProperty);
   busy_ = false;
-  if (dropped_) {  // before the handler began
+  if (dropped_) {  // earlier than the handler began
     PostMessageA(window_, filesDropped, 0, 0);
   }
 }
@@ -264,7 +268,7 @@ void PanelWindow::placeOn(int dpi, const RECT* suggested) {
   controls_.place(dpi);
 }
 
-bool PanelWindow::colourOf(HDC context, HWND control, LRESULT& result) const {
+bool PanelWindow::colorOf(HDC context, HWND control, LRESULT& result) const {
   constexpr COLORREF blue = RGB(0, 0, 255);
   if (control != controls_.window(&Panel::lblWait)) {
     return false;

@@ -6,25 +6,25 @@
 
 #include "apps/kivsystem/drop_target.h"
 #include "apps/kivsystem/panel_controls.h"
-#include "apps/kivsystem/panel_host.h"
+#include "apps/kivsystem/panel_user.h"
 #include "apps/kivsystem/taskbar.h"
 #include "shell/kivsystem.h"
 
 namespace kiv {
 
-/// The window that shows the panel and tells its handlers what the person does. While a handler runs, presses have no
-/// effect.
+/// The window that shows the panel and forwards to its handlers what the user does. While a handler runs, clicks have
+/// no effect.
 class PanelWindow final : public PanelView {
  public:
-  PanelWindow(PanelHost& host, KivSystem& program) : host_(host), program_(program) {}
+  PanelWindow(PanelUser& user, KivSystem& program) : user_(user), program_(program) {}
   PanelWindow(const PanelWindow&) = delete;
   PanelWindow& operator=(const PanelWindow&) = delete;
   ~PanelWindow() override;
 
-  /// Tells the panel, before start-up, how large its window will be and how large the screen is.
+  /// Sets, before start-up, the size of the panel's window and of the screen.
   static void measure(Panel& panel);
 
-  /// Shows the window, in the manner that the program was started with, and lives until the program ends. Returns its
+  /// Shows the window, in the manner that the program was started with, and runs until the program ends. Returns its
   /// exit code.
   int run(int show);
 
@@ -40,20 +40,20 @@ class PanelWindow final : public PanelView {
   bool handle(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
   void command(int id, int notification);
   void placeOn(int dpi, const RECT* suggested);
-  bool colourOf(HDC context, HWND control, LRESULT& result) const;
-  void takeDrop();
-  void textBoxTold(UINT message, WPARAM wParam, LPARAM lParam);
+  bool colorOf(HDC context, HWND control, LRESULT& result) const;
+  void handleDrop();
+  void onTextBoxMessage(UINT message, WPARAM wParam, LPARAM lParam);
   void perform(const std::function<void()>& handler);
 
-  PanelHost& host_;
+  PanelUser& user_;
   KivSystem& program_;
   HWND window_ = nullptr;
   PanelControls controls_;
   Taskbar taskbar_;
   std::unique_ptr<DropTarget> dropTarget_;
-  std::optional<DroppedFiles> dropped_;  ///< taken over, and not yet handled
+  std::optional<DroppedFiles> dropped_;  ///< received, and not yet handled
   bool oleStarted_ = false;
-  bool pressedInTextBox_ = false;
+  bool mouseDownInTextBox_ = false;
   bool shown_ = false;
   bool busy_ = false;
 };

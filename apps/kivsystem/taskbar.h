@@ -14,7 +14,7 @@ class Taskbar {
   Taskbar& operator=(const Taskbar&) = delete;
   ~Taskbar() { release(); }
 
-  /// Lets go of the system's part, before the thread leaves its library.
+  /// Releases the system's object, before the thread leaves its library.
   void release();
 
   /// Shows on the window's button how much of all is done; nothing once all is.

@@ -2,6 +2,7 @@
 
 #include "apps/kivsystem/out_of_memory.h"
 #include "apps/kivsystem/panel_window.h"
+#include "platform/win32/win32_system.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
 
@@ -9,14 +10,15 @@
 // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR commandLine, int show) {
   try {
-    kiv::PanelHost host;
-    kiv::KivSystem program(host);
+    kiv::Win32System system;
+    kiv::PanelUser user;
+    kiv::KivSystem program({system, user, system, system});
     kiv::PanelWindow::measure(program.panel);
-    kiv::Form_Load(program, commandLine);
-    return kiv::PanelWindow(host, program).run(show);
-  } catch (const kiv::ProgramEnd& end) {
-    return end.exitCode;
+    if (const auto exitCode = kiv::exitCodeOf(user, [&] { kiv::Form_Load(program, commandLine); })) {
+      return *exitCode;
+    }
+    return kiv::PanelWindow(user, program).run(show);
   } catch (const std::bad_alloc&) {
-    return kiv::tellOutOfMemory();
+    return kiv::reportOutOfMemory();
   }
 }

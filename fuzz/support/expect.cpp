@@ -3,8 +3,7 @@
 #include <cstdlib>
 #include <iostream>
 
-// Blocks that were freed are kept from being used again for a while, and a run frees many. Most of a run would go into
-// keeping them all.
+// The sanitizer quarantines freed blocks, and a run frees many: a large quarantine would take most of the time.
 extern "C" const char* __asan_default_options();   // NOLINT(bugprone-reserved-identifier,cert-*): the sanitizer's name
 extern "C" const char* __asan_default_options() {  // NOLINT(bugprone-reserved-identifier,cert-*)
   return "quarantine_size_mb=1:malloc_context_size=1";

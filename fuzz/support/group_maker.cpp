@@ -6,6 +6,7 @@
 
 #include "fuzz/support/raw_page.h"
 #include "mus/format.h"
+#include "mus/item_type.h"
 
 namespace kiv::fuzz {
 namespace {
@@ -14,7 +15,7 @@ constexpr std::size_t mostFiles = 6;
 constexpr std::size_t mostItems = 200;  // of the whole group, so that a run stays short
 constexpr int barWidth = 100;
 
-/// A byte as a number: mostly a small one in halves, or one that a rule tells from its neighbours.
+/// A byte as a number: mostly a small one in halves, or one at a limit of a rule.
 float numberOf(std::uint8_t byte) {
   constexpr int firstOdd = 160;
   constexpr int below = 32;
@@ -64,11 +65,13 @@ class GroupMaker {
   void newFile(unsigned n);
   void addSystem(int staves, unsigned edge, int firstInstrument);
   void addSystemStaff(int number, int staves, int left, int firstInstrument);
-  void addItem(std::vector<float> par, std::string chunks = {});
-  void addText(float type, unsigned n);
+  void addItem(ItemType type, std::vector<float> others, std::string chunks = {});
+  void addRaw(RawItem item);
+  void addText(ItemType type, unsigned n);
   void addInner(unsigned n);
+  void setParameter(unsigned n);
   void setOption(unsigned n);
-  void spoilLast(unsigned n);
+  void corruptLast(unsigned n);
   RawPage& page() { return pages_.back(); }
   float staffUp(unsigned n) { return static_cast<float>(std::max(1, page().highestStaff - static_cast<int>(n))); }
 
@@ -98,10 +101,16 @@ void GroupMaker::newFile(unsigned n) {
       "X" + std::to_string(pageNumber_) + (letter_ == 0 ? "" : std::string(1, letter_)) + ".MUS";
 }
 
-void GroupMaker::addItem(std::vector<float> par, std::string chunks) {
+/// Adds an item of this type whose other parameters are these.
+void GroupMaker::addItem(ItemType type, std::vector<float> others, std::string chunks) {
+  others.insert(others.begin(), type.number());
+  addRaw({std::move(others), std::move(chunks)});
+}
+
+void GroupMaker::addRaw(RawItem item) {
   if (itemCount_ < mostItems) {
     ++itemCount_;
-    page().items.push_back({std::move(par), std::move(chunks)});
+    page().items.push_back(std::move(item));
   }
 }
 
@@ -116,7 +125,7 @@ void GroupMaker::addSystem(int staves, unsigned edge, int firstInstrument) {
   page().highestStaff = bottom + staves - 1;
 }
 
-/// A staff of a system; of the lowest one, staves tells how many its barline spans.
+/// A staff of a system; of the lowest one, staves is the number that its barline spans; 0 for the others.
 void GroupMaker::addSystemStaff(int number, int staves, int left, int firstInstrument) {
   constexpr float lines[] = {5, 1, 2, 6};
   const unsigned s = next();
@@ -126,35 +135,35 @@ void GroupMaker::addSystemStaff(int number, int staves, int left, int firstInstr
   const auto staff = static_cast<float>(number);
   const auto instrument = static_cast<float>(firstInstrument < 0 ? static_cast<int>(s & 7U) : firstInstrument + number);
   const auto edge = static_cast<float>(left);
-  addItem({type::staff, staff, edge, 0, 0, 0, lines[s >> 3U & 3U], 0, instrument});
+  addItem(ItemType::staff, {staff, edge, 0, 0, 0, lines[s >> 3U & 3U], 0, instrument});
   if ((s & 0x20U) == 0) {
-    addItem({type::clef, staff, edge + 2, 1, 2});
+    addItem(ItemType::clef, {staff, edge + 2, 1, 2});
   }
   if ((s & 0x40U) != 0) {
-    addItem({type::keySignature, staff, edge + 4, 0, 3, 1});
+    addItem(ItemType::keySignature, {staff, edge + 4, 0, 3, 1});
   }
   if ((s & 0x80U) == 0) {
-    addItem({type::timeSignature, staff, edge + 6, 0, 3, 4});
+    addItem(ItemType::timeSignature, {staff, edge + 6, 0, 3, 4});
   }
   if (staves > 0 && way != 2) {
-    addItem({type::barline, staff, edge + (way == 1 ? 1.0F : 0.0F), static_cast<float>(staves)});
+    addItem(ItemType::barline, {staff, edge + (way == 1 ? 1.0F : 0.0F), static_cast<float>(staves)});
   }
   for (int bar = 0; bar < bars; ++bar) {
     const float barline = edge + static_cast<float>(bar * barWidth);
     if (bar > 0 && (staves > 0 || way == 3)) {
-      addItem({type::barline, staff, barline, 1, kind});
+      addItem(ItemType::barline, {staff, barline, 1, kind});
     }
-    addItem({type::note, staff, barline + 10, 0, 0, 0, 1});
+    addItem(ItemType::note, {staff, barline + 10, 0, 0, 0, 1});
   }
 }
 
-void GroupMaker::addText(float type, unsigned n) {
+void GroupMaker::addText(ItemType type, unsigned n) {
   const float length = n == 15 ? numberOf(next()) : static_cast<float>(n);
   std::string chunks(bytesPerWord * (n / 4 + 1), ' ');
   for (std::size_t i = 0; i < std::min<std::size_t>(n, chunks.size()); ++i) {
     chunks[i] = static_cast<char>('a' + i);
   }
-  addItem({type, staffUp(0), 20, 0, 0, 0, 0, 0, 0, 0, 0, type == type::countedText ? length : 0.0F, 0}, chunks);
+  addItem(type, {staffUp(0), 20, 0, 0, 0, 0, 0, 0, 0, 0, type == ItemType::countedText ? length : 0.0F, 0}, chunks);
 }
 
 /// An item on the highest staff, or one further down.
@@ -162,19 +171,31 @@ void GroupMaker::addInner(unsigned n) {
   constexpr float types[] = {1, 2, 3, 4, 9, 10, 17, 18, 14, 14, 2, 13, 5, 7, 12, 8};
   const float staff = staffUp(next() % 8U);
   const float position = numberOf(next());
-  const float type = types[n];
+  const ItemType type(types[n]);
   if (n == 9) {
-    addItem({type, staff, position, 1, lowestBraceKind});
+    addItem(type, {staff, position, 1, lowestBraceKind});
   } else if (n == 10) {
-    addItem({type, staff, position, 0, -2, 0, 0, 0, 0, 0, 0, 0, 1});
+    addItem(type, {staff, position, 0, -2, 0, 0, 0, 0, 0, 0, 0, 1});
   } else {
-    addItem({type, staff, position, numberOf(next()), numberOf(next())});
+    addItem(type, {staff, position, numberOf(next()), numberOf(next())});
   }
+}
+
+/// Sets a parameter of the nth item from the last one.
+void GroupMaker::setParameter(unsigned n) {
+  std::vector<RawItem>& items = page().items;
+  if (items.empty()) {
+    return;
+  }
+  RawItem& item = items[items.size() - 1 - std::min<std::size_t>(n, items.size() - 1)];
+  const std::size_t p = next() % parameterCount;
+  item.par.resize(std::max(item.par.size(), item.chunks.empty() ? p + 1 : 0));
+  item.par[p % item.par.size()] = numberOf(next());
 }
 
 void GroupMaker::setOption(unsigned n) {
   bool* const options[] = {&group_.allowZeroId, &group_.hideNumbers, &group_.asksFirst,
-                           &group_.runsTwice,   &group_.besideInput, &group_.analyseAgain};
+                           &group_.runsTwice,   &group_.besideInput, &group_.analyzesResults};
   if (n < std::size(options)) {
     *options[n] = true;
   } else {
@@ -182,7 +203,7 @@ void GroupMaker::setOption(unsigned n) {
   }
 }
 
-void GroupMaker::spoilLast(unsigned n) {
+void GroupMaker::corruptLast(unsigned n) {
   if (page().items.empty()) {
     return;
   }
@@ -192,7 +213,7 @@ void GroupMaker::spoilLast(unsigned n) {
   } else if (n == 1) {
     page().items.pop_back();
   } else if (n == 2) {
-    addItem(item.par, item.chunks);
+    addRaw({item.par, item.chunks});
   } else {
     item.par.resize(n < 5 ? n : 4 * n - 19);  // too many, at the last
   }
@@ -211,21 +232,15 @@ void GroupMaker::step(int kind, unsigned n) {
       return addInner(n);
     case 5:
     case 6:
-      if (!page().items.empty()) {
-        RawItem& item = page().items[page().items.size() - 1 - std::min<std::size_t>(n, page().items.size() - 1)];
-        const std::size_t p = next() % parameterCount;
-        item.par.resize(std::max(item.par.size(), item.chunks.empty() ? p + 1 : 0));
-        item.par[p % item.par.size()] = numberOf(next());
-      }
-      return;
+      return setParameter(n);
     case 7:
       return setOption(n);
     case 8:
-      return addText(n % 2 == 0 ? type::text : type::shortText, n);
+      return addText(n % 2 == 0 ? ItemType::text : ItemType::shortText, n);
     case 9:
-      return addText(type::countedText, n);
+      return addText(ItemType::countedText, n);
     case 10:
-      return spoilLast(n);
+      return corruptLast(n);
     case 11:  // seldom more staves than the writer writes
       return addSystem(static_cast<int>(n == 15 ? 4 * many + 1 : n / 2 + 1), 0, many * static_cast<int>(n % 2 + 1));
     case 12:
@@ -247,9 +262,9 @@ Group GroupMaker::make() {
     const unsigned byte = next();
     step(static_cast<int>(byte >> 4U), byte & 15U);
   }
-  for (const RawPage& made : pages_) {
+  for (const RawPage& page : pages_) {
     const std::string stem = group_.besideInput ? "C:\\M\\WORK0" : "C:\\M\\";
-    group_.files.push_back({stem + made.name.substr(group_.besideInput ? 1 : 0), made.bytes()});
+    group_.files.push_back({stem + page.name.substr(group_.besideInput ? 1 : 0), page.bytes()});
   }
   if (reversed_) {
     std::reverse(group_.files.begin(), group_.files.end());

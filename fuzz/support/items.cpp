@@ -15,10 +15,10 @@ std::uint32_t bitsOf(float number) {
 
 }  // namespace
 
-std::optional<std::vector<Item>> itemsOf(std::string_view file) {
-  constexpr std::size_t usualItemBytes = 24;
-  std::vector<Item> items;
-  items.reserve(file.size() / usualItemBytes);
+std::optional<Items> itemsOf(std::string_view file) {
+  constexpr std::size_t typicalItemBytes = 24;
+  Items items;
+  items.reserve(file.size() / typicalItemBytes);
   PageWalker page(file);
   ReadStatus status = page.findItem();
   while (status == ReadStatus::itemRead) {
@@ -28,40 +28,48 @@ std::optional<std::vector<Item>> itemsOf(std::string_view file) {
   return status == ReadStatus::endOfItems ? std::optional(std::move(items)) : std::nullopt;
 }
 
+bool isStaffItem(const Item& item) {
+  return item.type() == ItemType::staff;
+}
+
+bool isBarlineProper(const Item& item) {
+  return item.type() == ItemType::barline && item[par::kind] < lowestBraceKind;
+}
+
 bool sameNumber(float one, float other) {
   return bitsOf(one) == bitsOf(other);
 }
 
 bool isBefore(const Item& one, const Item& other) {
-  for (std::size_t p = 1; p < one.par.size(); ++p) {
-    if (!sameNumber(one.par[p], other.par[p])) {
-      return bitsOf(one.par[p]) < bitsOf(other.par[p]);
+  for (int p = 1; p <= parameterCount; ++p) {
+    if (!sameNumber(one[p], other[p])) {
+      return bitsOf(one[p]) < bitsOf(other[p]);
     }
   }
   return one.text < other.text;
 }
 
 bool sameItem(const Item& one, const Item& other) {
-  return std::equal(one.par.begin() + 1, one.par.end(), other.par.begin() + 1, sameNumber) && one.text == other.text;
+  return std::ranges::equal(one.parameters(), other.parameters(), sameNumber) && one.text == other.text;
 }
 
 Item asReadAgain(Item item) {
   constexpr std::size_t shortestText = 24;
-  const float type = item.par[par::type];
-  if (type == type::staff) {
-    item.par[par::writtenAsZero] = 0;
-  } else if (type == type::shortText) {
+  const ItemType type = item.type();
+  if (type == ItemType::staff) {
+    item[par::writtenAsZero] = 0;
+  } else if (type == ItemType::shortText) {
     item.text.resize(shortTextCharacters, ' ');
-  } else if (type == type::text) {
+  } else if (type == ItemType::text) {
     item.text.resize(std::max(item.text.size(), shortestText), ' ');
-  } else if (type == type::countedText) {
-    item.par[par::textLength] = static_cast<float>(item.text.size());
+  } else if (type == ItemType::countedText) {
+    item[par::textLength] = static_cast<float>(item.text.size());
   }
   return item;
 }
 
 bool isReadableAgain(const Item& item) {
-  return item.par[par::type] != type::countedText || !item.text.empty();
+  return item.type() != ItemType::countedText || !item.text.empty();
 }
 
 }  // namespace kiv::fuzz

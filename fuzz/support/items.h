@@ -8,10 +8,16 @@
 
 namespace kiv::fuzz {
 
-/// The items of a page file; nullopt when it does not end well.
-std::optional<std::vector<Item>> itemsOf(std::string_view file);
+using Items = std::vector<Item>;
 
-/// Zeros are alike whatever their sign, as a zero at the end of an item is not written; NaNs by their bytes.
+/// The items of a page file; nullopt when it has a structural error.
+std::optional<Items> itemsOf(std::string_view file);
+
+bool isStaffItem(const Item& item);
+/// A barline that is no brace.
+bool isBarlineProper(const Item& item);
+
+/// Zeros are equal whatever their sign, as a zero at the end of an item is not written; NaNs by their bytes.
 bool sameNumber(float one, float other);
 /// An order in which the same items, and no others, are equals.
 bool isBefore(const Item& one, const Item& other);

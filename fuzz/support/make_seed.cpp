@@ -36,7 +36,7 @@ std::string bytesOf(const std::string& listing) {
     } else if (word.size() == 2 && word.find_first_not_of("0123456789ABCDEF") == std::string::npos) {
       bytes.push_back(static_cast<char>(std::stoi(word, nullptr, 16)));
     } else {
-      fail("\"" + word + "\" is no byte");
+      fail("\"" + word + "\" is not a byte");
     }
   }
   return bytes;
@@ -46,7 +46,7 @@ std::string bytesOf(const std::string& listing) {
 
 int main(int argc, char** argv) {
   if (argc != 3) {
-    fail("wants a seed and a file for its bytes");
+    fail("usage: make_seed SEED FILE_FOR_ITS_BYTES");
   }
   const std::string_view name = argv[1];
   std::ifstream in(argv[1], std::ios::binary);

@@ -15,7 +15,7 @@
 namespace kiv::fuzz {
 namespace {
 
-/// Values that a rule, or a rounding, tells from their neighbours.
+/// Values on either side of a limit, or of a rounding.
 constexpr float values[] = {0,   1,    2,   3,   4,     5,     7,   8,   11,   12,    13,    14,     15,    16,
                             17,  18,   20,  21,  24,    32,    33,  -1,  -2,   -12,   98,    99,     100,   256,
                             0.5, -0.5, 1.5, 2.5, -0.4F, -0.6F, 998, 999, 1000, 32767, 32768, -32768, 1E10F, -0.0F};
@@ -24,14 +24,14 @@ constexpr std::uint32_t oddBits[] = {0x7FC00000, 0xFFC00001, 0x7F800001, 0x7F800
 
 class PageMutator {
  public:
-  PageMutator(std::string_view file, unsigned seed) : dice_(seed) { take(file); }
+  PageMutator(std::string_view file, unsigned seed) : random_(seed) { parse(file); }
 
   void mutate();
   std::string finish();
 
  private:
-  void take(std::string_view file);
-  std::size_t below(std::size_t limit) { return static_cast<std::size_t>(dice_() % limit); }
+  void parse(std::string_view file);
+  std::size_t below(std::size_t limit) { return static_cast<std::size_t>(random_() % limit); }
   std::string oddWord();
   std::string newItem();
   std::string& anyItem() { return items_[below(items_.size())]; }
@@ -39,13 +39,13 @@ class PageMutator {
   void setWord(std::string& item);
   void resize(std::string& item);
 
-  std::minstd_rand dice_;
+  std::minstd_rand random_;
   std::string header_;
   std::vector<std::string> items_;
   std::string rest_;  // from where the walk ended
 };
 
-void PageMutator::take(std::string_view file) {
+void PageMutator::parse(std::string_view file) {
   header_ = file.substr(0, headerBytes);
   header_.resize(headerBytes);
   PageWalker page(file);
@@ -69,7 +69,7 @@ std::string PageMutator::oddWord() {
 std::string PageMutator::newItem() {
   constexpr float types[] = {1, 2, 3, 4, 8, 10, 11, 14, 15, 16, 17, 18, 1.5};
   const float type = types[below(std::size(types))];
-  const std::size_t length = isTextType(type) ? textHeadWords + 1 + below(8) : 2 + below(parameterCount - 1);
+  const std::size_t length = ItemType(type).hasText() ? textHeadWords + 1 + below(8) : 2 + below(parameterCount - 1);
   std::string item = wordBytes(static_cast<float>(length)) + wordBytes(type);
   for (std::size_t p = 2; p <= length; ++p) {
     item += below(3) == 0 ? wordBytes(0) : wordBytes(static_cast<float>(below(6)));

@@ -27,12 +27,12 @@ std::array<std::string, Count> partsOf(std::string_view text) {
   return parts;
 }
 
-/// Calls take with every line of a text. Lines end with CR LF, LF or CR alike; the last one needs no end.
-template <typename Take>
-void forEachLine(std::string_view text, Take take) {
+/// Calls visit with every line of a text. Lines end with CR LF, LF or CR alike; the last one needs no end.
+template <typename Visit>
+void forEachLine(std::string_view text, Visit visit) {
   while (!text.empty()) {
     const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
-    take(text.substr(0, end));
+    visit(text.substr(0, end));
     text.remove_prefix(end);
     text.remove_prefix(text.starts_with("\r\n") ? 2 : text.empty() ? 0 : 1);
   }

@@ -21,8 +21,8 @@ std::string RawPage::bytes() const {
   const auto header = static_cast<unsigned>(static_cast<int>(words) + headerError);
   content[0] = static_cast<char>(header & 0xFFU);
   content[1] = static_cast<char>(header >> 8U & 0xFFU);
-  for (const auto& [place, number] : changed) {
-    putWord(number, content.data() + headerBytes + bytesPerWord * (place % words));
+  for (const auto& [index, number] : changed) {
+    putWord(number, content.data() + headerBytes + bytesPerWord * (index % words));
   }
   content.resize(content.size() - bytesCut % content.size());
   return content;

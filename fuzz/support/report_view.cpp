@@ -1,6 +1,6 @@
 #include "fuzz/support/report_view.h"
 
-#include "analysis/report.h"
+#include "analysis/report_record.h"
 #include "base/number.h"
 
 namespace kiv::fuzz {

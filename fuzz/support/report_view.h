@@ -18,7 +18,7 @@ struct Record {
   std::string file;
 };
 
-/// The records of a report whose numbers are such that a conversion of it can end in good order.
+/// The records of a report whose numbers are such that a conversion of it can end successfully.
 std::vector<Record> recordsOf(std::string_view report);
 
 /// The systems 1, 2, 3 ... up to the first without a record.

@@ -13,31 +13,31 @@ const FirstClefTable::Entry* FirstClefTable::find(std::int16_t instr) const {
 
 StaffFinder::StaffFinder(const ItemTable& table) {
   for (int i = 1; i <= table.itemCount(); ++i) {
-    if (table.itemPar(i, par::type) == type::staff) {
+    if (table.type(i) == ItemType::staff) {
       add(table.itemPar(i, par::staff), i);
     }
   }
 }
 
 void StaffFinder::add(float staff, int row) {
-  if (!isUsual(staff)) {
+  if (!isSmallWhole(staff)) {
     others_.emplace(staff, row);
-  } else if (auto& usual = usual_[static_cast<std::size_t>(staff)]; usual == 0) {
-    usual = static_cast<std::int16_t>(row);
+  } else if (auto& first = small_[static_cast<std::size_t>(staff)]; first == 0) {
+    first = static_cast<std::int16_t>(row);
   }
 }
 
 int StaffFinder::find(float staff) const {
-  if (isUsual(staff)) {
-    return usual_[static_cast<std::size_t>(staff)];
+  if (isSmallWhole(staff)) {
+    return small_[static_cast<std::size_t>(staff)];
   }
   const auto found = others_.find(staff);
   return found == others_.end() ? 0 : found->second;
 }
 
-void updateFirstClefTable(Host& host, const Item& clef, const ItemTable& table, const StaffFinder& staves,
-                          const MusReader& reader, FirstClefTable& firstClefs) {
-  const int staffRow = staves.find(clef.par[par::staff]);
+void updateFirstClefTable(const Item& clef, const ItemTable& table, const StaffFinder& staves, const MusReader& reader,
+                          FirstClefTable& firstClefs) {
+  const int staffRow = staves.find(clef[par::staff]);
   if (staffRow == 0) {
     return;
   }
@@ -48,11 +48,10 @@ void updateFirstClefTable(Host& host, const Item& clef, const ItemTable& table, 
     return;
   }
   if (!identifier || firstClefs.firstClefCount() == std::numeric_limits<std::int16_t>::max()) {
-    host.runTimeError(RunTimeError::overflow, reader.place());
+    endProgram(messages::overflow(reader.location()));
   }
   firstClefs.places.emplace(*identifier, firstClefs.entries.size());
-  constexpr float kindMarker = 1000;
-  firstClefs.entries.push_back({*identifier, clef.par[par::kind] + kindMarker, clef.par[par::height]});
+  firstClefs.entries.push_back({*identifier, MarkedValue(clef[par::kind]), clef[par::height]});
 }
 
 }  // namespace kiv

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "mus/item_table.h"
+#include "mus/marked_value.h"
 #include "mus/reader.h"
-#include "platform/host.h"
 
 namespace kiv {
 
@@ -16,7 +16,7 @@ namespace kiv {
 struct FirstClefTable {
   struct Entry {
     std::int16_t firstClefInstr = 0;
-    float firstClefKind = 0;    ///< the clef's P5 + 1000, so that kind 0 differs from no clef
+    MarkedValue firstClefKind;  ///< the clef's P5
     float firstClefHeight = 0;  ///< the clef's P4
 
     bool operator==(const Entry&) const = default;
@@ -29,10 +29,10 @@ struct FirstClefTable {
   const Entry* find(std::int16_t instr) const;
 };
 
-/// Finds the first staff item with a given staff number among those it was told of.
+/// Finds the first staff item with a given staff number among those added.
 class StaffFinder {
  public:
-  /// Knows the staff items that are in the table already.
+  /// Starts with the staff items of the table.
   explicit StaffFinder(const ItemTable& table);
 
   void add(float staff, int row);
@@ -40,19 +40,19 @@ class StaffFinder {
   int find(float staff) const;
 
  private:
-  static constexpr std::size_t usualStaves = 257;
-  static bool isUsual(float staff) {
-    return staff >= 0 && staff < usualStaves && staff == static_cast<float>(static_cast<int>(staff));
+  static constexpr std::size_t smallStaves = 257;
+  static bool isSmallWhole(float staff) {
+    return staff >= 0 && staff < smallStaves && staff == static_cast<float>(static_cast<int>(staff));
   }
 
-  std::array<std::int16_t, usualStaves> usual_{};  // the rows of whole staff numbers
+  std::array<std::int16_t, smallStaves> small_{};  // the rows of whole staff numbers
   std::unordered_map<float, int> others_;
 };
 
 /// Enters a clef as its instrument's first, unless the instrument has one or the clef's staff is not in the table.
 /// The clef's staff number is compared as it was read. An instrument identifier that 16 bits do not hold ends the
-/// program; the reader tells where it stands.
-void updateFirstClefTable(Host& host, const Item& clef, const ItemTable& table, const StaffFinder& staves,
-                          const MusReader& reader, FirstClefTable& firstClefs);
+/// program; the message names the item that the reader has found.
+void updateFirstClefTable(const Item& clef, const ItemTable& table, const StaffFinder& staves, const MusReader& reader,
+                          FirstClefTable& firstClefs);
 
 }  // namespace kiv

@@ -10,9 +10,6 @@ namespace kiv {
 namespace {
 
 constexpr int highestStaff = 256;
-constexpr float leftBarline = 1;
-constexpr float noBarline = -1;
-constexpr float bottomStaff = 1;
 
 /// Rows of one kind, staff by staff, each staff's in table order.
 class RowsByStaff {
@@ -25,14 +22,14 @@ class RowsByStaff {
     last = row;
   }
   bool hasAny(std::size_t staff) const { return first_[staff] != none; }
-  template <typename Take>
-  void forEach(std::size_t staff, Take take) const {
+  template <typename Visit>
+  void forEach(std::size_t staff, Visit visit) const {
     isAny(staff, [&](int row) {
-      take(row);
+      visit(row);
       return false;
     });
   }
-  /// Whether any row of the staff is such a one; those behind it are not asked.
+  /// Whether any row of the staff is such a one; those after it are not tried.
   template <typename Condition>
   bool isAny(std::size_t staff, Condition condition) const {
     int row = first_[staff];
@@ -67,7 +64,7 @@ PageRows::PageRows(const ItemTable& table) : staves(table), barlines(table) {
     if (isStaff(table, i)) {
       staves.add(number, i);
       endOfStaves = std::max(endOfStaves, number + 1);
-    } else if (table.itemPar(i, par::type) == type::barline) {
+    } else if (table.type(i) == ItemType::barline) {
       barlines.add(number, i);
     }
   }
@@ -84,20 +81,19 @@ bool standsAt(const ItemTable& table, int staff, int barline) {
 void markBarlines(const PageRows& rows, std::size_t number, ItemTable& table) {
   rows.barlines.forEach(number, [&](int j) {
     if (!isPlain(table, j)) {
-      table.itemPar(j, par::mark) = noBarline;
+      table.itemPar(j, par::mark) = mark::notABarline;
     } else if (rows.staves.isAny(number, [&](int i) { return standsAt(table, i, j); })) {
-      table.itemPar(j, par::mark) = leftBarline;
+      table.itemPar(j, par::mark) = mark::leftBarline;
     }
   });
 }
 
 /// The largest number of staves that a barline of the staff spans, braces included; 1 when none spans any.
-std::int16_t spanOf(Host& host, const std::string& musFileName, const RowsByStaff& barlines, std::size_t number,
-                    const ItemTable& table) {
+std::int16_t spanOf(const RowsByStaff& barlines, std::size_t number, const ItemTable& table) {
   std::int16_t span = 0;
   barlines.forEach(number, [&](int j) {
     if (table.itemPar(j, par::spannedStaves) > static_cast<float>(span)) {
-      span = wholePar(host, musFileName, table, j, par::spannedStaves);
+      span = wholePar(table, j, par::spannedStaves);
     }
   });
   return span == 0 ? std::int16_t{1} : span;
@@ -105,7 +101,7 @@ std::int16_t spanOf(Host& host, const std::string& musFileName, const RowsByStaf
 
 }  // namespace
 
-void deleteLeftBarlines(Host& host, const std::string& musFileName, ItemTable& table) {
+void deleteLeftBarlines(ItemTable& table) {
   const PageRows rows(table);
   std::size_t s = 1;
   while (s < rows.endOfStaves) {
@@ -113,10 +109,10 @@ void deleteLeftBarlines(Host& host, const std::string& musFileName, ItemTable& t
     if (!rows.staves.hasAny(number)) {
       continue;
     }
-    const std::int16_t span = spanOf(host, musFileName, rows.barlines, number, table);
+    const std::int16_t span = spanOf(rows.barlines, number, table);
     markBarlines(rows, number, table);
     rows.staves.forEach(number, [&](int i) {
-      table.itemPar(i, par::mark) = bottomStaff;
+      table.itemPar(i, par::mark) = mark::bottomStaff;
       table.itemPar(i, par::stavesUp) = span;
     });
     s += static_cast<std::size_t>(span - 1);

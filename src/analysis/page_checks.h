@@ -2,10 +2,12 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "analysis/page_systems.h"
+#include "messages/analysis_messages.h"
 #include "mus/item_table.h"
-#include "platform/host.h"
+#include "platform/user.h"
 
 namespace kiv {
 
@@ -20,15 +22,21 @@ struct PageProblems {
   std::string duplicateStaves;  ///< "2,"
   std::string undefinedCues;    ///< "105 in staff 3, "
 
+  // Where each of them is, with its item in its file.
+  std::vector<Location> dupIdPlaces;
+  std::vector<Location> dupStaffPlaces;
+  std::vector<Location> zeroIdPlaces;
+  std::vector<Location> recursiveCuePlaces;
+  std::vector<Location> undefinedCuePlaces;
+
   bool operator==(const PageProblems&) const = default;
 };
 
-/// Checks a page whose staves have their system numbers. musFileName is what a run-time error names: more recursive
-/// cues than 16 bits count, or an undefined cue looked for with the table full.
-PageProblems checkPage(Host& host, const std::string& musFileName, const ItemTable& table, const PageSystems& systems);
+/// Checks a page whose staves have their system numbers. More recursive cues than 16 bits count end the program, as
+/// does a cue marker on a page that fills the table.
+PageProblems checkPage(const ItemTable& table, const PageSystems& systems);
 
-/// Shows a message for each kind of problem. musFileName is the top file of a multifile page.
-void showProblems(Host& host, const PageProblems& problems, bool multifile, bool allowZeroInstrId,
-                  const std::string& musFileName);
+/// Shows a message for each kind of problem.
+void showProblems(User& user, const PageProblems& problems, const messages::CheckedPage& page, bool allowZeroInstrId);
 
 }  // namespace kiv

@@ -1,10 +1,11 @@
 #include "analysis/page_table.h"
 
+#include <algorithm>
 #include <string_view>
 #include <unordered_map>
 
-#include "analysis/naming_problem.h"
 #include "input/file_names.h"
+#include "messages/input_messages.h"
 
 namespace kiv {
 namespace {
@@ -16,19 +17,20 @@ struct NameParts {
   std::string suffix;
 };
 
-NameParts split(Host& host, const std::string& musFileName) {
-  NameParts parts{extractPartName(host, musFileName), extractPartNumb(host, musFileName),
-                  extractPartPage(host, musFileName), extractPartSuff(host, musFileName)};
+NameParts split(const Host& host, const std::string& musFileName) {
+  Machine& machine = host.machine;
+  NameParts parts{extractPartName(machine, musFileName), extractPartNumb(machine, musFileName),
+                  extractPartPage(machine, musFileName), extractPartSuff(machine, musFileName)};
   if (parts.name + parts.number + parts.page + parts.suffix != withoutPath(musFileName)) {
-    refuseFileName(host, musFileName);
+    endProgram(messages::namingProblem(musFileName, host.files.currentFolder()));
   }
   if (parts.number.empty()) {
-    host.fatal("Filename has no numeric part. This is required for KivSystem: " + musFileName);
+    endProgram(messages::nameWithoutNumber(musFileName));
   }
   return parts;
 }
 
-/// The entries that files with page letters made, by page name.
+/// The entries of files with page letters, by page name.
 using MultifilePages = std::unordered_map<std::string, std::size_t>;
 
 void addFile(const NameParts& parts, const std::string& musFileName, MultifilePages& multifile,
@@ -47,30 +49,36 @@ void addFile(const NameParts& parts, const std::string& musFileName, MultifilePa
   }
 }
 
-void settleLetters(Host& host, PageEntry& page) {
+/// Gives a page of one letter its file's name, and reports letters that are not A, B, C ...
+void settleLetters(const Host& host, PageEntry& page) {
   constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+  if (page.pageLetters.empty() ||
+      page.pageLetters == alphabet.substr(0, std::max<std::size_t>(page.pageLetters.size(), 2))) {
+    return;
+  }
+  Machine& machine = host.machine;
+  const std::string firstFile = extractPartName(machine, page.pageName) + extractPartNumb(machine, page.pageName) +
+                                page.pageLetters.front() + extractPartSuff(machine, page.pageName);
   if (page.pageLetters.size() == 1) {
-    page.pageName = extractPartName(host, page.pageName) + extractPartNumb(host, page.pageName) + page.pageLetters +
-                    extractPartSuff(host, page.pageName);
+    page.pageName = firstFile;
     page.pageLetters.clear();
-  } else if (page.pageLetters != alphabet.substr(0, page.pageLetters.size())) {
-    host.inform("File selection has Page letters that do not start with A or are not consecutive: \r\n" +
-                page.pageName + " [" + page.pageLetters + "]\r\n\r\nThis is a warning only. The program will proceed.");
+  } else {
+    host.user.show(messages::oddPageLetters(page.pageName, page.pageLetters, page.pagePath + firstFile));
   }
 }
 
 }  // namespace
 
-void groupPages(Host& host, const NamesTable& names, std::string& musFileName, PageTable& table) {
-  table = {};
+PageTable groupPages(const Host& host, const NamesTable& names) {
+  PageTable table;
   MultifilePages multifile;
   for (int i = 1; i <= names.nameCount; ++i) {
-    musFileName = names.name(i);
-    addFile(split(host, musFileName), musFileName, multifile, table.pages);
+    addFile(split(host, names.name(i)), names.name(i), multifile, table.pages);
   }
   for (PageEntry& page : table.pages) {
     settleLetters(host, page);
   }
+  return table;
 }
 
 }  // namespace kiv

@@ -12,7 +12,7 @@ namespace kiv {
 /// One page of the piece: a file, or the files that differ in their page letter only.
 struct PageEntry {
   /// Of a multifile page: name, number and suffix, without letter and folder. Of a single file: its name, with the
-  /// folder only where the letters behind its number are part of its name.
+  /// folder only where the letters after its number are part of its name.
   std::string pageName;
   /// The page letters in the order of selection; empty for a single-file page.
   std::string pageLetters;
@@ -29,8 +29,8 @@ struct PageTable {
   std::int16_t multifileCount = 0;  ///< pages with letters
 };
 
-/// Groups the selected files into pages. musFileName goes through the files, so that it names the offending one when
-/// a name that does not follow the convention ends the program. Page letters that are not A, B, C ... are reported.
-void groupPages(Host& host, const NamesTable& names, std::string& musFileName, PageTable& table);
+/// Groups the selected files into pages. A name that does not follow the convention ends the program. Page letters
+/// that are not A, B, C ... are reported.
+PageTable groupPages(const Host& host, const NamesTable& names);
 
 }  // namespace kiv

@@ -5,107 +5,116 @@
 #include <utility>
 
 #include "analysis/cue_marker.h"
-#include "analysis/naming_problem.h"
 #include "base/number.h"
 #include "input/files.h"
+#include "messages/input_messages.h"
+#include "messages/page_messages.h"
 #include "mus/reader.h"
 
 namespace kiv {
 namespace {
 
-/// All types but the texts and those that takeItem looks at; nearly all items of a page are of them.
-constexpr TypeSet notLookedAt{type::note,         4, 5, 6, 7, 9, type::instrumentNumber, 12, 13, type::keySignature,
-                              type::timeSignature};
+/// All types but the texts and those that PageItems adds; nearly all items of a page are of them.
+constexpr TypeSet ignoredTypes{ItemType::note,
+                               ItemType(4),
+                               ItemType(5),
+                               ItemType(6),
+                               ItemType(7),
+                               ItemType(9),
+                               ItemType::instrumentNumber,
+                               ItemType(12),
+                               ItemType(13),
+                               ItemType::keySignature,
+                               ItemType::timeSignature};
 
-/// Takes from one page file what the analysis looks at.
-class BarDataReader {
+/// Adds the items of one open page file to the tables.
+class PageItems {
  public:
-  BarDataReader(Host& host, const std::string& musFileName, std::int16_t staffOffset, ItemTable& table,
-                FirstClefTable& firstClefs, MusReader& reader)
-      : host_(host),
-        musFileName_(musFileName),
+  PageItems(User& user, MusReader& reader, std::int16_t staffOffset, ItemTable& table, FirstClefTable& firstClefs)
+      : user_(user),
+        reader_(reader),
         staffOffset_(staffOffset),
         table_(table),
         firstClefs_(firstClefs),
-        staves_(table),
-        reader_(reader) {}
+        staves_(table) {}
 
-  void read(std::unique_ptr<InputFile> file);
+  /// Reads to the end. False when a structural error comes first.
+  bool addAll();
 
  private:
-  void takeItem();
-  void takeStaff();
+  void add();
+  void addStaff();
   Item& store();
 
-  Host& host_;
-  const std::string& musFileName_;
+  User& user_;
+  MusReader& reader_;
   float staffOffset_;
   ItemTable& table_;
   FirstClefTable& firstClefs_;
   StaffFinder staves_;
-  MusReader& reader_;
-  Item item_;
+  Item clef_;
 };
 
-void BarDataReader::read(std::unique_ptr<InputFile> file) {
-  reader_.openMUSfile(musFileName_, std::move(file));
-  ReadStatus readStatus = reader_.readItem(host_);
+bool PageItems::addAll() {
+  ReadStatus readStatus = reader_.readItem();
   while (readStatus == ReadStatus::itemRead) {
-    takeItem();
-    reader_.passOver(notLookedAt);
-    readStatus = reader_.readItem(host_);
+    add();
+    reader_.skipItems(ignoredTypes);
+    readStatus = reader_.readItem();
   }
-  if (readStatus == ReadStatus::structuralError) {
-    refusePage(host_, musFileName_, reader_.page().itemsInFile());
-  }
+  return readStatus == ReadStatus::endOfItems;
 }
 
-void BarDataReader::takeItem() {
+void PageItems::add() {
   const PageWalker& page = reader_.page();
-  const float type = page.type();
-  if (type == type::clef) {
-    page.decode(item_);
-    updateFirstClefTable(host_, item_, table_, staves_, reader_, firstClefs_);
-  } else if (type == type::staff) {
-    takeStaff();
-  } else if (type == type::barline) {
-    store().par[par::mark] = 0;
-  } else if (type == type::rest && isCueMarker(page)) {
+  const ItemType type = page.type();
+  if (type == ItemType::clef) {
+    page.decode(clef_);
+    updateFirstClefTable(clef_, table_, staves_, reader_, firstClefs_);
+  } else if (type == ItemType::staff) {
+    addStaff();
+  } else if (type == ItemType::barline) {
+    store()[par::mark] = mark::none;
+  } else if (type == ItemType::rest && isCueMarker(page)) {
     store();
   }
 }
 
-void BarDataReader::takeStaff() {
+void PageItems::addStaff() {
   if (reader_.page().par(par::lines) == hiddenStaff) {
-    host_.processEvents();
+    user_.processEvents();
     return;
   }
   Item& staff = store();
-  staff.par[par::instrument] = std::fabs(staff.par[par::instrument]);
+  staff[par::instrument] = std::fabs(staff[par::instrument]);
   staff.text = "STAFF=";
   appendGeneralNumber(staff.text, reader_.page().par(par::staff));
-  staff.text.append(",FILE=").append(musFileName_);
-  staff.par[par::stavesUp] = 0;
-  staff.par[par::mark] = 0;
-  staves_.add(staff.par[par::staff], table_.itemCount());
+  staff.text.append(",FILE=").append(table_.file());
+  staff[par::stavesUp] = 0;
+  staff[par::mark] = mark::none;
+  staves_.add(staff[par::staff], table_.itemCount());
 }
 
-Item& BarDataReader::store() {
-  Item& item = table_.newItem(host_);
+Item& PageItems::store() {
+  Item& item = table_.newItem(reader_.page().itemsInFile());
   reader_.page().decode(item);
-  item.par[par::staff] += staffOffset_;
+  item[par::staff] += staffOffset_;
   return item;
 }
 
 }  // namespace
 
-void readBarData(Host& host, const std::string& musFileName, std::int16_t staffOffset, ItemTable& table,
-                 FirstClefTable& firstClefs, MusReader& reader) {
-  auto file = openExisting(host, musFileName);
+void BarDataReader::readBarData(const std::string& musFileName, std::int16_t staffOffset, ItemTable& table,
+                                FirstClefTable& firstClefs) {
+  auto file = openExisting(files_, musFileName);
   if (!file) {
-    refuseFileName(host, musFileName);
+    endProgram(messages::namingProblem(musFileName, files_.currentFolder()));
   }
-  BarDataReader(host, musFileName, staffOffset, table, firstClefs, reader).read(std::move(file));
+  table.beginFile(musFileName);
+  reader_.openMUSfile(musFileName, std::move(file));
+  if (!PageItems(user_, reader_, staffOffset, table, firstClefs).addAll()) {
+    endProgram(messages::structuralError(musFileName, reader_.page().itemsInFile(), files_.currentFolder()));
+  }
 }
 
 }  // namespace kiv

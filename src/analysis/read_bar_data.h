@@ -6,14 +6,26 @@
 #include "analysis/first_clef_table.h"
 #include "mus/item_table.h"
 #include "mus/reader.h"
-#include "platform/host.h"
+#include "platform/files.h"
+#include "platform/user.h"
 
 namespace kiv {
 
-/// Appends the staves, barlines and cue markers of a page file to the table, their staff numbers raised by the offset,
-/// and enters its clefs in the first-clef table. The text of a staff becomes the end of its report record, with the
-/// staff number that it has in the file. A missing or broken file ends the program.
-void readBarData(Host& host, const std::string& musFileName, std::int16_t staffOffset, ItemTable& table,
-                 FirstClefTable& firstClefs, MusReader& reader);
+/// Reads of page files what an analysis looks at.
+class BarDataReader {
+ public:
+  BarDataReader(Files& files, User& user) : files_(files), user_(user) {}
+
+  /// Appends the staves, barlines and cue markers of a page file to the table, their staff numbers raised by the
+  /// offset, and enters its clefs in the first-clef table. The text of a staff becomes the end of its report record,
+  /// with the staff number that it has in the file. A missing or broken file ends the program.
+  void readBarData(const std::string& musFileName, std::int16_t staffOffset, ItemTable& table,
+                   FirstClefTable& firstClefs);
+
+ private:
+  Files& files_;
+  User& user_;
+  MusReader reader_;
+};
 
 }  // namespace kiv

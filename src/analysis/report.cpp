@@ -2,12 +2,13 @@
 
 #include "analysis/zoned_line.h"
 #include "base/number.h"
+#include "messages/analysis_messages.h"
+#include "messages/run_time_errors.h"
 
 namespace kiv {
 namespace {
 
 constexpr std::size_t separatorLength = 87;
-constexpr float leftBarline = 1;
 constexpr std::string_view lineEnd = "\r\n";
 
 std::string twoDigits(int number) {
@@ -20,21 +21,21 @@ std::string dateAndTime(const LocalTime& time) {
 }
 
 bool isLeftBarline(const ItemTable& table, int i) {
-  return table.itemPar(i, par::type) == type::barline && table.itemPar(i, par::mark) == leftBarline;
+  return table.type(i) == ItemType::barline && table.itemPar(i, par::mark) == mark::leftBarline;
 }
 
 bool isListed(const ItemTable& table, int i) {
-  const float type = table.itemPar(i, par::type);
-  return type == type::staff || type == type::rest || isLeftBarline(table, i);
+  const ItemType type = table.type(i);
+  return type == ItemType::staff || type == ItemType::rest || isLeftBarline(table, i);
 }
 
 void fillListingLine(const ItemTable& table, int i, ZonedLine& zones) {
-  const float type = table.itemPar(i, par::type);
-  zones.restart();
-  zones.number(static_cast<float>(i)).number(type).number(table.itemPar(i, par::staff));
-  if (type == type::rest) {
+  const ItemType type = table.type(i);
+  zones.clear();
+  zones.number(static_cast<float>(i)).number(type.number()).number(table.itemPar(i, par::staff));
+  if (type == ItemType::rest) {
     zones.number(table.itemPar(i, par::cuedInstrument));
-  } else if (type == type::staff) {
+  } else if (type == ItemType::staff) {
     zones.number(table.itemPar(i, par::instrument))
         .number(table.itemPar(i, par::system))
         .number(table.itemPar(i, par::stavesUp))
@@ -59,9 +60,9 @@ void appendStaffRecord(const ItemTable& table, int i, std::string& record) {
 
 }  // namespace
 
-Report::Report(Host& host) : host_(host), file_(host.openOutput(reportFile)) {
+Report::Report(Files& files, Machine& machine) : machine_(machine), file_(files.openOutput(reportFile)) {
   if (!file_) {
-    host_.fatal("Failed to create report file: " + reportFile);
+    endProgram(messages::reportNotCreated(reportFile));
   }
 }
 
@@ -73,24 +74,24 @@ void Report::separator() {
   line("* " + std::string(separatorLength, '='));
 }
 
-void Report::hand() {
+void Report::flush() {
   if (const auto failure = file_->write(pending_)) {
-    host_.runTimeError(*failure, reportFile);
+    endProgram(messages::platformFailure(*failure, reportFile));
   }
   pending_.clear();
 }
 
 void Report::writeHead(std::string_view versionText, const PageTable& pages) {
-  line("* KivSystem - " + std::string(versionText) + "   " + dateAndTime(host_.now()));
+  line("* KivSystem - " + std::string(versionText) + "   " + dateAndTime(machine_.now()));
   for (const PageEntry& page : pages.pages) {
-    line(ZonedLine(host_, "* ").field(page.pageName).field(page.pageLetters).field(page.pagePath).text());
+    line(ZonedLine(machine_, "* ").field(page.pageName).field(page.pageLetters).field(page.pagePath).text());
   }
   separator();
-  hand();
+  flush();
 }
 
 void Report::writePage(const ItemTable& table) {
-  line(ZonedLine(host_, "* ")
+  line(ZonedLine(machine_, "* ")
            .field("Nr")
            .field("Par1")
            .field("Staff")
@@ -104,11 +105,11 @@ void Report::writePage(const ItemTable& table) {
   separator();
   records(table);
   separator();
-  hand();
+  flush();
 }
 
 void Report::listing(const ItemTable& table) {
-  ZonedLine zones(host_, "* ");
+  ZonedLine zones(machine_, "* ");
   for (int i = 1; i <= table.itemCount(); ++i) {
     if (isListed(table, i)) {
       fillListingLine(table, i, zones);
@@ -119,26 +120,10 @@ void Report::listing(const ItemTable& table) {
 
 void Report::records(const ItemTable& table) {
   for (int i = 1; i <= table.itemCount(); ++i) {
-    if (table.itemPar(i, par::type) == type::staff) {
+    if (table.type(i) == ItemType::staff) {
       appendStaffRecord(table, i, pending_);
     }
   }
-}
-
-std::optional<std::string_view> findElt(std::string_view rec, std::string_view par) {
-  std::size_t at = rec.find(par);
-  while (at != std::string_view::npos && !rec.substr(at + par.size()).starts_with('=')) {
-    at = rec.find(par, at + 1);
-  }
-  if (at == std::string_view::npos) {
-    return std::nullopt;
-  }
-  const std::string_view value = rec.substr(at + par.size() + 1);
-  return value.substr(0, value.find(','));
-}
-
-std::string_view getElt(std::string_view rec, std::string_view par) {
-  return findElt(rec, par).value_or("");
 }
 
 }  // namespace kiv

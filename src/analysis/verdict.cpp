@@ -7,34 +7,20 @@
 #include <utility>
 
 #include "analysis/report.h"
-#include "analysis/report_lines.h"
+#include "analysis/report_record.h"
 #include "base/number.h"
+#include "messages/analysis_messages.h"
+#include "messages/run_time_errors.h"
+#include "platform/text_records.h"
 
 namespace kiv {
 namespace {
 
-/// The whole number behind a keyword of the line, 0 for a line without the keyword.
-std::int16_t wholeNumber(Host& host, std::string_view line, std::string_view keyword) {
-  const auto value = findElt(line, keyword);
-  if (!value) {
-    return 0;
-  }
-  const auto number = strictNumber(*value);
-  if (!number) {
-    host.runTimeError(RunTimeError::typeMismatch, line);
-  }
-  const auto whole = toInt16(*number);
-  if (!whole) {
-    host.runTimeError(RunTimeError::overflow, line);
-  }
-  return *whole;
-}
-
-/// The different identifiers of the records taken, compared as texts.
+/// The distinct identifiers of records, compared as texts.
 class Identifiers {
  public:
-  void take(std::string_view record) {
-    const auto identifier = findElt(record, ",INSTRID");
+  void add(std::string_view record) {
+    const auto identifier = findElt(record, ReportRecord::instrument);
     if (identifier && !texts_.contains(*identifier)) {
       texts_.emplace(*identifier);
     }
@@ -45,22 +31,23 @@ class Identifiers {
   std::set<std::string, std::less<>> texts_;
 };
 
-void readSystems(Host& host, LineReader report, SystemTable& table) {
+void readSystems(LineReader report, SystemTable& table) {
   table = {};
   Identifiers identifiers;
   std::unordered_map<std::int16_t, std::size_t> known;
-  std::size_t place = 0;
-  forEachRecord(host, std::move(report), reportFile, [&](std::string_view line) {
-    const std::int16_t system = wholeNumber(host, line, "SYSTEM");
-    const std::int16_t identifier = wholeNumber(host, line, "INSTRID");
-    if (table.systems.empty() || table.systems[place].systemNumber != system) {  // staves of one system mostly follow
-      place = known.try_emplace(system, table.systems.size()).first->second;
-      if (place == table.systems.size()) {
+  std::size_t index = 0;
+  forEachRecord(std::move(report), reportFile, [&](std::string_view line) {
+    const ReportRecord record(line);
+    const std::int16_t system = record.strictWhole(ReportRecord::system);
+    const std::int16_t identifier = record.strictWhole(ReportRecord::anyInstrument);
+    if (table.systems.empty() || table.systems[index].systemNumber != system) {  // staves of one system mostly follow
+      index = known.try_emplace(system, table.systems.size()).first->second;
+      if (index == table.systems.size()) {
         table.systems.push_back({system, ""});
       }
     }
-    table.systems[place].systemInstrList.append(std::to_string(identifier)).append(",");
-    identifiers.take(line);
+    table.systems[index].systemInstrList.append(std::to_string(identifier)).append(",");
+    identifiers.add(line);
   });
   table.instrumentCount = identifiers.count();
 }
@@ -72,39 +59,39 @@ bool SystemTable::isConsistent() const {
                      [&](const System& system) { return system.systemInstrList == systems.front().systemInstrList; });
 }
 
-void phase5(Host& host, std::int16_t multifileCount, SystemTable& table) {
-  LineReader report = openLines(host, reportFile, "Could not open file KivSystem2.TXT for input.");
-  readSystems(host, std::move(report), table);
-  const auto verdict = host.openOutput(verdictFile);
+void phase5(Files& files, std::int16_t multifileCount, SystemTable& table) {
+  LineReader report = openLines(files, reportFile, messages::reportNotReadForVerdict());
+  readSystems(std::move(report), table);
+  const auto verdict = files.openOutput(verdictFile);
   if (!verdict) {
-    host.fatal("Failed to create file KivSystem1.TXT");
+    endProgram(messages::verdictNotCreated());
   }
   const std::string lines = std::string(table.isConsistent() ? "CONSISTENCY=YES\r\n" : "CONSISTENCY=NO\r\n") +
                             (multifileCount != 0 ? "MULTIFILE=YES\r\n" : "MULTIFILE=NO\r\n");
   if (const auto failure = verdict->write(lines)) {
-    host.runTimeError(*failure, verdictFile);
+    endProgram(messages::platformFailure(*failure, verdictFile));
   }
 }
 
-std::int16_t numberOfInstruments(Host& host) {
+std::int16_t numberOfInstruments(Files& files) {
   const std::string report = "KivSystem2.txt";
   Identifiers identifiers;
-  forEachRecord(host, openLines(host, report, "Failed to open KivSystem2.txt for input."), report,
-                [&](std::string_view line) { identifiers.take(line); });
+  forEachRecord(openLines(files, report, messages::reportNotReadForCount()), report,
+                [&](std::string_view line) { identifiers.add(line); });
   const auto whole = toInt16(static_cast<double>(identifiers.count()));
   if (!whole) {
-    host.runTimeError(RunTimeError::overflow, reportFile);
+    endProgram(messages::overflowIn(reportFile));
   }
   return *whole;
 }
 
-std::array<std::string, 2> readVerdict(Host& host) {
-  LineReader verdict = openLines(host, verdictFile, "Failed to open KivSystem1.TXT for input.");
+std::array<std::string, 2> readVerdict(Files& files) {
+  LineReader verdict = openLines(files, verdictFile, messages::verdictNotRead());
   std::array<std::string, 2> lines;
   for (std::string& line : lines) {
     line = verdict.next().value_or("");
   }
-  checkMedium(host, verdict, verdictFile);
+  requireNoReadFailure(verdict, verdictFile);
   return lines;
 }
 

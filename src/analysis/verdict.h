@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/host.h"
+#include "platform/files.h"
 
 namespace kiv {
 
@@ -31,13 +31,13 @@ struct SystemTable {
 
 /// Reads the report back into the table and writes the verdict. A file that cannot be opened ends the program, and so
 /// does a line whose system or identifier is no number of 16 bits.
-void phase5(Host& host, std::int16_t multifileCount, SystemTable& table);
+void phase5(Files& files, std::int16_t multifileCount, SystemTable& table);
 
 /// The number of distinct instrument identifiers in the report of the last analysis, compared as texts. Without a
-/// report the program ends, and so it does when the medium fails.
-std::int16_t numberOfInstruments(Host& host);
+/// report the program ends, as it does after an I/O error.
+std::int16_t numberOfInstruments(Files& files);
 
 /// The two lines of the verdict file: consistency, then multifile. A missing line is empty.
-std::array<std::string, 2> readVerdict(Host& host);
+std::array<std::string, 2> readVerdict(Files& files);
 
 }  // namespace kiv

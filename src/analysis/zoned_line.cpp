@@ -12,14 +12,14 @@ constexpr std::size_t zone = 14;
 
 }  // namespace
 
-ZonedLine::ZonedLine(Host& host, std::string_view head)
-    : host_(host), head_(head.size()), headColumns_(host.characterCount(head)), columns_(headColumns_) {
-  constexpr std::size_t usual = 200;
-  text_.reserve(usual);
+ZonedLine::ZonedLine(Machine& machine, std::string_view head)
+    : machine_(machine), head_(head.size()), headColumns_(machine.characterCount(head)), columns_(headColumns_) {
+  constexpr std::size_t typicalSize = 200;
+  text_.reserve(typicalSize);
   text_ = head;
 }
 
-void ZonedLine::restart() {
+void ZonedLine::clear() {
   text_.resize(head_);
   columns_ = headColumns_;
   hasField_ = false;
@@ -31,7 +31,7 @@ std::size_t ZonedLine::startField() {
     return 0;
   }
   if (counted_ < text_.size()) {
-    columns_ += host_.get().characterCount(std::string_view(text_).substr(counted_));
+    columns_ += machine_.get().characterCount(std::string_view(text_).substr(counted_));
   }
   const std::size_t gap = zone - columns_ % zone;
   columns_ += gap;
@@ -46,8 +46,8 @@ ZonedLine& ZonedLine::field(std::string_view text) {
 }
 
 ZonedLine& ZonedLine::number(float number) {
-  std::array<char, zone + 1 + longestGeneralNumber + 1> signs;  // NOLINT(*-member-init): written before it is read
-  char* const start = std::fill_n(signs.data(), zone, ' ');
+  std::array<char, zone + 1 + longestGeneralNumber + 1> digits;  // NOLINT(*-member-init): written before it is read
+  char* const start = std::fill_n(digits.data(), zone, ' ');
   const std::size_t gap = startField();
   char* to = start;
   if (!(number < 0)) {

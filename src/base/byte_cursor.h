@@ -12,7 +12,7 @@
 
 namespace kiv {
 
-/// Walks over bytes without ever leaving them. What lies beyond the end reads as 0, and from then on ok() is false.
+/// Reads bytes and never leaves them. Beyond the end everything reads as 0, and from then on ok() is false.
 class ByteCursor {
  public:
   ByteCursor() = default;
@@ -22,9 +22,9 @@ class ByteCursor {
   std::size_t position() const { return position_; }
   std::size_t left() const { return bytes_.size() - position_; }
 
-  /// The word so many bytes ahead, which must be there.
+  /// The word at this distance in bytes, which must be there.
   float floatAhead(std::size_t bytes) const { return floatAt(bytes_, position_ + bytes); }
-  /// Goes on by so many bytes, which must be there.
+  /// Skips this number of bytes, which must be there.
   void skip(std::size_t bytes) { position_ += bytes; }
 
   /// The next count bytes, or as many as are left.
@@ -61,7 +61,7 @@ class ByteCursor {
                                 byteAt(bytes, offset + 2) << 16U | byteAt(bytes, offset + 3) << 24U);
   }
 
-  /// The bits of the two words at a byte offset, in the machine's own order: good for comparing only.
+  /// The bits of the two words at a byte offset, in the machine's byte order: only for comparisons.
   static std::uint64_t twoWordsAt(std::string_view bytes, std::size_t offset) {
     std::uint64_t bits = 0;
     std::memcpy(&bits, bytes.data() + offset, sizeof bits);

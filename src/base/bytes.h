@@ -11,7 +11,7 @@ namespace kiv {
 /// A word of a page file: a little-endian single-precision float, or four bytes of text.
 constexpr std::size_t bytesPerWord = 4;
 
-/// Writes the four bytes of a little-endian float to a place that has room for them.
+/// Writes the four bytes of a little-endian float to a buffer of at least that size.
 inline void putWord(float number, char* place) {
   if constexpr (std::endian::native == std::endian::little) {  // not every compiler sees that it is one store
     std::memcpy(place, &number, bytesPerWord);

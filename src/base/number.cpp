@@ -26,7 +26,7 @@ std::optional<Integer> rounded(double number) {
   return fits ? std::optional(static_cast<Integer>(whole)) : std::nullopt;
 }
 
-/// The number that a text begins with, and of how many characters it is made: none when there is no number.
+/// The number that a text begins with, and its length in characters: 0 when there is no number.
 struct LeadingNumber {
   double value = 0;
   std::size_t length = 0;
@@ -46,7 +46,7 @@ double beyondRange(std::string_view digits) {
 LeadingNumber leadingNumber(std::string_view text) {
   const std::size_t sign = text.starts_with('+') || text.starts_with('-') ? 1 : 0;
   const std::string_view digits = text.substr(sign);
-  // from_chars would also take the words for infinity and for not-a-number, and a sign of its own.
+  // from_chars would also accept the words for infinity and for not-a-number, and a second sign.
   if (digits.empty() || (digits.front() != '.' && !isDigit(digits.front()))) {
     return {};
   }

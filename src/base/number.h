@@ -29,9 +29,9 @@ std::optional<std::int32_t> toInt32(double number);
 /// General number form: at most 7 significant digits, no trailing zeros, exponent as in 1E+07; -0 is "0", a NaN
 /// "NAN", the infinities "INF" and "-INF".
 std::string generalNumber(float number);
-/// The same behind what the text holds already.
+/// Appends the same to the text.
 void appendGeneralNumber(std::string& text, float number);
-/// The same into room for at least longestGeneralNumber characters; where it ends.
+/// Writes the same into a buffer of at least longestGeneralNumber characters. Returns the end.
 char* writeGeneralNumber(char* to, float number);
 constexpr std::size_t longestGeneralNumber = 16;
 

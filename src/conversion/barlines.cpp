@@ -1,5 +1,6 @@
 #include "conversion/barlines.h"
 
+#include "messages/run_time_errors.h"
 #include "mus/sort_item_table.h"
 
 namespace kiv {
@@ -13,10 +14,10 @@ constexpr float onePointSize = 5;
 std::vector<int> discardBarlines(ItemTable& items) {
   std::vector<int> staves;
   for (int i = 1; i <= items.itemCount(); ++i) {
-    float& type = items.itemPar(i, par::type);
-    if (type == type::barline) {
-      type = type::deleted;
-    } else if (type == type::staff) {
+    Item& item = items.item(i);
+    if (item.type() == ItemType::barline) {
+      item.setType(ItemType::deleted);
+    } else if (item.type() == ItemType::staff) {
       staves.push_back(i);
     }
   }
@@ -25,18 +26,18 @@ std::vector<int> discardBarlines(ItemTable& items) {
 
 }  // namespace
 
-BarlineList collectBarlines(const SystemPage& page) {
+BarlineList collectBarlines(const ItemTable& items) {
   BarlineList barlines;
-  for (int i = 1; i <= page.items.itemCount(); ++i) {
-    if (page.items.itemPar(i, par::type) == type::barline && page.items.itemPar(i, par::staff) == modelNumber &&
-        page.items.itemPar(i, par::kind) < lowestBraceKind) {
-      barlines.push_back({page.items.itemPar(i, par::position), page.whole(i, par::kind)});
+  for (int i = 1; i <= items.itemCount(); ++i) {
+    if (items.type(i) == ItemType::barline && items.itemPar(i, par::staff) == modelNumber &&
+        items.itemPar(i, par::kind) < lowestBraceKind) {
+      barlines.push_back({items.itemPar(i, par::position), wholePar(items, i, par::kind)});
     }
   }
   return barlines;
 }
 
-void sortBarlines(Host& host, BarlineList& barlines) {
+void sortBarlines(BarlineList& barlines) {
   std::vector<SortKey> keys;
   keys.reserve(barlines.size());
   for (const ModelBarline& barline : barlines) {
@@ -44,38 +45,38 @@ void sortBarlines(Host& host, BarlineList& barlines) {
   }
   BarlineList sorted;
   sorted.reserve(barlines.size());
-  for (const std::int16_t row : sortedRows(host, keys)) {
+  for (const std::int16_t row : sortedRows(keys)) {
     sorted.push_back(barlines[static_cast<std::size_t>(row - 1)]);
   }
   barlines = std::move(sorted);
 }
 
 Item staffBarline(const OrderTable& order, std::int16_t instr, float staff, const ModelBarline& model) {
-  Item barline = newItem(type::barline, staff, model.position);
-  barline.par[par::spannedStaves] = 1;
-  barline.par[par::kind] = model.kind;
-  barline.par[par::spanCode] = setDetailBarline(order, instr);
-  if (barline.par[par::spanCode] == onePointCode) {
-    barline.par[par::spanSize] = onePointSize;
+  Item barline(ItemType::barline, staff, model.position);
+  barline[par::spannedStaves] = 1;
+  barline[par::kind] = model.kind;
+  barline[par::spanCode] = setDetailBarline(order, instr);
+  if (barline[par::spanCode] == onePointCode) {
+    barline[par::spanSize] = onePointSize;
   }
   return barline;
 }
 
-void normalizeBarlines(const SystemPage& page, const OrderTable& order, const BarlineList& barlines) {
-  const std::vector<int> staves = discardBarlines(page.items);
+void normalizeBarlines(ItemTable& items, const OrderTable& order, const BarlineList& barlines) {
+  const std::vector<int> staves = discardBarlines(items);
   for (const int i : staves) {
     for (std::size_t b = 1; b < barlines.size(); ++b) {
-      const std::int16_t instr = page.whole(i, par::instrument);
-      page.append(staffBarline(order, instr, page.items.itemPar(i, par::staff), barlines[b]));
+      const std::int16_t instr = wholePar(items, i, par::instrument);
+      items.store_item(staffBarline(order, instr, items.itemPar(i, par::staff), barlines[b]));
     }
   }
   if (barlines.empty()) {
-    page.host.runTimeError(RunTimeError::subscriptOutOfRange, page.musFileName);
+    endProgram(messages::subscriptOutOfRange({.file = items.file()}));
   }
-  Item systemBarline = newItem(type::barline, modelNumber, barlines.front().position);
-  systemBarline.par[par::spannedStaves] = static_cast<float>(staves.size());
-  systemBarline.par[par::kind] = barlines.front().kind;
-  page.append(systemBarline);
+  Item systemBarline(ItemType::barline, modelNumber, barlines.front().position);
+  systemBarline[par::spannedStaves] = static_cast<float>(staves.size());
+  systemBarline[par::kind] = barlines.front().kind;
+  items.store_item(systemBarline);
 }
 
 }  // namespace kiv

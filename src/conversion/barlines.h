@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "conversion/order_table.h"
-#include "conversion/system_page.h"
+#include "mus/item_table.h"
 
 namespace kiv {
 
@@ -21,16 +21,16 @@ using BarlineList = std::vector<ModelBarline>;
 
 /// The barlines of staff 1 in item order, braces and brackets left out. A kind that 16 bits do not hold ends the
 /// program.
-BarlineList collectBarlines(const SystemPage& page);
+BarlineList collectBarlines(const ItemTable& items);
 
 /// Sorts by position, ascending; barlines at one position keep their order.
-void sortBarlines(Host& host, BarlineList& barlines);
+void sortBarlines(BarlineList& barlines);
 
 /// A barline of a single staff of the instrument.
 Item staffBarline(const OrderTable& order, std::int16_t instr, float staff, const ModelBarline& model);
 
 /// Discards all barlines and braces of the system, and gives every staff the model barlines but the first, and the
 /// system that one across all staves. Without any barline the program ends.
-void normalizeBarlines(const SystemPage& page, const OrderTable& order, const BarlineList& barlines);
+void normalizeBarlines(ItemTable& items, const OrderTable& order, const BarlineList& barlines);
 
 }  // namespace kiv

@@ -8,7 +8,7 @@ namespace {
 constexpr float leftEdge = 0;
 
 bool isBrace(const ItemTable& items, int i) {
-  return items.itemPar(i, par::type) == type::barline && items.itemPar(i, par::kind) >= lowestBraceKind;
+  return items.type(i) == ItemType::barline && items.itemPar(i, par::kind) >= lowestBraceKind;
 }
 
 /// The rows of the staff items by staff number.
@@ -24,34 +24,33 @@ std::unordered_map<float, std::vector<int>> stavesByNumber(const ItemTable& item
 
 }  // namespace
 
-void collectBraces(const SystemPage& page, BraceTable& braces) {
-  const auto staves = stavesByNumber(page.items);
-  for (int i = 1; i <= page.items.itemCount(); ++i) {
-    const auto braced = isBrace(page.items, i) ? staves.find(page.items.itemPar(i, par::staff)) : staves.end();
+void collectBraces(const ItemTable& items, BraceTable& braces) {
+  const auto staves = stavesByNumber(items);
+  for (int i = 1; i <= items.itemCount(); ++i) {
+    const auto braced = isBrace(items, i) ? staves.find(items.itemPar(i, par::staff)) : staves.end();
     if (braced == staves.end()) {
       continue;
     }
     for (const int j : braced->second) {
-      const float instrument = page.items.itemPar(j, par::instrument);
+      const float instrument = items.itemPar(j, par::instrument);
       if (instrument != 0 && !braces.kinds.contains(instrument)) {
-        braces.kinds.emplace(instrument, page.whole(i, par::braceKind));
+        braces.kinds.emplace(instrument, wholePar(items, i, par::braceKind));
       }
     }
   }
 }
 
-void outputBraces(const SystemPage& page, const BraceTable& braces) {
-  const int before = page.items.itemCount();
+void outputBraces(ItemTable& items, const BraceTable& braces) {
+  const int before = items.itemCount();
   for (int i = 1; i <= before; ++i) {
-    const auto kind =
-        isStaff(page.items, i) ? braces.kinds.find(page.items.itemPar(i, par::instrument)) : braces.kinds.end();
+    const auto kind = isStaff(items, i) ? braces.kinds.find(items.itemPar(i, par::instrument)) : braces.kinds.end();
     if (kind == braces.kinds.end()) {
       continue;
     }
-    Item brace = newItem(type::barline, page.items.itemPar(i, par::staff), leftEdge);
-    brace.par[par::braceKind] = kind->second;
-    brace.par[par::kind] = lowestBraceKind;
-    page.append(brace);
+    Item brace(ItemType::barline, items.itemPar(i, par::staff), leftEdge);
+    brace[par::braceKind] = kind->second;
+    brace[par::kind] = lowestBraceKind;
+    items.store_item(brace);
   }
 }
 

@@ -5,11 +5,12 @@
 #include "analysis/zoned_line.h"
 #include "base/number.h"
 #include "input/files.h"
+#include "messages/run_time_errors.h"
 
 namespace kiv {
 namespace {
 
-/// P1 to P20, each behind a blank, without the zeros at the end.
+/// P1 to P20, each after a blank, without trailing zeros.
 std::string parameterLine(const ItemTable& items, int i) {
   std::string line;
   for (int p = 1; p <= parameterCount; ++p) {
@@ -29,8 +30,8 @@ std::string itemLines(const ItemTable& items) {
   return lines;
 }
 
-std::string orderHeading(Host& host) {
-  ZonedLine zones(host, "");
+std::string orderHeading(Machine& machine) {
+  ZonedLine zones(machine, "");
   for (const char* column :
        {"index", "instr", "size", "lines", "par11", "clef", "hite", "key", "type", "timeUp", "timeDn"}) {
     zones.field(column);
@@ -38,11 +39,11 @@ std::string orderHeading(Host& host) {
   return zones.text() + "\r\n";
 }
 
-std::string orderLine(Host& host, const OrderEntry& entry, int index) {
-  ZonedLine zones(host, "");
+std::string orderLine(Machine& machine, const OrderEntry& entry, int index) {
+  ZonedLine zones(machine, "");
   zones.number(static_cast<float>(index)).number(entry.instr);
-  for (const float column : {entry.size, entry.lines, entry.par11, entry.clef, entry.hite, entry.key, entry.type,
-                             entry.timeUp, entry.timeDn}) {
+  for (const float column : {entry.size.stored(), entry.lines, entry.par11, entry.clef.stored(), entry.clefHeight,
+                             entry.key, entry.keyType, entry.timeUp, entry.timeDn}) {
     zones.number(column);
   }
   return zones.text() + "\r\n";
@@ -50,18 +51,18 @@ std::string orderLine(Host& host, const OrderEntry& entry, int index) {
 
 }  // namespace
 
-void dumpMemory(Host& host, const std::string& musFileName, const ItemTable& items, const OrderTable& order) {
-  auto file = host.openOutput(dumpFile);
+void dumpMemory(const Host& host, const std::string& musFileName, const ItemTable& items, const OrderTable& order) {
+  auto file = host.files.openOutput(dumpFile);
   if (!file) {
     throw ProgramEnd{0};
   }
   std::string lines = "File " + musFileName + "\r\n" + itemLines(items);
-  lines += "============= order table ===============\r\n" + orderHeading(host);
+  lines += "============= order table ===============\r\n" + orderHeading(host.machine);
   for (int k = 1; k <= order.count(); ++k) {
-    lines += orderLine(host, order.entry(k), k);
+    lines += orderLine(host.machine, order.entry(k), k);
   }
   if (const auto failure = file->write(lines)) {
-    host.runTimeError(*failure, dumpFile);
+    endProgram(messages::platformFailure(*failure, dumpFile));
   }
   file.reset();
   ViewFile(host, dumpFile);

@@ -1,37 +1,41 @@
 #include "conversion/insert_staff.h"
 
-#include "base/number.h"
 #include "conversion/set_rest_durations.h"
 #include "conversion/set_time_signature.h"
+#include "messages/conversion_messages.h"
+#include "messages/run_time_errors.h"
 
 namespace kiv {
 namespace {
 
-constexpr float beingFilled = 1;
 constexpr float clefIndent = 2;
 constexpr float keyIndent = 7;
-constexpr float clefMarker = 1000;
 
-/// Where a new staff goes.
+/// The position of a new staff.
 struct StaffPlace {
   float staff = 0;
   float position = 0;
   float par6 = 0;
 };
 
+/// Parameter p of the item at the end of the table.
+float lastPar(const ItemTable& items, int p) {
+  return items.itemPar(items.itemCount(), p);
+}
+
 /// Spans of 0 on staff 1 become 1. Returns the widest span; one that 16 bits do not hold ends the program.
-std::int16_t widestSpan(const SystemPage& page) {
+std::int16_t widestSpan(ItemTable& items) {
   std::int16_t widest = 0;
-  for (int i = 1; i <= page.items.itemCount(); ++i) {
-    if (page.items.itemPar(i, par::type) != type::barline || page.items.itemPar(i, par::staff) != 1) {
+  for (int i = 1; i <= items.itemCount(); ++i) {
+    if (items.type(i) != ItemType::barline || items.itemPar(i, par::staff) != 1) {
       continue;
     }
-    float& span = page.items.itemPar(i, par::spannedStaves);
+    float& span = items.itemPar(i, par::spannedStaves);
     if (span == 0) {
       span = 1;
     }
     if (span > static_cast<float>(widest)) {
-      widest = page.whole(i, par::spannedStaves);
+      widest = wholePar(items, i, par::spannedStaves);
     }
   }
   return widest;
@@ -47,10 +51,10 @@ float highestStaff(const ItemTable& items) {
   return top;
 }
 
-/// The staff number that the new staff takes: that of the neighbour's staff, or its identifier where it has none. Once
-/// it is a staff number, later staves are still compared with it by their identifiers.
-float numberOfNeighbour(const ItemTable& items, std::int16_t neighbour) {
-  float w = neighbour;
+/// The staff number that the new staff takes: that of the adjacent instrument's staff, or its identifier where it has
+/// none. Once it is a staff number, later staves are still compared with it by their identifiers.
+float numberOfAdjacentStaff(const ItemTable& items, std::int16_t adjacent) {
+  float w = adjacent;
   for (int i = 1; i <= items.itemCount(); ++i) {
     if (isStaff(items, i) && items.itemPar(i, par::instrument) == w) {
       w = items.itemPar(i, par::staff);
@@ -59,9 +63,9 @@ float numberOfNeighbour(const ItemTable& items, std::int16_t neighbour) {
   return w;
 }
 
-/// Moves the staves from w to top up by one. Returns the place that comes free, with position and P6 of the last staff
-/// item.
-StaffPlace makeRoom(ItemTable& items, float w, float top) {
+/// Moves the staves from w to top up by one. Returns the place that becomes free, with position and P6 of the last
+/// staff item.
+StaffPlace shiftStavesUp(ItemTable& items, float w, float top) {
   StaffPlace place{w};
   for (int i = 1; i <= items.itemCount(); ++i) {
     float& staff = items.itemPar(i, par::staff);
@@ -76,75 +80,75 @@ StaffPlace makeRoom(ItemTable& items, float w, float top) {
   return place;
 }
 
-StaffPlace placeAtNeighbour(const SystemPage& page, std::int16_t neighbour) {
-  const float w = numberOfNeighbour(page.items, neighbour);
-  const float top = highestStaff(page.items);
+StaffPlace placeNextTo(ItemTable& items, std::int16_t adjacent) {
+  const float w = numberOfAdjacentStaff(items, adjacent);
+  const float top = highestStaff(items);
   if (w == 0 || top == 0 || top < w) {
-    page.host.fatal("Logical error in insertStaff: " + generalNumber(w) + "/" + generalNumber(top));
+    endProgram(messages::noPlaceForStaff(w, top));
   }
-  return makeRoom(page.items, w, top);
+  return shiftStavesUp(items, w, top);
 }
 
-StaffPlace placeOnTop(const SystemPage& page) {
-  const float top = highestStaff(page.items);
+StaffPlace placeOnTop(const ItemTable& items) {
+  const float top = highestStaff(items);
   if (top == 0) {
-    page.host.fatal("Logical error in insertStaff: " + generalNumber(top));
+    endProgram(messages::noPlaceOnTop(top));
   }
   return {top + 1};
 }
 
-StaffPlace findPlace(const SystemPage& page, std::int16_t instr, const OrderTable& order) {
+StaffPlace findPlace(ItemTable& items, std::int16_t instr, const OrderTable& order) {
   const int k = order.find(instr);
   if (k == 0) {
-    page.host.runTimeError(RunTimeError::subscriptOutOfRange, page.musFileName);
+    endProgram(messages::subscriptOutOfRange({.file = items.file()}));
   }
-  return k == 1 ? placeOnTop(page) : placeAtNeighbour(page, order.entry(k - 1).instr);
+  return k == 1 ? placeOnTop(items) : placeNextTo(items, order.entry(k - 1).instr);
 }
 
-void appendStaff(const SystemPage& page, const StaffPlace& place, std::int16_t instr, const OrderTable& order) {
-  Item staff = newItem(type::staff, place.staff, place.position);
-  staff.par[par::size] = setDetailPar5(order, instr);
-  staff.par[par::par6] = place.par6;
-  staff.par[par::lines] = setDetailPar7(order, instr);
-  staff.par[par::instrument] = instr;
-  staff.par[par::par11] = setDetailPar11(order, instr);
-  staff.par[par::mark] = beingFilled;
-  page.append(staff);
+void appendStaff(ItemTable& items, const StaffPlace& place, std::int16_t instr, const OrderTable& order) {
+  Item staff(ItemType::staff, place.staff, place.position);
+  staff[par::size] = setDetailPar5(order, instr);
+  staff[par::par6] = place.par6;
+  staff[par::lines] = setDetailPar7(order, instr);
+  staff[par::instrument] = instr;
+  staff[par::par11] = setDetailPar11(order, instr);
+  staff[par::mark] = mark::beingFilled;
+  items.store_item(staff);
 }
 
-void appendClef(const SystemPage& page, std::int16_t instr, const FirstClefTable& firstClefs) {
-  Item clef = newItem(type::clef, page.lastPar(par::staff), page.lastPar(par::position) + clefIndent);
-  const float kind = setDetailClef(firstClefs, instr);
-  if (kind != 0) {
-    clef.par[par::height] = setDetailClefHite(firstClefs, instr);
-    clef.par[par::kind] = kind - clefMarker;
+void appendClef(ItemTable& items, std::int16_t instr, const FirstClefTable& firstClefs) {
+  Item clef(ItemType::clef, lastPar(items, par::staff), lastPar(items, par::position) + clefIndent);
+  const MarkedValue kind = setDetailClef(firstClefs, instr);
+  if (kind.isKnown()) {
+    clef[par::height] = setDetailClefHite(firstClefs, instr);
+    clef[par::kind] = kind.value();
   }
-  page.append(clef);
+  items.store_item(clef);
 }
 
-void appendKeySignature(const SystemPage& page, std::int16_t instr, const OrderTable& order) {
+void appendKeySignature(ItemTable& items, std::int16_t instr, const OrderTable& order) {
   if (setDetailKey(order, instr) == 0) {
     return;
   }
-  Item key = newItem(type::keySignature, page.lastPar(par::staff), page.lastPar(par::position) + keyIndent);
-  key.par[par::key] = setDetailKey(order, instr);
-  key.par[par::keyType] = setDetailKeyType(order, instr);
-  page.append(key);
+  Item key(ItemType::keySignature, lastPar(items, par::staff), lastPar(items, par::position) + keyIndent);
+  key[par::key] = setDetailKey(order, instr);
+  key[par::keyType] = setDetailKeyType(order, instr);
+  items.store_item(key);
 }
 
 }  // namespace
 
-void insertStaff(const SystemPage& page, std::int16_t instr, const OrderTable& order, const FirstClefTable& firstClefs,
+void insertStaff(ItemTable& items, std::int16_t instr, const OrderTable& order, const FirstClefTable& firstClefs,
                  const BarlineList& barlines) {
-  static_cast<void>(widestSpan(page));  // asked for by nobody, but one that is too wide is an error
-  appendStaff(page, findPlace(page, instr, order), instr, order);
-  appendClef(page, instr, firstClefs);
-  appendKeySignature(page, instr, order);
+  static_cast<void>(widestSpan(items));  // the result is not used, but a span that is too wide is an error
+  appendStaff(items, findPlace(items, instr, order), instr, order);
+  appendClef(items, instr, firstClefs);
+  appendKeySignature(items, instr, order);
   for (std::size_t b = 1; b < barlines.size(); ++b) {
-    page.append(staffBarline(order, instr, page.lastPar(par::staff), barlines[b]));
+    items.store_item(staffBarline(order, instr, lastPar(items, par::staff), barlines[b]));
   }
-  setTimeSignature(page, instr);
-  setRestDurations(page, instr, order, barlines);
+  setTimeSignature(items, instr);
+  setRestDurations(items, instr, order, barlines);
 }
 
 }  // namespace kiv

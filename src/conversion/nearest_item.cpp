@@ -8,7 +8,7 @@ namespace {
 
 constexpr float tooFar = 999;
 
-/// The lowest item among the places from first on that lie as far away as it.
+/// The item with the lowest index among those from first on that are equally far away.
 template <typename Iterator, typename Distance>
 int firstOfTheNearest(Iterator first, Iterator end, Distance distance) {
   if (first == end || !(distance(*first) < tooFar)) {

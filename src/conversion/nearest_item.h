@@ -6,13 +6,13 @@
 
 namespace kiv {
 
-/// Finds, among items that it was told of, the one that lies nearest to a place on one side of it: less than 999 page
-/// units away as singles subtract, and of several as near as that the first one told of.
+/// Finds, among the items added, the one that is nearest to a position on one side of it: less than 999 page
+/// units away as singles subtract, and of several as near as that the one added first.
 class NearestItem {
  public:
   /// All items must be added before the first search.
   void add(const ItemTable& items, int i);
-  /// Puts what was added in order.
+  /// Sorts the items added.
   void sort();
 
   /// The nearest item to the right of x, 0 when there is none.

@@ -4,11 +4,10 @@
 
 #include "analysis/report.h"
 #include "base/number.h"
+#include "messages/run_time_errors.h"
 
 namespace kiv {
 namespace {
-
-constexpr float marker = 1000;  // added to sizes, so that 0 is no size
 
 /// The instrument's entry; one of zeros for an instrument that has none.
 const OrderEntry& entryOf(const OrderTable& order, std::int16_t instr) {
@@ -28,14 +27,14 @@ int OrderTable::find(float instr) const {
   return place == places_.end() ? 0 : place->second;
 }
 
-void OrderTable::restart() {
+void OrderTable::clear() {
   count_ = 0;
   places_.clear();
 }
 
-void OrderTable::add(Host& host, std::int16_t instr) {
+void OrderTable::add(std::int16_t instr) {
   if (count_ == std::numeric_limits<std::int16_t>::max()) {
-    host.runTimeError(RunTimeError::overflow, reportFile);
+    endProgram(messages::overflowIn(reportFile));
   }
   ++count_;
   if (entries_.size() < static_cast<std::size_t>(count_)) {
@@ -45,16 +44,15 @@ void OrderTable::add(Host& host, std::int16_t instr) {
   places_.emplace(instr, count_);
 }
 
-void setInstrumentOrder(Host& host, const std::vector<std::int16_t>& instruments, OrderTable& order) {
-  order.restart();
+void setInstrumentOrder(const std::vector<std::int16_t>& instruments, OrderTable& order) {
+  order.clear();
   for (const std::int16_t instr : instruments) {
-    order.add(host, instr);
+    order.add(instr);
   }
 }
 
 float setDetailPar5(const OrderTable& order, std::int16_t instr) {
-  const float size = entryOf(order, instr).size;
-  return size >= marker ? size - marker : size;
+  return entryOf(order, instr).size.valueUnlessNegative();
 }
 
 float setDetailPar7(const OrderTable& order, std::int16_t instr) {
@@ -82,9 +80,9 @@ float setDetailBarline(const OrderTable& order, std::int16_t instr) {
   return lines == 6 ? 13 : 0;
 }
 
-float setDetailClef(const FirstClefTable& firstClefs, std::int16_t instr) {
+MarkedValue setDetailClef(const FirstClefTable& firstClefs, std::int16_t instr) {
   const auto* entry = firstClefs.find(instr);
-  return entry == nullptr ? 0 : entry->firstClefKind;
+  return entry == nullptr ? MarkedValue() : entry->firstClefKind;
 }
 
 float setDetailClefHite(const FirstClefTable& firstClefs, std::int16_t instr) {
@@ -97,7 +95,7 @@ float setDetailKey(const OrderTable& order, std::int16_t instr) {
 }
 
 float setDetailKeyType(const OrderTable& order, std::int16_t instr) {
-  return entryOf(order, instr).type;
+  return entryOf(order, instr).keyType;
 }
 
 float setDetailRestHite(const OrderTable& order, std::int16_t instr) {
@@ -111,7 +109,7 @@ float setDetailRestHite(const OrderTable& order, std::int16_t instr) {
   return lines == 4 ? -2 : 0;
 }
 
-float setDetailTime(Host& host, const OrderTable& order, std::int16_t instr) {
+float setDetailTime(const OrderTable& order, std::int16_t instr) {
   constexpr float commonTime = 99;
   constexpr float allaBreve = 98;
   const int k = order.find(instr);
@@ -127,7 +125,7 @@ float setDetailTime(Host& host, const OrderTable& order, std::int16_t instr) {
   }
   const float quarters = entry.timeDn / 4;
   if (quarters == 0) {
-    host.runTimeError(RunTimeError::divisionByZero, "instrument " + std::to_string(instr));
+    endProgram(messages::divisionByZero(instr));
   }
   return entry.timeUp / quarters;
 }

@@ -4,16 +4,17 @@
 #include <utility>
 
 #include "base/number.h"
-#include "mus/reader.h"
+#include "messages/page_messages.h"
+#include "messages/run_time_errors.h"
 
 namespace kiv {
 namespace {
 
-/// Keeps the items under their staves. One whose staff number is no whole one of 16 bits is on none that is asked for.
-void keepItems(KeptFile& file) {
+/// Lists the items by staff. One whose staff number is no whole number of 16 bits is on no staff that can be requested.
+void listItems(CachedPage& file) {
   PageWalker page(file.bytes);
   float staff = std::numeric_limits<float>::quiet_NaN();
-  std::vector<ItemBytes>* items = nullptr;  // of that staff
+  std::vector<NumberedItem>* items = nullptr;  // of that staff
   while ((file.end = page.findItem()) == ReadStatus::itemRead) {
     const float stored = page.par(par::staff);
     if (stored != staff) {
@@ -22,7 +23,7 @@ void keepItems(KeptFile& file) {
       items = whole && static_cast<float>(*whole) == stored ? &file.staves[*whole] : nullptr;
     }
     if (items != nullptr) {
-      items->push_back(page.itemBytes());
+      items->push_back({page.itemBytes(), page.itemsInFile()});
     }
   }
   file.itemsInFile = page.itemsInFile();
@@ -30,53 +31,52 @@ void keepItems(KeptFile& file) {
 
 }  // namespace
 
-const KeptFile& KeptFiles::get(Host& host, const std::string& musFileName) {
-  const auto kept = files_.find(musFileName);
-  if (kept != files_.end()) {
-    return kept->second;
+const CachedPage& PageCache::get(const std::string& musFileName) {
+  const auto cached = pages_.find(musFileName);
+  if (cached != pages_.end()) {
+    return cached->second;
   }
-  KeptFile file;
+  CachedPage page;
   if (!dropped_.empty()) {
-    file = std::move(dropped_.back());
+    page = std::move(dropped_.back());
     dropped_.pop_back();
   }
-  for (auto& [staff, items] : file.staves) {
+  for (auto& [staff, items] : page.staves) {
     items.clear();
   }
-  file.bytes = file.room.read(host, musFileName, readableBytes).value_or("");
-  keepItems(file);
-  return files_.emplace(musFileName, std::move(file)).first->second;
+  page.bytes = page.buffer.read(files_, musFileName, readableBytes).value_or("");
+  listItems(page);
+  return pages_.emplace(musFileName, std::move(page)).first->second;
 }
 
-void KeptFiles::drop(const std::string& musFileName) {
-  if (auto file = files_.extract(musFileName)) {
-    dropped_.push_back(std::move(file.mapped()));
+void PageCache::drop(const std::string& musFileName) {
+  if (auto page = pages_.extract(musFileName)) {
+    dropped_.push_back(std::move(page.mapped()));
   }
 }
 
-void KeptFiles::dropAll() {
-  for (auto& [name, file] : files_) {
-    dropped_.push_back(std::move(file));
+void PageCache::clear() {
+  for (auto& [name, page] : pages_) {
+    dropped_.push_back(std::move(page));
   }
-  files_.clear();
+  pages_.clear();
 }
 
-void readStaff(const SystemPage& page, std::int16_t staff, std::int16_t newStaff, KeptFiles& files) {
-  const KeptFile& file = files.get(page.host, page.musFileName);
-  const auto items = file.staves.find(staff);
-  if (items != file.staves.end()) {
-    for (const ItemBytes& place : items->second) {
-      Item& item = page.items.newItem(page.host);
-      decodeItem(file.bytes, place, item);
-      item.par[par::staff] = newStaff;
+void readStaff(std::int16_t staff, std::int16_t newStaff, PageCache& pages, ItemTable& items) {
+  const CachedPage& page = pages.get(items.file());
+  const auto ofStaff = page.staves.find(staff);
+  if (ofStaff != page.staves.end()) {
+    for (const NumberedItem& source : ofStaff->second) {
+      Item& item = items.newItem(source.number);
+      decodeItem(page.bytes, source.bytes, item);
+      item[par::staff] = newStaff;
     }
   }
-  if (file.end == ReadStatus::structuralError) {
-    refusePage(page.host, page.musFileName, file.itemsInFile);
+  if (page.end == ReadStatus::structuralError) {
+    endProgram(messages::structuralError(items.file(), page.itemsInFile, pages.currentFolder()));
   }
-  if (file.end == ReadStatus::tooManyParameters) {
-    page.host.runTimeError(RunTimeError::subscriptOutOfRange,
-                           page.musFileName + ", item " + std::to_string(file.itemsInFile));
+  if (page.end == ReadStatus::tooManyParameters) {
+    endProgram(messages::subscriptOutOfRange({.file = items.file(), .item = page.itemsInFile}));
   }
 }
 

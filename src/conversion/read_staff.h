@@ -6,46 +6,56 @@
 #include <unordered_map>
 #include <vector>
 
-#include "conversion/system_page.h"
 #include "mus/item_table.h"
 #include "mus/page_walker.h"
 #include "platform/file_buffer.h"
-#include "platform/host.h"
+#include "platform/files.h"
 
 namespace kiv {
 
-/// A page file, where the items of its staves lie, and how the walk over it ended.
-struct KeptFile {
-  KeptFile() = default;
-  KeptFile(const KeptFile&) = delete;
-  KeptFile(KeptFile&&) noexcept = default;
-  KeptFile& operator=(const KeptFile&) = delete;
-  KeptFile& operator=(KeptFile&&) noexcept = default;
-  ~KeptFile() = default;
+/// An item of a page file, and its number there.
+struct NumberedItem {
+  ItemBytes bytes;
+  std::int16_t number = 0;
+};
 
-  FileRoom room;
-  std::string_view bytes;                                           ///< in the room
-  std::unordered_map<std::int16_t, std::vector<ItemBytes>> staves;  ///< in the order of the file
+/// A page file, where the items of its staves are, and how the walk over it ended.
+struct CachedPage {
+  CachedPage() = default;
+  CachedPage(const CachedPage&) = delete;
+  CachedPage(CachedPage&&) noexcept = default;
+  CachedPage& operator=(const CachedPage&) = delete;
+  CachedPage& operator=(CachedPage&&) noexcept = default;
+  ~CachedPage() = default;
+
+  FileBuffer buffer;
+  std::string_view bytes;                                              ///< in the buffer
+  std::unordered_map<std::int16_t, std::vector<NumberedItem>> staves;  ///< in the order of the file
   ReadStatus end = ReadStatus::endOfItems;
   std::int16_t itemsInFile = 0;  ///< items begun when the walk ended
 };
 
-/// Page files of which more staves are to come, each read once.
-class KeptFiles {
+/// Page files of which more staves will be read, each read from the disk once.
+class PageCache {
  public:
-  /// The file's content, read now unless it is kept. It stays until the file is dropped.
-  const KeptFile& get(Host& host, const std::string& musFileName);
+  explicit PageCache(Files& files) : files_(files) {}
+
+  /// The file's content, read now unless it is cached. It stays until the file is dropped.
+  const CachedPage& get(const std::string& musFileName);
   void drop(const std::string& musFileName);
-  /// Drops everything. A file that is replaced may be kept under another spelling of its name, or through a link.
-  void dropAll();
+  /// Drops everything. A file that is replaced may be cached under another spelling of its name, or through a link.
+  void clear();
+  /// The folder that messages name.
+  std::string currentFolder() { return files_.currentFolder(); }
 
  private:
-  std::unordered_map<std::string, KeptFile> files_;
-  std::vector<KeptFile> dropped_;  // their room is used again
+  Files& files_;
+  std::unordered_map<std::string, CachedPage> pages_;
+  std::vector<CachedPage> dropped_;  // their buffers are reused
 };
 
-/// Appends the items of a staff of the file, under the new staff number. A file that breaks off or holds what the
-/// table cannot ends the program, after the items before that place were appended.
-void readStaff(const SystemPage& page, std::int16_t staff, std::int16_t newStaff, KeptFiles& files);
+/// Appends the items of a staff of the page file that the table has begun last, under the new staff number. A file that
+/// ends early or holds what the table cannot ends the program, after the items before that place were appended.
+void readStaff(std::int16_t staff, std::int16_t newStaff, PageCache& pages, ItemTable& items);
 
 }  // namespace kiv

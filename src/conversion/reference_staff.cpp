@@ -1,28 +1,30 @@
 #include "conversion/reference_staff.h"
 
+#include "messages/conversion_messages.h"
+
 namespace kiv {
 
-StaffPair findStaffPair(const SystemPage& page, std::int16_t instrument, std::string_view procedure) {
+StaffPair findStaffPair(const ItemTable& items, std::int16_t instrument, std::string_view procedure) {
   int rest = 0;
   int reference = 0;
-  for (int i = 1; i <= page.items.itemCount(); ++i) {
-    if (!isStaff(page.items, i)) {
+  for (int i = 1; i <= items.itemCount(); ++i) {
+    if (!isStaff(items, i)) {
       continue;
     }
-    if (rest == 0 && page.items.itemPar(i, par::instrument) == static_cast<float>(instrument)) {
+    if (rest == 0 && items.itemPar(i, par::instrument) == static_cast<float>(instrument)) {
       rest = i;
     }
-    if (reference == 0 && page.items.itemPar(i, par::mark) == 0) {
+    if (reference == 0 && items.itemPar(i, par::mark) == mark::none) {
       reference = i;
     }
   }
   if (rest == 0) {
-    page.host.fatal("Logical error 1 in " + std::string(procedure));
+    endProgram(messages::noRestStaff(procedure));
   }
   if (reference == 0) {
-    page.host.fatal("Logical error 2 in " + std::string(procedure));
+    endProgram(messages::noReferenceStaff(procedure));
   }
-  return {rest, page.items.itemPar(rest, par::staff), page.items.itemPar(reference, par::staff)};
+  return {rest, items.itemPar(rest, par::staff), items.itemPar(reference, par::staff)};
 }
 
 }  // namespace kiv

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "conversion/system_page.h"
+#include "mus/item_table.h"
 
 namespace kiv {
 
@@ -16,6 +16,6 @@ struct StaffPair {
 
 /// Finds the first staff of the instrument, and the first one in item order that is not itself being filled. A system
 /// without one of them ends the program; the message names the procedure.
-StaffPair findStaffPair(const SystemPage& page, std::int16_t instrument, std::string_view procedure);
+StaffPair findStaffPair(const ItemTable& items, std::int16_t instrument, std::string_view procedure);
 
 }  // namespace kiv

@@ -4,21 +4,13 @@
 #include <unordered_set>
 
 #include "analysis/report.h"
-#include "analysis/report_lines.h"
+#include "analysis/report_record.h"
 #include "base/number.h"
+#include "messages/analysis_messages.h"
+#include "platform/text_records.h"
 
 namespace kiv {
 namespace {
-
-constexpr std::string_view systemKey = "SYSTEM";
-
-std::int16_t wholeElt(Host& host, std::string_view line, std::string_view key) {
-  const auto whole = toInt16(numericValue(getElt(line, key)));
-  if (!whole) {
-    host.runTimeError(RunTimeError::overflow, line);
-  }
-  return *whole;
-}
 
 void raise(std::map<std::string, double, std::less<>>& lastUse, std::string_view file, double system) {
   const auto known = lastUse.find(file);
@@ -39,38 +31,40 @@ int ReportIndex::systemCount() const {
   return count;
 }
 
-ReportIndex readReport(Host& host) {
+ReportIndex readReport(Files& files) {
   ReportIndex report;
   std::unordered_set<std::int16_t> known;
-  LineReader lines = openLines(host, reportFile, "Failed to open file KivSystem2.TXT");
-  forEachRecord(host, std::move(lines), reportFile, [&](std::string_view line) {
-    if (line.find("SYSTEM=") == std::string_view::npos) {
+  LineReader lines = openLines(files, reportFile, messages::reportNotReadForConversion());
+  forEachRecord(std::move(lines), reportFile, [&](std::string_view line) {
+    const ReportRecord record(line);
+    if (!record.namesSystem()) {
       return;
     }
-    const std::int16_t instrument = wholeElt(host, line, "INSTRID");
+    const std::int16_t instrument = record.leadingWhole(ReportRecord::anyInstrument);
     if (known.insert(instrument).second) {
       report.instruments.push_back(instrument);
     }
-    const double system = numericValue(getElt(line, systemKey));
+    const double system = numericValue(record.text(ReportRecord::system));
     report.systems[system].emplace_back(line);
-    raise(report.lastUse, getElt(line, ",FILE"), system);
+    raise(report.lastUse, record.file(), system);
   });
   return report;
 }
 
-std::vector<StaffRecord> stavesOf(Host& host, const ReportIndex& report, std::int16_t system) {
+std::vector<StaffRecord> stavesOf(const ReportIndex& report, std::int16_t system) {
   std::vector<StaffRecord> staves;
   const auto lines = report.systems.find(system);
   if (lines == report.systems.end()) {
     return staves;
   }
   for (const std::string& line : lines->second) {
+    const ReportRecord record(line);
     StaffRecord staff;
-    staff.instrId = wholeElt(host, line, ",INSTRID");
-    staff.stavesUp = wholeElt(host, line, ",STAVESUP");
-    staff.staff = wholeElt(host, line, ",STAFF");
-    staff.file = getElt(line, ",FILE");
-    staff.newStaff = wholeElt(host, line, ",NEWSTAFF");
+    staff.instrId = record.leadingWhole(ReportRecord::instrument);
+    staff.stavesUp = record.leadingWhole(ReportRecord::stavesUp);
+    staff.staff = record.leadingWhole(ReportRecord::staff);
+    staff.file = record.file();
+    staff.newStaff = record.leadingWhole(ReportRecord::newStaff);
     staves.push_back(std::move(staff));
   }
   return staves;

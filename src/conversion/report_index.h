@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/host.h"
+#include "platform/files.h"
 
 namespace kiv {
 
-/// One record of the report: where a staff stands, and where it goes.
+/// One record of the report: a staff, and its position in the result.
 struct StaffRecord {
   std::int16_t instrId = 0;
   std::int16_t stavesUp = 0;  ///< read and kept, of no further use here
@@ -32,10 +32,10 @@ struct ReportIndex {
 
 /// Reads the report. One that cannot be opened or read ends the program, and so does an identifier that 16 bits do not
 /// hold.
-ReportIndex readReport(Host& host);
+ReportIndex readReport(Files& files);
 
 /// The staves of a system in the order of the report, empty when it has none. A number that 16 bits do not hold ends
 /// the program.
-std::vector<StaffRecord> stavesOf(Host& host, const ReportIndex& report, std::int16_t system);
+std::vector<StaffRecord> stavesOf(const ReportIndex& report, std::int16_t system);
 
 }  // namespace kiv

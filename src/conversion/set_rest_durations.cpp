@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "base/number.h"
 #include "conversion/nearest_item.h"
 #include "conversion/reference_staff.h"
+#include "messages/conversion_messages.h"
 
 namespace kiv {
 namespace {
@@ -18,8 +18,8 @@ struct TimeSignature {
 };
 
 bool isBeat(const ItemTable& items, int i) {
-  const float type = items.itemPar(i, par::type);
-  return type == type::note || type == type::rest;
+  const ItemType type = items.type(i);
+  return type == ItemType::note || type == ItemType::rest;
 }
 
 NearestItem beatsOf(const ItemTable& items, float staff) {
@@ -36,7 +36,7 @@ NearestItem beatsOf(const ItemTable& items, float staff) {
 NearestItem timeSignaturesOf(const ItemTable& items, float staff) {
   NearestItem times;
   for (int i = 1; i <= items.itemCount(); ++i) {
-    if (items.itemPar(i, par::type) == type::timeSignature && items.itemPar(i, par::staff) == staff) {
+    if (items.type(i) == ItemType::timeSignature && items.itemPar(i, par::staff) == staff) {
       times.add(items, i);
     }
   }
@@ -45,16 +45,16 @@ NearestItem timeSignaturesOf(const ItemTable& items, float staff) {
 }
 
 /// The first time signature in the order table, for a staff that has none of its own.
-TimeSignature anyTimeSignature(Host& host, const OrderTable& order) {
+TimeSignature anyTimeSignature(const OrderTable& order) {
   for (int k = 1; k <= order.count(); ++k) {
     if (order.entry(k).timeUp != 0) {
       return {order.entry(k).timeUp, order.entry(k).timeDn};
     }
   }
-  host.fatal("Logical error 4 in setRestDurations");
+  endProgram(messages::noTimeSignature());
 }
 
-/// The signature with its codes for common time and alla breve put in numbers.
+/// The signature with numbers instead of the codes for common time and alla breve.
 TimeSignature inNumbers(TimeSignature time) {
   constexpr float commonTime = 99;
   constexpr float allaBreve = 98;
@@ -65,44 +65,42 @@ TimeSignature inNumbers(TimeSignature time) {
 }
 
 /// The length of a bar in quarter notes.
-float barLength(Host& host, TimeSignature signature) {
+float barLength(TimeSignature signature) {
   const TimeSignature time = inNumbers(signature);
   if (time.upper == 0 || time.lower == 0) {
-    host.fatal("Time signature with up/dn=" + generalNumber(time.upper) + "/" + generalNumber(time.lower) +
-               " cannot be handled by this program. Contact development.");
+    endProgram(messages::oddTimeSignature(time.upper, time.lower));
   }
   return time.upper / time.lower * 4;
 }
 
 Item barRest(float staff, float position, float length) {
-  Item rest = newItem(type::rest, staff, position);
-  rest.par[par::kind] = wholeBarRest;
-  rest.par[par::duration] = length;
-  rest.par[par::tuplet] = noTuplet;
+  Item rest(ItemType::rest, staff, position);
+  rest[par::kind] = wholeBarRest;
+  rest[par::duration] = length;
+  rest[par::tuplet] = noTuplet;
   return rest;
 }
 
 }  // namespace
 
-void setRestDurations(const SystemPage& page, std::int16_t instrument, const OrderTable& order,
-                      const BarlineList& barlines) {
-  const StaffPair staves = findStaffPair(page, instrument, "setRestDurations");
-  // The rests that are added lie under beats that come before them in item order, so they are never the first.
-  const NearestItem beats = beatsOf(page.items, staves.reference);
-  const NearestItem times = timeSignaturesOf(page.items, staves.rest);
+void setRestDurations(ItemTable& items, std::int16_t instrument, const OrderTable& order, const BarlineList& barlines) {
+  const StaffPair staves = findStaffPair(items, instrument, "setRestDurations");
+  // An added rest has the position of a beat that precedes it in item order, so it is never the first one there.
+  const NearestItem beats = beatsOf(items, staves.reference);
+  const NearestItem times = timeSignaturesOf(items, staves.rest);
   for (std::size_t b = 0; b + 1 < barlines.size(); ++b) {
     const int beat = beats.rightOf(barlines[b].position);
     if (beat == 0) {
-      page.host.fatal("Logical error 3 in setRestDurations");
+      endProgram(messages::noBeatInBar());
     }
-    const float position = page.items.itemPar(beat, par::position);
+    const float position = items.itemPar(beat, par::position);
     const int time = times.leftOf(position);
-    const TimeSignature signature = time == 0 ? anyTimeSignature(page.host, order)
-                                              : TimeSignature{page.items.itemPar(time, par::upperNumber),
-                                                              page.items.itemPar(time, par::lowerNumber)};
-    page.append(barRest(staves.rest, position, barLength(page.host, signature)));
+    const TimeSignature signature =
+        time == 0 ? anyTimeSignature(order)
+                  : TimeSignature{items.itemPar(time, par::upperNumber), items.itemPar(time, par::lowerNumber)};
+    items.store_item(barRest(staves.rest, position, barLength(signature)));
   }
-  page.items.itemPar(staves.restStaffItem, par::mark) = 0;
+  items.itemPar(staves.restStaffItem, par::mark) = mark::none;
 }
 
 }  // namespace kiv

@@ -5,7 +5,6 @@
 namespace kiv {
 namespace {
 
-constexpr float marker = 1000;  // added to sizes and clefs, so that 0 is none
 constexpr float leftOfAnything = -9999;
 
 /// The rightmost item of a kind on a staff; of several at its position the first.
@@ -13,7 +12,7 @@ struct Rightmost {
   int item = 0;
   float position = leftOfAnything;
 
-  void take(const ItemTable& items, int i) {
+  void update(const ItemTable& items, int i) {
     if (items.itemPar(i, par::position) > position) {
       position = items.itemPar(i, par::position);
       item = i;
@@ -30,27 +29,27 @@ struct StaffState {
 std::unordered_map<float, StaffState> stateAtTheRightEnd(const ItemTable& items) {
   std::unordered_map<float, StaffState> states;
   for (int i = 1; i <= items.itemCount(); ++i) {
-    const float type = items.itemPar(i, par::type);
+    const ItemType type = items.type(i);
     StaffState& state = states[items.itemPar(i, par::staff)];
-    if (type == type::clef) {
-      state.clef.take(items, i);
-    } else if (type == type::keySignature) {
-      state.key.take(items, i);
-    } else if (type == type::timeSignature) {
-      state.time.take(items, i);
+    if (type == ItemType::clef) {
+      state.clef.update(items, i);
+    } else if (type == ItemType::keySignature) {
+      state.key.update(items, i);
+    } else if (type == ItemType::timeSignature) {
+      state.time.update(items, i);
     }
   }
   return states;
 }
 
-void takeState(const ItemTable& items, const StaffState& state, OrderEntry& entry) {
+void updateEntry(const ItemTable& items, const StaffState& state, OrderEntry& entry) {
   if (const int clef = state.clef.item) {
-    entry.clef = items.itemPar(clef, par::kind) + marker;
-    entry.hite = items.itemPar(clef, par::height);
+    entry.clef = MarkedValue(items.itemPar(clef, par::kind));
+    entry.clefHeight = items.itemPar(clef, par::height);
   }
   if (const int key = state.key.item) {
     entry.key = items.itemPar(key, par::key);
-    entry.type = items.itemPar(key, par::keyType);
+    entry.keyType = items.itemPar(key, par::keyType);
   }
   if (const int time = state.time.item) {
     entry.timeUp = items.itemPar(time, par::upperNumber);
@@ -68,12 +67,12 @@ void setStaffAttributes(const ItemTable& items, OrderTable& order) {
       continue;
     }
     OrderEntry& entry = order.entry(k);
-    if (entry.size == 0) {
-      entry.size = items.itemPar(i, par::size) + marker;
+    if (!entry.size.isKnown()) {
+      entry.size = MarkedValue(items.itemPar(i, par::size));
       entry.lines = items.itemPar(i, par::lines);
       entry.par11 = items.itemPar(i, par::par11);
     }
-    takeState(items, states.at(items.itemPar(i, par::staff)), entry);
+    updateEntry(items, states.at(items.itemPar(i, par::staff)), entry);
   }
 }
 

@@ -2,11 +2,11 @@
 
 #include <cstdint>
 
-#include "conversion/system_page.h"
+#include "mus/item_table.h"
 
 namespace kiv {
 
 /// Gives the rest staff of the instrument the time signatures of the reference staff.
-void setTimeSignature(const SystemPage& page, std::int16_t instrument);
+void setTimeSignature(ItemTable& items, std::int16_t instrument);
 
 }  // namespace kiv

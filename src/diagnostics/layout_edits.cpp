@@ -8,7 +8,7 @@ namespace {
 
 using Layout = std::vector<std::int16_t>;
 
-/// The lengths of the longest common subsequences of what is left of two layouts from each pair of places on.
+/// The lengths of the longest common subsequences of what is left of two layouts from each pair of indices on.
 class CommonLengths {
  public:
   CommonLengths(const Layout& a, const Layout& b) : columns_(b.size() + 1), lengths_((a.size() + 1) * columns_) {
@@ -27,7 +27,7 @@ class CommonLengths {
   std::vector<std::uint16_t> lengths_;  // a table holds 5000 items, and so does a layout
 };
 
-/// The places that do not stay.
+/// The indices of what does not stay.
 struct Differences {
   std::vector<std::size_t> out;  // in the common layout
   std::vector<std::size_t> in;   // in the other one
@@ -49,7 +49,7 @@ Differences differences(const Layout& common, const Layout& other) {
   const Layout a = middle(common);
   const Layout b = middle(other);
   const CommonLengths lengths(a, b);
-  Differences places;
+  Differences indices;
   std::size_t i = 0;
   std::size_t j = 0;
   while (i < a.size() || j < b.size()) {
@@ -57,20 +57,20 @@ Differences differences(const Layout& common, const Layout& other) {
       ++i;
       ++j;
     } else if (j == b.size() || (i < a.size() && lengths.at(i + 1, j) >= lengths.at(i, j + 1))) {
-      places.out.push_back(head + i++);
+      indices.out.push_back(head + i++);
     } else {
-      places.in.push_back(head + j++);
+      indices.in.push_back(head + j++);
     }
   }
-  return places;
+  return indices;
 }
 
 }  // namespace
 
 std::vector<LayoutEdit> layoutEdits(const Layout& common, const Layout& other) {
-  const Differences places = differences(common, other);
+  const Differences indices = differences(common, other);
   std::map<std::int16_t, int> outs;
-  for (const std::size_t i : places.out) {
+  for (const std::size_t i : indices.out) {
     ++outs[common[i]];
   }
   std::map<std::int16_t, int> staves;
@@ -79,7 +79,7 @@ std::vector<LayoutEdit> layoutEdits(const Layout& common, const Layout& other) {
   }
   std::vector<LayoutEdit> ins;
   std::map<std::int16_t, int> moved;
-  for (const std::size_t j : places.in) {
+  for (const std::size_t j : indices.in) {
     const std::int16_t instrument = other[j];
     const auto out = outs.find(instrument);
     if (out != outs.end() && out->second > 0) {
@@ -91,7 +91,7 @@ std::vector<LayoutEdit> layoutEdits(const Layout& common, const Layout& other) {
     }
   }
   std::vector<LayoutEdit> edits;
-  for (const std::size_t i : places.out) {
+  for (const std::size_t i : indices.out) {
     const std::int16_t instrument = common[i];
     if (moved[instrument]-- <= 0) {
       edits.push_back({DeviationKind::missing, instrument, std::nullopt});

@@ -18,8 +18,8 @@ struct LayoutEdit {
   bool operator==(const LayoutEdit&) const = default;
 };
 
-/// What makes the common layout into the other one, in the fewest steps: the staves of their longest common
-/// subsequence stay; an instrument that is taken out here and put in there is moved; one that is put in is a duplicate
+/// What turns the common layout into the other one, in the fewest steps: the staves of their longest common
+/// subsequence stay; an instrument that is both removed and inserted is moved; one that is only inserted is a duplicate
 /// when the layout has it once more, else extra. Missing ones come first, in the order of the common layout, then the
 /// staves of the other layout from the top.
 std::vector<LayoutEdit> layoutEdits(const std::vector<std::int16_t>& common, const std::vector<std::int16_t>& other);

@@ -30,11 +30,11 @@ std::vector<LayoutClass> classesOf(const SystemTable& table) {
   std::unordered_map<std::string, std::size_t> known;
   for (std::size_t s = 0; s < table.systems.size(); ++s) {
     const std::string& list = table.systems[s].systemInstrList;
-    const auto [place, isNew] = known.emplace(list, classes.size());
+    const auto [index, isNew] = known.emplace(list, classes.size());
     if (isNew) {
       classes.push_back({"", instrumentsIn(list), {}, {}, {}});
     }
-    classes[place->second].systems.push_back(s);
+    classes[index->second].systems.push_back(s);
   }
   const auto commonest =
       std::max_element(classes.begin(), classes.end(),
@@ -48,19 +48,19 @@ std::vector<LayoutClass> classesOf(const SystemTable& table) {
   return classes;
 }
 
-/// Enters which files each system lies in. The report lists the files of a system one after the other.
-void placeSystems(const std::vector<SystemFact>& facts, Layouts& layouts) {
+/// Enters the files of each system. The report lists the files of a system one after the other.
+void addFiles(const std::vector<SystemFact>& facts, Layouts& layouts) {
   std::unordered_map<std::string, std::size_t> known;
   for (std::size_t s = 0; s < layouts.systems.size() && s < facts.size(); ++s) {
     SystemOfLayout& system = layouts.systems[s];
     bool isFirst = true;
     for (const StaffFact& staff : facts[s].staves) {
-      const auto [place, isNew] = known.emplace(staff.file, layouts.files.size());
+      const auto [index, isNew] = known.emplace(staff.file, layouts.files.size());
       if (isNew) {
         layouts.files.push_back(staff.file);
       }
-      system.firstFile = isFirst ? place->second : std::min(system.firstFile, place->second);
-      system.lastFile = isFirst ? place->second : std::max(system.lastFile, place->second);
+      system.firstFile = isFirst ? index->second : std::min(system.firstFile, index->second);
+      system.lastFile = isFirst ? index->second : std::max(system.lastFile, index->second);
       isFirst = false;
     }
   }
@@ -84,7 +84,7 @@ Deviation deviationOf(const LayoutEdit& edit, const SystemFact& system, PageLook
   return deviation;
 }
 
-void takeNames(const SystemFact& system, const std::set<std::int16_t>& wanted, PageLookup& pages, Layouts& layouts) {
+void addNames(const SystemFact& system, const std::set<std::int16_t>& wanted, PageLookup& pages, Layouts& layouts) {
   for (const StaffFact& fact : system.staves) {
     if (!wanted.contains(fact.instrument) || layouts.names.contains(fact.instrument)) {
       continue;
@@ -107,7 +107,7 @@ void findDeviations(const std::vector<SystemFact>& facts, Places places, PageLoo
 
 }  // namespace
 
-std::optional<Layouts> findLayouts(Host& host, const SystemTable& table, Places places) {
+std::optional<Layouts> findLayouts(Files& files, const SystemTable& table, Places places) {
   Layouts layouts;
   for (const SystemTable::System& system : table.systems) {
     layouts.systems.push_back({system.systemNumber});
@@ -116,12 +116,12 @@ std::optional<Layouts> findLayouts(Host& host, const SystemTable& table, Places 
   if (layouts.isConsistent()) {
     return layouts;
   }
-  const std::vector<SystemFact> facts = readSystemFacts(host);
+  const std::vector<SystemFact> facts = readSystemFacts(files);
   if (facts.size() != table.systems.size()) {
     return std::nullopt;
   }
-  placeSystems(facts, layouts);
-  PageLookup pages(host);
+  addFiles(facts, layouts);
+  PageLookup pages(files);
   std::set<std::int16_t> deviating;
   for (LayoutClass& layout : layouts.classes) {
     layout.edits = layoutEdits(layouts.classes.front().instruments, layout.instruments);
@@ -131,7 +131,7 @@ std::optional<Layouts> findLayouts(Host& host, const SystemTable& table, Places 
     }
   }
   for (const LayoutClass& layout : layouts.classes) {
-    takeNames(facts[layout.systems.front()], deviating, pages, layouts);
+    addNames(facts[layout.systems.front()], deviating, pages, layouts);
   }
   return layouts;
 }

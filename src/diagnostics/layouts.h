@@ -11,7 +11,7 @@
 #include "diagnostics/layout_edits.h"
 #include "diagnostics/page_lookup.h"
 #include "diagnostics/system_facts.h"
-#include "platform/host.h"
+#include "platform/files.h"
 
 namespace kiv {
 
@@ -30,7 +30,7 @@ struct Deviation {
 /// A system as the layouts name it.
 struct SystemOfLayout {
   std::int16_t number = 0;
-  std::size_t firstFile = 0;  ///< its page files: places in Layouts::files
+  std::size_t firstFile = 0;  ///< its page files: indices in Layouts::files
   std::size_t lastFile = 0;
 };
 
@@ -38,8 +38,8 @@ struct SystemOfLayout {
 struct LayoutClass {
   std::string label;                      ///< "A" is the commonest, or the first of those; the others as they appear
   std::vector<std::int16_t> instruments;  ///< from the top
-  std::vector<std::size_t> systems;       ///< places in Layouts::systems
-  std::vector<LayoutEdit> edits;          ///< what makes layout A into this one
+  std::vector<std::size_t> systems;       ///< indices in Layouts::systems
+  std::vector<LayoutEdit> edits;          ///< what turns layout A into this one
   std::vector<Deviation> deviations;      ///< the edits in the systems of this layout, system by system
 };
 
@@ -56,11 +56,10 @@ struct Layouts {
 /// Of which systems the deviations are looked up in their pages.
 enum class Places { ofEverySystem, ofFirstSystems };
 
-/// The layouts of the analysis that filled the table and wrote the report in the current folder. Only pages that
-/// deviations stand in, and those of the first system with the commonest layout, are read again, and none of a
-/// consistent piece. nullopt when the report of another than a consistent piece cannot be read, or is not that
-/// analysis's any more.
-std::optional<Layouts> findLayouts(Host& host, const SystemTable& table, Places places);
+/// The layouts of the analysis that filled the table and wrote the report in the current folder. Only pages with
+/// deviations, and those of the first system with the commonest layout, are read again, and none of a consistent piece.
+/// nullopt when the report of an inconsistent piece cannot be read, or is not of that analysis any more.
+std::optional<Layouts> findLayouts(Files& files, const SystemTable& table, Places places);
 
 /// The word for it: "missing".
 const char* nameOf(DeviationKind kind);

@@ -20,7 +20,7 @@ std::string trimmed(const std::string& text) {
   return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-void takeName(const PageWalker& page, std::vector<PageItems::Staff>& staves) {
+void addName(const PageWalker& page, std::vector<PageItems::Staff>& staves) {
   const auto staff = std::find_if(staves.rbegin(), staves.rend(),
                                   [&](const PageItems::Staff& s) { return s.number == page.par(par::staff); });
   if (staff == staves.rend() || !staff->name.empty() || !(page.par(par::position) < staff->position)) {
@@ -33,23 +33,34 @@ void takeName(const PageWalker& page, std::vector<PageItems::Staff>& staves) {
   }
 }
 
-void takeItem(const PageWalker& page, PageItems& items) {
-  const ItemPlace place{page.itemsInFile(), page.itemOffset()};
-  if (page.type() == type::staff && page.par(par::lines) != hiddenStaff) {
-    const float number = page.par(par::staff);
+void addItem(const PageWalker& page, PageItems& items) {
+  const float number = page.par(par::staff);
+  items.items.push_back({static_cast<std::uint32_t>(page.itemOffset()), number});
+  if (page.type() == ItemType::staff && page.par(par::lines) != hiddenStaff) {
     const float instrument = std::fabs(page.par(par::instrument));
-    items.staves.push_back({place, number, instrument, generalNumber(number), generalNumber(instrument),
-                            page.par(par::position), page.par(par::height), ""});
-  } else if (page.type() == type::rest && isCueMarker(page)) {
-    items.cues.push_back({place, page.par(par::staff), page.par(par::cuedInstrument)});
+    items.staves.push_back({{page.itemsInFile(), page.itemOffset()},
+                            number,
+                            instrument,
+                            generalNumber(number),
+                            generalNumber(instrument),
+                            page.par(par::position),
+                            page.par(par::height),
+                            ""});
+  } else if (page.type() == ItemType::rest && isCueMarker(page)) {
+    items.cues.push_back({page.itemsInFile(), page.par(par::cuedInstrument)});
   } else if (page.hasText()) {
-    takeName(page, items.staves);
+    addName(page, items.staves);
   }
 }
 
 /// The order that the report lists staves of one number in.
-bool standsBefore(const PageItems::Staff& a, const PageItems::Staff& b) {
+bool isListedFirst(const PageItems::Staff& a, const PageItems::Staff& b) {
   return a.position != b.position ? a.position < b.position : a.height < b.height;
+}
+
+/// Whether a record writes the number as this text. One that it does not give was no number to begin with.
+bool isText(const std::string& text, const std::optional<double>& number) {
+  return number ? text == generalNumber(static_cast<float>(*number)) : !strictNumber(text);
 }
 
 PageItems lookAt(std::string_view file) {
@@ -57,7 +68,7 @@ PageItems lookAt(std::string_view file) {
   PageWalker page(file);
   std::size_t at = page.position();
   while ((items.end = page.findItem()) == ReadStatus::itemRead) {
-    takeItem(page, items);
+    addItem(page, items);
     at = page.position();
   }
   items.endPlace = {page.itemsInFile(), file.size() < headerBytes ? 0 : at};
@@ -65,18 +76,27 @@ PageItems lookAt(std::string_view file) {
     return std::isnan(staff.position) || std::isnan(staff.height);
   });
   if (isOrdered) {
-    std::stable_sort(items.staves.begin(), items.staves.end(), standsBefore);
+    std::stable_sort(items.staves.begin(), items.staves.end(), isListedFirst);
   }
   return items;
 }
 
 }  // namespace
 
+std::optional<double> PageItems::instrumentOf(int item) const {
+  const auto staff = std::find_if(staves.begin(), staves.end(), [&](const Staff& s) { return s.place.item == item; });
+  if (staff != staves.end()) {
+    return staff->instrument;
+  }
+  const auto cue = std::find_if(cues.begin(), cues.end(), [&](const Cue& c) { return c.item == item; });
+  return cue == cues.end() ? std::nullopt : std::optional<double>(cue->instrument);
+}
+
 const PageItems& PageLookup::page(const std::string& musFileName) {
   const auto known = pages_.find(musFileName);
   return known != pages_.end()
              ? known->second
-             : pages_.emplace(musFileName, lookAt(room_.read(host_, musFileName, readableBytes).value_or("")))
+             : pages_.emplace(musFileName, lookAt(buffer_.read(files_, musFileName, readableBytes).value_or("")))
                    .first->second;
 }
 
@@ -86,6 +106,14 @@ const PageItems::Staff* PageLookup::staff(const StaffFact& fact) {
   const auto found = std::find_if(items.staves.begin(), items.staves.end(), [&](const PageItems::Staff& staff) {
     return staff.numberText == fact.staff && staff.instrumentText == fact.instrumentText &&
            ++occurrence == fact.occurrence;
+  });
+  return found == items.staves.end() ? nullptr : &*found;
+}
+
+const PageItems::Staff* PageLookup::staffAt(const Location& location) {
+  const PageItems& items = page(location.file);
+  const auto found = std::find_if(items.staves.begin(), items.staves.end(), [&](const PageItems::Staff& staff) {
+    return isText(staff.numberText, location.staff) && isText(staff.instrumentText, location.instrument);
   });
   return found == items.staves.end() ? nullptr : &*found;
 }

@@ -1,40 +1,26 @@
 #include "diagnostics/page_validation.h"
 
-#include <algorithm>
+#include <cstdint>
 #include <optional>
 #include <set>
+#include <utility>
 
 #include "analysis/page_checks.h"
 #include "analysis/page_systems.h"
 #include "analysis/report.h"
 #include "analysis/verdict.h"
-#include "diagnostics/page_problems.h"
-#include "diagnostics/problem_codes.h"
 #include "input/file_names.h"
 #include "input/names_table.h"
+#include "messages/input_messages.h"
 #include "platform/line_reader.h"
-#include "platform/memory/kept_host.h"
+#include "platform/memory/overlay_files.h"
+#include "platform/memory/silent_user.h"
 
 namespace kiv {
 namespace {
 
-/// Keeps the last message and shows none.
-class TrialHost : public KeptHost {
- public:
-  using KeptHost::KeptHost;
-
-  Answer message(Icon /*icon*/, std::string_view text, Buttons buttons) override {
-    last_ = text;
-    return buttons == Buttons::ok ? Answer::ok : Answer::no;
-  }
-  void setPointer(Pointer /*pointer*/) override {}
-
-  const std::string& last() const { return last_; }
-  void forget() { last_.clear(); }
-
- private:
-  std::string last_;
-};
+/// The names file of a single line, in memory only.
+constexpr const char* lineFile = "KivSystemLine.txt";
 
 /// A line of the names file that stays in, and the name that it lists, if any.
 struct NamesLine {
@@ -42,109 +28,145 @@ struct NamesLine {
   std::string name;
 };
 
-class Judge {
- public:
-  explicit Judge(Host& world) : world_(world), host_(world) {}
+std::string withoutTrailingBlanks(const std::string& line) {
+  return line.substr(0, line.find_last_not_of(' ') + 1);
+}
 
-  PageJudgement judge(const std::string& namesFile);
+/// The files of a page in the order in which an analysis reads them, the top one last.
+std::vector<std::string> filesOf(Machine& machine, const PageEntry& page) {
+  if (!page.isMultifile()) {
+    return {page.pagePath + withoutPath(page.pageName)};
+  }
+  const std::string beforeLetter =
+      page.pagePath + extractPartName(machine, page.pageName) + extractPartNumb(machine, page.pageName);
+  const std::string suffix = extractPartSuff(machine, page.pageName);
+  std::vector<std::string> files;
+  const std::string lettersUpward(page.pageLetters.rbegin(), page.pageLetters.rend());
+  for (const char letter : lettersUpward) {
+    std::string file = beforeLetter;
+    file += letter;
+    files.push_back(file + suffix);
+  }
+  return files;
+}
+
+/// The message over which a procedure of the program ends it; nullopt when it returns.
+template <typename Procedure>
+std::optional<Message> failureOf(Procedure run) {
+  try {
+    run();
+    return std::nullopt;
+  } catch (const ProgramEnd& end) {
+    return end.message.value_or(Message{});
+  }
+}
+
+class Validator {
+ public:
+  explicit Validator(const Host& host)
+      : host_(host), files_(host.files, host.machine), reader_(files_, user_, host.machine) {}
+
+  PageValidation validate(const std::string& namesFile);
 
  private:
-  void takeLine(const std::string& line);
+  void addLine(const std::string& line);
+  Message refusalOf(const std::string& line, const std::string& name, const Message& shown);
   bool hasPageName(const std::string& name);
-  void judgePage(const PageEntry& page);
-  std::optional<std::string> failureOf(const PageEntry& page);
-  std::string withoutDeletion(const std::string& message) const;
+  PageTable goodPages();
+  void validatePages();
+  void validatePage(const PageEntry& page);
+  void analyze(const PageEntry& page);
+  void skip(std::vector<std::string> files, Message message);
 
-  Host& world_;
-  TrialHost host_;
+  Host silentHost(User& user) { return {files_, user, programs_, host_.machine}; }
+
+  const Host& host_;
+  OverlayFiles files_;
+  SilentUser user_;
+  NoPrograms programs_;
   std::vector<NamesLine> lines_;
-  std::string firstGood_;
-  std::set<std::string> bad_;  // the names of skipped pages
-  PageJudgement judgement_;
+  std::string firstGoodLine_;
+  std::set<std::string> badNames_;  // of skipped pages
+  PageValidation validation_;
 
-  std::string musFileName_;
   ItemTable items_;
-  MusReader reader_;
+  PageReader reader_;
 };
 
-/// The names file stays here, whatever the message says.
-std::string Judge::withoutDeletion(const std::string& message) const {
-  constexpr std::string_view deleted = "\r\nNames file will be deleted after view.";
-  return message.ends_with(deleted) ? message.substr(0, message.size() - deleted.size()) : message;
+void Validator::skip(std::vector<std::string> files, Message message) {
+  validation_.skipped.push_back({std::move(files), asCritical(std::move(message))});
 }
 
-/// Loads the line behind the first good one, whose folder it must share.
-void Judge::takeLine(const std::string& line) {
-  const std::string trialFile = "KivSystemTrial.txt";
-  if (host_.openOutput(trialFile)->write((firstGood_.empty() ? "" : firstGood_ + "\r\n") + line)) {
-    return;
+/// The message that a line of the names file is refused with. No file is deleted over it here.
+Message Validator::refusalOf(const std::string& line, const std::string& name, const Message& shown) {
+  using messages::RefusedNames;
+  Message refusal = shown;
+  if (shown.code == code::namesNoFolder) {
+    refusal = messages::recordWithoutFolder(name.empty() ? withoutTrailingBlanks(line) : name, lineFile,
+                                            RefusedNames::areKept);
+  } else if (shown.code == code::namesFoldersDiffer) {
+    refusal = messages::foldersDiffer(lineFile, RefusedNames::areKept);
+  } else if (shown.code == code::namesFileMissing && files_.find(lineFile) == nullptr) {
+    refusal = messages::fileMissing(name, RefusedNames::areKept);
   }
+  refusal.location.file = name.empty() ? line : name;
+  return refusal;
+}
+
+/// Loads the line after the first good one, whose folder it must share.
+void Validator::addLine(const std::string& line) {
+  files_.addFile(lineFile, (firstGoodLine_.empty() ? "" : firstGoodLine_ + "\r\n") + line);
   NamesTable names;
-  host_.forget();
-  LoadNamesTable(host_, trialFile, names);
-  const std::string listed = names.nameList.size() > (firstGood_.empty() ? 0U : 1U) ? names.nameList.back() : "";
-  if (names.nameCount == 0 && !host_.last().empty() && codeOf(host_.last()) != code::namesNotTerminated) {
-    const std::string name = listed.empty() ? line : listed;
-    judgement_.skipped.push_back({{name}, name, withoutDeletion(host_.last())});
-  } else if (listed.empty()) {
+  SilentUser user;
+  LoadNamesTable(silentHost(user), lineFile, names);
+  const std::string name = names.nameList.size() > (firstGoodLine_.empty() ? 0U : 1U) ? names.nameList.back() : "";
+  const bool refused =
+      names.nameCount == 0 && !user.messages().empty() && user.messages().back().code != code::namesNotTerminated;
+  if (refused) {
+    skip({name.empty() ? line : name}, refusalOf(line, name, user.messages().back()));
+  } else if (name.empty()) {
     lines_.push_back({line, ""});
-  } else if (hasPageName(listed)) {
-    firstGood_ = firstGood_.empty() ? line : firstGood_;
-    lines_.push_back({line, listed});
+  } else if (hasPageName(name)) {
+    firstGoodLine_ = firstGoodLine_.empty() ? line : firstGoodLine_;
+    lines_.push_back({line, name});
   }
 }
 
-bool Judge::hasPageName(const std::string& name) {
+bool Validator::hasPageName(const std::string& name) {
   NamesTable names;
   names.nameCount = 1;
   names.nameList = {name};
-  PageTable pages;
-  try {
-    groupPages(host_, names, musFileName_, pages);
-    return true;
-  } catch (const ProgramEnd&) {
-    judgement_.skipped.push_back({{name}, name, host_.last()});
-    return false;
-  }
-}
-
-std::optional<std::string> Judge::failureOf(const PageEntry& page) {
-  try {
-    FirstClefTable firstClefs;
-    readPage(host_, page, page.pagePath, musFileName_, items_, firstClefs, reader_);
-    std::int16_t systemBase = 0;
-    const PageSystems systems = numberSystems(host_, musFileName_, items_, systemBase);
-    checkPage(host_, musFileName_, items_, systems);
-    Report(host_).writePage(items_);
-    SystemTable table;
-    phase5(host_, 0, table);
-    return std::nullopt;
-  } catch (const ProgramEnd&) {
-    return host_.last();
-  }
-}
-
-void Judge::judgePage(const PageEntry& page) {
-  musFileName_.clear();
-  const auto failure = failureOf(page);
+  auto failure = failureOf([&] { groupPages(silentHost(user_), names); });
   if (!failure) {
-    ++judgement_.pages;
+    return true;
+  }
+  skip({name}, std::move(*failure));
+  return false;
+}
+
+void Validator::analyze(const PageEntry& page) {
+  FirstClefTable firstClefs;
+  reader_.read(page, page.pagePath, items_, firstClefs);
+  std::int16_t systemBase = 0;
+  const PageSystems systems = numberSystems(items_, systemBase);
+  checkPage(items_, systems);
+  Report(files_, host_.machine).writePage(items_);
+  SystemTable table;
+  phase5(files_, 0, table);
+}
+
+void Validator::validatePage(const PageEntry& page) {
+  auto failure = failureOf([&] { analyze(page); });
+  if (!failure) {
+    ++validation_.pages;
     return;
   }
-  const std::vector<std::string> files = filesOf(host_, page, page.pagePath + withoutPath(page.pageName));
-  bad_.insert(files.begin(), files.end());
-  judgement_.skipped.push_back({files, musFileName_, *failure});
+  std::vector<std::string> files = filesOf(host_.machine, page);
+  badNames_.insert(files.begin(), files.end());
+  skip(std::move(files), std::move(*failure));
 }
 
-PageJudgement Judge::judge(const std::string& namesFile) {
-  auto file = world_.openInput(namesFile);
-  if (!file) {
-    return judgement_;
-  }
-  LineReader lines(std::move(file));
-  while (const auto line = lines.next()) {
-    takeLine(std::string(*line));
-  }
+PageTable Validator::goodPages() {
   NamesTable good;
   for (const NamesLine& line : lines_) {
     if (!line.name.empty() && good.nameList.size() < static_cast<std::size_t>(INT16_MAX)) {
@@ -152,26 +174,42 @@ PageJudgement Judge::judge(const std::string& namesFile) {
       ++good.nameCount;
     }
   }
-  PageTable pages;
-  groupPages(host_, good, musFileName_, pages);
+  return groupPages(silentHost(user_), good);
+}
+
+void Validator::validatePages() {
+  const PageTable pages = goodPages();
+  const int all = static_cast<int>(pages.pages.size());
   int done = 0;
   for (const PageEntry& page : pages.pages) {
-    world_.showProgress(done++, static_cast<int>(pages.pages.size()), "pages judged");
-    judgePage(page);
+    host_.user.showProgress(done++, all, "pages judged");
+    validatePage(page);
   }
-  world_.showProgress(done, done, "pages judged");
+  host_.user.showProgress(all, all, "pages judged");
+}
+
+PageValidation Validator::validate(const std::string& namesFile) {
+  auto file = host_.files.openInput(namesFile);
+  if (!file) {
+    return validation_;
+  }
+  LineReader lines(std::move(file));
+  while (const auto line = lines.next()) {
+    addLine(std::string(*line));
+  }
+  validatePages();
   for (const NamesLine& line : lines_) {
-    if (!bad_.contains(line.name)) {
-      judgement_.names += line.text + "\r\n";
+    if (!badNames_.contains(line.name)) {
+      validation_.names += line.text + "\r\n";
     }
   }
-  return std::move(judgement_);
+  return std::move(validation_);
 }
 
 }  // namespace
 
-PageJudgement judgePages(Host& host, const std::string& namesFile) {
-  return Judge(host).judge(namesFile);
+PageValidation validatePages(const Host& host, const std::string& namesFile) {
+  return Validator(host).validate(namesFile);
 }
 
 }  // namespace kiv

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "messages/message.h"
 #include "platform/host.h"
 
 namespace kiv {
@@ -11,19 +12,20 @@ namespace kiv {
 /// A page that an analysis would end over.
 struct SkippedPage {
   std::vector<std::string> files;  ///< its files; of a name that is no page, that name
-  std::string file;                ///< the file that the message is about
-  std::string message;             ///< the critical message
+  Message message;                 ///< the critical message; its location names the file that it is about
+
+  bool operator==(const SkippedPage&) const = default;
 };
 
 /// What a names file lists, page by page.
-struct PageJudgement {
+struct PageValidation {
   std::string names;      ///< the names file without the skipped pages
   std::size_t pages = 0;  ///< pages that an analysis can go through
   std::vector<SkippedPage> skipped;
 };
 
-/// Tries every name and page of a names file by itself, in the very procedures of an analysis and on tables of its own.
-/// Nothing is written, and no message shown. Every page is read once.
-PageJudgement judgePages(Host& host, const std::string& namesFile);
+/// Validates every name and page of a names file by itself, in the very procedures of an analysis and on tables of its
+/// own. Nothing is written; the user sees the progress and no message. Every page is read once.
+PageValidation validatePages(const Host& host, const std::string& namesFile);
 
 }  // namespace kiv

@@ -12,7 +12,7 @@ std::vector<PlannedStaff> stavesOfResult(std::string_view page, const std::set<s
   std::vector<PlannedStaff> staves;
   PageWalker walker(page);
   while (walker.findItem() == ReadStatus::itemRead) {
-    if (walker.type() == type::staff) {
+    if (walker.type() == ItemType::staff) {
       const float instrument = std::fabs(walker.par(par::instrument));
       const auto whole = toInt16(instrument);
       staves.push_back({walker.par(par::staff), instrument, !whole || !present.contains(*whole)});

@@ -7,11 +7,11 @@
 
 namespace kiv {
 
-/// A staff of a page that a conversion made.
+/// A staff of a page that a conversion writes.
 struct PlannedStaff {
   double number = 0;
   double instrument = 0;
-  bool isRest = false;  ///< no page gave it; it was inserted
+  bool isRest = false;  ///< inserted by the conversion
 
   bool operator==(const PlannedStaff&) const = default;
 };

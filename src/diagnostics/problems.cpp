@@ -1,227 +1,131 @@
 #include "diagnostics/problems.h"
 
-#include <algorithm>
-#include <array>
-#include <span>
-#include <utility>
-
-#include "analysis/report.h"
 #include "base/number.h"
-#include "diagnostics/page_problems.h"
-#include "diagnostics/problem_codes.h"
-#include "diagnostics/system_facts.h"
-#include "input/file_names.h"
 
 namespace kiv {
 namespace {
 
-constexpr std::array aboutAFile = {code::structureError, code::tooManyItems, code::noSystemBarline, code::naming,
-                                   code::namingNoNumber};
-constexpr std::array runTimeErrors = {code::subscriptOutOfRange, code::overflow, code::typeMismatch,
-                                      code::divisionByZero, code::runTimeError};
-constexpr std::array aboutNames = {code::namesNotTerminated, code::namesNoFolder, code::namesFoldersDiffer,
-                                   code::namesNotErased, code::noInputFiles};
-
-bool isOneOf(std::string_view code, std::span<const std::string_view> codes) {
-  return std::find(codes.begin(), codes.end(), code) != codes.end();
+/// A number with the digits that reports and messages give it; nullopt for what is none.
+std::optional<double> asPrinted(double number) {
+  return strictNumber(generalNumber(static_cast<float>(number)));
 }
 
-/// The part of a run-time error's message that names what was worked on.
-std::string_view workedOn(std::string_view text) {
-  constexpr std::string_view lineEnd = "\r\n";
-  const std::size_t at = text.find(lineEnd);
-  return at == std::string_view::npos ? "" : text.substr(at + lineEnd.size());
+std::optional<double> asPrinted(const std::optional<double>& number) {
+  return number ? asPrinted(*number) : std::nullopt;
 }
 
-std::optional<std::string> orNone(const std::string& name) {
-  return name.empty() ? std::nullopt : std::optional(name);
+/// A location of a record lists a staff, but has no item of a file.
+bool isOfRecord(const Location& location) {
+  return location.system || location.staff || location.instrument;
 }
 
-/// The first file of a page.
-std::string firstFile(Host& host, const PageEntry& page) {
-  if (!page.isMultifile()) {
-    return page.pagePath + withoutPath(page.pageName);
-  }
-  return filesOf(host, page, "").back();
-}
-
-/// Puts the messages of one run together with what is known of them.
+/// Adds what the page files say about the messages of one run.
 class ProblemFinder {
  public:
-  ProblemFinder(Host& host, const RunState& run) : host_(host), run_(run), pages_(host) {
-    for (const FindingsLog::Page& page : run.findings.pages()) {
-      for (const std::string_view code : shownCodes(page.problems, run.allowZeroInstrId)) {
-        expected_.push_back({code, &page});
-      }
-    }
-    for (const PageEntry& page : run.pages.pages) {
-      if (page.isMultifile() && !hasUsualLetters(page)) {
-        oddPages_.push_back(&page);
-      }
-    }
-  }
+  explicit ProblemFinder(Files& files) : pages_(files) {}
 
-  void take(const RunMessage& message, std::size_t index);
-  std::vector<Problem> result() { return std::move(problems_); }
+  Problem find(const Message& message, std::size_t index, const Location& location);
 
  private:
-  struct Expected {
-    std::string_view code;
-    const FindingsLog::Page* page = nullptr;
-  };
+  void lookUpItem(int number, Problem& problem);
+  void lookUpRecord(const Location& location, Problem& problem);
+  void lookUpEnd(ReadStatus status, Problem& problem);
 
-  std::optional<std::string> fileOfNames(std::string_view code) const;
-  void takeFinding(Problem problem);
-  void takePageLetters(Problem problem);
-  void takeFileProblem(Problem problem, const RunMessage& message);
-  void takeRunTimeError(Problem problem, const RunMessage& message);
-  void takeRecord(Problem problem, std::string_view record);
-  const SystemsByFile& report();
-
-  Host& host_;
-  const RunState& run_;
   PageLookup pages_;
-  std::vector<Expected> expected_;  // the findings in the order of their messages
-  std::size_t nextExpected_ = 0;
-  std::vector<const PageEntry*> oddPages_;
-  std::size_t nextOddPage_ = 0;
-  std::optional<SystemsByFile> report_;
-  std::vector<Problem> problems_;
 };
 
-const SystemsByFile& ProblemFinder::report() {
-  if (!report_) {
-    report_.emplace(readSystemFacts(host_));
-  }
-  return *report_;
+/// A problem is located in the input; these messages are about a page that is to be written.
+bool isAboutResult(const Message& message) {
+  return message.code == code::resultNotWritten || message.code == code::noStaves;
 }
 
-void ProblemFinder::take(const RunMessage& message, std::size_t index) {
+Problem ProblemFinder::find(const Message& message, std::size_t index, const Location& location) {
   Problem problem;
-  problem.code = codeOf(message.text);
+  problem.code = message.code;
   problem.severity = message.icon;
   problem.message = index;
-  if (nextExpected_ < expected_.size() && expected_[nextExpected_].code == problem.code) {
-    takeFinding(problem);
-  } else if (problem.code == code::pageLetters) {
-    takePageLetters(problem);
-  } else if (isOneOf(problem.code, aboutAFile)) {
-    takeFileProblem(problem, message);
-  } else if (isOneOf(problem.code, runTimeErrors)) {
-    takeRunTimeError(problem, message);
-  } else {
-    problem.file = message.file.empty() ? fileOfNames(problem.code) : message.file;
-    problems_.push_back(problem);
+  if (isAboutResult(message)) {
+    return problem;
   }
+  problem.system = location.system;
+  problem.staff = asPrinted(location.staff);
+  problem.instrument = asPrinted(location.instrument);
+  problem.repeats = location.repeats;
+  if (location.file.empty()) {
+    return problem;
+  }
+  problem.file = location.file;
+  if (message.code == code::structureError) {
+    lookUpEnd(ReadStatus::structuralError, problem);
+  } else if (location.item != 0) {
+    lookUpItem(location.item, problem);
+  } else if (isOfRecord(location)) {
+    lookUpRecord(location, problem);
+  }
+  return problem;
 }
 
-/// The file that a message about the selection is about.
-std::optional<std::string> ProblemFinder::fileOfNames(std::string_view code) const {
-  if (isOneOf(code, aboutNames)) {
-    return orNone(run_.namesFile);
-  }
-  if (code == code::namesFileMissing && !run_.names.nameList.empty()) {
-    return run_.names.nameList.back();
-  }
-  return code == code::reservedName && run_.names.nameCount > 0 ? std::optional(run_.names.name(1)) : std::nullopt;
-}
-
-void ProblemFinder::takeFinding(Problem problem) {
-  const FindingsLog::Page& page = *expected_[nextExpected_++].page;
-  const PageFacts facts = factsOf(host_, page, report());
-  const std::vector<Problem> places = placesOf(problem, facts, pages_);
-  if (places.empty()) {
-    problem.file = facts.files.size() == 1 ? std::optional(facts.files.front()) : std::nullopt;
-    problems_.push_back(problem);
-  }
-  problems_.insert(problems_.end(), places.begin(), places.end());
-}
-
-void ProblemFinder::takePageLetters(Problem problem) {
-  if (nextOddPage_ < oddPages_.size()) {
-    problem.file = firstFile(host_, *oddPages_[nextOddPage_++]);
-  }
-  problems_.push_back(problem);
-}
-
-void ProblemFinder::takeFileProblem(Problem problem, const RunMessage& message) {
-  problem.file = orNone(message.file.empty() ? run_.musFileName : message.file);
-  if (problem.code == code::structureError && problem.file) {
-    const PageItems& items = pages_.page(*problem.file);
-    if (items.end == ReadStatus::structuralError) {
-      problem.place = items.endPlace;
+void ProblemFinder::lookUpItem(int number, Problem& problem) {
+  const PageItems& page = pages_.page(*problem.file);
+  if (static_cast<std::size_t>(number) > page.items.size()) {
+    if (number == page.endPlace.item) {
+      lookUpEnd(ReadStatus::tooManyParameters, problem);
     }
-  }
-  problems_.push_back(problem);
-}
-
-void ProblemFinder::takeRunTimeError(Problem problem, const RunMessage& message) {
-  const std::string& file = message.file.empty() ? run_.musFileName : message.file;
-  const std::string_view place = workedOn(message.text);
-  if (place.starts_with("SYSTEM=")) {
-    takeRecord(problem, place);
     return;
   }
-  if (!file.empty() && place.starts_with(file)) {
-    problem.file = file;
-    const PageItems& items = pages_.page(file);
-    if (problem.code == code::subscriptOutOfRange && items.end == ReadStatus::tooManyParameters) {
-      problem.place = items.endPlace;
-    }
+  const PageItems::Entry& entry = page.items[static_cast<std::size_t>(number - 1)];
+  problem.place = ItemPlace{number, entry.offset};
+  if (!problem.staff) {
+    problem.staff = asPrinted(entry.staff);
   }
-  problems_.push_back(problem);
+  if (!problem.instrument) {
+    problem.instrument = asPrinted(page.instrumentOf(number));
+  }
 }
 
-/// A record of the report that holds what no whole number of 16 bits is.
-void ProblemFinder::takeRecord(Problem problem, std::string_view record) {
-  constexpr std::string_view fileKey = ",FILE=";
-  StaffFact fact;
-  fact.instrumentText = getElt(record, ",INSTRID");
-  fact.staff = getElt(record, ",STAFF");
-  const std::size_t at = record.find(fileKey);
-  fact.file = at == std::string_view::npos ? "" : record.substr(at + fileKey.size());
-  problem.file = orNone(fact.file);
-  problem.staff = strictNumber(fact.staff);
-  problem.instrument = strictNumber(fact.instrumentText);
-  const auto system = strictNumber(getElt(record, "SYSTEM"));
-  problem.system = system ? toInt16(*system) : std::nullopt;
-  if (const PageItems::Staff* staff = fact.file.empty() ? nullptr : pages_.staff(fact)) {
+void ProblemFinder::lookUpRecord(const Location& location, Problem& problem) {
+  if (const PageItems::Staff* staff = pages_.staffAt(location)) {
     problem.place = staff->place;
   }
-  problems_.push_back(problem);
 }
 
-/// Counts together records of one message that tell of the same place.
-std::vector<Problem> counted(const std::vector<Problem>& problems) {
-  std::vector<Problem> once;
-  for (const Problem& problem : problems) {
-    Problem alike = problem;
-    if (!once.empty()) {
-      alike.repeats = once.back().repeats;
-    }
-    if (!once.empty() && alike == once.back() && problem.place) {
-      once.back().repeats += problem.repeats;
-    } else {
-      once.push_back(problem);
+/// The item that ended the reading of the page.
+void ProblemFinder::lookUpEnd(ReadStatus status, Problem& problem) {
+  const PageItems& page = pages_.page(*problem.file);
+  if (page.end == status) {
+    problem.place = page.endPlace;
+  }
+}
+
+/// Adds the problem, or counts it when it repeats the previous one.
+void add(const Problem& problem, std::vector<Problem>& problems) {
+  if (!problems.empty() && problem.place) {
+    Problem& last = problems.back();
+    Problem repeated = problem;
+    repeated.repeats = last.repeats;
+    if (repeated == last) {
+      last.repeats += problem.repeats;
+      return;
     }
   }
-  return once;
+  problems.push_back(problem);
 }
 
 }  // namespace
 
-void FindingsLog::pageChecked(const PageEntry& page, const std::string& musFileName, const PageProblems& problems) {
-  if (problems != PageProblems{}) {
-    pages_.push_back({page, musFileName, problems});
-  }
-}
-
-std::vector<Problem> findProblems(Host& host, const RunState& run, const std::vector<RunMessage>& messages) {
-  ProblemFinder finder(host, run);
+std::vector<Problem> findProblems(Files& files, const std::vector<Message>& messages) {
+  ProblemFinder finder(files);
+  std::vector<Problem> problems;
   for (std::size_t i = 0; i < messages.size(); ++i) {
-    finder.take(messages[i], i);
+    const Message& message = messages[i];
+    for (const Location& place : message.places) {
+      add(finder.find(message, i, place), problems);
+    }
+    if (message.places.empty()) {
+      add(finder.find(message, i, message.location), problems);
+    }
   }
-  return counted(finder.result());
+  return problems;
 }
 
 }  // namespace kiv

@@ -7,39 +7,36 @@ namespace {
 
 constexpr float wholeBar = -2;
 constexpr float noTuplet = -1;
-constexpr float clefBehindStaff = 2;
+constexpr float clefOffset = 2;
 
 /// A rest with the parameters that a conversion writes, all others being 0.
-bool isMadeRest(const Item& item) {
-  Item made;
-  made.par[par::type] = type::rest;
-  for (const int p : {par::staff, par::position, par::duration}) {
-    made.par[static_cast<std::size_t>(p)] = item.par[static_cast<std::size_t>(p)];
-  }
-  made.par[par::kind] = wholeBar;
-  made.par[par::tuplet] = noTuplet;
-  return item == made && item.par[par::duration] > 0;
+bool isGeneratedRest(const Item& item) {
+  Item generated(ItemType::rest, item[par::staff], item[par::position]);
+  generated[par::duration] = item[par::duration];
+  generated[par::kind] = wholeBar;
+  generated[par::tuplet] = noTuplet;
+  return item == generated && item[par::duration] > 0;
 }
 
-bool mayStandBeside(const Item& item) {
-  const float type = item.par[par::type];
-  return type == type::clef || type == type::keySignature || type == type::timeSignature || type == type::barline ||
-         type == type::instrumentNumber;
+bool mayAccompanyRests(const Item& item) {
+  const ItemType type = item.type();
+  return type == ItemType::clef || type == ItemType::keySignature || type == ItemType::timeSignature ||
+         type == ItemType::barline || type == ItemType::instrumentNumber;
 }
 
 }  // namespace
 
-bool isMadeRestStaff(float staffPosition, std::span<const Item> items) {
+bool isGeneratedRestStaff(float staffPosition, std::span<const Item> items) {
   int clefs = 0;
   int rests = 0;
   for (const Item& item : items) {
-    if (isMadeRest(item)) {
+    if (isGeneratedRest(item)) {
       ++rests;
-    } else if (!mayStandBeside(item)) {
+    } else if (!mayAccompanyRests(item)) {
       return false;
-    } else if (item.par[par::type] == type::clef) {
+    } else if (item.type() == ItemType::clef) {
       ++clefs;
-      if (item.par[par::position] != staffPosition + clefBehindStaff) {
+      if (item[par::position] != staffPosition + clefOffset) {
         return false;
       }
     }

@@ -6,9 +6,10 @@
 
 namespace kiv {
 
-/// True when a staff holds what a conversion puts on a rest staff and nothing else: one clef 2 behind its left end,
-/// signatures, barlines, an instrument number, and rests for whole bars without the form and height that a notation
-/// program gives them. The page itself does not mark such staves. One without a bar cannot be told.
-bool isMadeRestStaff(float staffPosition, std::span<const Item> items);
+/// True when a staff holds what a conversion puts on a rest staff and nothing else: one clef 2 to the right of its left
+/// end, signatures, barlines, an instrument number, and rests for whole bars without the form and height that a
+/// notation program gives them. The page itself does not mark such staves. A rest staff without a bar is not
+/// recognized.
+bool isGeneratedRestStaff(float staffPosition, std::span<const Item> items);
 
 }  // namespace kiv

@@ -1,53 +1,46 @@
 #include "diagnostics/system_facts.h"
 
-#include <optional>
-#include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "analysis/report.h"
-#include "base/number.h"
+#include "analysis/report_record.h"
 #include "platform/line_reader.h"
 
 namespace kiv {
 namespace {
 
-std::optional<std::int16_t> wholeElt(std::string_view line, std::string_view key) {
-  const auto number = strictNumber(getElt(line, key));
-  return number ? toInt16(*number) : std::nullopt;
-}
-
-/// The file stands last in its record, so that a comma in its name belongs to it.
-std::string_view fileIn(std::string_view line) {
-  constexpr std::string_view key = ",FILE=";
-  const std::size_t at = line.find(key);
-  return at == std::string_view::npos ? "" : line.substr(at + key.size());
+StaffFact staffOf(const ReportRecord& record, std::int16_t instrument) {
+  return {instrument, std::string(record.text(ReportRecord::instrument)),
+          std::string(record.text(ReportRecord::newStaff)), std::string(record.text(ReportRecord::staff)),
+          std::string(record.fileToEnd())};
 }
 
 }  // namespace
 
-std::vector<SystemFact> readSystemFacts(Host& host) {
+std::vector<SystemFact> readSystemFacts(Files& files) {
   std::vector<SystemFact> systems;
-  auto file = host.openInput(reportFile);
+  auto file = files.openInput(reportFile);
   if (!file) {
     return systems;
   }
-  std::unordered_map<std::int16_t, std::size_t> places;
-  std::unordered_map<std::string, int> met;
+  std::unordered_map<std::int16_t, std::size_t> indices;
+  std::unordered_map<std::string, int> occurrences;
   LineReader lines(std::move(file));
   while (const auto line = lines.next()) {
-    const auto system = line->starts_with('*') ? std::nullopt : wholeElt(*line, "SYSTEM");
-    const auto instrument = system ? wholeElt(*line, ",INSTRID") : std::nullopt;
+    const ReportRecord record(*line);
+    const auto system = line->starts_with('*') ? std::nullopt : record.wholeOrNone(ReportRecord::system);
+    const auto instrument = system ? record.wholeOrNone(ReportRecord::instrument) : std::nullopt;
     if (!instrument) {
       continue;
     }
-    StaffFact staff{*instrument, std::string(getElt(*line, ",INSTRID")), std::string(getElt(*line, ",NEWSTAFF")),
-                    std::string(getElt(*line, ",STAFF")), std::string(fileIn(*line))};
-    staff.occurrence = ++met[staff.instrumentText + "," + staff.staff + "," + staff.file];
-    const auto [place, isNew] = places.emplace(*system, systems.size());
+    StaffFact staff = staffOf(record, *instrument);
+    staff.occurrence = ++occurrences[staff.instrumentText + "," + staff.staff + "," + staff.file];
+    const auto [index, isNew] = indices.emplace(*system, systems.size());
     if (isNew) {
       systems.push_back({*system, {}});
     }
-    systems[place->second].staves.push_back(std::move(staff));
+    systems[index->second].staves.push_back(std::move(staff));
   }
   return lines.failed() ? std::vector<SystemFact>() : systems;
 }

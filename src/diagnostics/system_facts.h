@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/host.h"
+#include "platform/files.h"
 
 namespace kiv {
 
-/// A staff as its record in the report tells of it; numbers that are texts are in general number form.
+/// A staff as its record in the report lists it; numbers that are texts are in general number form.
 struct StaffFact {
   std::int16_t instrument = 0;
   std::string instrumentText;
@@ -29,7 +29,7 @@ struct SystemFact {
 };
 
 /// The systems of the report in the current folder, in the order of the pages. Never ends the program: no report, or
-/// one whose medium fails, gives no systems, and a record without whole numbers of 16 bits is passed over.
-std::vector<SystemFact> readSystemFacts(Host& host);
+/// an I/O error in it, gives no systems, and a record without whole numbers of 16 bits is skipped.
+std::vector<SystemFact> readSystemFacts(Files& files);
 
 }  // namespace kiv

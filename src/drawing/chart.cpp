@@ -9,10 +9,10 @@
 namespace kiv {
 namespace {
 
-/// The staves of a system belong to the page before them when they lie in the same files and further down.
-bool goesOn(const std::vector<StaffRecord>& before, const std::vector<StaffRecord>& staves) {
-  return !before.empty() && before.back().file == staves.front().file &&
-         staves.front().newStaff < before.back().newStaff;
+/// A system is on the page of the system before it when it is in the same file and further down.
+bool isOnSamePage(const std::vector<StaffRecord>& previous, const std::vector<StaffRecord>& staves) {
+  return !previous.empty() && previous.back().file == staves.front().file &&
+         staves.front().newStaff < previous.back().newStaff;
 }
 
 std::size_t dotOf(const std::string& name) {
@@ -22,15 +22,15 @@ std::size_t dotOf(const std::string& name) {
 ChartPage pageOf(const std::vector<StaffRecord>& staves, std::size_t system) {
   ChartPage page{withoutPath(staves.front().file), 1, system};
   std::set<std::string> files = {staves.front().file};
-  // The staves of file A lie on top, and its letter ends the name.
-  std::size_t place = dotOf(page.name);
+  // The staves of file A are at the top, and its letter ends the name.
+  std::size_t letters = dotOf(page.name);
   for (const StaffRecord& staff : staves) {
     if (!files.insert(staff.file).second) {
       continue;
     }
     const std::string name = withoutPath(staff.file);
     if (const std::size_t dot = dotOf(name); dot > 0) {
-      page.name.insert(place++, 1, name[dot - 1]);
+      page.name.insert(letters++, 1, name[dot - 1]);
     }
     ++page.files;
   }
@@ -90,22 +90,22 @@ std::string Chart::outOfOrder() const {
   return found > mostNamed ? list + " and " + std::to_string(found - mostNamed) + " more" : list;
 }
 
-Chart makeChart(Host& host, const ReportIndex& report, bool allowZeroId) {
+Chart makeChart(const ReportIndex& report, bool allowZeroId) {
   Chart chart;
-  // The report names instruments as they turn up; a result has them sorted, the lowest identifier on top.
+  // The report lists instruments in order of appearance; a result has them sorted, the lowest identifier on top.
   chart.instruments = report.instruments;
   std::sort(chart.instruments.begin(), chart.instruments.end());
-  std::vector<StaffRecord> before;
+  std::vector<StaffRecord> previous;
   const int systems = report.systemCount();
   for (int system = 1; system <= systems; ++system) {
-    std::vector<StaffRecord> staves = stavesOf(host, report, static_cast<std::int16_t>(system));
-    if (!goesOn(before, staves)) {
+    std::vector<StaffRecord> staves = stavesOf(report, static_cast<std::int16_t>(system));
+    if (!isOnSamePage(previous, staves)) {
       chart.pages.push_back(pageOf(staves, chart.systems.size()));
     }
     const bool inOrder = std::is_sorted(
         staves.begin(), staves.end(), [](const StaffRecord& a, const StaffRecord& b) { return a.instrId < b.instrId; });
     chart.systems.push_back({chart.pages.size() - 1, inOrder, cellsOf(staves, chart.instruments, allowZeroId)});
-    before = std::move(staves);
+    previous = std::move(staves);
   }
   return chart;
 }

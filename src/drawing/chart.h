@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "conversion/report_index.h"
-#include "platform/host.h"
 
 namespace kiv {
 
@@ -22,7 +21,7 @@ inline constexpr std::size_t presenceKinds = 4;
 
 /// A system of a group.
 struct ChartSystem {
-  std::size_t page = 0;         ///< its place in Chart::pages
+  std::size_t page = 0;         ///< its index in Chart::pages
   bool inOrder = true;          ///< its identifiers rise from the top staff down, as in a result
   std::vector<Presence> cells;  ///< for every instrument of the chart
 };
@@ -31,7 +30,7 @@ struct ChartSystem {
 struct ChartPage {
   std::string name;             ///< without folder; of a multifile page the first file's, with all page letters
   std::size_t files = 1;        ///< more than 1 for a multifile page
-  std::size_t firstSystem = 0;  ///< its place in Chart::systems
+  std::size_t firstSystem = 0;  ///< its index in Chart::systems
 };
 
 /// Which instruments the systems of a group have.
@@ -49,11 +48,11 @@ struct Chart {
   std::string outOfOrder() const;
 };
 
-/// The chart of an analysed group. With allowZeroId a staff without an identifier counts as any other. A record of the
+/// The chart of an analyzed group. With allowZeroId a staff without an identifier is like any other. A record of the
 /// report that cannot be read ends the program.
-Chart makeChart(Host& host, const ReportIndex& report, bool allowZeroId);
+Chart makeChart(const ReportIndex& report, bool allowZeroId);
 
-/// The words for a kind of cell.
+/// The legend's text for a kind of cell.
 const char* meaningOf(Presence presence);
 
 }  // namespace kiv

@@ -8,19 +8,19 @@
 namespace kiv {
 namespace {
 
-// Millimetres of a sheet of A4, landscape.
+// Millimeters of a sheet of A4, landscape.
 constexpr double sheetWidth = 297;
 constexpr double sheetHeight = 210;
 constexpr double margin = 12;
-constexpr double labelRoom = 16;
-constexpr double titleRoom = 12;
-constexpr double legendRoom = 16;
-constexpr double systemRoom = 5;  // for the numbers above a row of systems
+constexpr double labelWidth = 16;
+constexpr double titleHeight = 12;
+constexpr double legendHeight = 16;
+constexpr double systemNumberHeight = 5;  // for the numbers above a row of systems
 constexpr double digitWidth = 1.8;
 constexpr double letterWidth = 2.3;
 constexpr std::size_t longestName = 16;
 constexpr double rowGap = 4;
-constexpr int largestCell = 56;  // in quarters of a millimetre
+constexpr int largestCell = 56;  // in quarters of a millimeter
 constexpr int smallestCell = 4;
 
 constexpr std::string_view style = R"(
@@ -32,34 +32,34 @@ text { font-family: serif; fill: #222; font-size: 3.2px; }
 .page { stroke: #222; stroke-width: 0.3; }
 )";
 
-struct CellSign {
+struct CellSymbol {
   Presence presence;
   const char* name;
   const char* body;  ///< within a square of 10
 };
 
-// Each differs in its shape too, so that a print without colour can be read.
-constexpr std::array<CellSign, presenceKinds> signs = {
+// Each differs in its shape too, so that a print without color is readable.
+constexpr std::array<CellSymbol, presenceKinds> symbols = {
     {{Presence::present, "present", "fill:#2b6f6a"},
      {Presence::missing, "missing", "fill:#fbe6b8;stroke:#c9a13b;stroke-width:0.6"},
      {Presence::duplicate, "duplicate", "fill:#c0392b"},
      {Presence::zeroId, "zero", "fill:#fff;stroke:#7d3c98;stroke-width:1.4"}}};
 
-const CellSign& signOf(Presence presence) {
-  return *std::find_if(signs.begin(), signs.end(), [&](const CellSign& s) { return s.presence == presence; });
+const CellSymbol& symbolOf(Presence presence) {
+  return *std::find_if(symbols.begin(), symbols.end(), [&](const CellSymbol& s) { return s.presence == presence; });
 }
 
-void defineSigns(SvgWriter& svg) {
+void defineSymbols(SvgWriter& svg) {
   svg.open("defs");
-  for (const CellSign& sign : signs) {
-    svg.open("symbol", {{"id", sign.name}, {"viewBox", "0 0 10 10"}});
-    svg.leaf("rect", {{"x", 1.0}, {"y", 1.0}, {"width", 8.0}, {"height", 8.0}, {"style", sign.body}});
-    if (sign.presence == Presence::missing) {
+  for (const CellSymbol& symbol : symbols) {
+    svg.open("symbol", {{"id", symbol.name}, {"viewBox", "0 0 10 10"}});
+    svg.leaf("rect", {{"x", 1.0}, {"y", 1.0}, {"width", 8.0}, {"height", 8.0}, {"style", symbol.body}});
+    if (symbol.presence == Presence::missing) {
       svg.leaf("path",
                {{"d", "M2 4.2H8M3.2 4.2H6.8V6H3.2z"}, {"style", "fill:#7a5c10;stroke:#7a5c10;stroke-width:.4"}});
-    } else if (sign.presence == Presence::duplicate) {
+    } else if (symbol.presence == Presence::duplicate) {
       svg.leaf("path", {{"d", "M1 9L9 1M1 5L5 1M5 9L9 5"}, {"style", "stroke:#fff;stroke-width:1"}});
-    } else if (sign.presence == Presence::zeroId) {
+    } else if (symbol.presence == Presence::zeroId) {
       svg.leaf("circle", {{"cx", 5.0}, {"cy", 5.0}, {"r", 2.0}, {"style", "fill:none;stroke:#7d3c98"}});
     }
     svg.close();
@@ -67,7 +67,7 @@ void defineSigns(SvgWriter& svg) {
   svg.close();
 }
 
-/// A page name without its suffix, only the end of a long one: that is where its number stands.
+/// A page name without its suffix; of a long one only the end, which has the number.
 std::string shortName(const ChartPage& page) {
   std::string name = page.name.substr(0, page.name.find('.'));
   if (name.size() > longestName) {
@@ -84,7 +84,7 @@ std::string shortName(const ChartPage& page) {
 /// How the systems are laid out in rows.
 struct Grid {
   double cell = 0;
-  double headRoom = 0;  ///< above the cells of a row, for names and numbers
+  double headHeight = 0;  ///< above the cells of a row, for names and numbers
   std::size_t systemsPerRow = 1;
   std::size_t rows = 0;
   double rowHeight = 0;
@@ -95,23 +95,23 @@ struct Grid {
 Grid gridOf(const Chart& chart, double cell) {
   Grid grid;
   grid.cell = cell;
-  grid.systemsPerRow = static_cast<std::size_t>((sheetWidth - 2 * margin - labelRoom) / cell);
+  grid.systemsPerRow = static_cast<std::size_t>((sheetWidth - 2 * margin - labelWidth) / cell);
   grid.rows = (chart.systems.size() + grid.systemsPerRow - 1) / grid.systemsPerRow;
   std::size_t characters = 1;
   for (const ChartPage& page : chart.pages) {
     characters = std::max(characters, shortName(page).size());
   }
-  grid.headRoom = systemRoom + letterWidth * static_cast<double>(characters + 1);
-  grid.rowHeight = grid.headRoom + cell * static_cast<double>(chart.instruments.size()) + rowGap;
+  grid.headHeight = systemNumberHeight + letterWidth * static_cast<double>(characters + 1);
+  grid.rowHeight = grid.headHeight + cell * static_cast<double>(chart.instruments.size()) + rowGap;
   return grid;
 }
 
-/// The grid of the largest cells that the sheet holds; of the smallest there are when it holds none.
+/// The grid with the largest cells that fit on the sheet; with the smallest when none fit.
 Grid fittingGrid(const Chart& chart) {
-  constexpr double room = sheetHeight - 2 * margin - titleRoom - legendRoom;
+  constexpr double available = sheetHeight - 2 * margin - titleHeight - legendHeight;
   constexpr double quarter = 0.25;
   Grid grid = gridOf(chart, largestCell * quarter);
-  for (int cell = largestCell; cell >= smallestCell && grid.height() > room; --cell) {
+  for (int cell = largestCell; cell >= smallestCell && grid.height() > available; --cell) {
     grid = gridOf(chart, cell * quarter);
   }
   return grid;
@@ -124,17 +124,18 @@ struct GridRow {
   double top = 0;
 
   double x(std::size_t system, const Grid& grid) const {
-    return margin + labelRoom + grid.cell * static_cast<double>(system - first);
+    return margin + labelWidth + grid.cell * static_cast<double>(system - first);
   }
   double cellTop(std::size_t instrument, const Grid& grid) const {
-    return top + grid.headRoom + grid.cell * static_cast<double>(instrument);
+    return top + grid.headHeight + grid.cell * static_cast<double>(instrument);
   }
 };
 
-/// Tells where from left to right there is room for another label.
-class Room {
+/// Keeps labels on one line from overlapping. They come from left to right.
+class LabelLine {
  public:
-  bool take(double x, double width) {
+  /// Reserves the width at x; false when the label before it reaches that far.
+  bool reserve(double x, double width) {
     if (x < free_) {
       return false;
     }
@@ -159,22 +160,23 @@ void drawHeads(SvgWriter& svg, const Chart& chart, const Grid& grid, const GridR
   constexpr double besideLine = 2.8;
   constexpr double aboveCells = 1.5;
   constexpr double inset = 0.6;
-  Room names;
-  Room numbers;
+  LabelLine names;
+  LabelLine numbers;
   for (std::size_t i = row.first; i < row.end; ++i) {
     const double x = row.x(i, grid);
-    const double numberLine = row.top + grid.headRoom - aboveCells;
+    const double numberLine = row.top + grid.headHeight - aboveCells;
     if (i == row.first || chart.startsPage(i)) {
       const ChartPage& page = chart.pages[chart.systems[i].page];
       drawPageStart(svg, page, grid, x, row);
-      if (names.take(x, lineHeight)) {
-        const std::string place = svgNumber(x + besideLine) + " " + svgNumber(row.top + grid.headRoom - systemRoom);
-        svg.text("text", {{"class", "pagename"}, {"transform", "translate(" + place + ") rotate(-90)"}},
+      if (names.reserve(x, lineHeight)) {
+        const std::string position =
+            svgNumber(x + besideLine) + " " + svgNumber(row.top + grid.headHeight - systemNumberHeight);
+        svg.text("text", {{"class", "pagename"}, {"transform", "translate(" + position + ") rotate(-90)"}},
                  shortName(page));
       }
     }
     const std::string number = std::to_string(i + 1);
-    if (numbers.take(x, digitWidth * static_cast<double>(number.size() + 1))) {
+    if (numbers.reserve(x, digitWidth * static_cast<double>(number.size() + 1))) {
       svg.text("text", {{"class", "system"}, {"x", x + inset}, {"y", numberLine}}, number);
     }
   }
@@ -193,13 +195,13 @@ void drawRow(SvgWriter& svg, const Chart& chart, const Grid& grid, const GridRow
     if (y >= free) {
       svg.text("text",
                {{"class", "instrument"},
-                {"x", margin + labelRoom - beforeCells},
+                {"x", margin + labelWidth - beforeCells},
                 {"y", y + grid.cell * baseline + halfCapital}},
                std::to_string(chart.instruments[k]));
       free = y + lineHeight;
     }
     for (std::size_t i = row.first; i < row.end; ++i) {
-      const char* name = signOf(chart.systems[i].cells[k]).name;
+      const char* name = symbolOf(chart.systems[i].cells[k]).name;
       svg.leaf("use", {{"class", name},
                        {"href", "#" + std::string(name)},
                        {"x", row.x(i, grid)},
@@ -212,19 +214,21 @@ void drawRow(SvgWriter& svg, const Chart& chart, const Grid& grid, const GridRow
 }
 
 void drawLegend(SvgWriter& svg, const Chart& chart, double y) {
-  constexpr double sign = 5;
+  constexpr double symbolSize = 5;
   constexpr double entry = 58;
-  constexpr double textBehind = 7;
+  constexpr double textOffset = 7;
   constexpr double baseline = 3.6;
   svg.open("g", {{"class", "legend"}});
   double x = margin;
-  for (const CellSign& cell : signs) {
-    svg.leaf("use", {{"href", "#" + std::string(cell.name)}, {"x", x}, {"y", y}, {"width", sign}, {"height", sign}});
-    svg.text("text", {{"x", x + textBehind}, {"y", y + baseline}}, meaningOf(cell.presence));
+  for (const CellSymbol& cell : symbols) {
+    svg.leaf(
+        "use",
+        {{"href", "#" + std::string(cell.name)}, {"x", x}, {"y", y}, {"width", symbolSize}, {"height", symbolSize}});
+    svg.text("text", {{"x", x + textOffset}, {"y", y + baseline}}, meaningOf(cell.presence));
     x += entry;
   }
-  svg.leaf("rect", {{"class", "multifile"}, {"x", x}, {"y", y}, {"width", sign}, {"height", sign}});
-  svg.text("text", {{"x", x + textBehind}, {"y", y + baseline}}, "page of several files");
+  svg.leaf("rect", {{"class", "multifile"}, {"x", x}, {"y", y}, {"width", symbolSize}, {"height", symbolSize}});
+  svg.text("text", {{"x", x + textOffset}, {"y", y + baseline}}, "page of several files");
   if (const std::string outOfOrder = chart.outOfOrder(); !outOfOrder.empty()) {
     constexpr double nextLine = 6;
     svg.text("text", {{"class", "order"}, {"x", margin}, {"y", y + nextLine + baseline}},
@@ -237,7 +241,7 @@ void drawLegend(SvgWriter& svg, const Chart& chart, double y) {
 
 std::string chartSvg(const Chart& chart) {
   const Grid grid = fittingGrid(chart);
-  const double height = std::max(sheetHeight, 2 * margin + titleRoom + grid.height() + legendRoom);
+  const double height = std::max(sheetHeight, 2 * margin + titleHeight + grid.height() + legendHeight);
   SvgWriter svg;
   svg.open("svg", {{"xmlns", "http://www.w3.org/2000/svg"},
                    {"width", svgNumber(sheetWidth) + "mm"},
@@ -245,12 +249,12 @@ std::string chartSvg(const Chart& chart) {
                    {"viewBox", "0 0 " + svgNumber(sheetWidth) + " " + svgNumber(height)}});
   svg.text("title", {}, "Systems by instruments");
   svg.text("style", {}, style);
-  defineSigns(svg);
+  defineSymbols(svg);
   svg.leaf("rect", {{"width", sheetWidth}, {"height", height}, {"fill", "#fff"}});
   constexpr double titleBaseline = 5;
   svg.text("text", {{"class", "title"}, {"x", margin}, {"y", margin + titleBaseline}}, chart.summary());
   GridRow row;
-  row.top = margin + titleRoom;
+  row.top = margin + titleHeight;
   for (; row.first < chart.systems.size(); row.first = row.end) {
     row.end = std::min(row.first + grid.systemsPerRow, chart.systems.size());
     drawRow(svg, chart, grid, row);

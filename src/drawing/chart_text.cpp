@@ -7,12 +7,12 @@ namespace kiv {
 namespace {
 
 constexpr std::size_t labelWidth = 8;
-constexpr std::size_t fewestSystems = 8;  // of a line, however narrow
+constexpr std::size_t fewestSystems = 8;  // on a line, however narrow
 
 struct Mark {
   Presence presence;
   char character;
-  const char* colour;
+  const char* color;
 };
 
 constexpr std::array<Mark, presenceKinds> marks = {{{Presence::present, '#', "\x1B[32m"},
@@ -20,33 +20,32 @@ constexpr std::array<Mark, presenceKinds> marks = {{{Presence::present, '#', "\x
                                                     {Presence::duplicate, 'D', "\x1B[31m"},
                                                     {Presence::zeroId, '0', "\x1B[31m"}}};
 
-std::string marked(Presence presence, bool colour) {
+std::string marked(Presence presence, bool color) {
   const auto& mark = *std::find_if(marks.begin(), marks.end(), [&](const Mark& m) { return m.presence == presence; });
   const std::string character(1, mark.character);
-  return colour ? mark.colour + character + "\x1B[0m" : character;
+  return color ? mark.color + character + "\x1B[0m" : character;
 }
 
 std::string rightAligned(const std::string& word) {
   return word.size() < labelWidth ? std::string(labelWidth - word.size(), ' ') + word : word;
 }
 
-/// Some neighbouring systems, a column of two characters each.
+/// Some neighboring systems, a column of two characters each.
 struct Block {
   std::size_t first = 0;
   std::size_t end = 0;
 };
 
-/// A line of numbers above the columns. One that would touch the number before it, or stand out at the end, is left
-/// out.
+/// A line of numbers above the columns. One that would touch the number before it, or exceed the line, is left out.
 class NumberLine {
  public:
   NumberLine(const std::string& label, Block block)
       : line_(rightAligned(label) + " "), end_(labelWidth + 2 + 2 * (block.end - block.first)) {}
 
   void at(std::size_t column, const std::string& number) {
-    const std::size_t place = labelWidth + 2 + 2 * column;
-    if (place > line_.size() && (column == 0 || place + number.size() <= end_)) {
-      line_.append(place - line_.size(), ' ');
+    const std::size_t position = labelWidth + 2 + 2 * column;
+    if (position > line_.size() && (column == 0 || position + number.size() <= end_)) {
+      line_.append(position - line_.size(), ' ');
       line_ += number;
     }
   }
@@ -76,16 +75,16 @@ std::string heads(const Chart& chart, Block block) {
   return pages.text() + (multifile ? files.text() : "") + systems.text();
 }
 
-std::string row(const Chart& chart, Block block, std::size_t instrument, bool colour) {
+std::string row(const Chart& chart, Block block, std::size_t instrument, bool color) {
   std::string line = rightAligned(std::to_string(chart.instruments[instrument])) + " ";
   for (std::size_t i = block.first; i < block.end; ++i) {
     line += i == block.first || chart.startsPage(i) ? "|" : " ";
-    line += marked(chart.systems[i].cells[instrument], colour);
+    line += marked(chart.systems[i].cells[instrument], color);
   }
   return line + "|\n";
 }
 
-/// Words one behind the other, in lines of the width.
+/// The words in lines of the width.
 std::string wrapped(const std::vector<std::string>& words, std::size_t width) {
   std::string lines;
   std::string line;
@@ -104,7 +103,7 @@ std::string legend(const Chart& chart, const TextStyle& style) {
   for (const Mark& mark : marks) {
     const bool always = mark.presence == Presence::present || mark.presence == Presence::missing;
     if (always || chart.count(mark.presence) > 0) {
-      text += marked(mark.presence, style.colour) + " " + meaningOf(mark.presence) + "\n";
+      text += marked(mark.presence, style.color) + " " + meaningOf(mark.presence) + "\n";
     }
   }
   const std::string outOfOrder = chart.outOfOrder();
@@ -122,14 +121,14 @@ std::string pageNames(const Chart& chart, std::size_t width) {
 }  // namespace
 
 std::string chartText(const Chart& chart, const TextStyle& style) {
-  const std::size_t room = style.width > labelWidth + 2 ? (style.width - labelWidth - 2) / 2 : 0;
-  const std::size_t systems = std::max(room, fewestSystems);
+  const std::size_t fitting = style.width > labelWidth + 2 ? (style.width - labelWidth - 2) / 2 : 0;
+  const std::size_t systems = std::max(fitting, fewestSystems);
   std::string text = chart.summary() + "\n\n";
   for (std::size_t first = 0; first < chart.systems.size(); first += systems) {
     const Block block{first, std::min(first + systems, chart.systems.size())};
     text += heads(chart, block);
     for (std::size_t i = 0; i < chart.instruments.size(); ++i) {
-      text += row(chart, block, i, style.colour);
+      text += row(chart, block, i, style.color);
     }
     text += "\n";
   }

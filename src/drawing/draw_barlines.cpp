@@ -5,7 +5,7 @@
 namespace kiv {
 namespace {
 
-/// Where a vertical line across staves begins and ends. On a staff of one line it stands out on both sides.
+/// Where a vertical line across staves begins and ends. It extends beyond a staff of one line on both sides.
 struct Reach {
   double top = 0;
   double bottom = 0;
@@ -42,7 +42,7 @@ std::string brace(double x, Reach reach) {
 
 void drawBrace(PageDrawing& drawing, const Item& item, double x, Reach reach) {
   constexpr double leftOfStaff = 3;
-  if (item.par[par::kind] == lowestBraceKind) {
+  if (item[par::kind] == lowestBraceKind) {
     drawing.svg.leaf("path", {{"class", "brace"}, {"d", brace(x - leftOfStaff, reach)}});
     return;
   }
@@ -58,12 +58,12 @@ void drawBrace(PageDrawing& drawing, const Item& item, double x, Reach reach) {
 
 void drawBarlines(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& staff) {
   for (const Item& item : staff.items) {
-    if (item.par[par::type] != type::barline) {
+    if (item.type() != ItemType::barline) {
       continue;
     }
-    const double x = page.x(item.par[par::position]);
-    const Reach reach = reachOf(staff, page.upperEnd(staff, item.par[par::spannedStaves]));
-    if (item.par[par::kind] <= highestBarlineKind) {
+    const double x = page.x(item[par::position]);
+    const Reach reach = reachOf(staff, page.upperEnd(staff, item[par::spannedStaves]));
+    if (item[par::kind] <= highestBarlineKind) {
       drawing.line("barline", x, reach.top, x, reach.bottom);
     } else {
       drawBrace(drawing, item, x, reach);

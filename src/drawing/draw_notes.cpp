@@ -39,24 +39,24 @@ void drawDots(PageDrawing& drawing, const PlacedStaff& staff, double x, double h
 }
 
 void drawHead(PageDrawing& drawing, const PlacedStaff& staff, double x, const Item& note) {
-  const NoteValue value = noteValue(note.par[par::duration]);
-  const double height = drawnHeight(note.par[par::height]);
+  const NoteValue value = noteValue(note[par::duration]);
+  const double height = drawnHeight(note[par::height]);
   drawLedgerLines(drawing, staff, x, height);
   drawing.glyph(headOf(value), "note", x, staff.y(height));
   drawDots(drawing, staff, x, height, value.dots);
 }
 
-/// The stem that notes of one place share, away from the one that lies farthest from the middle line.
+/// The stem that the notes of a chord share; it points away from the note farthest from the middle line.
 void drawStem(PageDrawing& drawing, const PlacedStaff& staff, double x, const std::vector<const Item*>& chord) {
-  const NoteValue value = noteValue(chord.front()->par[par::duration]);
+  const NoteValue value = noteValue((*chord.front())[par::duration]);
   if (value.isWhole()) {
     return;
   }
-  double lowest = drawnHeight(chord.front()->par[par::height]);
+  double lowest = drawnHeight((*chord.front())[par::height]);
   double highest = lowest;
   for (const Item* note : chord) {
-    lowest = std::min(lowest, drawnHeight(note->par[par::height]));
-    highest = std::max(highest, drawnHeight(note->par[par::height]));
+    lowest = std::min(lowest, drawnHeight((*note)[par::height]));
+    highest = std::max(highest, drawnHeight((*note)[par::height]));
   }
   const bool up = highest - staff.middle() < staff.middle() - lowest;
   const double stemX = up ? x + headHalf - 0.5 : x - headHalf + 0.5;
@@ -74,17 +74,17 @@ void drawStem(PageDrawing& drawing, const PlacedStaff& staff, double x, const st
 void drawNotes(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& staff) {
   std::vector<const Item*> notes;
   for (const Item& item : staff.items) {
-    if (item.par[par::type] == type::note) {
+    if (item.type() == ItemType::note) {
       notes.push_back(&item);
     }
   }
-  // By place on the page, where a NaN has one too.
-  const auto place = [&](const Item* note) { return page.x(note->par[par::position]); };
-  std::stable_sort(notes.begin(), notes.end(), [&](const Item* a, const Item* b) { return place(a) < place(b); });
+  // A position that is a NaN has an x, too.
+  const auto xOf = [&](const Item* note) { return page.x((*note)[par::position]); };
+  std::stable_sort(notes.begin(), notes.end(), [&](const Item* a, const Item* b) { return xOf(a) < xOf(b); });
   for (std::size_t first = 0; first < notes.size();) {
-    const double x = place(notes[first]);
+    const double x = xOf(notes[first]);
     std::vector<const Item*> chord;
-    for (; first < notes.size() && place(notes[first]) == x; ++first) {
+    for (; first < notes.size() && xOf(notes[first]) == x; ++first) {
       drawHead(drawing, staff, x, *notes[first]);
       chord.push_back(notes[first]);
     }

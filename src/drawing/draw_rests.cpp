@@ -11,7 +11,7 @@ constexpr float wholeBar = -2;
 constexpr float wholeBarToo = -12;
 
 bool lastsABar(const Item& rest) {
-  return rest.par[par::kind] == wholeBar || rest.par[par::kind] == wholeBarToo;
+  return rest[par::kind] == wholeBar || rest[par::kind] == wholeBarToo;
 }
 
 /// A rest shorter than a quarter: hooks on a slanting stem.
@@ -28,8 +28,8 @@ void drawHooks(PageDrawing& drawing, double x, double y, int hooks) {
 
 void drawRest(PageDrawing& drawing, const PlacedStaff& staff, double x, const Item& rest) {
   // A rest's height moves it from the middle.
-  const double height = staff.middle() + drawnHeight(rest.par[par::height]);
-  const NoteValue value = noteValue(rest.par[par::duration]);
+  const double height = staff.middle() + drawnHeight(rest[par::height]);
+  const NoteValue value = noteValue(rest[par::duration]);
   if (lastsABar(rest) || value.isWhole()) {
     const double line = staff.lines == 1 ? height : height + 2;
     drawing.glyph(Glyph::wholeRest, "rest", x, staff.y(line));
@@ -43,10 +43,10 @@ void drawRest(PageDrawing& drawing, const PlacedStaff& staff, double x, const It
   for (int i = 0; i < (lastsABar(rest) ? 0 : value.dots); ++i) {
     drawing.glyph(Glyph::dot, "dot", x + 12 + 6 * i, staff.y(height + 1));
   }
-  if (rest.par[par::cuedInstrument] != 0) {
+  if (rest[par::cuedInstrument] != 0) {
     constexpr double aboveStaff = 3;
     drawing.svg.text("text", {{"class", "cue"}, {"x", x}, {"y", staff.y(staff.topLine() + aboveStaff)}},
-                     "cue " + generalNumber(rest.par[par::cuedInstrument]));
+                     "cue " + generalNumber(rest[par::cuedInstrument]));
   }
 }
 
@@ -54,8 +54,8 @@ void drawRest(PageDrawing& drawing, const PlacedStaff& staff, double x, const It
 
 void drawRests(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& staff) {
   for (const Item& item : staff.items) {
-    if (item.par[par::type] == type::rest) {
-      drawRest(drawing, staff, page.x(item.par[par::position]), item);
+    if (item.type() == ItemType::rest) {
+      drawRest(drawing, staff, page.x(item[par::position]), item);
     }
   }
 }

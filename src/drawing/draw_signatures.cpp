@@ -12,16 +12,16 @@ constexpr float treble = 0;
 constexpr float bass = 1;
 constexpr float alto = 2;
 
-/// Signs that have their lines on a staff of five stand in the middle of any other.
+/// Symbols with a line of their own on a staff of five lines are centered on any other staff.
 double raisedBy(const PlacedStaff& staff) {
   constexpr double middleOfFive = 4;
   return staff.middle() - middleOfFive;
 }
 
 void drawClef(PageDrawing& drawing, const PlacedStaff& staff, double x, const Item& item) {
-  const float kind = item.par[par::kind];
-  // A clef's height moves it from its usual line.
-  const double height = drawnHeight(item.par[par::height]) + raisedBy(staff);
+  const float kind = item[par::kind];
+  // A clef's height moves it from its normal line.
+  const double height = drawnHeight(item[par::height]) + raisedBy(staff);
   constexpr double trebleMiddle = 13;
   if (kind == treble) {
     drawing.glyph(Glyph::trebleClef, "clef", x + trebleMiddle, staff.y(2 + height));
@@ -30,7 +30,7 @@ void drawClef(PageDrawing& drawing, const PlacedStaff& staff, double x, const It
   } else if (kind == alto) {
     drawing.glyph(Glyph::altoClef, "clef", x, staff.y(4 + height));
   } else {
-    drawing.unknownSign(staff, x, "clef of kind " + generalNumber(kind));
+    drawing.unknownSymbol(staff, x, "clef of kind " + generalNumber(kind));
   }
 }
 
@@ -39,7 +39,7 @@ using Heights = std::array<int, mostAccidentals>;
 constexpr Heights sharpHeights = {8, 5, 9, 6, 3, 7, 4};
 constexpr Heights flatHeights = {4, 7, 3, 6, 2, 5, 1};
 
-/// How much lower than under a treble clef the accidentals stand.
+/// How much lower the accidentals are than under a treble clef.
 int loweredBy(float keyType) {
   if (keyType == bass) {
     return 2;
@@ -48,16 +48,16 @@ int loweredBy(float keyType) {
 }
 
 void drawKey(PageDrawing& drawing, const PlacedStaff& staff, double x, const Item& item) {
-  const float key = item.par[par::key];
+  const float key = item[par::key];
   const bool known = key == std::trunc(key) && std::abs(key) <= mostAccidentals;
   if (!known) {
-    drawing.unknownSign(staff, x, "key signature of " + generalNumber(key));
+    drawing.unknownSymbol(staff, x, "key signature of " + generalNumber(key));
     return;
   }
   constexpr double distance = 10;
   const auto count = static_cast<std::size_t>(std::abs(key));
   for (std::size_t i = 0; i < count; ++i) {
-    const int height = (key > 0 ? sharpHeights : flatHeights)[i] - loweredBy(item.par[par::keyType]);
+    const int height = (key > 0 ? sharpHeights : flatHeights)[i] - loweredBy(item[par::keyType]);
     drawing.glyph(key > 0 ? Glyph::sharp : Glyph::flat, "accidental", x + 5 + distance * static_cast<double>(i),
                   staff.y(height + raisedBy(staff)));
   }
@@ -84,9 +84,9 @@ void drawDigits(PageDrawing& drawing, const std::string& digits, double middle, 
 void drawTime(PageDrawing& drawing, const PlacedStaff& staff, double x, const Item& item) {
   constexpr float commonTime = 99;
   constexpr float allaBreve = 98;
-  constexpr double signMiddle = 8;
-  const float upper = item.par[par::upperNumber];
-  const double middle = x + signMiddle;
+  constexpr double symbolMiddle = 8;
+  const float upper = item[par::upperNumber];
+  const double middle = x + symbolMiddle;
   if (upper == commonTime || upper == allaBreve) {
     drawing.glyph(Glyph::commonTime, "digit", middle, staff.y(staff.middle()));
     if (upper == allaBreve) {
@@ -95,10 +95,10 @@ void drawTime(PageDrawing& drawing, const PlacedStaff& staff, double x, const It
     return;
   }
   const auto above = digitsOf(upper);
-  const auto below = digitsOf(item.par[par::lowerNumber]);
+  const auto below = digitsOf(item[par::lowerNumber]);
   if (!above || !below) {
-    drawing.unknownSign(staff, x,
-                        "time signature " + generalNumber(upper) + "/" + generalNumber(item.par[par::lowerNumber]));
+    drawing.unknownSymbol(staff, x,
+                          "time signature " + generalNumber(upper) + "/" + generalNumber(item[par::lowerNumber]));
     return;
   }
   drawDigits(drawing, *above, middle, staff.y(staff.middle() + 2));
@@ -109,13 +109,13 @@ void drawTime(PageDrawing& drawing, const PlacedStaff& staff, double x, const It
 
 void drawSignatures(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& staff) {
   for (const Item& item : staff.items) {
-    const float type = item.par[par::type];
-    const double x = page.x(item.par[par::position]);
-    if (type == type::clef) {
+    const ItemType type = item.type();
+    const double x = page.x(item[par::position]);
+    if (type == ItemType::clef) {
       drawClef(drawing, staff, x, item);
-    } else if (type == type::keySignature) {
+    } else if (type == ItemType::keySignature) {
       drawKey(drawing, staff, x, item);
-    } else if (type == type::timeSignature) {
+    } else if (type == ItemType::timeSignature) {
       drawTime(drawing, staff, x, item);
     }
   }

@@ -6,11 +6,11 @@
 namespace kiv {
 namespace {
 
-std::string_view classOf(float type) {
-  if (type == type::shortText) {
+std::string_view classOf(ItemType type) {
+  if (type == ItemType::shortText) {
     return "shorttext";
   }
-  return type == type::text ? "longtext" : "countedtext";
+  return type == ItemType::text ? "longtext" : "countedtext";
 }
 
 std::string_view withoutBlanks(std::string_view text) {
@@ -18,9 +18,9 @@ std::string_view withoutBlanks(std::string_view text) {
   return text.substr(0, end == std::string_view::npos ? 0 : end + 1);
 }
 
-bool isDrawnElsewhere(float type) {
-  return type == type::note || type == type::rest || type == type::clef || type == type::barline ||
-         type == type::keySignature || type == type::timeSignature;
+bool isDrawnElsewhere(ItemType type) {
+  return type == ItemType::note || type == ItemType::rest || type == ItemType::clef || type == ItemType::barline ||
+         type == ItemType::keySignature || type == ItemType::timeSignature;
 }
 
 void drawIdentifier(PageDrawing& drawing, const PlacedStaff& staff, double x, float instrument) {
@@ -31,7 +31,7 @@ void drawIdentifier(PageDrawing& drawing, const PlacedStaff& staff, double x, fl
 
 bool showsItsNumber(const PlacedStaff& staff) {
   return std::any_of(staff.items.begin(), staff.items.end(),
-                     [](const Item& item) { return item.par[par::type] == type::instrumentNumber; });
+                     [](const Item& item) { return item.type() == ItemType::instrumentNumber; });
 }
 
 }  // namespace
@@ -42,15 +42,15 @@ void drawTexts(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& 
     drawIdentifier(drawing, staff, staff.left - leftOfStaff, staff.instrument);
   }
   for (const Item& item : staff.items) {
-    const float type = item.par[par::type];
-    const double x = page.x(item.par[par::position]);
-    if (isTextType(type)) {
-      drawing.svg.text("text", {{"class", classOf(type)}, {"x", x}, {"y", staff.y(drawnHeight(item.par[par::height]))}},
+    const ItemType type = item.type();
+    const double x = page.x(item[par::position]);
+    if (type.hasText()) {
+      drawing.svg.text("text", {{"class", classOf(type)}, {"x", x}, {"y", staff.y(drawnHeight(item[par::height]))}},
                        withoutBlanks(item.text));
-    } else if (type == type::instrumentNumber) {
-      drawIdentifier(drawing, staff, x, item.par[par::shownNumber]);
+    } else if (type == ItemType::instrumentNumber) {
+      drawIdentifier(drawing, staff, x, item[par::shownNumber]);
     } else if (!isDrawnElsewhere(type)) {
-      drawing.unknownSign(staff, x, "item of type " + generalNumber(type));
+      drawing.unknownSymbol(staff, x, "item of type " + generalNumber(type.number()));
     }
   }
 }

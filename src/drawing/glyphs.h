@@ -5,11 +5,12 @@
 
 namespace kiv {
 
-/// The signs of music that a page picture is put together of.
+/// The musical symbols of a page picture.
 ///
-/// Their unit is a tenth of the distance of two staff lines, y grows downward. The origin is the staff line that a clef
-/// names (at its left edge; at its middle for the treble clef), the middle of a head, a digit or an accidental, the end
-/// of the stem for flags, the line on which a whole or half rest hangs or stands, and the middle line for the others.
+/// Their unit is a tenth of the distance between two staff lines; y grows downward. The origin is the staff line that a
+/// clef names (at its left edge; at its middle for the treble clef), the middle of a head, a digit or an accidental,
+/// the end of the stem for flags, the line on which a whole or half rest hangs or stands, and the middle line for the
+/// others.
 enum class Glyph {
   trebleClef,
   bassClef,
@@ -38,10 +39,10 @@ enum class Glyph {
   digit9,
   commonTime,
   cutStroke,
-  unknownSign
+  unknownSymbol
 };
 
-inline constexpr std::size_t glyphCount = static_cast<std::size_t>(Glyph::unknownSign) + 1;
+inline constexpr std::size_t glyphCount = static_cast<std::size_t>(Glyph::unknownSymbol) + 1;
 
 struct GlyphShape {
   std::string_view name;  ///< its id in a drawing
@@ -50,7 +51,7 @@ struct GlyphShape {
 
 const GlyphShape& shapeOf(Glyph glyph);
 
-/// The sign of a digit from 0 to 9.
+/// The glyph of a digit from 0 to 9.
 Glyph digitGlyph(int digit);
 
 }  // namespace kiv

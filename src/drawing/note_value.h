@@ -16,7 +16,7 @@ struct NoteValue {
 };
 
 /// The written value of a duration in quarter notes. A third of a binary value is one of a triplet, and any other
-/// duration is written as the next lower value. What is no duration is written as a quarter.
+/// duration is written as the next lower value. Anything that is not positive is written as a quarter.
 NoteValue noteValue(float duration);
 
 }  // namespace kiv

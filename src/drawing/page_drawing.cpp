@@ -11,10 +11,10 @@ void PageDrawing::line(std::string_view className, double x1, double y1, double 
   svg.leaf("line", {{"class", className}, {"x1", x1}, {"y1", y1}, {"x2", x2}, {"y2", y2}});
 }
 
-void PageDrawing::unknownSign(const PlacedStaff& staff, double x, const std::string& what) {
+void PageDrawing::unknownSymbol(const PlacedStaff& staff, double x, const std::string& what) {
   constexpr double aboveStaff = 4;
   ++unknown[what];
-  glyph(Glyph::unknownSign, "unknown", x, staff.y(staff.topLine() + aboveStaff));
+  glyph(Glyph::unknownSymbol, "unknown", x, staff.y(staff.topLine() + aboveStaff));
 }
 
 void drawStaffLines(PageDrawing& drawing, const PlacedStaff& staff) {

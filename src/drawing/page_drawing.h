@@ -12,7 +12,7 @@
 
 namespace kiv {
 
-/// A page picture while it is being drawn.
+/// A page picture during drawing.
 struct PageDrawing {
   SvgWriter svg;
   std::set<Glyph> usedGlyphs;
@@ -20,11 +20,11 @@ struct PageDrawing {
 
   void glyph(Glyph glyph, std::string_view className, double x, double y);
   void line(std::string_view className, double x1, double y1, double x2, double y2);
-  /// A small neutral sign above the staff, for an item of which only its position can be shown.
-  void unknownSign(const PlacedStaff& staff, double x, const std::string& what);
+  /// A small neutral symbol above the staff, for an item of which only the position can be shown.
+  void unknownSymbol(const PlacedStaff& staff, double x, const std::string& what);
 };
 
-// Each draws one kind of items of the staff.
+// Each draws one kind of item of the staff.
 
 void drawStaffLines(PageDrawing& drawing, const PlacedStaff& staff);
 void drawBarlines(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& staff);

@@ -14,62 +14,62 @@ constexpr float lowestPosition = -30;
 constexpr float highestPosition = 400;
 constexpr float lowestHeight = -24;
 constexpr float highestHeight = 32;
-constexpr double labelRoom = 12;  // page units left of the staves, for identifiers and braces
+constexpr double labelWidth = 12;  // page units left of the staves, for identifiers and braces
 constexpr double stemSteps = 8;
-constexpr double signRoom = 6;         // steps that a staff has to itself above and below, at least
-constexpr double systemRoom = 8;       // more steps between systems
-constexpr float leftBarlineReach = 1;  // a barline this near to a staff's left end stands there
+constexpr double staffMargin = 6;      // steps above and below a staff, at least
+constexpr double systemGap = 8;        // more steps between systems
+constexpr float leftBarlineReach = 1;  // a barline this near to a staff's left end counts as there
 
 float drawnPosition(float position) {
   return std::isnan(position) ? 0 : std::clamp(position, lowestPosition, highestPosition);
 }
 
-/// The heights that a staff's signs need, in steps from its bottom line.
-struct Room {
+/// How far the symbols of a staff reach, in steps from its bottom line.
+struct Extent {
   double top = 0;
   double bottom = 0;
 
-  void reach(double highest, double lowest) {
+  void include(double highest, double lowest) {
     top = std::max(top, highest);
     bottom = std::min(bottom, lowest);
   }
 };
 
-Room roomOf(const PlacedStaff& staff) {
-  Room room{staff.topLine() + signRoom, -signRoom};
+Extent extentOf(const PlacedStaff& staff) {
+  Extent extent{staff.topLine() + staffMargin, -staffMargin};
   for (const Item& item : staff.items) {
-    const double height = drawnHeight(item.par[par::height]);
-    if (item.par[par::type] == type::note) {
+    const double height = drawnHeight(item[par::height]);
+    if (item.type() == ItemType::note) {
       const bool stemUp = height < staff.middle();
-      room.reach(height + (stemUp ? stemSteps : 2), height - (stemUp ? 2 : stemSteps));
-    } else if (item.par[par::type] == type::rest) {
-      room.reach(staff.middle() + height + 4, staff.middle() + height - 4);
-    } else if (isTextType(item.par[par::type])) {
-      room.reach(height + 4, height - 2);
+      extent.include(height + (stemUp ? stemSteps : 2), height - (stemUp ? 2 : stemSteps));
+    } else if (item.type() == ItemType::rest) {
+      extent.include(staff.middle() + height + 4, staff.middle() + height - 4);
+    } else if (item.type().hasText()) {
+      extent.include(height + 4, height - 2);
     }
   }
-  return room;
+  return extent;
 }
 
 int linesOf(float lines) {
   if (lines == -1) {
     return 0;
   }
-  // The numbers that barlines have codes for; any other staff is treated as one of five lines.
+  // The numbers of lines for which barlines have codes; any other staff is drawn with five lines.
   return lines == 1 || lines == 2 || lines == 3 || lines == 4 || lines == 6 ? static_cast<int>(lines) : 5;
 }
 
 std::vector<PlacedStaff> stavesOf(std::span<const Item> items) {
   std::map<float, PlacedStaff> byNumber;
   for (const Item& item : items) {
-    const float number = item.par[par::staff];
-    if (item.par[par::type] == type::staff && !std::isnan(number) &&
+    const float number = item[par::staff];
+    if (item.type() == ItemType::staff && !std::isnan(number) &&
         (byNumber.size() < staffLimit || byNumber.contains(number))) {
       PlacedStaff staff;
       staff.number = number;
-      staff.instrument = item.par[par::instrument];
-      staff.lines = linesOf(item.par[par::lines]);
-      staff.position = drawnPosition(item.par[par::position]);
+      staff.instrument = item[par::instrument];
+      staff.lines = linesOf(item[par::lines]);
+      staff.position = drawnPosition(item[par::position]);
       byNumber.emplace(number, staff);
     }
   }
@@ -81,14 +81,14 @@ std::vector<PlacedStaff> stavesOf(std::span<const Item> items) {
   return staves;
 }
 
-void handOut(std::span<const Item> items, PageLayout& page) {
+void assignItems(std::span<const Item> items, PageLayout& page) {
   for (const Item& item : items) {
-    const float number = item.par[par::staff];
+    const float number = item[par::staff];
     const auto staff = std::lower_bound(page.staves.begin(), page.staves.end(), number,
                                         [](const PlacedStaff& s, float n) { return s.number < n; });
     if (staff == page.staves.end() || staff->number != number) {
       ++page.strayItems;
-    } else if (item.par[par::type] != type::staff) {
+    } else if (item.type() != ItemType::staff) {
       staff->items.push_back(item);
     }
   }
@@ -98,9 +98,9 @@ void handOut(std::span<const Item> items, PageLayout& page) {
 float spanOf(const PlacedStaff& staff) {
   float span = 1;
   for (const Item& item : staff.items) {
-    if (item.par[par::type] == type::barline && item.par[par::kind] <= highestBarlineKind &&
-        std::abs(item.par[par::position] - staff.position) <= leftBarlineReach) {
-      span = std::max(span, item.par[par::spannedStaves]);
+    if (item.type() == ItemType::barline && item[par::kind] <= highestBarlineKind &&
+        std::abs(item[par::position] - staff.position) <= leftBarlineReach) {
+      span = std::max(span, item[par::spannedStaves]);
     }
   }
   return span;
@@ -125,15 +125,15 @@ void findEnds(PageLayout& page) {
     double& end = ends.emplace(staff.system, staff.position).first->second;
     first = std::min<double>(first, staff.position);
     for (const Item& item : staff.items) {
-      const double position = drawnPosition(item.par[par::position]);
-      // A sign needs the staff to go on behind it, a barline ends it.
-      const double behind = item.par[par::type] == type::barline || isTextType(item.par[par::type]) ? 0 : 3;
-      end = std::max(end, position + behind);
+      const double position = drawnPosition(item[par::position]);
+      // The staff continues after a symbol; a barline ends it.
+      const double after = item.type() == ItemType::barline || item.type().hasText() ? 0 : 3;
+      end = std::max(end, position + after);
       first = std::min(first, position);
     }
     last = std::max(last, end);
   }
-  page.firstPosition = first - labelRoom;
+  page.firstPosition = first - labelWidth;
   page.width = (last - page.firstPosition) * measure::position + 2 * measure::margin;
   for (PlacedStaff& staff : page.staves) {
     staff.left = page.x(staff.position);
@@ -146,10 +146,10 @@ void stack(PageLayout& page) {
   for (std::size_t i = page.staves.size(); i-- > 0;) {
     PlacedStaff& staff = page.staves[i];
     const bool below = i + 1 < page.staves.size();
-    const Room room = roomOf(staff);
-    y += measure::step * (room.top + (below && page.staves[i + 1].system != staff.system ? systemRoom : 0));
+    const Extent extent = extentOf(staff);
+    y += measure::step * (extent.top + (below && page.staves[i + 1].system != staff.system ? systemGap : 0));
     staff.bottom = y;
-    y -= measure::step * room.bottom;
+    y -= measure::step * extent.bottom;
   }
   page.height = y + measure::margin;
 }
@@ -177,9 +177,9 @@ const PlacedStaff& PageLayout::upperEnd(const PlacedStaff& from, float spannedSt
 PageLayout layOut(std::span<const Item> items) {
   PageLayout page;
   page.staves = stavesOf(items);
-  handOut(items, page);
+  assignItems(items, page);
   for (PlacedStaff& staff : page.staves) {
-    staff.made = isMadeRestStaff(staff.position, staff.items);
+    staff.isGenerated = isGeneratedRestStaff(staff.position, staff.items);
   }
   findSystems(page);
   findEnds(page);

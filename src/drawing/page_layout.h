@@ -9,7 +9,7 @@
 
 namespace kiv {
 
-/// Lengths of a page picture; its unit is a tenth of the distance of two staff lines.
+/// Lengths of a page picture; its unit is a tenth of the distance between two staff lines.
 namespace measure {
 constexpr double step = 5;      ///< from a line to the space above it
 constexpr double space = 10;    ///< from line to line
@@ -17,18 +17,18 @@ constexpr double position = 6;  ///< a page unit of P3
 constexpr double margin = 20;
 }  // namespace measure
 
-/// A staff of a page, where it is drawn, and what stands on it.
+/// A staff of a page, its location in the picture, and its items.
 struct PlacedStaff {
   float number = 0;
   float instrument = 0;
-  float position = 0;       ///< of the left end, in page units
-  int lines = 5;            ///< 0 for a hidden staff
-  double bottom = 0;        ///< y of the bottom line
-  double left = 0;          ///< x of the left end
-  double right = 0;         ///< x of the right end
-  std::size_t system = 0;   ///< counted from the bottom of the page; staves of one system end at one place
-  bool made = false;        ///< a rest staff just as a conversion makes them
-  std::vector<Item> items;  ///< all items of its number but the staff item
+  float position = 0;        ///< of the left end, in page units
+  int lines = 5;             ///< 0 for a hidden staff
+  double bottom = 0;         ///< y of the bottom line
+  double left = 0;           ///< x of the left end
+  double right = 0;          ///< x of the right end
+  std::size_t system = 0;    ///< counted from the bottom of the page; the staves of one system end at the same x
+  bool isGenerated = false;  ///< a rest staff like those that a conversion generates
+  std::vector<Item> items;   ///< all items of its number but the staff item
 
   /// y of a height counted in staff steps up from the bottom line.
   double y(double height) const { return bottom - measure::step * height; }
@@ -48,7 +48,7 @@ struct PageLayout {
   double height = 0;  ///< without a legend
 
   double x(float position) const;
-  /// The topmost staff that a line from this one over so many staves reaches.
+  /// The topmost staff that a line from this one across the number of staves reaches.
   const PlacedStaff& upperEnd(const PlacedStaff& from, float spannedStaves) const;
 };
 

@@ -28,37 +28,38 @@ text { font-family: serif; font-size: 16px; fill: #111; }
 
 constexpr double legendLine = 22;
 
-/// A line of the legend: a sign in front of it, or a tint, or neither.
+/// A line of the legend, with the symbol that it explains.
 struct LegendLine {
-  enum class Sign { none, unknown, made };
-  Sign sign = Sign::none;
+  enum class Symbol { none, unknown, generatedStaff };
+  Symbol symbol = Symbol::none;
   std::string text;
 };
 
 std::vector<LegendLine> legendOf(const PageLayout& page, const PageDrawing& drawing) {
   std::vector<LegendLine> legend;
-  std::size_t made = 0;
+  std::size_t generated = 0;
   for (const PlacedStaff& staff : page.staves) {
-    made += staff.made ? 1 : 0;
+    generated += staff.isGenerated ? 1 : 0;
   }
-  if (made > 0) {
-    legend.push_back({LegendLine::Sign::made, "rest staff, as a conversion inserts them: " + std::to_string(made)});
+  if (generated > 0) {
+    legend.push_back(
+        {LegendLine::Symbol::generatedStaff, "rest staff, as a conversion inserts them: " + std::to_string(generated)});
   }
   constexpr std::size_t mostKinds = 20;
   std::size_t kinds = 0;
   std::size_t others = 0;
   for (const auto& [what, count] : drawing.unknown) {
     if (kinds++ < mostKinds) {
-      legend.push_back({LegendLine::Sign::unknown, what + ": " + std::to_string(count)});
+      legend.push_back({LegendLine::Symbol::unknown, what + ": " + std::to_string(count)});
     } else {
       others += count;
     }
   }
   if (others > 0) {
-    legend.push_back({LegendLine::Sign::unknown, "items of other kinds: " + std::to_string(others)});
+    legend.push_back({LegendLine::Symbol::unknown, "items of other kinds: " + std::to_string(others)});
   }
   if (page.strayItems > 0) {
-    legend.push_back({LegendLine::Sign::none, "items on no staff, not drawn: " + std::to_string(page.strayItems)});
+    legend.push_back({LegendLine::Symbol::none, "items on no staff, not drawn: " + std::to_string(page.strayItems)});
   }
   return legend;
 }
@@ -67,9 +68,9 @@ void drawLegend(PageDrawing& drawing, const std::vector<LegendLine>& legend, dou
   constexpr double textLeft = measure::margin + 30;
   for (const LegendLine& line : legend) {
     y += legendLine;
-    if (line.sign == LegendLine::Sign::unknown) {
-      drawing.glyph(Glyph::unknownSign, "sign", measure::margin + 10, y - 5);
-    } else if (line.sign == LegendLine::Sign::made) {
+    if (line.symbol == LegendLine::Symbol::unknown) {
+      drawing.glyph(Glyph::unknownSymbol, "sign", measure::margin + 10, y - 5);
+    } else if (line.symbol == LegendLine::Symbol::generatedStaff) {
       drawing.svg.leaf("rect",
                        {{"class", "made"}, {"x", measure::margin}, {"y", y - 12}, {"width", 22.0}, {"height", 14.0}});
     }
@@ -114,7 +115,7 @@ std::string pagePicture(std::span<const Item> items, std::string_view title) {
   const PageLayout page = layOut(items);
   PageDrawing drawing;
   for (const PlacedStaff& staff : page.staves) {
-    if (staff.made) {
+    if (staff.isGenerated) {
       drawTint(drawing, staff);
     }
   }
@@ -123,8 +124,8 @@ std::string pagePicture(std::span<const Item> items, std::string_view title) {
   }
   const std::vector<LegendLine> legend = legendOf(page, drawing);
   drawLegend(drawing, legend, page.height);
-  constexpr double legendRoom = 500;
-  const double width = legend.empty() ? page.width : std::max(page.width, legendRoom);
+  constexpr double legendWidth = 500;
+  const double width = legend.empty() ? page.width : std::max(page.width, legendWidth);
   const double height =
       page.height + (legend.empty() ? 0 : legendLine * static_cast<double>(legend.size()) + measure::margin);
   SvgWriter head;

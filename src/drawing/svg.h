@@ -27,7 +27,7 @@ struct SvgAttribute {
 
 using SvgAttributes = std::initializer_list<SvgAttribute>;
 
-/// Writes elements one behind the other, a line each.
+/// Writes elements one after the other, a line each.
 class SvgWriter {
  public:
   void open(std::string_view element, SvgAttributes attributes = {});
@@ -37,7 +37,7 @@ class SvgWriter {
   /// An element with this text; the text is escaped.
   void text(std::string_view element, SvgAttributes attributes, std::string_view content);
 
-  /// What was written so far.
+  /// What has been written so far.
   const std::string& markup() const { return markup_; }
 
  private:

@@ -12,16 +12,16 @@ bool isDigit(char c) {
 bool isLetter(char c) {
   return c >= 'A' && c <= 'Z';
 }
-bool isNameSign(char c) {
+bool isNameCharacter(char c) {
   return isLetter(c) || c == '-' || c == '$' || c == '_';
 }
 
-std::string capitalName(Host& host, const std::string& path) {
-  return withoutPath(host.upperCase(path));
+std::string upperCaseName(Machine& machine, const std::string& path) {
+  return withoutPath(machine.upperCase(path));
 }
 
-std::string stem(Host& host, const std::string& path) {
-  const std::string name = capitalName(host, path);
+std::string stem(Machine& machine, const std::string& path) {
+  const std::string name = upperCaseName(machine, path);
   return name.substr(0, name.find('.'));
 }
 
@@ -43,14 +43,14 @@ std::string withoutPath(const std::string& path) {
   return path.substr(path.rfind('\\') + 1);
 }
 
-std::optional<std::string> withoutLastCharacters(Host& host, const std::string& text, std::size_t count) {
-  const std::size_t all = host.characterCount(text);
+std::optional<std::string> withoutLastCharacters(Machine& machine, const std::string& text, std::size_t count) {
+  const std::size_t all = machine.characterCount(text);
   if (all < count) {
     return std::nullopt;
   }
   // A character cut in two would count as one or more, so the longest part that fits ends between two characters.
   std::string part = text;
-  while (host.characterCount(part) > all - count) {
+  while (machine.characterCount(part) > all - count) {
     part.pop_back();
   }
   return part;
@@ -60,8 +60,8 @@ std::string justPath(const std::string& path) {
   return path.substr(0, path.rfind('\\') + 1);
 }
 
-std::int16_t IsGroupOfDigits(Host& host, const std::string& path) {
-  const std::string name = capitalName(host, path);
+std::int16_t IsGroupOfDigits(Machine& machine, const std::string& path) {
+  const std::string name = upperCaseName(machine, path);
   std::string_view rest = name;
   rest.remove_prefix(std::min<std::size_t>(1, rest.size()));
   rest.remove_prefix(leading(rest, isDigit));
@@ -69,27 +69,27 @@ std::int16_t IsGroupOfDigits(Host& host, const std::string& path) {
   return rest.empty() ? 1 : 2;
 }
 
-std::string extractPartName(Host& host, const std::string& path) {
-  const std::string s = stem(host, path);
+std::string extractPartName(Machine& machine, const std::string& path) {
+  const std::string s = stem(machine, path);
   std::size_t digits = leading(s, isDigit);
-  if (digits > 0 && IsGroupOfDigits(host, s) != 2) {
+  if (digits > 0 && IsGroupOfDigits(machine, s) != 2) {
     digits = 0;
   }
-  return s.substr(0, digits + leading(std::string_view(s).substr(digits), isNameSign));
+  return s.substr(0, digits + leading(std::string_view(s).substr(digits), isNameCharacter));
 }
 
-std::string extractPartNumb(Host& host, const std::string& path) {
-  std::string s = stem(host, path);
+std::string extractPartNumb(Machine& machine, const std::string& path) {
+  std::string s = stem(machine, path);
   s.resize(s.size() - trailing(s, isLetter).size());
   return trailing(s, isDigit);
 }
 
-std::string extractPartPage(Host& host, const std::string& path) {
-  return trailing(stem(host, path), isLetter);
+std::string extractPartPage(Machine& machine, const std::string& path) {
+  return trailing(stem(machine, path), isLetter);
 }
 
-std::string extractPartSuff(Host& host, const std::string& path) {
-  const std::string name = capitalName(host, path);
+std::string extractPartSuff(Machine& machine, const std::string& path) {
+  const std::string name = upperCaseName(machine, path);
   const std::size_t period = name.find('.');
   return period == std::string::npos ? "" : name.substr(period);
 }

@@ -4,16 +4,16 @@
 
 namespace kiv {
 
-std::unique_ptr<InputFile> openExisting(Host& host, const std::string& filename) {
-  return filename.find("\\\\") == std::string::npos ? host.openInput(filename) : nullptr;
+std::unique_ptr<InputFile> openExisting(Files& files, const std::string& filename) {
+  return filename.find("\\\\") == std::string::npos ? files.openInput(filename) : nullptr;
 }
 
-bool FileExists(Host& host, const std::string& filename) {
-  return openExisting(host, filename) != nullptr;
+bool FileExists(Files& files, const std::string& filename) {
+  return openExisting(files, filename) != nullptr;
 }
 
-void ViewFile(Host& host, const std::string& s) {
-  if (!host.showText(s)) {
+void ViewFile(const Host& host, const std::string& s) {
+  if (!host.user.showText(s)) {
     ExecCmd(host, "Notepad " + s);
   }
 }

@@ -8,14 +8,13 @@
 namespace kiv {
 
 /// The file, open for reading; null where FileExists is false.
-std::unique_ptr<InputFile> openExisting(Host& host, const std::string& filename);
+std::unique_ptr<InputFile> openExisting(Files& files, const std::string& filename);
 
 /// True when the file can be opened for reading. False, without a look at the disk, for a name that holds two
 /// backslashes in a row: network paths are refused.
-bool FileExists(Host& host, const std::string& filename);
+bool FileExists(Files& files, const std::string& filename);
 
-/// Shows a text file and returns when the person is done with it. The viewer is Notepad, where the host has none of
-/// its own.
-void ViewFile(Host& host, const std::string& s);
+/// Shows a text file and returns when the user has closed it. The viewer is Notepad, where the user interface has none.
+void ViewFile(const Host& host, const std::string& s);
 
 }  // namespace kiv

@@ -15,7 +15,7 @@ struct NamesTable {
   std::vector<std::string> nameList;
   /// The folder of the first name, with its backslash. Kept from load to load.
   std::string firstPrefix;
-  /// True once a load has ended well with a name in the table; nothing makes it false again.
+  /// True once a load has succeeded with a name in the table; nothing makes it false again.
   bool namesValid = false;
 
   /// Name i, from 1 to nameCount.
@@ -23,10 +23,10 @@ struct NamesTable {
 };
 
 /// Rebuilds the table from the names file. A file that lists what cannot be used is reported, shown, deleted, and
-/// leaves the table empty; one that cannot be opened leaves it empty without a word.
-void LoadNamesTable(Host& host, const std::string& namesFile, NamesTable& names);
+/// leaves the table empty; one that cannot be opened leaves it empty silently.
+void LoadNamesTable(const Host& host, const std::string& namesFile, NamesTable& names);
 
 /// The button "View names": shows the names file and ends the program.
-[[noreturn]] void cmdViewNames_Click(Host& host, const std::string& namesFile);
+[[noreturn]] void cmdViewNames_Click(const Host& host, const std::string& namesFile);
 
 }  // namespace kiv

@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "base/number.h"
+#include "messages/page_messages.h"
+#include "messages/run_time_errors.h"
 
 namespace kiv {
 namespace {
@@ -33,7 +35,7 @@ std::string asText(const Value& value) {
   return text != nullptr ? *text : generalNumber(asFloat(value));
 }
 
-void store(Host& host, const CellRef& cell, const Value& value) {
+void store(const CellRef& cell, const Value& value) {
   if (auto* const* text = std::get_if<std::string*>(&cell)) {
     **text = asText(value);
   } else if (auto* const* number = std::get_if<float*>(&cell)) {
@@ -43,7 +45,7 @@ void store(Host& host, const CellRef& cell, const Value& value) {
   } else {
     const auto whole = toInt16(asFloat(value));
     if (!whole) {
-      host.runTimeError(RunTimeError::overflow, "exch");
+      endProgram(messages::overflowIn("exch"));
     }
     *std::get<std::int16_t*>(cell) = *whole;
   }
@@ -51,21 +53,21 @@ void store(Host& host, const CellRef& cell, const Value& value) {
 
 }  // namespace
 
-void exch(Host& host, CellRef a, CellRef b) {
+void exch(User& user, CellRef a, CellRef b) {
   if (a.index() == b.index() && !std::holds_alternative<bool*>(a)) {
     std::visit([&](auto* cell) { std::swap(*cell, *std::get<decltype(cell)>(b)); }, a);
     return;
   }
   if (a.index() != b.index()) {
-    host.message(Icon::none, "Programming error 1 in exch", Buttons::ok);
+    user.show(messages::exchangeOfDifferentKinds());
   }
   if (std::holds_alternative<bool*>(a)) {
-    host.message(Icon::none, "Programming error 2 in exch", Buttons::ok);
+    user.show(messages::exchangeOfUnknownKind());
     return;
   }
   const Value kept = valueOf(a);
-  store(host, a, valueOf(b));
-  store(host, b, kept);
+  store(a, valueOf(b));
+  store(b, kept);
 }
 
 }  // namespace kiv

@@ -2,50 +2,82 @@
 
 #include <algorithm>
 #include <numeric>
-#include <vector>
+#include <utility>
 
 #include "base/number.h"
+#include "messages/page_messages.h"
+#include "messages/run_time_errors.h"
 
 namespace kiv {
 namespace {
 
-constexpr std::size_t usualItems = 512;
+constexpr std::size_t initialItems = 512;
 
 }  // namespace
 
-ItemTable::ItemTable() : items_(usualItems), places_(itemLimit + 2) {
-  std::iota(places_.begin(), places_.end(), std::int16_t{0});
+ItemTable::ItemTable() : items_(initialItems), sources_(initialItems), indices_(itemLimit + 2) {
+  std::iota(indices_.begin(), indices_.end(), std::int16_t{0});
 }
 
-void ItemTable::makeRoom(Host& host) {
-  if (itemCount_ == itemLimit) {
-    host.fatal("MUS file too big for operation. Hit OK to terminate.");
+void ItemTable::clear() {
+  itemCount_ = 0;
+  fileCount_ = 0;
+}
+
+void ItemTable::beginFile(const std::string& name) {
+  if (fileCount_ > 0 && file() == name) {
+    return;
   }
-  items_.resize(std::min(2 * items_.size(), places_.size()));
+  if (static_cast<std::size_t>(fileCount_) == files_.size()) {
+    files_.push_back(name);
+  } else {
+    files_[static_cast<std::size_t>(fileCount_)] = name;
+  }
+  ++fileCount_;
+}
+
+const std::string& ItemTable::file() const {
+  static const std::string none;
+  return fileCount_ == 0 ? none : files_[static_cast<std::size_t>(fileCount_ - 1)];
+}
+
+Location ItemTable::location(int i) const {
+  const Source source = sources_[index(i)];
+  Location location;
+  location.file = source.file == 0 ? std::string() : files_[static_cast<std::size_t>(source.file - 1)];
+  location.item = source.number;
+  return location;
+}
+
+void ItemTable::sortByOrigin(std::vector<int>& rows) const {
+  const auto origin = [this](int row) {
+    const Source& source = sources_[index(row)];
+    return std::pair(source.file, source.number);
+  };
+  std::ranges::stable_sort(rows, {}, origin);
+}
+
+void ItemTable::grow() {
+  if (itemCount_ == itemLimit) {
+    endProgram(messages::tooManyItems(file()));
+  }
+  items_.resize(std::min(2 * items_.size(), indices_.size()));
+  sources_.resize(items_.size());
 }
 
 void ItemTable::reorder(const std::vector<std::int16_t>& order) {
-  struct NewRow {
-    std::int16_t place;
-    float par0;  // is no part of what is put in order
-  };
-  std::vector<NewRow> rows;
-  rows.reserve(order.size());
-  for (const std::int16_t source : order) {
-    const auto i = static_cast<int>(rows.size()) + 1;
-    rows.push_back({static_cast<std::int16_t>(place(source)), itemPar(i, 0)});
+  std::vector<std::int16_t> indices;
+  indices.reserve(order.size());
+  for (const std::int16_t row : order) {
+    indices.push_back(indices_[static_cast<std::size_t>(row)]);
   }
-  std::size_t i = 0;
-  for (const NewRow& fresh : rows) {
-    places_[++i] = fresh.place;
-    items_[static_cast<std::size_t>(fresh.place)].par[0] = fresh.par0;
-  }
+  std::ranges::copy(indices, indices_.begin() + 1);
 }
 
 std::vector<int> staffRows(const ItemTable& table) {
-  constexpr std::size_t usual = 32;
+  constexpr std::size_t typicalCount = 32;
   std::vector<int> rows;
-  rows.reserve(usual);
+  rows.reserve(typicalCount);
   for (int i = 1; i <= table.itemCount(); ++i) {
     if (isStaff(table, i)) {
       rows.push_back(i);
@@ -54,10 +86,10 @@ std::vector<int> staffRows(const ItemTable& table) {
   return rows;
 }
 
-std::int16_t wholePar(Host& host, const std::string& musFileName, const ItemTable& table, int i, int p) {
+std::int16_t wholePar(const ItemTable& table, int i, int p) {
   const auto whole = toInt16(table.itemPar(i, p));
   if (!whole) {
-    host.runTimeError(RunTimeError::overflow, musFileName + ", item " + std::to_string(i));
+    endProgram(messages::overflow(table.location(i)));
   }
   return *whole;
 }

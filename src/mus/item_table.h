@@ -1,22 +1,13 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
 
-#include "mus/format.h"
-#include "platform/host.h"
+#include "messages/message.h"
+#include "mus/item.h"
 
 namespace kiv {
-
-/// One item: its parameters P1 .. P20 and its text. A parameter that the item does not have is 0.
-struct Item {
-  std::array<float, parameterCount + 1> par{};  ///< par[p] is Pp; par[0] is never used
-  std::string text;
-
-  bool operator==(const Item&) const = default;
-};
 
 /// The items of one page, numbered from 1 to itemCount(), at most 5000.
 ///
@@ -28,53 +19,78 @@ class ItemTable {
 
   std::int16_t itemCount() const { return itemCount_; }
 
-  /// Starts the table afresh without touching its rows.
-  void restart() { itemCount_ = 0; }
+  /// Forgets the items and their files without touching the rows.
+  void clear();
+  /// Items added from now on come from this page file.
+  void beginFile(const std::string& name);
+  /// The page file that was begun last; "" when there was none.
+  const std::string& file() const;
 
   /// Item i. The reference holds until another item is added or the rows are put in order.
-  const Item& item(int i) const { return items_[place(i)]; }
-  Item& item(int i) { return items_[place(i)]; }
+  const Item& item(int i) const { return items_[index(i)]; }
+  Item& item(int i) { return items_[index(i)]; }
 
-  /// Parameter p (1 .. 20) of item i, which may be the row behind the last one.
-  float itemPar(int i, int p) const { return item(i).par[static_cast<std::size_t>(p)]; }
-  float& itemPar(int i, int p) { return item(i).par[static_cast<std::size_t>(p)]; }
+  /// Parameter p (1 .. 20) of item i, which may be the row after the last one.
+  float itemPar(int i, int p) const { return item(i)[p]; }
+  float& itemPar(int i, int p) { return item(i)[p]; }
+  ItemType type(int i) const { return item(i).type(); }
 
   const std::string& itemText(int i) const { return item(i).text; }
   std::string& itemText(int i) { return item(i).text; }
 
-  /// Appends P1 .. P20 and the text. The 5001st item ends the program.
-  void store_item(Host& host, const Item& item) { newItem(host) = item; }
-  /// The same for an item that is made in its place: the caller overwrites all that the row holds, and knows no other
-  /// row by reference.
-  Item& newItem(Host& host) {
+  /// Where item i comes from: its page file, and its number there, 0 for an item that no file has. Rows may be in
+  /// another order than the files, and come from several of them.
+  Location location(int i) const;
+  /// Puts rows in the order in which their files were begun and, within a file, of their numbers there.
+  void sortByOrigin(std::vector<int>& rows) const;
+  /// Whether two items come from the same file.
+  bool haveOneFile(int i, int j) const { return sources_[index(i)].file == sources_[index(j)].file; }
+
+  /// Appends an item that no file has. The 5001st item ends the program.
+  void store_item(const Item& item) { newItem(0) = item; }
+  /// Appends an item, whose number in the file begun last is given. The caller overwrites all that the row holds, and
+  /// has no reference to another row.
+  Item& newItem(std::int16_t numberInFile) {
     if (static_cast<std::size_t>(itemCount_) + 2 == items_.size()) {
-      makeRoom(host);
+      grow();
     }
-    return item(++itemCount_);
+    const std::size_t i = index(++itemCount_);
+    sources_[i] = {fileCount_, numberInFile};
+    return items_[i];
   }
 
-  /// Puts the rows 1 .. itemCount() in the order given: P1 .. P20 and the text of row i become what row order[i - 1]
-  /// held. References to rows name other rows from then on.
+  /// Puts the rows 1 .. itemCount() in the order given: row i becomes what row order[i - 1] was. References to rows
+  /// name other rows from then on.
   void reorder(const std::vector<std::int16_t>& order);
 
  private:
-  void makeRoom(Host& host);
-  std::size_t place(int i) const { return static_cast<std::size_t>(places_[static_cast<std::size_t>(i)]); }
+  /// Where an item comes from: files_[file - 1], and its number there.
+  struct Source {
+    std::int32_t file = 0;
+    std::int16_t number = 0;
+  };
+
+  void grow();
+  std::size_t index(int i) const { return static_cast<std::size_t>(indices_[static_cast<std::size_t>(i)]); }
 
   std::int16_t itemCount_ = 0;
-  std::vector<Item> items_;           // more than itemCount_ + 1 of them, the first one of no row
-  std::vector<std::int16_t> places_;  // of the rows among items_: putting them in order moves no item
+  std::vector<Item> items_;            // more than itemCount_ + 1 of them; the first one belongs to no row
+  std::vector<Source> sources_;        // of items_
+  std::vector<std::int16_t> indices_;  // of the rows in items_: putting them in order moves no item
+  std::vector<std::string> files_;     // reused by later pages
+  std::int32_t fileCount_ = 0;         // of files_, those of this page
 };
 
 /// Whether item i is a staff item.
 inline bool isStaff(const ItemTable& table, int i) {
-  return table.itemPar(i, par::type) == type::staff;
+  return table.type(i) == ItemType::staff;
 }
 
 /// The rows of all staff items, in table order.
 std::vector<int> staffRows(const ItemTable& table);
 
-/// Parameter p of item i as a 16-bit integer. One that does not fit ends the program; the message names the file.
-std::int16_t wholePar(Host& host, const std::string& musFileName, const ItemTable& table, int i, int p);
+/// Parameter p of item i as a 16-bit integer. One that does not fit ends the program; the message names the item in
+/// its file.
+std::int16_t wholePar(const ItemTable& table, int i, int p);
 
 }  // namespace kiv

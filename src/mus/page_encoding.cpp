@@ -14,14 +14,14 @@ constexpr std::size_t shortestText = 24;
 
 }  // namespace
 
-std::size_t shortestTextOf(float type) {
-  if (type == type::shortText) {
+std::size_t shortestTextOf(ItemType type) {
+  if (type == ItemType::shortText) {
     return shortestShortText;
   }
-  return type == type::text ? shortestText : 0;
+  return type == ItemType::text ? shortestText : 0;
 }
 
-std::string padded(float type, std::string_view text) {
+std::string padded(ItemType type, std::string_view text) {
   const std::size_t size = std::max(text.size(), shortestTextOf(type));
   std::string result(text);
   result.resize((size + bytesPerWord - 1) / bytesPerWord * bytesPerWord, ' ');

@@ -64,11 +64,12 @@ ReadStatus PageWalker::findOtherItem() {
   if (!findLength()) {
     return ReadStatus::structuralError;
   }
-  type_ = read_word();
-  if (!(type_ >= type::lowest && type_ <= type::highest)) {
+  const float type = read_word();
+  type_ = ItemType(type);
+  if (!(type >= lowestItemType && type <= highestItemType)) {
     return ReadStatus::structuralError;
   }
-  hasText_ = isTextType(type_);
+  hasText_ = type_.hasText();
   return hasText_ ? findTextItem() : findPlainItem();
 }
 
@@ -92,7 +93,7 @@ ReadStatus PageWalker::findPlainItem() {
   if (itemLength_ <= parameterCount) {
     return takeParameters(itemLength_) ? ReadStatus::itemRead : ReadStatus::structuralError;
   }
-  // The parameter that finds no place is read before it is missed: a file that ends sooner is a broken one.
+  // The parameter that does not fit is read before it is refused: a file that ends sooner is broken.
   return takeParameters(parameterCount + 1) ? ReadStatus::tooManyParameters : ReadStatus::structuralError;
 }
 
@@ -100,12 +101,12 @@ ReadStatus PageWalker::findTextItem() {
   if (itemLength_ <= textHeadWords || !takeParameters(itemLength_)) {
     return ReadStatus::structuralError;
   }
-  keptParameters_ = type_ == type::text ? textHeadWords : textHeadWords - 1;
+  keptParameters_ = type_ == ItemType::text ? textHeadWords : textHeadWords - 1;
   return textLengthFits() ? ReadStatus::itemRead : ReadStatus::structuralError;
 }
 
 bool PageWalker::textLengthFits() const {
-  return type_ != type::countedText || toInt32(par(par::textLength)).value_or(-1) >= 0;
+  return type_ != ItemType::countedText || toInt32(par(par::textLength)).value_or(-1) >= 0;
 }
 
 float PageWalker::storedPar(int p) const {
@@ -119,19 +120,19 @@ std::string_view PageWalker::chunks() const {
 
 void decodeItem(std::string_view file, const ItemBytes& place, Item& item) {
   const auto kept = static_cast<std::size_t>(place.kept);
-  const std::span<float> parameters = std::span(item.par).subspan(1);
+  const std::span<float> parameters = item.parameters();
   ByteCursor::copyFloats(file, place.parameters, parameters.first(kept));
   std::ranges::fill(parameters.subspan(kept), 0.0F);
-  const float type = item.par[par::type];
-  if (!isTextType(type)) {
+  const ItemType type = item.type();
+  if (!type.hasText()) {
     item.text.clear();
     return;
   }
   std::string_view text = chunksOf(file, place);
-  if (type == type::shortText) {
+  if (type == ItemType::shortText) {
     text = text.substr(0, shortTextCharacters);
-  } else if (type == type::countedText) {
-    text = text.substr(0, static_cast<std::size_t>(toInt32(item.par[par::textLength]).value_or(0)));
+  } else if (type == ItemType::countedText) {
+    text = text.substr(0, static_cast<std::size_t>(toInt32(item[par::textLength]).value_or(0)));
   }
   item.text = text;
 }

@@ -18,10 +18,10 @@ enum class ReadStatus : std::int16_t {
   tooManyParameters = 3,  ///< an item without text that has more than 20
 };
 
-/// Where an item lies among the bytes of a page, and how much of it the reader keeps.
+/// The position of an item in the bytes of a page, and how much of it the reader keeps.
 struct ItemBytes {
   std::uint32_t parameters = 0;  ///< offset of P1
-  std::int16_t length = 0;       ///< words behind the length word
+  std::int16_t length = 0;       ///< words after the length word
   std::int16_t kept = 0;         ///< parameters that are kept
 };
 
@@ -34,14 +34,14 @@ void decodeItem(std::string_view file, const ItemBytes& place, Item& item);
 class PageWalker {
  public:
   PageWalker() = default;
-  /// Starts before the first item. Bytes that hold no whole header make the first step a structural error.
+  /// Starts before the first item. Without a complete header, the first step is a structural error.
   explicit PageWalker(std::string_view file);
 
   /// Finds the next item, or the end.
   ReadStatus findItem() { return findCommonItem() ? ReadStatus::itemRead : findOtherItem(); }
 
-  /// Walks on as long as the items are of these types, without text, all there and in order. It leaves no item found.
-  void passOver(TypeSet types);
+  /// Skips items as long as they are of these types, without text, complete and valid. It leaves no item found.
+  void skipItems(TypeSet types);
 
   std::int16_t fileWords() const { return fileWords_; }
   /// Words consumed since the header. The single bytes of the trailer number do not count.
@@ -57,7 +57,7 @@ class PageWalker {
   /// The length word as it stands in the file; itemLength() is it as a whole number.
   float lengthWord() const { return lengthWord_; }
   std::int16_t itemLength() const { return itemLength_; }
-  float type() const { return type_; }
+  ItemType type() const { return type_; }
   bool hasText() const { return hasText_; }
   /// Parameter p (1 .. 20) as it stands in the file, P13 of every text item included; 0 beyond the item's end.
   float storedPar(int p) const;
@@ -98,7 +98,7 @@ class PageWalker {
   std::size_t itemOffset_ = 0;
   float lengthWord_ = 0;
   std::int16_t itemLength_ = 0;
-  float type_ = 0;
+  ItemType type_{0};
   bool hasText_ = false;
   int keptParameters_ = 0;
   std::size_t parameters_ = 0;  // offset of P1
@@ -107,8 +107,8 @@ class PageWalker {
   std::string unitText_;
 };
 
-inline void PageWalker::passOver(TypeSet types) {
-  // Numbers of its own, so that no step waits for what the step before it has stored.
+inline void PageWalker::skipItems(TypeSet types) {
+  // Local copies, so that no step waits for what the step before it has stored.
   std::size_t offset = cursor_.position();
   const std::size_t start = offset;
   const std::size_t end = offset + cursor_.left();
@@ -118,8 +118,8 @@ inline void PageWalker::passOver(TypeSet types) {
   while (offset < endOfItems && offset + 2 * bytesPerWord <= end) {
     const float length = ByteCursor::floatAt(file_, offset);
     const float type = ByteCursor::floatAt(file_, offset + bytesPerWord);
-    if (!(type >= type::lowest && type <= type::highest) || !(length >= 2 && length <= parameterCount) ||
-        !types.contains(type)) {
+    if (!(type >= lowestItemType && type <= highestItemType) || !(length >= 2 && length <= parameterCount) ||
+        !types.contains(ItemType(type))) {
       break;
     }
     const auto whole = static_cast<std::int32_t>(length);
@@ -140,27 +140,27 @@ inline void PageWalker::passOver(TypeSet types) {
   itemsInFile_ = items;
 }
 
-/// Finds an item without text that is all there and in order, as nearly all are, and touches no more of it than two
-/// words. Returns false, with nothing done, for any other.
+/// The fast path: finds a complete and valid item without text, which nearly all are, and touches only two words of it.
+/// Returns false, with nothing done, for any other.
 inline bool PageWalker::findCommonItem() {
   if (fileWords_ - wordsRead_ <= trailerWords || cursor_.left() < 2 * bytesPerWord) {
     return false;
   }
   const float length = cursor_.floatAhead(0);
   const float type = cursor_.floatAhead(bytesPerWord);
-  if (!(type >= type::lowest && type <= type::highest) || !(length >= 2 && length <= parameterCount)) {
+  if (!(type >= lowestItemType && type <= highestItemType) || !(length >= 2 && length <= parameterCount)) {
     return false;
   }
   const auto whole = static_cast<std::int32_t>(length);
   const std::size_t bytes = bytesPerWord * static_cast<std::size_t>(whole + 1);
-  if ((type >= type::shortText && isTextType(type)) || static_cast<float>(whole) != length || cursor_.left() < bytes) {
+  if (ItemType(type).hasText() || static_cast<float>(whole) != length || cursor_.left() < bytes) {
     return false;
   }
   ++itemsInFile_;
   itemOffset_ = cursor_.position();
   lengthWord_ = length;
   itemLength_ = static_cast<std::int16_t>(whole);
-  type_ = type;
+  type_ = ItemType(type);
   hasText_ = false;
   keptParameters_ = whole;
   parameters_ = itemOffset_ + bytesPerWord;

@@ -1,39 +1,40 @@
 #include "mus/reader.h"
 
+#include "messages/page_messages.h"
+
 namespace kiv {
 
-void MusReader::openMUSfile(Host& host, const std::string& musFileName) {
-  openMUSfile(musFileName, host.openInput(musFileName));
+void MusReader::openMUSfile(Files& files, const std::string& musFileName) {
+  openMUSfile(musFileName, files.openInput(musFileName));
 }
 
 void MusReader::openMUSfile(const std::string& musFileName, std::unique_ptr<InputFile> file) {
   musFileName_ = musFileName;
-  page_ = PageWalker(file ? room_.read(*file, readableBytes).value_or("") : "");
+  page_ = PageWalker(file ? buffer_.read(*file, readableBytes).value_or("") : "");
 }
 
-std::string MusReader::place() const {
-  return musFileName_ + ", item " + std::to_string(page_.itemsInFile());
+Location MusReader::location() const {
+  Location location;
+  location.file = musFileName_;
+  location.item = page_.itemsInFile();
+  return location;
 }
 
-void refusePage(Host& host, const std::string& musFileName, int itemNumber) {
-  host.fatal("Structural error in MUS file: " + musFileName +
-             "\r\nTry to recover with KivValid/KivRecover.\r\nCurrent folder = " + host.currentFolder() +
-             "\r\nItem number = " + std::to_string(itemNumber));
-}
-
-void readFile(Host& host, const std::string& musFileName, ItemTable& table) {
-  table.restart();
+void readFile(Files& files, const std::string& musFileName, ItemTable& table) {
+  table.clear();
+  table.beginFile(musFileName);
   MusReader reader;
-  reader.openMUSfile(host, musFileName);
+  reader.openMUSfile(files, musFileName);
   while (true) {
-    const ReadStatus readStatus = reader.readItem(host);
+    const ReadStatus readStatus = reader.readItem();
+    const std::int16_t number = reader.page().itemsInFile();
     if (readStatus == ReadStatus::structuralError) {
-      host.fatal("Structural error in MUS file. Try to recover with KivValid/KivRecover.");
+      endProgram(messages::structuralErrorInSort(musFileName, number));
     }
     if (readStatus == ReadStatus::endOfItems) {
       return;
     }
-    reader.page().decode(table.newItem(host));
+    reader.page().decode(table.newItem(number));
   }
 }
 

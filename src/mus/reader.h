@@ -3,10 +3,11 @@
 #include <memory>
 #include <string>
 
+#include "messages/run_time_errors.h"
 #include "mus/item_table.h"
 #include "mus/page_walker.h"
 #include "platform/file_buffer.h"
-#include "platform/host.h"
+#include "platform/files.h"
 
 namespace kiv {
 
@@ -15,39 +16,36 @@ class MusReader {
  public:
   /// Opens and reads the file. One that cannot be opened or is shorter than its header makes the first readItem a
   /// structural error.
-  void openMUSfile(Host& host, const std::string& musFileName);
+  void openMUSfile(Files& files, const std::string& musFileName);
   /// The same for a file that is open already, or null. It is closed when this returns.
   void openMUSfile(const std::string& musFileName, std::unique_ptr<InputFile> file);
 
   /// Finds the next item or the end. An item with more than 20 parameters ends the program, so that the status is
   /// never ReadStatus::tooManyParameters.
-  ReadStatus readItem(Host& host) {
+  ReadStatus readItem() {
     const ReadStatus status = page_.findItem();
     if (status == ReadStatus::tooManyParameters) {
-      host.runTimeError(RunTimeError::subscriptOutOfRange, place());
+      endProgram(messages::subscriptOutOfRange(location()));
     }
     return status;
   }
 
-  /// Leaves out the items of these types that come next and are in order.
-  void passOver(TypeSet types) { page_.passOver(types); }
+  /// Skips the valid items of these types that come next.
+  void skipItems(TypeSet types) { page_.skipItems(types); }
 
   /// The item that readItem found, and how far the walk has come.
   const PageWalker& page() const { return page_; }
 
-  /// "file, item number": what a run-time error during reading was about.
-  std::string place() const;
+  /// The file and the number of the item found last, or begun: what an error during reading is about.
+  Location location() const;
 
  private:
   std::string musFileName_;
-  FileRoom room_;
+  FileBuffer buffer_;
   PageWalker page_;
 };
 
-/// Ends the program over a page file whose item of this number is broken; 0 stands for the file's head.
-[[noreturn]] void refusePage(Host& host, const std::string& musFileName, int itemNumber);
-
-/// Loads the whole page file into the table, which is started afresh. A structural error ends the program.
-void readFile(Host& host, const std::string& musFileName, ItemTable& table);
+/// Loads the whole page file into the table, which is cleared first. A structural error ends the program.
+void readFile(Files& files, const std::string& musFileName, ItemTable& table);
 
 }  // namespace kiv

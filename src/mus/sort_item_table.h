@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "mus/item_table.h"
-#include "platform/host.h"
 
 namespace kiv {
 
@@ -27,11 +26,11 @@ inline bool outOfOrder(const SortKey& x, const SortKey& y) {
   return x.par4 > y.par4;
 }
 
-/// The rows (numbered from 1) in the order that exchanging neighbours in passes would give them, rows of equal keys
+/// The rows (numbered from 1) in the order that exchanging adjacent rows in passes would give them, rows of equal keys
 /// keeping theirs: O(n log n), and the passes themselves only where a NaN among the keys leaves no ordering.
-std::vector<std::int16_t> sortedRows(Host& host, const std::vector<SortKey>& keys);
+std::vector<std::int16_t> sortedRows(const std::vector<SortKey>& keys);
 
 /// Sorts the table by staff number descending, then position and P4 ascending.
-void sort_item_table(Host& host, ItemTable& table);
+void sort_item_table(ItemTable& table);
 
 }  // namespace kiv

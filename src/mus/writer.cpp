@@ -7,6 +7,8 @@
 
 #include "base/bytes.h"
 #include "base/number.h"
+#include "messages/page_messages.h"
+#include "messages/run_time_errors.h"
 #include "mus/page_encoding.h"
 
 namespace kiv {
@@ -14,8 +16,8 @@ namespace {
 
 constexpr int highestStaff = 32;
 
-std::string blankFilled(float type, std::string_view text) {
-  if (type == type::countedText) {
+std::string blankFilled(ItemType type, std::string_view text) {
+  if (type == ItemType::countedText) {
     return padded(type, text);
   }
   std::string filled(text);
@@ -23,11 +25,10 @@ std::string blankFilled(float type, std::string_view text) {
   return filled;
 }
 
-/// Writes items behind each other and counts their words.
+/// Writes one item after the other and counts their words.
 class PageEncoder {
  public:
-  PageEncoder(Host& host, const std::string& musFileName, std::string& content)
-      : host_(host), musFileName_(musFileName), content_(content) {
+  PageEncoder(const std::string& musFileName, std::string& content) : musFileName_(musFileName), content_(content) {
     content_.assign(headerBytes, '\0');
   }
 
@@ -37,60 +38,62 @@ class PageEncoder {
  private:
   void addText(Item& item);
   void addPlain(const Item& item);
-  void addWords(float length, const Item& item, std::size_t last);
-  void count(double words);
+  void addWords(float length, const Item& item, int last);
+  void addToCount(double words);
 
-  Host& host_;
   const std::string& musFileName_;
   std::string& content_;
   std::int16_t wordCount_ = 0;
 };
 
-void PageEncoder::count(double words) {
+void PageEncoder::addToCount(double words) {
   const auto sum = toInt16(wordCount_ + words);
   if (!sum) {
-    host_.runTimeError(RunTimeError::overflow, musFileName_);
+    endProgram(messages::overflow({.file = musFileName_}));
   }
   wordCount_ = *sum;
 }
 
-void PageEncoder::addWords(float length, const Item& item, std::size_t last) {
+void PageEncoder::addWords(float length, const Item& item, int last) {
   std::array<char, bytesPerWord*(parameterCount + 1)> words{};
   putWord(length, words.data());
-  for (std::size_t p = 1; p <= last; ++p) {
-    putWord(item.par[p], words.data() + bytesPerWord * p);
+  char* place = words.data();
+  for (int p = 1; p <= last; ++p) {
+    place += bytesPerWord;
+    putWord(item[p], place);
   }
-  content_.append(words.data(), bytesPerWord * (last + 1));
-  count(static_cast<double>(last + 1));
+  const int count = last + 1;
+  content_.append(words.data(), bytesPerWord * static_cast<std::size_t>(count));
+  addToCount(count);
 }
 
 void PageEncoder::add(Item& item) {
-  const float type = item.par[par::type];
-  if (type == type::staff) {
-    item.par[par::writtenAsZero] = 0;
+  const ItemType type = item.type();
+  if (type == ItemType::staff) {
+    item[par::writtenAsZero] = 0;
   }
-  if (isTextType(type)) {
+  if (type.hasText()) {
     addText(item);
-  } else if (type != type::deleted) {
+  } else if (type != ItemType::deleted) {
     addPlain(item);
   }
 }
 
 void PageEncoder::addText(Item& item) {
-  const float type = item.par[par::type];
-  if (type == type::countedText) {
-    item.par[par::textLength] = static_cast<float>(item.text.size());
+  const ItemType type = item.type();
+  if (type == ItemType::countedText) {
+    item[par::textLength] = static_cast<float>(item.text.size());
   }
   const std::string chunks = blankFilled(type, item.text);
   const double chunkCount = static_cast<double>(chunks.size()) / bytesPerWord;
   addWords(static_cast<float>(chunkCount + textHeadWords), item, textHeadWords);
   content_ += chunks;
-  count(chunkCount);
+  addToCount(chunkCount);
 }
 
 void PageEncoder::addPlain(const Item& item) {
-  std::size_t last = parameterCount;
-  while (item.par[last] == 0) {  // P2 is the number of a staff, and ends it at the latest
+  int last = parameterCount;
+  while (item[last] == 0) {  // P2 is the number of a staff, and ends it at the latest
     --last;
   }
   addWords(static_cast<float>(last), item, last);
@@ -98,7 +101,7 @@ void PageEncoder::addPlain(const Item& item) {
 
 void PageEncoder::finish() {
   content_ += standardTrailer();
-  count(trailerWords);
+  addToCount(trailerWords);
   const auto bits = static_cast<std::uint16_t>(wordCount_);
   content_[0] = static_cast<char>(bits & 0xFFU);
   content_[1] = static_cast<char>(bits >> 8U);
@@ -129,32 +132,21 @@ std::vector<std::int16_t> writtenRows(const ItemTable& table) {
 
 }  // namespace
 
-std::string encodePage(Host& host, const std::string& musFileName, ItemTable& table) {
-  std::string content;
-  encodePage(host, musFileName, table, content);
-  return content;
-}
-
-void encodePage(Host& host, const std::string& musFileName, ItemTable& table, std::string& room) {
-  PageEncoder encoder(host, musFileName, room);
+void encodePage(const std::string& musFileName, ItemTable& table, std::string& bytes) {
+  PageEncoder encoder(musFileName, bytes);
   for (const std::int16_t i : writtenRows(table)) {
     encoder.add(table.item(i));
   }
   encoder.finish();
 }
 
-void writeFile(Host& host, const std::string& musFileName, ItemTable& table) {
-  std::string room;
-  writeFile(host, musFileName, table, room);
-}
-
-void writeFile(Host& host, const std::string& musFileName, ItemTable& table, std::string& room) {
+void writeFile(Files& files, const std::string& musFileName, ItemTable& table, std::string& buffer) {
   if (table.itemCount() == 0) {
     return;
   }
-  encodePage(host, musFileName, table, room);
-  if (host.replaceFile(musFileName, room)) {
-    host.fatal("Open of output MUS file failed. Hit OK to terminate.");
+  encodePage(musFileName, table, buffer);
+  if (files.replaceFile(musFileName, buffer)) {
+    endProgram(messages::resultNotWritten(musFileName));
   }
 }
 

@@ -2,33 +2,33 @@
 
 #include <algorithm>
 
-#include "mus/format.h"
+#include "mus/item.h"
 
 namespace kiv {
 
 const std::vector<ItemWord>& itemWords() {
   static const std::vector<ItemWord> words = {
-      {"note", type::note, {{"height", par::height}, {"duration", par::duration}}},
+      {"note", ItemType::note, {{"height", par::height}, {"duration", par::duration}}},
       {"rest",
-       type::rest,
+       ItemType::rest,
        {{"height", par::height},
         {"kind", par::kind},
         {"form", par::restForm},
         {"duration", par::duration},
         {"cue", par::cuedInstrument}}},
-      {"clef", type::clef, {{"height", par::height}, {"kind", par::kind}}},
-      {"staff", type::staff, {{"size", par::size}, {"lines", par::lines}, {"instrument", par::instrument}}},
-      {"shorttext", type::shortText, {}},
-      {"barline", type::barline, {{"spans", par::spannedStaves}, {"kind", par::kind}}},
-      {"text", type::text, {}},
-      {"countedtext", type::countedText, {{"characters", par::textLength}}},
-      {"keysignature", type::keySignature, {{"key", par::key}, {"type", par::keyType}}},
-      {"timesignature", type::timeSignature, {{"upper", par::upperNumber}, {"lower", par::lowerNumber}}},
+      {"clef", ItemType::clef, {{"height", par::height}, {"kind", par::kind}}},
+      {"staff", ItemType::staff, {{"size", par::size}, {"lines", par::lines}, {"instrument", par::instrument}}},
+      {"shorttext", ItemType::shortText, {}},
+      {"barline", ItemType::barline, {{"spans", par::spannedStaves}, {"kind", par::kind}}},
+      {"text", ItemType::text, {}},
+      {"countedtext", ItemType::countedText, {{"characters", par::textLength}}},
+      {"keysignature", ItemType::keySignature, {{"key", par::key}, {"type", par::keyType}}},
+      {"timesignature", ItemType::timeSignature, {{"upper", par::upperNumber}, {"lower", par::lowerNumber}}},
   };
   return words;
 }
 
-const ItemWord* itemWordOf(float type) {
+const ItemWord* itemWordOf(ItemType type) {
   const auto& words = itemWords();
   const auto found = std::find_if(words.begin(), words.end(), [&](const ItemWord& w) { return w.type == type; });
   return found == words.end() ? nullptr : &*found;

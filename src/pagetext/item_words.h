@@ -3,6 +3,8 @@
 #include <string_view>
 #include <vector>
 
+#include "mus/item_type.h"
+
 namespace kiv {
 
 /// A word of the page text for one parameter of an item.
@@ -14,14 +16,14 @@ struct ParameterWord {
 /// A word of the page text for one type of item, and its words for parameters beyond P2 and P3.
 struct ItemWord {
   std::string_view word;
-  float type = 0;
+  ItemType type;
   std::vector<ParameterWord> parameters;
 };
 
 /// The words for the types that have one.
 const std::vector<ItemWord>& itemWords();
-/// Null when the type, or the word, is none of them.
-const ItemWord* itemWordOf(float type);
+/// Null when there is no word for the type, or no type of that word.
+const ItemWord* itemWordOf(ItemType type);
 const ItemWord* itemWordNamed(std::string_view word);
 
 }  // namespace kiv

@@ -33,10 +33,10 @@ int parameterOf(const ItemWord& item, const std::string& word, Words& words) {
   int p = 0;
   const auto end = word.data() + word.size();
   const bool general = word.starts_with('p') && std::from_chars(word.data() + 1, end, p).ptr == end;
-  const int last = isTextType(item.type) ? textHeadWords : parameterCount;
-  // P1 to P3 have their places at the beginning of the line.
+  const int last = item.type.hasText() ? textHeadWords : parameterCount;
+  // The line begins with P1 to P3.
   if (!general || p <= par::position || p > last) {
-    words.complain("\"" + word + "\" is no parameter of " + std::string(item.word));
+    words.fail("\"" + word + "\" is no parameter of " + std::string(item.word));
     return 0;
   }
   return p;
@@ -44,77 +44,80 @@ int parameterOf(const ItemWord& item, const std::string& word, Words& words) {
 
 ItemLine readNamedItem(const ItemWord& word, Words& words) {
   ItemLine line;
-  auto& par = line.item.par;
-  par[par::type] = word.type;
-  par[par::staff] = words.number("the staff");
-  if (words.take("\"at\"").text != "at") {
-    words.complain("after the staff comes \"at\" and the position");
+  Item& item = line.item;
+  item.setType(word.type);
+  item[par::staff] = words.number("the staff");
+  if (words.next("\"at\"").text != "at") {
+    words.fail("after the staff comes \"at\" and the position");
   }
-  par[par::position] = words.number("the position");
+  item[par::position] = words.number("the position");
   while (!words.empty()) {
-    const Token token = words.take("a word");
+    const Token token = words.next("a word");
     if (token.quoted) {
-      line.item.text = token.text;
+      item.text = token.text;
       line.hasText = true;
     } else if (token.text == "length") {
       line.length = words.number("length");
     } else {
       const int p = parameterOf(word, token.text, words);
-      par[static_cast<std::size_t>(p)] = words.number(token.text);
+      const float value = words.number(token.text);
+      if (p != 0) {
+        item[p] = value;
+      }
       line.hasTextLength = line.hasTextLength || p == par::textLength;
     }
   }
-  if (line.hasText != isTextType(word.type)) {
-    words.complain(std::string(word.word) + (line.hasText ? " carries no text" : " needs its text in quotes"));
+  if (line.hasText != word.type.hasText()) {
+    words.fail(std::string(word.word) + (line.hasText ? " carries no text" : " needs its text in quotes"));
   }
   return line;
 }
 
 /// The number of words that a length word stands for; 0 for one that no item can have.
-std::size_t wholeLength(float length) {
-  const auto whole = toInt16(length);
-  return whole && *whole > 0 ? static_cast<std::size_t>(*whole) : 0;
+int wholeLength(float length) {
+  return std::max<int>(toInt16(length).value_or(0), 0);
 }
 
-std::string parameterBytes(const Item& item, std::size_t count) {
+/// The parameters P1 to P(last).
+std::string parameterBytes(const Item& item, int last) {
   std::string bytes;
-  for (std::size_t p = 1; p <= count; ++p) {
-    bytes += wordBytes(item.par[p]);
+  for (int p = 1; p <= last; ++p) {
+    bytes += wordBytes(item[p]);
   }
   return bytes;
 }
 
 std::string textItemBytes(ItemLine line, Words& words) {
   Item& item = line.item;
-  if (item.par[par::type] == type::countedText && !line.hasTextLength) {
-    item.par[par::textLength] = static_cast<float>(item.text.size());
+  if (item.type() == ItemType::countedText && !line.hasTextLength) {
+    item[par::textLength] = static_cast<float>(item.text.size());
   }
-  std::string chunks = padded(item.par[par::type], item.text);
+  std::string chunks = padded(item.type(), item.text);
   const std::size_t chunkCount = chunks.size() / bytesPerWord;
   auto length = static_cast<float>(textHeadWords + chunkCount);
   if (line.length) {
     length = *line.length;
-    const std::size_t count = wholeLength(length);
-    const std::size_t room = count < textHeadWords ? 0 : bytesPerWord * (count - textHeadWords);
-    if (count < textHeadWords || item.text.size() > room) {
-      words.complain("the length " + exactNumber(length) + " leaves no room for the text");
+    const int chunkWords = wholeLength(length) - textHeadWords;
+    const std::size_t capacity = bytesPerWord * static_cast<std::size_t>(std::max(chunkWords, 0));
+    if (chunkWords < 0 || item.text.size() > capacity) {
+      words.fail("the length " + exactNumber(length) + " leaves no room for the text");
       return {};
     }
-    chunks.resize(room, ' ');
+    chunks.resize(capacity, ' ');
   }
   return wordBytes(length) + parameterBytes(item, textHeadWords) + chunks;
 }
 
 std::string plainItemBytes(const ItemLine& line, Words& words) {
-  std::size_t last = parameterCount;
-  while (last > par::staff && line.item.par[last] == 0) {
+  int last = parameterCount;
+  while (last > par::staff && line.item[last] == 0) {
     --last;
   }
   const float length = line.length.value_or(static_cast<float>(last));
-  const std::size_t count = wholeLength(length);
+  const int count = wholeLength(length);
   if (count < last || count > parameterCount) {
-    words.complain("the length " + exactNumber(length) + " does not fit an item whose last parameter is P" +
-                   std::to_string(last));
+    words.fail("the length " + exactNumber(length) + " does not fit an item whose last parameter is P" +
+               std::to_string(last));
     return {};
   }
   return wordBytes(length) + parameterBytes(line.item, count);
@@ -122,7 +125,7 @@ std::string plainItemBytes(const ItemLine& line, Words& words) {
 
 std::string generalItemBytes(Words& words) {
   std::string parameters;
-  std::size_t count = 0;
+  int count = 0;
   std::optional<float> length;
   while (!words.empty() && !length) {
     if (words.peek().text == "length") {
@@ -134,19 +137,19 @@ std::string generalItemBytes(Words& words) {
   }
   words.expectEnd();
   if (count == 0) {
-    words.complain("an item has at least its type");
+    words.fail("an item has at least its type");
   }
   if (length && wholeLength(*length) != count) {
-    words.complain("the length " + exactNumber(*length) + " does not fit " + std::to_string(count) + " parameters");
+    words.fail("the length " + exactNumber(*length) + " does not fit " + std::to_string(count) + " parameters");
   }
   return wordBytes(length.value_or(static_cast<float>(count))) + parameters;
 }
 
-/// Puts the lines of a page together.
+/// Builds the page line by line.
 class PageBuilder {
  public:
-  void addLine(std::string_view line, Complaint& complaint);
-  std::string finish(Complaint& complaint);
+  void addLine(std::string_view line, LineError& error);
+  std::string finish(LineError& error);
 
  private:
   void addWords(Words& words);
@@ -155,15 +158,15 @@ class PageBuilder {
   std::string content_;
   std::optional<std::int16_t> header_;
   bool headless_ = false;
-  bool ended_ = false;  // the text says itself how the page ends
+  bool ended_ = false;  // the text itself gives the end of the page
 };
 
-void PageBuilder::addLine(std::string_view line, Complaint& complaint) {
+void PageBuilder::addLine(std::string_view line, LineError& error) {
   const std::size_t first = line.find_first_not_of(" \t");
   if (first == std::string_view::npos || line[first] == '*') {
     return;
   }
-  Words words(line, complaint);
+  Words words(line, error);
   const bool numbered = words.left() > 2 && words.peek(1).text.starts_with('@') &&
                         words.peek().text.find_first_not_of("0123456789") == std::string::npos;
   words.skip(numbered ? 2 : 0);
@@ -178,12 +181,12 @@ void PageBuilder::setHeader(Words& words) {
   }
   header_ = toInt16(words.number("the number of words"));
   if (!header_) {
-    words.complain("the number of words does not fit the header");
+    words.fail("the number of words does not fit the header");
   }
 }
 
 void PageBuilder::addWords(Words& words) {
-  const std::string word = words.take("a word").text;
+  const std::string word = words.next("a word").text;
   if (const ItemWord* item = itemWordNamed(word)) {
     ItemLine line = readNamedItem(*item, words);
     content_ += line.hasText ? textItemBytes(std::move(line), words) : plainItemBytes(line, words);
@@ -202,12 +205,12 @@ void PageBuilder::addWords(Words& words) {
     words.skip(none ? 1 : 0);
     content_ += none ? "" : standardTrailer();
   } else {
-    words.complain("unknown word \"" + word + "\"");
+    words.fail("unknown word \"" + word + "\"");
   }
   words.expectEnd();
 }
 
-std::string PageBuilder::finish(Complaint& complaint) {
+std::string PageBuilder::finish(LineError& error) {
   if (!ended_) {
     content_ += standardTrailer();
   }
@@ -218,8 +221,8 @@ std::string PageBuilder::finish(Complaint& complaint) {
     const std::size_t words = content_.size() / bytesPerWord;
     const auto count = toInt16(static_cast<double>(words));
     if (content_.size() % bytesPerWord != 0 || !count) {
-      complaint.make("the page is " + std::to_string(content_.size()) +
-                     " bytes long; without a line for its number of words it must be at most 32767 words of 4 bytes");
+      error.set("the page is " + std::to_string(content_.size()) +
+                " bytes long; without a line for its number of words it must be at most 32767 words of 4 bytes");
     }
     header_ = count.value_or(0);
   }
@@ -231,21 +234,21 @@ std::string PageBuilder::finish(Complaint& complaint) {
 
 std::variant<std::string, PageTextError> buildPage(std::string_view text) {
   PageBuilder builder;
-  Complaint complaint;
+  LineError error;
   int number = 0;
-  while (!text.empty() && !complaint.made()) {
+  while (!text.empty() && !error.isSet()) {
     ++number;
     const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
-    builder.addLine(text.substr(0, end), complaint);
+    builder.addLine(text.substr(0, end), error);
     text.remove_prefix(end);
     text.remove_prefix(text.starts_with("\r\n") ? 2 : std::min<std::size_t>(1, text.size()));
   }
-  if (complaint.made()) {
-    return PageTextError{number, complaint.reason()};
+  if (error.isSet()) {
+    return PageTextError{number, error.reason()};
   }
-  std::string file = builder.finish(complaint);
-  if (complaint.made()) {
-    return PageTextError{number, complaint.reason()};
+  std::string file = builder.finish(error);
+  if (error.isSet()) {
+    return PageTextError{number, error.reason()};
   }
   return file;
 }

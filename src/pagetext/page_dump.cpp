@@ -56,7 +56,7 @@ std::string_view withoutTrailingBlanks(std::string_view text) {
 /// The text as it is shown: without the blanks that building it adds again.
 std::string_view shownText(const PageWalker& page) {
   const std::string_view chunks = page.chunks();
-  if (page.type() != type::countedText) {
+  if (page.type() != ItemType::countedText) {
     return withoutTrailingBlanks(chunks);
   }
   const std::string_view text =
@@ -66,7 +66,7 @@ std::string_view shownText(const PageWalker& page) {
 
 bool isImplied(const PageWalker& page, int p, std::string_view text) {
   const float value = page.storedPar(p);
-  if (page.type() == type::countedText && p == par::textLength) {
+  if (page.type() == ItemType::countedText && p == par::textLength) {
     return sameBits(value, static_cast<float>(text.size()));
   }
   return isZero(value);
@@ -114,7 +114,7 @@ std::string itemLine(const PageWalker& page) {
   return word != nullptr ? namedItem(page, *word) : generalItem(page);
 }
 
-std::string place(int number, std::size_t offset) {
+std::string numberAndOffset(int number, std::size_t offset) {
   constexpr std::size_t numberWidth = 4;
   constexpr std::size_t offsetWidth = 7;
   std::string left = std::to_string(number);
@@ -141,16 +141,16 @@ std::string headerLine(std::string_view file, std::int16_t fileWords) {
     return "words none\n";
   }
   const std::size_t content = file.size() - headerBytes;
-  const bool natural = content % bytesPerWord == 0 && content / bytesPerWord == static_cast<std::size_t>(fileWords);
-  return natural ? "" : "words " + std::to_string(fileWords) + "\n";
+  const bool implied = content % bytesPerWord == 0 && content / bytesPerWord == static_cast<std::size_t>(fileWords);
+  return implied ? "" : "words " + std::to_string(fileWords) + "\n";
 }
 
-std::string endLines(std::string_view rest, const std::string& place) {
+std::string endLines(std::string_view rest, const std::string& prefix) {
   if (rest.empty()) {
     return "trailer none\n";
   }
   const std::string_view trailer = standardTrailer();
-  return rest.starts_with(trailer) ? place + "trailer\n" + byteLines(rest.substr(trailer.size())) : byteLines(rest);
+  return rest.starts_with(trailer) ? prefix + "trailer\n" + byteLines(rest.substr(trailer.size())) : byteLines(rest);
 }
 
 }  // namespace
@@ -162,13 +162,13 @@ std::string dumpPage(std::string_view file) {
   std::size_t at = page.position();
   ReadStatus status = page.findItem();
   while (status == ReadStatus::itemRead) {
-    items += place(++count, at) + itemLine(page) + "\n";
+    items += numberAndOffset(++count, at) + itemLine(page) + "\n";
     at = page.position();
     status = page.findItem();
   }
   std::string text = "* items: " + std::to_string(count) + ", words: " + std::to_string(page.fileWords()) + "\n" +
                      headerLine(file, page.fileWords()) + items;
-  const std::string end = place(count + 1, at);
+  const std::string end = numberAndOffset(count + 1, at);
   if (status != ReadStatus::endOfItems) {
     text += status == ReadStatus::structuralError ? "* structural error" : "* more than 20 parameters";
     text += " at item " + std::to_string(page.itemsInFile()) + ", byte " + std::to_string(at) +

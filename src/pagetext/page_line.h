@@ -7,15 +7,15 @@
 
 namespace kiv {
 
-/// The first thing that is wrong with a line; what goes wrong after it is its consequence.
-class Complaint {
+/// The first error of a line; those after it are its consequences.
+class LineError {
  public:
-  void make(std::string reason) {
+  void set(std::string reason) {
     if (reason_.empty()) {
       reason_ = std::move(reason);
     }
   }
-  bool made() const { return !reason_.empty(); }
+  bool isSet() const { return !reason_.empty(); }
   const std::string& reason() const { return reason_; }
 
  private:
@@ -28,30 +28,30 @@ struct Token {
   bool quoted = false;
 };
 
-/// Takes the words of one line from the front. Once there is a complaint, there are no more words.
+/// Reads the words of one line from the front. After the first error there are no more words.
 class Words {
  public:
-  /// Splits the line. The complaint must outlive the words.
-  Words(std::string_view line, Complaint& complaint);
+  /// Splits the line. The error must outlive the words.
+  Words(std::string_view line, LineError& error);
 
-  bool empty() const { return complaint_.made() || next_ == tokens_.size(); }
-  std::size_t left() const { return tokens_.size() - next_; }
-  const Token& peek(std::size_t ahead = 0) const { return tokens_[next_ + ahead]; }
-  /// The next word. A line that has none is complained of: what is missing.
-  Token take(std::string_view what);
-  /// The next word as a number; 0 with a complaint when it is none.
+  bool empty() const { return error_.isSet() || index_ == tokens_.size(); }
+  std::size_t left() const { return tokens_.size() - index_; }
+  const Token& peek(std::size_t ahead = 0) const { return tokens_[index_ + ahead]; }
+  /// The next word. It is an error when there is none; what names the word that is missing.
+  Token next(std::string_view what);
+  /// The next word as a number; 0 and an error when it is none.
   float number(std::string_view what);
-  /// The next word as a byte of two hexadecimal digits; 0 with a complaint when it is none.
+  /// The next word as a byte of two hexadecimal digits; 0 and an error when it is none.
   char byte();
-  void skip(std::size_t count) { next_ += count; }
-  /// Complains of words that are left.
+  void skip(std::size_t count) { index_ += count; }
+  /// It is an error when words are left.
   void expectEnd() const;
-  void complain(std::string reason) const { complaint_.make(std::move(reason)); }
+  void fail(std::string reason) const { error_.set(std::move(reason)); }
 
  private:
-  Complaint& complaint_;
+  LineError& error_;
   std::vector<Token> tokens_;
-  std::size_t next_ = 0;
+  std::size_t index_ = 0;  // of the next token
 };
 
 }  // namespace kiv

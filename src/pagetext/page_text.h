@@ -7,7 +7,7 @@
 namespace kiv {
 
 /// A page file as readable text, one item a line, each with its number and its byte offset. Any bytes can be shown:
-/// from a place on that is no item, they are listed as hexadecimal numbers. docs/page-text.md describes the text.
+/// from the first that are no item on, they are listed as hexadecimal numbers. docs/page-text.md describes the text.
 std::string dumpPage(std::string_view file);
 
 /// Where and why a text is no page.
@@ -18,7 +18,8 @@ struct PageTextError {
   bool operator==(const PageTextError&) const = default;
 };
 
-/// The bytes of the page file that the text describes. What dumpPage made gives the very bytes it was made of.
+/// The bytes of the page file that the text describes. The text that dumpPage gives for a file builds the same bytes
+/// again.
 std::variant<std::string, PageTextError> buildPage(std::string_view text);
 
 }  // namespace kiv

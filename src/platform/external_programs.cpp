@@ -4,6 +4,9 @@
 #include <array>
 #include <string_view>
 
+#include "messages/run_time_errors.h"
+#include "messages/shell_messages.h"
+
 namespace kiv {
 namespace {
 
@@ -17,10 +20,10 @@ WindowStyle windowStyleOf(std::string_view upperCommand) {
   constexpr std::array<std::string_view, 4> viewers = {"NOTEPAD.EXE", "WORDPAD.EXE", "WINHELP.EXE", "CLIPBRD.EXE"};
   const bool viewer =
       std::any_of(viewers.begin(), viewers.end(), [&](std::string_view name) { return contains(upperCommand, name); });
-  return viewer ? WindowStyle::maximised : WindowStyle::normal;
+  return viewer ? WindowStyle::maximized : WindowStyle::normal;
 }
 
-std::string behindLastBackslash(const std::string& path) {
+std::string afterLastBackslash(const std::string& path) {
   return path.substr(path.rfind('\\') + 1);
 }
 
@@ -32,62 +35,63 @@ std::optional<std::string> bareCommand(const std::string& cmd, const std::string
     return std::nullopt;
   }
   const std::size_t end = dot + program.size();
-  return behindLastBackslash(cmd.substr(0, end)) + cmd.substr(end);
+  return afterLastBackslash(cmd.substr(0, end)) + cmd.substr(end);
 }
 
 }  // namespace
 
-std::string GetProfileKey(Host& host, const std::string& key) {
-  return host.profileKey(key).substr(0, profileCharacters);
+std::string GetProfileKey(Machine& machine, const std::string& key) {
+  return machine.profileKey(key).substr(0, profileCharacters);
 }
 
-std::int32_t ExecCmd(Host& host, const std::string& cmdline) {
-  const bool notepad = contains(host.upperCase(cmdline), "NOTEPAD.EXE");
-  const std::int32_t result = host.runProcess(cmdline, notepad ? ShowState::maximised : ShowState::leftToTheSystem);
+std::int32_t ExecCmd(const Host& host, const std::string& cmdline) {
+  const bool notepad = contains(host.machine.upperCase(cmdline), "NOTEPAD.EXE");
+  const std::int32_t result =
+      host.programs.runProcess(cmdline, notepad ? ShowState::maximized : ShowState::leftToTheSystem);
   if (result == -1) {
-    host.inform("Some problem calling " + cmdline);
+    host.user.show(messages::programNotStarted(cmdline));
   }
   return result;
 }
 
-std::optional<ShellFailure> tryShellAndWait(Host& host, const std::string& cmd) {
-  const std::string upper = host.upperCase(cmd);
+std::optional<ShellFailure> tryShellAndWait(const Host& host, const std::string& cmd) {
+  const std::string upper = host.machine.upperCase(cmd);
   if (const auto command = bareCommand(cmd, upper)) {
-    return host.runInShell(*command, windowStyleOf(upper));
+    return host.programs.runInShell(*command, windowStyleOf(upper));
   }
   if (!contains(upper, ".BAT")) {
-    host.fatal("ShellAndWait error: " + cmd);
+    endProgram(messages::notACommand(cmd));
   }
   ExecCmd(host, cmd);
   return std::nullopt;
 }
 
-void ShellAndWait(Host& host, const std::string& cmd) {
+void ShellAndWait(const Host& host, const std::string& cmd) {
   if (const auto failure = tryShellAndWait(host, cmd)) {
-    host.runTimeError(failure->text, bareCommand(cmd, host.upperCase(cmd)).value_or(cmd));
+    endProgram(messages::platformFailure(failure->text, bareCommand(cmd, host.machine.upperCase(cmd)).value_or(cmd)));
   }
 }
 
-std::string GetShortName(Host& host, const std::string& path) {
-  return host.shortName(path).value_or(path);
+std::string GetShortName(Files& files, const std::string& path) {
+  return files.shortName(path).value_or(path);
 }
 
-std::string GetLongName(Host& host, const std::string& path) {
+std::string GetLongName(const Host& host, const std::string& path) {
   const std::size_t backslash = path.rfind('\\');
   if (backslash == std::string::npos) {
     return "";
   }
   const std::string folder = path.substr(0, backslash + 1);
   const std::string name = path.substr(backslash + 1);
-  for (const FolderEntry& entry : host.listFolder(folder)) {
+  for (const FolderEntry& entry : host.files.listFolder(folder)) {
     if (entry.name == "." || entry.name == "..") {
       continue;
     }
-    if (host.upperCase(entry.name) == "DIR.BAS") {
-      host.processEvents();
+    if (host.machine.upperCase(entry.name) == "DIR.BAS") {
+      host.user.processEvents();
     }
     std::string longName = folder + entry.name;
-    if (!entry.isFolder && host.upperCase(behindLastBackslash(GetShortName(host, longName))) == name) {
+    if (!entry.isFolder && host.machine.upperCase(afterLastBackslash(GetShortName(host.files, longName))) == name) {
       return longName;
     }
   }

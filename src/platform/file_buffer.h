@@ -4,20 +4,20 @@
 #include <string>
 #include <string_view>
 
-#include "platform/host.h"
+#include "platform/files.h"
 
 namespace kiv {
 
-/// Room for the content of one file after the other; it grows to the largest and is used again.
-class FileRoom {
+/// A buffer for the content of one file after the other; it grows to the largest and is reused.
+class FileBuffer {
  public:
-  /// What is left of a file, at most limit bytes of it, valid until the next call; nullopt when it cannot be read.
+  /// The rest of a file, at most limit bytes of it, valid until the next call; nullopt when it cannot be read.
   std::optional<std::string_view> read(InputFile& file, std::size_t limit = SIZE_MAX);
   /// The same for a whole file by its name; nullopt, too, when it cannot be opened.
-  std::optional<std::string_view> read(Host& host, const std::string& name, std::size_t limit = SIZE_MAX);
+  std::optional<std::string_view> read(Files& files, const std::string& name, std::size_t limit = SIZE_MAX);
 
  private:
-  std::string room_;
+  std::string buffer_;
 };
 
 }  // namespace kiv

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/host.h"
+#include "platform/files.h"
 
 namespace kiv {
 
@@ -15,11 +15,11 @@ class LineReader {
   /// Takes the file over; it must not be null.
   explicit LineReader(std::unique_ptr<InputFile> file);
 
-  /// The next line without its end, valid until the next call; nullopt after the last one. A file whose medium
-  /// fails ends where it fails.
+  /// The next line without its end, valid until the next call; nullopt after the last one. After an
+  /// I/O error the file ends where it failed.
   std::optional<std::string_view> next();
 
-  /// Whether it was the medium that ended the file.
+  /// Whether an I/O error ended the file.
   bool failed() const { return failed_; }
 
  private:
@@ -29,11 +29,11 @@ class LineReader {
   std::unique_ptr<InputFile> file_;  // null after its end
   bool failed_ = false;
   std::string buffer_;        // the bytes read last
-  std::size_t position_ = 0;  // of the first byte of buffer_ that no line has taken
-  // The next signs of either kind in buffer_, or its end; looked for again only once they lie behind.
+  std::size_t position_ = 0;  // of the first byte of buffer_ that is part of no line yet
+  // The next characters of either kind in buffer_, or its end; looked for again only once they are passed.
   std::size_t lineFeed_ = 0;
   std::size_t carriageReturn_ = 0;
-  std::string line_;  // a line that lies across two buffers
+  std::string line_;  // a line that spans two buffers
 };
 
 }  // namespace kiv

@@ -6,13 +6,13 @@
 
 namespace kiv {
 
-/// The button "Analyze": analyses the selected files, writes report and verdict, and shows what is wrong. With the
-/// panel's command line it then tells whether the input qualifies, which ends the program, or enables Convert.
+/// The button "Analyze": analyzes the selected files, writes report and verdict, and shows what is wrong. With the
+/// panel's command line it then shows whether the input qualifies, which ends the program, or enables Convert.
 /// Anything critical ends the program; what was written stays.
 void cmdRun_Click(KivSystem& program);
 
 /// What follows the result of an analysis in the panel. Convert becomes enabled; under any other judgement than that
-/// the input does not qualify, which no analysis gives today, the person is asked and the conversion starts at once.
+/// the input does not qualify, which no analysis gives today, the user is asked and the conversion starts at once.
 void offerConversion(KivSystem& program, std::string_view judgement);
 
 }  // namespace kiv

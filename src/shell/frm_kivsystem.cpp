@@ -28,8 +28,9 @@ void clicked(KivSystem& program, Control Panel::*control) {
   } else if (control == &Panel::cmdReturn) {
     cmdReturn_Click();
   } else if (control == &Panel::cmdSortInstrument) {
-    cmdSortInstrument_Click(program.host, program.settings.namesFile, program.names, program.musFileName,
-                            program.items);
+    const std::string last =
+        cmdSortInstrument_Click(program.host, program.settings.namesFile, program.names, program.items);
+    program.musFileName = last.empty() ? program.musFileName : last;
   } else if (control == &Panel::chkIggZeroInstrId) {
     chkIggZeroInstrId_Click(program);
   } else if (control == &Panel::txtFirstResultFile) {

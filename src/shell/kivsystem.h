@@ -4,14 +4,11 @@
 #include <string>
 
 #include "analysis/first_clef_table.h"
-#include "analysis/page_observer.h"
 #include "analysis/page_table.h"
 #include "analysis/verdict.h"
-#include "conversion/braces.h"
 #include "conversion/order_table.h"
 #include "input/names_table.h"
 #include "mus/item_table.h"
-#include "mus/reader.h"
 #include "platform/host.h"
 #include "shell/panel.h"
 
@@ -24,7 +21,7 @@ struct Settings {
   std::string osName;       ///< profile key OS
   std::string namesFile;
 
-  // Of the panel only. The folder that the program stands in has the settings file and the modules.
+  // Only for the panel. The current folder holds the settings file and the modules.
   std::string currentFolder;
   std::string projectFile;  ///< the project's settings file
   std::string musFolder;    ///< where the choice of files starts; may be ""
@@ -37,21 +34,18 @@ struct Settings {
 
 /// One run of the program: everything that lives from its start to its end.
 struct KivSystem {
-  explicit KivSystem(Host& theHost) : host(theHost) {}
+  explicit KivSystem(const Host& theHost) : host(theHost) {}
 
-  Host& host;
+  Host host;
   Settings settings;
   Panel panel;
   NamesTable names;
-  std::string musFileName;  ///< the page file being read or written, or the last one
+  std::string musFileName;  ///< the page file that was analyzed or written last
   ItemTable items;
-  MusReader reader;
   FirstClefTable firstClefs;
   PageTable pages;
   SystemTable systems;
   OrderTable order;
-  BraceTable braces;
-  PageObserver* observer = nullptr;  ///< is told what every page's checks find; may be null, not owned
 };
 
 }  // namespace kiv

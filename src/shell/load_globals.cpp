@@ -1,12 +1,13 @@
 #include "shell/load_globals.h"
 
-#include "analysis/report_lines.h"
+#include "messages/shell_messages.h"
+#include "platform/text_records.h"
 
 namespace kiv {
 
-void loadGlobals(Host& host, Settings& settings) {
-  LineReader lines = openLines(host, settings.projectFile, "File does not open: " + settings.projectFile);
-  forEachRecord(host, std::move(lines), settings.projectFile, [&](std::string_view line) {
+void loadGlobals(Files& files, Settings& settings) {
+  LineReader lines = openLines(files, settings.projectFile, messages::settingsFileNotOpened(settings.projectFile));
+  forEachRecord(std::move(lines), settings.projectFile, [&](std::string_view line) {
     const std::size_t equals = line.find('=');
     if (equals == std::string_view::npos) {
       return;

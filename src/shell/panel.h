@@ -4,9 +4,9 @@
 
 namespace kiv {
 
-/// What the person sees of one control.
+/// What the user sees of one control.
 struct Control {
-  std::string text;  ///< the caption, or what stands in the text box
+  std::string text;  ///< the caption, or the content of the text box
   std::string tooltip;
   bool enabled = true;
   bool visible = true;
@@ -25,13 +25,13 @@ struct WindowPlace {
   bool operator==(const WindowPlace&) const = default;
 };
 
-/// The panel as plain data. The handlers change it; a window shows it and tells the handlers what the person does.
+/// The panel as plain data. The handlers change it; a window shows it and calls the handlers for what the user does.
 struct Panel {
   std::string title = "[...]";
   WindowPlace place;
-  double screenWidth = 0;  ///< twips; told by the window before start-up, as is the width of place
+  double screenWidth = 0;  ///< twips; set by the window before start-up, as is the width of place
   double screenHeight = 0;
-  bool visible = true;  ///< false while the choice of a folder takes the panel's place
+  bool visible = true;  ///< false while the user chooses a folder
 
   Control cmdSelectFiles{"Select file(s)", "", true, true, false};
   Control cmdViewNames{"View names", "", true, true, false};

@@ -9,7 +9,7 @@ namespace kiv {
 
 enum class ControlKind { button, checkBox, frame, label, textBox };
 
-/// Where a control stands, in twips from the left and upper edge of the window's inside, or of its frame.
+/// The position of a control in twips from the left and upper edge of the window's inside, or of its frame.
 struct ControlPlace {
   int left = 0;
   int top = 0;

@@ -8,23 +8,23 @@
 namespace kiv {
 namespace {
 
-/// Half of the room that a window leaves, in whole twips and without the fraction.
-double halfOfTheRest(double screen, double window) {
+/// Half of the space that a window leaves, in whole twips and without the fraction.
+double halfOfRemainder(double screen, double window) {
   return std::trunc(std::nearbyint(screen - window) / 2);
 }
 
 }  // namespace
 
-void positionPanel(Host& host, Panel& panel) {
-  const std::string top = GetProfileKey(host, "TOP");
-  const std::string left = GetProfileKey(host, "LEFT");
+void positionPanel(Machine& machine, Panel& panel) {
+  const std::string top = GetProfileKey(machine, "TOP");
+  const std::string left = GetProfileKey(machine, "LEFT");
   if (!top.empty() && !left.empty()) {
     panel.place.left = numericValue(left);
     panel.place.top = numericValue(top);
     return;
   }
-  panel.place.left = halfOfTheRest(panel.screenWidth, panel.place.width);
-  panel.place.top = halfOfTheRest(panel.screenHeight, panel.place.height);
+  panel.place.left = halfOfRemainder(panel.screenWidth, panel.place.width);
+  panel.place.top = halfOfRemainder(panel.screenHeight, panel.place.height);
 }
 
 }  // namespace kiv

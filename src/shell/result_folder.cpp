@@ -1,29 +1,30 @@
 #include "shell/result_folder.h"
 
 #include "input/files.h"
+#include "messages/shell_messages.h"
 #include "platform/external_programs.h"
 #include "platform/line_reader.h"
 
 namespace kiv {
 namespace {
 
-/// Runs the module in the place of the panel.
+/// Runs the module while the panel is hidden.
 void chooseFolder(KivSystem& program, const std::string& folderExe, const std::string& folderAnswerFile) {
-  Host& host = program.host;
-  host.setPointer(Pointer::hourglass);
+  const Host& host = program.host;
+  host.user.setPointer(Pointer::hourglass);
   program.panel.visible = false;
-  host.processEvents();
+  host.user.processEvents();
   ShellAndWait(host, folderExe + " REMARK=Select output folder,STARTDIR=" + program.settings.currentFolder +
                          ",FILE=" + folderAnswerFile + ",DEBUG=NO");
   program.panel.visible = true;
-  host.processEvents();
-  host.setPointer(Pointer::normal);
+  host.user.processEvents();
+  host.user.setPointer(Pointer::normal);
 }
 
 }  // namespace
 
-std::string SetFolderResult(Host& host, const std::string& folderAnswerFile) {
-  auto file = host.openInput(folderAnswerFile);
+std::string SetFolderResult(Files& files, const std::string& folderAnswerFile) {
+  auto file = files.openInput(folderAnswerFile);
   if (!file) {
     return "";
   }
@@ -40,14 +41,14 @@ std::string SetFolderResult(Host& host, const std::string& folderAnswerFile) {
 void txtFirstResultFile_Click(KivSystem& program) {
   const std::string folderExe = program.settings.currentFolder + "\\KIVFOLDR.EXE";
   const std::string folderAnswerFile = "KIVFOLDR.KIV";
-  if (!FileExists(program.host, folderExe)) {
-    program.host.inform("Module KIVFOLDR.EXE not properly installed. Name of default folder cannot be modified.");
+  if (!FileExists(program.host.files, folderExe)) {
+    program.host.user.show(messages::folderModuleMissing());
     return;
   }
   chooseFolder(program, folderExe, folderAnswerFile);
-  const std::string folder = SetFolderResult(program.host, folderAnswerFile);
+  const std::string folder = SetFolderResult(program.host.files, folderAnswerFile);
   if (folder.empty()) {
-    program.host.inform("Failed to open output folder");
+    program.host.user.show(messages::folderAnswerNotRead());
     return;
   }
   program.panel.txtFirstResultFile.text = folder + (folder.ends_with('\\') ? "" : "\\") + "WORK0001.MUS";

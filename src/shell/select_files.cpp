@@ -1,6 +1,7 @@
 #include "shell/select_files.h"
 
 #include "input/files.h"
+#include "messages/shell_messages.h"
 #include "platform/external_programs.h"
 
 namespace kiv {
@@ -8,14 +9,9 @@ namespace {
 
 constexpr std::int32_t noFileList = 461;
 
-/// A positive number has a blank where a negative one has its sign.
-void tellDropError(Host& host, std::int32_t number) {
-  host.inform("Drop error" + std::string(number < 0 ? "" : " ") + std::to_string(number));
-}
-
-void needModule(Host& host, const std::string& path, const std::string& name) {
-  if (!FileExists(host, path)) {
-    host.fatal("Module " + name + " not properly installed");
+void requireModule(Files& files, const std::string& path, const std::string& name) {
+  if (!FileExists(files, path)) {
+    endProgram(messages::moduleMissing(name));
   }
 }
 
@@ -38,7 +34,7 @@ void setSelectedFileButtons(KivSystem& program) {
 
 void cmdSelectFiles_Click(KivSystem& program) {
   const Settings& settings = program.settings;
-  needModule(program.host, settings.namesExe, "KIVNAMES.EXE");
+  requireModule(program.host.files, settings.namesExe, "KIVNAMES.EXE");
   ShellAndWait(program.host, settings.namesExe + " STARTDIR=" + settings.currentFolder +
                                  ",SUFFIX=" + settings.fileType + ",MUSFOLDER=" + settings.musFolder +
                                  ",NAMESFILE=" + settings.namesFile + ",DEBUG=NO");
@@ -48,19 +44,19 @@ void cmdSelectFiles_Click(KivSystem& program) {
 void cmdSelectFiles_OLEDragDrop(KivSystem& program, const std::optional<std::vector<std::string>>& files) {
   const Settings& settings = program.settings;
   if (!files) {
-    tellDropError(program.host, noFileList);
+    program.host.user.show(messages::dropError(noFileList));
     return;
   }
   std::string list;
   for (const std::string& file : *files) {
     list += file + ",";
   }
-  needModule(program.host, settings.oleExe, "KIVOLE.EXE");
+  requireModule(program.host.files, settings.oleExe, "KIVOLE.EXE");
   const auto failure =
       tryShellAndWait(program.host, settings.oleExe + " STARTDIR=" + settings.currentFolder +
                                         ",NAMESFILE=" + settings.namesFile + ",DEBUG=NO,TYPE=MUS,LIST=" + list);
   if (failure) {
-    tellDropError(program.host, failure->number);
+    program.host.user.show(messages::dropError(failure->number));
     return;
   }
   setSelectedFileButtons(program);

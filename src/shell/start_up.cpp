@@ -3,6 +3,7 @@
 #include "analysis/report.h"
 #include "analysis/verdict.h"
 #include "input/files.h"
+#include "messages/shell_messages.h"
 #include "platform/external_programs.h"
 #include "shell/cmd_run.h"
 #include "shell/load_globals.h"
@@ -27,10 +28,6 @@ std::string namesFileIn(const std::string& commandLine) {
   return path.substr(0, path.find(','));
 }
 
-std::string refusal(const std::string& commandLine) {
-  return "Invalid call to KivSystem:\r\n" + commandLine;
-}
-
 void nameVersion(KivSystem& program) {
   program.settings.versionText = versionText(version::major, version::minor, version::revision);
   program.panel.title = "KivSystem - " + program.settings.versionText;
@@ -51,10 +48,10 @@ void runAnalysis(KivSystem& program, const std::string& namesFile, bool allowZer
 
 void setUpPanel(KivSystem& program) {
   Settings& settings = program.settings;
-  positionPanel(program.host, program.panel);
-  settings.currentFolder = program.host.currentFolder();
+  positionPanel(program.host.machine, program.panel);
+  settings.currentFolder = program.host.files.currentFolder();
   settings.projectFile = settings.currentFolder + "\\KIVPROJ.PRO";
-  loadGlobals(program.host, settings);
+  loadGlobals(program.host.files, settings);
   settings.namesExe = settings.currentFolder + "\\KIVNAMES.EXE";
   settings.oleExe = settings.currentFolder + "\\KIVOLE.EXE";
   settings.fileType = "MUS";
@@ -76,26 +73,26 @@ bool isInteractiveMode(const std::string& commandLine) {
   return commandLine == panelCommandLine;
 }
 
-void deleteOldResults(Host& host) {
-  host.deleteFile(verdictFile);
-  host.deleteFile(reportFile);
+void deleteOldResults(Files& files) {
+  files.deleteFile(verdictFile);
+  files.deleteFile(reportFile);
 }
 
 void prepareForPanel(KivSystem& program) {
   nameVersion(program);
-  deleteOldResults(program.host);
+  deleteOldResults(program.host.files);
   program.settings.commandLine = panelCommandLine;
 }
 
-void analyse(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId) {
+void analyze(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId) {
   nameVersion(program);
-  deleteOldResults(program.host);
+  deleteOldResults(program.host.files);
   runAnalysis(program, namesFile, allowZeroInstrId);
 }
 
 void refuseCall(KivSystem& program, const std::string& commandLine) {
-  deleteOldResults(program.host);
-  program.host.fatal(refusal(commandLine));
+  deleteOldResults(program.host.files);
+  endProgram(messages::invalidCall(commandLine));
 }
 
 void Form_Load(KivSystem& program, const std::string& commandLine) {
@@ -103,21 +100,21 @@ void Form_Load(KivSystem& program, const std::string& commandLine) {
   Panel& panel = program.panel;
   settings.commandLine = commandLine;
   nameVersion(program);
-  settings.osName = GetProfileKey(program.host, "OS");
+  settings.osName = GetProfileKey(program.host.machine, "OS");
   panel.place.height = heightOver(settings.osName);
-  positionPanel(program.host, panel);
-  deleteOldResults(program.host);
+  positionPanel(program.host.machine, panel);
+  deleteOldResults(program.host.files);
   settings.allowZeroInstrId = false;
   if (isAnalysisMode(commandLine)) {
     runAnalysis(program, namesFileIn(commandLine), contains(commandLine, ",ALLOWZEROID=YES"));
     throw ProgramEnd{0};
   }
-  if (FileExists(program.host, developerMarker)) {
+  if (FileExists(program.host.files, developerMarker)) {
     settings.commandLine = panelCommandLine;
     panel.chkDebug.visible = true;
   }
   if (!isInteractiveMode(settings.commandLine)) {
-    program.host.fatal(refusal(settings.commandLine));
+    endProgram(messages::invalidCall(settings.commandLine));
   }
   setUpPanel(program);
 }

@@ -14,18 +14,18 @@ std::string versionText(int major, int minor, int revision);
 /// with the developers' marker file. What is left is refused, and ends the program.
 void Form_Load(KivSystem& program, const std::string& commandLine);
 
-/// Ends the program over a command line that asks for nothing it knows, with no results of an earlier run left.
+/// Ends the program over an unknown command line, with no results of an earlier run left.
 [[noreturn]] void refuseCall(KivSystem& program, const std::string& commandLine);
 
 /// Runs the analysis of a names file as for a sibling tool: without the panel's closing messages, and after the
 /// results of an earlier run are deleted.
-void analyse(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId);
+void analyze(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId);
 
 /// Makes the program ready for the panel's buttons: its version, its command line, and no results of an earlier run.
 void prepareForPanel(KivSystem& program);
 
 /// Deletes the report and the verdict of an earlier run, so that a caller never mistakes them for new ones.
-void deleteOldResults(Host& host);
+void deleteOldResults(Files& files);
 
 /// True when the command line asks for the analysis of a names file.
 bool isAnalysisMode(const std::string& commandLine);

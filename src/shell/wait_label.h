@@ -8,15 +8,15 @@ namespace kiv {
 
 /// Shows the wait label with this caption, and the hourglass.
 inline void showWait(KivSystem& program, const std::string& caption) {
-  program.host.setPointer(Pointer::hourglass);
+  program.host.user.setPointer(Pointer::hourglass);
   program.panel.lblWait.text = caption;
   program.panel.lblWait.visible = true;
-  program.host.processEvents();
+  program.host.user.processEvents();
 }
 
 /// Hides the label and the hourglass.
 inline void hideWait(KivSystem& program) {
-  program.host.setPointer(Pointer::normal);
+  program.host.user.setPointer(Pointer::normal);
   program.panel.lblWait.visible = false;
 }
 

@@ -4,6 +4,8 @@
 #include <vector>
 
 #include "input/file_names.h"
+#include "messages/conversion_messages.h"
+#include "messages/run_time_errors.h"
 #include "mus/reader.h"
 #include "mus/sort_item_table.h"
 #include "mus/writer.h"
@@ -11,8 +13,8 @@
 namespace kiv {
 namespace {
 
-std::int16_t staffOf(Host& host, const std::string& musFileName, const ItemTable& table, int i) {
-  return wholePar(host, musFileName, table, i, par::staff);
+std::int16_t staffOf(const ItemTable& table, int i) {
+  return wholePar(table, i, par::staff);
 }
 
 /// The instrument keys of the staves, by staff number; of several staves with one number the first counts.
@@ -21,32 +23,32 @@ struct StaffKeys {
   int staves = 0;
 };
 
-StaffKeys staffKeys(Host& host, const std::string& musFileName, const ItemTable& table) {
+StaffKeys staffKeys(const ItemTable& table) {
   StaffKeys list;
   for (int i = 1; i <= table.itemCount(); ++i) {
     if (isStaff(table, i)) {
-      list.keys.emplace(staffOf(host, musFileName, table, i), table.itemPar(i, par::instrument));
+      list.keys.emplace(staffOf(table, i), table.itemPar(i, par::instrument));
       ++list.staves;
     }
   }
   return list;
 }
 
-void sortByKey(Host& host, const std::string& musFileName, const StaffKeys& staves, ItemTable& table) {
+void sortByKey(const StaffKeys& staves, ItemTable& table) {
   std::vector<SortKey> keys;
   keys.reserve(static_cast<std::size_t>(table.itemCount()));
   auto key = staves.keys.end();
   for (int i = 1; i <= table.itemCount(); ++i) {
-    const std::int16_t staff = staffOf(host, musFileName, table, i);
-    if (key == staves.keys.end() || key->first != staff) {  // items mostly stand staff by staff
+    const std::int16_t staff = staffOf(table, i);
+    if (key == staves.keys.end() || key->first != staff) {  // items mostly come staff by staff
       key = staves.keys.find(staff);
     }
     if (key == staves.keys.end()) {
-      host.fatal("Sort problem");
+      endProgram(messages::sortProblem());
     }
     keys.push_back({key->second, table.itemPar(i, par::position), table.itemPar(i, par::height)});
   }
-  table.reorder(sortedRows(host, keys));
+  table.reorder(sortedRows(keys));
 }
 
 /// Every run of items with one old staff number gets the next new one.
@@ -63,53 +65,54 @@ void numberStaves(ItemTable& table) {
   }
 }
 
-void moveSystemBarline(Host& host, int staves, ItemTable& table) {
+void moveSystemBarline(int staves, ItemTable& table) {
   for (int i = 1; i <= table.itemCount(); ++i) {
-    if (table.itemPar(i, par::type) == type::barline &&
-        table.itemPar(i, par::spannedStaves) == static_cast<float>(staves)) {
+    if (table.type(i) == ItemType::barline && table.itemPar(i, par::spannedStaves) == static_cast<float>(staves)) {
       table.itemPar(i, par::staff) = 1;
       return;
     }
   }
-  host.fatal("System barline problem.");
+  endProgram(messages::systemBarlineProblem());
 }
 
-/// The name with PAG in the place of its last three characters.
-std::string sortedName(Host& host, const std::string& musFileName) {
+/// The name with PAG instead of its last three characters.
+std::string sortedName(Machine& machine, const std::string& musFileName) {
   const std::string suffix = "PAG";
-  const auto stem = withoutLastCharacters(host, musFileName, suffix.size());
+  const auto stem = withoutLastCharacters(machine, musFileName, suffix.size());
   if (!stem) {
-    host.runTimeError("Invalid procedure call or argument", musFileName);
+    endProgram(messages::invalidArgument(musFileName));
   }
   return *stem + suffix;
 }
 
 }  // namespace
 
-void sortOnInstrument(Host& host, const std::string& musFileName, ItemTable& table) {
-  const StaffKeys staves = staffKeys(host, musFileName, table);
-  sortByKey(host, musFileName, staves, table);
+void sortOnInstrument(ItemTable& table) {
+  const StaffKeys staves = staffKeys(table);
+  sortByKey(staves, table);
   numberStaves(table);
-  moveSystemBarline(host, staves.staves, table);
+  moveSystemBarline(staves.staves, table);
 }
 
-void cmdSortInstrument_Click(Host& host, const std::string& namesFile, NamesTable& names, std::string& musFileName,
-                             ItemTable& table) {
-  host.setPointer(Pointer::hourglass);
+std::string cmdSortInstrument_Click(const Host& host, const std::string& namesFile, NamesTable& names,
+                                    ItemTable& table) {
+  host.user.setPointer(Pointer::hourglass);
   LoadNamesTable(host, namesFile, names);
   const int count = names.nameCount;
-  std::string room;  // of the results
+  std::string sorted;
+  std::string buffer;  // of the results
   for (int k = 1; k <= count; ++k) {
-    host.showProgress(k - 1, count, "pages");
-    musFileName = names.name(k);
-    readFile(host, musFileName, table);
-    sortOnInstrument(host, musFileName, table);
-    musFileName = sortedName(host, musFileName);
-    writeFile(host, musFileName, table, room);
+    host.user.showProgress(k - 1, count, "pages");
+    const std::string& musFileName = names.name(k);
+    readFile(host.files, musFileName, table);
+    sortOnInstrument(table);
+    sorted = sortedName(host.machine, musFileName);
+    writeFile(host.files, sorted, table, buffer);
   }
-  host.showProgress(count, count, "pages");
-  host.setPointer(Pointer::normal);
-  host.inform("Sort finished");
+  host.user.showProgress(count, count, "pages");
+  host.user.setPointer(Pointer::normal);
+  host.user.show(messages::sortFinished());
+  return sorted;
 }
 
 }  // namespace kiv

@@ -5,10 +5,9 @@
 #include <tuple>
 #include <utility>
 
-#include "analysis/report.h"
-#include "analysis/verdict.h"
 #include "input/file_names.h"
-#include "platform/memory/quiet_host.h"
+#include "platform/memory/overlay_files.h"
+#include "platform/memory/silent_user.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
 
@@ -38,36 +37,31 @@ std::vector<std::string> namesInOrder(std::vector<NamedFile> files) {
   return names;
 }
 
-/// Runs the analysis. False when a critical message ended it.
-bool endsWell(QuietHost& host, KivSystem& program, const std::vector<std::string>& pages) {
-  const std::string namesFile = "\\names of a piece";
+/// The names file of the pages, in memory only.
+std::string addNamesFile(const std::vector<std::string>& pages, OverlayFiles& files) {
+  std::string namesFile = "\\names of a piece";
   std::string lines;
   for (const std::string& page : pages) {
-    host.addAlias(page);
+    files.addAlias(page);
     lines += page + " 1\r\n";
   }
-  host.addFile(namesFile, lines);
-  try {
-    analyse(program, namesFile, false);
-    return true;
-  } catch (const ProgramEnd& end) {
-    return end.exitCode == 0;
-  }
+  files.addFile(namesFile, lines);
+  return namesFile;
 }
 
 }  // namespace
 
-std::vector<Piece> piecesOf(Host& host, const std::vector<std::string>& names) {
+std::vector<Piece> piecesOf(Machine& machine, const std::vector<std::string>& names) {
   std::map<std::tuple<std::string, std::string>, std::vector<NamedFile>> groups;  // by prefix and suffix
   for (const std::string& name : names) {
-    const std::string upper = host.upperCase(name);
+    const std::string upper = machine.upperCase(name);
     if (!upper.ends_with(".MUS")) {
       continue;
     }
-    const std::string prefix = extractPartName(host, name);
-    const std::string number = extractPartNumb(host, name);
-    const std::string page = extractPartPage(host, name);
-    const std::string suffix = extractPartSuff(host, name);
+    const std::string prefix = extractPartName(machine, name);
+    const std::string number = extractPartNumb(machine, name);
+    const std::string page = extractPartPage(machine, name);
+    const std::string suffix = extractPartSuff(machine, name);
     const bool follows =
         !number.empty() && page.size() <= 1 && std::string(prefix).append(number).append(page).append(suffix) == upper;
     groups[follows ? std::tuple(prefix, suffix) : std::tuple(upper, name)].push_back(
@@ -81,7 +75,7 @@ std::vector<Piece> piecesOf(Host& host, const std::vector<std::string>& names) {
   return pieces;
 }
 
-PieceFindings surveyPiece(Host& disk, const std::vector<std::string>& pages) {
+PieceFindings surveyPiece(Files& disk, Machine& machine, const std::vector<std::string>& pages) {
   PieceFindings findings;
   findings.pages = pages.size();
   if (std::any_of(pages.begin(), pages.end(),
@@ -89,9 +83,12 @@ PieceFindings surveyPiece(Host& disk, const std::vector<std::string>& pages) {
     findings.problems.emplace_back("A page file whose name holds a line end cannot be listed in a names file");
     return findings;
   }
-  QuietHost host(disk);
-  KivSystem program(host);
-  if (endsWell(host, program, pages)) {
+  OverlayFiles files(disk, machine);
+  SilentUser user;
+  NoPrograms programs;
+  KivSystem program({files, user, programs, machine});
+  const std::string namesFile = addNamesFile(pages, files);
+  if (exitCodeOf(user, [&] { analyze(program, namesFile, false); }).value_or(0) == 0) {
     findings.systems = program.systems.systemCount();
     findings.instruments = program.systems.instrumentCount;
     findings.consistent = program.systems.isConsistent();
@@ -100,7 +97,9 @@ PieceFindings surveyPiece(Host& disk, const std::vector<std::string>& pages) {
   if (!program.pages.pages.empty()) {
     findings.pages = program.pages.pages.size();
   }
-  findings.problems = host.messages();
+  for (const Message& message : user.messages()) {
+    findings.problems.push_back(message.text);
+  }
   return findings;
 }
 

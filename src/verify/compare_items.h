@@ -9,18 +9,18 @@
 
 namespace kiv::proof {
 
-/// A result: what it must be, and what it is.
+/// A result: as expected, and as found.
 struct ResultPage {
   std::string name;
   ExpectedPage expected;
   LoadedPage found;
 };
 
-/// Holds the items of all results against what they must be. Every item that is changed, lost, doubled, added, or that
-/// stands on another staff or in another result, is named with its origin.
+/// Compares the items of all results with the expected ones. Every item that is changed, lost, duplicated, added, on
+/// another staff, or in another result is named with its origin.
 std::vector<Finding> compareItems(const std::vector<ResultPage>& results);
 
-/// Holds the bytes of a result whose items are right against those that it must have.
+/// Compares the bytes of a result whose items are as expected with the bytes of the expected page.
 std::vector<Finding> compareBytes(const ResultPage& result);
 
 }  // namespace kiv::proof

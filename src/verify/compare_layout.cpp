@@ -6,42 +6,42 @@
 #include <string>
 
 #include "base/exact_number.h"
-#include "base/number.h"
+#include "verify/numbers.h"
 
 namespace kiv::proof {
 namespace {
 
 using Bars = std::multiset<std::string>;
 
-/// What the staves of a page are, by their numbers.
-struct Staves {
-  std::map<float, std::string> instruments;  ///< of each staff item of the staff, with a comma
-  std::map<float, Bars> bars;                ///< the positions of the barlines that hold no other staff
+/// The layout of a page, by the numbers of its staves.
+struct Layout {
+  std::map<float, std::string> instruments;  ///< of each staff item of the staff, each followed by a comma
+  std::map<float, Bars> bars;                ///< the positions of the barlines that do not span all staves
 };
 
-Staves stavesOf(const LoadedPage& page) {
-  Staves staves;
+Layout layoutOf(const LoadedPage& page) {
+  Layout layout;
   for (const PageItem& read : page.items) {
-    const auto& value = read.item.par;
-    if (value[par::type] == type::staff && !std::isnan(value[par::staff])) {
-      staves.instruments[value[par::staff]].append(generalNumber(value[par::instrument])).append(",");
-      staves.bars[value[par::staff]];
+    const Item& item = read.item;
+    if (item.type() == ItemType::staff && !std::isnan(item[par::staff])) {
+      layout.instruments[item[par::staff]].append(generalForm(item[par::instrument])).append(",");
+      layout.bars[item[par::staff]];
     }
   }
   for (const PageItem& read : page.items) {
-    const auto& value = read.item.par;
-    const bool holdsAll = value[par::spannedStaves] == static_cast<float>(staves.instruments.size());
-    if (value[par::type] == type::barline && value[par::kind] < lowestBraceKind && !std::isnan(value[par::staff]) &&
-        (!holdsAll || staves.instruments.size() == 1)) {
-      staves.bars[value[par::staff]].insert(exactNumber(value[par::position]));
+    const Item& item = read.item;
+    const bool spansAll = item[par::spannedStaves] == static_cast<float>(layout.instruments.size());
+    if (item.type() == ItemType::barline && item[par::kind] < lowestBraceKind && !std::isnan(item[par::staff]) &&
+        (!spansAll || layout.instruments.size() == 1)) {
+      layout.bars[item[par::staff]].insert(exactNumber(item[par::position]));
     }
   }
-  return staves;
+  return layout;
 }
 
-std::string listOf(const Staves& staves) {
+std::string instrumentsOf(const Layout& layout) {
   std::string list;
-  for (const auto& [staff, instruments] : staves.instruments) {
+  for (const auto& [staff, instruments] : layout.instruments) {
     list += instruments;
   }
   return list.substr(0, list.empty() ? 0 : list.size() - 1);
@@ -53,8 +53,8 @@ std::vector<Finding> compareLayout(const std::vector<ResultPage>& results) {
   std::vector<Finding> findings;
   std::string first;
   for (const ResultPage& result : results) {
-    const Staves staves = stavesOf(result.found);
-    const std::string list = listOf(staves);
+    const Layout layout = layoutOf(result.found);
+    const std::string list = instrumentsOf(layout);
     if (&result == &results.front()) {
       first = list;
     } else if (list != first) {
@@ -62,11 +62,11 @@ std::vector<Finding> compareLayout(const std::vector<ResultPage>& results) {
       what.append(list).append(" where ").append(results.front().name).append(" has ").append(first);
       findings.push_back({result.name, 0, what});
     }
-    for (const auto& [staff, bars] : staves.bars) {
-      if (bars != staves.bars.begin()->second) {
+    for (const auto& [staff, bars] : layout.bars) {
+      if (bars != layout.bars.begin()->second) {
         findings.push_back({result.name, 0,
-                            "has other bars on staff " + generalNumber(staff) + " than on staff " +
-                                generalNumber(staves.bars.begin()->first)});
+                            "has other bars on staff " + generalForm(staff) + " than on staff " +
+                                generalForm(layout.bars.begin()->first)});
       }
     }
   }

@@ -7,8 +7,8 @@
 
 namespace kiv::proof {
 
-/// Holds the results against each other: all must have the same instruments from staff 1 on, and in each all staves the
-/// same bars.
+/// Compares the results with each other: all must have the same instruments from staff 1 on, and in each result all
+/// staves must have the same bars.
 std::vector<Finding> compareLayout(const std::vector<ResultPage>& results);
 
 }  // namespace kiv::proof

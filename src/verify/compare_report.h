@@ -8,8 +8,8 @@
 
 namespace kiv::proof {
 
-/// Holds a report, or a verdict, against the one that an analysis gives today. In a report's head line the digits of
-/// version, date and time may differ.
+/// Compares a report, or a verdict, with the one that an analysis gives today. In a report's head line the digits of
+/// version, date and time may differ. At most 20 lines that differ are reported.
 std::vector<Finding> compareText(const std::string& name, std::string_view found, std::string_view expected);
 
 }  // namespace kiv::proof

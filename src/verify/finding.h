@@ -4,11 +4,11 @@
 
 namespace kiv::proof {
 
-/// Something that keeps a conversion from being proved.
+/// A reason why a conversion is not proved.
 struct Finding {
-  std::string file;  ///< the file that is about
-  int item = 0;      ///< the item's number in it; 0 when it is about the file
-  std::string what;  ///< in words that go on from the file and the item
+  std::string file;  ///< the file that it is about
+  int item = 0;      ///< the item's number in the file; 0 for the file as a whole
+  std::string what;  ///< a phrase whose subject is the file or the item
 
   bool operator==(const Finding&) const = default;
 };

@@ -10,33 +10,33 @@
 
 namespace kiv::proof {
 
-/// Where an item of a result comes from.
+/// The origin of an item of a result.
 struct Origin {
-  std::string file;  ///< the input; "" for an item that is added
+  std::string file;  ///< the input; "" for an item that a conversion adds
   int number = 0;    ///< the item's number in it
 };
 
-/// An item of a result that is being thought out.
+/// An item of an expected result.
 struct ModelItem {
   Item item;
   Origin origin;
-  int order = 0;  ///< when it came; decides between items at the same place
+  int order = 0;  ///< the number of items added before it; decides between items at the same position
 };
 
-/// A staff of such a result, with the one staff item that it has.
+/// A staff of an expected result, with its one staff item.
 struct ModelStaff {
   int number = 0;
   Item staff;
   std::vector<ModelItem> items;  ///< all but barlines and braces
-  std::vector<Item> barlines;    ///< those that it came with, braces included
+  std::vector<Item> barlines;    ///< those of its input, braces included
 
-  float instrument() const { return staff.par[par::instrument]; }
+  float instrument() const { return staff[par::instrument]; }
 };
 
-/// What a rest staff of an instrument copies.
+/// What a rest staff of an instrument is generated from.
 struct KnownInstrument {
   std::int16_t id = 0;
-  float size = 0;  ///< raised by 1000; 0 as long as no staff was seen
+  float size = 0;  ///< plus 1000; 0 until a staff was seen
   float lines = 0;
   float par11 = 0;
   float key = 0;
@@ -47,23 +47,23 @@ struct KnownInstrument {
   float staffSize() const { return size >= 1000 ? size - 1000 : size; }
 };
 
-/// The instruments of a report in the order in which it names them, and what was seen of them so far.
+/// The instruments of a report in its order, and what is known of them so far.
 class KnownInstruments {
  public:
   explicit KnownInstruments(const std::vector<Record>& records);
 
   const std::vector<KnownInstrument>& all() const { return all_; }
-  /// Null when the report does not name the instrument.
+  /// Null when the report does not list the instrument.
   const KnownInstrument* find(std::int16_t id) const;
-  /// Takes in the staves of a system: size, lines and P11 from the first staff ever, key and time from the rightmost
-  /// signatures of this one.
+  /// Learns from the staves of a system: size, lines and P11 from the first staff of an instrument in the group, key
+  /// and time from the rightmost signatures in this system.
   void learn(const std::vector<ModelStaff>& staves);
   /// P11 of the barlines of an instrument: how far they reach beyond a staff of other than five lines.
   float barlineReach(float instrument) const;
 
  private:
   std::vector<KnownInstrument> all_;
-  std::unordered_map<std::int16_t, std::size_t> places_;
+  std::unordered_map<std::int16_t, std::size_t> indices_;  // in all_
 };
 
 }  // namespace kiv::proof

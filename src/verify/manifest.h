@@ -5,7 +5,7 @@
 
 namespace kiv {
 
-/// A file and the digest of what it held when it was read.
+/// A file and the digest of its content when it was read.
 struct DigestedFile {
   std::string name;
   std::string sha256;  ///< 64 hexadecimal digits

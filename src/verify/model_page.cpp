@@ -1,4 +1,4 @@
-// How the items of a thought-out system lie in its file.
+// The order of the items of an expected result.
 
 #include <algorithm>
 #include <cmath>
@@ -8,16 +8,16 @@
 namespace kiv::proof {
 namespace {
 
-/// An item on its way into the file: first sorted by instrument and place, then dealt to the staves.
+/// An item with its instrument and its staff in the file.
 struct PlacedItem {
   float instrument = 0;
   int staff = 0;
   ModelItem model;
 
-  float par(int p) const { return model.item.par[static_cast<std::size_t>(p)]; }
+  float par(int p) const { return model.item[p]; }
 };
 
-bool goesBefore(const PlacedItem& a, const PlacedItem& b) {
+bool isBefore(const PlacedItem& a, const PlacedItem& b) {
   if (a.instrument != b.instrument) {
     return a.instrument > b.instrument;
   }
@@ -30,21 +30,20 @@ bool goesBefore(const PlacedItem& a, const PlacedItem& b) {
   return a.model.order < b.model.order;
 }
 
-bool hasPlace(const PlacedItem& item) {
+bool hasPosition(const PlacedItem& item) {
   return !std::isnan(item.par(par::position)) && !std::isnan(item.par(par::height));
 }
 
-/// The staff of an instrument in the file: the highest identifier stands on staff 1.
+/// The staff of an instrument in the file: the highest identifier is on staff 1.
 int staffOf(float instrument, const std::vector<ModelStaff>& staves) {
   return 1 + static_cast<int>(std::count_if(staves.begin(), staves.end(),
                                             [&](const ModelStaff& staff) { return staff.instrument() > instrument; }));
 }
 
 Item braceOf(std::int16_t kind) {
-  Item brace;
-  brace.par[par::type] = type::barline;
-  brace.par[par::braceKind] = kind;
-  brace.par[par::kind] = lowestBraceKind;
+  Item brace(ItemType::barline, 0, 0);
+  brace[par::braceKind] = kind;
+  brace[par::kind] = lowestBraceKind;
   return brace;
 }
 
@@ -63,21 +62,21 @@ ExpectedPage SystemModel::page() const {
       placed.push_back({staff.instrument(), 1, {systemBarline_, {}, systemBarlineOrder_}});
     }
   }
-  page.inOrder = std::all_of(placed.begin(), placed.end(), hasPlace);
-  if (page.inOrder) {
-    std::sort(placed.begin(), placed.end(), goesBefore);
+  page.isOrdered = std::all_of(placed.begin(), placed.end(), hasPosition);
+  if (page.isOrdered) {
+    std::sort(placed.begin(), placed.end(), isBefore);
   }
   for (const ModelStaff& staff : staves_) {
-    const auto brace = std::find_if(run_.braces.begin(), run_.braces.end(),
+    const auto brace = std::find_if(group_.braces.begin(), group_.braces.end(),
                                     [&](const auto& entry) { return entry.first == staff.instrument(); });
-    if (brace != run_.braces.end()) {
+    if (brace != group_.braces.end()) {
       placed.push_back({staff.instrument(), staffOf(staff.instrument(), staves_), {braceOf(brace->second), {}, 0}});
     }
   }
   std::stable_sort(placed.begin(), placed.end(),
                    [](const PlacedItem& a, const PlacedItem& b) { return a.staff < b.staff; });
   for (PlacedItem& item : placed) {
-    item.model.item.par[par::staff] = static_cast<float>(item.staff);
+    item.model.item[par::staff] = static_cast<float>(item.staff);
     page.items.push_back({asWritten(item.model.item), item.model.origin});
   }
   return page;

@@ -1,10 +1,10 @@
-// The rest staves of a system: what stands on the staff of an instrument that is silent.
+// The rest staves of a system: the staves of instruments that it does not have.
 
 #include <algorithm>
 #include <optional>
 #include <set>
 
-#include "base/number.h"
+#include "verify/numbers.h"
 #include "verify/system_model.h"
 
 namespace kiv::proof {
@@ -12,21 +12,19 @@ namespace {
 
 constexpr float farAway = 999;
 
-Item itemAt(float type, float position) {
-  Item item;
-  item.par[par::type] = type;
-  item.par[par::position] = position;
-  return item;
+/// An item that gets its staff number when the page is put together.
+Item itemAt(ItemType type, float position) {
+  return {type, 0, position};
 }
 
-/// The position of the first note or rest behind a barline; nullopt when there is none near enough.
-std::optional<float> beatBehind(const ModelStaff& staff, float barline) {
+/// The position of the first note or rest after a barline; nullopt when there is none near enough.
+std::optional<float> beatAfter(const ModelStaff& staff, float barline) {
   std::optional<float> beat;
   float best = farAway;
   for (const ModelItem& model : staff.items) {
-    const float kind = model.item.par[par::type];
-    const float position = model.item.par[par::position];
-    if ((kind == type::note || kind == type::rest) && position > barline && position - barline < best) {
+    const ItemType type = model.item.type();
+    const float position = model.item[par::position];
+    if ((type == ItemType::note || type == ItemType::rest) && position > barline && position - barline < best) {
       best = position - barline;
       beat = position;
     }
@@ -34,13 +32,13 @@ std::optional<float> beatBehind(const ModelStaff& staff, float barline) {
   return beat;
 }
 
-/// The time signature in force at a beat; null when none stands before it on the staff, or none near enough.
+/// The time signature in force at a beat; null when the staff has none before it, or none near enough.
 const Item* timeBefore(const ModelStaff& staff, float beat) {
   const Item* time = nullptr;
   float best = farAway;
   for (const ModelItem& model : staff.items) {
-    const float position = model.item.par[par::position];
-    if (model.item.par[par::type] == type::timeSignature && position < beat && beat - position < best) {
+    const float position = model.item[par::position];
+    if (model.item.type() == ItemType::timeSignature && position < beat && beat - position < best) {
       best = beat - position;
       time = &model.item;
     }
@@ -50,35 +48,35 @@ const Item* timeBefore(const ModelStaff& staff, float beat) {
 
 }  // namespace
 
-void SystemModel::addMissing() {
+void SystemModel::addMissingStaves() {
   std::set<std::int16_t> present;
   for (const ModelStaff& staff : staves_) {
-    present.insert(toInt16(staff.instrument()).value_or(0));
+    present.insert(roundedTo16Bits(staff.instrument()).value_or(0));
   }
-  const auto& instruments = run_.instruments.all();
-  for (std::size_t place = 0; place < instruments.size() && trouble_.empty(); ++place) {
-    if (!present.contains(instruments[place].id)) {
-      addRestStaff(instruments[place], place);
+  const auto& instruments = group_.instruments.all();
+  for (std::size_t i = 0; i < instruments.size() && error_.empty(); ++i) {
+    if (!present.contains(instruments[i].id)) {
+      addRestStaff(instruments[i], i);
     }
   }
 }
 
-/// The number of the staff that is put in: that of the staff of the instrument before it, which moves up with all
+/// The number of a staff to be inserted: that of the staff of the instrument before it, which moves up with all staves
 /// above.
-int SystemModel::placeForStaff(std::size_t place) {
+int SystemModel::insertionNumber(std::size_t index) {
   int top = 0;
-  auto wanted = place == 0 ? 0.0F : static_cast<float>(run_.instruments.all()[place - 1].id);
+  auto wanted = index == 0 ? 0.0F : static_cast<float>(group_.instruments.all()[index - 1].id);
   for (const ModelStaff& staff : staves_) {
     if (staff.instrument() == wanted) {
       wanted = static_cast<float>(staff.number);
     }
     top = std::max(top, staff.number);
   }
-  if (place == 0) {
+  if (index == 0) {
     return top + 1;
   }
   if (wanted == 0 || wanted > static_cast<float>(top)) {
-    refuse("there is no place for a rest staff of instrument " + std::to_string(run_.instruments.all()[place].id));
+    fail("there is no place for a rest staff of instrument " + std::to_string(group_.instruments.all()[index].id));
   }
   for (ModelStaff& staff : staves_) {
     staff.number += static_cast<float>(staff.number) >= wanted ? 1 : 0;
@@ -86,22 +84,22 @@ int SystemModel::placeForStaff(std::size_t place) {
   return static_cast<int>(wanted);
 }
 
-void SystemModel::addRestStaff(const KnownInstrument& instrument, std::size_t place) {
+void SystemModel::addRestStaff(const KnownInstrument& instrument, std::size_t index) {
   ModelStaff staff;
-  staff.number = placeForStaff(place);
+  staff.number = insertionNumber(index);
   const Item& last = staves_.back().staff;
-  staff.staff = itemAt(type::staff, place == 0 ? 0 : last.par[par::position]);
-  staff.staff.par[par::size] = instrument.staffSize();
-  staff.staff.par[par::par6] = place == 0 ? 0 : last.par[par::par6];
-  staff.staff.par[par::lines] = instrument.lines;
-  staff.staff.par[par::instrument] = instrument.id;
-  staff.staff.par[par::par11] = instrument.par11;
+  staff.staff = itemAt(ItemType::staff, index == 0 ? 0 : last[par::position]);
+  staff.staff[par::size] = instrument.staffSize();
+  staff.staff[par::par6] = index == 0 ? 0 : last[par::par6];
+  staff.staff[par::lines] = instrument.lines;
+  staff.staff[par::instrument] = instrument.id;
+  staff.staff[par::par11] = instrument.par11;
   add(staff, staff.staff);
   addSignatures(instrument, staff);
-  const auto reference = std::find_if(staves_.begin(), staves_.end(),
-                                      [](const ModelStaff& other) { return other.staff.par[par::mark] == 0; });
+  const auto reference =
+      std::find_if(staves_.begin(), staves_.end(), [](const ModelStaff& other) { return other.staff[par::mark] == 0; });
   if (reference == staves_.end()) {
-    refuse("no staff of it can be the model of a rest staff");
+    fail("no staff of it can be the model of a rest staff");
     return;
   }
   addTimes(*reference, staff);
@@ -110,47 +108,45 @@ void SystemModel::addRestStaff(const KnownInstrument& instrument, std::size_t pl
 }
 
 void SystemModel::addSignatures(const KnownInstrument& instrument, ModelStaff& staff) {
-  constexpr float clefBehindStaff = 2;
-  constexpr float keyBehindClef = 7;
-  constexpr float kindMark = 1000;
-  Item clef = itemAt(type::clef, staff.staff.par[par::position] + clefBehindStaff);
-  const FirstClefTable::Entry* first = firstClefs_.find(instrument.id);
-  if (first != nullptr && first->firstClefKind != 0) {
-    clef.par[par::height] = first->firstClefHeight;
-    clef.par[par::kind] = first->firstClefKind - kindMark;
+  constexpr float clefAfterStaff = 2;
+  constexpr float keyAfterClef = 7;
+  Item clef = itemAt(ItemType::clef, staff.staff[par::position] + clefAfterStaff);
+  if (const auto first = firstClefs_.find(instrument.id); first != firstClefs_.end() && first->second.isKnown()) {
+    clef[par::height] = first->second.height;
+    clef[par::kind] = first->second.kind();
   }
   add(staff, clef);
   if (instrument.key != 0) {
-    Item key = itemAt(type::keySignature, clef.par[par::position] + keyBehindClef);
-    key.par[par::key] = instrument.key;
-    key.par[par::keyType] = instrument.keyType;
+    Item key = itemAt(ItemType::keySignature, clef[par::position] + keyAfterClef);
+    key[par::key] = instrument.key;
+    key[par::keyType] = instrument.keyType;
     add(staff, key);
   }
 }
 
 void SystemModel::addTimes(const ModelStaff& reference, ModelStaff& staff) {
   for (const ModelItem& model : reference.items) {
-    if (model.item.par[par::type] == type::timeSignature) {
-      Item time = itemAt(type::timeSignature, model.item.par[par::position]);
-      time.par[par::height] = model.item.par[par::height];
-      time.par[par::upperNumber] = model.item.par[par::upperNumber];
-      time.par[par::lowerNumber] = model.item.par[par::lowerNumber];
+    if (model.item.type() == ItemType::timeSignature) {
+      Item time = itemAt(ItemType::timeSignature, model.item[par::position]);
+      time[par::height] = model.item[par::height];
+      time[par::upperNumber] = model.item[par::upperNumber];
+      time[par::lowerNumber] = model.item[par::lowerNumber];
       add(staff, time);
     }
   }
 }
 
 void SystemModel::addRests(const ModelStaff& reference, ModelStaff& staff) {
-  for (std::size_t bar = 0; bar + 1 < bars_.size() && trouble_.empty(); ++bar) {
-    const auto beat = beatBehind(reference, bars_[bar].position);
+  for (std::size_t bar = 0; bar + 1 < bars_.size() && error_.empty(); ++bar) {
+    const auto beat = beatAfter(reference, bars_[bar].position);
     if (!beat) {
-      refuse("bar " + std::to_string(bar + 1) + " has no note or rest to put one under");
+      fail("bar " + std::to_string(bar + 1) + " has no note or rest to put one under");
       return;
     }
-    Item rest = itemAt(type::rest, *beat);
-    rest.par[par::kind] = -2;
-    rest.par[par::duration] = barLength(staff, *beat);
-    rest.par[par::tuplet] = -1;
+    Item rest = itemAt(ItemType::rest, *beat);
+    rest[par::kind] = -2;
+    rest[par::duration] = barLength(staff, *beat);
+    rest[par::tuplet] = -1;
     add(staff, rest);
   }
 }
@@ -159,14 +155,14 @@ void SystemModel::addRests(const ModelStaff& reference, ModelStaff& staff) {
 float SystemModel::barLength(const ModelStaff& staff, float beat) {
   constexpr float commonTime = 99;
   constexpr float allaBreve = 98;
-  const auto& instruments = run_.instruments.all();
+  const auto& instruments = group_.instruments.all();
   float upper = 0;
   float lower = 0;
   const auto timed =
       std::find_if(instruments.begin(), instruments.end(), [](const auto& known) { return known.timeUpper != 0; });
   if (const Item* time = timeBefore(staff, beat)) {
-    upper = time->par[par::upperNumber];
-    lower = time->par[par::lowerNumber];
+    upper = (*time)[par::upperNumber];
+    lower = (*time)[par::lowerNumber];
   } else if (timed != instruments.end()) {
     upper = timed->timeUpper;
     lower = timed->timeLower;
@@ -175,7 +171,7 @@ float SystemModel::barLength(const ModelStaff& staff, float beat) {
     return 4;
   }
   if (upper == 0 || lower == 0) {
-    refuse("the length of a bar is not known");
+    fail("the length of a bar is not known");
     return 0;
   }
   const float wholes = upper / lower;

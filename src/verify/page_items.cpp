@@ -7,9 +7,8 @@
 
 #include "base/bytes.h"
 #include "base/exact_number.h"
-#include "base/number.h"
-#include "mus/page_encoding.h"
 #include "mus/page_walker.h"
+#include "verify/numbers.h"
 
 namespace kiv::proof {
 namespace {
@@ -17,29 +16,25 @@ namespace {
 constexpr std::size_t shortestText = 24;  // of a text item
 constexpr int lastParameterOfTexts = 13;
 
-float valueOf(const Item& item, int p) {
-  return item.par[static_cast<std::size_t>(p)];
-}
-
 bool sameBits(float one, float other) {
   return std::bit_cast<std::uint32_t>(one) == std::bit_cast<std::uint32_t>(other);
 }
 
 int lastParameter(const Item& item) {
-  if (isTextType(item.par[par::type])) {
+  if (item.type().hasText()) {
     return lastParameterOfTexts;
   }
   int last = parameterCount;
-  while (last > par::type && valueOf(item, last) == 0) {
+  while (last > par::type && item[last] == 0) {
     --last;
   }
   return last;
 }
 
-/// The text with blanks up to whole chunks, and in a short text at least the two that it always has.
+/// The text padded with blanks to whole chunks; a short text has two at least.
 std::string chunksOf(const Item& item) {
   std::string chunks = item.text;
-  if (item.par[par::type] == type::shortText) {
+  if (item.type() == ItemType::shortText) {
     chunks.resize(2 * bytesPerWord, ' ');
   }
   chunks.resize((chunks.size() + bytesPerWord - 1) / bytesPerWord * bytesPerWord, ' ');
@@ -47,15 +42,24 @@ std::string chunksOf(const Item& item) {
 }
 
 void appendItem(const Item& item, std::string& bytes) {
-  const bool hasText = isTextType(item.par[par::type]);
+  const bool hasText = item.type().hasText();
   const std::string chunks = hasText ? chunksOf(item) : "";
   const int last = lastParameter(item);
   const std::size_t words = static_cast<std::size_t>(last) + chunks.size() / bytesPerWord;
   bytes += wordBytes(static_cast<float>(words));
   for (int p = 1; p <= last; ++p) {
-    bytes += wordBytes(valueOf(item, p));
+    bytes += wordBytes(item[p]);
   }
   bytes += chunks;
+}
+
+/// The trailer that every result has.
+std::string trailer() {
+  std::string bytes("  \0\0", bytesPerWord);
+  for (const float number : {0.0F, 3.0F, 0.0F, 5.0F, -9999.0F}) {
+    bytes += wordBytes(number);
+  }
+  return bytes;
 }
 
 std::string quoted(const std::string& text) {
@@ -64,11 +68,11 @@ std::string quoted(const std::string& text) {
 
 }  // namespace
 
-LoadedPage loadPage(Host& host, const std::string& name) {
+LoadedPage loadPage(Files& files, const std::string& name) {
   LoadedPage page;
-  auto bytes = readWhole(host, name);
+  auto bytes = readWhole(files, name);
   if (!bytes) {
-    page.trouble = "cannot be read";
+    page.error = "cannot be read";
     return page;
   }
   page.bytes = std::move(*bytes);
@@ -80,34 +84,34 @@ LoadedPage loadPage(Host& host, const std::string& name) {
     status = walker.findItem();
   }
   if (status == ReadStatus::structuralError) {
-    page.trouble = "has a structural error at item " + std::to_string(walker.itemsInFile());
+    page.error = "has a structural error at item " + std::to_string(walker.itemsInFile());
   } else if (status == ReadStatus::tooManyParameters) {
-    page.trouble = "has too many parameters in item " + std::to_string(walker.itemsInFile());
+    page.error = "has too many parameters in item " + std::to_string(walker.itemsInFile());
   }
   return page;
 }
 
 Item asWritten(Item item) {
-  const float kind = item.par[par::type];
-  if (kind == type::staff) {
-    item.par[par::writtenAsZero] = 0;
-  } else if (kind == type::shortText) {
+  const ItemType type = item.type();
+  if (type == ItemType::staff) {
+    item[par::writtenAsZero] = 0;
+  } else if (type == ItemType::shortText) {
     item.text.resize(shortTextCharacters, ' ');
-  } else if (kind == type::text) {
+  } else if (type == ItemType::text) {
     item.text.resize(std::max(item.text.size(), shortestText), ' ');
-  } else if (kind == type::countedText) {
-    item.par[par::textLength] = static_cast<float>(item.text.size());
+  } else if (type == ItemType::countedText) {
+    item[par::textLength] = static_cast<float>(item.text.size());
   }
   for (int p = lastParameter(item) + 1; p <= parameterCount; ++p) {
-    item.par[static_cast<std::size_t>(p)] = 0;
+    item[p] = 0;
   }
   return item;
 }
 
 std::string itemKey(const Item& item) {
-  std::string key = wordBytes(item.par[par::type]);
+  std::string key = wordBytes(item[par::type]);
   for (int p = par::position; p <= parameterCount; ++p) {
-    key += wordBytes(valueOf(item, p));
+    key += wordBytes(item[p]);
   }
   return key + item.text;
 }
@@ -117,39 +121,39 @@ std::string pageOf(const std::vector<Item>& items) {
   for (const Item& item : items) {
     appendItem(item, bytes);
   }
-  bytes += standardTrailer();
+  bytes += trailer();
   const std::size_t words = (bytes.size() - headerBytes) / bytesPerWord;
   bytes[0] = static_cast<char>(words & 0xFFU);
   bytes[1] = static_cast<char>(words >> 8U & 0xFFU);
   return bytes;
 }
 
-std::string nameOfType(float type) {
-  constexpr std::pair<float, std::string_view> names[] = {{type::note, "note"},
-                                                          {type::rest, "rest"},
-                                                          {type::clef, "clef"},
-                                                          {type::staff, "staff"},
-                                                          {type::instrumentNumber, "instrument id"},
-                                                          {type::shortText, "short text"},
-                                                          {type::barline, "barline or brace"},
-                                                          {type::text, "text"},
-                                                          {type::countedText, "counted text"},
-                                                          {type::keySignature, "key signature"},
-                                                          {type::timeSignature, "time signature"}};
+std::string nameOfType(ItemType type) {
+  constexpr std::pair<ItemType, std::string_view> names[] = {{ItemType::note, "note"},
+                                                             {ItemType::rest, "rest"},
+                                                             {ItemType::clef, "clef"},
+                                                             {ItemType::staff, "staff"},
+                                                             {ItemType::instrumentNumber, "instrument id"},
+                                                             {ItemType::shortText, "short text"},
+                                                             {ItemType::barline, "barline or brace"},
+                                                             {ItemType::text, "text"},
+                                                             {ItemType::countedText, "counted text"},
+                                                             {ItemType::keySignature, "key signature"},
+                                                             {ItemType::timeSignature, "time signature"}};
   for (const auto& [known, name] : names) {
     if (known == type) {
       return std::string(name);
     }
   }
-  return "item of type " + generalNumber(type);
+  return "item of type " + generalForm(type.number());
 }
 
 std::string difference(const Item& found, const Item& expected) {
   std::string text;
   for (int p = 1; p <= parameterCount; ++p) {
-    if (p != par::staff && !sameBits(valueOf(found, p), valueOf(expected, p))) {
-      text += (text.empty() ? "P" : ", P") + std::to_string(p) + " is " + exactNumber(valueOf(found, p)) + ", not " +
-              exactNumber(valueOf(expected, p));
+    if (p != par::staff && !sameBits(found[p], expected[p])) {
+      text += (text.empty() ? "P" : ", P") + std::to_string(p) + " is " + exactNumber(found[p]) + ", not " +
+              exactNumber(expected[p]);
     }
   }
   if (found.text != expected.text) {
@@ -161,7 +165,7 @@ std::string difference(const Item& found, const Item& expected) {
 int distance(const Item& one, const Item& other) {
   int count = one.text == other.text ? 0 : 1;
   for (int p = 1; p <= parameterCount; ++p) {
-    count += p == par::staff || sameBits(valueOf(one, p), valueOf(other, p)) ? 0 : 1;
+    count += p == par::staff || sameBits(one[p], other[p]) ? 0 : 1;
   }
   return count;
 }

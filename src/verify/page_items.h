@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "mus/item_table.h"
-#include "platform/host.h"
+#include "mus/item.h"
+#include "platform/files.h"
 
 namespace kiv::proof {
 
@@ -14,32 +14,31 @@ struct PageItem {
   int number = 0;
 };
 
-/// A page file as it lies on the disk.
+/// A page file as it is on the disk.
 struct LoadedPage {
   std::string bytes;
   std::vector<PageItem> items;
-  std::string trouble;  ///< why it cannot be read as a page, in words; "" when it can
+  std::string error;  ///< why it cannot be read as a page, as a phrase; "" when it can
 };
 
-LoadedPage loadPage(Host& host, const std::string& name);
+LoadedPage loadPage(Files& files, const std::string& name);
 
-/// The item as it comes back from a page that it was written to: a staff loses its P4, texts are filled up with blanks
-/// and counted, and a negative zero behind the last parameter that counts is a plain one.
+/// The item as it is read back from a page that it was written to: a staff loses its P4, texts are padded with blanks
+/// and counted, and a negative zero after the last parameter that is not 0 becomes 0.
 Item asWritten(Item item);
 
-/// Bytes that two items have in common exactly when they are the same but for their staff number.
+/// Bytes that are the same for two items exactly when the items differ in no more than their staff number.
 std::string itemKey(const Item& item);
 
-/// The file that holds these items, in this order, as a page of the family is written. Items are as asWritten gives
-/// them.
+/// The page file of these items, in this order. Items are as asWritten gives them.
 std::string pageOf(const std::vector<Item>& items);
 
-/// What an item is, as a person would say: "note", "clef", "item of type 9".
-std::string nameOfType(float type);
+/// What an item is, for messages: "note", "clef", "item of type 9".
+std::string nameOfType(ItemType type);
 
-/// How two items differ besides their staff numbers: "P5 is 3, not 2". The first is what was found.
+/// How an item differs from the expected one, staff numbers aside: "P5 is 3, not 2".
 std::string difference(const Item& found, const Item& expected);
-/// In how many parameters and texts they differ.
+/// The number of parameters and texts in which two items differ.
 int distance(const Item& one, const Item& other);
 
 }  // namespace kiv::proof

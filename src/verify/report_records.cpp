@@ -1,13 +1,15 @@
 #include "verify/report_records.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "base/number.h"
+#include "verify/numbers.h"
 
 namespace kiv::proof {
 namespace {
 
-/// What stands behind "KEY=" of a record, up to the next comma; nullopt without the key.
+/// The value after "KEY=" of a record, up to the next comma; nullopt without the key.
 std::optional<std::string_view> fieldOf(std::string_view record, std::string_view key) {
   const std::size_t at = record.find(key);
   if (at == std::string_view::npos) {
@@ -17,10 +19,10 @@ std::optional<std::string_view> fieldOf(std::string_view record, std::string_vie
   return value.substr(0, value.find(','));
 }
 
-bool takeNumber(std::string_view record, std::string_view key, std::int16_t& number) {
+bool readNumber(std::string_view record, std::string_view key, std::int16_t& number) {
   const auto field = fieldOf(record, key);
   const auto value = field ? strictNumber(*field) : std::nullopt;
-  const auto whole = value ? toInt16(*value) : std::nullopt;
+  const auto whole = value ? roundedTo16Bits(*value) : std::nullopt;
   number = whole.value_or(0);
   return whole.has_value();
 }
@@ -28,9 +30,9 @@ bool takeNumber(std::string_view record, std::string_view key, std::int16_t& num
 std::optional<Record> recordIn(std::string_view line) {
   Record record;
   const auto file = fieldOf(line, ",FILE=");
-  if (!file || file->empty() || !takeNumber(line, "SYSTEM=", record.system) ||
-      !takeNumber(line, ",INSTRID=", record.instrument) || !takeNumber(line, ",NEWSTAFF=", record.newStaff) ||
-      !takeNumber(line, ",STAFF=", record.staff)) {
+  if (!file || file->empty() || !readNumber(line, "SYSTEM=", record.system) ||
+      !readNumber(line, ",INSTRID=", record.instrument) || !readNumber(line, ",NEWSTAFF=", record.newStaff) ||
+      !readNumber(line, ",STAFF=", record.staff)) {
     return std::nullopt;
   }
   record.file = *file;
@@ -62,7 +64,7 @@ Records readRecords(std::string_view report) {
       record->line = number;
       records.staves.push_back(*record);
     } else {
-      records.troubles.push_back("line " + std::to_string(number) + " is no record of a staff");
+      records.errors.push_back("line " + std::to_string(number) + " is no record of a staff");
     }
   }
   return records;

@@ -17,10 +17,10 @@ struct Record {
   std::string file;
 };
 
-/// The records of a report in their order, and what is no record although it is no comment.
+/// The records of a report in their order, and the errors in it.
 struct Records {
   std::vector<Record> staves;
-  std::vector<std::string> troubles;  ///< in words; a report with any is not understood
+  std::vector<std::string> errors;  ///< lines that are neither records nor comments, as phrases
 };
 
 Records readRecords(std::string_view report);

@@ -12,8 +12,8 @@ namespace {
 constexpr std::string_view suffix = ".MUS";
 constexpr std::size_t digits = 4;
 
-std::optional<std::string> stemOf(Host& host, const std::string& firstResultFile) {
-  return withoutLastCharacters(host, firstResultFile, digits + suffix.size());
+std::optional<std::string> stemOf(Machine& machine, const std::string& firstResultFile) {
+  return withoutLastCharacters(machine, firstResultFile, digits + suffix.size());
 }
 
 bool isNumberAndSuffix(std::string_view rest) {
@@ -23,8 +23,9 @@ bool isNumberAndSuffix(std::string_view rest) {
 
 }  // namespace
 
-std::optional<std::vector<std::string>> resultNames(Host& host, const std::string& firstResultFile, std::size_t count) {
-  const auto stem = stemOf(host, firstResultFile);
+std::optional<std::vector<std::string>> resultNames(Machine& machine, const std::string& firstResultFile,
+                                                    std::size_t count) {
+  const auto stem = stemOf(machine, firstResultFile);
   if (!stem || stem->find('\\') == std::string::npos) {
     return std::nullopt;
   }
@@ -38,17 +39,17 @@ std::optional<std::vector<std::string>> resultNames(Host& host, const std::strin
   return names;
 }
 
-std::vector<std::string> surplusResults(Host& host, const std::string& firstResultFile,
+std::vector<std::string> surplusResults(Files& files, Machine& machine, const std::string& firstResultFile,
                                         const std::vector<std::string>& names) {
   const std::string folder = justPath(firstResultFile);
-  const std::string stem = host.upperCase(withoutPath(stemOf(host, firstResultFile).value_or("")));
+  const std::string stem = machine.upperCase(withoutPath(stemOf(machine, firstResultFile).value_or("")));
   std::set<std::string> known;
   for (const std::string& name : names) {
-    known.insert(host.upperCase(withoutPath(name)));
+    known.insert(machine.upperCase(withoutPath(name)));
   }
   std::vector<std::string> surplus;
-  for (const FolderEntry& entry : host.listFolder(folder)) {
-    const std::string name = host.upperCase(entry.name);
+  for (const FolderEntry& entry : files.listFolder(folder)) {
+    const std::string name = machine.upperCase(entry.name);
     if (!entry.isFolder && name.starts_with(stem) && isNumberAndSuffix(std::string_view(name).substr(stem.size())) &&
         !known.contains(name)) {
       surplus.push_back(folder + entry.name);

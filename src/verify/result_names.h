@@ -5,16 +5,18 @@
 #include <string>
 #include <vector>
 
-#include "platform/host.h"
+#include "platform/files.h"
+#include "platform/machine.h"
 
 namespace kiv::proof {
 
-/// The names of so many results, by that of the first one: number and suffix at its end are replaced. Nullopt when it
-/// is too short for them.
-std::optional<std::vector<std::string>> resultNames(Host& host, const std::string& firstResultFile, std::size_t count);
+/// The names of count results, by that of the first one: number and suffix at its end are replaced. Nullopt when it
+/// is too short, or has no folder.
+std::optional<std::vector<std::string>> resultNames(Machine& machine, const std::string& firstResultFile,
+                                                    std::size_t count);
 
-/// The files in the folder of the results that are named like one, with a number that none of these has.
-std::vector<std::string> surplusResults(Host& host, const std::string& firstResultFile,
+/// The files in the folder of the results that are named like a result, but are none of these.
+std::vector<std::string> surplusResults(Files& files, Machine& machine, const std::string& firstResultFile,
                                         const std::vector<std::string>& names);
 
 }  // namespace kiv::proof

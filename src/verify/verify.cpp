@@ -5,13 +5,11 @@
 #include <set>
 #include <unordered_map>
 
-#include "analysis/report.h"
-#include "analysis/verdict.h"
 #include "base/sha256.h"
-#include "input/file_names.h"
 #include "verify/compare_items.h"
 #include "verify/compare_layout.h"
 #include "verify/compare_report.h"
+#include "verify/first_clefs.h"
 #include "verify/report_records.h"
 #include "verify/result_names.h"
 #include "verify/system_model.h"
@@ -19,134 +17,142 @@
 namespace kiv::proof {
 namespace {
 
-/// The items of a page file by the staff on which they stand.
+constexpr const char* reportName = "KivSystem2.TXT";
+constexpr const char* verdictName = "KivSystem1.TXT";
+
+/// The items of a page file, by their staff.
 struct InputPage {
   std::unordered_map<float, std::vector<PageItem>> staves;
   std::size_t items = 0;
 };
 
-class Proof {
+class Verifier {
  public:
-  Proof(Host& host, const AnalysisAgain& again, const ConversionToProve& conversion)
-      : host_(host), again_(again), conversion_(conversion) {}
+  Verifier(Files& files, Machine& machine, const AnalysisAgain& again, const ConversionToProve& conversion)
+      : files_(files), machine_(machine), again_(again), conversion_(conversion) {}
 
   Verification run();
 
  private:
-  void find(const std::string& file, const std::string& what) { verification_.findings.push_back({file, 0, what}); }
-  void take(std::vector<Finding> findings);
+  void report(const std::string& file, const std::string& what) { verification_.findings.push_back({file, 0, what}); }
+  void report(const std::vector<Finding>& findings);
   std::string readText(const std::string& name, const std::string& expected);
   void digest(const std::string& name, std::string_view bytes);
   void readInputs();
-  void sortRecords();
+  void groupRecords();
   void readResults();
   bool numbersAreShown();
-  void thinkOut();
+  void deriveExpected();
   void compare();
 
-  Host& host_;
+  Files& files_;
+  Machine& machine_;
   const AnalysisAgain& again_;
   const ConversionToProve& conversion_;
   Verification verification_;
   Records records_;
   std::vector<std::vector<Record>> systems_;
   std::map<std::string, InputPage> inputs_;
+  FirstClefs firstClefs_;
   std::vector<ResultPage> results_;
 };
 
-void Proof::take(std::vector<Finding> findings) {
+void Verifier::report(const std::vector<Finding>& findings) {
   verification_.findings.insert(verification_.findings.end(), findings.begin(), findings.end());
 }
 
-void Proof::digest(const std::string& name, std::string_view bytes) {
+void Verifier::digest(const std::string& name, std::string_view bytes) {
   verification_.files.push_back({name, sha256(bytes)});
 }
 
-std::string Proof::readText(const std::string& name, const std::string& expected) {
-  auto text = readWhole(host_, name);
+std::string Verifier::readText(const std::string& name, const std::string& expected) {
+  auto text = readWhole(files_, name);
   if (!text) {
-    find(name, "cannot be read");
+    report(name, "cannot be read");
     return "";
   }
   digest(name, *text);
-  if (again_.trouble.empty()) {
-    take(compareText(name, *text, expected));
+  if (again_.failure.empty()) {
+    report(compareText(name, *text, expected));
   }
   return std::move(*text);
 }
 
-void Proof::readInputs() {
+void Verifier::readInputs() {
   std::set<std::string> names(again_.inputs.begin(), again_.inputs.end());
   for (const Record& record : records_.staves) {
     names.insert(record.file);
   }
+  std::map<std::string, StavesAndClefs> clefs;
   for (const std::string& name : names) {
-    LoadedPage page = loadPage(host_, name);
-    if (!page.trouble.empty()) {
-      find(name, page.trouble);
+    LoadedPage page = loadPage(files_, name);
+    if (!page.error.empty()) {
+      report(name, page.error);
     }
     if (!page.bytes.empty()) {
       digest(name, page.bytes);
     }
+    clefs.emplace(name, stavesAndClefsOf(page));
     InputPage& input = inputs_[name];
     input.items = page.items.size();
     for (PageItem& item : page.items) {
-      const float staff = item.item.par[par::staff];
+      const float staff = item.item[par::staff];
       input.staves[staff].push_back(std::move(item));
     }
   }
+  firstClefs_ = firstClefsOf(again_.inputs, clefs);
   verification_.counts.inputs = inputs_.size();
 }
 
-/// Deals the records to their systems, which must be numbered without a gap.
-void Proof::sortRecords() {
+/// Groups the records by system. The systems must be numbered without a gap.
+void Verifier::groupRecords() {
   std::map<int, std::vector<Record>> systems;
-  std::set<std::pair<std::string, int>> known;
+  std::set<std::pair<std::string, int>> listed;
   for (const Record& record : records_.staves) {
     systems[record.system].push_back(record);
-    if (!known.insert({record.file, record.staff}).second) {
-      find(reportFile, "lists staff " + std::to_string(record.staff) + " of " + record.file + " more than once");
+    if (!listed.insert({record.file, record.staff}).second) {
+      report(reportName, "lists staff " + std::to_string(record.staff) + " of " + record.file + " more than once");
     }
   }
   for (const auto& [number, records] : systems) {
     if (number != static_cast<int>(systems_.size()) + 1) {
-      find(reportFile, "has a system " + std::to_string(number) + ", which no conversion reaches");
+      report(reportName, "has a system " + std::to_string(number) + ", which no conversion reaches");
     } else {
       systems_.push_back(records);
     }
   }
 }
 
-void Proof::readResults() {
-  const auto names = resultNames(host_, conversion_.firstResultFile, systems_.size());
+void Verifier::readResults() {
+  const auto names = resultNames(machine_, conversion_.firstResultFile, systems_.size());
   if (!names) {
-    find(conversion_.firstResultFile, "cannot be the name of a first result");
+    report(conversion_.firstResultFile, "cannot be the name of a first result");
     return;
   }
   for (const std::string& name : *names) {
-    ResultPage result{name, {}, loadPage(host_, name)};
-    if (!result.found.trouble.empty()) {
-      find(name, result.found.trouble);
+    ResultPage result{name, {}, loadPage(files_, name)};
+    if (!result.found.error.empty()) {
+      report(name, result.found.error);
     }
     if (!result.found.bytes.empty()) {
       digest(name, result.found.bytes);
     }
     results_.push_back(std::move(result));
   }
-  for (const std::string& name : surplusResults(host_, conversion_.firstResultFile, *names)) {
-    if (!inputs_.contains(name) && !inputs_.contains(host_.upperCase(name))) {
-      find(name, "is a result, and the report has no system for it");
+  for (const std::string& name : surplusResults(files_, machine_, conversion_.firstResultFile, *names)) {
+    if (!inputs_.contains(name) && !inputs_.contains(machine_.upperCase(name))) {
+      report(name, "is a result, and the report has no system for it");
     }
   }
   verification_.counts.results = results_.size();
 }
 
-/// Where nobody has said so, results that have more instrument ids than their inputs show them.
-bool Proof::numbersAreShown() {
+/// Unless that is known, results that have more instrument ids than their inputs show them.
+bool Verifier::numbersAreShown() {
   if (conversion_.showNumbers) {
     return *conversion_.showNumbers;
   }
-  const auto isNumber = [](const PageItem& read) { return read.item.par[par::type] == type::instrumentNumber; };
+  const auto isNumber = [](const PageItem& read) { return read.item.type() == ItemType::instrumentNumber; };
   std::ptrdiff_t more = 0;
   for (const ResultPage& result : results_) {
     more += std::count_if(result.found.items.begin(), result.found.items.end(), isNumber);
@@ -158,17 +164,17 @@ bool Proof::numbersAreShown() {
   return more > 0;
 }
 
-void Proof::thinkOut() {
-  RunKnowledge run{KnownInstruments(records_.staves), {}};
+void Verifier::deriveExpected() {
+  GroupKnowledge group{KnownInstruments(records_.staves), {}};
   const bool showNumbers = numbersAreShown();
   for (std::size_t i = 0; i < results_.size(); ++i) {
-    SystemModel model(run, again_.firstClefs);
+    SystemModel model(group, firstClefs_);
     for (const Record& record : systems_[i]) {
-      model.carry(record, inputs_[record.file].staves[record.staff]);
+      model.addStaff(record, inputs_[record.file].staves[record.staff]);
     }
     model.complete(showNumbers);
-    if (!model.trouble().empty()) {
-      find(reportFile, "has a system " + std::to_string(i + 1) + " that cannot be converted: " + model.trouble());
+    if (!model.error().empty()) {
+      report(reportName, "has a system " + std::to_string(i + 1) + " that cannot be converted: " + model.error());
       results_.resize(i);
       break;
     }
@@ -187,39 +193,39 @@ void Proof::thinkOut() {
   counts.leftOut -= std::min(counts.leftOut, counts.carried + counts.barlines);
 }
 
-void Proof::compare() {
-  take(compareLayout(results_));
+void Verifier::compare() {
+  report(compareLayout(results_));
   const auto differences = compareItems(results_);
-  take(differences);
+  report(differences);
   if (!differences.empty()) {
     return;
   }
   for (const ResultPage& result : results_) {
-    take(compareBytes(result));
+    report(compareBytes(result));
   }
 }
 
-Verification Proof::run() {
-  if (!again_.trouble.empty()) {
-    find(reportFile, "cannot be made again: " + again_.trouble);
+Verification Verifier::run() {
+  if (!again_.failure.empty()) {
+    report(reportName, "cannot be made again: " + again_.failure);
   }
-  records_ = readRecords(readText(reportFile, again_.report));
-  for (const std::string& trouble : records_.troubles) {
-    find(reportFile, trouble);
+  records_ = readRecords(readText(reportName, again_.report));
+  for (const std::string& error : records_.errors) {
+    report(reportName, error);
   }
-  readText(verdictFile, again_.verdict);
+  readText(verdictName, again_.verdict);
   readInputs();
-  sortRecords();
+  groupRecords();
   readResults();
-  thinkOut();
+  deriveExpected();
   compare();
   return std::move(verification_);
 }
 
 }  // namespace
 
-Verification verify(Host& host, const AnalysisAgain& again, const ConversionToProve& conversion) {
-  return Proof(host, again, conversion).run();
+Verification verify(Files& files, Machine& machine, const AnalysisAgain& again, const ConversionToProve& conversion) {
+  return Verifier(files, machine, again, conversion).run();
 }
 
 }  // namespace kiv::proof

@@ -4,48 +4,47 @@
 #include <string>
 #include <vector>
 
-#include "analysis/first_clef_table.h"
-#include "platform/host.h"
+#include "platform/files.h"
+#include "platform/machine.h"
 #include "verify/finding.h"
 #include "verify/manifest.h"
 
 namespace kiv::proof {
 
-/// What an analysis of the inputs gives today, made anew for the proof.
+/// What a new analysis of the inputs gives.
 struct AnalysisAgain {
   std::string report;
   std::string verdict;
-  std::string trouble;  ///< why there is no analysis, in words; "" when there is one
-  std::vector<std::string> inputs;
-  FirstClefTable firstClefs;
+  std::string failure;              ///< the message that ended the analysis, on one line; "" when it succeeded
+  std::vector<std::string> inputs;  ///< full names in upper case, in the order of selection
 };
 
-/// What a conversion was asked for.
+/// The options of the conversion to be proved.
 struct ConversionToProve {
   std::string firstResultFile;      ///< its full name
-  std::optional<bool> showNumbers;  ///< whether results show instrument ids; unknown: as most of them do
+  std::optional<bool> showNumbers;  ///< whether results show instrument ids; nullopt: to be seen from the results
 };
 
-/// What the proof has looked at.
+/// What was compared.
 struct Counts {
   std::size_t inputs = 0;    ///< files
   std::size_t results = 0;   ///< files
   std::size_t carried = 0;   ///< items of the inputs that the results must hold
-  std::size_t barlines = 0;  ///< barlines and braces of the inputs, which the results have their own for
+  std::size_t barlines = 0;  ///< barlines and braces of the inputs, which a conversion replaces
   std::size_t leftOut = 0;   ///< items of the inputs on staves that the report does not list
   std::size_t added = 0;     ///< items that a conversion adds
 };
 
 struct Verification {
   std::vector<Finding> findings;
-  std::vector<DigestedFile> files;  ///< inputs, report, verdict, results; those that can be read
+  std::vector<DigestedFile> files;  ///< inputs, report, verdict, results: all that can be read
   Counts counts;
 
   bool proved() const { return findings.empty(); }
 };
 
-/// Reads inputs, report, verdict and results again and holds them against what the rules of a conversion say. Nothing
-/// is written, and no message is shown.
-Verification verify(Host& host, const AnalysisAgain& again, const ConversionToProve& conversion);
+/// Reads inputs, report, verdict and results, and compares them with what follows from the rules of a conversion.
+/// Nothing is written, and no message is shown.
+Verification verify(Files& files, Machine& machine, const AnalysisAgain& again, const ConversionToProve& conversion);
 
 }  // namespace kiv::proof

@@ -12,7 +12,7 @@ class LeftBarlines : public ::testing::Test {
  protected:
   std::string marked(std::string_view text) {
     table = tableOf(host, text);
-    end = endOf([&] { deleteLeftBarlines(host, "C:\\A1.MUS", table); });
+    end = endOf(host, [&] { deleteLeftBarlines(table); });
     return asText(table);
   }
   static std::string staves(int count) {
@@ -32,7 +32,7 @@ TEST_F(LeftBarlines, StaffWithoutOneIsASystemOfItsOwn) {
   EXPECT_EQ(marked("staff 1 at 0\nstaff 2 at 0\n"), "staff 1 at 0 p19 1 p20 1\nstaff 2 at 0 p19 1 p20 1\n");
 }
 
-TEST_F(LeftBarlines, SpannedStavesArePassedOver) {
+TEST_F(LeftBarlines, SpannedStavesAreSkipped) {
   EXPECT_EQ(marked(staves(4) + "barline 1 at 0 spans 3\nbarline 4 at 0 spans 1\n"),
             "staff 1 at 0 p19 3 p20 1\nstaff 2 at 0\nstaff 3 at 0\nstaff 4 at 0 p19 1 p20 1\n"
             "barline 1 at 0 spans 3 p20 1\nbarline 4 at 0 spans 1 p20 1\n");
@@ -84,7 +84,7 @@ TEST_F(LeftBarlines, NegativeSpanBecomes1) {
 TEST_F(LeftBarlines, SpanBeyond16BitsIsARunTimeError) {
   marked(staves(1) + "barline 1 at 0 spans 32768\n");
   EXPECT_EQ(end, 1);
-  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\A1.MUS, item 2")});
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\TABLE.MUS, item 2")});
 }
 
 TEST_F(LeftBarlines, SpanBeyond16BitsIsNotLookedAtWithoutAStaff) {
@@ -106,7 +106,7 @@ TEST_F(LeftBarlines, EveryStaffItemOfTheNumberIsMarked) {
             "staff 1 at 0 p19 2 p20 1\nstaff 1 at 500 p19 2 p20 1\nbarline 1 at 500 spans 2 p20 1\nstaff 2 at 0\n");
 }
 
-TEST_F(LeftBarlines, BarlinesOfStavesPassedOverStayUnmarked) {
+TEST_F(LeftBarlines, BarlinesOfSkippedStavesStayUnmarked) {
   EXPECT_EQ(marked(staves(2) + "barline 1 at 0 spans 2\nbarline 2 at 0 spans 1\nbarline 2 at 0 kind 8\n"),
             "staff 1 at 0 p19 2 p20 1\nstaff 2 at 0\nbarline 1 at 0 spans 2 p20 1\nbarline 2 at 0 spans 1\n"
             "barline 2 at 0 kind 8\n");

@@ -32,7 +32,7 @@ class CheckPage : public ::testing::Test {
   }
   PageProblems checkAgain(PageSystems systems = {1, 9}) {
     PageProblems problems;
-    end = endOf([&] { problems = checkPage(host, file, table, systems); });
+    end = endOf(host, [&] { problems = checkPage(table, systems); });
     return problems;
   }
 
@@ -151,10 +151,10 @@ TEST_F(CheckPage, MoreRecursiveCuesThan16BitsCountIsARunTimeError) {
   }
   check(text);
   EXPECT_EQ(end, 1);
-  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\M\\X1.MUS, item 327")});
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\TABLE.MUS, item 327")});
 }
 
-TEST_F(CheckPage, InAFreshTableEveryCueIsUndefined) {
+TEST_F(CheckPage, InANewTableEveryCueIsUndefined) {
   const PageProblems problems = check(
       "staff 2 at 0 instrument 101 p18 1\nrest 2 at 5 kind -2 cue 102\n"
       "staff 1 at 0 instrument 102 p18 1\nrest 1 at 5 kind -2 cue 999\n");
@@ -169,7 +169,7 @@ TEST_F(CheckPage, ACueOfNoNumberIsUndefinedEvenWhereAStaffHasNoneEither) {
   EXPECT_EQ(problems.recursiveCueCount, 0);
 }
 
-TEST_F(CheckPage, RowBehindTheLastItemNamesTheSystemThatDefinesCues) {
+TEST_F(CheckPage, RowAfterTheLastItemNamesTheSystemThatDefinesCues) {
   table = tableOf(host,
                   "staff 2 at 0 instrument 101 p18 1\nstaff 1 at 0 instrument 102 p18 2\n"
                   "rest 1 at 5 kind -2 cue 101\nrest 1 at 5 kind -2 cue 102\n");
@@ -179,7 +179,7 @@ TEST_F(CheckPage, RowBehindTheLastItemNamesTheSystemThatDefinesCues) {
   EXPECT_EQ(checkAgain().undefinedCues, "102 in staff 1, ");
 }
 
-TEST_F(CheckPage, RowOfALongerPageBeforeIsStillThere) {
+TEST_F(CheckPage, RowOfALongerPageReadBeforeIsStillThere) {
   host.addFile("C:\\LONG.MUS", page("staff 1 at 0\nstaff 2 at 0\nstaff 3 at 0 p18 6\n"));
   host.addFile("C:\\SHORT.MUS", page("staff 1 at 0 instrument 5 p18 6\nrest 1 at 5 kind -2 cue 5\n"));
   readFile(host, "C:\\LONG.MUS", table);
@@ -194,10 +194,10 @@ TEST_F(CheckPage, WithTheTableFullACueIsARunTimeError) {
   }
   check(text);
   EXPECT_EQ(end, 1);
-  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Subscript out of range\r\nC:\\M\\X1.MUS, item 1")});
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Subscript out of range\r\nC:\\TABLE.MUS, item 1")});
 }
 
-TEST_F(CheckPage, WithTheTableFullAndNoCueAllIsWell) {
+TEST_F(CheckPage, WithTheTableFullAndNoCueThereIsNoError) {
   std::string text;
   for (int i = 0; i < 5000; ++i) {
     text += "barline 1 at 0\n";
@@ -210,16 +210,29 @@ class ShowProblems : public ::testing::Test {
  protected:
   std::vector<Message> shown(const PageProblems& problems, bool multifile, bool allowZeroInstrId = false) {
     host.messages.clear();
-    showProblems(host, problems, multifile, allowZeroInstrId, file);
+    showProblems(host, problems, {multifile, file}, allowZeroInstrId);
     return host.messages;
   }
 
+  /// One problem or more of each kind.
+  static PageProblems all() {
+    PageProblems problems;
+    problems.dupIdCount = 2;
+    problems.dupStaffCount = 1;
+    problems.recursiveCueCount = 3;
+    problems.zeroIdCount = 1;
+    problems.undefinedCueCount = 2;
+    problems.duplicateIds = "101,104,";
+    problems.duplicateStaves = "2,";
+    problems.undefinedCues = "105 in staff 3, 106 in staff 1, ";
+    return problems;
+  }
+
   FakeHost host;
-  const PageProblems all{2, 1, 3, 1, 2, "101,104,", "2,", "105 in staff 3, 106 in staff 1, "};
 };
 
 TEST_F(ShowProblems, TextsOfASingleFilePageInOrder) {
-  EXPECT_EQ(shown(all, false),
+  EXPECT_EQ(shown(all(), false),
             (std::vector{
                 information("Duplicate instrument Id in file: C:\\M\\X1.MUS\r\nInstrId(s): 101,104\r\n\r\n"
                             "Results are unpredictable."),
@@ -234,7 +247,7 @@ TEST_F(ShowProblems, TextsOfASingleFilePageInOrder) {
 }
 
 TEST_F(ShowProblems, TextsOfAMultifilePageInOrder) {
-  EXPECT_EQ(shown(all, true),
+  EXPECT_EQ(shown(all(), true),
             (std::vector{
                 information("Duplicate instrument Id in multipage files. Top file is: C:\\M\\X1.MUS\r\n"
                             "InstrId(s): 101,104\r\n\r\nResults are unpredictable."),
@@ -249,14 +262,14 @@ TEST_F(ShowProblems, TextsOfAMultifilePageInOrder) {
             }));
 }
 
-TEST_F(ShowProblems, AllowedZeroIdentifiersAreNotMentioned) {
+TEST_F(ShowProblems, AllowedZeroIdentifiersAreNotReported) {
   PageProblems zero;
   zero.zeroIdCount = 3;
   EXPECT_EQ(shown(zero, false, true), std::vector<Message>{});
   EXPECT_EQ(shown(zero, false, false).size(), 1U);
 }
 
-TEST_F(ShowProblems, NothingIsSaidAboutAGoodPage) {
+TEST_F(ShowProblems, NothingIsShownForAPageWithoutProblems) {
   EXPECT_EQ(shown({}, false), std::vector<Message>{});
 }
 

@@ -12,16 +12,16 @@ class PageSystemsTest : public ::testing::Test {
  protected:
   void addPage(const std::string& file, std::string_view text) { host.addFile("C:\\M\\" + file, page(text)); }
   void read(const PageEntry& entry) {
-    end = endOf([&] { readPage(host, entry, "C:\\M\\", musFileName, table, firstClefs, reader); });
+    end = endOf(host, [&] { topFile = pages.read(entry, "C:\\M\\", table, firstClefs); });
   }
   void number() {
-    end = endOf([&] { systems = numberSystems(host, musFileName, table, systemBase); });
+    end = endOf(host, [&] { systems = numberSystems(table, systemBase); });
   }
   /// "staff/system/staves up" for every staff, from the top of the table.
   std::string layout() const {
     std::string text;
     for (int i = 1; i <= table.itemCount(); ++i) {
-      if (table.itemPar(i, par::type) == type::staff) {
+      if (table.type(i) == ItemType::staff) {
         text += std::to_string(static_cast<int>(table.itemPar(i, par::staff))) + "/" +
                 std::to_string(static_cast<int>(table.itemPar(i, par::system))) + "/" +
                 std::to_string(static_cast<int>(table.itemPar(i, par::stavesUp))) + " ";
@@ -33,8 +33,8 @@ class PageSystemsTest : public ::testing::Test {
   FakeHost host;
   ItemTable table;
   FirstClefTable firstClefs;
-  MusReader reader;
-  std::string musFileName;
+  PageReader pages{host, host, host};
+  std::string topFile;
   std::int16_t systemBase = 0;
   PageSystems systems;
   std::optional<int> end;
@@ -47,18 +47,18 @@ TEST_F(PageSystemsTest, SingleFileLiesInTheResultFolder) {
   addPage("X1.MUS", "staff 1 at 0\nstaff 2 at 0\nbarline 1 at 0 spans 2\n");
   read(onePage);
   EXPECT_EQ(end, std::nullopt);
-  EXPECT_EQ(musFileName, "C:\\M\\X1.MUS");
+  EXPECT_EQ(topFile, "C:\\M\\X1.MUS");
   EXPECT_EQ(layout(), "2/0/0 1/0/2 ");
 }
 
-TEST_F(PageSystemsTest, PageNameWithAFolderIsTakenAsItIs) {
+TEST_F(PageSystemsTest, PageNameWithAFolderIsUsedAsItIs) {
   host.addFile("D:\\N\\X1AB.MUS", page("staff 1 at 0\n"));
   read({"D:\\N\\X1AB.MUS", "", "D:\\N\\"});
-  EXPECT_EQ(musFileName, "D:\\N\\X1AB.MUS");
+  EXPECT_EQ(topFile, "D:\\N\\X1AB.MUS");
   EXPECT_EQ(table.itemCount(), 1);
 }
 
-TEST_F(PageSystemsTest, TableIsStartedAfreshForEveryPage) {
+TEST_F(PageSystemsTest, TableIsClearedForEveryPage) {
   addPage("X1.MUS", "staff 1 at 0\nbarline 1 at 0\n");
   read(onePage);
   read(onePage);
@@ -70,7 +70,7 @@ TEST_F(PageSystemsTest, FilesAreReadFromTheLastLetterAndStacked) {
   addPage("X1B.MUS", "staff 1 at 0 instrument 103\nstaff 2 at 0 instrument 102\nbarline 1 at 0 spans 2\n");
   read(twoFiles);
   EXPECT_EQ(end, std::nullopt);
-  EXPECT_EQ(musFileName, "C:\\M\\X1A.MUS") << "the top file";
+  EXPECT_EQ(topFile, "C:\\M\\X1A.MUS");
   EXPECT_EQ(asText(table),
             "staff 3 at 0 instrument 101 \"STAFF=1,FILE=C:\\M\\X1A.MUS\"\n"
             "barline 3 at 0 p20 1\n"
@@ -83,7 +83,7 @@ TEST_F(PageSystemsTest, LettersInAnotherOrderStackInThatOrder) {
   addPage("X1A.MUS", "staff 1 at 0 instrument 101\nbarline 1 at 0 spans 1\n");
   addPage("X1B.MUS", "staff 1 at 0 instrument 102\nbarline 1 at 0 spans 1\n");
   read({"X1.MUS", "BA", "C:\\M\\"});
-  EXPECT_EQ(musFileName, "C:\\M\\X1B.MUS");
+  EXPECT_EQ(topFile, "C:\\M\\X1B.MUS");
   EXPECT_EQ(table.itemPar(1, par::instrument), 102) << "file B is on top";
 }
 
@@ -128,6 +128,44 @@ TEST_F(PageSystemsTest, OffsetBeyond16BitsIsARunTimeError) {
   EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\M\\X1B.MUS, item 2")});
 }
 
+TEST_F(PageSystemsTest, StaffThatDoesNotFitIsNamedByItsNumberInItsOwnFile) {
+  addPage("X1A.MUS", "staff 1 at 0\n");
+  addPage("X1B.MUS", "note 1 at 5\nstaff 1 at 0\nnote 1 at 7\nstaff 40000 at 0\n");
+  read(twoFiles);
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\M\\X1B.MUS, item 4")});
+  EXPECT_EQ(host.shown.at(0).location, (Location{.file = "C:\\M\\X1B.MUS", .item = 4}));
+}
+
+TEST_F(PageSystemsTest, StaffOfTheUpperFileThatDoesNotFitIsNamedByItsNumberThere) {
+  addPage("X1A.MUS", "note 1 at 5\nstaff 32000 at 0\n");
+  addPage("X1B.MUS", "staff 1 at 0\nstaff 1000 at 0\nbarline 1 at 0 spans 1\n");
+  read(twoFiles);
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\M\\X1A.MUS, item 2")});
+}
+
+TEST_F(PageSystemsTest, BarlineThatDoesNotFitIsNamedByItsNumberAlthoughTheTableIsSorted) {
+  addPage("X1.MUS", "staff 1 at 0\nnote 1 at 5\nbarline 1 at 9 spans 40000\nstaff 2 at 0\nstaff 3 at 0\n");
+  read(onePage);
+  EXPECT_EQ(end, 1);
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\M\\X1.MUS, item 3")});
+  EXPECT_EQ(host.shown.at(0).location, (Location{.file = "C:\\M\\X1.MUS", .item = 3}));
+}
+
+TEST_F(PageSystemsTest, BarlineOfTheLowerFileThatDoesNotFitIsNamedWithThatFile) {
+  addPage("X1A.MUS", "staff 1 at 0\nbarline 1 at 0 spans 1\n");
+  addPage("X1B.MUS", "note 1 at 5\nstaff 1 at 0\nbarline 1 at 0 spans 40000\n");
+  read(twoFiles);
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\M\\X1B.MUS, item 3")});
+}
+
+TEST_F(PageSystemsTest, SystemNumberThatDoesNotFitIsNamedWithTheFileThatHasIt) {
+  addPage("X1A.MUS", "staff 1 at 0\nbarline 1 at 0 spans 1\n");
+  addPage("X1B.MUS", "staff 1 at 0\nbarline 1 at 0 spans 1\nstaff 0 at 0 p18 1e9\n");
+  read(twoFiles);
+  number();
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\M\\X1B.MUS, item 3")});
+}
+
 TEST_F(PageSystemsTest, TopSystemOfThePageHasTheLowestNumber) {
   addPage("X1.MUS",
           "staff 1 at 0\nstaff 2 at 0\nstaff 3 at 0\nstaff 4 at 0\nstaff 5 at 0\n"
@@ -159,7 +197,7 @@ TEST_F(PageSystemsTest, PageWithoutStavesHasNoSystem) {
   EXPECT_EQ(systemBase, 4);
 }
 
-TEST_F(PageSystemsTest, StaffBelowTheFirstBottomStaffTakesPartWithTheNumberOfItsFile) {
+TEST_F(PageSystemsTest, StaffBelowTheFirstBottomStaffCountsWithTheNumberOfItsFile) {
   addPage("X1.MUS", "staff 0 at 0 p18 3\nstaff 1 at 0\n");
   read(onePage);
   number();
@@ -167,7 +205,7 @@ TEST_F(PageSystemsTest, StaffBelowTheFirstBottomStaffTakesPartWithTheNumberOfIts
   EXPECT_EQ(systemBase, 3);
 }
 
-TEST_F(PageSystemsTest, StaffWithoutANumberOfItsFileEndsBehindTheSystems) {
+TEST_F(PageSystemsTest, StaffWithoutANumberOfItsFileComesAfterTheSystems) {
   addPage("X1.MUS", "staff 0.5 at 0\nstaff 1 at 0\n");
   read(onePage);
   number();
@@ -189,7 +227,7 @@ TEST_F(PageSystemsTest, SystemNumberOfTheFileBeyond16BitsIsARunTimeError) {
   read(onePage);
   number();
   EXPECT_EQ(end, 1);
-  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\M\\X1.MUS, item 2")});
+  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nC:\\M\\X1.MUS, item 1")});
 }
 
 }  // namespace

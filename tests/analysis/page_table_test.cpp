@@ -26,7 +26,7 @@ class GroupPages : public ::testing::Test {
       ++names.nameCount;
     }
     PageTable table;
-    end = endOf([&] { groupPages(host, names, musFileName, table); });
+    end = endOf(host, [&] { table = groupPages(host, names); });
     return table.pages;
   }
   static PageEntry single(const std::string& name) { return {name, "", "C:\\M\\"}; }
@@ -45,14 +45,12 @@ class GroupPages : public ::testing::Test {
   }
 
   FakeHost host;
-  std::string musFileName;
   std::optional<int> end;
 };
 
 TEST_F(GroupPages, FileWithoutLetterIsAPage) {
   EXPECT_EQ(pagesOf({"X12.MUS", "X13.MUS"}), (Pages{single("X12.MUS"), single("X13.MUS")}));
   EXPECT_EQ(end, std::nullopt);
-  EXPECT_EQ(musFileName, "C:\\M\\X13.MUS");
 }
 
 TEST_F(GroupPages, LettersAAndBFormOnePage) {
@@ -68,6 +66,7 @@ TEST_F(GroupPages, LetterBAloneIsAnOrdinaryPage) {
 TEST_F(GroupPages, LettersInAnotherOrderAreWarnedAbout) {
   EXPECT_EQ(pagesOf({"X12B.MUS", "X12A.MUS"}), (Pages{multifile("X12.MUS", "BA")}));
   EXPECT_EQ(host.messages, std::vector{letterWarning("X12.MUS [BA]")});
+  EXPECT_EQ(host.shown.at(0).location, (Location{.file = "C:\\M\\X12B.MUS"})) << "the first of its files";
   EXPECT_EQ(end, std::nullopt);
 }
 
@@ -124,7 +123,7 @@ TEST_F(GroupPages, NameThatIsMoreThanItsPartsIsANamingProblem) {
     pagesOf({"X1.MUS", file, "X2.MUS"});
     EXPECT_EQ(host.messages, std::vector{namingProblem("C:\\M\\" + file)}) << file;
     EXPECT_EQ(end, 1) << file;
-    EXPECT_EQ(musFileName, "C:\\M\\" + file);
+    EXPECT_EQ(host.shown.back().location, (Location{.file = "C:\\M\\" + file}));
   }
 }
 
@@ -144,7 +143,7 @@ TEST_F(GroupPages, CriticalNamesComeBeforeWarnings) {
   EXPECT_EQ(host.messages, std::vector{namingProblem("C:\\M\\PAGE 1.MUS")});
 }
 
-TEST_F(GroupPages, EveryRunStartsAfresh) {
+TEST_F(GroupPages, EveryRunStartsEmpty) {
   pagesOf({"X1.MUS"});
   EXPECT_EQ(pagesOf({"X2.MUS"}), (Pages{single("X2.MUS")}));
 }

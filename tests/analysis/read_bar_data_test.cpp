@@ -14,7 +14,7 @@ class ReadBarData : public ::testing::Test {
   void read(std::string_view text, std::int16_t offset = 0) { readBytes(page(text), offset); }
   void readBytes(std::string bytes, std::int16_t offset = 0) {
     host.addFile(name, std::move(bytes));
-    end = endOf([&] { readBarData(host, name, offset, table, firstClefs, reader); });
+    end = endOf(host, [&] { reader.readBarData(name, offset, table, firstClefs); });
   }
   std::string items() const { return asText(table); }
 
@@ -22,12 +22,12 @@ class ReadBarData : public ::testing::Test {
   FakeHost host;
   ItemTable table;
   FirstClefTable firstClefs;
-  MusReader reader;
+  BarDataReader reader{host, host};
   std::optional<int> end;
 };
 
 TEST_F(ReadBarData, MissingFileIsANamingProblem) {
-  end = endOf([&] { readBarData(host, name, 0, table, firstClefs, reader); });
+  end = endOf(host, [&] { reader.readBarData(name, 0, table, firstClefs); });
   EXPECT_EQ(end, 1);
   EXPECT_EQ(host.messages,
             std::vector{critical("File naming problem: C:\\M\\A1.MUS\r\nCurrent folder = C:\\KIV\r\n"
@@ -44,9 +44,10 @@ TEST_F(ReadBarData, BrokenFileIsReportedWithItsItemNumber) {
   EXPECT_EQ(host.messages, std::vector{critical("Structural error in MUS file: C:\\M\\A1.MUS\r\n"
                                                 "Try to recover with KivValid/KivRecover.\r\n"
                                                 "Current folder = C:\\KIV\r\nItem number = 2")});
+  EXPECT_EQ(host.shown.at(0).location, (Location{.file = name, .item = 2}));
 }
 
-TEST_F(ReadBarData, TextWithoutRoomForItsCharactersIsBroken) {
+TEST_F(ReadBarData, TextTooShortForItsCharactersIsBroken) {
   for (const char* type : {"11", "15", "16"}) {
     host.messages.clear();
     read("staff 1 at 0 size 1\nitem " + std::string(type) + " 1 5 0 0 0 0 0 0 0 0 0 0\n");
@@ -86,12 +87,18 @@ TEST_F(ReadBarData, KeepsStavesBarlinesAndCuesOnly) {
   EXPECT_EQ(end, std::nullopt);
 }
 
+TEST_F(ReadBarData, ItemsKeepTheirNumbersInTheFile) {
+  read("note 1 at 5\nstaff 1 at 0\nnote 1 at 7\nnote 1 at 9\nbarline 1 at 0\n");
+  EXPECT_EQ(table.location(1), (Location{.file = name, .item = 2}));
+  EXPECT_EQ(table.location(2), (Location{.file = name, .item = 5}));
+}
+
 TEST_F(ReadBarData, StaffIdentifierBecomesNonNegative) {
   read("staff 1 at 0 instrument -101\n");
   EXPECT_EQ(table.itemPar(1, par::instrument), 101);
 }
 
-TEST_F(ReadBarData, HiddenStaffIsInvisibleAndLetsTheInterfaceBreathe) {
+TEST_F(ReadBarData, HiddenStaffIsSkippedAndLetsTheInterfaceHandleEvents) {
   read("staff 1 at 0 lines -1 instrument 101\nclef 1 at 2 kind 1\nstaff 2 at 0 lines 5 instrument 102\n");
   EXPECT_EQ(items(), "staff 2 at 0 lines 5 instrument 102 \"STAFF=2,FILE=C:\\M\\A1.MUS\"\n");
   EXPECT_EQ(host.calls, std::vector<std::string>{"events"});
@@ -120,7 +127,7 @@ TEST_F(ReadBarData, MarksOfTheFileAreClearedButTheSystemNumberStays) {
   EXPECT_EQ(table.itemPar(2, par::mark), 0);
 }
 
-TEST_F(ReadBarData, AppendsBehindWhatTheTableHolds) {
+TEST_F(ReadBarData, AppendsToWhatTheTableHolds) {
   read("staff 1 at 0 instrument 1\n");
   read("staff 1 at 0 instrument 2\n", 1);
   EXPECT_EQ(table.itemCount(), 2);
@@ -146,7 +153,7 @@ TEST_F(ReadBarData, TooManyItemsEndTheProgram) {
 class CueMarker : public ReadBarData {
  protected:
   bool isKept(const std::string& parameters) {
-    table.restart();
+    table.clear();
     read("rest 1 at 30 " + parameters + "\n");
     return table.itemCount() == 1;
   }
@@ -188,9 +195,9 @@ class FirstClefs : public ReadBarData {
   using Entries = std::vector<FirstClefTable::Entry>;
 };
 
-TEST_F(FirstClefs, KindIsStoredWith1000AndHeightAsItIs) {
+TEST_F(FirstClefs, KindIsAMarkedValueAndHeightIsAsItIs) {
   read("staff 1 at 0 instrument 101\nclef 1 at 2 height -3 kind 2\n");
-  EXPECT_EQ(firstClefs.entries, (Entries{{101, 1002, -3}}));
+  EXPECT_EQ(firstClefs.entries, (Entries{{101, MarkedValue(2), -3}}));
 }
 
 TEST_F(FirstClefs, ClefBeforeItsStaffIsNotSeen) {
@@ -200,14 +207,14 @@ TEST_F(FirstClefs, ClefBeforeItsStaffIsNotSeen) {
 
 TEST_F(FirstClefs, OnlyTheFirstClefOfAnInstrumentCounts) {
   read("staff 1 at 0 instrument 101\nclef 1 at 2 kind 1\nclef 1 at 90 kind 2\n");
-  EXPECT_EQ(firstClefs.entries, (Entries{{101, 1001, 0}}));
+  EXPECT_EQ(firstClefs.entries, (Entries{{101, MarkedValue(1), 0}}));
 }
 
 TEST_F(FirstClefs, ASecondFileDoesNotReplaceTheEntry) {
   read("staff 1 at 0 instrument 101\nclef 1 at 2 kind 1\n");
-  table.restart();
+  table.clear();
   read("staff 1 at 0 instrument 101\nclef 1 at 2 kind 3\nstaff 2 at 0 instrument 102\nclef 2 at 2 kind 4\n");
-  EXPECT_EQ(firstClefs.entries, (Entries{{101, 1001, 0}, {102, 1004, 0}}));
+  EXPECT_EQ(firstClefs.entries, (Entries{{101, MarkedValue(1), 0}, {102, MarkedValue(4), 0}}));
 }
 
 TEST_F(FirstClefs, FileWithoutClefLeavesTheTable) {
@@ -217,17 +224,17 @@ TEST_F(FirstClefs, FileWithoutClefLeavesTheTable) {
 
 TEST_F(FirstClefs, FirstStaffOfTheNumberIsTheClefs) {
   read("staff 1 at 0 instrument 101\nstaff 1 at 0 instrument 102\nclef 1 at 2 kind 1\n");
-  EXPECT_EQ(firstClefs.entries, (Entries{{101, 1001, 0}}));
+  EXPECT_EQ(firstClefs.entries, (Entries{{101, MarkedValue(1), 0}}));
 }
 
 TEST_F(FirstClefs, StavesOfAnyNumberHaveClefs) {
   for (const char* number : {"0", "-1", "1.5", "256", "257", "1000000", "3e9", "-0"}) {
     firstClefs = {};
-    table.restart();
+    table.clear();
     const std::string staff = std::string("staff ") + number + " at 0 instrument ";
     const std::string clef = std::string("clef ") + number + " at 2 kind 1\n";
     read("staff 9 at 0 instrument 109\n" + staff + "101\n" + staff + "102\n" + clef);
-    EXPECT_EQ(firstClefs.entries, (Entries{{101, 1001, 0}})) << number;
+    EXPECT_EQ(firstClefs.entries, (Entries{{101, MarkedValue(1), 0}})) << number;
   }
   firstClefs = {};
   read("staff 0x7FC00000 at 0 instrument 101\nclef 0x7FC00000 at 2 kind 1\n");
@@ -237,18 +244,19 @@ TEST_F(FirstClefs, StavesOfAnyNumberHaveClefs) {
 TEST_F(FirstClefs, AClefOfTheSecondFileMayBeOnTheLastStaffOfTheFirst) {
   read("staff 3 at 0 instrument 103\nstaff 1 at 0 instrument 101\n");
   read("clef 1 at 2 kind 5\nclef 3 at 2 kind 6\n", 3);
-  EXPECT_EQ(firstClefs.entries, (Entries{{101, 1005, 0}, {103, 1006, 0}}));
+  EXPECT_EQ(firstClefs.entries, (Entries{{101, MarkedValue(5), 0}, {103, MarkedValue(6), 0}}));
 }
 
 TEST_F(FirstClefs, ClefIsComparedAsReadWithStavesAsRaised) {
   read("staff 1 at 0 instrument 101\nstaff 2 at 0 instrument 102\n");
   read("staff 1 at 0 instrument 201\nclef 1 at 2 kind 5\n", 2);
-  EXPECT_EQ(firstClefs.entries, (Entries{{101, 1005, 0}})) << "staff 1 is the lowest file's, not the clef's own";
+  EXPECT_EQ(firstClefs.entries, (Entries{{101, MarkedValue(5), 0}}))
+      << "staff 1 is the lowest file's, not the clef's own";
 }
 
 TEST_F(FirstClefs, FractionalIdentifierIsRoundedAndNeverFoundAgain) {
   read("staff 1 at 0 instrument 2.5\nclef 1 at 2 kind 1\nclef 1 at 9 kind 3\n");
-  EXPECT_EQ(firstClefs.entries, (Entries{{2, 1001, 0}, {2, 1003, 0}}));
+  EXPECT_EQ(firstClefs.entries, (Entries{{2, MarkedValue(1), 0}, {2, MarkedValue(3), 0}}));
 }
 
 TEST_F(FirstClefs, IdentifierBeyond16BitsIsARunTimeError) {

@@ -27,7 +27,7 @@ class Verdict : public ::testing::Test {
   /// The verdict over a report of these lines.
   std::string verdictOf(const std::string& report, std::int16_t multifileCount = 0) {
     host.addFile("KivSystem2.TXT", report);
-    end = endOf([&] { phase5(host, multifileCount, table); });
+    end = endOf(host, [&] { phase5(host, multifileCount, table); });
     return host.file("KivSystem1.TXT");
   }
 
@@ -55,7 +55,7 @@ TEST_F(Verdict, ReportWithoutRecordsIsConsistent) {
   EXPECT_EQ(verdictOf("* nothing\r\n"), consistent);
 }
 
-TEST_F(Verdict, ZeroIdentifiersTakePart) {
+TEST_F(Verdict, ZeroIdentifiersCount) {
   EXPECT_EQ(verdictOf(record("1", "0") + record("1", "5") + record("2", "5")), inconsistent);
   EXPECT_EQ(verdictOf(record("1", "0") + record("2", "0")), consistent);
 }
@@ -83,7 +83,7 @@ TEST_F(Verdict, SystemsAreListedInOrderOfAppearance) {
   EXPECT_EQ(table.systems, (std::vector<SystemTable::System>{{2, "101,104,", {"0", "0", "1"}}, {1, "5,"}}));
 }
 
-TEST_F(Verdict, ASystemGoesOnWhereItsRecordsStandApart) {
+TEST_F(Verdict, ASystemContinuesWhereItsRecordsAreApart) {
   verdictOf(record("1", "101") + record("2", "5") + record("1", "104") + record("1", "102") + record("2", "6"));
   EXPECT_EQ(table.systems, (std::vector<SystemTable::System>{{1, "101,104,102,"}, {2, "5,6,"}}));
 }
@@ -115,6 +115,7 @@ TEST_F(Verdict, ValueThatIsNoNumberIsARunTimeError) {
     const std::string line = record("1", value);
     EXPECT_EQ(host.messages,
               std::vector{critical("Run-time error: Type mismatch\r\n" + line.substr(0, line.size() - 2))});
+    EXPECT_EQ(host.shown.back().location, (Location{.file = "C:\\M\\X1.MUS", .staff = 1, .system = 1}));
   }
 }
 
@@ -132,14 +133,14 @@ TEST_F(Verdict, RunTimeErrorLeavesTheOldVerdictAlone) {
   EXPECT_EQ(verdictOf("SYSTEM=x\r\n"), "old");
 }
 
-TEST_F(Verdict, EveryRunFillsTheTableAfresh) {
+TEST_F(Verdict, EveryRunClearsTheTable) {
   verdictOf(record("1", "5") + record("2", "6"));
   verdictOf(record("3", "5"));
   EXPECT_EQ(table.systems, (std::vector<SystemTable::System>{{3, "5,"}}));
 }
 
 TEST_F(Verdict, MissingReportEndsTheProgram) {
-  EXPECT_EQ(endOf([&] { phase5(host, 0, table); }), 1);
+  EXPECT_EQ(endOf(host, [&] { phase5(host, 0, table); }), 1);
   EXPECT_EQ(host.messages, std::vector{critical("Could not open file KivSystem2.TXT for input.")});
 }
 
@@ -164,8 +165,8 @@ class FailingDisk : public FakeHost {
     class Failing : public InputFile {
      public:
       explicit Failing(std::unique_ptr<InputFile> file) : file_(std::move(file)) {}
-      std::optional<std::size_t> read(std::span<char> room) override {
-        return ++reads_ == 1 ? file_->read(room.subspan(0, 100)) : std::nullopt;
+      std::optional<std::size_t> read(std::span<char> buffer) override {
+        return ++reads_ == 1 ? file_->read(buffer.subspan(0, 100)) : std::nullopt;
       }
 
      private:
@@ -177,10 +178,10 @@ class FailingDisk : public FakeHost {
   }
 };
 
-TEST_F(Verdict, HalfAReportIsNoReason) {
+TEST_F(Verdict, HalfAReportGivesNoVerdict) {
   FailingDisk disk;
   disk.addFile("KivSystem2.TXT", record("1", "5") + record("2", "6"));
-  EXPECT_EQ(endOf([&] { phase5(disk, 0, table); }), 1);
+  EXPECT_EQ(endOf(disk, [&] { phase5(disk, 0, table); }), 1);
   EXPECT_EQ(disk.messages, std::vector{critical("Run-time error: Device I/O error\r\nKivSystem2.TXT")});
   EXPECT_FALSE(disk.hasFile("KivSystem1.TXT"));
 }
@@ -224,12 +225,12 @@ TEST_F(NumberOfInstruments, MoreThan16BitsCountIsARunTimeError) {
     report += ",INSTRID=" + std::to_string(i) + "\r\n";
   }
   host.addFile("KivSystem2.TXT", report);
-  EXPECT_EQ(endOf([&] { numberOfInstruments(host); }), 1);
+  EXPECT_EQ(endOf(host, [&] { numberOfInstruments(host); }), 1);
   EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\nKivSystem2.TXT")});
 }
 
 TEST_F(NumberOfInstruments, MissingReportEndsTheProgram) {
-  EXPECT_EQ(endOf([&] { numberOfInstruments(host); }), 1);
+  EXPECT_EQ(endOf(host, [&] { numberOfInstruments(host); }), 1);
   EXPECT_EQ(host.messages, std::vector{critical("Failed to open KivSystem2.txt for input.")});
 }
 

@@ -53,9 +53,9 @@ TEST_F(ZonedLineTest, FieldsAndNumbersFollowOneAnother) {
             "* ABCDEFGHIJKLM" + blanks(13) + " 3 " + blanks(11) + "X");
 }
 
-TEST_F(ZonedLineTest, LineBegunAgainIsAsANewOne) {
+TEST_F(ZonedLineTest, ClearedLineIsLikeANewOne) {
   ZonedLine zones = line();
-  zones.field("a long field of many columns").restart();
+  zones.field("a long field of many columns").clear();
   EXPECT_EQ(zones.text(), "* ");
   EXPECT_EQ(zones.field("A").field("B").text(), line().field("A").field("B").text());
 }

@@ -66,7 +66,7 @@ TEST(ToInt32, Limits) {
   EXPECT_EQ(toInt32(static_cast<double>(notANumber)), std::nullopt);
 }
 
-TEST(StrictNumber, TakesWholeTextsOnly) {
+TEST(StrictNumber, ReadsWholeTextsOnly) {
   EXPECT_EQ(strictNumber("12"), 12.0);
   EXPECT_EQ(strictNumber("+12"), 12.0);
   EXPECT_EQ(strictNumber("-2.5"), -2.5);
@@ -80,7 +80,7 @@ TEST(StrictNumber, TakesWholeTextsOnly) {
   }
 }
 
-TEST(StrictNumber, TakesWholeNumbersOfAnyLength) {
+TEST(StrictNumber, ReadsWholeNumbersOfAnyLength) {
   EXPECT_EQ(strictNumber("0"), 0.0);
   EXPECT_EQ(strictNumber("007"), 7.0);
   EXPECT_EQ(strictNumber("987654321"), 987654321.0);
@@ -90,7 +90,7 @@ TEST(StrictNumber, TakesWholeNumbersOfAnyLength) {
   EXPECT_EQ(strictNumber("1:"), std::nullopt);
 }
 
-TEST(NumericValue, TakesTheLongestLeadingNumber) {
+TEST(NumericValue, IsTheLongestLeadingNumber) {
   const std::pair<const char*, double> values[] = {
       {"12", 12}, {"  12", 12}, {"12abc", 12}, {"-2.5 x", -2.5}, {"+3", 3},     {".5.", 0.5}, {"1E2E3", 100},
       {"1E", 1},  {"", 0},      {"x", 0},      {"  ", 0},        {"- 1", 0},    {"--1", 0},   {"NAN", 0},

@@ -37,8 +37,8 @@ TEST(Sha256, PiecesOfAnySizeGiveTheDigestOfTheWhole) {
   }
 }
 
-// Made with sha256sum: the lengths around the end of a block, where the padding goes on into another one.
-TEST(Sha256, PaddingFillsTheBlockOrTakesAnother) {
+// Made with sha256sum: the lengths around the end of a block, where the padding continues in another one.
+TEST(Sha256, PaddingFillsTheBlockOrNeedsAnother) {
   EXPECT_EQ(sha256(std::string(55, 'a')), "9f4390f8d30c2dd92ec9f095b65e2b9ae9b0a925a5258e241c9f1e910f734318");
   EXPECT_EQ(sha256(std::string(56, 'a')), "b35439a4ac6f0948b6d6f9e3c6af0f5f590ce20f1bde7090ef7970686ec6738a");
   EXPECT_EQ(sha256(std::string(63, 'a')), "7d3e74a05d7db15bce4ad9ec0658ea98e3f06eeecf16b4c6fff2da457ddc2f34");

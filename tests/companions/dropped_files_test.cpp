@@ -7,7 +7,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-TEST(DropList, HasACommaBehindEachPath) {
+TEST(DropList, HasACommaAfterEachPath) {
   EXPECT_EQ(splitDropList("C:\\M\\A1.MUS,d:\\A 2.MUS,"), (Texts{"C:\\M\\A1.MUS", "d:\\A 2.MUS"}));
   EXPECT_EQ(splitDropList("\\\\S\\M\\A1.MUS,\\\\S\\M\\A2.MUS,"), (Texts{"\\\\S\\M\\A1.MUS", "\\\\S\\M\\A2.MUS"}));
   EXPECT_EQ(splitDropList(""), Texts{});
@@ -26,7 +26,7 @@ TEST(DropList, FolderMayEndWithAComma) {
   EXPECT_EQ(splitDropList("C:\\A,\\B.MUS,"), Texts{"C:\\A,\\B.MUS"});
 }
 
-TEST(DropList, LetterBehindACommaIsNoDrive) {
+TEST(DropList, LetterAfterACommaIsNoDrive) {
   EXPECT_EQ(splitDropList("C:\\A,B,C\\D,E,"), Texts{"C:\\A,B,C\\D,E"});
   EXPECT_EQ(splitDropList("C:\\A,1:\\B,"), Texts{"C:\\A,1:\\B"});
 }
@@ -36,7 +36,7 @@ TEST(DropList, WithoutItsLastCommaWasCutOff) {
   EXPECT_EQ(splitDropList("C:\\M\\A1.MUS,C:\\M\\A2.M"), std::nullopt);
 }
 
-TEST(DropList, AnyBytesAreTaken) {
+TEST(DropList, AnyBytesAreAccepted) {
   for (const char* list : {",", ",,", ",\\\\", "\\\\,", ",C:\\", ",C:", "C:\\,,C:\\,"}) {
     const auto paths = splitDropList(list);
     std::string again;

@@ -24,14 +24,14 @@ class DryRun : public ::testing::Test {
   std::vector<std::string> pages;
 };
 
-TEST_F(DryRun, TheExampleAsTheReadmeShowsItAndNothingIsTouched) {
+TEST_F(DryRun, TheExampleAsTheReferenceShowsItAndNothingIsTouched) {
   pages = buildExample(place);
   fs::create_directory(place.path() / "results");
   const auto before = filesIn(place.path());
   const Ended ended = convertExample({"--dry-run"});
   EXPECT_EQ(ended.status, 0);
   EXPECT_EQ(with(ended.out, place.corePath(""), "\\music"),
-            shownBehind("../README.md", "kivsys convert --dry-run SYMPH*.MUS --result results/WORK0001.MUS"));
+            shownBehind("cli.md", "kivsys convert --dry-run SYMPH*.MUS --result results/WORK0001.MUS"));
   EXPECT_EQ(ended.error.find("Created"), std::string::npos) << ended.error;
   EXPECT_EQ(filesIn(place.path()), before);
   EXPECT_EQ(filesIn(place.path() / "results"), std::vector<std::string>{});

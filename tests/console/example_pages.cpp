@@ -35,8 +35,8 @@ std::string shownBehind(const std::string& document, const std::string& command)
   return shown;
 }
 
-std::string shownInReadme(const std::string& command) {
-  return shownBehind("../README.md", command);
+std::string shownInReference(const std::string& command) {
+  return shownBehind("cli.md", command);
 }
 
 std::string with(std::string text, const std::string& name, const std::string& other) {

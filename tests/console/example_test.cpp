@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "analysis/report.h"
+#include "analysis/report_record.h"
 #include "tests/console/run_program.h"
 
 namespace kiv::test {

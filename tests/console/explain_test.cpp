@@ -34,11 +34,11 @@ class Explain : public ::testing::Test {
   std::vector<std::string> pages;
 };
 
-TEST_F(Explain, TheExampleAsTheReadmeShowsIt) {
+TEST_F(Explain, TheExampleAsTheReferenceShowsIt) {
   std::vector<std::string> arguments = buildExample(place);
   arguments.insert(arguments.begin(), "analyze");
   const Ended ended = place.kivsys(arguments);
-  EXPECT_EQ(ended.out, shownBehind("../README.md", "kivsys analyze SYMPH*.MUS"));
+  EXPECT_EQ(ended.out, shownBehind("cli.md", "kivsys analyze SYMPH*.MUS"));
   EXPECT_EQ(ended.error, "");
 }
 

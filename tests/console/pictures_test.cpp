@@ -149,7 +149,7 @@ TEST(Chart, WrapsToTheTerminal) {
   EXPECT_NE(text.find("\n  system  21  23"), std::string::npos) << text;
 }
 
-/// The bundled piece, as the README shows it.
+/// The bundled piece, as the reference shows it.
 class PicturesOfTheExample : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -168,22 +168,22 @@ class PicturesOfTheExample : public ::testing::Test {
 
 /// The indented block behind the next one that is the command alone.
 std::string shownBehind(const std::string& command) {
-  std::ifstream readme(fs::path(DOCS_FOLDER) / ".." / "README.md");
+  std::ifstream reference(fs::path(DOCS_FOLDER) / "cli.md");
   const std::string indent = "    ";
   std::string line;
-  while (std::getline(readme, line) && line != indent + command) {
+  while (std::getline(reference, line) && line != indent + command) {
   }
-  while (std::getline(readme, line) && !line.starts_with(indent)) {
+  while (std::getline(reference, line) && !line.starts_with(indent)) {
   }
   std::string shown;
-  for (; readme && (line.empty() || line.starts_with(indent)); std::getline(readme, line)) {
+  for (; reference && (line.empty() || line.starts_with(indent)); std::getline(reference, line)) {
     shown += (line.empty() ? "" : line.substr(indent.size())) + "\n";
   }
   // The empty line in front of what follows.
   return shown.substr(0, shown.size() - 1);
 }
 
-TEST_F(PicturesOfTheExample, TheReadmeShowsTheChartThatIsPrinted) {
+TEST_F(PicturesOfTheExample, TheReferenceShowsTheChartThatIsPrinted) {
   const Ended ended = place.kivsys(arguments);
   EXPECT_EQ(ended.error, "");
   EXPECT_EQ(shownBehind("kivsys chart SYMPH*.MUS"), ended.out);

@@ -40,10 +40,10 @@ class SurveyCommand : public ::testing::Test {
       page("staff 2 at 0 lines 5 instrument 8\nstaff 1 at 0 lines 5 instrument 7\nbarline 1 at 0 spans 2\n");
 };
 
-TEST_F(SurveyCommand, ShowsTheExampleAsTheReadmeDoes) {
+TEST_F(SurveyCommand, ShowsTheExampleAsTheReferenceDoes) {
   fs::create_directories(place.path() / "music" / "beethoven-9");
   buildExample(place, "music/beethoven-9");
-  EXPECT_EQ(survey({}, "music"), shownInReadme("kivsys survey music"));
+  EXPECT_EQ(survey({}, "music"), shownInReference("kivsys survey music"));
 }
 
 TEST_F(SurveyCommand, WalksThroughAllFolders) {

@@ -40,15 +40,15 @@ class VerifyCommand : public ::testing::Test {
   std::vector<std::string> pages;
 };
 
-TEST_F(VerifyCommand, ProvesTheExampleAsTheReadmeShows) {
+TEST_F(VerifyCommand, ProvesTheExampleAsTheReferenceShows) {
   const Ended ended = onAllPages("verify");
   EXPECT_EQ(ended.status, 0);
   EXPECT_EQ(ended.error, "");
-  EXPECT_EQ(ended.out, shownInReadme("kivsys verify SYMPH*.MUS --result results/WORK0001.MUS"));
+  EXPECT_EQ(ended.out, shownInReference("kivsys verify SYMPH*.MUS --result results/WORK0001.MUS"));
   EXPECT_TRUE(ended.out.starts_with("PROVED=YES\n")) << ended.out;
 }
 
-TEST_F(VerifyCommand, TellsWhatIsWrongAsTheReadmeShows) {
+TEST_F(VerifyCommand, ReportsWhatIsWrongAsTheReferenceShows) {
   constexpr std::size_t heightOfANote = 248;
   changeByte("results/WORK0004.MUS", heightOfANote);
   const Ended ended = onAllPages("verify");
@@ -61,7 +61,7 @@ TEST_F(VerifyCommand, TellsWhatIsWrongAsTheReadmeShows) {
     }
   }
   EXPECT_EQ(out.substr(out.find("results\\")),
-            shownInReadme("kivsys verify SYMPH*.MUS --result results/WORK0001.MUS | tail -n 1"));
+            shownInReference("kivsys verify SYMPH*.MUS --result results/WORK0001.MUS | tail -n 1"));
 }
 
 TEST_F(VerifyCommand, JsonHasTheFindingsAndTheDigests) {

@@ -1,60 +1,14 @@
 #include "conversion/braces.h"
 
-#include <cstdint>
-#include <limits>
-#include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
-#include <vector>
 
 #include <gtest/gtest.h>
 
-#include "base/number.h"
-#include "tests/support/fake_host.h"
-#include "tests/support/pages.h"
-#include "tests/support/random.h"
+#include "tests/conversion/braces_fixture.h"
 
 namespace kiv::test {
 namespace {
-
-constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
-
-/// The systems of a conversion: their braces are collected, and put on the systems that are written.
-class Braces : public ::testing::Test {
- protected:
-  void collect(std::string_view system) {
-    items = tableOf(host, system);
-    end = endOf([&] { collectBraces(page, braces); });
-  }
-  std::string written(std::string_view system) {
-    items = tableOf(host, system);
-    end = endOf([&] { outputBraces(page, braces); });
-    return asText(items);
-  }
-  /// The kind of the brace that a system gives the instrument; "none" when it gives none.
-  std::string kindAfter(std::string_view system, std::string_view instrument = "101") {
-    collect(system);
-    EXPECT_EQ(end, std::nullopt) << system;
-    return kindOf(instrument);
-  }
-  std::string kindOf(std::string_view instrument) {
-    written("staff 1 at 0 instrument " + std::string(instrument) + "\n");
-    return items.itemCount() == 1 ? "none" : generalNumber(items.itemPar(2, par::braceKind));
-  }
-  void expectEnd(const std::string& text) {
-    EXPECT_EQ(end, 1);
-    EXPECT_EQ(host.messages, std::vector{critical(text)});
-    host.messages.clear();
-  }
-
-  FakeHost host;
-  const std::string file = "C:\\M\\X1.MUS";
-  ItemTable items;
-  const SystemPage page{host, file, items};
-  BraceTable braces;
-  std::optional<int> end;
-};
 
 // --- collecting ---
 
@@ -138,11 +92,11 @@ TEST_F(Braces, KindThatSixteenBitsDoNotHoldEndsTheProgram) {
   for (const char* kind : {"32767.5", "40000", "-32769", "0x7FC00000", "0x7F800000"}) {
     braces = {};
     collect(std::string("staff 1 at 0 instrument 101\nbarline 1 at 0 kind 8 spans ") + kind);
-    expectEnd("Run-time error: Overflow\r\nC:\\M\\X1.MUS, item 2");
+    expectEnd("Run-time error: Overflow\r\nC:\\TABLE.MUS, item 2");
   }
 }
 
-TEST_F(Braces, KindThatNobodyNeedsMayBeAnything) {
+TEST_F(Braces, KindThatIsNotNeededMayBeAnything) {
   EXPECT_EQ(kindAfter("staff 1 at 0 instrument 101\nstaff 2 at 0\nbarline 1 at 0 spans 2 kind 8\n"
                       "barline 1 at 0 spans 40000 kind 8\nbarline 2 at 0 spans 40000 kind 8\n"
                       "barline 3 at 0 spans 40000 kind 8\nbarline 1 at 0 spans 40000 kind 7\n"),
@@ -155,25 +109,25 @@ TEST_F(Braces, InstrumentThatIsNoNumberIsNeverFoundInTheTable) {
   EXPECT_EQ(end, std::nullopt);
   EXPECT_EQ(kindOf("0x7FC00000"), "none");
   collect("staff 1 at 0 instrument 0x7FC00000\nbarline 1 at 0 spans 40000 kind 8\n");
-  expectEnd("Run-time error: Overflow\r\nC:\\M\\X1.MUS, item 2");
+  expectEnd("Run-time error: Overflow\r\nC:\\TABLE.MUS, item 2");
 }
 
 TEST_F(Braces, SecondBraceOfAnInstrumentThatIsNoNumberIsEnteredLikeTheFirst) {
   collect("staff 1 at 0 instrument 0x7FC00000\nbarline 1 at 0 spans 2 kind 8\nbarline 1 at 0 spans 40000 kind 8\n");
-  expectEnd("Run-time error: Overflow\r\nC:\\M\\X1.MUS, item 3");
+  expectEnd("Run-time error: Overflow\r\nC:\\TABLE.MUS, item 3");
 }
 
-TEST_F(Braces, RowsBehindTheTableDoNotCount) {
+TEST_F(Braces, RowsBeyondTheTableDoNotCount) {
   items = tableOf(host, "staff 1 at 0 instrument 101\nbarline 1 at 0 spans 2 kind 8\nstaff 1 at 0 instrument 102\n");
-  items.restart();
-  collectBraces(page, braces);
+  items.clear();
+  collectBraces(items, braces);
   EXPECT_TRUE(braces.kinds.empty());
 }
 
 TEST_F(Braces, DiscardedBraceDoesNotCount) {
   items = tableOf(host, "staff 1 at 0 instrument 101\nbarline 1 at 0 spans 2 kind 8\n");
-  items.itemPar(2, par::type) = type::deleted;
-  collectBraces(page, braces);
+  items.item(2).setType(ItemType::deleted);
+  collectBraces(items, braces);
   EXPECT_TRUE(braces.kinds.empty());
 }
 
@@ -199,12 +153,12 @@ TEST_F(Braces, EveryStaffOfABracedInstrumentGetsABraceAtPositionZero) {
 }
 
 TEST_F(Braces, InstrumentFirstBracedInSystem3HasBracesFromThenOn) {
-  const std::string plain = "staff 1 at 0 instrument 101\n";
-  const std::string braced = plain + "barline 1 at 0 spans 3 kind 8\n";
-  EXPECT_EQ(kindAfter(plain), "none");
-  EXPECT_EQ(kindAfter(plain), "none");
+  const std::string unbraced = "staff 1 at 0 instrument 101\n";
+  const std::string braced = unbraced + "barline 1 at 0 spans 3 kind 8\n";
+  EXPECT_EQ(kindAfter(unbraced), "none");
+  EXPECT_EQ(kindAfter(unbraced), "none");
   EXPECT_EQ(kindAfter(braced), "3");
-  EXPECT_EQ(kindAfter(plain), "3");
+  EXPECT_EQ(kindAfter(unbraced), "3");
   EXPECT_EQ(kindAfter("staff 1 at 0 instrument 102\nbarline 1 at 0 spans 2 kind 8\n"), "3");
 }
 
@@ -240,106 +194,31 @@ TEST_F(Braces, EmptyTableOfBracesWritesNone) {
   EXPECT_EQ(written("staff 1 at 0 instrument 101\nstaff 2 at 0\n"), "staff 1 at 0 instrument 101\nstaff 2 at 0\n");
 }
 
-TEST_F(Braces, RowsLeftBehindTheTableNeitherCountNorShowThrough) {
+TEST_F(Braces, RowsLeftBeyondTheTableNeitherCountNorShowThrough) {
   collect("staff 1 at 0 instrument 101\nbarline 1 at 0 spans 3 kind 8\n");
   items = tableOf(host,
                   "staff 1 at 0 instrument 101\ncountedtext 9 at 9 p6 9 p9 9 p11 9 \"old\"\n"
                   "staff 9 at 9 instrument 101\n");
-  items.restart();
-  items.store_item(host, {{0, type::staff, 1, 0, 0, 0, 0, 0, 0, 101}, ""});
-  outputBraces(page, braces);
+  items.clear();
+  items.store_item(itemOf({ItemType::staff.number(), 1, 0, 0, 0, 0, 0, 0, 101}));
+  outputBraces(items, braces);
   EXPECT_EQ(asText(items), "staff 1 at 0 instrument 101\nbarline 1 at 0 spans 3 kind 8\n");
 }
 
 TEST_F(Braces, TableThatOverflowsEndsTheProgram) {
   collect("staff 1 at 0 instrument 101\nbarline 1 at 0 spans 3 kind 8\n");
-  items.restart();
+  items.clear();
   while (items.itemCount() < itemLimit - 1) {
-    items.store_item(host, {{0, type::note, 1}, ""});
+    items.store_item(Item(ItemType::note, 1, 0));
   }
-  items.itemPar(itemLimit - 1, par::type) = type::staff;
+  items.item(itemLimit - 1).setType(ItemType::staff);
   items.itemPar(itemLimit - 1, par::instrument) = 101;
-  end = endOf([&] { outputBraces(page, braces); });
+  end = endOf(host, [&] { outputBraces(items, braces); });
   EXPECT_EQ(end, std::nullopt);
   EXPECT_EQ(items.itemCount(), itemLimit);
   EXPECT_EQ(items.itemPar(itemLimit, par::kind), 8);
-  end = endOf([&] { outputBraces(page, braces); });
+  end = endOf(host, [&] { outputBraces(items, braces); });
   expectEnd("MUS file too big for operation. Hit OK to terminate.");
-}
-
-// --- against the rules as they are put: a list of instruments and their kinds ---
-
-using PlainTable = std::vector<std::pair<float, std::int16_t>>;
-
-const std::pair<float, std::int16_t>* plainEntry(const PlainTable& table, float instrument) {
-  for (const auto& entry : table) {
-    if (entry.first == instrument) {
-      return &entry;
-    }
-  }
-  return nullptr;
-}
-
-void plainCollect(const ItemTable& items, PlainTable& table) {
-  for (int i = 1; i <= items.itemCount(); ++i) {
-    if (items.itemPar(i, 1) != 14 || !(items.itemPar(i, 5) >= 8)) {
-      continue;
-    }
-    for (int j = 1; j <= items.itemCount(); ++j) {
-      if (items.itemPar(j, 1) == 8 && items.itemPar(j, 2) == items.itemPar(i, 2) && items.itemPar(j, 9) != 0 &&
-          plainEntry(table, items.itemPar(j, 9)) == nullptr) {
-        table.emplace_back(items.itemPar(j, 9), static_cast<std::int16_t>(items.itemPar(i, 4)));
-      }
-    }
-  }
-}
-
-void plainOutput(Host& host, ItemTable& items, const PlainTable& table) {
-  for (int i = 1, before = items.itemCount(); i <= before; ++i) {
-    const auto* entry = items.itemPar(i, 1) == 8 ? plainEntry(table, items.itemPar(i, 9)) : nullptr;
-    if (entry != nullptr) {
-      items.store_item(host, {{0, 14, items.itemPar(i, 2), 0, static_cast<float>(entry->second), 8}, ""});
-    }
-  }
-}
-
-std::vector<Item> randomSystem(Dice& dice) {
-  const float types[] = {type::staff, type::staff, type::barline, type::barline, type::note};
-  const float numbers[] = {1, 2, 3, 0, -0.0F, 2.5F, notANumber};
-  const float kinds[] = {0, 7, 8, 8, 9, notANumber};
-  const float instruments[] = {101, 102, 103, 104, 105, 106, 0, -0.0F, 101.5F, notANumber};
-  std::vector<Item> items;
-  for (std::uint32_t count = dice.below(12); count > 0; --count) {
-    Item item{{0, types[dice.below(std::size(types))], numbers[dice.below(std::size(numbers))], 5}, ""};
-    item.par[4] = static_cast<float>(dice.below(100));
-    item.par[5] = kinds[dice.below(std::size(kinds))];
-    item.par[9] = instruments[dice.below(std::size(instruments))];
-    items.push_back(item);
-  }
-  return items;
-}
-
-TEST_F(Braces, AnyConversionsGiveWhatTheRulesSay) {
-  Dice dice(56);
-  PlainTable plainTable;
-  ItemTable plain;
-  for (int round = 0; round < 1000; ++round) {
-    if (round % 8 == 0) {
-      braces = {};
-      plainTable.clear();
-    }
-    items.restart();
-    plain.restart();
-    for (const Item& item : randomSystem(dice)) {
-      items.store_item(host, item);
-      plain.store_item(host, item);
-    }
-    collectBraces(page, braces);
-    plainCollect(plain, plainTable);
-    outputBraces(page, braces);
-    plainOutput(host, plain, plainTable);
-    ASSERT_EQ(asText(items), asText(plain));
-  }
 }
 
 }  // namespace

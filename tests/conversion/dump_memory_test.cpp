@@ -26,7 +26,7 @@ class DumpMemory : public ::testing::Test {
  protected:
   void dump(std::string_view pageText) { dump(tableOf(host, pageText)); }
   void dump(const ItemTable& items) {
-    end = endOf([&] { dumpMemory(host, "C:\\M\\X1.MUS", items, order); });
+    end = endOf(host, [&] { dumpMemory(host, "C:\\M\\X1.MUS", items, order); });
   }
   /// The lines that the dump has for the items of a page.
   std::string itemsOf(const ItemTable& items) {
@@ -55,8 +55,8 @@ class DumpMemory : public ::testing::Test {
 // --- the file ---
 
 TEST_F(DumpMemory, WritesFileItemsAndOrderTable) {
-  setInstrumentOrder(host, {101, -7}, order);
-  order.entry(1) = {101, 1, 1000.5F, 5, 2, 1003, -4, 3, 1, 6, 8};
+  setInstrumentOrder({101, -7}, order);
+  order.entry(1) = {101, 1, MarkedValue(0.5F), 5, 2, MarkedValue(3), -4, 3, 1, 6, 8};
   dump("staff 1 at 12 size 0.5 lines 5 instrument 101\nnote 1 at 20.25 height -5\n");
   EXPECT_EQ(
       host.file("KivSystemDump.txt"),
@@ -91,7 +91,7 @@ TEST_F(DumpMemory, DumpLiesInTheCurrentFolder) {
   EXPECT_TRUE(host.hasFile("C:\\ELSEWHERE\\KivSystemDump.txt"));
 }
 
-TEST_F(DumpMemory, FileThatCannotBeCreatedEndsTheProgramWithoutAWord) {
+TEST_F(DumpMemory, FileThatCannotBeCreatedEndsTheProgramSilently) {
   host.unwritable = {"KivSystemDump.txt"};
   dump("");
   EXPECT_EQ(end, 0) << "no critical box was shown";
@@ -99,7 +99,7 @@ TEST_F(DumpMemory, FileThatCannotBeCreatedEndsTheProgramWithoutAWord) {
   EXPECT_TRUE(host.calls.empty());
 }
 
-TEST_F(DumpMemory, FullDiskEndsTheProgramWithTheSystemsWords) {
+TEST_F(DumpMemory, FullDiskEndsTheProgramWithThePlatformsText) {
   host.writeFailure = "No space left on device";
   dump("");
   EXPECT_EQ(end, 1);
@@ -114,7 +114,7 @@ TEST_F(DumpMemory, NotepadShowsTheDump) {
   EXPECT_EQ(host.calls, Texts{"run Notepad KivSystemDump.txt"});
 }
 
-TEST_F(DumpMemory, HostWithAWayOfItsOwnShowsTheDump) {
+TEST_F(DumpMemory, UserInterfaceThatShowsTextsShowsTheDump) {
   host.showsTexts = true;
   dump("");
   EXPECT_EQ(host.calls, Texts{"show KivSystemDump.txt"});
@@ -155,8 +155,8 @@ TEST_F(DumpMemory, FileIsClosedBeforeItIsShown) {
 
 TEST_F(DumpMemory, ItemOfZerosHasAnEmptyLineForItsParameters) {
   ItemTable items;
-  items.store_item(host, {});
-  items.store_item(host, {{}, "dolce"});
+  items.store_item(Item());
+  items.store_item(itemOf({}, "dolce"));
   EXPECT_EQ(itemsOf(items), "Item 1\r\n\r\nItem 2\r\ndolce\r\n");
 }
 
@@ -176,10 +176,9 @@ TEST_F(DumpMemory, AllTwentyParametersAreShown) {
   ItemTable items;
   Item item;
   for (int p = 1; p <= 20; ++p) {
-    item.par[static_cast<std::size_t>(p)] = static_cast<float>(p);
+    item[p] = static_cast<float>(p);
   }
-  item.par[0] = 99;
-  items.store_item(host, item);
+  items.store_item(item);
   EXPECT_EQ(itemsOf(items), "Item 1\r\n 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20\r\n");
 }
 
@@ -190,28 +189,28 @@ TEST_F(DumpMemory, NumbersAreInGeneralForm) {
 
 TEST_F(DumpMemory, TextFollowsTheParametersAtOnce) {
   ItemTable items;
-  items.store_item(host, {{0, 15, 1, 60}, " \"piu\" \xE4 0 "});
-  items.store_item(host, {{0, 16, 2}, "p"});
+  items.store_item(itemOf({15, 1, 60}, " \"piu\" \xE4 0 "));
+  items.store_item(itemOf({16, 2}, "p"));
   EXPECT_EQ(itemsOf(items), "Item 1\r\n 15 1 60 \"piu\" \xE4 0 \r\nItem 2\r\n 16 2p\r\n");
 }
 
 TEST_F(DumpMemory, TextThatEndsInAZeroLosesNothing) {
   ItemTable items;
-  items.store_item(host, {{0, 15, 1, 60}, "op. 0 0"});
+  items.store_item(itemOf({15, 1, 60}, "op. 0 0"));
   EXPECT_EQ(itemsOf(items), "Item 1\r\n 15 1 60op. 0 0\r\n");
 }
 
-TEST_F(DumpMemory, RowsBehindTheTableAreNotShown) {
+TEST_F(DumpMemory, RowsBeyondTheTableAreNotShown) {
   ItemTable items = tableOf(host, "staff 1 at 0\nnote 1 at 5\n");
-  items.restart();
-  items.store_item(host, {{0, 14, 3}, ""});
+  items.clear();
+  items.store_item(itemOf({14, 3}));
   EXPECT_EQ(itemsOf(items), "Item 1\r\n 14 3\r\n");
 }
 
 TEST_F(DumpMemory, FullTableIsShownToItsLastItem) {
   ItemTable items;
   for (int i = 1; i <= itemLimit; ++i) {
-    items.store_item(host, {{0, 1, static_cast<float>(i)}, ""});
+    items.store_item(itemOf({1, static_cast<float>(i)}));
   }
   EXPECT_TRUE(itemsOf(items).ends_with("Item 5000\r\n 1 5000\r\n"));
 }
@@ -219,24 +218,24 @@ TEST_F(DumpMemory, FullTableIsShownToItsLastItem) {
 // --- the order table ---
 
 TEST_F(DumpMemory, SizeAndClefAreShownWithTheirMarker) {
-  setInstrumentOrder(host, {5}, order);
-  order.entry(1).size = 1000;
-  order.entry(1).clef = 1002;
+  setInstrumentOrder({5}, order);
+  order.entry(1).size = MarkedValue(0);
+  order.entry(1).clef = MarkedValue(2);
   EXPECT_EQ(orderLines(),
             " 1             5             1000          0             0             1002          0             0      "
             "       0             0             0 \r\n");
 }
 
 TEST_F(DumpMemory, EveryColumnStandsInItsZoneAndPresenceInNone) {
-  setInstrumentOrder(host, {20}, order);
-  order.entry(1) = {20, 99, 30, 40, 50, 60, 70, 80, 90, 100, 110};
+  setInstrumentOrder({20}, order);
+  order.entry(1) = {20, 99, MarkedValue(-970), 40, 50, MarkedValue(-940), 70, 80, 90, 100, 110};
   EXPECT_EQ(orderLines(),
             " 1             20            30            40            50            60            70            80     "
             "       90            100           110 \r\n");
 }
 
 TEST_F(DumpMemory, NumberThatFillsItsZoneLeavesTheNextOneEmpty) {
-  setInstrumentOrder(host, {5}, order);
+  setInstrumentOrder({5}, order);
   order.entry(1).lines = -1.234567E-10F;
   const std::string line = orderLines();
   EXPECT_EQ(line.substr(42, 14), "-1.234567E-10 ");
@@ -246,9 +245,9 @@ TEST_F(DumpMemory, NumberThatFillsItsZoneLeavesTheNextOneEmpty) {
 }
 
 TEST_F(DumpMemory, EntriesBeyondTheOrderAreNotShown) {
-  setInstrumentOrder(host, {5, 6}, order);
-  order.entry(2).size = 1001;
-  setInstrumentOrder(host, {7}, order);
+  setInstrumentOrder({5, 6}, order);
+  order.entry(2).size = MarkedValue(1);
+  setInstrumentOrder({7}, order);
   EXPECT_EQ(orderLines(),
             " 1             7             0             0             0             0             0             0      "
             "       0             0             0 \r\n");

@@ -12,10 +12,10 @@ namespace {
 class InsertStaff : public ::testing::Test {
  protected:
   void SetUp() override {
-    setInstrumentOrder(host, {101, 102, 103}, order);
+    setInstrumentOrder({101, 102, 103}, order);
     for (int k = 1; k <= 3; ++k) {
       OrderEntry& entry = order.entry(k);
-      entry.size = 1001;
+      entry.size = MarkedValue(1);
       entry.lines = 5;
       entry.timeUp = 4;
       entry.timeDn = 4;
@@ -23,12 +23,12 @@ class InsertStaff : public ::testing::Test {
   }
   void firstClef(std::int16_t instr, float kind, float height) {
     firstClefs.places.emplace(instr, firstClefs.entries.size());
-    firstClefs.entries.push_back({instr, kind + 1000, height});
+    firstClefs.entries.push_back({instr, MarkedValue(kind), height});
   }
   /// The whole system after the insertion, as page text.
   std::string insert(std::int16_t instr, std::string_view system) {
     items = tableOf(host, system);
-    end = endOf([&] { insertStaff({host, "C:\\M\\X1.MUS", items}, instr, order, firstClefs, barlines); });
+    end = endOf(host, [&] { insertStaff(items, instr, order, firstClefs, barlines); });
     return asText(items);
   }
   /// Only what was appended.
@@ -66,7 +66,7 @@ class InsertStaff : public ::testing::Test {
 
 // --- where the staff goes ---
 
-TEST_F(InsertStaff, TakesTheNumberOfTheNeighbourWhoMovesUpWithAllAboveIt) {
+TEST_F(InsertStaff, GetsTheNumberOfTheNeighborWhichMovesUpWithAllAboveIt) {
   EXPECT_EQ(insert(102, outerStaves),
             "staff 3 at 0 instrument 101\nnote 3 at 20 duration 4\nnote 3 at 70 duration 4\n"
             "staff 1 at 3 p6 7 instrument 103\nnote 1 at 20 duration 4\n"
@@ -79,7 +79,7 @@ TEST_F(InsertStaff, TakesTheNumberOfTheNeighbourWhoMovesUpWithAllAboveIt) {
   EXPECT_EQ(end, std::nullopt);
 }
 
-TEST_F(InsertStaff, TheNeighbourMayBeTheLastItemOfAll) {
+TEST_F(InsertStaff, TheNeighborMayBeTheLastItemOfAll) {
   const std::string after =
       insert(102, "staff 1 at 3 instrument 103\nnote 1 at 20 duration 4\nstaff 2 at 0 instrument 101\n");
   EXPECT_TRUE(after.starts_with(
@@ -92,7 +92,7 @@ TEST_F(InsertStaff, PositionAndP6AreThoseOfTheLastStaffItemOfAll) {
       inserted(103, "staff 1 at 3 p6 7 instrument 102\nnote 1 at 20\nnote 1 at 70\nstaff 2 at 9 p6 1 instrument 101\n")
           .substr(0, 52),
       "staff 1 at 9 size 1 p6 1 lines 5 instrument 103\nclef")
-      << "of staff 2, which is no neighbour";
+      << "of staff 2, which is no neighbor";
 }
 
 TEST_F(InsertStaff, TheFirstInstrumentOfTheOrderGoesOnTopAtPositionZero) {
@@ -107,8 +107,8 @@ TEST_F(InsertStaff, TheFirstInstrumentOfTheOrderGoesOnTopAtPositionZero) {
 }
 
 TEST_F(InsertStaff, OnceANumberIsFoundLaterStavesAreComparedWithIt) {
-  // The neighbour 101 is staff 2; then the staff whose identifier is 2 takes its place.
-  setInstrumentOrder(host, {101, 102, 2}, order);
+  // The neighbor 101 is staff 2; then the staff whose identifier is 2 takes its place.
+  setInstrumentOrder({101, 102, 2}, order);
   EXPECT_EQ(inserted(102,
                      "staff 2 at 0 instrument 101\nnote 2 at 20\nnote 2 at 70\nstaff 3 at 0 instrument 2\n"
                      "staff 1 at 0 instrument 7\n")
@@ -117,7 +117,7 @@ TEST_F(InsertStaff, OnceANumberIsFoundLaterStavesAreComparedWithIt) {
 }
 
 TEST_F(InsertStaff, AnEarlierStaffWithTheNumberAsIdentifierDoesNotCount) {
-  setInstrumentOrder(host, {101, 102, 2}, order);
+  setInstrumentOrder({101, 102, 2}, order);
   EXPECT_EQ(inserted(102,
                      "staff 3 at 0 instrument 2\nstaff 2 at 0 instrument 101\nnote 2 at 20\nnote 3 at 20\n"
                      "note 3 at 70\nstaff 1 at 0 instrument 7\n")
@@ -126,7 +126,7 @@ TEST_F(InsertStaff, AnEarlierStaffWithTheNumberAsIdentifierDoesNotCount) {
 }
 
 TEST_F(InsertStaff, AnIdentifierWithoutAStaffStandsForTheNumberItself) {
-  setInstrumentOrder(host, {1, 102, 103}, order);
+  setInstrumentOrder({1, 102, 103}, order);
   EXPECT_EQ(insert(102, "staff 1 at 0 instrument 103\nnote 1 at 20\nnote 1 at 70\n").substr(0, 27),
             "staff 2 at 0 instrument 103");
 }
@@ -139,18 +139,18 @@ TEST_F(InsertStaff, ItemsAboveTheHighestStaffStay) {
 }
 
 TEST_F(InsertStaff, WithoutAPlaceItEndsTheProgram) {
-  setInstrumentOrder(host, {0, 102, 30}, order);
+  setInstrumentOrder({0, 102, 30}, order);
   expectEnd(102, "staff 1 at 0 instrument 103\n", "Logical error in insertStaff: 0/1");
   expectEnd(102, "note 1 at 0\n", "Logical error in insertStaff: 0/0");
-  setInstrumentOrder(host, {30, 102}, order);
+  setInstrumentOrder({30, 102}, order);
   expectEnd(102, "staff 1 at 0 instrument 103\n", "Logical error in insertStaff: 30/1");
   expectEnd(30, "note 1 at 0\n", "Logical error in insertStaff: 0");
-  setInstrumentOrder(host, {-5, 102}, order);
+  setInstrumentOrder({-5, 102}, order);
   expectEnd(102, "note 1 at 0\n", "Logical error in insertStaff: -5/0");
 }
 
 TEST_F(InsertStaff, AnInstrumentThatIsNotInTheOrderIsARunTimeError) {
-  expectEnd(7, outerStaves, "Run-time error: Subscript out of range\r\nC:\\M\\X1.MUS");
+  expectEnd(7, outerStaves, "Run-time error: Subscript out of range\r\nC:\\TABLE.MUS");
 }
 
 // --- the span of the system barline ---
@@ -162,21 +162,21 @@ TEST_F(InsertStaff, SpansOfZeroOnStaff1BecomeOne) {
       << after;
 }
 
-TEST_F(InsertStaff, SpansOfTheFirstItemAndOfTheLastAreLookedAt) {
+TEST_F(InsertStaff, SpansOfTheFirstItemAndOfTheLastAreChecked) {
   EXPECT_TRUE(insert(102, "barline 1 at 0\n" + outerStaves).starts_with("barline 1 at 0 spans 1\n"));
   const std::string after = insert(102, outerStaves + "barline 1 at 60\n");
   EXPECT_NE(after.find("\nbarline 1 at 60 spans 1\n"), std::string::npos) << after;
 }
 
 TEST_F(InsertStaff, ASpanBeyond16BitsIsAnOverflow) {
-  expectEnd(102, outerStaves + "barline 1 at 0 spans 40000\n", "Run-time error: Overflow\r\nC:\\M\\X1.MUS, item 6");
+  expectEnd(102, outerStaves + "barline 1 at 0 spans 40000\n", "Run-time error: Overflow\r\nC:\\TABLE.MUS, item 6");
   EXPECT_EQ(inserted(102, outerStaves + "barline 2 at 0 spans 40000\n").substr(0, 8), "staff 2 ") << "not on staff 1";
 }
 
 // --- what it gets ---
 
 TEST_F(InsertStaff, StaffCopiesWhatTheOrderKnows) {
-  order.entry(2).size = 1000;
+  order.entry(2).size = MarkedValue(0);
   order.entry(2).lines = 1;
   order.entry(2).par11 = 6;
   EXPECT_EQ(inserted(102, outerStaves).substr(0, 59), "staff 2 at 3 p6 7 lines 1 instrument 102 p11 6\nclef 2 at 5\n");
@@ -206,15 +206,15 @@ TEST_F(InsertStaff, AnInstrumentWithoutAClefGetsOneOfZeros) {
   EXPECT_NE(inserted(102, outerStaves).find("clef 2 at 5\n"), std::string::npos);
 }
 
-TEST_F(InsertStaff, KeySignatureStandsBehindTheClef) {
+TEST_F(InsertStaff, KeySignatureStandsAfterTheClef) {
   order.entry(2).key = -3;
-  order.entry(2).type = 2;
+  order.entry(2).keyType = 2;
   EXPECT_NE(inserted(102, outerStaves).find("clef 2 at 5\nkeysignature 2 at 12 key -3 type 2\nbarline 2 at 60"),
             std::string::npos);
 }
 
 TEST_F(InsertStaff, AKeyOfZeroGivesNoKeySignature) {
-  order.entry(2).type = 2;
+  order.entry(2).keyType = 2;
   EXPECT_EQ(inserted(102, outerStaves).find("keysignature"), std::string::npos);
 }
 

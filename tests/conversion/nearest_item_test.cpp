@@ -20,17 +20,16 @@ constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
 class NearestItems : public ::testing::Test {
  protected:
   NearestItem at(const std::vector<float>& positions) {
-    items.restart();
+    items.clear();
     NearestItem nearest;
     for (const float position : positions) {
-      items.store_item(host, {{0, type::note, 1, position}, ""});
+      items.store_item(Item(ItemType::note, 1, position));
       nearest.add(items, items.itemCount());
     }
     nearest.sort();
     return nearest;
   }
 
-  FakeHost host;
   ItemTable items;
 };
 
@@ -62,7 +61,7 @@ TEST_F(NearestItems, ItemAtThePlaceItselfIsOnNeitherSide) {
   EXPECT_EQ(nearest.leftOf(20.000002F), 1);
 }
 
-TEST_F(NearestItems, FirstOfTwoEquallyNearItemsIsTaken) {
+TEST_F(NearestItems, FirstOfTwoEquallyNearItemsIsFound) {
   const NearestItem nearest = at({50, 20, 20, 50, 50});
   EXPECT_EQ(nearest.rightOf(10), 2);
   EXPECT_EQ(nearest.rightOf(20), 1);
@@ -71,7 +70,7 @@ TEST_F(NearestItems, FirstOfTwoEquallyNearItemsIsTaken) {
 }
 
 TEST_F(NearestItems, DistancesAreSingles) {
-  // Both lie 501 away, as near as singles tell.
+  // Both lie 501 away in single precision.
   EXPECT_EQ(at({1.0000001F, 1}).rightOf(-500), 1);
   EXPECT_EQ(at({-1.0000001F, -1}).leftOf(500), 1);
   EXPECT_EQ(at({1, 1.0000001F}).rightOf(-500), 1);
@@ -124,7 +123,8 @@ TEST_F(NearestItems, WithoutItemsThereIsNone) {
   EXPECT_EQ(at({}).leftOf(5), 0);
 }
 
-TEST_F(NearestItems, OnlyItemsToldOfCount) {
+TEST_F(NearestItems, OnlyItemsAddedCount) {
+  FakeHost host;
   items = tableOf(host, "note 1 at 10\nnote 2 at 5\nnote 1 at 30\nnote 2 at 20\n");
   NearestItem nearest;
   nearest.add(items, 1);
@@ -136,9 +136,9 @@ TEST_F(NearestItems, OnlyItemsToldOfCount) {
   EXPECT_EQ(nearest.leftOf(10), 0);
 }
 
-// --- against the rule as it is put: a running best that only a smaller distance replaces ---
+// --- compared with a reference implementation: a running best that only a smaller distance replaces ---
 
-int plainRightOf(const ItemTable& items, float x) {
+int referenceRightOf(const ItemTable& items, float x) {
   float best = 999;
   int found = 0;
   for (int i = 1; i <= items.itemCount(); ++i) {
@@ -151,7 +151,7 @@ int plainRightOf(const ItemTable& items, float x) {
   return found;
 }
 
-int plainLeftOf(const ItemTable& items, float x) {
+int referenceLeftOf(const ItemTable& items, float x) {
   float best = 999;
   int found = 0;
   for (int i = 1; i <= items.itemCount(); ++i) {
@@ -169,16 +169,16 @@ TEST_F(NearestItems, AnyPlacesGiveWhatTheRuleSays) {
                                      -500,        -1,     -1.0000001F, 500,        998,        999,       1000,
                                      999.99994F,  -998,   -999,        5000,       infinity,   -infinity, notANumber,
                                      0.99999994F, 1e-45F, -1e-45F,     3e38F,      -3e38F};
-  Dice dice(54);
+  RandomGenerator random(54);
   for (int round = 0; round < 1000; ++round) {
     std::vector<float> positions;
-    for (std::uint32_t count = dice.below(12); count > 0; --count) {
-      positions.push_back(places[dice.below(places.size())]);
+    for (std::uint32_t count = random.below(12); count > 0; --count) {
+      positions.push_back(places[random.below(places.size())]);
     }
     const NearestItem nearest = at(positions);
     for (const float x : places) {
-      ASSERT_EQ(nearest.rightOf(x), plainRightOf(items, x)) << "of " << exactNumber(x) << " in\n" << asText(items);
-      ASSERT_EQ(nearest.leftOf(x), plainLeftOf(items, x)) << "of " << exactNumber(x) << " in\n" << asText(items);
+      ASSERT_EQ(nearest.rightOf(x), referenceRightOf(items, x)) << "of " << exactNumber(x) << " in\n" << asText(items);
+      ASSERT_EQ(nearest.leftOf(x), referenceLeftOf(items, x)) << "of " << exactNumber(x) << " in\n" << asText(items);
     }
   }
 }

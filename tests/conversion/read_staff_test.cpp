@@ -14,20 +14,23 @@ const std::string file = "C:\\M\\X1.MUS";
 class ReadStaff : public ::testing::Test {
  protected:
   void read(std::int16_t staff, std::int16_t newStaff, const std::string& name = file) {
-    end = endOf([&] { readStaff({host, name, items}, staff, newStaff, files); });
+    end = endOf(host, [&] {
+      items.beginFile(name);
+      readStaff(staff, newStaff, pages, items);
+    });
   }
   std::string text() const { return asText(items); }
 
   FakeHost host;
   ItemTable items;
-  KeptFiles files;
+  PageCache pages{host};
   std::optional<int> end;
   const std::string twoStaves =
       "staff 2 at 0 instrument 101\nnote 2 at 20 height 5\nstaff 1 at 0 instrument 102\n"
       "countedtext 1 at 30 \"dolce \"\nnote 2 at 40\nnote 1 at 40\nitem 12 2 50 1 2 3\n";
 };
 
-TEST_F(ReadStaff, TakesTheItemsOfOneStaffInTheirOrderUnderTheirNewNumber) {
+TEST_F(ReadStaff, AppendsTheItemsOfOneStaffInTheirOrderUnderTheirNewNumber) {
   host.addFile(file, page(twoStaves));
   read(2, 7);
   EXPECT_EQ(end, std::nullopt);
@@ -39,7 +42,7 @@ TEST_F(ReadStaff, TakesTheItemsOfOneStaffInTheirOrderUnderTheirNewNumber) {
       << text();
 }
 
-TEST_F(ReadStaff, AStaffMayBeTakenTwice) {
+TEST_F(ReadStaff, AStaffMayBeReadTwice) {
   host.addFile(file, page("note 1 at 5\n"));
   read(1, 1);
   read(1, 2);
@@ -67,13 +70,24 @@ TEST_F(ReadStaff, ParametersUpToTheTwentiethAreKept) {
   EXPECT_EQ(text(), "staff 1 at 0 instrument 101 p18 18 p19 19 p20 20\n");
 }
 
+TEST_F(ReadStaff, ItemsAreLocatedByTheirNumbersInTheirFiles) {
+  host.addFile(file, page(twoStaves));
+  host.addFile("C:\\M\\OTHER.MUS", page("note 2 at 5\nnote 1 at 8\n"));
+  read(1, 1);
+  read(1, 2, "C:\\M\\OTHER.MUS");
+  ASSERT_EQ(items.itemCount(), 4);
+  EXPECT_EQ(items.location(1), (Location{.file = file, .item = 3}));
+  EXPECT_EQ(items.location(3), (Location{.file = file, .item = 6}));
+  EXPECT_EQ(items.location(4), (Location{.file = "C:\\M\\OTHER.MUS", .item = 2}));
+}
+
 TEST_F(ReadStaff, AFileIsOpenedOnceForAllItsStaves) {
   host.addFile(file, page(twoStaves));
   read(1, 1);
   read(2, 2);
   read(1, 3);
   EXPECT_EQ(host.timesRead(file), 1);
-  files.drop(file);
+  pages.drop(file);
   read(1, 4);
   EXPECT_EQ(host.timesRead(file), 2);
 }
@@ -84,14 +98,14 @@ TEST_F(ReadStaff, WhatIsDroppedIsReadAgain) {
   read(1, 1);
   read(1, 1, "C:\\M\\OTHER.MUS");
   host.addFile(file, page("note 1 at 6\n"));
-  files.dropAll();
+  pages.clear();
   read(1, 2);
   read(1, 2, "C:\\M\\OTHER.MUS");
   EXPECT_EQ(text(), "note 1 at 5\nnote 1 at 8\nnote 2 at 6\nnote 2 at 8\n");
   EXPECT_EQ(host.timesRead("C:\\M\\OTHER.MUS"), 2);
 }
 
-// --- files that are not in order ---
+// --- broken files ---
 
 TEST_F(ReadStaff, NothingOfADroppedFileIsFoundInTheNextOne) {
   const std::string other = "C:\\M\\X2.MUS";
@@ -100,20 +114,20 @@ TEST_F(ReadStaff, NothingOfADroppedFileIsFoundInTheNextOne) {
     host.addFile(file, page(twoStaves));
     read(1, 1);
     if (all) {
-      files.dropAll();
+      pages.clear();
     } else {
-      files.drop(file);
+      pages.drop(file);
     }
-    items.restart();
+    items.clear();
     read(2, 1, other);
     EXPECT_EQ(text(), "") << "staff 2 was of the file before";
     read(1, 1, other);
     EXPECT_EQ(text(), "note 1 at 5\n");
-    files.dropAll();
+    pages.clear();
     host.deleteFile(file);
-    items.restart();
+    items.clear();
     read(1, 1);
-    EXPECT_EQ(end, 1) << "nor is a file found that is no more";
+    EXPECT_EQ(end, 1) << "nor is a deleted file found";
     EXPECT_EQ(text(), "");
   }
 }
@@ -152,7 +166,7 @@ TEST_F(ReadStaff, AnItemOfTooManyParametersIsARunTimeErrorWhateverItsStaff) {
   EXPECT_EQ(text(), "note 1 at 5\n");
 }
 
-TEST_F(ReadStaff, TheTableIsFullBeforeTheFileBreaksOff) {
+TEST_F(ReadStaff, TheTableIsFullBeforeTheFileBreaks) {
   std::string notes;
   for (int i = 0; i < 5001; ++i) {
     notes += "note 1 at 5\n";

@@ -1,25 +1,17 @@
 #include "conversion/report_index.h"
 
+#include <cstdint>
+#include <deque>
 #include <memory>
-#include <ostream>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "analysis/report.h"
-#include "base/number.h"
+#include "tests/conversion/report_index_fixture.h"
 #include "tests/platform/scripted_input.h"
-#include "tests/support/fake_host.h"
-#include "tests/support/random.h"
-
-namespace kiv {
-
-void PrintTo(const StaffRecord& staff, std::ostream* out) {
-  *out << "instrument " << staff.instrId << ", staff " << staff.staff << " of \"" << staff.file << "\" becomes "
-       << staff.newStaff << ", up " << staff.stavesUp;
-}
-
-}  // namespace kiv
 
 namespace kiv::test {
 namespace {
@@ -29,54 +21,6 @@ using ::testing::IsEmpty;
 using ::testing::Pair;
 using ::testing::SizeIs;
 using ::testing::UnorderedElementsAre;
-
-using Staves = std::vector<StaffRecord>;
-
-/// A report as Convert takes it up.
-class ReportIndexTest : public ::testing::Test {
- protected:
-  static std::string record(const std::string& system, const std::string& instrument,
-                            const std::string& file = "C:\\M\\X1.MUS") {
-    return "SYSTEM=" + system + ",INSTRID=" + instrument + ",NEWSTAFF=1,STAVESUP=0,STAFF=1,FILE=" + file + "\r\n";
-  }
-  void read(const std::string& lines) {
-    host.messages.clear();
-    host.addFile("KivSystem2.TXT", lines);
-    end = endOf([&] { report = readReport(host); });
-  }
-  /// The staves of a system, in a report of these lines.
-  Staves staves(std::int16_t system, const std::string& lines) {
-    read(lines);
-    EXPECT_EQ(end, std::nullopt) << lines;
-    Staves found;
-    end = endOf([&] { found = stavesOf(host, report, system); });
-    return found;
-  }
-  /// The instrument identifiers of a system, in a report of these lines.
-  std::vector<int> instrumentsIn(std::int16_t system, const std::string& lines) {
-    std::vector<int> identifiers;
-    for (const StaffRecord& staff : staves(system, lines)) {
-      identifiers.push_back(staff.instrId);
-    }
-    return identifiers;
-  }
-  int systemCountOf(const std::string& lines) {
-    read(lines);
-    return report.systemCount();
-  }
-  std::vector<std::int16_t> orderOf(const std::string& lines) {
-    read(lines);
-    return report.instruments;
-  }
-  void expectOverflow(const std::string& line) {
-    EXPECT_EQ(end, 1) << line;
-    EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Overflow\r\n" + line)});
-  }
-
-  FakeHost host;
-  ReportIndex report;
-  std::optional<int> end;
-};
 
 // --- which lines are records ---
 
@@ -103,11 +47,11 @@ TEST_F(ReportIndexTest, EqualRecordsAreAStaffEach) {
 TEST_F(ReportIndexTest, CommentIsIgnoredEvenWhenItContainsARecord) {
   read("*" + record("1", "5") + "* " + record("1", "6") + record("1", "7"));
   EXPECT_THAT(report.instruments, ElementsAre(7));
-  EXPECT_THAT(stavesOf(host, report, 1), SizeIs(1));
+  EXPECT_THAT(stavesOf(report, 1), SizeIs(1));
   EXPECT_THAT(report.lastUse, SizeIs(1));
 }
 
-TEST_F(ReportIndexTest, OnlyAStarInFirstPlaceMakesAComment) {
+TEST_F(ReportIndexTest, OnlyAStarAtTheStartMakesAComment) {
   const std::string lines = " *" + record("1", "5") + "SYSTEM=1,INSTRID=6*\r\n";
   EXPECT_THAT(instrumentsIn(1, lines), ElementsAre(5, 6));
   EXPECT_THAT(report.instruments, ElementsAre(5, 6));
@@ -130,7 +74,7 @@ TEST_F(ReportIndexTest, SystemMayStandAnywhereInTheLine) {
   EXPECT_THAT(report.instruments, ElementsAre(5, 6));
 }
 
-TEST_F(ReportIndexTest, LinesEndWithEitherSignAndTheLastNeedsNoEnd) {
+TEST_F(ReportIndexTest, LinesEndWithEitherCharacterAndTheLastNeedsNoEnd) {
   EXPECT_THAT(instrumentsIn(1, "SYSTEM=1,INSTRID=1\nSYSTEM=1,INSTRID=2\r\rSYSTEM=1,INSTRID=3\r\nSYSTEM=1,INSTRID=4"),
               ElementsAre(1, 2, 3, 4));
 }
@@ -163,88 +107,16 @@ TEST_F(ReportIndexTest, ReportWithoutRecordsNamesNoInstrument) {
   EXPECT_EQ(report.systemCount(), 0);
 }
 
-TEST_F(ReportIndexTest, OrderTakesALongerKeysValueWhereTheStaffDoesNot) {
+TEST_F(ReportIndexTest, OrderUsesALongerKeysValueWhereTheStaffDoesNot) {
   const std::string line = "SYSTEM=1,OLDINSTRID=8,INSTRID=5\r\n";
   EXPECT_THAT(orderOf(line), ElementsAre(8));
   EXPECT_THAT(instrumentsIn(1, line), ElementsAre(5));
 }
 
-TEST_F(ReportIndexTest, IdentifierInFrontOfItsLineIsTheOrdersOnly) {
+TEST_F(ReportIndexTest, IdentifierAtTheStartOfItsLineIsTheOrdersOnly) {
   const std::string line = "INSTRID=8,SYSTEM=1\r\n";
   EXPECT_THAT(orderOf(line), ElementsAre(8));
   EXPECT_THAT(instrumentsIn(1, line), ElementsAre(0));
-}
-
-// --- values ---
-
-TEST_F(ReportIndexTest, KeysStandInAnyOrder) {
-  EXPECT_EQ(staves(1, "FILE=no,NEWSTAFF=6,STAFF=7,FILE=C:\\A.MUS,STAVESUP=8,INSTRID=9,SYSTEM=1\r\n"),
-            (Staves{{9, 8, 7, "C:\\A.MUS", 6}}))
-      << "a key in front of the line has no comma, and is not found";
-}
-
-TEST_F(ReportIndexTest, MissingKeysAreZeroAndNoFile) {
-  EXPECT_EQ(staves(1, "SYSTEM=1\r\n"), (Staves{{0, 0, 0, "", 0}}));
-  EXPECT_EQ(staves(1, "SYSTEM=1,INSTRID=,STAVESUP=,STAFF=,FILE=,NEWSTAFF=\r\n"), (Staves{{0, 0, 0, "", 0}}));
-}
-
-TEST_F(ReportIndexTest, FirstOfSeveralEqualKeysCounts) {
-  EXPECT_EQ(staves(1,
-                   "SYSTEM=1,SYSTEM=2,INSTRID=3,INSTRID=4,STAVESUP=5,STAVESUP=6,STAFF=7,STAFF=8,FILE=A,FILE=B,"
-                   "NEWSTAFF=9,NEWSTAFF=10\r\n"),
-            (Staves{{3, 5, 7, "A", 9}}));
-  EXPECT_THAT(report.systems, SizeIs(1));
-}
-
-TEST_F(ReportIndexTest, FileNameEndsAtACommaInsideIt) {
-  EXPECT_EQ(staves(1, record("1", "7", "C:\\M\\X, Y1.MUS")).at(0).file, "C:\\M\\X");
-}
-
-TEST_F(ReportIndexTest, FileNameIsKeptAsItStands) {
-  EXPECT_EQ(staves(1, record("1", "7", " c:\\m\\\xE4=1.Mus ")).at(0).file, " c:\\m\\\xE4=1.Mus ");
-}
-
-TEST_F(ReportIndexTest, NumbersAreTheLeadingOnesOfTheirTexts) {
-  EXPECT_THAT(instrumentsIn(1, record("1", "  12") + record("1", "12 abc") + record("1", "abc12") + record("1", "-3x") +
-                                   record("1", "1.2E2Z") + record("1", "+4")),
-              ElementsAre(12, 12, 0, -3, 120, 4));
-}
-
-TEST_F(ReportIndexTest, FractionsAreRoundedHalvesToEven) {
-  EXPECT_EQ(staves(1, "SYSTEM=1,INSTRID=2.5,STAVESUP=3.5,STAFF=-0.5,FILE=A,NEWSTAFF=1.5\r\n"),
-            (Staves{{2, 4, 0, "A", 2}}));
-  EXPECT_EQ(staves(1, "SYSTEM=1,INSTRID=2.51,STAVESUP=3.49,STAFF=-1.5,FILE=A,NEWSTAFF=0.5\r\n"),
-            (Staves{{3, 3, -2, "A", 0}}));
-  EXPECT_THAT(report.instruments, ElementsAre(3));
-}
-
-TEST_F(ReportIndexTest, NumbersAreNotCutToSinglesBeforeTheyAreRounded) {
-  EXPECT_THAT(instrumentsIn(1, record("1", "2.5000000001") + record("1", "3.4999999999") + record("1", "32767.4999")),
-              ElementsAre(3, 3, 32767));
-}
-
-TEST_F(ReportIndexTest, NumbersUpToTheEdgeOf16BitsAreTaken) {
-  EXPECT_EQ(staves(1, "SYSTEM=1,INSTRID=32767.4,STAVESUP=-32768,STAFF=-32768.5,FILE=A,NEWSTAFF=32767\r\n"),
-            (Staves{{32767, -32768, -32768, "A", 32767}}));
-}
-
-TEST_F(ReportIndexTest, IdentifierBeyond16BitsIsARunTimeErrorAtOnce) {
-  for (const char* identifier : {"32768", "32767.5", "-32768.6", "-32769", "1E99", "1E999", "-1E999"}) {
-    read(record("1", "5") + "SYSTEM=9,INSTRID=" + identifier + ",STAFF=1\r\n" + record("2", "6"));
-    expectOverflow("SYSTEM=9,INSTRID=" + std::string(identifier) + ",STAFF=1");
-  }
-}
-
-TEST_F(ReportIndexTest, OtherNumbersBeyond16BitsAreErrorsOfTheirSystemOnly) {
-  for (const char* key : {",INSTRID=", ",STAVESUP=", ",STAFF=", ",NEWSTAFF="}) {
-    for (const char* number : {"32768", "32767.5", "-32769", "1E9"}) {
-      const std::string line = "SYSTEM=2,OLDINSTRID=5" + std::string(key) + number + ",FILE=A";
-      EXPECT_THAT(instrumentsIn(1, record("1", "5") + line + "\r\n"), ElementsAre(5));
-      EXPECT_EQ(end, std::nullopt);
-      end = endOf([&] { stavesOf(host, report, 2); });
-      expectOverflow(line);
-    }
-  }
 }
 
 // --- systems ---
@@ -303,7 +175,7 @@ TEST_F(ReportIndexTest, PageFileInUseIsTheOneThatTheStaffIsReadFrom) {
 // --- the file ---
 
 TEST_F(ReportIndexTest, ReportThatCannotBeOpenedEndsTheProgram) {
-  EXPECT_EQ(endOf([&] { readReport(host); }), 1);
+  EXPECT_EQ(endOf(host, [&] { readReport(host); }), 1);
   EXPECT_EQ(host.messages, std::vector{critical("Failed to open file KivSystem2.TXT")});
 }
 
@@ -315,8 +187,8 @@ TEST_F(ReportIndexTest, ReportLiesInTheCurrentFolder) {
 
 TEST_F(ReportIndexTest, ReportIsReadOnceHoweverManySystemsItHas) {
   staves(1, record("1", "5") + record("2", "5"));
-  stavesOf(host, report, 2);
-  stavesOf(host, report, 3);
+  stavesOf(report, 2);
+  stavesOf(report, 3);
   EXPECT_EQ(host.timesRead("KivSystem2.TXT"), 1);
 }
 
@@ -329,78 +201,8 @@ TEST_F(ReportIndexTest, HalfAReportIsNotConverted) {
     }
   };
   FailingDisk disk;
-  EXPECT_EQ(endOf([&] { readReport(disk); }), 1);
+  EXPECT_EQ(endOf(disk, [&] { readReport(disk); }), 1);
   EXPECT_EQ(disk.messages, std::vector{critical("Run-time error: Device I/O error\r\nKivSystem2.TXT")});
-}
-
-// --- against the rules as they are put, line by line for every system anew ---
-
-std::int16_t wholeOf(std::string_view line, std::string_view key) {
-  return toInt16(numericValue(getElt(line, key))).value();
-}
-
-bool isRecord(const std::string& line) {
-  return !line.starts_with("*") && line.find("SYSTEM=") != std::string::npos;
-}
-
-Staves plainStaves(const std::vector<std::string>& lines, std::int16_t system) {
-  Staves found;
-  for (const std::string& line : lines) {
-    if (isRecord(line) && numericValue(getElt(line, "SYSTEM")) == system) {
-      found.push_back({wholeOf(line, ",INSTRID"), wholeOf(line, ",STAVESUP"), wholeOf(line, ",STAFF"),
-                       std::string(getElt(line, ",FILE")), wholeOf(line, ",NEWSTAFF")});
-    }
-  }
-  return found;
-}
-
-std::vector<std::int16_t> plainOrder(const std::vector<std::string>& lines) {
-  std::vector<std::int16_t> instr;
-  for (const std::string& line : lines) {
-    if (!isRecord(line)) {
-      continue;
-    }
-    const std::int16_t identifier = wholeOf(line, "INSTRID");
-    bool known = false;
-    for (const std::int16_t other : instr) {
-      known = known || other == identifier;
-    }
-    if (!known) {
-      instr.push_back(identifier);
-    }
-  }
-  return instr;
-}
-
-std::string randomLine(Dice& dice) {
-  const char* keys[] = {"SYSTEM", "INSTRID", "NEWSTAFF", "STAVESUP", "STAFF", "FILE", "SUBSYSTEM", "X"};
-  const char* values[] = {"1", "2", "3", " 2", "2.5", "1.0", "4x", "", "-3", "X1", "12"};
-  std::string line = dice.oneIn(8) ? "*" : "";
-  for (std::uint32_t field = dice.below(7); field > 0; --field) {
-    line += std::string(keys[dice.below(std::size(keys))]) + "=" + values[dice.below(std::size(values))] + ",";
-  }
-  return dice.oneIn(2) ? "SYSTEM=" + std::to_string(dice.below(5)) + "," + line : line;
-}
-
-TEST_F(ReportIndexTest, AnyReportIsReadAsTheRulesSay) {
-  Dice dice(51);
-  for (int round = 0; round < 300; ++round) {
-    std::vector<std::string> lines(dice.below(12));
-    std::string text;
-    for (std::string& line : lines) {
-      line = randomLine(dice);
-      text += line + "\r\n";
-    }
-    ASSERT_EQ(orderOf(text), plainOrder(lines)) << text;
-    int systems = 0;
-    while (!plainStaves(lines, static_cast<std::int16_t>(systems + 1)).empty()) {
-      ++systems;
-    }
-    ASSERT_EQ(report.systemCount(), systems) << text;
-    for (std::int16_t system = -3; system < 13; ++system) {
-      ASSERT_EQ(stavesOf(host, report, system), plainStaves(lines, system)) << text << system;
-    }
-  }
 }
 
 }  // namespace

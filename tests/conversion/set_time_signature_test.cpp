@@ -14,14 +14,6 @@
 namespace kiv::test {
 namespace {
 
-Item itemOf(const ItemTable& table, int i) {
-  Item item{{}, table.itemText(i)};
-  for (int p = 1; p <= parameterCount; ++p) {
-    item.par[static_cast<std::size_t>(p)] = table.itemPar(i, p);
-  }
-  return item;
-}
-
 /// Systems in which instrument 102 has the rest staff.
 class SetTimeSignature : public ::testing::Test {
  protected:
@@ -31,7 +23,7 @@ class SetTimeSignature : public ::testing::Test {
   }
   void setOnTable(std::int16_t instrument = 102) {
     before = items.itemCount();
-    end = endOf([&] { setTimeSignature(page, instrument); });
+    end = endOf(host, [&] { setTimeSignature(items, instrument); });
   }
   /// What the procedure adds to a system.
   std::string added(std::string_view system, std::int16_t instrument = 102) {
@@ -39,7 +31,7 @@ class SetTimeSignature : public ::testing::Test {
     EXPECT_EQ(end, std::nullopt) << system;
     ItemTable table;
     for (int i = before + 1; i <= items.itemCount(); ++i) {
-      table.store_item(host, itemOf(items, i));
+      table.store_item(items.item(i));
     }
     return asText(table);
   }
@@ -52,14 +44,12 @@ class SetTimeSignature : public ::testing::Test {
   }
 
   FakeHost host;
-  const std::string file = "C:\\M\\X1.MUS";
   ItemTable items;
-  const SystemPage page{host, file, items};
   int before = 0;
   std::optional<int> end;
 };
 
-TEST_F(SetTimeSignature, RestStaffTakesTheTimeSignaturesOfTheReferenceStaff) {
+TEST_F(SetTimeSignature, RestStaffGetsTheTimeSignaturesOfTheReferenceStaff) {
   set("staff 1 at 0 instrument 101\n"
       "timesignature 1 at 12 p4 2 upper 6 lower 8\n"
       "note 1 at 20\n"
@@ -121,15 +111,15 @@ TEST_F(SetTimeSignature, OnlyItemsThatExistedBeforeAreCopied) {
             "timesignature 1 at 12 upper 3 lower 4\n");
 }
 
-TEST_F(SetTimeSignature, RowsLeftBehindTheTableNeitherCountNorShowThrough) {
+TEST_F(SetTimeSignature, RowsLeftBeyondTheTableNeitherCountNorShowThrough) {
   items = tableOf(host,
                   "staff 1 at 0 instrument 101\ntimesignature 1 at 12 upper 3 lower 4\n"
                   "staff 2 at 0 instrument 102 p20 1\ncountedtext 9 at 9 p4 9 p7 9 \"old\"\n"
                   "timesignature 1 at 30 upper 2 lower 4\n");
   const ItemTable old = items;
-  items.restart();
+  items.clear();
   for (int i = 1; i <= 3; ++i) {
-    items.store_item(host, itemOf(old, i));
+    items.store_item(old.item(i));
   }
   setOnTable();
   EXPECT_EQ(asText(items),
@@ -147,13 +137,13 @@ TEST_F(SetTimeSignature, TableThatOverflowsEndsTheProgram) {
                   "staff 1 at 0 instrument 101\nstaff 2 at 0 instrument 102 p20 1\n"
                   "timesignature 1 at 12 upper 3 lower 4\ntimesignature 1 at 80 upper 4 lower 4\n");
   while (items.itemCount() < itemLimit - 1) {
-    items.store_item(host, {{0, type::note, 1}, ""});
+    items.store_item(Item(ItemType::note, 1, 0));
   }
   setOnTable();
   EXPECT_EQ(end, 1);
   EXPECT_EQ(host.messages, std::vector{critical("MUS file too big for operation. Hit OK to terminate.")});
   EXPECT_EQ(items.itemCount(), itemLimit);
-  EXPECT_EQ(items.itemPar(itemLimit, par::type), type::timeSignature);
+  EXPECT_EQ(items.type(itemLimit), ItemType::timeSignature);
 }
 
 // --- whose staves they are ---
@@ -209,7 +199,7 @@ TEST_F(SetTimeSignature, OnlyItemsOfExactlyTheTypeAreStaves) {
             "timesignature 4 at 5 upper 3\n");
 }
 
-TEST_F(SetTimeSignature, StavesAreFoundBehindAllOtherItems) {
+TEST_F(SetTimeSignature, StavesAreFoundAfterAllOtherItems) {
   EXPECT_EQ(added("timesignature 1 at 12 upper 3\nstaff 2 at 0 instrument 102 p20 1\nstaff 1 at 0 instrument 101\n"),
             "timesignature 2 at 12 upper 3\n");
 }
@@ -227,24 +217,24 @@ TEST_F(SetTimeSignature, EndsTheProgramWithoutAReferenceStaff) {
             "Logical error 2 in setTimeSignature");
 }
 
-TEST_F(SetTimeSignature, MissingRestStaffIsToldBeforeAMissingReferenceStaff) {
+TEST_F(SetTimeSignature, MissingRestStaffIsReportedBeforeAMissingReferenceStaff) {
   expectEnd("", "Logical error 1 in setTimeSignature");
   expectEnd("staff 1 at 0 instrument 101 p20 1\n", "Logical error 1 in setTimeSignature");
 }
 
-TEST_F(SetTimeSignature, StaffPairTellsBothNumbersAndTheRestStaffsItem) {
+TEST_F(SetTimeSignature, StaffPairHasBothNumbersAndTheRestStaffsItem) {
   items = tableOf(host,
                   "clef 1 at 2\nstaff 4.5 at 0 instrument 102 p20 1\nstaff -3 at 0 instrument 101\n"
                   "staff 2 at 0 instrument 102\nstaff 5 at 0 instrument 103\n");
-  const StaffPair staves = findStaffPair(page, 102, "anything");
+  const StaffPair staves = findStaffPair(items, 102, "anything");
   EXPECT_EQ(staves.restStaffItem, 2);
   EXPECT_EQ(staves.rest, 4.5F);
   EXPECT_EQ(staves.reference, -3);
 }
 
-TEST_F(SetTimeSignature, RowsBehindTheTableAreNoStaves) {
+TEST_F(SetTimeSignature, RowsBeyondTheTableAreNoStaves) {
   items = tableOf(host, "staff 1 at 0 instrument 101\nstaff 2 at 0 instrument 102\n");
-  items.restart();
+  items.clear();
   setOnTable();
   EXPECT_EQ(host.messages, std::vector{critical("Logical error 1 in setTimeSignature")});
 }

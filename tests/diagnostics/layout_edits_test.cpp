@@ -34,7 +34,7 @@ TEST(LayoutEdits, OneThatIsElsewhereIsMovedAndTheOthersStay) {
   EXPECT_THAT(layoutEdits({101, 102, 103, 104}, {102, 103, 101, 104}), ElementsAre(LayoutEdit{moved, 101, 2}));
 }
 
-TEST(LayoutEdits, OneThatIsThereAgainIsADuplicate) {
+TEST(LayoutEdits, OneThatAppearsTwiceIsADuplicate) {
   EXPECT_THAT(layoutEdits({101, 102}, {101, 102, 101}), ElementsAre(LayoutEdit{duplicate, 101, 2}));
   EXPECT_THAT(layoutEdits({101}, {103, 103}),
               ElementsAre(LayoutEdit{missing, 101, std::nullopt}, LayoutEdit{duplicate, 103, 0},

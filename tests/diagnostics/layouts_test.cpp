@@ -8,7 +8,7 @@
 namespace kiv::test {
 namespace {
 
-class LayoutsOf : public ::testing::Test, public InsightRun {
+class LayoutsOf : public ::testing::Test, public DiagnosedRun {
  protected:
   Layouts find(Places places = Places::ofEverySystem) {
     run();
@@ -19,7 +19,7 @@ class LayoutsOf : public ::testing::Test, public InsightRun {
   const std::string bass = "note 1 at 5\nstaff 1 at 0 instrument 102\nbarline 1 at 0 spans 1\n";
 };
 
-TEST_F(LayoutsOf, AConsistentPieceAreOneAndNoPageIsReadAgain) {
+TEST_F(LayoutsOf, AConsistentPieceIsOneAndNoPageIsReadAgain) {
   addPage("X1.MUS", bass);
   addPage("X2.MUS", bass);
   run();
@@ -33,7 +33,7 @@ TEST_F(LayoutsOf, AConsistentPieceAreOneAndNoPageIsReadAgain) {
   EXPECT_EQ(layouts.classes[0].systems, (std::vector<std::size_t>{0, 1}));
 }
 
-TEST_F(LayoutsOf, NoSystemsAreNone) {
+TEST_F(LayoutsOf, NoSystemsHaveNone) {
   addPage("X1.MUS", "note 1 at 0\n");
   EXPECT_TRUE(find().classes.empty());
 }
@@ -73,7 +73,7 @@ TEST_F(LayoutsOf, ADeviationNamesTheStaffOfItsFile) {
   EXPECT_EQ(layouts.systems[1].lastFile, 2U);
 }
 
-TEST_F(LayoutsOf, OfStavesAlikeEachIsFoundOnce) {
+TEST_F(LayoutsOf, OfEqualStavesEachIsFoundOnce) {
   addPage("X1.MUS", bass);
   addPage("X2.MUS",
           "staff 2 at 9 instrument 102\nstaff 2 at 0 instrument 102\nstaff 1 at 0 instrument 102\nbarline 1 at 0 spans "
@@ -110,7 +110,7 @@ TEST_F(LayoutsOf, ATextLeftOfAStaffIsItsName) {
   EXPECT_EQ(layouts.names, (std::map<std::int16_t, std::string>{{101, "Flute 2"}}));
 }
 
-TEST_F(LayoutsOf, AReportThatIsGoneTellsNoLayouts) {
+TEST_F(LayoutsOf, AMissingReportHasNoLayouts) {
   addPage("X1.MUS", bass);
   addPage("X2.MUS", fluteAndBass);
   run();
@@ -118,7 +118,7 @@ TEST_F(LayoutsOf, AReportThatIsGoneTellsNoLayouts) {
   EXPECT_FALSE(findLayouts(host, program.systems, Places::ofEverySystem).has_value());
 }
 
-TEST_F(LayoutsOf, AReportThatSomebodyElseHasChangedTellsNoLayouts) {
+TEST_F(LayoutsOf, AReportThatWasChangedHasNoLayouts) {
   addPage("X1.MUS", bass);
   addPage("X2.MUS", fluteAndBass);
   run();
@@ -126,7 +126,7 @@ TEST_F(LayoutsOf, AReportThatSomebodyElseHasChangedTellsNoLayouts) {
   EXPECT_FALSE(findLayouts(host, program.systems, Places::ofEverySystem).has_value());
 }
 
-TEST_F(LayoutsOf, LabelsGoOnBehindZ) {
+TEST_F(LayoutsOf, LabelsContinueAfterZ) {
   for (int i = 1; i <= 28; ++i) {
     addPage("X" + std::to_string(i) + ".MUS", "staff 1 at 0 instrument " + std::to_string(100 + i) + "\n");
   }

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "diagnostics/problem_codes.h"
 #include "tests/diagnostics/run.h"
 
 namespace kiv::test {
@@ -12,7 +11,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class ProblemsOf : public ::testing::Test, public InsightRun {
+class ProblemsOf : public ::testing::Test, public DiagnosedRun {
  protected:
   Problem information(std::string_view code, std::size_t message = 0) const {
     Problem problem;
@@ -41,7 +40,7 @@ class ProblemsOf : public ::testing::Test, public InsightRun {
   }
 };
 
-TEST_F(ProblemsOf, ARunWithoutMessagesAreNoneAndNothingIsReadAgain) {
+TEST_F(ProblemsOf, ARunWithoutMessagesHasNoneAndNothingIsReadAgain) {
   addPage("X1.MUS", "staff 1 at 0 instrument 101\n");
   run();
   const int before = host.timesRead("KivSystem2.TXT") + host.timesRead("C:\\M\\X1.MUS");
@@ -65,6 +64,7 @@ TEST_F(ProblemsOf, DuplicateStaffNumberIsAtTheSecondStaff) {
   // Both are bottom staves, so each is a system of its own, and neither is a duplicate.
   EXPECT_THAT(problems(), IsEmpty());
   host.messages.clear();
+  host.shown.clear();
   addPage("X2.MUS",
           "staff 2 at 5 instrument 102\nstaff 2 at 0 instrument 101\nstaff 1 at 0 instrument 103\n"
           "barline 1 at 0 spans 2\n");
@@ -79,7 +79,7 @@ TEST_F(ProblemsOf, ZeroIdentifierIsAtItsStavesInTheirFiles) {
   EXPECT_THAT(problems(), ElementsAre(at(code::zeroInstrumentId, "X1A.MUS", 1, 1, 0, {2, 18})));
 }
 
-TEST_F(ProblemsOf, AllowedZerosAreNoProblemAndDoNotTakeAnothersPlace) {
+TEST_F(ProblemsOf, AllowedZerosAreNoProblemAndHideNoOther) {
   addPage("X1.MUS", "staff 1 at 0\nrest 1 at 5 kind -2 cue 105\n");
   run(true);
   EXPECT_THAT(problems(), ElementsAre(at(code::undefinedCue, "X1.MUS", 1, 1, 105, {2, 14})));
@@ -130,7 +130,7 @@ TEST_F(ProblemsOf, StructureErrorIsAtTheBrokenItem) {
   EXPECT_EQ(found[0].severity, Icon::critical);
   EXPECT_EQ(found[0].file, "C:\\M\\X2.MUS");
   EXPECT_NE(host.messages[0].text.find("\r\nItem number = " + std::to_string(found[0].place->item)), std::string::npos);
-  EXPECT_EQ(found[0].place->offset, 18U) << "behind the head and an item of 16 bytes";
+  EXPECT_EQ(found[0].place->offset, 18U) << "after the head and an item of 16 bytes";
 }
 
 TEST_F(ProblemsOf, AFileThatIsNoPageHasItsErrorAtItsHead) {
@@ -174,18 +174,34 @@ TEST_F(ProblemsOf, NamesAndTheirFile) {
   EXPECT_THAT(problems(), ElementsAre(open, gone, critical(code::noInputFiles, "C:\\N.TXT", 2)));
 }
 
+TEST_F(ProblemsOf, EveryPlaceOfAMessageIsOne) {
+  addPage("X1.MUS", "note 1 at 5\nstaff 1 at 0 instrument 101\n");
+  kiv::Message message;
+  message.code = code::zeroInstrumentId;
+  message.location.file = "C:\\M\\X9.MUS";
+  message.places = {{.file = "C:\\M\\X1.MUS", .item = 2, .system = std::int16_t{1}},
+                    {.file = "C:\\M\\X1.MUS", .item = 9, .repeats = 3}};
+  Problem second = information(code::zeroInstrumentId);
+  second.file = "C:\\M\\X1.MUS";
+  second.repeats = 3;
+  EXPECT_THAT(findProblems(host, {message}),
+              ElementsAre(at(code::zeroInstrumentId, "X1.MUS", 1, 1, 101, {2, 18}), second))
+      << "an item that the page does not hold has no offset, and the location of the message itself is not used";
+}
+
 TEST_F(ProblemsOf, NamingAndReservedNames) {
   addPage("NO-.MUS", "");
   run();
   EXPECT_THAT(problems(), ElementsAre(critical(code::namingNoNumber, "C:\\M\\NO-.MUS")));
   host.messages.clear();
+  host.shown.clear();
   namesFile.clear();
   addPage("WORK0001.MUS", "");
   run();
   EXPECT_THAT(problems(), ElementsAre(critical(code::reservedName, "C:\\M\\WORK0001.MUS")));
 }
 
-TEST_F(ProblemsOf, MessagesWithoutAPlace) {
+TEST_F(ProblemsOf, MessagesWithoutALocation) {
   host.unwritable.insert("KivSystem2.TXT");
   addPage("X1.MUS", "staff 1 at 0 instrument 101\n");
   run();

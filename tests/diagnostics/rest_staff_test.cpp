@@ -7,7 +7,7 @@
 namespace kiv::test {
 namespace {
 
-const std::string madeItems =
+const std::string generatedItems =
     "item 10 1 -4 0 105 0.7\n"
     "clef 1 at 2 kind 1\n"
     "keysignature 1 at 9 key -1 type 1\n"
@@ -16,32 +16,32 @@ const std::string madeItems =
     "rest 1 at 28 kind -2 duration 3 p9 -1\n"
     "barline 1 at 80 spans 1\n";
 
-bool isMade(const std::string& text) {
-  return isMadeRestStaff(0, itemsOf(text));
+bool isGenerated(const std::string& text) {
+  return isGeneratedRestStaff(0, itemsOf(text));
 }
 
 TEST(RestStaff, HoldsWhatAConversionPutsThere) {
-  EXPECT_TRUE(isMade(madeItems));
-  EXPECT_FALSE(isMadeRestStaff(5, itemsOf(madeItems))) << "the clef is not 2 behind the staff's end";
+  EXPECT_TRUE(isGenerated(generatedItems));
+  EXPECT_FALSE(isGeneratedRestStaff(5, itemsOf(generatedItems))) << "the clef is not 2 to the right of the staff's end";
 }
 
 TEST(RestStaff, HasNoNotesAndNoTexts) {
-  EXPECT_FALSE(isMade(madeItems + "note 1 at 40 height 2 duration 1\n"));
-  EXPECT_FALSE(isMade(madeItems + "shorttext 1 at 40 \"ff\"\n"));
-  EXPECT_FALSE(isMade(madeItems + "item 7 1 40\n"));
+  EXPECT_FALSE(isGenerated(generatedItems + "note 1 at 40 height 2 duration 1\n"));
+  EXPECT_FALSE(isGenerated(generatedItems + "shorttext 1 at 40 \"ff\"\n"));
+  EXPECT_FALSE(isGenerated(generatedItems + "item 7 1 40\n"));
 }
 
 TEST(RestStaff, ANotationProgramsRestHasAForm) {
-  EXPECT_FALSE(isMade(madeItems + "rest 1 at 100 kind -2 form -1 duration 3 p9 -1\n"));
-  EXPECT_FALSE(isMade(madeItems + "rest 1 at 100 kind -2 duration 3\n"));
-  EXPECT_FALSE(isMade(madeItems + "rest 1 at 100 kind -2 height 4 duration 3 p9 -1\n"));
-  EXPECT_FALSE(isMade(madeItems + "rest 1 at 100 kind -2 duration 3 p9 -1 cue 101\n"));
+  EXPECT_FALSE(isGenerated(generatedItems + "rest 1 at 100 kind -2 form -1 duration 3 p9 -1\n"));
+  EXPECT_FALSE(isGenerated(generatedItems + "rest 1 at 100 kind -2 duration 3\n"));
+  EXPECT_FALSE(isGenerated(generatedItems + "rest 1 at 100 kind -2 height 4 duration 3 p9 -1\n"));
+  EXPECT_FALSE(isGenerated(generatedItems + "rest 1 at 100 kind -2 duration 3 p9 -1 cue 101\n"));
 }
 
 TEST(RestStaff, HasOneClefAndARest) {
-  EXPECT_FALSE(isMade(madeItems + "clef 1 at 2\n"));
-  EXPECT_FALSE(isMade("rest 1 at 28 kind -2 duration 3 p9 -1\n"));
-  EXPECT_FALSE(isMade("clef 1 at 2\nbarline 1 at 0 spans 1\n"));
+  EXPECT_FALSE(isGenerated(generatedItems + "clef 1 at 2\n"));
+  EXPECT_FALSE(isGenerated("rest 1 at 28 kind -2 duration 3 p9 -1\n"));
+  EXPECT_FALSE(isGenerated("clef 1 at 2\nbarline 1 at 0 spans 1\n"));
 }
 
 }  // namespace

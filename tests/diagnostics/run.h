@@ -24,10 +24,8 @@ inline void PrintTo(const Problem& problem, std::ostream* out) {
 
 namespace kiv::test {
 
-/// An analysis over pages in C:\M, with the findings kept.
-struct InsightRun {
-  InsightRun() { program.observer = &findings; }
-
+/// An analysis of pages in C:\M, and the problems in its messages.
+struct DiagnosedRun {
   void addPage(const std::string& file, std::string_view text) { addBytes(file, page(text)); }
   void addBytes(const std::string& file, const std::string& bytes) {
     host.addFile("C:\\M\\" + file, bytes);
@@ -36,25 +34,12 @@ struct InsightRun {
   void listFile(const std::string& file) { namesFile += "C:\\M\\" + file + " 1\r\n"; }
   void run(bool allowZeroId = false) {
     host.addFile("C:\\N.TXT", namesFile);
-    end = endOf([&] { analyse(program, "C:\\N.TXT", allowZeroId); });
+    end = endOf(host, [&] { analyze(program, "C:\\N.TXT", allowZeroId); });
   }
-  std::vector<Problem> problems() {
-    std::vector<RunMessage> messages;
-    for (const Message& message : host.messages) {
-      messages.push_back({message.icon, message.text, ""});
-    }
-    const RunState state{findings,
-                         program.names,
-                         program.pages,
-                         program.settings.namesFile,
-                         program.musFileName,
-                         program.settings.allowZeroInstrId};
-    return findProblems(host, state, messages);
-  }
+  std::vector<Problem> problems() { return findProblems(host, host.shown); }
 
   FakeHost host;
   KivSystem program{host};
-  FindingsLog findings;
   std::string namesFile;
   std::optional<int> end;
 };

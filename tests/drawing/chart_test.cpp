@@ -48,7 +48,7 @@ TEST(ChartTest, AMultifilePageIsNamedWithItsLetters) {
   EXPECT_EQ(chart.pages[0].files, 3U);
 }
 
-TEST(ChartTest, TellsWhichSystemsHaveAnotherOrder) {
+TEST(ChartTest, NamesTheSystemsWithAnotherOrder) {
   const Chart chart = chartOf(record(1, 5, 2, "X1.MUS") + record(1, 6, 1, "X1.MUS") + record(2, 6, 2, "X2.MUS") +
                               record(2, 5, 1, "X2.MUS"));
   EXPECT_EQ(chart.outOfOrder(), "2");

@@ -62,14 +62,14 @@ TEST(ChartText, ANarrowTerminalStillShowsSomething) {
   }
 }
 
-TEST(ChartText, ColoursChangeNothingElse) {
-  std::string coloured = chartText(chartOf(3, 2), {80, true});
-  EXPECT_NE(coloured.find("\x1B[32m#\x1B[0m"), std::string::npos);
-  EXPECT_NE(coloured.find("\x1B[33m.\x1B[0m"), std::string::npos);
-  for (std::size_t escape = 0; (escape = coloured.find('\x1B')) != std::string::npos;) {
-    coloured.erase(escape, coloured.find('m', escape) + 1 - escape);
+TEST(ChartText, ColorsChangeNothingElse) {
+  std::string colored = chartText(chartOf(3, 2), {80, true});
+  EXPECT_NE(colored.find("\x1B[32m#\x1B[0m"), std::string::npos);
+  EXPECT_NE(colored.find("\x1B[33m.\x1B[0m"), std::string::npos);
+  for (std::size_t escape = 0; (escape = colored.find('\x1B')) != std::string::npos;) {
+    colored.erase(escape, colored.find('m', escape) + 1 - escape);
   }
-  EXPECT_EQ(coloured, chartText(chartOf(3, 2), {80, false}));
+  EXPECT_EQ(colored, chartText(chartOf(3, 2), {80, false}));
 }
 
 }  // namespace

@@ -18,19 +18,19 @@ inline std::string record(int system, int instrument, int newStaff, const std::s
 inline Chart chartOf(const std::string& report, bool allowZeroId = false) {
   FakeHost host;
   host.addFile(reportFile, "* head\r\n" + report);
-  return makeChart(host, readReport(host), allowZeroId);
+  return makeChart(readReport(host), allowZeroId);
 }
 
-/// So many systems, each on a page of its own, with the first of so many instruments and every second one behind it.
+/// A chart of systems on a page each, which have the first instrument and every second one after it.
 inline Chart chartOf(int systems, int instruments) {
   Chart chart;
   for (int i = 1; i <= instruments; ++i) {
     chart.instruments.push_back(static_cast<std::int16_t>(100 + i));
   }
   for (int i = 0; i < systems; ++i) {
-    const auto place = static_cast<std::size_t>(i);
-    chart.pages.push_back({"PIECE" + std::to_string(i + 1) + ".MUS", 1, place});
-    ChartSystem system{place, true, {}};
+    const auto index = static_cast<std::size_t>(i);
+    chart.pages.push_back({"PIECE" + std::to_string(i + 1) + ".MUS", 1, index});
+    ChartSystem system{index, true, {}};
     for (int k = 0; k < instruments; ++k) {
       system.cells.push_back(k % 2 == 0 ? Presence::present : Presence::missing);
     }

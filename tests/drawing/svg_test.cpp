@@ -32,19 +32,20 @@ TEST(SvgText, KeepsUtf8) {
 }
 
 TEST(SvgText, ReplacesWhatIsNoCharacter) {
-  const std::string sign = "\xEF\xBF\xBD";
-  EXPECT_EQ(svgText("Fl\xF6te"), "Fl" + sign + "te");
-  EXPECT_EQ(svgText("\xC3"), sign);
-  EXPECT_EQ(svgText("\xC0\x80"), sign + sign) << "longer than it need be";
-  EXPECT_EQ(svgText("\xE0\x82\x80"), sign + sign + sign) << "longer than it need be";
-  EXPECT_EQ(svgText("\xED\xA0\x80"), sign + sign + sign) << "half of a pair";
-  EXPECT_EQ(svgText("\xF4\x90\x80\x80"), sign + sign + sign + sign) << "beyond the last character";
+  const std::string replacement = "\xEF\xBF\xBD";
+  EXPECT_EQ(svgText("Fl\xF6te"), "Fl" + replacement + "te");
+  EXPECT_EQ(svgText("\xC3"), replacement);
+  EXPECT_EQ(svgText("\xC0\x80"), replacement + replacement) << "longer than it need be";
+  EXPECT_EQ(svgText("\xE0\x82\x80"), replacement + replacement + replacement) << "longer than it need be";
+  EXPECT_EQ(svgText("\xED\xA0\x80"), replacement + replacement + replacement) << "half of a pair";
+  EXPECT_EQ(svgText("\xF4\x90\x80\x80"), replacement + replacement + replacement + replacement)
+      << "beyond the last character";
   EXPECT_EQ(svgText(std::string("a\0\x1B"
                                 "b",
                                 4)),
-            "a" + sign + sign + "b")
+            "a" + replacement + replacement + "b")
       << "not for XML";
-  EXPECT_EQ(svgText("\xEF\xBF\xBF"), sign) << "not for XML";
+  EXPECT_EQ(svgText("\xEF\xBF\xBF"), replacement) << "not for XML";
 }
 
 TEST(SvgWriterTest, NestsElements) {

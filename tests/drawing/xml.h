@@ -7,7 +7,7 @@
 
 namespace kiv::test {
 
-/// An element of a drawing, without its place in the tree.
+/// An element of a drawing, without its position in the tree.
 struct XmlElement {
   std::string name;
   std::map<std::string, std::string> attributes;
@@ -18,14 +18,14 @@ struct XmlElement {
   double number(const std::string& attribute) const;
 };
 
-/// The elements in document order. A text that a conforming parser refuses fails the test.
+/// The elements in document order. A text that a conforming parser rejects fails the test.
 std::vector<XmlElement> elementsOf(std::string_view xml);
 
 /// Those with a class, or with the tag when the class is "".
 std::vector<XmlElement> withClass(const std::vector<XmlElement>& elements, const std::string& className);
 std::vector<XmlElement> withTag(const std::vector<XmlElement>& elements, const std::string& name);
 
-/// Fails the test when a number of a coordinate or size lies beyond the limit, in whatever attribute.
+/// Fails the test when a coordinate or size is beyond the limit.
 void expectBounded(const std::vector<XmlElement>& elements, double limit);
 
 }  // namespace kiv::test

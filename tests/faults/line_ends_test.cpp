@@ -14,21 +14,21 @@
 namespace kiv::test {
 namespace {
 
-/// The text, whose lines end with CR LF, with other line ends, and each way without the last one.
-std::vector<std::string> waysToWrite(const std::string& text) {
-  std::vector<std::string> ways;
+/// The text, whose lines end with CR LF, with each kind of line end, and with each also without the last one.
+std::vector<std::string> variantsOf(const std::string& text) {
+  std::vector<std::string> variants;
   for (const std::string end : {"\r\n", "\n", "\r"}) {
-    std::string way = text;
-    for (std::size_t at = 0; (at = way.find("\r\n", at)) != std::string::npos; at += end.size()) {
-      way.replace(at, 2, end);
+    std::string variant = text;
+    for (std::size_t at = 0; (at = variant.find("\r\n", at)) != std::string::npos; at += end.size()) {
+      variant.replace(at, 2, end);
     }
-    ways.push_back(way);
-    ways.push_back(way.substr(0, way.size() - end.size()));
+    variants.push_back(variant);
+    variants.push_back(variant.substr(0, variant.size() - end.size()));
   }
-  return ways;
+  return variants;
 }
 
-/// What a run on the disk left: its files without the one that is written in several ways, and what it showed.
+/// What a run on the disk left: its files without the one that is written in several variants, and what it showed.
 struct Left {
   Disk files;
   std::vector<Message> messages;
@@ -37,26 +37,26 @@ struct Left {
   bool operator==(const Left&) const = default;
 };
 
-using Conduct = std::function<void(FakeHost& host)>;
+using Run = std::function<void(FakeHost& host)>;
 
 /// Runs on the file written in every way, and compares what is left. The name is that of the disk.
-void expectTheSame(const std::string& name, const std::string& text, const Conduct& conduct) {
+void expectTheSame(const std::string& name, const std::string& text, const Run& run) {
   ASSERT_NE(text.find("\r\n"), std::string::npos);
   std::optional<Left> first;
-  for (const std::string& way : waysToWrite(text)) {
+  for (const std::string& variant : variantsOf(text)) {
     FakeHost host;
     prepareDisk(host);
-    host.addFile(name, way);
-    const auto end = endOf([&] { conduct(host); });
+    host.addFile(name, variant);
+    const auto end = endOf(host, [&] { run(host); });
     Left left{host.files(), host.messages, end};
-    if (left.files.contains(name) && left.files.at(name) == way) {
+    if (left.files.contains(name) && left.files.at(name) == variant) {
       left.files.erase(name);
     }
     if (!first) {
       first = left;
     }
-    EXPECT_EQ(left.files, first->files) << testing::PrintToString(way);
-    EXPECT_EQ(left.messages, first->messages) << testing::PrintToString(way);
+    EXPECT_EQ(left.files, first->files) << testing::PrintToString(variant);
+    EXPECT_EQ(left.messages, first->messages) << testing::PrintToString(variant);
     EXPECT_EQ(left.end, first->end);
   }
 }
@@ -67,7 +67,7 @@ std::string onPreparedDisk(const std::string& name) {
   return host.file(name);
 }
 
-Disk analysed() {
+Disk analyzed() {
   FakeHost host;
   prepareDisk(host);
   static_cast<void>(perform(RunKind::analysis, host));
@@ -97,7 +97,7 @@ TEST(LineEnds, OfTheAnswerFile) {
 }
 
 TEST(LineEnds, OfTheReport) {
-  expectTheSame("C:\\KIV\\KIVSYSTEM2.TXT", analysed().at("C:\\KIV\\KIVSYSTEM2.TXT"), [](FakeHost& host) {
+  expectTheSame("C:\\KIV\\KIVSYSTEM2.TXT", analyzed().at("C:\\KIV\\KIVSYSTEM2.TXT"), [](FakeHost& host) {
     SystemTable systems;
     phase5(host, 1, systems);
     EXPECT_EQ(systems.systemCount(), 3U);
@@ -110,7 +110,7 @@ TEST(LineEnds, OfTheReport) {
 }
 
 TEST(LineEnds, OfTheVerdict) {
-  expectTheSame("C:\\KIV\\KIVSYSTEM1.TXT", analysed().at("C:\\KIV\\KIVSYSTEM1.TXT"), [](FakeHost& host) {
+  expectTheSame("C:\\KIV\\KIVSYSTEM1.TXT", analyzed().at("C:\\KIV\\KIVSYSTEM1.TXT"), [](FakeHost& host) {
     EXPECT_EQ(readVerdict(host), (std::array<std::string, 2>{"CONSISTENCY=NO", "MULTIFILE=YES"}));
   });
 }
@@ -122,10 +122,10 @@ TEST(LineEnds, OfPageText) {
   }
   const auto built = buildPage(duo);
   ASSERT_TRUE(std::holds_alternative<std::string>(built));
-  for (const std::string& way : waysToWrite(text)) {
-    const auto page = buildPage(way);
+  for (const std::string& variant : variantsOf(text)) {
+    const auto page = buildPage(variant);
     ASSERT_TRUE(std::holds_alternative<std::string>(page)) << std::get<PageTextError>(page).reason;
-    EXPECT_EQ(std::get<std::string>(page), std::get<std::string>(built)) << testing::PrintToString(way);
+    EXPECT_EQ(std::get<std::string>(page), std::get<std::string>(built)) << testing::PrintToString(variant);
   }
 }
 

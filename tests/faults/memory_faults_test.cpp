@@ -8,27 +8,27 @@
 #include "tests/faults/disk_checks.h"
 #include "tests/faults/runs.h"
 
-// The program's own operator new stands in the library's place. It gives memory, unless an order says that there is
-// none left.
+// This program has an operator new of its own in place of the library's. It gives memory, unless a fault is injected.
 
 namespace kiv::test {
 namespace {
 
-/// Which allocation fails. Plain numbers, as they are asked before any constructor runs.
-struct Order {
+/// Which allocation fails. Plain numbers, as they are read before any constructor runs.
+struct InjectedFault {
   bool counting = false;
-  long allocation = 0;  ///< counted from 1; 0 is none
-  bool onward = false;
+  long allocation = 0;    ///< counted from 1; 0 is none
+  bool persists = false;  ///< all later allocations fail as well
 };
 
-Order order;
+InjectedFault fault;
 long allocations = 0;
-long alive = 0;  // allocations that are not given back
+long alive = 0;  // allocations that are not released
 
 void* allocate(std::size_t size) {
-  if (order.counting) {
+  if (fault.counting) {
     ++allocations;
-    if (allocations == order.allocation || (order.onward && order.allocation != 0 && allocations > order.allocation)) {
+    if (allocations == fault.allocation ||
+        (fault.persists && fault.allocation != 0 && allocations > fault.allocation)) {
       return nullptr;
     }
   }
@@ -37,7 +37,7 @@ void* allocate(std::size_t size) {
   return memory;
 }
 
-void giveBack(void* memory) {
+void release(void* memory) {
   alive -= memory != nullptr ? 1 : 0;
   std::free(memory);
 }
@@ -62,80 +62,80 @@ void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
   return kiv::test::allocate(size);
 }
 void operator delete(void* memory) noexcept {
-  kiv::test::giveBack(memory);
+  kiv::test::release(memory);
 }
 void operator delete[](void* memory) noexcept {
-  kiv::test::giveBack(memory);
+  kiv::test::release(memory);
 }
 void operator delete(void* memory, std::size_t /*size*/) noexcept {
-  kiv::test::giveBack(memory);
+  kiv::test::release(memory);
 }
 void operator delete[](void* memory, std::size_t /*size*/) noexcept {
-  kiv::test::giveBack(memory);
+  kiv::test::release(memory);
 }
 void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept {
-  kiv::test::giveBack(memory);
+  kiv::test::release(memory);
 }
 void operator delete[](void* memory, const std::nothrow_t& /*tag*/) noexcept {
-  kiv::test::giveBack(memory);
+  kiv::test::release(memory);
 }
 
 namespace kiv::test {
 namespace {
 
-/// Runs under the order. False when the memory that it could not have ended it.
-bool comesToItsEnd(RunKind kind, FakeHost& host, Order given) {
+/// Runs with the fault. False when the lack of memory ended it.
+bool completes(RunKind kind, FakeHost& host, InjectedFault injected) {
   allocations = 0;
-  order = given;
-  order.counting = true;
+  fault = injected;
+  fault.counting = true;
   bool ended = true;
   try {
     static_cast<void>(perform(kind, host));
   } catch (const std::bad_alloc&) {
     ended = false;
   }
-  order = {};
+  fault = {};
   return ended;
 }
 
 class MemoryFaults : public testing::TestWithParam<RunKind> {
  protected:
   MemoryFaults() {
-    prepareDisk(usual);
-    before = usual.files();
-    // Before the one that counts, so that what a program allocates once for all is there.
+    prepareDisk(undisturbed);
+    before = undisturbed.files();
+    // Before the run that counts, so that what a program allocates once for all is there.
     FakeHost first;
     prepareDisk(first);
     static_cast<void>(perform(GetParam(), first));
-    EXPECT_TRUE(comesToItsEnd(GetParam(), usual, {}));
+    EXPECT_TRUE(completes(GetParam(), undisturbed, {}));
     all = allocations;
   }
 
-  /// Returns whether the run came to its end without the memory.
-  bool expectOutcome(Order given) const {
+  /// Returns whether the run completed without the memory.
+  bool expectOutcome(InjectedFault injected) const {
     FakeHost host;
     prepareDisk(host);
-    const bool ended = comesToItsEnd(GetParam(), host, given);
-    EXPECT_GE(allocations, given.allocation);
+    const bool ended = completes(GetParam(), host, injected);
+    EXPECT_GE(allocations, injected.allocation);
     expectInputs(before, host.files(), false);
     if (ended) {
-      EXPECT_EQ(host.files(), usual.files());
-      EXPECT_EQ(host.messages, usual.messages);
+      EXPECT_EQ(host.files(), undisturbed.files());
+      EXPECT_EQ(host.messages, undisturbed.messages);
     } else {
-      expectWhole(before, host.files(), usual.files());
+      expectWhole(before, host.files(), undisturbed.files());
     }
     return ended;
   }
 
-  /// The same, then without trouble on what is left. Nothing is left of the program itself.
-  bool expectNothingLost(Order given) const {
+  /// The same; no memory of the program itself is lost.
+  bool expectNothingLost(InjectedFault injected) const {
     const long aliveBefore = alive;
-    const bool ended = expectOutcome(given);
+    const bool ended = expectOutcome(injected);
     EXPECT_EQ(alive, aliveBefore) << "memory is lost";
     return ended;
   }
 
-  FakeHost usual;
+  FakeHost undisturbed;
   Disk before;
   long all = 0;
 };
@@ -143,19 +143,19 @@ class MemoryFaults : public testing::TestWithParam<RunKind> {
 INSTANTIATE_TEST_SUITE_P(Runs, MemoryFaults, testing::Values(RunKind::analysis, RunKind::panel, RunKind::sort),
                          [](const auto& kind) { return nameOf(kind.param); });
 
-TEST_P(MemoryFaults, NoAllocationThatFailsLosesAnything) {
-  ASSERT_GT(all, 50) << "the shortest run, of a sort, asks for memory some hundred times";
+TEST_P(MemoryFaults, NoFailedAllocationLosesAnything) {
+  ASSERT_GT(all, 50) << "the shortest run, of a sort, allocates memory some hundred times";
   long cases = 0;
   long ended = 0;
-  for (const bool onward : {false, true}) {
+  for (const bool persists : {false, true}) {
     for (long allocation = 1; allocation <= all; ++allocation) {
-      SCOPED_TRACE((onward ? "from " : "at ") + std::to_string(allocation));
-      ended += expectNothingLost({.allocation = allocation, .onward = onward}) ? 1 : 0;
+      SCOPED_TRACE((persists ? "from " : "at ") + std::to_string(allocation));
+      ended += expectNothingLost({.allocation = allocation, .persists = persists}) ? 1 : 0;
       ++cases;
     }
   }
   EXPECT_LT(ended, cases / 10) << "only what can be done with less memory goes on without it";
-  std::cout << all << " allocations, " << cases << " cases, " << ended << " came to their end\n";
+  std::cout << all << " allocations, " << cases << " cases, " << ended << " completed\n";
 }
 
 TEST_P(MemoryFaults, TheNextRunFindsAllThatItNeeds) {
@@ -163,9 +163,9 @@ TEST_P(MemoryFaults, TheNextRunFindsAllThatItNeeds) {
   for (long allocation = 1; allocation <= all; allocation += stride) {
     FakeHost host;
     prepareDisk(host);
-    static_cast<void>(comesToItsEnd(GetParam(), host, {.allocation = allocation}));
-    ASSERT_TRUE(comesToItsEnd(GetParam(), host, {}));
-    EXPECT_EQ(host.files(), usual.files()) << allocation;
+    static_cast<void>(completes(GetParam(), host, {.allocation = allocation}));
+    ASSERT_TRUE(completes(GetParam(), host, {}));
+    EXPECT_EQ(host.files(), undisturbed.files()) << allocation;
   }
 }
 

@@ -13,12 +13,12 @@ constexpr const char* verdict = "KivSystem1.TXT";
 constexpr const char* notWritten = "Open of output MUS file failed. Hit OK to terminate.";
 
 /// What a page is opened for, from the first time to the last.
-enum class Opened { toBeThere, toBeAnalysed, toBeConverted, toBeSorted };
+enum class Opened { toBeThere, toBeAnalyzed, toBeConverted, toBeSorted };
 
 const std::vector<Opened>& openingsOfAPage(RunKind kind) {
   using enum Opened;
-  static const std::vector<Opened> ofAnalysis = {toBeThere, toBeAnalysed};
-  static const std::vector<Opened> ofPanel = {toBeThere, toBeThere, toBeAnalysed, toBeConverted};
+  static const std::vector<Opened> ofAnalysis = {toBeThere, toBeAnalyzed};
+  static const std::vector<Opened> ofPanel = {toBeThere, toBeThere, toBeAnalyzed, toBeConverted};
   static const std::vector<Opened> ofSort = {toBeThere, toBeSorted};
   switch (kind) {
     case RunKind::analysis:
@@ -35,12 +35,12 @@ bool isPage(const std::string& name) {
   return std::find(groupPages().begin(), groupPages().end(), name) != groupPages().end();
 }
 
-/// What becomes of a run that a call fails in.
-class Fault {
+/// A call that fails, and what the run does then.
+class FailedCall {
  public:
-  Fault(const Undisturbed& run, std::size_t call, Order order) : run_(run), at_(call), order_(order) {}
+  FailedCall(const Undisturbed& run, std::size_t call, InjectedFault fault) : run_(run), at_(call), fault_(fault) {}
 
-  /// Nullopt when nobody notices.
+  /// Nullopt when it makes no difference.
   std::optional<Outcome> outcome() const;
 
  private:
@@ -50,7 +50,7 @@ class Fault {
   std::ptrdiff_t piecesRead() const;
   /// Of a name or the names file: the panel loads them when it starts, and once more for Analyze.
   bool panelStarts() const { return run_.kind == RunKind::panel && timesOpened() == 1; }
-  std::string folder() const { return order_.onward ? "" : "C:\\KIV"; }
+  std::string folder() const { return fault_.persists ? "" : "C:\\KIV"; }
 
   std::optional<Outcome> ofOpening() const;
   std::optional<Outcome> ofReading() const;
@@ -70,17 +70,17 @@ class Fault {
 
   const Undisturbed& run_;
   std::size_t at_;
-  Order order_;
+  InjectedFault fault_;
 };
 
-std::ptrdiff_t Fault::timesOpened() const {
+std::ptrdiff_t FailedCall::timesOpened() const {
   const auto last = run_.calls.begin() + static_cast<std::ptrdiff_t>(at_) + 1;
   return std::count_if(run_.calls.begin(), last, [&](const FileCall& other) {
     return other.operation == Operation::openInput && other.name == name();
   });
 }
 
-std::ptrdiff_t Fault::piecesRead() const {
+std::ptrdiff_t FailedCall::piecesRead() const {
   std::ptrdiff_t pieces = 0;
   for (std::size_t i = at_; i-- > 0;) {
     if (run_.calls[i].name == name()) {
@@ -93,14 +93,14 @@ std::ptrdiff_t Fault::piecesRead() const {
   return pieces;
 }
 
-Outcome Fault::ends(std::vector<Message> messages, int exitCode) const {
+Outcome FailedCall::ends(std::vector<Message> messages, int exitCode) const {
   std::vector<Message> all = shown();
   all.insert(all.end(), messages.begin(), messages.end());
   return {all, exitCode};
 }
 
-std::optional<Outcome> Fault::outcome() const {
-  const bool fails = order_.trouble == Trouble::fails;
+std::optional<Outcome> FailedCall::outcome() const {
+  const bool fails = fault_.failure == Failure::fails;
   switch (call().operation) {
     case Operation::write:
       return runTimeError(noSpace);
@@ -121,14 +121,14 @@ std::optional<Outcome> Fault::outcome() const {
   return std::nullopt;
 }
 
-std::optional<Outcome> Fault::ofCreating() const {
+std::optional<Outcome> FailedCall::ofCreating() const {
   if (name() == report) {
     return fatal("Failed to create report file: KivSystem2.TXT");
   }
   return name() == verdict ? fatal("Failed to create file KivSystem1.TXT") : ends({}, 0);
 }
 
-std::optional<Outcome> Fault::ofOpening() const {
+std::optional<Outcome> FailedCall::ofOpening() const {
   if (name() == namesFile) {
     return nothingSelected({}, false);
   }
@@ -149,12 +149,12 @@ std::optional<Outcome> Fault::ofOpening() const {
     return fatal("Failed to open " + name() + " for input.");
   }
   if (name() == "C:\\OUT\\WORK0001.MUS") {
-    return order_.onward ? fatal(notWritten) : without("File exists: " + name() + "\r\n\r\nOverwrite?");
+    return fault_.persists ? fatal(notWritten) : without("File exists: " + name() + "\r\n\r\nOverwrite?");
   }
   return isPage(name()) ? ofPage() : std::nullopt;
 }
 
-std::optional<Outcome> Fault::ofReading() const {
+std::optional<Outcome> FailedCall::ofReading() const {
   if (name() == namesFile) {
     if (piecesRead() == 0) {
       return nothingSelected({}, false);
@@ -167,11 +167,11 @@ std::optional<Outcome> Fault::ofReading() const {
   return isPage(name()) ? ofPage() : runTimeError("Device I/O error");
 }
 
-std::optional<Outcome> Fault::ofPage() const {
+std::optional<Outcome> FailedCall::ofPage() const {
   switch (openingsOfAPage(run_.kind).at(static_cast<std::size_t>(timesOpened() - 1))) {
     case Opened::toBeThere:
       return ofMissingPage(shown(), name());
-    case Opened::toBeAnalysed:
+    case Opened::toBeAnalyzed:
       if (call().operation == Operation::openInput) {
         return fatal("File naming problem: " + name() + "\r\nCurrent folder = " + folder() +
                      "\r\nFilenames required for this program must have this format:\r\n\r\n"
@@ -188,12 +188,12 @@ std::optional<Outcome> Fault::ofPage() const {
   return fatal("Structural error in MUS file. Try to recover with KivValid/KivRecover.");
 }
 
-/// The names file goes, unless it cannot be deleted: then its names up to the missing one count.
-Outcome Fault::ofMissingPage(std::vector<Message> messages, const std::string& page) const {
+/// The names file is deleted, unless it cannot be deleted: then its names up to the missing one count.
+Outcome FailedCall::ofMissingPage(std::vector<Message> messages, const std::string& page) const {
   messages.push_back(information("Name in Names file [" + page +
                                  "] refers to non-existing or unaccessable file\r\n"
                                  "Names file will be deleted after view."));
-  if (!order_.onward) {
+  if (!fault_.persists) {
     return nothingSelected(std::move(messages), true);
   }
   messages.push_back(information("Failed to erase " + namesFile));
@@ -206,12 +206,12 @@ Outcome Fault::ofMissingPage(std::vector<Message> messages, const std::string& p
   return {messages, 1};
 }
 
-/// The names before the failure are taken, and what is left of the line in which it came is none.
-Outcome Fault::ofCutNames() const {
+/// The names before the failure are used, and what is left of the line in which it came is no name.
+Outcome FailedCall::ofCutNames() const {
   std::vector<Message> messages = shown();
   messages.push_back(
       information("Filename [C:\\M\\X002B.] in Names file not terminated by ' 1'. Hit enter to continue."));
-  if (order_.onward) {
+  if (fault_.persists) {
     return ofMissingPage(messages, groupPages()[1]);
   }
   if (panelStarts()) {
@@ -226,13 +226,13 @@ Outcome Fault::ofCutNames() const {
   return outcome;
 }
 
-Outcome Fault::without(const std::string& question) const {
+Outcome FailedCall::without(const std::string& question) const {
   Outcome outcome{run_.messages, run_.end};
   std::erase_if(outcome.messages, [&](const Message& message) { return message.text == question; });
   return outcome;
 }
 
-Outcome Fault::nothingSelected(std::vector<Message> messages, bool dropsNamesFile) const {
+Outcome FailedCall::nothingSelected(std::vector<Message> messages, bool dropsNamesFile) const {
   std::optional<int> end;
   if (run_.kind == RunKind::sort) {
     messages.push_back(information("Sort finished"));
@@ -245,10 +245,10 @@ Outcome Fault::nothingSelected(std::vector<Message> messages, bool dropsNamesFil
   return outcome;
 }
 
-Outcome Fault::defaultFolder(const std::string& text) const {
+Outcome FailedCall::defaultFolder(const std::string& text) const {
   std::vector<Message> messages = shown();
   messages.push_back(information(text));
-  if (order_.onward) {
+  if (fault_.persists) {
     messages.push_back(critical("Failed to open file KivSystem2.TXT"));
     return {messages, 1};
   }
@@ -270,23 +270,23 @@ Undisturbed::Undisturbed(RunKind ofKind, Results results) : kind(ofKind) {
   FailingHost host;
   prepareDisk(host);
   if (results == Results::ofFewerNames) {
-    host.addFile(namesFile, host.file(namesFile).substr(0, pieceOfFailingHost));
+    host.addFile(namesFile, host.file(namesFile).substr(0, largestRead));
   } else if (results == Results::inPagesFolder) {
     host.addFile(answerFile, "");
   }
   before = host.files();
   end = perform(kind, host);
-  calls = host.fileCalls;
+  calls = host.failing.calls;
   messages = host.messages;
   after = host.files();
 }
 
-Outcome outcomeAfter(const Undisturbed& run, Order order) {
-  for (auto call = static_cast<std::size_t>(order.call - 1); call < run.calls.size(); ++call) {
-    if (auto outcome = Fault(run, call, order).outcome()) {
+Outcome outcomeAfter(const Undisturbed& run, InjectedFault fault) {
+  for (auto call = static_cast<std::size_t>(fault.call - 1); call < run.calls.size(); ++call) {
+    if (auto outcome = FailedCall(run, call, fault).outcome()) {
       return *outcome;
     }
-    if (!order.onward) {
+    if (!fault.persists) {
       break;
     }
   }

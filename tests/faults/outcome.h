@@ -10,14 +10,14 @@ namespace kiv::test {
 
 /// Which results a run leaves, as far as it gets.
 enum class Results {
-  asUsual,
-  ofFewerNames,   ///< those of a names file that holds its first piece only
-  inPagesFolder,  ///< the usual ones, but beside the pages, as no folder was chosen
+  complete,
+  ofFewerNames,   ///< those of a names file that ends after its first read
+  inPagesFolder,  ///< all of them, but beside the pages, as no folder was chosen
 };
 
-/// A run in which no call goes wrong.
+/// A run in which no call fails.
 struct Undisturbed {
-  explicit Undisturbed(RunKind kind, Results results = Results::asUsual);
+  explicit Undisturbed(RunKind kind, Results results = Results::complete);
 
   RunKind kind;
   std::vector<FileCall> calls;
@@ -27,14 +27,14 @@ struct Undisturbed {
   Disk after;
 };
 
-/// What is promised for a run in which something goes wrong.
+/// What is documented for a run in which a call fails.
 struct Outcome {
   std::vector<Message> messages;  ///< all of them
   std::optional<int> end;
-  Results results = Results::asUsual;
-  bool dropsNamesFile = false;  ///< after the person has seen it
+  Results results = Results::complete;
+  bool dropsNamesFile = false;  ///< after the user has seen it
 };
 
-Outcome outcomeAfter(const Undisturbed& run, Order order);
+Outcome outcomeAfter(const Undisturbed& run, InjectedFault fault);
 
 }  // namespace kiv::test

@@ -14,7 +14,7 @@
 namespace kiv::test {
 namespace {
 
-void pressButtons(KivSystem& program) {
+void clickButtons(KivSystem& program) {
   Form_Load(program, "CALLEDBY=KIV,FUNCTION=MAIN");
   if (!program.panel.cmdRun.enabled) {
     return;
@@ -39,8 +39,8 @@ const std::vector<std::string>& groupPages() {
 
 void prepareDisk(FakeHost& host) {
   const char* const texts[] = {duo, upperHalf, lowerHalf, solo};
-  // The first piece of the file ends in the middle of its third name.
-  std::string names = "* four pages" + std::string(pieceOfFailingHost - 60, '.') + "\r\n";
+  // The first read of the file ends in the middle of its third name.
+  std::string names = "* four pages" + std::string(largestRead - 60, '.') + "\r\n";
   for (std::size_t i = 0; i < groupPages().size(); ++i) {
     host.addFile(groupPages()[i], page(texts[i]));
     names += groupPages()[i] + " 1\r\n";
@@ -62,18 +62,18 @@ std::string nameOf(RunKind run) {
   return names[static_cast<int>(run)];
 }
 
-std::optional<int> perform(RunKind run, FakeHost& host) {
+std::optional<int> perform(RunKind run, const Host& host) {
   KivSystem program(host);
-  return endOf([&] {
+  return endOf(host.user, [&] {
     switch (run) {
       case RunKind::analysis:
         Form_Load(program, "CALLEDBY=KIV,FUNCTION=ANALYZE,NAMES=" + namesFile);
         break;
       case RunKind::panel:
-        pressButtons(program);
+        clickButtons(program);
         break;
       case RunKind::sort:
-        cmdSortInstrument_Click(host, namesFile, program.names, program.musFileName, program.items);
+        cmdSortInstrument_Click(host, namesFile, program.names, program.items);
         break;
     }
   });

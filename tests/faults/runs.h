@@ -26,12 +26,12 @@ using Disk = std::map<std::string, std::string>;
 enum class RunKind {
   analysis,  ///< as a sibling tool asks for it
   panel,     ///< the panel's start, Analyze, the choice of a folder, Convert, and the developers' dump
-  sort,      ///< the press on Sort Instrument
+  sort,      ///< the button Sort Instrument
 };
 
 std::string nameOf(RunKind run);
 
-/// Runs as far as it goes: a button that is not enabled is not pressed. Returns the exit code when the program ended.
-std::optional<int> perform(RunKind run, FakeHost& host);
+/// Runs as far as possible: a button that is not enabled is not clicked. Returns the exit code when the program ended.
+std::optional<int> perform(RunKind run, const Host& host);
 
 }  // namespace kiv::test

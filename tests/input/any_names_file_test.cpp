@@ -1,4 +1,4 @@
-// Any bytes may stand in a names file. Whatever they are, a load ends as a plain reading of the rules says.
+// A names file may hold any bytes. Whatever they are, a load ends as the reference implementation of the rules says.
 
 #include <algorithm>
 #include <random>
@@ -65,12 +65,12 @@ Outcome loadOf(const std::string& bytes) {
   return outcome;
 }
 
-/// The rules, read plainly: all lines first, then one after the other until one of them ends the load.
-class PlainLoad {
+/// The reference: all lines first, then one after the other until one of them ends the load.
+class ReferenceLoad {
  public:
   Outcome of(const std::string& bytes) {
     for (const std::string& line : linesOf(bytes)) {
-      if (!take(line)) {
+      if (!add(line)) {
         outcome_.names.clear();
         return outcome_;
       }
@@ -93,7 +93,7 @@ class PlainLoad {
     return lines;  // what follows the last end is one more, empty line, which means nothing
   }
 
-  bool take(std::string line) {
+  bool add(std::string line) {
     while (!line.empty() && line.back() == ' ') {
       line.pop_back();
     }
@@ -147,20 +147,20 @@ class PlainLoad {
   Outcome outcome_;
 };
 
-void expectPlainOutcome(const std::string& bytes) {
-  ASSERT_EQ(loadOf(bytes), PlainLoad().of(bytes)) << testing::PrintToString(bytes);
+void expectReferenceOutcome(const std::string& bytes) {
+  ASSERT_EQ(loadOf(bytes), ReferenceLoad().of(bytes)) << testing::PrintToString(bytes);
 }
 
 const std::string sample = "* two\r\nC:\\S\\A1.MUS 1\r\nc:\\s\\b2.mus 1\r\nC:\\S\\C3.MUS\r\n";
 
 TEST(AnyNamesFile, TheSampleLoadsTwoNames) {
   EXPECT_EQ(loadOf(sample).names, (Texts{"C:\\S\\A1.MUS", "C:\\S\\B2.MUS"}));
-  expectPlainOutcome(sample);
+  expectReferenceOutcome(sample);
 }
 
 TEST(AnyNamesFile, CutAnywhere) {
   for (std::size_t length = 0; length <= sample.size(); ++length) {
-    expectPlainOutcome(sample.substr(0, length));
+    expectReferenceOutcome(sample.substr(0, length));
   }
 }
 
@@ -169,53 +169,53 @@ TEST(AnyNamesFile, AnyByteChangedToAnyOther) {
     for (int byte = 0; byte < 256; ++byte) {
       std::string changed = sample;
       changed[at] = static_cast<char>(byte);
-      expectPlainOutcome(changed);
+      expectReferenceOutcome(changed);
     }
   }
 }
 
 TEST(AnyNamesFile, AnyByteLeftOutOrDoubled) {
   for (std::size_t at = 0; at < sample.size(); ++at) {
-    expectPlainOutcome(std::string(sample).erase(at, 1));
-    expectPlainOutcome(std::string(sample).insert(at, 1, sample[at]));
+    expectReferenceOutcome(std::string(sample).erase(at, 1));
+    expectReferenceOutcome(std::string(sample).insert(at, 1, sample[at]));
   }
 }
 
 TEST(AnyNamesFile, RandomBytes) {
-  std::mt19937 dice(20'406);
+  std::mt19937 random(20'406);
   for (int round = 0; round < 3'000; ++round) {
-    std::string bytes(dice() % 200, ' ');
+    std::string bytes(random() % 200, ' ');
     for (char& byte : bytes) {
-      byte = static_cast<char>(dice() & 0xFFU);
+      byte = static_cast<char>(random() & 0xFFU);
     }
-    expectPlainOutcome(bytes);
+    expectReferenceOutcome(bytes);
   }
 }
 
 TEST(AnyNamesFile, RandomPiecesOfNamesFiles) {
   const Texts pieces = {"C:\\S\\A1.MUS", "c:\\s\\", "b2.mus", " 1", " ", "\r\n", "\n", "\r", "*", "A:", "\\",
                         "B:\\X",         "1"};
-  std::mt19937 dice(77);
+  std::mt19937 random(77);
   for (int round = 0; round < 6'000; ++round) {
     std::string bytes;
-    for (auto count = dice() % 24; count > 0; --count) {
-      bytes += pieces[dice() % pieces.size()];
+    for (auto count = random() % 24; count > 0; --count) {
+      bytes += pieces[random() % pieces.size()];
     }
-    expectPlainOutcome(bytes);
+    expectReferenceOutcome(bytes);
   }
 }
 
 TEST(AnyNamesFile, RandomLines) {
   const Texts lines = {
       "C:\\S\\A1.MUS 1", "c:\\s\\b2.mus 1", "C:\\S\\NO.MUS", "* note", "", "C:\\T\\A1.MUS 1", "A:\\X 1", "X 1"};
-  std::mt19937 dice(1'994);
+  std::mt19937 random(1'994);
   for (int round = 0; round < 3'000; ++round) {
     std::string bytes;
-    for (auto count = dice() % 8; count > 0; --count) {
+    for (auto count = random() % 8; count > 0; --count) {
       // The lines at the front are those that a load survives; they come more often.
-      bytes += lines[dice() % 4 != 0 ? dice() % 5 : dice() % lines.size()] + "\r\n";
+      bytes += lines[random() % 4 != 0 ? random() % 5 : random() % lines.size()] + "\r\n";
     }
-    expectPlainOutcome(bytes);
+    expectReferenceOutcome(bytes);
   }
 }
 

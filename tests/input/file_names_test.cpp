@@ -34,8 +34,8 @@ int groupsIn(const std::string& path) {
   return IsGroupOfDigits(host, path);
 }
 
-// The naming convention in its plainest words, one character taken at a time, to hold the real functions against.
-namespace plain {
+// The naming convention read one character at a time: the reference that the functions are compared with.
+namespace reference {
 
 bool isDigit(char c) {
   return c >= '0' && c <= '9';
@@ -90,7 +90,7 @@ std::string name(const std::string& path) {
   return result;
 }
 
-std::string takeFromEnd(std::string& s, bool (*test)(char)) {
+std::string removeFromEnd(std::string& s, bool (*test)(char)) {
   std::string result;
   while (!s.empty() && test(s.back())) {
     result.insert(0, 1, s.back());
@@ -101,13 +101,13 @@ std::string takeFromEnd(std::string& s, bool (*test)(char)) {
 
 std::string number(const std::string& path) {
   std::string s = stem(path);
-  takeFromEnd(s, isLetter);
-  return takeFromEnd(s, isDigit);
+  removeFromEnd(s, isLetter);
+  return removeFromEnd(s, isDigit);
 }
 
 std::string page(const std::string& path) {
   std::string s = stem(path);
-  return takeFromEnd(s, isLetter);
+  return removeFromEnd(s, isLetter);
 }
 
 std::string suffix(const std::string& path) {
@@ -118,7 +118,7 @@ std::string suffix(const std::string& path) {
   return s;
 }
 
-}  // namespace plain
+}  // namespace reference
 
 TEST(FileNames, KnownNames) {
   const std::pair<const char*, Parts> names[] = {
@@ -174,11 +174,11 @@ TEST(FileNames, BlanksEndNameAndNumber) {
 TEST(FileNames, ALeadingGroupOfDigitsIsOfTheNameOnlyBeforeAnotherGroup) {
   EXPECT_EQ(partsOf("12AB34.MUS").name, "12AB");
   EXPECT_EQ(partsOf("12AB.MUS").name, "");
-  EXPECT_EQ(partsOf("1.MUS2").name, "") << "digits behind the period make no group of the name";
+  EXPECT_EQ(partsOf("1.MUS2").name, "") << "digits after the period make no group of the name";
   EXPECT_EQ(partsOf("12 34.MUS").name, "12");
 }
 
-TEST(FileNames, TheNameHoldsNoDigitBehindItsFirstLetter) {
+TEST(FileNames, TheNameHoldsNoDigitAfterItsFirstLetter) {
   EXPECT_EQ(partsOf("C:\\M\\AB1CD2E.MUS").name, "AB");
   EXPECT_EQ(partsOf("C:\\M\\1A2B3.MUS").name, "1A");
 }
@@ -193,7 +193,7 @@ TEST(IsGroupOfDigits, KnownTexts) {
   EXPECT_EQ(groupsIn("XY5"), 2);
 }
 
-TEST(IsGroupOfDigits, LooksBehindThePeriodButNotIntoTheFolder) {
+TEST(IsGroupOfDigits, LooksAfterThePeriodButNotIntoTheFolder) {
   EXPECT_EQ(groupsIn("5.MU5"), 2);
   EXPECT_EQ(groupsIn("C:\\X5Y6\\5.MUS"), 1);
 }
@@ -223,18 +223,19 @@ TEST(JustPath, TogetherWithTheRestItIsThePath) {
   }
 }
 
-TEST(FileNames, EveryShortTextGivesWhatThePlainRulesGive) {
-  const std::string signs = "Az09.\\ -\xE4";
+TEST(FileNames, EveryShortTextGivesWhatTheReferenceGives) {
+  const std::string characters = "Az09.\\ -\xE4";
   std::vector<std::string> texts = {""};
   for (std::size_t i = 0; i < texts.size() && texts[i].size() < 5; ++i) {
-    for (const char sign : signs) {
-      texts.push_back(texts[i] + sign);
+    for (const char character : characters) {
+      texts.push_back(texts[i] + character);
     }
   }
   for (const std::string& text : texts) {
-    const Parts expected = {plain::name(text), plain::number(text), plain::page(text), plain::suffix(text)};
+    const Parts expected = {reference::name(text), reference::number(text), reference::page(text),
+                            reference::suffix(text)};
     ASSERT_EQ(partsOf(text), expected) << text;
-    ASSERT_EQ(groupsIn(text), plain::groups(text)) << text;
+    ASSERT_EQ(groupsIn(text), reference::groups(text)) << text;
   }
 }
 

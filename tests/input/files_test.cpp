@@ -13,7 +13,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-/// Notes every name that the disk is asked for, and whether a file is still open.
+/// Records every name that the disk is asked for, and how many files are still open.
 class WatchedDisk : public FakeHost {
  public:
   std::unique_ptr<InputFile> openInput(const std::string& name) override {
@@ -32,7 +32,7 @@ class WatchedDisk : public FakeHost {
     Counted(const Counted&) = delete;
     Counted& operator=(const Counted&) = delete;
     ~Counted() override { --open_; }
-    std::optional<std::size_t> read(std::span<char> /*room*/) override { return 0; }
+    std::optional<std::size_t> read(std::span<char> /*buffer*/) override { return 0; }
 
    private:
     int& open_;

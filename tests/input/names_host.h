@@ -9,17 +9,17 @@
 
 namespace kiv::test {
 
-/// A host that notes in which order the names file is opened, closed, shown and deleted, and messages come between.
+/// A host that records in which order the names file is opened, closed, shown and deleted, and messages are shown.
 class NamesHost : public FakeHost {
  public:
   static constexpr const char* namesFile = "C:\\KIV\\names.txt";
 
   std::vector<std::string> events;
-  std::vector<std::string> announced;  ///< the files that were to be fetched
+  std::vector<std::string> prefetched;  ///< the files that were to be prefetched
 
-  Answer message(Icon icon, std::string_view text, Buttons buttons) override {
+  Answer show(const kiv::Message& message) override {
     events.emplace_back("message");
-    return FakeHost::message(icon, text, buttons);
+    return FakeHost::show(message);
   }
 
   bool showText(const std::string& name) override {
@@ -38,7 +38,7 @@ class NamesHost : public FakeHost {
       return nullptr;
     }
     if (name != namesFile) {
-      return std::make_unique<Page>(name, announced);
+      return std::make_unique<Page>(name, prefetched);
     }
     events.emplace_back("open");
     return std::make_unique<Watched>(std::move(file), events);
@@ -52,7 +52,7 @@ class NamesHost : public FakeHost {
     Watched(const Watched&) = delete;
     Watched& operator=(const Watched&) = delete;
     ~Watched() override { events_.emplace_back("close"); }
-    std::optional<std::size_t> read(std::span<char> room) override { return file_->read(room); }
+    std::optional<std::size_t> read(std::span<char> buffer) override { return file_->read(buffer); }
 
    private:
     std::unique_ptr<InputFile> file_;
@@ -61,13 +61,13 @@ class NamesHost : public FakeHost {
 
   class Page : public InputFile {
    public:
-    Page(std::string name, std::vector<std::string>& announced) : name_(std::move(name)), announced_(announced) {}
-    std::optional<std::size_t> read(std::span<char> /*room*/) override { return 0; }
-    void announce() override { announced_.push_back(name_); }
+    Page(std::string name, std::vector<std::string>& prefetched) : name_(std::move(name)), prefetched_(prefetched) {}
+    std::optional<std::size_t> read(std::span<char> /*buffer*/) override { return 0; }
+    void prefetch() override { prefetched_.push_back(name_); }
 
    private:
     std::string name_;
-    std::vector<std::string>& announced_;
+    std::vector<std::string>& prefetched_;
   };
 };
 

@@ -1,207 +1,13 @@
 #include "input/names_table.h"
 
-#include <string>
-#include <vector>
-
-#include <gtest/gtest.h>
-
-#include "tests/input/names_host.h"
+#include "tests/input/load_names.h"
 
 namespace kiv::test {
 namespace {
 
-using namespace std::string_literals;
-using Texts = std::vector<std::string>;
-
-const Texts refusal = {"open", "message", "close", "view", "delete"};
-
-Message noPrefix(const std::string& record) {
-  return information("Invalid record format in Names file.\r\nName must have a path prefix:\r\n" + record +
-                     "\r\nNames file will be deleted after view.");
-}
-Message notTerminated(const std::string& line) {
-  return information("Filename [" + line + "] in Names file not terminated by ' 1'. Hit enter to continue.");
-}
-Message otherPrefix() {
-  return information(
-      "Names in Names file do not all have the same path prefix.\r\nThis is a requirement for KivSystem.\r\n"
-      "Names file will be deleted after view.");
-}
-Message missing(const std::string& name) {
-  return information("Name in Names file [" + name +
-                     "] refers to non-existing or unaccessable file\r\nNames file will be deleted after view.");
-}
-Message missingOnDiskette(const std::string& name) {
-  return information("Name in names file [" + name +
-                     "] refers to non-existing or unaccessable file\r\n"
-                     "Define a new names file by music file selection.");
-}
-
-/// A disk with the pages C:\S\A001.MUS and C:\S\A002.MUS and a names file that each test writes.
-class LoadNames : public testing::Test {
- protected:
-  LoadNames() {
-    host.addFile("C:\\S\\A001.MUS", "");
-    host.addFile("C:\\S\\A002.MUS", "");
-  }
-
-  void load(const std::string& namesFileText) {
-    host.addFile(NamesHost::namesFile, namesFileText);
-    host.events.clear();
-    host.messages.clear();
-    host.calls.clear();
-    LoadNamesTable(host, NamesHost::namesFile, names);
-  }
-
-  Texts loaded() const {
-    Texts texts;
-    for (int i = 1; i <= names.nameCount; ++i) {
-      texts.push_back(names.name(i));
-    }
-    return texts;
-  }
-
-  bool namesFileIsThere() const { return host.hasFile(NamesHost::namesFile); }
-
-  NamesHost host;
-  NamesTable names;
-};
-
-using LoadNamesLines = LoadNames;
 using LoadNamesUnterminated = LoadNames;
 using LoadNamesRefusal = LoadNames;
 using LoadNamesAgain = LoadNames;
-
-// --- lines ---
-
-TEST_F(LoadNamesLines, RecordsAreLoadedInTheirOrder) {
-  load("* selection of 2 files\r\nC:\\S\\A002.MUS 1\r\nC:\\S\\A001.MUS 1\r\n");
-  EXPECT_EQ(loaded(), (Texts{"C:\\S\\A002.MUS", "C:\\S\\A001.MUS"}));
-  EXPECT_EQ(names.firstPrefix, "C:\\S\\");
-  EXPECT_TRUE(names.namesValid);
-  EXPECT_TRUE(host.messages.empty());
-  EXPECT_EQ(host.events, (Texts{"open", "close"}));
-  EXPECT_TRUE(namesFileIsThere());
-}
-
-TEST_F(LoadNamesLines, EmptyLinesAreIgnored) {
-  load("\r\n\r\nC:\\S\\A001.MUS 1\r\n\r\n     \r\nC:\\S\\A002.MUS 1\r\n\r\n");
-  EXPECT_EQ(loaded(), (Texts{"C:\\S\\A001.MUS", "C:\\S\\A002.MUS"}));
-  EXPECT_TRUE(host.messages.empty());
-}
-
-TEST_F(LoadNamesLines, CommentsAreIgnored) {
-  load("*\r\n* D:\\X\\Y.MUS 1\r\n*no blank\r\nC:\\S\\A001.MUS 1\r\n* end");
-  EXPECT_EQ(loaded(), Texts{"C:\\S\\A001.MUS"});
-  EXPECT_TRUE(host.messages.empty());
-}
-
-TEST_F(LoadNamesLines, LinesThatBeginWithABlankAreIgnored) {
-  load(" C:\\S\\A002.MUS 1\r\n 1\r\nC:\\S\\A001.MUS 1\r\n  not terminated\r\n");
-  EXPECT_EQ(loaded(), Texts{"C:\\S\\A001.MUS"});
-  EXPECT_TRUE(host.messages.empty());
-}
-
-TEST_F(LoadNamesLines, NamesAreUpperCased) {
-  load("c:\\s\\a001.mus 1\r\n");
-  EXPECT_EQ(loaded(), Texts{"C:\\S\\A001.MUS"});
-  EXPECT_EQ(names.firstPrefix, "C:\\S\\");
-}
-
-TEST_F(LoadNamesLines, AccentsAreUpperCasedToo) {
-  host.addFile("C:\\S\\\xC4\xDF.MUS", "");
-  load("c:\\s\\\xE4\xDF.mus 1\r\n");
-  EXPECT_EQ(loaded(), Texts{"C:\\S\\\xC4\xDF.MUS"});
-}
-
-TEST_F(LoadNamesLines, BlanksBeforeTheEndAreOfTheName) {
-  host.addFile("C:\\S\\A001.MUS  ", "");
-  load("C:\\S\\A001.MUS   1\r\n");
-  EXPECT_EQ(loaded(), Texts{"C:\\S\\A001.MUS  "});
-}
-
-TEST_F(LoadNamesLines, InnerBlanksAreOfTheName) {
-  host.addFile("C:\\MY S\\A 1 001.MUS 1", "");
-  load("C:\\MY S\\A 1 001.MUS 1 1\r\n");
-  EXPECT_EQ(loaded(), Texts{"C:\\MY S\\A 1 001.MUS 1"});
-  EXPECT_EQ(names.firstPrefix, "C:\\MY S\\");
-}
-
-TEST_F(LoadNamesLines, BlanksBehindTheEndAreRemoved) {
-  load("C:\\S\\A001.MUS 1    \r\n");
-  EXPECT_EQ(loaded(), Texts{"C:\\S\\A001.MUS"});
-}
-
-TEST_F(LoadNamesLines, ATabulatorIsNoBlank) {
-  load("C:\\S\\A001.MUS 1\t\r\nC:\\S\\A002.MUS 1\r\n");
-  EXPECT_EQ(loaded(), Texts{"C:\\S\\A002.MUS"});
-  EXPECT_EQ(host.messages, std::vector{notTerminated("C:\\S\\A001.MUS 1\t")});
-}
-
-TEST_F(LoadNamesLines, TheLastLineNeedsNoEnd) {
-  load("C:\\S\\A001.MUS 1\r\nC:\\S\\A002.MUS 1");
-  EXPECT_EQ(loaded(), (Texts{"C:\\S\\A001.MUS", "C:\\S\\A002.MUS"}));
-}
-
-TEST_F(LoadNamesLines, EveryKindOfLineEndWillDo) {
-  for (const char* end : {"\r\n", "\n", "\r"}) {
-    load("* two"s + end + "C:\\S\\A001.MUS 1" + end + end + "C:\\S\\A002.MUS 1" + end);
-    EXPECT_EQ(loaded(), (Texts{"C:\\S\\A001.MUS", "C:\\S\\A002.MUS"})) << testing::PrintToString(end);
-    EXPECT_TRUE(host.messages.empty());
-  }
-}
-
-TEST_F(LoadNamesLines, TheSameNameMayComeTwice) {
-  load("C:\\S\\A001.MUS 1\r\nC:\\S\\A001.MUS 1\r\n");
-  EXPECT_EQ(loaded(), (Texts{"C:\\S\\A001.MUS", "C:\\S\\A001.MUS"}));
-}
-
-TEST_F(LoadNamesLines, AFileWithoutARecordLoadsNothing) {
-  for (const char* text : {"", "* nothing\r\n\r\n", "\r\n", " \r\n"}) {
-    load(text);
-    EXPECT_EQ(names.nameCount, 0);
-    EXPECT_FALSE(names.namesValid);
-    EXPECT_EQ(host.events, (Texts{"open", "close"}));
-    EXPECT_TRUE(namesFileIsThere());
-  }
-}
-
-TEST_F(LoadNamesLines, AMissingNamesFileLoadsNothingWithoutAWord) {
-  LoadNamesTable(host, NamesHost::namesFile, names);
-  EXPECT_EQ(names.nameCount, 0);
-  EXPECT_FALSE(names.namesValid);
-  EXPECT_TRUE(host.events.empty());
-}
-
-TEST_F(LoadNamesLines, TheCountStaysWithin16Bits) {
-  host.addFile("C:\\S\\LAST.MUS", "");
-  std::string text;
-  for (int i = 0; i < 40'000; ++i) {
-    text += "C:\\S\\A001.MUS 1\r\n";
-  }
-  load(text + "C:\\S\\LAST.MUS 1\r\n");
-  EXPECT_EQ(names.nameCount, 32767);
-  EXPECT_EQ(names.nameList.size(), 32767U);
-  EXPECT_EQ(names.name(1), "C:\\S\\A001.MUS");
-  EXPECT_EQ(names.name(32766), "C:\\S\\A001.MUS");
-  EXPECT_EQ(names.name(32767), "C:\\S\\LAST.MUS");
-  EXPECT_TRUE(host.messages.empty());
-}
-
-TEST_F(LoadNamesLines, EveryFileIsAnnouncedAsOneToBeReadSoon) {
-  load("C:\\S\\A001.MUS 1\r\nC:\\S\\A002.MUS 1\r\n");
-  EXPECT_EQ(host.announced, loaded());
-}
-
-TEST_F(LoadNamesLines, OfALargeGroupAThousandFilesAreAnnounced) {
-  std::string text;
-  for (int i = 0; i < 1001; ++i) {
-    text += "C:\\S\\A001.MUS 1\r\n";
-  }
-  load(text);
-  EXPECT_EQ(names.nameCount, 1001);
-  EXPECT_EQ(host.announced.size(), 1000U);
-}
 
 // --- unterminated records ---
 
@@ -213,7 +19,7 @@ TEST_F(LoadNamesUnterminated, BeforeAnyRecordItIsReportedAndSkipped) {
   EXPECT_EQ(host.events, (Texts{"open", "message", "message", "close"}));
 }
 
-TEST_F(LoadNamesUnterminated, NothingElseInTheFileLeavesTheTableEmpty) {
+TEST_F(LoadNamesUnterminated, AloneInTheFileItLeavesTheTableEmpty) {
   load("C:\\S\\A001.MUS\r\n");
   EXPECT_EQ(names.nameCount, 0);
   EXPECT_FALSE(names.namesValid);
@@ -360,7 +166,7 @@ TEST_F(LoadNamesRefusal, ANamesFileThatCannotBeErasedKeepsTheCountAndTheMissingN
   EXPECT_TRUE(namesFileIsThere());
 }
 
-TEST_F(LoadNamesRefusal, AfterOtherFaultsAFailureToEraseIsIgnored) {
+TEST_F(LoadNamesRefusal, AfterOtherProblemsAFailureToEraseIsIgnored) {
   host.unwritable.insert(NamesHost::namesFile);
   load("A001.MUS 1\r\n");
   EXPECT_EQ(host.messages, std::vector{noPrefix("A001.MUS")});
@@ -412,42 +218,6 @@ TEST_F(LoadNamesAgain, NamesOnceValidStayValid) {
     EXPECT_EQ(names.nameCount, 0) << text;
     EXPECT_TRUE(names.namesValid) << text;
   }
-}
-
-// --- the button ---
-
-TEST(ViewNames, ShowsTheNamesFileAndEndsTheProgram) {
-  NamesHost host;
-  host.addFile(NamesHost::namesFile, "* none\r\n");
-  EXPECT_EQ(endOf([&] { cmdViewNames_Click(host, NamesHost::namesFile); }), 0);
-  EXPECT_EQ(host.calls, Texts{"run Notepad C:\\KIV\\names.txt"});
-  EXPECT_EQ(host.events, (Texts{"open", "close", "view"}));
-  EXPECT_TRUE(host.messages.empty());
-  EXPECT_TRUE(host.hasFile(NamesHost::namesFile));
-}
-
-TEST(ViewNames, EndsTheProgramAlsoWhenNotepadDoesNotStart) {
-  NamesHost host;
-  host.addFile(NamesHost::namesFile, "");
-  host.exitCode = -1;
-  EXPECT_EQ(endOf([&] { cmdViewNames_Click(host, NamesHost::namesFile); }), 0);
-  EXPECT_EQ(host.messages, std::vector{information("Some problem calling Notepad C:\\KIV\\names.txt")});
-}
-
-TEST(ViewNames, AMissingNamesFileIsFatal) {
-  NamesHost host;
-  EXPECT_EQ(endOf([&] { cmdViewNames_Click(host, NamesHost::namesFile); }), 1);
-  EXPECT_EQ(host.messages,
-            std::vector{critical("C:\\KIV\\names.txt creation failed. Programming error. Hit OK to abort")});
-  EXPECT_TRUE(host.calls.empty());
-}
-
-TEST(ViewNames, ANamesFileOnANetworkPathIsFatal) {
-  NamesHost host;
-  host.addFile("\\\\SERVER\\S\\N.TXT", "");
-  EXPECT_EQ(endOf([&] { cmdViewNames_Click(host, "\\\\SERVER\\S\\N.TXT"); }), 1);
-  EXPECT_EQ(host.messages,
-            std::vector{critical("\\\\SERVER\\S\\N.TXT creation failed. Programming error. Hit OK to abort")});
 }
 
 }  // namespace

@@ -3,27 +3,27 @@
 #include "mus/page_walker.h"
 #include "pagetext/page_text.h"
 #include "tests/mus/page_bytes.h"
-#include "tests/mus/plain_reader.h"
+#include "tests/reference/page_listing.h"
 #include "tests/support/pages.h"
 #include "tests/support/random.h"
 
 namespace kiv {
 namespace {
 
-using test::Dice;
+using reference::listRead;
+using reference::listWalked;
 using test::ExactBytes;
 using test::page;
-using test::readPlainly;
-using test::walkedThrough;
+using test::RandomGenerator;
 
-/// Whatever the bytes are: the walk gives what plain reading gives.
-void expectPlainReading(const ExactBytes& file) {
-  ASSERT_EQ(walkedThrough(file.view()), readPlainly(file.view())) << test::hex(file.view());
+/// Whatever the bytes are: the walk gives what the reference reader gives.
+void expectReferenceReading(const ExactBytes& file) {
+  ASSERT_EQ(listWalked(file.view()), listRead(file.view())) << test::hex(file.view());
 }
 
 /// The same, and the page text gives the bytes back.
 void expectSafe(const ExactBytes& file) {
-  ASSERT_NO_FATAL_FAILURE(expectPlainReading(file));
+  ASSERT_NO_FATAL_FAILURE(expectReferenceReading(file));
   const std::string text = dumpPage(file.view());
   const auto built = buildPage(text);
   ASSERT_TRUE(std::holds_alternative<std::string>(built)) << text << std::get<PageTextError>(built).reason;
@@ -87,7 +87,7 @@ TEST(DamagedPage, CutAnywhereBeforeItsTrailerIsAStructuralErrorAndWithinItIsNone
   }
 }
 
-TEST(DamagedPage, WithAnyOneByteChangedToAnyValueIsReadAsPlainReadingReadsIt) {
+TEST(DamagedPage, WithAnyOneByteChangedToAnyValueIsReadAsTheReferenceReaderReadsIt) {
   const std::string whole = page(
       "staff 1 at 0 lines 5 instrument 3\n"
       "shorttext 1 at 60 \"mf\"\n"
@@ -99,7 +99,7 @@ TEST(DamagedPage, WithAnyOneByteChangedToAnyValueIsReadAsPlainReadingReadsIt) {
     const int original = static_cast<unsigned char>(whole[at]);
     for (int change = 1; change < 256; ++change) {
       file.set(at, original ^ change);
-      ASSERT_NO_FATAL_FAILURE(expectPlainReading(file)) << "byte " << at << " of " << original << " by " << change;
+      ASSERT_NO_FATAL_FAILURE(expectReferenceReading(file)) << "byte " << at << " of " << original << " by " << change;
     }
     file.set(at, original);
   }
@@ -118,51 +118,51 @@ TEST(DamagedPage, WithAnyOneBitChangedSurvivesItsPageText) {
   }
 }
 
-/// A word that a reader may stumble over.
-std::string oddWord(Dice& dice) {
+/// A word at the edge of what a reader accepts.
+std::string oddWord(RandomGenerator& random) {
   constexpr std::uint32_t bits[] = {0x00000000, 0x80000000, 0x3F800000, 0x3FC00000, 0x40000000, 0x40200000,
                                     0x40400000, 0x41300000, 0x41600000, 0x41700000, 0x41800000, 0x41A00000,
                                     0x41A80000, 0x46FFFE00, 0x47000000, 0x7F800000, 0x7FC00001, 0xFF800001,
                                     0x20202020, 0x00002020, 0xBECCCCCD, 0x4F000000, 0x00000001};
-  return test::wordOfBits(bits[dice.below(std::size(bits))]);
+  return test::wordOfBits(bits[random.below(std::size(bits))]);
 }
 
-TEST(DamagedPage, OfOddWordsIsReadAsPlainReadingReadsIt) {
-  Dice dice(1);
+TEST(DamagedPage, OfOddWordsIsReadAsTheReferenceReaderReadsIt) {
+  RandomGenerator random(1);
   for (int round = 0; round < 3000; ++round) {
-    const std::uint32_t count = dice.below(60);
-    std::string file = test::header(static_cast<int>(dice.below(70)));
+    const std::uint32_t count = random.below(60);
+    std::string file = test::header(static_cast<int>(random.below(70)));
     for (std::uint32_t n = 0; n < count; ++n) {
-      file += oddWord(dice);
+      file += oddWord(random);
     }
-    file.resize(file.size() - dice.below(3));
+    file.resize(file.size() - random.below(3));
     ASSERT_NO_FATAL_FAILURE(expectSafe(ExactBytes(file))) << "round " << round;
   }
 }
 
-TEST(DamagedPage, OfItemsBegunWellIsReadAsPlainReadingReadsIt) {
-  Dice dice(2);
+TEST(DamagedPage, OfItemsBegunWellIsReadAsTheReferenceReaderReadsIt) {
+  RandomGenerator random(2);
   for (int round = 0; round < 3000; ++round) {
     std::string items;
-    for (std::uint32_t n = dice.below(6); n > 0; --n) {
+    for (std::uint32_t n = random.below(6); n > 0; --n) {
       constexpr float types[] = {1, 4, 8, 11, 15, 16, 18, 1.5F};
-      const std::uint32_t length = 2 + dice.below(22);
-      items += test::words({static_cast<float>(length) + (dice.oneIn(4) ? 0.5F : 0.0F)});
-      items += test::words({types[dice.below(std::size(types))]});
+      const std::uint32_t length = 2 + random.below(22);
+      items += test::words({static_cast<float>(length) + (random.oneIn(4) ? 0.5F : 0.0F)});
+      items += test::words({types[random.below(std::size(types))]});
       for (std::uint32_t p = 2; p <= length; ++p) {
-        items += oddWord(dice);
+        items += oddWord(random);
       }
     }
     ASSERT_NO_FATAL_FAILURE(expectSafe(ExactBytes(test::pageOf(items)))) << "round " << round;
   }
 }
 
-TEST(DamagedPage, OfRandomBytesIsReadAsPlainReadingReadsIt) {
-  Dice dice(3);
+TEST(DamagedPage, OfRandomBytesIsReadAsTheReferenceReaderReadsIt) {
+  RandomGenerator random(3);
   for (int round = 0; round < 3000; ++round) {
-    std::string file(dice.below(120), '\0');
+    std::string file(random.below(120), '\0');
     for (char& byte : file) {
-      byte = static_cast<char>(dice.below(256));
+      byte = static_cast<char>(random.below(256));
     }
     ASSERT_NO_FATAL_FAILURE(expectSafe(ExactBytes(file))) << "round " << round;
   }

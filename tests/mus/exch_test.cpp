@@ -88,7 +88,7 @@ TEST_F(Exch, ExchangesATextWithAFloatAndSaysSo) {
   EXPECT_EQ(host_.messages, std::vector<Message>{differentKinds});
 }
 
-TEST_F(Exch, TakesOfATextTheNumberThatItBeginsWith) {
+TEST_F(Exch, ReadsTheNumberThatATextBeginsWith) {
   const std::pair<const char*, float> texts[] = {{"", 0}, {"x", 0}, {" 3", 3}, {"4 staves", 4}, {"1E2x", 100}};
   for (const auto& [text, number] : texts) {
     float a = 1;
@@ -136,13 +136,13 @@ TEST_F(Exch, ExchangesAWholeNumberWithATextEitherWay) {
 TEST_F(Exch, EndsTheProgramOverANumberThatSixteenBitsDoNotHold) {
   std::int16_t a = 1;
   float b = 40000;
-  EXPECT_EQ(endOf([&] { exch(host_, &a, &b); }), 1);
+  EXPECT_EQ(endOf(host_, [&] { exch(host_, &a, &b); }), 1);
   EXPECT_EQ(host_.messages, (std::vector<Message>{differentKinds, overflow}));
   EXPECT_EQ(a, 1);
 
   host_.messages.clear();
   std::string text = "-32769";
-  EXPECT_EQ(endOf([&] { exch(host_, &text, &a); }), 1);
+  EXPECT_EQ(endOf(host_, [&] { exch(host_, &text, &a); }), 1);
   EXPECT_EQ(host_.messages, (std::vector<Message>{differentKinds, overflow}));
   EXPECT_EQ(a, 1);
 }
@@ -156,7 +156,7 @@ TEST_F(Exch, ExchangesAFloatWithATruthValueByTheKindOfTheFloat) {
   EXPECT_EQ(host_.messages, std::vector<Message>{differentKinds});
 }
 
-TEST_F(Exch, TakesEveryNumberButZeroForTrue) {
+TEST_F(Exch, TreatsEveryNumberButZeroAsTrue) {
   for (const auto& [number, truth] : {std::pair{0.0F, false}, {1.0F, true}, {-0.5F, true}}) {
     float a = number;
     bool b = !truth;

@@ -27,7 +27,7 @@ class ReadFile : public testing::Test {
   /// Loads the content as the page P.MUS. Returns the exit code of a program that ended over it.
   std::optional<int> load(const std::string& content) {
     host_.addFile("C:\\P.MUS", content);
-    return endOf([&] { readFile(host_, "C:\\P.MUS", table_); });
+    return endOf(host_, [&] { readFile(host_, "C:\\P.MUS", table_); });
   }
 
   /// The program ends over the content after one critical box.
@@ -74,10 +74,17 @@ TEST_F(ReadFile, LeavesOldRowsBeyondItsItemsAsTheyAre) {
   ASSERT_EQ(load(page("clef 3 at 40\n")), std::nullopt);
   EXPECT_EQ(table_.itemCount(), 1);
   EXPECT_EQ(table_.itemPar(1, 1), 3);
-  EXPECT_EQ(table_.itemPar(1, 20), 0) << "a row that is stored anew is new as a whole";
+  EXPECT_EQ(table_.itemPar(1, 20), 0) << "a row that is stored again is replaced as a whole";
   EXPECT_EQ(table_.itemPar(2, 1), 15);
   EXPECT_EQ(table_.itemPar(2, 3), 30);
   EXPECT_EQ(table_.itemText(2), "old                     ");
+}
+
+TEST_F(ReadFile, GivesEveryItemTheFileAndItsNumber) {
+  ASSERT_EQ(load(page("note 1 at 20\nnote 1 at 30\n")), std::nullopt);
+  EXPECT_EQ(table_.file(), "C:\\P.MUS");
+  EXPECT_EQ(table_.location(1), (Location{.file = "C:\\P.MUS", .item = 1}));
+  EXPECT_EQ(table_.location(2), (Location{.file = "C:\\P.MUS", .item = 2}));
 }
 
 TEST_F(ReadFile, OpensTheFileOnce) {
@@ -86,7 +93,7 @@ TEST_F(ReadFile, OpensTheFileOnce) {
 }
 
 TEST_F(ReadFile, OfAFileThatIsNotThereIsAStructuralError) {
-  EXPECT_EQ(endOf([&] { readFile(host_, "C:\\NONE.MUS", table_); }), 1);
+  EXPECT_EQ(endOf(host_, [&] { readFile(host_, "C:\\NONE.MUS", table_); }), 1);
   EXPECT_EQ(host_.messages, std::vector<Message>{critical(brokenPage)});
 }
 
@@ -131,17 +138,17 @@ TEST_F(ReadFile, CutAnywhereEndsTheProgramOrLosesNoItem) {
   }
 }
 
-TEST_F(ReadFile, TakesFiveThousandItems) {
+TEST_F(ReadFile, LoadsFiveThousandItems) {
   EXPECT_EQ(load(pageOfItems(5000)), std::nullopt);
   EXPECT_EQ(table_.itemCount(), 5000);
   EXPECT_EQ(table_.itemPar(5000, 1), 4);
 }
 
-TEST_F(ReadFile, EndsTheProgramOverItem5001EvenIfTheFileIsInOrder) {
+TEST_F(ReadFile, EndsTheProgramOverItem5001EvenIfTheFileIsValid) {
   expectEnd(pageOfItems(5001), tooManyItems);
 }
 
-TEST_F(ReadFile, MeetsItem5001BeforeAnErrorBehindIt) {
+TEST_F(ReadFile, ReportsItem5001BeforeAnErrorAfterIt) {
   const std::string whole = pageOfItems(5001);
   expectEnd(whole.substr(0, whole.size() - 24), tooManyItems);
   const std::string cutInItem5001 = whole.substr(0, whole.size() - 25);
@@ -155,37 +162,37 @@ TEST(MusReader, HasNoLimitOfItsOwn) {
   host.addFile("C:\\P.MUS", pageOfItems(5001));
   MusReader reader;
   reader.openMUSfile(host, "C:\\P.MUS");
-  while (reader.readItem(host) == ReadStatus::itemRead) {
+  while (reader.readItem() == ReadStatus::itemRead) {
   }
   EXPECT_EQ(reader.page().itemsInFile(), 5001);
   EXPECT_EQ(host.messages, std::vector<Message>{});
 }
 
-TEST(MusReader, StartsAfreshWithEveryFile) {
+TEST(MusReader, ForgetsTheFileBefore) {
   FakeHost host;
   host.addFile("C:\\A.MUS", page("note 1 at 20\nnote 1 at 30\n"));
   host.addFile("C:\\B.MUS", page("clef 1 at 20\n"));
   MusReader reader;
   reader.openMUSfile(host, "C:\\A.MUS");
-  while (reader.readItem(host) == ReadStatus::itemRead) {
+  while (reader.readItem() == ReadStatus::itemRead) {
   }
   ASSERT_EQ(reader.page().trailerNumberText(), "0 ");
   reader.openMUSfile(host, "C:\\B.MUS");
   EXPECT_EQ(reader.page().wordsRead(), 0);
   EXPECT_EQ(reader.page().itemsInFile(), 0);
   EXPECT_EQ(reader.page().trailerNumberText(), "");
-  ASSERT_EQ(reader.readItem(host), ReadStatus::itemRead);
-  EXPECT_EQ(reader.page().type(), 3);
+  ASSERT_EQ(reader.readItem(), ReadStatus::itemRead);
+  EXPECT_EQ(reader.page().type(), ItemType::clef);
 }
 
-TEST(MusReader, TellsThePlaceByFileAndItemNumber) {
+TEST(MusReader, NamesTheFileAndTheNumberOfTheItem) {
   FakeHost host;
   host.addFile("C:\\P.MUS", page("note 1 at 20\n"));
   MusReader reader;
   reader.openMUSfile(host, "C:\\P.MUS");
-  EXPECT_EQ(reader.place(), "C:\\P.MUS, item 0");
-  ASSERT_EQ(reader.readItem(host), ReadStatus::itemRead);
-  EXPECT_EQ(reader.place(), "C:\\P.MUS, item 1");
+  EXPECT_EQ(reader.location(), (Location{.file = "C:\\P.MUS", .item = 0}));
+  ASSERT_EQ(reader.readItem(), ReadStatus::itemRead);
+  EXPECT_EQ(reader.location(), (Location{.file = "C:\\P.MUS", .item = 1}));
 }
 
 TEST(MusReader, GivesAStructuralErrorForAFileThatIsNotThere) {
@@ -195,7 +202,7 @@ TEST(MusReader, GivesAStructuralErrorForAFileThatIsNotThere) {
   reader.openMUSfile(host, "C:\\P.MUS");
   reader.openMUSfile(host, "C:\\NONE.MUS");
   EXPECT_EQ(reader.page().fileWords(), -1);
-  EXPECT_EQ(reader.readItem(host), ReadStatus::structuralError);
+  EXPECT_EQ(reader.readItem(), ReadStatus::structuralError);
   EXPECT_EQ(reader.page().itemsInFile(), 0);
   EXPECT_EQ(host.messages, std::vector<Message>{}) << "what it means is for the caller to say";
 }
@@ -205,7 +212,7 @@ class FailingDisk : public FakeHost {
  public:
   std::unique_ptr<InputFile> openInput(const std::string& /*name*/) override {
     struct FailingFile : InputFile {
-      std::optional<std::size_t> read(std::span<char> /*room*/) override { return std::nullopt; }
+      std::optional<std::size_t> read(std::span<char> /*buffer*/) override { return std::nullopt; }
     };
     return std::make_unique<FailingFile>();
   }
@@ -216,7 +223,7 @@ TEST(MusReader, GivesAStructuralErrorForAFileThatCannotBeRead) {
   MusReader reader;
   reader.openMUSfile(host, "C:\\P.MUS");
   EXPECT_EQ(reader.page().fileWords(), -1);
-  EXPECT_EQ(reader.readItem(host), ReadStatus::structuralError);
+  EXPECT_EQ(reader.readItem(), ReadStatus::structuralError);
 }
 
 TEST(MusReader, ReachesTheEndOfTheLongestPageThatThereIs) {
@@ -228,75 +235,13 @@ TEST(MusReader, ReachesTheEndOfTheLongestPageThatThereIs) {
   host.addFile("C:\\P.MUS", header(32767) + text(20000) + text(32767 - 20001 - 1) + text(32767) + "beyond the reach");
   MusReader reader;
   reader.openMUSfile(host, "C:\\P.MUS");
-  EXPECT_EQ(reader.readItem(host), ReadStatus::itemRead);
-  EXPECT_EQ(reader.readItem(host), ReadStatus::itemRead);
+  EXPECT_EQ(reader.readItem(), ReadStatus::itemRead);
+  EXPECT_EQ(reader.readItem(), ReadStatus::itemRead);
   EXPECT_EQ(reader.page().wordsRead(), 32767);
-  EXPECT_EQ(reader.readItem(host), ReadStatus::itemRead);
+  EXPECT_EQ(reader.readItem(), ReadStatus::itemRead);
   EXPECT_EQ(reader.page().wordsRead(), 32767 + 32768);
   EXPECT_EQ(reader.page().position(), readableBytes);
-  EXPECT_EQ(reader.readItem(host), ReadStatus::structuralError);
-}
-
-// --- item table ---
-
-TEST(ItemTable, StoresAllTwentyParametersAndTheText) {
-  FakeHost host;
-  ItemTable table;
-  Item item;
-  for (std::size_t p = 1; p <= 20; ++p) {
-    item.par[p] = static_cast<float>(100 + p);
-  }
-  item.text = "a text";
-  table.store_item(host, Item());
-  table.store_item(host, item);
-  EXPECT_EQ(table.itemCount(), 2);
-  for (int p = 1; p <= 20; ++p) {
-    EXPECT_EQ(table.itemPar(1, p), 0);
-    EXPECT_EQ(table.itemPar(2, p), static_cast<float>(100 + p));
-  }
-  EXPECT_EQ(table.itemText(1), "");
-  EXPECT_EQ(table.itemText(2), "a text");
-}
-
-TEST(ItemTable, KeepsItsRowsWhenItStartsAfresh) {
-  FakeHost host;
-  ItemTable table;
-  Item item;
-  item.par[5] = 7;
-  item.text = "kept";
-  table.store_item(host, item);
-  table.restart();
-  EXPECT_EQ(table.itemCount(), 0);
-  EXPECT_EQ(table.itemPar(1, 5), 7);
-  EXPECT_EQ(table.itemText(1), "kept");
-}
-
-TEST(ItemTable, KeepsEveryRowWhileItFills) {
-  FakeHost host;
-  ItemTable table;
-  Item item;
-  for (int n = 1; n <= 5000; ++n) {
-    EXPECT_EQ(table.itemPar(n, 5), 0) << "the row behind the last one";
-    item.par[5] = static_cast<float>(n);
-    item.text = std::to_string(n);
-    table.store_item(host, item);
-  }
-  for (int n = 1; n <= 5000; ++n) {
-    ASSERT_EQ(table.itemPar(n, 5), static_cast<float>(n));
-    ASSERT_EQ(table.itemText(n), std::to_string(n));
-  }
-}
-
-TEST(ItemTable, Holds5000ItemsAndEndsTheProgramOverTheNext) {
-  FakeHost host;
-  ItemTable table;
-  for (int n = 0; n < 5000; ++n) {
-    table.store_item(host, Item());
-  }
-  EXPECT_EQ(host.messages, std::vector<Message>{});
-  EXPECT_EQ(endOf([&] { table.store_item(host, Item()); }), 1);
-  EXPECT_EQ(host.messages, std::vector<Message>{critical(tooManyItems)});
-  EXPECT_EQ(table.itemCount(), 5000);
+  EXPECT_EQ(reader.readItem(), ReadStatus::structuralError);
 }
 
 }  // namespace

@@ -16,8 +16,9 @@ namespace kiv {
 namespace {
 
 using test::asText;
-using test::Dice;
 using test::FakeHost;
+using test::itemOf;
+using test::RandomGenerator;
 using test::tableOf;
 
 constexpr float infinity = std::numeric_limits<float>::infinity();
@@ -31,16 +32,16 @@ bool mustChangePlaces(const ItemTable& table, int i) {
 }
 
 /// The sort that the table's order is defined by: passes over neighbours until one of them exchanges nothing.
-void sortByExchanges(FakeHost& host, ItemTable& table) {
+void sortByExchanges(User& user, ItemTable& table) {
   bool exchanged = true;
   while (exchanged) {
     exchanged = false;
     for (int i = 1; i < table.itemCount(); ++i) {
       if (mustChangePlaces(table, i)) {
         for (int p = 1; p <= 20; ++p) {
-          exch(host, &table.itemPar(i, p), &table.itemPar(i + 1, p));
+          exch(user, &table.itemPar(i, p), &table.itemPar(i + 1, p));
         }
-        exch(host, &table.itemText(i), &table.itemText(i + 1));
+        exch(user, &table.itemText(i), &table.itemText(i + 1));
         exchanged = true;
       }
     }
@@ -50,26 +51,24 @@ void sortByExchanges(FakeHost& host, ItemTable& table) {
 /// P2, P3 and P4 of an item.
 using Keys = std::array<float, 3>;
 
-/// Rows with these keys. P5 and the text tell where each row stood, P6 to P20 carry it along; column 0 belongs to the
-/// place and not to the row.
-void fill(FakeHost& host, ItemTable& table, const std::vector<Keys>& rows) {
-  table.restart();
+/// Rows with these keys. P5 and the text hold the number of the row, P6 to P20 are different in each.
+void fill(ItemTable& table, const std::vector<Keys>& rows) {
+  table.clear();
   for (const Keys& keys : rows) {
-    Item item;
-    const auto number = static_cast<float>(table.itemCount() + 1);
-    item.par = {-number, 4, keys[0], keys[1], keys[2], number};
-    for (std::size_t p = 6; p <= 20; ++p) {
-      item.par[p] = number * 100 + static_cast<float>(p);
+    const int row = table.itemCount() + 1;
+    const auto number = static_cast<float>(row);
+    Item item = itemOf({4, keys[0], keys[1], keys[2], number}, "row " + std::to_string(row));
+    for (int p = 6; p <= 20; ++p) {
+      item[p] = number * 100 + static_cast<float>(p);
     }
-    item.text = "row " + exactNumber(number);
-    table.store_item(host, item);
+    table.newItem(static_cast<std::int16_t>(row)) = item;
   }
 }
 
 std::string rowText(const ItemTable& table, int i) {
   std::string text = std::to_string(i);
-  for (int p = 0; p <= 20; ++p) {
-    text += " " + exactNumber(table.itemPar(i, p));
+  for (const float parameter : table.item(i).parameters()) {
+    text += " " + exactNumber(parameter);
   }
   return text + " '" + table.itemText(i) + "'\n";
 }
@@ -79,17 +78,17 @@ class SortItemTable : public testing::Test {
   static constexpr int rowsLookedAt = 3;  // beyond the items
 
   void SetUp() override {
-    // Rows that other tables left behind.
+    // Rows left over from other tables.
     const std::vector<Keys> old(150, Keys{9, 9, 9});
-    fill(host_, sorted_, old);
-    fill(host_, reference_, old);
+    fill(sorted_, old);
+    fill(reference_, old);
   }
 
   /// Both sorts give the same table to the last bit, and leave the rows beyond it alone.
   void expectSameAsExchanges(const std::vector<Keys>& rows) {
-    fill(host_, sorted_, rows);
-    fill(host_, reference_, rows);
-    sort_item_table(host_, sorted_);
+    fill(sorted_, rows);
+    fill(reference_, rows);
+    sort_item_table(sorted_);
     sortByExchanges(host_, reference_);
     ASSERT_EQ(sorted_.itemCount(), static_cast<int>(rows.size()));
     for (int i = 1; i <= sorted_.itemCount() + rowsLookedAt; ++i) {
@@ -100,10 +99,10 @@ class SortItemTable : public testing::Test {
 
   /// Rounds of tables of up to 40 rows whose keys come from the choice.
   void expectSameAsExchanges(std::uint32_t seed, const std::vector<float>& choice) {
-    Dice dice(seed);
-    const auto any = [&] { return choice[dice.below(choice.size())]; };
+    RandomGenerator random(seed);
+    const auto any = [&] { return choice[random.below(choice.size())]; };
     for (int round = 0; round < 60; ++round) {
-      std::vector<Keys> rows(dice.below(41));
+      std::vector<Keys> rows(random.below(41));
       std::generate(rows.begin(), rows.end(), [&] { return Keys{any(), any(), any()}; });
       ASSERT_NO_FATAL_FAILURE(expectSameAsExchanges(rows)) << "seed " << seed << ", round " << round;
     }
@@ -134,7 +133,7 @@ class SortItemTable : public testing::Test {
 std::string sortedText(std::string_view page) {
   FakeHost host;
   ItemTable table = tableOf(host, page);
-  sort_item_table(host, table);
+  sort_item_table(table);
   return asText(table);
 }
 
@@ -160,7 +159,7 @@ TEST(ItemOrder, KeepsItemsOfEqualKeysAsTheyCameWhateverTheirType) {
             "clef 1 at 50 height 1\n");
 }
 
-TEST(ItemOrder, TakesTextsAlong) {
+TEST(ItemOrder, MovesTheTextsToo) {
   EXPECT_EQ(sortedText("countedtext 1 at 9 \"first\"\nnote 2 at 5\ncountedtext 1 at 3 \"second\"\n"),
             "note 2 at 5\n"
             "countedtext 1 at 3 characters 6 \"second\"\n"
@@ -172,22 +171,22 @@ TEST(ItemOrder, ComparesExactly) {
             "note 1.0000001 at 7\nnote 1 at 0.1\nnote 1 at 0.10000001\n");
 }
 
-TEST_F(SortItemTable, LeavesParameterZeroInItsPlace) {
-  fill(host_, sorted_, {{1, 30, 0}, {1, 20, 0}, {1, 10, 0}});
-  sort_item_table(host_, sorted_);
-  const std::pair<float, float> zeroAndFive[] = {{-1, 3}, {-2, 2}, {-3, 1}};
+TEST_F(SortItemTable, ItemsKeepTheirNumberInTheFile) {
+  fill(sorted_, {{1, 30, 0}, {1, 10, 0}, {1, 20, 0}});
+  sort_item_table(sorted_);
+  const int numbers[] = {2, 3, 1};
   for (int i = 1; i <= 3; ++i) {
-    EXPECT_EQ(sorted_.itemPar(i, 0), zeroAndFive[i - 1].first);
-    EXPECT_EQ(sorted_.itemPar(i, 5), zeroAndFive[i - 1].second);
+    EXPECT_EQ(sorted_.location(i).item, numbers[i - 1]);
+    EXPECT_EQ(sorted_.itemPar(i, 5), static_cast<float>(numbers[i - 1]));
   }
 }
 
 TEST_F(SortItemTable, LeavesTheRowsBeyondTheItemsAlone) {
-  fill(host_, sorted_, {{5, 1, 1}, {6, 2, 2}, {7, 3, 3}, {8, 4, 4}});
+  fill(sorted_, {{5, 1, 1}, {6, 2, 2}, {7, 3, 3}, {8, 4, 4}});
   const std::string third = rowText(sorted_, 3);
   const std::string fourth = rowText(sorted_, 4);
-  fill(host_, sorted_, {{1, 1, 1}, {2, 2, 2}});
-  sort_item_table(host_, sorted_);
+  fill(sorted_, {{1, 1, 1}, {2, 2, 2}});
+  sort_item_table(sorted_);
   EXPECT_EQ(sorted_.itemPar(1, 2), 2) << "the two items changed places";
   EXPECT_EQ(rowText(sorted_, 3), third);
   EXPECT_EQ(rowText(sorted_, 4), fourth);
@@ -211,13 +210,13 @@ TEST_F(SortItemTable, OfFractionsAndLargeNumbersIsAsTheExchangesGiveIt) {
   expectSameAsExchanges(4, {0.1F, 0.10000001F, -5.5F, 3E38F, -3E38F, 1E-45F, 16777216.0F, 16777218.0F});
 }
 
-TEST_F(SortItemTable, OfStavesAroundTheLastUsualOneIsAsTheExchangesGiveIt) {
+TEST_F(SortItemTable, OfHighStaffNumbersIsAsTheExchangesGiveIt) {
   expectSameAsExchanges(10, {1022, 1023});
   expectSameAsExchanges(11, {1022, 1023, 1024});
   expectSameAsExchanges(12, {0, 1023, 1025});
 }
 
-TEST_F(SortItemTable, TakesZerosOfEitherSignForEqual) {
+TEST_F(SortItemTable, TreatsZerosOfEitherSignAsEqual) {
   expectSameAsExchanges(5, {0.0F, -0.0F});
   expectSameAsExchanges(6, {0.0F, -0.0F, 1, -1});
 }
@@ -235,11 +234,11 @@ TEST_F(SortItemTable, OfNotANumberAmongTheKeysIsAsTheExchangesGiveIt) {
 TEST_F(SortItemTable, OfOneNotANumberInAnyKeyAndRowIsAsTheExchangesGiveIt) {
   for (std::size_t key = 0; key < 3; ++key) {
     for (std::size_t row = 0; row < 20; ++row) {
-      Dice dice(static_cast<std::uint32_t>(key * 20 + row));
+      RandomGenerator random(static_cast<std::uint32_t>(key * 20 + row));
       std::vector<Keys> rows(20);
       for (Keys& keys : rows) {
-        keys = {static_cast<float>(dice.below(3)), static_cast<float>(dice.below(3)),
-                static_cast<float>(dice.below(3))};
+        keys = {static_cast<float>(random.below(3)), static_cast<float>(random.below(3)),
+                static_cast<float>(random.below(3))};
       }
       rows[row][key] = notANumber;
       ASSERT_NO_FATAL_FAILURE(expectSameAsExchanges(rows)) << "P" << key + 2 << " of row " << row + 1;
@@ -252,14 +251,14 @@ TEST_F(SortItemTable, OfEveryOrderOfAFewRowsIsAsTheExchangesGiveIt) {
   expectSameInEveryOrder({{1, 1, 1}, {notANumber, 1, 1}, {2, 1, 1}, {2, notANumber, 1}, {2, 1, notANumber}});
 }
 
-TEST_F(SortItemTable, OfRowsInOrderOrReversedIsAsTheExchangesGiveIt) {
+TEST_F(SortItemTable, OfSortedOrReversedRowsIsAsTheExchangesGiveIt) {
   std::vector<Keys> rows;
   for (int n = 0; n < 60; ++n) {
     rows.push_back({static_cast<float>(9 - n / 10), static_cast<float>(n % 10 / 2), static_cast<float>(n % 2)});
   }
   expectSameAsExchanges(rows);
   for (int i = 1; i <= 60; ++i) {
-    ASSERT_EQ(sorted_.itemPar(i, 5), static_cast<float>(i)) << "rows in order stay where they are";
+    ASSERT_EQ(sorted_.itemPar(i, 5), static_cast<float>(i)) << "sorted rows stay where they are";
   }
   std::reverse(rows.begin(), rows.end());
   expectSameAsExchanges(rows);
@@ -269,13 +268,14 @@ TEST_F(SortItemTable, OfRowsInOrderOrReversedIsAsTheExchangesGiveIt) {
 }
 
 TEST_F(SortItemTable, OfAFullTableIsInOrderAndKeepsEqualRowsAsTheyCame) {
-  Dice dice(11);
+  RandomGenerator random(11);
   std::vector<Keys> rows(5000);
   for (Keys& keys : rows) {
-    keys = {static_cast<float>(dice.below(5)), static_cast<float>(dice.below(50)), static_cast<float>(dice.below(5))};
+    keys = {static_cast<float>(random.below(5)), static_cast<float>(random.below(50)),
+            static_cast<float>(random.below(5))};
   }
-  fill(host_, sorted_, rows);
-  sort_item_table(host_, sorted_);
+  fill(sorted_, rows);
+  sort_item_table(sorted_);
   std::vector<bool> seen(5001);
   for (int i = 1; i <= 5000; ++i) {
     seen[static_cast<std::size_t>(sorted_.itemPar(i, 5))] = true;

@@ -137,7 +137,7 @@ std::optional<std::int32_t> install() {
 }
 
 void uninstall() {
-  // The uninstaller goes on as a copy of itself, which nobody but the system knows.
+  // The uninstaller continues as a copy of itself, which only the system knows.
   EXPECT_EQ(start(AppEntry::text("QuietUninstallString")).exitCode(), 0);
   EXPECT_TRUE(waitUntil([] { return !AppEntry::exists(); })) << "the entry stays";
 }

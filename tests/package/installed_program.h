@@ -8,13 +8,13 @@
 
 namespace kiv::test {
 
-/// A path that who started the tests has put into the environment, "" with a failure when it is not there.
+/// A path that the caller of the tests has put into the environment, "" with a failure when it is not there.
 std::string givenPath(const char* variable);
 
 /// All files below a folder, named from there, sorted.
 std::vector<std::string> filesBelow(const std::string& folder);
 
-/// A shortcut's content.
+/// The content of a shortcut.
 struct Shortcut {
   std::string program;
   std::string arguments;
@@ -31,7 +31,7 @@ class AppEntry {
   static std::string text(const std::string& name);
 };
 
-/// Where the installer puts the program, and its shortcut, when nobody says otherwise.
+/// Where the installer puts the program, and its shortcut, by default.
 std::string standardFolder();
 std::string shortcutFile();
 
@@ -43,7 +43,7 @@ std::optional<std::int32_t> install();
 /// Runs the uninstaller as the list of apps does, without questions, and waits until the entry is gone.
 void uninstall();
 
-/// Waits for a program that shows the panel, whoever started it.
+/// Waits for a program that shows the panel, no matter how it was started.
 std::optional<WatchedProcess> programWithPanel();
 /// The file that a process runs.
 std::string fileOf(const WatchedProcess& process);

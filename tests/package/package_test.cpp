@@ -42,7 +42,7 @@ TEST(StartScript, OpensThePanelInItsFolderAndLeavesNoConsole) {
   PanelOnScreen panel(std::move(*program));
   ASSERT_TRUE(panel.window());
   EXPECT_TRUE(panel.isEnabled(&Panel::cmdRun)) << "the settings lead to the selection";
-  panel.press(&Panel::cmdRun);
+  panel.click(&Panel::cmdRun);
   const auto result = panel.process().nextBox();
   ASSERT_TRUE(result);
   EXPECT_NE(result->text.find("Number of files processed: 6\r\n"), std::string::npos) << result->text;

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Makes the packages of what was built and tests them: their lists of files, then what a person does with them.
+# Builds the packages from the programs and tests them: their lists of files, then what a user does with them.
 # Usage: run.sh LINUX_BUILD WINDOWS_BUILD
 set -eu
 here=$(cd "$(dirname "$0")" && pwd)
@@ -47,7 +47,7 @@ check_zip() {
   done <"$work/texts"
 }
 
-# The console program as installed, on the example as installed: what it makes is what lies there as the result.
+# The console program as installed, on the example as installed: it writes the results that are installed with it.
 check_deb() {
   dpkg-deb -x "$work"/dist/*.deb "$work/deb"
   (cd "$work/deb" && find . -type f | sed 's|^\.||') >"$work/list"
@@ -68,7 +68,7 @@ check_deb() {
   done
 }
 
-# The manual page and the completions as installed are what the installed program tells.
+# The manual page and the completions as installed are what the installed program prints.
 check_told() {
   shared=$work/deb/usr/share
   kivsys=$work/deb/usr/bin/kivsys

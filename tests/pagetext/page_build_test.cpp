@@ -38,7 +38,7 @@ TEST(PageTextLines, SeparateWordsByBlanksAndTabs) {
   EXPECT_EQ(page("\t item\t4 \t 1   50  "), pageOf(words({3, 4, 1, 50})));
 }
 
-TEST(PageTextLines, TakeWordsBehindTheTextAsWellAsBeforeIt) {
+TEST(PageTextLines, AcceptWordsAfterTheTextAsWellAsBeforeIt) {
   EXPECT_EQ(page("text 1 at 50 \"ab\" p13 7"), page("text 1 at 50 p13 7 \"ab\""));
 }
 
@@ -110,7 +110,7 @@ void PrintTo(const Mistake& mistake, std::ostream* out) {
 
 class PageTextMistake : public testing::TestWithParam<Mistake> {};
 
-TEST_P(PageTextMistake, IsToldWithItsLineAndReason) {
+TEST_P(PageTextMistake, IsReportedWithItsLineAndReason) {
   const auto& [text, line, reason] = GetParam();
   const auto built = buildPage(text);
   ASSERT_TRUE(std::holds_alternative<PageTextError>(built));

@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <memory>
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,45 +21,44 @@ class PortionsHost : public FakeHost {
   explicit PortionsHost(std::deque<ScriptedInput::Portion> portions) : portions_(std::move(portions)) {}
 
   std::unique_ptr<InputFile> openInput(const std::string& /*name*/) override {
-    return std::make_unique<ScriptedInput>(portions_, &rooms);
+    return std::make_unique<ScriptedInput>(portions_, &sizes);
   }
 
-  std::vector<std::size_t> rooms;
+  std::vector<std::size_t> sizes;  ///< of the buffers that were read into
 
  private:
   std::deque<ScriptedInput::Portion> portions_;
 };
 
-TEST(Host, FatalShowsACriticalBoxAndEndsTheProgram) {
+const kiv::Message noWayOn{code::other, Icon::critical, Buttons::ok, "No way on.\r\nNone.", {.file = "X.TXT"}, {}};
+
+TEST(ExitCodeOf, IsNothingWhereTheRunReturns) {
   FakeHost host;
-  EXPECT_EQ(endOf([&] { host.fatal("No way on.\r\nNone."); }), 1);
+  bool ran = false;
+  EXPECT_EQ(exitCodeOf(host, [&] { ran = true; }), std::nullopt);
+  EXPECT_TRUE(ran);
+  EXPECT_TRUE(host.shown.empty());
+}
+
+TEST(ExitCodeOf, ShowsTheCriticalMessageThatEndsTheProgram) {
+  FakeHost host;
+  EXPECT_EQ(exitCodeOf(host, [] { endProgram(noWayOn); }), 1);
+  EXPECT_EQ(host.shown, std::vector{noWayOn});
   EXPECT_EQ(host.messages, std::vector{critical("No way on.\r\nNone.")});
 }
 
-TEST(Host, InformShowsAnInformationBoxAndGoesOn) {
+TEST(ExitCodeOf, ShowsNothingWhereTheProgramEndsWithoutAMessage) {
   FakeHost host;
-  EXPECT_EQ(endOf([&] { host.inform("Mind this."); }), std::nullopt);
-  EXPECT_EQ(host.messages, std::vector{information("Mind this.")});
-}
-
-TEST(Host, EveryRunTimeErrorHasItsText) {
-  const std::pair<RunTimeError, const char*> errors[] = {
-      {RunTimeError::subscriptOutOfRange, "Run-time error: Subscript out of range\r\nC:\\M\\A.MUS, item 7"},
-      {RunTimeError::overflow, "Run-time error: Overflow\r\nC:\\M\\A.MUS, item 7"},
-      {RunTimeError::typeMismatch, "Run-time error: Type mismatch\r\nC:\\M\\A.MUS, item 7"},
-      {RunTimeError::divisionByZero, "Run-time error: Division by zero\r\nC:\\M\\A.MUS, item 7"},
-  };
-  for (const auto& [error, text] : errors) {
-    FakeHost host;
-    EXPECT_EQ(endOf([&, kind = error] { host.runTimeError(kind, "C:\\M\\A.MUS, item 7"); }), 1);
-    EXPECT_EQ(host.messages, std::vector{critical(text)});
+  for (const int exitCode : {0, 1, 7}) {
+    EXPECT_EQ(exitCodeOf(host, [&] { throw ProgramEnd{exitCode}; }), exitCode);
   }
+  EXPECT_TRUE(host.shown.empty());
 }
 
-TEST(Host, ARunTimeErrorOfThePlatformKeepsThePlatformsWords) {
+TEST(ExitCodeOf, LetsOtherExceptionsPass) {
   FakeHost host;
-  EXPECT_EQ(endOf([&] { host.runTimeError("The drive is not ready", "TOOL.EXE"); }), 1);
-  EXPECT_EQ(host.messages, std::vector{critical("Run-time error: The drive is not ready\r\nTOOL.EXE")});
+  EXPECT_THROW(exitCodeOf(host, [] { throw std::bad_alloc(); }), std::bad_alloc);
+  EXPECT_TRUE(host.shown.empty());
 }
 
 TEST(ReadWhole, GivesAllBytesOfTheFile) {
@@ -89,7 +89,7 @@ TEST(ReadWhole, LargeFilesAreReadInManySteps) {
   EXPECT_EQ(readWhole(host, "X.BIN"), content);
 }
 
-TEST(ReadWhole, ReadsGoOnAfterAShortOne) {
+TEST(ReadWhole, ContinuesAfterAShortRead) {
   PortionsHost host({"ab", "c", "def"});
   EXPECT_EQ(readWhole(host, "X.BIN"), "abcdef");
 }
@@ -116,7 +116,7 @@ TEST(ReadWhole, ALimitBeyondOneStepHoldsToTheByte) {
 TEST(ReadWhole, AsksTheDiskForNoMoreThanTheLimit) {
   PortionsHost host({"abc", "defghi"});
   EXPECT_EQ(readWhole(host, "X.BIN", 5), "abcde");
-  EXPECT_EQ(host.rooms, (std::vector<std::size_t>{5, 2}));
+  EXPECT_EQ(host.sizes, (std::vector<std::size_t>{5, 2}));
 }
 
 TEST(ReadWhole, ALimitOfNothingStillNeedsTheFile) {
@@ -124,7 +124,7 @@ TEST(ReadWhole, ALimitOfNothingStillNeedsTheFile) {
   EXPECT_EQ(readWhole(host, "X.BIN", 0), std::nullopt);
 }
 
-TEST(ReadWhole, AFailureOfTheMediumIsNothing) {
+TEST(ReadWhole, AnIoErrorIsNothing) {
   PortionsHost atOnce({std::nullopt, "abc"});
   EXPECT_EQ(readWhole(atOnce, "X.BIN"), std::nullopt);
   PortionsHost later({"abc", std::nullopt});

@@ -31,7 +31,7 @@ Lines linesOf(const std::string& text) {
   return linesOf(Portions{text});
 }
 
-/// The text in portions of so many bytes each.
+/// The text in portions of the given size.
 Portions inPortionsOf(std::size_t bytes, const std::string& text) {
   Portions portions;
   for (std::size_t at = 0; at < text.size(); at += bytes) {
@@ -41,7 +41,7 @@ Portions inPortionsOf(std::size_t bytes, const std::string& text) {
 }
 
 /// What the lines of a text are, byte by byte.
-Lines plainLines(const std::string& text) {
+Lines referenceLines(const std::string& text) {
   Lines lines;
   std::string line;
   bool open = false;
@@ -98,7 +98,7 @@ TEST(LineReader, ZeroBytesAndBlanksBelongToTheLine) {
   EXPECT_EQ(linesOf("\0a\0\r\n \t\r\n\x1A\n"s), (Lines{"\0a\0"s, " \t", "\x1A"}));
 }
 
-TEST(LineReader, LineFeedBehindTheBufferBelongsToTheCarriageReturnInIt) {
+TEST(LineReader, LineFeedAfterTheBufferBelongsToTheCarriageReturnInIt) {
   const std::string line(bufferSize - 1, 'x');
   EXPECT_EQ(linesOf(line + "\r\nnext\r\n"), (Lines{line, "next"}));
   EXPECT_EQ(linesOf(line + "\r\n"), Lines{line});
@@ -133,29 +133,29 @@ TEST(LineReader, LinesLongerThanTheBuffer) {
 }
 
 TEST(LineReader, EveryShortTextInPortionsOfAnySize) {
-  const std::string signs = "a\r\n";
+  const std::string characters = "a\r\n";
   std::vector<std::string> texts = {""};
   for (std::size_t i = 0; i < texts.size() && texts[i].size() < 6; ++i) {
-    for (const char sign : signs) {
-      texts.push_back(texts[i] + sign);
+    for (const char character : characters) {
+      texts.push_back(texts[i] + character);
     }
   }
   for (const std::string& text : texts) {
     for (const std::size_t bytes : {1U, 2U, 3U, 9U}) {
-      ASSERT_EQ(linesOf(inPortionsOf(bytes, text)), plainLines(text))
+      ASSERT_EQ(linesOf(inPortionsOf(bytes, text)), referenceLines(text))
           << testing::PrintToString(text) << " by " << bytes;
     }
   }
 }
 
-TEST(LineReader, AFailingMediumEndsTheFile) {
+TEST(LineReader, AnIoErrorEndsTheFile) {
   EXPECT_EQ(linesOf({"one\r\ntw", std::nullopt, "o\r\nthree\r\n"}), (Lines{"one", "tw"}));
   EXPECT_EQ(linesOf({"one\r\n", std::nullopt, "two\r\n"}), Lines{"one"});
   EXPECT_EQ(linesOf({"one\r", std::nullopt, "two\r\n"}), Lines{"one"});
   EXPECT_EQ(linesOf({std::nullopt, "one\r\n"}), Lines{});
 }
 
-TEST(LineReader, ThereIsNothingBehindTheLastLine) {
+TEST(LineReader, ThereIsNothingAfterTheLastLine) {
   LineReader reader(std::make_unique<ScriptedInput>(Portions{"one", std::nullopt, "two"}));
   EXPECT_EQ(reader.next(), "one");
   EXPECT_EQ(reader.next(), std::nullopt);

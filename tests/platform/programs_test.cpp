@@ -11,16 +11,16 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-class Programs : public testing::Test {
+class ProgramsTest : public testing::Test {
  protected:
   FakeHost host;
 };
 
-class GetProfileKeyTest : public Programs {};
-class ExecCmdTest : public Programs {};
-class GetShortNameTest : public Programs {};
+class GetProfileKeyTest : public ProgramsTest {};
+class ExecCmdTest : public ProgramsTest {};
+class GetShortNameTest : public ProgramsTest {};
 
-class ShellAndWaitTest : public Programs {
+class ShellAndWaitTest : public ProgramsTest {
  protected:
   /// What the host was asked to run.
   Texts callsOf(const std::string& cmd) {
@@ -30,7 +30,7 @@ class ShellAndWaitTest : public Programs {
   }
 };
 
-class GetLongNameTest : public Programs {
+class GetLongNameTest : public ProgramsTest {
  protected:
   void addEntry(const std::string& longName, const std::string& shortName, bool isFolder = false) {
     host.folderEntries.push_back({longName, isFolder});
@@ -59,12 +59,12 @@ TEST_F(GetProfileKeyTest, GivesNoMoreThan31Characters) {
 
 // --- a process ---
 
-TEST_F(ExecCmdTest, RunsTheCommandLineAsItStands) {
+TEST_F(ExecCmdTest, RunsTheCommandLineUnchanged) {
   ExecCmd(host, "C:\\My Tools\\tool.exe A=b c");
   EXPECT_EQ(host.calls, Texts{"run C:\\My Tools\\tool.exe A=b c"});
 }
 
-TEST_F(ExecCmdTest, ReturnsTheExitCodeWithoutAWord) {
+TEST_F(ExecCmdTest, ReturnsTheExitCodeSilently) {
   for (const std::int32_t code : {0, 1, 7, -2, 2147483647}) {
     host.exitCode = code;
     EXPECT_EQ(ExecCmd(host, "TOOL"), code);
@@ -74,7 +74,7 @@ TEST_F(ExecCmdTest, ReturnsTheExitCodeWithoutAWord) {
 
 TEST_F(ExecCmdTest, NotepadWithItsSuffixIsMaximised) {
   ExecCmd(host, "c:\\windows\\notepad.exe C:\\N.TXT");
-  EXPECT_EQ(host.calls, Texts{"run c:\\windows\\notepad.exe C:\\N.TXT (maximised)"});
+  EXPECT_EQ(host.calls, Texts{"run c:\\windows\\notepad.exe C:\\N.TXT (maximized)"});
 }
 
 TEST_F(ExecCmdTest, NotepadWithoutItsSuffixIsNot) {
@@ -138,13 +138,13 @@ TEST_F(ShellAndWaitTest, ABatchFileRunsAsAProcess) {
 
 TEST_F(ShellAndWaitTest, TheExitCodeOfABatchFileIsDiscarded) {
   host.exitCode = 3;
-  EXPECT_EQ(endOf([&] { ShellAndWait(host, "RUN.BAT"); }), std::nullopt);
+  EXPECT_EQ(endOf(host, [&] { ShellAndWait(host, "RUN.BAT"); }), std::nullopt);
   EXPECT_TRUE(host.messages.empty());
 }
 
 TEST_F(ShellAndWaitTest, ABatchFileThatDoesNotStartIsReported) {
   host.exitCode = -1;
-  EXPECT_EQ(endOf([&] { ShellAndWait(host, "RUN.BAT X"); }), std::nullopt);
+  EXPECT_EQ(endOf(host, [&] { ShellAndWait(host, "RUN.BAT X"); }), std::nullopt);
   EXPECT_EQ(host.messages, std::vector{information("Some problem calling RUN.BAT X")});
 }
 
@@ -153,8 +153,8 @@ TEST_F(ShellAndWaitTest, AProgramGoesBeforeABatchFile) {
 }
 
 TEST_F(ShellAndWaitTest, AnythingElseEndsTheProgram) {
-  EXPECT_EQ(endOf([&] { ShellAndWait(host, "NOTEPAD X.TXT"); }), 1);
-  EXPECT_EQ(endOf([&] { ShellAndWait(host, ""); }), 1);
+  EXPECT_EQ(endOf(host, [&] { ShellAndWait(host, "NOTEPAD X.TXT"); }), 1);
+  EXPECT_EQ(endOf(host, [&] { ShellAndWait(host, ""); }), 1);
   EXPECT_EQ(host.messages,
             (std::vector{critical("ShellAndWait error: NOTEPAD X.TXT"), critical("ShellAndWait error: ")}));
   EXPECT_TRUE(host.calls.empty());
@@ -162,7 +162,7 @@ TEST_F(ShellAndWaitTest, AnythingElseEndsTheProgram) {
 
 TEST_F(ShellAndWaitTest, AFailingShellEndsTheProgram) {
   host.shellFailure = {{-2147024894, "The system cannot find the file specified"}};
-  EXPECT_EQ(endOf([&] { ShellAndWait(host, "C:\\X\\KIVNAMES.EXE A=B"); }), 1);
+  EXPECT_EQ(endOf(host, [&] { ShellAndWait(host, "C:\\X\\KIVNAMES.EXE A=B"); }), 1);
   EXPECT_EQ(host.messages, std::vector{critical("Run-time error: The system cannot find the file specified\r\n"
                                                 "KIVNAMES.EXE A=B")});
 }

@@ -9,23 +9,23 @@
 #include <utility>
 #include <vector>
 
-#include "platform/host.h"
+#include "platform/files.h"
 
 namespace kiv::test {
 
 /// A file that comes in the portions that the test sets: each read gives at most one of them, and one without text is
-/// a failure of the medium.
+/// an I/O error.
 class ScriptedInput : public InputFile {
  public:
   using Portion = std::optional<std::string>;
 
-  /// Where rooms is given, the room that each read had is noted there.
-  explicit ScriptedInput(std::deque<Portion> portions, std::vector<std::size_t>* rooms = nullptr)
-      : portions_(std::move(portions)), rooms_(rooms) {}
+  /// Where sizes is given, the size of the buffer of each read is recorded there.
+  explicit ScriptedInput(std::deque<Portion> portions, std::vector<std::size_t>* sizes = nullptr)
+      : portions_(std::move(portions)), sizes_(sizes) {}
 
-  std::optional<std::size_t> read(std::span<char> room) override {
-    if (rooms_ != nullptr) {
-      rooms_->push_back(room.size());
+  std::optional<std::size_t> read(std::span<char> buffer) override {
+    if (sizes_ != nullptr) {
+      sizes_->push_back(buffer.size());
     }
     if (portions_.empty()) {
       return 0;
@@ -35,7 +35,7 @@ class ScriptedInput : public InputFile {
       return std::nullopt;
     }
     std::string& portion = *portions_.front();
-    const std::size_t count = portion.copy(room.data(), room.size());
+    const std::size_t count = portion.copy(buffer.data(), buffer.size());
     portion.erase(0, count);
     if (portion.empty()) {
       portions_.pop_front();
@@ -45,7 +45,7 @@ class ScriptedInput : public InputFile {
 
  private:
   std::deque<Portion> portions_;
-  std::vector<std::size_t>* rooms_;
+  std::vector<std::size_t>* sizes_;
 };
 
 }  // namespace kiv::test

@@ -11,12 +11,12 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-#include "platform/console/console_host.h"
+#include "platform/posix/posix_system.h"
 #include "tests/posix/temporary_folder.h"
 
 namespace kiv::test {
 
-/// While it lives, no file of this process grows beyond so many bytes, as on a full disk.
+/// While it lives, no file of this process grows beyond this size, as on a full disk.
 class FullDisk {
  public:
   explicit FullDisk(rlim_t bytes) : signal_(std::signal(SIGXFSZ, SIG_IGN)) {
@@ -36,18 +36,18 @@ class FullDisk {
   void (*signal_)(int);
 };
 
-/// A console host on the real disk, in a folder of its own.
+/// The system on the real disk, in a folder of its own.
 class PosixDisk : public testing::Test {
  protected:
   PosixDisk() : before_(std::filesystem::current_path()) {}
   ~PosixDisk() override { std::filesystem::current_path(before_); }
 
-  /// What the host reads under a name below the folder.
-  std::string read(const std::string& name) { return readWhole(host, disk.core(name)).value_or("(no file)"); }
+  /// What the system reads under a name below the folder.
+  std::string read(const std::string& name) { return readWhole(system, disk.core(name)).value_or("(no file)"); }
 
   /// Writes through openOutput; false when the file does not open or takes nothing.
   bool write(const std::string& name, std::string_view text) {
-    const auto file = host.openOutput(disk.core(name));
+    const auto file = system.openOutput(disk.core(name));
     return file != nullptr && file->write(text) == std::nullopt;
   }
 
@@ -65,7 +65,7 @@ class PosixDisk : public testing::Test {
   }
 
   TemporaryFolder disk;
-  ConsoleHost host;
+  PosixSystem system;
 
  private:
   std::filesystem::path before_;

@@ -28,7 +28,7 @@ TEST_F(PosixNames, BackslashesStandBetweenFolders) {
 TEST_F(PosixNames, SlashesDoToo) {
   disk.addFolder("a");
   disk.addFile("a/c.mus", "c");
-  EXPECT_EQ(readWhole(host, disk.path("a/c.mus").string()), "c");
+  EXPECT_EQ(readWhole(system, disk.path("a/c.mus").string()), "c");
 }
 
 TEST_F(PosixNames, EveryComponentIsFoundRegardlessOfCase) {
@@ -40,7 +40,7 @@ TEST_F(PosixNames, EveryComponentIsFoundRegardlessOfCase) {
 
 TEST_F(PosixNames, TheWholePathMayBeInCapitals) {
   disk.addFile("page1.mus", "found");
-  EXPECT_EQ(readWhole(host, host.upperCase(disk.core("page1.mus"))), "found");
+  EXPECT_EQ(readWhole(system, system.upperCase(disk.core("page1.mus"))), "found");
 }
 
 TEST_F(PosixNames, TheExactSpellingGoesFirst) {
@@ -94,11 +94,11 @@ TEST_F(PosixNames, BytesThatAreNoUtf8AreFoundAsTheyAre) {
 TEST_F(PosixNames, AZeroByteEndsNoName) {
   disk.addFile("a.mus", "a");
   const std::string name = disk.core("a.mus") + "\0.txt"s;
-  EXPECT_EQ(host.openInput(name), nullptr);
-  EXPECT_EQ(host.openOutput(name), nullptr);
-  EXPECT_NE(host.replaceFile(name, "x"), std::nullopt);
-  EXPECT_FALSE(host.deleteFile(name));
-  EXPECT_TRUE(host.listFolder(disk.core() + "\0"s).empty());
+  EXPECT_EQ(system.openInput(name), nullptr);
+  EXPECT_EQ(system.openOutput(name), nullptr);
+  EXPECT_NE(system.replaceFile(name, "x"), std::nullopt);
+  EXPECT_FALSE(system.deleteFile(name));
+  EXPECT_TRUE(system.listFolder(disk.core() + "\0"s).empty());
   EXPECT_EQ(disk.file("a.mus"), "a");
   EXPECT_EQ(disk.entries(), Names{"a.mus"});
 }
@@ -107,11 +107,11 @@ TEST_F(PosixNames, RelativeNamesAreLookedUpInTheCurrentFolder) {
   disk.addFolder("sub");
   disk.addFile("Names.txt", "names");
   disk.addFile("sub/Page.mus", "page");
-  ASSERT_TRUE(host.enterFolder(disk.path().string()));
-  EXPECT_EQ(readWhole(host, "Names.txt"), "names");
-  EXPECT_EQ(readWhole(host, "NAMES.TXT"), "names");
-  EXPECT_EQ(readWhole(host, "SUB\\PAGE.MUS"), "page");
-  EXPECT_EQ(readWhole(host, ".\\SUB\\..\\NAMES.TXT"), "names");
+  ASSERT_TRUE(system.enterFolder(disk.path().string()));
+  EXPECT_EQ(readWhole(system, "Names.txt"), "names");
+  EXPECT_EQ(readWhole(system, "NAMES.TXT"), "names");
+  EXPECT_EQ(readWhole(system, "SUB\\PAGE.MUS"), "page");
+  EXPECT_EQ(readWhole(system, ".\\SUB\\..\\NAMES.TXT"), "names");
 }
 
 TEST_F(PosixNames, AfterAChangeOfFolderTheNewOneIsLookedAt) {
@@ -121,11 +121,11 @@ TEST_F(PosixNames, AfterAChangeOfFolderTheNewOneIsLookedAt) {
   disk.addFile("two/Second.txt", "2");
   setChanged("one", 1'000'000'000);
   setChanged("two", 1'000'000'000);
-  ASSERT_TRUE(host.enterFolder(disk.path("one").string()));
-  EXPECT_EQ(readWhole(host, "FIRST.TXT"), "1");
-  ASSERT_TRUE(host.enterFolder(disk.path("two").string()));
-  EXPECT_EQ(readWhole(host, "FIRST.TXT"), std::nullopt);
-  EXPECT_EQ(readWhole(host, "SECOND.TXT"), "2");
+  ASSERT_TRUE(system.enterFolder(disk.path("one").string()));
+  EXPECT_EQ(readWhole(system, "FIRST.TXT"), "1");
+  ASSERT_TRUE(system.enterFolder(disk.path("two").string()));
+  EXPECT_EQ(readWhole(system, "FIRST.TXT"), std::nullopt);
+  EXPECT_EQ(readWhole(system, "SECOND.TXT"), "2");
 }
 
 TEST_F(PosixNames, NewFilesAreNoticedAtOnce) {
@@ -143,7 +143,7 @@ TEST_F(PosixNames, NewFilesAreNoticedWhereWeWriteToo) {
     const std::string number = std::to_string(i);
     EXPECT_EQ(read("PAGE" + number + ".MUS"), "(no file)");
     disk.addFile("page" + number + ".mus", number);
-    ASSERT_EQ(host.replaceFile(disk.core("a.mus"), "new"), std::nullopt);
+    ASSERT_EQ(system.replaceFile(disk.core("a.mus"), "new"), std::nullopt);
     ASSERT_EQ(read("PAGE" + number + ".MUS"), number);
   }
 }
@@ -212,11 +212,11 @@ TEST_F(PosixNames, CoreNamesHaveBackslashes) {
 }
 
 TEST_F(PosixNames, FullNamesStartAtTheRoot) {
-  ASSERT_TRUE(host.enterFolder(disk.path().string()));
-  EXPECT_EQ(host.fullName("names.txt"), disk.core("names.txt"));
-  EXPECT_EQ(host.fullName("./sub/../Names.TXT"), disk.core("Names.TXT"));
-  EXPECT_EQ(host.fullName("../x"), PosixSystem::coreName((disk.path().parent_path() / "x").string()));
-  EXPECT_EQ(host.fullName("/a//b/./c.mus"), "\\a\\b\\c.mus");
+  ASSERT_TRUE(system.enterFolder(disk.path().string()));
+  EXPECT_EQ(system.fullName("names.txt"), disk.core("names.txt"));
+  EXPECT_EQ(system.fullName("./sub/../Names.TXT"), disk.core("Names.TXT"));
+  EXPECT_EQ(system.fullName("../x"), PosixSystem::coreName((disk.path().parent_path() / "x").string()));
+  EXPECT_EQ(system.fullName("/a//b/./c.mus"), "\\a\\b\\c.mus");
 }
 
 }  // namespace

@@ -69,7 +69,7 @@ class TemporaryFolder {
   std::filesystem::path path_;
 };
 
-/// While it lives, the test has no more rights on the disk than any user.
+/// While it lives, the test has only the rights of an ordinary user on the disk.
 class OrdinaryUser {
  public:
   OrdinaryUser() {

@@ -51,7 +51,7 @@ TEST(UpperCaseUtf8, BytesThatAreNoUtf8Stay) {
       "\xF0\x80\x81\xA1",  // in four
       "\xE0\x83\xA4",      // a small a umlaut in three
       "\xED\xA0\x80",      // half of a surrogate pair
-      "\xF4\x90\x80\x80",  // behind the last code point
+      "\xF4\x90\x80\x80",  // after the last code point
       "\xF8\x88\x80\x80\x80",
       "\xFF\xFE",
   };

@@ -6,104 +6,17 @@
 #include <utility>
 
 #include "base/exact_number.h"
+#include "tests/properties/piece.h"
 
 namespace kiv::test {
 namespace {
 
-// A piece is made of numbers of which every choice is as good as any other. So what has fewer of them, or smaller ones,
-// is a piece again, and a failure is told with the smallest that shows it.
-
-using Parameters = std::vector<std::pair<int, int>>;  // number, and value in halves
-
-/// A note, a rest, a text or anything else that stands in a bar.
-struct InnerItem {
-  int what = 0;
-  int bar = 0;
-  int position = 0;  // behind the barline, in halves
-  Parameters parameters;
-};
-
-struct Staff {
-  int instrument = 0;
-  bool hidden = false;
-  int look = 0;  // size, lines, P6 and P11
-  int clef = 0;  // 0 is none; so are the key, the time signature and the brace
-  int key = 0;
-  int time = 0;
-  int brace = 0;
-  bool barlines = false;  // has barlines of its own, in places of its own
-  int beat = 0;           // where the first note or rest stands in every bar
-  std::vector<InnerItem> items;
-};
-
-struct System {
-  std::vector<Staff> staves;  // from the top down
-  std::vector<int> barlines;  // the kinds of those behind the first one
-  int left = 0;
-  int edge = 0;       // where the staves begin, seen from the first barline
-  int gap = 0;        // numbers that no staff below the system has
-  bool open = false;  // if it is a single staff, it has no barline at its left
-};
-
-struct Page {
-  std::vector<System> systems;  // from the top down
-  int files = 1;                // if it is a single system
-  bool loose = false;           // has items of staves that are not there
-};
-
-struct Piece {
-  std::vector<Page> pages;
-  int spread = 0;  // how far apart the identifiers of the instruments lie
-};
-
-// --- numbers ---
-
-rc::Gen<int> number(int from, int to) {
-  return rc::gen::resize(rc::kNominalSize, rc::gen::inRange(from, to + 1));
-}
-
-rc::Gen<bool> seldom() {
-  return rc::gen::map(number(0, 5), [](int n) { return n == 5; });
-}
-
-template <typename T>
-rc::Gen<std::vector<T>> upTo(int length, rc::Gen<T> element) {
-  return rc::gen::resize(length, rc::gen::container<std::vector<T>>(std::move(element)));
-}
-
-rc::Gen<InnerItem> innerItems() {
-  using rc::gen::set;
-  return rc::gen::build<InnerItem>(set(&InnerItem::what, number(0, 16)), set(&InnerItem::bar, number(0, 3)),
-                                   set(&InnerItem::position, number(0, 195)),
-                                   set(&InnerItem::parameters, upTo(4, rc::gen::pair(number(4, 20), number(-20, 20)))));
-}
-
-constexpr int instruments = 7;
-
-rc::Gen<Staff> staves() {
-  using rc::gen::set;
-  return rc::gen::build<Staff>(set(&Staff::instrument, number(0, instruments - 1)), set(&Staff::hidden, seldom()),
-                               set(&Staff::look, number(0, 20)), set(&Staff::clef, number(0, 4)),
-                               set(&Staff::key, number(0, 4)), set(&Staff::time, number(0, 7)),
-                               set(&Staff::brace, number(0, 4)), set(&Staff::barlines),
-                               set(&Staff::beat, number(0, 60)), set(&Staff::items, upTo(5, innerItems())));
-}
-
-rc::Gen<System> systems() {
-  using rc::gen::set;
-  const auto distinct =
-      rc::gen::uniqueBy<std::vector<Staff>>(staves(), [](const Staff& staff) { return staff.instrument; });
-  return rc::gen::build<System>(set(&System::staves, rc::gen::nonEmpty(rc::gen::resize(5, distinct))),
-                                set(&System::barlines, upTo(4, number(0, 7))), set(&System::left, number(0, 30)),
-                                set(&System::edge, number(-1, 1)), set(&System::gap, number(0, 2)), set(&System::open));
-}
-
-rc::Gen<Piece> pieces() {
-  using rc::gen::set;
-  const auto page = rc::gen::build<Page>(set(&Page::systems, rc::gen::nonEmpty(upTo(3, systems()))),
-                                         set(&Page::files, number(1, 3)), set(&Page::loose, seldom()));
-  return rc::gen::build<Piece>(set(&Piece::pages, rc::gen::nonEmpty(upTo(4, page))), set(&Piece::spread, number(0, 2)));
-}
+using piece::InnerItem;
+using piece::Page;
+using piece::Parameters;
+using piece::Piece;
+using piece::Staff;
+using piece::System;
 
 // --- lines ---
 
@@ -249,12 +162,12 @@ std::string barlines(const Staff& staff, const Surroundings& in) {
 }
 
 std::string contents(const Staff& staff, const Surroundings& in) {
-  constexpr int behindSignatures = 8;
+  constexpr int afterSignatures = 8;
   const int bars = static_cast<int>(in.system.barlines.size()) + 1;
   std::string lines;
   for (int bar = 0; bar < bars; ++bar) {
     lines += at((staff.beat + bar) % 3 == 0 ? "rest" : "note", in.number,
-                in.system.left + bar * barWidth + behindSignatures + staff.beat) +
+                in.system.left + bar * barWidth + afterSignatures + staff.beat) +
              with("height", bar) + "\n";
   }
   for (const InnerItem& item : staff.items) {
@@ -348,7 +261,7 @@ void showValue(const Group& group, std::ostream& out) {
 }
 
 rc::Gen<Group> groups(int series) {
-  const auto all = rc::gen::map(pieces(), [](const Piece& piece) { return GroupMaker(piece).group(); });
+  const auto all = rc::gen::map(piece::pieces(), [](const Piece& piece) { return GroupMaker(piece).group(); });
   return [all, series](rc::Random random, int size) {
     for (int i = 1; i < series; ++i) {
       random = random.split();

@@ -20,7 +20,7 @@ class DamagedGroup : public ::testing::Test {
     host.addFile("C:\\N.TXT", "C:\\M\\X1.MUS 1\r\nC:\\M\\X2.MUS 1\r\nC:\\M\\X3.MUS 1\r\n");
     KivSystem program(host);
     program.settings.namesFile = "C:\\N.TXT";
-    const auto end = endOf([&] { cmdRun_Click(program); });
+    const auto end = endOf(host, [&] { cmdRun_Click(program); });
     const bool hasVerdict = host.hasFile("KivSystem1.TXT");
     if (!end) {
       EXPECT_TRUE(hasVerdict);

@@ -25,7 +25,7 @@ class PanelStart : public ::testing::Test {
     program.panel.screenHeight = 16200;
   }
   void start(const std::string& commandLine = interactive) {
-    end = endOf([&] { Form_Load(program, commandLine); });
+    end = endOf(host, [&] { Form_Load(program, commandLine); });
   }
 
   FakeHost host;
@@ -55,7 +55,7 @@ TEST_F(PanelStart, ZeroIdentifiersAreNotAllowedToBeginWith) {
   EXPECT_FALSE(program.settings.allowZeroInstrId);
 }
 
-TEST_F(PanelStart, TitleTellsTheVersion) {
+TEST_F(PanelStart, TitleShowsTheVersion) {
   start();
   EXPECT_EQ(program.panel.title, "KivSystem - " + versionText(version::major, version::minor, version::revision));
 }
@@ -78,7 +78,7 @@ TEST_F(PanelStart, TheProfileIsReadBeforeAnythingIsDeleted) {
   EXPECT_EQ(program.panel.place, (WindowPlace{2, 1, 8700, 6660}));
 }
 
-/// A host that records questions for files and folders too.
+/// A host that records accesses to files and the current folder too.
 class AttentiveHost : public FakeHost {
  public:
   std::unique_ptr<InputFile> openInput(const std::string& name) override {
@@ -96,7 +96,7 @@ TEST_F(PanelStart, StepsFollowInTheirOrder) {
   KivSystem another{attentive};
   another.panel.txtFirstResultFile.text = "left over";
   attentive.addFile("C:\\KIV\\KIVPROJ.PRO", "NamesFile=C:\\KIV\\NAMES.TXT\r\n");
-  EXPECT_EQ(endOf([&] { Form_Load(another, interactive); }), std::nullopt);
+  EXPECT_EQ(endOf(attentive, [&] { Form_Load(another, interactive); }), std::nullopt);
   EXPECT_EQ(attentive.calls,
             (std::vector<std::string>{"profile OS", "profile TOP", "profile LEFT", "delete KivSystem1.TXT",
                                       "delete KivSystem2.TXT", "open KIVXREF5.ASM", "profile TOP", "profile LEFT",
@@ -117,7 +117,7 @@ TEST_F(PanelStart, ADevelopersFolderAcceptsAnyOtherCommandLine) {
   host.addFile("KIVXREF5.ASM", "");
   for (const std::string line : {"", "X", "calledby=kiv,function=main"}) {
     KivSystem another{host};
-    EXPECT_EQ(endOf([&] { Form_Load(another, line); }), std::nullopt) << line;
+    EXPECT_EQ(endOf(host, [&] { Form_Load(another, line); }), std::nullopt) << line;
     EXPECT_EQ(another.settings.commandLine, interactive);
     EXPECT_TRUE(another.panel.chkDebug.visible);
     EXPECT_EQ(another.settings.namesFile, "C:\\KIV\\NAMES.TXT");
@@ -148,7 +148,7 @@ TEST_F(PanelStart, ButtonsFollowTheNamesFile) {
   EXPECT_TRUE(program.panel.cmdViewNames.enabled);
 }
 
-// --- the height and place of the window, in twips ---
+// --- the height and position of the window, in twips ---
 
 TEST_F(PanelStart, FramesAreTallerOnLaterSystems) {
   host.profile["OS"] = "XP";
@@ -168,14 +168,14 @@ TEST_F(PanelStart, TheProfilePlacesTheWindow) {
   EXPECT_EQ(program.panel.place.top, 1000);
 }
 
-TEST_F(PanelStart, APlaceIsReadAsFarAsItIsANumber) {
+TEST_F(PanelStart, APositionIsReadAsFarAsItIsANumber) {
   host.profile = {{"TOP", " 12.5 twips"}, {"LEFT", "far"}};
   start();
   EXPECT_EQ(program.panel.place.left, 0);
   EXPECT_EQ(program.panel.place.top, 12.5);
 }
 
-TEST_F(PanelStart, HalfAPlaceCentresTheWindow) {
+TEST_F(PanelStart, HalfAPositionCentersTheWindow) {
   for (const auto& profile : std::vector<std::map<std::string, std::string>>{{{"TOP", "5"}}, {{"LEFT", "5"}}, {}}) {
     host.profile = profile;
     start();
@@ -184,7 +184,7 @@ TEST_F(PanelStart, HalfAPlaceCentresTheWindow) {
   }
 }
 
-TEST_F(PanelStart, CentringDropsTheHalfTwipTowardsTheEdge) {
+TEST_F(PanelStart, CenteringDropsTheHalfTwipTowardsTheEdge) {
   program.panel.screenWidth = 8801;
   program.panel.screenHeight = 6863.4;
   start();
@@ -192,7 +192,7 @@ TEST_F(PanelStart, CentringDropsTheHalfTwipTowardsTheEdge) {
   EXPECT_EQ(program.panel.place.top, 1);
 }
 
-TEST_F(PanelStart, AWindowWiderThanTheScreenBeginsLeftOfIt) {
+TEST_F(PanelStart, AWindowWiderThanTheScreenStartsLeftOfIt) {
   program.panel.screenWidth = 8699;
   start();
   EXPECT_EQ(program.panel.place.left, 0);
@@ -218,7 +218,7 @@ class ProjectSettings : public ::testing::Test {
   }
 };
 
-TEST_F(ProjectSettings, KeysAreTakenExactlyAndValuesAsTheyStand) {
+TEST_F(ProjectSettings, KeysAreComparedExactlyAndValuesUsedAsTheyStand) {
   EXPECT_EQ(settingsIn("NamesFile=X=Y\r\n").namesFile, "X=Y");
   EXPECT_EQ(settingsIn("NamesFile= X \r\n").namesFile, " X ");
   EXPECT_EQ(settingsIn("MusDirectory=\r\n").musFolder, "");
@@ -238,18 +238,18 @@ TEST_F(ProjectSettings, TheLastOccurrenceCounts) {
   EXPECT_EQ(settingsIn("NamesFile=1\r\nMusDirectory=M\nNamesFile=2\r").namesFile, "2");
 }
 
-TEST(ProjectSettingsFile, AMediumThatFailsEndsTheProgram) {
-  class FailingMedium : public FakeHost {
+TEST(ProjectSettingsFile, AnIoErrorEndsTheProgram) {
+  class FailingDisk : public FakeHost {
    public:
     std::unique_ptr<InputFile> openInput(const std::string& /*name*/) override {
       return std::make_unique<ScriptedInput>(
           std::deque<ScriptedInput::Portion>{"MusDirectory=D:\\MUSIC\r\nNamesFile=C:\\KIV\\NA", std::nullopt});
     }
   };
-  FailingMedium host;
+  FailingDisk host;
   Settings settings;
   settings.projectFile = "C:\\KIV\\KIVPROJ.PRO";
-  EXPECT_EQ(endOf([&] { loadGlobals(host, settings); }), 1);
+  EXPECT_EQ(endOf(host, [&] { loadGlobals(host, settings); }), 1);
   EXPECT_EQ(host.messages, std::vector{critical("Run-time error: Device I/O error\r\nC:\\KIV\\KIVPROJ.PRO")});
 }
 

@@ -17,7 +17,7 @@ class StartUp : public ::testing::Test {
     host.addFile("C:\\W\\N.TXT", "C:\\M\\X1.MUS 1\r\n");
   }
   void start(const std::string& commandLine) {
-    end = endOf([&] { Form_Load(program, commandLine); });
+    end = endOf(host, [&] { Form_Load(program, commandLine); });
   }
 
   FakeHost host;
@@ -116,7 +116,7 @@ TEST_F(StartUp, AnalysisModeSetsUpNothingOfThePanel) {
 TEST_F(StartUp, ACallRefusedBeforeTheStartDeletesThemToo) {
   host.addFile("KivSystem1.TXT", "old");
   host.addFile("KivSystem2.TXT", "old");
-  EXPECT_EQ(endOf([&] { refuseCall(program, "NONE"); }), 1);
+  EXPECT_EQ(endOf(host, [&] { refuseCall(program, "NONE"); }), 1);
   EXPECT_FALSE(host.hasFile("KivSystem1.TXT"));
   EXPECT_FALSE(host.hasFile("KivSystem2.TXT"));
   EXPECT_EQ(host.messages, std::vector{critical("Invalid call to KivSystem:\r\nNONE")});

@@ -1,40 +1,49 @@
 #include "tests/support/fake_host.h"
 
-#include <algorithm>
 #include <ostream>
-#include <utility>
+
+namespace kiv {
+
+void PrintTo(const Location& location, std::ostream* out) {
+  const auto part = [&](const char* name, const auto& number) {
+    if (number) {
+      *out << ", " << name << " " << *number;
+    }
+  };
+  *out << location.file << ", item " << location.item;
+  part("staff", location.staff);
+  part("instrument", location.instrument);
+  part("system", location.system);
+  *out << ", " << location.repeats << " times";
+}
+
+void PrintTo(const Message& message, std::ostream* out) {
+  PrintTo(test::Message{message.icon, message.text, message.buttons}, out);
+  *out << "\ncode " << message.code << " at ";
+  PrintTo(message.location, out);
+  for (const Location& place : message.places) {
+    *out << "\nplace ";
+    PrintTo(place, out);
+  }
+}
+
+}  // namespace kiv
 
 namespace kiv::test {
 namespace {
 
-class FakeInput : public InputFile {
- public:
-  explicit FakeInput(std::string content) : content_(std::move(content)) {}
-
-  std::optional<std::size_t> read(std::span<char> room) override {
-    const std::size_t count = content_.copy(room.data(), room.size(), position_);
-    position_ += count;
-    return count;
-  }
-
- private:
-  std::string content_;
-  std::size_t position_ = 0;
-};
-
+/// A file whose writes fail as long as the test wants it.
 class FakeOutput : public OutputFile {
  public:
-  FakeOutput(std::string& content, const std::optional<std::string>& failure) : content_(content), failure_(failure) {}
+  FakeOutput(std::unique_ptr<OutputFile> file, const std::optional<std::string>& failure)
+      : file_(std::move(file)), failure_(failure) {}
 
   std::optional<std::string> write(std::string_view bytes) override {
-    if (!failure_) {
-      content_ += bytes;
-    }
-    return failure_;
+    return failure_ ? failure_ : file_->write(bytes);
   }
 
  private:
-  std::string& content_;
+  std::unique_ptr<OutputFile> file_;
   const std::optional<std::string>& failure_;
 };
 
@@ -46,49 +55,65 @@ void PrintTo(const Message& message, std::ostream* out) {
        << message.text;
 }
 
-std::string FakeHost::upperCase(std::string_view text) {
-  std::string upper(text);
-  // The ANSI code page of Western Europe: small letters lie 32 behind their capitals; the sign of division is none.
-  for (char& c : upper) {
-    const auto code = static_cast<unsigned char>(c);
-    if ((code >= 'a' && code <= 'z') || (code >= 0xE0 && code <= 0xFE && code != 0xF7)) {
-      c = static_cast<char>(code - 0x20);
-    }
-  }
-  return upper;
-}
-
-std::string FakeHost::key(const std::string& name) const {
-  std::string upper(name.find('\\') == std::string::npos ? folder + "\\" + name : name);
-  std::transform(upper.begin(), upper.end(), upper.begin(),
-                 [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 0x20) : c; });
-  return upper;
-}
-
-void FakeHost::addFile(const std::string& name, std::string content) {
-  files_[key(name)] = std::move(content);
-}
-
-bool FakeHost::hasFile(const std::string& name) const {
-  return files_.contains(key(name));
-}
-
 std::string FakeHost::file(const std::string& name) const {
-  const auto found = files_.find(key(name));
-  return found == files_.end() ? "(no file)" : found->second;
+  const std::string* content = find(name);
+  return content == nullptr ? "(no file)" : *content;
+}
+
+std::map<std::string, std::string> FakeHost::files() const {
+  std::map<std::string, std::string> contents;
+  for (const std::string& name : names()) {
+    contents.emplace(name, *find(name));
+  }
+  return contents;
 }
 
 int FakeHost::timesRead(const std::string& name) const {
-  const auto found = reads_.find(key(name));
+  const auto found = reads_.find(fullName(name));
   return found == reads_.end() ? 0 : found->second;
 }
 
-Answer FakeHost::message(Icon icon, std::string_view text, Buttons buttons) {
-  messages.push_back({icon, std::string(text), buttons});
+std::unique_ptr<InputFile> FakeHost::openInput(const std::string& name) {
+  auto file = OverlayFiles::openInput(name);
+  if (file) {
+    ++reads_[fullName(name)];
+  }
+  return file;
+}
+
+std::unique_ptr<OutputFile> FakeHost::openOutput(const std::string& name) {
+  if (unwritable.contains(name)) {
+    return nullptr;
+  }
+  return std::make_unique<FakeOutput>(OverlayFiles::openOutput(name), writeFailure);
+}
+
+std::optional<std::string> FakeHost::replaceFile(const std::string& name, std::string_view bytes) {
+  return unwritable.contains(name) ? "Access is denied" : OverlayFiles::replaceFile(name, bytes);
+}
+
+bool FakeHost::deleteFile(const std::string& name) {
+  calls.push_back("delete " + name);
+  return !unwritable.contains(name) && OverlayFiles::deleteFile(name);
+}
+
+std::vector<FolderEntry> FakeHost::listFolder(const std::string& listed) {
+  calls.push_back("list " + listed);
+  return folderEntries;
+}
+
+std::optional<std::string> FakeHost::shortName(const std::string& path) {
+  const auto found = shortNames.find(path);
+  return found == shortNames.end() ? std::nullopt : std::optional(found->second);
+}
+
+Answer FakeHost::show(const kiv::Message& message) {
+  shown.push_back(message);
+  messages.push_back({message.icon, message.text, message.buttons});
   if (whileShown) {
     whileShown(messages.back());
   }
-  if (buttons == Buttons::ok) {
+  if (message.buttons == Buttons::ok) {
     return Answer::ok;
   }
   const Answer answer = answers.empty() ? Answer::yes : answers.front();
@@ -113,56 +138,8 @@ void FakeHost::showProgress(int done, int all, std::string_view plural) {
   progress.push_back(std::to_string(done) + "/" + std::to_string(all) + " " + std::string(plural));
 }
 
-std::unique_ptr<InputFile> FakeHost::openInput(const std::string& name) {
-  const auto found = files_.find(key(name));
-  if (found == files_.end()) {
-    return nullptr;
-  }
-  ++reads_[found->first];
-  return std::make_unique<FakeInput>(found->second);
-}
-
-std::unique_ptr<OutputFile> FakeHost::openOutput(const std::string& name) {
-  if (unwritable.contains(name)) {
-    return nullptr;
-  }
-  std::string& content = files_[key(name)];
-  content.clear();
-  return std::make_unique<FakeOutput>(content, writeFailure);
-}
-
-std::optional<std::string> FakeHost::replaceFile(const std::string& name, std::string_view bytes) {
-  if (unwritable.contains(name)) {
-    return "Access is denied";
-  }
-  std::string content(bytes);  // when there is no room for it, the old file stays
-  files_[key(name)] = std::move(content);
-  return std::nullopt;
-}
-
-bool FakeHost::deleteFile(const std::string& name) {
-  calls.push_back("delete " + name);
-  return !unwritable.contains(name) && files_.erase(key(name)) > 0;
-}
-
-std::vector<FolderEntry> FakeHost::listFolder(const std::string& listed) {
-  calls.push_back("list " + listed);
-  return folderEntries;
-}
-
-std::optional<std::string> FakeHost::shortName(const std::string& path) {
-  const auto found = shortNames.find(path);
-  return found == shortNames.end() ? std::nullopt : std::optional(found->second);
-}
-
-std::string FakeHost::profileKey(const std::string& name) {
-  calls.push_back("profile " + name);
-  const auto found = profile.find(name);
-  return found == profile.end() ? "" : found->second;
-}
-
 std::int32_t FakeHost::runProcess(const std::string& commandLine, ShowState show) {
-  calls.push_back("run " + commandLine + (show == ShowState::maximised ? " (maximised)" : ""));
+  calls.push_back("run " + commandLine + (show == ShowState::maximized ? " (maximized)" : ""));
   return exitCode;
 }
 
@@ -171,13 +148,26 @@ std::optional<ShellFailure> FakeHost::runInShell(const std::string& command, Win
   return shellFailure;
 }
 
-std::optional<int> endOf(const std::function<void()>& run) {
-  try {
-    run();
-  } catch (const ProgramEnd& end) {
-    return end.exitCode;
+std::string FakeHost::upperCase(std::string_view text) {
+  std::string upper(text);
+  // The ANSI code page of Western Europe: small letters lie 32 after their capitals; the division sign is none.
+  for (char& c : upper) {
+    const auto code = static_cast<unsigned char>(c);
+    if ((code >= 'a' && code <= 'z') || (code >= 0xE0 && code <= 0xFE && code != 0xF7)) {
+      c = static_cast<char>(code - 0x20);
+    }
   }
-  return std::nullopt;
+  return upper;
+}
+
+std::string FakeHost::profileKey(const std::string& name) {
+  calls.push_back("profile " + name);
+  const auto found = profile.find(name);
+  return found == profile.end() ? "" : found->second;
+}
+
+std::optional<int> endOf(User& user, const std::function<void()>& run) {
+  return exitCodeOf(user, run);
 }
 
 }  // namespace kiv::test

@@ -3,18 +3,29 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <iosfwd>
 #include <map>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/host.h"
+#include "platform/memory/overlay_files.h"
+
+namespace kiv {
+
+void PrintTo(const Location& location, std::ostream* out);
+void PrintTo(const Message& message, std::ostream* out);
+
+}  // namespace kiv
 
 namespace kiv::test {
 
+/// What a message box shows of a message.
 struct Message {
   Icon icon = Icon::none;
   std::string text;
@@ -32,12 +43,16 @@ inline Message critical(std::string text) {
 
 void PrintTo(const Message& message, std::ostream* out);
 
-/// A host in memory: a disk of named texts that knows no case, scripted answers, and a record of every call that the
-/// world outside would notice.
-class FakeHost : public Host {
+/// A host in memory: a disk whose names are compared regardless of case, scripted answers, and a record of every call
+/// that the outside world would notice. It goes wherever Host or one of its parts is wanted.
+class FakeHost : public Machine, public User, public Programs, public OverlayFiles {
  public:
-  // --- what the test prepares ---
-  std::string folder = "C:\\KIV";                 ///< the current folder
+  FakeHost() : OverlayFiles("C:\\KIV", static_cast<Machine&>(*this)) {}
+
+  operator Host() { return {*this, *this, *this, *this}; }  // NOLINT(google-explicit-constructor)
+
+  // --- what the test prepares, besides addFile ---
+  std::string& folder = currentFolder_;           ///< the current folder
   std::map<std::string, std::string> shortNames;  ///< long path to short path
   std::map<std::string, std::string> profile;
   std::vector<FolderEntry> folderEntries;  ///< what every folder lists
@@ -47,53 +62,53 @@ class FakeHost : public Host {
   std::optional<ShellFailure> shellFailure;
   bool showsTexts = false;                         ///< the host has its own way to show a text file
   std::optional<std::string> writeFailure;         ///< what every write fails with
-  std::function<void(const Message&)> whileShown;  ///< runs while a message is up
-
-  /// Puts a file on the disk. A name without a folder lies in the current one.
-  void addFile(const std::string& name, std::string content);
+  std::function<void(const Message&)> whileShown;  ///< runs while a message is shown
+  LocalTime time{1994, 3, 7, 5, 8, 9};
 
   // --- what the test looks at ---
   std::vector<Message> messages;
+  std::vector<kiv::Message> shown;    ///< the same messages with their codes and locations
   std::vector<std::string> calls;     ///< everything else, in order: "run Notepad X", "delete X", "pointer hourglass"
   std::vector<std::string> progress;  ///< "1/5 pages"
-  bool hasFile(const std::string& name) const;
+  bool hasFile(const std::string& name) const { return find(name) != nullptr; }
   /// The file's content; "(no file)" when there is none.
   std::string file(const std::string& name) const;
   /// Everything on the disk, by full name in capitals.
-  const std::map<std::string, std::string>& files() const { return files_; }
+  std::map<std::string, std::string> files() const;
   /// How often a file was opened for reading.
   int timesRead(const std::string& name) const;
 
-  // --- Host ---
-  Answer message(Icon icon, std::string_view text, Buttons buttons) override;
-  bool showText(const std::string& name) override;
-  void setPointer(Pointer pointer) override;
-  void processEvents() override { calls.emplace_back("events"); }
-  void showProgress(int done, int all, std::string_view plural) override;
+  // --- Files ---
   std::unique_ptr<InputFile> openInput(const std::string& name) override;
   std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
   std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
   bool deleteFile(const std::string& name) override;
   std::vector<FolderEntry> listFolder(const std::string& listed) override;
-  std::string currentFolder() override { return folder; }
   std::optional<std::string> shortName(const std::string& path) override;
-  LocalTime now() override { return time; }
-  std::string upperCase(std::string_view text) override;
-  std::size_t characterCount(std::string_view text) override { return text.size(); }
-  std::string profileKey(const std::string& key) override;
+
+  // --- User ---
+  Answer show(const kiv::Message& message) override;
+  bool showText(const std::string& name) override;
+  void setPointer(Pointer pointer) override;
+  void processEvents() override { calls.emplace_back("events"); }
+  void showProgress(int done, int all, std::string_view plural) override;
+
+  // --- Programs ---
   std::int32_t runProcess(const std::string& commandLine, ShowState show) override;
   std::optional<ShellFailure> runInShell(const std::string& command, WindowStyle style) override;
 
-  LocalTime time{1994, 3, 7, 5, 8, 9};
+  // --- Machine ---
+  LocalTime now() override { return time; }
+  std::string upperCase(std::string_view text) override;
+  std::size_t characterCount(std::string_view text) override { return text.size(); }
+  std::string profileKey(const std::string& name) override;
 
  private:
-  std::string key(const std::string& name) const;
-
-  std::map<std::string, std::string> files_;
   std::map<std::string, int> reads_;
 };
 
-/// Runs a piece of the program. Returns the exit code that it ended the program with, nullopt when it did not.
-std::optional<int> endOf(const std::function<void()>& run);
+/// Runs a piece of the program, and shows the user the critical message that ends it. Returns the exit code that it
+/// ended the program with, nullopt when it did not.
+std::optional<int> endOf(User& user, const std::function<void()>& run);
 
 }  // namespace kiv::test

@@ -1,9 +1,13 @@
 #include "tests/support/pages.h"
 
+#include <algorithm>
+#include <utility>
+
 #include <gtest/gtest.h>
 
 #include "base/exact_number.h"
 #include "mus/reader.h"
+#include "mus/writer.h"
 #include "pagetext/item_words.h"
 #include "pagetext/page_text.h"
 
@@ -22,8 +26,8 @@ std::string parameterWord(const ItemWord* item, int p) {
 }
 
 std::string itemText(const ItemTable& table, int i) {
-  const ItemWord* word = itemWordOf(table.itemPar(i, par::type));
-  std::string line = word != nullptr ? std::string(word->word) : "item " + exactNumber(table.itemPar(i, par::type));
+  const ItemWord* word = itemWordOf(table.type(i));
+  std::string line = word != nullptr ? std::string(word->word) : "item " + exactNumber(table.type(i).number());
   line += " " + exactNumber(table.itemPar(i, par::staff)) + " at " + exactNumber(table.itemPar(i, par::position));
   for (int p = par::position + 1; p <= parameterCount; ++p) {
     if (table.itemPar(i, p) != 0) {
@@ -44,11 +48,24 @@ std::string page(std::string_view text) {
   return std::get<std::string>(built);
 }
 
+Item itemOf(std::initializer_list<float> parameters, std::string text) {
+  Item item;
+  std::ranges::copy(parameters, item.parameters().begin());
+  item.text = std::move(text);
+  return item;
+}
+
 ItemTable tableOf(FakeHost& host, std::string_view text) {
   host.addFile("C:\\TABLE.MUS", page(text));
   ItemTable table;
   readFile(host, "C:\\TABLE.MUS", table);
   return table;
+}
+
+std::string bytesOf(ItemTable& table) {
+  std::string bytes;
+  encodePage("C:\\TABLE.MUS", table, bytes);
+  return bytes;
 }
 
 std::string asText(const ItemTable& table) {

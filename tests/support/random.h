@@ -6,10 +6,10 @@
 
 namespace kiv::test {
 
-/// Numbers without a pattern that are the same in every run and on every platform.
-class Dice {
+/// Random numbers that are the same in every run and on every platform.
+class RandomGenerator {
  public:
-  explicit Dice(std::uint32_t seed) : engine_(seed) {}
+  explicit RandomGenerator(std::uint32_t seed) : engine_(seed) {}
 
   /// 0 .. limit - 1
   std::uint32_t below(std::size_t limit) { return static_cast<std::uint32_t>(engine_() % limit); }

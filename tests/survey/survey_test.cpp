@@ -29,13 +29,13 @@ TEST(PiecesOf, PagesThatDifferInNumberAndLetterAreAPiece) {
             (Pieces{{"A", {"A1.MUS"}}, {"B", {"B1A.MUS", "B1B.MUS", "B2.MUS"}}}));
 }
 
-TEST(PiecesOf, PagesAreCountedByTheValueOfTheirNumbers) {
+TEST(PiecesOf, PagesAreSortedByTheValueOfTheirNumbers) {
   FakeHost host;
   EXPECT_EQ(piecesOf(host, {"a10.mus", "A9.MUS", "A011.MUS", "A0.MUS"}),
             (Pieces{{"A", {"A0.MUS", "A9.MUS", "a10.mus", "A011.MUS"}}}));
 }
 
-TEST(PiecesOf, OtherFilesAreLeftAside) {
+TEST(PiecesOf, OtherFilesAreIgnored) {
   FakeHost host;
   EXPECT_EQ(piecesOf(host, {"A1.PAG", "notes.txt", "MUS", "A1.MUS.bak"}), Pieces{});
 }
@@ -45,7 +45,7 @@ TEST(PiecesOf, AnotherSuffixIsAnotherPiece) {
   EXPECT_EQ(piecesOf(host, {"A1.OLD.MUS", "A1.MUS"}), (Pieces{{"A", {"A1.MUS"}}, {"A", {"A1.OLD.MUS"}}}));
 }
 
-TEST(PiecesOf, AFileOutOfTheConventionIsAPieceOfItsOwn) {
+TEST(PiecesOf, AFileOutsideTheConventionIsAPieceOfItsOwn) {
   FakeHost host;
   EXPECT_EQ(piecesOf(host, {"README.MUS", "A1XY.MUS", "A B1.MUS"}),
             (Pieces{{"A B1.MUS", {"A B1.MUS"}}, {"A1XY.MUS", {"A1XY.MUS"}}, {"README.MUS", {"README.MUS"}}}));
@@ -59,16 +59,16 @@ class SurveyPiece : public ::testing::Test {
       page("staff 2 at 0 lines 5 instrument 8\nstaff 1 at 0 lines 5 instrument 7\nbarline 1 at 0 spans 2\n");
 };
 
-TEST_F(SurveyPiece, TellsWhatAnAnalysisFinds) {
+TEST_F(SurveyPiece, HasTheResultsOfAnAnalysis) {
   host.addFile("C:\\M\\A1.MUS", solo);
   host.addFile("C:\\M\\A2.MUS", duo);
-  EXPECT_EQ(surveyPiece(host, {"C:\\M\\A1.MUS", "C:\\M\\A2.MUS"}), (PieceFindings{2, 2, 2, false, false, {}}));
+  EXPECT_EQ(surveyPiece(host, host, {"C:\\M\\A1.MUS", "C:\\M\\A2.MUS"}), (PieceFindings{2, 2, 2, false, false, {}}));
 }
 
 TEST_F(SurveyPiece, PagesAreCountedNotFiles) {
   host.addFile("C:\\M\\A1A.MUS", solo);
   host.addFile("C:\\M\\A1B.MUS", solo);
-  const PieceFindings findings = surveyPiece(host, {"C:\\M\\A1A.MUS", "C:\\M\\A1B.MUS"});
+  const PieceFindings findings = surveyPiece(host, host, {"C:\\M\\A1A.MUS", "C:\\M\\A1B.MUS"});
   EXPECT_EQ(findings.pages, 1U);
   EXPECT_EQ(findings.multifile, true);
   EXPECT_EQ(findings.problems.size(), 1U);  // one instrument on two staves
@@ -76,7 +76,7 @@ TEST_F(SurveyPiece, PagesAreCountedNotFiles) {
 
 TEST_F(SurveyPiece, WhatEndsTheAnalysisIsAProblem) {
   host.addFile("C:\\M\\A1.MUS", "x");
-  const PieceFindings findings = surveyPiece(host, {"C:\\M\\A1.MUS"});
+  const PieceFindings findings = surveyPiece(host, host, {"C:\\M\\A1.MUS"});
   EXPECT_EQ(findings.pages, 1U);
   EXPECT_EQ(findings.systems, std::nullopt);
   EXPECT_EQ(findings.consistent, std::nullopt);
@@ -84,10 +84,10 @@ TEST_F(SurveyPiece, WhatEndsTheAnalysisIsAProblem) {
   EXPECT_TRUE(findings.problems[0].starts_with("Structural error in MUS file: C:\\M\\A1.MUS"));
 }
 
-TEST_F(SurveyPiece, LeavesNoTrace) {
+TEST_F(SurveyPiece, ChangesNothingOnTheDisk) {
   host.addFile("C:\\M\\A1.MUS", solo);
   host.addFile("KivSystem2.TXT", "old");
-  surveyPiece(host, {"C:\\M\\A1.MUS"});
+  surveyPiece(host, host, {"C:\\M\\A1.MUS"});
   EXPECT_EQ(host.file("KivSystem2.TXT"), "old");
   EXPECT_FALSE(host.hasFile("KivSystem1.TXT"));
   EXPECT_TRUE(host.messages.empty());
@@ -95,7 +95,7 @@ TEST_F(SurveyPiece, LeavesNoTrace) {
 }
 
 TEST_F(SurveyPiece, ANameThatCannotBeListedIsAProblem) {
-  EXPECT_EQ(surveyPiece(host, {"C:\\M\\A\n1.MUS"}).problems.size(), 1U);
+  EXPECT_EQ(surveyPiece(host, host, {"C:\\M\\A\n1.MUS"}).problems.size(), 1U);
 }
 
 }  // namespace

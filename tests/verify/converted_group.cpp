@@ -1,17 +1,53 @@
 #include "tests/verify/converted_group.h"
 
+#include <algorithm>
+
 #include "analysis/report.h"
 #include "analysis/verdict.h"
+#include "platform/memory/overlay_files.h"
+#include "platform/memory/silent_user.h"
 #include "shell/cmd_convert.h"
 #include "shell/cmd_run.h"
 #include "shell/start_up.h"
-#include "verify/analysis_again.h"
 #include "verify/page_items.h"
 
 namespace kiv::test {
 namespace {
 
 constexpr const char* namesFile = "C:\\N.TXT";
+
+/// The files of a disk that an analysis cannot change. It cannot delete the names file, even where one lists files that
+/// are missing.
+class ReadOnlyFiles : public OverlayFiles {
+ public:
+  using OverlayFiles::OverlayFiles;
+
+  bool deleteFile(const std::string& name) override { return name != namesFile && OverlayFiles::deleteFile(name); }
+};
+
+std::string onOneLine(std::string text) {
+  std::erase(text, '\r');
+  std::replace(text.begin(), text.end(), '\n', ' ');
+  return text;
+}
+
+/// Analyzes the pages of the names file without writing to the disk or showing a message.
+proof::AnalysisAgain analyzeAgain(FakeHost& disk) {
+  ReadOnlyFiles files(disk, disk);
+  SilentUser user;
+  NoPrograms programs;
+  KivSystem program({files, user, programs, disk});
+  proof::AnalysisAgain again;
+  try {
+    analyze(program, namesFile, true);
+  } catch (const ProgramEnd& end) {
+    again.failure = end.message ? onOneLine(end.message->text) : "";
+  }
+  again.report = readWhole(files, reportFile).value_or("");
+  again.verdict = readWhole(files, verdictFile).value_or("");
+  again.inputs = {program.names.nameList.begin(), program.names.nameList.begin() + program.names.nameCount};
+  return again;
+}
 
 }  // namespace
 
@@ -32,13 +68,13 @@ ConvertedGroup::ConvertedGroup(const std::map<std::string, std::string>& pages, 
   program.settings.namesFile = namesFile;
   program.panel.chkShowInstrNumber.checked = showNumbers;
   for (void (*button)(KivSystem&) : {cmdRun_Click, cmdConvert_Click}) {
-    converted_ = converted_ && endOf([&] { button(program); }).value_or(0) == 0;
+    converted_ = converted_ && endOf(host, [&] { button(program); }).value_or(0) == 0;
     program.panel.txtFirstResultFile.text = resultName(1);
   }
 }
 
 proof::Verification ConvertedGroup::verify() {
-  return proof::verify(host, proof::analyseAgain(host, namesFile), conversion);
+  return proof::verify(host, host, analyzeAgain(host), conversion);
 }
 
 std::string ConvertedGroup::findings() {

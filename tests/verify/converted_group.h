@@ -5,19 +5,19 @@
 #include <string>
 #include <vector>
 
-#include "mus/item_table.h"
+#include "mus/item.h"
 #include "tests/support/fake_host.h"
 #include "verify/verify.h"
 
 namespace kiv::test {
 
-/// Pages that were analysed and converted, ready to be proved or tampered with.
+/// Pages that have been analyzed and converted, to be verified or tampered with.
 class ConvertedGroup {
  public:
-  /// Pages by the name of their file in C:\M, in their order; the results lie in C:\OUT.
+  /// Pages by the name of their file in C:\M, in their order; the results are in C:\OUT.
   explicit ConvertedGroup(const std::map<std::string, std::string>& pages, bool showNumbers = true);
 
-  /// Whether analysis and conversion have ended in order.
+  /// Whether analysis and conversion have succeeded.
   bool converted() const { return converted_; }
   proof::Verification verify();
   /// The findings, a line each: "WORK0001.MUS, item 3: what".
@@ -26,7 +26,7 @@ class ConvertedGroup {
   std::string input(const std::string& name) const { return host.file("C:\\M\\" + name); }
   std::string result(int system) const { return host.file(resultName(system)); }
   int systems() const;
-  /// What a conversion leaves, without the head line of its report.
+  /// All files that a conversion writes, without the head line of its report.
   std::string everythingWritten() const;
 
   void replaceInput(const std::string& name, const std::string& bytes) { host.addFile("C:\\M\\" + name, bytes); }

@@ -15,7 +15,7 @@
 namespace kiv::test {
 namespace {
 
-// The same groups in every run, unless whoever runs the tests wants others.
+// The same groups in every run, unless RC_PARAMS is set.
 [[maybe_unused]] const int seeded = ::setenv("RC_PARAMS", "seed=19940307 max_success=40", 0);
 
 std::map<std::string, std::string> pagesOf(const Group& group) {
@@ -64,15 +64,15 @@ RC_GTEST_PROP(VerifyProperty, NoByteOfReportAndVerdictCanBeChangedButTheTime, ()
     std::size_t at = 0;
     const std::string after = tampered(before, at);
     const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-    const bool isTime = name == reportFile && at < headLine.size() && isDigit(before[at]) && isDigit(after[at]);
+    const bool isInTime = name == reportFile && at < headLine.size() && isDigit(before[at]) && isDigit(after[at]);
     group.host.addFile(name, after);
-    RC_ASSERT(group.verify().proved() == isTime);
+    RC_ASSERT(group.verify().proved() == isInTime);
     group.host.addFile(name, before);
   }
 }
 
-// A byte of an input that may be changed is one that means nothing to a conversion: it gives the same results.
-RC_GTEST_PROP(VerifyProperty, NoByteOfAnInputCanBeChangedThatMeansAnything, ()) {
+// A byte of an input may be changed only where a conversion ignores it, and so gives the same results.
+RC_GTEST_PROP(VerifyProperty, NoByteOfAnInputCanBeChangedThatAConversionUses, ()) {
   auto pages = pagesOf(*groups(4));
   ConvertedGroup group(pages);
   for (int i = 0; i < tamperings; ++i) {
@@ -81,10 +81,10 @@ RC_GTEST_PROP(VerifyProperty, NoByteOfAnInputCanBeChangedThatMeansAnything, ()) 
     std::size_t at = 0;
     bytes = tampered(before, at);
     const ConvertedGroup other(pages);
-    const bool meansNothing = other.converted() && other.everythingWritten() == group.everythingWritten();
+    const bool isIgnored = other.converted() && other.everythingWritten() == group.everythingWritten();
     group.replaceInput(name, bytes);
     const std::string findings = group.findings();
-    RC_ASSERT((findings == "") == meansNothing);
+    RC_ASSERT((findings == "") == isIgnored);
     group.replaceInput(name, before);
     bytes = before;
   }

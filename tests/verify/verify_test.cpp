@@ -33,8 +33,7 @@ class Verify : public ::testing::Test {
   ConvertedGroup group{{{"DUO001.MUS", page(bothPlay)}, {"DUO002.MUS", page(onePlays)}}};
 
   void change(std::size_t item, int parameter, float value) {
-    group.changeResult(
-        2, [&](std::vector<Item>& items) { items[item - 1].par[static_cast<std::size_t>(parameter)] = value; });
+    group.changeResult(2, [&](std::vector<Item>& items) { items[item - 1][parameter] = value; });
   }
 };
 
@@ -78,9 +77,9 @@ constexpr std::size_t noteAt = 14;
 TEST_F(Verify, AChangedItemIsNamedWithItsOrigin) {
   group.changeResult(2, [](std::vector<Item>& items) {
     const auto note = std::find_if(items.begin(), items.end(), [](const Item& item) {
-      return item.par[par::type] == type::note && item.par[par::position] == 14;
+      return item.type() == ItemType::note && item[par::position] == 14;
     });
-    note->par[par::height] = 5;
+    (*note)[par::height] = 5;
   });
   EXPECT_EQ(group.findings(),
             "WORK0002.MUS, item 15: differs from item 3 of C:\\M\\DUO002.MUS (note): P4 is 5, not 6\n");
@@ -113,27 +112,24 @@ TEST_F(Verify, ADroppedItemIsMissed) {
   EXPECT_EQ(group.findings(), "WORK0002.MUS: lacks item 3 of C:\\M\\DUO002.MUS (note) on staff 2\n");
 }
 
-TEST_F(Verify, ADoubledItemIsTold) {
+TEST_F(Verify, ADuplicatedItemIsReported) {
   group.changeResult(2, [](std::vector<Item>& items) { items.insert(items.begin() + noteAt, items[noteAt]); });
   EXPECT_EQ(group.findings(), "WORK0002.MUS, item 16: is item 3 of C:\\M\\DUO002.MUS (note) once more\n");
 }
 
-TEST_F(Verify, AnItemThatNobodyKnowsIsTold) {
+TEST_F(Verify, AnUnknownItemIsReported) {
   group.changeResult(2, [](std::vector<Item>& items) {
-    Item clef;
-    clef.par[par::type] = type::clef;
-    clef.par[par::staff] = 2;
-    clef.par[par::position] = 500;
-    clef.par[par::kind] = 3;
-    clef.par[par::height] = 2;
-    clef.par[8] = 7;
+    Item clef(ItemType::clef, 2, 500);
+    clef[par::kind] = 3;
+    clef[par::height] = 2;
+    clef[8] = 7;
     items.push_back(clef);
   });
   EXPECT_EQ(group.findings(),
             "WORK0002.MUS, item 20: is a clef on staff 2 that neither the input holds nor a conversion adds\n");
 }
 
-TEST_F(Verify, AnItemOnAnotherStaffIsTold) {
+TEST_F(Verify, AnItemOnAnotherStaffIsReported) {
   change(noteAt + 1, par::staff, 1);
   EXPECT_EQ(
       group.findings(),
@@ -141,7 +137,7 @@ TEST_F(Verify, AnItemOnAnotherStaffIsTold) {
       "1\n");
 }
 
-TEST_F(Verify, AnItemInAnotherResultIsTold) {
+TEST_F(Verify, AnItemInAnotherResultIsReported) {
   Item moved;
   group.changeResult(2, [&](std::vector<Item>& items) {
     moved = items[noteAt];
@@ -158,14 +154,14 @@ TEST_F(Verify, AnAddedItemMustBeAsTheRulesSay) {
             "WORK0002.MUS, item 5: differs from the key signature that a conversion adds at 9: P6 is 4, not 1\n");
 }
 
-TEST_F(Verify, OtherInstrumentsOrBarsAreTold) {
+TEST_F(Verify, OtherInstrumentsOrBarsAreReported) {
   group.changeResult(2, [](std::vector<Item>& items) {
     for (Item& item : items) {
-      if (item.par[par::type] == type::staff && item.par[par::staff] == 1) {
-        item.par[par::instrument] = 103;
+      if (item.type() == ItemType::staff && item[par::staff] == 1) {
+        item[par::instrument] = 103;
       }
-      if (item.par[par::type] == type::barline && item.par[par::staff] == 2 && item.par[par::position] == 50) {
-        item.par[par::position] = 51;
+      if (item.type() == ItemType::barline && item[par::staff] == 2 && item[par::position] == 50) {
+        item[par::position] = 51;
       }
     }
   });
@@ -174,12 +170,12 @@ TEST_F(Verify, OtherInstrumentsOrBarsAreTold) {
   EXPECT_NE(findings.find("has other bars on staff 2 than on staff 1"), std::string::npos);
 }
 
-TEST_F(Verify, ItemsInAnotherOrderAreTold) {
+TEST_F(Verify, ItemsInAnotherOrderAreReported) {
   group.changeResult(2, [](std::vector<Item>& items) { std::swap(items[noteAt], items[noteAt - 1]); });
   EXPECT_EQ(group.findings(), "WORK0002.MUS, item 14: stands where another item belongs\n");
 }
 
-TEST_F(Verify, BytesBetweenTheItemsAreToldToo) {
+TEST_F(Verify, BytesBetweenTheItemsAreReportedToo) {
   std::string bytes = group.result(2);
   bytes.back() = 'x';
   group.replaceResult(2, bytes);
@@ -187,12 +183,12 @@ TEST_F(Verify, BytesBetweenTheItemsAreToldToo) {
             "WORK0002.MUS: differs at byte " + std::to_string(bytes.size() - 1) + ", which is part of no item\n");
 }
 
-TEST_F(Verify, AMissingResultIsTold) {
+TEST_F(Verify, AMissingResultIsReported) {
   group.host.deleteFile("C:\\OUT\\WORK0002.MUS");
   EXPECT_EQ(group.findings().substr(0, 29), "WORK0002.MUS: cannot be read\n");
 }
 
-TEST_F(Verify, ASurplusResultIsToldUnlessItIsAnInput) {
+TEST_F(Verify, ASurplusResultIsReportedUnlessItIsAnInput) {
   group.host.folderEntries = {{"WORK0001.MUS", false}, {"work0002.mus", false}, {"WORK0003.MUS", false},
                               {"WORK0004.MUS", true},  {"WORKSHOP.MUS", false}, {"WORK12345.MUS", false}};
   EXPECT_EQ(group.findings(),
@@ -200,7 +196,7 @@ TEST_F(Verify, ASurplusResultIsToldUnlessItIsAnInput) {
             "WORK12345.MUS: is a result, and the report has no system for it\n");
 }
 
-TEST_F(Verify, AChangedReportIsTold) {
+TEST_F(Verify, AChangedReportIsReported) {
   std::string report = group.host.file(reportFile);
   report.replace(report.find("STAVESUP=2"), 10, "STAVESUP=1");
   group.host.addFile(reportFile, report);
@@ -223,27 +219,27 @@ TEST_F(Verify, AMissingReportProvesNothing) {
   EXPECT_EQ(group.findings().substr(0, 31), "KivSystem2.TXT: cannot be read\n");
 }
 
-TEST_F(Verify, AReportThatListsAStaffTwiceIsTold) {
+TEST_F(Verify, AReportThatListsAStaffTwiceIsReported) {
   std::string report = group.host.file(reportFile);
   report += "SYSTEM=3,INSTRID=101,NEWSTAFF=1,STAVESUP=1,STAFF=1,FILE=C:\\M\\DUO002.MUS\r\n";
   group.host.addFile(reportFile, report);
   EXPECT_NE(group.findings().find("lists staff 1 of C:\\M\\DUO002.MUS more than once"), std::string::npos);
 }
 
-TEST_F(Verify, AReportWithAGapIsTold) {
+TEST_F(Verify, AReportWithAGapIsReported) {
   std::string report = group.host.file(reportFile);
   report.replace(report.find("SYSTEM=2"), 8, "SYSTEM=4");
   group.host.addFile(reportFile, report);
   EXPECT_NE(group.findings().find("has a system 4, which no conversion reaches"), std::string::npos);
 }
 
-TEST_F(Verify, AChangedVerdictIsTold) {
+TEST_F(Verify, AChangedVerdictIsReported) {
   group.host.addFile(verdictFile, "CONSISTENCY=YES\r\nMULTIFILE=NO\r\n");
   EXPECT_EQ(group.findings(),
             "KivSystem1.TXT: line 1 is \"CONSISTENCY=YES\"; by an analysis of the inputs it is \"CONSISTENCY=NO\"\n");
 }
 
-TEST_F(Verify, AnInputThatCannotBeReadIsTold) {
+TEST_F(Verify, AnInputThatCannotBeReadIsReported) {
   group.host.deleteFile("C:\\M\\DUO002.MUS");
   const std::string findings = group.findings();
   EXPECT_NE(findings.find("KivSystem2.TXT: cannot be made again: File naming problem"), std::string::npos);

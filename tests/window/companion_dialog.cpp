@@ -29,7 +29,7 @@ struct Search {
   HWND found;
 };
 
-BOOL CALLBACK take(HWND window, LPARAM parameter) {
+BOOL CALLBACK visit(HWND window, LPARAM parameter) {
   auto& search = *reinterpret_cast<Search*>(parameter);
   if (GetDlgCtrlID(window) == search.identifier && classOf(window) == search.className) {
     search.found = window;
@@ -59,11 +59,11 @@ CompanionDialog::CompanionDialog(WatchedProcess& program) : program_(program) {
 
 HWND CompanionDialog::child(const std::string& className, int identifier) const {
   Search search{className, identifier, nullptr};
-  EnumChildWindows(window_, take, reinterpret_cast<LPARAM>(&search));
+  EnumChildWindows(window_, visit, reinterpret_cast<LPARAM>(&search));
   return search.found;
 }
 
-/// The list of files is the last part to come. Before it, the dialog may still write into its edit.
+/// The list of files is the last part to come. Until then, the dialog may still write into its edit.
 bool CompanionDialog::isReady() {
   for (HWND window : windowsOf(program_.number())) {
     window_ = window;
@@ -83,7 +83,7 @@ std::string CompanionDialog::filter() const {
   return textOf(child("ComboBox", filterBox));
 }
 
-bool CompanionDialog::takesSeveral() const {
+bool CompanionDialog::allowsSeveral() const {
   return (GetWindowLongW(child("SysListView32", 1), GWL_STYLE) & LVS_SINGLESEL) == 0;
 }
 
@@ -95,18 +95,18 @@ void CompanionDialog::expectEntries(int count) {
 
 void CompanionDialog::choose(const std::wstring& typed) {
   ask(child("Edit", nameEdit), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(typed.c_str()));
-  pressAndWait(openButton);
+  clickAndWait(openButton);
 }
 
 void CompanionDialog::choose(const std::string& typed) {
   choose(wide(typed));
 }
 
-void CompanionDialog::pressCancel() {
-  pressAndWait(cancelButton);
+void CompanionDialog::clickCancel() {
+  clickAndWait(cancelButton);
 }
 
-void CompanionDialog::pressAndWait(int button) {
+void CompanionDialog::clickAndWait(int button) {
   PostMessageW(child("Button", button), BM_CLICK, 0, 0);
   program_.waitUntil([this] { return IsWindow(window_) == FALSE; });
   EXPECT_FALSE(IsWindow(window_)) << "the dialog stays";

@@ -9,7 +9,7 @@ namespace kiv::test {
 /// The command line of a companion: the program and its fields.
 std::string companionCall(const std::string& program, const std::string& fields);
 
-/// The program shows one box with this text under its name, which is closed, and ends with this code.
+/// The program shows one box with this text and its name as title, which is closed, and ends with this code.
 void expectLastBox(WatchedProcess& program, const std::string& title, const std::string& text, std::int32_t exitCode);
 
 /// The system's dialog for files or folders, as a companion shows it.
@@ -22,18 +22,18 @@ class CompanionDialog {
   /// What the dialog offers, in words.
   std::string filter() const;
   /// Whether more than one entry can be selected.
-  bool takesSeveral() const;
-  /// Waits until so many files and folders are on offer.
+  bool allowsSeveral() const;
+  /// Waits until this number of files and folders is offered.
   void expectEntries(int count);
 
-  /// Types names, as a person does, and presses Open.
+  /// Types names, as a user does, and clicks Open.
   void choose(const std::wstring& typed);
   void choose(const std::string& typed);
-  void pressCancel();
+  void clickCancel();
 
  private:
   bool isReady();
-  void pressAndWait(int button);
+  void clickAndWait(int button);
   HWND child(const std::string& className, int identifier) const;
 
   WatchedProcess& program_;

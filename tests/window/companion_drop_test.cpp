@@ -40,7 +40,7 @@ class KivOle : public ::testing::Test {
     }
     EXPECT_EQ(readFileContent("N.TXT"), expected);
   }
-  /// The person is told, and the old names file stays.
+  /// The user sees an error, and the old names file stays.
   void expectBox(const std::string& text, std::int32_t exitCode) const {
     writeFile("N.TXT", "old");
     WatchedProcess program = startProgram();

@@ -38,7 +38,7 @@ TEST_F(KivFoldr, RootOfADiskIsAFolder) {
 TEST_F(KivFoldr, CancelAnswersWithoutAFolder) {
   writeFile("KIVFOLDR.KIV", "* chosen folder\r\nC:\\OLD\r\n");
   WatchedProcess program = startIn(folder.path());
-  CompanionDialog(program).pressCancel();
+  CompanionDialog(program).clickCancel();
   EXPECT_EQ(program.exitCode(), 0);
   EXPECT_EQ(answer(), "* no folder chosen\r\n");
 }
@@ -47,8 +47,8 @@ TEST_F(KivFoldr, ShowsThePrompt) {
   WatchedProcess program = startIn(folder.path(), "W\xE4hlen Sie, bitte");
   CompanionDialog dialog(program);
   EXPECT_EQ(dialog.title(), "W\xE4hlen Sie, bitte");
-  EXPECT_FALSE(dialog.takesSeveral());
-  dialog.pressCancel();
+  EXPECT_FALSE(dialog.allowsSeveral());
+  dialog.clickCancel();
 }
 
 TEST_F(KivFoldr, StartFolderMayBeMissing) {
@@ -79,7 +79,7 @@ TEST_F(KivFoldr, NameOutsideTheCodePageGivesWayToItsShortName) {
 TEST_F(KivFoldr, AnswerThatCannotBeWrittenIsTold) {
   makeFolder("KIVFOLDR.KIV");
   WatchedProcess program = startIn(folder.path());
-  CompanionDialog(program).pressCancel();
+  CompanionDialog(program).clickCancel();
   expectLastBox(program, "KIVFOLDR",
                 "Cannot write " + folder / "KIVFOLDR.KIV" + "\r\n" + systemMessage(ERROR_ACCESS_DENIED), 1);
 }

@@ -50,9 +50,9 @@ TEST_F(KivNames, OffersTheFilesOfTheTypeAndNoOthers) {
   CompanionDialog dialog(program);
   EXPECT_EQ(dialog.title(), "Select MUS files");
   EXPECT_EQ(dialog.filter(), "MUS files (*.MUS)");
-  EXPECT_TRUE(dialog.takesSeveral());
+  EXPECT_TRUE(dialog.allowsSeveral());
   dialog.expectEntries(4);
-  dialog.pressCancel();
+  dialog.clickCancel();
 }
 
 TEST_F(KivNames, StartsInTheStartFolderWhenThereIsNoMusicFolder) {
@@ -75,7 +75,7 @@ TEST_F(KivNames, FolderMayEndWithABackslash) {
 TEST_F(KivNames, CancelKeepsTheOldNamesFile) {
   writeFile("N.TXT", "old");
   WatchedProcess program = startInMusic();
-  CompanionDialog(program).pressCancel();
+  CompanionDialog(program).clickCancel();
   EXPECT_EQ(program.exitCode(), 0);
   EXPECT_EQ(readFileContent("N.TXT"), "old");
 }

@@ -11,7 +11,7 @@
 namespace kiv::test {
 namespace {
 
-/// The side that the drag comes from: it lets go once the pointer was over the target.
+/// The side that the drag comes from: it drops once the pointer was over the target.
 class Source final : public IDropSource {
  public:
   Source() = default;
@@ -23,7 +23,7 @@ class Source final : public IDropSource {
     *object = known ? static_cast<IDropSource*>(this) : nullptr;
     return known ? S_OK : E_NOINTERFACE;
   }
-  // It lives as long as the drag that it is made for.
+  // It lives as long as the drag that it is created for.
   ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
   ULONG STDMETHODCALLTYPE Release() override { return 1; }
 
@@ -39,7 +39,7 @@ class Source final : public IDropSource {
   bool over_ = false;
 };
 
-/// Keeps telling the window that looks after the drag that the pointer moves, until the drag is over.
+/// Sends pointer moves to the window that handles the drag until the drag is over.
 class Pusher {
  public:
   explicit Pusher(DWORD thread) : pushing_([this, thread] { push(thread); }) {}
@@ -74,7 +74,7 @@ HGLOBAL memoryOf(const void* bytes, std::size_t size) {
   return memory;
 }
 
-/// Drops what stands on the clipboard.
+/// Drops the content of the clipboard.
 bool dropClipboard(HWND target) {
   RECT place{};
   GetWindowRect(target, &place);

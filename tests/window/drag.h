@@ -8,7 +8,7 @@
 namespace kiv::test {
 
 /// Drags these files onto the middle of a window of another process and drops them there. Returns whether they were
-/// taken.
+/// accepted.
 bool dropFiles(const std::vector<std::string>& files, HWND target);
 
 /// The same with a piece of text.

@@ -39,7 +39,7 @@ Ended kivSystem(const std::string& arguments) {
   return run("..\\..\\apps\\kivsystem\\KivSystem.exe", arguments);
 }
 
-/// The report without its first line, which tells the time.
+/// The report without its first line, which has the time.
 std::string reportWithoutDate() {
   const std::string report = readFileContent("KivSystem2.TXT");
   return report.substr(std::min(report.find('\n'), report.size()));

@@ -40,7 +40,7 @@ class KivSystemProgram : public ::testing::Test {
     EXPECT_EQ(box->buttons, Captions{"OK"});
     program.close(*box, "OK");
   }
-  /// The program analyses the names file without showing anything.
+  /// The program analyzes the names file without showing anything.
   static void expectSilentAnalysis(const std::string& arguments) {
     WatchedProcess program = startWith(arguments);
     EXPECT_EQ(program.exitCode(), 0);
@@ -137,7 +137,7 @@ TEST_F(KivSystemProgram, ZeroIdentifiersAreToldAndTheRunGoesOn) {
   ASSERT_TRUE(box);
   EXPECT_EQ(box->title, "KivSystem");
   EXPECT_EQ(box->text, "Zero instrId(s) in file: " + folder.upper("X1.MUS") + "\r\n\r\nResults are unpredictable.");
-  EXPECT_FALSE(exists(verdict)) << "the box waits for the person";
+  EXPECT_FALSE(exists(verdict)) << "the box waits for the user";
   program.close(*box, "OK");
   EXPECT_EQ(program.exitCode(), 0);
   EXPECT_EQ(program.windowClasses(), Classes{"#32770"});
@@ -171,7 +171,7 @@ class Viewer {
   }
 
   bool isShown() const { return window_ != nullptr; }
-  /// As the person closes it.
+  /// As the user closes it.
   void close() {
     PostMessageA(window_, WM_CLOSE, 0, 0);
     EXPECT_EQ(notepad_->exitCode(), 0);
@@ -199,7 +199,7 @@ TEST_F(KivSystemProgram, BadNamesFileIsShownInNotepadAndThenDeleted) {
            "Names file will be deleted after view.");
   Viewer viewer(program, "N.TXT");
   ASSERT_TRUE(viewer.isShown());
-  EXPECT_TRUE(exists("N.TXT")) << "the person is looking at it";
+  EXPECT_TRUE(exists("N.TXT")) << "the user is looking at it";
   EXPECT_FALSE(boxOf(program.number())) << "and the program waits";
   viewer.close();
   const auto end = program.nextBox();

@@ -115,11 +115,11 @@ RECT PanelOnScreen::placeOf(Control Panel::*control) const {
   return place;
 }
 
-void PanelOnScreen::press(Control Panel::*control) const {
+void PanelOnScreen::click(Control Panel::*control) const {
   PostMessageA(this->control(control), BM_CLICK, 0, 0);
 }
 
-void PanelOnScreen::pressAndWait(Control Panel::*control) const {
+void PanelOnScreen::clickAndWait(Control Panel::*control) const {
   ask(this->control(control), BM_CLICK);
 }
 
@@ -142,7 +142,7 @@ void PanelOnScreen::waitUntilIdle() {
 }
 
 void PanelOnScreen::leave() {
-  press(&Panel::cmdReturn);
+  click(&Panel::cmdReturn);
   EXPECT_EQ(process_.exitCode(), 0);
 }
 

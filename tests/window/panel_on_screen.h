@@ -23,7 +23,7 @@ class PanelOnScreen {
   HWND control(Control Panel::*control) const;
 
   std::string textOf(Control Panel::*control) const;
-  /// What the control tells when the pointer rests on it, as far as another process is told: 80 characters.
+  /// The tooltip of the control, as far as another process can read it: 80 characters.
   std::string tooltipOf(Control Panel::*control) const;
   bool isEnabled(Control Panel::*control) const { return IsWindowEnabled(this->control(control)) != FALSE; }
   bool isVisible(Control Panel::*control) const { return IsWindowVisible(this->control(control)) != FALSE; }
@@ -31,17 +31,17 @@ class PanelOnScreen {
   /// The control's place inside the window, in pixels.
   RECT placeOf(Control Panel::*control) const;
 
-  /// Presses a button, and does not wait for what comes of it.
-  void press(Control Panel::*control) const;
-  /// Presses a check box, or any control while a handler runs, and waits until that is dealt with.
-  void pressAndWait(Control Panel::*control) const;
+  /// Clicks a button without waiting for the effect.
+  void click(Control Panel::*control) const;
+  /// Clicks a check box, or any control while a handler runs, and waits until that is processed.
+  void clickAndWait(Control Panel::*control) const;
   void type(const std::string& text) const;
   /// Waits for a box with this text and closes it.
   void answer(const std::string& text, const std::string& button = "OK");
   bool waitUntil(const std::function<bool()>& condition) { return process_.waitUntil(condition); }
-  /// Waits until the handler that was seen at work has ended.
+  /// Waits until the running handler has ended.
   void waitUntilIdle();
-  /// Presses Return and waits for the end.
+  /// Clicks Return and waits for the end.
   void leave();
 
  private:
@@ -49,7 +49,7 @@ class PanelOnScreen {
   HWND window_ = nullptr;
 };
 
-/// Puts the settings file into the current folder; the names file lies beside it as NAMES.TXT.
+/// Puts the settings file into the current folder; the names file is NAMES.TXT beside it.
 void bringSettings(const WorkFolder& folder);
 
 }  // namespace kiv::test

@@ -26,7 +26,7 @@ export WINEPREFIX="${KIV_WINE:-$build/wine}"
 # The last one would put shortcuts into the menu of the machine's own desktop.
 export WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
 export WINEDEBUG=-all
-# The locale decides about the ANSI code page, which is that of Western Europe here.
+# The locale determines the ANSI code page, which is that of Western Europe here.
 export LC_ALL=C.UTF-8
 
 first_of() {
@@ -72,7 +72,7 @@ run() {
   fi
   rm -f "$results/$1.xml"
   status=0
-  # In the background, so that a signal to this script is not kept waiting.
+  # In the background, so that this script handles a signal at once.
   timeout --kill-after=10 "$seconds" "$wine" "$program" --gtest_brief=1 "--gtest_output=xml:results/$1.xml" \
     >"$results/$1.log" 2>&1 &
   wait $! || status=$?

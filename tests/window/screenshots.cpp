@@ -75,7 +75,7 @@ int takePictures(const std::string& pages) {
   }
   settle(panel.window());
   picture(panel.window(), pages + "\\panel.bmp");
-  panel.press(&Panel::cmdRun);
+  panel.click(&Panel::cmdRun);
   const auto result = panel.process().nextBox();
   settle(panel.window());
   settle(result->window);
@@ -84,13 +84,13 @@ int takePictures(const std::string& pages) {
   panel.waitUntilIdle();
   settle(panel.window());
   picture(panel.window(), pages + "\\analyzed.bmp");
-  panel.press(&Panel::cmdConvert);
+  panel.click(&Panel::cmdConvert);
   const auto created = panel.process().nextBox();
   settle(created->window);
   picture(created->window, pages + "\\created.bmp");
   panel.process().close(*created, "OK");
   panel.waitUntilIdle();
-  panel.press(&Panel::cmdReturn);
+  panel.click(&Panel::cmdReturn);
   panel.process().exitCode();
   return 0;
 }

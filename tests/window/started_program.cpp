@@ -16,7 +16,7 @@ constexpr DWORD pollMilliseconds = 20;
 constexpr ULONGLONG patienceMilliseconds = 60'000;
 constexpr UINT answerMilliseconds = 10'000;
 
-/// The file that takes a stream of a started program; none for "".
+/// The file for a stream of a started program; none for "".
 Handle streamFile(const std::string& name) {
   if (name.empty()) {
     return Handle();
@@ -92,7 +92,7 @@ std::vector<HWND> windowsOf(DWORD process) {
     std::vector<HWND> windows;
   };
   Search search{process, {}};
-  const auto take = [](HWND window, LPARAM parameter) -> BOOL {
+  const auto visit = [](HWND window, LPARAM parameter) -> BOOL {
     auto& found = *reinterpret_cast<Search*>(parameter);
     DWORD owner = 0;
     GetWindowThreadProcessId(window, &owner);
@@ -101,7 +101,7 @@ std::vector<HWND> windowsOf(DWORD process) {
     }
     return TRUE;
   };
-  EnumWindows(take, reinterpret_cast<LPARAM>(&search));
+  EnumWindows(visit, reinterpret_cast<LPARAM>(&search));
   return search.windows;
 }
 
@@ -122,7 +122,7 @@ std::optional<Box> boxOf(DWORD process) {
   return std::nullopt;
 }
 
-bool press(const Box& box, const std::string& caption) {
+bool click(const Box& box, const std::string& caption) {
   for (HWND button : buttonsOf(box.window)) {
     if (captionOf(button) == caption) {
       PostMessageA(button, BM_CLICK, 0, 0);
@@ -171,7 +171,7 @@ std::optional<Box> WatchedProcess::nextBox() {
 }
 
 void WatchedProcess::close(const Box& box, const std::string& caption) {
-  EXPECT_TRUE(press(box, caption)) << "no button " << caption;
+  EXPECT_TRUE(click(box, caption)) << "no button " << caption;
   waitUntil([&] { return IsWindow(box.window) == FALSE; });
   EXPECT_FALSE(IsWindow(box.window)) << "the box stays: " << box.text;
 }

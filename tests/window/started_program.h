@@ -22,8 +22,8 @@ struct Box {
 
 /// The box that a process shows, nullopt when it shows none.
 std::optional<Box> boxOf(DWORD process);
-/// Presses the button with this caption. False when there is none.
-bool press(const Box& box, const std::string& caption);
+/// Clicks the button with this caption. False when there is none.
+bool click(const Box& box, const std::string& caption);
 
 /// A process that the test started, on its own or through another one.
 class WatchedProcess {
@@ -36,11 +36,11 @@ class WatchedProcess {
   ~WatchedProcess();
 
   DWORD number() const { return number_; }
-  /// Looks again and again until the condition holds. False when the process ends, or takes too long, before it does.
+  /// Polls until the condition holds. False when the process ends, or takes too long, before it does.
   bool waitUntil(const std::function<bool()>& condition);
   /// The next message box; nullopt, with a failure, when the process ends without one.
   std::optional<Box> nextBox();
-  /// Presses the button and waits until the box is gone.
+  /// Clicks the button and waits until the box is gone.
   void close(const Box& box, const std::string& caption);
   /// Waits for the end. nullopt, with a failure, when it does not come.
   std::optional<std::int32_t> exitCode();
@@ -55,7 +55,7 @@ class WatchedProcess {
   std::set<std::string> windowClasses_;
 };
 
-/// Starts a command line in the current folder. The two streams go to files where such are named.
+/// Starts a command line in the current folder. The two streams go to the files named, if any.
 WatchedProcess start(const std::string& commandLine, const std::string& output = "", const std::string& error = "");
 
 /// Waits for a program that the process starts in its turn, known by its file name.

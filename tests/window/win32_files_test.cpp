@@ -55,7 +55,7 @@ TEST_F(Win32Files, ExistingFilesAreFoundButNoFoldersAndNoNetworkPaths) {
   EXPECT_TRUE(FileExists(host, "SUB\\X.MUS"));
   EXPECT_FALSE(FileExists(host, folder / "SUB\\Y.MUS"));
   EXPECT_FALSE(FileExists(host, folder / "SUB"));
-  EXPECT_NE(host.openInput(folder / "SUB\\\\X.MUS"), nullptr) << "the system itself takes two backslashes for one";
+  EXPECT_NE(host.openInput(folder / "SUB\\\\X.MUS"), nullptr) << "the system itself treats two backslashes as one";
   EXPECT_FALSE(FileExists(host, folder / "SUB\\\\X.MUS"));
 }
 
@@ -64,7 +64,7 @@ TEST_F(Win32Files, OutputReplacesWhatTheFileHeld) {
   const auto file = host.openOutput("R.TXT");
   ASSERT_NE(file, nullptr);
   EXPECT_EQ(file->write("one\r\n"), std::nullopt);
-  EXPECT_EQ(readFileContent("R.TXT"), "one\r\n") << "written is with the system at once";
+  EXPECT_EQ(readFileContent("R.TXT"), "one\r\n") << "a write reaches the system at once";
   EXPECT_EQ(file->write("two\r\n"), std::nullopt);
   EXPECT_EQ(readFileContent("R.TXT"), "one\r\ntwo\r\n");
 }
@@ -150,7 +150,7 @@ TEST_F(Win32Files, NamesAreBytesOfTheCodePage) {
   EXPECT_EQ(host.replaceFile(name, "x"), std::nullopt);
   EXPECT_TRUE(exists(name));
   EXPECT_EQ(readWhole(host, name), "x");
-  EXPECT_EQ(readWhole(host, "tr\xE4ume \xC9T\xC9.mus"), "x") << "case is no matter, of accented letters neither";
+  EXPECT_EQ(readWhole(host, "tr\xE4ume \xC9T\xC9.mus"), "x") << "case does not matter, not even of accented letters";
   const auto entries = host.listFolder(folder.path() + "\\");
   EXPECT_TRUE(std::any_of(entries.begin(), entries.end(), [&](const FolderEntry& e) { return e.name == name; }));
   EXPECT_TRUE(host.deleteFile(name));

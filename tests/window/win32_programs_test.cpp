@@ -11,7 +11,7 @@ namespace {
 
 using Messages = std::vector<Message>;
 
-/// Keeps boxes of this thread off the screen. Some systems' shells tell the person about a missing program themselves,
+/// Keeps boxes of this thread off the screen. Some systems' shells show an error about a missing program themselves,
 /// and have forgotten the failure when the box is closed.
 class NoBoxes {
  public:
@@ -141,7 +141,7 @@ TEST_F(Win32Programs, ShellTakesCodePageBytes) {
 
 TEST_F(Win32Programs, ProgramThatTheShellDoesNotFindEndsTheRun) {
   const NoBoxes noBoxes;
-  EXPECT_EQ(endOf([&] { ShellAndWait(host, folder / "MISSING.EXE X"); }), 1);
+  EXPECT_EQ(endOf(host, [&] { ShellAndWait(host, folder / "MISSING.EXE X"); }), 1);
   ASSERT_EQ(host.messages.size(), 1U);
   EXPECT_EQ(host.messages[0].icon, Icon::critical);
   const std::string& text = host.messages[0].text;
@@ -155,7 +155,7 @@ TEST_F(Win32Programs, ProgramThatTheShellDoesNotFindEndsTheRun) {
 }
 
 TEST_F(Win32Programs, CommandThatIsNoProgramEndsTheRun) {
-  EXPECT_EQ(endOf([&] { ShellAndWait(host, "NOTEPAD X.TXT"); }), 1);
+  EXPECT_EQ(endOf(host, [&] { ShellAndWait(host, "NOTEPAD X.TXT"); }), 1);
   EXPECT_EQ(host.messages, Messages{critical("ShellAndWait error: NOTEPAD X.TXT")});
 }
 

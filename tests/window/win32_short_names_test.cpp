@@ -10,7 +10,7 @@
 namespace kiv::test {
 namespace {
 
-std::string behindBackslash(const std::string& path) {
+std::string afterBackslash(const std::string& path) {
   return path.substr(path.rfind('\\') + 1);
 }
 
@@ -26,7 +26,7 @@ class Win32ShortNames : public ::testing::Test {
     writeFile("Trumpet in C.MUS", "");
     makeFolder("Trumpets of all kinds");
   }
-  std::string shortOf(const std::string& name) { return behindBackslash(GetShortName(host, folder / name)); }
+  std::string shortOf(const std::string& name) { return afterBackslash(GetShortName(host, folder / name)); }
 
   WorkFolder folder;
   SystemHost host;

@@ -28,7 +28,7 @@ TEST(Win32Profile, KeyHasItsValue) {
   SystemHost host;
   const ProfileKey key("KIVTEST", "XP");
   EXPECT_EQ(GetProfileKey(host, "KIVTEST"), "XP");
-  EXPECT_EQ(GetProfileKey(host, "kivtest"), "XP") << "the profile knows no case";
+  EXPECT_EQ(GetProfileKey(host, "kivtest"), "XP") << "profile keys ignore case";
 }
 
 TEST(Win32Profile, AbsentKeyIsEmpty) {
@@ -56,7 +56,7 @@ TEST(Win32Text, CapitalsAreThoseOfTheCodePage) {
   EXPECT_EQ(host.upperCase("abc-xyz 1~$"), "ABC-XYZ 1~$");
   EXPECT_EQ(host.upperCase("\xE4\xF6\xFC\xE9\xE7"), "\xC4\xD6\xDC\xC9\xC7");
   EXPECT_EQ(host.upperCase("\xDF"), "\xDF");
-  EXPECT_EQ(host.upperCase("\xF7"), "\xF7") << "the sign of division is no letter";
+  EXPECT_EQ(host.upperCase("\xF7"), "\xF7") << "the division symbol is no letter";
   EXPECT_EQ(host.upperCase(""), "");
   EXPECT_EQ(host.upperCase(std::string("a\0b", 3)), std::string("A\0B", 3));
 }
@@ -104,7 +104,7 @@ class StandardHandles {
   std::array<HANDLE, 3> before_{};
 };
 
-/// A screen of a console that takes standard error for as long as this lives.
+/// A screen of a console that standard error is redirected to for as long as this lives.
 class ConsoleScreen {
  public:
   ConsoleScreen() {
@@ -156,15 +156,15 @@ TEST(Win32Clock, ShowsTheLocalTime) {
   GetLocalTime(&before);
   const LocalTime now = host.now();
   GetLocalTime(&after);
-  SYSTEMTIME told{};
-  told.wYear = static_cast<WORD>(now.year);
-  told.wMonth = static_cast<WORD>(now.month);
-  told.wDay = static_cast<WORD>(now.day);
-  told.wHour = static_cast<WORD>(now.hour);
-  told.wMinute = static_cast<WORD>(now.minute);
-  told.wSecond = static_cast<WORD>(now.second);
-  EXPECT_LE(seconds(before), seconds(told));
-  EXPECT_LE(seconds(told), seconds(after));
+  SYSTEMTIME reported{};
+  reported.wYear = static_cast<WORD>(now.year);
+  reported.wMonth = static_cast<WORD>(now.month);
+  reported.wDay = static_cast<WORD>(now.day);
+  reported.wHour = static_cast<WORD>(now.hour);
+  reported.wMinute = static_cast<WORD>(now.minute);
+  reported.wSecond = static_cast<WORD>(now.second);
+  EXPECT_LE(seconds(before), seconds(reported));
+  EXPECT_LE(seconds(reported), seconds(after));
 }
 
 }  // namespace

@@ -25,8 +25,8 @@ struct SearchCloser {
   void operator()(HANDLE search) const { FindClose(search); }
 };
 
-template <typename Take>
-void forEachIn(const std::string& folder, Take take) {
+template <typename Visit>
+void forEachIn(const std::string& folder, Visit visit) {
   WIN32_FIND_DATAA found{};
   HANDLE search = FindFirstFileA((folder + "\\*").c_str(), &found);
   if (search == INVALID_HANDLE_VALUE) {
@@ -36,7 +36,7 @@ void forEachIn(const std::string& folder, Take take) {
   do {
     const std::string name = found.cFileName;
     if (name != "." && name != "..") {
-      take(name, found.dwFileAttributes);
+      visit(name, found.dwFileAttributes);
     }
   } while (FindNextFileA(search, &found) != FALSE);
 }

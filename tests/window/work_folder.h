@@ -6,7 +6,7 @@
 
 namespace kiv::test {
 
-/// A fresh folder for one test, the current one for as long as this lives, and gone with all it holds afterwards.
+/// A new folder for one test: the current one for as long as this lives, and deleted with its content afterwards.
 class WorkFolder {
  public:
   /// Its name ends with the given one.
@@ -31,12 +31,12 @@ void writeFile(const std::string& name, std::string_view content);
 std::string readFileContent(const std::string& name);
 bool exists(const std::string& name);
 void makeFolder(const std::string& name);
-/// What a folder holds, sorted, folders included.
+/// The entries of a folder, sorted, folders included.
 std::vector<std::string> namesIn(const std::string& folder);
 
 /// The full name of a file of the build, named as seen from the folder of the running test program.
 std::string builtFile(const std::string& name);
-/// Puts a copy of one of the test's own little programs into the current folder.
+/// Puts a copy of one of the test's own small programs into the current folder.
 void bringProgram(const std::string& name, const std::string& copy);
 
 }  // namespace kiv::test

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Changes the core in small ways, one at a time, and tells which changes no test notices.
+"""Changes the core in small ways, one at a time, and reports the changes that no test notices.
 
-Works on copies of the tree under build/mutate, one for each job. Prints every survivor as soon as it is known; what was
-learnt is kept in build/mutate/results.json, from where --resume goes on.
+Works on copies of the tree under build/mutate, one for each job. Prints every survivor as soon as it is known. The
+results are kept in build/mutate/results.json, where --resume continues.
 """
 
 import argparse
@@ -20,26 +20,33 @@ import time
 from collections import Counter
 from pathlib import Path
 
-sys.dont_write_bytecode = True  # nothing is left between the sources
+sys.dont_write_bytecode = True  # leave nothing between the sources
 
 from mutations import mutations
 from reasons import REASONS, has_reason, parse
 
 ROOT = Path(__file__).resolve().parents[2]
-PLACE = ROOT / "build" / "mutate"
+FOLDER = ROOT / "build" / "mutate"
 
-# The test programs that run a folder's code, the most specific first.
+# The core: the folders of src/ except platform. For each of them the test programs that run its code, the most specific
+# first.
 PROGRAMS = {
-    "base": ["base", "mus", "analysis", "conversion", "shell", "faults"],
+    "base": ["base", "mus", "analysis", "conversion", "shell", "verify", "faults"],
+    "messages": ["messages", "platform", "input", "analysis", "conversion", "shell", "diagnostics", "console"],
     "mus": ["mus", "pagetext", "analysis", "conversion", "sort", "shell", "properties", "faults"],
+    "pagetext": ["pagetext", "mus", "console"],
     "input": ["input", "shell", "faults"],
-    "analysis": ["analysis", "shell", "conversion", "properties", "faults"],
-    "conversion": ["conversion", "shell", "properties", "faults"],
     "sort": ["sort", "shell", "properties", "faults"],
+    "analysis": ["analysis", "shell", "conversion", "diagnostics", "properties", "faults"],
+    "conversion": ["conversion", "shell", "properties", "faults"],
     "shell": ["shell", "faults", "console"],
+    "diagnostics": ["diagnostics", "console"],
+    "drawing": ["drawing", "console"],
+    "verify": ["verify", "verify_properties", "console"],
+    "survey": ["survey", "console"],
 }
 
-# What takes seconds under sanitizers, and so is run with --thorough only.
+# Tests that need seconds under sanitizers, and so are run with --thorough only.
 SLOW = ["DamagedPage.*", "DamagedGroup.*", "AnyNamesFile.AnyByte*", "FileNames.EveryShortText*",
         "Convert.TheCounterOfSystemsHas16Bits", "*HostFaults.*Panel"]
 
@@ -69,14 +76,14 @@ def call(command, folder, limit, log=None):
             process.wait()
 
 
-class Workshop:
-    """A copy of the tree, its build, and the test programs of it."""
+class WorkingCopy:
+    """A copy of the tree, with its build and its test programs."""
 
     def __init__(self, number, thorough):
         self.thorough = thorough
-        self.tree = PLACE / f"tree{number}"
+        self.tree = FOLDER / f"tree{number}"
         self.build = self.tree / "build" / "debug"
-        self.log = PLACE / f"tree{number}.log"
+        self.log = FOLDER / f"tree{number}.log"
         self.limits = {}
 
     def refresh(self):
@@ -89,7 +96,7 @@ class Workshop:
                 continue
             content = (ROOT / name).read_bytes()
             if name == "src/CMakeLists.txt":
-                # A changed source may be warned about.
+                # Changed sources may cause warnings.
                 content = b"add_compile_options(-w)\n" + content
             copy = self.tree / name
             if not copy.is_file() or copy.read_bytes() != content:
@@ -98,7 +105,7 @@ class Workshop:
                 copy.chmod((ROOT / name).stat().st_mode)
 
     def prepare(self, programs):
-        """Builds the programs and sees them pass, unchanged. A run may take a multiple of the time it took then."""
+        """Builds the programs and checks that they pass, unchanged. Their time limits are a multiple of the time of this run."""
         self.refresh()
         with open(self.log, "w") as log:
             targets = [f"test_{program}" for program in programs]
@@ -122,10 +129,10 @@ class Workshop:
         with open(self.log, "w") as log:
             return call(["ninja", "-j1", "-C", str(self.build), f"test_{program}"], self.tree, BUILD_LIMIT, log) == 0
 
-    def judge(self, mutation, source, programs):
-        """What becomes of the mutation: "killed by P", "does not compile" or "survived"."""
-        place = self.tree / mutation.file
-        place.write_text(mutation.applied(source))
+    def outcome_of(self, mutation, source, programs):
+        """The outcome of the mutation: "killed by P", "does not compile" or "survived"."""
+        path = self.tree / mutation.file
+        path.write_text(mutation.applied(source))
         try:
             for program in programs:
                 if not self.built(program):
@@ -137,7 +144,7 @@ class Workshop:
                     return f"killed by {program}"
             return "survived"
         finally:
-            place.write_text(source)
+            path.write_text(source)
 
 
 def core_files():
@@ -156,7 +163,7 @@ def key_of(mutation, source):
 
 
 class Run:
-    """One run: the mutations still to be judged, and what is known of the others."""
+    """One run: the mutations that are left, and the results of the others."""
 
     def __init__(self, chosen, sources, known):
         self.sources = sources
@@ -165,7 +172,7 @@ class Run:
         self.counts = Counter()
         self.survivors = []
         self.left = queue.Queue()
-        # File by file, as a changed file is compiled again when it is left.
+        # File by file, because leaving a file compiles it once more.
         files = {}
         for mutation in chosen:
             files.setdefault(mutation.file, []).append(mutation)
@@ -188,7 +195,7 @@ class Run:
                 print(f"  {self.done}/{self.all}, {each:.1f} s each, {dict(self.counts)}", flush=True)
             keep(self.results)
 
-    def work(self, workshop):
+    def work(self, copy):
         while True:
             try:
                 group = self.left.get_nowait()
@@ -196,40 +203,40 @@ class Run:
                 return
             for mutation in group:
                 programs = PROGRAMS[folder_of(mutation.file)]
-                self.note(mutation, workshop.judge(mutation, self.sources[mutation.file], programs))
+                self.note(mutation, copy.outcome_of(mutation, self.sources[mutation.file], programs))
 
     def start(self, jobs, thorough):
         needed = [program for folder in PROGRAMS for program in PROGRAMS[folder]
                   if any(folder_of(group[0].file) == folder for group in self.left.queue)]
-        workshops = [Workshop(number, thorough) for number in range(1, jobs + 1)]
-        for workshop in workshops:
-            workshop.prepare(list(dict.fromkeys(needed)))
+        copies = [WorkingCopy(number, thorough) for number in range(1, jobs + 1)]
+        for copy in copies:
+            copy.prepare(list(dict.fromkeys(needed)))
         self.started = time.monotonic()
-        threads = [threading.Thread(target=self.work, args=(workshop,), daemon=True) for workshop in workshops]
+        threads = [threading.Thread(target=self.work, args=(copy,), daemon=True) for copy in copies]
         for thread in threads:
             thread.start()
         for thread in threads:
             thread.join()
 
     def summary(self):
-        judged = self.counts["killed"] + self.counts["survived"]
+        tried = self.counts["killed"] + self.counts["survived"]
         each = (time.monotonic() - self.started) / max(self.done, 1)
-        share = 100 * self.counts["killed"] / max(judged, 1)
+        share = 100 * self.counts["killed"] / max(tried, 1)
         return (f"{self.done} mutations: {self.counts['killed']} killed, {self.counts['survived']} survived, "
                 f"{self.counts['does not compile']} do not compile; {share:.1f} % of those that compile were killed; "
                 f"{each:.1f} s each")
 
 
 def keep(results):
-    PLACE.mkdir(parents=True, exist_ok=True)
-    fresh = PLACE / "results.new"
+    FOLDER.mkdir(parents=True, exist_ok=True)
+    fresh = FOLDER / "results.new"
     fresh.write_text(json.dumps(results, indent=0))
-    fresh.replace(PLACE / "results.json")
+    fresh.replace(FOLDER / "results.json")
 
 
 def known_results():
     try:
-        return json.loads((PLACE / "results.json").read_text())
+        return json.loads((FOLDER / "results.json").read_text())
     except FileNotFoundError:
         return {}
 
@@ -251,10 +258,10 @@ def chosen_mutations(options, sources, known):
 def main():
     parser = argparse.ArgumentParser(prog="./dev mutate", description=__doc__)
     parser.add_argument("files", nargs="*", metavar="FILE", help="only these sources, as src/mus/exch.cpp")
-    parser.add_argument("--sample", type=int, metavar="N", help="so many mutations, chosen at random")
+    parser.add_argument("--sample", type=int, metavar="N", help="N mutations, chosen at random")
     parser.add_argument("--seed", type=int, default=1, help="of the choice (1)")
     parser.add_argument("--jobs", type=int, default=1, help="copies of the tree to work in (1)")
-    parser.add_argument("--resume", action="store_true", help="leave out what an earlier run has judged")
+    parser.add_argument("--resume", action="store_true", help="continue an earlier run: leave out what it has tried")
     parser.add_argument("--survivors", action="store_true", help="only what survived in earlier runs")
     parser.add_argument("--all", action="store_true", help="also those that reasons.txt lists, as no test can notice them")
     parser.add_argument("--thorough", action="store_true", help="run the slow tests as well")
@@ -263,7 +270,7 @@ def main():
 
     unknown = [file for file in options.files if file not in core_files()]
     if unknown:
-        parser.error(f"no source of the core: {', '.join(unknown)}")
+        parser.error(f"not a source of the core: {', '.join(unknown)}")
     sources = {file: (ROOT / file).read_text() for file in options.files or core_files()}
     known = known_results()
     chosen = chosen_mutations(options, sources, known)

@@ -1,4 +1,4 @@
-"""The small changes that a source admits. Works on tokens, so what stands in comments, strings and includes is left alone."""
+"""The small changes that are possible in a source. Works on tokens, so comments, strings and includes are left alone."""
 
 import re
 from dataclasses import dataclass
@@ -9,12 +9,12 @@ TOKEN = re.compile(
   | (?P<text>   (?:u8|[uUL])?R"(?P<mark>[^\s()\\]*)\(.*?\)(?P=mark)" | (?:u8|[uUL])?"(?:\\.|[^"\\])*" | '(?:\\.|[^'\\])+' )
   | (?P<number> \.?[0-9](?:[eEpP][+-]|'[0-9a-zA-Z]|[0-9a-zA-Z_.])* )
   | (?P<name>   [A-Za-z_]\w* )
-  | (?P<sign>   <=> | <<= | >>= | -> | \+\+ | -- | && | \|\| | :: | [-+*/%&|^=!<>]= | << | [^\s\w] )
+  | (?P<symbol>   <=> | <<= | >>= | -> | \+\+ | -- | && | \|\| | :: | [-+*/%&|^=!<>]= | << | [^\s\w] )
     """,
     re.VERBOSE | re.DOTALL | re.MULTILINE,
 )
 
-# Between blanks these are what they look like; without, `<` can open template arguments and `-` be a sign.
+# Only between blanks are these operators for sure; otherwise `<` can open template arguments and `-` be a prefix.
 SWAPPED = {
     "<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "==",
     "+": "-", "-": "+", "+=": "-=", "-=": "+=", "&&": "||", "||": "&&",
@@ -75,7 +75,7 @@ def tokens_of(source):
     ]
 
 
-def neighbours(number):
+def neighbors(number):
     """The numbers one above and one below, in the way that the number is written."""
     match = re.fullmatch(r"(0[xX][0-9a-fA-F']+|[0-9][0-9']*)([uUlLzZ]*)|([0-9]+\.[0-9]*)([fFlL]?)", number)
     if not match:
@@ -88,14 +88,14 @@ def neighbours(number):
 
 
 def token_changes(source, tokens):
-    for before, token in zip([None] + tokens, tokens):
-        if before and before.text in ("operator", "template"):
+    for previous, token in zip([None] + tokens, tokens):
+        if previous and previous.text in ("operator", "template"):
             continue
-        if before and before.kind == "text" and token.text in ("+", "-"):
-            continue  # texts are joined, and nothing else
+        if previous and previous.kind == "text" and token.text in ("+", "-"):
+            continue  # joins texts
         spaced = source[token.start - 1].isspace() and source[token.end : token.end + 1].isspace()
         if token.kind == "number":
-            for new in neighbours(token.text):
+            for new in neighbors(token.text):
                 yield token.start, token.end, new
         elif token.kind == "name" and token.text in SWAPPED_NAMES:
             yield token.start, token.end, SWAPPED_NAMES[token.text]
@@ -128,18 +128,18 @@ def negations(source, tokens):
         inside = tokens[index + 2 : end]
         parts = [number for number, part in enumerate(inside) if part.text == ";"]
         condition = inside[parts[-1] + 1 :] if parts else inside
-        signs = [part.text for part in condition if part.text in ("&&", "||", "?", "==", "!=")]
-        if condition and signs not in (["=="], ["!="]):  # where swapping the sign is the same
+        symbols = [part.text for part in condition if part.text in ("&&", "||", "?", "==", "!=")]
+        if condition and symbols not in (["=="], ["!="]):  # where swapping the operator is the same
             start, stop = condition[0].start, condition[-1].end
             yield start, stop, f"!({source[start:stop]})"
 
 
 def is_declaration(statement):
-    """Two names in a row, at most with * or & between them, before anything is assigned or called."""
-    for before, token in zip(statement, statement[1:]):
-        if before.text in ("=", "(", "[", "{"):
+    """Two names in a row, at most with * or & between them, and no assignment or call first."""
+    for previous, token in zip(statement, statement[1:]):
+        if previous.text in ("=", "(", "[", "{"):
             return False
-        if token.kind == "name" and (before.kind == "name" or before.text in (">", "&", "*")):
+        if token.kind == "name" and (previous.kind == "name" or previous.text in (">", "&", "*")):
             return True
     return False
 
@@ -153,8 +153,8 @@ def drops(tokens):
             brackets.pop()
         if brackets and brackets[-1] != "{":
             continue
-        before = tokens[index - 1].text if index else ";"
-        if before not in (";", "{", "}", ")", "else", ":") or token.kind != "name" and token.text not in ("++", "--", "*"):
+        previous = tokens[index - 1].text if index else ";"
+        if previous not in (";", "{", "}", ")", "else", ":") or token.kind != "name" and token.text not in ("++", "--", "*"):
             continue
         lone_return = token.text == "return" and tokens[index + 1 : index + 2] and tokens[index + 1].text == ";"
         if token.text in NOT_DROPPED and not lone_return:
@@ -168,16 +168,16 @@ def drops(tokens):
             continue
         statement = tokens[index:last]
         if any(part.text == "reserve" for part in statement):
-            continue  # makes room sooner, and changes nothing else
+            continue  # only allocates earlier
         if depth == 0 and statement and not is_declaration(statement):
             yield token.start, tokens[last].end, ";"
 
 
 def mutations(file, source):
-    """Every mutation of the source, in the order of their places."""
+    """Every mutation of the source, in the order of their positions."""
     tokens = tokens_of(source)
-    places = [*token_changes(source, tokens), *negations(source, tokens), *drops(tokens)]
+    changes = [*token_changes(source, tokens), *negations(source, tokens), *drops(tokens)]
     return [
         Mutation(file, start, end, source.count("\n", 0, start) + 1, source[start:end], new)
-        for start, end, new in sorted(set(places))
+        for start, end, new in sorted(set(changes))
     ]

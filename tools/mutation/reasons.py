@@ -1,10 +1,10 @@
-"""Why some changes are not tried."""
+"""The reasons why some changes are not tried."""
 
 import re
 from pathlib import Path
 
 REASONS = Path(__file__).with_name("reasons.txt")
-PARTS = 4  # sources, line, change, and what is behind them is the reason
+PARTS = 4  # sources, line, change, and then the reason
 
 
 def pattern(text):
@@ -26,5 +26,5 @@ def parse(text):
 
 def has_reason(mutation, source, entries):
     line = source.split("\n")[mutation.line - 1].strip()
-    told = (mutation.file, line, mutation.change())
-    return any(all(part.fullmatch(text) for part, text in zip(entry, told)) for entry in entries)
+    described = (mutation.file, line, mutation.change())
+    return any(all(part.fullmatch(text) for part, text in zip(entry, described)) for entry in entries)

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Tests of the mutation script: which changes it finds, and that it tells a change that a test notices from one that none
-does."""
+"""Tests of the mutation script: which changes it finds, and whether it distinguishes changes that a test notices from
+those that none does."""
 
 import subprocess
 import sys
@@ -8,7 +8,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
-sys.dont_write_bytecode = True  # nothing is left between the sources
+sys.dont_write_bytecode = True  # leave nothing between the sources
 
 import mutate
 from mutations import mutations
@@ -20,7 +20,7 @@ def changes(source):
 
 
 class Mutations(unittest.TestCase):
-    def test_swap_signs_between_blanks(self):
+    def test_swap_operators_between_blanks(self):
         self.assertEqual(changes("x = a < b;")[1:], [("<", "<=")])
         self.assertEqual(changes("return a && b == c + d;"), [("&&", "||"), ("==", "!="), ("+", "-")])
 
@@ -49,6 +49,17 @@ class Mutations(unittest.TestCase):
         self.assertEqual(str(mutations("src/mus/x.cpp", "\n\nreturn a < b;")[0]), "src/mus/x.cpp:3: < -> <=")
 
 
+class Programs(unittest.TestCase):
+    def test_are_known_for_every_folder_of_the_core(self):
+        folders = {path.parent.name for path in (mutate.ROOT / "src").glob("*/CMakeLists.txt")}
+        self.assertEqual(set(mutate.PROGRAMS), folders - {"platform"})
+
+    def test_are_built(self):
+        lists = (mutate.ROOT / "tests" / "CMakeLists.txt").read_text()
+        for program in sum(mutate.PROGRAMS.values(), []):
+            self.assertRegex(lists, rf"kiv_(core|bare|)_?test(_program)?\({program}\b")
+
+
 class Reasons(unittest.TestCase):
     ENTRY = "# why\n\nsrc/mus/*.cpp\nreturn * < *;\n< -> <=\nA reason\nof two lines.\n"
 
@@ -65,14 +76,15 @@ class Reasons(unittest.TestCase):
         sources = {file: (mutate.ROOT / file).read_text() for file in mutate.core_files()}
         everything = [mutation for file in sources for mutation in mutations(file, sources[file])]
         for entry in parse(REASONS.read_text()):
-            self.assertTrue(any(has_reason(mutation, sources[mutation.file], [entry]) for mutation in everything), entry)
+            with self.subTest(entry=[part.pattern for part in entry]):
+                self.assertTrue(any(has_reason(mutation, sources[mutation.file], [entry]) for mutation in everything))
 
     def test_have_all_their_lines(self):
         self.assertRaises(ValueError, parse, "src/*\n1 -> 0\nBecause.\n")
 
 
-class TinyWorkshop(mutate.Workshop):
-    """One source and one test, of which the latter never looks at 3."""
+class TinyCopy(mutate.WorkingCopy):
+    """One source, and one test that never uses 3."""
 
     TEST = '#include "value.cpp"\nint main() { return isSmall(1) && !isSmall(9) ? 0 : 1; }\n'
 
@@ -92,29 +104,29 @@ class TinyWorkshop(mutate.Workshop):
         return self.tree
 
 
-class Judgement(unittest.TestCase):
+class Outcomes(unittest.TestCase):
     SOURCE = "bool isSmall(int number) { return number < 3; }\n"
 
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
-        self.workshop = TinyWorkshop(Path(folder.name))
+        self.copy = TinyCopy(Path(folder.name))
 
-    def judge(self, old, new):
+    def outcome_of(self, old, new):
         start = self.SOURCE.index(old)
         mutation = mutate.mutations("value.cpp", self.SOURCE)[0]
         mutation = type(mutation)("value.cpp", start, start + len(old), 1, old, new)
-        return self.workshop.judge(mutation, self.SOURCE, ["tiny"])
+        return self.copy.outcome_of(mutation, self.SOURCE, ["tiny"])
 
-    def test_tells_what_survives_from_what_is_killed(self):
-        self.assertEqual(self.judge(" < ", " <= "), "survived")
-        self.assertEqual(self.judge(" < ", " > "), "killed by tiny")
-        self.assertEqual(self.judge(" < ", " << nothing < "), "does not compile")
-        self.assertEqual((self.workshop.tree / "value.cpp").read_text(), self.SOURCE)
+    def test_distinguish_survivors_from_killed_mutations(self):
+        self.assertEqual(self.outcome_of(" < ", " <= "), "survived")
+        self.assertEqual(self.outcome_of(" < ", " > "), "killed by tiny")
+        self.assertEqual(self.outcome_of(" < ", " << nothing < "), "does not compile")
+        self.assertEqual((self.copy.tree / "value.cpp").read_text(), self.SOURCE)
 
-    def test_ends_what_does_not_end(self):
-        self.workshop.limits["tiny"] = 0.3
-        self.assertEqual(self.judge("return", "while (true) {} return"), "killed by tiny (time limit)")
+    def test_stop_programs_that_do_not_end(self):
+        self.copy.limits["tiny"] = 0.3
+        self.assertEqual(self.outcome_of("return", "while (true) {} return"), "killed by tiny (time limit)")
 
 
 if __name__ == "__main__":

@@ -8,7 +8,7 @@
 namespace kiv {
 namespace {
 
-/// Signs that the code page lacks come back as others.
+/// Characters that the code page lacks come back as others.
 bool isInCodePage(const std::wstring& text) {
   return wide(narrow(text, CP_ACP)) == text;
 }

@@ -6,7 +6,7 @@
 
 namespace kiv {
 
-/// One run of a companion: what it tells the person, and how it answers its caller.
+/// One run of a companion: its messages to the user, and its answer to the caller.
 class Companion {
  public:
   static constexpr int succeeded = 0;
@@ -16,13 +16,13 @@ class Companion {
   explicit Companion(std::wstring name) : name_(std::move(name)) {}
 
   void inform(const std::wstring& text) const;
-  /// Tells what failed in a critical box. Returns the exit code.
+  /// Shows what failed in a critical box. Returns the exit code.
   int fail(const std::wstring& text) const;
-  /// Tells that the path has no name that callers could read. Returns the exit code.
+  /// Reports that the path has no name that callers could read. Returns the exit code.
   int failToName(const std::wstring& path) const;
-  /// Tells that the command line is not of the form. Returns the exit code.
+  /// Reports that the command line does not have the form. Returns the exit code.
   int refuse(std::string_view line, std::string_view form) const;
-  /// Puts a file with this content in the place of the named one, or tells why it cannot. Returns the exit code.
+  /// Replaces the named file by one with this content, or reports why it cannot. Returns the exit code.
   int answer(const std::string& file, std::string_view content) const;
 
  private:

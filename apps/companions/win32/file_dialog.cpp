@@ -44,7 +44,7 @@ Com<IShellItem> shellItem(const std::string& folder) {
   return Com<IShellItem>(SUCCEEDED(found) ? static_cast<IShellItem*>(item) : nullptr);
 }
 
-HRESULT takePath(IShellItemArray& items, DWORD index, std::vector<std::wstring>& paths) {
+HRESULT addPath(IShellItemArray& items, DWORD index, std::vector<std::wstring>& paths) {
   IShellItem* found = nullptr;
   HRESULT result = items.GetItemAt(index, &found);
   const Com<IShellItem> item(found);
@@ -59,7 +59,7 @@ HRESULT takePath(IShellItemArray& items, DWORD index, std::vector<std::wstring>&
   return result;
 }
 
-HRESULT takePaths(IFileOpenDialog& dialog, std::vector<std::wstring>& paths) {
+HRESULT addPaths(IFileOpenDialog& dialog, std::vector<std::wstring>& paths) {
   IShellItemArray* found = nullptr;
   HRESULT result = dialog.GetResults(&found);
   const Com<IShellItemArray> items(found);
@@ -68,12 +68,12 @@ HRESULT takePaths(IFileOpenDialog& dialog, std::vector<std::wstring>& paths) {
     result = items->GetCount(&count);
   }
   for (DWORD i = 0; SUCCEEDED(result) && i < count; ++i) {
-    result = takePath(*items, i, paths);
+    result = addPath(*items, i, paths);
   }
   return result;
 }
 
-/// The system's dialog for files and folders. Every step is left out once one has failed.
+/// The system's dialog for files and folders. After a step has failed, the others do nothing.
 class FileDialog {
  public:
   FileDialog() {
@@ -113,7 +113,7 @@ class FileDialog {
     if (result_ == HRESULT_FROM_WIN32(cancelled)) {
       return choice;
     }
-    then([&] { return takePaths(*dialog_, choice.paths); });
+    then([&] { return addPaths(*dialog_, choice.paths); });
     if (FAILED(result_)) {
       return {{}, systemMessage(static_cast<DWORD>(result_))};
     }

@@ -6,17 +6,17 @@
 
 namespace kiv {
 
-/// What came of a dialog.
+/// The result of a dialog.
 struct Choice {
   std::vector<std::wstring> paths;     ///< full ones; none after Cancel
   std::optional<std::string> failure;  ///< the system's words when the dialog did not work
 };
 
-/// Has the person choose files of a type (a suffix without its period). The dialog starts in the first of the folders
-/// that is there.
+/// Lets the user choose files of a type (a suffix without its period). The dialog starts in the first of the folders
+/// that exists.
 Choice chooseFiles(const std::string& type, const std::vector<std::string>& startFolders);
 
-/// Has the person choose one folder.
+/// Lets the user choose one folder.
 Choice chooseFolder(const std::string& prompt, const std::string& startFolder);
 
 }  // namespace kiv

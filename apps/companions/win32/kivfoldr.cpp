@@ -20,7 +20,7 @@ int chooseAndWrite(std::string_view line) {
   const std::string answerFile = Win32System::fullName(call->answerFile);
   const Choice choice = chooseFolder(call->prompt, call->startFolder);
   const auto folder = choice.paths.empty() ? std::nullopt : codePagePath(choice.paths.front());
-  // Without a choice, too: an answer from before would pass for one.
+  // Also without a choice: an old answer would be read as one.
   const int answered = companion.answer(answerFile, folderAnswerText(folder));
   if (choice.failure) {
     return companion.fail(L"The dialog for the folder in " + wide(answerFile) + L" does not work:\r\n" +

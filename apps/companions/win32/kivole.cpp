@@ -9,7 +9,7 @@
 namespace kiv {
 namespace {
 
-int takeDrop(std::string_view line) {
+int handleDrop(std::string_view line) {
   const Companion companion(L"KIVOLE");
   const auto call = parseDropCall(line);
   if (!call) {
@@ -26,7 +26,7 @@ int takeDrop(std::string_view line) {
     }
     const DWORD attributes = GetFileAttributesA(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
-      // A page left out without a word would make another piece of music of the others.
+      // A page that is left out silently would make the others another piece of music.
       const std::string cause = lastFailure();
       return companion.fail(L"Dropped file not found: " + wide(path) + L"\r\n" + wide(cause));
     }
@@ -47,5 +47,5 @@ int takeDrop(std::string_view line) {
 // The system's headers name the parameters in a style of their own.
 // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR commandLine, int /*show*/) {
-  return kiv::takeDrop(commandLine);
+  return kiv::handleDrop(commandLine);
 }

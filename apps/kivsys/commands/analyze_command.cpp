@@ -2,10 +2,9 @@
 
 #include <optional>
 
-#include "apps/kivsys/commands/keep_going.h"
 #include "apps/kivsys/commands/run_outcome.h"
-#include "apps/kivsys/commands/run_problems.h"
 #include "apps/kivsys/commands/selection.h"
+#include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/analysis_output.h"
 #include "platform/console/console_host.h"
@@ -15,51 +14,44 @@
 namespace kiv {
 namespace {
 
-bool runAnalysis(KivSystem& program, const std::string& namesFile, bool allowZeroId) {
-  try {
-    analyse(program, namesFile, allowZeroId);
-    return true;
-  } catch (const ProgramEnd& end) {
-    return end.exitCode == exit_status::normal;
-  }
-}
-
-int exitStatusOf(const RunOutcome& outcome, bool tellsQualification) {
+int exitStatusOf(const RunOutcome& outcome, bool reportUnqualified) {
   if (!outcome.normalEnd) {
     return exit_status::critical;
   }
-  return tellsQualification && !outcome.qualifies() ? exit_status::notQualified : exit_status::normal;
+  return reportUnqualified && !outcome.qualifies() ? exit_status::notQualified : exit_status::normal;
 }
 
-/// Runs the analysis, or only leaves no old results when there is nothing to run it on.
-bool runOnNames(KivSystem& program, const std::string& namesFile, const AnalyzeOptions& options) {
+/// Runs the analysis, or only deletes old results when there is nothing to analyze.
+bool runAnalysis(ConsoleHost& console, KivSystem& program, const std::string& namesFile, bool allowZeroId) {
   if (namesFile.empty()) {
-    deleteOldResults(program.host);
+    deleteOldResults(console.system());
     return false;
   }
-  return runAnalysis(program, namesFile, options.allowZeroId);
+  return endsNormally(console, [&] { analyze(program, namesFile, allowZeroId); });
 }
 
-int analyzeNames(ConsoleHost& host, const std::string& namesFile, const AnalyzeOptions& options) {
-  KivSystem program(host);
-  FindingsLog findings;
-  program.observer = &findings;
-  std::optional<PagesToGoOn> pages;
+std::optional<Layouts> layoutsOf(ConsoleHost& console, const SystemTable& systems, Places places) {
+  auto layouts = findLayouts(console.system(), systems, places);
+  if (!layouts) {
+    NativeSystem::writeError("kivsys: the layouts are not told, as the report cannot be read again\n");
+  }
+  return layouts;
+}
+
+int analyzeNames(ConsoleHost& console, const std::string& namesFile, const AnalyzeOptions& options) {
+  KivSystem program(console.host());
+  std::optional<ValidPages> pages;
   if (options.keepGoing) {
-    pages.emplace(host, namesFile);
+    pages.emplace(console, namesFile);
   }
-  const bool normalEnd = runOnNames(program, pages ? pages->namesFile() : namesFile, options);
-  AnalysisOutput output{outcomeOf(program, host, normalEnd), {}, {}, pages ? &*pages : nullptr};
+  const bool normalEnd = runAnalysis(console, program, pages ? pages->namesFile() : namesFile, options.allowZeroId);
+  const bool details = options.json || options.jsonl;
+  AnalysisOutput output{outcomeOf(program, console, normalEnd), {}, {}, pages ? &*pages : nullptr};
   if (output.outcome.normalEnd) {
-    output.layouts = findLayouts(host, program.systems,
-                                 options.json || options.jsonl ? Places::ofEverySystem : Places::ofFirstSystems);
-    if (!output.layouts) {
-      ConsoleHost::writeError("kivsys: the layouts are not told, as the report cannot be read again\n");
-    }
+    output.layouts = layoutsOf(console, program.systems, details ? Places::ofEverySystem : Places::ofFirstSystems);
   }
-  if (options.json || options.jsonl) {
-    output.problems =
-        problemsOf(program, findings, host, pages ? pages->filesOfMessages() : std::vector<std::string>());
+  if (details) {
+    output.problems = problemsOf(console.system(), output.outcome);
   }
   const bool anySkipped = pages && pages->anySkipped();
   const int status = anySkipped ? exit_status::critical : exitStatusOf(output.outcome, options.exitCode);
@@ -72,24 +64,21 @@ int analyzeNames(ConsoleHost& host, const std::string& namesFile, const AnalyzeO
 }  // namespace
 
 int runAnalyze(const AnalyzeOptions& options) {
-  ConsoleHost host;
-  return runOnSelection(host, options.selection,
-                        [&](const std::string& namesFile) { return analyzeNames(host, namesFile, options); });
+  ConsoleHost console;
+  return runOnSelection(console, options.selection,
+                        [&](const std::string& namesFile) { return analyzeNames(console, namesFile, options); });
 }
 
 int runSiblingCall(const std::string& commandLine) {
-  ConsoleHost host;
-  KivSystem program(host);
-  bool normalEnd = false;
-  try {
+  ConsoleHost console;
+  KivSystem program(console.host());
+  const bool normalEnd = endsNormally(console, [&] {
     if (!isAnalysisMode(commandLine)) {
       refuseCall(program, commandLine);
     }
     Form_Load(program, commandLine);
-  } catch (const ProgramEnd& end) {
-    normalEnd = end.exitCode == exit_status::normal;
-  }
-  const RunOutcome outcome = outcomeOf(program, host, normalEnd);
+  });
+  const RunOutcome outcome = outcomeOf(program, console, normalEnd);
   return printOutcome(asText(outcome), exitStatusOf(outcome, false));
 }
 

@@ -13,7 +13,7 @@ struct AnalyzeOptions {
   bool json = false;
   bool jsonl = false;
   bool exitCode = false;
-  bool keepGoing = false;  ///< leave bad pages out
+  bool keepGoing = false;  ///< skip bad pages
 };
 
 /// Runs the analysis and prints its outcome. Returns the program's exit status.

@@ -16,36 +16,37 @@ TextStyle styleOfOutput() {
   if (const std::size_t columns = NativeSystem::outputColumns(); columns > 0) {
     style.width = columns;
   }
-  style.colour = NativeSystem::outputTakesColour();
+  style.color = NativeSystem::outputTakesColor();
   return style;
 }
 
-int chartNames(ConsoleHost& host, const std::string& namesFile, const std::string& out, bool allowZeroId) {
-  KivSystem program(host);
+int chartNames(ConsoleHost& console, const std::string& namesFile, const std::string& out, bool allowZeroId) {
+  KivSystem program(console.host());
   Chart chart;
-  try {
-    analyse(program, namesFile, allowZeroId);
-    chart = makeChart(host, readReport(host), allowZeroId);
-  } catch (const ProgramEnd& end) {
-    return end.exitCode == exit_status::normal ? exit_status::normal : exit_status::critical;
+  const auto exitCode = exitCodeOf(console.user(), [&] {
+    analyze(program, namesFile, allowZeroId);
+    chart = makeChart(readReport(console.system()), allowZeroId);
+  });
+  if (exitCode) {
+    return *exitCode == exit_status::normal ? exit_status::normal : exit_status::critical;
   }
   if (out.empty()) {
-    return deliver(host, "-", chartText(chart, styleOfOutput()));
+    return deliver(console.system(), "-", chartText(chart, styleOfOutput()));
   }
   for (ChartPage& page : chart.pages) {
     page.name = NativeSystem::toUtf8(page.name);
   }
-  return deliver(host, out, chartSvg(chart));
+  return deliver(console.system(), out, chartSvg(chart));
 }
 
 }  // namespace
 
 int runChart(const ChartOptions& options) {
-  ConsoleHost host;
+  ConsoleHost console;
   const bool isFile = !options.out.empty() && options.out != "-";
-  const std::string out = isFile ? host.fullName(options.out) : options.out;
-  return runOnSelection(host, options.selection, [&](const std::string& namesFile) {
-    return chartNames(host, namesFile, out, options.allowZeroId);
+  const std::string out = isFile ? console.system().fullName(options.out) : options.out;
+  return runOnSelection(console, options.selection, [&](const std::string& namesFile) {
+    return chartNames(console, namesFile, out, options.allowZeroId);
   });
 }
 

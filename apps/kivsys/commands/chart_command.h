@@ -13,7 +13,7 @@ struct ChartOptions {
   bool allowZeroId = false;
 };
 
-/// Analyses the selected pages and shows which instruments their systems have. Returns the program's exit status.
+/// Analyzes the selected pages and shows which instruments their systems have. Returns the program's exit status.
 int runChart(const ChartOptions& options);
 
 }  // namespace kiv

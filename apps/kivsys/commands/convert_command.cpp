@@ -1,123 +1,152 @@
 #include "apps/kivsys/commands/convert_command.h"
 
 #include <iostream>
+#include <optional>
 
 #include <nlohmann/json.hpp>
 
+#include "analysis/verdict.h"
 #include "apps/kivsys/commands/dry_run.h"
 #include "apps/kivsys/commands/run_outcome.h"
-#include "apps/kivsys/commands/run_problems.h"
 #include "apps/kivsys/commands/verify_command.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/diagnostics_json.h"
 #include "conversion/dump_memory.h"
+#include "input/file_names.h"
+#include "messages/input_messages.h"
 #include "platform/console/console_host.h"
-#include "shell/cmd_convert.h"
-#include "shell/cmd_run.h"
+#include "platform/memory/silent_user.h"
+#include "shell/analysis_run.h"
+#include "shell/conversion_run.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
 
 namespace kiv {
 namespace {
 
-/// Runs a press on a button. Returns false when it ended in a critical message.
-bool press(void (*button)(KivSystem&), KivSystem& program) {
-  try {
-    button(program);
-    return true;
-  } catch (const ProgramEnd& end) {
-    return end.exitCode == exit_status::normal;
-  }
-}
-
-/// The tables as they are left. Returns false when they cannot be written.
-bool dump(KivSystem& program) {
-  try {
-    dumpMemory(program.host, program.musFileName, program.items, program.order);
-    return true;
-  } catch (const ProgramEnd&) {
-    std::cerr << "kivsys: cannot write " << dumpFile << '\n';
-    return false;
-  }
-}
-
-bool convert(KivSystem& program, const ConvertOptions& options, const std::string& firstResultFile) {
-  if (!firstResultFile.empty()) {
-    program.panel.txtFirstResultFile.text = firstResultFile;
-  }
-  return press(cmdConvert_Click, program) && (!options.trace || dump(program));
-}
-
-/// What the run leaves to be printed, and whether it ended well.
-struct Conversion {
+/// What a run prints, and whether it ended normally.
+struct ConvertOutput {
   RunOutcome outcome;
   std::vector<Problem> problems;
-  KeptHost* kept = nullptr;  ///< holds what a dry run did not write; null otherwise
+  OverlayFiles* planned = nullptr;  ///< holds what a dry run did not write to the disk; null otherwise
 };
 
-std::string jsonOfRun(const Conversion& run) {
-  Json object = jsonOf(run.outcome);
-  if (run.kept != nullptr) {
+std::string asJson(const ConvertOutput& output) {
+  Json object = jsonOf(output.outcome);
+  if (output.planned != nullptr) {
     object["dry_run"] = true;
-    object["planned"] = plannedJson(plannedResults(*run.kept));
+    object["planned"] = plannedJson(plannedResults(*output.planned));
   }
-  object["problems"] = jsonOf(run.problems);
+  object["problems"] = jsonOf(output.problems);
   object["schema_version"] = schemaVersion;
   return asLine(object);
 }
 
-std::string textOfRun(const Conversion& run) {
-  const RunOutcome& outcome = run.outcome;
-  const std::string results = run.kept != nullptr ? plannedLines(plannedResults(*run.kept)) : createdLines(outcome);
-  return asText(outcome) + results + (outcome.verification ? asText(*outcome.verification) : "");
+std::string asText(const ConvertOutput& output) {
+  const RunOutcome& outcome = output.outcome;
+  const std::string results =
+      output.planned != nullptr ? plannedLines(plannedResults(*output.planned)) : createdLines(outcome);
+  return asText(outcome) + results + (outcome.verification ? kiv::asText(*outcome.verification) : "");
 }
 
-int print(const Conversion& run, bool json) {
-  const RunOutcome& outcome = run.outcome;
+int print(const ConvertOutput& output, bool json) {
+  const RunOutcome& outcome = output.outcome;
   const bool proved = !outcome.verification || outcome.verification->proved();
-  return printOutcome(json ? jsonOfRun(run) : textOfRun(run),
+  return printOutcome(json ? asJson(output) : asText(output),
                       outcome.normalEnd && proved ? exit_status::normal : exit_status::critical);
 }
 
-/// Converts on the console's host, or on one that keeps all writes.
-int convertNames(ConsoleHost& console, KeptHost* kept, const std::string& namesFile, const std::string& firstResultFile,
-                 const ConvertOptions& options) {
-  KivSystem program(kept != nullptr ? static_cast<Host&>(*kept) : console);
-  FindingsLog findings;
-  program.observer = &findings;
-  prepareForPanel(program);
-  program.settings.namesFile = namesFile;
-  program.settings.allowZeroInstrId = options.allowZeroId;
-  program.panel.chkOverwrite.checked = !options.noOverwrite;
-  program.panel.chkShowInstrNumber.checked = !options.noInstrNumber;
-  bool converted = false;
-  bool normalEnd = press(cmdRun_Click, program) && program.names.nameCount > 0;
-  const RunOutcome analysis = outcomeOf(program, console, normalEnd);
-  if (normalEnd && (program.panel.cmdConvert.enabled || options.force)) {
-    normalEnd = convert(program, options, firstResultFile);
-    converted = normalEnd;
+/// Analyzes and converts one group, as the buttons of the panel do.
+class ConvertRun {
+ public:
+  /// The overlay is that of a dry run, null for a conversion of files on the disk.
+  ConvertRun(ConsoleHost& console, OverlayFiles* overlay, const ConvertOptions& options)
+      : console_(console),
+        overlay_(overlay),
+        options_(options),
+        dryRunUser_(console.user()),
+        program_(overlay == nullptr ? console.host() : Host{*overlay, dryRunUser_, noPrograms_, console.system()}) {}
+
+  /// The first result file is a full name; "" puts the results beside the first page.
+  ConvertOutput run(const std::string& namesFile, const std::string& firstResultFile);
+
+ private:
+  void analyze();
+  bool convert(const ConversionOptions& conversion);
+  bool dump();
+
+  ConsoleHost& console_;
+  OverlayFiles* overlay_;
+  const ConvertOptions& options_;
+  DryRunUser dryRunUser_;
+  NoPrograms noPrograms_;
+  KivSystem program_;
+  bool needsConversion_ = false;
+};
+
+void ConvertRun::analyze() {
+  if (!loadSelection(program_)) {
+    program_.host.user.show(messages::noInputFiles(program_.settings.namesFile));
+    return;
   }
-  RunOutcome outcome = withPagesWritten(analysis, console, normalEnd);
-  outcome.verifies = options.verify;
-  if (options.verify && converted) {
-    outcome.verification = verificationOf(
-        console, namesFile, {program.panel.txtFirstResultFile.text, program.panel.chkShowInstrNumber.checked});
+  refuseReservedName(program_.names);
+  analyzePages(program_, {justPath(program_.names.name(1)), options_.allowZeroId, false});
+  phase5(program_.host.files, program_.pages.multifileCount, program_.systems);
+  showAnalysisResult(program_);
+  needsConversion_ = true;
+}
+
+/// Leaves the tables in a file. False when it cannot be written.
+bool ConvertRun::dump() {
+  bool done = false;
+  endsNormally(console_, [&] {
+    dumpMemory(program_.host, program_.musFileName, program_.items, program_.order);
+    done = true;
+  });
+  if (!done) {
+    std::cerr << "kivsys: cannot write " << dumpFile << '\n';
   }
-  Conversion run{outcome, {}, kept};
-  if (options.json) {
-    run.problems = problemsOf(program, findings, console);
+  return done;
+}
+
+bool ConvertRun::convert(const ConversionOptions& conversion) {
+  const bool normalEnd = endsNormally(console_, [&] { program_.host.user.show(convertGroup(program_, conversion)); });
+  return normalEnd && (!options_.trace || dump());
+}
+
+ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& firstResultFile) {
+  prepareForPanel(program_);
+  program_.settings.namesFile = namesFile;
+  bool normalEnd = endsNormally(console_, [&] { analyze(); }) && program_.names.nameCount > 0;
+  const RunOutcome analysis = outcomeOf(program_, console_, normalEnd);
+  std::optional<ConversionOptions> converted;
+  if (normalEnd && (needsConversion_ || options_.force)) {
+    const ConversionOptions conversion{firstResultFile.empty() ? kiv::firstResultFile(program_.names) : firstResultFile,
+                                       !options_.noOverwrite, !options_.noInstrNumber};
+    normalEnd = convert(conversion);
+    converted = normalEnd ? std::optional(conversion) : std::nullopt;
   }
-  return print(run, options.json);
+  ConvertOutput output{withPagesWritten(analysis, console_, normalEnd), {}, overlay_};
+  output.outcome.verifies = options_.verify;
+  if (options_.verify && converted) {
+    output.outcome.verification =
+        verificationOf(console_.system(), namesFile, {converted->firstResultFile, converted->showInstrumentNumbers});
+  }
+  if (options_.json) {
+    output.problems = problemsOf(program_.host.files, output.outcome);
+  }
+  return output;
 }
 
 }  // namespace
 
 int runConvert(const ConvertOptions& options) {
-  ConsoleHost host;
-  const std::string firstResultFile = options.result.empty() ? "" : host.fullName(options.result);
-  return runOnSelection(host, options.selection, [&](const std::string& namesFile) {
-    DryRunHost kept(host);
-    return convertNames(host, options.dryRun ? &kept : nullptr, namesFile, firstResultFile, options);
+  ConsoleHost console;
+  const std::string firstResultFile = options.result.empty() ? "" : console.system().fullName(options.result);
+  return runOnSelection(console, options.selection, [&](const std::string& namesFile) {
+    OverlayFiles overlay(console.system(), console.system());
+    ConvertRun run(console, options.dryRun ? &overlay : nullptr, options);
+    return print(run.run(namesFile, firstResultFile), options.json);
   });
 }
 

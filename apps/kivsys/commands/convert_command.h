@@ -13,15 +13,15 @@ struct ConvertOptions {
   bool allowZeroId = false;
   bool noOverwrite = false;    ///< ask before a file is replaced
   bool noInstrNumber = false;  ///< results show no instrument identifiers
-  bool force = false;          ///< convert what qualifies as it stands, too
+  bool force = false;          ///< convert input that qualifies as it is, too
   bool json = false;
-  bool dryRun = false;  ///< write nothing, tell what would be written
+  bool dryRun = false;  ///< write nothing, print what would be written
   bool verify = false;  ///< prove the conversion afterwards
   bool trace = false;   ///< leave the tables of the last system in a text file
 };
 
-/// Analyses the selected pages as the panel does, converts them when that is called for, and prints the outcome.
-/// Returns the program's exit status.
+/// Analyzes the selected pages as the panel does, converts them when they need it, and prints the outcome. Returns the
+/// program's exit status.
 int runConvert(const ConvertOptions& options);
 
 }  // namespace kiv

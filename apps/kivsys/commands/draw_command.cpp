@@ -8,6 +8,7 @@
 #include "drawing/page_picture.h"
 #include "input/file_names.h"
 #include "mus/reader.h"
+#include "platform/console/console_host.h"
 
 namespace kiv {
 namespace {
@@ -18,7 +19,7 @@ std::vector<Item> itemsOf(const ItemTable& table) {
   for (int i = 1; i <= table.itemCount(); ++i) {
     Item& item = items[static_cast<std::size_t>(i - 1)];
     for (int p = 1; p <= parameterCount; ++p) {
-      item.par[static_cast<std::size_t>(p)] = table.itemPar(i, p);
+      item[p] = table.itemPar(i, p);
     }
     item.text = NativeSystem::toUtf8(table.itemText(i));
   }
@@ -28,24 +29,22 @@ std::vector<Item> itemsOf(const ItemTable& table) {
 }  // namespace
 
 int runDraw(const DrawOptions& options) {
-  ConsoleHost host;
-  const std::string page = ConsoleHost::coreName(options.page);
+  ConsoleHost console;
+  const std::string page = NativeSystem::coreName(options.page);
   ItemTable table;
-  try {
-    readFile(host, page, table);
-  } catch (const ProgramEnd&) {
+  if (exitCodeOf(console.user(), [&] { readFile(console.system(), page, table); })) {
     return exit_status::critical;
   }
   const std::string title = NativeSystem::toUtf8(withoutPath(page));
-  return deliver(host, options.out == "-" ? "-" : ConsoleHost::coreName(options.out),
+  return deliver(console.system(), options.out == "-" ? "-" : NativeSystem::coreName(options.out),
                  pagePicture(itemsOf(table), title));
 }
 
-int deliver(ConsoleHost& host, const std::string& out, const std::string& content) {
+int deliver(Files& files, const std::string& out, const std::string& content) {
   if (out == "-") {
     return printOutcome(content, exit_status::normal);
   }
-  if (const auto failure = host.replaceFile(out, content)) {
+  if (const auto failure = files.replaceFile(out, content)) {
     std::cerr << "kivsys: cannot write " << out << ": " << *failure << '\n';
     return exit_status::critical;
   }

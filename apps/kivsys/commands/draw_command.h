@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/console/console_host.h"
+#include "platform/files.h"
 
 namespace kiv {
 
@@ -15,8 +15,8 @@ struct DrawOptions {
 /// Draws the page as an SVG file. Returns the program's exit status.
 int runDraw(const DrawOptions& options);
 
-/// Prints what was made for "-", else writes it into the file of that full name, in which an old one stays whole until
-/// the new one is. Returns the program's exit status.
-int deliver(ConsoleHost& host, const std::string& out, const std::string& content);
+/// Prints the content for "-", else writes it into the file of that full name, where the old content stays whole until
+/// the new one is complete. Returns the program's exit status.
+int deliver(Files& files, const std::string& out, const std::string& content);
 
 }  // namespace kiv

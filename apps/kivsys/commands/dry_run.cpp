@@ -7,16 +7,15 @@
 
 #include "apps/kivsys/output/diagnostics_json.h"
 #include "base/number.h"
-#include "diagnostics/problem_codes.h"
 #include "diagnostics/system_facts.h"
 
 namespace kiv {
 namespace {
 
-/// The instruments of every system in the report that the run kept.
-std::map<std::int16_t, std::set<std::int16_t>> instrumentsBySystem(Host& host) {
+/// The instruments of every system in the report.
+std::map<std::int16_t, std::set<std::int16_t>> instrumentsBySystem(Files& files) {
   std::map<std::int16_t, std::set<std::int16_t>> instruments;
-  for (const SystemFact& system : readSystemFacts(host)) {
+  for (const SystemFact& system : readSystemFacts(files)) {
     for (const StaffFact& staff : system.staves) {
       instruments[system.number].insert(staff.instrument);
     }
@@ -38,16 +37,12 @@ std::string staffWords(const std::vector<PlannedStaff>& staves) {
 
 }  // namespace
 
-Answer DryRunHost::message(Icon icon, std::string_view text, Buttons buttons) {
-  return codeOf(text) == code::created ? Answer::ok : KeptHost::message(icon, text, buttons);
-}
-
-std::vector<PlannedResult> plannedResults(KeptHost& host) {
-  const auto instruments = instrumentsBySystem(host);
+std::vector<PlannedResult> plannedResults(OverlayFiles& files) {
+  const auto instruments = instrumentsBySystem(files);
   std::vector<PlannedResult> results;
   std::int16_t system = 0;
-  for (const KeptHost::Replaced& page : host.replaced()) {
-    const std::string bytes = readWhole(host, page.name).value_or("");
+  for (const OverlayFiles::Replaced& page : files.replaced()) {
+    const std::string bytes = readWhole(files, page.name).value_or("");
     const auto present = instruments.find(++system);
     results.push_back(
         {system, page.name, page.existed, bytes.size(),

@@ -7,16 +7,27 @@
 
 #include "apps/kivsys/output/outcome_json.h"
 #include "diagnostics/planned_results.h"
-#include "platform/memory/kept_host.h"
+#include "platform/memory/overlay_files.h"
+#include "platform/user.h"
 
 namespace kiv {
 
-/// The host of a conversion that writes nothing. It does not show the message that tells of files created.
-class DryRunHost : public KeptHost {
+/// The user of a conversion that writes nothing: is shown all messages but the one about files created.
+class DryRunUser : public User {
  public:
-  using KeptHost::KeptHost;
+  /// The user must outlive this object.
+  explicit DryRunUser(User& user) : user_(user) {}
 
-  Answer message(Icon icon, std::string_view text, Buttons buttons) override;
+  Answer show(const Message& message) override {
+    return message.code == code::created ? Answer::ok : user_.show(message);
+  }
+  bool showText(const std::string& /*name*/) override { return true; }
+  void setPointer(Pointer pointer) override { user_.setPointer(pointer); }
+  void processEvents() override { user_.processEvents(); }
+  void showProgress(int done, int all, std::string_view plural) override { user_.showProgress(done, all, plural); }
+
+ private:
+  User& user_;
 };
 
 /// A page that a conversion would write.
@@ -28,10 +39,10 @@ struct PlannedResult {
   std::vector<PlannedStaff> staves;  ///< from the top
 };
 
-/// What a conversion on the host would have written, in order.
-std::vector<PlannedResult> plannedResults(KeptHost& host);
+/// What a conversion has written into the overlay, in order.
+std::vector<PlannedResult> plannedResults(OverlayFiles& files);
 
-/// A line for every result: "WORK0001.MUS new, 1234 bytes: 101 to 106 rest, 107 to 112"
+/// A line for every result: "WORK0001.MUS new, 1234 bytes: real 101 102, rest 103"
 std::string plannedLines(const std::vector<PlannedResult>& results);
 Json plannedJson(const std::vector<PlannedResult>& results);
 

@@ -6,7 +6,7 @@
 
 #include "apps/kivsys/exit_status.h"
 #include "pagetext/page_text.h"
-#include "platform/console/console_host.h"
+#include "platform/console/native_system.h"
 
 namespace kiv {
 namespace {
@@ -25,8 +25,8 @@ std::optional<std::string> standardInput() {
 }  // namespace
 
 int runDump(const std::string& page) {
-  ConsoleHost host;
-  const auto file = readWhole(host, ConsoleHost::coreName(page));
+  NativeSystem system;
+  const auto file = readWhole(system, NativeSystem::coreName(page));
   if (!file) {
     return fail("cannot read " + page);
   }
@@ -35,8 +35,8 @@ int runDump(const std::string& page) {
 }
 
 int runBuild(const std::string& text, const std::string& page) {
-  ConsoleHost host;
-  const auto lines = text == "-" ? standardInput() : readWhole(host, ConsoleHost::coreName(text));
+  NativeSystem system;
+  const auto lines = text == "-" ? standardInput() : readWhole(system, NativeSystem::coreName(text));
   if (!lines) {
     return fail("cannot read " + text);
   }
@@ -44,7 +44,7 @@ int runBuild(const std::string& text, const std::string& page) {
   if (const auto* error = std::get_if<PageTextError>(&built)) {
     return fail(text + ":" + std::to_string(error->line) + ": " + error->reason);
   }
-  if (const auto failure = host.replaceFile(ConsoleHost::coreName(page), std::get<std::string>(built))) {
+  if (const auto failure = system.replaceFile(NativeSystem::coreName(page), std::get<std::string>(built))) {
     return fail("cannot write " + page + ": " + *failure);
   }
   return exit_status::normal;

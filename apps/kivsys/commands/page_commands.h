@@ -13,7 +13,7 @@ struct PageFiles {
 /// Prints the page as text on standard output. Returns the program's exit status.
 int runDump(const std::string& page);
 
-/// Makes the page that the text file, or standard input for "-", describes; an old page stays whole until the new one
+/// Builds the page that the text file, or standard input for "-", describes; an old page stays whole until the new one
 /// is. Returns the program's exit status.
 int runBuild(const std::string& text, const std::string& page);
 

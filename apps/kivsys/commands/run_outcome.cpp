@@ -2,31 +2,10 @@
 
 #include <iostream>
 
-#include <nlohmann/json.hpp>
-
 #include "apps/kivsys/exit_status.h"
-#include "apps/kivsys/output/outcome_json.h"
-#include "apps/kivsys/output/verification_json.h"
 
 namespace kiv {
 namespace {
-
-const char* nameOf(Answer answer) {
-  switch (answer) {
-    case Answer::yes:
-      return "yes";
-    case Answer::no:
-      return "no";
-    case Answer::ok:
-      break;
-  }
-  return "ok";
-}
-
-template <typename Value>
-Json orNull(const std::optional<Value>& value) {
-  return value ? Json(*value) : Json();
-}
 
 std::string yesOrNo(bool value) {
   return value ? "YES" : "NO";
@@ -34,21 +13,11 @@ std::string yesOrNo(bool value) {
 
 }  // namespace
 
-const char* nameOf(Icon icon) {
-  switch (icon) {
-    case Icon::information:
-      return "information";
-    case Icon::exclamation:
-      return "exclamation";
-    case Icon::critical:
-      return "critical";
-    case Icon::none:
-      break;
-  }
-  return "none";
+bool endsNormally(ConsoleHost& console, const std::function<void()>& run) {
+  return exitCodeOf(console.user(), run).value_or(exit_status::normal) == exit_status::normal;
 }
 
-RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& host, bool normalEnd) {
+RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& console, bool normalEnd) {
   RunOutcome outcome;
   outcome.normalEnd = normalEnd;
   if (normalEnd) {
@@ -57,59 +26,30 @@ RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& host, bool nor
     outcome.multifile = program.pages.multifileCount != 0;
     outcome.systems = program.systems.systemCount();
   }
-  outcome.messages = host.messages();
+  outcome.messages = console.messages();
   outcome.files = program.names.nameCount;
   return outcome;
 }
 
-RunOutcome withPagesWritten(RunOutcome analysis, const ConsoleHost& host, bool normalEnd) {
+RunOutcome withPagesWritten(RunOutcome analysis, const ConsoleHost& console, bool normalEnd) {
   analysis.normalEnd = normalEnd;
-  analysis.messages = host.messages();
-  analysis.created = host.replacedFiles();
+  analysis.messages = console.messages();
+  analysis.created = console.replacedFiles();
   return analysis;
 }
 
-RunOutcome writingOutcomeOf(const NamesTable& names, const ConsoleHost& host, bool normalEnd) {
+RunOutcome writingOutcomeOf(const NamesTable& names, const ConsoleHost& console, bool normalEnd) {
   RunOutcome outcome;
   outcome.files = names.nameCount;
-  return withPagesWritten(outcome, host, normalEnd);
+  return withPagesWritten(outcome, console, normalEnd);
 }
 
-Json jsonOf(const RunOutcome& outcome) {
-  Json messages = Json::array();
-  for (const ShownMessage& message : outcome.messages) {
-    messages.push_back({{"icon", nameOf(message.icon)},
-                        {"text", NativeSystem::toUtf8(message.text)},
-                        {"answer", nameOf(message.answer)}});
+std::vector<Problem> problemsOf(Files& files, const RunOutcome& outcome) {
+  std::vector<Message> messages;
+  for (const ShownMessage& shown : outcome.messages) {
+    messages.push_back(shown.message);
   }
-  Json object = {{"end", outcome.normalEnd ? "normal" : "critical"},
-                 {"messages", messages},
-                 {"consistency", orNull(outcome.consistency)},
-                 {"multifile", orNull(outcome.multifile)},
-                 {"files", outcome.files},
-                 {"systems", orNull(outcome.systems)},
-                 {"instruments", orNull(outcome.instruments)}};
-  if (outcome.created) {
-    Json created = Json::array();
-    for (const std::string& file : *outcome.created) {
-      created.push_back(NativeSystem::toUtf8(file));
-    }
-    object["created"] = created;
-  }
-  if (outcome.verifies) {
-    object["verified"] = outcome.verification ? toJson(*outcome.verification) : Json();
-  }
-  return object;
-}
-
-std::string asLine(const Json& object) {
-  return object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
-}
-
-std::string asJson(const RunOutcome& outcome) {
-  Json object = jsonOf(outcome);
-  object["schema_version"] = schemaVersion;
-  return asLine(object);
+  return findProblems(files, messages);
 }
 
 std::string asText(const RunOutcome& outcome) {

@@ -1,17 +1,19 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "diagnostics/problems.h"
 #include "platform/console/console_host.h"
 #include "shell/kivsystem.h"
 #include "verify/verify.h"
 
 namespace kiv {
 
-/// How an analysis ended, and what it found out. What it did not reach is empty.
+/// How an analysis ended, and its results. What it did not reach is empty.
 struct RunOutcome {
   bool normalEnd = false;
   std::vector<ShownMessage> messages;
@@ -21,31 +23,35 @@ struct RunOutcome {
   std::optional<std::size_t> systems;
   std::optional<std::size_t> instruments;
   bool verifies = false;                            ///< the conversion was to be proved
-  std::optional<proof::Verification> verification;  ///< only of a conversion that was made and was to be proved
+  std::optional<proof::Verification> verification;  ///< only of a conversion that ended and was to be proved
   std::optional<std::vector<std::string>> created;  ///< the pages written, in order; only of runs that write pages
 
-  /// True when every system can go on as it stands, without a conversion.
+  /// True when no conversion is needed.
   bool qualifies() const { return consistency.value_or(false) && !multifile.value_or(true); }
 };
 
-/// What the program object holds at the end of an analysis.
-RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& host, bool normalEnd);
+/// Runs a procedure of the program, and shows the critical message that ends it. False when one did.
+bool endsNormally(ConsoleHost& console, const std::function<void()>& run);
+
+/// The outcome of an analysis that has filled the program's tables.
+RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& console, bool normalEnd);
 
 /// The outcome of a run that goes on after its analysis and writes pages.
-RunOutcome withPagesWritten(RunOutcome analysis, const ConsoleHost& host, bool normalEnd);
+RunOutcome withPagesWritten(RunOutcome analysis, const ConsoleHost& console, bool normalEnd);
 
-/// What the host holds at the end of a run that writes pages and has no analysis.
-RunOutcome writingOutcomeOf(const NamesTable& names, const ConsoleHost& host, bool normalEnd);
+/// The outcome of a run that writes pages without an analysis.
+RunOutcome writingOutcomeOf(const NamesTable& names, const ConsoleHost& console, bool normalEnd);
 
-/// One JSON object in UTF-8 on a line of its own.
-std::string asJson(const RunOutcome& outcome);
+/// The problems that the messages of a run are about.
+std::vector<Problem> problemsOf(Files& files, const RunOutcome& outcome);
+
 /// The verdict and the counts, a line each; "" when the analysis did not reach them.
 std::string asText(const RunOutcome& outcome);
 
 /// The pages written, a line each.
 std::string createdLines(const RunOutcome& outcome);
 
-/// Prints the outcome on standard output and returns the status; one that cannot be printed does not pass for success.
+/// Prints the outcome on standard output and returns the status; output that cannot be printed makes it critical.
 int printOutcome(const std::string& text, int status);
 
 }  // namespace kiv

@@ -15,22 +15,22 @@ int refuse(const std::string& reason) {
   return exit_status::wrongUsage;
 }
 
-/// The names file made of the page names on the command line, gone with the run.
+/// The names file made from the page names on the command line, deleted after the run.
 class TemporaryNamesFile {
  public:
-  TemporaryNamesFile(ConsoleHost& host, const std::vector<std::string>& fullNames) : host_(host) {
+  TemporaryNamesFile(NativeSystem& system, const std::vector<std::string>& fullNames) : system_(system) {
     std::string lines;
     for (const std::string& name : fullNames) {
       lines += name + " 1\r\n";
     }
-    name_ = host_.makeTemporaryFile(lines);
+    name_ = system_.makeTemporaryFile(lines);
   }
   TemporaryNamesFile(const TemporaryNamesFile&) = delete;
   TemporaryNamesFile& operator=(const TemporaryNamesFile&) = delete;
   ~TemporaryNamesFile() {
     try {
       if (!name_.empty()) {
-        host_.deleteFile(name_);
+        system_.deleteFile(name_);
       }
     } catch (const std::bad_alloc&) {
       // Without the memory for a name, the file stays among the temporary ones.
@@ -41,15 +41,15 @@ class TemporaryNamesFile {
   const std::string& name() const { return name_; }
 
  private:
-  ConsoleHost& host_;
+  NativeSystem& system_;
   std::string name_;
 };
 
-/// The name of a file that the user typed, while the program still stands where it was started. One that is not there
-/// is left as it was typed, to be looked for in the run's folder.
-std::string coreNameOf(ConsoleHost& host, const std::string& typed) {
-  const std::string full = host.fullName(typed);
-  return host.openInput(full) ? full : ConsoleHost::coreName(typed);
+/// The name of a file that the user typed, before the run's folder is entered. One that does not exist stays as it was
+/// typed, to be looked for in the run's folder.
+std::string coreNameOf(NativeSystem& system, const std::string& typed) {
+  const std::string full = system.fullName(typed);
+  return system.openInput(full) ? full : NativeSystem::coreName(typed);
 }
 
 bool holdsLineEnd(const std::string& name) {
@@ -58,24 +58,25 @@ bool holdsLineEnd(const std::string& name) {
 
 }  // namespace
 
-int runOnSelection(ConsoleHost& host, const Selection& selection,
+int runOnSelection(ConsoleHost& console, const Selection& selection,
                    const std::function<int(const std::string& namesFile)>& run) {
-  std::string namesFile = selection.names.empty() ? "" : coreNameOf(host, selection.names);
+  NativeSystem& system = console.system();
+  std::string namesFile = selection.names.empty() ? "" : coreNameOf(system, selection.names);
   std::vector<std::string> pages;
   for (const std::string& typed : selection.pages) {
-    for (const std::string& page : ConsoleHost::filesMatching(typed)) {
-      pages.push_back(host.fullName(page));
+    for (const std::string& page : NativeSystem::filesMatching(typed)) {
+      pages.push_back(system.fullName(page));
     }
   }
   if (std::any_of(pages.begin(), pages.end(), holdsLineEnd)) {
     return refuse("a page file whose name holds a line end cannot be listed in a names file");
   }
-  if (!selection.folder.empty() && !host.enterFolder(selection.folder)) {
+  if (!selection.folder.empty() && !system.enterFolder(selection.folder)) {
     return refuse("cannot enter the folder " + selection.folder);
   }
   std::optional<TemporaryNamesFile> temporary;
   if (selection.names.empty()) {
-    namesFile = temporary.emplace(host, pages).name();
+    namesFile = temporary.emplace(system, pages).name();
     if (namesFile.empty()) {
       std::cerr << "kivsys: cannot make a names file in the folder for temporary files\n";
       return exit_status::critical;

@@ -15,9 +15,9 @@ struct Selection {
   std::vector<std::string> pages;  ///< the page files; empty when a names file is given
 };
 
-/// Enters the run's folder and runs a command on the names file that the selection stands for; one made of page names
-/// is gone afterwards. Returns the command's exit status, or that of a selection which nothing can be run on.
-int runOnSelection(ConsoleHost& host, const Selection& selection,
+/// Enters the run's folder and runs a command on the names file of the selection; one made from page names is deleted
+/// afterwards. Returns the command's exit status, or that of a selection that cannot be used.
+int runOnSelection(ConsoleHost& console, const Selection& selection,
                    const std::function<int(const std::string& namesFile)>& run);
 
 }  // namespace kiv

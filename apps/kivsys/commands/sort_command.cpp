@@ -2,22 +2,19 @@
 
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/outcome_json.h"
 #include "platform/console/console_host.h"
-#include "shell/kivsystem.h"
 #include "sort/sort_on_instrument.h"
 
 namespace kiv {
 namespace {
 
-int sortNames(ConsoleHost& host, const std::string& namesFile, const SortOptions& options) {
-  KivSystem program(host);
-  bool normalEnd = true;
-  try {
-    cmdSortInstrument_Click(host, namesFile, program.names, program.musFileName, program.items);
-  } catch (const ProgramEnd& end) {
-    normalEnd = end.exitCode == exit_status::normal;
-  }
-  const RunOutcome outcome = writingOutcomeOf(program.names, host, normalEnd);
+int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOptions& options) {
+  NamesTable names;
+  ItemTable items;
+  const bool normalEnd =
+      endsNormally(console, [&] { cmdSortInstrument_Click(console.host(), namesFile, names, items); });
+  const RunOutcome outcome = writingOutcomeOf(names, console, normalEnd);
   return printOutcome(options.json ? asJson(outcome) : createdLines(outcome),
                       normalEnd ? exit_status::normal : exit_status::critical);
 }
@@ -25,9 +22,9 @@ int sortNames(ConsoleHost& host, const std::string& namesFile, const SortOptions
 }  // namespace
 
 int runSort(const SortOptions& options) {
-  ConsoleHost host;
-  return runOnSelection(host, options.selection,
-                        [&](const std::string& namesFile) { return sortNames(host, namesFile, options); });
+  ConsoleHost console;
+  return runOnSelection(console, options.selection,
+                        [&](const std::string& namesFile) { return sortNames(console, namesFile, options); });
 }
 
 }  // namespace kiv

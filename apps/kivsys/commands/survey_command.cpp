@@ -10,6 +10,7 @@
 
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/survey/survey_state.h"
+#include "platform/console/console_host.h"
 
 namespace kiv {
 namespace {
@@ -22,17 +23,17 @@ static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler may touc
 
 extern "C" void interrupt(int signal) {
   interrupted = true;
-  static_cast<void>(std::signal(signal, SIG_DFL));  // whoever asks again is not made to wait
+  static_cast<void>(std::signal(signal, SIG_DFL));  // the second signal ends the program at once
 }
 
-/// A survey under way. The workers are threads: an analysis that reads the disk and writes to memory shares nothing
-/// with another one, not even a current folder.
+/// A running survey. The workers are threads: an analysis that reads the disk and writes to memory shares nothing with
+/// another one, not even a current folder.
 class Survey {
  public:
-  Survey(const SurveyOptions& options, const std::vector<LibraryPiece>& pieces, ConsoleHost& host, SurveyState& state)
+  Survey(const SurveyOptions& options, const std::vector<LibraryPiece>& pieces, User& user, SurveyState& state)
       : options_(options),
         pieces_(pieces),
-        host_(host),
+        user_(user),
         state_(state),
         lines_(options.format, pieces),
         findings_(pieces.size()) {}
@@ -40,17 +41,17 @@ class Survey {
   int run();
 
  private:
-  void takeKnown();
+  void loadKnown();
   void work();
   void finish(std::size_t piece, PieceFindings findings);
   void print(const std::string& text);
 
   const SurveyOptions& options_;
   const std::vector<LibraryPiece>& pieces_;
-  ConsoleHost& host_;
+  User& user_;
   SurveyState& state_;
   std::atomic<std::size_t> next_ = 0;
-  std::mutex mutex_;  // guards all below, the host and the state
+  std::mutex mutex_;  // guards all below, the user and the state
   SurveyLines lines_;
   std::vector<std::optional<PieceFindings>> findings_;
   std::size_t finished_ = 0;
@@ -59,11 +60,11 @@ class Survey {
 };
 
 void Survey::print(const std::string& text) {
-  host_.showProgress(1, 1, "pieces");
+  user_.showProgress(1, 1, "pieces");
   std::cout << text << std::flush;
 }
 
-/// Lines are printed in the order of the pieces, as far as that has come.
+/// Prints the lines in the order of the pieces, up to the first unfinished one.
 void Survey::finish(std::size_t piece, PieceFindings findings) {
   const std::lock_guard lock(mutex_);
   stateLost_ = !state_.keep(pieces_[piece], findings) || stateLost_;
@@ -72,16 +73,16 @@ void Survey::finish(std::size_t piece, PieceFindings findings) {
   for (; printed_ < pieces_.size() && findings_[printed_]; ++printed_) {
     print(lines_.line(pieces_[printed_], *findings_[printed_]));
   }
-  host_.showProgress(static_cast<int>(finished_), static_cast<int>(pieces_.size()), "pieces");
+  user_.showProgress(static_cast<int>(finished_), static_cast<int>(pieces_.size()), "pieces");
 }
 
 void Survey::work() {
-  ConsoleHost disk;
+  NativeSystem system;
   for (std::size_t piece = next_++; piece < pieces_.size() && !interrupted; piece = next_++) {
     if (findings_[piece]) {
-      continue;  // an earlier run has done it
+      continue;  // an earlier run has analyzed it
     }
-    PieceFindings findings = surveyPiece(disk, pieces_[piece].pages);
+    PieceFindings findings = surveyPiece(system, system, pieces_[piece].pages);
     for (std::string& problem : findings.problems) {
       problem = NativeSystem::toUtf8(problem);
     }
@@ -89,7 +90,7 @@ void Survey::work() {
   }
 }
 
-void Survey::takeKnown() {
+void Survey::loadKnown() {
   for (std::size_t piece = 0; piece < pieces_.size(); ++piece) {
     findings_[piece] = state_.find(pieces_[piece]);
     finished_ += findings_[piece] ? 1U : 0U;
@@ -98,7 +99,7 @@ void Survey::takeKnown() {
 
 int Survey::run() {
   print(lines_.head());
-  takeKnown();
+  loadKnown();
   const std::size_t cores = std::max(1U, options_.jobs == 0 ? std::thread::hardware_concurrency() : options_.jobs);
   {
     std::vector<std::jthread> workers;
@@ -138,20 +139,20 @@ int runSurvey(const SurveyOptions& options) {
       return exit_status::wrongUsage;
     }
   }
-  ConsoleHost host;
+  ConsoleHost console;
   SurveyState state;
   if (!options.resume.empty()) {
-    if (const std::string failure = state.open(host, options.resume); !failure.empty()) {
+    if (const std::string failure = state.open(console.system(), options.resume); !failure.empty()) {
       std::cerr << "kivsys: cannot write to " << options.resume << ": " << failure << '\n';
       return exit_status::critical;
     }
   }
   static_cast<void>(std::signal(SIGINT, interrupt));
-  const Library library = walkLibrary(host, options.folders);
+  const Library library = walkLibrary(console.system(), options.folders);
   for (const std::string& folder : library.unreadable) {
     std::cerr << "kivsys: cannot list the folder " << folder << '\n';
   }
-  const int status = Survey(options, library.pieces, host, state).run();
+  const int status = Survey(options, library.pieces, console.user(), state).run();
   return status == exit_status::normal && !library.unreadable.empty() ? exit_status::critical : status;
 }
 

@@ -11,11 +11,11 @@ namespace kiv {
 struct SurveyOptions {
   std::vector<std::string> folders;
   SurveyFormat format = SurveyFormat::table;
-  unsigned jobs = 0;   ///< pieces that are analysed at once; 0 is one for every processor core
+  unsigned jobs = 0;   ///< pieces analyzed at once; 0 is one for every processor core
   std::string resume;  ///< the file that keeps finished pieces; "" for none
 };
 
-/// Analyses every piece in the folders and below, and prints a line for each, in their order. Returns the program's
+/// Analyzes every piece in the folders and below, and prints a line for each, in their order. Returns the program's
 /// exit status; 130 when it was interrupted.
 int runSurvey(const SurveyOptions& options);
 

@@ -2,10 +2,10 @@
 
 #include <iostream>
 
+#include "apps/kivsys/commands/analysis_again.h"
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/verification_json.h"
-#include "verify/analysis_again.h"
 
 namespace kiv {
 namespace {
@@ -18,18 +18,18 @@ std::string lineOf(const proof::Finding& finding) {
 }
 
 /// The digests under the names that the files have on the disk, whatever case a names file gave them.
-std::string manifestOf(ConsoleHost& host, std::vector<DigestedFile> files) {
+std::string manifestOf(NativeSystem& system, std::vector<DigestedFile> files) {
   for (DigestedFile& file : files) {
     const bool hasFolder = file.name.find('\\') != std::string::npos;
-    file.name = host.diskName(hasFolder ? file.name : host.currentFolder() + "\\" + file.name);
+    file.name = system.diskName(hasFolder ? file.name : system.currentFolder() + "\\" + file.name);
   }
   return manifestText(files);
 }
 
-int printVerification(ConsoleHost& host, const proof::Verification& verification, const std::string& manifest,
+int printVerification(NativeSystem& system, const proof::Verification& verification, const std::string& manifest,
                       bool json) {
   if (!manifest.empty()) {
-    if (const auto failure = host.replaceFile(manifest, manifestOf(host, verification.files))) {
+    if (const auto failure = system.replaceFile(manifest, manifestOf(system, verification.files))) {
       std::cerr << "kivsys: cannot write the manifest: " << *failure << '\n';
       return exit_status::critical;
     }
@@ -42,9 +42,9 @@ int printVerification(ConsoleHost& host, const proof::Verification& verification
 
 }  // namespace
 
-proof::Verification verificationOf(ConsoleHost& host, const std::string& namesFile,
+proof::Verification verificationOf(NativeSystem& system, const std::string& namesFile,
                                    const proof::ConversionToProve& conversion) {
-  return proof::verify(host, proof::analyseAgain(host, namesFile), conversion);
+  return proof::verify(system, system, analyzeAgain(system, system, namesFile), conversion);
 }
 
 std::string asText(const proof::Verification& verification) {
@@ -65,11 +65,12 @@ std::string asText(const proof::Verification& verification) {
 }
 
 int runVerify(const VerifyOptions& options) {
-  ConsoleHost host;
-  const std::string manifest = options.manifest.empty() ? "" : host.fullName(options.manifest);
-  const proof::ConversionToProve conversion{host.fullName(options.result), std::nullopt};
-  return runOnSelection(host, options.selection, [&](const std::string& namesFile) {
-    return printVerification(host, verificationOf(host, namesFile, conversion), manifest, options.json);
+  ConsoleHost console;
+  NativeSystem& system = console.system();
+  const std::string manifest = options.manifest.empty() ? "" : system.fullName(options.manifest);
+  const proof::ConversionToProve conversion{system.fullName(options.result), std::nullopt};
+  return runOnSelection(console, options.selection, [&](const std::string& namesFile) {
+    return printVerification(system, verificationOf(system, namesFile, conversion), manifest, options.json);
   });
 }
 

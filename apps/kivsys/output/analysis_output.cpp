@@ -8,17 +8,24 @@
 namespace kiv {
 namespace {
 
-/// The object of an outcome, with what was left out.
+/// The object of an outcome, with the skipped pages.
 Json outcomeJson(const AnalysisOutput& output) {
   Json object = jsonOf(output.outcome);
   if (output.pages != nullptr) {
-    object["pages_analysed"] = output.outcome.normalEnd ? Json(output.pages->pages()) : Json();
+    object["pages_analysed"] = output.outcome.normalEnd ? Json(output.pages->count()) : Json();
     object["skipped"] = output.pages->skippedJson();
   }
   return object;
 }
 
-/// The object with its kind in front.
+bool hasSummary(const AnalysisOutput& output) {
+  if (output.pages == nullptr) {
+    return false;
+  }
+  return output.pages->anyLeft() ? output.outcome.normalEnd : output.pages->anySkipped();
+}
+
+/// The object, its kind as the first key.
 std::string recordLine(const char* kind, const Json& object) {
   Json record = {{"record", kind}};
   record.update(object);
@@ -28,9 +35,8 @@ std::string recordLine(const char* kind, const Json& object) {
 }  // namespace
 
 std::string asText(const AnalysisOutput& output) {
-  const bool tellsSkipped = output.pages != nullptr && (output.outcome.normalEnd || !output.pages->anyLeft());
   return asText(output.outcome) + (output.layouts ? explanation(*output.layouts) : "") +
-         (tellsSkipped && (output.pages->anySkipped() || output.pages->anyLeft()) ? output.pages->summary() : "");
+         (hasSummary(output) ? output.pages->summary() : "");
 }
 
 std::string asJson(const AnalysisOutput& output) {

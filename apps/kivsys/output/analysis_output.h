@@ -4,22 +4,22 @@
 #include <string>
 #include <vector>
 
-#include "apps/kivsys/commands/keep_going.h"
 #include "apps/kivsys/commands/run_outcome.h"
+#include "apps/kivsys/commands/valid_pages.h"
 #include "diagnostics/layouts.h"
 #include "diagnostics/problems.h"
 
 namespace kiv {
 
-/// All that an analysis tells.
+/// All that an analysis prints.
 struct AnalysisOutput {
   RunOutcome outcome;
   std::vector<Problem> problems;
-  std::optional<Layouts> layouts;      ///< none when the run did not get so far
-  const PagesToGoOn* pages = nullptr;  ///< of a run that leaves bad pages out; else null
+  std::optional<Layouts> layouts;     ///< none when the run did not get so far
+  const ValidPages* pages = nullptr;  ///< of a run that skips bad pages; else null
 };
 
-/// The verdict, the counts and the layouts; last, which pages were left out.
+/// The verdict, the counts and the layouts; last, the pages that were skipped.
 std::string asText(const AnalysisOutput& output);
 /// One JSON object on a line of its own.
 std::string asJson(const AnalysisOutput& output);

@@ -11,11 +11,11 @@ namespace kiv {
 
 /// A problem as an object; what is not certain is null.
 Json jsonOf(const Problem& problem);
-/// One layout as an object, its deviations left out.
+/// One layout as an object, without its deviations.
 Json jsonOf(const Layouts& layouts, const LayoutClass& layout);
 /// A deviation of a layout as an object.
 Json jsonOf(const Layouts& layouts, const Deviation& deviation);
-/// All layouts as one array, their deviations within.
+/// All layouts as one array, with their deviations.
 Json jsonOf(const Layouts& layouts);
 /// All problems as one array.
 Json jsonOf(const std::vector<Problem>& problems);

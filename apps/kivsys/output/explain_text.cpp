@@ -11,7 +11,7 @@
 namespace kiv {
 namespace {
 
-constexpr std::size_t mostLayouts = 10;  // with their places, they fit on one screen
+constexpr std::size_t mostLayouts = 10;  // with their staves, they fit on one screen
 constexpr std::size_t mostWords = 8;
 constexpr std::size_t mostPlaces = 3;
 
@@ -97,7 +97,7 @@ std::vector<std::int16_t> editedInstruments(const LayoutClass& layout, Deviation
   return instruments;
 }
 
-/// How often: "twice", "3 times".
+/// A number of times: "twice", "3 times".
 std::string times(std::ptrdiff_t count) {
   return count == 2 ? "twice" : std::to_string(count) + " times";
 }
@@ -122,7 +122,7 @@ std::string difference(const Layouts& layouts, const LayoutClass& layout) {
   return layouts.classes.front().label + " " + joined(parts, parts.size());
 }
 
-/// Where the staves of the first system stand that are not as in layout A.
+/// The items of the staves in the first system that are not as in layout A.
 std::string placesLine(const LayoutClass& layout) {
   std::vector<std::string> words;
   for (const Deviation& deviation : layout.deviations) {

@@ -5,13 +5,13 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include "apps/kivsys/commands/run_outcome.h"
-#include "platform/host.h"
+#include "messages/message.h"
 
 namespace kiv {
 
 using Json = nlohmann::ordered_json;
 
-/// What docs/json-schema.json describes; raised when a key goes or changes its meaning.
+/// What docs/json-schema.json describes; raised when a key is removed or changes its meaning.
 constexpr int schemaVersion = 1;
 
 /// "information", "exclamation", "critical" or "none".
@@ -19,6 +19,9 @@ const char* nameOf(Icon icon);
 
 /// The outcome as an object, without the schema's version.
 Json jsonOf(const RunOutcome& outcome);
+
+/// The outcome with the schema's version, on a line of its own.
+std::string asJson(const RunOutcome& outcome);
 
 /// The object in UTF-8 on a line of its own.
 std::string asLine(const Json& object);

@@ -34,14 +34,14 @@ Cells cellsOf(const LibraryPiece& piece, const PieceFindings& findings) {
           std::to_string(findings.problems.size())};
 }
 
-/// A name in which a control character would spoil the lines.
+/// The name with its control characters, which would break the lines, replaced.
 std::string printable(std::string name) {
   std::replace_if(
       name.begin(), name.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }, '?');
   return name;
 }
 
-/// How many columns of a terminal a text takes, as far as its characters have the usual width.
+/// The number of columns of a terminal that a text fills, if each of its characters fills one.
 std::size_t widthOf(const std::string& text) {
   const std::string characters = NativeSystem::toUtf8(text);
   return static_cast<std::size_t>(std::count_if(

@@ -20,7 +20,7 @@ class SurveyLines {
 
   std::string head() const;
   std::string line(const LibraryPiece& piece, const PieceFindings& findings);
-  /// What ends the output; interrupted tells that pieces are missing.
+  /// The end of the output; interrupted says that pieces are missing.
   std::string end(bool interrupted) const;
 
  private:

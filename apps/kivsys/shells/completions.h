@@ -21,7 +21,7 @@ std::string powershellCompletion(const CommandTable& table);
 
 /// The words with a separator between them.
 std::string joined(const std::vector<std::string>& words, const std::string& separator);
-/// The text with another one in the place of each of these characters; `by` holds a '?' for the character itself.
+/// The text with each of these characters replaced; in the replacement `by`, a '?' stands for the character itself.
 std::string escaped(const std::string& text, const std::string& characters, const std::string& by);
 
 }  // namespace kiv

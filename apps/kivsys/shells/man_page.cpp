@@ -50,8 +50,8 @@ std::string italic(const std::string& text) {
   return "\\fI" + roff(text) + "\\fR";
 }
 
-/// Paragraphs, and lines that stand as they are where they begin with two blanks. Those behind the head of the examples
-/// are wanted, or those before it.
+/// The paragraphs of a footer; lines that begin with two blanks are preformatted. Returns those under the heading of
+/// the examples, or those above it.
 std::string footerText(const std::string& footer, bool examples) {
   std::istringstream lines(footer);
   std::string text;

@@ -17,7 +17,7 @@ std::string stampOf(const fs::path& file) {
 }
 
 /// The pieces of one folder are added to the library; its folders are returned in their order.
-std::vector<fs::path> visit(ConsoleHost& host, const fs::path& folder, Library& library) {
+std::vector<fs::path> visit(NativeSystem& system, const fs::path& folder, Library& library) {
   std::error_code failure;
   std::vector<std::string> names;
   std::vector<fs::path> below;
@@ -33,10 +33,10 @@ std::vector<fs::path> visit(ConsoleHost& host, const fs::path& folder, Library& 
   if (failure) {
     library.unreadable.push_back(folder.string());
   }
-  for (const Piece& piece : piecesOf(host, names)) {
+  for (const Piece& piece : piecesOf(system, names)) {
     LibraryPiece found{folder.string(), piece.prefix, {}, ""};
     for (const std::string& file : piece.files) {
-      found.pages.push_back(host.fullName((folder / file).string()));
+      found.pages.push_back(system.fullName((folder / file).string()));
       found.stamp += stampOf(folder / file);
     }
     library.pieces.push_back(std::move(found));
@@ -47,13 +47,13 @@ std::vector<fs::path> visit(ConsoleHost& host, const fs::path& folder, Library& 
 
 }  // namespace
 
-Library walkLibrary(ConsoleHost& host, const std::vector<std::string>& folders) {
+Library walkLibrary(NativeSystem& system, const std::vector<std::string>& folders) {
   Library library;
   std::vector<fs::path> toVisit(folders.rbegin(), folders.rend());
   while (!toVisit.empty()) {
     const fs::path folder = toVisit.back();
     toVisit.pop_back();
-    const auto below = visit(host, folder, library);
+    const auto below = visit(system, folder, library);
     toVisit.insert(toVisit.end(), below.rbegin(), below.rend());
   }
   return library;

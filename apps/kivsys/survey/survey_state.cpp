@@ -15,7 +15,7 @@ std::string utf8(const std::string& text) {
 
 }  // namespace
 
-void SurveyState::takeLine(const std::string& line, std::string& goodLines) {
+void SurveyState::addLine(const std::string& line, std::string& goodLines) {
   try {
     const Json object = Json::parse(line);
     known_[object.at("key").get<std::string>()] = {object.at("stamp").get<std::string>(), findingsIn(object)};
@@ -25,14 +25,14 @@ void SurveyState::takeLine(const std::string& line, std::string& goodLines) {
   }
 }
 
-std::string SurveyState::open(ConsoleHost& host, const std::string& file) {
+std::string SurveyState::open(NativeSystem& system, const std::string& file) {
   std::string goodLines;
-  const std::string name = host.fullName(file);
-  std::istringstream lines(readWhole(host, name).value_or(""));
+  const std::string name = system.fullName(file);
+  std::istringstream lines(readWhole(system, name).value_or(""));
   for (std::string line; std::getline(lines, line);) {
-    takeLine(line, goodLines);
+    addLine(line, goodLines);
   }
-  if (const auto failure = host.replaceFile(name, goodLines)) {
+  if (const auto failure = system.replaceFile(name, goodLines)) {
     return *failure;
   }
   file_.open(file, std::ios::binary | std::ios::app);

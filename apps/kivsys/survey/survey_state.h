@@ -6,20 +6,20 @@
 #include <string>
 
 #include "apps/kivsys/survey/library_walk.h"
-#include "platform/console/console_host.h"
+#include "platform/console/native_system.h"
 #include "survey/survey.h"
 
 namespace kiv {
 
 /// The file in which a survey keeps the pieces that it has finished, one JSON object a line, each with the stamp of its
-/// pages. A line that a run was stopped in is as if it were not there.
+/// pages. An incomplete line, left by a run that was stopped, is ignored.
 class SurveyState {
  public:
-  /// Reads the file, named as the user typed it, and makes it ready for more. Returns why that fails, in words; "" when
-  /// it does not. Without a call nothing is known and nothing kept.
-  std::string open(ConsoleHost& host, const std::string& file);
+  /// Reads the file, named as the user typed it, and prepares it for more lines. Returns the reason when that fails,
+  /// else "". Without a call nothing is known and nothing kept.
+  std::string open(NativeSystem& system, const std::string& file);
 
-  /// What an earlier run has found out about the piece; nullopt when it has not, or the piece has changed.
+  /// The findings of an earlier run; nullopt when there are none, or the piece has changed.
   std::optional<PieceFindings> find(const LibraryPiece& piece) const;
   /// Keeps a finished piece. False when it cannot be written.
   bool keep(const LibraryPiece& piece, const PieceFindings& findings);
@@ -29,7 +29,7 @@ class SurveyState {
     std::string stamp;
     PieceFindings findings;
   };
-  void takeLine(const std::string& line, std::string& goodLines);
+  void addLine(const std::string& line, std::string& goodLines);
 
   std::map<std::string, Known> known_;  // by the piece's key
   std::ofstream file_;

@@ -4,46 +4,44 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/console/console_user.h"
 #include "platform/console/native_system.h"
 #include "platform/host.h"
 
 namespace kiv {
 
-/// A message that the run has shown, and how it was answered.
-struct ShownMessage {
-  Icon icon = Icon::none;
-  std::string text;
-  Answer answer = Answer::ok;
-
-  bool operator==(const ShownMessage&) const = default;
-};
-
-/// The host without windows: messages go to standard error with their severity and are kept, questions are put to the
-/// terminal and answered No where there is none, and long runs tell how far they are where standard error is one.
-class ConsoleHost : public NativeSystem {
+/// The platform's files, programs and clock, with a record of the files that were replaced.
+class ConsoleSystem : public NativeSystem {
  public:
-  ConsoleHost() : terminal_(errorIsTerminal()) {}
+  std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override {
+    auto failure = NativeSystem::replaceFile(name, bytes);
+    if (!failure) {
+      replacedFiles_.push_back(name);
+    }
+    return failure;
+  }
 
-  Answer message(Icon icon, std::string_view text, Buttons buttons) override;
-  bool showText(const std::string& name) override;
-  void setPointer(Pointer /*pointer*/) override {}
-  void processEvents() override {}
-  void showProgress(int done, int all, std::string_view plural) override;
-  std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
-
-  /// In the order in which they were shown.
-  const std::vector<ShownMessage>& messages() const { return messages_; }
-  /// The files that replaceFile has put in their places, in order.
+  /// The files that replaceFile has written, in order.
   const std::vector<std::string>& replacedFiles() const { return replacedFiles_; }
 
  private:
-  Answer ask() const;
-  void clearProgress();
-
-  bool terminal_;
-  bool progressShown_ = false;
-  std::vector<ShownMessage> messages_;
   std::vector<std::string> replacedFiles_;
+};
+
+/// All that surrounds a run of the console program.
+class ConsoleHost {
+ public:
+  ConsoleSystem& system() { return system_; }
+  ConsoleUser& user() { return user_; }
+  Host host() { return {system_, user_, system_, system_}; }
+
+  /// The messages in the order in which they were shown.
+  const std::vector<ShownMessage>& messages() const { return user_.messages(); }
+  const std::vector<std::string>& replacedFiles() const { return system_.replacedFiles(); }
+
+ private:
+  ConsoleSystem system_;
+  ConsoleUser user_{system_};
 };
 
 }  // namespace kiv

@@ -8,7 +8,7 @@
 
 namespace kiv {
 
-/// The world below a host, on the platform of the build.
+/// Files, programs and clock of the platform of the build.
 #ifdef _WIN32
 using NativeSystem = Win32System;
 #else

@@ -18,9 +18,9 @@ class PosixInput : public InputFile {
  public:
   explicit PosixInput(Descriptor file) : file_(std::move(file)) {}
 
-  std::optional<std::size_t> read(std::span<char> room) override {
+  std::optional<std::size_t> read(std::span<char> buffer) override {
     while (true) {
-      const ssize_t got = ::read(file_.number(), room.data(), room.size());
+      const ssize_t got = ::read(file_.number(), buffer.data(), buffer.size());
       if (got >= 0) {
         return static_cast<std::size_t>(got);
       }
@@ -30,7 +30,7 @@ class PosixInput : public InputFile {
     }
   }
 
-  void announce() override {
+  void prefetch() override {
     if (isInMemory()) {
       return;
     }
@@ -43,8 +43,8 @@ class PosixInput : public InputFile {
   bool isInMemory() const {
 #ifdef RWF_NOWAIT
     char byte = 0;
-    const iovec room{&byte, 1};
-    return ::preadv2(file_.number(), &room, 1, 0, RWF_NOWAIT) >= 0;
+    const iovec target{&byte, 1};
+    return ::preadv2(file_.number(), &target, 1, 0, RWF_NOWAIT) >= 0;
 #else
     return false;
 #endif
@@ -86,9 +86,9 @@ std::string lastFailure() {
 
 std::optional<std::string> writeAll(const Descriptor& file, std::string_view bytes) {
   while (!bytes.empty()) {
-    const ssize_t taken = ::write(file.number(), bytes.data(), bytes.size());
-    if (taken >= 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(taken));
+    const ssize_t written = ::write(file.number(), bytes.data(), bytes.size());
+    if (written >= 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(written));
     } else if (errno != EINTR) {
       return lastFailure();
     }
@@ -97,7 +97,7 @@ std::optional<std::string> writeAll(const Descriptor& file, std::string_view byt
 }
 
 std::unique_ptr<InputFile> openForReading(const std::string& path) {
-  // Only what lies on a disk ends for sure. Without O_NONBLOCK, opening a pipe would wait for somebody to write.
+  // Only a regular file certainly ends. Without O_NONBLOCK, opening a pipe would wait for a writer.
   Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (!file.isOpen() || !isOrdinary(file)) {
     return nullptr;

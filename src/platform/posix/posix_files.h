@@ -1,9 +1,11 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 
-#include "platform/host.h"
+#include "platform/files.h"
 
 namespace kiv {
 
@@ -26,13 +28,13 @@ class Descriptor {
   int number_;
 };
 
-/// Null when the path is no file on a disk that can be read; folders, pipes and devices are none.
+/// Null unless the path is a readable file on a disk; folders, pipes and devices are none.
 std::unique_ptr<InputFile> openForReading(const std::string& path);
-/// Null when the path is no file that can be written; otherwise it is empty now.
+/// Opens the file empty. Null when it cannot be written.
 std::unique_ptr<OutputFile> openForWriting(const std::string& path);
 /// The system's words for the last failure.
 std::string lastFailure();
-/// Writes all bytes; the failure's text when the medium does not take them.
+/// Writes all bytes. Returns the failure's text.
 std::optional<std::string> writeAll(const Descriptor& file, std::string_view bytes);
 
 }  // namespace kiv

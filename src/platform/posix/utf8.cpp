@@ -10,7 +10,7 @@
 namespace kiv {
 namespace {
 
-/// One character: its code point and how many bytes it takes. A byte that begins none stands for itself.
+/// One character: its code point and its number of bytes. A byte that begins none stands for itself.
 struct Character {
   std::uint32_t code = 0;
   std::size_t bytes = 1;
@@ -34,7 +34,7 @@ std::size_t announcedBytes(unsigned char lead) {
   return lead >= 0xF0U && lead < 0xF5U ? 4 : 0;
 }
 
-/// Whether the code point is a character that takes so many bytes, no fewer and no more.
+/// Whether the code point is a character of exactly this number of bytes.
 bool isCharacterOf(std::uint32_t code, std::size_t bytes) {
   constexpr std::array<std::uint32_t, 5> first = {0, 0, 0x80, 0x800, 0x10000};
   constexpr std::uint32_t last = 0x10FFFF;
@@ -87,7 +87,7 @@ std::uint32_t capitalOf(std::uint32_t code) {
   constexpr std::uint32_t microSign = 0xB5;
   constexpr std::uint32_t dotlessI = 0x131;
   constexpr std::uint32_t longS = 0x17F;
-  // Signs whose capital is another alphabet's letter, or one that has a small letter of its own.
+  // Characters whose capital is another alphabet's letter, or one that has a small letter of its own.
   if (code == microSign || code == dotlessI || code == longS || letters == nullptr) {
     return code;
   }

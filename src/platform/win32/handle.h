@@ -6,14 +6,14 @@
 
 namespace kiv {
 
-/// A handle of the system's, closed with its owner.
+/// A handle of the system, closed with its owner.
 class Handle {
  public:
   Handle() = default;
-  /// Takes the handle over; both values that stand for none are understood.
+  /// Owns the handle; both values that stand for none are understood.
   explicit Handle(HANDLE value) : value_(value == INVALID_HANDLE_VALUE ? nullptr : value) {}
   Handle(Handle&& other) noexcept : value_(std::exchange(other.value_, nullptr)) {}
-  /// The handle that this had goes to the other one, and is closed with it.
+  /// Swaps the handles: the one that this had is closed with the other object.
   Handle& operator=(Handle&& other) noexcept {
     std::swap(value_, other.value_);
     return *this;

@@ -45,7 +45,7 @@ class Variant {
   VARIANT value_;
 };
 
-/// The number that a script is told: its own where it has one for the failure.
+/// The number that a script sees: its own where it has one for the failure.
 std::int32_t numberOf(HRESULT result) {
   constexpr std::int32_t cannotMakeObject = 429;
   if (result == CO_E_CLASSSTRING || result == REGDB_E_CLASSNOTREG) {
@@ -54,7 +54,7 @@ std::int32_t numberOf(HRESULT result) {
   return HRESULT_FACILITY(result) == FACILITY_CONTROL ? HRESULT_CODE(result) : result;
 }
 
-/// What a called object tells about its failure.
+/// What a called object reports about its failure.
 class Exception {
  public:
   Exception() = default;
@@ -122,7 +122,7 @@ HRESULT callRun(IDispatch& shell, const std::string& command, WindowStyle style,
   if (V_BSTR(text.get()) == nullptr) {
     return E_OUTOFMEMORY;
   }
-  // Late-bound calls take their arguments from the last to the first.
+  // Late-bound calls pass their arguments from the last to the first.
   std::array<VARIANT, 3> arguments{};
   V_VT(&arguments[0]) = VT_BOOL;
   V_BOOL(&arguments[0]) = VARIANT_TRUE;

@@ -7,7 +7,7 @@
 
 namespace kiv {
 
-/// Has the scripting host's shell object run the command and wait for its end. Returns the failure.
+/// Lets the scripting host's shell object run the command and wait for its end. Returns the failure.
 std::optional<ShellFailure> runThroughShellObject(const std::string& command, WindowStyle style);
 
 }  // namespace kiv

@@ -10,7 +10,7 @@ namespace kiv {
 /// Text of the ANSI code page as UTF-16.
 std::wstring wide(std::string_view ansi);
 
-/// UTF-16 text in a code page: CP_ACP or CP_UTF8. What the page has no sign for becomes its replacement.
+/// UTF-16 text in a code page: CP_ACP or CP_UTF8. Characters that the page lacks become its replacement character.
 std::string narrow(std::wstring_view text, UINT codePage);
 
 /// The system's words for an error number or a COM result, without a line end; the number where it has none.

@@ -8,7 +8,7 @@
 namespace kiv {
 namespace {
 
-/// What one call reads or writes at most; its length has 32 bits only.
+/// The most bytes that one call reads or writes; its length has only 32 bits.
 constexpr std::size_t longestTransfer = 1U << 30U;
 
 DWORD transferLength(std::size_t wanted) {
@@ -19,9 +19,9 @@ class Win32Input : public InputFile {
  public:
   explicit Win32Input(Handle file) : file_(std::move(file)) {}
 
-  std::optional<std::size_t> read(std::span<char> room) override {
+  std::optional<std::size_t> read(std::span<char> buffer) override {
     DWORD got = 0;
-    if (ReadFile(file_.get(), room.data(), transferLength(room.size()), &got, nullptr) == FALSE) {
+    if (ReadFile(file_.get(), buffer.data(), transferLength(buffer.size()), &got, nullptr) == FALSE) {
       return std::nullopt;
     }
     return got;
@@ -50,10 +50,10 @@ std::string folderOf(const std::string& name) {
   return name.substr(0, name.find_last_of("\\/:") + 1);
 }
 
-/// A file that was not there before, gone with this object unless it was moved into another one's place.
+/// A new file, deleted with this object unless it was moved to the place of another one.
 class NewFile {
  public:
-  /// In the target's folder, since a file cannot be moved whole from one disk to another.
+  /// In the target's folder, since a move from one disk to another is not atomic.
   explicit NewFile(const std::string& target) {
     constexpr int attempts = 1000;
     const std::string start = folderOf(target) + "kiv" + std::to_string(GetCurrentProcessId()) + "-";
@@ -74,7 +74,7 @@ class NewFile {
     }
   }
 
-  /// Not open when the file could not be made.
+  /// Not open when the file could not be created.
   const Handle& handle() const { return handle_; }
 
   /// Closes the file and moves it. The failure's text when it stays where it is.
@@ -99,7 +99,7 @@ struct SearchCloser {
 std::unique_ptr<InputFile> openForReading(const std::string& name) {
   Handle file(CreateFileA(name.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-  // Reading from a device, which names like COM1.MUS stand for, might wait for ever.
+  // Reading from a device, which names like COM1.MUS stand for, might wait forever.
   if (!file.isOpen() || GetFileType(file.get()) != FILE_TYPE_DISK) {
     return nullptr;
   }
@@ -116,11 +116,11 @@ std::unique_ptr<OutputFile> openForWriting(const std::string& name) {
 
 std::optional<std::string> writeAll(const Handle& file, std::string_view bytes) {
   while (!bytes.empty()) {
-    DWORD taken = 0;
-    if (WriteFile(file.get(), bytes.data(), transferLength(bytes.size()), &taken, nullptr) == FALSE) {
+    DWORD written = 0;
+    if (WriteFile(file.get(), bytes.data(), transferLength(bytes.size()), &written, nullptr) == FALSE) {
       return lastFailure();
     }
-    bytes.remove_prefix(taken);
+    bytes.remove_prefix(written);
   }
   return std::nullopt;
 }

@@ -7,7 +7,7 @@ namespace kiv {
 std::int32_t runAndWait(const std::string& commandLine, ShowState show) {
   STARTUPINFOA startup{};
   startup.cb = sizeof(startup);
-  if (show == ShowState::maximised) {
+  if (show == ShowState::maximized) {
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = SW_SHOWMAXIMIZED;
   }

@@ -26,12 +26,12 @@ std::string fromBuffer(Call call) {
   return text;
 }
 
-/// The system would take what stands before a zero byte for the whole name or command.
+/// The system would treat the part up to a zero byte as the whole name or command.
 bool isWhole(const std::string& text) {
   return text.find('\0') == std::string::npos;
 }
 
-/// The console behind standard error, made to understand escape sequences for as long as this lives.
+/// The console of standard error, which understands escape sequences for as long as this lives.
 class ErrorConsole {
  public:
   ErrorConsole() : handle_(GetStdHandle(STD_ERROR_HANDLE)), isConsole_(GetConsoleMode(handle_, &mode_) != FALSE) {
@@ -87,10 +87,10 @@ std::string Win32System::currentFolder() {
 }
 
 std::optional<std::string> Win32System::shortName(const std::string& path) {
-  constexpr DWORD room = 200;
-  std::array<char, room> buffer{};
-  const DWORD length = isWhole(path) ? GetShortPathNameA(path.c_str(), buffer.data(), room) : 0;
-  if (length == 0 || length >= room) {
+  constexpr DWORD capacity = 200;
+  std::array<char, capacity> buffer{};
+  const DWORD length = isWhole(path) ? GetShortPathNameA(path.c_str(), buffer.data(), capacity) : 0;
+  if (length == 0 || length >= capacity) {
     return std::nullopt;
   }
   return std::string(buffer.data(), length);
@@ -118,9 +118,9 @@ std::size_t Win32System::characterCount(std::string_view text) {
 }
 
 std::string Win32System::profileKey(const std::string& key) {
-  constexpr DWORD room = 32;
-  std::array<char, room> buffer{};
-  const DWORD length = GetProfileStringA("KIV", key.c_str(), "", buffer.data(), room);
+  constexpr DWORD capacity = 32;
+  std::array<char, capacity> buffer{};
+  const DWORD length = GetProfileStringA("KIV", key.c_str(), "", buffer.data(), capacity);
   return std::string(buffer.data(), length);
 }
 
@@ -182,7 +182,7 @@ std::string Win32System::toUtf8(std::string_view text) {
 
 void Win32System::writeError(std::string_view text) {
   if (!ErrorConsole().write(wide(text))) {
-    // Where standard error fails there is nobody left to tell.
+    // A failure of standard error cannot be reported.
     static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
     static_cast<void>(std::fflush(stderr));
   }
@@ -198,7 +198,7 @@ bool Win32System::inputIsTerminal() {
   return GetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), &mode) != FALSE;
 }
 
-bool Win32System::outputTakesColour() {
+bool Win32System::outputTakesColor() {
   constexpr DWORD understandsSequences = 0x0004;  // ENABLE_VIRTUAL_TERMINAL_PROCESSING
   HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
   DWORD mode = 0;

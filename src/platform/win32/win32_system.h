@@ -7,13 +7,14 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/host.h"
+#include "platform/files.h"
+#include "platform/machine.h"
+#include "platform/programs.h"
 
 namespace kiv {
 
-/// Files, clock, profile and programs of Windows, through its byte calls: text is of the ANSI code page. Hosts derive
-/// from it and add the person.
-class Win32System : public Host {
+/// Files, clock, profile and programs of Windows, through its byte calls: text is bytes of the ANSI code page.
+class Win32System : public Files, public Programs, public Machine {
  public:
   std::unique_ptr<InputFile> openInput(const std::string& name) override;
   std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
@@ -29,7 +30,7 @@ class Win32System : public Host {
   std::int32_t runProcess(const std::string& commandLine, ShowState show) override;
   std::optional<ShellFailure> runInShell(const std::string& command, WindowStyle style) override;
 
-  // --- for the programs around the core ---
+  // --- for the console programs ---
 
   /// Makes a folder, named as the user typed it, the run's current one. False when it cannot be.
   static bool enterFolder(const std::string& typed);
@@ -39,7 +40,7 @@ class Win32System : public Host {
   static std::string coreName(const std::string& typed);
   /// The name under which the disk has a file that the core names.
   static std::string diskName(const std::string& name) { return name; }
-  /// The files that a name with wildcards stands for, in order, as no shell has put them in its place; the name itself
+  /// The files that a name with wildcards stands for, in order, as no shell has expanded them; the name itself
   /// when there are none.
   static std::vector<std::string> filesMatching(const std::string& typed);
   /// Makes a file with this content in the folder for temporary files; "" when that fails.
@@ -50,11 +51,11 @@ class Win32System : public Host {
   static void writeError(std::string_view text);
   /// Whether standard error is a terminal.
   static bool errorIsTerminal();
-  /// Whether standard input is one, so that somebody can be asked.
+  /// Whether standard input is one, so that the user can be asked.
   static bool inputIsTerminal();
-  /// Whether standard output is a terminal that shows colours, and the user has not asked for none with NO_COLOR.
-  static bool outputTakesColour();
-  /// The columns of the terminal that standard output is; 0 when it is none, or does not tell.
+  /// Whether standard output is a terminal that shows colors, and the user has not asked for none with NO_COLOR.
+  static bool outputTakesColor();
+  /// The columns of the terminal that standard output is; 0 when it is none, or its width is unknown.
   static std::size_t outputColumns();
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// Without these the system's header brings rarely used parts along, and macros that clash with the standard library.
+// Without these the system's header includes rarely used parts, and macros that clash with the standard library.
 #ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
 #endif

@@ -1,8 +1,8 @@
-// Plays one of the family's modules. What it does is written in script.txt, one order a line:
-//   write FILE TEXT   leaves the text, with a line end behind it, in the file
-//   wait FILE         goes on once the file is there
+// Plays one of the family's modules. What it does is written in script.txt, one command per line:
+//   write FILE TEXT   leaves the text, with a line end after it, in the file
+//   wait FILE         continues once the file exists
 //   crash             ends as a broken program does
-// What it was called with stands in said.txt.
+// Its command line is written to said.txt.
 
 #include <cstdlib>
 #include <fstream>

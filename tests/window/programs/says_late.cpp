@@ -1,6 +1,6 @@
 #include "tests/window/programs/say.h"
 
-/// Takes its time, so that a caller that does not wait is found out.
+/// Ends late, which reveals a caller that does not wait.
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR /*commandLine*/, int /*show*/) {
   constexpr DWORD milliseconds = 700;
   Sleep(milliseconds);

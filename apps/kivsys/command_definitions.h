@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+
+#include "apps/kivsys/commands/analyze_command.h"
+#include "apps/kivsys/commands/chart_command.h"
+#include "apps/kivsys/commands/convert_command.h"
+#include "apps/kivsys/commands/draw_command.h"
+#include "apps/kivsys/commands/page_commands.h"
+#include "apps/kivsys/commands/sort_command.h"
+#include "apps/kivsys/commands/survey_command.h"
+#include "apps/kivsys/commands/verify_command.h"
+
+namespace CLI {
+class App;
+}
+
+namespace kiv {
+
+// Each of these adds a command to the program, with its options and help. When a command line names the command, its
+// values are put into the options, the command is run, and its exit status is stored. Options and status must outlive
+// the program object.
+
+void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status);
+void addConvert(CLI::App& app, ConvertOptions& options, int& status);
+void addVerify(CLI::App& app, VerifyOptions& options, int& status);
+void addSurvey(CLI::App& app, SurveyOptions& options, int& status);
+void addTrace(CLI::App& app, ConvertOptions& options, int& status);
+void addSort(CLI::App& app, SortOptions& options, int& status);
+void addDraw(CLI::App& app, DrawOptions& options, int& status);
+void addChart(CLI::App& app, ChartOptions& options, int& status);
+/// The commands "dump" and "build".
+void addPageCommands(CLI::App& app, PageFiles& files, int& status);
+/// The commands "completions" and "man".
+void addDocuments(CLI::App& app, std::string& shell, int& status);
+
+}  // namespace kiv

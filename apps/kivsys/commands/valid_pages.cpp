@@ -1,0 +1,60 @@
+#include "apps/kivsys/commands/valid_pages.h"
+
+#include <iostream>
+
+#include <nlohmann/json.hpp>
+
+#include "input/file_names.h"
+
+namespace kiv {
+
+ValidPages::ValidPages(ConsoleHost& console, const std::string& namesFile)
+    : console_(console), validation_(validatePages(console.host(), namesFile)), namesFile_(namesFile) {
+  for (const SkippedPage& page : validation_.skipped) {
+    console_.user().show(page.message);
+  }
+  if (!anySkipped()) {
+    return;
+  }
+  namesFile_.clear();
+  if (anyLeft()) {
+    temporary_ = console_.system().makeTemporaryFile(validation_.names);
+    namesFile_ = temporary_;
+    if (temporary_.empty()) {
+      std::cerr << "kivsys: cannot make a names file in the folder for temporary files\n";
+    }
+  }
+}
+
+ValidPages::~ValidPages() {
+  if (!temporary_.empty()) {
+    console_.system().deleteFile(temporary_);
+  }
+}
+
+std::string ValidPages::summary() const {
+  std::string text = std::to_string(validation_.pages) + (validation_.pages == 1 ? " page" : " pages") + " analysed, " +
+                     std::to_string(validation_.skipped.size()) + " skipped";
+  const char* separator = ": ";
+  for (const SkippedPage& page : validation_.skipped) {
+    const std::string& file = page.message.location.file;
+    text += separator + withoutPath(file.empty() ? page.files.front() : file);
+    separator = ", ";
+  }
+  return text + "\n";
+}
+
+Json ValidPages::skippedJson() const {
+  Json all = Json::array();
+  for (std::size_t p = 0; p < validation_.skipped.size(); ++p) {
+    const SkippedPage& page = validation_.skipped[p];
+    Json files = Json::array();
+    for (const std::string& file : page.files) {
+      files.push_back(NativeSystem::toUtf8(file));
+    }
+    all.push_back({{"files", files}, {"code", page.message.code}, {"message", p}});
+  }
+  return all;
+}
+
+}  // namespace kiv

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "apps/kivsys/output/outcome_json.h"
+#include "diagnostics/page_validation.h"
+#include "platform/console/console_host.h"
+
+namespace kiv {
+
+/// The pages of a names file that can be analyzed, and those that a run skips.
+class ValidPages {
+ public:
+  /// Validates the pages of the names file and shows the message of each that is bad. The host must outlive this.
+  ValidPages(ConsoleHost& console, const std::string& namesFile);
+  ValidPages(const ValidPages&) = delete;
+  ValidPages& operator=(const ValidPages&) = delete;
+  ~ValidPages();
+
+  /// A names file of the valid pages: the given one when no page is bad. "" when none is left, or it cannot be made.
+  const std::string& namesFile() const { return namesFile_; }
+  bool anySkipped() const { return !validation_.skipped.empty(); }
+  bool anyLeft() const { return validation_.pages > 0; }
+  std::size_t count() const { return validation_.pages; }
+  /// The last line of the output: how many pages are valid, and which were skipped.
+  std::string summary() const;
+  Json skippedJson() const;
+
+ private:
+  ConsoleHost& console_;
+  PageValidation validation_;
+  std::string temporary_;
+  std::string namesFile_;
+};
+
+}  // namespace kiv

@@ -1,0 +1,136 @@
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "apps/kivsys/command_definitions.h"
+
+namespace kiv {
+namespace {
+
+/// The options that select the pages of a run. A command without a selection must not be run.
+void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor) {
+  command.add_option("--folder", selection.folder, folderIsFor + " (default: the current folder)")->type_name("DIR");
+  CLI::Option* names =
+      command.add_option("--names", selection.names, "Names file that lists the pages")->type_name("FILE");
+  CLI::Option* pages = command.add_option("page", selection.pages, "Page files, in their order")->type_name("PAGE");
+  names->excludes(pages);
+}
+
+/// Refuses a command line that selects no pages.
+void requireSelection(const std::string& command, const Selection& selection) {
+  if (selection.names.empty() && selection.pages.empty()) {
+    throw CLI::ValidationError(command, "name page files, or a names file with --names");
+  }
+}
+
+void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
+  addSelection(command, options.selection, "Write report and verdict there");
+  command.add_option("--result", options.result, "First result file (default: WORK0001.MUS beside the first page)")
+      ->type_name("FILE");
+  command.add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
+  command.add_flag("--no-overwrite", options.noOverwrite, "Ask before a file is replaced; No without a terminal");
+  command.add_flag("--no-instr-number", options.noInstrNumber, "Do not show instrument ids in the results");
+  command.add_flag("--force", options.force, "Convert input that qualifies as it stands, too");
+  command.add_flag("--json", options.json, "Print one JSON object and nothing else");
+  command.callback([&command, &options, &status] {
+    requireSelection(command.get_name(), options.selection);
+    status = runConvert(options);
+  });
+}
+
+}  // namespace
+
+void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
+  CLI::App* analyze = app.add_subcommand("analyze", "Find out whether all systems of a group have the same layout");
+  addSelection(*analyze, options.selection, "Write report and verdict there");
+  analyze->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
+  analyze->add_flag("--json", options.json, "Print one JSON object and nothing else");
+  analyze->add_flag("--jsonl", options.jsonl, "Print JSON objects, one a line: problems, layouts, outcome")
+      ->excludes("--json");
+  analyze->add_flag("--keep-going", options.keepGoing, "Name every bad page and go on without it; status 1 if any was");
+  analyze->add_flag("--exit-code", options.exitCode, "End with status 3 when the input needs a conversion");
+  analyze->footer(
+      "Writes KivSystem2.TXT (report) and KivSystem1.TXT (verdict). Ends with status 0; with 1 after a critical\n"
+      "message; with 2 on wrong usage.\n\nExamples:\n  kivsys analyze PIECE*.MUS\n"
+      "  kivsys analyze --folder out --names names.txt --json\n"
+      "  kivsys analyze --keep-going PIECE*.MUS");
+  analyze->callback([&options, &status] {
+    requireSelection("analyze", options.selection);
+    status = runAnalyze(options);
+  });
+}
+
+void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
+  CLI::App* convert = app.add_subcommand("convert", "Write one page per system, all with the same layout");
+  addConversion(*convert, options, status);
+  CLI::Option* dryRun = convert->add_flag("--dry-run", options.dryRun, "Write nothing, print what would be written");
+  convert->add_flag("--verify", options.verify, "Prove the conversion afterwards; status 1 when that fails")
+      ->excludes(dryRun);
+  convert->footer(
+      "Analyses the pages first, and converts them unless they qualify as they stand. Writes WORK0001.MUS,\n"
+      "WORK0002.MUS ... into the folder of the first result file, beside report and verdict in the current folder.\n"
+      "Ends with status 0; with 1 after a critical message; with 2 on wrong usage.\n\nExamples:\n"
+      "  kivsys convert PIECE*.MUS --result out/WORK0001.MUS\n"
+      "  kivsys convert --names names.txt --force --json\n"
+      "  kivsys convert --dry-run PIECE*.MUS");
+}
+
+void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
+  CLI::App* verify = app.add_subcommand("verify", "Prove that a conversion has lost and changed nothing");
+  addSelection(*verify, options.selection, "Report and verdict are there");
+  verify->add_option("--result", options.result, "First result file of the conversion")->required()->type_name("FILE");
+  verify->add_option("--manifest", options.manifest, "Write the SHA-256 of all files there, as sha256sum -c reads them")
+      ->type_name("FILE");
+  verify->add_flag("--json", options.json, "Print one JSON object, with the SHA-256 of all files, and nothing else");
+  verify->footer(
+      "Reads inputs, report, verdict and results again, and holds them against the rules of a conversion, item by\n"
+      "item. Changes nothing. Ends with status 0 when the conversion is proved; with 1 when it is not; with 2 on "
+      "wrong\n"
+      "usage.\n\nExamples:\n  kivsys verify PIECE*.MUS --result out/WORK0001.MUS\n"
+      "  kivsys verify --names names.txt --result out/WORK0001.MUS --manifest out/KivSystemManifest.txt\n"
+      "  sha256sum -c out/KivSystemManifest.txt");
+  verify->callback([&options, &status] {
+    requireSelection("verify", options.selection);
+    status = runVerify(options);
+  });
+}
+
+void addTrace(CLI::App& app, ConvertOptions& options, int& status) {
+  CLI::App* trace = app.add_subcommand("trace", "Convert, and leave the tables of the last system in a text file");
+  addConversion(*trace, options, status);
+  options.trace = true;
+  trace->footer(
+      "Does what convert does, then writes KivSystemDump.txt: the items of the last system and what was learned\n"
+      "about every instrument.\n\nExample:\n  kivsys trace PIECE*.MUS --result out/WORK0001.MUS");
+}
+
+void addSort(CLI::App& app, SortOptions& options, int& status) {
+  CLI::App* sort = app.add_subcommand("sort", "Sort the staves of each page by instrument, top to bottom");
+  addSelection(*sort, options.selection, "Run there");
+  sort->add_flag("--json", options.json, "Print one JSON object and nothing else");
+  sort->footer(
+      "Writes each page beside its input with the suffix PAG. Ends with status 0; with 1 after a critical message;\n"
+      "with 2 on wrong usage.\n\nExample:\n  kivsys sort PIECE001.MUS");
+  sort->callback([&options, &status] {
+    requireSelection("sort", options.selection);
+    status = runSort(options);
+  });
+}
+
+void addChart(CLI::App& app, ChartOptions& options, int& status) {
+  CLI::App* chart = app.add_subcommand("chart", "Analyse a group and show its systems by instruments");
+  addSelection(*chart, options.selection, "Write report and verdict there");
+  chart->add_option("--out", options.out, "Draw an SVG file, - on standard output (default: text)")
+      ->type_name("FILE.svg");
+  chart->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
+  chart->footer(
+      "Analyses the pages as analyze does. Ends with status 0; with 1 after a critical message; with 2 on wrong\n"
+      "usage. Text is coloured on a terminal unless NO_COLOR is set.\n\nExamples:\n  kivsys chart PIECE*.MUS\n"
+      "  kivsys chart --names names.txt --out piece.svg");
+  chart->callback([&options, &status] {
+    requireSelection("chart", options.selection);
+    status = runChart(options);
+  });
+}
+
+}  // namespace kiv

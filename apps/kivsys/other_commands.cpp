@@ -1,0 +1,80 @@
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "apps/kivsys/command_definitions.h"
+#include "apps/kivsys/command_table.h"
+#include "apps/kivsys/commands/documents_command.h"
+#include "apps/kivsys/shells/completions.h"
+
+namespace kiv {
+
+void addSurvey(CLI::App& app, SurveyOptions& options, int& status) {
+  CLI::App* survey = app.add_subcommand("survey", "Analyse all pieces of a library, a line for each");
+  survey->add_option("folder", options.folders, "Folders to be walked through, with all below them")
+      ->required()
+      ->type_name("FOLDER");
+  CLI::Option* csv = survey->add_flag_callback(
+      "--csv", [&options] { options.format = SurveyFormat::csv; }, "Print comma-separated values");
+  CLI::Option* json = survey->add_flag_callback(
+      "--json", [&options] { options.format = SurveyFormat::json; }, "Print one JSON object, problems in words");
+  csv->excludes(json);
+  survey->add_option("--jobs", options.jobs, "Pieces analysed at once (default: one for every processor core)")
+      ->type_name("N")
+      ->check(CLI::Range(1U, 1024U));
+  survey->add_option("--resume", options.resume, "Keep finished pieces there, and take those that have not changed")
+      ->type_name("FILE");
+  survey->footer(
+      "Pages of one folder whose names differ in number and page letter only are a piece. Nothing is written into the\n"
+      "library. Ends with status 0; with 1 when a folder cannot be listed or the output not be written; with 2 on "
+      "wrong\n"
+      "usage; with 130 when it is interrupted: the lines of finished pieces are printed then.\n\nExamples:\n"
+      "  kivsys survey /music\n  kivsys survey /music --csv --resume survey.state > survey.csv");
+  survey->callback([&options, &status] { status = runSurvey(options); });
+}
+
+void addDraw(CLI::App& app, DrawOptions& options, int& status) {
+  CLI::App* draw = app.add_subcommand("draw", "Draw a page from its items");
+  draw->add_option("page", options.page, "Page file")->required()->type_name("PAGE");
+  draw->add_option("--out", options.out, "Drawing to be written (default: -, standard output)")->type_name("FILE.svg");
+  draw->footer(
+      "Draws a proof of the page as an SVG file. Rest staves as a conversion inserts them are tinted. Ends with\n"
+      "status 0; with 1 after a critical message; with 2 on wrong usage.\n\nExample:\n"
+      "  kivsys draw PIECE001.MUS --out piece001.svg");
+  draw->callback([&options, &status] { status = runDraw(options); });
+}
+
+void addPageCommands(CLI::App& app, PageFiles& files, int& status) {
+  CLI::App* dump = app.add_subcommand("dump", "Print a page as text, one item a line");
+  dump->add_option("page", files.page, "Page file")->required()->type_name("PAGE");
+  dump->footer("Example:\n  kivsys dump PIECE001.MUS > piece001.txt");
+  dump->callback([&files, &status] { status = runDump(files.page); });
+
+  CLI::App* build = app.add_subcommand("build", "Make a page from its text");
+  build->add_option("text", files.text, "Page text, as dump prints it; - is standard input")
+      ->required()
+      ->type_name("TEXT");
+  build->add_option("page", files.page, "Page file to be written")->required()->type_name("PAGE");
+  build->footer("Example:\n  kivsys build piece001.txt PIECE001.MUS");
+  build->callback([&files, &status] { status = runBuild(files.text, files.page); });
+}
+
+void addDocuments(CLI::App& app, std::string& shell, int& status) {
+  CLI::App* completions = app.add_subcommand("completions", "Print a script that completes command lines of kivsys");
+  completions->add_option("shell", shell, "bash, zsh, fish or powershell")
+      ->required()
+      ->type_name("SHELL")
+      ->check([](const std::string& name) {
+        return isShell(name) ? std::string() : "there are completions for bash, zsh, fish and powershell";
+      });
+  completions->footer(
+      "Examples:\n  source <(kivsys completions bash)\n"
+      "  kivsys completions powershell | Out-String | Invoke-Expression");
+  completions->callback([&app, &shell, &status] { status = runCompletions(tableOf(app), shell); });
+
+  CLI::App* man = app.add_subcommand("man", "Print the manual page");
+  man->footer("Example:\n  kivsys man | man -l -");
+  man->callback([&app, &status] { status = runMan(tableOf(app)); });
+}
+
+}  // namespace kiv

@@ -1,0 +1,80 @@
+#include "apps/kivsys/output/outcome_json.h"
+
+#include <nlohmann/json.hpp>
+
+#include "apps/kivsys/output/verification_json.h"
+
+namespace kiv {
+namespace {
+
+const char* nameOf(Answer answer) {
+  switch (answer) {
+    case Answer::yes:
+      return "yes";
+    case Answer::no:
+      return "no";
+    case Answer::ok:
+      break;
+  }
+  return "ok";
+}
+
+template <typename Value>
+Json orNull(const std::optional<Value>& value) {
+  return value ? Json(*value) : Json();
+}
+
+}  // namespace
+
+const char* nameOf(Icon icon) {
+  switch (icon) {
+    case Icon::information:
+      return "information";
+    case Icon::exclamation:
+      return "exclamation";
+    case Icon::critical:
+      return "critical";
+    case Icon::none:
+      break;
+  }
+  return "none";
+}
+
+Json jsonOf(const RunOutcome& outcome) {
+  Json messages = Json::array();
+  for (const ShownMessage& shown : outcome.messages) {
+    messages.push_back({{"icon", nameOf(shown.message.icon)},
+                        {"text", NativeSystem::toUtf8(shown.message.text)},
+                        {"answer", nameOf(shown.answer)}});
+  }
+  Json object = {{"end", outcome.normalEnd ? "normal" : "critical"},
+                 {"messages", messages},
+                 {"consistency", orNull(outcome.consistency)},
+                 {"multifile", orNull(outcome.multifile)},
+                 {"files", outcome.files},
+                 {"systems", orNull(outcome.systems)},
+                 {"instruments", orNull(outcome.instruments)}};
+  if (outcome.created) {
+    Json created = Json::array();
+    for (const std::string& file : *outcome.created) {
+      created.push_back(NativeSystem::toUtf8(file));
+    }
+    object["created"] = created;
+  }
+  if (outcome.verifies) {
+    object["verified"] = outcome.verification ? toJson(*outcome.verification) : Json();
+  }
+  return object;
+}
+
+std::string asLine(const Json& object) {
+  return object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+std::string asJson(const RunOutcome& outcome) {
+  Json object = jsonOf(outcome);
+  object["schema_version"] = schemaVersion;
+  return asLine(object);
+}
+
+}  // namespace kiv

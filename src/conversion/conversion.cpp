@@ -1,0 +1,141 @@
+#include "conversion/conversion.h"
+
+#include <algorithm>
+
+#include "conversion/barlines.h"
+#include "conversion/insert_staff.h"
+#include "conversion/set_staff_attributes.h"
+#include "messages/conversion_messages.h"
+#include "sort/sort_on_instrument.h"
+
+namespace kiv {
+namespace {
+
+constexpr float lowestNumber = 1;
+
+void numberFromOne(ItemTable& items) {
+  float smallest = 9999;
+  for (int i = 1; i <= items.itemCount(); ++i) {
+    smallest = std::min(smallest, items.itemPar(i, par::staff));
+  }
+  if (smallest == lowestNumber) {
+    return;
+  }
+  for (int i = 1; i <= items.itemCount(); ++i) {
+    items.itemPar(i, par::staff) = items.itemPar(i, par::staff) - smallest + 1;
+  }
+}
+
+bool hasBarlineAt(const ItemTable& items, float position) {
+  for (int i = 1; i <= items.itemCount(); ++i) {
+    if (items.type(i) == ItemType::barline && items.itemPar(i, par::staff) == lowestNumber &&
+        items.itemPar(i, par::position) == position) {
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace
+
+Conversion::Conversion(Files& files, const ConversionTables& tables)
+    : tables_(tables), report_(readReport(files)), pages_(files) {
+  setInstrumentOrder(report_.instruments, tables_.order);
+}
+
+/// Gives a system of a single staff the barline at its left edge that it may lack.
+void Conversion::closeSingleStaff(int staff) {
+  ItemTable& items = tables_.items;
+  const float position = items.itemPar(staff, par::position);
+  if (items.itemPar(staff, par::staff) == lowestNumber && !hasBarlineAt(items, position)) {
+    const std::int16_t instr = wholePar(items, staff, par::instrument);
+    items.store_item(staffBarline(tables_.order, instr, lowestNumber, {position, 0}));
+  }
+}
+
+void Conversion::readSystem(const std::vector<StaffRecord>& staves) {
+  ItemTable& items = tables_.items;
+  items.clear();
+  for (const StaffRecord& staff : staves) {
+    items.beginFile(staff.file);
+    readStaff(staff.staff, staff.newStaff, pages_, items);
+  }
+  numberFromOne(items);
+}
+
+void Conversion::checkStaves(std::int16_t system) {
+  const std::vector<int> staves = staffRows(tables_.items);
+  if (staves.empty()) {
+    endProgram(messages::noStaves(system));
+  }
+  if (staves.size() == 1) {
+    closeSingleStaff(staves.front());
+  }
+}
+
+void Conversion::countPresent() {
+  OrderTable& order = tables_.order;
+  for (int k = 1; k <= order.count(); ++k) {
+    order.entry(k).present = 0;
+  }
+  for (const int i : staffRows(tables_.items)) {
+    const std::int16_t instr = wholePar(tables_.items, i, par::instrument);
+    const int k = order.find(instr);
+    if (k == 0) {
+      endProgram(messages::instrumentNotInOrder(instr));
+    }
+    ++order.entry(k).present;
+  }
+}
+
+/// Drops the files of which no later system needs a staff.
+void Conversion::dropFinishedPages(const std::vector<StaffRecord>& staves, std::int16_t system) {
+  for (const StaffRecord& staff : staves) {
+    if (report_.lastUse.find(staff.file)->second <= system) {
+      pages_.drop(staff.file);
+    }
+  }
+}
+
+void Conversion::convertSystem(std::int16_t system) {
+  ItemTable& items = tables_.items;
+  OrderTable& order = tables_.order;
+  const std::vector<StaffRecord> staves = stavesOf(report_, system);
+  readSystem(staves);
+  checkStaves(system);
+  setStaffAttributes(items, order);
+  BarlineList barlines = collectBarlines(items);
+  collectBraces(items, braces_);
+  sortBarlines(barlines);
+  countPresent();
+  for (int k = 1; k <= order.count(); ++k) {
+    if (order.entry(k).present == 0) {
+      insertStaff(items, order.entry(k).instr, order, tables_.firstClefs, barlines);
+    }
+  }
+  normalizeBarlines(items, order, barlines);
+  dropFinishedPages(staves, system);
+}
+
+void Conversion::finishSystem() {
+  sortOnInstrument(tables_.items);
+  outputBraces(tables_.items, braces_);
+}
+
+void showInstrumentNumbers(ItemTable& items) {
+  constexpr float leftOfStaff = 4;
+  constexpr float textSize = 0.7F;
+  const int before = items.itemCount();
+  for (int i = 1; i <= before; ++i) {
+    if (!isStaff(items, i)) {
+      continue;
+    }
+    Item number(ItemType::instrumentNumber, items.itemPar(i, par::staff),
+                items.itemPar(i, par::position) - leftOfStaff);
+    number[par::shownNumber] = items.itemPar(i, par::instrument);
+    number[par::textSize] = textSize;
+    items.store_item(number);
+  }
+}
+
+}  // namespace kiv

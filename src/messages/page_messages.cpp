@@ -1,0 +1,44 @@
+#include "messages/page_messages.h"
+
+namespace kiv::messages {
+namespace {
+
+Message critical(std::string_view code, std::string text, const std::string& file, int itemNumber = 0) {
+  Message message{code, Icon::critical, Buttons::ok, std::move(text), {}, {}};
+  message.location.file = file;
+  message.location.item = itemNumber;
+  return message;
+}
+
+}  // namespace
+
+Message structuralError(const std::string& file, int itemNumber, const std::string& currentFolder) {
+  return critical(code::structureError,
+                  "Structural error in MUS file: " + file +
+                      "\r\nTry to recover with KivValid/KivRecover.\r\nCurrent folder = " + currentFolder +
+                      "\r\nItem number = " + std::to_string(itemNumber),
+                  file, itemNumber);
+}
+
+Message structuralErrorInSort(const std::string& file, int itemNumber) {
+  return critical(code::structureError, "Structural error in MUS file. Try to recover with KivValid/KivRecover.", file,
+                  itemNumber);
+}
+
+Message tooManyItems(const std::string& file) {
+  return critical(code::tooManyItems, "MUS file too big for operation. Hit OK to terminate.", file);
+}
+
+Message resultNotWritten(const std::string& file) {
+  return critical(code::resultNotWritten, "Open of output MUS file failed. Hit OK to terminate.", file);
+}
+
+Message exchangeOfDifferentKinds() {
+  return {code::programmingError, Icon::none, Buttons::ok, "Programming error 1 in exch", {}, {}};
+}
+
+Message exchangeOfUnknownKind() {
+  return {code::programmingError, Icon::none, Buttons::ok, "Programming error 2 in exch", {}, {}};
+}
+
+}  // namespace kiv::messages

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+#include "messages/message.h"
+
+namespace kiv::messages {
+
+// What is wrong with a page file, or with writing one. All but the last two are critical.
+
+/// itemNumber is the broken item's number in the file; 0 stands for the file's head.
+Message structuralError(const std::string& file, int itemNumber, const std::string& currentFolder);
+/// The same as Sort Instrument words it.
+Message structuralErrorInSort(const std::string& file, int itemNumber);
+Message tooManyItems(const std::string& file);
+Message resultNotWritten(const std::string& file);
+/// Cells of different kinds were to be exchanged; the run goes on.
+Message exchangeOfDifferentKinds();
+/// Cells of a kind that cannot be exchanged; the run goes on.
+Message exchangeOfUnknownKind();
+
+}  // namespace kiv::messages

@@ -1,0 +1,102 @@
+#include "platform/console/console_user.h"
+
+#include <algorithm>
+#include <iostream>
+#include <optional>
+
+namespace kiv {
+namespace {
+
+std::string_view severityOf(Icon icon) {
+  switch (icon) {
+    case Icon::critical:
+      return "critical: ";
+    case Icon::exclamation:
+      return "exclamation: ";
+    case Icon::information:
+      return "information: ";
+    case Icon::none:
+      break;
+  }
+  return "note: ";
+}
+
+/// The lines of a message below each other, those after the first one indented.
+std::string asLines(std::string_view text) {
+  std::string lines;
+  for (const char c : text) {
+    if (c == '\r') {
+      continue;
+    }
+    lines += c;
+    if (c == '\n') {
+      lines += "  ";
+    }
+  }
+  return lines;
+}
+
+/// The answer that the user has typed; nullopt when it is none. An empty line stands for No.
+std::optional<Answer> answerIn(std::string line) {
+  std::erase_if(line, [](char c) { return c == ' ' || c == '\t' || c == '\r'; });
+  std::transform(line.begin(), line.end(), line.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  if (line == "y" || line == "yes") {
+    return Answer::yes;
+  }
+  return line.empty() || line == "n" || line == "no" ? std::optional(Answer::no) : std::nullopt;
+}
+
+}  // namespace
+
+Answer ConsoleUser::show(const Message& message) {
+  clearProgress();
+  NativeSystem::writeError(std::string(severityOf(message.icon)) + asLines(message.text) + "\n");
+  const Answer answer = message.buttons == Buttons::yesNo ? ask() : Answer::ok;
+  messages_.push_back({message, answer});
+  return answer;
+}
+
+Answer ConsoleUser::ask() const {
+  if (!terminal_ || !NativeSystem::inputIsTerminal()) {
+    return Answer::no;
+  }
+  std::string line;
+  while (true) {
+    NativeSystem::writeError("  [y/N] ");
+    if (!std::getline(std::cin, line)) {
+      return Answer::no;
+    }
+    if (const auto answer = answerIn(line)) {
+      return *answer;
+    }
+  }
+}
+
+bool ConsoleUser::showText(const std::string& name) {
+  if (terminal_) {
+    clearProgress();
+    NativeSystem::writeError(readWhole(files_, name).value_or(""));
+  }
+  return true;
+}
+
+void ConsoleUser::showProgress(int done, int all, std::string_view plural) {
+  if (!terminal_) {
+    return;
+  }
+  clearProgress();
+  if (done < all) {
+    NativeSystem::writeError(std::to_string(done) + " of " + std::to_string(all) + " " + std::string(plural));
+    progressShown_ = true;
+  }
+}
+
+void ConsoleUser::clearProgress() {
+  if (progressShown_) {
+    NativeSystem::writeError("\r\x1B[K");
+    progressShown_ = false;
+  }
+}
+
+}  // namespace kiv

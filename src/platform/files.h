@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv {
+
+struct FolderEntry {
+  std::string name;
+  bool isFolder = false;
+};
+
+/// A file open for reading, closed by its destructor.
+class InputFile {
+ public:
+  InputFile() = default;
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+  virtual ~InputFile() = default;
+
+  /// Reads up to buffer.size() bytes from where the last read ended. Returns the number read; 0 at the end of the file,
+  /// nullopt on an I/O error.
+  virtual std::optional<std::size_t> read(std::span<char> buffer) = 0;
+
+  /// Lets the system fetch the file from the disk while other work is done. A hint; it changes nothing else.
+  virtual void prefetch() {}
+};
+
+/// A file open for writing, closed by its destructor. What was written is with the system when write returns.
+class OutputFile {
+ public:
+  OutputFile() = default;
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+  virtual ~OutputFile() = default;
+
+  /// Appends the bytes. Returns the platform's text for the failure, nullopt when all of them were written.
+  [[nodiscard]] virtual std::optional<std::string> write(std::string_view bytes) = 0;
+};
+
+/// The files that a run reads and writes.
+///
+/// File names are the system's own: backslashes between folders, relative names in the current folder, bytes of
+/// the ANSI code page on Windows and UTF-8 elsewhere.
+class Files {
+ public:
+  Files() = default;
+  Files(const Files&) = delete;
+  Files& operator=(const Files&) = delete;
+  virtual ~Files() = default;
+
+  /// Null when the file cannot be opened for reading; a folder cannot.
+  virtual std::unique_ptr<InputFile> openInput(const std::string& name) = 0;
+  /// Opens the file empty, replacing what it held. Null when it cannot be opened for writing.
+  virtual std::unique_ptr<OutputFile> openOutput(const std::string& name) = 0;
+  /// Replaces the file by one of these bytes in one step: at every moment the complete old or the complete new file
+  /// exists. Returns the platform's text for the failure.
+  [[nodiscard]] virtual std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) = 0;
+  /// False when there is no such file or it cannot be deleted.
+  virtual bool deleteFile(const std::string& name) = 0;
+  /// The entries of a folder (its name ends with a backslash) in the platform's order, "." and ".." included where
+  /// the platform lists them. Empty when it cannot be listed.
+  virtual std::vector<FolderEntry> listFolder(const std::string& folder) = 0;
+  /// The current folder, without a trailing backslash except for a root.
+  virtual std::string currentFolder() = 0;
+  /// The short (8.3) form of the path, nullopt when the platform has none.
+  virtual std::optional<std::string> shortName(const std::string& path) = 0;
+};
+
+/// The whole content of a file, at most limit bytes of it; nullopt when it cannot be opened or read.
+std::optional<std::string> readWhole(Files& files, const std::string& name, std::size_t limit = SIZE_MAX);
+
+}  // namespace kiv

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace kiv {
+
+/// Local date and time of day, 24 hours.
+struct LocalTime {
+  int year = 0;
+  int month = 0;
+  int day = 0;
+  int hour = 0;
+  int minute = 0;
+  int second = 0;
+};
+
+/// The clock, the user's profile, and the characters of the machine's code page.
+class Machine {
+ public:
+  Machine() = default;
+  Machine(const Machine&) = delete;
+  Machine& operator=(const Machine&) = delete;
+  virtual ~Machine() = default;
+
+  virtual LocalTime now() = 0;
+  /// Upper case as the platform maps the code page; what has no capital stays.
+  virtual std::string upperCase(std::string_view text) = 0;
+  /// The number of characters in the bytes of a text.
+  virtual std::size_t characterCount(std::string_view text) = 0;
+  /// The key's value in section [KIV] of the user's profile, at most 31 characters, "" when absent.
+  virtual std::string profileKey(const std::string& key) = 0;
+};
+
+}  // namespace kiv

@@ -1,0 +1,100 @@
+#include "shell/analysis_run.h"
+
+#include "analysis/page_checks.h"
+#include "analysis/page_systems.h"
+#include "analysis/report.h"
+#include "input/file_names.h"
+#include "input/files.h"
+#include "messages/analysis_messages.h"
+#include "messages/input_messages.h"
+
+namespace kiv {
+namespace {
+
+constexpr std::string_view firstResult = "WORK0001.MUS";
+
+void countMultifilePages(PageTable& pages) {
+  for (const PageEntry& page : pages.pages) {
+    pages.multifileCount = static_cast<std::int16_t>(pages.multifileCount + (page.isMultifile() ? 1 : 0));
+  }
+}
+
+/// The analysis of one page after the other.
+class PageAnalysis {
+ public:
+  PageAnalysis(KivSystem& program, const AnalysisOptions& options)
+      : program_(program),
+        options_(options),
+        reader_(program.host.files, program.host.user, program.host.machine),
+        report_(program.host.files, program.host.machine) {}
+
+  void run() {
+    report_.writeHead(program_.settings.versionText, program_.pages);
+    User& user = program_.host.user;
+    const int all = static_cast<int>(program_.pages.pages.size());
+    int done = 0;
+    for (const PageEntry& page : program_.pages.pages) {
+      user.showProgress(done, all, "pages");
+      analyze(page);
+      ++done;
+    }
+    user.showProgress(done, all, "pages");
+  }
+
+ private:
+  void analyze(const PageEntry& page) {
+    program_.musFileName = reader_.read(page, options_.inputFolder, program_.items, program_.firstClefs);
+    const PageSystems systems = numberSystems(program_.items, systemBase_);
+    const PageProblems problems = checkPage(program_.items, systems);
+    showProblems(program_.host.user, problems, {page.isMultifile(), program_.musFileName}, options_.allowZeroInstrId);
+    report_.writePage(program_.items);
+  }
+
+  KivSystem& program_;
+  const AnalysisOptions& options_;
+  PageReader reader_;
+  Report report_;
+  std::int16_t systemBase_ = 0;
+};
+
+}  // namespace
+
+bool loadSelection(KivSystem& program) {
+  LoadNamesTable(program.host, program.settings.namesFile, program.names);
+  return program.names.nameCount > 0;
+}
+
+std::string firstResultFile(const NamesTable& names) {
+  return justPath(names.name(1)) + std::string(firstResult);
+}
+
+void refuseReservedName(const NamesTable& names) {
+  const std::string& first = names.name(1);
+  if (first.ends_with(firstResult)) {
+    endProgram(messages::reservedName(first));
+  }
+}
+
+void analyzePages(KivSystem& program, const AnalysisOptions& options) {
+  program.firstClefs = {};
+  program.pages = groupPages(program.host, program.names);
+  countMultifilePages(program.pages);
+  PageAnalysis(program, options).run();
+  if (options.viewReport) {
+    ViewFile(program.host, reportFile);
+  }
+}
+
+std::string_view showAnalysisResult(KivSystem& program) {
+  Files& files = program.host.files;
+  const auto [consistency, multifile] = readVerdict(files);
+  if (consistency.ends_with("=YES") && multifile.ends_with("=NO")) {
+    program.host.user.show(messages::qualifies());
+    throw ProgramEnd{0};
+  }
+  program.host.user.show(messages::analysisResult(
+      {program.names.nameCount, numberOfInstruments(files), consistency, multifile, std::string(notQualified)}));
+  return notQualified;
+}
+
+}  // namespace kiv

@@ -1,0 +1,94 @@
+#include "shell/conversion_run.h"
+
+#include <algorithm>
+#include <limits>
+#include <string_view>
+
+#include "conversion/conversion.h"
+#include "input/file_names.h"
+#include "input/files.h"
+#include "messages/conversion_messages.h"
+#include "messages/run_time_errors.h"
+#include "mus/writer.h"
+
+namespace kiv {
+namespace {
+
+/// The name of a system's result: the number and suffix at the end of the first result's name are replaced.
+std::string resultName(Machine& machine, const std::string& firstResultFile, std::int16_t system) {
+  constexpr std::size_t numberAndSuffix = std::string_view("0001.MUS").size();
+  constexpr std::size_t digits = 4;
+  const auto stem = withoutLastCharacters(machine, firstResultFile, numberAndSuffix);
+  if (!stem) {
+    endProgram(messages::invalidArgument(firstResultFile));
+  }
+  const std::string number = std::to_string(system);
+  return *stem + std::string(digits - std::min(digits, number.size()), '0') + number + ".MUS";
+}
+
+void askBeforeOverwriting(User& user, const std::string& musFileName) {
+  if (user.show(messages::fileExists(musFileName)) == Answer::no) {
+    endProgram(messages::stoppedByUser());
+  }
+}
+
+/// The conversion of one system after the other.
+class GroupConversion {
+ public:
+  GroupConversion(KivSystem& program, const ConversionOptions& options)
+      : program_(program),
+        options_(options),
+        conversion_(program.host.files, {program.items, program.order, program.firstClefs}) {}
+
+  /// Converts the systems 1, 2, 3 ... up to the first without a record. Returns their number.
+  int run() {
+    const int all = conversion_.systemCount();
+    for (std::int16_t system = next(0); system <= all; system = next(system)) {
+      program_.host.user.showProgress(system - 1, all, "systems");
+      conversion_.convertSystem(system);
+      writeResult(system);
+    }
+    program_.host.user.showProgress(all, all, "systems");
+    return all;
+  }
+
+ private:
+  /// The number of the next system; one that 16 bits do not hold ends the program.
+  std::int16_t next(std::int16_t system) const {
+    if (system == std::numeric_limits<std::int16_t>::max()) {
+      endProgram(messages::overflow({.file = program_.musFileName}));
+    }
+    return static_cast<std::int16_t>(system + 1);
+  }
+
+  void writeResult(std::int16_t system) {
+    Files& files = program_.host.files;
+    program_.musFileName = resultName(program_.host.machine, options_.firstResultFile, system);
+    if (options_.showInstrumentNumbers) {
+      showInstrumentNumbers(program_.items);
+    }
+    const bool exists = FileExists(files, program_.musFileName);
+    if (exists && !options_.overwrite) {
+      askBeforeOverwriting(program_.host.user, program_.musFileName);
+    }
+    conversion_.finishSystem();
+    writeFile(files, program_.musFileName, program_.items, buffer_);
+    if (exists) {
+      conversion_.fileWasReplaced();
+    }
+  }
+
+  KivSystem& program_;
+  const ConversionOptions& options_;
+  Conversion conversion_;
+  std::string buffer_;  // of the results
+};
+
+}  // namespace
+
+Message convertGroup(KivSystem& program, const ConversionOptions& options) {
+  const int systems = GroupConversion(program, options).run();
+  return messages::created(systems, options.firstResultFile, program.musFileName);
+}
+
+}  // namespace kiv

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "messages/message.h"
+#include "shell/kivsystem.h"
+
+namespace kiv {
+
+/// What a Convert run is asked for.
+struct ConversionOptions {
+  std::string firstResultFile;        ///< full name of the first result; the others count on from it
+  bool overwrite = true;              ///< replaces files without asking
+  bool showInstrumentNumbers = true;  ///< shows instrument identifiers on the results
+};
+
+/// Writes one page file per system of the report, all with the same layout. Anything critical ends the program; the
+/// files written before stay. Returns the message that names the first and the last file.
+Message convertGroup(KivSystem& program, const ConversionOptions& options);
+
+}  // namespace kiv

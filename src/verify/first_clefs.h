@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "verify/page_items.h"
+
+namespace kiv::proof {
+
+/// The first clef of an instrument.
+struct FirstClef {
+  float markedKind = 0;  ///< P5 + 1000 in single precision; 0 stands for no kind, and so does a P5 of -1000
+  float height = 0;      ///< P4
+
+  bool isKnown() const { return markedKind != 0; }
+  /// P5 with what the sum has lost.
+  float kind() const;
+
+  bool operator==(const FirstClef&) const = default;
+};
+
+/// By instrument identifier.
+using FirstClefs = std::map<std::int16_t, FirstClef>;
+
+/// What a page file says about clefs.
+struct StavesAndClefs {
+  std::vector<Item> items;  ///< the staves that are not hidden, and the clefs, in the order of the file
+  bool isComplete = true;   ///< false when an error ends the file early
+};
+
+StavesAndClefs stavesAndClefsOf(const LoadedPage& page);
+
+/// The first clef of every instrument in the order in which an analysis reads the inputs, which are given in the order
+/// of selection: the files of a page with letters together, from the last letter to the first. Of a group that no
+/// analysis can read to its end, the clefs up to there. The files have all inputs.
+FirstClefs firstClefsOf(const std::vector<std::string>& inputs, const std::map<std::string, StavesAndClefs>& files);
+
+}  // namespace kiv::proof
