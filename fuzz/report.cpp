@@ -13,8 +13,8 @@
 #include <variant>
 #include <vector>
 
+#include "analysis/report_index.h"
 #include "analysis/verdict.h"
-#include "conversion/report_index.h"
 #include "fuzz/support/expect.h"
 #include "fuzz/support/fuzz_host.h"
 #include "fuzz/support/parts.h"

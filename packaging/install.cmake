@@ -20,8 +20,9 @@ install(FILES ${generated}/_kivsys DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/zsh/
 install(FILES ${generated}/kivsys.fish DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/fish/vendor_completions.d)
 
 install(TARGETS kivsys RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(FILES CHANGELOG.md docs/cli.md docs/conversion.md docs/json.md docs/json-schema.json docs/mus-format.md docs/page-text.md docs/proof.md
-    docs/report-format.md
-  DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES docs/cli.md docs/conversion.md docs/json.md docs/json-schema.json docs/mus-format.md docs/page-text.md
+    docs/proof.md docs/report-format.md
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
 install(FILES examples/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 install(DIRECTORY examples/beethoven-9 DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)

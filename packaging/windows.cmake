@@ -30,7 +30,7 @@ foreach(picture IN ITEMS analyzed created panel result)
 endforeach()
 
 # packaging/package.sh has the native program print what PowerShell completes.
-install(DIRECTORY ${PROJECT_BINARY_DIR}/completions DESTINATION .)
+install(DIRECTORY ${PROJECT_BINARY_DIR}/completions DESTINATION . OPTIONAL)
 
 # The example as page texts, and as pages, which packaging/package.sh builds from them with the native program.
 kiv_install_text(examples/README.md examples)
@@ -40,7 +40,7 @@ foreach(text IN LISTS texts)
   cmake_path(GET text PARENT_PATH folder)
   kiv_install_text(${text} ${folder})
 endforeach()
-install(DIRECTORY ${PROJECT_BINARY_DIR}/pages/ DESTINATION examples/beethoven-9)
+install(DIRECTORY ${PROJECT_BINARY_DIR}/pages/ DESTINATION examples/beethoven-9 OPTIONAL)
 
 set(CPACK_GENERATOR NSIS)
 set(CPACK_PACKAGE_FILE_NAME KivSystem-${PROJECT_VERSION}-setup)

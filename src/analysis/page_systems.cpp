@@ -4,7 +4,6 @@
 
 #include "analysis/left_barlines.h"
 #include "base/number.h"
-#include "input/file_names.h"
 #include "messages/analysis_messages.h"
 #include "messages/run_time_errors.h"
 #include "mus/sort_item_table.h"
@@ -63,23 +62,16 @@ void countUpward(const std::vector<int>& staves, ItemTable& table) {
 }  // namespace
 
 std::string PageReader::readMultifilePage(const PageEntry& page, ItemTable& table, FirstClefTable& firstClefs) {
-  const std::string beforeLetter =
-      page.pagePath + extractPartName(machine_, page.pageName) + extractPartNumb(machine_, page.pageName);
-  const std::string suffix = extractPartSuff(machine_, page.pageName);
   std::int16_t offset = 0;
-  std::string musFileName;
-  const std::string lettersUpward(page.pageLetters.rbegin(), page.pageLetters.rend());
-  for (const char letter : lettersUpward) {
-    musFileName = beforeLetter;
-    musFileName += letter;
-    musFileName += suffix;
+  const std::vector<std::string> files = filesOf(machine_, page);
+  for (const std::string& musFileName : files) {
     barData_.readBarData(musFileName, offset, table, firstClefs);
     raiseToHighest(table, staffRows(table), par::staff, offset);
   }
   sort_item_table(table);
   deleteLeftBarlines(table);
   joinStaves(offset, table);
-  return musFileName;
+  return files.back();
 }
 
 std::string PageReader::read(const PageEntry& page, const std::string& resultFolder, ItemTable& table,

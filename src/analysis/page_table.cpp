@@ -69,6 +69,23 @@ void settleLetters(const Host& host, PageEntry& page) {
 
 }  // namespace
 
+std::vector<std::string> filesOf(Machine& machine, const PageEntry& page) {
+  if (!page.isMultifile()) {
+    return {page.pagePath + withoutPath(page.pageName)};
+  }
+  const std::string beforeLetter =
+      page.pagePath + extractPartName(machine, page.pageName) + extractPartNumb(machine, page.pageName);
+  const std::string suffix = extractPartSuff(machine, page.pageName);
+  std::vector<std::string> files;
+  const std::string lettersUpward(page.pageLetters.rbegin(), page.pageLetters.rend());
+  for (const char letter : lettersUpward) {
+    std::string file = beforeLetter;
+    file += letter;
+    files.push_back(file + suffix);
+  }
+  return files;
+}
+
 PageTable groupPages(const Host& host, const NamesTable& names) {
   PageTable table;
   MultifilePages multifile;

@@ -23,6 +23,10 @@ struct PageEntry {
   bool operator==(const PageEntry&) const = default;
 };
 
+/// The full names of a page's files in the order in which an analysis reads them: from the last letter to the first, so
+/// that the top one comes last.
+std::vector<std::string> filesOf(Machine& machine, const PageEntry& page);
+
 /// The pages of a run, in order of selection.
 struct PageTable {
   std::vector<PageEntry> pages;

@@ -74,7 +74,7 @@ void phase5(Files& files, std::int16_t multifileCount, SystemTable& table) {
 }
 
 std::int16_t numberOfInstruments(Files& files) {
-  const std::string report = "KivSystem2.txt";
+  const std::string report = "KivSystem2.txt";  // the report, in the spelling of this procedure's messages
   Identifiers identifiers;
   forEachRecord(openLines(files, report, messages::reportNotReadForCount()), report,
                 [&](std::string_view line) { identifiers.add(line); });
@@ -85,14 +85,13 @@ std::int16_t numberOfInstruments(Files& files) {
   return *whole;
 }
 
-std::array<std::string, 2> readVerdict(Files& files) {
-  LineReader verdict = openLines(files, verdictFile, messages::verdictNotRead());
-  std::array<std::string, 2> lines;
-  for (std::string& line : lines) {
-    line = verdict.next().value_or("");
-  }
-  requireNoReadFailure(verdict, verdictFile);
-  return lines;
+Verdict readVerdict(Files& files) {
+  LineReader lines = openLines(files, verdictFile, messages::verdictNotRead());
+  Verdict verdict;
+  verdict.consistency = lines.next().value_or("");
+  verdict.multifile = lines.next().value_or("");
+  requireNoReadFailure(lines, verdictFile);
+  return verdict;
 }
 
 }  // namespace kiv

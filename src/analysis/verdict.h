@@ -37,7 +37,17 @@ void phase5(Files& files, std::int16_t multifileCount, SystemTable& table);
 /// report the program ends, as it does after an I/O error.
 std::int16_t numberOfInstruments(Files& files);
 
-/// The two lines of the verdict file: consistency, then multifile. A missing line is empty.
-std::array<std::string, 2> readVerdict(Files& files);
+/// The two lines of the verdict file; a missing one is empty.
+struct Verdict {
+  std::string consistency;
+  std::string multifile;
+
+  /// Whether every system can be used as it is.
+  bool qualifies() const { return consistency.ends_with("=YES") && multifile.ends_with("=NO"); }
+  bool operator==(const Verdict&) const = default;
+};
+
+/// Reads the verdict file. One that cannot be read ends the program.
+Verdict readVerdict(Files& files);
 
 }  // namespace kiv

@@ -4,11 +4,11 @@
 #include <string>
 
 #include "analysis/first_clef_table.h"
+#include "analysis/report_index.h"
 #include "conversion/barlines.h"
 #include "conversion/braces.h"
 #include "conversion/order_table.h"
 #include "conversion/read_staff.h"
-#include "conversion/report_index.h"
 #include "mus/item_table.h"
 #include "platform/files.h"
 

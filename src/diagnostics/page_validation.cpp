@@ -32,24 +32,6 @@ std::string withoutTrailingBlanks(const std::string& line) {
   return line.substr(0, line.find_last_not_of(' ') + 1);
 }
 
-/// The files of a page in the order in which an analysis reads them, the top one last.
-std::vector<std::string> filesOf(Machine& machine, const PageEntry& page) {
-  if (!page.isMultifile()) {
-    return {page.pagePath + withoutPath(page.pageName)};
-  }
-  const std::string beforeLetter =
-      page.pagePath + extractPartName(machine, page.pageName) + extractPartNumb(machine, page.pageName);
-  const std::string suffix = extractPartSuff(machine, page.pageName);
-  std::vector<std::string> files;
-  const std::string lettersUpward(page.pageLetters.rbegin(), page.pageLetters.rend());
-  for (const char letter : lettersUpward) {
-    std::string file = beforeLetter;
-    file += letter;
-    files.push_back(file + suffix);
-  }
-  return files;
-}
-
 /// The message over which a procedure of the program ends it; nullopt when it returns.
 template <typename Procedure>
 std::optional<Message> failureOf(Procedure run) {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "conversion/report_index.h"
+#include "analysis/report_index.h"
 
 namespace kiv {
 

@@ -89,7 +89,8 @@ Message analysisResult(const AnalysisResult& result) {
   return information(code::analysisResult,
                      "Result of the Analysis.\r\nNumber of files processed: " + std::to_string(result.files) +
                          "\r\nNumber of staves (instruments) per system: " + std::to_string(result.instruments) +
-                         "\r\n\r\n" + result.consistency + "\r\n" + result.multifile + "\r\n\r\n" + result.judgement +
+                         "\r\n\r\n" + result.consistency + "\r\n" + result.multifile +
+                         "\r\n\r\nInput does NOT qualify for conversion"
                          "\r\nUse Convert button to create consistent input for KivScore2XML or KivSpli6.");
 }
 

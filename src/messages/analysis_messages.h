@@ -31,13 +31,12 @@ Message reportNotReadForConversion();
 Message verdictNotCreated();
 Message verdictNotRead();
 
-/// The results of an analysis as the panel shows them.
+/// The results of an analysis of input that does not qualify, as the panel shows them.
 struct AnalysisResult {
   int files = 0;
   int instruments = 0;
   std::string consistency;  ///< the lines of the verdict
   std::string multifile;
-  std::string judgement;
 };
 
 Message qualifies();

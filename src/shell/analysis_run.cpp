@@ -25,6 +25,7 @@ class PageAnalysis {
   PageAnalysis(KivSystem& program, const AnalysisOptions& options)
       : program_(program),
         options_(options),
+        inputFolder_(justPath(program.names.name(1))),
         reader_(program.host.files, program.host.user, program.host.machine),
         report_(program.host.files, program.host.machine) {}
 
@@ -43,7 +44,7 @@ class PageAnalysis {
 
  private:
   void analyze(const PageEntry& page) {
-    program_.musFileName = reader_.read(page, options_.inputFolder, program_.items, program_.firstClefs);
+    program_.musFileName = reader_.read(page, inputFolder_, program_.items, program_.firstClefs);
     const PageSystems systems = numberSystems(program_.items, systemBase_);
     const PageProblems problems = checkPage(program_.items, systems);
     showProblems(program_.host.user, problems, {page.isMultifile(), program_.musFileName}, options_.allowZeroInstrId);
@@ -52,6 +53,7 @@ class PageAnalysis {
 
   KivSystem& program_;
   const AnalysisOptions& options_;
+  std::string inputFolder_;
   PageReader reader_;
   Report report_;
   std::int16_t systemBase_ = 0;
@@ -85,16 +87,33 @@ void analyzePages(KivSystem& program, const AnalysisOptions& options) {
   }
 }
 
-std::string_view showAnalysisResult(KivSystem& program) {
+void writeVerdict(KivSystem& program) {
+  phase5(program.host.files, program.pages.multifileCount, program.systems);
+}
+
+void analyzeSelection(KivSystem& program, const AnalysisOptions& options) {
+  User& user = program.host.user;
+  user.setPointer(Pointer::hourglass);
+  user.processEvents();
+  if (!loadSelection(program)) {
+    endProgram(messages::noInputFiles(program.settings.namesFile));
+  }
+  refuseReservedName(program.names);
+  analyzePages(program, options);
+  user.setPointer(Pointer::normal);
+  writeVerdict(program);
+}
+
+Qualification showAnalysisResult(KivSystem& program) {
   Files& files = program.host.files;
-  const auto [consistency, multifile] = readVerdict(files);
-  if (consistency.ends_with("=YES") && multifile.ends_with("=NO")) {
+  const Verdict verdict = readVerdict(files);
+  if (verdict.qualifies()) {
     program.host.user.show(messages::qualifies());
     throw ProgramEnd{0};
   }
   program.host.user.show(messages::analysisResult(
-      {program.names.nameCount, numberOfInstruments(files), consistency, multifile, std::string(notQualified)}));
-  return notQualified;
+      {program.names.nameCount, numberOfInstruments(files), verdict.consistency, verdict.multifile}));
+  return Qualification::doesNotQualify;
 }
 
 }  // namespace kiv

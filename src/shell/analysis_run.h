@@ -8,9 +8,14 @@ namespace kiv {
 
 /// What an Analyze run is asked for.
 struct AnalysisOptions {
-  std::string inputFolder;        ///< of page names without a folder, with its backslash
   bool allowZeroInstrId = false;  ///< staves without an instrument identifier are no problem
   bool viewReport = false;        ///< shows the report when it is written
+};
+
+/// What an analysis finds out about the input as a whole.
+enum class Qualification {
+  qualifies,       ///< it can be used as it is
+  doesNotQualify,  ///< it needs a conversion
 };
 
 /// Loads the names. False when there are none to analyze.
@@ -22,15 +27,18 @@ std::string firstResultFile(const NamesTable& names);
 /// Ends the program over a first input file that is named like a first result.
 void refuseReservedName(const NamesTable& names);
 
-/// Analyzes the pages of the names table: reports their problems, and writes report and verdict. Anything critical ends
-/// the program; what was written stays.
+/// Analyzes the pages of the names table: reports their problems, and writes the report. Anything critical ends the
+/// program; what was written stays.
 void analyzePages(KivSystem& program, const AnalysisOptions& options);
 
-/// Shows whether the input qualifies, which ends the program. Otherwise returns what follows from the analysis: that
-/// the input does not qualify.
-std::string_view showAnalysisResult(KivSystem& program);
+/// Writes the verdict on the report.
+void writeVerdict(KivSystem& program);
 
-/// The only judgement that showAnalysisResult returns.
-inline constexpr std::string_view notQualified = "Input does NOT qualify for conversion";
+/// Loads the names, analyzes the pages and writes the verdict, as for a sibling tool: without the messages that close
+/// an analysis at the panel. Without input the program ends.
+void analyzeSelection(KivSystem& program, const AnalysisOptions& options);
+
+/// Shows whether the input qualifies. If so, that ends the program; a result that is returned is doesNotQualify.
+Qualification showAnalysisResult(KivSystem& program);
 
 }  // namespace kiv

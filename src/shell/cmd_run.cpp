@@ -1,10 +1,8 @@
 #include "shell/cmd_run.h"
 
-#include "analysis/verdict.h"
 #include "input/file_names.h"
 #include "messages/analysis_messages.h"
 #include "messages/input_messages.h"
-#include "shell/analysis_run.h"
 #include "shell/cmd_convert.h"
 #include "shell/start_up.h"
 #include "shell/wait_label.h"
@@ -23,8 +21,8 @@ void reportNoInput(const KivSystem& program) {
 
 }  // namespace
 
-void offerConversion(KivSystem& program, std::string_view judgement) {
-  if (judgement == notQualified) {
+void offerConversion(KivSystem& program, Qualification qualification) {
+  if (qualification == Qualification::doesNotQualify) {
     program.panel.cmdConvert.enabled = true;
   } else if (program.host.user.show(messages::convertNow()) == Answer::yes) {
     program.panel.cmdConvert.enabled = true;
@@ -44,10 +42,9 @@ void cmdRun_Click(KivSystem& program) {
   program.panel.txtFirstResultFileTag = justPath(program.names.name(1));
   program.panel.txtFirstResultFile.text = firstResultFile(program.names);
   refuseReservedName(program.names);
-  analyzePages(program, {program.panel.txtFirstResultFileTag, program.settings.allowZeroInstrId,
-                         program.panel.chkDebug.checked});
+  analyzePages(program, {program.settings.allowZeroInstrId, program.panel.chkDebug.checked});
   hideWait(program);
-  phase5(program.host.files, program.pages.multifileCount, program.systems);
+  writeVerdict(program);
   if (isInteractiveMode(program.settings.commandLine)) {
     offerConversion(program, showAnalysisResult(program));
   }

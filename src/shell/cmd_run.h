@@ -1,8 +1,6 @@
 #pragma once
 
-#include <string_view>
-
-#include "shell/kivsystem.h"
+#include "shell/analysis_run.h"
 
 namespace kiv {
 
@@ -11,8 +9,8 @@ namespace kiv {
 /// Anything critical ends the program; what was written stays.
 void cmdRun_Click(KivSystem& program);
 
-/// What follows the result of an analysis in the panel. Convert becomes enabled; under any other judgement than that
-/// the input does not qualify, which no analysis gives today, the user is asked and the conversion starts at once.
-void offerConversion(KivSystem& program, std::string_view judgement);
+/// What follows the result of an analysis in the panel: Convert becomes enabled. For input that qualifies, where today
+/// the program has ended before, the user is asked and the conversion starts at once.
+void offerConversion(KivSystem& program, Qualification qualification);
 
 }  // namespace kiv

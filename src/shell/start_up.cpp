@@ -5,7 +5,7 @@
 #include "input/files.h"
 #include "messages/shell_messages.h"
 #include "platform/external_programs.h"
-#include "shell/cmd_run.h"
+#include "shell/analysis_run.h"
 #include "shell/load_globals.h"
 #include "shell/position_panel.h"
 #include "shell/select_files.h"
@@ -43,7 +43,7 @@ double heightOver(const std::string& osName) {
 void runAnalysis(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId) {
   program.settings.namesFile = namesFile;
   program.settings.allowZeroInstrId = allowZeroInstrId;
-  cmdRun_Click(program);
+  analyzeSelection(program, {allowZeroInstrId, false});
 }
 
 void setUpPanel(KivSystem& program) {

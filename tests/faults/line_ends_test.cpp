@@ -111,7 +111,7 @@ TEST(LineEnds, OfTheReport) {
 
 TEST(LineEnds, OfTheVerdict) {
   expectTheSame("C:\\KIV\\KIVSYSTEM1.TXT", analyzed().at("C:\\KIV\\KIVSYSTEM1.TXT"), [](FakeHost& host) {
-    EXPECT_EQ(readVerdict(host), (std::array<std::string, 2>{"CONSISTENCY=NO", "MULTIFILE=YES"}));
+    EXPECT_EQ(readVerdict(host), (Verdict{"CONSISTENCY=NO", "MULTIFILE=YES"}));
   });
 }
 

@@ -79,14 +79,12 @@ TEST(AnalysisMessage, Results) {
   expectInformation(messages::qualifies(), "qualifies",
                     "Input qualifies for conversion to one file per system.\r\n"
                     "The resulting file(s) can be used as input to KivScore2XML and/or KivSplit.");
-  expectInformation(
-      messages::analysisResult({12, 5, "CONSISTENCY=NO", "MULTIFILE=YES", "Input does NOT qualify for conversion"}),
-      "analysis-result",
-      "Result of the Analysis.\r\nNumber of files processed: 12\r\n"
-      "Number of staves (instruments) per system: 5\r\n\r\n"
-      "CONSISTENCY=NO\r\nMULTIFILE=YES\r\n\r\n"
-      "Input does NOT qualify for conversion\r\n"
-      "Use Convert button to create consistent input for KivScore2XML or KivSpli6.");
+  expectInformation(messages::analysisResult({12, 5, "CONSISTENCY=NO", "MULTIFILE=YES"}), "analysis-result",
+                    "Result of the Analysis.\r\nNumber of files processed: 12\r\n"
+                    "Number of staves (instruments) per system: 5\r\n\r\n"
+                    "CONSISTENCY=NO\r\nMULTIFILE=YES\r\n\r\n"
+                    "Input does NOT qualify for conversion\r\n"
+                    "Use Convert button to create consistent input for KivScore2XML or KivSpli6.");
   expectQuestion(messages::convertNow(), "other", "Convert?");
 }
 

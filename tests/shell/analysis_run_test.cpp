@@ -47,32 +47,45 @@ class AnalysisRun : public ::testing::Test {
 
 TEST_F(AnalysisRun, WritesTheReportWithoutThePanel) {
   addPage("X1.MUS", "staff 1 at 0 instrument 102\nbarline 1 at 0 spans 1\n");
-  analyze({.inputFolder = "C:\\M\\"});
+  analyze({});
   EXPECT_TRUE(hasRecord("SYSTEM=1,INSTRID=102,NEWSTAFF=1,STAVESUP=1,STAFF=1,FILE=C:\\M\\X1.MUS"));
   EXPECT_FALSE(host.hasFile("KivSystem1.TXT")) << "the verdict is not its task";
   EXPECT_FALSE(showsReport());
   EXPECT_TRUE(host.messages.empty());
 }
 
-TEST_F(AnalysisRun, NamesWithoutAFolderAreReadFromTheInputFolder) {
-  addPage("X1.MUS", "staff 1 at 0 instrument 102\nbarline 1 at 0 spans 1\n");
-  host.addFile("C:\\OTHER\\X1.MUS", page("staff 1 at 0 instrument 103\nbarline 1 at 0 spans 1\n"));
-  analyze({.inputFolder = "C:\\OTHER\\"});
-  EXPECT_TRUE(hasRecord("SYSTEM=1,INSTRID=103,NEWSTAFF=1,STAVESUP=1,STAFF=1,FILE=C:\\OTHER\\X1.MUS"))
+TEST_F(AnalysisRun, PagesAreReadFromTheFolderOfTheirNames) {
+  addPage("X1A.MUS", "staff 1 at 0 instrument 102\nbarline 1 at 0 spans 1\n");
+  host.addFile("X1A.MUS", page("staff 1 at 0 instrument 103\nbarline 1 at 0 spans 1\n"));
+  analyze({});
+  EXPECT_TRUE(hasRecord("SYSTEM=1,INSTRID=102,NEWSTAFF=1,STAVESUP=1,STAFF=1,FILE=C:\\M\\X1A.MUS"))
       << host.file("KivSystem2.TXT");
+}
+
+TEST_F(AnalysisRun, OfASelectionWritesTheVerdictAndClosesWithoutAMessage) {
+  addPage("X1.MUS", "staff 1 at 0 instrument 102\nbarline 1 at 0 spans 1\n");
+  EXPECT_EQ(endOf(host, [&] { analyzeSelection(program, {}); }), std::nullopt);
+  EXPECT_EQ(host.file("KivSystem1.TXT"), "CONSISTENCY=YES\r\nMULTIFILE=NO\r\n");
+  EXPECT_TRUE(host.messages.empty());
+  EXPECT_EQ(program.panel, Panel());
+}
+
+TEST_F(AnalysisRun, OfAnEmptySelectionEndsTheProgram) {
+  EXPECT_EQ(endOf(host, [&] { analyzeSelection(program, {}); }), 1);
+  EXPECT_EQ(host.messages, std::vector{critical("No input files: C:\\N.TXT")});
 }
 
 TEST_F(AnalysisRun, ZeroIdentifiersAreReportedUnlessTheyAreAllowed) {
   addPage("X1.MUS", zeroIdentifier);
-  analyze({.inputFolder = "C:\\M\\"});
+  analyze({});
   EXPECT_EQ(host.messages.size(), 1U);
-  analyze({.inputFolder = "C:\\M\\", .allowZeroInstrId = true});
+  analyze({.allowZeroInstrId = true});
   EXPECT_EQ(host.messages.size(), 1U);
 }
 
 TEST_F(AnalysisRun, TheReportIsShownOnRequest) {
   addPage("X1.MUS", "staff 1 at 0 instrument 102\n");
-  analyze({.inputFolder = "C:\\M\\", .viewReport = true});
+  analyze({.viewReport = true});
   EXPECT_TRUE(showsReport());
 }
 

@@ -142,7 +142,7 @@ TEST_F(Convert, TheCounterOfSystemsHas16Bits) {
 // --- the question that no analysis asks today ---
 
 TEST_F(Convert, WhenTheInputDoesNotQualifyConvertIsOnlyEnabled) {
-  offerConversion(program, "Input does NOT qualify for conversion");
+  offerConversion(program, Qualification::doesNotQualify);
   EXPECT_TRUE(program.panel.cmdConvert.enabled);
   EXPECT_TRUE(host.messages.empty());
 }
@@ -150,7 +150,7 @@ TEST_F(Convert, WhenTheInputDoesNotQualifyConvertIsOnlyEnabled) {
 TEST_F(Convert, OtherwiseTheAnswerYesStartsTheConversion) {
   host.addFile("KivSystem2.TXT", report);
   host.answers = {Answer::yes};
-  offerConversion(program, "Input may qualify");
+  offerConversion(program, Qualification::qualifies);
   EXPECT_TRUE(program.panel.cmdConvert.enabled);
   ASSERT_EQ(host.messages.size(), 2U);
   EXPECT_EQ(host.messages[0].text, "Convert?");
@@ -160,7 +160,7 @@ TEST_F(Convert, OtherwiseTheAnswerYesStartsTheConversion) {
 
 TEST_F(Convert, TheAnswerNoLeavesEverythingAsItIs) {
   host.answers = {Answer::no};
-  offerConversion(program, "");
+  offerConversion(program, Qualification::qualifies);
   EXPECT_FALSE(program.panel.cmdConvert.enabled);
   EXPECT_FALSE(host.hasFile(result1));
 }

@@ -1,8 +1,8 @@
 #include "apps/kivsys/commands/chart_command.h"
 
+#include "analysis/report_index.h"
 #include "apps/kivsys/commands/draw_command.h"
 #include "apps/kivsys/exit_status.h"
-#include "conversion/report_index.h"
 #include "drawing/chart_drawings.h"
 #include "platform/console/console_host.h"
 #include "shell/kivsystem.h"

@@ -90,8 +90,8 @@ void ConvertRun::analyze() {
     return;
   }
   refuseReservedName(program_.names);
-  analyzePages(program_, {justPath(program_.names.name(1)), options_.allowZeroId, false});
-  phase5(program_.host.files, program_.pages.multifileCount, program_.systems);
+  analyzePages(program_, {options_.allowZeroId, false});
+  writeVerdict(program_);
   showAnalysisResult(program_);
   needsConversion_ = true;
 }

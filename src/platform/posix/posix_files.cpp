@@ -31,16 +31,18 @@ class PosixInput : public InputFile {
   }
 
   void prefetch() override {
+#ifdef POSIX_FADV_WILLNEED  // not every system has it
     if (isInMemory()) {
       return;
     }
     constexpr off_t toTheEnd = 0;
     ::posix_fadvise(file_.number(), 0, toTheEnd, POSIX_FADV_WILLNEED);
+#endif
   }
 
  private:
   /// Whether the beginning of the file, and so most likely all of it, need not be fetched from the disk.
-  bool isInMemory() const {
+  [[maybe_unused]] bool isInMemory() const {
 #ifdef RWF_NOWAIT
     char byte = 0;
     const iovec target{&byte, 1};

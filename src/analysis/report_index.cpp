@@ -1,4 +1,4 @@
-#include "conversion/report_index.h"
+#include "analysis/report_index.h"
 
 #include <string_view>
 #include <unordered_set>

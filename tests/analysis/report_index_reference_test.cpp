@@ -7,7 +7,7 @@
 
 #include "analysis/report_record.h"
 #include "base/number.h"
-#include "tests/conversion/report_index_fixture.h"
+#include "tests/analysis/report_index_fixture.h"
 #include "tests/support/random.h"
 
 namespace kiv::test {

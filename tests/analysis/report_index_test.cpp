@@ -1,4 +1,4 @@
-#include "conversion/report_index.h"
+#include "analysis/report_index.h"
 
 #include <cstdint>
 #include <deque>
@@ -10,7 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/conversion/report_index_fixture.h"
+#include "tests/analysis/report_index_fixture.h"
 #include "tests/platform/scripted_input.h"
 
 namespace kiv::test {

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/conversion/report_index_fixture.h"
+#include "tests/analysis/report_index_fixture.h"
 
 namespace kiv::test {
 namespace {

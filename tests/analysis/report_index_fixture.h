@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "conversion/report_index.h"
+#include "analysis/report_index.h"
 #include "tests/support/fake_host.h"
 
 namespace kiv {
