@@ -45,7 +45,7 @@ TEST(ByteCursor, FillsACutOffFloatWithZeroBytes) {
   EXPECT_FALSE(cursor.ok());
 }
 
-TEST(ByteCursor, TakesWhatIsLeft) {
+TEST(ByteCursor, ReadsWhatIsLeft) {
   ByteCursor cursor("ABC");
   EXPECT_EQ(cursor.take(2), "AB");
   EXPECT_TRUE(cursor.ok());

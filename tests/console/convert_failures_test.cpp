@@ -71,7 +71,7 @@ TEST_F(ConsoleConvert, AResultThatCannotBeWrittenEndsTheRun) {
   EXPECT_EQ(filesIn(place.path()), (Names{"KivSystem1.TXT", "KivSystem2.TXT", "x1.mus", "x2.mus"}));
 }
 
-TEST_F(ConsoleConvert, AFolderInThePlaceOfAResultStays) {
+TEST_F(ConsoleConvert, AFolderWithTheNameOfAResultStays) {
   addTwo();
   fs::create_directory(place.path() / "WORK0002.MUS");
   const Ended ended = place.kivsys({"convert", "x1.mus", "x2.mus"});

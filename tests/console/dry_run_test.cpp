@@ -37,7 +37,7 @@ TEST_F(DryRun, TheExampleAsTheReferenceShowsItAndNothingIsTouched) {
   EXPECT_EQ(filesIn(place.path() / "results"), std::vector<std::string>{});
 }
 
-TEST_F(DryRun, ForetellsWhatAConversionWrites) {
+TEST_F(DryRun, PredictsWhatAConversionWrites) {
   pages = buildExample(place);
   place.write("results/WORK0003.MUS", "old");
   place.write("KivSystem2.TXT", "old report");

@@ -113,7 +113,7 @@ TEST_F(Explain, NothingOfARunThatFails) {
   EXPECT_EQ(explained(), "");
 }
 
-TEST_F(Explain, ColoursNothing) {
+TEST_F(Explain, ColorsNothing) {
   addStaves({101});
   addStaves({102});
   EXPECT_EQ(explained().find('\x1B'), std::string::npos);

@@ -109,7 +109,7 @@ TEST_F(JsonOutput, FitsTheSchema) {
       << "the check finds what does not fit";
 }
 
-TEST_F(JsonOutput, ExampleFitsTheSchemaAndPlacesEveryStaff) {
+TEST_F(JsonOutput, ExampleFitsTheSchemaAndLocatesEveryStaff) {
   Lines arguments = buildExample(place);
   arguments.insert(arguments.begin(), {"analyze", "--json"});
   const Json object = Json::parse(place.kivsys(arguments).out);

@@ -202,7 +202,7 @@ TEST_F(ManAndCompletions, FishOffersCommandsOptionsAndFiles) {
   EXPECT_EQ(fish("kivsys man "), Offered{});
 }
 
-TEST_F(ManAndCompletions, ZshTakesTheScript) {
+TEST_F(ManAndCompletions, ZshAcceptsTheScript) {
   prepare("zsh");
   EXPECT_EQ(inPlace("zsh -f -n script"), "");
   EXPECT_TRUE(place.read("script").starts_with("#compdef kivsys\n"));

@@ -59,7 +59,7 @@ TEST(Draw, AFileThatCannotBeWrittenIsAFailure) {
   EXPECT_TRUE(ended.error.starts_with("kivsys: cannot write ")) << ended.error;
 }
 
-TEST(Draw, WrongUsageIsToldApartFromHelp) {
+TEST(Draw, WrongUsageDiffersFromHelp) {
   const Workplace place;
   EXPECT_EQ(place.kivsys({"draw"}).status, 2);
   EXPECT_EQ(place.kivsys({"chart"}).status, 2);
@@ -68,7 +68,7 @@ TEST(Draw, WrongUsageIsToldApartFromHelp) {
   EXPECT_NE(place.kivsys({"chart", "--help"}).out.find("kivsys chart PIECE*.MUS"), std::string::npos);
 }
 
-TEST(Chart, MessagesStandApartFromTheChart) {
+TEST(Chart, MessagesAreSeparateFromTheChart) {
   const Workplace place;
   place.write("PIECE001.MUS", page("staff 1 at 0 lines 5\nbarline 1 at 0 spans 1\n"));
   const Ended ended = place.kivsys({"chart", "PIECE001.MUS"});
@@ -89,7 +89,7 @@ TEST(Chart, ACriticalMessageEndsIt) {
   EXPECT_EQ(place.read("chart.svg"), "(no file)");
 }
 
-TEST(Chart, TheDrawingLiesWhereTheUserStands) {
+TEST(Chart, TheDrawingIsInTheUsersCurrentFolder) {
   const Workplace place;
   place.write("PIECE001.MUS", page(onePage));
   place.write("names.txt", place.corePath("PIECE001.MUS") + " 1\r\n");
@@ -129,7 +129,7 @@ std::string onTerminal(const Workplace& place, unsigned short columns, bool noCo
   return text;
 }
 
-TEST(Chart, IsColouredOnATerminalUnlessTheUserWantsNone) {
+TEST(Chart, IsColoredOnATerminalUnlessTheUserWantsNone) {
   const Workplace place;
   place.write("PIECE001.MUS", page(onePage));
   EXPECT_NE(onTerminal(place, 80, false).find("|\x1B[32m#\x1B[0m|"), std::string::npos);

@@ -131,7 +131,7 @@ TEST_F(SurveyCommand, ManyWorkersGiveTheLinesOfOne) {
   EXPECT_EQ(survey({"--csv", "--jobs", "8"}), survey({"--csv", "--jobs", "1"}));
 }
 
-TEST_F(SurveyCommand, AFinishedPieceIsTakenFromTheStateUntilItChanges) {
+TEST_F(SurveyCommand, AFinishedPieceIsReadFromTheStateUntilItChanges) {
   place.write("lib/A1.MUS", solo);
   place.write("lib/B1.MUS", solo);
   const std::string lines = survey({"--csv", "--resume", "state"});
@@ -171,7 +171,7 @@ TEST_F(SurveyCommand, WrongUsageIsRefused) {
   EXPECT_EQ(place.kivsys({"survey", "lib", "--csv", "--json"}).status, 2);
 }
 
-TEST_F(SurveyCommand, AStateThatCannotBeWrittenIsTold) {
+TEST_F(SurveyCommand, AStateThatCannotBeWrittenIsReported) {
   fs::create_directory(place.path() / "lib");
   const Ended ended = place.kivsys({"survey", "lib", "--resume", "nowhere/state"});
   EXPECT_EQ(ended.status, 1);
@@ -236,7 +236,7 @@ class Unread {
   std::string read_;
 };
 
-TEST_F(SurveyCommand, AfterAnInterruptFinishedLinesAreKeptAndAnotherRunGoesOn) {
+TEST_F(SurveyCommand, AfterAnInterruptFinishedLinesAreKeptAndAnotherRunContinues) {
   // More lines than fit into a pipe: the survey cannot be over before somebody reads them.
   constexpr int pieces = 600;
   const std::string folder = "lib/" + std::string(200, 'x');

@@ -89,7 +89,7 @@ TEST_F(VerifyCommand, TheManifestIsOneThatOthersCanCheck) {
   EXPECT_NE(std::system(check.c_str()), 0);
 }
 
-TEST_F(VerifyCommand, AManifestThatCannotBeWrittenIsTold) {
+TEST_F(VerifyCommand, AManifestThatCannotBeWrittenIsReported) {
   const Ended ended = onAllPages("verify", {"--manifest", "nowhere/manifest.txt"});
   EXPECT_EQ(ended.status, 1);
   EXPECT_EQ(ended.out, "");

@@ -130,7 +130,7 @@ void ProgramFaults::expectTheUsualAfterwards() const {
   expectUsual();
 }
 
-TEST_P(ProgramFaults, WithoutTroubleTheRunMakesItsCalls) {
+TEST_P(ProgramFaults, WithoutFaultsTheRunMakesItsCalls) {
   EXPECT_EQ(usualEnd.status, 0) << usualEnd.error;
   EXPECT_GT(calls.size(), 35U);
   EXPECT_EQ(usual.contains("out/WORK0003.MUS"), converts());
@@ -206,7 +206,7 @@ TEST_P(ProgramFaults, AKilledProgramLeavesFilesWhole) {
   }
 }
 
-TEST_P(ProgramFaults, WithoutMemoryItSaysSo) {
+TEST_P(ProgramFaults, OutOfMemoryIsReported) {
   constexpr int each = 60;  // from here on, only some
   constexpr int stride = 13;
   place.reset(before);

@@ -21,9 +21,9 @@ std::vector<std::string> conversion(const std::string& page, const std::string& 
   return {"convert", "--force", "--folder", "run", "--result", result, page};
 }
 
-class OddPlaces : public testing::Test {
+class OddLocations : public testing::Test {
  protected:
-  OddPlaces() : soloPage(place.page(solo)) {}
+  OddLocations() : soloPage(place.page(solo)) {}
 
   void addPage(const std::string& name) const {
     fs::create_directories((place.path() / name).parent_path());
@@ -45,7 +45,7 @@ class OddPlaces : public testing::Test {
 
 // --- names ---
 
-TEST_F(OddPlaces, FoldersWithBlanksAndAccents) {
+TEST_F(OddLocations, FoldersWithBlanksAndAccents) {
   const std::string folder = "m/la mer  pièce n° 1 (ß Ελλάδα)";
   addPage(folder + "/X001.MUS");
   fs::create_directory(place.path() / "out/é à");
@@ -54,7 +54,7 @@ TEST_F(OddPlaces, FoldersWithBlanksAndAccents) {
   expectUntouched(folder + "/X001.MUS");
 }
 
-TEST_F(OddPlaces, PageNamesWithSignsThatTheConventionDoesNotKnow) {
+TEST_F(OddLocations, PageNamesWithCharactersThatTheConventionDoesNotKnow) {
   for (const std::string name : {"PAGE 1.MUS", "SUITE,1.MUS", "PIÈCE1.MUS", "'$(id)'1.MUS", "%PATH%1.MUS"}) {
     addPage("m/" + name);
     const Ended ended = convert("m/" + name, "out/WORK0001.MUS");
@@ -64,7 +64,7 @@ TEST_F(OddPlaces, PageNamesWithSignsThatTheConventionDoesNotKnow) {
   }
 }
 
-TEST_F(OddPlaces, ACommaInAFolderEndsTheNameInTheReport) {
+TEST_F(OddLocations, ACommaInAFolderEndsTheNameInTheReport) {
   addPage("m/a,b/X001.MUS");
   expectNormalEnd(place.kivsys({"analyze", "--folder", "run", "m/a,b/X001.MUS"}));
   const Ended ended = convert("m/a,b/X001.MUS", "out/WORK0001.MUS");
@@ -73,7 +73,7 @@ TEST_F(OddPlaces, ACommaInAFolderEndsTheNameInTheReport) {
   EXPECT_FALSE(place.files().contains("out/WORK0001.MUS"));
 }
 
-TEST_F(OddPlaces, PagesWithTheLongestNames) {
+TEST_F(OddLocations, PagesWithTheLongestNames) {
   for (const std::size_t length : {std::size_t{250}, longestName}) {
     const std::string name = std::string(length - 7, 'P') + "001.MUS";
     addPage("m/" + name);
@@ -85,7 +85,7 @@ TEST_F(OddPlaces, PagesWithTheLongestNames) {
   EXPECT_NE(ended.error.find("refers to non-existing or unaccessable file"), std::string::npos) << ended.error;
 }
 
-TEST_F(OddPlaces, ResultsWithTheLongestNames) {
+TEST_F(OddLocations, ResultsWithTheLongestNames) {
   addPage("m/X001.MUS");
   const std::string longest = "out/" + std::string(longestName - 8, 'R') + "0001.MUS";
   expectNormalEnd(convert("m/X001.MUS", longest));
@@ -98,21 +98,21 @@ TEST_F(OddPlaces, ResultsWithTheLongestNames) {
 
 // --- folders that take nothing ---
 
-TEST_F(OddPlaces, AResultFolderThatIsAFile) {
+TEST_F(OddLocations, AResultFolderThatIsAFile) {
   addPage("m/X001.MUS");
   place.write("out/file", "no folder");
   expectEnd(convert("m/X001.MUS", "out/file/WORK0001.MUS"), notWritten);
   EXPECT_EQ(place.files().at("out/file"), "no folder");
 }
 
-TEST_F(OddPlaces, AResultThatIsAFolder) {
+TEST_F(OddLocations, AResultThatIsAFolder) {
   addPage("m/X001.MUS");
   addPage("out/WORK0001.MUS/inside");
   expectEnd(convert("m/X001.MUS", "out/WORK0001.MUS"), notWritten);
   expectUntouched("out/WORK0001.MUS/inside");
 }
 
-TEST_F(OddPlaces, AResultFolderThatMayOnlyBeRead) {
+TEST_F(OddLocations, AResultFolderThatMayOnlyBeRead) {
   addPage("m/X001.MUS");
   place.write("out/WORK0001.MUS", "old");
   place.lock("out");
@@ -123,7 +123,7 @@ TEST_F(OddPlaces, AResultFolderThatMayOnlyBeRead) {
   EXPECT_EQ(after, before);
 }
 
-TEST_F(OddPlaces, ACurrentFolderThatMayOnlyBeRead) {
+TEST_F(OddLocations, ACurrentFolderThatMayOnlyBeRead) {
   addPage("m/X001.MUS");
   place.lock("run");
   const Files before = place.files();
@@ -131,7 +131,7 @@ TEST_F(OddPlaces, ACurrentFolderThatMayOnlyBeRead) {
   EXPECT_EQ(place.files(), before);
 }
 
-TEST_F(OddPlaces, ACurrentFolderThatIsNone) {
+TEST_F(OddLocations, ACurrentFolderThatIsNone) {
   addPage("m/X001.MUS");
   fs::remove(place.path() / "run");
   place.write("run", "");
@@ -170,7 +170,7 @@ class SmallDisk {
   int error_ = 0;
 };
 
-TEST_F(OddPlaces, AFullDiskTakesResultsWholeOrNotAtAll) {
+TEST_F(OddLocations, AFullDiskHoldsResultsWholeOrNotAtAll) {
   const SmallDisk disk(place.path() / "disk");
   if (!disk.mounted()) {
     GTEST_SKIP() << "no small disk can be mounted here (" << disk.reason()
