@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The bundled piece, built and analysed as its reader would.
+/// The bundled piece, built and analyzed as a user would.
 class Example : public ::testing::Test {
  protected:
   void SetUp() override {

@@ -82,7 +82,7 @@ TEST_F(KeepGoing, JsonReportsWhatWasSkipped) {
   const Ended ended = place.kivsys({"analyze", "--keep-going", "--json", "X1.MUS", "X2.MUS", "X3.MUS"});
   EXPECT_EQ(ended.status, 1);
   const Json object = Json::parse(ended.out);
-  EXPECT_EQ(complaints(object, "analyze"), std::vector<std::string>());
+  EXPECT_EQ(schemaErrors(object, "analyze"), std::vector<std::string>());
   EXPECT_EQ(object["end"], "normal");
   EXPECT_EQ(object["pages_analysed"], 2);
   EXPECT_EQ(object["skipped"],

@@ -94,7 +94,7 @@ TEST_F(SurveyCommand, JsonHasTheProblemsInWords) {
   place.write("lib/A1.MUS", "broken");
   place.write("lib/B1.MUS", duo);
   const auto object = nlohmann::json::parse(survey({"--json"}));
-  EXPECT_EQ(complaints(object, "survey"), std::vector<std::string>());
+  EXPECT_EQ(schemaErrors(object, "survey"), std::vector<std::string>());
   EXPECT_EQ(object.at("interrupted"), false);
   const auto& pieces = object.at("pieces");
   ASSERT_EQ(pieces.size(), 2U);
@@ -225,9 +225,9 @@ class Unread {
 
  private:
   ssize_t take(std::size_t count) {
-    std::string room(count, '\0');
-    const ssize_t got = ::read(out_, room.data(), room.size());
-    read_ += room.substr(0, static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
+    std::string buffer(count, '\0');
+    const ssize_t got = ::read(out_, buffer.data(), buffer.size());
+    read_ += buffer.substr(0, static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
     return got;
   }
 

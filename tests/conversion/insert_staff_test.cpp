@@ -95,7 +95,7 @@ TEST_F(InsertStaff, PositionAndP6AreThoseOfTheLastStaffItemOfAll) {
       << "of staff 2, which is no neighbor";
 }
 
-TEST_F(InsertStaff, TheFirstInstrumentOfTheOrderGoesOnTopAtPositionZero) {
+TEST_F(InsertStaff, TheFirstInstrumentOfTheOrderIsOnTopAtPositionZero) {
   EXPECT_EQ(insert(101, "staff 1 at 3 p6 7 instrument 102\nnote 1 at 20\nnote 1 at 70\nstaff 2 at 4 instrument 103\n"),
             "staff 1 at 3 p6 7 instrument 102\nnote 1 at 20\nnote 1 at 70\nstaff 2 at 4 instrument 103\n"
             "staff 3 at 0 size 1 lines 5 instrument 101\n"
