@@ -162,7 +162,7 @@ TEST_F(SetRestDurations, TableThatOverflowsEndsTheProgram) {
   EXPECT_EQ(items.itemCount(), itemLimit);
 }
 
-TEST_F(SetRestDurations, RowsLeftAfterTheTableNeitherCountNorShowThrough) {
+TEST_F(SetRestDurations, RowsLeftBeyondTheTableNeitherCountNorShowThrough) {
   items = tableOf(host,
                   "clef 1 at 1\nclef 1 at 1\nclef 1 at 1\nclef 1 at 1\ncountedtext 2 at 1 p4 5 p6 6 p8 8 \"old\"\n"
                   "note 1 at 11\ntimesignature 2 at 10 upper 9 lower 4\nstaff 2 at 0 instrument 103\n");
