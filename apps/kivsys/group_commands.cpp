@@ -70,8 +70,7 @@ void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
   convert->footer(
       "Analyzes the pages first, and converts them unless they can be used without a conversion. Writes\n"
       "WORK0001.MUS, WORK0002.MUS ... into the folder of the first result file; report and verdict are written to the\n"
-      "current folder.\n"
-      "Ends with status 0; with 1 after a critical message; with 2 on wrong usage.\n\nExamples:\n"
+      "current folder. Ends with status 0; with 1 after a critical message; with 2 on wrong usage.\n\nExamples:\n"
       "  kivsys convert PIECE*.MUS --result out/WORK0001.MUS\n"
       "  kivsys convert --names names.txt --force --json\n"
       "  kivsys convert --dry-run PIECE*.MUS");
