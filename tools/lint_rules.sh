@@ -19,6 +19,7 @@ sources=$(files 'src/*.h' 'src/*.cpp' 'apps/*.h' 'apps/*.cpp' 'tests/*.h' 'tests
   echo "lint: git does not list the sources" >&2
   exit 1
 }
+scripts=$(files '*.sh' dev .ci/run)
 
 # A test file that no target names would never run.
 lists=$(files 'tests/*CMakeLists.txt')
@@ -64,7 +65,7 @@ function add_links(whole, library, i, count, names) {
 }
 
 function check_length() {
-  if (lines > 300) {
+  if (lines > 300 && !is_script) {
     print "lint: " file ": " lines " lines, at most 300 are allowed" > "/dev/stderr"
     bad = 1
   }
@@ -86,9 +87,9 @@ function check_include(path) {
   }
 }
 
-function check_comment(text) {
-  # The first "//" that is not inside a text.
-  if (!match(text, /(^|[ \t])\/\/.*/)) {
+# The marker begins a comment at the begin of a line or after a blank, so not within most texts.
+function check_comment(text, marker) {
+  if (!match(text, "(^|[ \t])" marker ".*")) {
     return
   }
   text = " " tolower(substr(text, RSTART)) " "
@@ -101,9 +102,21 @@ function check_comment(text) {
   }
 }
 
+# Identifiers, which are names of functions and tests among others.
+function check_names(text) {
+  gsub(/"([^"\\]|\\.)*"|\/\/.*/, "", text)
+  if (match(text, dialect_name)) {
+    violation("write the standard term instead of \"" substr(text, RSTART + 1, RLENGTH - 2) "\"")
+  }
+}
+
 BEGIN {
   dialect = "[^a-z](rooms?|house rules?|whole[ _]road|afresh|anew|told|tells?|in good order|without a word|troubles?|" \
-    "persons?|so many|second witness|thinks? out|mends?|fails? on order)[^a-z]"
+    "persons?|so many|second witness|thinks? out|mends?|fails? on order|judge[sd]?|promise[sd]?|announce[sd]?|spoils?|" \
+    "spoilt|(goes|go|went) on|verbs?)[^a-z]"
+  dialect_name = "[^A-Za-z](tell|told|judge|promise|announce|spoil|makeRoom)([A-Z][A-Za-z0-9]*)?[^A-Za-z]|" \
+    "[^A-Z](Told|Tells?|Afresh|Anew|Judged?|Judges|Promised?|Promises|Announced?|Announces|Spoils?|Spoilt|WholeRoad|" \
+    "GoesOn|Verb)([A-Z][A-Za-z0-9]*)?[^A-Za-z]"
   british = "[^a-z]((colour|behaviour|centre|neighbour|favour)(s|ed)?|analys(e|ed|ing)|" \
     "(optimi|minimi|maximi|recogni|summari)s(e|es|ed|ing|ation))[^a-z]"
   count = split(ENVIRON["LINKS"], targets, "\n")
@@ -123,6 +136,7 @@ BEGIN {
 FNR == 1 {
   check_length()
   file = FILENAME
+  is_script = file !~ /\.(h|cpp)$/
   in_src = file ~ /^src\//
   # All of src/ but the parts of platform that stand for one system.
   core = in_src && file !~ /^src\/platform\/(posix|win32|console)\//
@@ -149,8 +163,23 @@ core && /^#include <(windows\.h|fstream|filesystem|iostream|unistd\.h|fcntl\.h|s
   violation("messages are built in src/messages only")
 }
 
+is_script {
+  check_comment($0, "#")
+  if ($0 ~ /^[a-z_]+\(\)/) {
+    gsub(/_/, " ")
+    if (match(" " $1 " ", dialect)) {
+      violation("write the standard term instead of \"" $1 "\"")
+    }
+  }
+  next
+}
+
+{
+  check_comment($0, "//")
+  check_names(" " $0 " ")
+}
+
 file ~ /^(src|apps)\// {
-  check_comment($0)
   # These two names are given, and so are texts.
   gsub(/setDetail(Clef|Rest)Hite|"[^"]*"/, "")
   if ($0 ~ /(^|[^wW])[hH]ite/) {
@@ -161,6 +190,6 @@ file ~ /^(src|apps)\// {
 END {
   check_length()
   exit bad
-}' $sources || bad=1
+}' $sources $scripts || bad=1
 
 exit $bad

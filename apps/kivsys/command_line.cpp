@@ -32,8 +32,8 @@ void addCommands(CLI::App& app, CommandLine& line) {
   app.set_version_flag("--version", "kivsys " + versionText(version::major, version::minor, version::revision));
   app.require_subcommand(1);
   app.footer(
-      "A sibling tool's call works too:\n  kivsys \"CALLEDBY=KIV,FUNCTION=ANALYZE,NAMES=names.txt\"\n\n"
-      "kivsys COMMAND --help tells more about a command.");
+      "The command line of a sibling tool works, too:\n  kivsys \"CALLEDBY=KIV,FUNCTION=ANALYZE,NAMES=names.txt\"\n\n"
+      "kivsys COMMAND --help describes a command in detail.");
   addAnalyze(app, line.analyze, line.status);
   addConvert(app, line.convert, line.status);
   addVerify(app, line.verify, line.status);
@@ -50,7 +50,7 @@ void addCommands(CLI::App& app, CommandLine& line) {
 
 int runCommandLine(int argc, const char* const* argv) {
   CommandLine line;
-  CLI::App app("Prepares groups of MUS page files: analyses their instrument layout, and makes it the same.", "kivsys");
+  CLI::App app("Prepares groups of MUS page files: analyzes their instrument layout, and makes it the same.", "kivsys");
   addCommands(app, line);
   try {
     app.parse(argc, argv);

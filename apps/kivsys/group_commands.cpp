@@ -24,13 +24,13 @@ void requireSelection(const std::string& command, const Selection& selection) {
 }
 
 void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
-  addSelection(command, options.selection, "Write report and verdict there");
+  addSelection(command, options.selection, "Write report and verdict to this folder");
   command.add_option("--result", options.result, "First result file (default: WORK0001.MUS beside the first page)")
       ->type_name("FILE");
   command.add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
   command.add_flag("--no-overwrite", options.noOverwrite, "Ask before a file is replaced; No without a terminal");
   command.add_flag("--no-instr-number", options.noInstrNumber, "Do not show instrument ids in the results");
-  command.add_flag("--force", options.force, "Convert input that qualifies as it stands, too");
+  command.add_flag("--force", options.force, "Convert even if the input can be used without a conversion");
   command.add_flag("--json", options.json, "Print one JSON object and nothing else");
   command.callback([&command, &options, &status] {
     requireSelection(command.get_name(), options.selection);
@@ -42,12 +42,13 @@ void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
 
 void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
   CLI::App* analyze = app.add_subcommand("analyze", "Find out whether all systems of a group have the same layout");
-  addSelection(*analyze, options.selection, "Write report and verdict there");
+  addSelection(*analyze, options.selection, "Write report and verdict to this folder");
   analyze->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
   analyze->add_flag("--json", options.json, "Print one JSON object and nothing else");
-  analyze->add_flag("--jsonl", options.jsonl, "Print JSON objects, one a line: problems, layouts, outcome")
+  analyze->add_flag("--jsonl", options.jsonl, "Print JSON objects, one per line: problems, layouts, outcome")
       ->excludes("--json");
-  analyze->add_flag("--keep-going", options.keepGoing, "Name every bad page and go on without it; status 1 if any was");
+  analyze->add_flag("--keep-going", options.keepGoing,
+                    "Report every bad page and analyze the others; status 1 if there was one");
   analyze->add_flag("--exit-code", options.exitCode, "End with status 3 when the input needs a conversion");
   analyze->footer(
       "Writes KivSystem2.TXT (report) and KivSystem1.TXT (verdict). Ends with status 0; with 1 after a critical\n"
@@ -63,30 +64,30 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
 void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
   CLI::App* convert = app.add_subcommand("convert", "Write one page per system, all with the same layout");
   addConversion(*convert, options, status);
-  CLI::Option* dryRun = convert->add_flag("--dry-run", options.dryRun, "Write nothing, print what would be written");
-  convert->add_flag("--verify", options.verify, "Prove the conversion afterwards; status 1 when that fails")
+  CLI::Option* dryRun = convert->add_flag("--dry-run", options.dryRun, "Write nothing; print what would be written");
+  convert->add_flag("--verify", options.verify, "Verify the conversion afterwards; status 1 when that fails")
       ->excludes(dryRun);
   convert->footer(
-      "Analyses the pages first, and converts them unless they qualify as they stand. Writes WORK0001.MUS,\n"
-      "WORK0002.MUS ... into the folder of the first result file, beside report and verdict in the current folder.\n"
-      "Ends with status 0; with 1 after a critical message; with 2 on wrong usage.\n\nExamples:\n"
+      "Analyzes the pages first, and converts them unless they can be used without a conversion. Writes\n"
+      "WORK0001.MUS, WORK0002.MUS ... into the folder of the first result file; report and verdict are written to the\n"
+      "current folder. Ends with status 0; with 1 after a critical message; with 2 on wrong usage.\n\nExamples:\n"
       "  kivsys convert PIECE*.MUS --result out/WORK0001.MUS\n"
       "  kivsys convert --names names.txt --force --json\n"
       "  kivsys convert --dry-run PIECE*.MUS");
 }
 
 void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
-  CLI::App* verify = app.add_subcommand("verify", "Prove that a conversion has lost and changed nothing");
-  addSelection(*verify, options.selection, "Report and verdict are there");
+  CLI::App* verify = app.add_subcommand("verify", "Check that a conversion has lost and changed nothing");
+  addSelection(*verify, options.selection, "Folder of report and verdict");
   verify->add_option("--result", options.result, "First result file of the conversion")->required()->type_name("FILE");
-  verify->add_option("--manifest", options.manifest, "Write the SHA-256 of all files there, as sha256sum -c reads them")
+  verify->add_option("--manifest", options.manifest, "Write the SHA-256 of all files to FILE, for sha256sum -c")
       ->type_name("FILE");
   verify->add_flag("--json", options.json, "Print one JSON object, with the SHA-256 of all files, and nothing else");
   verify->footer(
-      "Reads inputs, report, verdict and results again, and holds them against the rules of a conversion, item by\n"
-      "item. Changes nothing. Ends with status 0 when the conversion is proved; with 1 when it is not; with 2 on "
-      "wrong\n"
-      "usage.\n\nExamples:\n  kivsys verify PIECE*.MUS --result out/WORK0001.MUS\n"
+      "Reads inputs, report, verdict and results again, and checks them against the rules of a conversion, item by\n"
+      "item. Changes nothing. Ends with status 0 when the conversion is correct; with 1 when it is not, or when a\n"
+      "file cannot be read or written; with 2 on wrong usage.\n\nExamples:\n"
+      "  kivsys verify PIECE*.MUS --result out/WORK0001.MUS\n"
       "  kivsys verify --names names.txt --result out/WORK0001.MUS --manifest out/KivSystemManifest.txt\n"
       "  sha256sum -c out/KivSystemManifest.txt");
   verify->callback([&options, &status] {
@@ -96,17 +97,18 @@ void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
 }
 
 void addTrace(CLI::App& app, ConvertOptions& options, int& status) {
-  CLI::App* trace = app.add_subcommand("trace", "Convert, and leave the tables of the last system in a text file");
+  CLI::App* trace =
+      app.add_subcommand("trace", "Convert, and write the tables of the last system to a text file (for developers)");
   addConversion(*trace, options, status);
   options.trace = true;
   trace->footer(
-      "Does what convert does, then writes KivSystemDump.txt: the items of the last system and what was learned\n"
-      "about every instrument.\n\nExample:\n  kivsys trace PIECE*.MUS --result out/WORK0001.MUS");
+      "Does what convert does, then writes KivSystemDump.txt: the items of the last system and what is known about\n"
+      "every instrument.\n\nExample:\n  kivsys trace PIECE*.MUS --result out/WORK0001.MUS");
 }
 
 void addSort(CLI::App& app, SortOptions& options, int& status) {
   CLI::App* sort = app.add_subcommand("sort", "Sort the staves of each page by instrument, top to bottom");
-  addSelection(*sort, options.selection, "Run there");
+  addSelection(*sort, options.selection, "Run in this folder");
   sort->add_flag("--json", options.json, "Print one JSON object and nothing else");
   sort->footer(
       "Writes each page beside its input with the suffix PAG. Ends with status 0; with 1 after a critical message;\n"
@@ -118,14 +120,14 @@ void addSort(CLI::App& app, SortOptions& options, int& status) {
 }
 
 void addChart(CLI::App& app, ChartOptions& options, int& status) {
-  CLI::App* chart = app.add_subcommand("chart", "Analyse a group and show its systems by instruments");
-  addSelection(*chart, options.selection, "Write report and verdict there");
-  chart->add_option("--out", options.out, "Draw an SVG file, - on standard output (default: text)")
+  CLI::App* chart = app.add_subcommand("chart", "Analyze a group and show its systems by instruments");
+  addSelection(*chart, options.selection, "Write report and verdict to this folder");
+  chart->add_option("--out", options.out, "Write an SVG file; - is standard output (default: text)")
       ->type_name("FILE.svg");
   chart->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
   chart->footer(
-      "Analyses the pages as analyze does. Ends with status 0; with 1 after a critical message; with 2 on wrong\n"
-      "usage. Text is coloured on a terminal unless NO_COLOR is set.\n\nExamples:\n  kivsys chart PIECE*.MUS\n"
+      "Analyzes the pages as analyze does. Ends with status 0; with 1 after a critical message; with 2 on wrong\n"
+      "usage. Text is colored on a terminal unless NO_COLOR is set.\n\nExamples:\n  kivsys chart PIECE*.MUS\n"
       "  kivsys chart --names names.txt --out piece.svg");
   chart->callback([&options, &status] {
     requireSelection("chart", options.selection);

@@ -10,25 +10,25 @@
 namespace kiv {
 
 void addSurvey(CLI::App& app, SurveyOptions& options, int& status) {
-  CLI::App* survey = app.add_subcommand("survey", "Analyse all pieces of a library, a line for each");
-  survey->add_option("folder", options.folders, "Folders to be walked through, with all below them")
+  CLI::App* survey = app.add_subcommand("survey", "Analyze all pieces of a library, one line for each");
+  survey->add_option("folder", options.folders, "Folders to search, with their subfolders")
       ->required()
       ->type_name("FOLDER");
   CLI::Option* csv = survey->add_flag_callback(
       "--csv", [&options] { options.format = SurveyFormat::csv; }, "Print comma-separated values");
   CLI::Option* json = survey->add_flag_callback(
-      "--json", [&options] { options.format = SurveyFormat::json; }, "Print one JSON object, problems in words");
+      "--json", [&options] { options.format = SurveyFormat::json; },
+      "Print one JSON object, with the text of the problems");
   csv->excludes(json);
-  survey->add_option("--jobs", options.jobs, "Pieces analysed at once (default: one for every processor core)")
+  survey->add_option("--jobs", options.jobs, "Pieces to analyze at once (default: one per processor core)")
       ->type_name("N")
       ->check(CLI::Range(1U, 1024U));
-  survey->add_option("--resume", options.resume, "Keep finished pieces there, and take those that have not changed")
+  survey->add_option("--resume", options.resume, "Store finished pieces in FILE, and reuse those that have not changed")
       ->type_name("FILE");
   survey->footer(
-      "Pages of one folder whose names differ in number and page letter only are a piece. Nothing is written into the\n"
-      "library. Ends with status 0; with 1 when a folder cannot be listed or the output not be written; with 2 on "
-      "wrong\n"
-      "usage; with 130 when it is interrupted: the lines of finished pieces are printed then.\n\nExamples:\n"
+      "Pages of one folder whose names differ only in number and page letter are a piece. Nothing is written to the\n"
+      "library. Ends with status 0; with 1 when a folder cannot be listed or the output cannot be written; with 2 on\n"
+      "wrong usage; with 130 when it is interrupted, after printing the lines of the finished pieces.\n\nExamples:\n"
       "  kivsys survey /music\n  kivsys survey /music --csv --resume survey.state > survey.csv");
   survey->callback([&options, &status] { status = runSurvey(options); });
 }
@@ -36,25 +36,25 @@ void addSurvey(CLI::App& app, SurveyOptions& options, int& status) {
 void addDraw(CLI::App& app, DrawOptions& options, int& status) {
   CLI::App* draw = app.add_subcommand("draw", "Draw a page from its items");
   draw->add_option("page", options.page, "Page file")->required()->type_name("PAGE");
-  draw->add_option("--out", options.out, "Drawing to be written (default: -, standard output)")->type_name("FILE.svg");
+  draw->add_option("--out", options.out, "Drawing to write (default: -, standard output)")->type_name("FILE.svg");
   draw->footer(
-      "Draws a proof of the page as an SVG file. Rest staves as a conversion inserts them are tinted. Ends with\n"
-      "status 0; with 1 after a critical message; with 2 on wrong usage.\n\nExample:\n"
+      "Draws a proof of the page as an SVG file. Rest staves that a conversion inserted have a colored background.\n"
+      "Ends with status 0; with 1 after a critical message; with 2 on wrong usage.\n\nExample:\n"
       "  kivsys draw PIECE001.MUS --out piece001.svg");
   draw->callback([&options, &status] { status = runDraw(options); });
 }
 
 void addPageCommands(CLI::App& app, PageFiles& files, int& status) {
-  CLI::App* dump = app.add_subcommand("dump", "Print a page as text, one item a line");
+  CLI::App* dump = app.add_subcommand("dump", "Print a page as text, one item per line");
   dump->add_option("page", files.page, "Page file")->required()->type_name("PAGE");
   dump->footer("Example:\n  kivsys dump PIECE001.MUS > piece001.txt");
   dump->callback([&files, &status] { status = runDump(files.page); });
 
-  CLI::App* build = app.add_subcommand("build", "Make a page from its text");
+  CLI::App* build = app.add_subcommand("build", "Build a page from its text");
   build->add_option("text", files.text, "Page text, as dump prints it; - is standard input")
       ->required()
       ->type_name("TEXT");
-  build->add_option("page", files.page, "Page file to be written")->required()->type_name("PAGE");
+  build->add_option("page", files.page, "Page file to write")->required()->type_name("PAGE");
   build->footer("Example:\n  kivsys build piece001.txt PIECE001.MUS");
   build->callback([&files, &status] { status = runBuild(files.text, files.page); });
 }

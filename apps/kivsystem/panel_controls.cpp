@@ -90,12 +90,12 @@ bool fits(HDC context, const ControlLayout& layout, const std::string& text, int
 
 /// The dialog font in its normal size, or in the largest smaller one in which every label fits.
 Font fittingFont(HWND control, int dpi) {
-  constexpr int usualPoints = 8;
+  constexpr int standardPoints = 8;
   constexpr int leastPoints = 5;
   const Panel texts;
   const HDC context = GetDC(control);
   Font font;
-  for (int height = pixelsOf(usualPoints, dpi); height >= pixelsOf(leastPoints, dpi); --height) {
+  for (int height = pixelsOf(standardPoints, dpi); height >= pixelsOf(leastPoints, dpi); --height) {
     font = Font("MS Shell Dlg", height, FW_NORMAL);
     const HGDIOBJ before = SelectObject(context, font.handle());
     const bool allFit = std::all_of(panelLayout().begin(), panelLayout().end(), [&](const ControlLayout& layout) {

@@ -50,7 +50,7 @@ void addFile(const NameParts& parts, const std::string& musFileName, MultifilePa
 }
 
 /// Gives a page of one letter its file's name, and reports letters that are not A, B, C ...
-void settleLetters(const Host& host, PageEntry& page) {
+void normalizeLetters(const Host& host, PageEntry& page) {
   constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
   if (page.pageLetters.empty() ||
       page.pageLetters == alphabet.substr(0, std::max<std::size_t>(page.pageLetters.size(), 2))) {
@@ -93,7 +93,7 @@ PageTable groupPages(const Host& host, const NamesTable& names) {
     addFile(split(host, names.name(i)), names.name(i), multifile, table.pages);
   }
   for (PageEntry& page : table.pages) {
-    settleLetters(host, page);
+    normalizeLetters(host, page);
   }
   return table;
 }

@@ -28,24 +28,24 @@ class ByteCursor {
   void skip(std::size_t bytes) { position_ += bytes; }
 
   /// The next count bytes, or as many as are left.
-  std::string_view take(std::size_t count) {
+  std::string_view read(std::size_t count) {
     ok_ = ok_ && count <= left();
-    const std::string_view taken = bytes_.substr(position_, count);
-    position_ += taken.size();
-    return taken;
+    const std::string_view next = bytes_.substr(position_, count);
+    position_ += next.size();
+    return next;
   }
 
-  std::uint32_t takeByte() {
-    const std::string_view byte = take(1);
+  std::uint32_t readByte() {
+    const std::string_view byte = read(1);
     return byte.empty() ? 0 : byteAt(byte, 0);
   }
 
   /// A little-endian word as a float.
-  float takeFloat() {
+  float readFloat() {
     if (left() >= bytesPerWord) {
-      return floatAt(take(bytesPerWord), 0);
+      return floatAt(read(bytesPerWord), 0);
     }
-    std::string padded(take(bytesPerWord));
+    std::string padded(read(bytesPerWord));
     padded.resize(bytesPerWord);
     return floatAt(padded, 0);
   }

@@ -42,7 +42,7 @@ std::array<std::uint32_t, 64> schedule(const char* block) {
 
 }  // namespace
 
-void Sha256::takeBlock(const char* block) {
+void Sha256::processBlock(const char* block) {
   const auto words = schedule(block);
   auto [a, b, c, d, e, f, g, h] = state_;
   for (std::size_t i = 0; i < words.size(); ++i) {
@@ -69,15 +69,15 @@ void Sha256::update(std::string_view bytes) {
   allBytes_ += bytes.size();
   while (!bytes.empty()) {
     if (pendingBytes_ == 0 && bytes.size() >= blockBytes) {
-      takeBlock(bytes.data());
+      processBlock(bytes.data());
       bytes.remove_prefix(blockBytes);
       continue;
     }
-    const std::size_t taken = bytes.copy(pending_.data() + pendingBytes_, blockBytes - pendingBytes_);
-    pendingBytes_ += taken;
-    bytes.remove_prefix(taken);
+    const std::size_t copied = bytes.copy(pending_.data() + pendingBytes_, blockBytes - pendingBytes_);
+    pendingBytes_ += copied;
+    bytes.remove_prefix(copied);
     if (pendingBytes_ == blockBytes) {
-      takeBlock(pending_.data());
+      processBlock(pending_.data());
       pendingBytes_ = 0;
     }
   }

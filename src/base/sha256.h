@@ -18,7 +18,7 @@ class Sha256 {
  private:
   static constexpr std::size_t blockBytes = 64;
 
-  void takeBlock(const char* block);
+  void processBlock(const char* block);
 
   std::array<std::uint32_t, 8> state_ = {0x6A09E667, 0xBB67AE85, 0x3C6EF372, 0xA54FF53A,
                                          0x510E527F, 0x9B05688C, 0x1F83D9AB, 0x5BE0CD19};

@@ -11,7 +11,7 @@ namespace kiv {
 
 /// Adds a complete rest staff for an instrument that does not play in the system: staff, clef, key signature, barlines,
 /// time signatures and rests. It takes the number of the staff of the instrument before it in the order, and the staves
-/// from there up move up by one; the first instrument of the order goes on top. A system without a position for it ends
+/// from there up move up by one; the first instrument of the order is on top. A system without a position for it ends
 /// the program.
 void insertStaff(ItemTable& items, std::int16_t instr, const OrderTable& order, const FirstClefTable& firstClefs,
                  const BarlineList& barlines);

@@ -54,7 +54,7 @@ class Validator {
   void addLine(const std::string& line);
   Message refusalOf(const std::string& line, const std::string& name, const Message& shown);
   bool hasPageName(const std::string& name);
-  PageTable goodPages();
+  PageTable validPages();
   void validatePages();
   void validatePage(const PageEntry& page);
   void analyze(const PageEntry& page);
@@ -148,7 +148,7 @@ void Validator::validatePage(const PageEntry& page) {
   skip(std::move(files), std::move(*failure));
 }
 
-PageTable Validator::goodPages() {
+PageTable Validator::validPages() {
   NamesTable good;
   for (const NamesLine& line : lines_) {
     if (!line.name.empty() && good.nameList.size() < static_cast<std::size_t>(INT16_MAX)) {
@@ -160,14 +160,14 @@ PageTable Validator::goodPages() {
 }
 
 void Validator::validatePages() {
-  const PageTable pages = goodPages();
+  const PageTable pages = validPages();
   const int all = static_cast<int>(pages.pages.size());
   int done = 0;
   for (const PageEntry& page : pages.pages) {
-    host_.user.showProgress(done++, all, "pages judged");
+    host_.user.showProgress(done++, all, "pages checked");
     validatePage(page);
   }
-  host_.user.showProgress(all, all, "pages judged");
+  host_.user.showProgress(all, all, "pages checked");
 }
 
 PageValidation Validator::validate(const std::string& namesFile) {

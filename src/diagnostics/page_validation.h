@@ -24,7 +24,7 @@ struct PageValidation {
   std::vector<SkippedPage> skipped;
 };
 
-/// Validates every name and page of a names file by itself, in the very procedures of an analysis and on tables of its
+/// Validates every name and page of a names file separately, in the very procedures of an analysis and on tables of its
 /// own. Nothing is written; the user sees the progress and no message. Every page is read once.
 PageValidation validatePages(const Host& host, const std::string& namesFile);
 

@@ -3,14 +3,14 @@
 namespace kiv::messages {
 namespace {
 
-std::string announcementOf(RefusedNames fate) {
+std::string deletionNotice(RefusedNames fate) {
   return fate == RefusedNames::areDeleted ? "\r\nNames file will be deleted after view." : "";
 }
 
 Message message(std::string_view code, Icon icon, std::string text, const std::string& file) {
-  Message made{code, icon, Buttons::ok, std::move(text), {}, {}};
-  made.location.file = file;
-  return made;
+  Message result{code, icon, Buttons::ok, std::move(text), {}, {}};
+  result.location.file = file;
+  return result;
 }
 
 std::string isMissing(const std::string& name) {
@@ -27,7 +27,7 @@ Message recordNotTerminated(const std::string& line, const std::string& namesFil
 Message recordWithoutFolder(const std::string& record, const std::string& namesFile, RefusedNames fate) {
   return message(
       code::namesNoFolder, Icon::information,
-      "Invalid record format in Names file.\r\nName must have a path prefix:\r\n" + record + announcementOf(fate),
+      "Invalid record format in Names file.\r\nName must have a path prefix:\r\n" + record + deletionNotice(fate),
       namesFile);
 }
 
@@ -35,7 +35,7 @@ Message foldersDiffer(const std::string& namesFile, RefusedNames fate) {
   return message(code::namesFoldersDiffer, Icon::information,
                  "Names in Names file do not all have the same path prefix.\r\n"
                  "This is a requirement for KivSystem." +
-                     announcementOf(fate),
+                     deletionNotice(fate),
                  namesFile);
 }
 
@@ -46,7 +46,7 @@ Message fileMissingOnDiskette(const std::string& name) {
 
 Message fileMissing(const std::string& name, RefusedNames fate) {
   return message(code::namesFileMissing, Icon::information,
-                 "Name in Names file" + isMissing(name) + announcementOf(fate), name);
+                 "Name in Names file" + isMissing(name) + deletionNotice(fate), name);
 }
 
 Message namesFileNotErased(const std::string& namesFile) {

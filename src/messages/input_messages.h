@@ -8,7 +8,7 @@ namespace kiv::messages {
 
 // What is wrong with the names file, and with the names in it. namesFile is what the location names.
 
-/// What becomes of a names file that is refused; its deletion is announced.
+/// What becomes of a names file that is refused; the message says when it will be deleted.
 enum class RefusedNames { areDeleted, areKept };
 
 Message recordNotTerminated(const std::string& line, const std::string& namesFile);
@@ -21,7 +21,7 @@ Message fileMissing(const std::string& name, RefusedNames fate = RefusedNames::a
 Message namesFileNotErased(const std::string& namesFile);
 /// Critical: there is no names file to view.
 Message namesFileNotCreated(const std::string& namesFile);
-/// Critical at the end of the program; the panel shows it and goes on.
+/// Critical at the end of the program; the panel shows it and continues.
 Message noInputFiles(const std::string& namesFile);
 
 /// Critical: a page file that is missing, or is not named by the convention.

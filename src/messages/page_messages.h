@@ -14,9 +14,9 @@ Message structuralError(const std::string& file, int itemNumber, const std::stri
 Message structuralErrorInSort(const std::string& file, int itemNumber);
 Message tooManyItems(const std::string& file);
 Message resultNotWritten(const std::string& file);
-/// Cells of different kinds were to be exchanged; the run goes on.
+/// Cells of different kinds were to be exchanged; the run continues.
 Message exchangeOfDifferentKinds();
-/// Cells of a kind that cannot be exchanged; the run goes on.
+/// Cells of a kind that cannot be exchanged; the run continues.
 Message exchangeOfUnknownKind();
 
 }  // namespace kiv::messages

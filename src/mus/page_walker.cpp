@@ -16,7 +16,7 @@ std::string_view chunksOf(std::string_view file, const ItemBytes& place) {
 }  // namespace
 
 PageWalker::PageWalker(std::string_view file) : file_(file), cursor_(file) {
-  const std::string_view header = cursor_.take(headerBytes);
+  const std::string_view header = cursor_.read(headerBytes);
   if (cursor_.ok()) {
     fileWords_ = static_cast<std::int16_t>(ByteCursor::byteAt(header, 0) | ByteCursor::byteAt(header, 1) << 8U);
   }
@@ -24,16 +24,16 @@ PageWalker::PageWalker(std::string_view file) : file_(file), cursor_(file) {
 
 float PageWalker::read_word() {
   ++wordsRead_;
-  return cursor_.takeFloat();
+  return cursor_.readFloat();
 }
 
 void PageWalker::read_word_text() {
   ++wordsRead_;
-  cursor_.take(bytesPerWord);
+  cursor_.read(bytesPerWord);
 }
 
 std::uint32_t PageWalker::read_byte() {
-  return cursor_.takeByte();
+  return cursor_.readByte();
 }
 
 void PageWalker::read_trailer() {
@@ -80,9 +80,9 @@ bool PageWalker::findLength() {
   return itemLength_ >= 2;
 }
 
-bool PageWalker::takeParameters(int count) {
+bool PageWalker::readParameters(int count) {
   const std::size_t start = cursor_.position();
-  cursor_.take(bytesPerWord * static_cast<std::size_t>(count - 1));
+  cursor_.read(bytesPerWord * static_cast<std::size_t>(count - 1));
   parameters_ = start - bytesPerWord;
   wordsRead_ += count - 1;
   return cursor_.ok();
@@ -91,14 +91,14 @@ bool PageWalker::takeParameters(int count) {
 ReadStatus PageWalker::findPlainItem() {
   keptParameters_ = std::min<int>(itemLength_, parameterCount);
   if (itemLength_ <= parameterCount) {
-    return takeParameters(itemLength_) ? ReadStatus::itemRead : ReadStatus::structuralError;
+    return readParameters(itemLength_) ? ReadStatus::itemRead : ReadStatus::structuralError;
   }
   // The parameter that does not fit is read before it is refused: a file that ends sooner is broken.
-  return takeParameters(parameterCount + 1) ? ReadStatus::tooManyParameters : ReadStatus::structuralError;
+  return readParameters(parameterCount + 1) ? ReadStatus::tooManyParameters : ReadStatus::structuralError;
 }
 
 ReadStatus PageWalker::findTextItem() {
-  if (itemLength_ <= textHeadWords || !takeParameters(itemLength_)) {
+  if (itemLength_ <= textHeadWords || !readParameters(itemLength_)) {
     return ReadStatus::structuralError;
   }
   keptParameters_ = type_ == ItemType::text ? textHeadWords : textHeadWords - 1;

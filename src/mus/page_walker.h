@@ -86,7 +86,7 @@ class PageWalker {
   bool findLength();
   ReadStatus findPlainItem();
   ReadStatus findTextItem();
-  bool takeParameters(int count);
+  bool readParameters(int count);
   bool textLengthFits() const;
 
   std::string_view file_;

@@ -43,7 +43,7 @@ class PageSystemsTest : public ::testing::Test {
   const PageEntry twoFiles{"X1.MUS", "AB", "C:\\M\\"};
 };
 
-TEST_F(PageSystemsTest, SingleFileLiesInTheResultFolder) {
+TEST_F(PageSystemsTest, SingleFileIsInTheResultFolder) {
   addPage("X1.MUS", "staff 1 at 0\nstaff 2 at 0\nbarline 1 at 0 spans 2\n");
   read(onePage);
   EXPECT_EQ(end, std::nullopt);

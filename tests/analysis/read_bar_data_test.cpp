@@ -173,7 +173,7 @@ TEST_F(CueMarker, FormMinus1IsNone) {
   EXPECT_TRUE(isKept("kind -2 form 0x7FC00000 cue 104"));
 }
 
-TEST_F(CueMarker, HeightLiesBetweenMinus6And2) {
+TEST_F(CueMarker, HeightIsBetweenMinus6And2) {
   EXPECT_TRUE(isKept("kind -2 height -6 cue 104"));
   EXPECT_TRUE(isKept("kind -2 height 2 cue 104"));
   EXPECT_FALSE(isKept("kind -2 height -6.01 cue 104"));

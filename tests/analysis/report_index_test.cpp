@@ -24,7 +24,7 @@ using ::testing::UnorderedElementsAre;
 
 // --- which lines are records ---
 
-TEST_F(ReportIndexTest, StavesStandUnderTheirSystemInTheOrderOfTheReport) {
+TEST_F(ReportIndexTest, StavesAreListedUnderTheirSystemInTheOrderOfTheReport) {
   const std::string lines =
       "* KivSystem - v1.0.0.0\r\n"
       "SYSTEM=1,INSTRID=101,NEWSTAFF=3,STAVESUP=0,STAFF=4,FILE=C:\\M\\X1A.MUS\r\n"
@@ -69,7 +69,7 @@ TEST_F(ReportIndexTest, LineWithoutASystemMayHoldAnyIdentifier) {
   EXPECT_EQ(end, std::nullopt);
 }
 
-TEST_F(ReportIndexTest, SystemMayStandAnywhereInTheLine) {
+TEST_F(ReportIndexTest, SystemMayBeAnywhereInTheLine) {
   EXPECT_THAT(instrumentsIn(3, "page,INSTRID=5,SYSTEM=3\r\nX,INSTRID=6,SUBSYSTEM=3\r\n"), ElementsAre(5, 6));
   EXPECT_THAT(report.instruments, ElementsAre(5, 6));
 }
@@ -86,7 +86,7 @@ TEST_F(ReportIndexTest, InstrumentHasOnePlaceThatOfItsFirstMention) {
               ElementsAre(9, 5, 7));
 }
 
-TEST_F(ReportIndexTest, InstrumentsOfSystemsThatAreNotConvertedHaveTheirPlacesToo) {
+TEST_F(ReportIndexTest, InstrumentsOfSystemsThatAreNotConvertedHaveTheirPositionsToo) {
   EXPECT_THAT(orderOf(record("4", "9") + record("-1", "8") + record("x", "7") + record("99999", "6")),
               ElementsAre(9, 8, 7, 6));
 }
@@ -179,7 +179,7 @@ TEST_F(ReportIndexTest, ReportThatCannotBeOpenedEndsTheProgram) {
   EXPECT_EQ(host.messages, std::vector{critical("Failed to open file KivSystem2.TXT")});
 }
 
-TEST_F(ReportIndexTest, ReportLiesInTheCurrentFolder) {
+TEST_F(ReportIndexTest, ReportIsInTheCurrentFolder) {
   host.folder = "C:\\ELSEWHERE";
   host.addFile("C:\\ELSEWHERE\\KivSystem2.TXT", record("1", "5"));
   EXPECT_THAT(readReport(host).instruments, ElementsAre(5));

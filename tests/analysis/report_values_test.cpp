@@ -11,7 +11,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::SizeIs;
 
-TEST_F(ReportIndexTest, KeysStandInAnyOrder) {
+TEST_F(ReportIndexTest, KeysMayBeInAnyOrder) {
   EXPECT_EQ(staves(1, "FILE=no,NEWSTAFF=6,STAFF=7,FILE=C:\\A.MUS,STAVESUP=8,INSTRID=9,SYSTEM=1\r\n"),
             (Staves{{9, 8, 7, "C:\\A.MUS", 6}}))
       << "a key at the start of the line has no comma, and is not found";
@@ -34,7 +34,7 @@ TEST_F(ReportIndexTest, FileNameEndsAtACommaInsideIt) {
   EXPECT_EQ(staves(1, record("1", "7", "C:\\M\\X, Y1.MUS")).at(0).file, "C:\\M\\X");
 }
 
-TEST_F(ReportIndexTest, FileNameIsKeptAsItStands) {
+TEST_F(ReportIndexTest, FileNameIsKeptAsItIs) {
   EXPECT_EQ(staves(1, record("1", "7", " c:\\m\\\xE4=1.Mus ")).at(0).file, " c:\\m\\\xE4=1.Mus ");
 }
 

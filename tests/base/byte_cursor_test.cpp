@@ -12,8 +12,8 @@ using test::bytes;
 TEST(ByteCursor, ReadsFloatsWithTheLowestByteFirst) {
   const std::string content = bytes("00 00 80 3F  00 00 A0 C0");
   ByteCursor cursor(content);
-  EXPECT_EQ(cursor.takeFloat(), 1.0F);
-  EXPECT_EQ(cursor.takeFloat(), -5.0F);
+  EXPECT_EQ(cursor.readFloat(), 1.0F);
+  EXPECT_EQ(cursor.readFloat(), -5.0F);
   EXPECT_TRUE(cursor.ok()) << "reading up to the end is no reading beyond it";
   EXPECT_EQ(cursor.left(), 0U);
 }
@@ -21,19 +21,19 @@ TEST(ByteCursor, ReadsFloatsWithTheLowestByteFirst) {
 TEST(ByteCursor, ReadsBytesAsNumbersFrom0To255) {
   const std::string content = bytes("FF 80 00");
   ByteCursor cursor(content);
-  EXPECT_EQ(cursor.takeByte(), 255U);
-  EXPECT_EQ(cursor.takeByte(), 128U);
-  EXPECT_EQ(cursor.takeByte(), 0U);
+  EXPECT_EQ(cursor.readByte(), 255U);
+  EXPECT_EQ(cursor.readByte(), 128U);
+  EXPECT_EQ(cursor.readByte(), 0U);
   EXPECT_TRUE(cursor.ok());
 }
 
 TEST(ByteCursor, ReadsZeroBeyondTheEndAndRemembersIt) {
   const test::ExactBytes content(bytes("07"));
   ByteCursor cursor(content.view());
-  EXPECT_EQ(cursor.takeByte(), 7U);
-  EXPECT_EQ(cursor.takeByte(), 0U);
+  EXPECT_EQ(cursor.readByte(), 7U);
+  EXPECT_EQ(cursor.readByte(), 0U);
   EXPECT_FALSE(cursor.ok());
-  EXPECT_EQ(cursor.take(0), "");
+  EXPECT_EQ(cursor.read(0), "");
   EXPECT_FALSE(cursor.ok()) << "what was missed stays missed";
   EXPECT_EQ(cursor.position(), 1U);
 }
@@ -41,15 +41,15 @@ TEST(ByteCursor, ReadsZeroBeyondTheEndAndRemembersIt) {
 TEST(ByteCursor, FillsACutOffFloatWithZeroBytes) {
   const test::ExactBytes content(bytes("00 00 80"));
   ByteCursor cursor(content.view());
-  EXPECT_EQ(cursor.takeFloat(), std::bit_cast<float>(0x00800000U));
+  EXPECT_EQ(cursor.readFloat(), std::bit_cast<float>(0x00800000U));
   EXPECT_FALSE(cursor.ok());
 }
 
-TEST(ByteCursor, TakesWhatIsLeft) {
+TEST(ByteCursor, ReadsWhatIsLeft) {
   ByteCursor cursor("ABC");
-  EXPECT_EQ(cursor.take(2), "AB");
+  EXPECT_EQ(cursor.read(2), "AB");
   EXPECT_TRUE(cursor.ok());
-  EXPECT_EQ(cursor.take(2), "C");
+  EXPECT_EQ(cursor.read(2), "C");
   EXPECT_FALSE(cursor.ok());
 }
 

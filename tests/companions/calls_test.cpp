@@ -28,7 +28,7 @@ TEST(FieldValues, AreNoneWithoutAllKeysInTheirOrder) {
   EXPECT_EQ(fieldValues("a=1,b=2", {"A", "B"}), std::nullopt);
 }
 
-TEST(NamesCall, IsTakenApart) {
+TEST(NamesCall, IsParsed) {
   const auto call = parseNamesCall("STARTDIR=C:\\K,SUFFIX=MUS,MUSFOLDER=D:\\MUSIC,NAMESFILE=C:\\K\\NAMES.TXT,DEBUG=NO");
   ASSERT_TRUE(call);
   EXPECT_EQ(call->startFolder, "C:\\K");
@@ -57,7 +57,7 @@ TEST(NamesCall, NeedsATypeAndANamesFile) {
   EXPECT_FALSE(parseNamesCall("STARTDIR=C:\\K,SUFFIX=MUS,MUSFOLDER=,NAMESFILE=,DEBUG=NO"));
 }
 
-TEST(DropCall, IsTakenApart) {
+TEST(DropCall, IsParsed) {
   const auto call =
       parseDropCall("STARTDIR=C:\\K,NAMESFILE=C:\\K\\N,DEBUG=NO,TYPE=MUS,LIST=C:\\M\\A1.MUS,C:\\M\\A2.MUS,");
   ASSERT_TRUE(call);
@@ -78,7 +78,7 @@ TEST(DropCall, NeedsATypeAndANamesFile) {
   EXPECT_FALSE(parseDropCall("STARTDIR=,NAMESFILE=N,DEBUG=NO,TYPE=MUS"));
 }
 
-TEST(FolderCall, IsTakenApart) {
+TEST(FolderCall, IsParsed) {
   const auto call = parseFolderCall("REMARK=Select output folder,STARTDIR=C:\\K,FILE=KIVFOLDR.KIV,DEBUG=NO");
   ASSERT_TRUE(call);
   EXPECT_EQ(call->prompt, "Select output folder");

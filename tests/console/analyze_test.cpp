@@ -112,7 +112,7 @@ TEST_F(ConsoleAnalyze, ZeroIdentifiersCanBeAllowed) {
   EXPECT_EQ(place.kivsys({"analyze", "--allow-zero-id", "x1.mus"}).error, "");
 }
 
-TEST_F(ConsoleAnalyze, ExitCodeTellsInputThatNeedsAConversion) {
+TEST_F(ConsoleAnalyze, ExitCodeReportsInputThatNeedsAConversion) {
   addPage("x1.mus", fluteAndBass);
   addPage("x2.mus", bass);
   addPage("y1a.mus", bass);

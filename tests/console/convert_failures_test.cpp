@@ -31,11 +31,11 @@ TEST_F(ConsoleConvert, WithoutNamesTheRunIsACriticalEnd) {
 }
 
 TEST_F(ConsoleConvert, OldReportAndVerdictAreGoneAfterARunThatFails) {
-  for (const std::string verb : {"convert", "trace"}) {
+  for (const std::string command : {"convert", "trace"}) {
     place.write("KivSystem1.TXT", "old");
     place.write("KivSystem2.TXT", "old");
-    EXPECT_EQ(place.kivsys({verb, "none1.mus"}).status, 1);
-    EXPECT_EQ(filesIn(place.path()), Names{}) << verb;
+    EXPECT_EQ(place.kivsys({command, "none1.mus"}).status, 1);
+    EXPECT_EQ(filesIn(place.path()), Names{}) << command;
   }
 }
 
@@ -71,7 +71,7 @@ TEST_F(ConsoleConvert, AResultThatCannotBeWrittenEndsTheRun) {
   EXPECT_EQ(filesIn(place.path()), (Names{"KivSystem1.TXT", "KivSystem2.TXT", "x1.mus", "x2.mus"}));
 }
 
-TEST_F(ConsoleConvert, AFolderInThePlaceOfAResultStays) {
+TEST_F(ConsoleConvert, AFolderWithTheNameOfAResultStays) {
   addTwo();
   fs::create_directory(place.path() / "WORK0002.MUS");
   const Ended ended = place.kivsys({"convert", "x1.mus", "x2.mus"});
@@ -94,14 +94,14 @@ TEST_F(ConsoleConvert, WrongUsageEndsWithStatus2AndNothingIsRun) {
   addTwo();
   place.write("names.txt", "");
   place.write("KivSystem1.TXT", "old");
-  for (const std::string verb : {"convert", "trace"}) {
-    const std::vector<Names> wrong = {{verb},
-                                      {verb, "--names"},
-                                      {verb, "--names", "names.txt", "x1.mus"},
-                                      {verb, "--result", "WORK0001.MUS"},
-                                      {verb, "x1.mus", "--result"},
-                                      {verb, "--exit-code", "x1.mus", "x2.mus"},
-                                      {verb, "--folder", "nowhere", "x1.mus", "x2.mus"}};
+  for (const std::string command : {"convert", "trace"}) {
+    const std::vector<Names> wrong = {{command},
+                                      {command, "--names"},
+                                      {command, "--names", "names.txt", "x1.mus"},
+                                      {command, "--result", "WORK0001.MUS"},
+                                      {command, "x1.mus", "--result"},
+                                      {command, "--exit-code", "x1.mus", "x2.mus"},
+                                      {command, "--folder", "nowhere", "x1.mus", "x2.mus"}};
     for (const Names& arguments : wrong) {
       const Ended ended = place.kivsys(arguments);
       EXPECT_EQ(ended.status, 2) << ::testing::PrintToString(arguments);

@@ -30,7 +30,7 @@ TEST_F(ConsoleConvert, JsonIsOneObjectWithTheMessagesAndTheFiles) {
   EXPECT_EQ(object, expected);
 }
 
-TEST_F(ConsoleConvert, JsonTellsThatNothingWasCreated) {
+TEST_F(ConsoleConvert, JsonReportsThatNothingWasCreated) {
   addPage("x1.mus", bass);
   const Json object = Json::parse(place.kivsys({"convert", "--json", "x1.mus"}).out);
   EXPECT_EQ(object["end"], "normal");
@@ -39,7 +39,7 @@ TEST_F(ConsoleConvert, JsonTellsThatNothingWasCreated) {
   EXPECT_EQ(object["created"], Json::array());
 }
 
-TEST_F(ConsoleConvert, JsonTellsHowAQuestionWasAnswered) {
+TEST_F(ConsoleConvert, JsonReportsHowAQuestionWasAnswered) {
   addTwo();
   place.write("WORK0002.MUS", "old");
   const Ended ended = place.kivsys({"convert", "--json", "--no-overwrite", "x1.mus", "x2.mus"});

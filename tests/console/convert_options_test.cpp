@@ -45,7 +45,7 @@ TEST_F(ConsoleConvert, AnOldPageKeepsTheSpellingOfItsName) {
   EXPECT_EQ(dumped("Work0001.mus"), asDumped(numberedFluteAndBass));
 }
 
-TEST_F(ConsoleConvert, WithoutATerminalNobodyAgreesToOverwrite) {
+TEST_F(ConsoleConvert, WithoutATerminalNothingIsOverwritten) {
   addTwo();
   place.write("WORK0002.MUS", "old");
   const Ended ended = place.kivsys({"convert", "--no-overwrite", "x1.mus", "x2.mus"}, ".", "y\nyes\n");

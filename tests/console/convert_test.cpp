@@ -24,7 +24,7 @@ TEST_F(ConsoleConvert, WritesAPageForEverySystemBesideTheFirstInput) {
   EXPECT_EQ(dumped("WORK0002.MUS"), asDumped(numberedBass));
 }
 
-TEST_F(ConsoleConvert, ResultIsNamedAsSeenFromWhereTheUserStands) {
+TEST_F(ConsoleConvert, ResultIsNamedRelativeToTheUsersCurrentFolder) {
   addTwo();
   fs::create_directory(place.path() / "out");
   const Ended ended = place.kivsys({"convert", "--result", "out/PART0001.MUS", "x1.mus", "x2.mus"});
@@ -48,7 +48,7 @@ TEST_F(ConsoleConvert, ResultIsNamedAsSeenFromThereWithAnotherFolderForTheRunToo
   EXPECT_EQ(filesIn(place.path() / "here"), (Names{"out", "x1.mus", "x2.mus"}));
 }
 
-TEST_F(ConsoleConvert, WithoutAResultTheFirstPagesFolderIsTakenWhateverTheRunsFolderIs) {
+TEST_F(ConsoleConvert, WithoutAResultTheFirstPagesFolderIsUsedWhateverTheRunsFolderIs) {
   addTwo("music/");
   fs::create_directory(place.path() / "reports");
   EXPECT_EQ(place.kivsys({"convert", "--folder", "reports", "music/x1.mus", "music/x2.mus"}).status, 0);
@@ -56,7 +56,7 @@ TEST_F(ConsoleConvert, WithoutAResultTheFirstPagesFolderIsTakenWhateverTheRunsFo
   EXPECT_EQ(filesIn(place.path() / "music"), (Names{"WORK0001.MUS", "WORK0002.MUS", "x1.mus", "x2.mus"}));
 }
 
-TEST_F(ConsoleConvert, SystemNumbersTakeThePlaceOfTheLastEightCharacters) {
+TEST_F(ConsoleConvert, SystemNumbersReplaceTheLastEightCharacters) {
   addTwo();
   const Ended ended = place.kivsys({"convert", "--result", "Part 9999.pag", "x1.mus", "x2.mus"});
   EXPECT_EQ(ended.status, 0);
@@ -90,7 +90,7 @@ TEST_F(ConsoleConvert, NamesFileGivesTheSameAsPages) {
   EXPECT_NE(place.read("names.txt"), "(no file)");
 }
 
-TEST_F(ConsoleConvert, NamesFileIsLookedForWhereTheUserStandsAndThenInTheRunsFolder) {
+TEST_F(ConsoleConvert, NamesFileIsLookedForInTheUsersCurrentFolderAndThenInTheRunsFolder) {
   addTwo();
   place.write("out/names.txt", place.corePath("x1.mus") + " 1\r\n" + place.corePath("x2.mus") + " 1\r\n");
   const Ended inRunsFolder = place.kivsys({"convert", "--folder", "out", "--names", "names.txt"});

@@ -31,24 +31,24 @@ TEST_F(DryRun, TheExampleAsTheReferenceShowsItAndNothingIsTouched) {
   const Ended ended = convertExample({"--dry-run"});
   EXPECT_EQ(ended.status, 0);
   EXPECT_EQ(with(ended.out, place.corePath(""), "\\music"),
-            shownBehind("cli.md", "kivsys convert --dry-run SYMPH*.MUS --result results/WORK0001.MUS"));
+            shownAfter("cli.md", "kivsys convert --dry-run SYMPH*.MUS --result results/WORK0001.MUS"));
   EXPECT_EQ(ended.error.find("Created"), std::string::npos) << ended.error;
   EXPECT_EQ(filesIn(place.path()), before);
   EXPECT_EQ(filesIn(place.path() / "results"), std::vector<std::string>{});
 }
 
-TEST_F(DryRun, ForetellsWhatAConversionWrites) {
+TEST_F(DryRun, PredictsWhatAConversionWrites) {
   pages = buildExample(place);
   place.write("results/WORK0003.MUS", "old");
   place.write("KivSystem2.TXT", "old report");
   const Json planned = Json::parse(convertExample({"--dry-run", "--json"}).out);
   EXPECT_EQ(place.read("results/WORK0003.MUS"), "old");
   EXPECT_EQ(place.read("KivSystem2.TXT"), "old report");
-  EXPECT_EQ(complaints(planned, "convert"), std::vector<std::string>());
+  EXPECT_EQ(schemaErrors(planned, "convert"), std::vector<std::string>());
   EXPECT_EQ(planned["created"], Json::array());
   EXPECT_EQ(planned["dry_run"], true);
   const Json real = Json::parse(convertExample({"--json"}).out);
-  EXPECT_EQ(complaints(real, "convert"), std::vector<std::string>());
+  EXPECT_EQ(schemaErrors(real, "convert"), std::vector<std::string>());
   ASSERT_EQ(planned["planned"].size(), real["created"].size());
   for (std::size_t r = 0; r < real["created"].size(); ++r) {
     const Json& result = planned["planned"][r];

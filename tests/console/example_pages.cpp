@@ -20,7 +20,7 @@ std::vector<std::string> buildExample(const Workplace& place, const std::string&
   return pages;
 }
 
-std::string shownBehind(const std::string& document, const std::string& command) {
+std::string shownAfter(const std::string& document, const std::string& command) {
   const std::string indent = "    ";
   std::ifstream lines(fs::path(DOCS_FOLDER) / document);
   std::string shown;
@@ -36,7 +36,7 @@ std::string shownBehind(const std::string& document, const std::string& command)
 }
 
 std::string shownInReference(const std::string& command) {
-  return shownBehind("cli.md", command);
+  return shownAfter("cli.md", command);
 }
 
 std::string with(std::string text, const std::string& name, const std::string& other) {

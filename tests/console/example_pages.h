@@ -13,7 +13,7 @@ std::vector<std::string> buildExample(const Workplace& place, const std::string&
 
 /// What a document shows below a command: the lines after "    $ COMMAND", indented alike, up to the next command or
 /// the end of the block. The document is named from the folder of the documents.
-std::string shownBehind(const std::string& document, const std::string& command);
+std::string shownAfter(const std::string& document, const std::string& command);
 std::string shownInReference(const std::string& command);
 
 /// The text with one name put for another, everywhere.

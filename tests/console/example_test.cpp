@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The bundled piece, built and analysed as its reader would.
+/// The bundled piece, built and analyzed as a user would.
 class Example : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -48,7 +48,7 @@ class Example : public ::testing::Test {
   std::vector<std::string> pages;
 };
 
-TEST_F(Example, HasNothingToComplainOfAndNeedsAConversion) {
+TEST_F(Example, HasNoErrorsAndNeedsAConversion) {
   const Ended ended = analyze();
   EXPECT_EQ(ended.status, 0);
   EXPECT_EQ(ended.error, "");
@@ -80,7 +80,7 @@ std::string contentOf(const fs::path& file) {
   return content.str();
 }
 
-TEST_F(Example, ConvertsToThePagesThatLieBesideIt) {
+TEST_F(Example, ConvertsToThePagesBesideIt) {
   const fs::path expected = fs::path(EXAMPLE_FOLDER) / "results";
   fs::create_directory(place.path() / "results");
   ASSERT_EQ(onAllPages({"convert", "--result", "results/WORK0001.MUS"}).status, 0);

@@ -8,7 +8,7 @@
 namespace kiv::test {
 namespace {
 
-/// What analyze prints behind the counts.
+/// What analyze prints after the counts.
 class Explain : public ::testing::Test {
  protected:
   void addStaves(const std::vector<int>& instruments) {
@@ -38,7 +38,7 @@ TEST_F(Explain, TheExampleAsTheReferenceShowsIt) {
   std::vector<std::string> arguments = buildExample(place);
   arguments.insert(arguments.begin(), "analyze");
   const Ended ended = place.kivsys(arguments);
-  EXPECT_EQ(ended.out, shownBehind("cli.md", "kivsys analyze SYMPH*.MUS"));
+  EXPECT_EQ(ended.out, shownAfter("cli.md", "kivsys analyze SYMPH*.MUS"));
   EXPECT_EQ(ended.error, "");
 }
 
@@ -113,7 +113,7 @@ TEST_F(Explain, NothingOfARunThatFails) {
   EXPECT_EQ(explained(), "");
 }
 
-TEST_F(Explain, ColoursNothing) {
+TEST_F(Explain, ColorsNothing) {
   addStaves({101});
   addStaves({102});
   EXPECT_EQ(explained().find('\x1B'), std::string::npos);

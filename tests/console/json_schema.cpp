@@ -102,7 +102,7 @@ Json documentedSchema() {
   return Json::parse(file);
 }
 
-std::vector<std::string> complaints(const Json& value, const std::string& definition) {
+std::vector<std::string> schemaErrors(const Json& value, const std::string& definition) {
   const Json schema = documentedSchema();
   return Checker(schema).check(value, schema["$defs"][definition], definition);
 }

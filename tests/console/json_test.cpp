@@ -98,22 +98,22 @@ TEST_F(JsonOutput, FitsTheSchema) {
   place.write("X2.MUS", page(bass));
   place.write("X3.MUS", page("words 99\n"));
   const auto object = [&](const Lines& arguments) { return Json::parse(place.kivsys(arguments).out); };
-  EXPECT_EQ(complaints(object({"analyze", "--json", "X1.MUS", "X2.MUS"}), "analyze"), Lines());
-  EXPECT_EQ(complaints(object({"analyze", "--json", "X1.MUS", "X3.MUS"}), "analyze"), Lines());
-  EXPECT_EQ(complaints(object({"analyze", "--json", "GONE1.MUS"}), "analyze"), Lines());
-  EXPECT_EQ(complaints(object({"convert", "--json", "X1.MUS", "X2.MUS"}), "convert"), Lines());
-  EXPECT_EQ(complaints(object({"convert", "--json", "X3.MUS"}), "convert"), Lines());
-  EXPECT_EQ(complaints(object({"trace", "--json", "X2.MUS"}), "convert"), Lines());
-  EXPECT_EQ(complaints(object({"sort", "--json", "X2.MUS"}), "sort"), Lines());
-  EXPECT_NE(complaints(object({"sort", "--json", "X2.MUS"}), "analyze"), Lines())
+  EXPECT_EQ(schemaErrors(object({"analyze", "--json", "X1.MUS", "X2.MUS"}), "analyze"), Lines());
+  EXPECT_EQ(schemaErrors(object({"analyze", "--json", "X1.MUS", "X3.MUS"}), "analyze"), Lines());
+  EXPECT_EQ(schemaErrors(object({"analyze", "--json", "GONE1.MUS"}), "analyze"), Lines());
+  EXPECT_EQ(schemaErrors(object({"convert", "--json", "X1.MUS", "X2.MUS"}), "convert"), Lines());
+  EXPECT_EQ(schemaErrors(object({"convert", "--json", "X3.MUS"}), "convert"), Lines());
+  EXPECT_EQ(schemaErrors(object({"trace", "--json", "X2.MUS"}), "convert"), Lines());
+  EXPECT_EQ(schemaErrors(object({"sort", "--json", "X2.MUS"}), "sort"), Lines());
+  EXPECT_NE(schemaErrors(object({"sort", "--json", "X2.MUS"}), "analyze"), Lines())
       << "the check finds what does not fit";
 }
 
-TEST_F(JsonOutput, ExampleFitsTheSchemaAndPlacesEveryStaff) {
+TEST_F(JsonOutput, ExampleFitsTheSchemaAndLocatesEveryStaff) {
   Lines arguments = buildExample(place);
   arguments.insert(arguments.begin(), {"analyze", "--json"});
   const Json object = Json::parse(place.kivsys(arguments).out);
-  EXPECT_EQ(complaints(object, "analyze"), Lines());
+  EXPECT_EQ(schemaErrors(object, "analyze"), Lines());
   EXPECT_EQ(object["problems"], Json::array());
   ASSERT_EQ(object["layouts"].size(), 3U);
   EXPECT_EQ(object["layouts"][0]["systems"], Json::array({{{"first", 4}, {"last", 7}}}));
@@ -138,7 +138,7 @@ TEST_F(JsonOutput, StreamIsTheSameLineByLine) {
   const std::vector<Json> lines = linesOf(ended.out);
   std::string records;
   for (const Json& line : lines) {
-    EXPECT_EQ(complaints(line, "line"), Lines());
+    EXPECT_EQ(schemaErrors(line, "line"), Lines());
     records += line["record"].get<std::string>() + " ";
   }
   EXPECT_EQ(records, "problem problem problem layout layout deviation deviation deviation outcome ");

@@ -28,7 +28,7 @@ class KeepGoing : public ::testing::Test {
   Workplace place;
 };
 
-TEST_F(KeepGoing, NamesBadPagesAndAnalysesTheOthers) {
+TEST_F(KeepGoing, NamesBadPagesAndAnalyzesTheOthers) {
   addMixture();
   const Ended ended = place.kivsys({"analyze", "--keep-going", "X1.MUS", "X2.MUS", "X3.MUS", "X;4.MUS", "GONE5.MUS"});
   EXPECT_EQ(ended.status, 1);
@@ -77,12 +77,12 @@ TEST_F(KeepGoing, OfOnlyBadPagesNothingIsLeft) {
   EXPECT_EQ(filesIn(place.path()), std::vector<std::string>{"X2.MUS"});
 }
 
-TEST_F(KeepGoing, JsonTellsWhatWasSkipped) {
+TEST_F(KeepGoing, JsonReportsWhatWasSkipped) {
   addMixture();
   const Ended ended = place.kivsys({"analyze", "--keep-going", "--json", "X1.MUS", "X2.MUS", "X3.MUS"});
   EXPECT_EQ(ended.status, 1);
   const Json object = Json::parse(ended.out);
-  EXPECT_EQ(complaints(object, "analyze"), std::vector<std::string>());
+  EXPECT_EQ(schemaErrors(object, "analyze"), std::vector<std::string>());
   EXPECT_EQ(object["end"], "normal");
   EXPECT_EQ(object["pages_analysed"], 2);
   EXPECT_EQ(object["skipped"],

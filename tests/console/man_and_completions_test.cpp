@@ -91,7 +91,7 @@ class ManAndCompletions : public ::testing::Test {
     }
   }
 
-  /// What bash offers in place of the last word. Bash itself splits the line at '='.
+  /// What bash offers for the last word. Bash itself splits the line at '='.
   std::set<std::string> bash(const Words& words) const {
     prepare("bash");
     std::string line;
@@ -104,7 +104,7 @@ class ManAndCompletions : public ::testing::Test {
     return asSet(linesOf(inPlace("bash --noprofile --norc run.sh")));
   }
 
-  /// What fish offers behind this line.
+  /// What fish offers after this line.
   std::set<std::string> fish(const std::string& line) const {
     prepare("fish");
     place.write("run.fish",
@@ -202,7 +202,7 @@ TEST_F(ManAndCompletions, FishOffersCommandsOptionsAndFiles) {
   EXPECT_EQ(fish("kivsys man "), Offered{});
 }
 
-TEST_F(ManAndCompletions, ZshTakesTheScript) {
+TEST_F(ManAndCompletions, ZshAcceptsTheScript) {
   prepare("zsh");
   EXPECT_EQ(inPlace("zsh -f -n script"), "");
   EXPECT_TRUE(place.read("script").starts_with("#compdef kivsys\n"));

@@ -49,7 +49,7 @@ TEST_F(ConsolePages, BuildReplacesAPageUnderTheSpellingThatItHas) {
   EXPECT_EQ(place.read("X1.MUS"), page("staff 1 at 0\n"));
 }
 
-TEST_F(ConsolePages, BuildTakesItsTextFromStandardInput) {
+TEST_F(ConsolePages, BuildReadsItsTextFromStandardInput) {
   place.write("x1.mus", page("staff 1 at 0\n"));
   const Ended ended = place.kivsys({"build", "-", "y1.mus"}, ".", place.kivsys({"dump", "x1.mus"}).out);
   EXPECT_EQ(ended.status, 0) << ended.error;

@@ -59,7 +59,7 @@ TEST(Draw, AFileThatCannotBeWrittenIsAFailure) {
   EXPECT_TRUE(ended.error.starts_with("kivsys: cannot write ")) << ended.error;
 }
 
-TEST(Draw, WrongUsageIsToldApartFromHelp) {
+TEST(Draw, WrongUsageDiffersFromHelp) {
   const Workplace place;
   EXPECT_EQ(place.kivsys({"draw"}).status, 2);
   EXPECT_EQ(place.kivsys({"chart"}).status, 2);
@@ -68,7 +68,7 @@ TEST(Draw, WrongUsageIsToldApartFromHelp) {
   EXPECT_NE(place.kivsys({"chart", "--help"}).out.find("kivsys chart PIECE*.MUS"), std::string::npos);
 }
 
-TEST(Chart, MessagesStandApartFromTheChart) {
+TEST(Chart, MessagesAreSeparateFromTheChart) {
   const Workplace place;
   place.write("PIECE001.MUS", page("staff 1 at 0 lines 5\nbarline 1 at 0 spans 1\n"));
   const Ended ended = place.kivsys({"chart", "PIECE001.MUS"});
@@ -89,7 +89,7 @@ TEST(Chart, ACriticalMessageEndsIt) {
   EXPECT_EQ(place.read("chart.svg"), "(no file)");
 }
 
-TEST(Chart, TheDrawingLiesWhereTheUserStands) {
+TEST(Chart, TheDrawingIsInTheUsersCurrentFolder) {
   const Workplace place;
   place.write("PIECE001.MUS", page(onePage));
   place.write("names.txt", place.corePath("PIECE001.MUS") + " 1\r\n");
@@ -102,7 +102,7 @@ TEST(Chart, TheDrawingLiesWhereTheUserStands) {
   EXPECT_EQ(place.kivsys({"chart", "PIECE001.MUS", "--out", "-"}).out, place.read("chart.svg"));
 }
 
-/// What kivsys prints on a terminal of so many columns.
+/// What kivsys prints on a terminal of this number of columns.
 std::string onTerminal(const Workplace& place, unsigned short columns, bool noColour) {
   int terminal = -1;
   winsize size{24, columns, 0, 0};
@@ -117,10 +117,10 @@ std::string onTerminal(const Workplace& place, unsigned short columns, bool noCo
   }
   EXPECT_GT(child, 0);
   std::string text;
-  char room[256];
+  char buffer[256];
   // A terminal whose other side is gone reads as a failure.
-  for (ssize_t count = 0; (count = ::read(terminal, room, sizeof room)) > 0;) {
-    text.append(room, static_cast<std::size_t>(count));
+  for (ssize_t count = 0; (count = ::read(terminal, buffer, sizeof buffer)) > 0;) {
+    text.append(buffer, static_cast<std::size_t>(count));
   }
   int status = 0;
   EXPECT_EQ(::waitpid(child, &status, 0), child);
@@ -129,7 +129,7 @@ std::string onTerminal(const Workplace& place, unsigned short columns, bool noCo
   return text;
 }
 
-TEST(Chart, IsColouredOnATerminalUnlessTheUserWantsNone) {
+TEST(Chart, IsColoredOnATerminalUnlessTheUserWantsNone) {
   const Workplace place;
   place.write("PIECE001.MUS", page(onePage));
   EXPECT_NE(onTerminal(place, 80, false).find("|\x1B[32m#\x1B[0m|"), std::string::npos);
@@ -166,8 +166,8 @@ class PicturesOfTheExample : public ::testing::Test {
   std::vector<std::string> arguments;
 };
 
-/// The indented block behind the next one that is the command alone.
-std::string shownBehind(const std::string& command) {
+/// The indented block after the one that is only the command.
+std::string blockAfter(const std::string& command) {
   std::ifstream reference(fs::path(DOCS_FOLDER) / "cli.md");
   const std::string indent = "    ";
   std::string line;
@@ -186,7 +186,7 @@ std::string shownBehind(const std::string& command) {
 TEST_F(PicturesOfTheExample, TheReferenceShowsTheChartThatIsPrinted) {
   const Ended ended = place.kivsys(arguments);
   EXPECT_EQ(ended.error, "");
-  EXPECT_EQ(shownBehind("kivsys chart SYMPH*.MUS"), ended.out);
+  EXPECT_EQ(blockAfter("kivsys chart SYMPH*.MUS"), ended.out);
 }
 
 TEST_F(PicturesOfTheExample, ResultsHaveTheirRestStavesTinted) {
@@ -197,7 +197,7 @@ TEST_F(PicturesOfTheExample, ResultsHaveTheirRestStavesTinted) {
   const std::vector<int> rests = {0, 6, 0, 10, 10, 10, 10};
   for (std::size_t i = 0; i < rests.size(); ++i) {
     const std::string svg = place.kivsys({"draw", "results/WORK000" + std::to_string(i + 1) + ".MUS"}).out;
-    const std::string tint = "<rect class=\"made\"";
+    const std::string tint = "<rect class=\"generated\"";
     int tints = 0;
     for (std::size_t at = svg.find(tint); at != std::string::npos; at = svg.find(tint, at + 1)) {
       ++tints;

@@ -94,7 +94,7 @@ TEST_F(SurveyCommand, JsonHasTheProblemsInWords) {
   place.write("lib/A1.MUS", "broken");
   place.write("lib/B1.MUS", duo);
   const auto object = nlohmann::json::parse(survey({"--json"}));
-  EXPECT_EQ(complaints(object, "survey"), std::vector<std::string>());
+  EXPECT_EQ(schemaErrors(object, "survey"), std::vector<std::string>());
   EXPECT_EQ(object.at("interrupted"), false);
   const auto& pieces = object.at("pieces");
   ASSERT_EQ(pieces.size(), 2U);
@@ -131,7 +131,7 @@ TEST_F(SurveyCommand, ManyWorkersGiveTheLinesOfOne) {
   EXPECT_EQ(survey({"--csv", "--jobs", "8"}), survey({"--csv", "--jobs", "1"}));
 }
 
-TEST_F(SurveyCommand, AFinishedPieceIsTakenFromTheStateUntilItChanges) {
+TEST_F(SurveyCommand, AFinishedPieceIsReadFromTheStateUntilItChanges) {
   place.write("lib/A1.MUS", solo);
   place.write("lib/B1.MUS", solo);
   const std::string lines = survey({"--csv", "--resume", "state"});
@@ -171,7 +171,7 @@ TEST_F(SurveyCommand, WrongUsageIsRefused) {
   EXPECT_EQ(place.kivsys({"survey", "lib", "--csv", "--json"}).status, 2);
 }
 
-TEST_F(SurveyCommand, AStateThatCannotBeWrittenIsTold) {
+TEST_F(SurveyCommand, AStateThatCannotBeWrittenIsReported) {
   fs::create_directory(place.path() / "lib");
   const Ended ended = place.kivsys({"survey", "lib", "--resume", "nowhere/state"});
   EXPECT_EQ(ended.status, 1);
@@ -225,9 +225,9 @@ class Unread {
 
  private:
   ssize_t take(std::size_t count) {
-    std::string room(count, '\0');
-    const ssize_t got = ::read(out_, room.data(), room.size());
-    read_ += room.substr(0, static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
+    std::string buffer(count, '\0');
+    const ssize_t got = ::read(out_, buffer.data(), buffer.size());
+    read_ += buffer.substr(0, static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
     return got;
   }
 
@@ -236,7 +236,7 @@ class Unread {
   std::string read_;
 };
 
-TEST_F(SurveyCommand, AfterAnInterruptFinishedLinesAreKeptAndAnotherRunGoesOn) {
+TEST_F(SurveyCommand, AfterAnInterruptFinishedLinesAreKeptAndAnotherRunContinues) {
   // More lines than fit into a pipe: the survey cannot be over before somebody reads them.
   constexpr int pieces = 600;
   const std::string folder = "lib/" + std::string(200, 'x');

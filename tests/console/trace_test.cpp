@@ -49,7 +49,7 @@ TEST_F(ConsoleTrace, DoesWhatConvertDoesOtherwise) {
   EXPECT_EQ((Names{place.read("WORK0001.MUS"), place.read("WORK0002.MUS")}), pages);
 }
 
-TEST_F(ConsoleTrace, TheDumpLiesInTheRunsFolderAndReplacesAnOldOne) {
+TEST_F(ConsoleTrace, TheDumpIsInTheRunsFolderAndReplacesAnOldOne) {
   addTwo();
   place.write("out/KivSystemDump.txt", "a dump of another day");
   EXPECT_EQ(place.kivsys({"trace", "--folder", "out", "x1.mus", "x2.mus"}).status, 0);
@@ -73,7 +73,7 @@ TEST_F(ConsoleTrace, InputThatQualifiesLeavesADumpByForceOnly) {
   EXPECT_TRUE(place.read("KivSystemDump.txt").starts_with("File " + place.capitals("WORK0001.MUS") + "\r\n"));
 }
 
-TEST_F(ConsoleTrace, ADumpThatCannotBeWrittenIsToldAndDoesNotPassForSuccess) {
+TEST_F(ConsoleTrace, ADumpThatCannotBeWrittenIsReportedAndIsNoSuccess) {
   addTwo();
   fs::create_directory(place.path() / "KivSystemDump.txt");
   const Ended ended = place.kivsys({"trace", "--json", "x1.mus", "x2.mus"});

@@ -69,7 +69,7 @@ TEST_F(VerifyCommand, JsonHasTheFindingsAndTheDigests) {
   const Ended ended = onAllPages("verify", {"--json"});
   EXPECT_EQ(ended.status, 1);
   const auto object = nlohmann::json::parse(ended.out);
-  EXPECT_EQ(complaints(object, "verification"), std::vector<std::string>());
+  EXPECT_EQ(schemaErrors(object, "verification"), std::vector<std::string>());
   EXPECT_EQ(object.at("proved"), false);
   ASSERT_EQ(object.at("findings").size(), 1U);
   EXPECT_EQ(object.at("findings").at(0).at("file"), place.corePath("results/WORK0004.MUS"));
@@ -89,7 +89,7 @@ TEST_F(VerifyCommand, TheManifestIsOneThatOthersCanCheck) {
   EXPECT_NE(std::system(check.c_str()), 0);
 }
 
-TEST_F(VerifyCommand, AManifestThatCannotBeWrittenIsTold) {
+TEST_F(VerifyCommand, AManifestThatCannotBeWrittenIsReported) {
   const Ended ended = onAllPages("verify", {"--manifest", "nowhere/manifest.txt"});
   EXPECT_EQ(ended.status, 1);
   EXPECT_EQ(ended.out, "");
@@ -137,7 +137,7 @@ TEST_F(VerifyCommand, ConvertCanProveItsOwnWork) {
   EXPECT_EQ(ended.status, 0);
   EXPECT_NE(ended.out.find("WORK0007.MUS\nPROVED=YES\nInputs: 6\nResults: 7\n"), std::string::npos) << ended.out;
   const auto object = nlohmann::json::parse(onAllPages("convert", {"--verify", "--json"}).out);
-  EXPECT_EQ(complaints(object, "convert"), std::vector<std::string>());
+  EXPECT_EQ(schemaErrors(object, "convert"), std::vector<std::string>());
   EXPECT_EQ(object.at("verified").at("proved"), true);
   EXPECT_EQ(object.at("created").size(), 7U);
   EXPECT_FALSE(nlohmann::json::parse(onAllPages("convert", {"--json"}).out).contains("verified"));

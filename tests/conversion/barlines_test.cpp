@@ -76,7 +76,7 @@ TEST_F(Barlines, AnyPositionIsAccepted) {
 
 // --- their order ---
 
-TEST_F(Barlines, SortAscendsByPositionAndTakesTheKindAlong) {
+TEST_F(Barlines, SortAscendsByPositionAndMovesTheKindAlong) {
   EXPECT_EQ(sorted({{90, 1}, {-5, 2}, {50, 3}, {0.5F, 4}}), "-5/2 0.5/4 50/3 90/1");
   EXPECT_TRUE(host.messages.empty());
 }

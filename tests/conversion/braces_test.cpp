@@ -21,7 +21,7 @@ TEST_F(Braces, InstrumentOfTheBracesStaffIsEnteredWithP4AsItsKind) {
   EXPECT_TRUE(host.messages.empty());
 }
 
-TEST_F(Braces, BraceMayStandBeforeItsStaffAndAnywhereOnIt) {
+TEST_F(Braces, BraceMayBeBeforeItsStaffAndAnywhereOnIt) {
   EXPECT_EQ(kindAfter("barline 1 at 500 spans 2 kind 8\nnote 1 at 5\nstaff 1 at 0 instrument 101\n"), "2");
 }
 

@@ -133,7 +133,7 @@ TEST_F(ConvertSystem, ABarlineOfAnotherStaffNumberIsNotTheSingleStaffs) {
   EXPECT_EQ(end, std::nullopt);
 }
 
-TEST_F(ConvertSystem, ABraceAtTheLeftEdgeOfASingleStaffPassesForTheBarline) {
+TEST_F(ConvertSystem, ABraceAtTheLeftEdgeOfASingleStaffCountsAsTheBarline) {
   instruments = {103};
   convert(bass + "barline 1 at 3 spans 1 kind 8\n", {{1, 1}});
   expectEnd("Run-time error: Subscript out of range\r\nC:\\M\\X1.MUS");

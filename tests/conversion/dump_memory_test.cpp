@@ -85,7 +85,7 @@ TEST_F(DumpMemory, OldDumpIsReplaced) {
   EXPECT_EQ(host.file("KivSystemDump.txt"), "File C:\\M\\X1.MUS\r\n" + heading);
 }
 
-TEST_F(DumpMemory, DumpLiesInTheCurrentFolder) {
+TEST_F(DumpMemory, DumpIsInTheCurrentFolder) {
   host.folder = "C:\\ELSEWHERE";
   dump("");
   EXPECT_TRUE(host.hasFile("C:\\ELSEWHERE\\KivSystemDump.txt"));
@@ -120,7 +120,7 @@ TEST_F(DumpMemory, UserInterfaceThatShowsTextsShowsTheDump) {
   EXPECT_EQ(host.calls, Texts{"show KivSystemDump.txt"});
 }
 
-TEST_F(DumpMemory, NotepadThatDoesNotStartIsReportedAndTheRunGoesOn) {
+TEST_F(DumpMemory, NotepadThatDoesNotStartIsReportedAndTheRunContinues) {
   host.exitCode = -1;
   dump("");
   EXPECT_EQ(end, std::nullopt);
@@ -226,7 +226,7 @@ TEST_F(DumpMemory, SizeAndClefAreShownWithTheirMarker) {
             "       0             0             0 \r\n");
 }
 
-TEST_F(DumpMemory, EveryColumnStandsInItsZoneAndPresenceInNone) {
+TEST_F(DumpMemory, EveryColumnIsInItsZoneAndPresenceInNone) {
   setInstrumentOrder({20}, order);
   order.entry(1) = {20, 99, MarkedValue(-970), 40, 50, MarkedValue(-940), 70, 80, 90, 100, 110};
   EXPECT_EQ(orderLines(),

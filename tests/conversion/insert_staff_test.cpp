@@ -95,7 +95,7 @@ TEST_F(InsertStaff, PositionAndP6AreThoseOfTheLastStaffItemOfAll) {
       << "of staff 2, which is no neighbor";
 }
 
-TEST_F(InsertStaff, TheFirstInstrumentOfTheOrderGoesOnTopAtPositionZero) {
+TEST_F(InsertStaff, TheFirstInstrumentOfTheOrderIsOnTopAtPositionZero) {
   EXPECT_EQ(insert(101, "staff 1 at 3 p6 7 instrument 102\nnote 1 at 20\nnote 1 at 70\nstaff 2 at 4 instrument 103\n"),
             "staff 1 at 3 p6 7 instrument 102\nnote 1 at 20\nnote 1 at 70\nstaff 2 at 4 instrument 103\n"
             "staff 3 at 0 size 1 lines 5 instrument 101\n"
@@ -138,7 +138,7 @@ TEST_F(InsertStaff, ItemsAboveTheHighestStaffStay) {
                 .size());
 }
 
-TEST_F(InsertStaff, WithoutAPlaceItEndsTheProgram) {
+TEST_F(InsertStaff, WithoutAPositionItEndsTheProgram) {
   setInstrumentOrder({0, 102, 30}, order);
   expectEnd(102, "staff 1 at 0 instrument 103\n", "Logical error in insertStaff: 0/1");
   expectEnd(102, "note 1 at 0\n", "Logical error in insertStaff: 0/0");
@@ -206,7 +206,7 @@ TEST_F(InsertStaff, AnInstrumentWithoutAClefGetsOneOfZeros) {
   EXPECT_NE(inserted(102, outerStaves).find("clef 2 at 5\n"), std::string::npos);
 }
 
-TEST_F(InsertStaff, KeySignatureStandsAfterTheClef) {
+TEST_F(InsertStaff, KeySignatureComesAfterTheClef) {
   order.entry(2).key = -3;
   order.entry(2).keyType = 2;
   EXPECT_NE(inserted(102, outerStaves).find("clef 2 at 5\nkeysignature 2 at 12 key -3 type 2\nbarline 2 at 60"),

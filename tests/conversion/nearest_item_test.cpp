@@ -51,7 +51,7 @@ TEST_F(NearestItems, NearestOnTheLeftIsFoundWhateverTheItemOrder) {
   EXPECT_EQ(nearest.leftOf(-6), 0);
 }
 
-TEST_F(NearestItems, ItemAtThePlaceItselfIsOnNeitherSide) {
+TEST_F(NearestItems, ItemAtThePositionItselfIsOnNeitherSide) {
   const NearestItem nearest = at({20, 0, -0.0F});
   EXPECT_EQ(nearest.rightOf(20), 0);
   EXPECT_EQ(nearest.leftOf(0), 0) << "zero of either sign is one place";
@@ -164,7 +164,7 @@ int referenceLeftOf(const ItemTable& items, float x) {
   return found;
 }
 
-TEST_F(NearestItems, AnyPlacesGiveWhatTheRuleSays) {
+TEST_F(NearestItems, AnyPositionsGiveWhatTheRuleSays) {
   const std::vector<float> places = {0,           -0.0F,  1,           1.0000001F, 1.0000002F, 2,         5,
                                      -500,        -1,     -1.0000001F, 500,        998,        999,       1000,
                                      999.99994F,  -998,   -999,        5000,       infinity,   -infinity, notANumber,

@@ -21,7 +21,7 @@ constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
 
 // --- the places ---
 
-TEST_F(OrderTableTest, InstrumentsHaveTheirPlacesInTheOrderGiven) {
+TEST_F(OrderTableTest, InstrumentsHaveTheirPositionsInTheOrderGiven) {
   convert({104, 0, -7, 101});
   EXPECT_EQ(instruments(), (Instruments{104, 0, -7, 101}));
   EXPECT_EQ(order.find(104), 1);
@@ -47,7 +47,7 @@ TEST_F(OrderTableTest, NewTableIsEmpty) {
   EXPECT_EQ(order.find(0), 0);
 }
 
-TEST_F(OrderTableTest, PlacesOfNewInstrumentsAreZeroInAllElse) {
+TEST_F(OrderTableTest, PositionsOfNewInstrumentsAreZeroInAllElse) {
   convert({7, 8});
   EXPECT_EQ(order.entry(1), unknown(7));
   EXPECT_EQ(order.entry(2), unknown(8));
@@ -81,7 +81,7 @@ TEST_F(OrderTableTest, SecondConversionReplacesOnlyTheIdentifiers) {
   EXPECT_EQ(order.entry(2), filled(9, 2001));
 }
 
-TEST_F(OrderTableTest, ColumnsStayWithTheirPlacesWhenTheOrderChanges) {
+TEST_F(OrderTableTest, ColumnsStayWithTheirPositionsWhenTheOrderChanges) {
   convert({1, 2, 3});
   for (int k = 1; k <= 3; ++k) {
     order.entry(k) = filled(order.entry(k).instr, 100.0F * static_cast<float>(k));

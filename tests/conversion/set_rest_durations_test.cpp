@@ -44,7 +44,7 @@ TEST_F(SetRestDurations, BarlinesGiveOneRestLessThanThereAre) {
             "rest 2 at 110 kind -2 duration 4 p9 -1\n");
 }
 
-TEST_F(SetRestDurations, WithoutABarOnlyTheMarkIsTakenOff) {
+TEST_F(SetRestDurations, WithoutABarOnlyTheMarkIsRemoved) {
   const std::string unfilled = twoStaves + "note 2 at 10 p20 3\nstaff 3 at 0 instrument 102 p20 1\n";
   for (const auto& barlines : {std::vector<float>{}, std::vector<float>{50}}) {
     fill(unfilled, barlines);
@@ -83,24 +83,24 @@ TEST_F(SetRestDurations, NotesAndRestsOfTheReferenceStaffAreBeatsAndNothingElseI
   expectEnd(others, {0, 50}, "Logical error 3 in setRestDurations");
 }
 
-TEST_F(SetRestDurations, BeatLiesAfterTheBarlineNotAtIt) {
+TEST_F(SetRestDurations, BeatIsAfterTheBarlineNotAtIt) {
   EXPECT_EQ(added(twoStaves + fourFour + "note 1 at 10\nnote 1 at 10.000001\nnote 1 at 9\n", {10, 50}),
             "rest 2 at 10.000001 kind -2 duration 4 p9 -1\n");
 }
 
-TEST_F(SetRestDurations, BarWithoutABeatTakesThatOfABarToCome) {
+TEST_F(SetRestDurations, BarWithoutABeatUsesThatOfALaterBar) {
   EXPECT_EQ(added(twoStaves + fourFour + "note 1 at 70\n", {0, 50, 100}),
             "rest 2 at 70 kind -2 duration 4 p9 -1\nrest 2 at 70 kind -2 duration 4 p9 -1\n");
 }
 
-TEST_F(SetRestDurations, BeatMustLieLessThan999AfterTheBarline) {
+TEST_F(SetRestDurations, BeatMustBeLessThan999AfterTheBarline) {
   const std::string system = twoStaves + "timesignature 2 at 999 upper 4 lower 4\n";
   EXPECT_EQ(added(system + "note 1 at 1000.99994\n", {2, 50}), "rest 2 at 1000.99994 kind -2 duration 4 p9 -1\n");
   expectEnd(system + "note 1 at 1001\n", {2, 50}, "Logical error 3 in setRestDurations");
   expectEnd(system + "note 1 at 5000\n", {2, 50}, "Logical error 3 in setRestDurations");
 }
 
-TEST_F(SetRestDurations, FirstOfTwoEquallyNearBeatsGivesThePlace) {
+TEST_F(SetRestDurations, FirstOfTwoEquallyNearBeatsGivesThePosition) {
   // Both lie 500 after the barline as singles.
   EXPECT_EQ(added(twoStaves + fourFour + "note 1 at 10.000001\nnote 1 at 10\n", {-490, 50}),
             "rest 2 at 10.000001 kind -2 duration 4 p9 -1\n");
@@ -162,7 +162,7 @@ TEST_F(SetRestDurations, TableThatOverflowsEndsTheProgram) {
   EXPECT_EQ(items.itemCount(), itemLimit);
 }
 
-TEST_F(SetRestDurations, RowsLeftBehindTheTableNeitherCountNorShowThrough) {
+TEST_F(SetRestDurations, RowsLeftBeyondTheTableNeitherCountNorShowThrough) {
   items = tableOf(host,
                   "clef 1 at 1\nclef 1 at 1\nclef 1 at 1\nclef 1 at 1\ncountedtext 2 at 1 p4 5 p6 6 p8 8 \"old\"\n"
                   "note 1 at 11\ntimesignature 2 at 10 upper 9 lower 4\nstaff 2 at 0 instrument 103\n");

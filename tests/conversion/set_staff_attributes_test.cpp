@@ -67,7 +67,7 @@ TEST_F(SetStaffAttributes, ClefOfKindZeroIsStoredAs1000) {
   EXPECT_EQ(collected("staff 1 at 0 instrument 101\nclef 1 at 2\n"), "101: size 1000 clef 1000");
 }
 
-TEST_F(SetStaffAttributes, RightmostOfEachCountsWhereverItStandsAmongTheItems) {
+TEST_F(SetStaffAttributes, RightmostOfEachCountsWhereverItIsAmongTheItems) {
   EXPECT_EQ(collected("timesignature 1 at 90 upper 1 lower 2\nkeysignature 1 at 80 key 1 type 2\nclef 1 at 70 kind 1\n"
                       "clef 1 at 5 kind 2\nkeysignature 1 at 5 key 3 type 4\ntimesignature 1 at 5 upper 3 lower 4\n"
                       "staff 1 at 0 instrument 101\n"),
@@ -166,7 +166,7 @@ TEST_F(SetStaffAttributes, StavesOfOneNumberHaveTheSameClef) {
   EXPECT_EQ(of(102), "102: size 1000 clef 1001");
 }
 
-TEST_F(SetStaffAttributes, StaffOfAnInstrumentWithoutAPlaceGivesNothing) {
+TEST_F(SetStaffAttributes, StaffOfAnInstrumentWithoutAPositionGivesNothing) {
   collect(
       "staff 1 at 0 size 1 instrument 102\nstaff 2 at 0 size 2 instrument 7\nclef 2 at 2 kind 2\n"
       "staff 3 at 0 size 3 instrument -101\nclef 3 at 2 kind 3\nstaff 4 at 0 size 4 instrument 101.5\n"

@@ -38,7 +38,7 @@ TEST_F(LayoutsOf, NoSystemsHaveNone) {
   EXPECT_TRUE(find().classes.empty());
 }
 
-TEST_F(LayoutsOf, TheCommonestIsA) {
+TEST_F(LayoutsOf, TheMostFrequentIsA) {
   addPage("X1.MUS", bass);
   addPage("X2.MUS", fluteAndBass);
   addPage("X3.MUS", fluteAndBass);

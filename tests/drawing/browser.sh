@@ -1,7 +1,8 @@
 #!/bin/sh
-# Draws the bundled example, lets a browser make pictures of the drawings, and looks at these.
+# Draws the bundled example, renders the drawings in a browser, and checks the pictures.
 # Usage: browser.sh KIVSYS FOLDER
-# FOLDER is made anew. Its pictures: chart.png, page.png (a converted system), first.png (a page as it was selected).
+# FOLDER is deleted and created again. Its pictures: chart.png, page.png (a converted system), first.png (a selected
+# page).
 set -eu
 here=$(cd "$(dirname "$0")" && pwd)
 kivsys=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
@@ -21,31 +22,31 @@ done
 "$kivsys" draw results/WORK0002.MUS --out page.svg
 "$kivsys" draw SYMPH001.MUS --out first.svg
 
-complain() {
+fail() {
   echo "pictures: $*" >&2
   bad=1
 }
 
-# shoot NAME WIDTH HEIGHT: NAME.svg as a browser shows it, in a window of this size.
-shoot() {
+# take_screenshot NAME WIDTH HEIGHT: NAME.svg as a browser shows it, in a window of this size.
+take_screenshot() {
   timeout 60 chromium --headless --no-sandbox --disable-gpu --hide-scrollbars --force-device-scale-factor=1 \
     --user-data-dir="$PWD/profile" --window-size="$2,$3" --screenshot="$PWD/$1.png" "file://$PWD/$1.svg" \
-    >browser.txt 2>&1 || complain "$1: the browser failed"
+    >browser.txt 2>&1 || fail "$1: the browser failed"
   rm -rf profile
   [ -s "$1.png" ] || {
     cat browser.txt >&2
-    complain "$1: there is no picture"
+    fail "$1: there is no picture"
     exit 1
   }
   size=$(identify -format '%wx%h' "$1.png")
-  [ "$size" = "$2x$3" ] || complain "$1: the picture has $size dots instead of $2x$3"
+  [ "$size" = "$2x$3" ] || fail "$1: the picture has $size pixels instead of $2x$3"
 }
 
 # value NAME CLASS ATTRIBUTE: of the first element with the class.
 value() { sed -n "s/^<[^>]* *class=\"$2\"[^>]* $3=\"\([^\"]*\)\".*/\1/p" "$1.svg" | head -n 1; }
 whole() { awk -v number="$1" 'BEGIN { printf "%d", number + 0.5 }'; }
 
-# ink NAME X Y WIDTH HEIGHT: how many dots in a thousand are dark there.
+# ink NAME X Y WIDTH HEIGHT: the number of dark pixels per thousand in this area.
 ink() {
   convert "$1.png" -crop "$4x$5+$(whole "$2")+$(whole "$3")" +repage -colorspace Gray -threshold 50% \
     -format '%[fx:round(1000*(1-mean))]' info:
@@ -54,18 +55,18 @@ ink() {
 # expect WHAT MEASURED LOWEST HIGHEST
 expect() {
   if [ "$2" -lt "$3" ] || [ "$2" -gt "$4" ]; then
-    complain "$1: $2 dots in a thousand are dark, not $3 to $4"
+    fail "$1: $2 pixels per thousand are dark, not $3 to $4"
   fi
 }
 
-# colour NAME X Y: of one dot, as RRGGBB.
-colour() { convert "$1.png" -depth 8 -format "%[hex:p{$(whole "$2"),$(whole "$3")}]" info: | cut -c 1-6; }
-expect_colour() { [ "$2" = "$3" ] || complain "$1: the colour is $2, not $3"; }
+# color NAME X Y: the color of one pixel, as RRGGBB.
+color() { convert "$1.png" -depth 8 -format "%[hex:p{$(whole "$2"),$(whole "$3")}]" info: | cut -c 1-6; }
+expect_color() { [ "$2" = "$3" ] || fail "$1: the color is $2, not $3"; }
 
-look_at_page() {
+check_page() {
   width=$(sed -n '1s/.* width="\([0-9]*\).*/\1/p' "$1.svg")
   height=$(sed -n '1s/.* height="\([0-9]*\).*/\1/p' "$1.svg")
-  shoot "$1" "$width" "$height"
+  take_screenshot "$1" "$width" "$height"
   left=$(value "$1" staffline x1)
   bottom=$(value "$1" staffline y1)
   clef_x=$(value "$1" clef x)
@@ -73,7 +74,7 @@ look_at_page() {
   expect "$1, all" "$(ink "$1" 0 0 "$width" "$height")" 5 200
   expect "$1, left edge" "$(ink "$1" 0 0 16 "$height")" 0 0
   expect "$1, clef" "$(ink "$1" "$((clef_x - 13))" "$((clef_y - 42))" 26 66)" 150 500
-  # Between two staves the system barline goes on, and nothing else stands in front of the clefs.
+  # Between two staves there is the system barline, and nothing else to the left of the clefs.
   expect "$1, system barline" "$(ink "$1" "$((left - 1))" "$((bottom + 5))" 2 20)" 400 1000
   expect "$1, between staves" "$(ink "$1" "$((left + 60))" "$((bottom + 15))" 40 20)" 0 0
   expect "$1, identifier" "$(ink "$1" "$((left - 50))" "$((bottom - 30))" 32 20)" 5 400
@@ -82,24 +83,24 @@ look_at_page() {
   expect "$1, rest" "$(ink "$1" "$((rest_x - 5))" "$((rest_y + 1))" 10 3)" 1000 1000
 }
 
-look_at_page first
-expect_colour "first, a staff of the page" "$(colour first "$((left + 50))" "$((bottom - 5))")" FFFFFF
-look_at_page page
-expect_colour "page, a rest staff" "$(colour page "$((left + 60))" "$((bottom - 5))")" FBE6B8
+check_page first
+expect_color "first, a staff of the page" "$(color first "$((left + 50))" "$((bottom - 5))")" FFFFFF
+check_page page
+expect_color "page, a rest staff" "$(color page "$((left + 60))" "$((bottom - 5))")" FBE6B8
 
 # A4, landscape, at 96 dots per inch.
-shoot chart 1123 794
+take_screenshot chart 1123 794
 dots() { awk -v mm="$1" -v more="$2" 'BEGIN { print (mm + more) * 96 / 25.4 }'; }
 cell=$(value chart present width)
 middle=$(awk -v cell="$cell" 'BEGIN { print cell / 2 }')
 x=$(value chart present x)
 y=$(value chart present y)
-expect_colour "chart, a staff" "$(colour chart "$(dots "$x" "$middle")" "$(dots "$y" "$middle")")" 2B6F6A
+expect_color "chart, a staff" "$(color chart "$(dots "$x" "$middle")" "$(dots "$y" "$middle")")" 2B6F6A
 x=$(value chart missing x)
 y=$(value chart missing y)
-expect_colour "chart, a missing staff" "$(colour chart "$(dots "$x" "$(awk -v cell="$cell" 'BEGIN { print cell / 4 }')")" \
+expect_color "chart, a missing staff" "$(color chart "$(dots "$x" "$(awk -v cell="$cell" 'BEGIN { print cell / 4 }')")" \
   "$(dots "$y" "$(awk -v cell="$cell" 'BEGIN { print cell * 0.75 }')")")" FBE6B8
 expect "chart, title" "$(ink chart 45 45 500 25)" 50 400
 expect "chart, margin" "$(ink chart 0 0 40 794)" 0 0
-[ "$bad" -ne 0 ] || echo "the drawings look as they should"
+[ "$bad" -ne 0 ] || echo "the drawings are correct"
 exit "$bad"

@@ -10,7 +10,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-TEST(ChartTest, InstrumentsStandAsInAResult) {
+TEST(ChartTest, InstrumentsAreOrderedAsInAResult) {
   const Chart chart = chartOf(record(1, 108, 2, "X1.MUS") + record(1, 111, 1, "X1.MUS") + record(2, 101, 1, "X2.MUS"));
   EXPECT_THAT(chart.instruments, ElementsAre(101, 108, 111));
   ASSERT_EQ(chart.systems.size(), 2U);
@@ -30,7 +30,7 @@ TEST(ChartTest, AZeroIdIsAProblemUnlessAllowed) {
   EXPECT_THAT(chartOf(report, true).systems.at(0).cells, ElementsAre(Presence::present));
 }
 
-TEST(ChartTest, SystemsGoOnDownAPage) {
+TEST(ChartTest, SystemsContinueDownAPage) {
   const Chart chart = chartOf(record(1, 5, 3, "X1.MUS") + record(2, 5, 2, "X1.MUS") + record(3, 5, 1, "X1.MUS") +
                               record(4, 5, 1, "X2.MUS") + record(5, 5, 1, "X2.MUS"));
   ASSERT_EQ(chart.pages.size(), 3U) << "a page that was selected twice stands there twice";

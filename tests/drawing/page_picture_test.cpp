@@ -51,7 +51,7 @@ TEST(PagePicture, AStaffHasItsLinesATenApart) {
   EXPECT_EQ(withClass(drawn("staff 1 at 0 lines -1\n"), "staffline").size(), 0U);
 }
 
-TEST(PagePicture, StavesStandFromTheBottomUp) {
+TEST(PagePicture, StavesAreDrawnFromTheBottomUp) {
   const Elements page = drawn("staff 1 at 0 lines 5 instrument 102\nstaff 2 at 0 lines 5 instrument 101\n");
   const Elements ids = withClass(page, "id");
   ASSERT_EQ(ids.size(), 2U);
@@ -60,7 +60,7 @@ TEST(PagePicture, StavesStandFromTheBottomUp) {
   EXPECT_LT(ids[0].number("y"), ids[1].number("y"));
 }
 
-TEST(PagePicture, ClefsStandOnTheirLines) {
+TEST(PagePicture, ClefsAreOnTheirLines) {
   const Elements page =
       onAStaff("clef 1 at 2\nclef 1 at 20 kind 1\nclef 1 at 40 kind 2\nclef 1 at 60 kind 2 height 2\n");
   const auto clefs = glyphs(page, "clef");
@@ -99,7 +99,7 @@ TEST(PagePicture, TimeSignaturesAreDigitsOrSymbols) {
   EXPECT_EQ(digits[4].name + "+" + digits[5].name, "common-time+cut-stroke");
 }
 
-TEST(PagePicture, NotesStandAtTheirPositions) {
+TEST(PagePicture, NotesAreAtTheirPositions) {
   const Elements page = onAStaff(
       "note 1 at 30 height 0 duration 1\nnote 1 at 40 height 9 duration 2\nnote 1 at 50 height 4 duration 4\n");
   const auto notes = glyphs(page, "note");
@@ -141,7 +141,7 @@ TEST(PagePicture, NotesBeyondTheStaffHaveLedgerLines) {
   EXPECT_EQ(ledgers[2].number("y1"), heightY(page, 10));
 }
 
-TEST(PagePicture, RestsStandInTheMiddle) {
+TEST(PagePicture, RestsAreInTheMiddle) {
   const Elements page = onAStaff(
       "rest 1 at 30 kind -2 duration 3\nrest 1 at 50 duration 2\nrest 1 at 60 duration 1\nrest 1 at 70 duration 0.25\n"
       "rest 1 at 80 duration 1 height -4 cue 107\n");
@@ -183,7 +183,7 @@ TEST(PagePicture, BracesAndBracketsAreShapesOfTheirOwn) {
   EXPECT_EQ(withClass(page, "barline").size(), 0U);
 }
 
-TEST(PagePicture, TextsStandAtTheirHeights) {
+TEST(PagePicture, TextsAreAtTheirHeights) {
   const Elements page = onAStaff(
       "text 1 at 17 p4 14 \"Allegro <assai>\"\nshorttext 1 at 30 p4 -6 \"ff\"\ncountedtext 1 at 2 p4 14 \"92\"\n");
   const XmlElement text = withClass(page, "longtext").at(0);
@@ -202,8 +202,8 @@ TEST(PagePicture, AnInstrumentNumberReplacesTheId) {
 
 TEST(PagePicture, RestStavesOfAConversionAreTinted) {
   const std::string rest = "clef 1 at 2\nrest 1 at 28 kind -2 duration 3 p9 -1\n";
-  EXPECT_EQ(withTag(withClass(onAStaff(rest), "made"), "rect").size(), 2U) << "the staff, and the legend";
-  EXPECT_EQ(withClass(onAStaff(rest + "note 1 at 40 duration 1\n"), "made").size(), 0U);
+  EXPECT_EQ(withTag(withClass(onAStaff(rest), "generated"), "rect").size(), 2U) << "the staff, and the legend";
+  EXPECT_EQ(withClass(onAStaff(rest + "note 1 at 40 duration 1\n"), "generated").size(), 0U);
 }
 
 TEST(PagePicture, UnknownItemsAreMarkedAndListed) {

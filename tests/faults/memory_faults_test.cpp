@@ -154,7 +154,7 @@ TEST_P(MemoryFaults, NoFailedAllocationLosesAnything) {
       ++cases;
     }
   }
-  EXPECT_LT(ended, cases / 10) << "only what can be done with less memory goes on without it";
+  EXPECT_LT(ended, cases / 10) << "only what can be done with less memory continues without it";
   std::cout << all << " allocations, " << cases << " cases, " << ended << " completed\n";
 }
 

@@ -159,7 +159,7 @@ TEST(FileNames, AccentedLettersAreNoLetters) {
   EXPECT_EQ(partsOf("C:\\M\\AB7\xC9.MUS"), (Parts{"AB", "", "", ".MUS"}));
 }
 
-TEST(FileNames, AccentsInTheSuffixAreRaised) {
+TEST(FileNames, AccentsInTheSuffixAreUpperCased) {
   EXPECT_EQ(partsOf("A7.m\xFCs").suffix, ".M\xDCS");
 }
 

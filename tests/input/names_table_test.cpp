@@ -27,7 +27,7 @@ TEST_F(LoadNamesUnterminated, AloneInTheFileItLeavesTheTableEmpty) {
   EXPECT_TRUE(namesFileIsThere());
 }
 
-TEST_F(LoadNamesUnterminated, LaterWithTheSamePrefixItIsReportedAndLoadingGoesOn) {
+TEST_F(LoadNamesUnterminated, LaterWithTheSamePrefixItIsReportedAndLoadingContinues) {
   load("C:\\S\\A001.MUS 1\r\nC:\\S\\NOWHERE.MUS\r\nC:\\S\\A002.MUS 1\r\n");
   EXPECT_EQ(loaded(), (Texts{"C:\\S\\A001.MUS", "C:\\S\\A002.MUS"}));
   EXPECT_EQ(host.messages, std::vector{notTerminated("C:\\S\\NOWHERE.MUS")});

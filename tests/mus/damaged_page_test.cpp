@@ -52,7 +52,7 @@ const NamedPage pages[] = {
      "shorttext 1 at 60 \"mf\"\n"
      "text 1 at 65 p13 4 \"Allegro con brio\"\n"
      "countedtext 1 at 70 \"Vivace\"\n"},
-    {"types without a word, odd lengths",
+    {"types with no word, odd lengths",
      "item 1.5 1 3 length 2.51\n"
      "item 7 2 length 2.5\n"
      "item 4 1 50\n"},

@@ -77,7 +77,7 @@ TEST(PageHeader, ThatCountsATrailerOfFiveWordsIsAccepted) {
   EXPECT_EQ(page.trailerNumberText(), "");
 }
 
-TEST(PageHeader, TwoWordsTooSmallLetsTheTrailerBeTakenForAnItem) {
+TEST(PageHeader, TwoWordsTooSmallLetsTheTrailerBeReadAsAnItem) {
   const std::string file = header(5 + 6 - 2) + plainItem(4) + trailer();
   PageWalker page(file);
   EXPECT_EQ(page.findItem(), ReadStatus::itemRead);

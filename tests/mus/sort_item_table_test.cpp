@@ -31,7 +31,7 @@ bool mustChangePlaces(const ItemTable& table, int i) {
          (above(2) == below(2) && above(3) == below(3) && above(4) > below(4));
 }
 
-/// The sort that the table's order is defined by: passes over neighbours until one of them exchanges nothing.
+/// The sort that the table's order is defined by: passes over neighbors until one of them exchanges nothing.
 void sortByExchanges(User& user, ItemTable& table) {
   bool exchanged = true;
   while (exchanged) {

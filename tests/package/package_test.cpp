@@ -94,7 +94,7 @@ TEST_F(Installed, HasTheFilesOfTheZip) {
   EXPECT_EQ(filesBelow(folder), expected);
 }
 
-TEST_F(Installed, StandsInTheUsersListOfApps) {
+TEST_F(Installed, IsInTheUsersListOfApps) {
   EXPECT_EQ(AppEntry::text("DisplayName"), "KivSystem");
   EXPECT_EQ(AppEntry::text("DisplayVersion"), std::to_string(version::major) + "." + std::to_string(version::minor) +
                                                   "." + std::to_string(version::revision));

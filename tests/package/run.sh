@@ -11,7 +11,7 @@ mkdir -p "$work"
 export LC_ALL=C.UTF-8
 
 bad=0
-complain() {
+fail() {
   echo "package test: $*" >&2
   bad=1
 }
@@ -20,20 +20,20 @@ complain() {
 same() {
   sort "$2" >"$work/expected"
   sort "$3" >"$work/found"
-  diff "$work/expected" "$work/found" || complain "$1 differs (< expected, > found)"
+  diff "$work/expected" "$work/found" || fail "$1 differs (< expected, > found)"
 }
 
 check_sums() {
-  (cd "$work/dist" && sha256sum --check --strict --quiet SHA256SUMS) || complain "checksums"
+  (cd "$work/dist" && sha256sum --check --strict --quiet SHA256SUMS) || fail "checksums"
   find "$work/dist" -type f ! -name SHA256SUMS -printf '%f\n' >"$work/packages"
   cut -c 67- "$work/dist/SHA256SUMS" >"$work/summed"
   same "what has a checksum" "$work/packages" "$work/summed"
-  [ "$(wc -l <"$work/packages")" -eq 3 ] || complain "there are other packages than three"
+  [ "$(wc -l <"$work/packages")" -eq 3 ] || fail "the number of packages is not three"
 }
 
-check_made_again() {
+check_reproducible() {
   "$here/../../packaging/package.sh" "$linux" "$windows" "$work/again"
-  diff "$work/dist/SHA256SUMS" "$work/again/SHA256SUMS" || complain "packages made again are others"
+  diff "$work/dist/SHA256SUMS" "$work/again/SHA256SUMS" || fail "packages built again differ"
 }
 
 check_zip() {
@@ -43,7 +43,7 @@ check_zip() {
   same "content of the zip" "$here/zip_contents.txt" "$work/list"
   find "$work/content" -type f | grep -vE '\.(exe|EXE|MUS|png)$' >"$work/texts"
   while read -r text; do
-    [ "$(wc -l <"$text")" -eq "$(grep -c "$(printf '\r')\$" "$text")" ] || complain "line ends in $text"
+    [ "$(wc -l <"$text")" -eq "$(grep -c "$(printf '\r')\$" "$text")" ] || fail "line ends in $text"
   done <"$work/texts"
 }
 
@@ -58,13 +58,13 @@ check_deb() {
   for text in "$example"/SYMPH*.txt; do
     "$kivsys" build "$text" "$work/pages/$(basename "$text" .txt).MUS"
   done
-  (cd "$work/pages" && "$kivsys" convert SYMPH*.MUS >/dev/null 2>"$work/messages") || complain "kivsys convert fails"
+  (cd "$work/pages" && "$kivsys" convert SYMPH*.MUS >/dev/null 2>"$work/messages") || fail "kivsys convert fails"
   for expected in "$example"/results/*.txt; do
     "$kivsys" build "$expected" "$work/expected"
-    cmp "$work/expected" "$work/pages/$(basename "$expected" .txt).MUS" || complain "result $(basename "$expected")"
+    cmp "$work/expected" "$work/pages/$(basename "$expected" .txt).MUS" || fail "result $(basename "$expected")"
   done
   for page in "$work"/pages/SYMPH*.MUS; do
-    cmp "$page" "$work/content/examples/beethoven-9/$(basename "$page")" || complain "delivered page $(basename "$page")"
+    cmp "$page" "$work/content/examples/beethoven-9/$(basename "$page")" || fail "packaged page $(basename "$page")"
   done
 }
 
@@ -74,14 +74,14 @@ check_told() {
   kivsys=$work/deb/usr/bin/kivsys
   gzip -dc "$shared/man/man1/kivsys.1.gz" >"$work/page"
   man -l --warnings -E UTF-8 "$shared/man/man1/kivsys.1.gz" 2>"$work/warnings" >"$work/shown"
-  [ ! -s "$work/warnings" ] || complain "the manual page: $(cat "$work/warnings")"
-  grep -q '^SYNOPSIS$' "$work/shown" || complain "man does not show the manual page"
-  "$kivsys" man | cmp - "$work/page" || complain "manual page"
-  "$kivsys" completions bash | cmp - "$shared/bash-completion/completions/kivsys" || complain "bash"
-  "$kivsys" completions zsh | cmp - "$shared/zsh/vendor-completions/_kivsys" || complain "zsh"
-  "$kivsys" completions fish | cmp - "$shared/fish/vendor_completions.d/kivsys.fish" || complain "fish"
+  [ ! -s "$work/warnings" ] || fail "the manual page: $(cat "$work/warnings")"
+  grep -q '^SYNOPSIS$' "$work/shown" || fail "man does not show the manual page"
+  "$kivsys" man | cmp - "$work/page" || fail "manual page"
+  "$kivsys" completions bash | cmp - "$shared/bash-completion/completions/kivsys" || fail "bash"
+  "$kivsys" completions zsh | cmp - "$shared/zsh/vendor-completions/_kivsys" || fail "zsh"
+  "$kivsys" completions fish | cmp - "$shared/fish/vendor_completions.d/kivsys.fish" || fail "fish"
   "$kivsys" completions powershell | sed "s/\$/$(printf '\r')/" | cmp - "$work/content/completions/kivsys.ps1" ||
-    complain "PowerShell"
+    fail "PowerShell"
 }
 
 windows_path() { printf 'Z:%s' "$1" | tr / '\\'; }
@@ -94,12 +94,12 @@ check_in_wine() {
   KIV_CONTENT=$(windows_path "$work/content")
   KIV_SETUP=$(windows_path "$(ls "$work"/dist/*-setup.exe)")
   export KIV_WINE KIV_PORTABLE KIV_CONTENT KIV_SETUP
-  "$here/../window/run_in_wine.sh" "$windows" package || complain "use under Wine"
+  "$here/../window/run_in_wine.sh" "$windows" package || fail "use under Wine"
 }
 
 "$here/../../packaging/package.sh" "$linux" "$windows" "$work/dist"
 check_sums
-check_made_again
+check_reproducible
 check_zip
 check_deb
 check_told

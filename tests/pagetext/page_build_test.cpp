@@ -48,7 +48,7 @@ TEST(PageTextLines, LetTheLastOfEqualWordsCount) {
   EXPECT_EQ(page("text 1 at 50 \"a\" \"b\""), page("text 1 at 50 \"b\""));
 }
 
-TEST(PageTextLines, TakeNumbersInEveryFormThatADumpWrites) {
+TEST(PageTextLines, AcceptNumbersInEveryFormThatADumpWrites) {
   EXPECT_EQ(page("item 4 -0 1e-45 0x7FC01234 -1.5e+10 .5 0x0"),
             pageOf(words({7, 4, -0.0F, 1E-45F}) + test::wordOfBits(0x7FC01234) + words({-1.5E10F, 0.5F, 0})));
 }
@@ -62,7 +62,7 @@ TEST(PageTextHeader, CountsTheWordsUnlessTheTextSaysHowMany) {
   EXPECT_EQ(page("words none\nitem 4 1 50\n"), words({3, 4, 1, 50}) + trailer());
 }
 
-TEST(PageTextEnd, IsTheUsualTrailerUnlessTheTextSaysAnother) {
+TEST(PageTextEnd, IsTheStandardTrailerUnlessTheTextSaysAnother) {
   EXPECT_EQ(page("trailer\n"), header(6) + trailer());
   EXPECT_EQ(page("trailer none\n"), header(0));
   EXPECT_EQ(page("bytes 01 fF\nwords 6\n"), header(6) + "\x01\xFF");
@@ -71,7 +71,7 @@ TEST(PageTextEnd, IsTheUsualTrailerUnlessTheTextSaysAnother) {
   EXPECT_EQ(page("trailer\nbytes 01 02\nwords 6\n"), header(6) + trailer() + "\x01\x02");
 }
 
-TEST(PageTextEnd, MayStandBeforeItems) {
+TEST(PageTextEnd, MayBeBeforeItems) {
   EXPECT_EQ(page("bytes 01 02 03 04\nitem 4 1 50\n"), header(5) + "\x01\x02\x03\x04" + words({3, 4, 1, 50}));
 }
 

@@ -107,7 +107,7 @@ TEST(PageBytes, OfEveryNamedType) {
 
 // --- dump ---
 
-TEST(DumpPage, NumbersTheItemsAndTellsTheirOffsets) {
+TEST(DumpPage, NumbersTheItemsAndPrintsTheirOffsets) {
   const std::string file = pageOf(words({3, 4, 1, 50}) + words({4, 1, 1, 20.5F, 5}));
   EXPECT_EQ(dumpPage(file),
             "* items: 2, words: 15\n"
@@ -139,7 +139,7 @@ TEST(DumpPage, ShowsWhereAPageIsBroken) {
   expectRoundTrip(file);
 }
 
-TEST(DumpPage, TellsWhereAnItemHasTooManyParameters) {
+TEST(DumpPage, ReportsWhereAnItemHasTooManyParameters) {
   const std::string file = header(100) + words({21, 4}) + zeroWords(20);
   EXPECT_TRUE(
       dumpPage(file).starts_with("* items: 0, words: 100\n"
@@ -174,7 +174,7 @@ TEST(DumpPage, OfAHeaderAndNoMore) {
   }
 }
 
-TEST(DumpPage, OfATrailerThatIsNotTheUsualOne) {
+TEST(DumpPage, OfATrailerThatIsNotTheStandardOne) {
   const std::string odd = bytes("20 20 00 00  07 00 00 00  00 00 40 40  00 00 80 3F  00 00 A0 40  00 3C 1C C6");
   EXPECT_EQ(bareDump(header(6) + odd),
             "bytes 20 20 00 00 07 00 00 00 00 00 40 40 00 00 80 3F\n"

@@ -38,11 +38,11 @@ TEST(TextInQuotes, OfEveryByte) {
   expectRoundTrip(pageOf(textItem(length, 16, 200, 0, all)));
 }
 
-TEST(TextInQuotes, TakesBytesBeyondAsciiAsTheyAre) {
+TEST(TextInQuotes, AcceptsBytesBeyondAsciiAsTheyAre) {
   EXPECT_EQ(page("countedtext 1 at 50 \"\xE4\xC3\xA4\t\"\n"), pageOf(textItem(14, 16, 4, 0, "\xE4\xC3\xA4\t")));
 }
 
-TEST(TextInQuotes, TakesHexadecimalDigitsOfEitherCase) {
+TEST(TextInQuotes, AcceptsHexadecimalDigitsOfEitherCase) {
   EXPECT_EQ(page("countedtext 1 at 50 \"\\xe4\\xE4\\xaF\\xFa\""), pageOf(textItem(14, 16, 4, 0, "\xE4\xE4\xAF\xFA")));
 }
 

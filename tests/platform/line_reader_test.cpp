@@ -106,7 +106,7 @@ TEST(LineReader, LineFeedAfterTheBufferBelongsToTheCarriageReturnInIt) {
   EXPECT_EQ(linesOf(line + "\rnext"), (Lines{line, "next"}));
 }
 
-TEST(LineReader, AnyPlaceOfTheLineEndAroundTheBufferEnd) {
+TEST(LineReader, AnyPositionOfTheLineEndAroundTheBufferEnd) {
   for (std::size_t length = bufferSize - 3; length <= bufferSize + 3; ++length) {
     for (const char* end : {"\r\n", "\n", "\r"}) {
       const std::string line(length, 'x');

@@ -72,7 +72,7 @@ TEST_F(ExecCmdTest, ReturnsTheExitCodeSilently) {
   EXPECT_TRUE(host.messages.empty());
 }
 
-TEST_F(ExecCmdTest, NotepadWithItsSuffixIsMaximised) {
+TEST_F(ExecCmdTest, NotepadWithItsSuffixIsMaximized) {
   ExecCmd(host, "c:\\windows\\notepad.exe C:\\N.TXT");
   EXPECT_EQ(host.calls, Texts{"run c:\\windows\\notepad.exe C:\\N.TXT (maximized)"});
 }
@@ -82,7 +82,7 @@ TEST_F(ExecCmdTest, NotepadWithoutItsSuffixIsNot) {
   EXPECT_EQ(host.calls, Texts{"run Notepad C:\\N.TXT"});
 }
 
-TEST_F(ExecCmdTest, OnlyNotepadIsMaximised) {
+TEST_F(ExecCmdTest, OnlyNotepadIsMaximized) {
   ExecCmd(host, "WORDPAD.EXE C:\\N.TXT");
   EXPECT_EQ(host.calls, Texts{"run WORDPAD.EXE C:\\N.TXT"});
 }
@@ -119,7 +119,7 @@ TEST_F(ShellAndWaitTest, ArgumentsKeepTheirBackslashesAndBlanks) {
   EXPECT_EQ(callsOf("C:\\X\\A.EXE  C:\\P Q\\R  "), Texts{"shell A.EXE  C:\\P Q\\R   (style 1)"});
 }
 
-TEST_F(ShellAndWaitTest, ViewersAreMaximised) {
+TEST_F(ShellAndWaitTest, ViewersAreMaximized) {
   EXPECT_EQ(callsOf("C:\\W\\NOTEPAD.EXE X"), Texts{"shell NOTEPAD.EXE X (style 3)"});
   EXPECT_EQ(callsOf("wordpad.exe"), Texts{"shell wordpad.exe (style 3)"});
   EXPECT_EQ(callsOf("WinHelp.Exe"), Texts{"shell WinHelp.Exe (style 3)"});

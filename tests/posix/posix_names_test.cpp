@@ -19,7 +19,7 @@ TEST_F(PosixNames, AFolderThatLacksTheRestGivesWayToOneOfAnotherCase) {
   EXPECT_EQ(read("PART\\A1.MUS"), "nearer");
 }
 
-TEST_F(PosixNames, BackslashesStandBetweenFolders) {
+TEST_F(PosixNames, BackslashesSeparateFolders) {
   disk.addFolder("a/b");
   disk.addFile("a/b/c.mus", "deep");
   EXPECT_EQ(read("a\\b\\c.mus"), "deep");
@@ -61,7 +61,7 @@ TEST_F(PosixNames, TheExactSpellingOfAFolderGoesFirst) {
   EXPECT_EQ(read("MUSIC\\A.MUS"), "capitals");
 }
 
-TEST_F(PosixNames, OfSeveralOtherSpellingsTheFirstInByteOrderIsTaken) {
+TEST_F(PosixNames, OfSeveralOtherSpellingsTheFirstInByteOrderIsUsed) {
   for (const std::string name : {"pAGE1.mus", "page1.mus", "Page1.mus", "PAge1.mus"}) {
     disk.addFile(name, name);
     EXPECT_EQ(read("PAGE1.MUS"), *disk.entries().begin()) << "there are " << disk.entries().size();

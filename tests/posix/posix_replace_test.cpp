@@ -19,7 +19,7 @@ TEST_F(PosixReplace, MakesANewFile) {
   EXPECT_EQ(disk.file("WORK0001.MUS"), "page\0"s);
 }
 
-TEST_F(PosixReplace, TakesTheOldOnesPlaceUnderItsSpelling) {
+TEST_F(PosixReplace, ReplacesTheOldOneUnderItsSpelling) {
   disk.addFile("Work0001.mus", "a long old page");
   EXPECT_EQ(system.replaceFile(disk.core("WORK0001.MUS"), "new"), std::nullopt);
   EXPECT_EQ(disk.entries(), Names{"Work0001.mus"});
@@ -56,7 +56,7 @@ TEST_F(PosixReplace, ALinkStaysAndTheFileThatItLeadsToIsReplaced) {
   EXPECT_TRUE(std::filesystem::is_symlink(disk.path("link.mus")));
 }
 
-TEST_F(PosixReplace, AReaderOfTheOldFileGoesOnReadingIt) {
+TEST_F(PosixReplace, AReaderOfTheOldFileKeepsReadingIt) {
   disk.addFile("a.mus", "the old page");
   const auto open = system.openInput(disk.core("a.mus"));
   ASSERT_NE(open, nullptr);
@@ -91,7 +91,7 @@ TEST_F(PosixReplace, TheLongestNamesWork) {
   EXPECT_EQ(disk.entries(), Names{name});
 }
 
-TEST_F(PosixReplace, AFolderInThePlaceIsReportedAndStays) {
+TEST_F(PosixReplace, AFolderWithTheNameOfTheFileIsReportedAndStays) {
   disk.addFolder("sub");
   EXPECT_EQ(system.replaceFile(disk.core("sub"), "new"), "Is a directory");
   EXPECT_NE(system.replaceFile(disk.core("sub\\"), "new"), std::nullopt);

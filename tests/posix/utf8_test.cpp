@@ -61,7 +61,7 @@ TEST(UpperCaseUtf8, BytesThatAreNoUtf8Stay) {
   }
 }
 
-TEST(UpperCaseUtf8, ALetterBehindACutOneIsStillRaised) {
+TEST(UpperCaseUtf8, ALetterAfterACutOneIsStillUpperCased) {
   EXPECT_EQ(upperCaseUtf8("\xC3"
                           "a\xE2\x82"
                           "b"),

@@ -93,7 +93,7 @@ TEST_F(AnalysisRun, AnEmptySelectionIsNone) {
   EXPECT_FALSE(loadSelection(program));
 }
 
-TEST_F(AnalysisRun, TheFirstResultLiesBesideTheFirstPage) {
+TEST_F(AnalysisRun, TheFirstResultIsBesideTheFirstPage) {
   addPage("X1.MUS", "staff 1 at 0 instrument 102\n");
   ASSERT_TRUE(loadSelection(program));
   EXPECT_EQ(firstResultFile(program.names), "C:\\M\\WORK0001.MUS");

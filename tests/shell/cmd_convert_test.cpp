@@ -61,7 +61,7 @@ TEST_F(Convert, AReportWithoutRecordsGivesNoFile) {
                                                    "Last is C:\\M\\BEFORE.MUS")});
 }
 
-TEST_F(Convert, RecordsOfASystemMayStandAnywhereInTheReport) {
+TEST_F(Convert, RecordsOfASystemMayBeAnywhereInTheReport) {
   report = record(2, 102, 1, 1, "X2.MUS") + record(1, 101, 2, 2, "X1.MUS") + "* between\r\n" +
            record(1, 102, 1, 1, "X1.MUS");
   convert();

@@ -16,7 +16,7 @@ namespace {
 
 const std::string interactive = "CALLEDBY=KIV,FUNCTION=MAIN";
 
-TEST_F(Analyze, FirstResultFileLiesInTheFolderOfTheInput) {
+TEST_F(Analyze, FirstResultFileIsInTheFolderOfTheInput) {
   addPage("X1.MUS", bass);
   run();
   EXPECT_EQ(program.panel.txtFirstResultFile.text, "C:\\M\\WORK0001.MUS");

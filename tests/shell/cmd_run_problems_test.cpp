@@ -107,7 +107,7 @@ TEST_F(Analyze, ProblemsOfOnePageAreNotReportedAgainOnTheNext) {
   }
 }
 
-TEST_F(Analyze, LettersOutOfOrderAreWarnedAboutAndTheRunGoesOn) {
+TEST_F(Analyze, LettersOutOfOrderAreWarnedAboutAndTheRunContinues) {
   addPage("X1B.MUS", bass);
   addPage("X1A.MUS", "staff 1 at 0 instrument 101\nbarline 1 at 0 spans 1\n");
   run();

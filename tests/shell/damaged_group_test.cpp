@@ -70,7 +70,7 @@ TEST_F(DamagedGroup, ChangesOfEverySingleByte) {
   EXPECT_GT(criticalEnds, 0);
 }
 
-TEST_F(DamagedGroup, AnyWordInAnyPlace) {
+TEST_F(DamagedGroup, AnyWordAtAnyPosition) {
   std::mt19937 random(7);
   const std::string extremes[] = {std::string("\0\0\xC0\x7F", 4),   std::string("\0\0\x80\x7F", 4),
                                   std::string("\0\0\x80\xFF", 4),   std::string("\0\0\0\x80", 4),

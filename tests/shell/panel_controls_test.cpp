@@ -121,7 +121,7 @@ TEST(PanelControls, HaveTheirTextsAndTooltips) {
   EXPECT_EQ(panel.title, "[...]");
 }
 
-TEST(PanelControls, StandInTheirPlaces) {
+TEST(PanelControls, AreInTheirPositions) {
   for (const Expected& expected : controls) {
     SCOPED_TRACE(expected.name);
     const ControlLayout* layout = layoutOf(expected.name);

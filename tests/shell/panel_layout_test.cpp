@@ -37,7 +37,7 @@ TEST(PanelLayout, TheLabelOfTheTextBoxComesRightBeforeIt) {
   EXPECT_EQ(*(box - 1), "Label6");
 }
 
-TEST(PanelLayout, ControlsInAFrameStandWithinIt) {
+TEST(PanelLayout, ControlsInAFrameAreWithinIt) {
   for (const ControlLayout& control : panelLayout()) {
     if (control.frame == nullptr) {
       continue;
@@ -53,7 +53,7 @@ TEST(PanelLayout, ControlsInAFrameStandWithinIt) {
   }
 }
 
-TEST(PanelLayout, EverythingStandsInTheWindow) {
+TEST(PanelLayout, EverythingIsInTheWindow) {
   for (const ControlLayout& control : panelLayout()) {
     const ControlPlace place = placeInWindow(control);
     EXPECT_LE(place.left + place.width, panelWidth) << control.name;

@@ -41,7 +41,7 @@ TEST_F(StartUp, OtherCommandLinesAreRefusedAndShown) {
   }
 }
 
-TEST_F(StartUp, AnalysisModeTakesTheNamesFileFromTheCommandLine) {
+TEST_F(StartUp, AnalysisModeReadsTheNamesFileFromTheCommandLine) {
   start("CALLEDBY=KIV,FUNCTION=ANALYZE,NAMES=C:\\W\\N.TXT");
   EXPECT_EQ(end, 0);
   EXPECT_EQ(program.settings.namesFile, "C:\\W\\N.TXT");
@@ -57,7 +57,7 @@ TEST_F(StartUp, NamesFileEndsAtTheCommaAndZeroIdentifiersMayBeAllowed) {
   EXPECT_EQ(end, 0);
 }
 
-TEST_F(StartUp, AllowanceMayStandAnywhere) {
+TEST_F(StartUp, AllowanceMayBeAnywhere) {
   start("X,ALLOWZEROID=YES,FUNCTION=ANALYZE,NAMES=C:\\W\\N.TXT");
   EXPECT_TRUE(program.settings.allowZeroInstrId);
   EXPECT_EQ(end, 0);

@@ -69,7 +69,7 @@ void exchangeInPasses(std::vector<float>& sortKey, ItemTable& table) {
   } while (exchanges > 0);
 }
 
-/// The sort that the table's order is defined by: the keys beside the items, and passes over neighbours until one of
+/// The sort that the table's order is defined by: the keys beside the items, and passes over neighbors until one of
 /// them exchanges nothing.
 void sortByExchanges(ItemTable& table) {
   auto [sortKey, staves] = keysOfStaves(table);

@@ -107,7 +107,7 @@ TEST_F(Verify, AnInputThatChangesAfterwardsIsNoticed) {
             "WORK0002.MUS, item 15: differs from item 3 of C:\\M\\DUO002.MUS (note): P4 is 6, not 7\n");
 }
 
-TEST_F(Verify, ADroppedItemIsMissed) {
+TEST_F(Verify, ADroppedItemIsReported) {
   group.changeResult(2, [](std::vector<Item>& items) { items.erase(items.begin() + noteAt); });
   EXPECT_EQ(group.findings(), "WORK0002.MUS: lacks item 3 of C:\\M\\DUO002.MUS (note) on staff 2\n");
 }

@@ -87,7 +87,7 @@ TEST_F(KivOle, NamesFileCanBeLoaded) {
   EXPECT_EQ(names.name(2), host.upperCase(folder / "\xC4 10.MUS"));
 }
 
-TEST_F(KivOle, DropWithoutFilesOfTheTypeIsTold) {
+TEST_F(KivOle, DropWithoutFilesOfTheTypeIsReported) {
   drop({"P1.PAG", "READ.ME"});
   expectBox("No MUS files among the dropped files.", 0);
   list = "";
@@ -100,13 +100,13 @@ TEST_F(KivOle, MissingFileIsNotPassedOverInSilence) {
   expectBox("Dropped file not found: " + folder / "P2.MUS" + "\r\n" + systemMessage(ERROR_FILE_NOT_FOUND), 1);
 }
 
-TEST_F(KivOle, ListThatWasCutOffIsTold) {
+TEST_F(KivOle, ListThatWasCutOffIsReported) {
   drop({"P1.MUS", "P2.MUS"});
   list.resize(list.size() - 3);
   expectBox("The list of dropped files was cut off. Drop fewer files at a time.", 1);
 }
 
-TEST_F(KivOle, NamesFileThatCannotBeWrittenIsTold) {
+TEST_F(KivOle, NamesFileThatCannotBeWrittenIsReported) {
   drop({"P1.MUS"});
   makeFolder("N.TXT");
   WatchedProcess program = startProgram();

@@ -58,7 +58,7 @@ TEST_F(KivFoldr, StartFolderMayBeMissing) {
   EXPECT_EQ(answer(), "* chosen folder\r\n" + folder / "out" + "\r\n");
 }
 
-TEST_F(KivFoldr, CommasBlanksAndAccentsAreOrdinarySigns) {
+TEST_F(KivFoldr, CommasBlanksAndAccentsAreOrdinaryCharacters) {
   makeFolder("F\xFCr Anna, Bert");
   makeFolder("F\xFCr Anna, Bert\\\xC4, 1");
   WatchedProcess program = startIn(folder / "F\xFCr Anna, Bert");
@@ -67,7 +67,7 @@ TEST_F(KivFoldr, CommasBlanksAndAccentsAreOrdinarySigns) {
   EXPECT_EQ(answer(), "* chosen folder\r\n" + folder / "F\xFCr Anna, Bert\\\xC4, 1" + "\r\n");
 }
 
-TEST_F(KivFoldr, NameOutsideTheCodePageGivesWayToItsShortName) {
+TEST_F(KivFoldr, NameOutsideTheCodePageIsReplacedByItsShortName) {
   const WideEntry out(folder.path(), L"Results \x03A9", WideEntry::Kind::folder);
   WatchedProcess program = startIn(folder.path());
   CompanionDialog(program).choose(L"Results \x03A9");
@@ -76,7 +76,7 @@ TEST_F(KivFoldr, NameOutsideTheCodePageGivesWayToItsShortName) {
   EXPECT_TRUE(exists(folder / out.shortName()));
 }
 
-TEST_F(KivFoldr, AnswerThatCannotBeWrittenIsTold) {
+TEST_F(KivFoldr, AnswerThatCannotBeWrittenIsReported) {
   makeFolder("KIVFOLDR.KIV");
   WatchedProcess program = startIn(folder.path());
   CompanionDialog(program).clickCancel();

@@ -89,7 +89,7 @@ TEST_F(KivNames, NewNamesFileReplacesTheOldOne) {
   EXPECT_EQ(namesIn(folder.path()), (std::vector<std::string>{"N.TXT", "music"})) << "and nothing beside it";
 }
 
-TEST_F(KivNames, NamesFileWithoutAFolderLiesInTheCurrentOne) {
+TEST_F(KivNames, NamesFileWithoutAFolderIsInTheCurrentOne) {
   namesFile = "N.TXT";
   WatchedProcess program = startInMusic();
   CompanionDialog(program).choose("PAGE1.MUS");
@@ -97,7 +97,7 @@ TEST_F(KivNames, NamesFileWithoutAFolderLiesInTheCurrentOne) {
   EXPECT_EQ(readFileContent(folder / "N.TXT"), "* selection of 1 file\r\n" + record("PAGE1.MUS"));
 }
 
-TEST_F(KivNames, CommasBlanksAndAccentsAreOrdinarySigns) {
+TEST_F(KivNames, CommasBlanksAndAccentsAreOrdinaryCharacters) {
   music = folder /
           "Br\xFC"
           "der, Noten";
@@ -112,7 +112,7 @@ TEST_F(KivNames, CommasBlanksAndAccentsAreOrdinarySigns) {
             "* selection of 2 files\r\n" + record("Tr\xE4ume, 2.MUS") + record("Tr\xE4ume, 10.mus"));
 }
 
-TEST_F(KivNames, NameOutsideTheCodePageGivesWayToItsShortName) {
+TEST_F(KivNames, NameOutsideTheCodePageIsReplacedByItsShortName) {
   const WideEntry page2(music, L"PAGE 2 \x03A9.MUS", WideEntry::Kind::file);
   const WideEntry page10(music, L"PAGE 10 \x03A9.MUS", WideEntry::Kind::file);
   WatchedProcess program = startInMusic();
@@ -141,7 +141,7 @@ TEST_F(KivNames, NumberOfFilesHasNoLimit) {
   EXPECT_EQ(readFileContent("N.TXT"), expected);
 }
 
-TEST_F(KivNames, NamesFileThatCannotBeWrittenIsTold) {
+TEST_F(KivNames, NamesFileThatCannotBeWrittenIsReported) {
   namesFile = folder / "missing\\N.TXT";
   WatchedProcess program = startInMusic();
   CompanionDialog(program).choose("PAGE1.MUS");

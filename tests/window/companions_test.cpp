@@ -32,7 +32,7 @@ TEST(Companions, RefusalShowsTheBeginningOfALongLine) {
   expectRefusal("KIVOLE", std::string(5000, 'x'), std::string(400, 'x') + "...", dropForm);
 }
 
-TEST(Companions, FilesTellTheVersion) {
+TEST(Companions, FilesHaveTheVersion) {
   for (const std::string name : {"KIVNAMES", "KIVOLE", "KIVFOLDR"}) {
     const std::string program = builtFile("..\\..\\apps\\companions\\" + name + ".EXE");
     DWORD ignored = 0;

@@ -155,7 +155,7 @@ TEST_F(Kivsys, BuildMakesThePageThatDumpShowed) {
   EXPECT_EQ(namesIn("."), (std::vector<std::string>{"X1.MUS", "X1.TXT", "Y1.MUS"}));
 }
 
-TEST_F(Kivsys, BuildThatCannotWriteTellsWhyAndKeepsTheOldPage) {
+TEST_F(Kivsys, BuildThatCannotWriteReportsWhyAndKeepsTheOldPage) {
   writeFile("X1.TXT", flute);
   writeFile("Y1.MUS", "old");
   const Handle user(CreateFileA("Y1.MUS", GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));

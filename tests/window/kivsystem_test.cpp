@@ -129,7 +129,7 @@ TEST_F(KivSystemProgram, DevelopersMarkerDoesNotStopAnAnalysis) {
   EXPECT_EQ(readFileContent(verdict), "CONSISTENCY=YES\r\nMULTIFILE=NO\r\n");
 }
 
-TEST_F(KivSystemProgram, ZeroIdentifiersAreToldAndTheRunGoesOn) {
+TEST_F(KivSystemProgram, ZeroIdentifiersAreReportedAndTheRunContinues) {
   folder.addPage("X1.MUS", withoutIdentifier);
   folder.writeNames("N.TXT");
   WatchedProcess program = startWith(call("N.TXT"));
@@ -211,7 +211,7 @@ TEST_F(KivSystemProgram, BadNamesFileIsShownInNotepadAndThenDeleted) {
   EXPECT_EQ(program.windowClasses(), Classes{"#32770"});
 }
 
-TEST_F(KivSystemProgram, NamesFileThatCannotBeDeletedIsTold) {
+TEST_F(KivSystemProgram, NamesFileThatCannotBeDeletedIsReported) {
   writeFile("N.TXT", folder / "MISSING1.MUS 1\r\n");
   const Handle user(CreateFileA("N.TXT", GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
   WatchedProcess program = startWith(call("N.TXT"));
@@ -262,7 +262,7 @@ TEST_F(KivSystemProgram, FileHasItsIconInEverySize) {
   EXPECT_EQ(widths, (std::vector<int>{16, 24, 32, 48, 64, 256}));
 }
 
-TEST_F(KivSystemProgram, FileTellsTheVersion) {
+TEST_F(KivSystemProgram, FileHasTheVersion) {
   const std::string program = builtFile("..\\..\\apps\\kivsystem\\KivSystem.exe");
   DWORD ignored = 0;
   std::vector<char> information(GetFileVersionInfoSizeA(program.c_str(), &ignored));

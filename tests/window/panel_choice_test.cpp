@@ -126,7 +126,7 @@ TEST_F(PanelWindow, WithoutTheDropModuleTheProgramEnds) {
 
 // --- the result folder ---
 
-TEST_F(PanelWindow, AnotherResultFolderIsChosenInThePanelsPlace) {
+TEST_F(PanelWindow, AnotherResultFolderIsChosenWhileThePanelIsHidden) {
   bringModule("KIVFOLDR.EXE", "wait go.txt\nwrite KIVFOLDR.KIV " + folder / "OUT\n");
   PanelOnScreen panel;
   const HWND box = panel.control(&Panel::txtFirstResultFile);

@@ -68,7 +68,7 @@ bool staysQuiet(PanelOnScreen& panel) {
 
 // --- the keyboard ---
 
-TEST_F(PanelClicks, EnterPressesTheFirstButtonRightAfterTheStart) {
+TEST_F(PanelClicks, EnterClicksTheFirstButtonRightAfterTheStart) {
   bringModule("");
   PanelOnScreen panel;
   const HWND first = panel.control(&Panel::cmdSelectFiles);

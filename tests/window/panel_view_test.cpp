@@ -90,7 +90,7 @@ void expectNear(LONG pixels, double twips, const char* what) {
   EXPECT_LE(std::abs(static_cast<double>(pixels) - twips / twipsPerPixel), 0.5 + 1e-9) << what;
 }
 
-TEST_F(PanelWindow, ShowsEveryControlInItsPlaceAndState) {
+TEST_F(PanelWindow, ShowsEveryControlInItsPositionAndState) {
   PanelOnScreen panel;
   ASSERT_TRUE(panel.window());
   for (const Expected& expected : controls) {
@@ -129,7 +129,7 @@ TEST_F(PanelWindow, HasTitleSizeAndTheButtonsOfAFixedWindow) {
   panel.leave();
 }
 
-TEST_F(PanelWindow, StandsInTheMiddleOfTheScreen) {
+TEST_F(PanelWindow, IsInTheMiddleOfTheScreen) {
   PanelOnScreen panel;
   RECT place{};
   GetWindowRect(panel.window(), &place);
@@ -138,7 +138,7 @@ TEST_F(PanelWindow, StandsInTheMiddleOfTheScreen) {
   panel.leave();
 }
 
-TEST_F(PanelWindow, StandsWhereTheProfileSays) {
+TEST_F(PanelWindow, IsWhereTheProfileSays) {
   WriteProfileStringA("KIV", "TOP", "1000");
   WriteProfileStringA("KIV", "LEFT", "2000");
   WriteProfileStringA("KIV", "OS", "XP");
@@ -152,7 +152,7 @@ TEST_F(PanelWindow, StandsWhereTheProfileSays) {
   panel.leave();
 }
 
-TEST_F(PanelWindow, OpensAtTheFirstControlAndTheTabKeyGoesOn) {
+TEST_F(PanelWindow, OpensAtTheFirstControlAndTheTabKeyMovesToTheNext) {
   addPages();
   PanelOnScreen panel;
   DWORD process = 0;

@@ -86,7 +86,7 @@ TEST_F(Win32Files, FailedWriteHasTheSystemsWords) {
   EXPECT_EQ(writeAll(onlyReadable, "x"), systemMessage(ERROR_ACCESS_DENIED));
 }
 
-TEST_F(Win32Files, ReplacedFileIsNewOrMadeAnew) {
+TEST_F(Win32Files, ReplacedFileIsNewOrRebuilt) {
   EXPECT_EQ(host.replaceFile("X.MUS", "first"), std::nullopt);
   EXPECT_EQ(readFileContent("X.MUS"), "first");
   EXPECT_EQ(host.replaceFile(folder / "X.MUS", "second"), std::nullopt);
@@ -119,7 +119,7 @@ TEST_F(Win32Files, LeftOverOfABrokenRunIsNotTouched) {
   EXPECT_EQ(namesIn(".").size(), 2U);
 }
 
-TEST_F(Win32Files, DeletingTellsWhetherItDid) {
+TEST_F(Win32Files, DeletingReturnsWhetherItDid) {
   writeFile("X.MUS", "");
   makeFolder("FOLDER");
   EXPECT_TRUE(host.deleteFile("X.MUS"));

@@ -88,7 +88,7 @@ TEST_F(Win32Programs, StartedProgramsInheritHandles) {
   EXPECT_EQ(readFileContent("heard.txt"), "inherited");
 }
 
-TEST_F(Win32Programs, OnlyNotepadWithItsSuffixIsMaximised) {
+TEST_F(Win32Programs, OnlyNotepadWithItsSuffixIsMaximized) {
   bringProgram("says_show_state.exe", "NOTEPAD.EXE");
   ExecCmd(host, ".\\Notepad X.TXT");
   EXPECT_EQ(readFileContent("said.txt"), "nothing asked");
@@ -125,7 +125,7 @@ TEST_F(Win32Programs, ShellWaitsForTheEnd) {
   EXPECT_EQ(readFileContent("said.txt"), "late");
 }
 
-TEST_F(Win32Programs, ShellMaximisesTheViewers) {
+TEST_F(Win32Programs, ShellMaximizesTheViewers) {
   bringProgram("says_show_state.exe", "TOOL.EXE");
   ShellAndWait(host, "TOOL.EXE X.TXT");
   EXPECT_EQ(readFileContent("said.txt"), "show 1");
@@ -133,7 +133,7 @@ TEST_F(Win32Programs, ShellMaximisesTheViewers) {
   EXPECT_EQ(readFileContent("said.txt"), "show 3");
 }
 
-TEST_F(Win32Programs, ShellTakesCodePageBytes) {
+TEST_F(Win32Programs, ShellAcceptsCodePageBytes) {
   bringProgram("says_command_line.exe", "TOOL.EXE");
   ShellAndWait(host, "TOOL.EXE STARTDIR=C:\\TR\xC4UME");
   EXPECT_TRUE(readFileContent("said.txt").ends_with(" STARTDIR=C:\\TR\xC4UME")) << readFileContent("said.txt");

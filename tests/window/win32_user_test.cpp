@@ -45,7 +45,7 @@ class ShownBox {
   std::optional<Box> box_;
 };
 
-TEST(Win32User, MessageStandsInABoxOfTheProgramsName) {
+TEST(Win32User, MessageIsInABoxOfTheProgramsName) {
   ShownBox shown(Icon::information, "First line.\r\nSecond line.", Buttons::ok);
   ASSERT_TRUE(shown.box());
   EXPECT_EQ(shown.box()->title, "KivSystem");

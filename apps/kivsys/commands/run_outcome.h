@@ -36,7 +36,7 @@ bool endsNormally(ConsoleHost& console, const std::function<void()>& run);
 /// The outcome of an analysis that has filled the program's tables.
 RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& console, bool normalEnd);
 
-/// The outcome of a run that goes on after its analysis and writes pages.
+/// The outcome of a run that continues after its analysis and writes pages.
 RunOutcome withPagesWritten(RunOutcome analysis, const ConsoleHost& console, bool normalEnd);
 
 /// The outcome of a run that writes pages without an analysis.

@@ -88,7 +88,7 @@ _kivsys() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
   local command='' options kind number=1 i
   COMPREPLY=()
-  # Bash takes --option=value for three words.
+  # Bash splits --option=value into three words.
   if [[ $word == '=' ]]; then
     word=''
   elif [[ $before == '=' ]]; then
@@ -125,8 +125,8 @@ std::string bashCompletion(const CommandTable& table) {
   for (const CommandRow& command : table.commands) {
     names.push_back(command.name);
   }
-  return "# Completes command lines of kivsys in bash; made by: kivsys completions bash\n\n"
-         "# What there is behind a command, as far as the caller's variables want to know it.\n"
+  return "# Completes command lines of kivsys in bash; printed by: kivsys completions bash\n\n"
+         "# Set the caller's variables: the options of a command, and the kind of a value or operand.\n"
          "_kivsys_options() {\n  case $1 in\n" +
          optionCases(table) + "    *) options='' ;;\n  esac\n}\n\n_kivsys_value() {\n  case \"$1 $2\" in\n" +
          valueCases(table) + "    *) kind='' ;;\n  esac\n}\n\n_kivsys_operand() {\n  case \"$1 $2\" in\n" +

@@ -50,7 +50,7 @@ std::string commandLines(const CommandRow& command) {
   return text + "complete -c kivsys -n " + quoted(condition) + offered(alike ? first : ValueKind::file) + "\n";
 }
 
-constexpr const char* functions = R"(# Completes command lines of kivsys in fish; made by: kivsys completions fish
+constexpr const char* functions = R"(# Completes command lines of kivsys in fish; printed by: kivsys completions fish
 
 function __kivsys_runs
     set -l words (commandline -opc)

@@ -120,13 +120,14 @@ constexpr const char* statuses = R"(.SH "EXIT STATUS"
 normal end
 .TP
 .B 1
-a critical message ended the run, or what was to be made or proved could not be
+a critical message ended the run; or an output could not be written, a page was bad, or a conversion was found
+incorrect
 .TP
 .B 2
 wrong usage
 .TP
 .B 3
-with \fB\-\-exit\-code\fR of \fBanalyze\fR: the pages cannot be used as they stand
+with \fB\-\-exit\-code\fR of \fBanalyze\fR: the pages need a conversion
 .TP
 .B 130
 a \fBsurvey\fR was interrupted
@@ -139,13 +140,13 @@ the verdict of an analysis, two lines
 the report of an analysis, with one record for each staff
 .TP
 .I KivSystemDump.txt
-what \fBtrace\fR leaves: the items of the last system, and what was learned about every instrument
+what \fBtrace\fR writes: the items of the last system, and what is known about every instrument
 .PP
-They lie in the current folder, or that of \fB\-\-folder\fR.
+They are in the current folder, or in that of \fB\-\-folder\fR.
 .SH ENVIRONMENT
 .TP
 .B NO_COLOR
-when it is set and not empty, nothing is coloured on a terminal
+when it is set and not empty, text on a terminal is not colored
 .TP
 .B TMPDIR
 the folder for temporary files, instead of

@@ -47,7 +47,7 @@ constexpr const char* complete = R"(    function Result($name, $kind, $help) {
 
 std::string powershellCompletion(const CommandTable& table) {
   std::string text =
-      "# Completes command lines of kivsys in PowerShell; made by: kivsys completions powershell\n\n"
+      "# Completes command lines of kivsys in PowerShell; printed by: kivsys completions powershell\n\n"
       "Register-ArgumentCompleter -Native -CommandName 'kivsys', 'kivsys.exe' -ScriptBlock {\n"
       "    param($wordToComplete, $commandAst, $cursorPosition)\n\n    $commands = [ordered]@{\n";
   for (const CommandRow& command : table.commands) {

@@ -59,7 +59,7 @@ std::string operandLines(const CommandRow& command, const std::string& indent) {
 
 std::string zshCompletion(const CommandTable& table) {
   std::string text =
-      "#compdef kivsys\n# Completes command lines of kivsys in zsh; made by: kivsys completions zsh\n\n_kivsys() {\n"
+      "#compdef kivsys\n# Completes command lines of kivsys in zsh; printed by: kivsys completions zsh\n\n_kivsys() {\n"
       "  local curcontext=\"$curcontext\" state state_descr line\n  typeset -A opt_args\n  local -a commands\n"
       "  commands=(\n";
   for (const CommandRow& command : table.commands) {

@@ -59,7 +59,7 @@ class OverlayFiles : public Files {
   /// The name with its folder, in upper case.
   std::string fullName(const std::string& name) const;
 
-  std::string currentFolder_;  // where nothing lies below
+  std::string currentFolder_;  // with no files below
 
  private:
   bool hasFolder(const std::string& key);

@@ -21,7 +21,7 @@ bool isContinuation(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-std::size_t announcedBytes(unsigned char lead) {
+std::size_t expectedBytes(unsigned char lead) {
   if (lead < 0x80U) {
     return 1;
   }
@@ -48,7 +48,7 @@ Character characterAt(std::string_view text, std::size_t at) {
   if (lead < 0x80U) {
     return {lead, 1, true};
   }
-  const std::size_t bytes = announcedBytes(lead);
+  const std::size_t bytes = expectedBytes(lead);
   if (bytes == 0 || bytes > text.size() - at) {
     return {lead};
   }

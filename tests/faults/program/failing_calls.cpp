@@ -1,12 +1,12 @@
-// Loaded before the C library, this stands between a program and the functions that reach the disk or give memory. They
-// pass on what they are asked for, unless the environment says that a call goes wrong:
+// Loaded before the C library, this library intercepts the functions that access the disk or allocate memory. It calls
+// the original functions, unless the environment injects a fault:
 //
-//   KIV_FAULT_CALL    the call, counted from 1
-//   KIV_FAULT_ONWARD  those behind it go wrong, too
-//   KIV_FAULT_ERROR   the error that it fails with; when there is none, it ends the process:
-//   KIV_FAULT_AFTER   once the call was made, and not before
-//   KIV_FAULT_AMONG   which calls are counted: those about "files", about "folders", or for "memory"
-//   KIV_FAULT_LOG     a file that the calls are told to, a line each
+//   KIV_FAULT_CALL    the number of the call that fails, counted from 1
+//   KIV_FAULT_ONWARD  not 0: all later calls fail, too
+//   KIV_FAULT_ERROR   the error number of the failure; without it, the call kills the process:
+//   KIV_FAULT_AFTER   not 0: after the call instead of before it
+//   KIV_FAULT_AMONG   which calls are counted: those for "files", for "folders", or for "memory"
+//   KIV_FAULT_LOG     the log file, with one line for each counted call
 
 #include <cerrno>
 #include <csignal>
@@ -38,8 +38,8 @@ long numberIn(const char* name) {
   return text != nullptr ? std::strtol(text, nullptr, 10) : 0;
 }
 
-/// Asked for when the program is loaded.
-struct Order {
+/// Read from the environment when the program is loaded.
+struct FaultSettings {
   bool counting = false;
   long call = 0;
   bool onward = false;
@@ -49,7 +49,7 @@ struct Order {
   int log = -1;
 };
 
-Order order;
+FaultSettings settings;
 long calls = 0;
 constexpr int mostFiles = 64;
 char names[mostFiles][PATH_MAX];  // of the open files
@@ -60,15 +60,15 @@ Function* next(const char* name) {
 }
 
 __attribute__((constructor)) void start() {
-  order = {false,
-           numberIn("KIV_FAULT_CALL"),
-           numberIn("KIV_FAULT_ONWARD") != 0,
-           static_cast<int>(numberIn("KIV_FAULT_ERROR")),
-           numberIn("KIV_FAULT_AFTER") != 0,
-           amongIn("KIV_FAULT_AMONG"),
-           -1};
+  settings = {false,
+              numberIn("KIV_FAULT_CALL"),
+              numberIn("KIV_FAULT_ONWARD") != 0,
+              static_cast<int>(numberIn("KIV_FAULT_ERROR")),
+              numberIn("KIV_FAULT_AFTER") != 0,
+              amongIn("KIV_FAULT_AMONG"),
+              -1};
   if (const char* const log = std::getenv("KIV_FAULT_LOG")) {
-    order.log = next<int(const char*, int, ...)>("open")(log, O_WRONLY | O_CREAT | O_TRUNC, 0666);
+    settings.log = next<int(const char*, int, ...)>("open")(log, O_WRONLY | O_CREAT | O_TRUNC, 0666);
   }
 }
 
@@ -77,38 +77,38 @@ __attribute__((constructor)) void start() {
   ::_exit(1);
 }
 
-void tell(const char* name, const char* file) {
+void logCall(const char* name, const char* file) {
   char line[PATH_MAX + 32];
   const int length = std::snprintf(line, sizeof line, "%s %s\n", name, file);
   static_cast<void>(
-      next<ssize_t(int, const void*, std::size_t)>("write")(order.log, line, static_cast<std::size_t>(length)));
+      next<ssize_t(int, const void*, std::size_t)>("write")(settings.log, line, static_cast<std::size_t>(length)));
 }
 
-/// The log of calls for memory is only their number, as telling each would take more of it.
-__attribute__((destructor)) void tellNumber() {
-  if (order.among == Among::memory && order.log >= 0) {
+/// For memory, only the number of calls is logged, because logging each call would allocate more of it.
+__attribute__((destructor)) void logCallCount() {
+  if (settings.among == Among::memory && settings.log >= 0) {
     char number[32];
     static_cast<void>(std::snprintf(number, sizeof number, "%ld", calls));
-    tell("memory", number);
+    logCall("memory", number);
   }
 }
 
-/// One counted call. When it is not to fail, make() makes it.
+/// One counted call; make() calls the original function, unless a fault is injected.
 template <typename Result, typename Make>
 Result counted(const char* name, const char* file, Result failure, Make make, Among kind = Among::files) {
-  if (!order.counting || order.among != kind) {
+  if (!settings.counting || settings.among != kind) {
     return make();
   }
-  if (order.log >= 0) {
-    tell(name, file);
+  if (settings.log >= 0) {
+    logCall(name, file);
   }
   ++calls;
-  const bool hit = calls == order.call || (order.onward && order.call != 0 && calls > order.call);
-  if (hit && order.error != 0) {
-    errno = order.error;
+  const bool hit = calls == settings.call || (settings.onward && settings.call != 0 && calls > settings.call);
+  if (hit && settings.error != 0) {
+    errno = settings.error;
     return failure;
   }
-  if (hit && !order.after) {
+  if (hit && !settings.after) {
     die();
   }
   const Result result = make();
@@ -132,7 +132,7 @@ int named(int file, const char* path) {
 int (*mainOfProgram)(int, char**, char**) = nullptr;
 
 int mainThatCounts(int argc, char** argv, char** environment) {
-  order.counting = true;
+  settings.counting = true;
   return mainOfProgram(argc, argv, environment);
 }
 
@@ -141,7 +141,7 @@ int mainThatCounts(int argc, char** argv, char** environment) {
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-inconsistent-declaration-parameter-name)
 extern "C" {
 
-/// Calls main; what the program does before has nobody to tell of a failure yet, and is not counted.
+/// Calls main. Earlier calls are not counted, because the program cannot report their failure.
 int __libc_start_main(int (*main)(int, char**, char**), int argc, char** argv, void (*init)(), void (*finish)(),
                       void (*finishLoader)(), void* stackEnd) {
   mainOfProgram = main;
@@ -152,9 +152,9 @@ int __libc_start_main(int (*main)(int, char**, char**), int argc, char** argv, v
 void* __libc_malloc(std::size_t size);
 
 void* malloc(std::size_t size) {
-  if (order.counting && order.among == Among::memory) {
+  if (settings.counting && settings.among == Among::memory) {
     ++calls;
-    if (calls == order.call || (order.onward && order.call != 0 && calls > order.call)) {
+    if (calls == settings.call || (settings.onward && settings.call != 0 && calls > settings.call)) {
       errno = ENOMEM;
       return nullptr;
     }
@@ -175,9 +175,9 @@ int mkstemp(char* path) {
   return counted("mkstemp", path, -1, [&] { return named(next<int(char*)>("mkstemp")(path), path); });
 }
 
-ssize_t read(int file, void* room, std::size_t count) {
+ssize_t read(int file, void* buffer, std::size_t count) {
   return counted("read", nameOf(file), ssize_t{-1},
-                 [&] { return next<ssize_t(int, void*, std::size_t)>("read")(file, room, count); });
+                 [&] { return next<ssize_t(int, void*, std::size_t)>("read")(file, buffer, count); });
 }
 
 ssize_t write(int file, const void* bytes, std::size_t count) {
@@ -207,10 +207,10 @@ DIR* opendir(const char* path) {
       Among::folders);
 }
 
-char* getcwd(char* room, std::size_t size) noexcept {
+char* getcwd(char* buffer, std::size_t size) noexcept {
   return counted(
-      "getcwd", "", static_cast<char*>(nullptr), [&] { return next<char*(char*, std::size_t)>("getcwd")(room, size); },
-      Among::folders);
+      "getcwd", "", static_cast<char*>(nullptr),
+      [&] { return next<char*(char*, std::size_t)>("getcwd")(buffer, size); }, Among::folders);
 }
 
 }  // extern "C"

@@ -16,7 +16,7 @@ std::string baseOf(const std::string& file) {
   return file.substr(file.rfind('/') + 1);
 }
 
-std::string coreName(std::string file) {
+std::string withBackslashes(std::string file) {
   std::replace(file.begin(), file.end(), '/', '\\');
   return file;
 }
@@ -31,7 +31,7 @@ Outcome critical(const std::string& text) {
   return "critical: " + text + "\n";
 }
 
-/// The promise for one call among all.
+/// The expected outcome when one of the calls fails.
 class Failure {
  public:
   Failure(const std::vector<Call>& calls, std::size_t failing, bool converts, std::string errorText)
@@ -45,9 +45,9 @@ class Failure {
   std::ptrdiff_t timesOpened(const std::string& name) const;
   std::ptrdiff_t timesOpened() const { return timesOpened(base()); }
   bool isFirstRead() const { return calls_[at_ - 1].name == "open" && calls_[at_ - 1].file == call().file; }
-  /// Whether the run has its results, and only reads again to tell where the layouts differ.
+  /// Whether the run has its results, and reads again only to print where the layouts differ.
   bool explains() const;
-  /// The name under which the program itself knows its names file.
+  /// The program's own name of its names file.
   std::string namesFile() const;
   std::string folder() const;
 
@@ -73,9 +73,9 @@ bool Failure::explains() const {
 }
 
 std::string Failure::namesFile() const {
-  const auto made =
+  const auto created =
       std::find_if(calls_.begin(), calls_.end(), [](const Call& other) { return isOwnNamesFile(other.file); });
-  return coreName(made->file);
+  return withBackslashes(created->file);
 }
 
 std::string Failure::folder() const {
@@ -149,7 +149,7 @@ Outcome Failure::ofReading() const {
 }
 
 Outcome Failure::ofPage() const {
-  const std::string page = capitals(coreName(call().file));
+  const std::string page = capitals(withBackslashes(call().file));
   if (timesOpened() == 1) {
     return critical("No input files: " + namesFile());
   }

@@ -6,7 +6,7 @@
 
 namespace kiv::test {
 
-/// A call of the C library, with the file that it was about as the library was asked for it.
+/// A call of the C library, with its file as the program named it.
 struct Call {
   std::string name;  ///< "open", or "create" when it is opened for writing
   std::string file;
@@ -15,15 +15,15 @@ struct Call {
 /// The calls in the log of a run.
 std::vector<Call> callsIn(const std::string& log);
 
-/// The files that the program makes for itself.
+/// The temporary files of the program.
 bool isOwnNamesFile(const std::string& file);
 bool isBesideResult(const std::string& file);
 
-/// The last lines on standard error of a run that ends with status 1; nullopt when nobody notices.
+/// The last lines on standard error of a run that ends with status 1; nullopt if the failure has no effect.
 using Outcome = std::optional<std::string>;
 
-/// What is promised when the call fails, which is one of those that an undisturbed run makes. errorText is the
-/// platform's own for the failure.
+/// The expected outcome when the call with the index `failing` fails. The calls are those of a run without faults;
+/// errorText is the platform's text for the failure.
 Outcome outcomeOf(const std::vector<Call>& calls, std::size_t failing, bool converts, const std::string& errorText);
 
 }  // namespace kiv::test

@@ -8,20 +8,20 @@
 
 #include "tests/faults/program/outcome.h"
 #include "tests/faults/program/pages.h"
-#include "tests/faults/program/place.h"
+#include "tests/faults/program/working_folder.h"
 
 namespace kiv::test {
 namespace {
 
 const std::vector<std::string> groupPages = {"X001.MUS", "X002A.MUS", "X002B.MUS", "X003.MUS"};
 
-/// The first line of a report tells the time.
+/// The first line of a report contains the time.
 std::string withoutTime(const std::string& name, const std::string& content) {
   return name == "run/KivSystem2.TXT" && content.starts_with("* KivSystem") ? content.substr(content.find("\r\n"))
                                                                             : content;
 }
 
-/// What the program's own names file is called differs from run to run.
+/// The name of the program's own names file differs from run to run.
 std::string withoutRandom(std::string text) {
   const std::string start = "\\tmp\\kivsys-";
   const std::size_t at = text.rfind(start);
@@ -36,72 +36,72 @@ bool isResult(const std::string& name) {
   return isText(name) || name.starts_with("out/");
 }
 
-/// An analysis or a conversion of a small group, over and over again in one place.
+/// Repeats an analysis or a conversion of a small group in one folder.
 class ProgramFaults : public testing::TestWithParam<bool> {
  protected:
   ProgramFaults() {
-    const Place maker({});
+    const WorkingFolder maker({});
     before = {{"m/X001.MUS", maker.page(duo)},        {"m/X002A.MUS", maker.page(upperHalf)},
               {"m/X002B.MUS", maker.page(lowerHalf)}, {"m/X003.MUS", maker.page(solo)},
               {"out/WORK0001.MUS", "old result"},     {"run/KivSystem1.TXT", "old verdict"},
               {"run/KivSystem2.TXT", "old report"}};
-    place.reset(before);
-    usualEnd = run({{"LOG", (place.path() / "log").string()}});
-    usual = place.files();
-    calls = callsIn(usual.at("log"));
-    usual.erase("log");
+    work.reset(before);
+    faultFreeEnd = run({{"LOG", (work.path() / "log").string()}});
+    faultFree = work.files();
+    calls = callsIn(faultFree.at("log"));
+    faultFree.erase("log");
   }
 
   bool converts() const { return GetParam(); }
   Ended run(const Faults& faults) const {
-    return place.kivsys(converts() ? conversionOf(groupPages) : analysisOf(groupPages), faults);
+    return work.kivsys(converts() ? conversionOf(groupPages) : analysisOf(groupPages), faults);
   }
-  /// Runs on files as they were before, then checks that all of them are whole.
-  Ended runAfresh(const Faults& faults, std::size_t mostStrays) const {
-    place.reset(before);
+  /// Restores the files, runs, then checks that all files are complete.
+  Ended resetAndRun(const Faults& faults, std::size_t mostStrays) const {
+    work.reset(before);
     Ended ended = run(faults);
-    expectWhole(mostStrays);
+    expectCompleteFiles(mostStrays);
     return ended;
   }
-  void expectWhole(std::size_t mostStrays) const;
-  void expectUsual() const;
-  /// A run without trouble on what is left comes to the usual results.
-  void expectTheUsualAfterwards() const;
-  /// Whether nothing from this call on decides about the results.
+  void expectCompleteFiles(std::size_t mostStrays) const;
+  void expectFaultFreeFiles() const;
+  /// A run without faults on the remaining files gives the same results as the first one.
+  void expectFaultFreeRunAfterwards() const;
+  /// Whether neither this call nor a later one affects the results.
   bool allMayFailFrom(std::size_t call) const {
     while (call < calls.size() && !outcomeOf(calls, call, converts(), "")) {
       ++call;
     }
     return call == calls.size();
   }
-  std::string words(std::size_t call) const {
+  std::string describe(std::size_t call) const {
     return std::to_string(call + 1) + ": " + calls[call].name + " " + calls[call].file;
   }
 
-  Place place{{}};
+  WorkingFolder work{{}};
   Files before;
-  Files usual;
-  Ended usualEnd;
+  Files faultFree;
+  Ended faultFreeEnd;
   std::vector<Call> calls;
 };
 
 INSTANTIATE_TEST_SUITE_P(Runs, ProgramFaults, testing::Values(false, true),
                          [](const auto& converts) { return converts.param ? "Convert" : "Analyze"; });
 
-void ProgramFaults::expectWhole(std::size_t mostStrays) const {
-  const Files now = place.files();
+void ProgramFaults::expectCompleteFiles(std::size_t mostStrays) const {
+  const Files now = work.files();
   std::size_t strays = 0;
   for (const auto& [name, content] : now) {
     const auto old = before.find(name);
     const bool isOld = old != before.end() && old->second == content;
-    const auto made = usual.find(name);
-    if (made == usual.end()) {
+    const auto found = faultFree.find(name);
+    if (found == faultFree.end()) {
       strays += isOld ? 0 : 1;
       EXPECT_TRUE(isOld || isOwnNamesFile(name) || isBesideResult(name)) << name;
     } else if (isText(name)) {
-      EXPECT_TRUE(isOld || withoutTime(name, made->second).starts_with(withoutTime(name, content))) << name;
+      EXPECT_TRUE(isOld || withoutTime(name, found->second).starts_with(withoutTime(name, content))) << name;
     } else if (isResult(name)) {
-      EXPECT_TRUE(isOld || made->second == content) << name;
+      EXPECT_TRUE(isOld || found->second == content) << name;
     }
   }
   EXPECT_LE(strays, mostStrays);
@@ -113,27 +113,27 @@ void ProgramFaults::expectWhole(std::size_t mostStrays) const {
   }
 }
 
-void ProgramFaults::expectUsual() const {
-  Files now = place.files();
-  Files wanted = usual;
+void ProgramFaults::expectFaultFreeFiles() const {
+  Files now = work.files();
+  Files expected = faultFree;
   std::erase_if(now, [](const auto& file) { return isOwnNamesFile(file.first) || isBesideResult(file.first); });
-  for (Files* const files : {&now, &wanted}) {
+  for (Files* const files : {&now, &expected}) {
     (*files)["run/KivSystem2.TXT"] = withoutTime("run/KivSystem2.TXT", (*files)["run/KivSystem2.TXT"]);
   }
-  EXPECT_EQ(now, wanted);
+  EXPECT_EQ(now, expected);
 }
 
-void ProgramFaults::expectTheUsualAfterwards() const {
+void ProgramFaults::expectFaultFreeRunAfterwards() const {
   const Ended ended = run({});
   EXPECT_EQ(ended.status, 0);
-  EXPECT_EQ(ended.out, usualEnd.out);
-  expectUsual();
+  EXPECT_EQ(ended.out, faultFreeEnd.out);
+  expectFaultFreeFiles();
 }
 
-TEST_P(ProgramFaults, WithoutTroubleTheRunMakesItsCalls) {
-  EXPECT_EQ(usualEnd.status, 0) << usualEnd.error;
+TEST_P(ProgramFaults, WithoutFaultsTheRunMakesItsCalls) {
+  EXPECT_EQ(faultFreeEnd.status, 0) << faultFreeEnd.error;
   EXPECT_GT(calls.size(), 35U);
-  EXPECT_EQ(usual.contains("out/WORK0003.MUS"), converts());
+  EXPECT_EQ(faultFree.contains("out/WORK0003.MUS"), converts());
   EXPECT_TRUE(std::any_of(calls.begin(), calls.end(), [](const Call& call) { return isOwnNamesFile(call.file); }));
 }
 
@@ -141,23 +141,23 @@ TEST_P(ProgramFaults, ACallThatFailsHasItsMessageAndStatus) {
   int cases = 0;
   for (const int error : {ENOSPC, EIO, EACCES}) {
     for (std::size_t call = 0; call < calls.size(); ++call) {
-      SCOPED_TRACE(words(call));
+      SCOPED_TRACE(describe(call));
       const Outcome expected = outcomeOf(calls, call, converts(), std::generic_category().message(error));
       const bool cannotDelete = calls[call].name == "unlink";
       const Ended ended =
-          runAfresh({{"CALL", std::to_string(call + 1)}, {"ERROR", std::to_string(error)}}, cannotDelete ? 1 : 0);
+          resetAndRun({{"CALL", std::to_string(call + 1)}, {"ERROR", std::to_string(error)}}, cannotDelete ? 1 : 0);
       EXPECT_EQ(ended.status, expected ? 1 : 0);
       EXPECT_TRUE(withoutRandom(ended.error).ends_with(withoutRandom(expected.value_or(""))))
           << ended.error << "\nshould end with\n"
           << expected.value_or("");
       if (!expected) {
-        expectUsual();
+        expectFaultFreeFiles();
         if (calls[call].name != "unlink" && calls[call].file == "KivSystem2.TXT") {
           EXPECT_TRUE(ended.error.ends_with("the layouts are not told, as the report cannot be read again\n"));
         }
       }
       if (error == EIO) {
-        expectTheUsualAfterwards();
+        expectFaultFreeRunAfterwards();
       }
       ++cases;
     }
@@ -166,14 +166,14 @@ TEST_P(ProgramFaults, ACallThatFailsHasItsMessageAndStatus) {
 }
 
 TEST_P(ProgramFaults, AFolderThatCannotBeListedOrNamedEndsTheRunWithAMessageOrChangesNothing) {
-  constexpr int most = 60;  // how many there are depends on the clock of the disk
+  constexpr int most = 60;  // their number depends on the clock of the disk
   for (int call = 1; call <= most; ++call) {
     SCOPED_TRACE(call);
     const Ended ended =
-        runAfresh({{"AMONG", "folders"}, {"CALL", std::to_string(call)}, {"ERROR", std::to_string(EACCES)}}, 1);
+        resetAndRun({{"AMONG", "folders"}, {"CALL", std::to_string(call)}, {"ERROR", std::to_string(EACCES)}}, 1);
     if (ended.status == 0) {
-      EXPECT_EQ(ended.out, usualEnd.out);
-      expectUsual();
+      EXPECT_EQ(ended.out, faultFreeEnd.out);
+      expectFaultFreeFiles();
     } else {
       EXPECT_EQ(ended.status, 1);
       EXPECT_NE(ended.error, "");
@@ -183,9 +183,10 @@ TEST_P(ProgramFaults, AFolderThatCannotBeListedOrNamedEndsTheRunWithAMessageOrCh
 
 TEST_P(ProgramFaults, ADiskThatFailsForGoodLeavesFilesWhole) {
   for (std::size_t call = 0; call < calls.size(); ++call) {
-    SCOPED_TRACE(words(call));
-    const Ended ended = runAfresh({{"CALL", std::to_string(call + 1)}, {"ERROR", std::to_string(EIO)}, {"ONWARD", "1"}},
-                                  2);  // what it made it cannot delete any more
+    SCOPED_TRACE(describe(call));
+    const Ended ended =
+        resetAndRun({{"CALL", std::to_string(call + 1)}, {"ERROR", std::to_string(EIO)}, {"ONWARD", "1"}},
+                    2);  // it can no longer delete the files that it created
     const bool isDone = allMayFailFrom(call);
     EXPECT_EQ(ended.status, isDone ? 0 : 1) << ended.error;
     EXPECT_TRUE(isDone || !ended.error.empty());
@@ -195,30 +196,30 @@ TEST_P(ProgramFaults, ADiskThatFailsForGoodLeavesFilesWhole) {
 TEST_P(ProgramFaults, AKilledProgramLeavesFilesWhole) {
   for (const char* const after : {"0", "1"}) {
     for (std::size_t call = 0; call < calls.size(); ++call) {
-      SCOPED_TRACE(words(call) + (*after == '1' ? ", after" : ", before"));
-      const Ended ended = runAfresh({{"CALL", std::to_string(call + 1)}, {"AFTER", after}}, 2);
+      SCOPED_TRACE(describe(call) + (*after == '1' ? ", after" : ", before"));
+      const Ended ended = resetAndRun({{"CALL", std::to_string(call + 1)}, {"AFTER", after}}, 2);
       EXPECT_EQ(ended.status, -SIGKILL);
-      const Files now = place.files();
+      const Files now = work.files();
       EXPECT_LE(std::count_if(now.begin(), now.end(), [](const auto& file) { return isBesideResult(file.first); }), 1);
       EXPECT_LE(std::count_if(now.begin(), now.end(), [](const auto& file) { return isOwnNamesFile(file.first); }), 1);
-      expectTheUsualAfterwards();
+      expectFaultFreeRunAfterwards();
     }
   }
 }
 
-TEST_P(ProgramFaults, WithoutMemoryItSaysSo) {
-  constexpr int each = 60;  // from here on, only some
+TEST_P(ProgramFaults, OutOfMemoryIsReported) {
+  constexpr int each = 60;  // after these, only some
   constexpr int stride = 13;
-  place.reset(before);
-  static_cast<void>(run({{"AMONG", "memory"}, {"LOG", (place.path() / "log").string()}}));
-  const int all = std::stoi(callsIn(place.files().at("log")).at(0).file);
+  work.reset(before);
+  static_cast<void>(run({{"AMONG", "memory"}, {"LOG", (work.path() / "log").string()}}));
+  const int all = std::stoi(callsIn(work.files().at("log")).at(0).file);
   ASSERT_GT(all, each);
   int cases = 0;
   for (int call = 1; call <= all; call += call < each ? 1 : stride) {
     SCOPED_TRACE(call);
-    const Ended end = runAfresh({{"AMONG", "memory"}, {"CALL", std::to_string(call)}}, 1);
+    const Ended end = resetAndRun({{"AMONG", "memory"}, {"CALL", std::to_string(call)}}, 1);
     if (end.status == 0) {
-      expectUsual();  // a smaller room sufficed
+      expectFaultFreeFiles();  // a smaller buffer sufficed
     } else {
       EXPECT_EQ(end.status, 1);
       EXPECT_TRUE(end.error.ends_with("kivsys: out of memory\n")) << end.error;

@@ -1,4 +1,4 @@
-#include "tests/faults/program/place.h"
+#include "tests/faults/program/working_folder.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -17,11 +17,11 @@ namespace {
 namespace fs = std::filesystem;
 
 fs::path newFolder(const fs::path& below) {
-  std::string made = (below / "kiv-faults-XXXXXX").string();
-  if (::mkdtemp(made.data()) == nullptr) {
+  std::string path = (below / "kiv-faults-XXXXXX").string();
+  if (::mkdtemp(path.data()) == nullptr) {
     throw std::runtime_error("no temporary folder");
   }
-  return fs::canonical(made);
+  return fs::canonical(path);
 }
 
 std::string contentOf(const fs::path& path) {
@@ -49,7 +49,7 @@ void redirect(int file, const fs::path& path, int flags) {
   ::close(opened);
 }
 
-std::vector<std::string> pagesBehind(std::vector<std::string> arguments, const std::vector<std::string>& pages) {
+std::vector<std::string> withPages(std::vector<std::string> arguments, const std::vector<std::string>& pages) {
   for (const std::string& page : pages) {
     arguments.push_back("m/" + page);
   }
@@ -58,7 +58,7 @@ std::vector<std::string> pagesBehind(std::vector<std::string> arguments, const s
 
 }  // namespace
 
-Place::Place(const Files& files, const fs::path& below)
+WorkingFolder::WorkingFolder(const Files& files, const fs::path& below)
     : path_(newFolder(below)), outside_(newFolder(fs::temp_directory_path())) {
   for (const char* const folder : {"m", "out", "run", "tmp"}) {
     fs::create_directory(path_ / folder);
@@ -66,7 +66,7 @@ Place::Place(const Files& files, const fs::path& below)
   reset(files);
 }
 
-Place::~Place() {
+WorkingFolder::~WorkingFolder() {
   std::error_code ignored;
   if (locked_) {
     for (const auto& entry : fs::directory_iterator(path_)) {
@@ -77,7 +77,7 @@ Place::~Place() {
   fs::remove_all(outside_, ignored);
 }
 
-Files Place::files() const {
+Files WorkingFolder::files() const {
   Files all;
   for (const auto& entry : fs::recursive_directory_iterator(path_)) {
     if (entry.is_regular_file()) {
@@ -87,7 +87,7 @@ Files Place::files() const {
   return all;
 }
 
-void Place::reset(const Files& files) const {
+void WorkingFolder::reset(const Files& files) const {
   for (const auto& [name, content] : this->files()) {
     fs::remove(path_ / name);
   }
@@ -96,12 +96,12 @@ void Place::reset(const Files& files) const {
   }
 }
 
-void Place::write(const std::string& name, const std::string& content) const {
+void WorkingFolder::write(const std::string& name, const std::string& content) const {
   std::ofstream(path_ / name, std::ios::binary) << content;
 }
 
-void Place::lock(const std::string& folder) {
-  // The administrator's rights know no locks, so the program runs as nobody, who must reach the rest.
+void WorkingFolder::lock(const std::string& folder) {
+  // Permissions do not restrict root, so the program runs as nobody, who must be able to access the rest.
   for (const auto& entry : fs::recursive_directory_iterator(path_)) {
     fs::permissions(entry.path(), fs::perms(entry.is_directory() ? 0777 : 0666));
   }
@@ -110,9 +110,9 @@ void Place::lock(const std::string& folder) {
   locked_ = true;
 }
 
-Ended Place::kivsys(const std::vector<std::string>& arguments, const Faults& faults) const {
-  std::vector<std::string> words = {KIVSYS_PROGRAM};
-  words.insert(words.end(), arguments.begin(), arguments.end());
+Ended WorkingFolder::kivsys(const std::vector<std::string>& arguments, const Faults& faults) const {
+  std::vector<std::string> command = {KIVSYS_PROGRAM};
+  command.insert(command.end(), arguments.begin(), arguments.end());
   std::vector<std::string> environment = {"TMPDIR=" + (path_ / "tmp").string()};
   if (!faults.empty()) {
     environment.push_back(std::string("LD_PRELOAD=") + FAILING_CALLS);
@@ -120,7 +120,7 @@ Ended Place::kivsys(const std::vector<std::string>& arguments, const Faults& fau
   for (const auto& [name, value] : faults) {
     environment.push_back("KIV_FAULT_" + name + "=" + value);
   }
-  const std::vector<char*> argv = pointersTo(words);
+  const std::vector<char*> argv = pointersTo(command);
   const std::vector<char*> envp = pointersTo(environment);
   const pid_t child = ::fork();
   if (child == 0) {
@@ -142,7 +142,7 @@ Ended Place::kivsys(const std::vector<std::string>& arguments, const Faults& fau
           contentOf(outside_ / "error")};
 }
 
-std::string Place::page(const std::string& text) const {
+std::string WorkingFolder::page(const std::string& text) const {
   write("page.txt", text);
   static_cast<void>(kivsys({"build", "page.txt", "page.mus"}));
   std::string content = contentOf(path_ / "page.mus");
@@ -152,11 +152,11 @@ std::string Place::page(const std::string& text) const {
 }
 
 std::vector<std::string> analysisOf(const std::vector<std::string>& pages) {
-  return pagesBehind({"analyze", "--folder", "run"}, pages);
+  return withPages({"analyze", "--folder", "run"}, pages);
 }
 
 std::vector<std::string> conversionOf(const std::vector<std::string>& pages) {
-  return pagesBehind({"convert", "--folder", "run", "--result", "out/WORK0001.MUS"}, pages);
+  return withPages({"convert", "--folder", "run", "--result", "out/WORK0001.MUS"}, pages);
 }
 
 }  // namespace kiv::test

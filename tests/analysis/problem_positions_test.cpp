@@ -13,7 +13,7 @@ namespace {
 using Places = std::vector<Location>;
 
 /// The places that the messages about a page count.
-class ProblemPlaces : public ::testing::Test {
+class ProblemPositions : public ::testing::Test {
  protected:
   void addPage(const std::string& file, std::string_view text) { host.addFile("C:\\M\\" + file, page(text)); }
 
@@ -60,7 +60,7 @@ class ProblemPlaces : public ::testing::Test {
   }
 };
 
-TEST_F(ProblemPlaces, OfDuplicateInstrumentIdsAreTheLaterStaves) {
+TEST_F(ProblemPositions, OfDuplicateInstrumentIdsAreTheLaterStaves) {
   check(
       "note 1 at 5\n"
       "staff 1 at 0 instrument 101\n"
@@ -72,7 +72,7 @@ TEST_F(ProblemPlaces, OfDuplicateInstrumentIdsAreTheLaterStaves) {
   EXPECT_EQ(host.shown.at(0).location, (Location{.file = "C:\\M\\X1.MUS"}));
 }
 
-TEST_F(ProblemPlaces, AreListedSystemBySystemWithTheirNumbersInTheGroup) {
+TEST_F(ProblemPositions, AreListedSystemBySystemWithTheirNumbersInTheGroup) {
   systemBase = 6;
   check(
       "staff 1 at 0 instrument 5\nstaff 2 at 0 instrument 5\n"
@@ -81,7 +81,7 @@ TEST_F(ProblemPlaces, AreListedSystemBySystemWithTheirNumbersInTheGroup) {
   EXPECT_EQ(placesOf("duplicate-instrument-id"), (Places{place("X1.MUS", 3, 7, 7), place("X1.MUS", 1, 5, 8)}));
 }
 
-TEST_F(ProblemPlaces, OfDuplicateStaffNumbersAreTheLaterStaves) {
+TEST_F(ProblemPositions, OfDuplicateStaffNumbersAreTheLaterStaves) {
   check(
       "staff 2 at 9 instrument 103\n"
       "staff 1 at 0 instrument 101\n"
@@ -90,12 +90,12 @@ TEST_F(ProblemPlaces, OfDuplicateStaffNumbersAreTheLaterStaves) {
   EXPECT_EQ(placesOf("duplicate-staff-number"), (Places{place("X1.MUS", 1, 103, 1)}));
 }
 
-TEST_F(ProblemPlaces, OfZeroInstrumentIdsAreAllSuchStaves) {
+TEST_F(ProblemPositions, OfZeroInstrumentIdsAreAllSuchStaves) {
   check("staff 1 at 0\nstaff 2 at 0 instrument 102\nstaff 3 at 0\nbarline 1 at 0 spans 3\n");
   EXPECT_EQ(placesOf("zero-instrument-id"), (Places{place("X1.MUS", 3, 0, 1), place("X1.MUS", 1, 0, 1)}));
 }
 
-TEST_F(ProblemPlaces, OfRecursiveCuesCountEveryStaffOfTheirInstrument) {
+TEST_F(ProblemPositions, OfRecursiveCuesCountEveryStaffOfTheirInstrument) {
   check(
       "staff 1 at 0 instrument 101\n"
       "rest 1 at 5 kind -2 cue 102\n"
@@ -107,7 +107,7 @@ TEST_F(ProblemPlaces, OfRecursiveCuesCountEveryStaffOfTheirInstrument) {
       << "in the order of the file; 101 is the instrument of two staves";
 }
 
-TEST_F(ProblemPlaces, OfUndefinedCuesAreTheCueMarkers) {
+TEST_F(ProblemPositions, OfUndefinedCuesAreTheCueMarkers) {
   check(
       "staff 1 at 0 instrument 101\n"
       "rest 1 at 9 kind -2 cue 105\n"
@@ -118,14 +118,14 @@ TEST_F(ProblemPlaces, OfUndefinedCuesAreTheCueMarkers) {
   EXPECT_EQ(placesOf("undefined-cue"), (Places{place("X1.MUS", 2, 105, 1), place("X1.MUS", 4, 106, 1)}));
 }
 
-TEST_F(ProblemPlaces, OfACueWithoutAStaffHaveNoSystem) {
+TEST_F(ProblemPositions, OfACueWithoutAStaffHaveNoSystem) {
   check("staff 1 at 0 instrument 101\nrest 2 at 5 kind -2 cue 105\n");
   EXPECT_EQ(placesOf("undefined-cue"), (Places{{.file = "C:\\M\\X1.MUS", .item = 2, .instrument = 105}}));
 }
 
 // --- several files ---
 
-TEST_F(ProblemPlaces, OfAMultifilePageNameTheFileOfEach) {
+TEST_F(ProblemPositions, OfAMultifilePageNameTheFileOfEach) {
   checkMultifile("note 1 at 5\nstaff 1 at 0 instrument 101\nstaff 2 at 0\n",
                  "staff 1 at 0 instrument 101\nnote 1 at 5\nstaff 2 at 0\nbarline 1 at 0 spans 2\n");
   EXPECT_EQ(placesOf("duplicate-instrument-id"), (Places{place("X1B.MUS", 1, 101, 1)}));
@@ -135,7 +135,7 @@ TEST_F(ProblemPlaces, OfAMultifilePageNameTheFileOfEach) {
   }
 }
 
-TEST_F(ProblemPlaces, OfCuesOfAMultifilePageFollowTheFilesFromTheBottom) {
+TEST_F(ProblemPositions, OfCuesOfAMultifilePageFollowTheFilesFromTheBottom) {
   checkMultifile("staff 1 at 0 instrument 101\nrest 1 at 5 kind -2 cue 102\n",
                  "note 1 at 1\nstaff 1 at 0 instrument 102\nrest 1 at 9 kind -2 cue 101\nrest 1 at 5 kind -2 cue 101\n"
                  "barline 1 at 0 spans 1\n");
@@ -144,7 +144,7 @@ TEST_F(ProblemPlaces, OfCuesOfAMultifilePageFollowTheFilesFromTheBottom) {
   EXPECT_EQ(placesOf("undefined-cue").size(), 3U);
 }
 
-TEST_F(ProblemPlaces, OfDuplicateStavesOfTheLowerFileNameThatFile) {
+TEST_F(ProblemPositions, OfDuplicateStavesOfTheLowerFileNameThatFile) {
   checkMultifile("staff 1 at 0 instrument 101\n",
                  "staff 1 at 0 instrument 102\nbarline 1 at 0 spans 2\n"
                  "staff 2 at 9 instrument 103\nstaff 2 at 0 instrument 104\n");

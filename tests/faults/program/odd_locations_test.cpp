@@ -7,7 +7,7 @@
 #include <sys/mount.h>
 
 #include "tests/faults/program/pages.h"
-#include "tests/faults/program/place.h"
+#include "tests/faults/program/working_folder.h"
 
 namespace kiv::test {
 namespace {
@@ -15,46 +15,46 @@ namespace {
 namespace fs = std::filesystem;
 
 const std::string notWritten = "critical: Open of output MUS file failed. Hit OK to terminate.\n";
-constexpr std::size_t longestName = 255;  // of a file, on the disks that these tests meet
+constexpr std::size_t longestName = 255;  // of a file, on common file systems
 
 std::vector<std::string> conversion(const std::string& page, const std::string& result) {
   return {"convert", "--force", "--folder", "run", "--result", result, page};
 }
 
-class OddPlaces : public testing::Test {
+class OddLocations : public testing::Test {
  protected:
-  OddPlaces() : soloPage(place.page(solo)) {}
+  OddLocations() : soloPage(work.page(solo)) {}
 
   void addPage(const std::string& name) const {
-    fs::create_directories((place.path() / name).parent_path());
-    place.write(name, soloPage);
+    fs::create_directories((work.path() / name).parent_path());
+    work.write(name, soloPage);
   }
   Ended convert(const std::string& page, const std::string& result) const {
-    return place.kivsys(conversion(page, result));
+    return work.kivsys(conversion(page, result));
   }
-  void expectUntouched(const std::string& name) const { EXPECT_EQ(place.files().at(name), soloPage); }
+  void expectUntouched(const std::string& name) const { EXPECT_EQ(work.files().at(name), soloPage); }
   static void expectNormalEnd(const Ended& ended) { EXPECT_EQ(ended.status, 0) << ended.error; }
   static void expectEnd(const Ended& ended, const std::string& text) {
     EXPECT_EQ(ended.status, 1);
     EXPECT_TRUE(ended.error.ends_with(text)) << ended.error;
   }
 
-  Place place{{}};
+  WorkingFolder work{{}};
   std::string soloPage;
 };
 
 // --- names ---
 
-TEST_F(OddPlaces, FoldersWithBlanksAndAccents) {
+TEST_F(OddLocations, FoldersWithBlanksAndAccents) {
   const std::string folder = "m/la mer  pièce n° 1 (ß Ελλάδα)";
   addPage(folder + "/X001.MUS");
-  fs::create_directory(place.path() / "out/é à");
+  fs::create_directory(work.path() / "out/é à");
   expectNormalEnd(convert(folder + "/X001.MUS", "out/é à/WORK0001.MUS"));
-  EXPECT_TRUE(place.files().contains("out/é à/WORK0001.MUS"));
+  EXPECT_TRUE(work.files().contains("out/é à/WORK0001.MUS"));
   expectUntouched(folder + "/X001.MUS");
 }
 
-TEST_F(OddPlaces, PageNamesWithSignsThatTheConventionDoesNotKnow) {
+TEST_F(OddLocations, PageNamesWithCharactersThatTheConventionDoesNotKnow) {
   for (const std::string name : {"PAGE 1.MUS", "SUITE,1.MUS", "PIÈCE1.MUS", "'$(id)'1.MUS", "%PATH%1.MUS"}) {
     addPage("m/" + name);
     const Ended ended = convert("m/" + name, "out/WORK0001.MUS");
@@ -64,83 +64,83 @@ TEST_F(OddPlaces, PageNamesWithSignsThatTheConventionDoesNotKnow) {
   }
 }
 
-TEST_F(OddPlaces, ACommaInAFolderEndsTheNameInTheReport) {
+TEST_F(OddLocations, ACommaInAFolderEndsTheNameInTheReport) {
   addPage("m/a,b/X001.MUS");
-  expectNormalEnd(place.kivsys({"analyze", "--folder", "run", "m/a,b/X001.MUS"}));
+  expectNormalEnd(work.kivsys({"analyze", "--folder", "run", "m/a,b/X001.MUS"}));
   const Ended ended = convert("m/a,b/X001.MUS", "out/WORK0001.MUS");
   EXPECT_EQ(ended.status, 1);
   EXPECT_NE(ended.error.find("\\M\\A\n  Try to recover"), std::string::npos) << ended.error;
-  EXPECT_FALSE(place.files().contains("out/WORK0001.MUS"));
+  EXPECT_FALSE(work.files().contains("out/WORK0001.MUS"));
 }
 
-TEST_F(OddPlaces, PagesWithTheLongestNames) {
+TEST_F(OddLocations, PagesWithTheLongestNames) {
   for (const std::size_t length : {std::size_t{250}, longestName}) {
     const std::string name = std::string(length - 7, 'P') + "001.MUS";
     addPage("m/" + name);
     expectNormalEnd(convert("m/" + name, "out/WORK0001.MUS"));
-    EXPECT_TRUE(place.files().contains("out/WORK0001.MUS"));
+    EXPECT_TRUE(work.files().contains("out/WORK0001.MUS"));
   }
   const Ended ended = convert("m/" + std::string(longestName - 6, 'P') + "001.MUS", "out/WORK0001.MUS");
   EXPECT_EQ(ended.status, 1);
   EXPECT_NE(ended.error.find("refers to non-existing or unaccessable file"), std::string::npos) << ended.error;
 }
 
-TEST_F(OddPlaces, ResultsWithTheLongestNames) {
+TEST_F(OddLocations, ResultsWithTheLongestNames) {
   addPage("m/X001.MUS");
   const std::string longest = "out/" + std::string(longestName - 8, 'R') + "0001.MUS";
   expectNormalEnd(convert("m/X001.MUS", longest));
-  EXPECT_TRUE(place.files().contains(longest));
+  EXPECT_TRUE(work.files().contains(longest));
   expectEnd(convert("m/X001.MUS", "out/" + std::string(longestName - 7, 'R') + "0001.MUS"), notWritten);
-  const Files files = place.files();
+  const Files files = work.files();
   EXPECT_EQ(std::count_if(files.begin(), files.end(), [](const auto& file) { return file.first.starts_with("out/"); }),
             1);
 }
 
-// --- folders that take nothing ---
+// --- folders that cannot be written ---
 
-TEST_F(OddPlaces, AResultFolderThatIsAFile) {
+TEST_F(OddLocations, AResultFolderThatIsAFile) {
   addPage("m/X001.MUS");
-  place.write("out/file", "no folder");
+  work.write("out/file", "no folder");
   expectEnd(convert("m/X001.MUS", "out/file/WORK0001.MUS"), notWritten);
-  EXPECT_EQ(place.files().at("out/file"), "no folder");
+  EXPECT_EQ(work.files().at("out/file"), "no folder");
 }
 
-TEST_F(OddPlaces, AResultThatIsAFolder) {
+TEST_F(OddLocations, AResultThatIsAFolder) {
   addPage("m/X001.MUS");
   addPage("out/WORK0001.MUS/inside");
   expectEnd(convert("m/X001.MUS", "out/WORK0001.MUS"), notWritten);
   expectUntouched("out/WORK0001.MUS/inside");
 }
 
-TEST_F(OddPlaces, AResultFolderThatMayOnlyBeRead) {
+TEST_F(OddLocations, AResultFolderThatMayOnlyBeRead) {
   addPage("m/X001.MUS");
-  place.write("out/WORK0001.MUS", "old");
-  place.lock("out");
-  const Files before = place.files();
+  work.write("out/WORK0001.MUS", "old");
+  work.lock("out");
+  const Files before = work.files();
   expectEnd(convert("m/X001.MUS", "out/WORK0001.MUS"), notWritten);
-  Files after = place.files();
+  Files after = work.files();
   std::erase_if(after, [](const auto& file) { return file.first.starts_with("run/"); });
   EXPECT_EQ(after, before);
 }
 
-TEST_F(OddPlaces, ACurrentFolderThatMayOnlyBeRead) {
+TEST_F(OddLocations, ACurrentFolderThatMayOnlyBeRead) {
   addPage("m/X001.MUS");
-  place.lock("run");
-  const Files before = place.files();
+  work.lock("run");
+  const Files before = work.files();
   expectEnd(convert("m/X001.MUS", "out/WORK0001.MUS"), "critical: Failed to create report file: KivSystem2.TXT\n");
-  EXPECT_EQ(place.files(), before);
+  EXPECT_EQ(work.files(), before);
 }
 
-TEST_F(OddPlaces, ACurrentFolderThatIsNone) {
+TEST_F(OddLocations, ACurrentFolderThatIsNone) {
   addPage("m/X001.MUS");
-  fs::remove(place.path() / "run");
-  place.write("run", "");
+  fs::remove(work.path() / "run");
+  work.write("run", "");
   EXPECT_EQ(convert("m/X001.MUS", "out/WORK0001.MUS").status, 2);
 }
 
 // --- a full disk ---
 
-/// A small disk in memory, as long as it lives.
+/// A small disk in memory, mounted as long as this object exists.
 class SmallDisk {
  public:
   explicit SmallDisk(const fs::path& at) : at_(at) {
@@ -157,11 +157,11 @@ class SmallDisk {
   }
   bool mounted() const { return mounted_; }
   const char* reason() const { return std::strerror(error_); }
-  /// Fills the disk but for so many bytes.
+  /// Fills the disk until only this number of bytes is free.
   void leave(std::uintmax_t bytes) const {
     fs::remove(at_ / "filler");
-    const std::uintmax_t room = fs::space(at_).available;
-    std::ofstream(at_ / "filler", std::ios::binary) << std::string(room > bytes ? room - bytes : 0, 'f');
+    const std::uintmax_t available = fs::space(at_).available;
+    std::ofstream(at_ / "filler", std::ios::binary) << std::string(available > bytes ? available - bytes : 0, 'f');
   }
 
  private:
@@ -170,23 +170,22 @@ class SmallDisk {
   int error_ = 0;
 };
 
-TEST_F(OddPlaces, AFullDiskTakesResultsWholeOrNotAtAll) {
-  const SmallDisk disk(place.path() / "disk");
+TEST_F(OddLocations, AFullDiskHoldsResultsWholeOrNotAtAll) {
+  const SmallDisk disk(work.path() / "disk");
   if (!disk.mounted()) {
-    GTEST_SKIP() << "no small disk can be mounted here (" << disk.reason()
-                 << "); the calls that fail with the same error are tested all the same";
+    GTEST_SKIP() << "no small disk can be mounted here (" << disk.reason() << "); other tests inject the same error";
   }
   constexpr std::uintmax_t block = 4096;
-  const Place onDisk({{"m/X001.MUS", place.page(duo)}, {"m/X003.MUS", soloPage}}, place.path() / "disk");
+  const WorkingFolder onDisk({{"m/X001.MUS", work.page(duo)}, {"m/X003.MUS", soloPage}}, work.path() / "disk");
   const Files before = onDisk.files();
   const std::vector<std::string> run = conversionOf({"X001.MUS", "X003.MUS"});
   expectNormalEnd(onDisk.kivsys(run));
-  const Files usual = onDisk.files();
+  const Files expected = onDisk.files();
   int full = 0;
-  for (std::uintmax_t room = 0; room <= 8; ++room) {
-    SCOPED_TRACE(room);
+  for (std::uintmax_t freeBlocks = 0; freeBlocks <= 8; ++freeBlocks) {
+    SCOPED_TRACE(freeBlocks);
     onDisk.reset(before);
-    disk.leave(room * block);
+    disk.leave(freeBlocks * block);
     const Ended ended = onDisk.kivsys(run);
     full += ended.status;
     EXPECT_TRUE(ended.status == 0 || ended.error.ends_with(notWritten) ||
@@ -196,8 +195,8 @@ TEST_F(OddPlaces, AFullDiskTakesResultsWholeOrNotAtAll) {
                 ended.error.ends_with("kivsys: cannot make a names file in the folder for temporary files\n"))
         << ended.error;
     for (const auto& [name, content] : onDisk.files()) {
-      ASSERT_TRUE(usual.contains(name)) << name;
-      EXPECT_TRUE(name.starts_with("run/") || content == usual.at(name)) << name;
+      ASSERT_TRUE(expected.contains(name)) << name;
+      EXPECT_TRUE(name.starts_with("run/") || content == expected.at(name)) << name;
     }
   }
   EXPECT_GE(full, 3);

@@ -20,26 +20,27 @@ using Files = std::map<std::string, std::string>;
 /// Settings for the library of failing calls, by name: {"CALL", "3"}.
 using Faults = std::map<std::string, std::string>;
 
-/// A folder for one run of the console program, gone with this object: the pages in m, the results in out, report and
-/// verdict in run, what the program keeps for itself in tmp.
-class Place {
+/// A folder for one run of the console program, deleted with this object: the pages are in m, the results in out,
+/// report and verdict in run, and the temporary files of the program in tmp.
+class WorkingFolder {
  public:
-  /// The folder is made below the given one, or below that for temporary files.
-  explicit Place(const Files& files, const std::filesystem::path& below = std::filesystem::temp_directory_path());
-  Place(const Place&) = delete;
-  Place& operator=(const Place&) = delete;
-  ~Place();
+  /// Creates the folder in the given one, or in that for temporary files.
+  explicit WorkingFolder(const Files& files,
+                         const std::filesystem::path& below = std::filesystem::temp_directory_path());
+  WorkingFolder(const WorkingFolder&) = delete;
+  WorkingFolder& operator=(const WorkingFolder&) = delete;
+  ~WorkingFolder();
 
   const std::filesystem::path& path() const { return path_; }
   Files files() const;
-  /// Makes these all the files that there are.
+  /// Replaces all files by these.
   void reset(const Files& files) const;
   void write(const std::string& name, const std::string& content) const;
-  /// Takes the right to make and delete files in the folder, and makes the program run as somebody whom that concerns.
+  /// Makes the folder read-only, and runs the program as a user whom that restricts.
   void lock(const std::string& folder);
-  /// Runs kivsys in the folder; under the library of failing calls when there are settings for it.
+  /// Runs kivsys in the folder, with the library of failing calls if there are settings for it.
   Ended kivsys(const std::vector<std::string>& arguments, const Faults& faults = {}) const;
-  /// As kivsys makes it.
+  /// The page that kivsys builds from the text.
   std::string page(const std::string& text) const;
 
  private:
