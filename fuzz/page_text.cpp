@@ -26,7 +26,9 @@ void checkDump(std::string_view file) {
 
 /// A text that is none of a page is refused at one of its lines.
 void checkRefusal(const PageTextError& error, std::string_view text) {
-  const auto lines = static_cast<int>(std::count(text.begin(), text.end(), '\n')) + 1;
+  // Lines end with CR LF, LF or CR.
+  const auto isLineEnd = [](char c) { return c == '\n' || c == '\r'; };
+  const auto lines = static_cast<int>(std::count_if(text.begin(), text.end(), isLineEnd)) + 1;
   expect(error.line >= 0 && error.line <= lines, "a text is refused at one of its lines");
   expect(!error.reason.empty(), "a text is refused for a reason");
 }

@@ -172,7 +172,7 @@ constexpr std::array<GlyphShape, glyphCount> shapes = {{
      "c0.9-0.2 1.8-0.1 2.7 0c0.8 0.2 1.6 0.5 2.3 1.1c0.7 0.5 1.2 1.4 1.6 2.1c0.5 0.7 1.1 1.5 1 1.9c-0.1 0.5"
      "-1 0.9-1.4 0.8zM3 -5a2 2 0 1 1 4 0a2 2 0 1 1 -4 0z"},
     {"cut-stroke", "M-.7-14H.7V14H-.7z"},
-    {"unknown-symbol", "M0-5L5 0L0 5L-5 0zM0-3L-3 0L0 3L3 0z"},
+    {"unknown-sign", "M0-5L5 0L0 5L-5 0zM0-3L-3 0L0 3L3 0z"},
 }};
 
 }  // namespace

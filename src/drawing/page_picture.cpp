@@ -15,9 +15,9 @@ svg { background: #fff; color: #111; }
 .barline { stroke: #111; stroke-width: 1.6; }
 .stem { stroke: #111; stroke-width: 1.3; }
 .bracket { fill: none; stroke: #111; stroke-width: 3; }
-.generated { fill: #fbe6b8; }
+.made { fill: #fbe6b8; }
 .hidden { opacity: 0.4; }
-.unknown, .symbol { fill: #777; }
+.unknown, .sign { fill: #777; }
 text { font-family: serif; font-size: 16px; fill: #111; }
 .longtext { font-weight: bold; font-size: 19px; }
 .shorttext { font-weight: bold; font-style: italic; font-size: 21px; }
@@ -69,10 +69,10 @@ void drawLegend(PageDrawing& drawing, const std::vector<LegendLine>& legend, dou
   for (const LegendLine& line : legend) {
     y += legendLine;
     if (line.symbol == LegendLine::Symbol::unknown) {
-      drawing.glyph(Glyph::unknownSymbol, "symbol", measure::margin + 10, y - 5);
+      drawing.glyph(Glyph::unknownSymbol, "sign", measure::margin + 10, y - 5);
     } else if (line.symbol == LegendLine::Symbol::generatedStaff) {
-      drawing.svg.leaf(
-          "rect", {{"class", "generated"}, {"x", measure::margin}, {"y", y - 12}, {"width", 22.0}, {"height", 14.0}});
+      drawing.svg.leaf("rect",
+                       {{"class", "made"}, {"x", measure::margin}, {"y", y - 12}, {"width", 22.0}, {"height", 14.0}});
     }
     drawing.svg.text("text", {{"class", "legend"}, {"x", textLeft}, {"y", y}}, line.text);
   }
@@ -81,7 +81,7 @@ void drawLegend(PageDrawing& drawing, const std::vector<LegendLine>& legend, dou
 void drawTint(PageDrawing& drawing, const PlacedStaff& staff) {
   constexpr double beyond = 2;
   const double top = staff.y(staff.topLine() + beyond);
-  drawing.svg.leaf("rect", {{"class", "generated"},
+  drawing.svg.leaf("rect", {{"class", "made"},
                             {"x", staff.left},
                             {"y", top},
                             {"width", staff.right - staff.left},

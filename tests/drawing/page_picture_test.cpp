@@ -202,8 +202,8 @@ TEST(PagePicture, AnInstrumentNumberReplacesTheId) {
 
 TEST(PagePicture, RestStavesOfAConversionAreTinted) {
   const std::string rest = "clef 1 at 2\nrest 1 at 28 kind -2 duration 3 p9 -1\n";
-  EXPECT_EQ(withTag(withClass(onAStaff(rest), "generated"), "rect").size(), 2U) << "the staff, and the legend";
-  EXPECT_EQ(withClass(onAStaff(rest + "note 1 at 40 duration 1\n"), "generated").size(), 0U);
+  EXPECT_EQ(withTag(withClass(onAStaff(rest), "made"), "rect").size(), 2U) << "the staff, and the legend";
+  EXPECT_EQ(withClass(onAStaff(rest + "note 1 at 40 duration 1\n"), "made").size(), 0U);
 }
 
 TEST(PagePicture, UnknownItemsAreMarkedAndListed) {
