@@ -197,7 +197,7 @@ TEST_F(PicturesOfTheExample, ResultsHaveTheirRestStavesTinted) {
   const std::vector<int> rests = {0, 6, 0, 10, 10, 10, 10};
   for (std::size_t i = 0; i < rests.size(); ++i) {
     const std::string svg = place.kivsys({"draw", "results/WORK000" + std::to_string(i + 1) + ".MUS"}).out;
-    const std::string tint = "<rect class=\"generated\"";
+    const std::string tint = "<rect class=\"made\"";
     int tints = 0;
     for (std::size_t at = svg.find(tint); at != std::string::npos; at = svg.find(tint, at + 1)) {
       ++tints;
