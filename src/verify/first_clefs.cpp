@@ -128,10 +128,10 @@ FirstClefs firstClefsOf(const std::vector<std::string>& inputs, const std::map<s
   FirstClefs firstClefs;
   for (const std::vector<std::string>& page : pagesOf(inputs)) {
     PageClefs clefs(firstClefs);
-    for (auto file = page.rbegin(); file != page.rend(); ++file) {
-      if (!clefs.addFile(files.at(*file))) {
-        return firstClefs;
-      }
+    const bool isComplete =
+        std::all_of(page.rbegin(), page.rend(), [&](const std::string& file) { return clefs.addFile(files.at(file)); });
+    if (!isComplete) {
+      return firstClefs;
     }
   }
   return firstClefs;
