@@ -1,5 +1,5 @@
 #!/bin/sh
-# Builds the example's pages, analyses them, shows which systems differ and how, converts them, and shows the results.
+# Builds the example's pages, analyzes them, shows which systems differ and how, converts them, and shows the results.
 # Usage: examples/demo.sh KIVSYS FOLDER
 set -eu
 kivsys=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
