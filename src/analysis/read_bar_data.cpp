@@ -92,6 +92,7 @@ void PageItems::addStaff() {
   staff.text.append(",FILE=").append(table_.file());
   staff[par::stavesUp] = 0;
   staff[par::mark] = mark::none;
+  wholePar(table_, table_.itemCount(), par::staff);
   staves_.add(staff[par::staff], table_.itemCount());
 }
 

@@ -18,7 +18,8 @@ class BarDataReader {
 
   /// Appends the staves, barlines and cue markers of a page file to the table, their staff numbers raised by the
   /// offset, and enters its clefs in the first-clef table. The text of a staff becomes the end of its report record,
-  /// with the staff number that it has in the file. A missing or broken file ends the program.
+  /// with the staff number that it has in the file. A missing or broken file ends the program; so does a staff whose raised
+  /// number 16 bits do not hold.
   void readBarData(const std::string& musFileName, std::int16_t staffOffset, ItemTable& table,
                    FirstClefTable& firstClefs);
 

@@ -52,11 +52,13 @@ class PageClefs {
  private:
   struct Staff {
     float number = 0;  ///< raised by the staves of the files before
+    std::int16_t wholeNumber = 0;
     float instrument = 0;
   };
 
+  bool addStaff(const Item& staff);
   bool addClef(const Item& clef);
-  bool raiseOffset();
+  void raiseOffset();
 
   FirstClefs& firstClefs_;
   std::vector<Staff> staves_;
@@ -64,17 +66,23 @@ class PageClefs {
 };
 
 bool PageClefs::addFile(const StavesAndClefs& file) {
-  if (!raiseOffset()) {
-    return false;
-  }
+  raiseOffset();
   for (const Item& item : file.items) {
-    if (item.type() == ItemType::staff) {
-      staves_.push_back({item[par::staff] + static_cast<float>(offset_), std::fabs(item[par::instrument])});
-    } else if (!addClef(item)) {
+    if (!(item.type() == ItemType::staff ? addStaff(item) : addClef(item))) {
       return false;
     }
   }
   return file.isComplete;
+}
+
+/// An analysis ends at a staff whose raised number 16 bits do not hold.
+bool PageClefs::addStaff(const Item& staff) {
+  const float number = staff[par::staff] + static_cast<float>(offset_);
+  const auto wholeNumber = roundedTo16Bits(number);
+  if (wholeNumber) {
+    staves_.push_back({number, *wholeNumber, std::fabs(staff[par::instrument])});
+  }
+  return wholeNumber.has_value();
 }
 
 /// Enters the clef unless its instrument has one. The clef's staff number, which is not raised, is looked for among the
@@ -93,17 +101,10 @@ bool PageClefs::addClef(const Item& clef) {
 }
 
 /// The staves of the next file are numbered from the highest staff so far.
-bool PageClefs::raiseOffset() {
+void PageClefs::raiseOffset() {
   for (const Staff& staff : staves_) {
-    if (staff.number > static_cast<float>(offset_)) {
-      const auto number = roundedTo16Bits(staff.number);
-      if (!number) {
-        return false;
-      }
-      offset_ = *number;
-    }
+    offset_ = std::max(offset_, staff.wholeNumber);
   }
-  return true;
 }
 
 }  // namespace

@@ -92,6 +92,12 @@ TEST_F(LeftBarlines, SpanBeyond16BitsIsNotLookedAtWithoutAStaff) {
   EXPECT_EQ(end, std::nullopt);
 }
 
+TEST_F(LeftBarlines, StaffAfterTheLargestSpanNeedsNo16BitNumber) {
+  const std::string page = "staff 3 at 0\nstaff 4 at 0\nbarline 3 at 0 spans 32767\n";
+  EXPECT_EQ(marked(page), "staff 3 at 0 p19 32767 p20 1\nstaff 4 at 0\nbarline 3 at 0 spans 32767 p20 1\n");
+  EXPECT_EQ(end, std::nullopt);
+}
+
 TEST_F(LeftBarlines, StavesAbove256AreNeverVisited) {
   EXPECT_EQ(marked("staff 256 at 0\nstaff 257 at 0\nbarline 257 at 0\n"),
             "staff 256 at 0 p19 1 p20 1\nstaff 257 at 0\nbarline 257 at 0\n");

@@ -213,6 +213,16 @@ TEST_F(PageSystemsTest, StaffWithoutANumberOfItsFileComesAfterTheSystems) {
   EXPECT_EQ(systemBase, 1);
 }
 
+TEST_F(PageSystemsTest, HighestNumberIsRoundedWhenItIsTaken) {
+  addPage("X1.MUS", "staff 0 at 0 p18 2.5\nstaff 1 at 0\n");
+  read(onePage);
+  number();
+  EXPECT_EQ(end, std::nullopt);
+  EXPECT_EQ(systemBase, 2) << "halves to even";
+  EXPECT_EQ(table.itemPar(1, par::system), 2);
+  EXPECT_EQ(table.itemPar(2, par::system), 0.5);
+}
+
 TEST_F(PageSystemsTest, MoreSystemsThan16BitsCountIsARunTimeError) {
   addPage("X1.MUS", "staff 1 at 0\nstaff 2 at 0\n");
   systemBase = 32766;

@@ -102,6 +102,20 @@ TEST_F(FirstClefsTest, NothingAfterAnErrorCounts) {
   EXPECT_THAT(firstClefs(), ElementsAre(Pair(1, clef(1, 0))));
 }
 
+TEST_F(FirstClefsTest, AStaffNumberBeyond16BitsEndsTheAnalysis) {
+  add("P1A.MUS", "staff 1000 at 0 instrument 1\nclef 1000 at 2 kind 1\n");
+  add("P1B.MUS", "staff 32000 at 0 instrument 2\nclef 32000 at 2 kind 2\n");
+  add("P2.MUS", "staff 1 at 0 instrument 3\nclef 1 at 2 kind 3\n");
+  EXPECT_THAT(firstClefs(), ElementsAre(Pair(2, clef(2, 0))));
+  inputs = {"C:\\M\\P2.MUS"};
+  EXPECT_THAT(firstClefs(), ElementsAre(Pair(3, clef(3, 0))));
+}
+
+TEST_F(FirstClefsTest, AHiddenStaffMayHaveAnyNumber) {
+  add("P1.MUS", "staff 40000 at 0 lines -1\nstaff 1 at 0 instrument 1\nclef 1 at 2 kind 1\n");
+  EXPECT_THAT(firstClefs(), ElementsAre(Pair(1, clef(1, 0))));
+}
+
 TEST_F(FirstClefsTest, AnIdentifierBeyond16BitsEndsTheAnalysis) {
   add("P1.MUS",
       "staff 1 at 0 instrument 40000\nstaff 2 at 0 instrument 2\nclef 2 at 2 kind 2\nclef 1 at 2 kind 1\n"
