@@ -126,7 +126,7 @@ TEST_F(ReadBarData, StaffNumberBeyond16BitsIsARunTimeErrorAtItsItem) {
   }
 }
 
-TEST_F(ReadBarData, StaffNumberIsJudgedWithTheOffsetAdded) {
+TEST_F(ReadBarData, StaffNumberCountsWithTheOffsetAdded) {
   read("staff 32000 at 0\n", 767);
   EXPECT_EQ(end, std::nullopt);
   read("note 1 at 5\nstaff 32000 at 0\n", 768);
