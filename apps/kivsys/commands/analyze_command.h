@@ -14,6 +14,8 @@ struct AnalyzeOptions {
   bool jsonl = false;
   bool exitCode = false;
   bool keepGoing = false;  ///< skip bad pages
+  bool likePanel = false;  ///< as the panel does, without a guard
+  bool wait = false;       ///< for another run that works in the folders
 };
 
 /// Runs the analysis and prints its outcome. Returns the program's exit status.

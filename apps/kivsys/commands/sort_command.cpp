@@ -12,8 +12,9 @@ namespace {
 int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOptions& options) {
   NamesTable names;
   ItemTable items;
-  const bool normalEnd =
+  const bool isSorted =
       endsNormally(console, [&] { cmdSortInstrument_Click(console.host(), namesFile, names, items); });
+  const bool normalEnd = flushResults(console) && isSorted;
   const RunOutcome outcome = writingOutcomeOf(names, console, normalEnd);
   return printOutcome(options.json ? asJson(outcome) : createdLines(outcome),
                       normalEnd ? exit_status::normal : exit_status::critical);
@@ -22,9 +23,11 @@ int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOpti
 }  // namespace
 
 int runSort(const SortOptions& options) {
-  ConsoleHost console;
-  return runOnSelection(console, options.selection,
-                        [&](const std::string& namesFile) { return sortNames(console, namesFile, options); });
+  ConsoleHost console(options.likePanel ? Guard::off : Guard::on);
+  const WrittenFolders written{false, !options.likePanel, "", options.wait};
+  return runOnSelection(
+      console, options.selection, [&](const std::string& namesFile) { return sortNames(console, namesFile, options); },
+      written);
 }
 
 }  // namespace kiv

@@ -8,6 +8,8 @@ namespace kiv {
 struct SortOptions {
   Selection selection;
   bool json = false;
+  bool likePanel = false;  ///< as the panel does, without a guard
+  bool wait = false;       ///< for another run that works in the folders
 };
 
 /// Sorts the selected pages by instrument and prints which files were written. Returns the program's exit status.
