@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "input/names_table.h"
@@ -12,6 +13,9 @@ namespace kiv {
 /// by position and P4, renumbers the staves from 1 in that order, and moves the system barline to staff 1. An item
 /// without its staff, or a system without a barline over all staves, ends the program.
 void sortOnInstrument(ItemTable& table);
+
+/// The name of the sorted page: PAG instead of the last three characters. Nullopt when there are fewer.
+std::optional<std::string> sortedName(Machine& machine, const std::string& musFileName);
 
 /// The button "Sort Instrument": sorts every selected file and writes it beside its input with the suffix PAG. Returns
 /// the name of the last file written; "" when there was none.

@@ -3,10 +3,11 @@
 #include <optional>
 
 #include "apps/kivsys/commands/run_outcome.h"
-#include "apps/kivsys/commands/selection.h"
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/analysis_output.h"
+#include "apps/kivsys/safety/input_files.h"
+#include "apps/kivsys/selection/selection.h"
 #include "platform/console/console_host.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
@@ -65,7 +66,11 @@ int analyzeNames(ConsoleHost& console, const std::string& namesFile, const Analy
 
 int runAnalyze(const AnalyzeOptions& options) {
   ConsoleHost console;
-  return runOnSelection(console, options.selection,
+  const SelectionUse use{FolderUse::written, options.keepGoing, [&](const SelectedPages& pages) {
+                           const std::string folder = folderOfRun(console.system(), options.selection);
+                           return InputFiles(pages).refusals(analysisOutputs(console.system(), folder));
+                         }};
+  return runOnSelection(console, options.selection, use,
                         [&](const std::string& namesFile) { return analyzeNames(console, namesFile, options); });
 }
 

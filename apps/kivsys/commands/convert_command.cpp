@@ -11,6 +11,8 @@
 #include "apps/kivsys/commands/verify_command.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/diagnostics_json.h"
+#include "apps/kivsys/safety/made_folder.h"
+#include "apps/kivsys/safety/result_files.h"
 #include "conversion/dump_memory.h"
 #include "input/file_names.h"
 #include "messages/input_messages.h"
@@ -59,11 +61,13 @@ int print(const ConvertOutput& output, bool json) {
 /// Analyzes and converts one group, as the buttons of the panel do.
 class ConvertRun {
  public:
-  /// The overlay is that of a dry run, null for a conversion of files on the disk.
-  ConvertRun(ConsoleHost& console, OverlayFiles* overlay, const ConvertOptions& options)
+  /// The overlay is that of a dry run, null for a conversion of files on the disk. The folder, if any, is that of the
+  /// results.
+  ConvertRun(ConsoleHost& console, OverlayFiles* overlay, const ConvertOptions& options, const PlannedFolder* folder)
       : console_(console),
         overlay_(overlay),
         options_(options),
+        folder_(folder),
         dryRunUser_(console.user()),
         program_(overlay == nullptr ? console.host() : Host{*overlay, dryRunUser_, noPrograms_, console.system()}) {}
 
@@ -73,11 +77,13 @@ class ConvertRun {
  private:
   void analyze();
   bool convert(const ConversionOptions& conversion);
+  bool makeFolder(const std::string& firstResultFile);
   bool dump();
 
   ConsoleHost& console_;
   OverlayFiles* overlay_;
   const ConvertOptions& options_;
+  const PlannedFolder* folder_;
   DryRunUser dryRunUser_;
   NoPrograms noPrograms_;
   KivSystem program_;
@@ -109,7 +115,26 @@ bool ConvertRun::dump() {
   return done;
 }
 
+/// Sees to it that there is a folder for the results.
+bool ConvertRun::makeFolder(const std::string& firstResultFile) {
+  if (folder_ == nullptr || !folder_->isMissing()) {
+    return true;
+  }
+  if (overlay_ != nullptr) {
+    overlay_->addFolder(justPath(firstResultFile));
+    return true;
+  }
+  const auto failure = folder_->make();
+  if (failure) {
+    std::cerr << "kivsys: " << *failure << '\n';
+  }
+  return !failure;
+}
+
 bool ConvertRun::convert(const ConversionOptions& conversion) {
+  if (!makeFolder(conversion.firstResultFile)) {
+    return false;
+  }
   const bool normalEnd = endsNormally(console_, [&] { program_.host.user.show(convertGroup(program_, conversion)); });
   return normalEnd && (!options_.trace || dump());
 }
@@ -138,14 +163,60 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   return output;
 }
 
+/// The folder of a result that was typed; nullopt for results beside the first page, and for those like the panel's.
+std::optional<PlannedFolder> folderOfResults(ConsoleSystem& system, const ConvertOptions& options,
+                                             const std::string& firstResultFile) {
+  if (firstResultFile.empty() || options.selection.likePanel) {
+    return std::nullopt;
+  }
+  const std::string typed = options.result.substr(0, options.result.find_last_of("\\/") + 1);
+  return PlannedFolder(system.outputPath(justPath(firstResultFile)), typed);
+}
+
+/// Where the results go.
+struct ResultPlace {
+  const std::string& firstResultFile;
+  const PlannedFolder* folder;
+};
+
+std::vector<std::string> refusalsOf(ConsoleSystem& system, const ConvertOptions& options, const SelectedPages& pages,
+                                    const ResultPlace& results) {
+  if (results.firstResultFile.empty()) {
+    system.bindFolder();
+  } else if (const auto reason = refusalOfResultName(options.result)) {
+    return {*reason};
+  }
+  if (results.folder != nullptr) {
+    if (const auto reason = results.folder->refusal()) {
+      return {*reason};
+    }
+  }
+  const std::string folder = folderOfRun(system, options.selection);
+  auto outputs = analysisOutputs(system, folder);
+  if (options.trace) {
+    outputs.emplace_back("dump", system.diskName(folder + "\\" + dumpFile));
+  }
+  std::vector<std::string> reasons = InputFiles(pages).refusals(outputs);
+  const PlannedResults planned{results.firstResultFile, options.allowZeroId, options.force};
+  const auto others = refusalsOfResults(system, pages, planned);
+  reasons.insert(reasons.end(), others.begin(), others.end());
+  return reasons;
+}
+
 }  // namespace
 
 int runConvert(const ConvertOptions& options) {
   ConsoleHost console;
-  const std::string firstResultFile = options.result.empty() ? "" : console.system().fullName(options.result);
-  return runOnSelection(console, options.selection, [&](const std::string& namesFile) {
-    OverlayFiles overlay(console.system(), console.system());
-    ConvertRun run(console, options.dryRun ? &overlay : nullptr, options);
+  ConsoleSystem& system = console.system();
+  const std::string firstResultFile = options.result.empty() ? "" : system.fullName(options.result);
+  const auto folder = folderOfResults(system, options, firstResultFile);
+  const SelectionUse use{options.dryRun ? FolderUse::planned : FolderUse::written, false,
+                         [&](const SelectedPages& pages) {
+                           return refusalsOf(system, options, pages, {firstResultFile, folder ? &*folder : nullptr});
+                         }};
+  return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
+    OverlayFiles overlay(system, system);
+    ConvertRun run(console, options.dryRun ? &overlay : nullptr, options, folder ? &*folder : nullptr);
     return print(run.run(namesFile, firstResultFile), options.json);
   });
 }

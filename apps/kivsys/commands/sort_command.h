@@ -1,6 +1,6 @@
 #pragma once
 
-#include "apps/kivsys/commands/selection.h"
+#include "apps/kivsys/selection/selection.h"
 
 namespace kiv {
 

@@ -1,4 +1,4 @@
-#include "apps/kivsys/commands/selection.h"
+#include "apps/kivsys/selection/panel_selection.h"
 
 #include <algorithm>
 #include <iostream>
@@ -9,11 +9,6 @@
 
 namespace kiv {
 namespace {
-
-int refuse(const std::string& reason) {
-  std::cerr << "kivsys: " << reason << '\n';
-  return exit_status::wrongUsage;
-}
 
 /// The names file made from the page names on the command line, deleted after the run.
 class TemporaryNamesFile {
@@ -58,8 +53,8 @@ bool holdsLineEnd(const std::string& name) {
 
 }  // namespace
 
-int runOnSelection(ConsoleHost& console, const Selection& selection,
-                   const std::function<int(const std::string& namesFile)>& run) {
+int runLikePanel(ConsoleHost& console, const Selection& selection,
+                 const std::function<int(const std::string& namesFile)>& run) {
   NativeSystem& system = console.system();
   std::string namesFile = selection.names.empty() ? "" : coreNameOf(system, selection.names);
   std::vector<std::string> pages;
@@ -69,10 +64,10 @@ int runOnSelection(ConsoleHost& console, const Selection& selection,
     }
   }
   if (std::any_of(pages.begin(), pages.end(), holdsLineEnd)) {
-    return refuse("a page file whose name holds a line end cannot be listed in a names file");
+    return refuse({"a page file whose name holds a line end cannot be listed in a names file"});
   }
   if (!selection.folder.empty() && !system.enterFolder(selection.folder)) {
-    return refuse("cannot enter the folder " + selection.folder);
+    return refuse({"cannot enter the folder " + selection.folder});
   }
   std::optional<TemporaryNamesFile> temporary;
   if (selection.names.empty()) {

@@ -1,0 +1,81 @@
+#include "platform/console/console_system.h"
+
+#include <utility>
+
+#include "platform/memory/memory_input.h"
+
+namespace kiv {
+namespace {
+
+std::string folderOf(const std::string& name) {
+  return name.substr(0, name.rfind('\\') + 1);
+}
+
+}  // namespace
+
+void ConsoleSystem::serveNamesFile(const std::string& name, std::string text) {
+  namesFile_ = name;
+  names_ = std::make_shared<const std::string>(std::move(text));
+}
+
+void ConsoleSystem::bindPages(const std::vector<FoundFile>& pages) {
+  for (const FoundFile& page : pages) {
+    const std::string name = upperCase(page.name);
+    paths_[name] = coreName(page.path);
+    pages_.push_back({name, page.path});
+  }
+}
+
+void ConsoleSystem::bindFolder() {
+  if (!pages_.empty()) {
+    boundFolder_ = folderOf(pages_.front().name);
+    pageFolder_ = folderOf(coreName(pages_.front().path));
+  }
+}
+
+std::string ConsoleSystem::inBoundFolder(const std::string& name) {
+  const std::string folder = folderOf(name);
+  return !folder.empty() && folder == boundFolder_ ? pageFolder_ + name.substr(folder.size()) : name;
+}
+
+std::string ConsoleSystem::bound(const std::string& name) {
+  const auto page = paths_.find(name);
+  return page == paths_.end() ? inBoundFolder(name) : page->second;
+}
+
+std::unique_ptr<InputFile> ConsoleSystem::openInput(const std::string& name) {
+  if (names_ && name == namesFile_) {
+    return std::make_unique<MemoryInput>(names_);
+  }
+  return NativeSystem::openInput(bound(name));
+}
+
+std::optional<std::string> ConsoleSystem::replaceFile(const std::string& name, std::string_view bytes) {
+  const std::string file = inBoundFolder(name);
+  auto failure = NativeSystem::replaceFile(file, bytes);
+  if (!failure) {
+    replacedFiles_.push_back(name);
+    if (!pages_.empty()) {
+      writtenFiles_.push_back({name, outputPath(name)});
+    }
+  }
+  return failure;
+}
+
+bool ConsoleSystem::deleteFile(const std::string& name) {
+  return (names_ && name == namesFile_) || NativeSystem::deleteFile(name);
+}
+
+std::vector<FolderEntry> ConsoleSystem::listFolder(const std::string& folder) {
+  return NativeSystem::listFolder(inBoundFolder(folder));
+}
+
+std::string ConsoleSystem::outputPath(const std::string& name) {
+  return NativeSystem::diskName(inBoundFolder(name));
+}
+
+std::string ConsoleSystem::diskName(const std::string& name) {
+  return NativeSystem::diskName(bound(name));
+}
+
+}  // namespace kiv

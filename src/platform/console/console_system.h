@@ -1,0 +1,65 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/console/native_system.h"
+
+namespace kiv {
+
+/// A file as the core names it, and the file of the disk that is meant.
+struct FoundFile {
+  std::string name;
+  std::string path;  ///< as the disk has it
+
+  bool operator==(const FoundFile&) const = default;
+};
+
+/// The platform's files, programs and clock, with a record of the files that were replaced.
+///
+/// The pages of a selection are read from the very files that were found for them, whatever else the disk has under
+/// names that differ in case only; and their names file is in memory.
+class ConsoleSystem : public NativeSystem {
+ public:
+  /// Serves a text as the names file of this name. It cannot be deleted.
+  void serveNamesFile(const std::string& name, std::string text);
+  /// From now on, these names stand for these files, in whatever case they are written.
+  void bindPages(const std::vector<FoundFile>& pages);
+  /// From now on, the folder of the first bound page is the one of its file when new files are named there, too.
+  void bindFolder();
+
+  std::unique_ptr<InputFile> openInput(const std::string& name) override;
+  std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
+  bool deleteFile(const std::string& name) override;
+  std::vector<FolderEntry> listFolder(const std::string& folder) override;
+
+  /// The name under which the disk has a file that the core names, or would get it.
+  std::string diskName(const std::string& name);
+  /// The path of a file that is to be written under a name of the core.
+  std::string outputPath(const std::string& name);
+  /// The pages that were bound, in order, their names in upper case.
+  const std::vector<FoundFile>& pages() const { return pages_; }
+  /// The files that replaceFile has written, in order.
+  const std::vector<std::string>& replacedFiles() const { return replacedFiles_; }
+  /// The same, with their paths; only of a run with bound pages.
+  const std::vector<FoundFile>& writtenFiles() const { return writtenFiles_; }
+
+ private:
+  std::string bound(const std::string& name);
+  std::string inBoundFolder(const std::string& name);
+
+  std::string namesFile_;
+  std::shared_ptr<const std::string> names_;  // null when none is served
+  std::vector<FoundFile> pages_;
+  std::map<std::string, std::string> paths_;  // by name in upper case
+  std::string boundFolder_;                   // in upper case, with its backslash; "" for none
+  std::string pageFolder_;                    // the real one
+  std::vector<std::string> replacedFiles_;
+  std::vector<FoundFile> writtenFiles_;
+};
+
+}  // namespace kiv

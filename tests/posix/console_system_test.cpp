@@ -1,0 +1,51 @@
+#include "platform/console/console_system.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/posix/temporary_folder.h"
+
+namespace kiv::test {
+namespace {
+
+class ConsoleSystemFiles : public testing::Test {
+ protected:
+  void SetUp() override {
+    for (const char* folder : {"lib", "LIB"}) {
+      disk.addFolder(folder);
+    }
+    disk.addFile("lib/p1.mus", "the page");
+    disk.addFile("LIB/P1.MUS", "another");
+  }
+  std::string upper(const std::string& name) { return system.upperCase(disk.core(name)); }
+
+  TemporaryFolder disk;
+  ConsoleSystem system;
+};
+
+TEST_F(ConsoleSystemFiles, ABoundPageIsReadWhateverElseHasItsName) {
+  const std::string name = upper("lib/p1.mus");
+  system.bindPages({{disk.core("lib/p1.mus"), disk.path("lib/p1.mus").string()}});
+  EXPECT_EQ(readWhole(system, name), "the page");
+  EXPECT_EQ(system.diskName(name), disk.path("lib/p1.mus").string());
+  EXPECT_EQ(readWhole(system, disk.core("LIB/P1.MUS")), "another");
+}
+
+TEST_F(ConsoleSystemFiles, ANewFileGoesBesideTheBoundPageWhenAskedFor) {
+  system.bindPages({{disk.core("lib/p1.mus"), disk.path("lib/p1.mus").string()}});
+  system.bindFolder();
+  EXPECT_EQ(system.replaceFile(upper("lib/") + "NEW", "new"), std::nullopt);
+  EXPECT_EQ(disk.file("lib/NEW"), "new");
+  EXPECT_EQ(system.replacedFiles(), std::vector<std::string>{upper("lib/") + "NEW"});
+  EXPECT_EQ(system.writtenFiles(), (std::vector<FoundFile>{{upper("lib/") + "NEW", disk.path("lib/NEW").string()}}));
+}
+
+TEST_F(ConsoleSystemFiles, TheNamesFileIsInMemoryAndStays) {
+  disk.addFile("names.txt", "the user's own");
+  system.serveNamesFile(disk.core("names.txt"), "a copy");
+  EXPECT_TRUE(system.deleteFile(disk.core("names.txt")));
+  EXPECT_EQ(readWhole(system, disk.core("names.txt")), "a copy");
+  EXPECT_EQ(disk.file("names.txt"), "the user's own");
+}
+
+}  // namespace
+}  // namespace kiv::test
