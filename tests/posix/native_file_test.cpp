@@ -32,7 +32,7 @@ TEST_F(NativeFile, AllNamesOfAFileHaveOneIdentity) {
   EXPECT_EQ(identityOf(path("gone")), std::nullopt);
 }
 
-TEST_F(NativeFile, KindsAreToldApart) {
+TEST_F(NativeFile, KindsAreDistinguished) {
   disk.addFile("file");
   disk.addFolder("folder");
   ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
