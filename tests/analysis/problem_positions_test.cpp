@@ -95,6 +95,12 @@ TEST_F(ProblemPositions, OfZeroInstrumentIdsAreAllSuchStaves) {
   EXPECT_EQ(placesOf("zero-instrument-id"), (Places{place("X1.MUS", 3, 0, 1), place("X1.MUS", 1, 0, 1)}));
 }
 
+TEST_F(ProblemPositions, OfAStaffInNoWholeSystemHaveNoSystem) {
+  // A staff below the first bottom staff keeps the system number of its file.
+  check("staff 1 at 0 instrument 7\nbarline 1 at 0 spans 1\nstaff 0 at 0 p18 0.5\n");
+  EXPECT_EQ(placesOf("zero-instrument-id"), (Places{{.file = "C:\\M\\X1.MUS", .item = 3, .instrument = 0}}));
+}
+
 TEST_F(ProblemPositions, OfRecursiveCuesCountEveryStaffOfTheirInstrument) {
   check(
       "staff 1 at 0 instrument 101\n"
