@@ -164,10 +164,10 @@ void Validator::validatePages() {
   const int all = static_cast<int>(pages.pages.size());
   int done = 0;
   for (const PageEntry& page : pages.pages) {
-    host_.user.showProgress(done++, all, "pages checked");
+    host_.user.showProgress(done++, all, "pages judged");
     validatePage(page);
   }
-  host_.user.showProgress(all, all, "pages checked");
+  host_.user.showProgress(all, all, "pages judged");
 }
 
 PageValidation Validator::validate(const std::string& namesFile) {

@@ -1,17 +1,11 @@
 #include "messages/analysis_messages.h"
 
+#include "messages/new_message.h"
+
 namespace kiv::messages {
 namespace {
 
 constexpr const char* unpredictable = "Results are unpredictable.";
-
-Message information(std::string_view code, std::string text) {
-  return {code, Icon::information, Buttons::ok, std::move(text), {}, {}};
-}
-
-Message critical(std::string_view code, std::string text) {
-  return {code, Icon::critical, Buttons::ok, std::move(text), {}, {}};
-}
 
 /// A finding: what it is, the page, and more about it.
 Message finding(std::string_view code, const std::string& what, const CheckedPage& page, const std::string& details) {

@@ -1,13 +1,10 @@
 #include "messages/conversion_messages.h"
 
 #include "base/number.h"
+#include "messages/new_message.h"
 
 namespace kiv::messages {
 namespace {
-
-Message critical(std::string_view code, std::string text) {
-  return {code, Icon::critical, Buttons::ok, std::move(text), {}, {}};
-}
 
 Message logicalError(std::string_view number, std::string_view procedure) {
   return critical(code::logicalError, "Logical error " + std::string(number) + " in " + std::string(procedure));

@@ -1,28 +1,18 @@
 #include "messages/shell_messages.h"
 
+#include "messages/new_message.h"
+
 namespace kiv::messages {
-namespace {
-
-Message information(std::string_view code, std::string text) {
-  return {code, Icon::information, Buttons::ok, std::move(text), {}, {}};
-}
-
-Message critical(std::string text) {
-  return {code::other, Icon::critical, Buttons::ok, std::move(text), {}, {}};
-}
-
-}  // namespace
-
 Message invalidCall(const std::string& commandLine) {
-  return critical("Invalid call to KivSystem:\r\n" + commandLine);
+  return critical(code::other, "Invalid call to KivSystem:\r\n" + commandLine);
 }
 
 Message settingsFileNotOpened(const std::string& file) {
-  return critical("File does not open: " + file);
+  return critical(code::other, "File does not open: " + file);
 }
 
 Message moduleMissing(const std::string& module) {
-  return critical("Module " + module + " not properly installed");
+  return critical(code::other, "Module " + module + " not properly installed");
 }
 
 Message dropError(int number) {
@@ -43,7 +33,7 @@ Message programNotStarted(const std::string& commandLine) {
 }
 
 Message notACommand(const std::string& command) {
-  return critical("ShellAndWait error: " + command);
+  return critical(code::other, "ShellAndWait error: " + command);
 }
 
 }  // namespace kiv::messages
