@@ -37,6 +37,7 @@ inline constexpr std::string_view analysisResult = "analysis-result";
 inline constexpr std::string_view fileExists = "file-exists";
 inline constexpr std::string_view stoppedByUser = "stopped-by-user";
 inline constexpr std::string_view resultNotWritten = "result-not-written";
+inline constexpr std::string_view resultUnreadable = "result-unreadable";
 inline constexpr std::string_view created = "created";
 inline constexpr std::string_view noStaves = "no-staves";
 inline constexpr std::string_view logicalError = "logical-error";

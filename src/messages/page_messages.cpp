@@ -33,6 +33,15 @@ Message resultNotWritten(const std::string& file) {
   return critical(code::resultNotWritten, "Open of output MUS file failed. Hit OK to terminate.", file);
 }
 
+Message resultUnreadable(const std::string& file, int itemNumber, const Location& origin) {
+  std::string text = "Output MUS file cannot be read back and is not written: " + file +
+                     "\r\nItem number = " + std::to_string(itemNumber);
+  if (!origin.file.empty()) {
+    text += "\r\nIt comes from " + origin.file + ", item " + std::to_string(origin.item);
+  }
+  return critical(code::resultUnreadable, std::move(text), origin.file, origin.item);
+}
+
 Message exchangeOfDifferentKinds() {
   return {code::programmingError, Icon::none, Buttons::ok, "Programming error 1 in exch", {}, {}};
 }

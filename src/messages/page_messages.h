@@ -14,6 +14,9 @@ Message structuralError(const std::string& file, int itemNumber, const std::stri
 Message structuralErrorInSort(const std::string& file, int itemNumber);
 Message tooManyItems(const std::string& file);
 Message resultNotWritten(const std::string& file);
+/// A page that was not written, as it does not give this item of it back. The origin is the item of an input that
+/// became it; one without a file is not named.
+Message resultUnreadable(const std::string& file, int itemNumber, const Location& origin);
 /// Cells of different kinds were to be exchanged; the run continues.
 Message exchangeOfDifferentKinds();
 /// Cells of a kind that cannot be exchanged; the run continues.

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <numeric>
-#include <vector>
 
 #include "base/bytes.h"
 #include "base/number.h"
 #include "messages/page_messages.h"
 #include "messages/run_time_errors.h"
+#include "mus/encoding_check.h"
 #include "mus/page_encoding.h"
 
 namespace kiv {
@@ -113,7 +113,14 @@ int writtenStaff(const ItemTable& table, int i) {
   return written ? static_cast<int>(staff) : 0;
 }
 
-/// The rows in the order in which they are written, of those that are.
+void refuseLoss(const std::string& musFileName, const ItemTable& table, std::string_view bytes) {
+  if (const auto lost = findLostItem(bytes, table)) {
+    endProgram(messages::resultUnreadable(musFileName, lost->number, lost->location));
+  }
+}
+
+}  // namespace
+
 std::vector<std::int16_t> writtenRows(const ItemTable& table) {
   std::array<std::int16_t, highestStaff + 2> next{};
   for (int i = 1; i <= table.itemCount(); ++i) {
@@ -130,8 +137,6 @@ std::vector<std::int16_t> writtenRows(const ItemTable& table) {
   return rows;
 }
 
-}  // namespace
-
 void encodePage(const std::string& musFileName, ItemTable& table, std::string& bytes) {
   PageEncoder encoder(musFileName, bytes);
   for (const std::int16_t i : writtenRows(table)) {
@@ -140,11 +145,14 @@ void encodePage(const std::string& musFileName, ItemTable& table, std::string& b
   encoder.finish();
 }
 
-void writeFile(Files& files, const std::string& musFileName, ItemTable& table, std::string& buffer) {
+void writeFile(Files& files, const std::string& musFileName, ItemTable& table, std::string& buffer, ReadBack readBack) {
   if (table.itemCount() == 0) {
     return;
   }
   encodePage(musFileName, table, buffer);
+  if (readBack == ReadBack::yes) {
+    refuseLoss(musFileName, table, buffer);
+  }
   if (files.replaceFile(musFileName, buffer)) {
     endProgram(messages::resultNotWritten(musFileName));
   }

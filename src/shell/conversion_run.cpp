@@ -9,7 +9,6 @@
 #include "input/files.h"
 #include "messages/conversion_messages.h"
 #include "messages/run_time_errors.h"
-#include "mus/writer.h"
 
 namespace kiv {
 namespace {
@@ -72,7 +71,7 @@ class GroupConversion {
       askBeforeOverwriting(program_.host.user, program_.musFileName);
     }
     conversion_.finishSystem();
-    writeFile(files, program_.musFileName, program_.items, buffer_);
+    writeFile(files, program_.musFileName, program_.items, buffer_, options_.readBack);
     if (exists) {
       conversion_.fileWasReplaced();
     }

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "messages/message.h"
+#include "mus/writer.h"
 #include "shell/kivsystem.h"
 
 namespace kiv {
@@ -12,6 +13,7 @@ struct ConversionOptions {
   std::string firstResultFile;        ///< full name of the first result; the others count on from it
   bool overwrite = true;              ///< replaces files without asking
   bool showInstrumentNumbers = true;  ///< shows instrument identifiers on the results
+  ReadBack readBack = ReadBack::no;   ///< refuses a result that does not give all its items back
 };
 
 /// Writes one page file per system of the report, all with the same layout. Anything critical ends the program; the

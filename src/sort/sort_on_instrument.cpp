@@ -8,7 +8,6 @@
 #include "messages/run_time_errors.h"
 #include "mus/reader.h"
 #include "mus/sort_item_table.h"
-#include "mus/writer.h"
 
 namespace kiv {
 namespace {
@@ -94,8 +93,8 @@ void sortOnInstrument(ItemTable& table) {
   moveSystemBarline(staves.staves, table);
 }
 
-std::string cmdSortInstrument_Click(const Host& host, const std::string& namesFile, NamesTable& names,
-                                    ItemTable& table) {
+std::string cmdSortInstrument_Click(const Host& host, const std::string& namesFile, NamesTable& names, ItemTable& table,
+                                    ReadBack readBack) {
   host.user.setPointer(Pointer::hourglass);
   LoadNamesTable(host, namesFile, names);
   const int count = names.nameCount;
@@ -107,7 +106,7 @@ std::string cmdSortInstrument_Click(const Host& host, const std::string& namesFi
     readFile(host.files, musFileName, table);
     sortOnInstrument(table);
     sorted = sortedName(host.machine, musFileName);
-    writeFile(host.files, sorted, table, buffer);
+    writeFile(host.files, sorted, table, buffer, readBack);
   }
   host.user.showProgress(count, count, "pages");
   host.user.setPointer(Pointer::normal);

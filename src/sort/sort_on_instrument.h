@@ -4,6 +4,7 @@
 
 #include "input/names_table.h"
 #include "mus/item_table.h"
+#include "mus/writer.h"
 #include "platform/host.h"
 
 namespace kiv {
@@ -14,8 +15,9 @@ namespace kiv {
 void sortOnInstrument(ItemTable& table);
 
 /// The button "Sort Instrument": sorts every selected file and writes it beside its input with the suffix PAG. Returns
-/// the name of the last file written; "" when there was none.
+/// the name of the last file written; "" when there was none. If results are read back, one that does not give all its
+/// items back ends the program before it is written.
 std::string cmdSortInstrument_Click(const Host& host, const std::string& namesFile, NamesTable& names,
-                                    ItemTable& table);
+                                    ItemTable& table, ReadBack readBack = ReadBack::no);
 
 }  // namespace kiv

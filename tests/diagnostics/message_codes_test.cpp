@@ -72,6 +72,7 @@ std::vector<Example> inputExamples() {
       {"structuralErrorInSort", structuralErrorInSort("X", 1)},
       {"tooManyItems", tooManyItems("X")},
       {"resultNotWritten", resultNotWritten("X")},
+      {"resultUnreadable", resultUnreadable("X", 1, {})},
       {"exchangeOfDifferentKinds", exchangeOfDifferentKinds()},
       {"exchangeOfUnknownKind", exchangeOfUnknownKind()},
   };

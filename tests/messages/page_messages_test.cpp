@@ -34,6 +34,16 @@ TEST(PageMessage, ResultNotWritten) {
                  "Open of output MUS file failed. Hit OK to terminate.", {.file = "C:\\R\\WORK0001.MUS"});
 }
 
+TEST(PageMessage, ResultUnreadable) {
+  expectCritical(messages::resultUnreadable("C:\\R\\WORK0001.MUS", 4, {.file = "C:\\M\\X1.MUS", .item = 7}),
+                 "result-unreadable",
+                 "Output MUS file cannot be read back and is not written: C:\\R\\WORK0001.MUS\r\nItem number = 4\r\n"
+                 "It comes from C:\\M\\X1.MUS, item 7",
+                 {.file = "C:\\M\\X1.MUS", .item = 7});
+  expectCritical(messages::resultUnreadable("C:\\R\\WORK0001.MUS", 4, {}), "result-unreadable",
+                 "Output MUS file cannot be read back and is not written: C:\\R\\WORK0001.MUS\r\nItem number = 4", {});
+}
+
 TEST(PageMessage, ExchangesThatAreProgrammingErrors) {
   expectMessage(messages::exchangeOfDifferentKinds(), Icon::none, "programming-error", "Programming error 1 in exch");
   expectMessage(messages::exchangeOfUnknownKind(), Icon::none, "programming-error", "Programming error 2 in exch");

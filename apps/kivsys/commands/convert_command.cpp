@@ -122,7 +122,8 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   std::optional<ConversionOptions> converted;
   if (normalEnd && (needsConversion_ || options_.force)) {
     const ConversionOptions conversion{firstResultFile.empty() ? kiv::firstResultFile(program_.names) : firstResultFile,
-                                       !options_.noOverwrite, !options_.noInstrNumber};
+                                       !options_.noOverwrite, !options_.noInstrNumber,
+                                       options_.guarded ? ReadBack::yes : ReadBack::no};
     normalEnd = convert(conversion);
     converted = normalEnd ? std::optional(conversion) : std::nullopt;
   }

@@ -17,6 +17,7 @@ struct ConvertOptions {
   bool json = false;
   bool dryRun = false;  ///< write nothing, print what would be written
   bool verify = false;  ///< prove the conversion afterwards
+  bool guarded = true;  ///< refuse results that would not give all their items back
   bool trace = false;   ///< leave the tables of the last system in a text file
 };
 

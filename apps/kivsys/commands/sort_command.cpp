@@ -12,8 +12,9 @@ namespace {
 int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOptions& options) {
   NamesTable names;
   ItemTable items;
+  const ReadBack readBack = options.guarded ? ReadBack::yes : ReadBack::no;
   const bool normalEnd =
-      endsNormally(console, [&] { cmdSortInstrument_Click(console.host(), namesFile, names, items); });
+      endsNormally(console, [&] { cmdSortInstrument_Click(console.host(), namesFile, names, items, readBack); });
   const RunOutcome outcome = writingOutcomeOf(names, console, normalEnd);
   return printOutcome(options.json ? asJson(outcome) : createdLines(outcome),
                       normalEnd ? exit_status::normal : exit_status::critical);

@@ -8,6 +8,7 @@ namespace kiv {
 struct SortOptions {
   Selection selection;
   bool json = false;
+  bool guarded = true;  ///< refuse results that would not give all their items back
 };
 
 /// Sorts the selected pages by instrument and prints which files were written. Returns the program's exit status.
