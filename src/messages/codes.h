@@ -46,5 +46,15 @@ inline constexpr std::string_view systemBarline = "system-barline";
 inline constexpr std::string_view sortProblem = "sort-problem";
 inline constexpr std::string_view sortFinished = "sort-finished";
 inline constexpr std::string_view programNotStarted = "program-not-started";
+inline constexpr std::string_view tooManyStaves = "too-many-staves";
+inline constexpr std::string_view severalZeroIds = "several-zero-ids";
+inline constexpr std::string_view repeatedInstrumentId = "repeated-instrument-id";
+inline constexpr std::string_view repeatedStaffNumber = "repeated-staff-number";
+inline constexpr std::string_view negativeInstrumentId = "negative-instrument-id";
+inline constexpr std::string_view nameWithComma = "name-with-comma";
+inline constexpr std::string_view hiddenBottomStaff = "hidden-bottom-staff";
+inline constexpr std::string_view itemOnNoStaff = "item-on-no-staff";
+inline constexpr std::string_view shortTextCut = "short-text-cut";
+inline constexpr std::string_view staffP4Cleared = "staff-p4-cleared";
 inline constexpr std::string_view other = "other";  ///< a message without a code of its own
 }  // namespace kiv::code

@@ -17,6 +17,7 @@
 #include "messages/page_messages.h"
 #include "messages/run_time_errors.h"
 #include "messages/shell_messages.h"
+#include "messages/warnings.h"
 
 namespace kiv::test {
 namespace {
@@ -122,9 +123,25 @@ std::vector<Example> otherExamples() {
   };
 }
 
+std::vector<Example> warningExamples() {
+  using namespace messages;
+  return {
+      {"tooManyStaves", tooManyStaves(33, {})},
+      {"severalZeroIds", severalZeroIds(2, {})},
+      {"repeatedInstrumentId", repeatedInstrumentId({})},
+      {"repeatedStaffNumber", repeatedStaffNumber({})},
+      {"negativeInstrumentId", negativeInstrumentId(-1, {})},
+      {"nameWithComma", nameWithComma("X")},
+      {"hiddenBottomStaff", hiddenBottomStaff(1, {})},
+      {"itemsOnNoStaff", itemsOnNoStaff(1, 0, {})},
+      {"shortTextCut", shortTextCut({})},
+      {"staffP4Cleared", staffP4Cleared(1, {})},
+  };
+}
+
 std::vector<Example> examples() {
   std::vector<Example> all;
-  for (auto part : {analysisExamples(), inputExamples(), conversionExamples(), otherExamples()}) {
+  for (auto part : {analysisExamples(), inputExamples(), conversionExamples(), otherExamples(), warningExamples()}) {
     std::ranges::move(part, std::back_inserter(all));
   }
   return all;

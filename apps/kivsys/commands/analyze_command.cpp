@@ -5,6 +5,7 @@
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/selection.h"
 #include "apps/kivsys/commands/valid_pages.h"
+#include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/analysis_output.h"
 #include "platform/console/console_host.h"
@@ -14,11 +15,19 @@
 namespace kiv {
 namespace {
 
-int exitStatusOf(const RunOutcome& outcome, bool reportUnqualified) {
+int exitStatusOf(const RunOutcome& outcome, bool reportUnusable) {
   if (!outcome.normalEnd) {
     return exit_status::critical;
   }
-  return reportUnqualified && !outcome.qualifies() ? exit_status::notQualified : exit_status::normal;
+  return reportUnusable ? exit_status::notUsable : exit_status::normal;
+}
+
+bool isUnusable(const AnalysisOutput& output, const AnalyzeOptions& options) {
+  return (options.exitCode && !output.outcome.qualifies()) || (options.strict && !output.warnings.messages.empty());
+}
+
+RunScope scopeOf(const RunOutcome& outcome) {
+  return outcome.qualifies() ? RunScope::analysis : RunScope::beforeConversion;
 }
 
 /// Runs the analysis, or only deletes old results when there is nothing to analyze.
@@ -46,7 +55,10 @@ int analyzeNames(ConsoleHost& console, const std::string& namesFile, const Analy
   }
   const bool normalEnd = runAnalysis(console, program, pages ? pages->namesFile() : namesFile, options.allowZeroId);
   const bool details = options.json || options.jsonl;
-  AnalysisOutput output{outcomeOf(program, console, normalEnd), {}, {}, pages ? &*pages : nullptr};
+  AnalysisOutput output{outcomeOf(program, console, normalEnd), {}, {}, {}, pages ? &*pages : nullptr};
+  if (output.outcome.normalEnd && options.guarded) {
+    output.warnings = showWarnings(program, {scopeOf(output.outcome), options.allowZeroId}, details);
+  }
   if (output.outcome.normalEnd) {
     output.layouts = layoutsOf(console, program.systems, details ? Places::ofEverySystem : Places::ofFirstSystems);
   }
@@ -54,7 +66,7 @@ int analyzeNames(ConsoleHost& console, const std::string& namesFile, const Analy
     output.problems = problemsOf(console.system(), output.outcome);
   }
   const bool anySkipped = pages && pages->anySkipped();
-  const int status = anySkipped ? exit_status::critical : exitStatusOf(output.outcome, options.exitCode);
+  const int status = anySkipped ? exit_status::critical : exitStatusOf(output.outcome, isUnusable(output, options));
   if (options.jsonl) {
     return printOutcome(asJsonLines(output), status);
   }

@@ -14,6 +14,8 @@ struct AnalyzeOptions {
   bool jsonl = false;
   bool exitCode = false;
   bool keepGoing = false;  ///< skip bad pages
+  bool strict = false;     ///< end with status 3 after a warning
+  bool guarded = true;     ///< warn of what is lost
 };
 
 /// Runs the analysis and prints its outcome. Returns the program's exit status.

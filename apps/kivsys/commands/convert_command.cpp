@@ -9,6 +9,7 @@
 #include "apps/kivsys/commands/dry_run.h"
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/verify_command.h"
+#include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/diagnostics_json.h"
 #include "conversion/dump_memory.h"
@@ -28,6 +29,8 @@ namespace {
 struct ConvertOutput {
   RunOutcome outcome;
   std::vector<Problem> problems;
+  Warnings warnings;
+  bool refused = false;             ///< not converted because of the warnings
   OverlayFiles* planned = nullptr;  ///< holds what a dry run did not write to the disk; null otherwise
 };
 
@@ -37,7 +40,7 @@ std::string asJson(const ConvertOutput& output) {
     object["dry_run"] = true;
     object["planned"] = plannedJson(plannedResults(*output.planned));
   }
-  object["problems"] = jsonOf(output.problems);
+  object["problems"] = jsonOf(output.problems, output.warnings);
   object["schema_version"] = schemaVersion;
   return asLine(object);
 }
@@ -49,11 +52,16 @@ std::string asText(const ConvertOutput& output) {
   return asText(outcome) + results + (outcome.verification ? kiv::asText(*outcome.verification) : "");
 }
 
-int print(const ConvertOutput& output, bool json) {
+int exitStatusOf(const ConvertOutput& output) {
   const RunOutcome& outcome = output.outcome;
-  const bool proved = !outcome.verification || outcome.verification->proved();
-  return printOutcome(json ? asJson(output) : asText(output),
-                      outcome.normalEnd && proved ? exit_status::normal : exit_status::critical);
+  if (!outcome.normalEnd || (outcome.verification && !outcome.verification->proved())) {
+    return exit_status::critical;
+  }
+  return output.refused ? exit_status::notUsable : exit_status::normal;
+}
+
+int print(const ConvertOutput& output, bool json) {
+  return printOutcome(json ? asJson(output) : asText(output), exitStatusOf(output));
 }
 
 /// Analyzes and converts one group, as the buttons of the panel do.
@@ -74,6 +82,8 @@ class ConvertRun {
   void analyze();
   bool convert(const ConversionOptions& conversion);
   bool dump();
+  void warn(ConvertOutput& output);
+  ConversionOptions conversionOptions(const std::string& firstResultFile) const;
 
   ConsoleHost& console_;
   OverlayFiles* overlay_;
@@ -114,20 +124,39 @@ bool ConvertRun::convert(const ConversionOptions& conversion) {
   return normalEnd && (!options_.trace || dump());
 }
 
+/// Shows what the run loses, before anything of it is written.
+void ConvertRun::warn(ConvertOutput& output) {
+  const bool converts = needsConversion_ || options_.force;
+  output.warnings = showWarnings(program_, {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId},
+                                 options_.json);
+  output.refused = options_.strict && !output.warnings.messages.empty();
+  if (output.refused) {
+    NativeSystem::writeError("kivsys: nothing is converted, as there are warnings and --strict is given\n");
+  }
+}
+
+ConversionOptions ConvertRun::conversionOptions(const std::string& firstResultFile) const {
+  return {firstResultFile.empty() ? kiv::firstResultFile(program_.names) : firstResultFile, !options_.noOverwrite,
+          !options_.noInstrNumber, options_.guarded ? ReadBack::yes : ReadBack::no};
+}
+
 ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& firstResultFile) {
   prepareForPanel(program_);
   program_.settings.namesFile = namesFile;
   bool normalEnd = endsNormally(console_, [&] { analyze(); }) && program_.names.nameCount > 0;
   const RunOutcome analysis = outcomeOf(program_, console_, normalEnd);
+  ConvertOutput output;
+  output.planned = overlay_;
+  if (normalEnd && options_.guarded) {
+    warn(output);
+  }
   std::optional<ConversionOptions> converted;
-  if (normalEnd && (needsConversion_ || options_.force)) {
-    const ConversionOptions conversion{firstResultFile.empty() ? kiv::firstResultFile(program_.names) : firstResultFile,
-                                       !options_.noOverwrite, !options_.noInstrNumber,
-                                       options_.guarded ? ReadBack::yes : ReadBack::no};
+  if (normalEnd && (needsConversion_ || options_.force) && !output.refused) {
+    const ConversionOptions conversion = conversionOptions(firstResultFile);
     normalEnd = convert(conversion);
     converted = normalEnd ? std::optional(conversion) : std::nullopt;
   }
-  ConvertOutput output{withPagesWritten(analysis, console_, normalEnd), {}, overlay_};
+  output.outcome = withPagesWritten(analysis, console_, normalEnd);
   output.outcome.verifies = options_.verify;
   if (options_.verify && converted) {
     output.outcome.verification =

@@ -17,7 +17,8 @@ struct ConvertOptions {
   bool json = false;
   bool dryRun = false;  ///< write nothing, print what would be written
   bool verify = false;  ///< prove the conversion afterwards
-  bool guarded = true;  ///< refuse results that would not give all their items back
+  bool strict = false;  ///< do not convert after a warning
+  bool guarded = true;  ///< warn of what is lost, and refuse results that would not give all their items back
   bool trace = false;   ///< leave the tables of the last system in a text file
 };
 

@@ -41,7 +41,7 @@ std::string asText(const AnalysisOutput& output) {
 
 std::string asJson(const AnalysisOutput& output) {
   Json object = outcomeJson(output);
-  object["problems"] = jsonOf(output.problems);
+  object["problems"] = jsonOf(output.problems, output.warnings);
   object["layouts"] = output.layouts ? jsonOf(*output.layouts) : Json();
   object["schema_version"] = schemaVersion;
   return asLine(object);
@@ -51,6 +51,9 @@ std::string asJsonLines(const AnalysisOutput& output) {
   std::string lines;
   for (const Problem& problem : output.problems) {
     lines += recordLine("problem", jsonOf(problem));
+  }
+  for (const Json& warning : jsonOf(output.warnings)) {
+    lines += recordLine("problem", warning);
   }
   if (output.layouts) {
     for (const LayoutClass& layout : output.layouts->classes) {

@@ -6,6 +6,7 @@
 
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/valid_pages.h"
+#include "apps/kivsys/output/warnings_output.h"
 #include "diagnostics/layouts.h"
 #include "diagnostics/problems.h"
 
@@ -15,6 +16,7 @@ namespace kiv {
 struct AnalysisOutput {
   RunOutcome outcome;
   std::vector<Problem> problems;
+  Warnings warnings;
   std::optional<Layouts> layouts;     ///< none when the run did not get so far
   const ValidPages* pages = nullptr;  ///< of a run that skips bad pages; else null
 };

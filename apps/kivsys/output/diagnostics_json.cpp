@@ -60,14 +60,6 @@ Json jsonOf(const Problem& problem) {
   return object;
 }
 
-Json jsonOf(const std::vector<Problem>& problems) {
-  Json all = Json::array();
-  for (const Problem& problem : problems) {
-    all.push_back(jsonOf(problem));
-  }
-  return all;
-}
-
 Json jsonOf(const Layouts& layouts, const Deviation& deviation) {
   Json object = {{"kind", nameOf(deviation.kind)},
                  {"instrument", deviation.instrument},

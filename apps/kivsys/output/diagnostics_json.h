@@ -17,8 +17,6 @@ Json jsonOf(const Layouts& layouts, const LayoutClass& layout);
 Json jsonOf(const Layouts& layouts, const Deviation& deviation);
 /// All layouts as one array, with their deviations.
 Json jsonOf(const Layouts& layouts);
-/// All problems as one array.
-Json jsonOf(const std::vector<Problem>& problems);
 
 /// A whole number without a fraction, others as they are.
 Json numberJson(double number);

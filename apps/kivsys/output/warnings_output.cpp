@@ -1,0 +1,59 @@
+#include "apps/kivsys/output/warnings_output.h"
+
+#include <nlohmann/json.hpp>
+
+#include "apps/kivsys/output/diagnostics_json.h"
+
+namespace kiv {
+namespace {
+
+std::string lineOf(const Message& warning) {
+  const Location& location = warning.location;
+  std::string line = "kivsys: ";
+  if (!location.file.empty()) {
+    line += location.file + ": ";
+  }
+  if (location.item != 0) {
+    line += "item " + std::to_string(location.item) + ": ";
+  }
+  line += "warning: " + warning.text;
+  if (location.system) {
+    line += " (system " + std::to_string(*location.system) + ")";
+  }
+  return line + "\n";
+}
+
+}  // namespace
+
+std::string asText(const Warnings& warnings) {
+  std::string lines;
+  for (const Message& warning : warnings.messages) {
+    lines += lineOf(warning);
+  }
+  return lines;
+}
+
+std::vector<Json> jsonOf(const Warnings& warnings) {
+  std::vector<Json> all;
+  for (const Problem& problem : warnings.problems) {
+    Json object = jsonOf(problem);
+    object["severity"] = "warning";
+    object["message"] = Json();
+    object["text"] = NativeSystem::toUtf8(warnings.messages[problem.message].text);
+    all.push_back(object);
+  }
+  return all;
+}
+
+Json jsonOf(const std::vector<Problem>& problems, const Warnings& warnings) {
+  Json all = Json::array();
+  for (const Problem& problem : problems) {
+    all.push_back(jsonOf(problem));
+  }
+  for (const Json& warning : jsonOf(warnings)) {
+    all.push_back(warning);
+  }
+  return all;
+}
+
+}  // namespace kiv

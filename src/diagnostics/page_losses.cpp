@@ -1,0 +1,192 @@
+#include "diagnostics/page_losses.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <set>
+#include <unordered_map>
+
+#include "analysis/cue_marker.h"
+#include "base/number.h"
+#include "messages/warnings.h"
+#include "mus/page_walker.h"
+
+namespace kiv {
+namespace {
+
+constexpr float highestStaff = 256;  // that an analysis joins to systems
+
+struct Staff {
+  int item = 0;
+  float number = 0;
+  float position = 0;
+  float instrument = 0;
+  float p4 = 0;
+  bool hidden = false;
+};
+
+struct Barline {
+  float staff = 0;
+  float position = 0;
+  float span = 0;
+};
+
+struct Loose {
+  int first = 0;  ///< the number of the first item
+  int count = 0;
+};
+
+/// Reads a page and remembers what losses depend on.
+class PageScan {
+ public:
+  PageScan(const std::string& file, std::string_view bytes);
+
+  PageLosses losses() const;
+
+ private:
+  void addItem(const PageWalker& page);
+  void addStaff(const PageWalker& page);
+  Location locationOf(int item) const { return {.file = file_, .item = item}; }
+  bool hasStaff(float number, bool hiddenToo) const;
+  float spanAt(const Staff& staff) const;
+  int visibleStaves(float above, float last) const;
+  void addHiddenStaves(PageLosses& losses) const;
+  void addLooseItems(PageLosses& losses) const;
+  void addWriting(PageLosses& losses) const;
+
+  const std::string& file_;
+  std::vector<Staff> staves_;
+  std::vector<Barline> barlines_;
+  std::vector<std::pair<int, float>> cutTexts_;  // item and staff
+  std::unordered_map<std::uint32_t, Loose> itemsByStaff_;
+  std::vector<float> numbers_;  // of the staves in itemsByStaff_, in the order of their first items
+};
+
+PageScan::PageScan(const std::string& file, std::string_view bytes) : file_(file) {
+  PageWalker page(bytes);
+  while (page.findItem() == ReadStatus::itemRead) {
+    addItem(page);
+  }
+}
+
+void PageScan::addStaff(const PageWalker& page) {
+  staves_.push_back({page.itemsInFile(), page.par(par::staff), page.par(par::position), page.par(par::instrument),
+                     page.par(par::writtenAsZero), page.par(par::lines) == hiddenStaff});
+}
+
+/// Whether the characters that the reader does not keep show anything.
+bool losesCharacters(const PageWalker& page) {
+  const std::string_view chunks = page.chunks();
+  const std::string_view lost = chunks.substr(std::min(chunks.size(), shortTextCharacters));
+  return lost.find_first_not_of(std::string_view(" \0", 2)) != std::string_view::npos;
+}
+
+void PageScan::addItem(const PageWalker& page) {
+  const float staff = page.par(par::staff) + 0.0F;  // both zeros are one staff
+  const auto [place, isNew] = itemsByStaff_.try_emplace(std::bit_cast<std::uint32_t>(staff));
+  if (isNew) {
+    place->second.first = page.itemsInFile();
+    numbers_.push_back(staff);
+  }
+  ++place->second.count;
+  const ItemType type = page.type();
+  if (type == ItemType::staff) {
+    addStaff(page);
+  } else if (type == ItemType::barline && page.par(par::kind) <= highestBarlineKind) {
+    barlines_.push_back({staff, page.par(par::position), page.par(par::spannedStaves)});
+  } else if (type == ItemType::shortText && losesCharacters(page)) {
+    cutTexts_.emplace_back(page.itemsInFile(), staff);
+  }
+}
+
+bool PageScan::hasStaff(float number, bool hiddenToo) const {
+  return std::ranges::any_of(
+      staves_, [&](const Staff& staff) { return staff.number == number && (hiddenToo || !staff.hidden); });
+}
+
+/// The number of staves that the barlines at the left end of the staff span.
+float PageScan::spanAt(const Staff& staff) const {
+  float span = 1;
+  for (const Barline& barline : barlines_) {
+    if (barline.staff == staff.number && std::fabs(barline.position - staff.position) <= 1 && barline.span > span) {
+      span = barline.span;
+    }
+  }
+  return std::nearbyint(span);
+}
+
+int PageScan::visibleStaves(float above, float last) const {
+  std::set<float> numbers;
+  for (const Staff& staff : staves_) {
+    if (!staff.hidden && staff.number > above && staff.number <= last) {
+      numbers.insert(staff.number);
+    }
+  }
+  return static_cast<int>(numbers.size());
+}
+
+/// Goes from bottom staff to bottom staff, the hidden ones among them.
+void PageScan::addHiddenStaves(PageLosses& losses) const {
+  std::vector<Staff> upward = staves_;
+  std::erase_if(upward, [](const Staff& staff) {
+    return !(staff.number >= 1 && staff.number <= highestStaff && staff.number == std::floor(staff.number));
+  });
+  std::ranges::stable_sort(upward, {}, &Staff::number);
+  float next = 1;
+  for (const Staff& staff : upward) {
+    if (staff.number < next) {
+      continue;
+    }
+    const float last = staff.number + spanAt(staff) - 1;
+    const int above = visibleStaves(staff.number, last);
+    if (staff.hidden && above > 0 && !hasStaff(staff.number, false)) {
+      losses.hiddenStaves.push_back(messages::hiddenBottomStaff(above, locationOf(staff.item)));
+    }
+    next = last + 1;
+  }
+}
+
+void PageScan::addLooseItems(PageLosses& losses) const {
+  for (const float number : numbers_) {
+    if (!hasStaff(number, true)) {
+      const Loose& items = itemsByStaff_.at(std::bit_cast<std::uint32_t>(number));
+      losses.looseItems.push_back(messages::itemsOnNoStaff(items.count, number, locationOf(items.first)));
+    }
+  }
+}
+
+void PageScan::addWriting(PageLosses& losses) const {
+  const auto losesP4 = [](const Staff& staff) { return !staff.hidden && staff.p4 != 0; };
+  const auto first = std::ranges::find_if(staves_, losesP4);
+  if (first != staves_.end()) {
+    const auto count = static_cast<int>(std::ranges::count_if(staves_, losesP4));
+    losses.ofWriting.push_back(messages::staffP4Cleared(count, locationOf(first->item)));
+  }
+  for (const auto& [item, staff] : cutTexts_) {
+    if (hasStaff(staff, false)) {
+      losses.ofWriting.push_back(messages::shortTextCut(locationOf(item)));
+    }
+  }
+}
+
+PageLosses PageScan::losses() const {
+  PageLosses losses;
+  for (const Staff& staff : staves_) {
+    if (!staff.hidden && staff.instrument < 0) {
+      losses.ofAnalysis.push_back(messages::negativeInstrumentId(staff.instrument, locationOf(staff.item)));
+    }
+  }
+  addHiddenStaves(losses);
+  addLooseItems(losses);
+  addWriting(losses);
+  return losses;
+}
+
+}  // namespace
+
+PageLosses findPageLosses(const std::string& musFileName, std::string_view bytes) {
+  return PageScan(musFileName, bytes).losses();
+}
+
+}  // namespace kiv

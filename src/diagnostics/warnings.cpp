@@ -1,0 +1,153 @@
+#include "diagnostics/warnings.h"
+
+#include <algorithm>
+#include <set>
+
+#include "diagnostics/page_lookup.h"
+#include "diagnostics/page_losses.h"
+#include "diagnostics/system_facts.h"
+#include "messages/warnings.h"
+#include "mus/format.h"
+#include "platform/file_buffer.h"
+
+namespace kiv {
+namespace {
+
+constexpr std::size_t writtenStaves = 32;
+
+class WarningFinder {
+ public:
+  WarningFinder(Files& files, const WarnedRun& run)
+      : files_(files), run_(run), systems_(readSystemFacts(files)), pages_(files) {}
+
+  std::vector<Message> find(const std::vector<std::string>& inputs);
+
+ private:
+  void addSystem(const SystemFact& system, const std::set<std::int16_t>& instruments);
+  void addRepeats(const SystemFact& system);
+  void addInput(const std::string& input);
+  void addNames(const std::vector<std::string>& inputs);
+  void add(const std::vector<Message>& messages);
+  Location locationOf(const SystemFact& system, const StaffFact& staff);
+  bool sharesASystem(const std::string& file) const;
+
+  Files& files_;
+  WarnedRun run_;
+  std::vector<SystemFact> systems_;
+  PageLookup pages_;
+  FileBuffer buffer_;
+  std::vector<Message> warnings_;
+};
+
+void WarningFinder::add(const std::vector<Message>& messages) {
+  warnings_.insert(warnings_.end(), messages.begin(), messages.end());
+}
+
+Location WarningFinder::locationOf(const SystemFact& system, const StaffFact& fact) {
+  Location location{.file = fact.file};
+  location.system = system.number;
+  if (const PageItems::Staff* staff = pages_.staff(fact)) {
+    location.item = staff->place.item;
+  }
+  return location;
+}
+
+/// Instruments and staff numbers that occur again; identifiers of 0 are counted by themselves.
+void WarningFinder::addRepeats(const SystemFact& system) {
+  std::set<std::string> instruments;
+  std::set<std::string> numbers;
+  for (const StaffFact& staff : system.staves) {
+    if (staff.instrumentText != "0" && !instruments.insert(staff.instrumentText).second) {
+      warnings_.push_back(messages::repeatedInstrumentId(locationOf(system, staff)));
+    }
+    if (!numbers.insert(staff.newStaff).second) {
+      warnings_.push_back(messages::repeatedStaffNumber(locationOf(system, staff)));
+    }
+  }
+}
+
+void WarningFinder::addSystem(const SystemFact& system, const std::set<std::int16_t>& instruments) {
+  const auto hasNoId = [](const StaffFact& staff) { return staff.instrumentText == "0"; };
+  const auto zeroIds = std::ranges::count_if(system.staves, hasNoId);
+  if (zeroIds > 1 && (run_.allowsZeroIds || run_.scope == RunScope::conversion)) {
+    warnings_.push_back(messages::severalZeroIds(static_cast<int>(zeroIds),
+                                                 locationOf(system, *std::ranges::find_if(system.staves, hasNoId))));
+  }
+  std::set<std::int16_t> missing = instruments;
+  for (const StaffFact& staff : system.staves) {
+    missing.erase(staff.instrument);
+  }
+  const std::size_t staves = system.staves.size() + missing.size();
+  if (staves > writtenStaves) {
+    Location location{.file = system.staves.front().file};
+    location.system = system.number;
+    warnings_.push_back(messages::tooManyStaves(static_cast<int>(staves), location));
+  }
+  if (run_.scope == RunScope::conversion) {
+    addRepeats(system);
+  }
+}
+
+/// Whether a page of several files has this one.
+bool WarningFinder::sharesASystem(const std::string& file) const {
+  return std::ranges::any_of(systems_, [&](const SystemFact& system) {
+    const auto isOfFile = [&](const StaffFact& staff) { return staff.file == file; };
+    return std::ranges::any_of(system.staves, isOfFile) && !std::ranges::all_of(system.staves, isOfFile);
+  });
+}
+
+void WarningFinder::addInput(const std::string& input) {
+  const PageLosses losses = findPageLosses(input, buffer_.read(files_, input, readableBytes).value_or(""));
+  add(losses.ofAnalysis);
+  if (!losses.hiddenStaves.empty() && !sharesASystem(input)) {
+    add(losses.hiddenStaves);
+  }
+  if (run_.scope != RunScope::analysis) {
+    add(losses.looseItems);
+  }
+  if (run_.scope == RunScope::conversion) {
+    add(losses.ofWriting);
+  }
+}
+
+/// A name with a comma is reported once for each folder that has one, or for the file where only its own name has.
+void WarningFinder::addNames(const std::vector<std::string>& inputs) {
+  std::set<std::string> names;
+  for (const std::string& input : inputs) {
+    const std::string folder = input.substr(0, input.find_last_of('\\') + 1);
+    if (input.find(',') != std::string::npos &&
+        names.insert(folder.find(',') == std::string::npos ? input : folder).second) {
+      warnings_.push_back(messages::nameWithComma(input));
+    }
+  }
+}
+
+std::vector<Message> WarningFinder::find(const std::vector<std::string>& inputs) {
+  addNames(inputs);
+  std::set<std::int16_t> instruments;
+  for (const SystemFact& system : systems_) {
+    for (const StaffFact& staff : system.staves) {
+      instruments.insert(staff.instrument);
+    }
+  }
+  if (run_.scope != RunScope::analysis) {
+    for (const SystemFact& system : systems_) {
+      addSystem(system, instruments);
+    }
+  }
+  std::set<std::string> known;
+  for (const std::string& input : inputs) {
+    if (known.insert(input).second) {
+      addInput(input);
+    }
+  }
+  return std::move(warnings_);
+}
+
+}  // namespace
+
+std::vector<Message> findWarnings(Files& files, const std::vector<std::string>& inputs, const WarnedRun& run) {
+  return WarningFinder(files, run).find(inputs);
+}
+
+}  // namespace kiv

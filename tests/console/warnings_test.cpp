@@ -1,0 +1,97 @@
+#include <string>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "tests/console/convert_fixture.h"
+#include "tests/console/json_schema.h"
+
+namespace kiv::test {
+namespace {
+
+/// Two pages, of which the first loses items to a conversion.
+class ConsoleWarnings : public ConsoleConvert {
+ protected:
+  void addLossy() const {
+    addPage("x1.mus", fluteAndBass + "note 7 at 5\nshorttext 1 at 5 \"sforzato\"\n");
+    addPage("x2.mus", bass);
+  }
+  std::string looseItem() const {
+    return "kivsys: " + place.capitals("X1.MUS") +
+           ": item 4: warning: 1 item is on staff 7, which has no staff item; a conversion leaves out what is there\n";
+  }
+  std::string cutText() const {
+    return "kivsys: " + place.capitals("X1.MUS") + ": item 5: warning: a conversion cuts the text to 5 characters\n";
+  }
+};
+
+TEST_F(ConsoleWarnings, AnAnalysisTellsWhatAConversionWouldLose) {
+  addLossy();
+  const Ended ended = place.kivsys({"analyze", "x1.mus", "x2.mus"});
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_EQ(ended.error, looseItem());
+}
+
+TEST_F(ConsoleWarnings, AConversionTellsThemBeforeItWrites) {
+  addLossy();
+  const Ended ended = place.kivsys({"convert", "x1.mus", "x2.mus"});
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_EQ(ended.error,
+            shown("information", doesNotQualify) + looseItem() + cutText() +
+                shown("information", created(2, place.capitals("WORK0001.MUS"), place.capitals("WORK0002.MUS"))));
+}
+
+TEST_F(ConsoleWarnings, StrictAnalysisEndsWithStatus3) {
+  addLossy();
+  EXPECT_EQ(place.kivsys({"analyze", "--strict", "x1.mus", "x2.mus"}).status, 3);
+  EXPECT_EQ(place.kivsys({"analyze", "--strict", "x2.mus"}).status, 0);
+}
+
+TEST_F(ConsoleWarnings, StrictConversionWritesNoResult) {
+  addLossy();
+  const Ended ended = place.kivsys({"convert", "--strict", "x1.mus", "x2.mus"});
+  EXPECT_EQ(ended.status, 3);
+  EXPECT_EQ(ended.error, shown("information", doesNotQualify) + looseItem() + cutText() +
+                             "kivsys: nothing is converted, as there are warnings and --strict is given\n");
+  EXPECT_EQ(place.read("WORK0001.MUS"), "(no file)");
+  EXPECT_EQ(place.kivsys({"convert", "--strict", "--force", "x2.mus"}).status, 0);
+  EXPECT_NE(place.read("WORK0001.MUS"), "(no file)");
+}
+
+TEST_F(ConsoleWarnings, JsonHasThemAmongTheProblems) {
+  addLossy();
+  const Json object = Json::parse(place.kivsys({"analyze", "--json", "x1.mus", "x2.mus"}).out);
+  EXPECT_EQ(complaints(object, "analyze"), Names());
+  ASSERT_EQ(object["problems"].size(), 1U);
+  const Json expected = {
+      {"code", "item-on-no-staff"},
+      {"severity", "warning"},
+      {"message", nullptr},
+      {"file", place.capitals("X1.MUS")},
+      {"system", nullptr},
+      {"staff", 7},
+      {"instrument", nullptr},
+      {"item", 4},
+      {"offset", 102},
+      {"repeats", 1},
+      {"text", "1 item is on staff 7, which has no staff item; a conversion leaves out what is there"}};
+  EXPECT_EQ(object["problems"][0], expected);
+}
+
+TEST_F(ConsoleWarnings, JsonLinesHaveThemToo) {
+  addLossy();
+  const std::string out = place.kivsys({"analyze", "--jsonl", "x1.mus", "x2.mus"}).out;
+  const Json line = Json::parse(out.substr(0, out.find('\n')));
+  EXPECT_EQ(complaints(line, "line"), Names());
+  EXPECT_EQ(line["record"], "problem");
+  EXPECT_EQ(line["severity"], "warning");
+}
+
+TEST_F(ConsoleWarnings, ASiblingsCallHasNone) {
+  addLossy();
+  place.write("n.txt", place.corePath("x1.mus") + " 1\r\n" + place.corePath("x2.mus") + " 1\r\n");
+  EXPECT_EQ(place.kivsys({"CALLEDBY=KIV,FUNCTION=ANALYZE,NAMES=n.txt"}).error, "");
+}
+
+}  // namespace
+}  // namespace kiv::test
