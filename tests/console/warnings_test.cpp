@@ -25,14 +25,14 @@ class ConsoleWarnings : public ConsoleConvert {
   }
 };
 
-TEST_F(ConsoleWarnings, AnAnalysisTellsWhatAConversionWouldLose) {
+TEST_F(ConsoleWarnings, AnAnalysisShowsWhatAConversionWouldLose) {
   addLossy();
   const Ended ended = place.kivsys({"analyze", "x1.mus", "x2.mus"});
   EXPECT_EQ(ended.status, 0);
   EXPECT_EQ(ended.error, looseItem());
 }
 
-TEST_F(ConsoleWarnings, AConversionTellsThemBeforeItWrites) {
+TEST_F(ConsoleWarnings, AConversionShowsThemBeforeItWrites) {
   addLossy();
   const Ended ended = place.kivsys({"convert", "x1.mus", "x2.mus"});
   EXPECT_EQ(ended.status, 0);
@@ -61,7 +61,7 @@ TEST_F(ConsoleWarnings, StrictConversionWritesNoResult) {
 TEST_F(ConsoleWarnings, JsonHasThemAmongTheProblems) {
   addLossy();
   const Json object = Json::parse(place.kivsys({"analyze", "--json", "x1.mus", "x2.mus"}).out);
-  EXPECT_EQ(complaints(object, "analyze"), Names());
+  EXPECT_EQ(schemaErrors(object, "analyze"), Names());
   ASSERT_EQ(object["problems"].size(), 1U);
   const Json expected = {
       {"code", "item-on-no-staff"},
@@ -82,7 +82,7 @@ TEST_F(ConsoleWarnings, JsonLinesHaveThemToo) {
   addLossy();
   const std::string out = place.kivsys({"analyze", "--jsonl", "x1.mus", "x2.mus"}).out;
   const Json line = Json::parse(out.substr(0, out.find('\n')));
-  EXPECT_EQ(complaints(line, "line"), Names());
+  EXPECT_EQ(schemaErrors(line, "line"), Names());
   EXPECT_EQ(line["record"], "problem");
   EXPECT_EQ(line["severity"], "warning");
 }

@@ -54,7 +54,7 @@ TEST_F(WarningsTest, StavesOfAResultBeyond32AreCountedWithTheRestStaves) {
   EXPECT_THAT(warnings(RunScope::analysis), IsEmpty());
 }
 
-TEST_F(WarningsTest, SeveralZeroIdsOfASystemAreToldWhereNoMessageTellsThem) {
+TEST_F(WarningsTest, SeveralZeroIdsOfASystemAreReportedWhereNoMessageDoes) {
   run.addPage("X1.MUS", "staff 2 at 0\nstaff 1 at 0\nbarline 1 at 0 spans 2\n");
   run.addPage("X2.MUS", "staff 1 at 0\nstaff 2 at 0\n");
   EXPECT_THAT(warnings(RunScope::beforeConversion, true), ElementsAre("several-zero-ids X1.MUS 1 1"));
@@ -75,7 +75,7 @@ TEST_F(WarningsTest, ANegativeIdLosesItsSign) {
   EXPECT_THAT(warnings(RunScope::analysis), ElementsAre("negative-instrument-id X1.MUS 2 0"));
 }
 
-TEST_F(WarningsTest, AFolderWithACommaIsToldOnce) {
+TEST_F(WarningsTest, AFolderWithACommaIsReportedOnce) {
   run.addPage("A,B\\X1.MUS", fluteAndBass);
   run.addPage("A,B\\X2.MUS", fluteAndBass);
   EXPECT_THAT(warnings(RunScope::analysis), ElementsAre("name-with-comma X1.MUS 0 0"));
