@@ -23,6 +23,11 @@ void requireSelection(const std::string& command, const Selection& selection) {
   }
 }
 
+/// Without this option, a run in a folder that another run works in is refused.
+void addWait(CLI::App& command, bool& wait) {
+  command.add_flag("--wait", wait, "Wait for another run that works in the folders");
+}
+
 void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
   addSelection(command, options.selection, "Write report and verdict to this folder");
   command.add_option("--result", options.result, "First result file (default: WORK0001.MUS beside the first page)")
@@ -32,6 +37,7 @@ void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
   command.add_flag("--no-instr-number", options.noInstrNumber, "Do not show instrument ids in the results");
   command.add_flag("--force", options.force, "Convert even if the input can be used without a conversion");
   command.add_flag("--json", options.json, "Print one JSON object and nothing else");
+  addWait(command, options.wait);
   command.callback([&command, &options, &status] {
     requireSelection(command.get_name(), options.selection);
     status = runConvert(options);
@@ -51,6 +57,7 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
                     "Report every bad page and analyze the others; status 1 if there was one");
   analyze->add_flag("--exit-code", options.exitCode, "End with status 3 when the input needs a conversion");
   analyze->add_flag("--strict", options.strict, "End with status 3 after a warning");
+  addWait(*analyze, options.wait);
   analyze->footer(
       "Writes KivSystem2.TXT (report) and KivSystem1.TXT (verdict). Ends with status 0; with 1 after a critical\n"
       "message; with 2 on wrong usage.\n\nExamples:\n  kivsys analyze PIECE*.MUS\n"
@@ -112,6 +119,7 @@ void addSort(CLI::App& app, SortOptions& options, int& status) {
   CLI::App* sort = app.add_subcommand("sort", "Sort the staves of each page by instrument, top to bottom");
   addSelection(*sort, options.selection, "Run in this folder");
   sort->add_flag("--json", options.json, "Print one JSON object and nothing else");
+  addWait(*sort, options.wait);
   sort->footer(
       "Writes each page beside its input with the suffix PAG. Ends with status 0; with 1 after a critical message;\n"
       "with 2 on wrong usage.\n\nExample:\n  kivsys sort PIECE001.MUS");

@@ -7,6 +7,7 @@
 #include "apps/kivsys/commands/analyze_command.h"
 #include "apps/kivsys/exit_status.h"
 #include "platform/console/native_system.h"
+#include "platform/console/stop_signals.h"
 #include "shell/start_up.h"
 
 namespace kiv {
@@ -36,6 +37,7 @@ int run(int argc, const char* const* argv) {
 
 int main(int argc, char** argv) {
   try {
+    kiv::noteFileSizeSignal();
     return kiv::run(argc, argv);
   } catch (const std::bad_alloc&) {
     std::cerr << "kivsys: out of memory\n";

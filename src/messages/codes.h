@@ -31,6 +31,7 @@ inline constexpr std::string_view overflow = "overflow";
 inline constexpr std::string_view typeMismatch = "type-mismatch";
 inline constexpr std::string_view divisionByZero = "division-by-zero";
 inline constexpr std::string_view runTimeError = "run-time-error";  ///< the platform's own words follow
+inline constexpr std::string_view fileChanged = "file-changed";
 inline constexpr std::string_view programmingError = "programming-error";
 inline constexpr std::string_view qualifies = "qualifies";
 inline constexpr std::string_view analysisResult = "analysis-result";

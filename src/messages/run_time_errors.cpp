@@ -58,4 +58,9 @@ Message readFailure(std::string_view file) {
   return platformFailure("Device I/O error", file);
 }
 
+Message fileChanged(const std::string& file) {
+  return at({.file = file},
+            {code::fileChanged, Icon::critical, Buttons::ok, "Changed by another program: " + file, {}, {}});
+}
+
 }  // namespace kiv::messages

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "messages/message.h"
@@ -23,5 +24,8 @@ Message invalidArgument(std::string_view workedOn);
 Message platformFailure(std::string_view platformText, std::string_view workedOn);
 /// A file that cannot be read to its end.
 Message readFailure(std::string_view file);
+
+/// A file of the run that another program has changed while the run was at work. Only the console program says so.
+Message fileChanged(const std::string& file);
 
 }  // namespace kiv::messages

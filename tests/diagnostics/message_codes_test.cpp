@@ -112,6 +112,7 @@ std::vector<Example> otherExamples() {
       {"invalidArgument", invalidArgument("X")},
       {"platformFailure", platformFailure("Full", "X")},
       {"readFailure", readFailure("X")},
+      {"fileChanged", fileChanged("X")},
       {"invalidCall", invalidCall("X")},
       {"settingsFileNotOpened", settingsFileNotOpened("X")},
       {"moduleMissing", moduleMissing("X")},

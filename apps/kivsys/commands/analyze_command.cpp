@@ -40,7 +40,8 @@ bool runAnalysis(ConsoleHost& console, KivSystem& program, const std::string& na
 }
 
 std::optional<Layouts> layoutsOf(ConsoleHost& console, const SystemTable& systems, Places places) {
-  auto layouts = findLayouts(console.system(), systems, places);
+  std::optional<Layouts> layouts;
+  static_cast<void>(endsNormally(console, [&] { layouts = findLayouts(console.system(), systems, places); }));
   if (!layouts) {
     NativeSystem::writeError("kivsys: the layouts are not told, as the report cannot be read again\n");
   }
@@ -56,7 +57,7 @@ int analyzeNames(ConsoleHost& console, const std::string& namesFile, const Analy
   const bool normalEnd = runAnalysis(console, program, pages ? pages->namesFile() : namesFile, options.allowZeroId);
   const bool details = options.json || options.jsonl;
   AnalysisOutput output{outcomeOf(program, console, normalEnd), {}, {}, {}, pages ? &*pages : nullptr};
-  if (output.outcome.normalEnd && options.guarded) {
+  if (output.outcome.normalEnd && !options.likePanel) {
     output.warnings = showWarnings(program, {scopeOf(output.outcome), options.allowZeroId}, details);
   }
   if (output.outcome.normalEnd) {
@@ -76,13 +77,15 @@ int analyzeNames(ConsoleHost& console, const std::string& namesFile, const Analy
 }  // namespace
 
 int runAnalyze(const AnalyzeOptions& options) {
-  ConsoleHost console;
-  return runOnSelection(console, options.selection,
-                        [&](const std::string& namesFile) { return analyzeNames(console, namesFile, options); });
+  ConsoleHost console(options.likePanel ? Guard::off : Guard::on);
+  const WrittenFolders written{!options.likePanel, false, "", options.wait};
+  return runOnSelection(
+      console, options.selection,
+      [&](const std::string& namesFile) { return analyzeNames(console, namesFile, options); }, written);
 }
 
 int runSiblingCall(const std::string& commandLine) {
-  ConsoleHost console;
+  ConsoleHost console(Guard::off);
   KivSystem program(console.host());
   const bool normalEnd = endsNormally(console, [&] {
     if (!isAnalysisMode(commandLine)) {

@@ -15,7 +15,8 @@ struct AnalyzeOptions {
   bool exitCode = false;
   bool keepGoing = false;  ///< skip bad pages
   bool strict = false;     ///< end with status 3 after a warning
-  bool guarded = true;     ///< warn of what is lost
+  bool likePanel = false;  ///< as the panel does, without a guard and without warnings
+  bool wait = false;       ///< for another run that works in the folders
 };
 
 /// Runs the analysis and prints its outcome. Returns the program's exit status.

@@ -120,8 +120,15 @@ bool ConvertRun::dump() {
 }
 
 bool ConvertRun::convert(const ConversionOptions& conversion) {
-  const bool normalEnd = endsNormally(console_, [&] { program_.host.user.show(convertGroup(program_, conversion)); });
-  return normalEnd && (!options_.trace || dump());
+  bool isFlushed = false;
+  const bool normalEnd = endsNormally(console_, [&] {
+    const Message created = convertGroup(program_, conversion);
+    isFlushed = flushResults(console_);
+    if (isFlushed) {
+      program_.host.user.show(created);
+    }
+  });
+  return normalEnd && isFlushed && (!options_.trace || dump());
 }
 
 /// Shows what the run loses, before anything of it is written.
@@ -137,7 +144,7 @@ void ConvertRun::warn(ConvertOutput& output) {
 
 ConversionOptions ConvertRun::conversionOptions(const std::string& firstResultFile) const {
   return {firstResultFile.empty() ? kiv::firstResultFile(program_.names) : firstResultFile, !options_.noOverwrite,
-          !options_.noInstrNumber, options_.guarded ? ReadBack::yes : ReadBack::no};
+          !options_.noInstrNumber, options_.likePanel ? ReadBack::no : ReadBack::yes};
 }
 
 ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& firstResultFile) {
@@ -147,7 +154,7 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   const RunOutcome analysis = outcomeOf(program_, console_, normalEnd);
   ConvertOutput output;
   output.planned = overlay_;
-  if (normalEnd && options_.guarded) {
+  if (normalEnd && !options_.likePanel) {
     warn(output);
   }
   std::optional<ConversionOptions> converted;
@@ -171,13 +178,15 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
 }  // namespace
 
 int runConvert(const ConvertOptions& options) {
-  ConsoleHost console;
+  ConsoleHost console(options.likePanel ? Guard::off : Guard::on);
   const std::string firstResultFile = options.result.empty() ? "" : console.system().fullName(options.result);
-  return runOnSelection(console, options.selection, [&](const std::string& namesFile) {
+  const auto convert = [&](const std::string& namesFile) {
     OverlayFiles overlay(console.system(), console.system());
     ConvertRun run(console, options.dryRun ? &overlay : nullptr, options);
     return print(run.run(namesFile, firstResultFile), options.json);
-  });
+  };
+  const bool locks = !options.likePanel && !options.dryRun;
+  return runOnSelection(console, options.selection, convert, {locks, locks, firstResultFile, options.wait});
 }
 
 }  // namespace kiv

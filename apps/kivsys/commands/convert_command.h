@@ -15,11 +15,12 @@ struct ConvertOptions {
   bool noInstrNumber = false;  ///< results show no instrument identifiers
   bool force = false;          ///< convert input that qualifies as it is, too
   bool json = false;
-  bool dryRun = false;  ///< write nothing, print what would be written
-  bool verify = false;  ///< prove the conversion afterwards
-  bool strict = false;  ///< do not convert after a warning
-  bool guarded = true;  ///< warn of what is lost, and refuse results that would not give all their items back
-  bool trace = false;   ///< leave the tables of the last system in a text file
+  bool dryRun = false;     ///< write nothing, print what would be written
+  bool verify = false;     ///< prove the conversion afterwards
+  bool strict = false;     ///< do not convert after a warning
+  bool likePanel = false;  ///< as the panel does, without a guard and without warnings
+  bool wait = false;       ///< for another run that works in the folders
+  bool trace = false;      ///< leave the tables of the last system in a text file
 };
 
 /// Analyzes the selected pages as the panel does, converts them when they need it, and prints the outcome. Returns the

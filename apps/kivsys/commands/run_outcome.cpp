@@ -17,6 +17,14 @@ bool endsNormally(ConsoleHost& console, const std::function<void()>& run) {
   return exitCodeOf(console.user(), run).value_or(exit_status::normal) == exit_status::normal;
 }
 
+bool flushResults(ConsoleHost& console) {
+  const auto failure = console.system().flushFolders();
+  if (failure) {
+    NativeSystem::writeError("kivsys: cannot write to the disk: " + *failure + "\n");
+  }
+  return !failure;
+}
+
 RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& console, bool normalEnd) {
   RunOutcome outcome;
   outcome.normalEnd = normalEnd;

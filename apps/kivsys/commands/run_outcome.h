@@ -33,6 +33,9 @@ struct RunOutcome {
 /// Runs a procedure of the program, and shows the critical message that ends it. False when one did.
 bool endsNormally(ConsoleHost& console, const std::function<void()>& run);
 
+/// Waits until the names of the pages written are on the disk. False when that fails, which is said on standard error.
+bool flushResults(ConsoleHost& console);
+
 /// The outcome of an analysis that has filled the program's tables.
 RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& console, bool normalEnd);
 

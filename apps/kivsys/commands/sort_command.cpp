@@ -12,9 +12,10 @@ namespace {
 int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOptions& options) {
   NamesTable names;
   ItemTable items;
-  const ReadBack readBack = options.guarded ? ReadBack::yes : ReadBack::no;
-  const bool normalEnd =
+  const ReadBack readBack = options.likePanel ? ReadBack::no : ReadBack::yes;
+  const bool isSorted =
       endsNormally(console, [&] { cmdSortInstrument_Click(console.host(), namesFile, names, items, readBack); });
+  const bool normalEnd = flushResults(console) && isSorted;
   const RunOutcome outcome = writingOutcomeOf(names, console, normalEnd);
   return printOutcome(options.json ? asJson(outcome) : createdLines(outcome),
                       normalEnd ? exit_status::normal : exit_status::critical);
@@ -23,9 +24,11 @@ int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOpti
 }  // namespace
 
 int runSort(const SortOptions& options) {
-  ConsoleHost console;
-  return runOnSelection(console, options.selection,
-                        [&](const std::string& namesFile) { return sortNames(console, namesFile, options); });
+  ConsoleHost console(options.likePanel ? Guard::off : Guard::on);
+  const WrittenFolders written{false, !options.likePanel, "", options.wait};
+  return runOnSelection(
+      console, options.selection, [&](const std::string& namesFile) { return sortNames(console, namesFile, options); },
+      written);
 }
 
 }  // namespace kiv

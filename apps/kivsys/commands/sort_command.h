@@ -8,7 +8,8 @@ namespace kiv {
 struct SortOptions {
   Selection selection;
   bool json = false;
-  bool guarded = true;  ///< refuse results that would not give all their items back
+  bool likePanel = false;  ///< as the panel does, without a guard
+  bool wait = false;       ///< for another run that works in the folders
 };
 
 /// Sorts the selected pages by instrument and prints which files were written. Returns the program's exit status.

@@ -2,28 +2,26 @@
 
 #include <algorithm>
 #include <atomic>
-#include <csignal>
 #include <filesystem>
 #include <iostream>
 #include <mutex>
+#include <new>
+#include <string_view>
+#include <system_error>
 #include <thread>
 
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/survey/survey_state.h"
 #include "platform/console/console_host.h"
+#include "platform/console/stop_signals.h"
 
 namespace kiv {
 namespace {
 
-constexpr int interruptedStatus = 130;
+constexpr std::string_view outOfMemory = "Out of memory";
 
-/// Set by the signal. It outlives the survey, as a signal may come at any time.
-std::atomic<bool> interrupted = false;
-static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler may touch nothing else");
-
-extern "C" void interrupt(int signal) {
-  interrupted = true;
-  static_cast<void>(std::signal(signal, SIG_DFL));  // the second signal ends the program at once
+bool isOutOfMemory(const PieceFindings& findings) {
+  return findings.problems.size() == 1 && findings.problems.front() == outOfMemory;
 }
 
 /// A running survey. The workers are threads: an analysis that reads the disk and writes to memory shares nothing with
@@ -43,6 +41,8 @@ class Survey {
  private:
   void loadKnown();
   void work();
+  PieceFindings analyze(NativeSystem& system, std::size_t piece);
+  void startWorkers();
   void finish(std::size_t piece, PieceFindings findings);
   void print(const std::string& text);
 
@@ -56,7 +56,9 @@ class Survey {
   std::vector<std::optional<PieceFindings>> findings_;
   std::size_t finished_ = 0;
   std::size_t printed_ = 0;
+  std::size_t withoutMemory_ = 0;
   bool stateLost_ = false;
+  std::atomic<bool> memoryLost_ = false;
 };
 
 void Survey::print(const std::string& text) {
@@ -67,7 +69,11 @@ void Survey::print(const std::string& text) {
 /// Prints the lines in the order of the pieces, up to the first unfinished one.
 void Survey::finish(std::size_t piece, PieceFindings findings) {
   const std::lock_guard lock(mutex_);
-  stateLost_ = !state_.keep(pieces_[piece], findings) || stateLost_;
+  if (isOutOfMemory(findings)) {
+    ++withoutMemory_;  // another run tries again
+  } else {
+    stateLost_ = !state_.keep(pieces_[piece], findings) || stateLost_;
+  }
   findings_[piece] = std::move(findings);
   ++finished_;
   for (; printed_ < pieces_.size() && findings_[printed_]; ++printed_) {
@@ -76,17 +82,46 @@ void Survey::finish(std::size_t piece, PieceFindings findings) {
   user_.showProgress(static_cast<int>(finished_), static_cast<int>(pieces_.size()), "pieces");
 }
 
-void Survey::work() {
-  NativeSystem system;
-  for (std::size_t piece = next_++; piece < pieces_.size() && !interrupted; piece = next_++) {
-    if (findings_[piece]) {
-      continue;  // an earlier run has analyzed it
-    }
-    PieceFindings findings = surveyPiece(system, system, pieces_[piece].pages);
+/// A piece that takes more memory than there is has that as its only problem.
+PieceFindings Survey::analyze(NativeSystem& system, std::size_t piece) {
+  PieceFindings findings;
+  try {
+    findings = surveyPiece(system, system, pieces_[piece].pages);
     for (std::string& problem : findings.problems) {
       problem = NativeSystem::toUtf8(problem);
     }
-    finish(piece, std::move(findings));
+  } catch (const std::bad_alloc&) {
+    findings = {};
+    findings.pages = pieces_[piece].pages.size();
+    findings.problems.emplace_back(outOfMemory);
+  }
+  return findings;
+}
+
+void Survey::work() {
+  NativeSystem system;
+  for (std::size_t piece = next_++; piece < pieces_.size() && stopSignal() == 0 && !memoryLost_; piece = next_++) {
+    if (findings_[piece]) {
+      continue;  // an earlier run has analyzed it
+    }
+    try {
+      finish(piece, analyze(system, piece));
+    } catch (const std::bad_alloc&) {
+      memoryLost_ = true;
+    }
+  }
+}
+
+/// As many workers as the system has threads for; without any, the work is done here.
+void Survey::startWorkers() {
+  const std::size_t cores = std::max(1U, options_.jobs == 0 ? std::thread::hardware_concurrency() : options_.jobs);
+  std::vector<std::jthread> workers;
+  try {
+    for (std::size_t i = 0; i < std::min(cores, pieces_.size()); ++i) {
+      workers.emplace_back([this] { work(); });
+    }
+  } catch (const std::system_error&) {
+    work();
   }
 }
 
@@ -100,13 +135,7 @@ void Survey::loadKnown() {
 int Survey::run() {
   print(lines_.head());
   loadKnown();
-  const std::size_t cores = std::max(1U, options_.jobs == 0 ? std::thread::hardware_concurrency() : options_.jobs);
-  {
-    std::vector<std::jthread> workers;
-    for (std::size_t i = 0; i < std::min(cores, pieces_.size()); ++i) {
-      workers.emplace_back([this] { work(); });
-    }
-  }
+  startWorkers();
   const bool stopped = finished_ < pieces_.size();
   for (; printed_ < pieces_.size(); ++printed_) {
     if (findings_[printed_]) {
@@ -114,6 +143,7 @@ int Survey::run() {
     }
   }
   print(lines_.end(stopped));
+  stateLost_ = !state_.flush() || stateLost_;
   if (!std::cout) {
     std::cerr << "kivsys: cannot write to standard output\n";
     return exit_status::critical;
@@ -122,9 +152,13 @@ int Survey::run() {
     std::cerr << "kivsys: cannot write to " << options_.resume << '\n';
     return exit_status::critical;
   }
+  if (withoutMemory_ > 0 || memoryLost_) {
+    std::cerr << "kivsys: out of memory\n";
+    return exit_status::critical;
+  }
   if (stopped) {
     std::cerr << "kivsys: interrupted with " << finished_ << " of " << pieces_.size() << " pieces\n";
-    return interruptedStatus;
+    return exit_status::afterSignal(stopSignal());
   }
   return exit_status::normal;
 }
@@ -147,7 +181,7 @@ int runSurvey(const SurveyOptions& options) {
       return exit_status::critical;
     }
   }
-  static_cast<void>(std::signal(SIGINT, interrupt));
+  noteStopSignals(SecondSignal::endsProgram);
   const Library library = walkLibrary(console.system(), options.folders);
   for (const std::string& folder : library.unreadable) {
     std::cerr << "kivsys: cannot list the folder " << folder << '\n';

@@ -35,6 +35,8 @@ std::string SurveyState::open(NativeSystem& system, const std::string& file) {
   if (const auto failure = system.replaceFile(name, goodLines)) {
     return *failure;
   }
+  system_ = &system;
+  name_ = name;
   file_.open(file, std::ios::binary | std::ios::app);
   return file_ ? "" : "it cannot be opened";
 }
@@ -54,6 +56,10 @@ bool SurveyState::keep(const LibraryPiece& piece, const PieceFindings& findings)
   object["stamp"] = utf8(piece.stamp);
   file_ << textOf(object) + "\n" << std::flush;
   return file_.good();
+}
+
+bool SurveyState::flush() {
+  return system_ == nullptr || (system_->flushFile(name_) && !system_->flushFolders());
 }
 
 }  // namespace kiv

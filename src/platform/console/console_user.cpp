@@ -4,6 +4,8 @@
 #include <iostream>
 #include <optional>
 
+#include "platform/console/stop_signals.h"
+
 namespace kiv {
 namespace {
 
@@ -64,7 +66,11 @@ Answer ConsoleUser::ask() const {
   std::string line;
   while (true) {
     NativeSystem::writeError("  [y/N] ");
-    if (!std::getline(std::cin, line)) {
+    letSignalsEndReading(true);
+    const bool isRead = static_cast<bool>(std::getline(std::cin, line));
+    letSignalsEndReading(false);
+    endIfStopped();
+    if (!isRead) {
       return Answer::no;
     }
     if (const auto answer = answerIn(line)) {

@@ -108,7 +108,10 @@ std::unique_ptr<InputFile> openForReading(const std::string& path) {
 }
 
 std::unique_ptr<OutputFile> openForWriting(const std::string& path) {
-  Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, readableByAll));
+  return asOutput(Descriptor(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, readableByAll)));
+}
+
+std::unique_ptr<OutputFile> asOutput(Descriptor file) {
   if (!file.isOpen()) {
     return nullptr;
   }

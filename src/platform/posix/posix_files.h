@@ -32,6 +32,8 @@ class Descriptor {
 std::unique_ptr<InputFile> openForReading(const std::string& path);
 /// Opens the file empty. Null when it cannot be written.
 std::unique_ptr<OutputFile> openForWriting(const std::string& path);
+/// The open file as one to write to; null when it is not open.
+std::unique_ptr<OutputFile> asOutput(Descriptor file);
 /// The system's words for the last failure.
 std::string lastFailure();
 /// Writes all bytes. Returns the failure's text.

@@ -7,12 +7,14 @@
 #include <filesystem>
 #include <new>
 #include <system_error>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/posix/own_files.h"
 #include "platform/posix/posix_files.h"
 #include "platform/posix/utf8.h"
 
@@ -69,25 +71,50 @@ std::unique_ptr<OutputFile> PosixSystem::openOutput(const std::string& name) {
 
 std::optional<std::string> PosixSystem::replaceFile(const std::string& name, std::string_view bytes) {
   const std::string target = linkTarget(paths_.resolve(name));
-  const bool folderIsKnown = paths_.isCurrent(target.substr(0, target.rfind(separator) + 1));
-  std::string beside = target.substr(0, target.rfind(separator) + 1) + ".kiv-XXXXXX";
+  const std::string folder = target.substr(0, target.rfind(separator) + 1);
+  const bool folderIsKnown = paths_.isCurrent(folder);
+  std::string beside = folder + ".kiv-XXXXXX";
+  const SignalsHeld held;
   const Descriptor file(::mkstemp(beside.data()));
   if (!file.isOpen()) {
     return lastFailure();
   }
   struct stat old {};
-  const mode_t mode = ::stat(target.c_str(), &old) == 0 ? old.st_mode : modeOfNewFiles();
+  const bool isNew = ::stat(target.c_str(), &old) != 0;
   auto failure = writeAll(file, bytes);
-  if (!failure && (::fchmod(file.number(), mode) != 0 || ::fsync(file.number()) != 0 ||
-                   ::rename(beside.c_str(), target.c_str()) != 0)) {
-    failure = lastFailure();
+  if (!failure) {
+    const bool hasMode = isNew ? ::fchmod(file.number(), modeOfNewFiles()) == 0 : takeOwnerAndMode(file, old);
+    const bool isDone = hasMode && ::fsync(file.number()) == 0 && ::rename(beside.c_str(), target.c_str()) == 0;
+    failure = isDone ? std::nullopt : std::optional(lastFailure());
   }
   if (failure) {
     ::unlink(beside.c_str());
-  } else if (folderIsKnown) {
+    return failure;
+  }
+  unflushed_.insert(folder);
+  if (folderIsKnown) {
     paths_.addToListing(target);
   }
-  return failure;
+  return std::nullopt;
+}
+
+std::unique_ptr<OutputFile> PosixSystem::openOwnOutput(const std::string& name) {
+  return openOwnForWriting(paths_.resolve(name));
+}
+
+bool PosixSystem::flushFile(const std::string& name) {
+  const Descriptor file(::open(paths_.resolve(name).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  return file.isOpen() && (::fsync(file.number()) == 0 || errno == EINVAL);  // a pipe has nothing on the disk
+}
+
+std::optional<std::string> PosixSystem::flushFolders() {
+  for (const std::string& folder : std::exchange(unflushed_, {})) {
+    const std::string path = folder.empty() ? "." : folder;
+    if (const auto failure = flushFolder(path)) {
+      return path + ": " + *failure;
+    }
+  }
+  return std::nullopt;
 }
 
 bool PosixSystem::deleteFile(const std::string& name) {

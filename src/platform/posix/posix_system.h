@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,6 +38,13 @@ class PosixSystem : public Files, public Programs, public Machine {
 
   // --- for the console programs ---
 
+  /// Opens a file of the program's own empty. What a link of that name leads to stays as it is, and so does a file that
+  /// has other names, too: a new file takes the name. Null when it cannot be written.
+  std::unique_ptr<OutputFile> openOwnOutput(const std::string& name);
+  /// Waits until what was written into the file is on the disk. False when that fails.
+  bool flushFile(const std::string& name);
+  /// Waits until the folders that hold replaced files are on the disk. Returns the folder and failure.
+  [[nodiscard]] std::optional<std::string> flushFolders();
   /// Makes a folder, named as the user typed it, the run's current one. False when it cannot be.
   bool enterFolder(const std::string& typed);
   /// The full name, as the core writes names, of a file named as the user typed it.
@@ -64,6 +72,7 @@ class PosixSystem : public Files, public Programs, public Machine {
 
  private:
   PathFinder paths_;
+  std::set<std::string> unflushed_;  // folders in which files were replaced, as the disk names them
 };
 
 }  // namespace kiv

@@ -132,6 +132,20 @@ std::optional<ShellFailure> Win32System::runInShell(const std::string& command, 
   return runThroughShellObject(command, style);
 }
 
+std::unique_ptr<OutputFile> Win32System::openOwnOutput(const std::string& name) {
+  const DWORD attributes = isWhole(name) ? GetFileAttributesA(name.c_str()) : INVALID_FILE_ATTRIBUTES;
+  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
+    DeleteFileA(name.c_str());  // the link, not what it leads to
+  }
+  return isWhole(name) ? openForWriting(name) : nullptr;
+}
+
+bool Win32System::flushFile(const std::string& name) {
+  const Handle file(CreateFileA(name.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+  return file.isOpen() && FlushFileBuffers(file.get()) != FALSE;
+}
+
 bool Win32System::enterFolder(const std::string& typed) {
   return isWhole(typed) && SetCurrentDirectoryA(typed.c_str()) != FALSE;
 }

@@ -32,6 +32,13 @@ class Win32System : public Files, public Programs, public Machine {
 
   // --- for the console programs ---
 
+  /// Opens a file of the program's own empty. What a link of that name leads to stays as it is. Null when it cannot be
+  /// written.
+  static std::unique_ptr<OutputFile> openOwnOutput(const std::string& name);
+  /// Waits until what was written into the file is on the disk. False when that fails.
+  static bool flushFile(const std::string& name);
+  /// A replaced file and its name are on the disk already.
+  [[nodiscard]] static std::optional<std::string> flushFolders() { return std::nullopt; }
   /// Makes a folder, named as the user typed it, the run's current one. False when it cannot be.
   static bool enterFolder(const std::string& typed);
   /// The full name, as the core writes names, of a file named as the user typed it.

@@ -55,6 +55,7 @@ class Failure {
   Outcome ofReading() const;
   Outcome ofPage() const;
   Outcome ofWriting() const;
+  Outcome ofFolder() const;
 
   const std::vector<Call>& calls_;
   std::size_t at_;
@@ -91,6 +92,9 @@ Outcome Failure::outcome() const {
   if (explains()) {
     return std::nullopt;
   }
+  if (call().file == "." || call().file.ends_with('/')) {
+    return ofFolder();
+  }
   if (name == "open") {
     return ofOpening();
   }
@@ -98,6 +102,17 @@ Outcome Failure::outcome() const {
     return ofReading();
   }
   return ofWriting();
+}
+
+/// Folders are opened for their locks, without which the run goes on, and at the end to be flushed.
+Outcome Failure::ofFolder() const {
+  const bool isLock = std::none_of(calls_.begin(), calls_.begin() + static_cast<std::ptrdiff_t>(at_),
+                                   [](const Call& earlier) { return earlier.name == "mkstemp"; });
+  const bool isUnreadable = call().name == "open" && errorText_ == "Permission denied";
+  if (isLock || isUnreadable) {
+    return std::nullopt;
+  }
+  return "kivsys: cannot write to the disk: " + call().file + ": " + errorText_ + "\n";
 }
 
 Outcome Failure::ofWriting() const {

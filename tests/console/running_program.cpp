@@ -1,0 +1,74 @@
+#include "tests/console/running_program.h"
+
+#include <array>
+#include <csignal>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <stdlib.h>  // setenv
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace kiv::test {
+
+RunningProgram::RunningProgram(const std::filesystem::path& folder, std::vector<std::string> arguments) {
+  std::filesystem::create_directories(folder / "tmp");
+  std::array<int, 2> in{};
+  std::array<int, 2> error{};
+  EXPECT_EQ(::pipe2(in.data(), O_CLOEXEC), 0);
+  EXPECT_EQ(::pipe2(error.data(), O_CLOEXEC), 0);
+  arguments.insert(arguments.begin(), KIVSYS_PROGRAM);
+  std::vector<char*> argv;
+  for (std::string& argument : arguments) {
+    argv.push_back(argument.data());
+  }
+  argv.push_back(nullptr);
+  child_ = ::fork();
+  if (child_ == 0) {
+    const int out = ::open("/dev/null", O_WRONLY);
+    if (::chdir(folder.c_str()) == 0 && ::setenv("TMPDIR", (folder / "tmp").c_str(), 1) == 0 &&
+        ::dup2(in[0], STDIN_FILENO) >= 0 && ::dup2(out, STDOUT_FILENO) >= 0 && ::dup2(error[1], STDERR_FILENO) >= 0) {
+      ::execv(KIVSYS_PROGRAM, argv.data());
+    }
+    ::_exit(127);
+  }
+  ::close(in[0]);
+  ::close(error[1]);
+  input_ = in[1];
+  errorOut_ = error[0];
+}
+
+RunningProgram::~RunningProgram() {
+  ::close(input_);
+  ::close(errorOut_);
+}
+
+bool RunningProgram::readMore() {
+  std::array<char, 4096> buffer{};
+  const ssize_t got = ::read(errorOut_, buffer.data(), buffer.size());
+  error_.append(buffer.data(), static_cast<std::size_t>(got > 0 ? got : 0));
+  return got > 0;
+}
+
+bool RunningProgram::says(const std::string& line) {
+  while (error_.find(line + "\n") == std::string::npos) {
+    if (!readMore()) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void RunningProgram::signal(int number) const {
+  EXPECT_EQ(::kill(child_, number), 0);
+}
+
+int RunningProgram::end() {
+  while (readMore()) {
+  }
+  int status = 0;
+  EXPECT_EQ(::waitpid(child_, &status, 0), child_);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+}
+
+}  // namespace kiv::test

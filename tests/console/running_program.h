@@ -1,0 +1,36 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace kiv::test {
+
+/// kivsys at work, its standard error read as it comes. It must be waited for.
+class RunningProgram {
+ public:
+  /// Starts it in the folder, with its temporary files there in "tmp". Standard input is a pipe that stays open.
+  RunningProgram(const std::filesystem::path& folder, std::vector<std::string> arguments);
+  RunningProgram(const RunningProgram&) = delete;
+  RunningProgram& operator=(const RunningProgram&) = delete;
+  ~RunningProgram();
+
+  /// Waits until it has written this line to standard error. False when it ends before.
+  bool says(const std::string& line);
+  void signal(int number) const;
+  /// Waits for its end, and returns the exit status; minus the signal when one has killed it.
+  int end();
+  const std::string& error() const { return error_; }
+
+ private:
+  bool readMore();
+
+  pid_t child_ = -1;
+  int input_ = -1;
+  int errorOut_ = -1;
+  std::string error_;
+};
+
+}  // namespace kiv::test

@@ -1,0 +1,95 @@
+#include <csignal>
+#include <memory>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include "tests/console/convert_fixture.h"
+#include "tests/console/running_program.h"
+
+namespace kiv::test {
+namespace {
+
+/// A run that is at work for as long as it takes: it waits for a folder that this process has locked.
+class StoppedRun : public ConsoleConvert {
+ protected:
+  StoppedRun() {
+    addTwo();
+    folder_ = ::open(place.path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    EXPECT_EQ(::flock(folder_, LOCK_EX | LOCK_NB), 0);
+  }
+  ~StoppedRun() override { ::close(folder_); }
+
+  static std::string waiting() {
+    return "kivsys: waiting for another run (process " + std::to_string(::getpid()) + ") in the folder .";
+  }
+  void unlock() const { EXPECT_EQ(::flock(folder_, LOCK_UN), 0); }
+
+ private:
+  int folder_ = -1;
+};
+
+TEST_F(StoppedRun, EverySignalEndsItWithItsStatusAndALineOfWhatWasWritten) {
+  for (const auto& [signal, name] :
+       {std::pair(SIGINT, "INT"), std::pair(SIGTERM, "TERM"), std::pair(SIGHUP, "HUP"), std::pair(SIGXFSZ, "XFSZ")}) {
+    RunningProgram run(place.path(), {"convert", "--wait", "x1.mus", "x2.mus"});
+    ASSERT_TRUE(run.says(waiting()));
+    run.signal(signal);
+    EXPECT_EQ(run.end(), 128 + signal);
+    EXPECT_EQ(run.error(), waiting() + "\nkivsys: ended by SIG" + name + "; written: nothing\n");
+    EXPECT_EQ(filesIn(place.path()), (Names{"tmp", "x1.mus", "x2.mus"}));
+    EXPECT_TRUE(fs::is_empty(place.path() / "tmp"));
+  }
+}
+
+TEST_F(StoppedRun, ASignalThatTheProgramWasStartedToIgnoreStaysIgnored) {
+  auto* const before = std::signal(SIGHUP, SIG_IGN);
+  RunningProgram run(place.path(), {"analyze", "--wait", "x1.mus", "x2.mus"});
+  static_cast<void>(std::signal(SIGHUP, before));
+  ASSERT_TRUE(run.says(waiting()));
+  run.signal(SIGHUP);
+  unlock();
+  EXPECT_EQ(run.end(), 0) << run.error();
+}
+
+using Signals = ConsoleConvert;
+
+/// Wherever the signal meets the run, results are whole or not there.
+TEST_F(Signals, ResultsAreWholeOrNotThereAndNothingElseStays) {
+  addPage("x1.mus", fluteAndBass);
+  Names command = {"convert", "--no-instr-number", "x1.mus"};
+  for (int i = 2; i <= 200; ++i) {
+    command.push_back("x" + std::to_string(i) + ".mus");
+    addPage(command.back(), bass);
+  }
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    RunningProgram run(place.path(), command);
+    // The result of the analysis is said before the first page is converted.
+    ASSERT_TRUE(run.says("  Use Convert button to create consistent input for KivScore2XML or KivSpli6."))
+        << run.error();
+    run.signal(signal);
+    const int status = run.end();
+    EXPECT_EQ(status, 128 + signal) << run.error();
+    EXPECT_NE(run.error().find("; written: KivSystem1.TXT, KivSystem2.TXT"), std::string::npos) << run.error();
+    EXPECT_TRUE(fs::is_empty(place.path() / "tmp"));
+    for (const std::string& name : filesIn(place.path())) {
+      EXPECT_FALSE(name.starts_with(".kiv-")) << name;
+      if (name.starts_with("WORK")) {
+        EXPECT_EQ(dumped(name), asDumped(name == "WORK0001.MUS" ? plainFluteAndBass : plainBass)) << name;
+        fs::remove(place.path() / name);
+      }
+    }
+  }
+}
+
+TEST_F(Signals, ABrokenPipeLeavesNoNamesFile) {
+  addTwo();
+  const std::string command = "cd '" + place.path().string() + "' && mkdir -p tmp && TMPDIR=tmp bash -c \"'" +
+                              KIVSYS_PROGRAM + "' analyze x1.mus x2.mus 2>error | true; exit \\${PIPESTATUS[0]}\"";
+  static_cast<void>(std::system(command.c_str()));
+  EXPECT_TRUE(fs::is_empty(place.path() / "tmp"));
+}
+
+}  // namespace
+}  // namespace kiv::test
