@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/console/folder_lock.h"
+#include "platform/folder_lock.h"
 
 namespace kiv {
 

@@ -1,4 +1,4 @@
-#include "platform/console/folder_lock.h"
+#include "platform/folder_lock.h"
 
 #include <cerrno>
 #include <charconv>
@@ -23,7 +23,7 @@ std::uint64_t fileNumberIn(std::string_view field) {
   return number;
 }
 
-/// The process in a line of /proc/locks that tells of a lock on the file: "1: FLOCK  ADVISORY  WRITE 4711 08:01:1234 0
+/// The process in a line of /proc/locks about a lock on the file: "1: FLOCK  ADVISORY  WRITE 4711 08:01:1234 0
 /// EOF". Those who wait for one have an arrow before the kind.
 std::optional<std::uint64_t> processIn(const std::string& line, std::uint64_t fileNumber) {
   std::istringstream fields(line);

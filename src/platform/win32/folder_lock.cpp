@@ -1,4 +1,4 @@
-#include "platform/console/folder_lock.h"
+#include "platform/folder_lock.h"
 
 #include <array>
 #include <cstdio>

@@ -42,7 +42,7 @@ class FolderLock {
   Outcome tryLock();
   /// The system's words for why the folder could not be opened or the lock was refused.
   const std::string& failure() const;
-  /// The process that holds the lock, when the system tells.
+  /// The process that holds the lock, when that is known.
   std::optional<std::uint64_t> holder() const;
 
  private:

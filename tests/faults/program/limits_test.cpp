@@ -1,0 +1,75 @@
+#include <cstdlib>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include "tests/faults/program/pages.h"
+#include "tests/faults/program/working_folder.h"
+
+namespace kiv::test {
+namespace {
+
+/// A conversion of a small group by a shell that has set a limit.
+class Limits : public testing::Test {
+ protected:
+  Limits() {
+    const WorkingFolder maker({});
+    place.reset({{"m/X001.MUS", maker.page(duo)}, {"m/X002.MUS", maker.page(solo)}});
+  }
+
+  /// The exit status; minus the signal when one has killed the program. What it says is in the file "error".
+  int run(const std::string& limit, const std::string& arguments = "", const std::string& out = "out.txt") const {
+    // The shell itself needs more files to redirect output.
+    const std::string command = "cd '" + place.path().string() + "' && exec >" + out + " 2>error && ulimit " + limit +
+                                " && TMPDIR='" + (place.path() / "tmp").string() + "' exec '" + KIVSYS_PROGRAM +
+                                "' convert --folder run --result out/WORK0001.MUS m/X001.MUS m/X002.MUS " + arguments;
+    const int status = std::system(("bash -c \"" + command + "\"").c_str());
+    return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
+  }
+  /// Nothing is left half done.
+  void expectNoStrays() const {
+    for (const auto& [name, content] : place.files()) {
+      EXPECT_EQ(name.find(".kiv-"), std::string::npos) << name;
+      EXPECT_FALSE(name.starts_with("tmp/")) << name;
+    }
+  }
+
+  WorkingFolder place{{}};
+};
+
+TEST_F(Limits, FourFilesAreTooFewWhichItSays) {
+  EXPECT_EQ(run("-n 4"), 1);
+  EXPECT_NE(place.files().at("error"), "");
+  expectNoStrays();
+}
+
+TEST_F(Limits, FortyMegabytesOfMemorySuffice) {
+  EXPECT_EQ(run("-v 40960"), 0) << place.files().at("error");
+}
+
+TEST_F(Limits, TooLittleMemoryIsSaid) {
+  EXPECT_EQ(run("-v 8000"), 1);
+  EXPECT_EQ(place.files().at("error"), "kivsys: out of memory\n");
+  expectNoStrays();
+}
+
+TEST_F(Limits, AFileThatGrowsBeyondItsLimitIsAMessageAndNoSignal) {
+  std::string notes;
+  for (int i = 0; i < 200; ++i) {
+    notes += "note 1 at " + std::to_string(20 + i) + " duration 3\n";
+  }
+  place.write("m/X001.MUS", place.page(duo + notes));
+  EXPECT_EQ(run("-f 2"), 1);
+  EXPECT_TRUE(place.files().at("error").ends_with("critical: Open of output MUS file failed. Hit OK to terminate.\n"))
+      << place.files().at("error");
+  expectNoStrays();
+}
+
+TEST_F(Limits, AFullDiskUnderStandardOutputIsSaid) {
+  EXPECT_EQ(run("-n 64", "--no-instr-number", "/dev/full"), 1);
+  EXPECT_TRUE(place.files().at("error").ends_with("kivsys: cannot write to standard output\n"));
+}
+
+}  // namespace
+}  // namespace kiv::test
