@@ -23,7 +23,7 @@ std::string anotherRun(const FolderLock& lock) {
 
 bool FolderLocks::lock(Folder& folder, bool wait) {
   constexpr auto pause = std::chrono::milliseconds(50);
-  bool isAnnounced = false;
+  bool isReported = false;
   while (true) {
     switch (folder.lock.tryLock()) {
       case FolderLock::Outcome::locked:
@@ -38,9 +38,9 @@ bool FolderLocks::lock(Folder& folder, bool wait) {
       say(anotherRun(folder.lock) + " is at work in the folder " + folder.name);
       return false;
     }
-    if (!isAnnounced) {
+    if (!isReported) {
       say("waiting for " + anotherRun(folder.lock) + " in the folder " + folder.name);
-      isAnnounced = true;
+      isReported = true;
     }
     endIfStopped();
     std::this_thread::sleep_for(pause);

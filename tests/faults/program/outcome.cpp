@@ -104,7 +104,7 @@ Outcome Failure::outcome() const {
   return ofWriting();
 }
 
-/// Folders are opened for their locks, without which the run goes on, and at the end to be flushed.
+/// Folders are opened for their locks, which a run can do without, and at the end to be flushed.
 Outcome Failure::ofFolder() const {
   const bool isLock = std::none_of(calls_.begin(), calls_.begin() + static_cast<std::ptrdiff_t>(at_),
                                    [](const Call& earlier) { return earlier.name == "mkstemp"; });
