@@ -13,7 +13,7 @@ echo
 pages=
 for text in "$example"/SYMPH*.txt; do
   page=$(basename "$text" .txt).MUS
-  "$kivsys" build "$text" "$page"
+  "$kivsys" build --force "$text" "$page"
   pages="$pages $page"
 done
 # shellcheck disable=SC2086  # the page names have no blanks

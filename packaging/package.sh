@@ -31,7 +31,7 @@ make_pages() {
   rm -rf "$windows/pages"
   mkdir -p "$windows/pages"
   for text in "$sources"/examples/beethoven-9/SYMPH*.txt; do
-    "$linux/apps/kivsys/kivsys" build "$text" "$windows/pages/$(basename "$text" .txt).MUS"
+    "$linux/apps/kivsys/kivsys" build --force "$text" "$windows/pages/$(basename "$text" .txt).MUS"
   done
 }
 

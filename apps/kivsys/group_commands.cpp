@@ -11,9 +11,15 @@ namespace {
 void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor) {
   command.add_option("--folder", selection.folder, folderIsFor + " (default: the current folder)")->type_name("DIR");
   CLI::Option* names =
-      command.add_option("--names", selection.names, "Names file that lists the pages")->type_name("FILE");
+      command.add_option("--names", selection.names, "Names file that lists the pages; - is standard input")
+          ->type_name("FILE");
   CLI::Option* pages = command.add_option("page", selection.pages, "Page files, in their order")->type_name("PAGE");
   names->excludes(pages);
+}
+
+void addLikePanel(CLI::App& command, Selection& selection) {
+  command.add_flag("--like-panel", selection.likePanel,
+                   "Do exactly what the window does: without a guard, and with its way with names files");
 }
 
 /// Refuses a command line that selects no pages.
@@ -24,8 +30,8 @@ void requireSelection(const std::string& command, const Selection& selection) {
 }
 
 /// Without this option, a run in a folder that another run works in is refused.
-void addWait(CLI::App& command, bool& wait) {
-  command.add_flag("--wait", wait, "Wait for another run that works in the folders");
+void addWait(CLI::App& command, Selection& selection) {
+  command.add_flag("--wait", selection.wait, "Wait for another run that works in the folders");
 }
 
 void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
@@ -37,7 +43,7 @@ void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
   command.add_flag("--no-instr-number", options.noInstrNumber, "Do not show instrument ids in the results");
   command.add_flag("--force", options.force, "Convert even if the input can be used without a conversion");
   command.add_flag("--json", options.json, "Print one JSON object and nothing else");
-  addWait(command, options.wait);
+  addWait(command, options.selection);
   command.callback([&command, &options, &status] {
     requireSelection(command.get_name(), options.selection);
     status = runConvert(options);
@@ -55,9 +61,10 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
       ->excludes("--json");
   analyze->add_flag("--keep-going", options.keepGoing,
                     "Report every bad page and analyze the others; status 1 if there was one");
+  addLikePanel(*analyze, options.selection);
   analyze->add_flag("--exit-code", options.exitCode, "End with status 3 when the input needs a conversion");
   analyze->add_flag("--strict", options.strict, "End with status 3 after a warning");
-  addWait(*analyze, options.wait);
+  addWait(*analyze, options.selection);
   analyze->footer(
       "Writes KivSystem2.TXT (report) and KivSystem1.TXT (verdict). Ends with status 0; with 1 after a critical\n"
       "message; with 2 on wrong usage.\n\nExamples:\n  kivsys analyze PIECE*.MUS\n"
@@ -73,6 +80,7 @@ void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
   CLI::App* convert = app.add_subcommand("convert", "Write one page per system, all with the same layout");
   addConversion(*convert, options, status);
   CLI::Option* dryRun = convert->add_flag("--dry-run", options.dryRun, "Write nothing; print what would be written");
+  addLikePanel(*convert, options.selection);
   convert->add_flag("--verify", options.verify, "Verify the conversion afterwards; status 1 when that fails")
       ->excludes(dryRun);
   convert->add_flag("--strict", options.strict, "Do not convert after a warning, and end with status 3");
@@ -118,8 +126,9 @@ void addTrace(CLI::App& app, ConvertOptions& options, int& status) {
 void addSort(CLI::App& app, SortOptions& options, int& status) {
   CLI::App* sort = app.add_subcommand("sort", "Sort the staves of each page by instrument, top to bottom");
   addSelection(*sort, options.selection, "Run in this folder");
+  addLikePanel(*sort, options.selection);
   sort->add_flag("--json", options.json, "Print one JSON object and nothing else");
-  addWait(*sort, options.wait);
+  addWait(*sort, options.selection);
   sort->footer(
       "Writes each page beside its input with the suffix PAG. Ends with status 0; with 1 after a critical message;\n"
       "with 2 on wrong usage.\n\nExample:\n  kivsys sort PIECE001.MUS");
@@ -131,7 +140,7 @@ void addSort(CLI::App& app, SortOptions& options, int& status) {
 
 void addChart(CLI::App& app, ChartOptions& options, int& status) {
   CLI::App* chart = app.add_subcommand("chart", "Analyze a group and show its systems by instruments");
-  addSelection(*chart, options.selection, "Write report and verdict to this folder");
+  addSelection(*chart, options.selection, "Look for the names file in this folder, too");
   chart->add_option("--out", options.out, "Write an SVG file; - is standard output (default: text)")
       ->type_name("FILE.svg");
   chart->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");

@@ -55,8 +55,9 @@ void addPageCommands(CLI::App& app, PageFiles& files, int& status) {
       ->required()
       ->type_name("TEXT");
   build->add_option("page", files.page, "Page file to write")->required()->type_name("PAGE");
+  build->add_flag("--force", files.force, "Replace the page if it exists");
   build->footer("Example:\n  kivsys build piece001.txt PIECE001.MUS");
-  build->callback([&files, &status] { status = runBuild(files.text, files.page); });
+  build->callback([&files, &status] { status = runBuild(files); });
 }
 
 void addDocuments(CLI::App& app, std::string& shell, int& status) {

@@ -74,17 +74,13 @@ void moveSystemBarline(int staves, ItemTable& table) {
   endProgram(messages::systemBarlineProblem());
 }
 
-/// The name with PAG instead of its last three characters.
-std::string sortedName(Machine& machine, const std::string& musFileName) {
+}  // namespace
+
+std::optional<std::string> sortedName(Machine& machine, const std::string& musFileName) {
   const std::string suffix = "PAG";
   const auto stem = withoutLastCharacters(machine, musFileName, suffix.size());
-  if (!stem) {
-    endProgram(messages::invalidArgument(musFileName));
-  }
-  return *stem + suffix;
+  return stem ? std::optional(*stem + suffix) : std::nullopt;
 }
-
-}  // namespace
 
 void sortOnInstrument(ItemTable& table) {
   const StaffKeys staves = staffKeys(table);
@@ -105,7 +101,11 @@ std::string cmdSortInstrument_Click(const Host& host, const std::string& namesFi
     const std::string& musFileName = names.name(k);
     readFile(host.files, musFileName, table);
     sortOnInstrument(table);
-    sorted = sortedName(host.machine, musFileName);
+    const auto name = sortedName(host.machine, musFileName);
+    if (!name) {
+      endProgram(messages::invalidArgument(musFileName));
+    }
+    sorted = *name;
     writeFile(host.files, sorted, table, buffer, readBack);
   }
   host.user.showProgress(count, count, "pages");

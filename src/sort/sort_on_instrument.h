@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "input/names_table.h"
@@ -14,10 +15,13 @@ namespace kiv {
 /// without its staff, or a system without a barline over all staves, ends the program.
 void sortOnInstrument(ItemTable& table);
 
+/// The name of the sorted page: PAG instead of the last three characters. Nullopt when there are fewer.
+std::optional<std::string> sortedName(Machine& machine, const std::string& musFileName);
+
 /// The button "Sort Instrument": sorts every selected file and writes it beside its input with the suffix PAG. Returns
 /// the name of the last file written; "" when there was none. If results are read back, one that does not give all its
 /// items back ends the program before it is written.
-std::string cmdSortInstrument_Click(const Host& host, const std::string& namesFile, NamesTable& names,
-                                    ItemTable& table, ReadBack readBack = ReadBack::no);
+std::string cmdSortInstrument_Click(const Host& host, const std::string& namesFile, NamesTable& names, ItemTable& table,
+                                    ReadBack readBack = ReadBack::no);
 
 }  // namespace kiv

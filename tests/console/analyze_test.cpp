@@ -90,7 +90,7 @@ TEST_F(ConsoleAnalyze, AccentsAndBlanksInNamesWork) {
 TEST_F(ConsoleAnalyze, OldResultsAreGoneAfterARunThatFails) {
   place.write("KivSystem1.TXT", "old");
   place.write("KivSystem2.TXT", "old");
-  EXPECT_EQ(place.kivsys({"analyze", "none1.mus"}).status, 1);
+  EXPECT_EQ(place.kivsys({"analyze", "--like-panel", "none1.mus"}).status, 1);
   EXPECT_EQ(filesIn(place.path()), std::vector<std::string>{});
 }
 
@@ -120,7 +120,7 @@ TEST_F(ConsoleAnalyze, ExitCodeReportsInputThatNeedsAConversion) {
   EXPECT_EQ(place.kivsys({"analyze", "--exit-code", "x1.mus"}).status, 0);
   EXPECT_EQ(place.kivsys({"analyze", "--exit-code", "x1.mus", "x2.mus"}).status, 3);
   EXPECT_EQ(place.kivsys({"analyze", "--exit-code", "y1a.mus", "y1b.mus"}).status, 3) << "multifile";
-  EXPECT_EQ(place.kivsys({"analyze", "--exit-code", "none1.mus"}).status, 1);
+  EXPECT_EQ(place.kivsys({"analyze", "--exit-code", "none1.mus"}).status, 2);
 }
 
 TEST_F(ConsoleAnalyze, JsonIsOneObjectWithTextsAsTheyAre) {
@@ -139,7 +139,7 @@ TEST_F(ConsoleAnalyze, JsonIsOneObjectWithTextsAsTheyAre) {
       {"systems", 1},
       {"instruments", 1}};
   Json object = Json::parse(ended.out);
-  for (const char* insight : {"problems", "layouts", "schema_version"}) {
+  for (const char* insight : {"paths", "problems", "layouts", "schema_version"}) {
     EXPECT_EQ(object.erase(insight), 1U) << insight;
   }
   EXPECT_EQ(object, expected);
@@ -147,7 +147,7 @@ TEST_F(ConsoleAnalyze, JsonIsOneObjectWithTextsAsTheyAre) {
 
 TEST_F(ConsoleAnalyze, JsonOfACriticalEndLeavesOpenWhatWasNotReached) {
   addPage("x1.mus", bass);
-  const Ended ended = place.kivsys({"analyze", "--json", "x1.mus", "none2.mus"});
+  const Ended ended = place.kivsys({"analyze", "--json", "--like-panel", "x1.mus", "none2.mus"});
   EXPECT_EQ(ended.status, 1);
   const Json object = Json::parse(ended.out);
   EXPECT_EQ(object["end"], "critical");
@@ -178,7 +178,7 @@ TEST_F(ConsoleAnalyze, WrongUsageEndsWithStatus2AndSaysWhy) {
       {"analyze", "--names"},
       {"analyze", "--names", "names.txt", "x1.mus"},
       {"analyze", "--colour", "x1.mus"},
-      {"analyze", "--folder", "nowhere", "x1.mus"},
+      {"analyze", "--folder", "nowhere/at all", "x1.mus"},
       {"analyze", "two\nlines1.mus"},
       {"dump"},
       {"build", "names.txt"},
@@ -219,9 +219,9 @@ TEST_F(ConsoleAnalyze, OtherSiblingsCallsAreRefused) {
   EXPECT_EQ(ended.error, "critical: Invalid call to KivSystem:\n  CALLEDBY=KIV,FUNCTION=MAIN\n");
 }
 
-TEST_F(ConsoleAnalyze, BadNamesFileIsDeletedWithoutAViewer) {
+TEST_F(ConsoleAnalyze, LikeThePanelABadNamesFileIsDeletedWithoutAViewer) {
   place.write("names.txt", "x1.mus 1\r\n");
-  const Ended ended = place.kivsys({"analyze", "--names", "names.txt"});
+  const Ended ended = place.kivsys({"analyze", "--like-panel", "--names", "names.txt"});
   EXPECT_EQ(ended.status, 1);
   EXPECT_NE(ended.error.find("Name must have a path prefix:\n  X1.MUS\n"), std::string::npos);
   EXPECT_EQ(ended.error.find("Some problem calling"), std::string::npos);

@@ -31,12 +31,10 @@ TEST_F(ConsoleConvert, WithoutNamesTheRunIsACriticalEnd) {
 }
 
 TEST_F(ConsoleConvert, OldReportAndVerdictAreGoneAfterARunThatFails) {
-  for (const std::string command : {"convert", "trace"}) {
-    place.write("KivSystem1.TXT", "old");
-    place.write("KivSystem2.TXT", "old");
-    EXPECT_EQ(place.kivsys({command, "none1.mus"}).status, 1);
-    EXPECT_EQ(filesIn(place.path()), Names{}) << command;
-  }
+  place.write("KivSystem1.TXT", "old");
+  place.write("KivSystem2.TXT", "old");
+  EXPECT_EQ(place.kivsys({"convert", "--like-panel", "none1.mus"}).status, 1);
+  EXPECT_EQ(filesIn(place.path()), Names{});
 }
 
 TEST_F(ConsoleConvert, OnlyTheRunsFolderLosesItsOldReportAndVerdict) {
@@ -63,7 +61,7 @@ TEST_F(ConsoleConvert, ASystemThatCannotBeConvertedLeavesTheResultsBeforeIt) {
 
 TEST_F(ConsoleConvert, AResultThatCannotBeWrittenEndsTheRun) {
   addTwo();
-  const Ended ended = place.kivsys({"convert", "--result", "missing/WORK0001.MUS", "x1.mus", "x2.mus"});
+  const Ended ended = place.kivsys({"convert", "--like-panel", "--result", "missing/WORK0001.MUS", "x1.mus", "x2.mus"});
   EXPECT_EQ(ended.status, 1);
   EXPECT_EQ(ended.out, verdictOfTwo);
   EXPECT_TRUE(ended.error.ends_with(shown("critical", "Open of output MUS file failed. Hit OK to terminate.")))
@@ -101,7 +99,7 @@ TEST_F(ConsoleConvert, WrongUsageEndsWithStatus2AndNothingIsRun) {
                                       {command, "--result", "WORK0001.MUS"},
                                       {command, "x1.mus", "--result"},
                                       {command, "--exit-code", "x1.mus", "x2.mus"},
-                                      {command, "--folder", "nowhere", "x1.mus", "x2.mus"}};
+                                      {command, "--folder", "nowhere/at all", "x1.mus", "x2.mus"}};
     for (const Names& arguments : wrong) {
       const Ended ended = place.kivsys(arguments);
       EXPECT_EQ(ended.status, 2) << ::testing::PrintToString(arguments);

@@ -24,7 +24,7 @@ TEST_F(ConsoleConvert, JsonIsOneObjectWithTheMessagesAndTheFiles) {
       {"instruments", 2},
       {"created", {first, last}}};
   Json object = Json::parse(ended.out);
-  for (const char* insight : {"problems", "schema_version"}) {
+  for (const char* insight : {"paths", "problems", "schema_version"}) {
     EXPECT_EQ(object.erase(insight), 1U) << insight;
   }
   EXPECT_EQ(object, expected);

@@ -56,9 +56,9 @@ TEST_F(ConsoleConvert, WithoutAResultTheFirstPagesFolderIsUsedWhateverTheRunsFol
   EXPECT_EQ(filesIn(place.path() / "music"), (Names{"WORK0001.MUS", "WORK0002.MUS", "x1.mus", "x2.mus"}));
 }
 
-TEST_F(ConsoleConvert, SystemNumbersReplaceTheLastEightCharacters) {
+TEST_F(ConsoleConvert, LikeThePanelSystemNumbersReplaceTheLastEightCharacters) {
   addTwo();
-  const Ended ended = place.kivsys({"convert", "--result", "Part 9999.pag", "x1.mus", "x2.mus"});
+  const Ended ended = place.kivsys({"convert", "--like-panel", "--result", "Part 9999.pag", "x1.mus", "x2.mus"});
   EXPECT_EQ(ended.status, 0);
   EXPECT_EQ(filesIn(place.path()),
             (Names{"KivSystem1.TXT", "KivSystem2.TXT", "Part 0001.MUS", "Part 0002.MUS", "x1.mus", "x2.mus"}));

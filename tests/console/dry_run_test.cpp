@@ -62,10 +62,10 @@ TEST_F(DryRun, PredictsWhatAConversionWrites) {
 
 TEST_F(DryRun, EndsAsTheConversionWould) {
   pages = buildExample(place);
-  const Ended ended = convertExample({"--dry-run"});
+  const Ended ended = convertExample({"--dry-run", "--like-panel"});
   EXPECT_EQ(ended.status, 1) << "there is no folder for the results";
   EXPECT_NE(ended.error.find("critical: Open of output MUS file failed. Hit OK to terminate.\n"), std::string::npos);
-  const Ended real = convertExample({});
+  const Ended real = convertExample({"--like-panel"});
   EXPECT_EQ(ended.status, real.status);
   EXPECT_EQ(ended.error, real.error);
   EXPECT_EQ(ended.out, real.out);

@@ -82,7 +82,7 @@ TEST_F(FolderLockOfRuns, WithWaitTheSecondRunFollowsTheFirst) {
   Names command = convert();
   command.emplace_back("--wait");
   RunningProgram run(place.path(), command);
-  EXPECT_TRUE(run.says("kivsys: waiting for " + self() + " in the folder ."));
+  EXPECT_TRUE(run.says("kivsys: waiting for " + self() + " in the folder " + place.path().string()));
   EXPECT_EQ(place.read("KivSystem2.TXT"), "(no file)");
   held.reset();
   EXPECT_EQ(run.end(), 0) << run.error();

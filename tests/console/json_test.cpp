@@ -100,7 +100,7 @@ TEST_F(JsonOutput, FitsTheSchema) {
   const auto object = [&](const Lines& arguments) { return Json::parse(place.kivsys(arguments).out); };
   EXPECT_EQ(schemaErrors(object({"analyze", "--json", "X1.MUS", "X2.MUS"}), "analyze"), Lines());
   EXPECT_EQ(schemaErrors(object({"analyze", "--json", "X1.MUS", "X3.MUS"}), "analyze"), Lines());
-  EXPECT_EQ(schemaErrors(object({"analyze", "--json", "GONE1.MUS"}), "analyze"), Lines());
+  EXPECT_EQ(schemaErrors(object({"analyze", "--json", "--like-panel", "GONE1.MUS"}), "analyze"), Lines());
   EXPECT_EQ(schemaErrors(object({"convert", "--json", "X1.MUS", "X2.MUS"}), "convert"), Lines());
   EXPECT_EQ(schemaErrors(object({"convert", "--json", "X3.MUS"}), "convert"), Lines());
   EXPECT_EQ(schemaErrors(object({"trace", "--json", "X2.MUS"}), "convert"), Lines());

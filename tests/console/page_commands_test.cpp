@@ -44,7 +44,7 @@ TEST_F(ConsolePages, BuildNamesTheLineThatIsWrong) {
 TEST_F(ConsolePages, BuildReplacesAPageUnderTheSpellingThatItHas) {
   place.write("X1.MUS", "old page");
   place.write("x1.txt", "staff 1 at 0\n");
-  EXPECT_EQ(place.kivsys({"build", "x1.txt", "x1.mus"}).status, 0);
+  EXPECT_EQ(place.kivsys({"build", "--force", "x1.txt", "x1.mus"}).status, 0);
   EXPECT_EQ(filesIn(place.path()), (std::vector<std::string>{"X1.MUS", "x1.txt"}));
   EXPECT_EQ(place.read("X1.MUS"), page("staff 1 at 0\n"));
 }
@@ -57,7 +57,7 @@ TEST_F(ConsolePages, BuildReadsItsTextFromStandardInput) {
 }
 
 TEST_F(ConsolePages, FilesThatCannotBeReadOrWrittenAreNamed) {
-  EXPECT_EQ(place.kivsys({"dump", "none.mus"}).error, "kivsys: cannot read none.mus\n");
+  EXPECT_EQ(place.kivsys({"dump", "none.mus"}).error, "kivsys: cannot read none.mus: No such file or directory\n");
   EXPECT_EQ(place.kivsys({"build", "none.txt", "x1.mus"}).error, "kivsys: cannot read none.txt\n");
   place.write("x1.txt", "staff 1 at 0\n");
   const Ended ended = place.kivsys({"build", "x1.txt", "nowhere/x1.mus"});

@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <stdlib.h>  // setenv
 #include <sys/wait.h>
 #include <unistd.h>
@@ -44,6 +45,13 @@ RunningProgram::~RunningProgram() {
 }
 
 bool RunningProgram::readMore() {
+  constexpr int timeLimit = 60000;  // in milliseconds, for a program that is stuck
+  pollfd output{errorOut_, POLLIN, 0};
+  if (::poll(&output, 1, timeLimit) == 0) {
+    ADD_FAILURE() << "the program is stuck; so far it said: " << error_;
+    ::kill(child_, SIGKILL);
+    return false;
+  }
   std::array<char, 4096> buffer{};
   const ssize_t got = ::read(errorOut_, buffer.data(), buffer.size());
   error_.append(buffer.data(), static_cast<std::size_t>(got > 0 ? got : 0));

@@ -21,8 +21,9 @@ class StoppedRun : public ConsoleConvert {
   }
   ~StoppedRun() override { ::close(folder_); }
 
-  static std::string waiting() {
-    return "kivsys: waiting for another run (process " + std::to_string(::getpid()) + ") in the folder .";
+  std::string waiting() const {
+    return "kivsys: waiting for another run (process " + std::to_string(::getpid()) + ") in the folder " +
+           place.path().string();
   }
   void unlock() const { EXPECT_EQ(::flock(folder_, LOCK_UN), 0); }
 

@@ -88,7 +88,7 @@ TEST_F(Kivsys, WritesMessagesToStandardErrorAndNeverWaits) {
 }
 
 TEST_F(Kivsys, CriticalMessageEndsTheRunWithStatusOne) {
-  const Ended ended = kivsys("analyze --names MISSING.TXT");
+  const Ended ended = kivsys("analyze --like-panel --names MISSING.TXT");
   EXPECT_EQ(ended.status, 1);
   EXPECT_EQ(ended.out, "");
   EXPECT_EQ(ended.error, "critical: No input files: MISSING.TXT\r\n");
@@ -141,7 +141,7 @@ TEST_F(Kivsys, WildcardsStandForPagesInOrder) {
   const std::string ofOnes = kivsys("analyze .\\*1.MUS").out;
   EXPECT_TRUE(ofOnes.starts_with("CONSISTENCY=NO\r\nMULTIFILE=NO\r\nFiles: 2\r\nSystems: 2\r\nInstruments: 3\r\n"))
       << ofOnes;
-  EXPECT_EQ(kivsys("analyze Z*.MUS").status, 1);
+  EXPECT_EQ(kivsys("analyze Z*.MUS").status, 2);
 }
 
 TEST_F(Kivsys, BuildMakesThePageThatDumpShowed) {

@@ -3,11 +3,12 @@
 #include <optional>
 
 #include "apps/kivsys/commands/run_outcome.h"
-#include "apps/kivsys/commands/selection.h"
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/analysis_output.h"
+#include "apps/kivsys/safety/input_files.h"
+#include "apps/kivsys/selection/selection.h"
 #include "platform/console/console_host.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
@@ -57,7 +58,7 @@ int analyzeNames(ConsoleHost& console, const std::string& namesFile, const Analy
   const bool normalEnd = runAnalysis(console, program, pages ? pages->namesFile() : namesFile, options.allowZeroId);
   const bool details = options.json || options.jsonl;
   AnalysisOutput output{outcomeOf(program, console, normalEnd), {}, {}, {}, pages ? &*pages : nullptr};
-  if (output.outcome.normalEnd && !options.likePanel) {
+  if (output.outcome.normalEnd && !options.selection.likePanel) {
     output.warnings = showWarnings(program, {scopeOf(output.outcome), options.allowZeroId}, details);
   }
   if (output.outcome.normalEnd) {
@@ -77,11 +78,14 @@ int analyzeNames(ConsoleHost& console, const std::string& namesFile, const Analy
 }  // namespace
 
 int runAnalyze(const AnalyzeOptions& options) {
-  ConsoleHost console(options.likePanel ? Guard::off : Guard::on);
-  const WrittenFolders written{!options.likePanel, false, "", options.wait};
-  return runOnSelection(
-      console, options.selection,
-      [&](const std::string& namesFile) { return analyzeNames(console, namesFile, options); }, written);
+  ConsoleHost console(options.selection.likePanel ? Guard::off : Guard::on);
+  const std::string folder = folderOfRun(console.system(), options.selection);
+  const SelectionUse use{
+      FolderUse::written, options.keepGoing,
+      [&](const SelectedPages& pages) { return InputFiles(pages).refusals(analysisOutputs(console.system(), folder)); },
+      [&](const SelectedPages&) { return std::vector<std::string>{console.system().diskName(folder)}; }};
+  return runOnSelection(console, options.selection, use,
+                        [&](const std::string& namesFile) { return analyzeNames(console, namesFile, options); });
 }
 
 int runSiblingCall(const std::string& commandLine) {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "apps/kivsys/commands/selection.h"
+#include "apps/kivsys/selection/selection.h"
 
 namespace kiv {
 
@@ -15,8 +15,6 @@ struct AnalyzeOptions {
   bool exitCode = false;
   bool keepGoing = false;  ///< skip bad pages
   bool strict = false;     ///< end with status 3 after a warning
-  bool likePanel = false;  ///< as the panel does, without a guard and without warnings
-  bool wait = false;       ///< for another run that works in the folders
 };
 
 /// Runs the analysis and prints its outcome. Returns the program's exit status.

@@ -3,8 +3,11 @@
 #include "analysis/report_index.h"
 #include "apps/kivsys/commands/draw_command.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/safety/output_file.h"
 #include "drawing/chart_drawings.h"
 #include "platform/console/console_host.h"
+#include "platform/memory/overlay_files.h"
+#include "platform/memory/silent_user.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
 
@@ -21,11 +24,13 @@ TextStyle styleOfOutput() {
 }
 
 int chartNames(ConsoleHost& console, const std::string& namesFile, const std::string& out, bool allowZeroId) {
-  KivSystem program(console.host());
+  OverlayFiles files(console.system(), console.system());  // report and verdict are not asked for
+  NoPrograms programs;
+  KivSystem program({files, console.user(), programs, console.system()});
   Chart chart;
   const auto exitCode = exitCodeOf(console.user(), [&] {
     analyze(program, namesFile, allowZeroId);
-    chart = makeChart(readReport(console.system()), allowZeroId);
+    chart = makeChart(readReport(files), allowZeroId);
   });
   if (exitCode) {
     return *exitCode == exit_status::normal ? exit_status::normal : exit_status::critical;
@@ -45,7 +50,11 @@ int runChart(const ChartOptions& options) {
   ConsoleHost console;
   const bool isFile = !options.out.empty() && options.out != "-";
   const std::string out = isFile ? console.system().fullName(options.out) : options.out;
-  return runOnSelection(console, options.selection, [&](const std::string& namesFile) {
+  const SelectionUse use{
+      FolderUse::read, false, [&](const SelectedPages& pages) {
+        return refusalsOfOutput(console.system(), {"drawing", out, OutputKind::drawing}, InputFiles(pages));
+      }};
+  return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
     return chartNames(console, namesFile, out, options.allowZeroId);
   });
 }

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "apps/kivsys/commands/selection.h"
+#include "apps/kivsys/selection/selection.h"
 
 namespace kiv {
 

@@ -12,6 +12,8 @@
 #include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/diagnostics_json.h"
+#include "apps/kivsys/safety/result_files.h"
+#include "apps/kivsys/safety/result_folder.h"
 #include "conversion/dump_memory.h"
 #include "input/file_names.h"
 #include "messages/input_messages.h"
@@ -30,8 +32,9 @@ struct ConvertOutput {
   RunOutcome outcome;
   std::vector<Problem> problems;
   Warnings warnings;
-  bool refused = false;             ///< not converted because of the warnings
-  OverlayFiles* planned = nullptr;  ///< holds what a dry run did not write to the disk; null otherwise
+  bool refused = false;                 ///< not converted because of the warnings
+  int failure = exit_status::critical;  ///< the status of a run that did not end normally
+  OverlayFiles* planned = nullptr;      ///< holds what a dry run did not write to the disk; null otherwise
 };
 
 std::string asJson(const ConvertOutput& output) {
@@ -54,7 +57,10 @@ std::string asText(const ConvertOutput& output) {
 
 int exitStatusOf(const ConvertOutput& output) {
   const RunOutcome& outcome = output.outcome;
-  if (!outcome.normalEnd || (outcome.verification && !outcome.verification->proved())) {
+  if (!outcome.normalEnd) {
+    return output.failure;
+  }
+  if (outcome.verification && !outcome.verification->proved()) {
     return exit_status::critical;
   }
   return output.refused ? exit_status::notUsable : exit_status::normal;
@@ -67,11 +73,13 @@ int print(const ConvertOutput& output, bool json) {
 /// Analyzes and converts one group, as the buttons of the panel do.
 class ConvertRun {
  public:
-  /// The overlay is that of a dry run, null for a conversion of files on the disk.
-  ConvertRun(ConsoleHost& console, OverlayFiles* overlay, const ConvertOptions& options)
+  /// The overlay is that of a dry run, null for a conversion of files on the disk. The folder, if any, is that of the
+  /// results.
+  ConvertRun(ConsoleHost& console, OverlayFiles* overlay, const ConvertOptions& options, const ResultFolder* folder)
       : console_(console),
         overlay_(overlay),
         options_(options),
+        folder_(folder),
         dryRunUser_(console.user()),
         program_(overlay == nullptr ? console.host() : Host{*overlay, dryRunUser_, noPrograms_, console.system()}) {}
 
@@ -81,6 +89,7 @@ class ConvertRun {
  private:
   void analyze();
   bool convert(const ConversionOptions& conversion);
+  int makeFolder(const std::string& firstResultFile);
   bool dump();
   void warn(ConvertOutput& output);
   ConversionOptions conversionOptions(const std::string& firstResultFile) const;
@@ -88,10 +97,12 @@ class ConvertRun {
   ConsoleHost& console_;
   OverlayFiles* overlay_;
   const ConvertOptions& options_;
+  const ResultFolder* folder_;
   DryRunUser dryRunUser_;
   NoPrograms noPrograms_;
   KivSystem program_;
   bool needsConversion_ = false;
+  int failure_ = exit_status::critical;  // the status of a run that does not end normally
 };
 
 void ConvertRun::analyze() {
@@ -119,7 +130,24 @@ bool ConvertRun::dump() {
   return done;
 }
 
+/// Sees to it that there is a folder for the results. Returns the exit status of a run without one.
+int ConvertRun::makeFolder(const std::string& firstResultFile) {
+  if (folder_ == nullptr || !folder_->isMissing()) {
+    return exit_status::normal;
+  }
+  if (overlay_ != nullptr) {
+    overlay_->addFolder(justPath(firstResultFile));
+    return exit_status::normal;
+  }
+  return folder_->make(console_.locks());
+}
+
 bool ConvertRun::convert(const ConversionOptions& conversion) {
+  failure_ = makeFolder(conversion.firstResultFile);
+  if (failure_ != exit_status::normal) {
+    return false;
+  }
+  failure_ = exit_status::critical;
   bool isFlushed = false;
   const bool normalEnd = endsNormally(console_, [&] {
     const Message created = convertGroup(program_, conversion);
@@ -144,7 +172,7 @@ void ConvertRun::warn(ConvertOutput& output) {
 
 ConversionOptions ConvertRun::conversionOptions(const std::string& firstResultFile) const {
   return {firstResultFile.empty() ? kiv::firstResultFile(program_.names) : firstResultFile, !options_.noOverwrite,
-          !options_.noInstrNumber, options_.likePanel ? ReadBack::no : ReadBack::yes};
+          !options_.noInstrNumber, options_.selection.likePanel ? ReadBack::no : ReadBack::yes};
 }
 
 ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& firstResultFile) {
@@ -154,7 +182,7 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   const RunOutcome analysis = outcomeOf(program_, console_, normalEnd);
   ConvertOutput output;
   output.planned = overlay_;
-  if (normalEnd && !options_.likePanel) {
+  if (normalEnd && !options_.selection.likePanel) {
     warn(output);
   }
   std::optional<ConversionOptions> converted;
@@ -175,18 +203,78 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   return output;
 }
 
+/// The folder of a result that was typed; nullopt for results beside the first page, and for those like the panel's.
+std::optional<ResultFolder> folderOfResults(ConsoleSystem& system, const ConvertOptions& options,
+                                            const std::string& firstResultFile) {
+  if (firstResultFile.empty() || options.selection.likePanel) {
+    return std::nullopt;
+  }
+  const std::string typed = options.result.substr(0, options.result.find_last_of("\\/") + 1);
+  return ResultFolder(system.outputPath(justPath(firstResultFile)), typed);
+}
+
+/// Where the results go.
+struct ResultPlace {
+  const std::string& firstResultFile;
+  const ResultFolder* folder;
+};
+
+std::vector<std::string> refusalsOf(ConsoleSystem& system, const ConvertOptions& options, const SelectedPages& pages,
+                                    const ResultPlace& results) {
+  if (results.firstResultFile.empty()) {
+    system.bindFolder();
+  } else if (const auto reason = refusalOfResultName(options.result)) {
+    return {*reason};
+  }
+  if (results.folder != nullptr) {
+    if (const auto reason = results.folder->refusal()) {
+      return {*reason};
+    }
+  }
+  const std::string folder = folderOfRun(system, options.selection);
+  auto outputs = analysisOutputs(system, folder);
+  if (options.trace) {
+    outputs.emplace_back("dump", system.diskName(folder + "\\" + dumpFile));
+  }
+  std::vector<std::string> reasons = InputFiles(pages).refusals(outputs);
+  const PlannedResults planned{results.firstResultFile, options.allowZeroId, options.force};
+  const auto others = refusalsOfResults(system, pages, planned);
+  reasons.insert(reasons.end(), others.begin(), others.end());
+  return reasons;
+}
+
+/// The folders of report, verdict and results, as the disk names them. One that is missing is nobody's yet.
+std::vector<std::string> writtenFolders(ConsoleSystem& system, const ConvertOptions& options,
+                                        const SelectedPages& pages, const ResultPlace& results) {
+  std::vector<std::string> folders{system.diskName(folderOfRun(system, options.selection))};
+  if (results.folder != nullptr) {
+    folders.push_back(results.folder->path());
+  } else if (!pages.pages.empty()) {
+    folders.push_back(pages.pages.front().folder());
+  }
+  return folders;
+}
+
 }  // namespace
 
 int runConvert(const ConvertOptions& options) {
-  ConsoleHost console(options.likePanel ? Guard::off : Guard::on);
-  const std::string firstResultFile = options.result.empty() ? "" : console.system().fullName(options.result);
-  const auto convert = [&](const std::string& namesFile) {
-    OverlayFiles overlay(console.system(), console.system());
-    ConvertRun run(console, options.dryRun ? &overlay : nullptr, options);
+  ConsoleHost console(options.selection.likePanel ? Guard::off : Guard::on);
+  ConsoleSystem& system = console.system();
+  const std::string firstResultFile = options.result.empty() ? "" : system.fullName(options.result);
+  const auto folder = folderOfResults(system, options, firstResultFile);
+  const ResultPlace place{firstResultFile, folder ? &*folder : nullptr};
+  SelectionUse use{options.dryRun ? FolderUse::planned : FolderUse::written,
+                   false,
+                   [&](const SelectedPages& pages) { return refusalsOf(system, options, pages, place); },
+                   {}};
+  if (!options.dryRun) {
+    use.writtenFolders = [&](const SelectedPages& pages) { return writtenFolders(system, options, pages, place); };
+  }
+  return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
+    OverlayFiles overlay(system, system);
+    ConvertRun run(console, options.dryRun ? &overlay : nullptr, options, place.folder);
     return print(run.run(namesFile, firstResultFile), options.json);
-  };
-  const bool locks = !options.likePanel && !options.dryRun;
-  return runOnSelection(console, options.selection, convert, {locks, locks, firstResultFile, options.wait});
+  });
 }
 
 }  // namespace kiv

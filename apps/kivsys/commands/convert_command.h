@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "apps/kivsys/commands/selection.h"
+#include "apps/kivsys/selection/selection.h"
 
 namespace kiv {
 
@@ -15,12 +15,10 @@ struct ConvertOptions {
   bool noInstrNumber = false;  ///< results show no instrument identifiers
   bool force = false;          ///< convert input that qualifies as it is, too
   bool json = false;
-  bool dryRun = false;     ///< write nothing, print what would be written
-  bool verify = false;     ///< prove the conversion afterwards
-  bool strict = false;     ///< do not convert after a warning
-  bool likePanel = false;  ///< as the panel does, without a guard and without warnings
-  bool wait = false;       ///< for another run that works in the folders
-  bool trace = false;      ///< leave the tables of the last system in a text file
+  bool dryRun = false;  ///< write nothing, print what would be written
+  bool verify = false;  ///< prove the conversion afterwards
+  bool strict = false;  ///< do not convert after a warning
+  bool trace = false;   ///< leave the tables of the last system in a text file
 };
 
 /// Analyzes the selected pages as the panel does, converts them when they need it, and prints the outcome. Returns the

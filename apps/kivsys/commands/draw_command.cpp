@@ -5,6 +5,8 @@
 
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/safety/output_file.h"
+#include "apps/kivsys/selection/selection.h"
 #include "drawing/page_picture.h"
 #include "input/file_names.h"
 #include "mus/reader.h"
@@ -26,25 +28,39 @@ std::vector<Item> itemsOf(const ItemTable& table) {
   return items;
 }
 
+std::vector<std::string> refusals(ConsoleSystem& system, const DrawOptions& options, const std::string& page,
+                                  const std::string& out) {
+  const std::string path = system.diskName(page);
+  if (const auto failure = readFailure(path)) {
+    return {"cannot read " + options.page + ": " + *failure};
+  }
+  InputFiles inputs;
+  inputs.add(path);
+  return refusalsOfOutput(system, {"drawing", out, OutputKind::drawing}, inputs);
+}
+
 }  // namespace
 
 int runDraw(const DrawOptions& options) {
   ConsoleHost console;
   const std::string page = NativeSystem::coreName(options.page);
+  const std::string out = options.out == standardOutput ? options.out : NativeSystem::coreName(options.out);
+  if (const auto reasons = refusals(console.system(), options, page, out); !reasons.empty()) {
+    return refuse(reasons);
+  }
   ItemTable table;
   if (exitCodeOf(console.user(), [&] { readFile(console.system(), page, table); })) {
     return exit_status::critical;
   }
   const std::string title = NativeSystem::toUtf8(withoutPath(page));
-  return deliver(console.system(), options.out == "-" ? "-" : NativeSystem::coreName(options.out),
-                 pagePicture(itemsOf(table), title));
+  return deliver(console.system(), out, pagePicture(itemsOf(table), title));
 }
 
-int deliver(Files& files, const std::string& out, const std::string& content) {
-  if (out == "-") {
+int deliver(NativeSystem& system, const std::string& out, const std::string& content) {
+  if (out == standardOutput) {
     return printOutcome(content, exit_status::normal);
   }
-  if (const auto failure = files.replaceFile(out, content)) {
+  if (const auto failure = writeOutput(system, out, content)) {
     std::cerr << "kivsys: cannot write " << out << ": " << *failure << '\n';
     return exit_status::critical;
   }

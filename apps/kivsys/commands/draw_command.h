@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/files.h"
+#include "platform/console/native_system.h"
 
 namespace kiv {
 
@@ -17,6 +17,6 @@ int runDraw(const DrawOptions& options);
 
 /// Prints the content for "-", else writes it into the file of that full name, where the old content stays whole until
 /// the new one is complete. Returns the program's exit status.
-int deliver(Files& files, const std::string& out, const std::string& content);
+int deliver(NativeSystem& system, const std::string& out, const std::string& content);
 
 }  // namespace kiv

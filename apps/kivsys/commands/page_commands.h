@@ -8,13 +8,14 @@ namespace kiv {
 struct PageFiles {
   std::string page;
   std::string text;
+  bool force = false;  ///< replace a page that exists
 };
 
 /// Prints the page as text on standard output. Returns the program's exit status.
 int runDump(const std::string& page);
 
-/// Builds the page that the text file, or standard input for "-", describes; an old page stays whole until the new one
-/// is. Returns the program's exit status.
-int runBuild(const std::string& text, const std::string& page);
+/// Builds the page that the text file, or standard input for "-", describes. A page that exists is refused, or, by
+/// force, stays whole until the new one is. Returns the program's exit status.
+int runBuild(const PageFiles& files);
 
 }  // namespace kiv

@@ -36,6 +36,7 @@ RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& console, bool 
   }
   outcome.messages = console.messages();
   outcome.files = program.names.nameCount;
+  outcome.paths = console.system().pages();
   return outcome;
 }
 
@@ -43,6 +44,9 @@ RunOutcome withPagesWritten(RunOutcome analysis, const ConsoleHost& console, boo
   analysis.normalEnd = normalEnd;
   analysis.messages = console.messages();
   analysis.created = console.replacedFiles();
+  analysis.paths = console.system().pages();
+  const auto& written = console.system().writtenFiles();
+  analysis.paths.insert(analysis.paths.end(), written.begin(), written.end());
   return analysis;
 }
 

@@ -24,6 +24,7 @@ struct RunOutcome {
   std::optional<std::size_t> instruments;
   bool verifies = false;                            ///< the conversion was to be proved
   std::optional<proof::Verification> verification;  ///< only of a conversion that ended and was to be proved
+  std::vector<FoundFile> paths;                     ///< where the pages are; none of a run like the panel's
   std::optional<std::vector<std::string>> created;  ///< the pages written, in order; only of runs that write pages
 
   /// True when no conversion is needed.

@@ -3,6 +3,7 @@
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/outcome_json.h"
+#include "apps/kivsys/safety/input_files.h"
 #include "platform/console/console_host.h"
 #include "sort/sort_on_instrument.h"
 
@@ -12,7 +13,7 @@ namespace {
 int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOptions& options) {
   NamesTable names;
   ItemTable items;
-  const ReadBack readBack = options.likePanel ? ReadBack::no : ReadBack::yes;
+  const ReadBack readBack = options.selection.likePanel ? ReadBack::no : ReadBack::yes;
   const bool isSorted =
       endsNormally(console, [&] { cmdSortInstrument_Click(console.host(), namesFile, names, items, readBack); });
   const bool normalEnd = flushResults(console) && isSorted;
@@ -21,14 +22,33 @@ int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOpti
                       normalEnd ? exit_status::normal : exit_status::critical);
 }
 
+/// The pages that a sort writes, by their paths on the disk.
+std::vector<std::pair<std::string, std::string>> sortedPages(ConsoleSystem& system, const SelectedPages& pages) {
+  std::vector<std::pair<std::string, std::string>> sorted;
+  for (const FoundFile& page : pages.pages) {
+    if (const auto name = sortedName(system, system.upperCase(page.name))) {
+      sorted.emplace_back("sorted page", system.outputPath(*name));
+    }
+  }
+  return sorted;
+}
+
+std::vector<std::string> folderOfPages(const SelectedPages& pages) {
+  return pages.pages.empty() ? std::vector<std::string>{} : std::vector{pages.pages.front().folder()};
+}
+
 }  // namespace
 
 int runSort(const SortOptions& options) {
-  ConsoleHost console(options.likePanel ? Guard::off : Guard::on);
-  const WrittenFolders written{false, !options.likePanel, "", options.wait};
-  return runOnSelection(
-      console, options.selection, [&](const std::string& namesFile) { return sortNames(console, namesFile, options); },
-      written);
+  ConsoleHost console(options.selection.likePanel ? Guard::off : Guard::on);
+  const SelectionUse use{FolderUse::written, false,
+                         [&](const SelectedPages& pages) {
+                           console.system().bindFolder();
+                           return InputFiles(pages).refusals(sortedPages(console.system(), pages));
+                         },
+                         folderOfPages};
+  return runOnSelection(console, options.selection, use,
+                        [&](const std::string& namesFile) { return sortNames(console, namesFile, options); });
 }
 
 }  // namespace kiv

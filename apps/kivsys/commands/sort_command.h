@@ -1,6 +1,6 @@
 #pragma once
 
-#include "apps/kivsys/commands/selection.h"
+#include "apps/kivsys/selection/selection.h"
 
 namespace kiv {
 
@@ -8,8 +8,6 @@ namespace kiv {
 struct SortOptions {
   Selection selection;
   bool json = false;
-  bool likePanel = false;  ///< as the panel does, without a guard
-  bool wait = false;       ///< for another run that works in the folders
 };
 
 /// Sorts the selected pages by instrument and prints which files were written. Returns the program's exit status.

@@ -11,6 +11,8 @@
 #include <thread>
 
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/safety/output_file.h"
+#include "apps/kivsys/selection/selection.h"
 #include "apps/kivsys/survey/survey_state.h"
 #include "platform/console/console_host.h"
 #include "platform/console/stop_signals.h"
@@ -163,6 +165,13 @@ int Survey::run() {
   return exit_status::normal;
 }
 
+std::vector<std::string> refusalsOfState(NativeSystem& system, const std::string& file) {
+  if (file == standardOutput) {
+    return {"the state of a survey cannot be kept on standard output, which has its lines"};
+  }
+  return refusalsOfOutput(system, {"state file", system.fullName(file), OutputKind::surveyState}, InputFiles());
+}
+
 }  // namespace
 
 int runSurvey(const SurveyOptions& options) {
@@ -176,6 +185,9 @@ int runSurvey(const SurveyOptions& options) {
   ConsoleHost console;
   SurveyState state;
   if (!options.resume.empty()) {
+    if (const auto reasons = refusalsOfState(console.system(), options.resume); !reasons.empty()) {
+      return refuse(reasons);
+    }
     if (const std::string failure = state.open(console.system(), options.resume); !failure.empty()) {
       std::cerr << "kivsys: cannot write to " << options.resume << ": " << failure << '\n';
       return exit_status::critical;

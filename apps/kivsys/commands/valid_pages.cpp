@@ -1,7 +1,5 @@
 #include "apps/kivsys/commands/valid_pages.h"
 
-#include <iostream>
-
 #include <nlohmann/json.hpp>
 
 #include "input/file_names.h"
@@ -18,17 +16,8 @@ ValidPages::ValidPages(ConsoleHost& console, const std::string& namesFile)
   }
   namesFile_.clear();
   if (anyLeft()) {
-    temporary_ = console_.system().makeTemporaryFile(validation_.names);
-    namesFile_ = temporary_;
-    if (temporary_.empty()) {
-      std::cerr << "kivsys: cannot make a names file in the folder for temporary files\n";
-    }
-  }
-}
-
-ValidPages::~ValidPages() {
-  if (!temporary_.empty()) {
-    console_.system().deleteFile(temporary_);
+    namesFile_ = "(pages that can be read)";  // no file can have this name
+    console_.system().serveNamesFile(namesFile_, validation_.names);
   }
 }
 

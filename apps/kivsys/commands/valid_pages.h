@@ -16,9 +16,8 @@ class ValidPages {
   ValidPages(ConsoleHost& console, const std::string& namesFile);
   ValidPages(const ValidPages&) = delete;
   ValidPages& operator=(const ValidPages&) = delete;
-  ~ValidPages();
 
-  /// A names file of the valid pages: the given one when no page is bad. "" when none is left, or it cannot be made.
+  /// A names file of the valid pages: the given one when no page is bad. "" when none is left.
   const std::string& namesFile() const { return namesFile_; }
   bool anySkipped() const { return !validation_.skipped.empty(); }
   bool anyLeft() const { return validation_.pages > 0; }
@@ -30,7 +29,6 @@ class ValidPages {
  private:
   ConsoleHost& console_;
   PageValidation validation_;
-  std::string temporary_;
   std::string namesFile_;
 };
 

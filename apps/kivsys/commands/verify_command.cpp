@@ -5,7 +5,9 @@
 #include "apps/kivsys/commands/analysis_again.h"
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/verification_json.h"
+#include "apps/kivsys/safety/output_file.h"
 
 namespace kiv {
 namespace {
@@ -17,32 +19,47 @@ std::string lineOf(const proof::Finding& finding) {
          "\n";
 }
 
+std::string withFolder(ConsoleSystem& system, const std::string& name) {
+  return name.find('\\') != std::string::npos ? name : system.currentFolder() + "\\" + name;
+}
+
 /// The digests under the names that the files have on the disk, whatever case a names file gave them.
-std::string manifestOf(NativeSystem& system, std::vector<DigestedFile> files) {
+std::string manifestOf(ConsoleSystem& system, std::vector<DigestedFile> files) {
   for (DigestedFile& file : files) {
-    const bool hasFolder = file.name.find('\\') != std::string::npos;
-    file.name = system.diskName(hasFolder ? file.name : system.currentFolder() + "\\" + file.name);
+    file.name = system.diskName(withFolder(system, file.name));
   }
   return manifestText(files);
 }
 
-int printVerification(NativeSystem& system, const proof::Verification& verification, const std::string& manifest,
+std::string asJson(ConsoleSystem& system, const proof::Verification& verification) {
+  Json object = toJson(verification);
+  std::vector<FoundFile> paths;
+  for (const DigestedFile& file : verification.files) {
+    paths.push_back({file.name, system.diskName(withFolder(system, file.name))});
+  }
+  object["paths"] = pathsJson(paths);
+  return asLine(object);
+}
+
+int printVerification(ConsoleSystem& system, const proof::Verification& verification, const std::string& manifest,
                       bool json) {
   if (!manifest.empty()) {
-    if (const auto failure = system.replaceFile(manifest, manifestOf(system, verification.files))) {
+    if (const auto failure = writeOutput(system, manifest, manifestOf(system, verification.files))) {
       std::cerr << "kivsys: cannot write the manifest: " << *failure << '\n';
       return exit_status::critical;
     }
   }
-  const std::string text =
-      json ? toJson(verification).dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n"
-           : asText(verification);
-  return printOutcome(text, verification.proved() ? exit_status::normal : exit_status::critical);
+  const int status = verification.proved() ? exit_status::normal : exit_status::critical;
+  if (manifest == standardOutput) {
+    std::cerr << asText(verification);
+    return status;
+  }
+  return printOutcome(json ? asJson(system, verification) : asText(verification), status);
 }
 
 }  // namespace
 
-proof::Verification verificationOf(NativeSystem& system, const std::string& namesFile,
+proof::Verification verificationOf(ConsoleSystem& system, const std::string& namesFile,
                                    const proof::ConversionToProve& conversion) {
   return proof::verify(system, system, analyzeAgain(system, system, namesFile), conversion);
 }
@@ -66,10 +83,14 @@ std::string asText(const proof::Verification& verification) {
 
 int runVerify(const VerifyOptions& options) {
   ConsoleHost console;
-  NativeSystem& system = console.system();
-  const std::string manifest = options.manifest.empty() ? "" : system.fullName(options.manifest);
+  ConsoleSystem& system = console.system();
+  const std::string manifest = outputName(system, options.manifest);
   const proof::ConversionToProve conversion{system.fullName(options.result), std::nullopt};
-  return runOnSelection(console, options.selection, [&](const std::string& namesFile) {
+  const SelectionUse use{
+      FolderUse::read, false, [&](const SelectedPages& pages) {
+        return refusalsOfOutput(system, {"manifest", manifest, OutputKind::manifest}, InputFiles(pages));
+      }};
+  return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
     return printVerification(system, verificationOf(system, namesFile, conversion), manifest, options.json);
   });
 }

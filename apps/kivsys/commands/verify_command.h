@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
-#include "apps/kivsys/commands/selection.h"
-#include "platform/console/native_system.h"
+#include "apps/kivsys/selection/selection.h"
+#include "platform/console/console_system.h"
 #include "verify/verify.h"
 
 namespace kiv {
@@ -21,7 +21,7 @@ struct VerifyOptions {
 int runVerify(const VerifyOptions& options);
 
 /// Proves the conversion of the pages in a names file.
-proof::Verification verificationOf(NativeSystem& system, const std::string& namesFile,
+proof::Verification verificationOf(ConsoleSystem& system, const std::string& namesFile,
                                    const proof::ConversionToProve& conversion);
 /// "PROVED=YES" or "PROVED=NO", the counts, and the findings, a line each.
 std::string asText(const proof::Verification& verification);

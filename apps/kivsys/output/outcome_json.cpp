@@ -61,10 +61,21 @@ Json jsonOf(const RunOutcome& outcome) {
     }
     object["created"] = created;
   }
+  if (!outcome.paths.empty()) {
+    object["paths"] = pathsJson(outcome.paths);
+  }
   if (outcome.verifies) {
     object["verified"] = outcome.verification ? toJson(*outcome.verification) : Json();
   }
   return object;
+}
+
+Json pathsJson(const std::vector<FoundFile>& files) {
+  Json paths = Json::array();
+  for (const FoundFile& file : files) {
+    paths.push_back({{"file", NativeSystem::toUtf8(file.name)}, {"path", NativeSystem::toUtf8(file.path)}});
+  }
+  return paths;
 }
 
 std::string asLine(const Json& object) {

@@ -23,6 +23,9 @@ Json jsonOf(const RunOutcome& outcome);
 /// The outcome with the schema's version, on a line of its own.
 std::string asJson(const RunOutcome& outcome);
 
+/// Names of the core with the paths of their files.
+Json pathsJson(const std::vector<FoundFile>& files);
+
 /// The object in UTF-8 on a line of its own.
 std::string asLine(const Json& object);
 

@@ -3,6 +3,7 @@
 #include <sstream>
 
 #include "apps/kivsys/output/piece_json.h"
+#include "platform/native_file.h"
 
 namespace kiv {
 namespace {
@@ -32,8 +33,10 @@ std::string SurveyState::open(NativeSystem& system, const std::string& file) {
   for (std::string line; std::getline(lines, line);) {
     addLine(line, goodLines);
   }
-  if (const auto failure = system.replaceFile(name, goodLines)) {
-    return *failure;
+  if (kindOf(system.diskName(name)) != PathKind::device) {
+    if (const auto failure = system.replaceFile(name, goodLines)) {
+      return *failure;
+    }
   }
   system_ = &system;
   name_ = name;

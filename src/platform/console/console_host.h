@@ -1,11 +1,11 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "platform/console/console_system.h"
 #include "platform/console/console_user.h"
+#include "platform/console/folder_locks.h"
 #include "platform/host.h"
 
 namespace kiv {
@@ -16,7 +16,10 @@ class ConsoleHost {
   explicit ConsoleHost(Guard guard = Guard::on) : system_(guard) {}
 
   ConsoleSystem& system() { return system_; }
+  const ConsoleSystem& system() const { return system_; }
   ConsoleUser& user() { return user_; }
+  /// The folders that the run has locked.
+  FolderLocks& locks() { return locks_; }
   Host host() { return {system_, user_, system_, system_}; }
 
   /// The messages in the order in which they were shown.
@@ -26,6 +29,7 @@ class ConsoleHost {
  private:
   ConsoleSystem system_;
   ConsoleUser user_{system_};
+  FolderLocks locks_;
 };
 
 }  // namespace kiv

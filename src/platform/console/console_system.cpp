@@ -2,115 +2,80 @@
 
 #include <utility>
 
-#include "messages/run_time_errors.h"
-#include "platform/console/stop_signals.h"
+#include "platform/memory/memory_input.h"
 
 namespace kiv {
 namespace {
 
-using Written = ConsoleSystem::Written;
-
-/// A file that remembers what was written.
-class RememberingOutput : public OutputFile {
- public:
-  RememberingOutput(std::unique_ptr<OutputFile> file, std::shared_ptr<Written> written)
-      : file_(std::move(file)), written_(std::move(written)) {}
-  RememberingOutput(const RememberingOutput&) = delete;
-  RememberingOutput& operator=(const RememberingOutput&) = delete;
-  ~RememberingOutput() override { written_->complete = !hasStopped(); }
-
-  std::optional<std::string> write(std::string_view bytes) override {
-    written_->add(bytes);
-    return file_->write(bytes);
-  }
-
- private:
-  std::unique_ptr<OutputFile> file_;
-  std::shared_ptr<Written> written_;
-};
-
-/// A file that ends the program unless it is what was written.
-class CheckedInput : public InputFile {
- public:
-  CheckedInput(std::unique_ptr<InputFile> file, Written expected, std::string name)
-      : file_(std::move(file)), expected_(expected), name_(std::move(name)) {}
-
-  std::optional<std::size_t> read(std::span<char> buffer) override {
-    const auto got = file_->read(buffer);
-    if (got) {
-      read_.add({buffer.data(), *got});
-      const bool isEnd = *got == 0 && !buffer.empty();
-      if (read_.size > expected_.size || (isEnd && (read_.size != expected_.size || read_.sum != expected_.sum))) {
-        endProgram(messages::fileChanged(name_));
-      }
-    }
-    return got;
-  }
-
- private:
-  std::unique_ptr<InputFile> file_;
-  Written expected_;
-  Written read_;
-  std::string name_;
-};
+std::string folderOf(const std::string& name) {
+  return name.substr(0, name.rfind('\\') + 1);
+}
 
 }  // namespace
 
-void ConsoleSystem::Written::add(std::string_view bytes) {
-  constexpr std::uint64_t prime = 1099511628211U;
-  size += bytes.size();
-  for (const char byte : bytes) {
-    sum = (sum ^ static_cast<unsigned char>(byte)) * prime;
+void ConsoleSystem::serveNamesFile(const std::string& name, std::string text) {
+  namesFile_ = name;
+  names_ = std::make_shared<const std::string>(std::move(text));
+}
+
+void ConsoleSystem::bindPages(const std::vector<FoundFile>& pages) {
+  for (const FoundFile& page : pages) {
+    const std::string name = upperCase(page.name);
+    paths_[name] = coreName(page.path);
+    pages_.push_back({name, page.path});
   }
+}
+
+void ConsoleSystem::bindFolder() {
+  if (!pages_.empty()) {
+    boundFolder_ = folderOf(pages_.front().name);
+    pageFolder_ = folderOf(coreName(pages_.front().path));
+  }
+}
+
+std::string ConsoleSystem::inBoundFolder(const std::string& name) {
+  const std::string folder = folderOf(name);
+  return !folder.empty() && folder == boundFolder_ ? pageFolder_ + name.substr(folder.size()) : name;
+}
+
+std::string ConsoleSystem::bound(const std::string& name) {
+  const auto page = paths_.find(name);
+  return page == paths_.end() ? inBoundFolder(name) : page->second;
 }
 
 std::unique_ptr<InputFile> ConsoleSystem::openInput(const std::string& name) {
-  endIfStopped();
-  auto file = NativeSystem::openInput(name);
-  if (!file || ownFiles_.empty()) {
-    return file;
+  if (names_ && name == namesFile_) {
+    return std::make_unique<MemoryInput>(names_);
   }
-  const auto own = ownFiles_.find(upperCase(name));
-  return own == ownFiles_.end()
-             ? std::move(file)
-             : std::make_unique<CheckedInput>(std::move(file), *own->second.written, own->second.name);
-}
-
-std::unique_ptr<OutputFile> ConsoleSystem::openOutput(const std::string& name) {
-  endIfStopped();
-  if (guard_ == Guard::off) {
-    return NativeSystem::openOutput(name);
-  }
-  auto file = openOwnOutput(name);
-  if (!file) {
-    return nullptr;
-  }
-  auto written = std::make_shared<Written>();
-  ownFiles_.insert_or_assign(upperCase(name), OwnFile{name, written});
-  return std::make_unique<RememberingOutput>(std::move(file), std::move(written));
+  return GuardedSystem::openInput(bound(name));
 }
 
 std::optional<std::string> ConsoleSystem::replaceFile(const std::string& name, std::string_view bytes) {
-  endIfStopped();
-  auto failure = NativeSystem::replaceFile(name, bytes);
+  const std::string file = inBoundFolder(name);
+  auto failure = GuardedSystem::replaceFile(file, bytes);
   if (!failure) {
     replacedFiles_.push_back(name);
+    if (!pages_.empty()) {
+      writtenFiles_.push_back({name, outputPath(name)});
+    }
   }
   return failure;
 }
 
-std::string ConsoleSystem::writtenWords() const {
-  std::string words;
-  for (const auto& [key, own] : ownFiles_) {
-    words += (words.empty() ? "" : ", ") + own.name + (own.written->complete ? "" : " (not complete)");
-  }
-  if (!replacedFiles_.empty()) {
-    words += (words.empty() ? "" : ", ") + replacedFiles_.front();
-  }
-  if (replacedFiles_.size() > 1) {
-    words += " to " + replacedFiles_.back() + " (" + std::to_string(replacedFiles_.size()) + " files)";
-  }
-  return words.empty() ? "nothing" : words;
+bool ConsoleSystem::deleteFile(const std::string& name) {
+  return (names_ && name == namesFile_) || NativeSystem::deleteFile(name);
+}
+
+std::vector<FolderEntry> ConsoleSystem::listFolder(const std::string& folder) {
+  return NativeSystem::listFolder(inBoundFolder(folder));
+}
+
+std::string ConsoleSystem::outputPath(const std::string& name) {
+  return NativeSystem::diskName(inBoundFolder(name));
+}
+
+std::string ConsoleSystem::diskName(const std::string& name) {
+  return NativeSystem::diskName(bound(name));
 }
 
 }  // namespace kiv

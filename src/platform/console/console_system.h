@@ -1,59 +1,67 @@
 #pragma once
 
-#include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "platform/console/native_system.h"
+#include "platform/console/guarded_system.h"
 
 namespace kiv {
 
-/// How the console program treats files that others may touch as well.
-enum class Guard {
-  on,
-  off,  ///< as the panel does
+/// A file as the core names it, and the file of the disk that is meant.
+struct FoundFile {
+  std::string name;
+  std::string path;  ///< as the disk has it
+
+  /// The folder of the path, with its separator.
+  std::string folder() const { return path.substr(0, path.find_last_of("\\/") + 1); }
+  bool operator==(const FoundFile&) const = default;
 };
 
-/// The platform's files, programs and clock, for a run of the console program: records what was written, and is a point
-/// where the run can be stopped whenever a file is opened or replaced.
-///
-/// With the guard, what is opened for writing is a file of its own: neither what a link of that name leads to, nor a
-/// pipe. And a file that the run has written so is known when it is read back: one that another program has changed
-/// ends the program.
-class ConsoleSystem : public NativeSystem {
+/// The guarded system of a run, with its selection: the pages are read from the very files that were found for them,
+/// whatever else the disk has under names that differ in case only; and their names file is in memory.
+class ConsoleSystem : public GuardedSystem {
  public:
-  explicit ConsoleSystem(Guard guard = Guard::on) : guard_(guard) {}
+  using GuardedSystem::GuardedSystem;
+
+  /// Serves a text as the names file of this name. It cannot be deleted.
+  void serveNamesFile(const std::string& name, std::string text);
+  /// From now on, these names stand for these files, in whatever case they are written.
+  void bindPages(const std::vector<FoundFile>& pages);
+  /// From now on, the folder of the first bound page is the one of its file when new files are named there, too.
+  void bindFolder();
 
   std::unique_ptr<InputFile> openInput(const std::string& name) override;
-  std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
   std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
+  bool deleteFile(const std::string& name) override;
+  std::vector<FolderEntry> listFolder(const std::string& folder) override;
 
+  /// The name under which the disk has a file that the core names, or would get it.
+  std::string diskName(const std::string& name);
+  /// The path of a file that is to be written under a name of the core.
+  std::string outputPath(const std::string& name);
+  /// The pages that were bound, in order, their names in upper case.
+  const std::vector<FoundFile>& pages() const { return pages_; }
   /// The files that replaceFile has written, in order.
   const std::vector<std::string>& replacedFiles() const { return replacedFiles_; }
-  /// What was written, in words; "nothing" when that is so.
-  std::string writtenWords() const;
-
-  /// What a run has written into a file: its length and a checksum, which is not meant against forgery.
-  struct Written {
-    std::uint64_t size = 0;
-    std::uint64_t sum = 14695981039346656037U;
-    bool complete = true;  ///< the run was not stopped while it wrote the file
-
-    void add(std::string_view bytes);
-  };
+  /// The same, with their paths; only of a run with bound pages.
+  const std::vector<FoundFile>& writtenFiles() const { return writtenFiles_; }
 
  private:
-  struct OwnFile {
-    std::string name;  // as the run has it
-    std::shared_ptr<Written> written;
-  };
+  std::string bound(const std::string& name);
+  std::string inBoundFolder(const std::string& name);
 
-  Guard guard_;
+  std::string namesFile_;
+  std::shared_ptr<const std::string> names_;  // null when none is served
+  std::vector<FoundFile> pages_;
+  std::map<std::string, std::string> paths_;  // by name in upper case
+  std::string boundFolder_;                   // in upper case, with its backslash; "" for none
+  std::string pageFolder_;                    // the real one
   std::vector<std::string> replacedFiles_;
-  std::map<std::string, OwnFile> ownFiles_;  // those opened for writing, by upper-case name
+  std::vector<FoundFile> writtenFiles_;
 };
 
 }  // namespace kiv

@@ -1,26 +1,11 @@
 #include "platform/memory/overlay_files.h"
 
-#include <algorithm>
 #include <utility>
+
+#include "platform/memory/memory_input.h"
 
 namespace kiv {
 namespace {
-
-class MemoryInput : public InputFile {
- public:
-  explicit MemoryInput(std::shared_ptr<const std::string> content) : content_(std::move(content)) {}
-
-  std::optional<std::size_t> read(std::span<char> buffer) override {
-    const std::size_t start = std::min(position_, content_->size());
-    const std::size_t count = content_->copy(buffer.data(), buffer.size(), start);
-    position_ = start + count;
-    return count;
-  }
-
- private:
-  std::shared_ptr<const std::string> content_;
-  std::size_t position_ = 0;
-};
 
 class MemoryOutput : public OutputFile {
  public:
@@ -56,6 +41,10 @@ bool OverlayFiles::hasFolder(const std::string& key) {
     known->second = !below_->listFolder(folder).empty();
   }
   return known->second;
+}
+
+void OverlayFiles::addFolder(const std::string& name) {
+  folders_[machine_.upperCase(name)] = true;
 }
 
 void OverlayFiles::addFile(const std::string& name, std::string content) {

@@ -37,6 +37,8 @@ class OverlayFiles : public Files {
   const std::vector<Replaced>& replaced() const { return replaced_; }
 
   void addFile(const std::string& name, std::string content);
+  /// Lets a folder, whose name ends with a backslash, take files although those below do not have it.
+  void addFolder(const std::string& name);
   /// Makes a file below readable under its name in any case, whatever else is there.
   void addAlias(const std::string& name) { aliases_[fullName(name)] = name; }
   /// The content of a file that is kept here; null when there is none.

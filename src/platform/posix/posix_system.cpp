@@ -43,6 +43,26 @@ std::string linkTarget(const std::string& path) {
   return failure ? path : target.string();
 }
 
+/// The path without steps to the same folder and back to the one above. Above a link is where the system says: the
+/// folder that holds what the link leads to.
+std::filesystem::path withoutSteps(const std::filesystem::path& path) {
+  std::error_code failure;
+  std::filesystem::path plain;
+  for (const auto& component : path) {
+    if (component == ".." && std::filesystem::is_symlink(plain, failure)) {
+      const auto target = std::filesystem::canonical(plain, failure);
+      checkMemory(failure);
+      plain = failure ? plain : target;
+    }
+    plain = (plain / component).lexically_normal();
+    if (plain.has_relative_path() && plain.filename().empty()) {
+      plain = plain.parent_path();  // a link is one without the separator after it
+    }
+  }
+  const bool isFolder = path.filename().empty() || path.filename() == "." || path.filename() == "..";
+  return isFolder ? plain / "" : plain;
+}
+
 mode_t modeOfNewFiles() {
   constexpr mode_t readableByAll = 0666;
   const mode_t withheld = ::umask(0);
@@ -182,7 +202,7 @@ std::string PosixSystem::fullName(const std::string& typed) {
   std::error_code failure;
   const auto path = std::filesystem::absolute(typed, failure);
   checkMemory(failure);
-  return coreName(path.lexically_normal().string());
+  return coreName(failure ? typed : withoutSteps(path).string());
 }
 
 std::string PosixSystem::coreName(const std::string& typed) {

@@ -1,7 +1,8 @@
-#include "apps/kivsys/commands/folder_locks.h"
+#include "platform/console/folder_locks.h"
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <thread>
 
 #include "platform/console/native_system.h"
@@ -47,21 +48,25 @@ bool FolderLocks::lock(Folder& folder, bool wait) {
   }
 }
 
+bool FolderLocks::isIn(const std::vector<Folder>& folders, const FolderLock& lock) {
+  return std::any_of(folders.begin(), folders.end(), [&](const Folder& known) {
+    return known.lock.identity() == lock.identity() && lock.identity() != FolderIdentity{};
+  });
+}
+
 bool FolderLocks::take(const std::vector<std::string>& folders, bool wait) {
+  std::vector<Folder> wanted;
   for (const std::string& name : folders) {
     Folder folder{name, FolderLock(name)};
-    const bool isKnown = std::any_of(folders_.begin(), folders_.end(), [&](const Folder& known) {
-      return known.lock.identity() == folder.lock.identity() && folder.lock.identity() != FolderIdentity{};
-    });
-    if (folder.lock.exists() && !isKnown) {
-      folders_.push_back(std::move(folder));
+    if (folder.lock.exists() && !isIn(folders_, folder.lock) && !isIn(wanted, folder.lock)) {
+      wanted.push_back(std::move(folder));
     }
   }
-  std::sort(folders_.begin(), folders_.end(),
+  std::sort(wanted.begin(), wanted.end(),
             [](const Folder& a, const Folder& b) { return a.lock.identity() < b.lock.identity(); });
-  const bool done = std::all_of(folders_.begin(), folders_.end(), [&](Folder& folder) { return lock(folder, wait); });
-  if (!done) {
-    folders_.clear();
+  const bool done = std::all_of(wanted.begin(), wanted.end(), [&](Folder& folder) { return lock(folder, wait); });
+  if (done) {
+    std::move(wanted.begin(), wanted.end(), std::back_inserter(folders_));
   }
   return done;
 }

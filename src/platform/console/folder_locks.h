@@ -11,8 +11,8 @@ namespace kiv {
 class FolderLocks {
  public:
   /// Locks the folders, named as the disk names them, each of them once and all runs in the same order. A folder that
-  /// another run works in is waited for, or said on standard error; then nothing is locked, and this is false. One that
-  /// the system cannot lock is said, too, and not locked; one that does not exist is nobody's.
+  /// another run works in is waited for, or reported on standard error; then none of these is locked, and this is
+  /// false. One that the system cannot lock is reported, too, and not locked; one that does not exist is skipped.
   [[nodiscard]] bool take(const std::vector<std::string>& folders, bool wait);
 
  private:
@@ -21,6 +21,7 @@ class FolderLocks {
     FolderLock lock;
   };
   static bool lock(Folder& folder, bool wait);
+  static bool isIn(const std::vector<Folder>& folders, const FolderLock& lock);
 
   std::vector<Folder> folders_;
 };

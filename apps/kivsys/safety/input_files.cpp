@@ -1,0 +1,50 @@
+#include "apps/kivsys/safety/input_files.h"
+
+#include "analysis/report.h"
+#include "analysis/verdict.h"
+
+namespace kiv {
+
+InputFiles::InputFiles(const SelectedPages& pages) {
+  for (const FoundFile& page : pages.pages) {
+    add(page.path);
+  }
+  if (!pages.listPath.empty()) {
+    add(pages.listPath);
+  }
+}
+
+void InputFiles::add(const std::string& path) {
+  if (const auto identity = identityOf(path)) {
+    paths_.emplace(*identity, path);
+  }
+}
+
+std::optional<std::string> InputFiles::find(const std::string& path) const {
+  const auto identity = identityOf(path);
+  const auto input = identity ? paths_.find(*identity) : paths_.end();
+  return input == paths_.end() ? std::nullopt : std::optional(input->second);
+}
+
+std::optional<std::string> InputFiles::refusal(const std::string& output, const std::string& path) const {
+  const auto input = find(path);
+  return input ? std::optional("the " + output + " " + path + " is the same file as the input " + *input)
+               : std::nullopt;
+}
+
+std::vector<std::string> InputFiles::refusals(const std::vector<std::pair<std::string, std::string>>& outputs) const {
+  std::vector<std::string> reasons;
+  for (const auto& [output, path] : outputs) {
+    if (const auto reason = refusal(output, path)) {
+      reasons.push_back(*reason);
+    }
+  }
+  return reasons;
+}
+
+std::vector<std::pair<std::string, std::string>> analysisOutputs(NativeSystem& system, const std::string& folder) {
+  const std::string start = folder + (folder.ends_with('\\') ? "" : "\\");
+  return {{"report", system.diskName(start + reportFile)}, {"verdict", system.diskName(start + verdictFile)}};
+}
+
+}  // namespace kiv

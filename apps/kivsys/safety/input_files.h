@@ -1,0 +1,38 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "apps/kivsys/selection/selected_pages.h"
+#include "platform/native_file.h"
+
+namespace kiv {
+
+/// The files that a run reads and must not write, known by their identity.
+class InputFiles {
+ public:
+  InputFiles() = default;
+  /// The pages of a selection and their list.
+  explicit InputFiles(const SelectedPages& pages);
+
+  /// Adds a file by its path on the disk, if it is there.
+  void add(const std::string& path);
+  /// The input that this path leads to, as it was added; nullopt when it leads to none.
+  std::optional<std::string> find(const std::string& path) const;
+
+  /// Why an output, named by its path on the disk, cannot be written: it is an input. Nullopt when it is none.
+  std::optional<std::string> refusal(const std::string& output, const std::string& path) const;
+  /// The refusals of all these outputs, each with what it is.
+  std::vector<std::string> refusals(const std::vector<std::pair<std::string, std::string>>& outputs) const;
+
+ private:
+  std::map<FileIdentity, std::string> paths_;
+};
+
+/// Report and verdict in the folder of a run, each with what it is and its path on the disk.
+std::vector<std::pair<std::string, std::string>> analysisOutputs(NativeSystem& system, const std::string& folder);
+
+}  // namespace kiv

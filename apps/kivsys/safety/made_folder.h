@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace kiv {
+
+/// A folder that a run writes into, and makes when it is missing.
+class PlannedFolder {
+ public:
+  /// The folder as the disk names it, and as messages do.
+  PlannedFolder(std::string path, std::string typed);
+
+  bool isMissing() const { return isMissing_; }
+  /// Why it cannot be made; nullopt when it can be, or is there.
+  std::optional<std::string> refusal() const;
+  /// Makes it when it is missing, and says so on standard error. Returns why it cannot be made.
+  [[nodiscard]] std::optional<std::string> make() const;
+
+ private:
+  std::string typed_;
+  std::string path_;  // the disk's
+  bool isMissing_;
+};
+
+}  // namespace kiv

@@ -1,0 +1,63 @@
+#include "apps/kivsys/safety/output_file.h"
+
+#include <iostream>
+
+namespace kiv {
+namespace {
+
+/// As much of a file as shows its kind.
+constexpr std::size_t largestHead = std::size_t{1} << 20U;
+
+std::string wordsFor(OutputKind kind) {
+  switch (kind) {
+    case OutputKind::drawing:
+      return "an SVG drawing";
+    case OutputKind::manifest:
+      return "a manifest";
+    case OutputKind::surveyState:
+      return "the state of a survey";
+  }
+  return "";
+}
+
+}  // namespace
+
+std::string outputName(NativeSystem& system, const std::string& typed) {
+  return typed.empty() || typed == standardOutput ? typed : system.fullName(typed);
+}
+
+std::vector<std::string> refusalsOfOutput(NativeSystem& system, const OutputFilePlan& output,
+                                          const InputFiles& inputs) {
+  if (output.name.empty() || output.name == standardOutput) {
+    return {};
+  }
+  const std::string path = system.diskName(output.name);
+  if (const auto reason = inputs.refusal(output.what, path)) {
+    return {*reason};
+  }
+  if (kindOf(path) != PathKind::file) {
+    return {};
+  }
+  const auto content = readWhole(system, output.name, largestHead);
+  if (!content) {
+    return {path + " is there and cannot be read, so it is not replaced"};
+  }
+  if (content->empty() || isOfKind(*content, output.kind)) {
+    return {};
+  }
+  return {path + (isPage(*content) ? " is a page" : " is not " + wordsFor(output.kind)) + ", and is not replaced"};
+}
+
+std::optional<std::string> writeOutput(NativeSystem& system, const std::string& name, std::string_view content) {
+  if (name == standardOutput) {
+    std::cout << content << std::flush;
+    return std::cout ? std::nullopt : std::optional<std::string>("cannot write to standard output");
+  }
+  if (kindOf(system.diskName(name)) != PathKind::device) {
+    return system.replaceFile(name, content);
+  }
+  const auto device = system.NativeSystem::openOutput(name);  // not a new file in the place of the device
+  return device ? device->write(content) : std::optional<std::string>("it cannot be opened");
+}
+
+}  // namespace kiv

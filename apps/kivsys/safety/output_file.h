@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "apps/kivsys/safety/file_kinds.h"
+#include "apps/kivsys/safety/input_files.h"
+#include "platform/console/native_system.h"
+
+namespace kiv {
+
+/// The output file of this name is standard output.
+inline constexpr const char* standardOutput = "-";
+
+/// The full name of an output file that was typed; standard output and "" stay as they are.
+std::string outputName(NativeSystem& system, const std::string& typed);
+
+/// A file that the user asked for.
+struct OutputFilePlan {
+  std::string what;  ///< "drawing"
+  std::string name;  ///< as the core writes it; "-" is standard output, "" for none
+  OutputKind kind = OutputKind::drawing;
+};
+
+/// Why the file may not be written: it is an input, a page or another file that is not of its kind. None: it may.
+std::vector<std::string> refusalsOfOutput(NativeSystem& system, const OutputFilePlan& output, const InputFiles& inputs);
+
+/// Writes the content. A file is replaced as a whole; devices, pipes and standard output are written to. Returns the
+/// failure's text.
+[[nodiscard]] std::optional<std::string> writeOutput(NativeSystem& system, const std::string& name,
+                                                     std::string_view content);
+
+}  // namespace kiv

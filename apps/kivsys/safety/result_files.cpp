@@ -1,0 +1,144 @@
+#include "apps/kivsys/safety/result_files.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <map>
+
+#include "input/file_names.h"
+#include "platform/memory/overlay_files.h"
+#include "platform/memory/silent_user.h"
+#include "shell/analysis_run.h"
+#include "shell/kivsystem.h"
+#include "shell/start_up.h"
+
+namespace kiv {
+namespace {
+
+constexpr std::string_view firstNumberAndSuffix = "0001.MUS";
+constexpr std::string_view suffix = ".MUS";
+constexpr std::size_t digits = 4;
+
+std::string capitals(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+  return text;
+}
+
+std::string numbered(const std::string& stem, std::size_t number) {
+  const std::string text = std::to_string(number);
+  return stem + std::string(digits - std::min(digits, text.size()), '0') + text + std::string(suffix);
+}
+
+/// The number in a result's name, of which the rest after the stem is given; nullopt when no result is named so.
+std::optional<std::size_t> numberIn(const std::string& rest) {
+  constexpr std::size_t mostDigits = 5;  // of a 16-bit number
+  if (!rest.ends_with(suffix) || rest.size() < digits + suffix.size() || rest.size() > mostDigits + suffix.size()) {
+    return std::nullopt;
+  }
+  const std::string text = rest.substr(0, rest.size() - suffix.size());
+  if (text.find_first_not_of("0123456789") != std::string::npos) {
+    return std::nullopt;
+  }
+  const std::size_t number = std::stoul(text);
+  return number > 0 && numbered("", number) == rest ? std::optional(number) : std::nullopt;
+}
+
+/// The number of results; nullopt when the pages end the analysis before it is known.
+std::size_t countResults(ConsoleSystem& system, const SelectedPages& pages, const PlannedResults& results) {
+  OverlayFiles files(system, system);
+  files.addFile(pages.namesFile, pages.names);
+  SilentUser user;
+  NoPrograms programs;
+  KivSystem program({files, user, programs, system});
+  if (exitCodeOf(user, [&] { analyze(program, pages.namesFile, results.allowZeroId); }).value_or(0) != 0) {
+    return 0;
+  }
+  const bool qualifies = program.systems.isConsistent() && program.pages.multifileCount == 0;
+  return qualifies && !results.force ? 0 : program.systems.systemCount();
+}
+
+/// The conflicts of results with inputs, by the number of the result.
+class Conflicts {
+ public:
+  Conflicts(ConsoleSystem& system, const SelectedPages& pages, std::string stem)
+      : system_(system), pages_(pages), inputs_(pages), stem_(std::move(stem)), upperStem_(system.upperCase(stem_)) {}
+
+  std::map<std::size_t, std::string> find() {
+    const std::string folder = justPath(stem_);
+    const std::string upperStemOfName = system_.upperCase(withoutPath(stem_));
+    for (const FolderEntry& entry : system_.listFolder(folder)) {
+      const std::string name = system_.upperCase(entry.name);
+      if (!entry.isFolder && name.starts_with(upperStemOfName)) {
+        addFile(numberIn(name.substr(upperStemOfName.size())));
+      }
+    }
+    for (const FoundFile& page : pages_.pages) {
+      addName(page);
+    }
+    return std::move(conflicts_);
+  }
+
+ private:
+  void addFile(std::optional<std::size_t> number) {
+    if (number) {
+      const std::string path = system_.outputPath(numbered(stem_, *number));
+      if (const auto reason = inputs_.refusal("result", path)) {
+        conflicts_.emplace(*number, *reason);
+      }
+    }
+  }
+
+  /// A result and an input of one name, but for case, would be one file to a run.
+  void addName(const FoundFile& page) {
+    const std::string name = system_.upperCase(page.name);
+    if (!name.starts_with(upperStem_)) {
+      return;
+    }
+    if (const auto number = numberIn(name.substr(upperStem_.size()))) {
+      conflicts_.emplace(*number, "the result " + system_.outputPath(numbered(stem_, *number)) +
+                                      " has the name of the input " + page.path);
+    }
+  }
+
+  ConsoleSystem& system_;
+  const SelectedPages& pages_;
+  InputFiles inputs_;
+  std::string stem_;  // of the full names of the results
+  std::string upperStem_;
+  std::map<std::size_t, std::string> conflicts_;
+};
+
+}  // namespace
+
+std::optional<std::string> refusalOfResultName(const std::string& typed) {
+  return capitals(typed).ends_with(firstNumberAndSuffix)
+             ? std::nullopt
+             : std::optional("the name of the first result must end in 0001.MUS: " + typed);
+}
+
+std::vector<std::string> refusalsOfResults(ConsoleSystem& system, const SelectedPages& pages,
+                                           const PlannedResults& results) {
+  if (pages.pages.empty()) {
+    return {};
+  }
+  NamesTable names;
+  names.nameCount = 1;
+  names.nameList = {system.upperCase(pages.pages.front().name)};
+  const std::string first = results.firstResultFile.empty() ? firstResultFile(names) : results.firstResultFile;
+  const std::string stem = first.substr(0, first.size() - firstNumberAndSuffix.size());
+  const auto conflicts = Conflicts(system, pages, stem).find();
+  if (conflicts.empty()) {
+    return {};
+  }
+  const std::size_t count = countResults(system, pages, results);
+  std::vector<std::string> reasons;
+  for (const auto& [number, reason] : conflicts) {
+    if (number <= count) {
+      reasons.push_back(reason);
+    }
+  }
+  return reasons;
+}
+
+}  // namespace kiv

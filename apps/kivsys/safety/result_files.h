@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "apps/kivsys/safety/input_files.h"
+#include "platform/console/console_host.h"
+
+namespace kiv {
+
+/// Why a name that was typed cannot be that of a first result; nullopt when it can be.
+std::optional<std::string> refusalOfResultName(const std::string& typed);
+
+/// The results that a conversion of pages is to write.
+struct PlannedResults {
+  std::string firstResultFile;  ///< full name; "" puts the results beside the first page
+  bool allowZeroId = false;
+  bool force = false;  ///< pages that qualify are converted, too
+};
+
+/// Why the results cannot be written: one of them is an input. The number of results is found out by an analysis in
+/// memory, and only when one of the files that are there already makes it count.
+std::vector<std::string> refusalsOfResults(ConsoleSystem& system, const SelectedPages& pages,
+                                           const PlannedResults& results);
+
+}  // namespace kiv

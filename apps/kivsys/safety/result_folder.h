@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "apps/kivsys/safety/made_folder.h"
+#include "platform/console/folder_locks.h"
+
+namespace kiv {
+
+/// The folder of the results of a run. One that is missing is made, and locked against other runs, when the first
+/// result is to be written.
+class ResultFolder {
+ public:
+  /// The folder as the disk names it, and as messages do.
+  ResultFolder(const std::string& path, const std::string& typed) : path_(path), folder_(path, typed) {}
+
+  const std::string& path() const { return path_; }
+  bool isMissing() const { return folder_.isMissing(); }
+  /// Why it cannot be made; nullopt when it can be, or is there.
+  std::optional<std::string> refusal() const { return folder_.refusal(); }
+  /// Makes it when it is missing. Returns the exit status of a run without it, after a line on standard error; with it,
+  /// that of a normal end. Another run in the new folder is not waited for, as it may wait for this one.
+  [[nodiscard]] int make(FolderLocks& locks) const;
+
+ private:
+  std::string path_;
+  PlannedFolder folder_;
+};
+
+}  // namespace kiv

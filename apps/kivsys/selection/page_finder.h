@@ -1,0 +1,41 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "apps/kivsys/selection/selected_pages.h"
+
+namespace kiv {
+
+/// A page that was selected.
+struct WantedPage {
+  std::string name;   ///< as the names file of the run is to have it
+  std::string typed;  ///< as messages name it
+  std::string place;  ///< of its line in a list, "names.txt:3: "; "" when it was typed
+};
+
+/// Finds the pages of one group on the disk, one after the other, and says what is wrong with them.
+class PageFinder {
+ public:
+  PageFinder(ConsoleSystem& system, const PageSearch& search) : system_(system), search_(search) {}
+
+  /// What is wrong with the page, where it stands; "" when it was added to the group.
+  std::string add(const WantedPage& page);
+
+  /// The names file of the group.
+  const std::string& names() const { return names_; }
+  const std::vector<FoundFile>& pages() const { return pages_; }
+
+ private:
+  std::string fileOf(const std::string& name);
+  std::string problemOf(const WantedPage& page, const std::string& path);
+
+  ConsoleSystem& system_;
+  const PageSearch& search_;
+  std::string names_;
+  std::vector<FoundFile> pages_;
+  std::map<std::string, FoundFile> known_;  // by name in upper case
+};
+
+}  // namespace kiv

@@ -1,0 +1,98 @@
+#include "apps/kivsys/selection/selected_pages.h"
+
+#include <algorithm>
+#include <iostream>
+#include <optional>
+#include <sstream>
+#include <utility>
+
+#include "apps/kivsys/selection/names_list.h"
+#include "apps/kivsys/selection/page_finder.h"
+#include "platform/native_file.h"
+
+namespace kiv {
+namespace {
+
+constexpr const char* standardInput = "-";
+/// No file can have this name.
+constexpr const char* commandLine = "(command line)";
+
+std::string readStandardInput() {
+  std::ostringstream text;
+  text << std::cin.rdbuf();
+  return text.str();
+}
+
+/// Where the list is, as the core names it.
+std::string nameOfList(ConsoleSystem& system, const std::string& list, const PageSearch& search) {
+  std::string full = system.fullName(list);
+  if (system.openInput(full)) {
+    return full;
+  }
+  const std::string inRunsFolder = search.folder + "\\" + NativeSystem::coreName(list);
+  return system.openInput(inRunsFolder) ? inRunsFolder : full;
+}
+
+/// The text of the list. Nullopt when it cannot be read, for which there is an error then.
+std::optional<std::string> readList(ConsoleSystem& system, const std::string& list, const PageSearch& search,
+                                    SelectedPages& selected) {
+  if (list == standardInput) {
+    selected.namesFile = list;
+    return readStandardInput();
+  }
+  const std::string name = nameOfList(system, list, search);
+  selected.listPath = system.diskName(name);
+  const bool isInRunsFolder = name != system.fullName(list);
+  selected.namesFile = isInRunsFolder ? NativeSystem::coreName(list) : name;
+  auto text = readWhole(system, name);
+  if (!text) {
+    selected.errors.push_back("cannot read " + list + ": " +
+                              readFailure(selected.listPath).value_or("An I/O error occurred"));
+  }
+  return text;
+}
+
+}  // namespace
+
+SelectedPages findTypedPages(ConsoleSystem& system, const std::vector<std::string>& typed, const PageSearch& search) {
+  SelectedPages selected;
+  selected.namesFile = commandLine;
+  PageFinder finder(system, search);
+  for (const std::string& pattern : typed) {
+    for (const std::string& page : NativeSystem::filesMatching(pattern)) {
+      if (std::string problem = finder.add({system.fullName(page), page, ""}); !problem.empty()) {
+        selected.errors.push_back(std::move(problem));
+      }
+    }
+  }
+  selected.names = finder.names();
+  selected.pages = finder.pages();
+  return selected;
+}
+
+SelectedPages findListedPages(ConsoleSystem& system, const std::string& list, const PageSearch& search) {
+  SelectedPages selected;
+  const auto text = readList(system, list, search, selected);
+  const NamesList lines = readNamesList(text.value_or(""));
+  const auto placeOf = [&](std::size_t line) { return list + ":" + std::to_string(line) + ": "; };
+  std::vector<std::pair<std::size_t, std::string>> errors;
+  for (const ListError& error : lines.errors) {
+    errors.emplace_back(error.line, placeOf(error.line) + error.text);
+  }
+  PageFinder finder(system, search);
+  for (const ListedPage& page : lines.pages) {
+    const std::string name = page.isRecord ? page.name : system.fullName(page.name);
+    if (std::string problem = finder.add({name, page.name, placeOf(page.line)}); !problem.empty()) {
+      errors.emplace_back(page.line, std::move(problem));
+    }
+  }
+  std::stable_sort(errors.begin(), errors.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (auto& [line, error] : errors) {
+    selected.errors.push_back(std::move(error));
+  }
+  selected.names = finder.names();
+  selected.pages = finder.pages();
+  return selected;
+}
+
+}  // namespace kiv

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/console/console_system.h"
+
+namespace kiv {
+
+/// The pages of a run, as the console found them on the disk.
+struct SelectedPages {
+  std::string namesFile;            ///< the name of their list, in messages of the run
+  std::string listPath;             ///< the list's file on the disk; "" when there is none
+  std::string names;                ///< the names file that the run loads
+  std::vector<FoundFile> pages;     ///< those that can be read, in their order
+  std::vector<std::string> errors;  ///< what is wrong, a line each; pages can be used when there are none
+};
+
+/// How pages are looked for.
+struct PageSearch {
+  std::string folder;          ///< of the run, a full name: names in a names file are relative to it
+  bool skipsBadPages = false;  ///< a page that cannot be read, or is in another folder, is no error
+};
+
+/// Finds the pages that were typed.
+SelectedPages findTypedPages(ConsoleSystem& system, const std::vector<std::string>& typed, const PageSearch& search);
+
+/// Finds the pages that a list names: a names file, or plain paths relative to the current folder. The list, which is
+/// only read, is looked for in the current folder first, then in that of the run; "-" is standard input.
+SelectedPages findListedPages(ConsoleSystem& system, const std::string& list, const PageSearch& search);
+
+}  // namespace kiv

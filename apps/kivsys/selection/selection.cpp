@@ -1,0 +1,98 @@
+#include "apps/kivsys/selection/selection.h"
+
+#include <iostream>
+
+#include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/safety/made_folder.h"
+#include "apps/kivsys/selection/panel_selection.h"
+#include "platform/console/stop_signals.h"
+
+namespace kiv {
+namespace {
+
+/// Makes the folder of the run the current one. Returns why it cannot be.
+std::vector<std::string> enterFolderOfRun(NativeSystem& system, const Selection& selection, FolderUse use) {
+  if (selection.folder.empty()) {
+    return {};
+  }
+  if (use != FolderUse::read) {
+    const PlannedFolder folder(selection.folder, selection.folder);
+    if (folder.isMissing() && use == FolderUse::planned) {
+      return {};  // what is not written needs none
+    }
+    if (const auto failure = folder.make()) {
+      return {*failure};
+    }
+  }
+  if (!system.enterFolder(selection.folder)) {
+    return {"cannot enter the folder " + selection.folder};
+  }
+  return {};
+}
+
+std::vector<std::string> refusalsOf(const Selection& selection, const SelectionUse& use, const SelectedPages& pages) {
+  std::vector<std::string> reasons = pages.errors;
+  if (!selection.folder.empty() && use.folder != FolderUse::read) {
+    if (const auto reason = PlannedFolder(selection.folder, selection.folder).refusal()) {
+      reasons.push_back(*reason);
+    }
+  }
+  if (reasons.empty() && use.refusals) {
+    reasons = use.refusals(pages);
+  }
+  return reasons;
+}
+
+int runGuarded(ConsoleHost& console, const Selection& selection, const SelectionUse& use,
+               const std::function<int(const std::string& namesFile)>& run) {
+  ConsoleSystem& system = console.system();
+  const PageSearch search{folderOfRun(system, selection), use.skipsBadPages};
+  const SelectedPages pages = selection.names.empty() ? findTypedPages(system, selection.pages, search)
+                                                      : findListedPages(system, selection.names, search);
+  system.bindPages(pages.pages);
+  system.serveNamesFile(pages.namesFile, pages.names);
+  if (const auto reasons = refusalsOf(selection, use, pages); !reasons.empty()) {
+    return refuse(reasons);
+  }
+  if (const auto reasons = enterFolderOfRun(system, selection, use.folder); !reasons.empty()) {
+    return refuse(reasons);
+  }
+  if (use.writtenFolders && !console.locks().take(use.writtenFolders(pages), selection.wait)) {
+    return exit_status::busyFolder;
+  }
+  return run(pages.namesFile);
+}
+
+}  // namespace
+
+int refuse(const std::vector<std::string>& reasons) {
+  for (const std::string& reason : reasons) {
+    std::cerr << "kivsys: " << reason << '\n';
+  }
+  return exit_status::wrongUsage;
+}
+
+std::string folderOfRun(NativeSystem& system, const Selection& selection) {
+  std::string folder = selection.folder.empty() ? system.currentFolder() : system.fullName(selection.folder);
+  if (folder.size() > 1 && folder.ends_with('\\') && !folder.ends_with(":\\")) {
+    folder.pop_back();
+  }
+  return folder;
+}
+
+int runOnSelection(ConsoleHost& console, const Selection& selection, const SelectionUse& use,
+                   const std::function<int(const std::string& namesFile)>& run) {
+  noteStopSignals(SecondSignal::isNoted);
+  int status = exit_status::critical;
+  const auto ended = exitCodeOf(console.user(), [&] {
+    status = selection.likePanel ? runLikePanel(console, selection, run) : runGuarded(console, selection, use, run);
+  });
+  if (const int signal = stopSignal(); signal != 0) {
+    NativeSystem::writeError("kivsys: ended by " + signalName(signal) +
+                             "; written: " + console.system().writtenWords() + "\n");
+    return exit_status::afterSignal(signal);
+  }
+  return ended.value_or(status);
+}
+
+}  // namespace kiv

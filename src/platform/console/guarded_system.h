@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/console/native_system.h"
+
+namespace kiv {
+
+/// How the console program treats files that others may touch as well.
+enum class Guard {
+  on,
+  off,  ///< as the panel does
+};
+
+/// The platform's files, programs and clock, for a run of the console program: records what was written, and is a point
+/// where the run can be stopped whenever a file is opened or replaced.
+///
+/// With the guard, what is opened for writing is a file of its own: neither what a link of that name leads to, nor a
+/// pipe. And a file that the run has written so is known when it is read back: one that another program has changed
+/// ends the program.
+class GuardedSystem : public NativeSystem {
+ public:
+  explicit GuardedSystem(Guard guard = Guard::on) : guard_(guard) {}
+
+  std::unique_ptr<InputFile> openInput(const std::string& name) override;
+  std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
+  std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
+
+  /// What was written, in words; "nothing" when that is so.
+  std::string writtenWords() const;
+
+  /// What a run has written into a file: its length and a checksum, which is not meant against forgery.
+  struct Written {
+    std::uint64_t size = 0;
+    std::uint64_t sum = 14695981039346656037U;
+    bool complete = true;  ///< the run was not stopped while it wrote the file
+
+    void add(std::string_view bytes);
+  };
+
+ private:
+  struct OwnFile {
+    std::string name;  // as the run has it
+    std::shared_ptr<Written> written;
+  };
+
+  Guard guard_;
+  std::vector<std::string> replacedFiles_;
+  std::map<std::string, OwnFile> ownFiles_;  // those opened for writing, by upper-case name
+};
+
+}  // namespace kiv

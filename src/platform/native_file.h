@@ -1,0 +1,40 @@
+#pragma once
+
+#include <compare>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace kiv {
+
+// Files and folders as the system knows them. Their names are the disk's own: with the system's separators, and read
+// as they are, without a search regardless of case.
+
+/// What makes a file this one, whatever its name: the same for all its names, links and spellings.
+struct FileIdentity {
+  std::uint64_t volume = 0;
+  std::uint64_t file = 0;
+
+  auto operator<=>(const FileIdentity&) const = default;
+};
+
+/// The identity of the file or folder that a path leads to, links followed; nullopt when there is none.
+std::optional<FileIdentity> identityOf(const std::string& path);
+
+enum class PathKind {
+  missing,  ///< or out of reach
+  file,
+  folder,
+  device,  ///< a pipe too: what is written to, and never replaced
+};
+
+/// What a path leads to, links followed.
+PathKind kindOf(const std::string& path);
+
+/// Why the path cannot be read as a file, in the system's words; nullopt when it can be.
+std::optional<std::string> readFailure(const std::string& path);
+
+/// Makes a folder, whose parent must exist. Returns the system's text for the failure.
+[[nodiscard]] std::optional<std::string> makeFolder(const std::string& path);
+
+}  // namespace kiv

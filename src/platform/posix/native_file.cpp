@@ -1,0 +1,60 @@
+#include "platform/native_file.h"
+
+#include <cerrno>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include "platform/posix/posix_files.h"
+
+namespace kiv {
+namespace {
+
+std::string wordsFor(std::errc failure) {
+  return std::make_error_code(failure).message();
+}
+
+}  // namespace
+
+std::optional<FileIdentity> identityOf(const std::string& path) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) != 0) {
+    return std::nullopt;
+  }
+  return FileIdentity{status.st_dev, status.st_ino};
+}
+
+PathKind kindOf(const std::string& path) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) != 0) {
+    return PathKind::missing;
+  }
+  if (S_ISDIR(status.st_mode)) {
+    return PathKind::folder;
+  }
+  return S_ISREG(status.st_mode) ? PathKind::file : PathKind::device;
+}
+
+std::optional<std::string> readFailure(const std::string& path) {
+  // Without O_NONBLOCK, opening a pipe would wait for a writer.
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  if (!file.isOpen()) {
+    return lastFailure();
+  }
+  struct stat status {};
+  if (::fstat(file.number(), &status) != 0) {
+    return lastFailure();
+  }
+  if (S_ISDIR(status.st_mode)) {
+    return wordsFor(std::errc::is_a_directory);
+  }
+  return S_ISREG(status.st_mode) ? std::nullopt : std::optional<std::string>("Not a regular file");
+}
+
+std::optional<std::string> makeFolder(const std::string& path) {
+  constexpr mode_t openToAll = 0777;
+  return ::mkdir(path.c_str(), openToAll) == 0 ? std::nullopt : std::optional(lastFailure());
+}
+
+}  // namespace kiv

@@ -1,0 +1,61 @@
+#include "platform/native_file.h"
+
+#include "platform/win32/handle.h"
+#include "platform/win32/text.h"
+
+namespace kiv {
+namespace {
+
+constexpr DWORD sharedByAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+/// Open for questions only, or for reading; folders too.
+Handle openAs(const std::string& path, DWORD access) {
+  return Handle(
+      CreateFileA(path.c_str(), access, sharedByAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+}
+
+bool isFolder(const std::string& path) {
+  const DWORD attributes = GetFileAttributesA(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+}  // namespace
+
+std::optional<FileIdentity> identityOf(const std::string& path) {
+  const Handle file = openAs(path, 0);
+  BY_HANDLE_FILE_INFORMATION information{};
+  if (!file.isOpen() || GetFileInformationByHandle(file.get(), &information) == FALSE) {
+    return std::nullopt;
+  }
+  constexpr unsigned bitsOfHalf = 32;
+  return FileIdentity{information.dwVolumeSerialNumber,
+                      (std::uint64_t{information.nFileIndexHigh} << bitsOfHalf) | information.nFileIndexLow};
+}
+
+PathKind kindOf(const std::string& path) {
+  if (isFolder(path)) {
+    return PathKind::folder;
+  }
+  const Handle file = openAs(path, 0);
+  if (!file.isOpen()) {
+    return GetFileAttributesA(path.c_str()) == INVALID_FILE_ATTRIBUTES ? PathKind::missing : PathKind::file;
+  }
+  return GetFileType(file.get()) == FILE_TYPE_DISK ? PathKind::file : PathKind::device;
+}
+
+std::optional<std::string> readFailure(const std::string& path) {
+  if (isFolder(path)) {
+    return "Is a folder";
+  }
+  const Handle file = openAs(path, GENERIC_READ);
+  if (!file.isOpen()) {
+    return lastFailure();
+  }
+  return GetFileType(file.get()) == FILE_TYPE_DISK ? std::nullopt : std::optional<std::string>("Not a file on a disk");
+}
+
+std::optional<std::string> makeFolder(const std::string& path) {
+  return CreateDirectoryA(path.c_str(), nullptr) != FALSE ? std::nullopt : std::optional(lastFailure());
+}
+
+}  // namespace kiv

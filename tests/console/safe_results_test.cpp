@@ -1,0 +1,152 @@
+#include <filesystem>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "tests/console/convert_fixture.h"
+
+namespace kiv::test {
+namespace {
+
+/// What a run writes is never what it reads.
+class SafeResults : public ConsoleConvert {
+ protected:
+  void expectRefused(const Names& arguments, const std::string& error) const {
+    const Names before = filesIn(place.path());
+    const Ended ended = place.kivsys(arguments);
+    EXPECT_EQ(ended.status, 2) << ::testing::PrintToString(arguments);
+    EXPECT_EQ(ended.out, "");
+    EXPECT_EQ(ended.error, error);
+    EXPECT_EQ(filesIn(place.path()), before);
+  }
+  std::string path(const std::string& file) const { return (place.path() / file).string(); }
+  std::string sameFile(const std::string& output, const std::string& input) const {
+    return "kivsys: the " + output.substr(0, output.find(':')) + " " + path(output.substr(output.find(':') + 1)) +
+           " is the same file as the input " + path(input) + "\n";
+  }
+  void addFour() const {
+    addPage("P0001.MUS", fluteAndBass);
+    addPage("P0002.MUS", bass);
+    addPage("P0003.MUS", bass);
+    addPage("P0004.MUS", bass);
+  }
+};
+
+TEST_F(SafeResults, AResultIsNeverAnInput) {
+  addFour();
+  const std::string before = place.read("P0001.MUS");
+  const std::string error = sameFile("result:P0001.MUS", "P0001.MUS") + sameFile("result:P0002.MUS", "P0002.MUS");
+  for (const std::string verb : {"convert", "trace"}) {
+    for (const std::string result : {"P0001.MUS", "./P0001.MUS"}) {
+      expectRefused({verb, "--result", result, "P0001.MUS", "P0002.MUS"}, error);
+    }
+  }
+  expectRefused({"convert", "--dry-run", "--result", "P0001.MUS", "P0001.MUS", "P0002.MUS"}, error);
+  EXPECT_EQ(place.read("P0001.MUS"), before);
+  EXPECT_EQ(place.kivsys({"convert", "--like-panel", "--result", "P0001.MUS", "P0001.MUS", "P0002.MUS"}).status, 0);
+  EXPECT_NE(place.read("P0001.MUS"), before);
+}
+
+TEST_F(SafeResults, AResultIsNoInputUnderAnotherNameEither) {
+  addTwo();
+  fs::create_symlink("x1.mus", place.path() / "R0002.MUS");
+  expectRefused({"convert", "--result", "R0001.MUS", "x1.mus", "x2.mus"}, sameFile("result:R0002.MUS", "x1.mus"));
+  fs::remove(place.path() / "R0002.MUS");
+  fs::create_hard_link(place.path() / "x2.mus", place.path() / "r0001.mus");
+  expectRefused({"convert", "--result", "R0001.MUS", "x1.mus", "x2.mus"}, sameFile("result:r0001.mus", "x2.mus"));
+}
+
+TEST_F(SafeResults, OnlyResultsThatThereWillBeCount) {
+  addTwo();
+  fs::create_symlink("x1.mus", place.path() / "R0003.MUS");
+  EXPECT_EQ(place.kivsys({"convert", "--result", "R0001.MUS", "x1.mus", "x2.mus"}).status, 0);
+  EXPECT_TRUE(fs::is_symlink(place.path() / "R0003.MUS"));
+  addPage("Q0001.MUS", bass);
+  EXPECT_EQ(place.kivsys({"convert", "--result", "Q0001.MUS", "Q0001.MUS"}).status, 0) << "it qualifies";
+  expectRefused({"convert", "--force", "--result", "Q0001.MUS", "Q0001.MUS"},
+                sameFile("result:Q0001.MUS", "Q0001.MUS"));
+}
+
+TEST_F(SafeResults, AResultBesideTheFirstPageIsNoInput) {
+  addPage("a1.mus", fluteAndBass);
+  addPage("WORK0002.MUS", bass);
+  expectRefused({"convert", "a1.mus", "WORK0002.MUS"}, sameFile("result:WORK0002.MUS", "WORK0002.MUS"));
+}
+
+TEST_F(SafeResults, ReportVerdictAndDumpAreNoInputs) {
+  addPage("x1.mus", bass);
+  for (const std::string file : {"KivSystem2.TXT", "KivSystem1.TXT", "KivSystemDump.txt"}) {
+    place.write(file, place.corePath("x1.mus") + " 1\r\n");
+  }
+  expectRefused({"analyze", "--names", "KivSystem2.TXT"}, sameFile("report:KivSystem2.TXT", "KivSystem2.TXT"));
+  expectRefused({"convert", "--names", "KivSystem1.TXT"}, sameFile("verdict:KivSystem1.TXT", "KivSystem1.TXT"));
+  expectRefused({"trace", "--names", "KivSystemDump.txt"}, sameFile("dump:KivSystemDump.txt", "KivSystemDump.txt"));
+}
+
+TEST_F(SafeResults, ASortedPageIsNoInput) {
+  addPage("X1.PAG", bass);
+  addPage("X1.MUS", bass);
+  expectRefused({"sort", "X1.PAG"}, sameFile("sorted page:X1.PAG", "X1.PAG"));
+  expectRefused({"sort", "X1.MUS", "X1.PAG"},
+                sameFile("sorted page:X1.PAG", "X1.PAG") + sameFile("sorted page:X1.PAG", "X1.PAG"));
+  EXPECT_EQ(place.kivsys({"sort", "--like-panel", "X1.PAG"}).status, 0);
+}
+
+TEST_F(SafeResults, TheFirstResultEndsIn0001) {
+  addTwo();
+  fs::create_directory(place.path() / "dir");
+  for (const std::string result : {"dir", "dir/", "out.txt", "WORK0002.MUS", "0001.PAG", "001.MUS"}) {
+    expectRefused({"convert", "--result", result, "x1.mus", "x2.mus"},
+                  "kivsys: the name of the first result must end in 0001.MUS: " + result + "\n");
+  }
+  EXPECT_EQ(place.kivsys({"convert", "--result", "dir/part0001.mus", "x1.mus", "x2.mus"}).status, 0);
+  EXPECT_EQ(filesIn(place.path() / "dir"), (Names{"part0001.MUS", "part0002.MUS"}));
+}
+
+TEST_F(SafeResults, AMissingFolderOfResultsIsMade) {
+  addTwo();
+  const Ended ended = place.kivsys({"convert", "--result", "out/WORK0001.MUS", "x1.mus", "x2.mus"});
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_NE(ended.error.find("kivsys: made the folder out/\n"), std::string::npos) << ended.error;
+  EXPECT_EQ(filesIn(place.path() / "out"), (Names{"WORK0001.MUS", "WORK0002.MUS"}));
+  expectRefused({"convert", "--result", "far/away/WORK0001.MUS", "x1.mus", "x2.mus"},
+                "kivsys: cannot make the folder far/away/, as the one above it does not exist\n");
+  expectRefused({"convert", "--result", "x1.mus/WORK0001.MUS", "x1.mus", "x2.mus"}, "kivsys: not a folder: x1.mus/\n");
+}
+
+TEST_F(SafeResults, AFolderOfResultsIsNotMadeForNothing) {
+  addPage("x1.mus", bass);
+  EXPECT_EQ(place.kivsys({"convert", "--result", "out/WORK0001.MUS", "x1.mus"}).status, 0) << "it qualifies";
+  EXPECT_FALSE(fs::exists(place.path() / "out"));
+  EXPECT_EQ(place.kivsys({"convert", "--force", "--dry-run", "--result", "out/WORK0001.MUS", "x1.mus"}).status, 0);
+  EXPECT_FALSE(fs::exists(place.path() / "out"));
+}
+
+TEST_F(SafeResults, AMissingFolderOfTheRunIsMade) {
+  addTwo();
+  const Ended ended = place.kivsys({"analyze", "--folder", "out", "x1.mus", "x2.mus"});
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_EQ(ended.error, "kivsys: made the folder out\n");
+  EXPECT_EQ(filesIn(place.path() / "out"), (Names{"KivSystem1.TXT", "KivSystem2.TXT"}));
+  expectRefused({"analyze", "--folder", "far/away", "x1.mus", "x2.mus"},
+                "kivsys: cannot make the folder far/away, as the one above it does not exist\n");
+  expectRefused({"analyze", "--folder", "new", "x1.mus", "gone2.mus"},
+                "kivsys: cannot read gone2.mus: No such file or directory\n");
+  EXPECT_EQ(place.kivsys({"convert", "--dry-run", "--folder", "new", "x1.mus", "x2.mus"}).status, 0);
+  EXPECT_FALSE(fs::exists(place.path() / "new"));
+}
+
+TEST_F(SafeResults, BuildReplacesAPageByForceOnly) {
+  addPage("x1.mus", bass);
+  place.write("x1.txt", fluteAndBass);
+  expectRefused({"build", "x1.txt", "x1.mus"}, "kivsys: x1.mus exists; --force replaces it\n");
+  EXPECT_EQ(dumped("x1.mus"), asDumped(bass));
+  EXPECT_EQ(place.kivsys({"build", "--force", "x1.txt", "x1.mus"}).status, 0);
+  EXPECT_EQ(dumped("x1.mus"), asDumped(fluteAndBass));
+  expectRefused({"build", "--force", "x1.txt", "x1.txt"},
+                "kivsys: the page x1.txt is the same file as the input x1.txt\n");
+}
+
+}  // namespace
+}  // namespace kiv::test
