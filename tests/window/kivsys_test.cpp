@@ -159,7 +159,7 @@ TEST_F(Kivsys, BuildThatCannotWriteReportsWhyAndKeepsTheOldPage) {
   writeFile("X1.TXT", flute);
   writeFile("Y1.MUS", "old");
   const Handle user(CreateFileA("Y1.MUS", GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
-  const Ended ended = kivsys("build X1.TXT Y1.MUS");
+  const Ended ended = kivsys("build --force X1.TXT Y1.MUS");
   EXPECT_EQ(ended.status, 1);
   EXPECT_TRUE(ended.error.starts_with("kivsys: cannot write Y1.MUS: ")) << ended.error;
   EXPECT_EQ(readFileContent("Y1.MUS"), "old");
