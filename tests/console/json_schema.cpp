@@ -17,6 +17,19 @@ bool isOfType(const Json& value, const std::string& type) {
          (type == "number" && value.is_number());
 }
 
+/// Whether a value is of the type that a rule wants, and one of the values that it names.
+bool hasValueOf(const Json& rule, const Json& value) {
+  const auto isListed = [&](const Json& values) {
+    return std::find(values.begin(), values.end(), value) != values.end();
+  };
+  const auto isOfOne = [&](const Json& types) {
+    return types.is_array() ? std::any_of(types.begin(), types.end(), [&](const Json& t) { return isOfType(value, t); })
+                            : isOfType(value, types);
+  };
+  return (!rule.contains("const") || value == rule["const"]) && (!rule.contains("enum") || isListed(rule["enum"])) &&
+         (!rule.contains("type") || isOfOne(rule["type"]));
+}
+
 class Checker {
  public:
   explicit Checker(const Json& schema) : schema_(schema) {}
@@ -53,23 +66,14 @@ std::vector<std::string> Checker::check(const Json& value, const Json& rule, con
       found.push_back(place + ": the schema says " + word);
     }
   }
+  if (!hasValueOf(rule, value)) {
+    found.push_back(place + " is " + value.dump());
+  }
   if (rule.contains("$ref")) {
     add(check(value, definition(rule), place));
   }
-  if (rule.contains("const") && value != rule["const"]) {
-    found.push_back(place + " is " + value.dump());
-  }
-  if (rule.contains("enum") && std::find(rule["enum"].begin(), rule["enum"].end(), value) == rule["enum"].end()) {
-    found.push_back(place + " is " + value.dump());
-  }
   if (rule.contains("oneOf")) {
     add(checkOneOf(value, rule["oneOf"], place));
-  }
-  if (rule.contains("type")) {
-    const Json types = rule["type"].is_array() ? rule["type"] : Json::array({rule["type"]});
-    if (std::none_of(types.begin(), types.end(), [&](const Json& type) { return isOfType(value, type); })) {
-      found.push_back(place + " is " + value.dump());
-    }
   }
   if (value.is_object()) {
     add(checkObject(value, rule, place));
