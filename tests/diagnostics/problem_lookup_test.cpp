@@ -80,7 +80,7 @@ TEST_F(ProblemLookup, StavesOfOneNumberAreInTheOrderOfTheReport) {
 }
 
 TEST_F(ProblemLookup, StavesOfAPageWithoutAnOrderStayInTheOrderOfTheFile) {
-  addPage("X1.MUS", "staff 1 at 9 instrument 101\nstaff 1 at 0x7FC00000 instrument 102\nstaff 1 at 0 instrument 101\n");
+  addPage("X1.MUS", "staff 1 at 9 instrument 101\nstaff 1 at 0 instrument 101\nstaff 1 at 0x7FC00000 instrument 102\n");
   EXPECT_EQ(problemsAt({{.file = file, .staff = 1, .instrument = 101}}).at(0).place, (ItemPlace{1, 2}));
 }
 
