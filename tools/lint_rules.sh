@@ -107,6 +107,19 @@ function check_names(text) {
   }
 }
 
+# Functions outside classes begin and end in the first column. clang-tidy counts the others, but reads no tests.
+function check_function(line) {
+  if (line ~ /^[^ \t}]/) {
+    body = 0
+  }
+  if (body == 0 && line ~ /{$/) {
+    body = FNR
+  }
+  if (line == "}" && body > 0 && FNR - body > 40) {
+    violation("a function of " FNR - body " lines, at most 40 are allowed")
+  }
+}
+
 BEGIN {
   dialect = "[^a-z](rooms?|house rules?|whole[ _]road|afresh|anew|told|tells?|in good order|without a word|troubles?|" \
     "persons?|so many|second witness|thinks? out|mends?|fails? on order|judge[sd]?|promise[sd]?|announce[sd]?|spoils?|" \
@@ -170,6 +183,7 @@ is_script {
 }
 
 {
+  check_function($0)
   check_comment($0, "//")
   check_names(" " $0 " ")
 }

@@ -19,7 +19,7 @@ windows_headers() {
 
 # shellcheck disable=SC2046  # a list of words is meant
 check_windows_tidy() {
-  build windows >/dev/null &&
+  cmake --preset windows --log-level=WARNING >/dev/null &&
     list=$(sources | grep -E '^(src/platform/win32|apps/kivsystem|apps/companions/win32)/.*\.cpp$') &&
     printf '%s\n' "$list" | xargs -P "$(nproc)" -n 2 clang-tidy -p build/windows --quiet $(windows_headers) \
       --extra-arg=-Wno-unknown-warning-option 2>build/windows/clang-tidy.log
