@@ -1,6 +1,9 @@
 #include "analysis/page_checks.h"
 
+#include <cstdint>
+#include <optional>
 #include <ostream>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -80,6 +83,16 @@ TEST_F(CheckPage, ZeroIdentifiersAreCountedAndNeverDuplicates) {
   const PageProblems problems = check("staff 2 at 0 p18 1\nstaff 1 at 0 p18 1\n");
   EXPECT_EQ(problems.zeroIdCount, 2);
   EXPECT_EQ(problems.dupIdCount, 0);
+}
+
+TEST_F(CheckPage, ZeroIdentifiersOfNoWholeSystemHaveNoSystem) {
+  const PageProblems problems =
+      check("staff 4 at 0 p18 1\nstaff 3 at 0 p18 1.5\nstaff 2 at 0 p18 0x7FC00000\nstaff 1 at 0 p18 40000\n");
+  std::vector<std::optional<std::int16_t>> systems;
+  for (const Location& place : problems.zeroIdPlaces) {
+    systems.push_back(place.system);
+  }
+  EXPECT_EQ(systems, (std::vector<std::optional<std::int16_t>>{1, std::nullopt, std::nullopt, std::nullopt}));
 }
 
 TEST_F(CheckPage, SameStaffNumberTwiceInASystemIsADuplicate) {

@@ -36,7 +36,7 @@ std::string shownAfter(const std::string& document, const std::string& command) 
 }
 
 std::string shownInReference(const std::string& command) {
-  return shownAfter("cli.md", command);
+  return shownAfter("cli.md", command) + shownAfter("cli-rules.md", command) + shownAfter("cli-pages.md", command);
 }
 
 std::string with(std::string text, const std::string& name, const std::string& other) {

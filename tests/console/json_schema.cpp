@@ -17,6 +17,19 @@ bool isOfType(const Json& value, const std::string& type) {
          (type == "number" && value.is_number());
 }
 
+/// Whether a value is of the type that a rule wants, and one of the values that it names.
+bool hasValueOf(const Json& rule, const Json& value) {
+  const auto isListed = [&](const Json& values) {
+    return std::find(values.begin(), values.end(), value) != values.end();
+  };
+  const auto isOfOne = [&](const Json& types) {
+    return types.is_array() ? std::any_of(types.begin(), types.end(), [&](const Json& t) { return isOfType(value, t); })
+                            : isOfType(value, types);
+  };
+  return (!rule.contains("const") || value == rule["const"]) && (!rule.contains("enum") || isListed(rule["enum"])) &&
+         (!rule.contains("type") || isOfOne(rule["type"]));
+}
+
 class Checker {
  public:
   explicit Checker(const Json& schema) : schema_(schema) {}
@@ -25,14 +38,27 @@ class Checker {
 
  private:
   std::vector<std::string> checkObject(const Json& value, const Json& rule, const std::string& place) const;
+  std::vector<std::string> checkNames(const Json& value, const Json& rule, const std::string& place) const;
   std::vector<std::string> checkOneOf(const Json& value, const Json& rules, const std::string& place) const;
+
+  const Json& definition(const Json& rule) const {
+    return schema_.at(Json::json_pointer(rule["$ref"].get<std::string>().substr(1)));
+  }
 
   const Json& schema_;
 };
 
 std::vector<std::string> Checker::check(const Json& value, const Json& rule, const std::string& place) const {
-  static const std::set<std::string> known = {
-      "$ref", "const", "enum", "oneOf", "type", "properties", "required", "additionalProperties", "items"};
+  static const std::set<std::string> known = {"$ref",
+                                              "const",
+                                              "enum",
+                                              "oneOf",
+                                              "type",
+                                              "properties",
+                                              "required",
+                                              "additionalProperties",
+                                              "unevaluatedProperties",
+                                              "items"};
   std::vector<std::string> found;
   const auto add = [&](const std::vector<std::string>& more) { found.insert(found.end(), more.begin(), more.end()); };
   for (const auto& [word, meaning] : rule.items()) {
@@ -40,26 +66,18 @@ std::vector<std::string> Checker::check(const Json& value, const Json& rule, con
       found.push_back(place + ": the schema says " + word);
     }
   }
+  if (!hasValueOf(rule, value)) {
+    found.push_back(place + " is " + value.dump());
+  }
   if (rule.contains("$ref")) {
-    add(check(value, schema_.at(Json::json_pointer(rule["$ref"].get<std::string>().substr(1))), place));
-  }
-  if (rule.contains("const") && value != rule["const"]) {
-    found.push_back(place + " is " + value.dump());
-  }
-  if (rule.contains("enum") && std::find(rule["enum"].begin(), rule["enum"].end(), value) == rule["enum"].end()) {
-    found.push_back(place + " is " + value.dump());
+    add(check(value, definition(rule), place));
   }
   if (rule.contains("oneOf")) {
     add(checkOneOf(value, rule["oneOf"], place));
   }
-  if (rule.contains("type")) {
-    const Json types = rule["type"].is_array() ? rule["type"] : Json::array({rule["type"]});
-    if (std::none_of(types.begin(), types.end(), [&](const Json& type) { return isOfType(value, type); })) {
-      found.push_back(place + " is " + value.dump());
-    }
-  }
-  if (rule.contains("properties") && value.is_object()) {
+  if (value.is_object()) {
     add(checkObject(value, rule, place));
+    add(checkNames(value, rule, place));
   }
   if (rule.contains("items") && value.is_array()) {
     for (std::size_t i = 0; i < value.size(); ++i) {
@@ -71,17 +89,35 @@ std::vector<std::string> Checker::check(const Json& value, const Json& rule, con
 
 std::vector<std::string> Checker::checkObject(const Json& value, const Json& rule, const std::string& place) const {
   std::vector<std::string> found;
-  for (const auto& key : rule["required"]) {
+  for (const auto& key : rule.value("required", Json::array())) {
     if (!value.contains(key.get<std::string>())) {
       found.push_back(place + " has no " + key.get<std::string>());
     }
   }
-  for (const auto& [key, member] : value.items()) {
-    if (!rule["properties"].contains(key)) {
-      found.push_back(place + " has " + key);
-    } else {
-      const auto more = check(member, rule["properties"][key], place + "/" + key);
+  const Json members = rule.value("properties", Json::object());
+  for (const auto& [key, meaning] : members.items()) {
+    if (value.contains(key)) {
+      const auto more = check(value[key], meaning, place + "/" + key);
       found.insert(found.end(), more.begin(), more.end());
+    }
+  }
+  return found;
+}
+
+// Members that the rule does not name; those that a reference names count only as evaluated.
+std::vector<std::string> Checker::checkNames(const Json& value, const Json& rule, const std::string& place) const {
+  const bool alsoReferred = rule.contains("unevaluatedProperties");
+  if (!alsoReferred && !rule.contains("additionalProperties")) {
+    return {};
+  }
+  Json named = rule.value("properties", Json::object());
+  if (alsoReferred && rule.contains("$ref")) {
+    named.update(definition(rule).value("properties", Json::object()));
+  }
+  std::vector<std::string> found;
+  for (const auto& [key, member] : value.items()) {
+    if (!named.contains(key)) {
+      found.push_back(place + " has " + key);
     }
   }
   return found;

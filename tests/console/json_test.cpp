@@ -109,6 +109,18 @@ TEST_F(JsonOutput, FitsTheSchema) {
       << "the check finds what does not fit";
 }
 
+TEST_F(JsonOutput, FitsTheSchemaOnlyWithAllMembersAndNoOthers) {
+  place.write("X2.MUS", page(bass));
+  Json object = Json::parse(place.kivsys({"sort", "--json", "X2.MUS"}).out);
+  object["surprise"] = 1;
+  EXPECT_EQ(schemaErrors(object, "sort"), Lines{"sort has surprise"});
+  object.erase("surprise");
+  object.erase("files");
+  EXPECT_EQ(schemaErrors(object, "sort"), Lines{"sort has no files"});
+  object["files"] = "one";
+  EXPECT_EQ(schemaErrors(object, "sort"), Lines{"sort/files is \"one\""});
+}
+
 TEST_F(JsonOutput, ExampleFitsTheSchemaAndLocatesEveryStaff) {
   Lines arguments = buildExample(place);
   arguments.insert(arguments.begin(), {"analyze", "--json"});

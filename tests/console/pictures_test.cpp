@@ -168,7 +168,7 @@ class PicturesOfTheExample : public ::testing::Test {
 
 /// The indented block after the one that is only the command.
 std::string blockAfter(const std::string& command) {
-  std::ifstream reference(fs::path(DOCS_FOLDER) / "cli.md");
+  std::ifstream reference(fs::path(DOCS_FOLDER) / "cli-pages.md");
   const std::string indent = "    ";
   std::string line;
   while (std::getline(reference, line) && line != indent + command) {

@@ -1,8 +1,6 @@
 #include "messages/message.h"
 
-#include <algorithm>
-#include <string_view>
-#include <vector>
+#include <optional>
 
 #include <gtest/gtest.h>
 
@@ -27,92 +25,64 @@ TEST(ProgramEnd, IsANormalOneAtFirst) {
   EXPECT_EQ(end.message, std::nullopt);
 }
 
-TEST(Codes, StayWhatTheyAre) {
-  const std::vector<std::string_view> codes = {code::duplicateInstrumentId,
-                                               code::duplicateStaffNumber,
-                                               code::zeroInstrumentId,
-                                               code::recursiveCue,
-                                               code::undefinedCue,
-                                               code::pageLetters,
-                                               code::structureError,
-                                               code::tooManyItems,
-                                               code::noSystemBarline,
-                                               code::naming,
-                                               code::namingNoNumber,
-                                               code::reservedName,
-                                               code::noInputFiles,
-                                               code::namesNotTerminated,
-                                               code::namesNoFolder,
-                                               code::namesFoldersDiffer,
-                                               code::namesFileMissing,
-                                               code::namesNotErased,
-                                               code::reportNotCreated,
-                                               code::reportNotRead,
-                                               code::verdictNotCreated,
-                                               code::verdictNotRead,
-                                               code::subscriptOutOfRange,
-                                               code::overflow,
-                                               code::typeMismatch,
-                                               code::divisionByZero,
-                                               code::runTimeError,
-                                               code::programmingError,
-                                               code::qualifies,
-                                               code::analysisResult,
-                                               code::fileExists,
-                                               code::stoppedByUser,
-                                               code::resultNotWritten,
-                                               code::created,
-                                               code::noStaves,
-                                               code::logicalError,
-                                               code::timeSignature,
-                                               code::systemBarline,
-                                               code::sortProblem,
-                                               code::sortFinished,
-                                               code::programNotStarted,
-                                               code::other};
-  const std::vector<std::string_view> expected = {"duplicate-instrument-id",
-                                                  "duplicate-staff-number",
-                                                  "zero-instrument-id",
-                                                  "recursive-cue",
-                                                  "undefined-cue",
-                                                  "page-letters",
-                                                  "structure-error",
-                                                  "too-many-items",
-                                                  "no-system-barline",
-                                                  "naming",
-                                                  "naming-no-number",
-                                                  "reserved-name",
-                                                  "no-input-files",
-                                                  "names-not-terminated",
-                                                  "names-no-folder",
-                                                  "names-folders-differ",
-                                                  "names-file-missing",
-                                                  "names-not-erased",
-                                                  "report-not-created",
-                                                  "report-not-read",
-                                                  "verdict-not-created",
-                                                  "verdict-not-read",
-                                                  "subscript-out-of-range",
-                                                  "overflow",
-                                                  "type-mismatch",
-                                                  "division-by-zero",
-                                                  "run-time-error",
-                                                  "programming-error",
-                                                  "qualifies",
-                                                  "analysis-result",
-                                                  "file-exists",
-                                                  "stopped-by-user",
-                                                  "result-not-written",
-                                                  "created",
-                                                  "no-staves",
-                                                  "logical-error",
-                                                  "time-signature",
-                                                  "system-barline",
-                                                  "sort-problem",
-                                                  "sort-finished",
-                                                  "program-not-started",
-                                                  "other"};
-  EXPECT_EQ(codes, expected);
+TEST(Codes, OfThePagesStayWhatTheyAre) {
+  EXPECT_EQ(code::duplicateInstrumentId, "duplicate-instrument-id");
+  EXPECT_EQ(code::duplicateStaffNumber, "duplicate-staff-number");
+  EXPECT_EQ(code::zeroInstrumentId, "zero-instrument-id");
+  EXPECT_EQ(code::recursiveCue, "recursive-cue");
+  EXPECT_EQ(code::undefinedCue, "undefined-cue");
+  EXPECT_EQ(code::pageLetters, "page-letters");
+  EXPECT_EQ(code::structureError, "structure-error");
+  EXPECT_EQ(code::tooManyItems, "too-many-items");
+  EXPECT_EQ(code::noSystemBarline, "no-system-barline");
+}
+
+TEST(Codes, OfNamesStayWhatTheyAre) {
+  EXPECT_EQ(code::naming, "naming");
+  EXPECT_EQ(code::namingNoNumber, "naming-no-number");
+  EXPECT_EQ(code::reservedName, "reserved-name");
+  EXPECT_EQ(code::noInputFiles, "no-input-files");
+  EXPECT_EQ(code::namesNotTerminated, "names-not-terminated");
+  EXPECT_EQ(code::namesNoFolder, "names-no-folder");
+  EXPECT_EQ(code::namesFoldersDiffer, "names-folders-differ");
+  EXPECT_EQ(code::namesFileMissing, "names-file-missing");
+  EXPECT_EQ(code::namesNotErased, "names-not-erased");
+}
+
+TEST(Codes, OfReportAndVerdictStayWhatTheyAre) {
+  EXPECT_EQ(code::reportNotCreated, "report-not-created");
+  EXPECT_EQ(code::reportNotRead, "report-not-read");
+  EXPECT_EQ(code::verdictNotCreated, "verdict-not-created");
+  EXPECT_EQ(code::verdictNotRead, "verdict-not-read");
+}
+
+TEST(Codes, OfRunTimeErrorsStayWhatTheyAre) {
+  EXPECT_EQ(code::subscriptOutOfRange, "subscript-out-of-range");
+  EXPECT_EQ(code::overflow, "overflow");
+  EXPECT_EQ(code::typeMismatch, "type-mismatch");
+  EXPECT_EQ(code::divisionByZero, "division-by-zero");
+  EXPECT_EQ(code::runTimeError, "run-time-error");
+  EXPECT_EQ(code::programmingError, "programming-error");
+}
+
+TEST(Codes, OfResultsStayWhatTheyAre) {
+  EXPECT_EQ(code::qualifies, "qualifies");
+  EXPECT_EQ(code::analysisResult, "analysis-result");
+  EXPECT_EQ(code::fileExists, "file-exists");
+  EXPECT_EQ(code::stoppedByUser, "stopped-by-user");
+  EXPECT_EQ(code::resultNotWritten, "result-not-written");
+  EXPECT_EQ(code::created, "created");
+  EXPECT_EQ(code::noStaves, "no-staves");
+}
+
+TEST(Codes, OfEverythingElseStayWhatTheyAre) {
+  EXPECT_EQ(code::logicalError, "logical-error");
+  EXPECT_EQ(code::timeSignature, "time-signature");
+  EXPECT_EQ(code::systemBarline, "system-barline");
+  EXPECT_EQ(code::sortProblem, "sort-problem");
+  EXPECT_EQ(code::sortFinished, "sort-finished");
+  EXPECT_EQ(code::programNotStarted, "program-not-started");
+  EXPECT_EQ(code::other, "other");
 }
 
 TEST(Location, EqualsAnotherOfTheSameParts) {

@@ -30,50 +30,91 @@ using test::zeroWords;
 
 // --- the very bytes ---
 
+// Staff 1 at 0 with 5 lines, instrument 3.
+std::string staffBytes() {
+  return bytes(
+      "00 00 10 41"  // length 9
+      "00 00 00 41"  // P1  8: a staff
+      "00 00 80 3F"  // P2  staff 1
+      "00 00 00 00"  // P3  at 0
+      "00 00 00 00"  // P4
+      "00 00 00 00"  // P5
+      "00 00 00 00"  // P6
+      "00 00 A0 40"  // P7  5 lines
+      "00 00 00 00"  // P8
+      "00 00 40 40"  // P9  instrument 3
+  );
+}
+
+// A note of staff 1 at 20.5, height 5.
+std::string noteBytes() {
+  return bytes(
+      "00 00 80 40"  // length 4
+      "00 00 80 3F"  // P1  1: a note
+      "00 00 80 3F"  // P2  staff 1
+      "00 00 A4 41"  // P3  at 20.5
+      "00 00 A0 40"  // P4  height 5
+  );
+}
+
+// The counted text "dolce" of staff 1 at 65.
+std::string textBytes() {
+  return bytes(
+      "00 00 70 41"  // length 15
+      "00 00 80 41"  // P1  16: a counted text
+      "00 00 80 3F"  // P2  staff 1
+      "00 00 82 42"  // P3  at 65
+      "00 00 00 00"  // P4
+      "00 00 00 00"  // P5
+      "00 00 00 00"  // P6
+      "00 00 00 00"  // P7
+      "00 00 00 00"  // P8
+      "00 00 00 00"  // P9
+      "00 00 00 00"  // P10
+      "00 00 00 00"  // P11
+      "00 00 A0 40"  // P12 5 characters
+      "00 00 00 00"  // P13
+      "64 6F 6C 63"  // "dolc"
+      "65 20 20 20"  // "e" and three blanks
+  );
+}
+
+// What ends a page.
+std::string trailerBytes() {
+  return bytes(
+      "20 20 00 00"  // trailer: two blanks
+      "00 00 00 00"  // number 0
+      "00 00 40 40"  // 3
+      "00 00 00 00"  // inches
+      "00 00 A0 40"  // 5
+      "00 3C 1C C6"  // -9999
+  );
+}
+
+TEST(PageBytes, HaveTheHeaderAndTheTrailerOfTheTests) {
+  EXPECT_EQ(test::hex(header(37)), test::hex(bytes("25 00")));
+  EXPECT_EQ(test::hex(trailer()), test::hex(trailerBytes()));
+}
+
+TEST(PageBytes, OfAPageOfOneStaff) {
+  EXPECT_EQ(test::hex(page("staff 1 at 0 lines 5 instrument 3\n")),
+            test::hex(bytes("10 00") + staffBytes() + trailer()));
+}
+
+TEST(PageBytes, OfAPageOfOneNote) {
+  EXPECT_EQ(test::hex(page("note 1 at 20.5 height 5\n")), test::hex(bytes("0B 00") + noteBytes() + trailer()));
+}
+
+TEST(PageBytes, OfAPageOfOneText) {
+  EXPECT_EQ(test::hex(page("countedtext 1 at 65 \"dolce\"\n")), test::hex(bytes("16 00") + textBytes() + trailer()));
+}
+
 TEST(PageBytes, OfASmallPage) {
   const std::string file = page(
       "staff 1 at 0 lines 5 instrument 3\n"
       "note 1 at 20.5 height 5\n"
       "countedtext 1 at 65 \"dolce\"\n");
-  EXPECT_EQ(test::hex(file), test::hex(bytes("25 00"        // 37 words follow
-                                             "00 00 10 41"  // length 9
-                                             "00 00 00 41"  // P1  8: a staff
-                                             "00 00 80 3F"  // P2  staff 1
-                                             "00 00 00 00"  // P3  at 0
-                                             "00 00 00 00"  // P4
-                                             "00 00 00 00"  // P5
-                                             "00 00 00 00"  // P6
-                                             "00 00 A0 40"  // P7  5 lines
-                                             "00 00 00 00"  // P8
-                                             "00 00 40 40"  // P9  instrument 3
-                                             "00 00 80 40"  // length 4
-                                             "00 00 80 3F"  // P1  1: a note
-                                             "00 00 80 3F"  // P2  staff 1
-                                             "00 00 A4 41"  // P3  at 20.5
-                                             "00 00 A0 40"  // P4  height 5
-                                             "00 00 70 41"  // length 15
-                                             "00 00 80 41"  // P1  16: a counted text
-                                             "00 00 80 3F"  // P2  staff 1
-                                             "00 00 82 42"  // P3  at 65
-                                             "00 00 00 00"  // P4
-                                             "00 00 00 00"  // P5
-                                             "00 00 00 00"  // P6
-                                             "00 00 00 00"  // P7
-                                             "00 00 00 00"  // P8
-                                             "00 00 00 00"  // P9
-                                             "00 00 00 00"  // P10
-                                             "00 00 00 00"  // P11
-                                             "00 00 A0 40"  // P12 5 characters
-                                             "00 00 00 00"  // P13
-                                             "64 6F 6C 63"  // "dolc"
-                                             "65 20 20 20"  // "e" and three blanks
-                                             "20 20 00 00"  // trailer: two blanks
-                                             "00 00 00 00"  // number 0
-                                             "00 00 40 40"  // 3
-                                             "00 00 00 00"  // inches
-                                             "00 00 A0 40"  // 5
-                                             "00 3C 1C C6"  // -9999
-                                             )));
+  EXPECT_EQ(test::hex(file), test::hex(header(37) + staffBytes() + noteBytes() + textBytes() + trailerBytes()));
 }
 
 TEST(PageBytes, OfAnEmptyPage) {

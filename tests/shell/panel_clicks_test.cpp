@@ -43,6 +43,24 @@ TEST_F(PanelInUse, EveryButtonHasItsHandler) {
   EXPECT_EQ(host.messages.back(), information("Sort finished"));
 }
 
+TEST_F(PanelInUse, SortRemembersThePageThatItWroteLast) {
+  name("D:\\MUSIC\\X1.MUS 1\r\nD:\\MUSIC\\X2.MUS 1\r\n");
+  for (const char* file : {"D:\\MUSIC\\X1.MUS", "D:\\MUSIC\\X2.MUS"}) {
+    host.addFile(file, page("staff 1 at 0 instrument 5\nbarline 1 at 0 spans 1\n"));
+  }
+  program.musFileName = "D:\\MUSIC\\BEFORE.MUS";
+  clicked(program, &Panel::cmdSortInstrument);
+  EXPECT_EQ(program.musFileName, "D:\\MUSIC\\X2.PAG");
+}
+
+TEST_F(PanelInUse, SortOfNoPagesRemembersThePageBefore) {
+  name("* nothing is selected\r\n");
+  program.musFileName = "D:\\MUSIC\\BEFORE.MUS";
+  clicked(program, &Panel::cmdSortInstrument);
+  EXPECT_EQ(program.musFileName, "D:\\MUSIC\\BEFORE.MUS");
+  EXPECT_EQ(host.messages.back(), information("Sort finished"));
+}
+
 TEST_F(PanelInUse, OtherControlsDoNothing) {
   const std::size_t calls = host.calls.size();
   for (Control Panel::*control :

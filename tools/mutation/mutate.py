@@ -23,7 +23,7 @@ from pathlib import Path
 sys.dont_write_bytecode = True  # leave nothing between the sources
 
 from mutations import mutations
-from reasons import REASONS, has_reason, parse
+from reasons import all_reasons, has_reason
 
 ROOT = Path(__file__).resolve().parents[2]
 FOLDER = ROOT / "build" / "mutate"
@@ -242,7 +242,7 @@ def known_results():
 
 
 def chosen_mutations(options, sources, known):
-    reasons = [] if options.all else parse(REASONS.read_text())
+    reasons = [] if options.all else all_reasons()
     everything = [mutation for file in sources for mutation in mutations(file, sources[file])
                   if not has_reason(mutation, sources[file], reasons)]
     if options.survivors:
@@ -263,7 +263,7 @@ def main():
     parser.add_argument("--jobs", type=int, default=1, help="copies of the tree to work in (1)")
     parser.add_argument("--resume", action="store_true", help="continue an earlier run: leave out what it has tried")
     parser.add_argument("--survivors", action="store_true", help="only what survived in earlier runs")
-    parser.add_argument("--all", action="store_true", help="also those that reasons.txt lists, as no test can notice them")
+    parser.add_argument("--all", action="store_true", help="also those that reasons/ lists, as no test can notice them")
     parser.add_argument("--thorough", action="store_true", help="run the slow tests as well")
     parser.add_argument("--list", action="store_true", help="only list the mutations")
     options = parser.parse_args()

@@ -3,7 +3,7 @@
 import re
 from pathlib import Path
 
-REASONS = Path(__file__).with_name("reasons.txt")
+FOLDER = Path(__file__).with_name("reasons")
 PARTS = 4  # sources, line, change, and then the reason
 
 
@@ -22,6 +22,11 @@ def parse(text):
             raise ValueError(f"an entry needs {PARTS} lines: {lines[0]}")
         entries.append([pattern(line) for line in lines[: PARTS - 1]])
     return entries
+
+
+def all_reasons():
+    """The patterns of every entry of every file."""
+    return [entry for file in sorted(FOLDER.glob("*.txt")) for entry in parse(file.read_text())]
 
 
 def has_reason(mutation, source, entries):

@@ -2,6 +2,7 @@
 """Tests of the mutation script: which changes it finds, and whether it distinguishes changes that a test notices from
 those that none does."""
 
+import re
 import subprocess
 import sys
 import tempfile
@@ -12,7 +13,7 @@ sys.dont_write_bytecode = True  # leave nothing between the sources
 
 import mutate
 from mutations import mutations
-from reasons import REASONS, has_reason, parse
+from reasons import FOLDER, all_reasons, has_reason, parse
 
 
 def changes(source):
@@ -75,9 +76,23 @@ class Reasons(unittest.TestCase):
     def test_are_given_for_changes_that_there_are(self):
         sources = {file: (mutate.ROOT / file).read_text() for file in mutate.core_files()}
         everything = [mutation for file in sources for mutation in mutations(file, sources[file])]
-        for entry in parse(REASONS.read_text()):
+        for entry in all_reasons():
             with self.subTest(entry=[part.pattern for part in entry]):
                 self.assertTrue(any(has_reason(mutation, sources[mutation.file], [entry]) for mutation in everything))
+
+    def test_are_in_the_file_of_their_folder(self):
+        folders = {path.parent.name for path in (mutate.ROOT / "src").glob("*/CMakeLists.txt")}
+        for file in FOLDER.glob("*.txt"):
+            with self.subTest(file=file.name):
+                self.assertIn(file.stem, folders | {"all"})
+                start = "src/" if file.stem == "all" else f"src/{file.stem}/"
+                for sources, *_ in parse(file.read_text()):
+                    self.assertTrue(sources.pattern.startswith(re.escape(start)), sources.pattern)
+
+    def test_of_all_files_are_read(self):
+        entries = sum(len(parse(file.read_text())) for file in FOLDER.iterdir() if file.suffix == ".txt")
+        self.assertGreater(entries, len(parse((FOLDER / "mus.txt").read_text())))
+        self.assertEqual(len(all_reasons()), entries)
 
     def test_have_all_their_lines(self):
         self.assertRaises(ValueError, parse, "src/*\n1 -> 0\nBecause.\n")

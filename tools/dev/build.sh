@@ -1,0 +1,42 @@
+# shellcheck shell=sh
+# Builds, and what is made of them.
+
+# build PRESET [CMAKE OPTION...]
+build() {
+  preset=$1
+  shift
+  say "building: $preset"
+  cmake --preset "$preset" "$@" --log-level=WARNING &&
+    cmake --build --preset "$preset"
+}
+
+run_build() {
+  need_native
+  need_windows
+  build release -DKIV_TESTS=OFF
+  build windows -DKIV_TESTS=OFF
+  mkdir -p dist/linux dist/windows
+  cp build/release/apps/kivsys/kivsys dist/linux/
+  cp build/windows/apps/kivsys/kivsys.exe build/windows/apps/kivsystem/KivSystem.exe \
+    build/windows/apps/companions/KIV*.EXE dist/windows/
+  say "built"
+  ls -l dist/linux dist/windows
+}
+
+run_package() {
+  need_native
+  need_windows
+  need_packaging
+  build release -DKIV_TESTS=OFF
+  build windows -DKIV_TESTS=OFF
+  say "packages"
+  packaging/package.sh build/release build/windows dist
+  cat dist/SHA256SUMS
+}
+
+run_demo() {
+  need_native
+  build release -DKIV_TESTS=OFF
+  say "the example, analyzed and converted"
+  examples/demo.sh build/release/apps/kivsys/kivsys build/demo
+}

@@ -1,0 +1,30 @@
+# shellcheck shell=sh
+# The Debian packages that a subcommand needs.
+
+# need PACKAGE...: installs the Debian packages that are missing.
+need() {
+  missing=
+  for package in "$@"; do
+    case $(dpkg-query -W -f '${Status}' "$package" 2>/dev/null) in
+      'install ok installed') ;;
+      *) missing="$missing $package" ;;
+    esac
+  done
+  [ -n "$missing" ] || return 0
+  say "installing$missing"
+  as_root=
+  [ "$(id -u)" -eq 0 ] || as_root=sudo
+  $as_root apt-get update -q
+  # shellcheck disable=SC2086  # a list of words is meant
+  $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends $missing
+}
+
+need_native() { need g++ cmake ninja-build libcli11-dev nlohmann-json3-dev; }
+need_tests() { need libgtest-dev libgmock-dev librapidcheck-dev libexpat1-dev groff-base zsh fish; }
+need_windows() { need g++-mingw-w64-x86-64-posix googletest; }
+need_wine() { need wine wine64 xvfb; }
+need_packaging() { need git nsis zip unzip dpkg-dev file man-db; }
+need_browser() { need chromium imagemagick fonts-liberation; }
+need_fuzz() { need clang; }
+need_bench() { need valgrind libbenchmark-dev; }
+need_lint() { need git clang-format clang-tidy clang libbenchmark-dev; }

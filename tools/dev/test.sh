@@ -1,0 +1,104 @@
+# shellcheck shell=sh
+# All tests, and the sum of their results.
+
+passed=0
+failed=0
+
+# check NAME COMMAND...: a test that is one command. What a function does after a failed step is up to the function, so
+# longer ones are called as ./dev SUBCOMMAND.
+check() {
+  name=$1
+  shift
+  say "$name"
+  if "$@"; then
+    passed=$((passed + 1))
+  else
+    failed=$((failed + 1))
+    echo "FAILED: $name"
+  fi
+}
+
+# count_results FOLDER PROGRAM...: adds up the results of the test programs; one without a result has crashed.
+count_results() {
+  folder=$1
+  shift
+  for program in "$@"; do
+    result=$folder/$program.xml
+    if [ ! -s "$result" ]; then
+      echo "FAILED: $program ended without a result"
+      failed=$((failed + 1))
+      continue
+    fi
+    suites=$(grep -m 1 '<testsuites ' "$result")
+    tests=$(printf '%s' "$suites" | sed 's/.* tests="\([0-9]*\)".*/\1/')
+    bad=$(printf '%s' "$suites" | sed 's/.* failures="\([0-9]*\)".*/\1/')
+    errors=$(printf '%s' "$suites" | sed 's/.* errors="\([0-9]*\)".*/\1/')
+    bad=$((bad + errors))
+    printf '%-20s %5d tests, %d failed\n' "$program" "$tests" "$bad"
+    passed=$((passed + tests - bad))
+    failed=$((failed + bad))
+  done
+}
+
+test_native() {
+  rm -rf build/debug/results
+  check "native build" build debug -DKIV_TESTS=ON
+  say "native tests"
+  ctest --test-dir build/debug --output-on-failure -j "$(nproc)" || true
+  # shellcheck disable=SC2046
+  count_results build/debug/results $(cat build/debug/tests/programs.txt)
+}
+
+# The delivered console program on a failing disk; sanitizers would interfere.
+test_program_faults() {
+  rm -rf build/release/results
+  check "release build" build release -DKIV_TESTS=OFF -DKIV_FAULTS=ON
+  say "the console program on a failing disk"
+  build/release/tests/faults/program/test_program_faults --gtest_brief=1 \
+    --gtest_output=xml:build/release/results/program_faults.xml || true
+  count_results build/release/results program_faults
+  check "hardening" tests/hardening.sh build/release/apps/kivsys/kivsys
+}
+
+test_windows() {
+  rm -rf build/windows/results
+  check "Windows build" build windows -DKIV_TESTS=ON
+  say "Windows tests under Wine"
+  # shellcheck disable=SC2046
+  tests/window/run_in_wine.sh build/windows $(cat build/windows/tests/programs.txt) || true
+  # shellcheck disable=SC2046
+  count_results build/windows/results $(cat build/windows/tests/programs.txt)
+  check "hardening for Windows" tests/hardening.sh build/windows/apps/kivsys/kivsys.exe \
+    build/windows/apps/kivsystem/KivSystem.exe build/windows/apps/companions/KIV*.EXE
+}
+
+test_packages() {
+  rm -f build/windows/results/package.xml
+  check "packages" tests/package/run.sh build/release build/windows
+  count_results build/windows/results package
+}
+
+run_test() {
+  need_native
+  need_tests
+  need_windows
+  need_wine
+  need_browser
+  need_lint
+  need_packaging
+  need python3
+  check "format" check_format
+  check "lint rules" tools/lint_rules.sh
+  check "mutation script" tools/mutation/self_test.py
+  test_native
+  test_program_faults
+  test_windows
+  check "demo" ./dev demo
+  test_packages
+  check "pictures in a browser" tests/drawing/browser.sh build/release/apps/kivsys/kivsys build/pictures
+  check "instruction counts" ./dev bench --check
+  check "fuzz" ./dev fuzz --check
+  say "result"
+  echo "$passed passed, $failed failed"
+  [ "$failed" -eq 0 ]
+}
