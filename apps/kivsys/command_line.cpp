@@ -6,6 +6,7 @@
 
 #include "apps/kivsys/command_definitions.h"
 #include "apps/kivsys/exit_status.h"
+#include "platform/console/printable.h"
 #include "shell/start_up.h"
 #include "shell/version.h"
 
@@ -46,11 +47,18 @@ void addCommands(CLI::App& app, CommandLine& line) {
   addDocuments(app, line.shell, line.status);
 }
 
+/// The default text about a wrong command line, with what the user typed made printable.
+std::string failureText(const CLI::App* app, const CLI::Error& error) {
+  const std::string reason = error.what();
+  return printable(reason) + CLI::FailureMessage::simple(app, error).substr(reason.size());
+}
+
 }  // namespace
 
 int runCommandLine(int argc, const char* const* argv) {
   CommandLine line;
   CLI::App app("Prepares groups of MUS page files: analyzes their instrument layout, and makes it the same.", "kivsys");
+  app.failure_message(failureText);
   addCommands(app, line);
   try {
     app.parse(argc, argv);

@@ -8,6 +8,7 @@
 #include "apps/kivsys/exit_status.h"
 #include "platform/console/native_system.h"
 #include "platform/console/stop_signals.h"
+#include "platform/console/printable.h"
 #include "shell/start_up.h"
 
 namespace kiv {
@@ -43,7 +44,7 @@ int main(int argc, char** argv) {
     std::cerr << "kivsys: out of memory\n";
     return kiv::exit_status::critical;
   } catch (const std::exception& failure) {
-    std::cerr << "kivsys: " << failure.what() << '\n';
+    std::cerr << "kivsys: " << kiv::printable(failure.what()) << '\n';
     return kiv::exit_status::critical;
   }
 }

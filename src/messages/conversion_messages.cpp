@@ -55,7 +55,13 @@ Message oddTimeSignature(float upper, float lower) {
 }
 
 Message fileExists(const std::string& file) {
-  return {code::fileExists, Icon::exclamation, Buttons::yesNo, "File exists: " + file + "\r\n\r\nOverwrite?", {}, {}};
+  return {code::fileExists,
+          Icon::exclamation,
+          Buttons::yesNo,
+          "File exists: " + file + "\r\n\r\nOverwrite?",
+          {},
+          {},
+          {file}};
 }
 
 Message stoppedByUser() {
@@ -68,7 +74,8 @@ Message created(int files, const std::string& first, const std::string& last) {
           Buttons::ok,
           "Created " + std::to_string(files) + " files.\r\nFirst is " + first + "\r\nLast is " + last,
           {},
-          {}};
+          {},
+          {first, last}};
 }
 
 Message sortProblem() {

@@ -63,11 +63,14 @@ Message noInputFiles(const std::string& namesFile) {
 }
 
 Message namingProblem(const std::string& file, const std::string& currentFolder) {
-  return message(code::naming, Icon::critical,
-                 "File naming problem: " + file + "\r\nCurrent folder = " + currentFolder +
-                     "\r\nFilenames required for this program must have this format:\r\n\r\n"
-                     "    <letter(s)><digit(s)><optionally one sequence letter>.<suffix>\r\n\r\nRename your input.",
-                 file);
+  Message result =
+      message(code::naming, Icon::critical,
+              "File naming problem: " + file + "\r\nCurrent folder = " + currentFolder +
+                  "\r\nFilenames required for this program must have this format:\r\n\r\n"
+                  "    <letter(s)><digit(s)><optionally one sequence letter>.<suffix>\r\n\r\nRename your input.",
+              file);
+  result.names = {currentFolder};
+  return result;
 }
 
 Message nameWithoutNumber(const std::string& file) {

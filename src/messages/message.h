@@ -36,6 +36,8 @@ struct Message {
   std::string text;
   Location location;
   std::vector<Location> places;  ///< of a message that counts several things: each of them
+  /// Names in the text that come from outside and are not among the locations. A line end in them is none of the text.
+  std::vector<std::string> names = {};
 
   bool operator==(const Message&) const = default;
 };

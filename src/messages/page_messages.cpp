@@ -13,11 +13,13 @@ Message critical(std::string_view code, std::string text, const std::string& fil
 }  // namespace
 
 Message structuralError(const std::string& file, int itemNumber, const std::string& currentFolder) {
-  return critical(code::structureError,
-                  "Structural error in MUS file: " + file +
-                      "\r\nTry to recover with KivValid/KivRecover.\r\nCurrent folder = " + currentFolder +
-                      "\r\nItem number = " + std::to_string(itemNumber),
-                  file, itemNumber);
+  Message message = critical(code::structureError,
+                             "Structural error in MUS file: " + file +
+                                 "\r\nTry to recover with KivValid/KivRecover.\r\nCurrent folder = " + currentFolder +
+                                 "\r\nItem number = " + std::to_string(itemNumber),
+                             file, itemNumber);
+  message.names = {currentFolder};
+  return message;
 }
 
 Message structuralErrorInSort(const std::string& file, int itemNumber) {

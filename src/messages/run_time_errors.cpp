@@ -8,6 +8,7 @@ namespace {
 Message runTimeError(std::string_view code, std::string_view what, std::string_view workedOn) {
   Message message{code, Icon::critical, Buttons::ok, "Run-time error: ", {}, {}};
   message.text.append(what).append("\r\n").append(workedOn);
+  message.names = {std::string(workedOn)};
   return message;
 }
 

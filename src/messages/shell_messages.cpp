@@ -4,7 +4,9 @@
 
 namespace kiv::messages {
 Message invalidCall(const std::string& commandLine) {
-  return critical(code::other, "Invalid call to KivSystem:\r\n" + commandLine);
+  Message message = critical(code::other, "Invalid call to KivSystem:\r\n" + commandLine);
+  message.names = {commandLine};
+  return message;
 }
 
 Message settingsFileNotOpened(const std::string& file) {

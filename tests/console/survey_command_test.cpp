@@ -75,9 +75,9 @@ TEST_F(SurveyCommand, ATableHasALineForEachPieceWhateverItsName) {
   place.write("lib/line\nend/A1.MUS", solo);
   place.write("lib/l\xC3\xA4nger/A1.MUS", solo);
   EXPECT_EQ(survey({}),
-            "folder        prefix  pages  systems  instruments  consistent  multifile  problems\n"
-            "lib/line?end  A           1        -            -           -          -         1\n"
-            "lib/l\xC3\xA4nger    A           1        1            1         yes         no         0\n");
+            "folder         prefix  pages  systems  instruments  consistent  multifile  problems\n"
+            "lib/line\\nend  A           1        -            -           -          -         1\n"
+            "lib/l\xC3\xA4nger     A           1        1            1         yes         no         0\n");
 }
 
 TEST_F(SurveyCommand, BadPiecesDoNotStopIt) {

@@ -34,7 +34,7 @@ inline void expectCritical(const kiv::Message& message, std::string_view code, c
 
 /// The message is a question of this text, answered by Yes or No.
 inline void expectQuestion(const kiv::Message& message, std::string_view code, const std::string& text) {
-  EXPECT_EQ(message, (kiv::Message{code, Icon::exclamation, Buttons::yesNo, text, {}, {}}));
+  EXPECT_EQ(message, (kiv::Message{code, Icon::exclamation, Buttons::yesNo, text, {}, {}, message.names}));
 }
 
 }  // namespace kiv::test

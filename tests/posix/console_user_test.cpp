@@ -24,8 +24,8 @@ TEST(ConsoleUser, FurtherLinesOfAMessageAreIndented) {
             "information: one\n  two\n  \n  three\n");
 }
 
-TEST(ConsoleUser, MessagesKeepTheirBytes) {
-  EXPECT_EQ(throughAPipe([](ConsoleUser& user) { inform(user, "ä\xE4 %s"); }), "information: ä\xE4 %s\n");
+TEST(ConsoleUser, MessagesKeepTheirText) {
+  EXPECT_EQ(throughAPipe([](ConsoleUser& user) { inform(user, "ä ß %s \\n"); }), "information: ä ß %s \\n\n");
 }
 
 TEST(ConsoleUser, MessagesAreKeptInTheirOrder) {

@@ -8,6 +8,7 @@
 #include "platform/console/console_host.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
+#include "platform/console/printable.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
 
@@ -36,6 +37,9 @@ int chartNames(ConsoleHost& console, const std::string& namesFile, const std::st
     return *exitCode == exit_status::normal ? exit_status::normal : exit_status::critical;
   }
   if (out.empty()) {
+    for (ChartPage& page : chart.pages) {
+      page.name = printable(page.name);
+    }
     return deliver(console.system(), "-", chartText(chart, styleOfOutput()));
   }
   for (ChartPage& page : chart.pages) {

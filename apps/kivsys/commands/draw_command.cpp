@@ -11,6 +11,7 @@
 #include "input/file_names.h"
 #include "mus/reader.h"
 #include "platform/console/console_host.h"
+#include "platform/console/printable.h"
 
 namespace kiv {
 namespace {
@@ -61,7 +62,8 @@ int deliver(NativeSystem& system, const std::string& out, const std::string& con
     return printOutcome(content, exit_status::normal);
   }
   if (const auto failure = writeOutput(system, out, content)) {
-    std::cerr << "kivsys: cannot write " << out << ": " << *failure << '\n';
+    std::cerr << "kivsys: cannot write " << printable(out + ": " + *failure) << '
+';
     return exit_status::critical;
   }
   return exit_status::normal;

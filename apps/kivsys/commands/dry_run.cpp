@@ -8,6 +8,7 @@
 #include "apps/kivsys/output/diagnostics_json.h"
 #include "base/number.h"
 #include "diagnostics/system_facts.h"
+#include "platform/console/printable.h"
 
 namespace kiv {
 namespace {
@@ -54,7 +55,7 @@ std::vector<PlannedResult> plannedResults(OverlayFiles& files) {
 std::string plannedLines(const std::vector<PlannedResult>& results) {
   std::string lines;
   for (const PlannedResult& result : results) {
-    lines += result.file + (result.replaces ? " replaced, " : " new, ") + std::to_string(result.bytes) +
+    lines += printable(result.file) + (result.replaces ? " replaced, " : " new, ") + std::to_string(result.bytes) +
              " bytes: " + staffWords(result.staves) + "\n";
   }
   return lines;

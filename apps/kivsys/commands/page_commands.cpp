@@ -10,12 +10,13 @@
 #include "apps/kivsys/selection/selection.h"
 #include "pagetext/page_text.h"
 #include "platform/console/native_system.h"
+#include "platform/console/printable.h"
 
 namespace kiv {
 namespace {
 
 int fail(const std::string& reason) {
-  std::cerr << "kivsys: " << reason << '\n';
+  std::cerr << "kivsys: " << printable(reason) << '\n';
   return exit_status::critical;
 }
 

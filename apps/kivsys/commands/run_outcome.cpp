@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "apps/kivsys/exit_status.h"
+#include "platform/console/printable.h"
 
 namespace kiv {
 namespace {
@@ -77,7 +78,7 @@ std::string asText(const RunOutcome& outcome) {
 std::string createdLines(const RunOutcome& outcome) {
   std::string lines;
   for (const std::string& file : outcome.created.value_or(std::vector<std::string>())) {
-    lines += file + "\n";
+    lines += printable(file) + "\n";
   }
   return lines;
 }

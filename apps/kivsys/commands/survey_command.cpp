@@ -16,6 +16,7 @@
 #include "apps/kivsys/survey/survey_state.h"
 #include "platform/console/console_host.h"
 #include "platform/console/stop_signals.h"
+#include "platform/console/printable.h"
 
 namespace kiv {
 namespace {
@@ -151,7 +152,7 @@ int Survey::run() {
     return exit_status::critical;
   }
   if (stateLost_) {
-    std::cerr << "kivsys: cannot write to " << options_.resume << '\n';
+    std::cerr << "kivsys: cannot write to " << printable(options_.resume) << '\n';
     return exit_status::critical;
   }
   if (withoutMemory_ > 0 || memoryLost_) {
@@ -178,7 +179,7 @@ int runSurvey(const SurveyOptions& options) {
   for (const std::string& folder : options.folders) {
     std::error_code failure;
     if (!std::filesystem::is_directory(folder, failure)) {
-      std::cerr << "kivsys: cannot enter the folder " << folder << '\n';
+      std::cerr << "kivsys: cannot enter the folder " << printable(folder) << '\n';
       return exit_status::wrongUsage;
     }
   }
@@ -189,14 +190,14 @@ int runSurvey(const SurveyOptions& options) {
       return refuse(reasons);
     }
     if (const std::string failure = state.open(console.system(), options.resume); !failure.empty()) {
-      std::cerr << "kivsys: cannot write to " << options.resume << ": " << failure << '\n';
+      std::cerr << "kivsys: cannot write to " << printable(options.resume + ": " + failure) << '\n';
       return exit_status::critical;
     }
   }
   noteStopSignals(SecondSignal::endsProgram);
   const Library library = walkLibrary(console.system(), options.folders);
   for (const std::string& folder : library.unreadable) {
-    std::cerr << "kivsys: cannot list the folder " << folder << '\n';
+    std::cerr << "kivsys: cannot list the folder " << printable(folder) << '\n';
   }
   const int status = Survey(options, library.pieces, console.user(), state).run();
   return status == exit_status::normal && !library.unreadable.empty() ? exit_status::critical : status;

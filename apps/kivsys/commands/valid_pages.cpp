@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "input/file_names.h"
+#include "platform/console/printable.h"
 
 namespace kiv {
 
@@ -27,7 +28,7 @@ std::string ValidPages::summary() const {
   const char* separator = ": ";
   for (const SkippedPage& page : validation_.skipped) {
     const std::string& file = page.message.location.file;
-    text += separator + withoutPath(file.empty() ? page.files.front() : file);
+    text += separator + printable(withoutPath(file.empty() ? page.files.front() : file));
     separator = ", ";
   }
   return text + "\n";

@@ -8,6 +8,7 @@
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/verification_json.h"
 #include "apps/kivsys/safety/output_file.h"
+#include "platform/console/printable.h"
 
 namespace kiv {
 namespace {
@@ -15,7 +16,8 @@ namespace {
 constexpr std::size_t mostLines = 200;
 
 std::string lineOf(const proof::Finding& finding) {
-  return finding.file + (finding.item == 0 ? "" : ", item " + std::to_string(finding.item)) + ": " + finding.what +
+  return printable(finding.file + (finding.item == 0 ? "" : ", item " + std::to_string(finding.item)) + ": " +
+                   finding.what) +
          "\n";
 }
 
@@ -45,7 +47,8 @@ int printVerification(ConsoleSystem& system, const proof::Verification& verifica
                       bool json) {
   if (!manifest.empty()) {
     if (const auto failure = writeOutput(system, manifest, manifestOf(system, verification.files))) {
-      std::cerr << "kivsys: cannot write the manifest: " << *failure << '\n';
+      std::cerr << "kivsys: cannot write the manifest: " << printable(*failure) << '
+';
       return exit_status::critical;
     }
   }

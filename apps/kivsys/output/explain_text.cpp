@@ -7,6 +7,7 @@
 
 #include "base/number.h"
 #include "input/file_names.h"
+#include "platform/console/printable.h"
 
 namespace kiv {
 namespace {
@@ -68,7 +69,7 @@ std::string filesOf(const Layouts& layouts, const LayoutClass& layout) {
     }
   }
   return joined(inRanges({files.begin(), files.end()},
-                         [&](int f) { return withoutPath(layouts.files[static_cast<std::size_t>(f)]); }),
+                         [&](int f) { return printable(withoutPath(layouts.files[static_cast<std::size_t>(f)])); }),
                 mostWords);
 }
 
@@ -82,7 +83,8 @@ std::string instrumentWords(const std::vector<std::int16_t>& instruments, const 
   std::vector<std::string> words;
   for (const std::int16_t instrument : instruments) {
     const auto name = layouts.names.find(instrument);
-    words.push_back(std::to_string(instrument) + (name == layouts.names.end() ? "" : " (" + name->second + ")"));
+    words.push_back(std::to_string(instrument) +
+                    (name == layouts.names.end() ? "" : " (" + printable(name->second) + ")"));
   }
   return joined(words, 4 * mostWords);
 }
@@ -129,8 +131,8 @@ std::string placesLine(const LayoutClass& layout) {
     if (deviation.system != layout.deviations.front().system || !deviation.file || !deviation.place) {
       continue;
     }
-    words.push_back(std::to_string(deviation.instrument) + " in " + withoutPath(*deviation.file) + " staff " +
-                    generalNumber(static_cast<float>(deviation.staff.value_or(0))) + " item " +
+    words.push_back(std::to_string(deviation.instrument) + " in " + printable(withoutPath(*deviation.file)) +
+                    " staff " + generalNumber(static_cast<float>(deviation.staff.value_or(0))) + " item " +
                     std::to_string(deviation.place->item));
   }
   if (words.empty()) {

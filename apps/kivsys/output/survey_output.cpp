@@ -5,6 +5,7 @@
 
 #include "apps/kivsys/output/piece_json.h"
 #include "platform/console/native_system.h"
+#include "platform/console/printable.h"
 
 namespace kiv {
 namespace {
@@ -34,13 +35,6 @@ Cells cellsOf(const LibraryPiece& piece, const PieceFindings& findings) {
           std::to_string(findings.problems.size())};
 }
 
-/// The name with its control characters, which would break the lines, replaced.
-std::string printable(std::string name) {
-  std::replace_if(
-      name.begin(), name.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }, '?');
-  return name;
-}
-
 /// The number of columns of a terminal that a text fills, if each of its characters fills one.
 std::size_t widthOf(const std::string& text) {
   const std::string characters = NativeSystem::toUtf8(text);
@@ -59,10 +53,18 @@ std::string tableLine(const Cells& cells, std::size_t folderWidth, std::size_t p
   return line + "\n";
 }
 
+/// The name as a spreadsheet takes it for a text: one that would begin a formula gets an apostrophe in front.
+std::string cellText(const std::string& name) {
+  constexpr std::string_view formulaStarts = "=+-@\t\r";
+  const bool isFormula = !name.empty() && formulaStarts.find(name.front()) != std::string_view::npos;
+  return isFormula ? "'" + name : name;
+}
+
 std::string csvLine(const Cells& cells) {
   std::string line;
-  for (const std::string& cell : cells) {
-    line += &cell == &cells.front() ? "" : ",";
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    const std::string cell = i < firstNumber ? cellText(cells[i]) : cells[i];
+    line += i == 0 ? "" : ",";
     if (cell.find_first_of(",\"\r\n") == std::string::npos) {
       line += cell;
       continue;

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "apps/kivsys/exit_status.h"
+#include "platform/console/printable.h"
 
 namespace kiv {
 namespace {

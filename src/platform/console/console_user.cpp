@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "platform/console/stop_signals.h"
+#include "platform/console/printable.h"
 
 namespace kiv {
 namespace {
@@ -23,19 +24,39 @@ std::string_view severityOf(Icon icon) {
   return "note: ";
 }
 
+/// Escapes the line ends and other control characters of a name wherever the text holds it.
+void escapeName(const std::string& name, std::string& text) {
+  const std::string shown = printable(name);
+  if (name.empty() || shown == name) {
+    return;
+  }
+  for (std::size_t at = text.find(name); at != std::string::npos; at = text.find(name, at + shown.size())) {
+    text.replace(at, name.size(), shown);
+  }
+}
+
+/// The text of a message, its own line ends in it and those of inserted names escaped.
+std::string withNamesEscaped(const Message& message) {
+  std::string text = message.text;
+  escapeName(message.location.file, text);
+  for (const Location& place : message.places) {
+    escapeName(place.file, text);
+  }
+  for (const std::string& name : message.names) {
+    escapeName(name, text);
+  }
+  return text;
+}
+
 /// The lines of a message below each other, those after the first one indented.
 std::string asLines(std::string_view text) {
+  constexpr std::string_view lineEnd = "\r\n";
   std::string lines;
-  for (const char c : text) {
-    if (c == '\r') {
-      continue;
-    }
-    lines += c;
-    if (c == '\n') {
-      lines += "  ";
-    }
+  for (std::size_t end = text.find(lineEnd); end != std::string_view::npos; end = text.find(lineEnd)) {
+    lines += printable(text.substr(0, end)) + "\n  ";
+    text.remove_prefix(end + lineEnd.size());
   }
-  return lines;
+  return lines + printable(text);
 }
 
 /// The answer that the user has typed; nullopt when it is none. An empty line stands for No.
@@ -53,7 +74,7 @@ std::optional<Answer> answerIn(std::string line) {
 
 Answer ConsoleUser::show(const Message& message) {
   clearProgress();
-  NativeSystem::writeError(std::string(severityOf(message.icon)) + asLines(message.text) + "\n");
+  NativeSystem::writeError(std::string(severityOf(message.icon)) + asLines(withNamesEscaped(message)) + "\n");
   const Answer answer = message.buttons == Buttons::yesNo ? ask() : Answer::ok;
   messages_.push_back({message, answer});
   return answer;
@@ -82,7 +103,7 @@ Answer ConsoleUser::ask() const {
 bool ConsoleUser::showText(const std::string& name) {
   if (terminal_) {
     clearProgress();
-    NativeSystem::writeError(readWhole(files_, name).value_or(""));
+    NativeSystem::writeError(printableLines(readWhole(files_, name).value_or("")));
   }
   return true;
 }
