@@ -28,6 +28,9 @@ class InputFile {
   /// nullopt on an I/O error.
   virtual std::optional<std::size_t> read(std::span<char> buffer) = 0;
 
+  /// The number of bytes that the file had when it was opened or asked; nullopt when that is not known.
+  virtual std::optional<std::uint64_t> size() const { return std::nullopt; }
+
   /// Lets the system fetch the file from the disk while other work is done. A hint; it changes nothing else.
   virtual void prefetch() {}
 };

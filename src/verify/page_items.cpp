@@ -7,7 +7,9 @@
 
 #include "base/bytes.h"
 #include "base/exact_number.h"
+#include "mus/format.h"
 #include "mus/page_walker.h"
+#include "platform/bounded_file.h"
 #include "verify/numbers.h"
 
 namespace kiv::proof {
@@ -70,12 +72,12 @@ std::string quoted(const std::string& text) {
 
 LoadedPage loadPage(Files& files, const std::string& name) {
   LoadedPage page;
-  auto bytes = readWhole(files, name);
-  if (!bytes) {
-    page.error = "cannot be read";
+  BoundedContent content = readBounded(files, name, readableBytes);
+  if (!content.bytes) {
+    page.error = content.isTooLarge ? tooLarge(readableBytes, "a page") : "cannot be read";
     return page;
   }
-  page.bytes = std::move(*bytes);
+  page.bytes = std::move(*content.bytes);
   PageWalker walker(page.bytes);
   ReadStatus status = walker.findItem();
   while (status == ReadStatus::itemRead) {

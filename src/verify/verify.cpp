@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "base/sha256.h"
+#include "platform/bounded_file.h"
 #include "verify/compare_items.h"
 #include "verify/compare_layout.h"
 #include "verify/compare_report.h"
@@ -36,7 +37,7 @@ class Verifier {
  private:
   void report(const std::string& file, const std::string& what) { verification_.findings.push_back({file, 0, what}); }
   void report(const std::vector<Finding>& findings);
-  std::string readText(const std::string& name, const std::string& expected);
+  std::string readText(const std::string& name, const std::string& expected, std::size_t limit);
   void digest(const std::string& name, std::string_view bytes);
   void readInputs();
   void groupRecords();
@@ -65,17 +66,17 @@ void Verifier::digest(const std::string& name, std::string_view bytes) {
   verification_.files.push_back({name, sha256(bytes)});
 }
 
-std::string Verifier::readText(const std::string& name, const std::string& expected) {
-  auto text = readWhole(files_, name);
-  if (!text) {
-    report(name, "cannot be read");
+std::string Verifier::readText(const std::string& name, const std::string& expected, std::size_t limit) {
+  BoundedContent text = readBounded(files_, name, limit);
+  if (!text.bytes) {
+    report(name, text.isTooLarge ? tooLarge(limit, "this file") : "cannot be read");
     return "";
   }
-  digest(name, *text);
+  digest(name, *text.bytes);
   if (again_.failure.empty()) {
-    report(compareText(name, *text, expected));
+    report(compareText(name, *text.bytes, expected));
   }
-  return std::move(*text);
+  return std::move(*text.bytes);
 }
 
 void Verifier::readInputs() {
@@ -209,11 +210,11 @@ Verification Verifier::run() {
   if (!again_.failure.empty()) {
     report(reportName, "cannot be made again: " + again_.failure);
   }
-  records_ = readRecords(readText(reportName, again_.report));
+  records_ = readRecords(readText(reportName, again_.report, most_bytes::report));
   for (const std::string& error : records_.errors) {
     report(reportName, error);
   }
-  readText(verdictName, again_.verdict);
+  readText(verdictName, again_.verdict, most_bytes::verdict);
   readInputs();
   groupRecords();
   readResults();

@@ -19,6 +19,25 @@ TEST_F(PosixNames, AFolderThatLacksTheRestGivesWayToOneOfAnotherCase) {
   EXPECT_EQ(read("PART\\A1.MUS"), "nearer");
 }
 
+/// In a folder where every spelling of a name leads back to the folder, no component is searched more than once.
+TEST_F(PosixNames, LinksThatLeadToThemselvesCostNothing) {
+  for (int spelling = 0; spelling < 16; ++spelling) {
+    std::string link = "abcd";
+    for (int letter = 0; letter < 4; ++letter) {
+      link[static_cast<std::size_t>(letter)] =
+          static_cast<char>(link[static_cast<std::size_t>(letter)] - ((spelling >> letter & 1) == 0 ? 0 : 'a' - 'A'));
+    }
+    std::filesystem::create_directory_symlink(".", disk.path(link));
+  }
+  std::string folders;
+  for (int depth = 0; depth < 30; ++depth) {
+    folders += "AbCd\\";
+  }
+  EXPECT_EQ(readWhole(system, disk.core(folders + "none.mus")), std::nullopt);
+  disk.addFile("a1.mus", "found");
+  EXPECT_EQ(readWhole(system, disk.core(folders + "A1.MUS")), "found");
+}
+
 TEST_F(PosixNames, BackslashesSeparateFolders) {
   disk.addFolder("a/b");
   disk.addFile("a/b/c.mus", "deep");

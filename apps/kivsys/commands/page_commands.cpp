@@ -1,14 +1,14 @@
 #include "apps/kivsys/commands/page_commands.h"
 
 #include <iostream>
-#include <optional>
-#include <sstream>
 
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/safety/input_files.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "apps/kivsys/selection/selection.h"
+#include "mus/format.h"
 #include "pagetext/page_text.h"
+#include "platform/bounded_file.h"
 #include "platform/console/native_system.h"
 #include "platform/console/printable.h"
 
@@ -20,10 +20,23 @@ int fail(const std::string& reason) {
   return exit_status::critical;
 }
 
-std::optional<std::string> standardInput() {
-  std::ostringstream text;
-  text << std::cin.rdbuf();
-  return std::cin.bad() ? std::nullopt : std::optional(text.str());
+/// What standard input has, if that is no more than a text may have.
+BoundedContent standardInput(std::size_t limit) {
+  constexpr std::size_t step = std::size_t{64} * 1024;
+  BoundedContent text{"", false};
+  while (std::cin && text.bytes->size() <= limit) {
+    const std::size_t have = text.bytes->size();
+    text.bytes->resize(have + step);
+    std::cin.read(text.bytes->data() + have, step);
+    text.bytes->resize(have + static_cast<std::size_t>(std::cin.gcount()));
+  }
+  text.isTooLarge = text.bytes->size() > limit;
+  return std::cin.bad() || text.isTooLarge ? BoundedContent{std::nullopt, text.isTooLarge} : text;
+}
+
+/// Says why a file has no content.
+int failRead(const BoundedContent& content, const std::string& name, std::size_t limit, std::string_view kind) {
+  return fail(content.isTooLarge ? name + " " + tooLarge(limit, kind) : "cannot read " + name);
 }
 
 /// Why the page may not be written; nullopt when it may.
@@ -44,12 +57,15 @@ std::optional<std::string> refusalToReplace(NativeSystem& system, const PageFile
 
 int runDump(const std::string& page) {
   NativeSystem system;
-  const auto file = readWhole(system, NativeSystem::coreName(page));
-  if (!file) {
+  const BoundedContent file = readBounded(system, NativeSystem::coreName(page), readableBytes);
+  if (file.isTooLarge) {
+    return failRead(file, page, readableBytes, "a page");
+  }
+  if (!file.bytes) {
     const std::string reason = readFailure(system.diskName(NativeSystem::coreName(page))).value_or("I/O error");
     return refuse({"cannot read " + page + ": " + reason});
   }
-  std::cout << dumpPage(*file) << std::flush;
+  std::cout << dumpPage(*file.bytes) << std::flush;
   return std::cout ? exit_status::normal : fail("cannot write to standard output");
 }
 
@@ -57,11 +73,12 @@ int runBuild(const PageFiles& files) {
   const std::string& text = files.text;
   const std::string& page = files.page;
   NativeSystem system;
-  const auto lines = text == "-" ? standardInput() : readWhole(system, NativeSystem::coreName(text));
-  if (!lines) {
-    return fail("cannot read " + text);
+  const BoundedContent lines = text == "-" ? standardInput(most_bytes::pageText)
+                                           : readBounded(system, NativeSystem::coreName(text), most_bytes::pageText);
+  if (!lines.bytes) {
+    return failRead(lines, text, most_bytes::pageText, "a page text");
   }
-  const auto built = buildPage(*lines);
+  const auto built = buildPage(*lines.bytes);
   if (const auto* error = std::get_if<PageTextError>(&built)) {
     return fail(text + ":" + std::to_string(error->line) + ": " + error->reason);
   }

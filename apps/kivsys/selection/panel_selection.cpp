@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "apps/kivsys/exit_status.h"
+#include "platform/bounded_file.h"
 #include "platform/console/printable.h"
 
 namespace kiv {
@@ -48,6 +49,12 @@ std::string coreNameOf(NativeSystem& system, const std::string& typed) {
   return system.openInput(full) ? full : NativeSystem::coreName(typed);
 }
 
+/// Whether a file is larger than a names file can be.
+bool isTooLarge(NativeSystem& system, const std::string& namesFile) {
+  const auto file = system.openInput(namesFile);
+  return file && isLarger(*file, most_bytes::namesFile);
+}
+
 bool holdsLineEnd(const std::string& name) {
   return name.find_first_of("\r\n") != std::string::npos;
 }
@@ -77,6 +84,10 @@ int runLikePanel(ConsoleHost& console, const Selection& selection,
       std::cerr << "kivsys: cannot make a names file in the folder for temporary files\n";
       return exit_status::critical;
     }
+  }
+  if (isTooLarge(system, namesFile)) {
+    std::cerr << "kivsys: " << printable(namesFile + " " + tooLarge(most_bytes::namesFile, "a names file")) << '\n';
+    return exit_status::critical;
   }
   return run(namesFile);
 }

@@ -10,6 +10,8 @@
 namespace kiv {
 namespace {
 
+constexpr std::size_t longestShown = std::size_t{64} * 1024;  // bytes of a text: more than a user reads
+
 std::string_view severityOf(Icon icon) {
   switch (icon) {
     case Icon::critical:
@@ -103,7 +105,7 @@ Answer ConsoleUser::ask() const {
 bool ConsoleUser::showText(const std::string& name) {
   if (terminal_) {
     clearProgress();
-    NativeSystem::writeError(printableLines(readWhole(files_, name).value_or("")));
+    NativeSystem::writeError(printableLines(readWhole(files_, name, longestShown).value_or("")));
   }
   return true;
 }

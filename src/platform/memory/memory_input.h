@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,6 +22,8 @@ class MemoryInput : public InputFile {
     position_ = start + count;
     return count;
   }
+
+  std::optional<std::uint64_t> size() const override { return content_->size(); }
 
  private:
   std::shared_ptr<const std::string> content_;

@@ -16,7 +16,7 @@ constexpr mode_t readableByAll = 0666;
 
 class PosixInput : public InputFile {
  public:
-  explicit PosixInput(Descriptor file) : file_(std::move(file)) {}
+  PosixInput(Descriptor file, off_t size) : file_(std::move(file)), size_(size) {}
 
   std::optional<std::size_t> read(std::span<char> buffer) override {
     while (true) {
@@ -29,6 +29,8 @@ class PosixInput : public InputFile {
       }
     }
   }
+
+  std::optional<std::uint64_t> size() const override { return static_cast<std::uint64_t>(size_); }
 
   void prefetch() override {
 #ifdef POSIX_FADV_WILLNEED  // not every system has it
@@ -53,6 +55,7 @@ class PosixInput : public InputFile {
   }
 
   Descriptor file_;
+  off_t size_;
 };
 
 class PosixOutput : public OutputFile {
@@ -64,11 +67,6 @@ class PosixOutput : public OutputFile {
  private:
   Descriptor file_;
 };
-
-bool isOrdinary(const Descriptor& file) {
-  struct stat status {};
-  return ::fstat(file.number(), &status) == 0 && S_ISREG(status.st_mode);
-}
 
 }  // namespace
 
@@ -101,10 +99,11 @@ std::optional<std::string> writeAll(const Descriptor& file, std::string_view byt
 std::unique_ptr<InputFile> openForReading(const std::string& path) {
   // Only a regular file certainly ends. Without O_NONBLOCK, opening a pipe would wait for a writer.
   Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  if (!file.isOpen() || !isOrdinary(file)) {
+  struct stat status {};
+  if (!file.isOpen() || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
     return nullptr;
   }
-  return std::make_unique<PosixInput>(std::move(file));
+  return std::make_unique<PosixInput>(std::move(file), status.st_size);
 }
 
 std::unique_ptr<OutputFile> openForWriting(const std::string& path) {

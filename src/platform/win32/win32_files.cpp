@@ -27,6 +27,12 @@ class Win32Input : public InputFile {
     return got;
   }
 
+  std::optional<std::uint64_t> size() const override {
+    LARGE_INTEGER size{};
+    return GetFileSizeEx(file_.get(), &size) == FALSE ? std::nullopt
+                                                      : std::optional(static_cast<std::uint64_t>(size.QuadPart));
+  }
+
  private:
   Handle file_;
 };
