@@ -28,7 +28,8 @@ void addSurvey(CLI::App& app, SurveyOptions& options, int& status) {
   survey->footer(
       "Pages of one folder whose names differ only in number and page letter are a piece. Nothing is written to the\n"
       "library. Ends with status 0; with 1 when a folder cannot be listed or the output cannot be written; with 2 on\n"
-      "wrong usage; with 130 when it is interrupted, after printing the lines of the finished pieces.\n\nExamples:\n"
+      "wrong usage; with 4 when another survey uses the file of --resume; with 130 when it is interrupted, after\n"
+      "printing the lines of the finished pieces.\n\nExamples:\n"
       "  kivsys survey /music\n  kivsys survey /music --csv --resume survey.state > survey.csv");
   survey->callback([&options, &status] { status = runSurvey(options); });
 }

@@ -30,12 +30,6 @@ TEST(FileKinds, AManifestHasADigestAndANameInEveryLine) {
   }
 }
 
-TEST(FileKinds, AStateBeginsWithThePieceOfASurvey) {
-  EXPECT_TRUE(isOfKind("{\"folder\":\"lib\",\"prefix", OutputKind::surveyState));
-  EXPECT_FALSE(isOfKind("{\"pieces\":[]}", OutputKind::surveyState));
-  EXPECT_FALSE(isOfKind("", OutputKind::surveyState));
-}
-
 TEST(FileKinds, APageIsWalkedToItsEnd) {
   const std::string whole = page("staff 1 at 0 instrument 101\nbarline 1 at 0 spans 1\n");
   EXPECT_TRUE(isPage(whole));

@@ -129,6 +129,15 @@ TEST_F(LargeFiles, ANamesFileThatIsTooLargeIsRefusedAndKept) {
   EXPECT_EQ(fs::file_size(place.path() / "names.txt"), gibibyte);
 }
 
+TEST_F(LargeFiles, AStateThatIsTooLargeIsRefusedAndKept) {
+  makeLarge("state");
+  const Measured ended = run({"survey", ".", "--resume", "state"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_EQ(ended.error, "kivsys: state has more than 268435456 bytes, the limit for the state of a survey\n");
+  EXPECT_LT(ended.kilobytes, mostKilobytes);
+  EXPECT_EQ(fs::file_size(place.path() / "state"), gibibyte);
+}
+
 TEST_F(LargeFiles, VerifyFindsFilesThatAreTooLarge) {
   for (const std::string file : {"KivSystem1.TXT", "KivSystem2.TXT", "WORK0002.MUS", "A1.MUS"}) {
     SetUp();

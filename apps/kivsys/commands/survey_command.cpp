@@ -166,13 +166,6 @@ int Survey::run() {
   return exit_status::normal;
 }
 
-std::vector<std::string> refusalsOfState(NativeSystem& system, const std::string& file) {
-  if (file == standardOutput) {
-    return {"the state of a survey cannot be kept on standard output, which has its lines"};
-  }
-  return refusalsOfOutput(system, {"state file", system.fullName(file), OutputKind::surveyState}, InputFiles());
-}
-
 }  // namespace
 
 int runSurvey(const SurveyOptions& options) {
@@ -186,12 +179,12 @@ int runSurvey(const SurveyOptions& options) {
   ConsoleHost console;
   SurveyState state;
   if (!options.resume.empty()) {
-    if (const auto reasons = refusalsOfState(console.system(), options.resume); !reasons.empty()) {
-      return refuse(reasons);
+    if (options.resume == standardOutput) {
+      return refuse({"the state of a survey cannot be kept on standard output, which has its lines"});
     }
-    if (const std::string failure = state.open(console.system(), options.resume); !failure.empty()) {
-      std::cerr << "kivsys: cannot write to " << printable(options.resume + ": " + failure) << '\n';
-      return exit_status::critical;
+    if (const auto refusal = state.open(options.resume, options.folders)) {
+      std::cerr << "kivsys: " << printable(refusal->reason) << '\n';
+      return refusal->status;
     }
   }
   noteStopSignals(SecondSignal::endsProgram);

@@ -12,9 +12,16 @@ Json orNull(const std::optional<Value>& value) {
   return value ? Json(*value) : Json();
 }
 
-template <typename Value>
-std::optional<Value> valueIn(const Json& value) {
-  return value.is_null() ? std::nullopt : std::optional(value.get<Value>());
+std::size_t countIn(const Json& value) {
+  return value.get_ref<const Json::number_unsigned_t&>();  // any other number may be one that a count cannot hold
+}
+
+std::optional<std::size_t> countOrNone(const Json& value) {
+  return value.is_null() ? std::nullopt : std::optional(countIn(value));
+}
+
+std::optional<bool> verdictOrNone(const Json& value) {
+  return value.is_null() ? std::nullopt : std::optional(value.get<bool>());
 }
 
 }  // namespace
@@ -32,11 +39,11 @@ Json toJson(const LibraryPiece& piece, const PieceFindings& findings) {
 
 PieceFindings findingsIn(const Json& object) {
   PieceFindings findings;
-  findings.pages = object.at("pages").get<std::size_t>();
-  findings.systems = valueIn<std::size_t>(object.at("systems"));
-  findings.instruments = valueIn<std::size_t>(object.at("instruments"));
-  findings.consistent = valueIn<bool>(object.at("consistent"));
-  findings.multifile = valueIn<bool>(object.at("multifile"));
+  findings.pages = countIn(object.at("pages"));
+  findings.systems = countOrNone(object.at("systems"));
+  findings.instruments = countOrNone(object.at("instruments"));
+  findings.consistent = verdictOrNone(object.at("consistent"));
+  findings.multifile = verdictOrNone(object.at("multifile"));
   findings.problems = object.at("problems").get<std::vector<std::string>>();
   return findings;
 }

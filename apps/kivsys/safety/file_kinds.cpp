@@ -54,8 +54,6 @@ bool isOfKind(std::string_view content, OutputKind kind) {
       return isDrawing(content);
     case OutputKind::manifest:
       return isManifest(content);
-    case OutputKind::surveyState:
-      return content.starts_with("{\"folder\":");
   }
   return false;
 }

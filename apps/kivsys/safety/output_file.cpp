@@ -14,8 +14,6 @@ std::string wordsFor(OutputKind kind) {
       return "an SVG drawing";
     case OutputKind::manifest:
       return "a manifest";
-    case OutputKind::surveyState:
-      return "the state of a survey";
   }
   return "";
 }

@@ -11,7 +11,7 @@ int ResultFolder::make(FolderLocks& locks) const {
     std::cerr << "kivsys: " << *failure << '\n';
     return exit_status::critical;
   }
-  return locks.take({path_}, false) ? exit_status::normal : exit_status::busyFolder;
+  return locks.take({path_}, false) ? exit_status::normal : exit_status::busy;
 }
 
 }  // namespace kiv

@@ -58,7 +58,7 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
     return refuse(reasons);
   }
   if (use.writtenFolders && !console.locks().take(use.writtenFolders(pages), selection.wait)) {
-    return exit_status::busyFolder;
+    return exit_status::busy;
   }
   return run(pages.namesFile);
 }

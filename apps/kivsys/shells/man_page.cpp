@@ -129,6 +129,9 @@ wrong usage
 .B 3
 with \fB\-\-exit\-code\fR of \fBanalyze\fR: the pages need a conversion
 .TP
+.B 4
+another \fBsurvey\fR uses the file of \fB\-\-resume\fR
+.TP
 .B 130
 a \fBsurvey\fR was interrupted
 .SH FILES

@@ -1,19 +1,44 @@
 #include "apps/kivsys/survey/library_walk.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
+#include <fstream>
 #include <system_error>
+
+#include "base/sha256.h"
+#include "mus/format.h"
 
 namespace kiv {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string stampOf(const fs::path& file) {
+PageStamp stampOf(const fs::path& file) {
   std::error_code failure;
-  const auto size = fs::file_size(file, failure);
-  const auto changed = fs::last_write_time(file, failure).time_since_epoch().count();
-  return file.filename().string() + "|" + std::to_string(size) + "|" + std::to_string(changed) + "\n";
+  return {file.filename().string(), fs::file_size(file, failure),
+          static_cast<std::int64_t>(fs::last_write_time(file, failure).time_since_epoch().count())};
+}
+
+/// Whether the file can change again and keep its time, as clocks of disks are coarse.
+bool hasJustChanged(const fs::path& file) {
+  using namespace std::chrono_literals;
+  std::error_code failure;
+  return fs::file_time_type::clock::now() - fs::last_write_time(file, failure) < 2s;
+}
+
+LibraryPiece libraryPiece(NativeSystem& system, const fs::path& folder, const Piece& piece) {
+  LibraryPiece found{folder.string(), piece.prefix, {}, {}, ""};
+  bool isSettled = true;
+  for (const std::string& file : piece.files) {
+    found.pages.push_back(system.fullName((folder / file).string()));
+    found.stamps.push_back(stampOf(folder / file));
+    isSettled = isSettled && !hasJustChanged(folder / file);
+  }
+  if (!isSettled) {
+    found.digest = digestOf(found);
+  }
+  return found;
 }
 
 /// The pieces of one folder are added to the library; its folders are returned in their order.
@@ -34,18 +59,25 @@ std::vector<fs::path> visit(NativeSystem& system, const fs::path& folder, Librar
     library.unreadable.push_back(folder.string());
   }
   for (const Piece& piece : piecesOf(system, names)) {
-    LibraryPiece found{folder.string(), piece.prefix, {}, ""};
-    for (const std::string& file : piece.files) {
-      found.pages.push_back(system.fullName((folder / file).string()));
-      found.stamp += stampOf(folder / file);
-    }
-    library.pieces.push_back(std::move(found));
+    library.pieces.push_back(libraryPiece(system, folder, piece));
   }
   std::sort(below.begin(), below.end());
   return below;
 }
 
 }  // namespace
+
+std::string digestOf(const LibraryPiece& piece) {
+  Sha256 digest;
+  for (std::size_t page = 0; page < piece.stamps.size(); ++page) {
+    std::ifstream file(fs::path(piece.folder) / piece.stamps[page].name, std::ios::binary);
+    std::string content(readableBytes, '\0');
+    file.read(content.data(), static_cast<std::streamsize>(content.size()));
+    content.resize(static_cast<std::size_t>(file.gcount()));
+    digest.update(std::to_string(content.size()) + "\n" + content);
+  }
+  return digest.hexDigest();
+}
 
 Library walkLibrary(NativeSystem& system, const std::vector<std::string>& folders) {
   Library library;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -8,12 +9,22 @@
 
 namespace kiv {
 
+/// What a page file looks like from outside.
+struct PageStamp {
+  std::string name;          ///< without its folder
+  std::uintmax_t bytes = 0;  ///< its size
+  std::int64_t changed = 0;  ///< the time of its last change, in the ticks of the platform
+
+  bool operator==(const PageStamp&) const = default;
+};
+
 /// A piece of a library, ready to be analyzed.
 struct LibraryPiece {
   std::string folder;              ///< as it was typed, followed by the path from there
   std::string prefix;              ///< the name part of its pages
   std::vector<std::string> pages;  ///< full names, as the core writes names
-  std::string stamp;               ///< names, sizes and times of change; it differs when a page has changed
+  std::vector<PageStamp> stamps;   ///< of the pages; a stamp differs when its page has changed
+  std::string digest;              ///< of their content, when one of them changed just before the walk; else ""
 
   /// What it is known by from run to run.
   std::string key() const { return pages.empty() ? folder : pages.front(); }
@@ -24,6 +35,9 @@ struct Library {
   std::vector<LibraryPiece> pieces;     ///< by folder, and by prefix within one
   std::vector<std::string> unreadable;  ///< folders that cannot be listed
 };
+
+/// The SHA-256 of what an analysis can read of the pages, as hexadecimal digits.
+std::string digestOf(const LibraryPiece& piece);
 
 /// Walks the folders with all below them. Links to folders are not followed.
 Library walkLibrary(NativeSystem& system, const std::vector<std::string>& folders);

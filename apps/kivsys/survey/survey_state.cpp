@@ -1,68 +1,118 @@
 #include "apps/kivsys/survey/survey_state.h"
 
-#include <sstream>
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
 
-#include "apps/kivsys/output/piece_json.h"
-#include "platform/native_file.h"
+#include "apps/kivsys/exit_status.h"
+#include "platform/bounded_file.h"
+#include "platform/console/native_system.h"
 
 namespace kiv {
 namespace {
 
-using Json = nlohmann::ordered_json;
+constexpr std::size_t longestState = 256 * most_bytes::mebibyte;
 
-std::string utf8(const std::string& text) {
-  return textOf(NativeSystem::toUtf8(text));  // as the file has it, bytes that are no text included
+/// The folders under names that do not depend on the current one, in order.
+std::vector<std::string> rootsOf(const std::vector<std::string>& folders) {
+  std::vector<std::string> roots;
+  for (const std::string& folder : folders) {
+    std::error_code failure;
+    const auto path = std::filesystem::canonical(folder, failure);
+    roots.push_back(stateName(NativeSystem::toUtf8(failure ? folder : path.string())));
+  }
+  std::sort(roots.begin(), roots.end());
+  roots.erase(std::unique(roots.begin(), roots.end()), roots.end());
+  return roots;
+}
+
+std::string joined(const std::vector<std::string>& names) {
+  std::string text;
+  for (const std::string& name : names) {
+    text += (text.empty() ? "" : ", ") + NativeSystem::fromUtf8(name);
+  }
+  return text;
+}
+
+StateRefusal cannotWrite(const std::string& file, const std::string& failure) {
+  return {exit_status::critical, "cannot write to " + file + ": " + failure};
+}
+
+StateRefusal isBusy(const std::string& file, const std::optional<std::uint64_t>& holder) {
+  return {exit_status::busy,
+          "another survey" + (holder ? " (process " + std::to_string(*holder) + ")" : "") + " is using " + file};
 }
 
 }  // namespace
 
-void SurveyState::addLine(const std::string& line, std::string& goodLines) {
-  try {
-    const Json object = Json::parse(line);
-    known_[object.at("key").get<std::string>()] = {object.at("stamp").get<std::string>(), findingsIn(object)};
-    goodLines += line + "\n";
-  } catch (const Json::exception&) {
-    return;  // a run was stopped while it wrote it
+std::optional<StateRefusal> SurveyState::open(const std::string& file, const std::vector<std::string>& folders) {
+  switch (file_.open(file)) {
+    case LockedFile::Outcome::busy:
+      return isBusy(file, file_.holder());
+    case LockedFile::Outcome::failed:
+      return cannotWrite(file, file_.failure());
+    case LockedFile::Outcome::open:
+      break;
   }
+  auto refusal = load(file, rootsOf(folders));
+  isOpen_ = !refusal;
+  return refusal;
 }
 
-std::string SurveyState::open(NativeSystem& system, const std::string& file) {
-  std::string goodLines;
-  const std::string name = system.fullName(file);
-  std::istringstream lines(readWhole(system, name).value_or(""));
-  for (std::string line; std::getline(lines, line);) {
-    addLine(line, goodLines);
+std::optional<StateRefusal> SurveyState::load(const std::string& file, const std::vector<std::string>& roots) {
+  if (file_.size() > longestState) {
+    return StateRefusal{exit_status::critical, file + " " + tooLarge(longestState, "the state of a survey")};
   }
-  if (kindOf(system.diskName(name)) != PathKind::device) {
-    if (const auto failure = system.replaceFile(name, goodLines)) {
-      return *failure;
-    }
+  const auto text = file_.read();
+  if (!text) {
+    return StateRefusal{exit_status::critical, "cannot read " + file + ": " + file_.failure()};
   }
-  system_ = &system;
-  name_ = name;
-  file_.open(file, std::ios::binary | std::ios::app);
-  return file_ ? "" : "it cannot be opened";
+  StateText state = readState(*text);
+  if (state.kind == StateText::Kind::foreign) {
+    return StateRefusal{exit_status::wrongUsage, file + " is not the state of a survey; name another file"};
+  }
+  const bool isNew = state.kind == StateText::Kind::empty;
+  if (!isNew && state.roots != roots) {
+    return StateRefusal{exit_status::wrongUsage,
+                        file + " is the state of a survey of " + joined(state.roots) + "; name another file"};
+  }
+  if (!file_.replaceEnd(state.usableBytes, isNew ? stateHead(roots) : "")) {
+    return cannotWrite(file, file_.failure());
+  }
+  known_ = std::move(state.entries);
+  return std::nullopt;
 }
 
 std::optional<PieceFindings> SurveyState::find(const LibraryPiece& piece) const {
-  const auto known = known_.find(utf8(piece.key()));
-  return known != known_.end() && known->second.stamp == utf8(piece.stamp) ? std::optional(known->second.findings)
-                                                                           : std::nullopt;
+  const auto known = known_.find(stateName(NativeSystem::toUtf8(piece.key())));
+  if (known == known_.end()) {
+    return std::nullopt;
+  }
+  const StateEntry& entry = known->second;
+  const bool isSame = std::equal(entry.stamps.begin(), entry.stamps.end(), piece.stamps.begin(), piece.stamps.end(),
+                                 [](const PageStamp& old, const PageStamp& now) {
+                                   return old.name == stateName(NativeSystem::toUtf8(now.name)) &&
+                                          old.bytes == now.bytes && old.changed == now.changed;
+                                 });
+  return isSame && (entry.digest.empty() || entry.digest == digestOf(piece)) ? std::optional(entry.findings)
+                                                                             : std::nullopt;
 }
 
 bool SurveyState::keep(const LibraryPiece& piece, const PieceFindings& findings) {
-  if (!file_.is_open()) {
+  if (!isOpen_) {
     return true;
   }
-  Json object = toJson(piece, findings);
-  object["key"] = utf8(piece.key());
-  object["stamp"] = utf8(piece.stamp);
-  file_ << textOf(object) + "\n" << std::flush;
-  return file_.good();
+  if (!file_.append(stateLine(piece, findings))) {
+    return false;
+  }
+  // A piece that a power cut takes away is analyzed again; waiting for the disk after each would take longer.
+  constexpr auto interval = std::chrono::seconds(1);
+  return std::chrono::steady_clock::now() - flushed_ < interval || flush();
 }
 
 bool SurveyState::flush() {
-  return system_ == nullptr || (system_->flushFile(name_) && !system_->flushFolders());
+  flushed_ = std::chrono::steady_clock::now();
+  return !isOpen_ || file_.flush();
 }
 
 }  // namespace kiv

@@ -1,23 +1,31 @@
 #pragma once
 
-#include <fstream>
+#include <chrono>
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "apps/kivsys/survey/library_walk.h"
-#include "platform/console/native_system.h"
+#include "apps/kivsys/survey/state_text.h"
+#include "platform/locked_file.h"
 #include "survey/survey.h"
 
 namespace kiv {
 
-/// The file in which a survey keeps the pieces that it has finished, one JSON object a line, each with the stamp of its
-/// pages. An incomplete line, left by a run that was stopped, is ignored.
+/// Why a state file cannot be used.
+struct StateRefusal {
+  int status = 0;      ///< the exit status that this gives
+  std::string reason;  ///< with the name of the file
+};
+
+/// The file in which a survey keeps the pieces that it has finished. One survey at a time has it, and it belongs to the
+/// folders that it was begun for. An incomplete line at its end, left by a run that was stopped, is cut off.
 class SurveyState {
  public:
-  /// Reads the file, named as the user typed it, and prepares it for more lines. Returns the reason when that fails,
-  /// else "". Without a call nothing is known and nothing kept. The system must outlive this object.
-  std::string open(NativeSystem& system, const std::string& file);
+  /// Opens the file, named as the user typed it, for a survey of these folders. A file that is not a state, or not of
+  /// these folders, stays as it is. Without a call nothing is known and nothing kept.
+  std::optional<StateRefusal> open(const std::string& file, const std::vector<std::string>& folders);
 
   /// The findings of an earlier run; nullopt when there are none, or the piece has changed.
   std::optional<PieceFindings> find(const LibraryPiece& piece) const;
@@ -27,16 +35,12 @@ class SurveyState {
   bool flush();
 
  private:
-  struct Known {
-    std::string stamp;
-    PieceFindings findings;
-  };
-  void addLine(const std::string& line, std::string& goodLines);
+  std::optional<StateRefusal> load(const std::string& file, const std::vector<std::string>& roots);
 
-  std::map<std::string, Known> known_;  // by the piece's key
-  std::ofstream file_;
-  NativeSystem* system_ = nullptr;
-  std::string name_;  // of the file, as the core writes names
+  std::map<std::string, StateEntry> known_;  // by the piece's key
+  LockedFile file_;
+  bool isOpen_ = false;
+  std::chrono::steady_clock::time_point flushed_{};
 };
 
 }  // namespace kiv

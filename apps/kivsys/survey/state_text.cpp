@@ -1,0 +1,137 @@
+#include "apps/kivsys/survey/state_text.h"
+
+#include <algorithm>
+
+#include "apps/kivsys/output/piece_json.h"
+#include "base/utf8_character.h"
+
+namespace kiv {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr std::string_view headStart = R"({"kivsys_survey_state":1,)";
+constexpr std::size_t longestLine = std::size_t{16} * 1024 * 1024;
+constexpr std::size_t mostNumbers = 65536;  // what 16 bits can number
+constexpr std::size_t digestDigits = 64;
+
+/// The line of the text that begins here, without its end; nullopt for one that has none.
+std::optional<std::string_view> lineAt(std::string_view text, std::size_t start) {
+  const std::size_t end = text.find('\n', start);
+  return end == std::string_view::npos ? std::nullopt : std::optional(text.substr(start, end - start));
+}
+
+std::int64_t timeIn(const Json& value) {
+  return value.is_number_unsigned() ? value.get<std::int64_t>() : value.get_ref<const Json::number_integer_t&>();
+}
+
+std::vector<PageStamp> stampsIn(const Json& files) {
+  std::vector<PageStamp> stamps;
+  for (const Json& file : files) {
+    stamps.push_back({file.at("name").get<std::string>(), file.at("bytes").get_ref<const Json::number_unsigned_t&>(),
+                      timeIn(file.at("changed"))});
+  }
+  return stamps;
+}
+
+bool isDigest(const std::string& text) {
+  return text.size() == digestDigits && text.find_first_not_of("0123456789abcdef") == std::string::npos;
+}
+
+/// Whether an analysis can have found this: what it counts exists, and it either ended or says why not.
+bool isPossible(const StateEntry& entry) {
+  const PieceFindings& findings = entry.findings;
+  const bool ended = findings.systems.has_value();
+  if (findings.instruments.has_value() != ended || findings.consistent.has_value() != ended ||
+      findings.multifile.has_value() != ended || (!ended && findings.problems.empty())) {
+    return false;
+  }
+  return findings.pages > 0 && findings.pages <= entry.stamps.size() && findings.systems.value_or(0) <= mostNumbers &&
+         findings.instruments.value_or(0) <= mostNumbers && (entry.digest.empty() || isDigest(entry.digest));
+}
+
+void addEntry(std::string_view line, std::map<std::string, StateEntry>& entries) {
+  try {
+    const Json object = Json::parse(line);
+    const StateEntry entry{stampsIn(object.at("files")), object.value("sha256", ""), findingsIn(object)};
+    if (isPossible(entry)) {
+      entries[object.at("key").get<std::string>()] = entry;
+    }
+  } catch (const Json::exception&) {
+    return;  // a run was stopped while it wrote it, or somebody has changed it
+  }
+}
+
+std::optional<std::vector<std::string>> rootsIn(std::string_view head) {
+  try {
+    return Json::parse(head).at("folders").get<std::vector<std::string>>();
+  } catch (const Json::exception&) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace
+
+StateText readState(std::string_view text) {
+  StateText state;
+  const auto head = lineAt(text, 0);
+  const bool begins = text.starts_with(headStart);
+  if (text.empty() || (begins && !head)) {
+    return state;
+  }
+  const auto roots = begins ? rootsIn(*head) : std::nullopt;
+  if (!roots) {
+    state.kind = StateText::Kind::foreign;
+    return state;
+  }
+  state.kind = StateText::Kind::state;
+  state.roots = *roots;
+  state.usableBytes = head->size() + 1;
+  while (const auto line = lineAt(text, state.usableBytes)) {
+    state.usableBytes += line->size() + 1;
+    if (line->size() <= longestLine) {
+      addEntry(*line, state.entries);
+    }
+  }
+  return state;
+}
+
+std::string stateHead(const std::vector<std::string>& roots) {
+  return textOf({{"kivsys_survey_state", 1}, {"folders", roots}}) + "\n";
+}
+
+std::string stateLine(const LibraryPiece& piece, const PieceFindings& findings) {
+  Json object = toJson(piece, findings);
+  object["key"] = stateName(NativeSystem::toUtf8(piece.key()));
+  Json files = Json::array();
+  for (const PageStamp& stamp : piece.stamps) {
+    files.push_back(
+        {{"name", stateName(NativeSystem::toUtf8(stamp.name))}, {"bytes", stamp.bytes}, {"changed", stamp.changed}});
+  }
+  object["files"] = files;
+  if (!piece.digest.empty()) {
+    object["sha256"] = piece.digest;
+  }
+  return textOf(object) + "\n";
+}
+
+std::string stateName(std::string_view name) {
+  constexpr std::string_view mark = "\xEF\xBF\xBD";  // what stands for a character that cannot be read
+  constexpr unsigned bitsPerDigit = 4;
+  constexpr std::uint32_t lowest = 0xF;
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  std::string text;
+  for (std::size_t at = 0; at < name.size();) {
+    const Utf8Character character = utf8CharacterAt(name, at);
+    if (!character.valid) {
+      (text += mark) += {digits[character.code >> bitsPerDigit], digits[character.code & lowest]};
+    } else {
+      text += name.substr(at, character.bytes);
+      text += name.substr(at, character.bytes) == mark ? "U" : "";
+    }
+    at += character.bytes;
+  }
+  return text;
+}
+
+}  // namespace kiv
