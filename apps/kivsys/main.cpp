@@ -1,14 +1,13 @@
 #include <exception>
-#include <iostream>
 #include <new>
 #include <string>
 
 #include "apps/kivsys/command_line.h"
 #include "apps/kivsys/commands/analyze_command.h"
 #include "apps/kivsys/exit_status.h"
+#include "platform/console/error_line.h"
 #include "platform/console/native_system.h"
 #include "platform/console/stop_signals.h"
-#include "platform/console/printable.h"
 #include "shell/start_up.h"
 
 namespace kiv {
@@ -41,10 +40,10 @@ int main(int argc, char** argv) {
     kiv::noteFileSizeSignal();
     return kiv::run(argc, argv);
   } catch (const std::bad_alloc&) {
-    std::cerr << "kivsys: out of memory\n";
+    printError("out of memory");
     return kiv::exit_status::critical;
   } catch (const std::exception& failure) {
-    std::cerr << "kivsys: " << kiv::printable(failure.what()) << '\n';
+    kiv::printError(failure.what());
     return kiv::exit_status::critical;
   }
 }

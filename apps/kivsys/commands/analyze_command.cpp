@@ -10,6 +10,7 @@
 #include "apps/kivsys/safety/input_files.h"
 #include "apps/kivsys/selection/selection.h"
 #include "platform/console/console_host.h"
+#include "platform/console/error_line.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
 
@@ -44,7 +45,7 @@ std::optional<Layouts> layoutsOf(ConsoleHost& console, const SystemTable& system
   std::optional<Layouts> layouts;
   static_cast<void>(endsNormally(console, [&] { layouts = findLayouts(console.system(), systems, places); }));
   if (!layouts) {
-    NativeSystem::writeError("kivsys: the layouts are not told, as the report cannot be read again\n");
+    printError("the layouts are not told, as the report cannot be read again");
   }
   return layouts;
 }

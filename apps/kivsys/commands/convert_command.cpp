@@ -1,6 +1,5 @@
 #include "apps/kivsys/commands/convert_command.h"
 
-#include <iostream>
 #include <optional>
 
 #include <nlohmann/json.hpp>
@@ -18,6 +17,7 @@
 #include "input/file_names.h"
 #include "messages/input_messages.h"
 #include "platform/console/console_host.h"
+#include "platform/console/error_line.h"
 #include "platform/memory/silent_user.h"
 #include "shell/analysis_run.h"
 #include "shell/conversion_run.h"
@@ -125,7 +125,7 @@ bool ConvertRun::dump() {
     done = true;
   });
   if (!done) {
-    std::cerr << "kivsys: cannot write " << dumpFile << '\n';
+    printError("cannot write " + std::string(dumpFile));
   }
   return done;
 }
@@ -166,7 +166,7 @@ void ConvertRun::warn(ConvertOutput& output) {
                                  options_.json);
   output.refused = options_.strict && !output.warnings.messages.empty();
   if (output.refused) {
-    NativeSystem::writeError("kivsys: nothing is converted, as there are warnings and --strict is given\n");
+    printError("nothing is converted, as there are warnings and --strict is given");
   }
 }
 

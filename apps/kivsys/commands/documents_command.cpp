@@ -5,6 +5,7 @@
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/shells/completions.h"
 #include "apps/kivsys/shells/man_page.h"
+#include "platform/console/error_line.h"
 
 namespace kiv {
 namespace {
@@ -13,7 +14,7 @@ int print(const std::string& text) {
   if (std::cout << text << std::flush) {
     return exit_status::normal;
   }
-  std::cerr << "kivsys: cannot write standard output\n";
+  printError("cannot write standard output");
   return exit_status::critical;
 }
 

@@ -1,6 +1,5 @@
 #include "apps/kivsys/commands/draw_command.h"
 
-#include <iostream>
 #include <vector>
 
 #include "apps/kivsys/commands/run_outcome.h"
@@ -11,7 +10,7 @@
 #include "input/file_names.h"
 #include "mus/reader.h"
 #include "platform/console/console_host.h"
-#include "platform/console/printable.h"
+#include "platform/console/error_line.h"
 
 namespace kiv {
 namespace {
@@ -62,8 +61,7 @@ int deliver(NativeSystem& system, const std::string& out, const std::string& con
     return printOutcome(content, exit_status::normal);
   }
   if (const auto failure = writeOutput(system, out, content)) {
-    std::cerr << "kivsys: cannot write " << printable(out + ": " + *failure) << '
-';
+    printError("cannot write " + out + ": " + *failure);
     return exit_status::critical;
   }
   return exit_status::normal;

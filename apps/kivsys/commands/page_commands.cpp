@@ -9,14 +9,14 @@
 #include "mus/format.h"
 #include "pagetext/page_text.h"
 #include "platform/bounded_file.h"
+#include "platform/console/error_line.h"
 #include "platform/console/native_system.h"
-#include "platform/console/printable.h"
 
 namespace kiv {
 namespace {
 
 int fail(const std::string& reason) {
-  std::cerr << "kivsys: " << printable(reason) << '\n';
+  printError(reason);
   return exit_status::critical;
 }
 

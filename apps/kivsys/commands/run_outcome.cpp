@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "apps/kivsys/exit_status.h"
+#include "platform/console/error_line.h"
 #include "platform/console/printable.h"
 
 namespace kiv {
@@ -21,7 +22,7 @@ bool endsNormally(ConsoleHost& console, const std::function<void()>& run) {
 bool flushResults(ConsoleHost& console) {
   const auto failure = console.system().flushFolders();
   if (failure) {
-    NativeSystem::writeError("kivsys: cannot write to the disk: " + *failure + "\n");
+    printError("cannot write to the disk: " + *failure);
   }
   return !failure;
 }
@@ -88,7 +89,7 @@ int printOutcome(const std::string& text, int status) {
   if (std::cout) {
     return status;
   }
-  std::cerr << "kivsys: cannot write to standard output\n";
+  printError("cannot write to standard output");
   return exit_status::critical;
 }
 

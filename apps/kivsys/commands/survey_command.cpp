@@ -15,8 +15,8 @@
 #include "apps/kivsys/selection/selection.h"
 #include "apps/kivsys/survey/survey_state.h"
 #include "platform/console/console_host.h"
+#include "platform/console/error_line.h"
 #include "platform/console/stop_signals.h"
-#include "platform/console/printable.h"
 
 namespace kiv {
 namespace {
@@ -148,19 +148,19 @@ int Survey::run() {
   print(lines_.end(stopped));
   stateLost_ = !state_.flush() || stateLost_;
   if (!std::cout) {
-    std::cerr << "kivsys: cannot write to standard output\n";
+    printError("cannot write to standard output");
     return exit_status::critical;
   }
   if (stateLost_) {
-    std::cerr << "kivsys: cannot write to " << printable(options_.resume) << '\n';
+    printError("cannot write to " + options_.resume);
     return exit_status::critical;
   }
   if (withoutMemory_ > 0 || memoryLost_) {
-    std::cerr << "kivsys: out of memory\n";
+    printError("out of memory");
     return exit_status::critical;
   }
   if (stopped) {
-    std::cerr << "kivsys: interrupted with " << finished_ << " of " << pieces_.size() << " pieces\n";
+    printError("interrupted with " + std::to_string(finished_) + " of " + std::to_string(pieces_.size()) + " pieces");
     return exit_status::afterSignal(stopSignal());
   }
   return exit_status::normal;
@@ -172,7 +172,7 @@ int runSurvey(const SurveyOptions& options) {
   for (const std::string& folder : options.folders) {
     std::error_code failure;
     if (!std::filesystem::is_directory(folder, failure)) {
-      std::cerr << "kivsys: cannot enter the folder " << printable(folder) << '\n';
+      printError("cannot enter the folder " + folder);
       return exit_status::wrongUsage;
     }
   }
@@ -183,14 +183,14 @@ int runSurvey(const SurveyOptions& options) {
       return refuse({"the state of a survey cannot be kept on standard output, which has its lines"});
     }
     if (const auto refusal = state.open(options.resume, options.folders)) {
-      std::cerr << "kivsys: " << printable(refusal->reason) << '\n';
+      printError(refusal->reason);
       return refusal->status;
     }
   }
   noteStopSignals(SecondSignal::endsProgram);
   const Library library = walkLibrary(console.system(), options.folders);
   for (const std::string& folder : library.unreadable) {
-    std::cerr << "kivsys: cannot list the folder " << printable(folder) << '\n';
+    printError("cannot list the folder " + folder);
   }
   const int status = Survey(options, library.pieces, console.user(), state).run();
   return status == exit_status::normal && !library.unreadable.empty() ? exit_status::critical : status;

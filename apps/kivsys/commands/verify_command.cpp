@@ -8,6 +8,7 @@
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/verification_json.h"
 #include "apps/kivsys/safety/output_file.h"
+#include "platform/console/error_line.h"
 #include "platform/console/printable.h"
 
 namespace kiv {
@@ -47,8 +48,7 @@ int printVerification(ConsoleSystem& system, const proof::Verification& verifica
                       bool json) {
   if (!manifest.empty()) {
     if (const auto failure = writeOutput(system, manifest, manifestOf(system, verification.files))) {
-      std::cerr << "kivsys: cannot write the manifest: " << printable(*failure) << '
-';
+      printError("cannot write the manifest: " + *failure);
       return exit_status::critical;
     }
   }

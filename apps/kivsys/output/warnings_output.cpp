@@ -3,13 +3,14 @@
 #include <nlohmann/json.hpp>
 
 #include "apps/kivsys/output/diagnostics_json.h"
+#include "platform/console/printable.h"
 
 namespace kiv {
 namespace {
 
 std::string lineOf(const Message& warning) {
   const Location& location = warning.location;
-  std::string line = "kivsys: ";
+  std::string line;
   if (!location.file.empty()) {
     line += location.file + ": ";
   }
@@ -20,7 +21,7 @@ std::string lineOf(const Message& warning) {
   if (location.system) {
     line += " (system " + std::to_string(*location.system) + ")";
   }
-  return line + "\n";
+  return "kivsys: " + printable(line) + "\n";
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #include "apps/kivsys/safety/made_folder.h"
 
-#include <iostream>
 #include <utility>
 
+#include "platform/console/error_line.h"
 #include "platform/native_file.h"
 
 namespace kiv {
@@ -48,7 +48,7 @@ std::optional<std::string> PlannedFolder::make() const {
   if (const auto failure = makeFolder(path_)) {
     return "cannot make the folder " + typed_ + ": " + *failure;
   }
-  std::cerr << "kivsys: made the folder " << typed_ << '\n';
+  printError("made the folder " + typed_);
   return std::nullopt;
 }
 

@@ -1,13 +1,12 @@
 #include "apps/kivsys/selection/panel_selection.h"
 
 #include <algorithm>
-#include <iostream>
 #include <new>
 #include <optional>
 
 #include "apps/kivsys/exit_status.h"
 #include "platform/bounded_file.h"
-#include "platform/console/printable.h"
+#include "platform/console/error_line.h"
 
 namespace kiv {
 namespace {
@@ -81,12 +80,12 @@ int runLikePanel(ConsoleHost& console, const Selection& selection,
   if (selection.names.empty()) {
     namesFile = temporary.emplace(system, pages).name();
     if (namesFile.empty()) {
-      std::cerr << "kivsys: cannot make a names file in the folder for temporary files\n";
+      printError("cannot make a names file in the folder for temporary files");
       return exit_status::critical;
     }
   }
   if (isTooLarge(system, namesFile)) {
-    std::cerr << "kivsys: " << printable(namesFile + " " + tooLarge(most_bytes::namesFile, "a names file")) << '\n';
+    printError(namesFile + " " + tooLarge(most_bytes::namesFile, "a names file"));
     return exit_status::critical;
   }
   return run(namesFile);

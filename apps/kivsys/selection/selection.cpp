@@ -1,10 +1,9 @@
 #include "apps/kivsys/selection/selection.h"
 
-#include <iostream>
-
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/safety/made_folder.h"
 #include "apps/kivsys/selection/panel_selection.h"
+#include "platform/console/error_line.h"
 #include "platform/console/stop_signals.h"
 
 namespace kiv {
@@ -67,7 +66,7 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
 
 int refuse(const std::vector<std::string>& reasons) {
   for (const std::string& reason : reasons) {
-    std::cerr << "kivsys: " << reason << '\n';
+    printError(reason);
   }
   return exit_status::wrongUsage;
 }
@@ -88,8 +87,7 @@ int runOnSelection(ConsoleHost& console, const Selection& selection, const Selec
     status = selection.likePanel ? runLikePanel(console, selection, run) : runGuarded(console, selection, use, run);
   });
   if (const int signal = stopSignal(); signal != 0) {
-    NativeSystem::writeError("kivsys: ended by " + signalName(signal) +
-                             "; written: " + console.system().writtenWords() + "\n");
+    printError("ended by " + signalName(signal) + "; written: " + console.system().writtenWords());
     return exit_status::afterSignal(signal);
   }
   return ended.value_or(status);

@@ -5,15 +5,11 @@
 #include <iterator>
 #include <thread>
 
-#include "platform/console/native_system.h"
+#include "platform/console/error_line.h"
 #include "platform/console/stop_signals.h"
 
 namespace kiv {
 namespace {
-
-void say(const std::string& line) {
-  NativeSystem::writeError("kivsys: " + line + "\n");
-}
 
 std::string anotherRun(const FolderLock& lock) {
   const auto process = lock.holder();
@@ -30,17 +26,17 @@ bool FolderLocks::lock(Folder& folder, bool wait) {
       case FolderLock::Outcome::locked:
         return true;
       case FolderLock::Outcome::refused:
-        say("the folder " + folder.name + " cannot be locked against other runs: " + folder.lock.failure());
+        printError("the folder " + folder.name + " cannot be locked against other runs: " + folder.lock.failure());
         return true;
       case FolderLock::Outcome::busy:
         break;
     }
     if (!wait) {
-      say(anotherRun(folder.lock) + " is at work in the folder " + folder.name);
+      printError(anotherRun(folder.lock) + " is at work in the folder " + folder.name);
       return false;
     }
     if (!isReported) {
-      say("waiting for " + anotherRun(folder.lock) + " in the folder " + folder.name);
+      printError("waiting for " + anotherRun(folder.lock) + " in the folder " + folder.name);
       isReported = true;
     }
     endIfStopped();
