@@ -32,6 +32,19 @@ TEST(Companions, RefusalShowsTheBeginningOfALongLine) {
   expectRefusal("KIVOLE", std::string(5000, 'x'), std::string(400, 'x') + "...", dropForm);
 }
 
+TEST(Companions, CallMayNameThemWithAccentsAndWithoutQuotes) {
+  for (const std::string name : {"KIVNAMES", "KIVOLE", "KIVFOLDR"}) {
+    const WorkFolder folder("f\xFCrs");
+    bringProgram("..\\..\\apps\\companions\\" + name + ".EXE", name + ".EXE");
+    WatchedProcess program = start(folder / name + ".EXE REMARK=X ");
+    const auto box = program.nextBox();
+    ASSERT_TRUE(box);
+    EXPECT_TRUE(box->text.starts_with("Invalid call to " + name + ":\r\nREMARK=X \r\n")) << box->text;
+    program.close(*box, "OK");
+    EXPECT_EQ(program.exitCode(), 1);
+  }
+}
+
 TEST(Companions, FilesHaveTheVersion) {
   for (const std::string name : {"KIVNAMES", "KIVOLE", "KIVFOLDR"}) {
     const std::string program = builtFile("..\\..\\apps\\companions\\" + name + ".EXE");

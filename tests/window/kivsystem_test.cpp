@@ -77,6 +77,14 @@ TEST_F(KivSystemProgram, RefusalDeletesOldResults) {
   EXPECT_FALSE(exists(verdict));
 }
 
+TEST_F(KivSystemProgram, CallMayNameTheProgramWithAccentsAndWithoutQuotes) {
+  makeFolder("F\xFCrs");
+  bringProgram("..\\..\\apps\\kivsystem\\KivSystem.exe", "F\xFCrs\\KivSystem.exe");
+  WatchedProcess program = start(folder / "F\xFCrs\\KivSystem.exe CALLEDBY=KIV,FUNCTION=MAIN");
+  closeBox(program, "File does not open: " + folder / "KIVPROJ.PRO");
+  EXPECT_EQ(program.exitCode(), 1);
+}
+
 TEST_F(KivSystemProgram, AnalysisLeavesReportAndVerdictInTheCurrentFolder) {
   folder.addPage("X1.MUS", fluteAndBass);
   folder.addPage("X2.MUS", fluteAndBass);
