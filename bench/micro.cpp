@@ -110,7 +110,7 @@ void readAndDecode(benchmark::State& state) {
 void readBars(benchmark::State& state) {
   OnePage page(state);
   ItemTable table;
-  BarDataReader reader(page.files, page.user);
+  BarDataReader reader(page.files, page.user, page.machine);
   while (state.KeepRunning()) {
     FirstClefTable firstClefs;
     table.clear();
@@ -123,7 +123,7 @@ void sortForAnalysis(benchmark::State& state) {
   OnePage page(state);
   ItemTable table;
   FirstClefTable firstClefs;
-  BarDataReader(page.files, page.user).readBarData(pageName, 0, table, firstClefs);
+  BarDataReader(page.files, page.user, page.machine).readBarData(pageName, 0, table, firstClefs);
   const std::vector<Item> items = itemsOf(table);
   while (state.KeepRunning()) {
     restore(state, items, table);

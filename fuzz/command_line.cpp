@@ -33,8 +33,8 @@ bool isLetter(char c) {
 }
 
 void checkName(Machine& machine, const std::string& path) {
-  expect(justPath(path) + withoutPath(path) == path, "a path is its folder and its name");
-  const std::string name = withoutPath(machine.upperCase(path));
+  expect(justPath(machine, path) + withoutPath(machine, path) == path, "a path is its folder and its name");
+  const std::string name = withoutPath(machine, machine.upperCase(path));
   const std::string part = extractPartName(machine, path);
   const std::string number = extractPartNumb(machine, path);
   const std::string page = extractPartPage(machine, path);

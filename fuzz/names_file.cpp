@@ -33,8 +33,8 @@ void checkLoad(FuzzHost& host, const NamesTable& names, std::string_view text) {
   expect(names.namesValid == (names.nameCount > 0), "names are valid when there are some");
   for (int i = 1; i <= names.nameCount; ++i) {
     expect(names.name(i) == host.machine.upperCase(names.name(i)), "names are in capitals");
-    expect(justPath(names.name(i)) == names.firstPrefix, "all names lie in one folder");
-    expect(FileExists(host.files, names.name(i)), "all names are names of files");
+    expect(justPath(host.machine, names.name(i)) == names.firstPrefix, "all names lie in one folder");
+    expect(FileExists(host.host(), names.name(i)), "all names are names of files");
   }
 }
 

@@ -7,6 +7,7 @@
 #include "messages/analysis_messages.h"
 #include "messages/run_time_errors.h"
 #include "mus/sort_item_table.h"
+#include "platform/separators.h"
 
 namespace kiv {
 namespace {
@@ -80,7 +81,7 @@ std::string PageReader::read(const PageEntry& page, const std::string& resultFol
   if (page.isMultifile()) {
     return readMultifilePage(page, table, firstClefs);
   }
-  const bool hasFolder = page.pageName.find('\\') != std::string::npos;
+  const bool hasFolder = lastBackslash(machine_, page.pageName) != std::string::npos;
   std::string musFileName = hasFolder ? page.pageName : resultFolder + page.pageName;
   barData_.readBarData(musFileName, 0, table, firstClefs);
   sort_item_table(table);

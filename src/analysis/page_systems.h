@@ -14,7 +14,7 @@ namespace kiv {
 /// Loads the pages of an analysis, one after the other.
 class PageReader {
  public:
-  PageReader(Files& files, User& user, Machine& machine) : barData_(files, user), machine_(machine) {}
+  PageReader(Files& files, User& user, Machine& machine) : barData_(files, user, machine), machine_(machine) {}
 
   /// Loads a page into the table: the files of a multifile page from the last letter to the first, stacked into one
   /// system, or the one file. A page name without a folder lies in resultFolder, which ends with a backslash. Returns

@@ -21,7 +21,7 @@ NameParts split(const Host& host, const std::string& musFileName) {
   Machine& machine = host.machine;
   NameParts parts{extractPartName(machine, musFileName), extractPartNumb(machine, musFileName),
                   extractPartPage(machine, musFileName), extractPartSuff(machine, musFileName)};
-  if (parts.name + parts.number + parts.page + parts.suffix != withoutPath(musFileName)) {
+  if (parts.name + parts.number + parts.page + parts.suffix != withoutPath(machine, musFileName)) {
     endProgram(messages::namingProblem(musFileName, host.files.currentFolder()));
   }
   if (parts.number.empty()) {
@@ -33,9 +33,8 @@ NameParts split(const Host& host, const std::string& musFileName) {
 /// The entries of files with page letters, by page name.
 using MultifilePages = std::unordered_map<std::string, std::size_t>;
 
-void addFile(const NameParts& parts, const std::string& musFileName, MultifilePages& multifile,
+void addFile(const NameParts& parts, const std::string& path, const std::string& musFileName, MultifilePages& multifile,
              std::vector<PageEntry>& pages) {
-  const std::string path = justPath(musFileName);
   const std::string pageName = parts.name + parts.number + parts.suffix;
   if (parts.page.empty()) {
     pages.push_back({pageName, "", path});
@@ -71,7 +70,7 @@ void normalizeLetters(const Host& host, PageEntry& page) {
 
 std::vector<std::string> filesOf(Machine& machine, const PageEntry& page) {
   if (!page.isMultifile()) {
-    return {page.pagePath + withoutPath(page.pageName)};
+    return {page.pagePath + withoutPath(machine, page.pageName)};
   }
   const std::string beforeLetter =
       page.pagePath + extractPartName(machine, page.pageName) + extractPartNumb(machine, page.pageName);
@@ -90,7 +89,8 @@ PageTable groupPages(const Host& host, const NamesTable& names) {
   PageTable table;
   MultifilePages multifile;
   for (int i = 1; i <= names.nameCount; ++i) {
-    addFile(split(host, names.name(i)), names.name(i), multifile, table.pages);
+    const std::string& name = names.name(i);
+    addFile(split(host, name), justPath(host.machine, name), name, multifile, table.pages);
   }
   for (PageEntry& page : table.pages) {
     normalizeLetters(host, page);

@@ -107,7 +107,7 @@ Item& PageItems::store() {
 
 void BarDataReader::readBarData(const std::string& musFileName, std::int16_t staffOffset, ItemTable& table,
                                 FirstClefTable& firstClefs) {
-  auto file = openExisting(files_, musFileName);
+  auto file = openExisting(files_, machine_, musFileName);
   if (!file) {
     endProgram(messages::namingProblem(musFileName, files_.currentFolder()));
   }

@@ -7,6 +7,7 @@
 #include "mus/item_table.h"
 #include "mus/reader.h"
 #include "platform/files.h"
+#include "platform/machine.h"
 #include "platform/user.h"
 
 namespace kiv {
@@ -14,7 +15,7 @@ namespace kiv {
 /// Reads of page files what an analysis looks at.
 class BarDataReader {
  public:
-  BarDataReader(Files& files, User& user) : files_(files), user_(user) {}
+  BarDataReader(Files& files, User& user, Machine& machine) : files_(files), user_(user), machine_(machine) {}
 
   /// Appends the staves, barlines and cue markers of a page file to the table, their staff numbers raised by the
   /// offset, and enters its clefs in the first-clef table. The text of a staff becomes the end of its report record,
@@ -26,6 +27,7 @@ class BarDataReader {
  private:
   Files& files_;
   User& user_;
+  Machine& machine_;
   MusReader reader_;
 };
 

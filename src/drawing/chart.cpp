@@ -19,8 +19,8 @@ std::size_t dotOf(const std::string& name) {
   return std::min(name.find('.'), name.size());
 }
 
-ChartPage pageOf(const std::vector<StaffRecord>& staves, std::size_t system) {
-  ChartPage page{withoutPath(staves.front().file), 1, system};
+ChartPage pageOf(Machine& machine, const std::vector<StaffRecord>& staves, std::size_t system) {
+  ChartPage page{withoutPath(machine, staves.front().file), 1, system};
   std::set<std::string> files = {staves.front().file};
   // The staves of file A are at the top, and its letter ends the name.
   std::size_t letters = dotOf(page.name);
@@ -28,7 +28,7 @@ ChartPage pageOf(const std::vector<StaffRecord>& staves, std::size_t system) {
     if (!files.insert(staff.file).second) {
       continue;
     }
-    const std::string name = withoutPath(staff.file);
+    const std::string name = withoutPath(machine, staff.file);
     if (const std::size_t dot = dotOf(name); dot > 0) {
       page.name.insert(letters++, 1, name[dot - 1]);
     }
@@ -90,7 +90,7 @@ std::string Chart::outOfOrder() const {
   return found > mostNamed ? list + " and " + std::to_string(found - mostNamed) + " more" : list;
 }
 
-Chart makeChart(const ReportIndex& report, bool allowZeroId) {
+Chart makeChart(Machine& machine, const ReportIndex& report, bool allowZeroId) {
   Chart chart;
   // The report lists instruments in order of appearance; a result has them sorted, the lowest identifier on top.
   chart.instruments = report.instruments;
@@ -100,7 +100,7 @@ Chart makeChart(const ReportIndex& report, bool allowZeroId) {
   for (int system = 1; system <= systems; ++system) {
     std::vector<StaffRecord> staves = stavesOf(report, static_cast<std::int16_t>(system));
     if (!isOnSamePage(previous, staves)) {
-      chart.pages.push_back(pageOf(staves, chart.systems.size()));
+      chart.pages.push_back(pageOf(machine, staves, chart.systems.size()));
     }
     const bool inOrder = std::is_sorted(
         staves.begin(), staves.end(), [](const StaffRecord& a, const StaffRecord& b) { return a.instrId < b.instrId; });

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "analysis/report_index.h"
+#include "platform/machine.h"
 
 namespace kiv {
 
@@ -50,7 +51,7 @@ struct Chart {
 
 /// The chart of an analyzed group. With allowZeroId a staff without an identifier is like any other. A record of the
 /// report that cannot be read ends the program.
-Chart makeChart(const ReportIndex& report, bool allowZeroId);
+Chart makeChart(Machine& machine, const ReportIndex& report, bool allowZeroId);
 
 /// The legend's text for a kind of cell.
 const char* meaningOf(Presence presence);

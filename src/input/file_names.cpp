@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "platform/separators.h"
+
 namespace kiv {
 namespace {
 
@@ -17,7 +19,7 @@ bool isNameCharacter(char c) {
 }
 
 std::string upperCaseName(Machine& machine, const std::string& path) {
-  return withoutPath(machine.upperCase(path));
+  return withoutPath(machine, machine.upperCase(path));
 }
 
 std::string stem(Machine& machine, const std::string& path) {
@@ -39,8 +41,8 @@ std::string trailing(const std::string& text, Test test) {
 
 }  // namespace
 
-std::string withoutPath(const std::string& path) {
-  return path.substr(path.rfind('\\') + 1);
+std::string withoutPath(Machine& machine, const std::string& path) {
+  return path.substr(lastBackslash(machine, path) + 1);
 }
 
 std::optional<std::string> withoutLastCharacters(Machine& machine, const std::string& text, std::size_t count) {
@@ -56,8 +58,8 @@ std::optional<std::string> withoutLastCharacters(Machine& machine, const std::st
   return part;
 }
 
-std::string justPath(const std::string& path) {
-  return path.substr(0, path.rfind('\\') + 1);
+std::string justPath(Machine& machine, const std::string& path) {
+  return path.substr(0, lastBackslash(machine, path) + 1);
 }
 
 std::int16_t IsGroupOfDigits(Machine& machine, const std::string& path) {

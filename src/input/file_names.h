@@ -10,9 +10,9 @@
 namespace kiv {
 
 /// The text after the last backslash; all of it when there is none.
-std::string withoutPath(const std::string& path);
+std::string withoutPath(Machine& machine, const std::string& path);
 /// The text up to and including the last backslash. There must be one.
-std::string justPath(const std::string& path);
+std::string justPath(Machine& machine, const std::string& path);
 
 /// The text without its last characters; nullopt when it has fewer.
 std::optional<std::string> withoutLastCharacters(Machine& machine, const std::string& text, std::size_t count);

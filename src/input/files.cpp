@@ -1,15 +1,16 @@
 #include "input/files.h"
 
 #include "platform/external_programs.h"
+#include "platform/separators.h"
 
 namespace kiv {
 
-std::unique_ptr<InputFile> openExisting(Files& files, const std::string& filename) {
-  return filename.find("\\\\") == std::string::npos ? files.openInput(filename) : nullptr;
+std::unique_ptr<InputFile> openExisting(Files& files, Machine& machine, const std::string& filename) {
+  return hasTwoBackslashes(machine, filename) ? nullptr : files.openInput(filename);
 }
 
-bool FileExists(Files& files, const std::string& filename) {
-  return openExisting(files, filename) != nullptr;
+bool FileExists(const Host& host, const std::string& filename) {
+  return openExisting(host.files, host.machine, filename) != nullptr;
 }
 
 void ViewFile(const Host& host, const std::string& s) {

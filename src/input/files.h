@@ -8,11 +8,11 @@
 namespace kiv {
 
 /// The file, open for reading; null where FileExists is false.
-std::unique_ptr<InputFile> openExisting(Files& files, const std::string& filename);
+std::unique_ptr<InputFile> openExisting(Files& files, Machine& machine, const std::string& filename);
 
 /// True when the file can be opened for reading. False, without a look at the disk, for a name that holds two
 /// backslashes in a row: network paths are refused.
-bool FileExists(Files& files, const std::string& filename);
+bool FileExists(const Host& host, const std::string& filename);
 
 /// Shows a text file and returns when the user has closed it. The viewer is Notepad, where the user interface has none.
 void ViewFile(const Host& host, const std::string& s);

@@ -8,6 +8,7 @@
 #include "input/files.h"
 #include "messages/input_messages.h"
 #include "platform/line_reader.h"
+#include "platform/separators.h"
 
 namespace kiv {
 namespace {
@@ -85,17 +86,17 @@ std::string NamesLoader::addRecord(const std::string& line, bool terminated) {
 }
 
 Loading NamesLoader::checkRecord(const std::string& record, bool terminated) {
-  if (record.find('\\') == std::string::npos) {
+  if (lastBackslash(host_.machine, record) == std::string::npos) {
     return refuse(messages::recordWithoutFolder(record, namesFile_));
   }
-  const std::string prefix = justPath(record);
+  const std::string prefix = justPath(host_.machine, record);
   if (terminated && names_.nameCount == 1) {
     names_.firstPrefix = prefix;
   } else if (prefix != names_.firstPrefix) {
     return refuse(messages::foldersDiffer(namesFile_));
   }
   const std::string& latest = names_.nameList.back();
-  const auto file = openExisting(host_.files, latest);
+  const auto file = openExisting(host_.files, host_.machine, latest);
   if (!file) {
     return checkFile(latest);
   }
@@ -142,7 +143,7 @@ void LoadNamesTable(const Host& host, const std::string& namesFile, NamesTable& 
 }
 
 void cmdViewNames_Click(const Host& host, const std::string& namesFile) {
-  if (!FileExists(host.files, namesFile)) {
+  if (!FileExists(host, namesFile)) {
     endProgram(messages::namesFileNotCreated(namesFile));
   }
   ViewFile(host, namesFile);

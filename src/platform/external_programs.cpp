@@ -6,6 +6,7 @@
 
 #include "messages/run_time_errors.h"
 #include "messages/shell_messages.h"
+#include "platform/separators.h"
 
 namespace kiv {
 namespace {
@@ -23,19 +24,19 @@ WindowStyle windowStyleOf(std::string_view upperCommand) {
   return viewer ? WindowStyle::maximized : WindowStyle::normal;
 }
 
-std::string afterLastBackslash(const std::string& path) {
-  return path.substr(path.rfind('\\') + 1);
+std::string afterLastBackslash(Machine& machine, const std::string& path) {
+  return path.substr(lastBackslash(machine, path) + 1);
 }
 
 /// The command without the folder of its program; nullopt when it names no program.
-std::optional<std::string> bareCommand(const std::string& cmd, const std::string& upperCommand) {
+std::optional<std::string> bareCommand(Machine& machine, const std::string& cmd, const std::string& upperCommand) {
   constexpr std::string_view program = ".EXE";
   const std::size_t dot = upperCommand.find(program);
   if (dot == std::string::npos) {
     return std::nullopt;
   }
   const std::size_t end = dot + program.size();
-  return afterLastBackslash(cmd.substr(0, end)) + cmd.substr(end);
+  return afterLastBackslash(machine, cmd.substr(0, end)) + cmd.substr(end);
 }
 
 }  // namespace
@@ -56,7 +57,7 @@ std::int32_t ExecCmd(const Host& host, const std::string& cmdline) {
 
 std::optional<ShellFailure> tryShellAndWait(const Host& host, const std::string& cmd) {
   const std::string upper = host.machine.upperCase(cmd);
-  if (const auto command = bareCommand(cmd, upper)) {
+  if (const auto command = bareCommand(host.machine, cmd, upper)) {
     return host.programs.runInShell(*command, windowStyleOf(upper));
   }
   if (!contains(upper, ".BAT")) {
@@ -68,7 +69,8 @@ std::optional<ShellFailure> tryShellAndWait(const Host& host, const std::string&
 
 void ShellAndWait(const Host& host, const std::string& cmd) {
   if (const auto failure = tryShellAndWait(host, cmd)) {
-    endProgram(messages::platformFailure(failure->text, bareCommand(cmd, host.machine.upperCase(cmd)).value_or(cmd)));
+    const auto command = bareCommand(host.machine, cmd, host.machine.upperCase(cmd));
+    endProgram(messages::platformFailure(failure->text, command.value_or(cmd)));
   }
 }
 
@@ -77,7 +79,7 @@ std::string GetShortName(Files& files, const std::string& path) {
 }
 
 std::string GetLongName(const Host& host, const std::string& path) {
-  const std::size_t backslash = path.rfind('\\');
+  const std::size_t backslash = lastBackslash(host.machine, path);
   if (backslash == std::string::npos) {
     return "";
   }
@@ -91,7 +93,11 @@ std::string GetLongName(const Host& host, const std::string& path) {
       host.user.processEvents();
     }
     std::string longName = folder + entry.name;
-    if (!entry.isFolder && host.machine.upperCase(afterLastBackslash(GetShortName(host.files, longName))) == name) {
+    if (entry.isFolder) {
+      continue;
+    }
+    const std::string shortName = afterLastBackslash(host.machine, GetShortName(host.files, longName));
+    if (host.machine.upperCase(shortName) == name) {
       return longName;
     }
   }

@@ -29,6 +29,9 @@ class Machine {
   virtual std::string upperCase(std::string_view text) = 0;
   /// The number of characters in the bytes of a text.
   virtual std::size_t characterCount(std::string_view text) = 0;
+  /// Whether the byte begins a character of two bytes. False in code pages in which a byte of a longer character is
+  /// never that of an ASCII character, as in UTF-8.
+  virtual bool isLeadByte(char /*byte*/) { return false; }
   /// The key's value in section [KIV] of the user's profile, at most 31 characters, "" when absent.
   virtual std::string profileKey(const std::string& key) = 0;
 };

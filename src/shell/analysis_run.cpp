@@ -25,7 +25,7 @@ class PageAnalysis {
   PageAnalysis(KivSystem& program, const AnalysisOptions& options)
       : program_(program),
         options_(options),
-        inputFolder_(justPath(program.names.name(1))),
+        inputFolder_(justPath(program.host.machine, program.names.name(1))),
         reader_(program.host.files, program.host.user, program.host.machine),
         report_(program.host.files, program.host.machine) {}
 
@@ -66,8 +66,8 @@ bool loadSelection(KivSystem& program) {
   return program.names.nameCount > 0;
 }
 
-std::string firstResultFile(const NamesTable& names) {
-  return justPath(names.name(1)) + std::string(firstResult);
+std::string firstResultFile(Machine& machine, const NamesTable& names) {
+  return justPath(machine, names.name(1)) + std::string(firstResult);
 }
 
 void refuseReservedName(const NamesTable& names) {

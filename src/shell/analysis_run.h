@@ -22,7 +22,7 @@ enum class Qualification {
 bool loadSelection(KivSystem& program);
 
 /// The name of the first result, in the folder of the input.
-std::string firstResultFile(const NamesTable& names);
+std::string firstResultFile(Machine& machine, const NamesTable& names);
 
 /// Ends the program over a first input file that is named like a first result.
 void refuseReservedName(const NamesTable& names);

@@ -39,8 +39,8 @@ void cmdRun_Click(KivSystem& program) {
     program.panel = before;
     return;
   }
-  program.panel.txtFirstResultFileTag = justPath(program.names.name(1));
-  program.panel.txtFirstResultFile.text = firstResultFile(program.names);
+  program.panel.txtFirstResultFileTag = justPath(program.host.machine, program.names.name(1));
+  program.panel.txtFirstResultFile.text = firstResultFile(program.host.machine, program.names);
   refuseReservedName(program.names);
   analyzePages(program, {program.settings.allowZeroInstrId, program.panel.chkDebug.checked});
   hideWait(program);

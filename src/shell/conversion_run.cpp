@@ -66,7 +66,7 @@ class GroupConversion {
     if (options_.showInstrumentNumbers) {
       showInstrumentNumbers(program_.items);
     }
-    const bool exists = FileExists(files, program_.musFileName);
+    const bool exists = FileExists(program_.host, program_.musFileName);
     if (exists && !options_.overwrite) {
       askBeforeOverwriting(program_.host.user, program_.musFileName);
     }

@@ -4,6 +4,7 @@
 #include "messages/shell_messages.h"
 #include "platform/external_programs.h"
 #include "platform/line_reader.h"
+#include "platform/separators.h"
 
 namespace kiv {
 namespace {
@@ -41,7 +42,7 @@ std::string SetFolderResult(Files& files, const std::string& folderAnswerFile) {
 void txtFirstResultFile_Click(KivSystem& program) {
   const std::string folderExe = program.settings.currentFolder + "\\KIVFOLDR.EXE";
   const std::string folderAnswerFile = "KIVFOLDR.KIV";
-  if (!FileExists(program.host.files, folderExe)) {
+  if (!FileExists(program.host, folderExe)) {
     program.host.user.show(messages::folderModuleMissing());
     return;
   }
@@ -51,7 +52,8 @@ void txtFirstResultFile_Click(KivSystem& program) {
     program.host.user.show(messages::folderAnswerNotRead());
     return;
   }
-  program.panel.txtFirstResultFile.text = folder + (folder.ends_with('\\') ? "" : "\\") + "WORK0001.MUS";
+  program.panel.txtFirstResultFile.text =
+      folder + (endsWithBackslash(program.host.machine, folder) ? "" : "\\") + "WORK0001.MUS";
 }
 
 }  // namespace kiv

@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::int32_t noFileList = 461;
 
-void requireModule(Files& files, const std::string& path, const std::string& name) {
-  if (!FileExists(files, path)) {
+void requireModule(const Host& host, const std::string& path, const std::string& name) {
+  if (!FileExists(host, path)) {
     endProgram(messages::moduleMissing(name));
   }
 }
@@ -34,7 +34,7 @@ void setSelectedFileButtons(KivSystem& program) {
 
 void cmdSelectFiles_Click(KivSystem& program) {
   const Settings& settings = program.settings;
-  requireModule(program.host.files, settings.namesExe, "KIVNAMES.EXE");
+  requireModule(program.host, settings.namesExe, "KIVNAMES.EXE");
   ShellAndWait(program.host, settings.namesExe + " STARTDIR=" + settings.currentFolder +
                                  ",SUFFIX=" + settings.fileType + ",MUSFOLDER=" + settings.musFolder +
                                  ",NAMESFILE=" + settings.namesFile + ",DEBUG=NO");
@@ -51,7 +51,7 @@ void cmdSelectFiles_OLEDragDrop(KivSystem& program, const std::optional<std::vec
   for (const std::string& file : *files) {
     list += file + ",";
   }
-  requireModule(program.host.files, settings.oleExe, "KIVOLE.EXE");
+  requireModule(program.host, settings.oleExe, "KIVOLE.EXE");
   const auto failure =
       tryShellAndWait(program.host, settings.oleExe + " STARTDIR=" + settings.currentFolder +
                                         ",NAMESFILE=" + settings.namesFile + ",DEBUG=NO,TYPE=MUS,LIST=" + list);

@@ -109,7 +109,7 @@ void Form_Load(KivSystem& program, const std::string& commandLine) {
     runAnalysis(program, namesFileIn(commandLine), contains(commandLine, ",ALLOWZEROID=YES"));
     throw ProgramEnd{0};
   }
-  if (FileExists(program.host.files, developerMarker)) {
+  if (FileExists(program.host, developerMarker)) {
     settings.commandLine = panelCommandLine;
     panel.chkDebug.visible = true;
   }

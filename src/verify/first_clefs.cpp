@@ -22,11 +22,11 @@ std::size_t pageLetterOf(const std::string& name) {
 }
 
 /// The files of each page in the order of selection. Pages come in the order of their first files.
-std::vector<std::vector<std::string>> pagesOf(const std::vector<std::string>& inputs) {
+std::vector<std::vector<std::string>> pagesOf(Machine& machine, const std::vector<std::string>& inputs) {
   std::vector<std::vector<std::string>> pages;
   std::unordered_map<std::string, std::size_t> pagesWithLetters;
   for (const std::string& input : inputs) {
-    std::string name = withoutPath(input);
+    std::string name = withoutPath(machine, input);
     const std::size_t letter = pageLetterOf(name);
     if (letter == std::string::npos) {
       pages.push_back({input});
@@ -125,9 +125,10 @@ StavesAndClefs stavesAndClefsOf(const LoadedPage& page) {
   return found;
 }
 
-FirstClefs firstClefsOf(const std::vector<std::string>& inputs, const std::map<std::string, StavesAndClefs>& files) {
+FirstClefs firstClefsOf(Machine& machine, const std::vector<std::string>& inputs,
+                        const std::map<std::string, StavesAndClefs>& files) {
   FirstClefs firstClefs;
-  for (const std::vector<std::string>& page : pagesOf(inputs)) {
+  for (const std::vector<std::string>& page : pagesOf(machine, inputs)) {
     PageClefs clefs(firstClefs);
     const bool isComplete =
         std::all_of(page.rbegin(), page.rend(), [&](const std::string& file) { return clefs.addFile(files.at(file)); });

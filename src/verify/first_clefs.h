@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/machine.h"
 #include "verify/page_items.h"
 
 namespace kiv::proof {
@@ -35,6 +36,7 @@ StavesAndClefs stavesAndClefsOf(const LoadedPage& page);
 /// The first clef of every instrument in the order in which an analysis reads the inputs, which are given in the order
 /// of selection: the files of a page with letters together, from the last letter to the first. Of a group that no
 /// analysis can read to its end, the clefs up to there. The files have all inputs.
-FirstClefs firstClefsOf(const std::vector<std::string>& inputs, const std::map<std::string, StavesAndClefs>& files);
+FirstClefs firstClefsOf(Machine& machine, const std::vector<std::string>& inputs,
+                        const std::map<std::string, StavesAndClefs>& files);
 
 }  // namespace kiv::proof

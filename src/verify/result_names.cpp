@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "input/file_names.h"
+#include "platform/separators.h"
 
 namespace kiv::proof {
 namespace {
@@ -26,7 +27,7 @@ bool isNumberAndSuffix(std::string_view rest) {
 std::optional<std::vector<std::string>> resultNames(Machine& machine, const std::string& firstResultFile,
                                                     std::size_t count) {
   const auto stem = stemOf(machine, firstResultFile);
-  if (!stem || stem->find('\\') == std::string::npos) {
+  if (!stem || lastBackslash(machine, *stem) == std::string::npos) {
     return std::nullopt;
   }
   std::vector<std::string> names;
@@ -41,11 +42,11 @@ std::optional<std::vector<std::string>> resultNames(Machine& machine, const std:
 
 std::vector<std::string> surplusResults(Files& files, Machine& machine, const std::string& firstResultFile,
                                         const std::vector<std::string>& names) {
-  const std::string folder = justPath(firstResultFile);
-  const std::string stem = machine.upperCase(withoutPath(stemOf(machine, firstResultFile).value_or("")));
+  const std::string folder = justPath(machine, firstResultFile);
+  const std::string stem = machine.upperCase(withoutPath(machine, stemOf(machine, firstResultFile).value_or("")));
   std::set<std::string> known;
   for (const std::string& name : names) {
-    known.insert(machine.upperCase(withoutPath(name)));
+    known.insert(machine.upperCase(withoutPath(machine, name)));
   }
   std::vector<std::string> surplus;
   for (const FolderEntry& entry : files.listFolder(folder)) {

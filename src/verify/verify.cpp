@@ -101,7 +101,7 @@ void Verifier::readInputs() {
       input.staves[staff].push_back(std::move(item));
     }
   }
-  firstClefs_ = firstClefsOf(again_.inputs, clefs);
+  firstClefs_ = firstClefsOf(machine_, again_.inputs, clefs);
   verification_.counts.inputs = inputs_.size();
 }
 

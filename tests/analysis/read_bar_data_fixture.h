@@ -28,7 +28,7 @@ class ReadBarData : public ::testing::Test {
   FakeHost host;
   ItemTable table;
   FirstClefTable firstClefs;
-  BarDataReader reader{host, host};
+  BarDataReader reader{host, host, host};
   std::optional<int> end;
 };
 

@@ -19,7 +19,7 @@ class FirstClefLookup : public ::testing::Test {
   void analyze(std::string_view pageText) {
     host.addFile("C:\\M\\A1.MUS", page(pageText));
     items.clear();
-    BarDataReader(host, host).readBarData("C:\\M\\A1.MUS", 0, items, firstClefs);
+    BarDataReader(host, host, host).readBarData("C:\\M\\A1.MUS", 0, items, firstClefs);
   }
 
   FakeHost host;

@@ -18,7 +18,7 @@ inline std::string record(int system, int instrument, int newStaff, const std::s
 inline Chart chartOf(const std::string& report, bool allowZeroId = false) {
   FakeHost host;
   host.addFile(reportFile, "* head\r\n" + report);
-  return makeChart(readReport(host), allowZeroId);
+  return makeChart(host, readReport(host), allowZeroId);
 }
 
 /// A chart of systems on a page each, which have the first instrument and every second one after it.

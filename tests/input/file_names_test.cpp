@@ -199,27 +199,45 @@ TEST(IsGroupOfDigits, LooksAfterThePeriodButNotIntoTheFolder) {
 }
 
 TEST(WithoutPath, GivesWhatFollowsTheLastBackslash) {
-  EXPECT_EQ(withoutPath("C:\\A\\B.MUS"), "B.MUS");
-  EXPECT_EQ(withoutPath("C:\\A\\B\\"), "");
-  EXPECT_EQ(withoutPath("B.MUS"), "B.MUS");
-  EXPECT_EQ(withoutPath(""), "");
-  EXPECT_EQ(withoutPath("\\"), "");
+  FakeHost host;
+  EXPECT_EQ(withoutPath(host, "C:\\A\\B.MUS"), "B.MUS");
+  EXPECT_EQ(withoutPath(host, "C:\\A\\B\\"), "");
+  EXPECT_EQ(withoutPath(host, "B.MUS"), "B.MUS");
+  EXPECT_EQ(withoutPath(host, ""), "");
+  EXPECT_EQ(withoutPath(host, "\\"), "");
 }
 
 TEST(WithoutPath, ChangesNoLetter) {
-  EXPECT_EQ(withoutPath("c:\\a\\b \xE4.mus"), "b \xE4.mus");
+  FakeHost host;
+  EXPECT_EQ(withoutPath(host, "c:\\a\\b \xE4.mus"), "b \xE4.mus");
 }
 
 TEST(JustPath, GivesWhatEndsWithTheLastBackslash) {
-  EXPECT_EQ(justPath("C:\\A\\B.MUS"), "C:\\A\\");
-  EXPECT_EQ(justPath("C:\\A\\B\\"), "C:\\A\\B\\");
-  EXPECT_EQ(justPath("\\B"), "\\");
-  EXPECT_EQ(justPath("c:\\a \xE4\\b.mus"), "c:\\a \xE4\\");
+  FakeHost host;
+  EXPECT_EQ(justPath(host, "C:\\A\\B.MUS"), "C:\\A\\");
+  EXPECT_EQ(justPath(host, "C:\\A\\B\\"), "C:\\A\\B\\");
+  EXPECT_EQ(justPath(host, "\\B"), "\\");
+  EXPECT_EQ(justPath(host, "c:\\a \xE4\\b.mus"), "c:\\a \xE4\\");
+}
+
+// The second byte of some two-byte characters is that of a backslash.
+TEST(FileNames, SecondByteOfACharacterIsNoBackslash) {
+  FakeHost host;
+  host.leadBytes = {'\x95'};
+  const std::string path =
+      "C:\\M\x95\x5C\\A\x95\x5C"
+      "7B.MUS";
+  EXPECT_EQ(withoutPath(host, path),
+            "A\x95\x5C"
+            "7B.MUS");
+  EXPECT_EQ(justPath(host, path), "C:\\M\x95\x5C\\");
+  EXPECT_EQ(extractPartName(host, path), "A");
 }
 
 TEST(JustPath, TogetherWithTheRestItIsThePath) {
+  FakeHost host;
   for (const std::string path : {"C:\\A\\B.MUS", "C:\\A\\", "\\", "\\\\S\\T\\U V.W"}) {
-    EXPECT_EQ(justPath(path) + withoutPath(path), path);
+    EXPECT_EQ(justPath(host, path) + withoutPath(host, path), path);
   }
 }
 

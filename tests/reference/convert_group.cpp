@@ -69,7 +69,7 @@ void showInstrumentNumbers(ItemTable& items) {
 }
 
 void checkOverwrite(const Host& host, const std::string& result, bool overwrite) {
-  if (FileExists(host.files, result) && !overwrite && host.user.show(messages::fileExists(result)) == Answer::no) {
+  if (FileExists(host, result) && !overwrite && host.user.show(messages::fileExists(result)) == Answer::no) {
     endProgram(messages::stoppedByUser());
   }
 }

@@ -96,7 +96,7 @@ TEST_F(AnalysisRun, AnEmptySelectionIsNone) {
 TEST_F(AnalysisRun, TheFirstResultIsBesideTheFirstPage) {
   addPage("X1.MUS", "staff 1 at 0 instrument 102\n");
   ASSERT_TRUE(loadSelection(program));
-  EXPECT_EQ(firstResultFile(program.names), "C:\\M\\WORK0001.MUS");
+  EXPECT_EQ(firstResultFile(program.host.machine, program.names), "C:\\M\\WORK0001.MUS");
   EXPECT_EQ(endOf(host, [&] { refuseReservedName(program.names); }), std::nullopt);
 }
 

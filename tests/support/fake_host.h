@@ -60,6 +60,7 @@ class FakeHost : public Machine, public User, public Programs, public OverlayFil
   std::set<std::string> unwritable;        ///< names that cannot be created, written or deleted
   std::int32_t exitCode = 0;               ///< of every started process
   std::optional<ShellFailure> shellFailure;
+  std::set<char> leadBytes;                        ///< of the two-byte characters of the code page
   bool showsTexts = false;                         ///< the host has its own way to show a text file
   std::optional<std::string> writeFailure;         ///< what every write fails with
   std::function<void(const Message&)> whileShown;  ///< runs while a message is shown
@@ -101,6 +102,7 @@ class FakeHost : public Machine, public User, public Programs, public OverlayFil
   LocalTime now() override { return time; }
   std::string upperCase(std::string_view text) override;
   std::size_t characterCount(std::string_view text) override { return text.size(); }
+  bool isLeadByte(char byte) override { return leadBytes.contains(byte); }
   std::string profileKey(const std::string& name) override;
 
  private:

@@ -18,6 +18,7 @@ inline constexpr std::string_view withoutIdentifier = "staff 1 at 0\nbarline 1 a
 /// The current folder of a test, with a group of pages in it.
 class PageFolder : public WorkFolder {
  public:
+  using WorkFolder::WorkFolder;
   void addFile(const std::string& name, std::string_view content) {
     writeFile(name, content);
     names_ += *this / name + " 1\r\n";

@@ -38,6 +38,23 @@ first_of() {
   echo "run_in_wine: none of these is installed: $*" >&2
   exit 1
 }
+# locale_of PROGRAM: the tests of two-byte names run in the code page of Japan, all others in that of Western Europe.
+locale_of() {
+  case $1 in
+    two_byte_names) echo ja_JP.UTF-8 ;;
+    *) echo C.UTF-8 ;;
+  esac
+}
+
+# Wine looks at the name of the locale only, and the machine may have no other than C.
+make_locales() {
+  rm -rf "$results/locales"
+  mkdir "$results/locales"
+  cp -r /usr/lib/locale/C.utf8 "$results/locales/C.UTF-8"
+  cp -r /usr/lib/locale/C.utf8 "$results/locales/ja_JP.UTF-8"
+  export LOCPATH="$results/locales"
+}
+
 wine=$(first_of wine wine64 /usr/lib/wine/wine64)
 wineserver=$(first_of wineserver /usr/lib/wine/wineserver /usr/lib/wine/wineserver64)
 
@@ -73,7 +90,7 @@ run() {
   rm -f "$results/$1.xml"
   status=0
   # In the background, so that this script handles a signal at once.
-  timeout --kill-after=10 "$seconds" "$wine" "$program" --gtest_brief=1 "--gtest_output=xml:results/$1.xml" \
+  LC_ALL=$(locale_of "$1") timeout --kill-after=10 "$seconds" "$wine" "$program" --gtest_brief=1 "--gtest_output=xml:results/$1.xml" \
     >"$results/$1.log" 2>&1 &
   wait $! || status=$?
   cat "$results/$1.log"
@@ -82,6 +99,7 @@ run() {
 }
 
 start_screen
+make_locales
 if ! timeout "$seconds" "$wine" wineboot --init >"$results/wine.log" 2>&1; then
   cat "$results/wine.log" >&2
   echo "run_in_wine: Wine does not start" >&2

@@ -73,7 +73,7 @@ int analyzeNames(ConsoleHost& console, const std::string& namesFile, const Analy
   if (options.jsonl) {
     return printOutcome(asJsonLines(output), status);
   }
-  return printOutcome(options.json ? asJson(output) : asText(output), status);
+  return printOutcome(options.json ? asJson(output) : asText(console.system(), output), status);
 }
 
 }  // namespace

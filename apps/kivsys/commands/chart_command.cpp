@@ -6,9 +6,9 @@
 #include "apps/kivsys/safety/output_file.h"
 #include "drawing/chart_drawings.h"
 #include "platform/console/console_host.h"
+#include "platform/console/printable.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
-#include "platform/console/printable.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
 
@@ -31,7 +31,7 @@ int chartNames(ConsoleHost& console, const std::string& namesFile, const std::st
   Chart chart;
   const auto exitCode = exitCodeOf(console.user(), [&] {
     analyze(program, namesFile, allowZeroId);
-    chart = makeChart(readReport(files), allowZeroId);
+    chart = makeChart(console.system(), readReport(files), allowZeroId);
   });
   if (exitCode) {
     return *exitCode == exit_status::normal ? exit_status::normal : exit_status::critical;

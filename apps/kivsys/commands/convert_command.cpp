@@ -136,7 +136,7 @@ int ConvertRun::makeFolder(const std::string& firstResultFile) {
     return exit_status::normal;
   }
   if (overlay_ != nullptr) {
-    overlay_->addFolder(justPath(firstResultFile));
+    overlay_->addFolder(justPath(console_.system(), firstResultFile));
     return exit_status::normal;
   }
   return folder_->make(console_.locks());
@@ -171,8 +171,8 @@ void ConvertRun::warn(ConvertOutput& output) {
 }
 
 ConversionOptions ConvertRun::conversionOptions(const std::string& firstResultFile) const {
-  return {firstResultFile.empty() ? kiv::firstResultFile(program_.names) : firstResultFile, !options_.noOverwrite,
-          !options_.noInstrNumber, options_.selection.likePanel ? ReadBack::no : ReadBack::yes};
+  return {firstResultFile.empty() ? kiv::firstResultFile(program_.host.machine, program_.names) : firstResultFile,
+          !options_.noOverwrite, !options_.noInstrNumber, options_.selection.likePanel ? ReadBack::no : ReadBack::yes};
 }
 
 ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& firstResultFile) {
@@ -209,8 +209,8 @@ std::optional<ResultFolder> folderOfResults(ConsoleSystem& system, const Convert
   if (firstResultFile.empty() || options.selection.likePanel) {
     return std::nullopt;
   }
-  const std::string typed = options.result.substr(0, options.result.find_last_of("\\/") + 1);
-  return ResultFolder(system.outputPath(justPath(firstResultFile)), typed);
+  const std::string typed = folderOfPath(system, options.result);
+  return ResultFolder(system, system.outputPath(justPath(system, firstResultFile)), typed);
 }
 
 /// Where the results go.
@@ -250,7 +250,7 @@ std::vector<std::string> writtenFolders(ConsoleSystem& system, const ConvertOpti
   if (results.folder != nullptr) {
     folders.push_back(results.folder->path());
   } else if (!pages.pages.empty()) {
-    folders.push_back(pages.pages.front().folder());
+    folders.push_back(folderOfPath(system, pages.pages.front().path));
   }
   return folders;
 }

@@ -52,7 +52,7 @@ int runDraw(const DrawOptions& options) {
   if (exitCodeOf(console.user(), [&] { readFile(console.system(), page, table); })) {
     return exit_status::critical;
   }
-  const std::string title = NativeSystem::toUtf8(withoutPath(page));
+  const std::string title = NativeSystem::toUtf8(withoutPath(console.system(), page));
   return deliver(console.system(), out, pagePicture(itemsOf(table), title));
 }
 

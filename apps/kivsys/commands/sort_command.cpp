@@ -33,8 +33,8 @@ std::vector<std::pair<std::string, std::string>> sortedPages(ConsoleSystem& syst
   return sorted;
 }
 
-std::vector<std::string> folderOfPages(const SelectedPages& pages) {
-  return pages.pages.empty() ? std::vector<std::string>{} : std::vector{pages.pages.front().folder()};
+std::vector<std::string> folderOfPages(ConsoleSystem& system, const SelectedPages& pages) {
+  return pages.pages.empty() ? std::vector<std::string>{} : std::vector{folderOfPath(system, pages.pages.front().path)};
 }
 
 }  // namespace
@@ -46,7 +46,7 @@ int runSort(const SortOptions& options) {
                            console.system().bindFolder();
                            return InputFiles(pages).refusals(sortedPages(console.system(), pages));
                          },
-                         folderOfPages};
+                         [&](const SelectedPages& pages) { return folderOfPages(console.system(), pages); }};
   return runOnSelection(console, options.selection, use,
                         [&](const std::string& namesFile) { return sortNames(console, namesFile, options); });
 }

@@ -28,7 +28,7 @@ std::string ValidPages::summary() const {
   const char* separator = ": ";
   for (const SkippedPage& page : validation_.skipped) {
     const std::string& file = page.message.location.file;
-    text += separator + printable(withoutPath(file.empty() ? page.files.front() : file));
+    text += separator + printable(withoutPath(console_.system(), file.empty() ? page.files.front() : file));
     separator = ", ";
   }
   return text + "\n";

@@ -10,6 +10,7 @@
 #include "apps/kivsys/safety/output_file.h"
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
+#include "platform/separators.h"
 
 namespace kiv {
 namespace {
@@ -23,7 +24,7 @@ std::string lineOf(const proof::Finding& finding) {
 }
 
 std::string withFolder(ConsoleSystem& system, const std::string& name) {
-  return name.find('\\') != std::string::npos ? name : system.currentFolder() + "\\" + name;
+  return lastBackslash(system, name) != std::string::npos ? name : system.currentFolder() + "\\" + name;
 }
 
 /// The digests under the names that the files have on the disk, whatever case a names file gave them.

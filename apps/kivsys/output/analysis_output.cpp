@@ -34,8 +34,8 @@ std::string recordLine(const char* kind, const Json& object) {
 
 }  // namespace
 
-std::string asText(const AnalysisOutput& output) {
-  return asText(output.outcome) + (output.layouts ? explanation(*output.layouts) : "") +
+std::string asText(Machine& machine, const AnalysisOutput& output) {
+  return asText(output.outcome) + (output.layouts ? explanation(machine, *output.layouts) : "") +
          (hasSummary(output) ? output.pages->summary() : "");
 }
 

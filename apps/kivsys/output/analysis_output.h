@@ -22,7 +22,7 @@ struct AnalysisOutput {
 };
 
 /// The verdict, the counts and the layouts; last, the pages that were skipped.
-std::string asText(const AnalysisOutput& output);
+std::string asText(Machine& machine, const AnalysisOutput& output);
 /// One JSON object on a line of its own.
 std::string asJson(const AnalysisOutput& output);
 /// A JSON object a line: the problems, the layouts and their deviations, the outcome.

@@ -61,16 +61,17 @@ std::string systemsOf(const Layouts& layouts, const LayoutClass& layout) {
   return (numbers.size() == 1 ? "system " : "systems ") + joined(inRanges(numbers, plainNumber), mostWords);
 }
 
-std::string filesOf(const Layouts& layouts, const LayoutClass& layout) {
+std::string filesOf(Machine& machine, const Layouts& layouts, const LayoutClass& layout) {
   std::set<int> files;
   for (const std::size_t s : layout.systems) {
     for (std::size_t f = layouts.systems[s].firstFile; f <= layouts.systems[s].lastFile; ++f) {
       files.insert(static_cast<int>(f));
     }
   }
-  return joined(inRanges({files.begin(), files.end()},
-                         [&](int f) { return printable(withoutPath(layouts.files[static_cast<std::size_t>(f)])); }),
-                mostWords);
+  return joined(
+      inRanges({files.begin(), files.end()},
+               [&](int f) { return printable(withoutPath(machine, layouts.files[static_cast<std::size_t>(f)])); }),
+      mostWords);
 }
 
 /// The instruments by their numbers, or by number and name when one of them has a name.
@@ -125,13 +126,13 @@ std::string difference(const Layouts& layouts, const LayoutClass& layout) {
 }
 
 /// The items of the staves in the first system that are not as in layout A.
-std::string placesLine(const LayoutClass& layout) {
+std::string placesLine(Machine& machine, const LayoutClass& layout) {
   std::vector<std::string> words;
   for (const Deviation& deviation : layout.deviations) {
     if (deviation.system != layout.deviations.front().system || !deviation.file || !deviation.place) {
       continue;
     }
-    words.push_back(std::to_string(deviation.instrument) + " in " + printable(withoutPath(*deviation.file)) +
+    words.push_back(std::to_string(deviation.instrument) + " in " + printable(withoutPath(machine, *deviation.file)) +
                     " staff " + generalNumber(static_cast<float>(deviation.staff.value_or(0))) + " item " +
                     std::to_string(deviation.place->item));
   }
@@ -141,11 +142,11 @@ std::string placesLine(const LayoutClass& layout) {
   return "     in system " + std::to_string(layout.deviations.front().system) + ": " + joined(words, mostPlaces) + "\n";
 }
 
-std::string layoutLines(const Layouts& layouts, const LayoutClass& layout) {
+std::string layoutLines(Machine& machine, const Layouts& layouts, const LayoutClass& layout) {
   const bool isCommonest = &layout == &layouts.classes.front();
-  return "  " + layout.label + ": " + systemsOf(layouts, layout) + " (" + filesOf(layouts, layout) + ")\n     " +
-         (isCommonest ? instrumentWords(layout.instruments, layouts) : difference(layouts, layout)) + "\n" +
-         placesLine(layout);
+  return "  " + layout.label + ": " + systemsOf(layouts, layout) + " (" + filesOf(machine, layouts, layout) +
+         ")\n     " + (isCommonest ? instrumentWords(layout.instruments, layouts) : difference(layouts, layout)) +
+         "\n" + placesLine(machine, layout);
 }
 
 std::string consistentLine(const Layouts& layouts) {
@@ -159,7 +160,7 @@ std::string consistentLine(const Layouts& layouts) {
 
 }  // namespace
 
-std::string explanation(const Layouts& layouts) {
+std::string explanation(Machine& machine, const Layouts& layouts) {
   if (layouts.isConsistent()) {
     return consistentLine(layouts);
   }
@@ -167,7 +168,7 @@ std::string explanation(const Layouts& layouts) {
                      counted(layouts.systems.size(), "system", "systems") + "\n";
   std::size_t left = layouts.systems.size();
   for (std::size_t c = 0; c < layouts.classes.size() && c < mostLayouts; ++c) {
-    text += layoutLines(layouts, layouts.classes[c]);
+    text += layoutLines(machine, layouts, layouts.classes[c]);
     left -= layouts.classes[c].systems.size();
   }
   if (layouts.classes.size() > mostLayouts) {

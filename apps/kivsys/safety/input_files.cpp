@@ -43,7 +43,7 @@ std::vector<std::string> InputFiles::refusals(const std::vector<std::pair<std::s
 }
 
 std::vector<std::pair<std::string, std::string>> analysisOutputs(NativeSystem& system, const std::string& folder) {
-  const std::string start = folder + (folder.ends_with('\\') ? "" : "\\");
+  const std::string start = folder + (endsWithBackslash(system, folder) ? "" : "\\");
   return {{"report", system.diskName(start + reportFile)}, {"verdict", system.diskName(start + verdictFile)}};
 }
 

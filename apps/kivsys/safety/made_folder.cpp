@@ -2,30 +2,33 @@
 
 #include <utility>
 
+#include "platform/console/console_system.h"
 #include "platform/console/error_line.h"
 #include "platform/native_file.h"
+#include "platform/separators.h"
 
 namespace kiv {
 namespace {
 
-std::string withoutSeparators(std::string path) {
-  while (path.size() > 1 && (path.ends_with('/') || path.ends_with('\\')) && !path.ends_with(":\\")) {
+std::string withoutSeparators(Machine& machine, std::string path) {
+  while (path.size() > 1 && (path.ends_with('/') || endsWithBackslash(machine, path)) && !path.ends_with(":\\")) {
     path.pop_back();
   }
   return path;
 }
 
 /// The folder above; "." for a name alone.
-std::string above(const std::string& path) {
-  const std::size_t separator = path.find_last_of("\\/");
-  return separator == std::string::npos ? "." : path.substr(0, separator + 1);
+std::string above(Machine& machine, const std::string& path) {
+  const std::string folder = folderOfPath(machine, path);
+  return folder.empty() ? "." : folder;
 }
 
 }  // namespace
 
-PlannedFolder::PlannedFolder(std::string path, std::string typed)
+PlannedFolder::PlannedFolder(Machine& machine, std::string path, std::string typed)
     : typed_(std::move(typed)),
-      path_(withoutSeparators(std::move(path))),
+      path_(withoutSeparators(machine, std::move(path))),
+      above_(above(machine, path_)),
       isMissing_(kindOf(path_) == PathKind::missing) {}
 
 std::optional<std::string> PlannedFolder::refusal() const {
@@ -36,7 +39,7 @@ std::optional<std::string> PlannedFolder::refusal() const {
   if (kind != PathKind::missing) {
     return "not a folder: " + typed_;
   }
-  return kindOf(above(path_)) == PathKind::folder
+  return kindOf(above_) == PathKind::folder
              ? std::nullopt
              : std::optional("cannot make the folder " + typed_ + ", as the one above it does not exist");
 }

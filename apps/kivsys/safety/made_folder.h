@@ -3,13 +3,15 @@
 #include <optional>
 #include <string>
 
+#include "platform/machine.h"
+
 namespace kiv {
 
 /// A folder that a run writes into, and makes when it is missing.
 class PlannedFolder {
  public:
   /// The folder as the disk names it, and as messages do.
-  PlannedFolder(std::string path, std::string typed);
+  PlannedFolder(Machine& machine, std::string path, std::string typed);
 
   bool isMissing() const { return isMissing_; }
   /// Why it cannot be made; nullopt when it can be, or is there.
@@ -20,6 +22,7 @@ class PlannedFolder {
  private:
   std::string typed_;
   std::string path_;  // the disk's
+  std::string above_;
   bool isMissing_;
 };
 

@@ -65,8 +65,8 @@ class Conflicts {
       : system_(system), pages_(pages), inputs_(pages), stem_(std::move(stem)), upperStem_(system.upperCase(stem_)) {}
 
   std::map<std::size_t, std::string> find() {
-    const std::string folder = justPath(stem_);
-    const std::string upperStemOfName = system_.upperCase(withoutPath(stem_));
+    const std::string folder = justPath(system_, stem_);
+    const std::string upperStemOfName = system_.upperCase(withoutPath(system_, stem_));
     for (const FolderEntry& entry : system_.listFolder(folder)) {
       const std::string name = system_.upperCase(entry.name);
       if (!entry.isFolder && name.starts_with(upperStemOfName)) {
@@ -125,7 +125,7 @@ std::vector<std::string> refusalsOfResults(ConsoleSystem& system, const Selected
   NamesTable names;
   names.nameCount = 1;
   names.nameList = {system.upperCase(pages.pages.front().name)};
-  const std::string first = results.firstResultFile.empty() ? firstResultFile(names) : results.firstResultFile;
+  const std::string first = results.firstResultFile.empty() ? firstResultFile(system, names) : results.firstResultFile;
   const std::string stem = first.substr(0, first.size() - firstNumberAndSuffix.size());
   const auto conflicts = Conflicts(system, pages, stem).find();
   if (conflicts.empty()) {

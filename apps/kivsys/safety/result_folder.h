@@ -13,7 +13,8 @@ namespace kiv {
 class ResultFolder {
  public:
   /// The folder as the disk names it, and as messages do.
-  ResultFolder(const std::string& path, const std::string& typed) : path_(path), folder_(path, typed) {}
+  ResultFolder(Machine& machine, const std::string& path, const std::string& typed)
+      : path_(path), folder_(machine, path, typed) {}
 
   const std::string& path() const { return path_; }
   bool isMissing() const { return folder_.isMissing(); }

@@ -2,32 +2,34 @@
 
 #include "input/file_names.h"
 #include "platform/native_file.h"
+#include "platform/separators.h"
 
 namespace kiv {
 
 /// The file that a name stands for in the folder of the run, which has not been entered yet.
 std::string PageFinder::fileOf(const std::string& name) {
   const bool isFull = name.starts_with('\\') || name.find(':') == 1;
-  return system_.diskName(isFull ? name : search_.folder + (search_.folder.ends_with('\\') ? "" : "\\") + name);
+  return system_.diskName(isFull ? name
+                                 : search_.folder + (endsWithBackslash(system_, search_.folder) ? "" : "\\") + name);
 }
 
 std::string PageFinder::problemOf(const WantedPage& page, const std::string& path) {
-  if (page.name.find('\\') == std::string::npos) {
+  if (lastBackslash(system_, page.name) == std::string::npos) {
     return "no folder in the name of the page: " + page.typed;
   }
   if (const auto failure = readFailure(path)) {
     const bool isMissing = kindOf(path) == PathKind::missing && !page.place.empty();
     return isMissing ? "no such page: " + page.typed : "cannot read " + page.typed + ": " + *failure;
   }
-  if (page.name.find("\\\\") != std::string::npos) {
+  if (hasTwoBackslashes(system_, page.name)) {
     return "a page cannot have two backslashes in its name, as network paths have: " + page.typed;
   }
   const std::string upper = system_.upperCase(page.name);
   if (const auto known = known_.find(upper); known != known_.end() && known->second.path != path) {
     return page.typed + " and " + known->second.name + " differ in case only, and cannot be in one group";
   }
-  if (!pages_.empty() && (justPath(system_.upperCase(pages_.front().name)) != justPath(upper) ||
-                          pages_.front().folder() != FoundFile{page.name, path}.folder())) {
+  if (!pages_.empty() && (justPath(system_, system_.upperCase(pages_.front().name)) != justPath(system_, upper) ||
+                          folderOfPath(system_, pages_.front().path) != folderOfPath(system_, path))) {
     return "not in the folder of the first page: " + page.typed;
   }
   return "";

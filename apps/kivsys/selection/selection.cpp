@@ -5,6 +5,7 @@
 #include "apps/kivsys/selection/panel_selection.h"
 #include "platform/console/error_line.h"
 #include "platform/console/stop_signals.h"
+#include "platform/separators.h"
 
 namespace kiv {
 namespace {
@@ -15,7 +16,7 @@ std::vector<std::string> enterFolderOfRun(NativeSystem& system, const Selection&
     return {};
   }
   if (use != FolderUse::read) {
-    const PlannedFolder folder(selection.folder, selection.folder);
+    const PlannedFolder folder(system, selection.folder, selection.folder);
     if (folder.isMissing() && use == FolderUse::planned) {
       return {};  // what is not written needs none
     }
@@ -29,10 +30,11 @@ std::vector<std::string> enterFolderOfRun(NativeSystem& system, const Selection&
   return {};
 }
 
-std::vector<std::string> refusalsOf(const Selection& selection, const SelectionUse& use, const SelectedPages& pages) {
+std::vector<std::string> refusalsOf(ConsoleSystem& system, const Selection& selection, const SelectionUse& use,
+                                    const SelectedPages& pages) {
   std::vector<std::string> reasons = pages.errors;
   if (!selection.folder.empty() && use.folder != FolderUse::read) {
-    if (const auto reason = PlannedFolder(selection.folder, selection.folder).refusal()) {
+    if (const auto reason = PlannedFolder(system, selection.folder, selection.folder).refusal()) {
       reasons.push_back(*reason);
     }
   }
@@ -50,7 +52,7 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
                                                       : findListedPages(system, selection.names, search);
   system.bindPages(pages.pages);
   system.serveNamesFile(pages.namesFile, pages.names);
-  if (const auto reasons = refusalsOf(selection, use, pages); !reasons.empty()) {
+  if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {
     return refuse(reasons);
   }
   if (const auto reasons = enterFolderOfRun(system, selection, use.folder); !reasons.empty()) {
@@ -73,7 +75,7 @@ int refuse(const std::vector<std::string>& reasons) {
 
 std::string folderOfRun(NativeSystem& system, const Selection& selection) {
   std::string folder = selection.folder.empty() ? system.currentFolder() : system.fullName(selection.folder);
-  if (folder.size() > 1 && folder.ends_with('\\') && !folder.ends_with(":\\")) {
+  if (folder.size() > 1 && endsWithBackslash(system, folder) && !folder.ends_with(":\\")) {
     folder.pop_back();
   }
   return folder;

@@ -1,17 +1,25 @@
 #include "platform/console/console_system.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/memory/memory_input.h"
+#include "platform/separators.h"
 
 namespace kiv {
 namespace {
 
-std::string folderOf(const std::string& name) {
-  return name.substr(0, name.rfind('\\') + 1);
+std::string folderOf(Machine& machine, const std::string& name) {
+  return name.substr(0, lastBackslash(machine, name) + 1);
 }
 
 }  // namespace
+
+std::string folderOfPath(Machine& machine, const std::string& path) {
+  // No character of two bytes ends in a slash.
+  const std::size_t slash = path.rfind('/') + 1;
+  return path.substr(0, std::max(lastBackslash(machine, path) + 1, slash));
+}
 
 void ConsoleSystem::serveNamesFile(const std::string& name, std::string text) {
   namesFile_ = name;
@@ -28,13 +36,13 @@ void ConsoleSystem::bindPages(const std::vector<FoundFile>& pages) {
 
 void ConsoleSystem::bindFolder() {
   if (!pages_.empty()) {
-    boundFolder_ = folderOf(pages_.front().name);
-    pageFolder_ = folderOf(coreName(pages_.front().path));
+    boundFolder_ = folderOf(*this, pages_.front().name);
+    pageFolder_ = folderOf(*this, coreName(pages_.front().path));
   }
 }
 
 std::string ConsoleSystem::inBoundFolder(const std::string& name) {
-  const std::string folder = folderOf(name);
+  const std::string folder = folderOf(*this, name);
   return !folder.empty() && folder == boundFolder_ ? pageFolder_ + name.substr(folder.size()) : name;
 }
 

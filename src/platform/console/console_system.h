@@ -15,11 +15,11 @@ namespace kiv {
 struct FoundFile {
   std::string name;
   std::string path;  ///< as the disk has it
-
-  /// The folder of the path, with its separator.
-  std::string folder() const { return path.substr(0, path.find_last_of("\\/") + 1); }
   bool operator==(const FoundFile&) const = default;
 };
+
+/// The folder of a path of the disk, with its separator; "" for a name alone.
+std::string folderOfPath(Machine& machine, const std::string& path);
 
 /// The guarded system of a run, with its selection: the pages are read from the very files that were found for them,
 /// whatever else the disk has under names that differ in case only; and their names file is in memory.

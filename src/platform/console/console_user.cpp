@@ -4,8 +4,8 @@
 #include <iostream>
 #include <optional>
 
-#include "platform/console/stop_signals.h"
 #include "platform/console/printable.h"
+#include "platform/console/stop_signals.h"
 
 namespace kiv {
 namespace {

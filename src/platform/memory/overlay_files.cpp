@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/memory/memory_input.h"
+#include "platform/separators.h"
 
 namespace kiv {
 namespace {
@@ -23,11 +24,11 @@ class MemoryOutput : public OutputFile {
 }  // namespace
 
 std::string OverlayFiles::fullName(const std::string& name) const {
-  if (name.find('\\') != std::string::npos) {
+  if (lastBackslash(machine_, name) != std::string::npos) {
     return machine_.upperCase(name);
   }
   const std::string folder = below_ == nullptr ? currentFolder_ : below_->currentFolder();
-  return machine_.upperCase(folder + (folder.ends_with('\\') ? "" : "\\") + name);
+  return machine_.upperCase(folder + (endsWithBackslash(machine_, folder) ? "" : "\\") + name);
 }
 
 /// A folder that exists lists at least itself.
@@ -35,7 +36,7 @@ bool OverlayFiles::hasFolder(const std::string& key) {
   if (below_ == nullptr) {
     return true;
   }
-  const std::string folder = key.substr(0, key.rfind('\\') + 1);
+  const std::string folder = key.substr(0, lastBackslash(machine_, key) + 1);
   const auto [known, isNew] = folders_.emplace(folder, false);
   if (isNew) {
     known->second = !below_->listFolder(folder).empty();

@@ -1,8 +1,12 @@
 #include "platform/win32/text.h"
 
+#include <algorithm>
 #include <array>
 #include <iomanip>
 #include <sstream>
+
+#include "platform/separators.h"
+#include "platform/win32/win32_system.h"
 
 namespace kiv {
 namespace {
@@ -26,6 +30,12 @@ std::wstring wide(std::string_view text, UINT codePage) {
   std::wstring result(static_cast<std::size_t>(needed), L'\0');
   MultiByteToWideChar(codePage, 0, text.data(), size, result.data(), needed);
   return result;
+}
+
+std::size_t folderLength(std::string_view name) {
+  Win32System machine;
+  // Slashes and colons are never the second byte of a character.
+  return std::max(lastBackslash(machine, name) + 1, name.find_last_of("/:") + 1);
 }
 
 std::string narrow(std::wstring_view text, UINT codePage) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,9 @@ namespace kiv {
 
 /// Text of a code page, CP_ACP or CP_UTF8, as UTF-16.
 std::wstring wide(std::string_view text, UINT codePage = CP_ACP);
+
+/// The length of the folder in a name of the ANSI code page, with the separator or the colon at its end; 0 without one.
+std::size_t folderLength(std::string_view name);
 
 /// UTF-16 text in a code page: CP_ACP or CP_UTF8. Characters that the page lacks become its replacement character.
 std::string narrow(std::wstring_view text, UINT codePage);

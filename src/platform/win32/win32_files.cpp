@@ -52,17 +52,14 @@ Handle createFor(const std::string& name, DWORD disposition) {
       CreateFileA(name.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-std::string folderOf(const std::string& name) {
-  return name.substr(0, name.find_last_of("\\/:") + 1);
-}
-
 /// A new file, deleted with this object unless it was moved to the place of another one.
 class NewFile {
  public:
   /// In the target's folder, since a move from one disk to another is not atomic.
   explicit NewFile(const std::string& target) {
     constexpr int attempts = 1000;
-    const std::string start = folderOf(target) + "kiv" + std::to_string(GetCurrentProcessId()) + "-";
+    const std::string start =
+        target.substr(0, folderLength(target)) + "kiv" + std::to_string(GetCurrentProcessId()) + "-";
     bool isTaken = true;
     for (int i = 1; i <= attempts && isTaken; ++i) {
       name_ = start + std::to_string(i) + ".tmp";

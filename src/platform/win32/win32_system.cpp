@@ -111,10 +111,14 @@ std::string Win32System::upperCase(std::string_view text) {
 std::size_t Win32System::characterCount(std::string_view text) {
   std::size_t count = 0;
   for (std::size_t at = 0; at < text.size(); ++count) {
-    const bool isLead = IsDBCSLeadByte(static_cast<BYTE>(text[at])) != FALSE && at + 1 < text.size();
+    const bool isLead = isLeadByte(text[at]) && at + 1 < text.size();
     at += isLead ? 2U : 1U;
   }
   return count;
+}
+
+bool Win32System::isLeadByte(char byte) {
+  return IsDBCSLeadByte(static_cast<BYTE>(byte)) != FALSE;
 }
 
 std::string Win32System::profileKey(const std::string& key) {
@@ -165,7 +169,7 @@ std::string Win32System::coreName(const std::string& typed) {
 std::vector<std::string> Win32System::filesMatching(const std::string& typed) {
   std::vector<std::string> files;
   if (typed.find_first_of("*?") != std::string::npos && isWhole(typed)) {
-    const std::string folder = typed.substr(0, typed.find_last_of("\\/:") + 1);
+    const std::string folder = typed.substr(0, folderLength(typed));
     for (const FolderEntry& entry : entriesMatching(typed)) {
       if (!entry.isFolder) {
         files.push_back(folder + entry.name);

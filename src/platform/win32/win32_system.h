@@ -26,6 +26,7 @@ class Win32System : public Files, public Programs, public Machine {
   LocalTime now() override;
   std::string upperCase(std::string_view text) override;
   std::size_t characterCount(std::string_view text) override;
+  bool isLeadByte(char byte) override;
   std::string profileKey(const std::string& key) override;
   std::int32_t runProcess(const std::string& commandLine, ShowState show) override;
   std::optional<ShellFailure> runInShell(const std::string& command, WindowStyle style) override;
