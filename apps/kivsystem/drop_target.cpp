@@ -6,26 +6,15 @@
 #include <ole2.h>
 #include <shellapi.h>
 
-#include "platform/win32/text.h"
+#include "platform/win32/code_page_path.h"
 
 namespace kiv {
 namespace {
 
-/// The name in the code page; its short form where the page lacks a character.
-std::string ansiName(const std::wstring& name) {
-  std::string ansi = narrow(name, CP_ACP);
-  if (wide(ansi) == name) {
-    return ansi;
-  }
-  std::wstring shortName(MAX_PATH, L'\0');
-  const DWORD length = GetShortPathNameW(name.c_str(), shortName.data(), MAX_PATH);
-  return length == 0 || length > MAX_PATH ? ansi : narrow(shortName.substr(0, length), CP_ACP);
-}
-
 std::string droppedFile(HDROP drop, UINT i) {
   std::wstring name(DragQueryFileW(drop, i, nullptr, 0) + std::size_t{1}, L'\0');
   name.resize(DragQueryFileW(drop, i, name.data(), static_cast<UINT>(name.size())));
-  return ansiName(name);
+  return closestPath(name);
 }
 
 DroppedFiles filesIn(IDataObject& data) {

@@ -2,6 +2,7 @@
 
 #include "apps/kivsystem/out_of_memory.h"
 #include "apps/kivsystem/panel_window.h"
+#include "platform/win32/code_page_path.h"
 #include "platform/win32/command_line.h"
 #include "platform/win32/win32_system.h"
 #include "shell/kivsystem.h"
@@ -11,6 +12,7 @@
 // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR /*commandLine*/, int show) {
   try {
+    kiv::enterCodePageFolder();
     kiv::Win32System system;
     kiv::PanelUser user;
     kiv::KivSystem program({system, user, system, system});

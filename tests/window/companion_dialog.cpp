@@ -112,24 +112,4 @@ void CompanionDialog::clickAndWait(int button) {
   EXPECT_FALSE(IsWindow(window_)) << "the dialog stays";
 }
 
-WideEntry::WideEntry(const std::string& folder, const std::wstring& name, Kind kind)
-    : path_(wide(folder) + L"\\" + name), kind_(kind) {
-  if (kind == Kind::folder) {
-    EXPECT_TRUE(CreateDirectoryW(path_.c_str(), nullptr));
-    return;
-  }
-  const Handle file(CreateFileW(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
-  EXPECT_TRUE(file.isOpen());
-}
-
-WideEntry::~WideEntry() {
-  EXPECT_TRUE(kind_ == Kind::folder ? RemoveDirectoryW(path_.c_str()) : DeleteFileW(path_.c_str()));
-}
-
-std::string WideEntry::shortName() const {
-  std::array<wchar_t, MAX_PATH> path{};
-  const std::wstring full(path.data(), GetShortPathNameW(path_.c_str(), path.data(), MAX_PATH));
-  return narrow(full.substr(full.rfind(L'\\') + 1), CP_ACP);
-}
-
 }  // namespace kiv::test

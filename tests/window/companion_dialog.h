@@ -40,22 +40,4 @@ class CompanionDialog {
   HWND window_ = nullptr;
 };
 
-/// A file or folder, gone with this object, whose name the code page cannot hold.
-class WideEntry {
- public:
-  enum class Kind { file, folder };
-  WideEntry(const std::string& folder, const std::wstring& name, Kind kind);
-  WideEntry(const WideEntry&) = delete;
-  WideEntry& operator=(const WideEntry&) = delete;
-  ~WideEntry();
-
-  const std::wstring& path() const { return path_; }
-  /// The name by which byte calls reach the entry, without its folder.
-  std::string shortName() const;
-
- private:
-  std::wstring path_;
-  Kind kind_;
-};
-
 }  // namespace kiv::test

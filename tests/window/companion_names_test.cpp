@@ -2,6 +2,7 @@
 
 #include "platform/win32/text.h"
 #include "tests/window/companion_dialog.h"
+#include "tests/window/wide_entry.h"
 #include "tests/window/work_folder.h"
 
 namespace kiv::test {

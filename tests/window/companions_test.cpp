@@ -1,8 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "apps/companions/win32/code_page_path.h"
+#include "platform/win32/code_page_path.h"
 #include "shell/version.h"
 #include "tests/window/companion_dialog.h"
+#include "tests/window/wide_entry.h"
 #include "tests/window/work_folder.h"
 
 namespace kiv::test {

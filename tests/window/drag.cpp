@@ -8,6 +8,8 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
+#include "platform/win32/text.h"
+
 namespace kiv::test {
 namespace {
 
@@ -107,17 +109,28 @@ bool drop(UINT format, const void* bytes, std::size_t size, HWND target) {
 
 }  // namespace
 
-bool dropFiles(const std::vector<std::string>& files, HWND target) {
+bool dropFiles(const std::vector<std::wstring>& files, HWND target) {
   DROPFILES head{};
   head.pFiles = sizeof head;
-  std::string content(sizeof head, '\0');
-  std::memcpy(content.data(), &head, sizeof head);
-  for (const std::string& file : files) {
-    content += file;
-    content += '\0';
+  head.fWide = TRUE;
+  std::wstring names;
+  for (const std::wstring& file : files) {
+    names += file;
+    names += L'\0';
   }
-  content += '\0';
+  names += L'\0';
+  std::string content(sizeof head + names.size() * sizeof(wchar_t), '\0');
+  std::memcpy(content.data(), &head, sizeof head);
+  std::memcpy(content.data() + sizeof head, names.data(), names.size() * sizeof(wchar_t));
   return drop(CF_HDROP, content.data(), content.size(), target);
+}
+
+bool dropFiles(const std::vector<std::string>& files, HWND target) {
+  std::vector<std::wstring> names;
+  for (const std::string& file : files) {
+    names.push_back(wide(file));
+  }
+  return dropFiles(names, target);
 }
 
 bool dropText(const std::string& text, HWND target) {

@@ -3,6 +3,7 @@
 
 #include "tests/window/page_folder.h"
 #include "tests/window/started_program.h"
+#include "tests/window/wide_entry.h"
 #include "tests/window/work_folder.h"
 
 namespace kiv::test {
@@ -164,6 +165,20 @@ TEST_F(Kivsys, BuildThatCannotWriteReportsWhyAndKeepsTheOldPage) {
   EXPECT_TRUE(ended.error.starts_with("kivsys: cannot write Y1.MUS: ")) << ended.error;
   EXPECT_EQ(readFileContent("Y1.MUS"), "old");
   EXPECT_EQ(namesIn("."), (std::vector<std::string>{"X1.TXT", "Y1.MUS"}));
+}
+
+TEST_F(Kivsys, FolderOutsideTheCodePageIsEnteredByItsShortName) {
+  const WideEntry music(folder.path(), L"Music \x03A9", WideEntry::Kind::folder);
+  const CurrentFolder current(music.path());
+  writeFile("X1.MUS", page(fluteAndBass));
+  const Ended ended = kivsys("analyze X1.MUS");
+  EXPECT_EQ(ended.status, 0) << ended.error;
+  EXPECT_NE(readFileContent("KivSystem2.TXT").find("FILE=" + folder.upper(music.shortName()) + "\\X1.MUS\r\n"),
+            std::string::npos)
+      << readFileContent("KivSystem2.TXT");
+  for (const char* name : {"X1.MUS", "KivSystem1.TXT", "KivSystem2.TXT"}) {
+    DeleteFileA(name);
+  }
 }
 
 TEST_F(Kivsys, WrongUsageIsStatusTwo) {

@@ -1,5 +1,6 @@
 #include "tests/window/drag.h"
 #include "tests/window/panel_fixture.h"
+#include "tests/window/wide_entry.h"
 
 namespace kiv::test {
 namespace {
@@ -93,6 +94,23 @@ TEST_F(PanelWindow, WithoutTheModuleTheProgramEnds) {
   EXPECT_EQ(panel.process().exitCode(), 1);
 }
 
+TEST_F(PanelWindow, FolderOutsideTheCodePageIsEnteredByItsShortName) {
+  const WideEntry inner(folder.path(), L"Programs \x03A9", WideEntry::Kind::folder);
+  const CurrentFolder current(inner.path());
+  bringSettings(folder);
+  bringModule("KIVNAMES.EXE", "");
+  PanelOnScreen panel;
+  panel.click(&Panel::cmdSelectFiles);
+  EXPECT_TRUE(panel.waitUntil([] { return exists("said.txt"); }));
+  panel.waitUntilIdle();
+  EXPECT_TRUE(readFileContent("said.txt").starts_with("STARTDIR=" + folder / inner.shortName() + ",SUFFIX=MUS"))
+      << readFileContent("said.txt");
+  panel.leave();
+  for (const char* name : {"KIVPROJ.PRO", "KIVNAMES.EXE", "said.txt", "script.txt"}) {
+    DeleteFileA(name);
+  }
+}
+
 // --- drops ---
 
 TEST_F(PanelWindow, DroppedFilesGoToTheirModule) {
@@ -107,6 +125,22 @@ TEST_F(PanelWindow, DroppedFilesGoToTheirModule) {
                                              ",DEBUG=NO,TYPE=MUS,LIST=" + folder / "X2.MUS" + "," +
                                              folder / "with, comma.txt" + ",");
   panel.leave();
+}
+
+TEST_F(PanelWindow, OnlyThePartsOfADroppedNameThatNeedItAreShortened) {
+  const WideEntry inner(folder.path(), L"Music \x03A9", WideEntry::Kind::folder);
+  const std::string page = folder / inner.shortName() + "\\A long name 1.MUS";
+  writeFile(page, "");
+  bringModule("KIVOLE.EXE", "");
+  PanelOnScreen panel;
+  ASSERT_TRUE(dropFiles({inner.path() + L"\\A long name 1.MUS", L"C:\\missing\\\x03A9.MUS"},
+                        panel.control(&Panel::cmdSelectFiles)));
+  EXPECT_TRUE(panel.waitUntil([] { return exists("said.txt"); }));
+  panel.waitUntilIdle();
+  EXPECT_TRUE(readFileContent("said.txt").ends_with(",LIST=" + page + ",C:\\missing\\?.MUS,"))
+      << readFileContent("said.txt");
+  panel.leave();
+  DeleteFileA(page.c_str());
 }
 
 TEST_F(PanelWindow, ADropWithoutFilesIsReported) {

@@ -1,8 +1,8 @@
 #include "apps/companions/answers.h"
 #include "apps/companions/calls.h"
-#include "apps/companions/win32/code_page_path.h"
 #include "apps/companions/win32/companion.h"
 #include "apps/companions/win32/file_dialog.h"
+#include "platform/win32/code_page_path.h"
 #include "platform/win32/command_line.h"
 #include "platform/win32/text.h"
 #include "platform/win32/win32_system.h"
@@ -41,5 +41,6 @@ int chooseAndWrite(std::string_view line) {
 // The system's headers name the parameters in a style of their own.
 // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR /*commandLine*/, int /*show*/) {
+  kiv::enterCodePageFolder();
   return kiv::chooseAndWrite(kiv::argumentsOfProcess());
 }

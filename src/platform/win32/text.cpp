@@ -22,6 +22,14 @@ std::string numbered(DWORD error) {
   return text.str();
 }
 
+std::string narrow(std::wstring_view text, UINT codePage, DWORD flags, const char* substitute) {
+  const int size = static_cast<int>(text.size());
+  const int needed = WideCharToMultiByte(codePage, flags, text.data(), size, nullptr, 0, substitute, nullptr);
+  std::string bytes(static_cast<std::size_t>(needed), '\0');
+  WideCharToMultiByte(codePage, flags, text.data(), size, bytes.data(), needed, substitute, nullptr);
+  return bytes;
+}
+
 }  // namespace
 
 std::wstring wide(std::string_view text, UINT codePage) {
@@ -39,11 +47,11 @@ std::size_t folderLength(std::string_view name) {
 }
 
 std::string narrow(std::wstring_view text, UINT codePage) {
-  const int size = static_cast<int>(text.size());
-  const int needed = WideCharToMultiByte(codePage, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
-  std::string bytes(static_cast<std::size_t>(needed), '\0');
-  WideCharToMultiByte(codePage, 0, text.data(), size, bytes.data(), needed, nullptr, nullptr);
-  return bytes;
+  return narrow(text, codePage, 0, nullptr);
+}
+
+std::string narrowExactly(std::wstring_view text) {
+  return narrow(text, CP_ACP, WC_NO_BEST_FIT_CHARS, "?");
 }
 
 std::string systemMessage(DWORD error) {

@@ -17,6 +17,9 @@ std::size_t folderLength(std::string_view name);
 /// UTF-16 text in a code page: CP_ACP or CP_UTF8. Characters that the page lacks become its replacement character.
 std::string narrow(std::wstring_view text, UINT codePage);
 
+/// UTF-16 text in the ANSI code page, with a question mark for each character that the page lacks.
+std::string narrowExactly(std::wstring_view text);
+
 /// The system's words for an error number or a COM result, without a line end; the number where it has none.
 std::string systemMessage(DWORD error);
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 
+#include "platform/win32/code_page_path.h"
 #include "platform/win32/handle.h"
 #include "platform/win32/shell_object.h"
 #include "platform/win32/text.h"
@@ -151,7 +152,15 @@ bool Win32System::flushFile(const std::string& name) {
 }
 
 bool Win32System::enterFolder(const std::string& typed) {
-  return isWhole(typed) && SetCurrentDirectoryA(typed.c_str()) != FALSE;
+  if (!isWhole(typed) || SetCurrentDirectoryA(typed.c_str()) == FALSE) {
+    return false;
+  }
+  enterCodePageFolder();  // a link or a relative name may lead to a folder that the code page cannot hold
+  return true;
+}
+
+void Win32System::prepareCurrentFolder() {
+  enterCodePageFolder();
 }
 
 std::string Win32System::fullName(const std::string& typed) {

@@ -1,4 +1,4 @@
-#include "apps/companions/win32/code_page_path.h"
+#include "platform/win32/code_page_path.h"
 
 #include <algorithm>
 
@@ -41,6 +41,22 @@ std::optional<std::string> codePagePath(const std::wstring& path) {
     start = end + 1;
   }
   return bytes;
+}
+
+std::string closestPath(const std::wstring& path) {
+  // A similar character instead of a missing one would make it the name of another file.
+  return codePagePath(path).value_or(narrowExactly(path));
+}
+
+void enterCodePageFolder() {
+  std::wstring folder(GetCurrentDirectoryW(0, nullptr), L'\0');
+  folder.resize(GetCurrentDirectoryW(static_cast<DWORD>(folder.size()), folder.data()));
+  if (isInCodePage(folder)) {
+    return;
+  }
+  if (const auto path = codePagePath(folder)) {
+    SetCurrentDirectoryA(path->c_str());
+  }
 }
 
 std::wstring upperCase(std::wstring text) {

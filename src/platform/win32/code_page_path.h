@@ -10,6 +10,14 @@ namespace kiv {
 /// such a part has no short name.
 std::optional<std::string> codePagePath(const std::wstring& path);
 
+/// That path; where there is none, the path itself with a question mark, which no name has, for each character that the
+/// code page lacks.
+std::string closestPath(const std::wstring& path);
+
+/// Makes the current folder the one of that path, so that names made from it are those of its files. It stays the
+/// current one under its own name when the code page can hold that, or when there is no such path.
+void enterCodePageFolder();
+
 /// The text in capitals.
 std::wstring upperCase(std::wstring text);
 
