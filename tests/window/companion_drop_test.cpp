@@ -100,6 +100,23 @@ TEST_F(KivOle, MissingFileIsNotPassedOverInSilence) {
   expectBox("Dropped file not found: " + folder / "P2.MUS" + "\r\n" + systemMessage(ERROR_FILE_NOT_FOUND), 1);
 }
 
+TEST_F(KivOle, NetworkPathIsReportedAtOnce) {
+  drop({"P1.MUS"});
+  dropPath("\\\\SERVER\\S\\P2.MUS");
+  expectBox(
+      "\\\\SERVER\\S\\P2.MUS\r\nFiles are analyzed from disks only, not from network paths. Give the network folder a "
+      "drive letter, or copy the files to a disk.",
+      1);
+}
+
+TEST_F(KivOle, NameOutsideTheCodePageIsReportedAtOnce) {
+  drop({"P1.MUS"});
+  dropPath(folder / "?2.MUS");
+  expectBox(folder / "?2.MUS" +
+                "\r\nThis name has characters that the system's code page lacks, and there is no short name for it.",
+            1);
+}
+
 TEST_F(KivOle, ListThatWasCutOffIsReported) {
   drop({"P1.MUS", "P2.MUS"});
   list.resize(list.size() - 3);

@@ -33,6 +33,13 @@ int Companion::failToName(const std::wstring& path) const {
               L"\r\nThis name has characters that the system's code page lacks, and there is no short name for it.");
 }
 
+int Companion::failForNetwork(const std::wstring& path) const {
+  return fail(
+      path +
+      L"\r\nFiles are analyzed from disks only, not from network paths. Give the network folder a drive letter, or "
+      L"copy the files to a disk.");
+}
+
 int Companion::answer(const std::string& file, std::string_view content) const {
   if (const auto failure = replaceWhole(file, content)) {
     return fail(L"Cannot write " + wide(file) + L"\r\n" + wide(*failure));

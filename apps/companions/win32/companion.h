@@ -20,6 +20,8 @@ class Companion {
   int fail(const std::wstring& text) const;
   /// Reports that the path has no name that callers could read. Returns the exit code.
   int failToName(const std::wstring& path) const;
+  /// Reports that an analysis would refuse the path, which is one of the network. Returns the exit code.
+  int failForNetwork(const std::wstring& path) const;
   /// Reports that the command line does not have the form. Returns the exit code.
   int refuse(std::string_view line, std::string_view form) const;
   /// Replaces the named file by one with this content, or reports why it cannot. Returns the exit code.

@@ -1,5 +1,6 @@
 #include "apps/companions/answers.h"
 #include "apps/companions/calls.h"
+#include "apps/companions/unusable_names.h"
 #include "apps/companions/win32/companion.h"
 #include "apps/companions/win32/file_dialog.h"
 #include "platform/win32/code_page_path.h"
@@ -26,6 +27,9 @@ int chooseAndWrite(std::string_view line) {
   }
   std::vector<SelectedFile> files;
   for (const std::wstring& path : choice.paths) {
+    if (isNetworkPath(path)) {
+      return companion.failForNetwork(path);
+    }
     const auto name = codePagePath(path);
     if (!name) {
       return companion.failToName(path);

@@ -1,6 +1,7 @@
 #include "apps/companions/answers.h"
 #include "apps/companions/calls.h"
 #include "apps/companions/dropped_files.h"
+#include "apps/companions/unusable_names.h"
 #include "apps/companions/win32/companion.h"
 #include "platform/win32/code_page_path.h"
 #include "platform/win32/command_line.h"
@@ -25,14 +26,21 @@ int handleDrop(std::string_view line) {
     if (!hasType(path, call->type)) {
       continue;
     }
+    const std::wstring shown = wide(path);
+    if (isNetworkPath(shown)) {
+      return companion.failForNetwork(shown);
+    }
+    if (lacksCharacters(shown)) {
+      return companion.failToName(shown);
+    }
     const DWORD attributes = GetFileAttributesA(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
       // A page that is left out silently would make the others another piece of music.
       const std::string cause = lastFailure();
-      return companion.fail(L"Dropped file not found: " + wide(path) + L"\r\n" + wide(cause));
+      return companion.fail(L"Dropped file not found: " + shown + L"\r\n" + wide(cause));
     }
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
-      files.push_back({path, upperCase(wide(path))});
+      files.push_back({path, upperCase(shown)});
     }
   }
   if (files.empty()) {
