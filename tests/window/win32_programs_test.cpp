@@ -2,6 +2,8 @@
 
 #include "platform/external_programs.h"
 #include "platform/win32/handle.h"
+#include "platform/win32/shell_object.h"
+#include "platform/win32/text.h"
 #include "tests/window/started_program.h"
 #include "tests/window/system_host.h"
 #include "tests/window/work_folder.h"
@@ -152,6 +154,35 @@ TEST_F(Win32Programs, ProgramThatTheShellDoesNotFindEndsTheRun) {
   const std::string words = text.substr(start.size(), text.size() - start.size() - end.size());
   EXPECT_GT(words.size(), 5U) << "the system's words for it";
   EXPECT_EQ(words.find_first_of("\r\n"), std::string::npos) << words;
+}
+
+/// Runs a command on a system without the scripting host's shell object.
+std::optional<ShellFailure> runWithoutShell(const std::string& command, WindowStyle style = WindowStyle::normal) {
+  return runThroughShellObject(command, style, L"KivSystem.NoSuchObject");
+}
+
+TEST_F(Win32Programs, WithoutTheShellProgramsAreStartedDirectly) {
+  bringProgram("says_command_line.exe", "KIV NAMES.EXE");
+  EXPECT_EQ(runWithoutShell("KIV NAMES.EXE STARTDIR=C:\\A B"), std::nullopt);
+  EXPECT_EQ(readFileContent("said.txt"), "KIV NAMES.EXE STARTDIR=C:\\A B");
+  bringProgram("says_late.exe", "LATE.EXE");
+  EXPECT_EQ(runWithoutShell("late.exe"), std::nullopt);
+  EXPECT_EQ(readFileContent("said.txt"), "late") << "the end is waited for";
+}
+
+TEST_F(Win32Programs, WithoutTheShellTheWindowStyleIsTheSame) {
+  bringProgram("says_show_state.exe", "TOOL.EXE");
+  EXPECT_EQ(runWithoutShell("TOOL.EXE X.TXT"), std::nullopt);
+  EXPECT_EQ(readFileContent("said.txt"), "show 1");
+  EXPECT_EQ(runWithoutShell("TOOL.EXE X.TXT", WindowStyle::maximized), std::nullopt);
+  EXPECT_EQ(readFileContent("said.txt"), "show 3");
+}
+
+TEST_F(Win32Programs, WithoutTheShellAMissingProgramIsAFailure) {
+  const auto failure = runWithoutShell("MISSING.EXE X");
+  ASSERT_TRUE(failure);
+  EXPECT_LT(failure->number, 0);
+  EXPECT_EQ(failure->text, systemMessage(ERROR_FILE_NOT_FOUND));
 }
 
 TEST_F(Win32Programs, CommandThatIsNoProgramEndsTheRun) {

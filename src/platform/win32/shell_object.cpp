@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "platform/win32/text.h"
+#include "platform/win32/win32_programs.h"
 #include "platform/win32/windows_api.h"
 
 namespace kiv {
@@ -92,9 +93,9 @@ ShellFailure failureOf(HRESULT result) {
   return {numberOf(result), systemMessage(static_cast<DWORD>(result))};
 }
 
-HRESULT createShell(Dispatch& shell) {
+HRESULT createShell(const wchar_t* name, Dispatch& shell) {
   CLSID identifier{};
-  HRESULT result = CLSIDFromProgID(L"Wscript.Shell", &identifier);
+  HRESULT result = CLSIDFromProgID(name, &identifier);
   void* object = nullptr;
   if (SUCCEEDED(result)) {
     constexpr DWORD anywhere = CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER;
@@ -137,12 +138,14 @@ HRESULT callRun(IDispatch& shell, const std::string& command, WindowStyle style,
 
 }  // namespace
 
-std::optional<ShellFailure> runThroughShellObject(const std::string& command, WindowStyle style) {
+std::optional<ShellFailure> runThroughShellObject(const std::string& command, WindowStyle style,
+                                                  const wchar_t* shellObject) {
   const Apartment apartment;
   Dispatch shell;
-  HRESULT result = createShell(shell);
+  HRESULT result = createShell(shellObject, shell);
   if (FAILED(result)) {
-    return failureOf(result);
+    const DWORD error = startAndWait(command, style);
+    return error == ERROR_SUCCESS ? std::nullopt : std::optional(failureOf(HRESULT_FROM_WIN32(error)));
   }
   Exception exception;
   result = callRun(*shell, command, style, exception);
