@@ -28,7 +28,7 @@ bool isSiblingCall(const std::string& commandLine) {
 }
 
 int run(int argc, const char* const* argv) {
-  NativeSystem::prepareCurrentFolder();
+  NativeSystem::prepareProcess();
   const std::string commandLine = commandLineOf(argc, argv);
   return isSiblingCall(commandLine) ? runSiblingCall(commandLine) : runCommandLine(argc, argv);
 }

@@ -2,8 +2,8 @@
 
 #include "apps/kivsystem/out_of_memory.h"
 #include "apps/kivsystem/panel_window.h"
-#include "platform/win32/code_page_path.h"
 #include "platform/win32/command_line.h"
+#include "platform/win32/process_start.h"
 #include "platform/win32/win32_system.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
@@ -12,7 +12,10 @@
 // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR /*commandLine*/, int show) {
   try {
-    kiv::enterCodePageFolder();
+    kiv::prepareProcess();
+    // While a module is open the panel answers nothing. The system would show a copy of it that can be moved and
+    // closed.
+    DisableProcessWindowsGhosting();
     kiv::Win32System system;
     kiv::PanelUser user;
     kiv::KivSystem program({system, user, system, system});

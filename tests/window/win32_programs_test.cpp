@@ -1,3 +1,5 @@
+#include <array>
+
 #include <gtest/gtest.h>
 
 #include "platform/external_programs.h"
@@ -183,6 +185,32 @@ TEST_F(Win32Programs, WithoutTheShellAMissingProgramIsAFailure) {
   ASSERT_TRUE(failure);
   EXPECT_LT(failure->number, 0);
   EXPECT_EQ(failure->text, systemMessage(ERROR_FILE_NOT_FOUND));
+}
+
+TEST_F(Win32Programs, PreparedProcessLoadsNoLibraryOfTheCurrentFolder) {
+  std::array<char, MAX_PATH> system{};
+  const std::string library(system.data(), GetSystemDirectoryA(system.data(), MAX_PATH));
+  ASSERT_TRUE(CopyFileA((library + "\\version.dll").c_str(), "OTHER.DLL", TRUE));
+  bringProgram("loads_library.exe", "TOOL.EXE");
+  EXPECT_EQ(ExecCmd(host, "TOOL.EXE"), 0);
+  EXPECT_EQ(readFileContent("said.txt"), "loaded");
+  EXPECT_EQ(ExecCmd(host, "TOOL.EXE prepared"), 0);
+  EXPECT_EQ(readFileContent("said.txt"), "not loaded");
+}
+
+TEST_F(Win32Programs, DeliveredProgramsPrepareTheirProcess) {
+  for (const char* name : {"kivsystem\\KivSystem.exe", "kivsys\\kivsys.exe", "companions\\KIVNAMES.EXE",
+                           "companions\\KIVOLE.EXE", "companions\\KIVFOLDR.EXE"}) {
+    EXPECT_NE(readFileContent(builtFile("..\\..\\apps\\" + std::string(name))).find("SetDefaultDllDirectories"),
+              std::string::npos)
+        << name;
+  }
+}
+
+TEST_F(Win32Programs, PanelIsNotReplacedBySomethingThatOnlyLooksLikeIt) {
+  // A system that does so replaces windows that answer nothing for seconds, as the panel while a module is open.
+  EXPECT_NE(readFileContent(builtFile("..\\..\\apps\\kivsystem\\KivSystem.exe")).find("DisableProcessWindowsGhosting"),
+            std::string::npos);
 }
 
 TEST_F(Win32Programs, CommandThatIsNoProgramEndsTheRun) {

@@ -5,6 +5,7 @@
 #include "apps/companions/win32/file_dialog.h"
 #include "platform/win32/code_page_path.h"
 #include "platform/win32/command_line.h"
+#include "platform/win32/process_start.h"
 #include "platform/win32/text.h"
 #include "platform/win32/win32_system.h"
 #include "platform/win32/windows_api.h"
@@ -45,6 +46,6 @@ int chooseAndWrite(std::string_view line) {
 // The system's headers name the parameters in a style of their own.
 // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR /*commandLine*/, int /*show*/) {
-  kiv::enterCodePageFolder();
+  kiv::prepareProcess();
   return kiv::chooseAndWrite(kiv::argumentsOfProcess());
 }

@@ -47,8 +47,8 @@ class PosixSystem : public Files, public Programs, public Machine {
   [[nodiscard]] std::optional<std::string> flushFolders();
   /// Makes a folder, named as the user typed it, the run's current one. False when it cannot be.
   bool enterFolder(const std::string& typed);
-  /// Enters the current folder by a name that full names can begin with, which it has here.
-  static void prepareCurrentFolder() {}
+  /// Prepares this process, before anything else is done; nothing to do here.
+  static void prepareProcess() {}
   /// The full name, as the core writes names, of a file named as the user typed it.
   std::string fullName(const std::string& typed);
   /// A file name as the user typed it, as the core writes names.

@@ -6,6 +6,7 @@
 
 #include "platform/win32/code_page_path.h"
 #include "platform/win32/handle.h"
+#include "platform/win32/process_start.h"
 #include "platform/win32/shell_object.h"
 #include "platform/win32/text.h"
 #include "platform/win32/win32_files.h"
@@ -159,8 +160,8 @@ bool Win32System::enterFolder(const std::string& typed) {
   return true;
 }
 
-void Win32System::prepareCurrentFolder() {
-  enterCodePageFolder();
+void Win32System::prepareProcess() {
+  kiv::prepareProcess();
 }
 
 std::string Win32System::fullName(const std::string& typed) {

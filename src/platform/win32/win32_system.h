@@ -42,8 +42,8 @@ class Win32System : public Files, public Programs, public Machine {
   [[nodiscard]] static std::optional<std::string> flushFolders() { return std::nullopt; }
   /// Makes a folder, named as the user typed it, the run's current one. False when it cannot be.
   static bool enterFolder(const std::string& typed);
-  /// Enters the current folder by a name that full names can begin with.
-  static void prepareCurrentFolder();
+  /// Prepares this process, before anything else is done.
+  static void prepareProcess();
   /// The full name, as the core writes names, of a file named as the user typed it.
   static std::string fullName(const std::string& typed);
   /// A file name as the user typed it, as the core writes names.
