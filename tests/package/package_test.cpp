@@ -153,6 +153,37 @@ TEST_F(Installed, EarlierVersionIsRemovedFirst) {
   EXPECT_EQ(readFileContent("said.txt"), quoted(uninstaller) + " /S _?=" + folder);
 }
 
+TEST_F(Installed, UninstallerOfAnotherProgramIsNeitherRunNorReplaced) {
+  uninstall();
+  const WorkFolder elsewhere;
+  const std::string foreign = folder + "\\Uninstall.exe";
+  makeFolder(folder);
+  bringProgram(R"(..\window\says_command_line.exe)", foreign);
+  const std::string before = readFileContent(foreign);
+  EXPECT_EQ(install(), 2);
+  EXPECT_FALSE(exists("said.txt"));
+  EXPECT_EQ(namesIn(folder), Names{"Uninstall.exe"});
+  EXPECT_TRUE(readFileContent(foreign) == before);
+  DeleteFileA(foreign.c_str());
+}
+
+TEST_F(Installed, ChangedModulesAndExamplesStayTheUsers) {
+  const Names changed = {"KIVNAMES.EXE", R"(examples\beethoven-9\SYMPH001.MUS)"};
+  for (const std::string& name : changed) {
+    writeFile(folder + "\\" + name, "mine");
+  }
+  ASSERT_EQ(install(), 0) << "once more";
+  for (const std::string& name : changed) {
+    EXPECT_EQ(readFileContent(folder + "\\" + name), "mine") << name;
+  }
+  uninstall();
+  EXPECT_EQ(filesBelow(folder), changed);
+  for (const std::string& name : changed) {
+    DeleteFileA((folder + "\\" + name).c_str());
+  }
+  RemoveDirectoryA((folder + R"(\examples\beethoven-9)").c_str());
+}
+
 TEST_F(Installed, NothingIsReplacedWhileThePanelIsOpen) {
   PanelOnScreen panel(openShortcut());
   ASSERT_TRUE(panel.window());
