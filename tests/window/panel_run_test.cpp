@@ -10,6 +10,7 @@ TEST_F(PanelWindow, AnalyzesAndConvertsFromTheFirstToTheLastResult) {
   panel.answer(resultOfAnalysis());
   EXPECT_TRUE(panel.waitUntil([&] { return panel.isEnabled(&Panel::cmdConvert); }));
   EXPECT_EQ(panel.textOf(&Panel::txtFirstResultFile), folder.upper("WORK0001.MUS"));
+  panel.waitUntilIdle();
   panel.click(&Panel::cmdConvert);
   panel.answer(created(folder.upper("")));
   panel.waitUntilIdle();
