@@ -5,9 +5,9 @@
 #include <unordered_map>
 #include <utility>
 
-#include "base/bytes.h"
 #include "base/exact_number.h"
 #include "verify/numbers.h"
+#include "verify/words.h"
 
 namespace kiv::proof {
 namespace {
@@ -57,7 +57,7 @@ class ItemComparison {
 
 /// The key of an item on its staff in its result.
 std::string fullKey(std::size_t result, const Item& item) {
-  return std::to_string(result) + ":" + wordBytes(item[par::staff]) + itemKey(item);
+  return std::to_string(result) + ":" + wordOf(item[par::staff]) + itemKey(item);
 }
 
 void ItemComparison::matchIdentical() {
@@ -196,7 +196,7 @@ std::vector<Finding> compareBytes(const ResultPage& result) {
   const auto& expected = result.expected.items;
   std::vector<Item> items;
   for (std::size_t i = 0; i < expected.size(); ++i) {
-    const Item& item = result.expected.isOrdered ? expected[i].item : found[i].item;
+    const Item& item = expected[i].item;
     if (itemKey(item) != itemKey(found[i].item) || item[par::staff] != found[i].item[par::staff]) {
       return {{result.name, found[i].number, "stands where another item belongs"}};
     }

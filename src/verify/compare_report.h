@@ -8,8 +8,11 @@
 
 namespace kiv::proof {
 
-/// Compares a report, or a verdict, with the one that an analysis gives today. In a report's head line the digits of
-/// version, date and time may differ. At most 20 lines that differ are reported.
-std::vector<Finding> compareText(const std::string& name, std::string_view found, std::string_view expected);
+/// Compares a report with the derived one. Of the first line of a report, the numbers in version, date and time may be
+/// any. A report of other pages, or one of which more than a few lines differ, is one finding; otherwise each line is.
+std::vector<Finding> compareReport(const std::string& name, std::string_view found, std::string_view expected);
+
+/// Compares a verdict with the derived one, line by line.
+std::vector<Finding> compareVerdict(const std::string& name, std::string_view found, std::string_view expected);
 
 }  // namespace kiv::proof

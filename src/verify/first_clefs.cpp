@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <unordered_map>
 
-#include "input/file_names.h"
 #include "verify/numbers.h"
 
 namespace kiv::proof {
@@ -12,34 +10,6 @@ namespace {
 
 constexpr float kindMark = 1000;
 constexpr float hiddenStaff = -1;
-
-/// Where in a file name without folder its page letter is: a single letter between number and suffix.
-std::size_t pageLetterOf(const std::string& name) {
-  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-  const auto isLetter = [](char c) { return c >= 'A' && c <= 'Z'; };
-  const std::size_t end = std::min(name.find('.'), name.size());
-  return end >= 2 && isLetter(name[end - 1]) && isDigit(name[end - 2]) ? end - 1 : std::string::npos;
-}
-
-/// The files of each page in the order of selection. Pages come in the order of their first files.
-std::vector<std::vector<std::string>> pagesOf(Machine& machine, const std::vector<std::string>& inputs) {
-  std::vector<std::vector<std::string>> pages;
-  std::unordered_map<std::string, std::size_t> pagesWithLetters;
-  for (const std::string& input : inputs) {
-    std::string name = withoutPath(machine, input);
-    const std::size_t letter = pageLetterOf(name);
-    if (letter == std::string::npos) {
-      pages.push_back({input});
-      continue;
-    }
-    const auto [page, isNew] = pagesWithLetters.emplace(name.erase(letter, 1), pages.size());
-    if (isNew) {
-      pages.emplace_back();
-    }
-    pages[page->second].push_back(input);
-  }
-  return pages;
-}
 
 /// Reads the files of one page, and enters the clefs of instruments that have none yet.
 class PageClefs {
@@ -125,18 +95,18 @@ StavesAndClefs stavesAndClefsOf(const LoadedPage& page) {
   return found;
 }
 
-FirstClefs firstClefsOf(Machine& machine, const std::vector<std::string>& inputs,
-                        const std::map<std::string, StavesAndClefs>& files) {
-  FirstClefs firstClefs;
-  for (const std::vector<std::string>& page : pagesOf(machine, inputs)) {
-    PageClefs clefs(firstClefs);
-    const bool isComplete =
-        std::all_of(page.rbegin(), page.rend(), [&](const std::string& file) { return clefs.addFile(files.at(file)); });
-    if (!isComplete) {
-      return firstClefs;
+GroupClefs firstClefsOf(const std::vector<PageFiles>& pages, const std::map<std::string, StavesAndClefs>& files) {
+  GroupClefs group;
+  for (const PageFiles& page : pages) {
+    PageClefs clefs(group.clefs);
+    for (auto file = page.files.rbegin(); file != page.files.rend(); ++file) {
+      if (!clefs.addFile(files.at(*file))) {
+        group.endedBy = *file;
+        return group;
+      }
     }
   }
-  return firstClefs;
+  return group;
 }
 
 }  // namespace kiv::proof

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/machine.h"
+#include "verify/page_files.h"
 #include "verify/page_items.h"
 
 namespace kiv::proof {
@@ -33,10 +33,15 @@ struct StavesAndClefs {
 
 StavesAndClefs stavesAndClefsOf(const LoadedPage& page);
 
-/// The first clef of every instrument in the order in which an analysis reads the inputs, which are given in the order
-/// of selection: the files of a page with letters together, from the last letter to the first. Of a group that no
-/// analysis can read to its end, the clefs up to there. The files have all inputs.
-FirstClefs firstClefsOf(Machine& machine, const std::vector<std::string>& inputs,
-                        const std::map<std::string, StavesAndClefs>& files);
+/// The first clefs of a group.
+struct GroupClefs {
+  FirstClefs clefs;
+  std::string endedBy;  ///< the file at which an analysis ends; "" when it reads them all
+};
+
+/// The first clef of every instrument in the order in which an analysis reads the pages: the files of one from the
+/// last to the first. Of a group that no analysis can read to its end, the clefs up to there. The files have all of
+/// the pages.
+GroupClefs firstClefsOf(const std::vector<PageFiles>& pages, const std::map<std::string, StavesAndClefs>& files);
 
 }  // namespace kiv::proof

@@ -27,8 +27,8 @@ struct ModelItem {
 struct ModelStaff {
   int number = 0;
   Item staff;
-  std::vector<ModelItem> items;  ///< all but barlines and braces
-  std::vector<Item> barlines;    ///< those of its input, braces included
+  std::vector<ModelItem> items;     ///< all but barlines and braces
+  std::vector<ModelItem> barlines;  ///< braces included; others take their place, but they count when items are sorted
 
   float instrument() const { return staff[par::instrument]; }
 };

@@ -1,8 +1,9 @@
 // The order of the items of an expected result.
 
 #include <algorithm>
-#include <cmath>
+#include <utility>
 
+#include "verify/item_order.h"
 #include "verify/system_model.h"
 
 namespace kiv::proof {
@@ -13,25 +14,23 @@ struct PlacedItem {
   float instrument = 0;
   int staff = 0;
   ModelItem model;
-
-  float par(int p) const { return model.item[p]; }
+  bool isReplaced = false;
 };
 
-bool isBefore(const PlacedItem& a, const PlacedItem& b) {
-  if (a.instrument != b.instrument) {
-    return a.instrument > b.instrument;
+/// The items in their order. Those that others replace take part, and are left out then.
+std::vector<PlacedItem> sorted(std::vector<PlacedItem> placed) {
+  std::sort(placed.begin(), placed.end(), [](const auto& a, const auto& b) { return a.model.order < b.model.order; });
+  std::vector<OrderKey> keys;
+  for (const PlacedItem& item : placed) {
+    keys.push_back({item.instrument, item.model.item[par::position], item.model.item[par::height]});
   }
-  if (a.par(par::position) != b.par(par::position)) {
-    return a.par(par::position) < b.par(par::position);
+  std::vector<PlacedItem> inOrder;
+  for (const std::size_t i : orderOf(keys)) {
+    if (!placed[i].isReplaced) {
+      inOrder.push_back(std::move(placed[i]));
+    }
   }
-  if (a.par(par::height) != b.par(par::height)) {
-    return a.par(par::height) < b.par(par::height);
-  }
-  return a.model.order < b.model.order;
-}
-
-bool hasPosition(const PlacedItem& item) {
-  return !std::isnan(item.par(par::position)) && !std::isnan(item.par(par::height));
+  return inOrder;
 }
 
 /// The staff of an instrument in the file: the highest identifier is on staff 1.
@@ -53,19 +52,19 @@ ExpectedPage SystemModel::page() const {
   ExpectedPage page;
   std::vector<PlacedItem> placed;
   for (const ModelStaff& staff : staves_) {
-    page.barlines += staff.barlines.size();
     const int number = staffOf(staff.instrument(), staves_);
     for (const ModelItem& model : staff.items) {
       placed.push_back({staff.instrument(), number, model});
+    }
+    for (const ModelItem& barline : staff.barlines) {
+      page.barlines += barline.origin.file.empty() ? 0U : 1U;
+      placed.push_back({staff.instrument(), number, barline, true});
     }
     if (staff.number == 1) {
       placed.push_back({staff.instrument(), 1, {systemBarline_, {}, systemBarlineOrder_}});
     }
   }
-  page.isOrdered = std::all_of(placed.begin(), placed.end(), hasPosition);
-  if (page.isOrdered) {
-    std::sort(placed.begin(), placed.end(), isBefore);
-  }
+  placed = sorted(std::move(placed));
   for (const ModelStaff& staff : staves_) {
     const auto brace = std::find_if(group_.braces.begin(), group_.braces.end(),
                                     [&](const auto& entry) { return entry.first == staff.instrument(); });

@@ -84,7 +84,18 @@ int SystemModel::insertionNumber(std::size_t index) {
   return static_cast<int>(wanted);
 }
 
+/// Barlines of the lowest staff that span no staff span it from then on.
+void SystemModel::widenSpans() {
+  for (ModelStaff& staff : staves_) {
+    for (ModelItem& barline : staff.barlines) {
+      float& span = barline.item[par::spannedStaves];
+      span = staff.number == 1 && span == 0 ? 1 : span;
+    }
+  }
+}
+
 void SystemModel::addRestStaff(const KnownInstrument& instrument, std::size_t index) {
+  widenSpans();
   ModelStaff staff;
   staff.number = insertionNumber(index);
   const Item& last = staves_.back().staff;
@@ -96,6 +107,9 @@ void SystemModel::addRestStaff(const KnownInstrument& instrument, std::size_t in
   staff.staff[par::par11] = instrument.par11;
   add(staff, staff.staff);
   addSignatures(instrument, staff);
+  for (std::size_t b = 1; b < bars_.size(); ++b) {
+    addReplaced(staff, barlineOf(staff, bars_[b]));
+  }
   const auto reference =
       std::find_if(staves_.begin(), staves_.end(), [](const ModelStaff& other) { return other.staff[par::mark] == 0; });
   if (reference == staves_.end()) {

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <system_error>
 
 namespace kiv::proof {
 
@@ -14,6 +15,17 @@ std::optional<std::int16_t> roundedTo16Bits(double number) {
   const double whole = number - std::remainder(number, 1.0);
   return whole >= Limits::min() && whole <= Limits::max() ? std::optional(static_cast<std::int16_t>(whole))
                                                           : std::nullopt;
+}
+
+std::optional<std::int16_t> wholeIn(std::string_view text) {
+  // Words for what is no number would be read, too.
+  if (text.empty() || text.find_first_not_of("+-.0123456789eE") != std::string_view::npos) {
+    return std::nullopt;
+  }
+  double number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool isNumber = error == std::errc() && end == text.data() + text.size();
+  return isNumber ? roundedTo16Bits(number) : std::nullopt;
 }
 
 std::string generalForm(float number) {

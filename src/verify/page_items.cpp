@@ -5,12 +5,12 @@
 #include <string_view>
 #include <utility>
 
-#include "base/bytes.h"
 #include "base/exact_number.h"
 #include "mus/format.h"
 #include "mus/page_walker.h"
 #include "platform/bounded_file.h"
 #include "verify/numbers.h"
+#include "verify/words.h"
 
 namespace kiv::proof {
 namespace {
@@ -37,9 +37,9 @@ int lastParameter(const Item& item) {
 std::string chunksOf(const Item& item) {
   std::string chunks = item.text;
   if (item.type() == ItemType::shortText) {
-    chunks.resize(2 * bytesPerWord, ' ');
+    chunks.resize(2 * wordSize, ' ');
   }
-  chunks.resize((chunks.size() + bytesPerWord - 1) / bytesPerWord * bytesPerWord, ' ');
+  chunks.resize((chunks.size() + wordSize - 1) / wordSize * wordSize, ' ');
   return chunks;
 }
 
@@ -47,19 +47,19 @@ void appendItem(const Item& item, std::string& bytes) {
   const bool hasText = item.type().hasText();
   const std::string chunks = hasText ? chunksOf(item) : "";
   const int last = lastParameter(item);
-  const std::size_t words = static_cast<std::size_t>(last) + chunks.size() / bytesPerWord;
-  bytes += wordBytes(static_cast<float>(words));
+  const std::size_t words = static_cast<std::size_t>(last) + chunks.size() / wordSize;
+  bytes += wordOf(static_cast<float>(words));
   for (int p = 1; p <= last; ++p) {
-    bytes += wordBytes(item[p]);
+    bytes += wordOf(item[p]);
   }
   bytes += chunks;
 }
 
 /// The trailer that every result has.
 std::string trailer() {
-  std::string bytes("  \0\0", bytesPerWord);
+  std::string bytes("  \0\0", wordSize);
   for (const float number : {0.0F, 3.0F, 0.0F, 5.0F, -9999.0F}) {
-    bytes += wordBytes(number);
+    bytes += wordOf(number);
   }
   return bytes;
 }
@@ -111,9 +111,9 @@ Item asWritten(Item item) {
 }
 
 std::string itemKey(const Item& item) {
-  std::string key = wordBytes(item[par::type]);
+  std::string key = wordOf(item[par::type]);
   for (int p = par::position; p <= parameterCount; ++p) {
-    key += wordBytes(item[p]);
+    key += wordOf(item[p]);
   }
   return key + item.text;
 }
@@ -124,7 +124,7 @@ std::string pageOf(const std::vector<Item>& items) {
     appendItem(item, bytes);
   }
   bytes += trailer();
-  const std::size_t words = (bytes.size() - headerBytes) / bytesPerWord;
+  const std::size_t words = (bytes.size() - headerBytes) / wordSize;
   bytes[0] = static_cast<char>(words & 0xFFU);
   bytes[1] = static_cast<char>(words >> 8U & 0xFFU);
   return bytes;

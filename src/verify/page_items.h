@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,9 @@ struct LoadedPage {
   std::vector<PageItem> items;
   std::string error;  ///< why it cannot be read as a page, as a phrase; "" when it can
 };
+
+/// Page files by their full names.
+using LoadedPages = std::map<std::string, LoadedPage>;
 
 LoadedPage loadPage(Files& files, const std::string& name);
 

@@ -1,10 +1,9 @@
 #include "verify/report_records.h"
 
-#include <algorithm>
 #include <optional>
 
-#include "base/number.h"
 #include "verify/numbers.h"
+#include "verify/text_lines.h"
 
 namespace kiv::proof {
 namespace {
@@ -21,8 +20,7 @@ std::optional<std::string_view> fieldOf(std::string_view record, std::string_vie
 
 bool readNumber(std::string_view record, std::string_view key, std::int16_t& number) {
   const auto field = fieldOf(record, key);
-  const auto value = field ? strictNumber(*field) : std::nullopt;
-  const auto whole = value ? roundedTo16Bits(*value) : std::nullopt;
+  const auto whole = field ? wholeIn(*field) : std::nullopt;
   number = whole.value_or(0);
   return whole.has_value();
 }
@@ -40,17 +38,6 @@ std::optional<Record> recordIn(std::string_view line) {
 }
 
 }  // namespace
-
-std::vector<std::string_view> linesOf(std::string_view text) {
-  std::vector<std::string_view> lines;
-  while (!text.empty()) {
-    const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
-    lines.push_back(text.substr(0, end));
-    text.remove_prefix(end);
-    text.remove_prefix(text.starts_with("\r\n") ? 2 : std::min<std::size_t>(1, text.size()));
-  }
-  return lines;
-}
 
 Records readRecords(std::string_view report) {
   Records records;

@@ -25,7 +25,4 @@ struct Records {
 
 Records readRecords(std::string_view report);
 
-/// The lines of a text that ends its lines with CR LF, LF or CR.
-std::vector<std::string_view> linesOf(std::string_view text);
-
 }  // namespace kiv::proof

@@ -1,7 +1,7 @@
 #include "verify/result_names.h"
 
 #include <algorithm>
-#include <set>
+#include <map>
 #include <string_view>
 
 #include "input/file_names.h"
@@ -40,24 +40,32 @@ std::optional<std::vector<std::string>> resultNames(Machine& machine, const std:
   return names;
 }
 
-std::vector<std::string> surplusResults(Files& files, Machine& machine, const std::string& firstResultFile,
-                                        const std::vector<std::string>& names) {
+StrayResults strayResults(Files& files, Machine& machine, const std::string& firstResultFile,
+                          const std::vector<std::string>& names) {
   const std::string folder = justPath(machine, firstResultFile);
   const std::string stem = machine.upperCase(withoutPath(machine, stemOf(machine, firstResultFile).value_or("")));
-  std::set<std::string> known;
+  std::map<std::string, std::string> spellings;  // that were met, of each result
   for (const std::string& name : names) {
-    known.insert(machine.upperCase(withoutPath(machine, name)));
+    spellings[machine.upperCase(withoutPath(machine, name))];
   }
-  std::vector<std::string> surplus;
+  StrayResults stray;
   for (const FolderEntry& entry : files.listFolder(folder)) {
     const std::string name = machine.upperCase(entry.name);
-    if (!entry.isFolder && name.starts_with(stem) && isNumberAndSuffix(std::string_view(name).substr(stem.size())) &&
-        !known.contains(name)) {
-      surplus.push_back(folder + entry.name);
+    if (entry.isFolder || !name.starts_with(stem) || !isNumberAndSuffix(std::string_view(name).substr(stem.size()))) {
+      continue;
+    }
+    const auto known = spellings.find(name);
+    if (known == spellings.end()) {
+      stray.surplus.push_back(folder + entry.name);
+    } else if (known->second.empty()) {
+      known->second = entry.name;
+    } else {
+      const auto [one, other] = std::minmax(known->second, entry.name);
+      stray.doubled.push_back({folder + one, 0, "is a result that exists in a second spelling, " + other});
     }
   }
-  std::sort(surplus.begin(), surplus.end());
-  return surplus;
+  std::sort(stray.surplus.begin(), stray.surplus.end());
+  return stray;
 }
 
 }  // namespace kiv::proof

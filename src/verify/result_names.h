@@ -7,6 +7,7 @@
 
 #include "platform/files.h"
 #include "platform/machine.h"
+#include "verify/finding.h"
 
 namespace kiv::proof {
 
@@ -15,8 +16,13 @@ namespace kiv::proof {
 std::optional<std::vector<std::string>> resultNames(Machine& machine, const std::string& firstResultFile,
                                                     std::size_t count);
 
-/// The files in the folder of the results that are named like a result, but are none of these.
-std::vector<std::string> surplusResults(Files& files, Machine& machine, const std::string& firstResultFile,
-                                        const std::vector<std::string>& names);
+/// What else the folder of the results holds.
+struct StrayResults {
+  std::vector<std::string> surplus;  ///< full names of files that are named like a result, but are none of these
+  std::vector<Finding> doubled;      ///< results that exist in more than one spelling
+};
+
+StrayResults strayResults(Files& files, Machine& machine, const std::string& firstResultFile,
+                          const std::vector<std::string>& names);
 
 }  // namespace kiv::proof

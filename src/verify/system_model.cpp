@@ -1,9 +1,9 @@
 #include "verify/system_model.h"
 
 #include <algorithm>
-#include <cmath>
 #include <set>
 
+#include "verify/item_order.h"
 #include "verify/numbers.h"
 
 namespace kiv::proof {
@@ -25,13 +25,18 @@ void SystemModel::add(ModelStaff& staff, const Item& item) {
   staff.items.push_back({item, {}, order_++});
 }
 
+/// A barline that is there while staves are added, and that others replace.
+void SystemModel::addReplaced(ModelStaff& staff, const Item& barline) {
+  staff.barlines.push_back({barline, {}, order_++});
+}
+
 void SystemModel::addStaff(const Record& record, const std::vector<PageItem>& items) {
   ModelStaff staff;
   staff.number = record.newStaff;
   int staffItems = 0;
   for (const PageItem& read : items) {
     if (isBarline(read.item)) {
-      staff.barlines.push_back(read.item);
+      staff.barlines.push_back({read.item, {record.file, read.number}, order_++});
       continue;
     }
     if (read.item.type() == ItemType::staff) {
@@ -84,25 +89,39 @@ void SystemModel::numberFromOne() {
   }
 }
 
+/// A staff that is the only one of its system gets the barline at its left end that it may lack.
+void SystemModel::closeSingleStaff(ModelStaff& staff) {
+  const float left = staff.staff[par::position];
+  const bool closed = std::any_of(staff.barlines.begin(), staff.barlines.end(),
+                                  [&](const ModelItem& barline) { return barline.item[par::position] == left; });
+  if (!closed) {
+    addReplaced(staff, barlineOf(staff, {left, 0}));
+  }
+}
+
 void SystemModel::collectBars() {
   const auto lowest = std::find_if(staves_.begin(), staves_.end(), [](const auto& staff) { return staff.number == 1; });
-  for (const Item& barline : lowest->barlines) {
+  if (staves_.size() == 1) {
+    closeSingleStaff(*lowest);
+  }
+  std::vector<Bar> bars;
+  std::vector<OrderKey> keys;
+  for (const ModelItem& model : lowest->barlines) {
+    const Item& barline = model.item;
     if (barline[par::kind] < lowestBraceKind) {
       const auto kind = roundedTo16Bits(barline[par::kind]);
-      if (!kind || std::isnan(barline[par::position])) {
-        fail("a barline of its lowest staff is of no kind, or stands nowhere");
+      if (!kind) {
+        fail("item " + std::to_string(model.origin.number) + " of " + model.origin.file +
+             " is a barline of a kind that 16 bits do not hold");
         return;
       }
-      bars_.push_back({barline[par::position], kind.value_or(0)});
+      bars.push_back({barline[par::position], *kind});
+      keys.push_back({0, barline[par::position], 0});
     }
   }
-  const float left = lowest->staff[par::position];
-  const bool closed = std::any_of(lowest->barlines.begin(), lowest->barlines.end(),
-                                  [&](const Item& barline) { return barline[par::position] == left; });
-  if (staves_.size() == 1 && !closed) {
-    bars_.push_back({left, 0});
+  for (const std::size_t i : orderOf(keys)) {
+    bars_.push_back(bars[i]);
   }
-  std::stable_sort(bars_.begin(), bars_.end(), [](const Bar& a, const Bar& b) { return a.position < b.position; });
   if (bars_.empty()) {
     fail("its lowest staff has no barline");
   }
@@ -110,31 +129,39 @@ void SystemModel::collectBars() {
 
 void SystemModel::collectBraces() {
   for (const ModelStaff& staff : staves_) {
-    for (const Item& brace : staff.barlines) {
+    for (const ModelItem& model : staff.barlines) {
+      const Item& brace = model.item;
       const bool known = std::any_of(group_.braces.begin(), group_.braces.end(),
                                      [&](const auto& entry) { return entry.first == staff.instrument(); });
-      if (brace[par::kind] < lowestBraceKind || staff.instrument() == 0 || known) {
+      const bool isBrace = brace[par::kind] >= lowestBraceKind;  // which a NaN is not
+      if (!isBrace || staff.instrument() == 0 || known) {
         continue;
       }
       const auto kind = roundedTo16Bits(brace[par::braceKind]);
       if (!kind) {
-        fail("the kind of a brace is no number of 16 bits");
+        fail("item " + std::to_string(model.origin.number) + " of " + model.origin.file +
+             " is a brace of a kind that 16 bits do not hold");
       }
       group_.braces.emplace_back(staff.instrument(), kind.value_or(0));
     }
   }
 }
 
+/// A barline of a single staff.
+Item SystemModel::barlineOf(const ModelStaff& staff, const Bar& bar) const {
+  const float reach = group_.instruments.barlineReach(staff.instrument());
+  Item barline(ItemType::barline, 0, bar.position);
+  barline[par::spannedStaves] = 1;
+  barline[par::kind] = bar.kind;
+  barline[par::spanCode] = reach;
+  barline[par::spanSize] = reach == 1 ? 5.0F : 0.0F;
+  return barline;
+}
+
 void SystemModel::addBarlines() {
   for (ModelStaff& staff : staves_) {
-    const float reach = group_.instruments.barlineReach(staff.instrument());
     for (std::size_t b = 1; b < bars_.size(); ++b) {
-      Item barline(ItemType::barline, 0, bars_[b].position);
-      barline[par::spannedStaves] = 1;
-      barline[par::kind] = bars_[b].kind;
-      barline[par::spanCode] = reach;
-      barline[par::spanSize] = reach == 1 ? 5.0F : 0.0F;
-      add(staff, barline);
+      add(staff, barlineOf(staff, bars_[b]));
     }
   }
   systemBarline_ = Item(ItemType::barline, 0, bars_.front().position);

@@ -25,7 +25,6 @@ struct ExpectedItem {
 /// The result that a system must have.
 struct ExpectedPage {
   std::vector<ExpectedItem> items;  ///< in the order of the file
-  bool isOrdered = true;            ///< false when a position that is a NaN leaves the order open
   std::size_t barlines = 0;         ///< of the inputs, braces included: the result has others instead
 };
 
@@ -53,16 +52,20 @@ class SystemModel {
   void numberFromOne();
   void collectBars();
   void collectBraces();
+  void closeSingleStaff(ModelStaff& staff);
   void addMissingStaves();
+  void widenSpans();
   void addRestStaff(const KnownInstrument& instrument, std::size_t index);
   int insertionNumber(std::size_t index);
   void addSignatures(const KnownInstrument& instrument, ModelStaff& staff);
   void addTimes(const ModelStaff& reference, ModelStaff& staff);
   void addRests(const ModelStaff& reference, ModelStaff& staff);
   float barLength(const ModelStaff& staff, float beat);
+  Item barlineOf(const ModelStaff& staff, const Bar& bar) const;
   void addBarlines();
   void addNumbers();
   void add(ModelStaff& staff, const Item& item);
+  void addReplaced(ModelStaff& staff, const Item& barline);
 
   GroupKnowledge& group_;
   const FirstClefs& firstClefs_;

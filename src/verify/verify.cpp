@@ -10,9 +10,12 @@
 #include "verify/compare_items.h"
 #include "verify/compare_layout.h"
 #include "verify/compare_report.h"
+#include "verify/derived_analysis.h"
 #include "verify/first_clefs.h"
+#include "verify/other_results.h"
 #include "verify/report_records.h"
 #include "verify/result_names.h"
+#include "verify/selected_files.h"
 #include "verify/system_model.h"
 
 namespace kiv::proof {
@@ -29,32 +32,37 @@ struct InputPage {
 
 class Verifier {
  public:
-  Verifier(Files& files, Machine& machine, const AnalysisAgain& again, const ConversionToProve& conversion)
-      : files_(files), machine_(machine), again_(again), conversion_(conversion) {}
+  Verifier(Files& files, Machine& machine, const ConversionToProve& conversion)
+      : files_(files), machine_(machine), conversion_(conversion) {}
 
-  Verification run();
+  Verification run(const std::string& namesFile);
 
  private:
   void report(const std::string& file, const std::string& what) { verification_.findings.push_back({file, 0, what}); }
   void report(const std::vector<Finding>& findings);
-  std::string readText(const std::string& name, const std::string& expected, std::size_t limit);
+  std::optional<std::string> readText(const std::string& name, std::size_t limit);
   void digest(const std::string& name, std::string_view bytes);
-  void readInputs();
+  LoadedPages loadInputs(const std::vector<std::string>& names);
+  bool derive(const SelectedFiles& selected);
+  std::optional<Finding> deriveFrom(const std::vector<PageFiles>& pages, LoadedPages files);
+  void compareTexts(const std::optional<std::string>& reportText, const std::optional<std::string>& verdictText);
   void groupRecords();
-  void readResults();
+  bool readResults();
   bool numbersAreShown();
   void deriveExpected();
   void compare();
+  void reportMissingAndSurplus(const StrayResults& stray);
 
   Files& files_;
   Machine& machine_;
-  const AnalysisAgain& again_;
   const ConversionToProve& conversion_;
   Verification verification_;
+  DerivedAnalysis derived_;
   Records records_;
   std::vector<std::vector<Record>> systems_;
   std::map<std::string, InputPage> inputs_;
   FirstClefs firstClefs_;
+  std::vector<std::string> resultNames_;
   std::vector<ResultPage> results_;
 };
 
@@ -66,33 +74,46 @@ void Verifier::digest(const std::string& name, std::string_view bytes) {
   verification_.files.push_back({name, sha256(bytes)});
 }
 
-std::string Verifier::readText(const std::string& name, const std::string& expected, std::size_t limit) {
+std::optional<std::string> Verifier::readText(const std::string& name, std::size_t limit) {
   BoundedContent text = readBounded(files_, name, limit);
-  if (!text.bytes) {
+  if (text.bytes) {
+    digest(name, *text.bytes);
+  } else {
     report(name, text.isTooLarge ? tooLarge(limit, "this file") : "cannot be read");
-    return "";
   }
-  digest(name, *text.bytes);
-  if (again_.failure.empty()) {
-    report(compareText(name, *text.bytes, expected));
-  }
-  return std::move(*text.bytes);
+  return std::move(text.bytes);
 }
 
-void Verifier::readInputs() {
-  std::set<std::string> names(again_.inputs.begin(), again_.inputs.end());
-  for (const Record& record : records_.staves) {
-    names.insert(record.file);
-  }
-  std::map<std::string, StavesAndClefs> clefs;
-  for (const std::string& name : names) {
-    LoadedPage page = loadPage(files_, name);
-    if (!page.error.empty()) {
-      report(name, page.error);
-    }
+LoadedPages Verifier::loadInputs(const std::vector<std::string>& names) {
+  LoadedPages pages;
+  for (const std::string& name : std::set<std::string>(names.begin(), names.end())) {
+    const LoadedPage& page = pages.emplace(name, loadPage(files_, name)).first->second;
     if (!page.bytes.empty()) {
       digest(name, page.bytes);
     }
+  }
+  verification_.counts.inputs = pages.size();
+  return pages;
+}
+
+/// Derives report, verdict and first clefs. False when no analysis can be made of the selection.
+bool Verifier::derive(const SelectedFiles& selected) {
+  LoadedPages files = loadInputs(selected.names);
+  const SelectedPages pages = pagesOf(machine_, selected.names);
+  std::optional<Finding> failure = selected.failure;
+  if (!failure) {
+    failure = pages.failure ? pages.failure : deriveFrom(pages.pages, std::move(files));
+  }
+  if (failure) {
+    verification_.findings.push_back(*failure);
+  }
+  return !failure;
+}
+
+std::optional<Finding> Verifier::deriveFrom(const std::vector<PageFiles>& pages, LoadedPages files) {
+  derived_ = deriveAnalysis(machine_, pages, files);
+  std::map<std::string, StavesAndClefs> clefs;
+  for (auto& [name, page] : files) {
     clefs.emplace(name, stavesAndClefsOf(page));
     InputPage& input = inputs_[name];
     input.items = page.items.size();
@@ -101,8 +122,22 @@ void Verifier::readInputs() {
       input.staves[staff].push_back(std::move(item));
     }
   }
-  firstClefs_ = firstClefsOf(machine_, again_.inputs, clefs);
-  verification_.counts.inputs = inputs_.size();
+  GroupClefs group = firstClefsOf(pages, clefs);
+  firstClefs_ = std::move(group.clefs);
+  if (!derived_.failure && !group.endedBy.empty()) {
+    return Finding{group.endedBy, 0, "has a clef of an instrument that 16 bits do not hold"};
+  }
+  return derived_.failure;
+}
+
+/// With a report of other pages, the verdict is that of others, too.
+void Verifier::compareTexts(const std::optional<std::string>& reportText,
+                            const std::optional<std::string>& verdictText) {
+  const auto onReport = reportText ? compareReport(reportName, *reportText, derived_.report) : std::vector<Finding>();
+  report(onReport);
+  if (onReport.empty() && verdictText) {
+    report(compareVerdict(verdictName, *verdictText, derived_.verdict));
+  }
 }
 
 /// Groups the records by system. The systems must be numbered without a gap.
@@ -111,6 +146,9 @@ void Verifier::groupRecords() {
   std::set<std::pair<std::string, int>> listed;
   for (const Record& record : records_.staves) {
     systems[record.system].push_back(record);
+    if (!inputs_.contains(record.file)) {
+      report(record.file, "cannot be read, and has a staff of system " + std::to_string(record.system));
+    }
     if (!listed.insert({record.file, record.staff}).second) {
       report(reportName, "lists staff " + std::to_string(record.staff) + " of " + record.file + " more than once");
     }
@@ -124,28 +162,23 @@ void Verifier::groupRecords() {
   }
 }
 
-void Verifier::readResults() {
+/// False when there cannot be any.
+bool Verifier::readResults() {
   const auto names = resultNames(machine_, conversion_.firstResultFile, systems_.size());
   if (!names) {
     report(conversion_.firstResultFile, "cannot be the name of a first result");
-    return;
+    return false;
   }
-  for (const std::string& name : *names) {
+  resultNames_ = *names;
+  for (const std::string& name : resultNames_) {
     ResultPage result{name, {}, loadPage(files_, name)};
-    if (!result.found.error.empty()) {
-      report(name, result.found.error);
-    }
     if (!result.found.bytes.empty()) {
       digest(name, result.found.bytes);
     }
     results_.push_back(std::move(result));
   }
-  for (const std::string& name : surplusResults(files_, machine_, conversion_.firstResultFile, *names)) {
-    if (!inputs_.contains(name) && !inputs_.contains(machine_.upperCase(name))) {
-      report(name, "is a result, and the report has no system for it");
-    }
-  }
   verification_.counts.results = results_.size();
+  return true;
 }
 
 /// Unless that is known, results that have more instrument ids than their inputs show them.
@@ -194,7 +227,27 @@ void Verifier::deriveExpected() {
   counts.leftOut -= std::min(counts.leftOut, counts.carried + counts.barlines);
 }
 
+void Verifier::reportMissingAndSurplus(const StrayResults& stray) {
+  for (const ResultPage& result : results_) {
+    if (!result.found.error.empty()) {
+      report(result.name, result.found.error);
+    }
+  }
+  for (const std::string& name : stray.surplus) {
+    if (!inputs_.contains(name) && !inputs_.contains(machine_.upperCase(name))) {
+      report(name, "is a result, and the report has no system for it");
+    }
+  }
+}
+
 void Verifier::compare() {
+  const StrayResults stray = strayResults(files_, machine_, conversion_.firstResultFile, resultNames_);
+  report(stray.doubled);
+  if (const auto others = findOtherResults(results_)) {
+    verification_.findings.push_back(*others);
+    return;
+  }
+  reportMissingAndSurplus(stray);
   report(compareLayout(results_));
   const auto differences = compareItems(results_);
   report(differences);
@@ -206,27 +259,29 @@ void Verifier::compare() {
   }
 }
 
-Verification Verifier::run() {
-  if (!again_.failure.empty()) {
-    report(reportName, "cannot be made again: " + again_.failure);
+Verification Verifier::run(const std::string& namesFile) {
+  const auto reportText = readText(reportName, most_bytes::report);
+  const auto verdictText = readText(verdictName, most_bytes::verdict);
+  if (!derive(selectedFilesOf(files_, machine_, namesFile))) {
+    return std::move(verification_);
   }
-  records_ = readRecords(readText(reportName, again_.report, most_bytes::report));
+  compareTexts(reportText, verdictText);
+  records_ = readRecords(derived_.report);
   for (const std::string& error : records_.errors) {
     report(reportName, error);
   }
-  readText(verdictName, again_.verdict, most_bytes::verdict);
-  readInputs();
   groupRecords();
-  readResults();
-  deriveExpected();
-  compare();
+  if (readResults()) {
+    deriveExpected();
+    compare();
+  }
   return std::move(verification_);
 }
 
 }  // namespace
 
-Verification verify(Files& files, Machine& machine, const AnalysisAgain& again, const ConversionToProve& conversion) {
-  return Verifier(files, machine, again, conversion).run();
+Verification verify(Files& files, Machine& machine, const std::string& namesFile, const ConversionToProve& conversion) {
+  return Verifier(files, machine, conversion).run(namesFile);
 }
 
 }  // namespace kiv::proof

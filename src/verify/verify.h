@@ -11,14 +11,6 @@
 
 namespace kiv::proof {
 
-/// What a new analysis of the inputs gives.
-struct AnalysisAgain {
-  std::string report;
-  std::string verdict;
-  std::string failure;              ///< the message that ended the analysis, on one line; "" when it succeeded
-  std::vector<std::string> inputs;  ///< full names in upper case, in the order of selection
-};
-
 /// The options of the conversion to be proved.
 struct ConversionToProve {
   std::string firstResultFile;      ///< its full name
@@ -43,8 +35,8 @@ struct Verification {
   bool proved() const { return findings.empty(); }
 };
 
-/// Reads inputs, report, verdict and results, and compares them with what follows from the rules of a conversion.
-/// Nothing is written, and no message is shown.
-Verification verify(Files& files, Machine& machine, const AnalysisAgain& again, const ConversionToProve& conversion);
+/// Reads the pages of a names file, report, verdict and results, and compares them with what follows from the rules of
+/// an analysis and a conversion. Nothing is written, and no message is shown.
+Verification verify(Files& files, Machine& machine, const std::string& namesFile, const ConversionToProve& conversion);
 
 }  // namespace kiv::proof

@@ -1,11 +1,7 @@
 #include "tests/verify/converted_group.h"
 
-#include <algorithm>
-
 #include "analysis/report.h"
 #include "analysis/verdict.h"
-#include "platform/memory/overlay_files.h"
-#include "platform/memory/silent_user.h"
 #include "shell/cmd_convert.h"
 #include "shell/cmd_run.h"
 #include "shell/start_up.h"
@@ -15,39 +11,6 @@ namespace kiv::test {
 namespace {
 
 constexpr const char* namesFile = "C:\\N.TXT";
-
-/// The files of a disk that an analysis cannot change. It cannot delete the names file, even where one lists files that
-/// are missing.
-class ReadOnlyFiles : public OverlayFiles {
- public:
-  using OverlayFiles::OverlayFiles;
-
-  bool deleteFile(const std::string& name) override { return name != namesFile && OverlayFiles::deleteFile(name); }
-};
-
-std::string onOneLine(std::string text) {
-  std::erase(text, '\r');
-  std::replace(text.begin(), text.end(), '\n', ' ');
-  return text;
-}
-
-/// Analyzes the pages of the names file without writing to the disk or showing a message.
-proof::AnalysisAgain analyzeAgain(FakeHost& disk) {
-  ReadOnlyFiles files(disk, disk);
-  SilentUser user;
-  NoPrograms programs;
-  KivSystem program({files, user, programs, disk});
-  proof::AnalysisAgain again;
-  try {
-    analyze(program, namesFile, true);
-  } catch (const ProgramEnd& end) {
-    again.failure = end.message ? onOneLine(end.message->text) : "";
-  }
-  again.report = readWhole(files, reportFile).value_or("");
-  again.verdict = readWhole(files, verdictFile).value_or("");
-  again.inputs = {program.names.nameList.begin(), program.names.nameList.begin() + program.names.nameCount};
-  return again;
-}
 
 }  // namespace
 
@@ -74,7 +37,7 @@ ConvertedGroup::ConvertedGroup(const std::map<std::string, std::string>& pages, 
 }
 
 proof::Verification ConvertedGroup::verify() {
-  return proof::verify(host, host, analyzeAgain(host), conversion);
+  return proof::verify(host, host, namesFile, conversion);
 }
 
 std::string ConvertedGroup::findings() {

@@ -26,7 +26,7 @@ class FirstClefsTest : public ::testing::Test {
     for (const std::string& input : inputs) {
       files.emplace(input, proof::stavesAndClefsOf(proof::loadPage(host, input)));
     }
-    return proof::firstClefsOf(host, inputs, files);
+    return proof::firstClefsOf(proof::pagesOf(host, inputs).pages, files).clefs;
   }
 
   FakeHost host;

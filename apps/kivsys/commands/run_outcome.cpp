@@ -1,7 +1,5 @@
 #include "apps/kivsys/commands/run_outcome.h"
 
-#include <iostream>
-
 #include "apps/kivsys/exit_status.h"
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
@@ -82,15 +80,6 @@ std::string createdLines(const RunOutcome& outcome) {
     lines += printable(file) + "\n";
   }
   return lines;
-}
-
-int printOutcome(const std::string& text, int status) {
-  std::cout << text << std::flush;
-  if (std::cout) {
-    return status;
-  }
-  printError("cannot write to standard output");
-  return exit_status::critical;
 }
 
 }  // namespace kiv

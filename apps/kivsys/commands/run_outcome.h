@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "apps/kivsys/output/print_outcome.h"
 #include "diagnostics/problems.h"
 #include "platform/console/console_host.h"
 #include "shell/kivsystem.h"
@@ -54,8 +55,5 @@ std::string asText(const RunOutcome& outcome);
 
 /// The pages written, a line each.
 std::string createdLines(const RunOutcome& outcome);
-
-/// Prints the outcome on standard output and returns the status; output that cannot be printed makes it critical.
-int printOutcome(const std::string& text, int status);
 
 }  // namespace kiv

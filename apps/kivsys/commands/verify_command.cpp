@@ -2,10 +2,9 @@
 
 #include <iostream>
 
-#include "apps/kivsys/commands/analysis_again.h"
-#include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/outcome_json.h"
+#include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/output/verification_json.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "platform/console/error_line.h"
@@ -65,7 +64,7 @@ int printVerification(ConsoleSystem& system, const proof::Verification& verifica
 
 proof::Verification verificationOf(ConsoleSystem& system, const std::string& namesFile,
                                    const proof::ConversionToProve& conversion) {
-  return proof::verify(system, system, analyzeAgain(system, system, namesFile), conversion);
+  return proof::verify(system, system, namesFile, conversion);
 }
 
 std::string asText(const proof::Verification& verification) {

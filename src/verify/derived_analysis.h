@@ -1,0 +1,28 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/machine.h"
+#include "verify/finding.h"
+#include "verify/page_files.h"
+#include "verify/page_items.h"
+
+namespace kiv::proof {
+
+/// The first line of a derived report is this text; that of a report adds version, date and time.
+constexpr const char* headOfReport = "* KivSystem - ";
+
+/// Report and verdict as the pages require them, derived from the rules alone.
+struct DerivedAnalysis {
+  std::string report;
+  std::string verdict;
+  std::optional<Finding> failure;  ///< what ends an analysis of these pages; report and verdict are not complete then
+};
+
+/// Derives the analysis of pages. Files has every file of theirs.
+DerivedAnalysis deriveAnalysis(Machine& machine, const std::vector<PageFiles>& pages, const LoadedPages& files);
+
+}  // namespace kiv::proof

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace kiv::proof {
+
+constexpr std::size_t wordSize = 4;  ///< bytes
+
+/// The word of a page file that holds a number: its bits as a single-precision number, the lowest byte first.
+std::string wordOf(float number);
+
+}  // namespace kiv::proof
