@@ -12,6 +12,8 @@ from pathlib import Path
 sys.dont_write_bytecode = True  # leave nothing between the sources
 
 import mutate
+import proof_runs
+import prove_proof
 from mutations import mutations
 from reasons import FOLDER, all_reasons, has_reason, parse
 
@@ -142,6 +144,83 @@ class Outcomes(unittest.TestCase):
     def test_stop_programs_that_do_not_end(self):
         self.copy.limits["tiny"] = 0.3
         self.assertEqual(self.outcome_of("return", "while (true) {} return"), "killed by tiny (time limit)")
+
+
+class ProofOfTheProof(unittest.TestCase):
+    """Programs of a few lines stand for the console program: they "convert" pages by copying them."""
+
+    CONVERT = 'if [ "$1" = convert ]; then cat "$2" > results/WORK0001.MUS; echo report > KivSystem2.TXT; {}; exit 0; fi\n'
+    NO = "echo PROVED=NO; echo 'Inputs: 1'; echo 'WORK0001.MUS, item 1: differs'; exit 1\n"
+    YES = "echo PROVED=YES; exit 0\n"
+    TRUE_PROOF = 'if cmp -s "$2" results/WORK0001.MUS && [ -s KivSystem2.TXT ]; then ' + YES + "fi\n" + NO
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = Path(folder.name)
+        for name in ("001", "002"):
+            (self.folder / "groups" / name).mkdir(parents=True)
+            (self.folder / "groups" / name / "PAGE1.MUS").write_text("page of " + name)
+        self.groups = [proof_runs.Group(source, self.folder / "runs")
+                       for source in sorted((self.folder / "groups").iterdir())]
+        self.unchanged = self.program("unchanged", "", self.TRUE_PROOF)
+        self.right = proof_runs.right_files(self.groups, self.unchanged)
+
+    def program(self, name, change, proof):
+        path = self.folder / name
+        path.write_text("#!/bin/sh\n" + self.CONVERT.format(change or "true") + proof)
+        path.chmod(0o755)
+        return path
+
+    def outcome_of(self, change, proving=None):
+        return proof_runs.outcome_of(self.groups, self.right, self.program("changed", change, ""),
+                                     proving or self.unchanged)
+
+    def test_finds_nothing_altered_by_the_unchanged_program(self):
+        self.assertEqual(self.outcome_of(""), proof_runs.Outcome())
+
+    def test_notices_what_a_change_alters(self):
+        for change in ("echo more >> results/WORK0001.MUS", "rm results/WORK0001.MUS", ": > KivSystem2.TXT"):
+            outcome = self.outcome_of(change)
+            self.assertEqual((outcome.altered, outcome.missed), (["001", "002"], []), change)
+            self.assertEqual(outcome.finding, "WORK0001.MUS, item 1: differs")
+
+    def test_asks_only_about_groups_that_are_altered(self):
+        outcome = self.outcome_of('case $(pwd) in *002) echo more >> results/WORK0001.MUS ;; esac')
+        self.assertEqual(outcome.altered, ["002"])
+
+    def test_notices_a_proof_that_always_says_yes(self):
+        blind = self.program("blind", "", self.YES)
+        outcome = self.outcome_of("echo more >> results/WORK0001.MUS", blind)
+        self.assertEqual(outcome.missed, ["001", "002"])
+        table = prove_proof.Table()
+        table.line = lambda change, text: None
+        table.add(None, outcome)
+        self.assertFalse(table.is_proved(1))
+
+    def test_notices_a_file_that_the_proof_does_not_look_at(self):
+        outcome = self.outcome_of("echo more > results/WORK0002.MUS")
+        self.assertEqual(outcome.missed, ["001", "002"])
+
+    def test_fails_when_too_few_changes_alter_anything(self):
+        table = prove_proof.Table()
+        table.line = lambda change, text: None
+        table.add(None, proof_runs.Outcome(["001"], [], "differs"))
+        self.assertTrue(table.is_proved(1))
+        self.assertFalse(table.is_proved(2))
+
+    def test_needs_groups_that_are_proved_and_answers(self):
+        with self.assertRaises(RuntimeError):
+            proof_runs.right_files(self.groups, self.program("doubtful", "", self.NO))
+        with self.assertRaises(RuntimeError):
+            self.groups[0].proof(self.program("silent", "", "exit 1\n"))
+
+    def test_chooses_at_least_60_changes_spread_over_all_sources(self):
+        sources = {file: (mutate.ROOT / file).read_text() for file in prove_proof.changed_files()}
+        changes = prove_proof.chosen_changes(sources, prove_proof.FEWEST, 1)
+        self.assertEqual(changes, prove_proof.chosen_changes(sources, prove_proof.FEWEST, 1))
+        self.assertGreaterEqual(len(changes), 60)
+        self.assertEqual({change.file for change in changes}, set(sources))
 
 
 if __name__ == "__main__":
