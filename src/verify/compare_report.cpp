@@ -68,6 +68,7 @@ std::vector<Finding> findingsOn(const std::string& name, const Lines& found, con
                  " lines differ, of which " + lineDiffers(found, expected, different.front())}};
   }
   std::vector<Finding> findings;
+  findings.reserve(different.size());
   for (const std::size_t i : different) {
     findings.push_back({name, 0, lineDiffers(found, expected, i)});
   }

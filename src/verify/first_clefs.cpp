@@ -99,9 +99,10 @@ GroupClefs firstClefsOf(const std::vector<PageFiles>& pages, const std::map<std:
   GroupClefs group;
   for (const PageFiles& page : pages) {
     PageClefs clefs(group.clefs);
-    for (auto file = page.files.rbegin(); file != page.files.rend(); ++file) {
-      if (!clefs.addFile(files.at(*file))) {
-        group.endedBy = *file;
+    for (std::size_t left = page.files.size(); left > 0; --left) {
+      const std::string& file = page.files[left - 1];
+      if (!clefs.addFile(files.at(file))) {
+        group.endedBy = file;
         return group;
       }
     }

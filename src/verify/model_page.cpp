@@ -21,6 +21,7 @@ struct PlacedItem {
 std::vector<PlacedItem> sorted(std::vector<PlacedItem> placed) {
   std::sort(placed.begin(), placed.end(), [](const auto& a, const auto& b) { return a.model.order < b.model.order; });
   std::vector<OrderKey> keys;
+  keys.reserve(placed.size());
   for (const PlacedItem& item : placed) {
     keys.push_back({item.instrument, item.model.item[par::position], item.model.item[par::height]});
   }

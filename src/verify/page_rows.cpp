@@ -85,6 +85,7 @@ void RowReader::completeStaff(PageRow& row) {
 
 PageRows RowReader::sorted() {
   std::vector<OrderKey> keys;
+  keys.reserve(page_.rows.size());
   for (const PageRow& row : page_.rows) {
     keys.push_back({row.item[par::staff], row.item[par::position], row.item[par::height]});
   }
@@ -106,8 +107,9 @@ void PageRows::fail(const std::string& file, int item, const std::string& what) 
 
 PageRows rowsOf(const PageFiles& page, const LoadedPages& files) {
   RowReader reader;
-  for (auto file = page.files.rbegin(); file != page.files.rend(); ++file) {
-    reader.addFile(*file, files.at(*file));
+  for (std::size_t left = page.files.size(); left > 0; --left) {
+    const std::string& file = page.files[left - 1];
+    reader.addFile(file, files.at(file));
   }
   return reader.sorted();
 }

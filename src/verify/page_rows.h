@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -34,6 +35,6 @@ struct PageRows {
 PageRows rowsOf(const PageFiles& page, const LoadedPages& files);
 
 /// Finds the systems of the page, and numbers them from the top downward, on from base.
-void findSystems(const PageFiles& page, std::int16_t& base, PageRows& rows);
+void findSystems(const PageFiles& files, std::int16_t& base, PageRows& page);
 
 }  // namespace kiv::proof

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <limits>
 #include <map>
-#include <set>
 
 #include "verify/numbers.h"
 #include "verify/page_rows.h"
@@ -112,12 +111,13 @@ void joinFiles(const PageFiles& files, PageRows& page) {
 /// all bottom staves keeps the P18 of its file.
 void numberSystems(const PageFiles& files, std::int16_t& base, PageRows& page) {
   std::int16_t count = 0;
-  for (auto row = page.rows.rbegin(); row != page.rows.rend(); ++row) {
-    if (!isStaff(*row)) {
+  for (std::size_t left = page.rows.size(); left > 0; --left) {
+    PageRow& row = page.rows[left - 1];
+    if (!isStaff(row)) {
       continue;
     }
-    count = static_cast<std::int16_t>(count + (row->item[par::mark] == 1 ? 1 : 0));
-    row->item[par::system] = count == 0 ? row->item[par::system] : static_cast<float>(count);
+    count = static_cast<std::int16_t>(count + (row.item[par::mark] == 1 ? 1 : 0));
+    row.item[par::system] = count == 0 ? row.item[par::system] : static_cast<float>(count);
   }
   count = 0;
   raise(page, par::system, count);

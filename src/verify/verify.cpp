@@ -44,7 +44,7 @@ class Verifier {
   void digest(const std::string& name, std::string_view bytes);
   LoadedPages loadInputs(const std::vector<std::string>& names);
   bool derive(const SelectedFiles& selected);
-  std::optional<Finding> deriveFrom(const std::vector<PageFiles>& pages, LoadedPages files);
+  std::optional<Finding> deriveFrom(const std::vector<PageFiles>& pages, LoadedPages& files);
   void compareTexts(const std::optional<std::string>& reportText, const std::optional<std::string>& verdictText);
   void groupRecords();
   bool readResults();
@@ -102,7 +102,7 @@ bool Verifier::derive(const SelectedFiles& selected) {
   const SelectedPages pages = pagesOf(machine_, selected.names);
   std::optional<Finding> failure = selected.failure;
   if (!failure) {
-    failure = pages.failure ? pages.failure : deriveFrom(pages.pages, std::move(files));
+    failure = pages.failure ? pages.failure : deriveFrom(pages.pages, files);
   }
   if (failure) {
     verification_.findings.push_back(*failure);
@@ -110,7 +110,8 @@ bool Verifier::derive(const SelectedFiles& selected) {
   return !failure;
 }
 
-std::optional<Finding> Verifier::deriveFrom(const std::vector<PageFiles>& pages, LoadedPages files) {
+/// Moves the items of the files to the inputs.
+std::optional<Finding> Verifier::deriveFrom(const std::vector<PageFiles>& pages, LoadedPages& files) {
   derived_ = deriveAnalysis(machine_, pages, files);
   std::map<std::string, StavesAndClefs> clefs;
   for (auto& [name, page] : files) {

@@ -9,6 +9,7 @@ build/mutate/proof.
 import argparse
 import os
 import random
+import re
 import shutil
 import sys
 import time
@@ -97,6 +98,11 @@ class ProgramCopy(mutate.WorkingCopy):
             path.write_text(source)
 
 
+def brief(finding):
+    """A finding without the folders of the runs."""
+    return re.sub(r"\\[^\s\"=]*\\runs\\\d+\\", "", finding, flags=re.IGNORECASE)[:140]
+
+
 class Table:
     """The changes and what became of them, a line each."""
 
@@ -119,7 +125,7 @@ class Table:
             self.line(change, f"MISSED in {len(outcome.missed)} of {len(outcome.altered)} groups: "
                               f"{', '.join(outcome.missed)}")
         else:
-            self.line(change, f"NO in all {len(outcome.altered)} groups that it alters; {outcome.finding[-160:]}")
+            self.line(change, f"NO in all {len(outcome.altered)} groups that it alters: {brief(outcome.finding)}")
 
     @staticmethod
     def line(change, text):
