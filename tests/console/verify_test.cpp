@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -108,6 +109,24 @@ TEST_F(VerifyCommand, ReportAndVerdictAreLookedForInTheFolder) {
   std::filesystem::create_directory(place.path() / "elsewhere");
   EXPECT_EQ(onAllPages("verify", {}, "elsewhere").status, 1);
   EXPECT_EQ(onAllPages("verify", {"--folder", ".."}, "elsewhere").status, 0);
+}
+
+TEST_F(VerifyCommand, TheReportOfOtherPagesIsReportedInOneLine) {
+  EXPECT_EQ(place.kivsys({"analyze", "SYMPH001.MUS"}).status, 0);
+  const Ended ended = onAllPages("verify");
+  EXPECT_EQ(ended.status, 1);
+  constexpr int linesOfCounts = 7;
+  EXPECT_EQ(std::count(ended.out.begin(), ended.out.end(), '\n'), linesOfCounts + 1) << ended.out;
+  EXPECT_NE(ended.out.find("KivSystem2.TXT: is the report of other pages: line 3 is "), std::string::npos) << ended.out;
+}
+
+TEST_F(VerifyCommand, AResultInASecondSpellingIsReported) {
+  place.write("results/work0002.mus", place.read("results/WORK0002.MUS"));
+  const Ended ended = onAllPages("verify");
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_NE(ended.out.find("WORK0002.MUS: is a result that exists in a second spelling, work0002.mus\n"),
+            std::string::npos)
+      << ended.out;
 }
 
 TEST_F(VerifyCommand, ANamesFileServesToo) {

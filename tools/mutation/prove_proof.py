@@ -125,7 +125,9 @@ class Table:
             self.line(change, f"MISSED in {len(outcome.missed)} of {len(outcome.altered)} groups: "
                               f"{', '.join(outcome.missed)}")
         else:
-            self.line(change, f"NO in all {len(outcome.altered)} groups that it alters: {brief(outcome.finding)}")
+            groups = "1 group, on which it does not end" if outcome.is_endless and len(outcome.altered) == 1 else \
+                f"all {len(outcome.altered)} groups that it alters"
+            self.line(change, f"NO in {groups}: {brief(outcome.finding)}")
 
     @staticmethod
     def line(change, text):

@@ -7,6 +7,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import unittest.mock
 from pathlib import Path
 
 sys.dont_write_bytecode = True  # leave nothing between the sources
@@ -184,6 +185,14 @@ class ProofOfTheProof(unittest.TestCase):
             outcome = self.outcome_of(change)
             self.assertEqual((outcome.altered, outcome.missed), (["001", "002"], []), change)
             self.assertEqual(outcome.finding, "WORK0001.MUS, item 1: differs")
+
+    def test_stops_at_a_group_on_which_the_program_does_not_end(self):
+        with unittest.mock.patch.object(proof_runs, "LIMIT", 0.3):
+            outcome = self.outcome_of("sleep 3")
+        self.assertEqual((outcome.is_endless, outcome.altered, outcome.missed), (True, [], []))
+        with unittest.mock.patch.object(proof_runs, "LIMIT", 0.3):
+            outcome = self.outcome_of(": > KivSystem2.TXT; sleep 3")
+        self.assertEqual((outcome.altered, outcome.missed), (["001"], []))
 
     def test_asks_only_about_groups_that_are_altered(self):
         outcome = self.outcome_of('case $(pwd) in *002) echo more >> results/WORK0001.MUS ;; esac')
