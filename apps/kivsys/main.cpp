@@ -41,7 +41,7 @@ int main(int argc, char** argv) {
     kiv::noteFileSizeSignal();
     return kiv::run(argc, argv);
   } catch (const std::bad_alloc&) {
-    printError("out of memory");
+    kiv::printError("out of memory");
     return kiv::exit_status::critical;
   } catch (const std::exception& failure) {
     kiv::printError(failure.what());

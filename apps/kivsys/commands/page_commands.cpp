@@ -11,6 +11,7 @@
 #include "platform/bounded_file.h"
 #include "platform/console/error_line.h"
 #include "platform/console/native_system.h"
+#include "platform/console/standard_input.h"
 
 namespace kiv {
 namespace {
@@ -18,20 +19,6 @@ namespace {
 int fail(const std::string& reason) {
   printError(reason);
   return exit_status::critical;
-}
-
-/// What standard input has, if that is no more than a text may have.
-BoundedContent standardInput(std::size_t limit) {
-  constexpr std::size_t step = std::size_t{64} * 1024;
-  BoundedContent text{"", false};
-  while (std::cin && text.bytes->size() <= limit) {
-    const std::size_t have = text.bytes->size();
-    text.bytes->resize(have + step);
-    std::cin.read(text.bytes->data() + have, step);
-    text.bytes->resize(have + static_cast<std::size_t>(std::cin.gcount()));
-  }
-  text.isTooLarge = text.bytes->size() > limit;
-  return std::cin.bad() || text.isTooLarge ? BoundedContent{std::nullopt, text.isTooLarge} : text;
 }
 
 /// Says why a file has no content.
@@ -73,7 +60,7 @@ int runBuild(const PageFiles& files) {
   const std::string& text = files.text;
   const std::string& page = files.page;
   NativeSystem system;
-  const BoundedContent lines = text == "-" ? standardInput(most_bytes::pageText)
+  const BoundedContent lines = text == "-" ? readStandardInput(most_bytes::pageText)
                                            : readBounded(system, NativeSystem::coreName(text), most_bytes::pageText);
   if (!lines.bytes) {
     return failRead(lines, text, most_bytes::pageText, "a page text");

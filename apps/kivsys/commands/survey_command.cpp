@@ -17,6 +17,7 @@
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
 #include "platform/console/stop_signals.h"
+#include "platform/native_file.h"
 
 namespace kiv {
 namespace {
@@ -166,6 +167,12 @@ int Survey::run() {
   return exit_status::normal;
 }
 
+/// The file to use as the state. One that is there in another case only is that file.
+std::string stateFile(ConsoleSystem& system, const std::string& typed) {
+  const std::string found = system.diskName(system.fullName(typed));
+  return kindOf(typed) == PathKind::missing && kindOf(found) != PathKind::missing ? found : typed;
+}
+
 }  // namespace
 
 int runSurvey(const SurveyOptions& options) {
@@ -182,7 +189,7 @@ int runSurvey(const SurveyOptions& options) {
     if (options.resume == standardOutput) {
       return refuse({"the state of a survey cannot be kept on standard output, which has its lines"});
     }
-    if (const auto refusal = state.open(options.resume, options.folders)) {
+    if (const auto refusal = state.open(stateFile(console.system(), options.resume), options.folders)) {
       printError(refusal->reason);
       return refusal->status;
     }

@@ -2,6 +2,7 @@
 
 #include "analysis/report.h"
 #include "analysis/verdict.h"
+#include "platform/separators.h"
 
 namespace kiv {
 

@@ -1,13 +1,13 @@
 #include "apps/kivsys/selection/selected_pages.h"
 
 #include <algorithm>
-#include <iostream>
 #include <optional>
-#include <sstream>
 #include <utility>
 
 #include "apps/kivsys/selection/names_list.h"
 #include "apps/kivsys/selection/page_finder.h"
+#include "platform/bounded_file.h"
+#include "platform/console/standard_input.h"
 #include "platform/native_file.h"
 
 namespace kiv {
@@ -16,12 +16,6 @@ namespace {
 constexpr const char* standardInput = "-";
 /// No file can have this name.
 constexpr const char* commandLine = "(command line)";
-
-std::string readStandardInput() {
-  std::ostringstream text;
-  text << std::cin.rdbuf();
-  return text.str();
-}
 
 /// Where the list is, as the core names it.
 std::string nameOfList(ConsoleSystem& system, const std::string& list, const PageSearch& search) {
@@ -33,23 +27,28 @@ std::string nameOfList(ConsoleSystem& system, const std::string& list, const Pag
   return system.openInput(inRunsFolder) ? inRunsFolder : full;
 }
 
+std::optional<std::string> textOf(BoundedContent content, const std::string& list, SelectedPages& selected) {
+  if (content.isTooLarge) {
+    selected.errors.push_back(list + " " + tooLarge(most_bytes::namesFile, "a names file"));
+  } else if (!content.bytes) {
+    selected.errors.push_back("cannot read " + list + ": " +
+                              readFailure(selected.listPath).value_or("An I/O error occurred"));
+  }
+  return std::move(content.bytes);
+}
+
 /// The text of the list. Nullopt when it cannot be read, for which there is an error then.
 std::optional<std::string> readList(ConsoleSystem& system, const std::string& list, const PageSearch& search,
                                     SelectedPages& selected) {
   if (list == standardInput) {
     selected.namesFile = list;
-    return readStandardInput();
+    return textOf(readStandardInput(most_bytes::namesFile), list, selected);
   }
   const std::string name = nameOfList(system, list, search);
   selected.listPath = system.diskName(name);
   const bool isInRunsFolder = name != system.fullName(list);
   selected.namesFile = isInRunsFolder ? NativeSystem::coreName(list) : name;
-  auto text = readWhole(system, name);
-  if (!text) {
-    selected.errors.push_back("cannot read " + list + ": " +
-                              readFailure(selected.listPath).value_or("An I/O error occurred"));
-  }
-  return text;
+  return textOf(readBounded(system, name, most_bytes::namesFile), list, selected);
 }
 
 }  // namespace
