@@ -40,12 +40,14 @@ struct Loose {
 /// Reads a page and remembers what losses depend on.
 class PageScan {
  public:
-  PageScan(const std::string& file, std::string_view bytes);
+  PageScan(const std::string& file, std::string_view bytes, LossScan scan);
 
   PageLosses losses() const;
 
  private:
+  void addItems(std::string_view bytes, TypeSet skipped);
   void addItem(const PageWalker& page);
+  void countItem(float staff, int item);
   void addStaff(const PageWalker& page);
   Location locationOf(int item) const { return {.file = file_, .item = item}; }
   bool hasStaff(float number, bool hiddenToo) const;
@@ -56,17 +58,35 @@ class PageScan {
   void addWriting(PageLosses& losses) const;
 
   const std::string& file_;
+  LossScan scan_;
   std::vector<Staff> staves_;
   std::vector<Barline> barlines_;
   std::vector<std::pair<int, float>> cutTexts_;  // item and staff
   std::unordered_map<std::uint32_t, Loose> itemsByStaff_;
   std::vector<float> numbers_;  // of the staves in itemsByStaff_, in the order of their first items
+  std::uint32_t lastKey_ = 0;
+  Loose* lastItems_ = nullptr;  // those of lastKey_, as items of a staff mostly follow each other
 };
 
-PageScan::PageScan(const std::string& file, std::string_view bytes) : file_(file) {
+PageScan::PageScan(const std::string& file, std::string_view bytes, LossScan scan) : file_(file), scan_(scan) {
+  if (scan == LossScan::allItems) {
+    addItems(bytes, TypeSet({}));
+    return;
+  }
+  addItems(bytes, TypeSet::allBut({ItemType::staff}));
+  if (std::ranges::any_of(staves_, &Staff::hidden)) {
+    addItems(bytes, TypeSet::allBut({ItemType::barline}));
+  }
+}
+
+void PageScan::addItems(std::string_view bytes, TypeSet skipped) {
   PageWalker page(bytes);
+  page.skipItems(skipped);
   while (page.findItem() == ReadStatus::itemRead) {
-    addItem(page);
+    if (!skipped.contains(page.type())) {
+      addItem(page);
+    }
+    page.skipItems(skipped);
   }
 }
 
@@ -82,15 +102,26 @@ bool losesCharacters(const PageWalker& page) {
   return lost.find_first_not_of(std::string_view(" \0", 2)) != std::string_view::npos;
 }
 
+void PageScan::countItem(float staff, int item) {
+  const std::uint32_t key = std::bit_cast<std::uint32_t>(staff);
+  if (lastItems_ == nullptr || key != lastKey_) {
+    const auto [place, isNew] = itemsByStaff_.try_emplace(key);
+    if (isNew) {
+      place->second.first = item;
+      numbers_.push_back(staff);
+    }
+    lastKey_ = key;
+    lastItems_ = &place->second;
+  }
+  ++lastItems_->count;
+}
+
 void PageScan::addItem(const PageWalker& page) {
   const float staff = page.par(par::staff) + 0.0F;  // both zeros are one staff
-  const auto [place, isNew] = itemsByStaff_.try_emplace(std::bit_cast<std::uint32_t>(staff));
-  if (isNew) {
-    place->second.first = page.itemsInFile();
-    numbers_.push_back(staff);
-  }
-  ++place->second.count;
   const ItemType type = page.type();
+  if (scan_ == LossScan::allItems) {
+    countItem(staff, page.itemsInFile());
+  }
   if (type == ItemType::staff) {
     addStaff(page);
   } else if (type == ItemType::barline && page.par(par::kind) <= highestBarlineKind) {
@@ -128,6 +159,9 @@ int PageScan::visibleStaves(float above, float last) const {
 
 /// Goes from bottom staff to bottom staff, the hidden ones among them.
 void PageScan::addHiddenStaves(PageLosses& losses) const {
+  if (std::ranges::none_of(staves_, &Staff::hidden)) {
+    return;
+  }
   std::vector<Staff> upward = staves_;
   std::erase_if(upward, [](const Staff& staff) {
     return !(staff.number >= 1 && staff.number <= highestStaff && staff.number == std::floor(staff.number));
@@ -185,8 +219,8 @@ PageLosses PageScan::losses() const {
 
 }  // namespace
 
-PageLosses findPageLosses(const std::string& musFileName, std::string_view bytes) {
-  return PageScan(musFileName, bytes).losses();
+PageLosses findPageLosses(const std::string& musFileName, std::string_view bytes, LossScan scan) {
+  return PageScan(musFileName, bytes, scan).losses();
 }
 
 }  // namespace kiv

@@ -8,6 +8,12 @@
 
 namespace kiv {
 
+/// Which items of a page are looked at.
+enum class LossScan {
+  staves,   ///< staves, and barlines if a staff is hidden: enough for what an analysis loses
+  allItems  ///< for the losses of a conversion, too
+};
+
 /// What one page file holds that a run loses, each found once.
 struct PageLosses {
   std::vector<Message> ofAnalysis;    ///< negative instrument identifiers
@@ -16,7 +22,8 @@ struct PageLosses {
   std::vector<Message> ofWriting;     ///< what the writer cuts or sets to 0
 };
 
-/// Looks through the bytes of a page file, as far as they can be read.
-PageLosses findPageLosses(const std::string& musFileName, std::string_view bytes);
+/// Looks through the bytes of a page file, as far as they can be read. A scan of the staves finds no loose items and
+/// nothing of the writing.
+PageLosses findPageLosses(const std::string& musFileName, std::string_view bytes, LossScan scan);
 
 }  // namespace kiv

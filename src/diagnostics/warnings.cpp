@@ -1,6 +1,7 @@
 #include "diagnostics/warnings.h"
 
 #include <algorithm>
+#include <optional>
 #include <set>
 
 #include "diagnostics/page_lookup.h"
@@ -17,23 +18,24 @@ constexpr std::size_t writtenStaves = 32;
 
 class WarningFinder {
  public:
-  WarningFinder(Files& files, const WarnedRun& run)
-      : files_(files), run_(run), systems_(readSystemFacts(files)), pages_(files) {}
+  WarningFinder(Files& files, const WarnedRun& run) : files_(files), run_(run), pages_(files) {}
 
   std::vector<Message> find(const std::vector<std::string>& inputs);
 
  private:
+  void addSystems();
   void addSystem(const SystemFact& system, const std::set<std::int16_t>& instruments);
   void addRepeats(const SystemFact& system);
   void addInput(const std::string& input);
   void addNames(const std::vector<std::string>& inputs);
   void add(const std::vector<Message>& messages);
   Location locationOf(const SystemFact& system, const StaffFact& staff);
-  bool sharesASystem(const std::string& file) const;
+  const std::vector<SystemFact>& systems();
+  bool sharesASystem(const std::string& file);
 
   Files& files_;
   WarnedRun run_;
-  std::vector<SystemFact> systems_;
+  std::optional<std::vector<SystemFact>> systems_;  // once they were asked for
   PageLookup pages_;
   FileBuffer buffer_;
   std::vector<Message> warnings_;
@@ -88,16 +90,36 @@ void WarningFinder::addSystem(const SystemFact& system, const std::set<std::int1
   }
 }
 
+const std::vector<SystemFact>& WarningFinder::systems() {
+  if (!systems_) {
+    systems_ = readSystemFacts(files_);
+  }
+  return *systems_;
+}
+
+void WarningFinder::addSystems() {
+  std::set<std::int16_t> instruments;
+  for (const SystemFact& system : systems()) {
+    for (const StaffFact& staff : system.staves) {
+      instruments.insert(staff.instrument);
+    }
+  }
+  for (const SystemFact& system : systems()) {
+    addSystem(system, instruments);
+  }
+}
+
 /// Whether a page of several files has this one.
-bool WarningFinder::sharesASystem(const std::string& file) const {
-  return std::ranges::any_of(systems_, [&](const SystemFact& system) {
+bool WarningFinder::sharesASystem(const std::string& file) {
+  return std::ranges::any_of(systems(), [&](const SystemFact& system) {
     const auto isOfFile = [&](const StaffFact& staff) { return staff.file == file; };
     return std::ranges::any_of(system.staves, isOfFile) && !std::ranges::all_of(system.staves, isOfFile);
   });
 }
 
 void WarningFinder::addInput(const std::string& input) {
-  const PageLosses losses = findPageLosses(input, buffer_.read(files_, input, readableBytes).value_or(""));
+  const LossScan scan = run_.scope == RunScope::analysis ? LossScan::staves : LossScan::allItems;
+  const PageLosses losses = findPageLosses(input, buffer_.read(files_, input, readableBytes).value_or(""), scan);
   add(losses.ofAnalysis);
   if (!losses.hiddenStaves.empty() && !sharesASystem(input)) {
     add(losses.hiddenStaves);
@@ -124,16 +146,8 @@ void WarningFinder::addNames(const std::vector<std::string>& inputs) {
 
 std::vector<Message> WarningFinder::find(const std::vector<std::string>& inputs) {
   addNames(inputs);
-  std::set<std::int16_t> instruments;
-  for (const SystemFact& system : systems_) {
-    for (const StaffFact& staff : system.staves) {
-      instruments.insert(staff.instrument);
-    }
-  }
   if (run_.scope != RunScope::analysis) {
-    for (const SystemFact& system : systems_) {
-      addSystem(system, instruments);
-    }
+    addSystems();
   }
   std::set<std::string> known;
   for (const std::string& input : inputs) {

@@ -64,6 +64,12 @@ class TypeSet {
       bits_ |= 1U << static_cast<unsigned>(type.number());
     }
   }
+  /// All types but these.
+  static constexpr TypeSet allBut(std::initializer_list<ItemType> types) {
+    TypeSet others(types);
+    others.bits_ = ~others.bits_;
+    return others;
+  }
   /// The type must lie between the lowest and the highest. One that is not whole is in no set.
   constexpr bool contains(ItemType type) const {
     const auto whole = static_cast<std::int32_t>(type.number());

@@ -1,5 +1,7 @@
 #include "platform/console/guarded_system.h"
 
+#include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "messages/run_time_errors.h"
@@ -40,7 +42,7 @@ class CheckedInput : public InputFile {
     if (got) {
       read_.add({buffer.data(), *got});
       const bool isEnd = *got == 0 && !buffer.empty();
-      if (read_.size > expected_.size || (isEnd && (read_.size != expected_.size || read_.sum != expected_.sum))) {
+      if (read_.size > expected_.size || (isEnd && !read_.isSame(expected_))) {
         endProgram(messages::fileChanged(name_));
       }
     }
@@ -58,9 +60,21 @@ class CheckedInput : public InputFile {
 
 void GuardedSystem::Written::add(std::string_view bytes) {
   constexpr std::uint64_t prime = 1099511628211U;
-  size += bytes.size();
-  for (const char byte : bytes) {
-    sum = (sum ^ static_cast<unsigned char>(byte)) * prime;
+  // Whole words at offsets that the pieces in which a file is read and written do not change.
+  while (!bytes.empty()) {
+    const std::size_t at = size % sizeof(word);
+    const std::size_t count = std::min(bytes.size(), sizeof(word) - at);
+    if (count == sizeof(word)) {
+      std::memcpy(&word, bytes.data(), sizeof(word));
+    } else {
+      std::memcpy(reinterpret_cast<char*>(&word) + at, bytes.data(), count);
+    }
+    size += count;
+    bytes.remove_prefix(count);
+    if (at + count == sizeof(word)) {
+      sum = (sum ^ word) * prime;
+      word = 0;
+    }
   }
 }
 

@@ -38,9 +38,11 @@ class GuardedSystem : public NativeSystem {
   struct Written {
     std::uint64_t size = 0;
     std::uint64_t sum = 14695981039346656037U;
-    bool complete = true;  ///< the run was not stopped while it wrote the file
+    std::uint64_t word = 0;  ///< the bytes after the last whole word
+    bool complete = true;    ///< the run was not stopped while it wrote the file
 
     void add(std::string_view bytes);
+    bool isSame(const Written& other) const { return size == other.size && sum == other.sum && word == other.word; }
   };
 
  private:
