@@ -26,7 +26,7 @@ long=$(files ':!examples/*/*' ':!fuzz/corpus/*' | tr '\n' '\0' | xargs -0 grep -
 [ -z "$long" ] || violation "at most 300 lines are allowed: $long"
 
 # A test file that no target names would never run.
-lists=$(files 'tests/*CMakeLists.txt')
+lists=$(files 'tests/*CMakeLists.txt' 'tests/*.cmake')
 for file in $(files 'tests/*_test.cpp'); do
   # shellcheck disable=SC2086  # a list of files is meant
   grep -qE "(^|[ (/])${file##*/}([ )]|\$)" $lists || violation "$file: no target builds it"
@@ -80,7 +80,7 @@ function check_include(path) {
   }
   # A proof that uses what it proves would be none: of the page files it has the reader, and nothing else.
   if (library == "verify" && path !~ /^(verify|platform)\// &&
-      path !~ /^(mus\/(item|page_walker)|input\/file_names|base\/(sha256|exact_number))\.h$/) {
+      path !~ /^(mus\/(format|item|page_walker)|input\/file_names|base\/(sha256|exact_number))\.h$/) {
     violation("verify shares nothing with the rest but the reader, and includes " path)
   }
 }

@@ -81,8 +81,8 @@ TEST_F(OddLocations, PagesWithTheLongestNames) {
     EXPECT_TRUE(work.files().contains("out/WORK0001.MUS"));
   }
   const Ended ended = convert("m/" + std::string(longestName - 6, 'P') + "001.MUS", "out/WORK0001.MUS");
-  EXPECT_EQ(ended.status, 1);
-  EXPECT_NE(ended.error.find("refers to non-existing or unaccessable file"), std::string::npos) << ended.error;
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_TRUE(ended.error.ends_with("001.MUS: File name too long\n")) << ended.error;
 }
 
 TEST_F(OddLocations, ResultsWithTheLongestNames) {
@@ -101,7 +101,9 @@ TEST_F(OddLocations, ResultsWithTheLongestNames) {
 TEST_F(OddLocations, AResultFolderThatIsAFile) {
   addPage("m/X001.MUS");
   work.write("out/file", "no folder");
-  expectEnd(convert("m/X001.MUS", "out/file/WORK0001.MUS"), notWritten);
+  const Ended ended = convert("m/X001.MUS", "out/file/WORK0001.MUS");
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_EQ(ended.error, "kivsys: not a folder: out/file/\n");
   EXPECT_EQ(work.files().at("out/file"), "no folder");
 }
 

@@ -131,7 +131,8 @@ Outcome Failure::ofWriting() const {
 
 Outcome Failure::ofOpening() const {
   if (isOwnNamesFile(call().file)) {
-    return critical("No input files: " + namesFile());
+    // It is opened first to look at its size only.
+    return timesOpened() == 1 ? std::nullopt : critical("No input files: " + namesFile());
   }
   if (base() == "KivSystem1.TXT") {
     return critical("Failed to open KivSystem1.TXT for input.");

@@ -1,0 +1,67 @@
+# Tests that run the real console program.
+if(NOT WIN32)
+  kiv_bare_test_program(console
+    console/analyze_test.cpp
+    console/convert_failures_test.cpp
+    console/convert_json_test.cpp
+    console/convert_options_test.cpp
+    console/convert_test.cpp
+    console/documents_test.cpp
+    console/dry_run_test.cpp
+    console/example_pages.cpp
+    console/example_test.cpp
+    console/explain_test.cpp
+    console/folder_lock_test.cpp
+    console/hostile_names_test.cpp
+    console/json_schema.cpp
+    console/json_test.cpp
+    console/keep_going_test.cpp
+    console/large_files_test.cpp
+    console/man_and_completions_test.cpp
+    console/page_commands_test.cpp
+    console/pictures_test.cpp
+    console/read_back_test.cpp
+    console/run_program.cpp
+    console/running_program.cpp
+    console/safe_outputs_test.cpp
+    console/safe_results_test.cpp
+    console/safe_selection_test.cpp
+    console/signals_test.cpp
+    console/sort_test.cpp
+    console/survey_command_test.cpp
+    console/survey_state_test.cpp
+    console/trace_test.cpp
+    console/verify_test.cpp
+    console/warnings_test.cpp)
+  if(KIV_SANITIZE)
+    # The program itself is watched; its tests are built in half the time when they are not.
+    target_compile_options(test_console PRIVATE -fno-sanitize=address,undefined)
+  endif()
+  target_precompile_headers(test_console PRIVATE <gtest/gtest.h> <nlohmann/json.hpp>)
+  target_link_libraries(test_console PRIVATE kiv_headers kiv_drawing)
+  target_compile_definitions(test_console PRIVATE KIVSYS_PROGRAM="$<TARGET_FILE:kivsys>"
+    CODES_HEADER="${PROJECT_SOURCE_DIR}/src/messages/codes.h"
+    DOCS_FOLDER="${PROJECT_SOURCE_DIR}/docs"
+    EXAMPLE_FOLDER="${PROJECT_SOURCE_DIR}/examples/beethoven-9")
+  add_dependencies(test_console kivsys)
+endif()
+
+# Parts of the console program, without running it.
+if(NOT WIN32)
+  kiv_bare_test_program(console_parts
+    console/file_kinds_test.cpp
+    console/names_list_test.cpp
+    ../apps/kivsys/safety/file_kinds.cpp
+    ../apps/kivsys/selection/names_list.cpp)
+endif()
+
+if(WIN32)
+  add_subdirectory(window)
+  add_subdirectory(package)
+endif()
+
+if(NOT WIN32)
+  # The longest first, so that none of them is left alone at the end.
+  set_tests_properties(console PROPERTIES COST 40)
+  set_tests_properties(mus verify_properties shell PROPERTIES COST 20)
+endif()
