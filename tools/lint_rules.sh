@@ -25,6 +25,14 @@ scripts=$(files '*.sh' dev .ci/run)
 long=$(files ':!examples/*/*' ':!fuzz/corpus/*' | tr '\n' '\0' | xargs -0 grep -Ic '' | awk -F : '$NF > 300')
 [ -z "$long" ] || violation "at most 300 lines are allowed: $long"
 
+# A guarantee is worth as much as the test that it names.
+# shellcheck disable=SC2016  # the grave accents are those of the document
+for test in $(sed -n 's/^|.*| \(.*\) |$/\1/p' docs/security.md | grep -oE '`[A-Z][A-Za-z0-9]+(\.[A-Z][A-Za-z0-9]+)?`' | tr -d '`'); do
+  suite=${test%.*}
+  name=${test#"$suite"}
+  git grep -qE "^TEST(_F|_P)?\\($suite, ${name#.}" -- tests || violation "docs/security.md: there is no test $test"
+done
+
 # A test file that no target names would never run.
 lists=$(files 'tests/*CMakeLists.txt' 'tests/*.cmake')
 for file in $(files 'tests/*_test.cpp'); do
