@@ -39,3 +39,10 @@ run_mutate() {
   need git python3
   tools/mutation/mutate.py "$@"
 }
+
+run_prove_proof() {
+  need_native
+  need_tests
+  need git python3
+  tools/mutation/prove_proof.py "$@"
+}

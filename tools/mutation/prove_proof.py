@@ -21,7 +21,7 @@ sys.dont_write_bytecode = True  # leave nothing between the sources
 import mutate
 from mutations import mutations
 from proof_runs import Group, outcome_of, right_files
-from reasons import REASONS, has_reason, parse
+from reasons import all_reasons, has_reason
 
 FOLDER = mutate.FOLDER / "proof"
 FEWEST = 60  # changes that alter a result
@@ -41,7 +41,7 @@ def changed_files():
 
 def chosen_changes(sources, count, seed):
     """Changes of all the sources in turn, the same for the same seed; those that have no effect are left out."""
-    reasons = parse(REASONS.read_text())
+    reasons = all_reasons()
     piles = []
     for file, source in sources.items():
         pile = [change for change in mutations(file, source) if not has_reason(change, source, reasons)]

@@ -59,7 +59,8 @@ class Programs(unittest.TestCase):
         self.assertEqual(set(mutate.PROGRAMS), folders - {"platform"})
 
     def test_are_built(self):
-        lists = (mutate.ROOT / "tests" / "CMakeLists.txt").read_text()
+        tests = mutate.ROOT / "tests"
+        lists = "".join((tests / name).read_text() for name in ("CMakeLists.txt", "console/console_tests.cmake"))
         for program in sum(mutate.PROGRAMS.values(), []):
             self.assertRegex(lists, rf"kiv_(core|bare|)_?test(_program)?\({program}\b")
 
