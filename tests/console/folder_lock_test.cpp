@@ -89,6 +89,29 @@ TEST_F(FolderLockOfRuns, WithWaitTheSecondRunFollowsTheFirst) {
   EXPECT_NE(place.read("out/WORK0002.MUS"), "(no file)");
 }
 
+TEST_F(FolderLockOfRuns, ResultsAreComparedWithInputsAgainAfterTheWait) {
+  const std::string page = place.read("x2.mus");
+  auto held = std::make_unique<HeldFolder>(place.path() / "out");
+  Names command = convert();
+  command.emplace_back("--wait");
+  RunningProgram run(place.path(), command);
+  EXPECT_TRUE(run.says("kivsys: waiting for " + self() + " in the folder " + (place.path() / "out/").string()));
+  fs::create_symlink("../x2.mus", place.path() / "out/WORK0002.MUS");
+  held.reset();
+  EXPECT_EQ(run.end(), 2) << run.error();
+  EXPECT_EQ(place.read("x2.mus"), page);
+}
+
+TEST_F(FolderLockOfRuns, APageThatIsGoneAfterTheWaitIsNotSorted) {
+  auto held = std::make_unique<HeldFolder>(place.path());
+  RunningProgram run(place.path(), {"sort", "x1.mus", "--wait"});
+  EXPECT_TRUE(run.says("kivsys: waiting for " + self() + " in the folder " + place.path().string() + "/"));
+  fs::remove(place.path() / "x1.mus");
+  held.reset();
+  EXPECT_EQ(run.end(), 1) << run.error();
+  EXPECT_TRUE(run.error().ends_with("kivsys: only 0 of 1 pages were sorted\n")) << run.error();
+}
+
 TEST_F(FolderLockOfRuns, NothingOfTheLockStays) {
   EXPECT_EQ(place.kivsys(convert()).status, 0);
   EXPECT_EQ(filesIn(place.path()), (Names{"KivSystem1.TXT", "KivSystem2.TXT", "out", "x1.mus", "x2.mus"}));

@@ -129,6 +129,16 @@ TEST_F(LargeFiles, ANamesFileThatIsTooLargeIsRefusedAndKept) {
   EXPECT_EQ(fs::file_size(place.path() / "names.txt"), gibibyte);
 }
 
+TEST_F(LargeFiles, AStateOfBracketsIsNotRead) {
+  constexpr std::size_t brackets = std::size_t{4} << 20U;
+  const std::string head = "{\"kivsys_survey_state\":1,\"x\":" + std::string(brackets, '[') + "\n";
+  place.write("state", head);
+  const Measured ended = run({"survey", ".", "--resume", "state"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_LT(ended.kilobytes, mostKilobytes);
+  EXPECT_EQ(place.read("state"), head);
+}
+
 TEST_F(LargeFiles, AStateThatIsTooLargeIsRefusedAndKept) {
   makeLarge("state");
   const Measured ended = run({"survey", ".", "--resume", "state"});

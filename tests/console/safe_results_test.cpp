@@ -148,5 +148,30 @@ TEST_F(SafeResults, BuildReplacesAPageByForceOnly) {
                 "kivsys: the page x1.txt is the same file as the input x1.txt\n");
 }
 
+TEST_F(SafeResults, AFolderThatIsThereAsItIsWrittenIsTheOneThatIsMeant) {
+  addTwo();
+  for (const char* folder : {"R", "r"}) {
+    fs::create_directory(place.path() / folder);
+  }
+  place.write("r/WORK0001.MUS", "another run's");
+  EXPECT_EQ(place.kivsys({"convert", "x1.mus", "x2.mus", "--result", "R/WORK0001.MUS"}).status, 0);
+  EXPECT_EQ(place.read("r/WORK0001.MUS"), "another run's");
+  EXPECT_EQ(filesIn(place.path() / "R"), (Names{"WORK0001.MUS", "WORK0002.MUS"}));
+}
+
+TEST_F(SafeResults, AFolderThatCannotBeListedIsRefused) {
+  addTwo();
+  fs::create_directory(place.path() / "hidden");
+  fs::permissions(place.path() / "hidden", fs::perms::owner_write | fs::perms::owner_exec);
+  std::error_code failure;
+  static_cast<void>(fs::directory_iterator(place.path() / "hidden", failure));
+  if (!failure) {
+    GTEST_SKIP() << "an administrator may list any folder";
+  }
+  const Ended ended = place.kivsys({"convert", "x1.mus", "x2.mus", "--result", "hidden/WORK0001.MUS"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_NE(ended.error.find("cannot list the folder of the results"), std::string::npos) << ended.error;
+}
+
 }  // namespace
 }  // namespace kiv::test

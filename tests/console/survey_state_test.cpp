@@ -117,6 +117,15 @@ TEST_F(SurveyState, EntriesThatCannotBeAreNotUsed) {
   }
 }
 
+TEST_F(SurveyState, WhatEndedAnAnalysisIsTriedAgain) {
+  place.write("lib/A1.MUS", std::string(duo.size(), 'x'));
+  setAge("lib/A1.MUS", 1h);
+  EXPECT_EQ(lines(), "lib,A,1,-,-,-,-,1\n");
+  place.write("lib/A1.MUS", duo);
+  setAge("lib/A1.MUS", 1h);
+  EXPECT_EQ(lines(), "lib,A,1,1,2,yes,no,0\n");
+}
+
 TEST_F(SurveyState, APageThatChangedWithinTheTimeOfItsDiskIsNoticed) {
   place.write("lib/A1.MUS", duo);
   setAge("lib/A1.MUS", 0s);

@@ -5,10 +5,21 @@
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/safety/input_files.h"
 #include "platform/console/console_host.h"
+#include "platform/console/error_line.h"
 #include "sort/sort_on_instrument.h"
 
 namespace kiv {
 namespace {
+
+/// Whether every page has its sorted one; a line on standard error when not.
+bool sortedAll(ConsoleHost& console) {
+  const std::size_t pages = console.system().pages().size();
+  const std::size_t sorted = console.replacedFiles().size();
+  if (sorted < pages) {
+    printError("only " + std::to_string(sorted) + " of " + std::to_string(pages) + " pages were sorted");
+  }
+  return sorted >= pages;
+}
 
 int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOptions& options) {
   NamesTable names;
@@ -16,7 +27,8 @@ int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOpti
   const ReadBack readBack = options.selection.likePanel ? ReadBack::no : ReadBack::yes;
   const bool isSorted =
       endsNormally(console, [&] { cmdSortInstrument_Click(console.host(), namesFile, names, items, readBack); });
-  const bool normalEnd = flushResults(console) && isSorted;
+  const bool areAllSorted = options.selection.likePanel || !isSorted || sortedAll(console);
+  const bool normalEnd = flushResults(console) && isSorted && areAllSorted;
   const RunOutcome outcome = writingOutcomeOf(names, console, normalEnd);
   return printOutcome(options.json ? asJson(outcome) : createdLines(outcome),
                       normalEnd ? exit_status::normal : exit_status::critical);

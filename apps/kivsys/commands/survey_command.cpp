@@ -74,8 +74,8 @@ void Survey::print(const std::string& text) {
 void Survey::finish(std::size_t piece, PieceFindings findings) {
   const std::lock_guard lock(mutex_);
   if (isOutOfMemory(findings)) {
-    ++withoutMemory_;  // another run tries again
-  } else {
+    ++withoutMemory_;             // another run tries again
+  } else if (findings.systems) {  // what ended an analysis may not last
     stateLost_ = !state_.keep(pieces_[piece], findings) || stateLost_;
   }
   findings_[piece] = std::move(findings);

@@ -14,8 +14,10 @@ bool isDrawing(std::string_view content) {
   content.remove_prefix(content.starts_with(byteOrderMark) ? byteOrderMark.size() : 0);
   while (true) {
     content.remove_prefix(std::min(content.find_first_not_of(" \t\r\n"), content.size()));
-    if (!content.starts_with("<?") && !content.starts_with("<!")) {
-      return content.starts_with("<svg");
+    const bool isHead =
+        content.starts_with("<?") || content.starts_with("<!--") || content.starts_with("<!DOCTYPE svg");
+    if (!isHead) {
+      return content.starts_with("<svg") && content.find_first_of(" \t\r\n>/") == std::string_view("<svg").size();
     }
     const std::string_view end = content.starts_with("<!--") ? "-->" : ">";
     const std::size_t at = content.find(end);
@@ -33,7 +35,7 @@ bool isManifestLine(std::string_view line) {
   return line.size() > digits + 2 && isDigest(line.substr(0, digits)) && line.substr(digits, 2) == "  ";
 }
 
-/// All complete lines of the content, of which there is one at least.
+/// All lines of the content, of which there is one at least, are those of a manifest.
 bool isManifest(std::string_view content) {
   bool isAny = false;
   for (std::size_t end = content.find('\n'); end != std::string_view::npos; end = content.find('\n')) {
@@ -43,7 +45,7 @@ bool isManifest(std::string_view content) {
     isAny = true;
     content.remove_prefix(end + 1);
   }
-  return isAny;
+  return isAny && content.empty();
 }
 
 }  // namespace

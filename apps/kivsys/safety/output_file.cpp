@@ -2,11 +2,14 @@
 
 #include <iostream>
 
+#include "platform/bounded_file.h"
+#include "platform/console/stop_signals.h"
+
 namespace kiv {
 namespace {
 
-/// As much of a file as shows its kind.
-constexpr std::size_t largestHead = std::size_t{1} << 20U;
+/// More than any drawing or manifest has.
+constexpr std::size_t largestOutput = std::size_t{1} << 28U;
 
 std::string wordsFor(OutputKind kind) {
   switch (kind) {
@@ -36,7 +39,7 @@ std::vector<std::string> refusalsOfOutput(NativeSystem& system, const OutputFile
   if (kindOf(path) != PathKind::file) {
     return {};
   }
-  const auto content = readWhole(system, output.name, largestHead);
+  const auto content = readBounded(system, output.name, largestOutput).bytes;
   if (!content) {
     return {path + " is there and cannot be read, so it is not replaced"};
   }
@@ -54,7 +57,9 @@ std::optional<std::string> writeOutput(NativeSystem& system, const std::string& 
   if (kindOf(system.diskName(name)) != PathKind::device) {
     return system.replaceFile(name, content);
   }
+  letSignalsEndReading(true);                                 // also waiting for a reader of the pipe
   const auto device = system.NativeSystem::openOutput(name);  // not a new file in the place of the device
+  letSignalsEndReading(false);
   return device ? device->write(content) : std::optional<std::string>("it cannot be opened");
 }
 

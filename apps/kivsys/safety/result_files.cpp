@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <filesystem>
 #include <limits>
 #include <map>
+#include <system_error>
 
 #include "input/file_names.h"
 #include "platform/memory/overlay_files.h"
@@ -56,6 +58,15 @@ std::size_t countResults(ConsoleSystem& system, const SelectedPages& pages, cons
   }
   const bool qualifies = program.systems.isConsistent() && program.pages.multifileCount == 0;
   return qualifies && !results.force ? 0 : program.systems.systemCount();
+}
+
+/// Why it cannot be known what a folder has; nullopt when it can be, or there is no such folder.
+std::optional<std::string> whyNotListed(const std::string& folder) {
+  std::error_code failure;
+  const std::filesystem::directory_iterator entries(folder, failure);
+  return failure && kindOf(folder) == PathKind::folder
+             ? std::optional("cannot list the folder of the results, " + folder + ": " + failure.message())
+             : std::nullopt;
 }
 
 /// The conflicts of results with inputs, by the number of the result.
@@ -127,6 +138,9 @@ std::vector<std::string> refusalsOfResults(ConsoleSystem& system, const Selected
   names.nameList = {system.upperCase(pages.pages.front().name)};
   const std::string first = results.firstResultFile.empty() ? firstResultFile(system, names) : results.firstResultFile;
   const std::string stem = first.substr(0, first.size() - firstNumberAndSuffix.size());
+  if (const auto reason = whyNotListed(system.outputPath(justPath(system, stem)))) {
+    return {*reason};
+  }
   const auto conflicts = Conflicts(system, pages, stem).find();
   if (conflicts.empty()) {
     return {};

@@ -10,24 +10,22 @@
 namespace kiv {
 namespace {
 
-/// Makes the folder of the run the current one. Returns why it cannot be.
-std::vector<std::string> enterFolderOfRun(NativeSystem& system, const Selection& selection, FolderUse use) {
-  if (selection.folder.empty()) {
+/// Makes the folder of the run when it is missing. Returns why it cannot be made.
+std::vector<std::string> makeFolderOfRun(NativeSystem& system, const Selection& selection, FolderUse use) {
+  if (selection.folder.empty() || use != FolderUse::written) {
     return {};
   }
-  if (use != FolderUse::read) {
-    const PlannedFolder folder(system, selection.folder, selection.folder);
-    if (folder.isMissing() && use == FolderUse::planned) {
-      return {};  // what is not written needs none
-    }
-    if (const auto failure = folder.make()) {
-      return {*failure};
-    }
-  }
-  if (!system.enterFolder(selection.folder)) {
-    return {"cannot enter the folder " + selection.folder};
-  }
-  return {};
+  const auto failure = PlannedFolder(system, selection.folder, selection.folder).make();
+  return failure ? std::vector{*failure} : std::vector<std::string>();
+}
+
+/// Makes the folder of the run the current one. Returns why it cannot be. What is not written needs none.
+std::vector<std::string> enterFolderOfRun(NativeSystem& system, const Selection& selection, FolderUse use) {
+  const bool isNeeded =
+      !selection.folder.empty() &&
+      (use != FolderUse::planned || !PlannedFolder(system, selection.folder, selection.folder).isMissing());
+  return isNeeded && !system.enterFolder(selection.folder) ? std::vector{"cannot enter the folder " + selection.folder}
+                                                           : std::vector<std::string>();
 }
 
 std::vector<std::string> refusalsOf(ConsoleSystem& system, const Selection& selection, const SelectionUse& use,
@@ -55,11 +53,20 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
   if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {
     return refuse(reasons);
   }
-  if (const auto reasons = enterFolderOfRun(system, selection, use.folder); !reasons.empty()) {
+  if (const auto reasons = makeFolderOfRun(system, selection, use.folder); !reasons.empty()) {
     return refuse(reasons);
   }
-  if (use.writtenFolders && !console.locks().take(use.writtenFolders(pages), selection.wait)) {
-    return exit_status::busy;
+  if (use.writtenFolders) {
+    if (!console.locks().take(use.writtenFolders(pages), selection.wait)) {
+      return exit_status::busy;
+    }
+    // Another run may have changed the folders until now.
+    if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {
+      return refuse(reasons);
+    }
+  }
+  if (const auto reasons = enterFolderOfRun(system, selection, use.folder); !reasons.empty()) {
+    return refuse(reasons);
   }
   return run(pages.namesFile);
 }

@@ -11,9 +11,28 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 constexpr std::string_view headStart = R"({"kivsys_survey_state":1,)";
-constexpr std::size_t longestLine = std::size_t{16} * 1024 * 1024;
+constexpr std::size_t longestLine = std::size_t{4} * 1024 * 1024;
 constexpr std::size_t mostNumbers = 65536;  // what 16 bits can number
 constexpr std::size_t digestDigits = 64;
+
+/// Whether a line is no longer than one can be, and has no more brackets within each other than one needs. A line of
+/// brackets alone takes a hundred times its size when it is read.
+bool canBeRead(std::string_view line) {
+  constexpr int mostLevels = 8;
+  int level = 0;
+  bool isText = false;
+  for (std::size_t at = 0; at < line.size() && level <= mostLevels; ++at) {
+    const char c = line[at];
+    if (isText && c == '\\') {
+      ++at;
+    } else if (c == '"') {
+      isText = !isText;
+    } else if (!isText) {
+      level += c == '[' || c == '{' ? 1 : (c == ']' || c == '}' ? -1 : 0);
+    }
+  }
+  return line.size() <= longestLine && level <= mostLevels;
+}
 
 /// The line of the text that begins here, without its end; nullopt for one that has none.
 std::optional<std::string_view> lineAt(std::string_view text, std::size_t start) {
@@ -81,7 +100,7 @@ StateText readState(std::string_view text) {
   if (text.empty() || (begins && !head)) {
     return state;
   }
-  const auto roots = begins ? rootsIn(*head) : std::nullopt;
+  const auto roots = begins && canBeRead(*head) ? rootsIn(*head) : std::nullopt;
   if (!roots) {
     state.kind = StateText::Kind::foreign;
     return state;
@@ -91,7 +110,7 @@ StateText readState(std::string_view text) {
   state.usableBytes = head->size() + 1;
   while (const auto line = lineAt(text, state.usableBytes)) {
     state.usableBytes += line->size() + 1;
-    if (line->size() <= longestLine) {
+    if (canBeRead(*line)) {
       addEntry(*line, state.entries);
     }
   }

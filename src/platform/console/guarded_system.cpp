@@ -58,6 +58,12 @@ class CheckedInput : public InputFile {
 
 }  // namespace
 
+GuardedSystem::GuardedSystem(Guard guard) : guard_(guard) {
+  if (guard == Guard::on) {
+    useExactFolders();
+  }
+}
+
 void GuardedSystem::Written::add(std::string_view bytes) {
   constexpr std::uint64_t prime = 1099511628211U;
   // Whole words at offsets that the pieces in which a file is read and written do not change.

@@ -25,7 +25,7 @@ enum class Guard {
 /// ends the program.
 class GuardedSystem : public NativeSystem {
  public:
-  explicit GuardedSystem(Guard guard = Guard::on) : guard_(guard) {}
+  explicit GuardedSystem(Guard guard = Guard::on);
 
   std::unique_ptr<InputFile> openInput(const std::string& name) override;
   std::unique_ptr<OutputFile> openOutput(const std::string& name) override;

@@ -39,6 +39,12 @@ bool exists(const std::string& path) {
   return ::lstat(path.c_str(), &status) == 0;
 }
 
+/// Whether the folder is there; the current one, with no name, always is.
+bool isFolder(const std::string& path) {
+  struct stat status {};
+  return path.empty() || (::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode));
+}
+
 struct FolderCloser {
   void operator()(DIR* folder) const { ::closedir(folder); }
 };
@@ -179,6 +185,9 @@ std::string PathFinder::resolve(const std::string& name) {
     return "";
   }
   const Path path(name);
+  if (usesExactFolders_ && isFolder(path.folder)) {
+    return find(path.folder, path.file).value_or(path.folder + path.file);
+  }
   // The search through all folders would look there first as well.
   if (const auto first = firstFolder(path.folder)) {
     if (const auto found = find(*first, path.file)) {

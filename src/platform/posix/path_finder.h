@@ -27,6 +27,10 @@ class PathFinder {
   /// there is no such folder.
   std::optional<std::string> likelyPath(const std::string& name);
 
+  /// From now on, a folder that is there as it is written is the one that is meant: a file that it lacks is not
+  /// searched for in folders whose names differ in case.
+  void useExactFolders() { usesExactFolders_ = true; }
+
   /// Adds a file that this run created to what is known of its folder, so that a run which writes many files into one
   /// folder does not list it for each of them.
   void addToListing(const std::string& path);
@@ -58,6 +62,7 @@ class PathFinder {
 
   std::map<std::string, Listing> listings_;
   std::map<std::string, std::string> folders_;  // what firstFolder found
+  bool usesExactFolders_ = false;
 };
 
 /// Calls visit with the name of every entry of a folder, in the system's order. False when it cannot be listed. Throws

@@ -74,6 +74,11 @@ class PosixSystem : public Files, public Programs, public Machine {
   /// The columns of the terminal that standard output is; 0 when it is none, or its width is unknown.
   static std::size_t outputColumns();
 
+ protected:
+  /// From now on, a folder that is there as it is written is the one that is meant, whatever others differ in case
+  /// only.
+  void useExactFolders() { paths_.useExactFolders(); }
+
  private:
   PathFinder paths_;
   std::set<std::string> unflushed_;  // folders in which files were replaced, as the disk names them

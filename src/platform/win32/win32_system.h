@@ -69,6 +69,10 @@ class Win32System : public Files, public Programs, public Machine {
   static bool outputTakesColor();
   /// The columns of the terminal that standard output is; 0 when it is none, or its width is unknown.
   static std::size_t outputColumns();
+
+ protected:
+  /// A disk of Windows has no folders that differ in case only.
+  static void useExactFolders() {}
 };
 
 }  // namespace kiv
