@@ -40,6 +40,7 @@ if(NOT WIN32)
   target_precompile_headers(test_console PRIVATE <gtest/gtest.h> <nlohmann/json.hpp>)
   target_link_libraries(test_console PRIVATE kiv_headers kiv_drawing)
   target_compile_definitions(test_console PRIVATE KIVSYS_PROGRAM="$<TARGET_FILE:kivsys>"
+    KIVSYS_IS_SANITIZED=$<BOOL:${KIV_SANITIZE}>
     CODES_HEADER="${PROJECT_SOURCE_DIR}/src/messages/codes.h"
     DOCS_FOLDER="${PROJECT_SOURCE_DIR}/docs"
     EXAMPLE_FOLDER="${PROJECT_SOURCE_DIR}/examples/beethoven-9")
