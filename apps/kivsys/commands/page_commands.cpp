@@ -32,7 +32,7 @@ std::optional<std::string> refusalToReplace(NativeSystem& system, const PageFile
   if (files.text != "-") {
     InputFiles inputs;
     inputs.add(system.diskName(NativeSystem::coreName(files.text)));
-    if (const auto reason = inputs.refusal("page", path)) {
+    if (auto reason = inputs.refusal("page", path)) {
       return reason;
     }
   }

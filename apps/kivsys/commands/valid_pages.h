@@ -16,6 +16,7 @@ class ValidPages {
   ValidPages(ConsoleHost& console, const std::string& namesFile);
   ValidPages(const ValidPages&) = delete;
   ValidPages& operator=(const ValidPages&) = delete;
+  ~ValidPages() = default;
 
   /// A names file of the valid pages: the given one when no page is bad. "" when none is left.
   const std::string& namesFile() const { return namesFile_; }
