@@ -13,7 +13,7 @@ struct FolderIdentity {
   std::uint64_t volume = 0;
   std::uint64_t number = 0;
 
-  auto operator<=>(const FolderIdentity&) const = default;
+  auto operator<=>(const FolderIdentity&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 /// A lock on a folder, which one run at a time can hold. It is gone with this object, or with its process, and leaves

@@ -15,7 +15,7 @@ struct FileIdentity {
   std::uint64_t volume = 0;
   std::uint64_t file = 0;
 
-  auto operator<=>(const FileIdentity&) const = default;
+  auto operator<=>(const FileIdentity&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 /// The identity of the file or folder that a path leads to, links followed; nullopt when there is none.
