@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <filesystem>
 #include <limits>
 #include <map>
-#include <system_error>
 
 #include "input/file_names.h"
 #include "platform/memory/overlay_files.h"
@@ -62,11 +60,8 @@ std::size_t countResults(ConsoleSystem& system, const SelectedPages& pages, cons
 
 /// Why it cannot be known what a folder has; nullopt when it can be, or there is no such folder.
 std::optional<std::string> whyNotListed(const std::string& folder) {
-  std::error_code failure;
-  const std::filesystem::directory_iterator entries(folder, failure);
-  return failure && kindOf(folder) == PathKind::folder
-             ? std::optional("cannot list the folder of the results, " + folder + ": " + failure.message())
-             : std::nullopt;
+  const auto failure = kindOf(folder) == PathKind::folder ? listFailure(folder) : std::nullopt;
+  return failure ? std::optional("cannot list the folder of the results, " + folder + ": " + *failure) : std::nullopt;
 }
 
 /// The conflicts of results with inputs, by the number of the result.

@@ -52,6 +52,11 @@ std::optional<std::string> readFailure(const std::string& path) {
   return S_ISREG(status.st_mode) ? std::nullopt : std::optional<std::string>("Not a regular file");
 }
 
+std::optional<std::string> listFailure(const std::string& folder) {
+  const Descriptor open(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  return open.isOpen() || errno == EMFILE || errno == ENFILE ? std::nullopt : std::optional(lastFailure());
+}
+
 std::optional<std::string> makeFolder(const std::string& path) {
   constexpr mode_t openToAll = 0777;
   return ::mkdir(path.c_str(), openToAll) == 0 ? std::nullopt : std::optional(lastFailure());

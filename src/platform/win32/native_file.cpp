@@ -54,6 +54,10 @@ std::optional<std::string> readFailure(const std::string& path) {
   return GetFileType(file.get()) == FILE_TYPE_DISK ? std::nullopt : std::optional<std::string>("Not a file on a disk");
 }
 
+std::optional<std::string> listFailure(const std::string& folder) {
+  return openAs(folder, FILE_LIST_DIRECTORY).isOpen() ? std::nullopt : std::optional(lastFailure());
+}
+
 std::optional<std::string> makeFolder(const std::string& path) {
   return CreateDirectoryA(path.c_str(), nullptr) != FALSE ? std::nullopt : std::optional(lastFailure());
 }
