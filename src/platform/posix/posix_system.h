@@ -59,6 +59,8 @@ class PosixSystem : public Files, public Programs, public Machine {
   std::string makeTemporaryFile(std::string_view content);
   /// The text as UTF-8.
   static std::string toUtf8(std::string_view text) { return std::string(text); }
+  /// Text in UTF-8 as the core has it.
+  static std::string fromUtf8(std::string_view text) { return std::string(text); }
   /// Writes text to standard error as the terminal understands it.
   static void writeError(std::string_view text);
   /// Whether standard error is a terminal.

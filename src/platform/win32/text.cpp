@@ -20,12 +20,12 @@ std::string numbered(DWORD error) {
 
 }  // namespace
 
-std::wstring wide(std::string_view ansi) {
-  const int size = static_cast<int>(ansi.size());
-  const int needed = MultiByteToWideChar(CP_ACP, 0, ansi.data(), size, nullptr, 0);
-  std::wstring text(static_cast<std::size_t>(needed), L'\0');
-  MultiByteToWideChar(CP_ACP, 0, ansi.data(), size, text.data(), needed);
-  return text;
+std::wstring wide(std::string_view text, UINT codePage) {
+  const int size = static_cast<int>(text.size());
+  const int needed = MultiByteToWideChar(codePage, 0, text.data(), size, nullptr, 0);
+  std::wstring result(static_cast<std::size_t>(needed), L'\0');
+  MultiByteToWideChar(codePage, 0, text.data(), size, result.data(), needed);
+  return result;
 }
 
 std::string narrow(std::wstring_view text, UINT codePage) {

@@ -7,8 +7,8 @@
 
 namespace kiv {
 
-/// Text of the ANSI code page as UTF-16.
-std::wstring wide(std::string_view ansi);
+/// Text of a code page, CP_ACP or CP_UTF8, as UTF-16.
+std::wstring wide(std::string_view text, UINT codePage = CP_ACP);
 
 /// UTF-16 text in a code page: CP_ACP or CP_UTF8. Characters that the page lacks become its replacement character.
 std::string narrow(std::wstring_view text, UINT codePage);

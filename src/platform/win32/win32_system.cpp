@@ -194,6 +194,10 @@ std::string Win32System::toUtf8(std::string_view text) {
   return narrow(wide(text), CP_UTF8);
 }
 
+std::string Win32System::fromUtf8(std::string_view text) {
+  return narrow(wide(text, CP_UTF8), CP_ACP);
+}
+
 void Win32System::writeError(std::string_view text) {
   if (!ErrorConsole().write(wide(text))) {
     // A failure of standard error cannot be reported.

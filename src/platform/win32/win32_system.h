@@ -54,6 +54,8 @@ class Win32System : public Files, public Programs, public Machine {
   static std::string makeTemporaryFile(std::string_view content);
   /// The text as UTF-8.
   static std::string toUtf8(std::string_view text);
+  /// Text in UTF-8 as the core has it; characters that the ANSI code page lacks become its replacement character.
+  static std::string fromUtf8(std::string_view text);
   /// Writes text to standard error as the terminal understands it.
   static void writeError(std::string_view text);
   /// Whether standard error is a terminal.
