@@ -2,11 +2,13 @@
 
 #include <string>
 
+#include "diagnostics/instruments.h"
 #include "diagnostics/layouts.h"
 
 namespace kiv {
 
-/// The layouts in plain words, a few lines for each; one line for a piece that is consistent.
-std::string explanation(const Layouts& layouts);
+/// The layouts in plain words, a few lines for each, with the names of their instruments; one line for a piece that is
+/// consistent.
+std::string explanation(const Layouts& layouts, const InstrumentNames& names);
 
 }  // namespace kiv

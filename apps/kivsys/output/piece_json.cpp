@@ -17,6 +17,14 @@ std::optional<Value> valueIn(const Json& value) {
   return value.is_null() ? std::nullopt : std::optional(value.get<Value>());
 }
 
+Json namesJson(const InstrumentNames& names) {
+  Json all = Json::array();
+  for (const auto& [id, name] : names) {
+    all.push_back({{"id", id}, {"name", name}});
+  }
+  return all;
+}
+
 }  // namespace
 
 Json toJson(const LibraryPiece& piece, const PieceFindings& findings) {
@@ -27,7 +35,8 @@ Json toJson(const LibraryPiece& piece, const PieceFindings& findings) {
           {"instruments", orNull(findings.instruments)},
           {"consistent", orNull(findings.consistent)},
           {"multifile", orNull(findings.multifile)},
-          {"problems", findings.problems}};
+          {"problems", findings.problems},
+          {"names", namesJson(findings.names)}};
 }
 
 PieceFindings findingsIn(const Json& object) {
@@ -38,6 +47,9 @@ PieceFindings findingsIn(const Json& object) {
   findings.consistent = valueIn<bool>(object.at("consistent"));
   findings.multifile = valueIn<bool>(object.at("multifile"));
   findings.problems = object.at("problems").get<std::vector<std::string>>();
+  for (const Json& entry : object.at("names")) {
+    findings.names[entry.at("id").get<std::int16_t>()] = entry.at("name").get<std::string>();
+  }
   return findings;
 }
 
