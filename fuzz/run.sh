@@ -15,6 +15,7 @@ longest() {
   case $1 in
     end_to_end) echo 100 ;;
     mus_reader) echo 200 ;;
+    recovery) echo 2000 ;;
     *) echo 400 ;;
   esac
 }

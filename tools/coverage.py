@@ -6,7 +6,7 @@ import json
 import sys
 from collections import defaultdict
 
-FOLDERS = ["base", "messages", "platform", "mus", "pagetext", "input", "sort", "analysis", "conversion", "diagnostics",
+FOLDERS = ["base", "messages", "platform", "mus", "pagetext", "repair", "input", "sort", "analysis", "conversion", "diagnostics",
            "drawing", "shell", "verify", "survey"]
 
 
