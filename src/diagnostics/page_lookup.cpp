@@ -1,19 +1,14 @@
 #include "diagnostics/page_lookup.h"
 
 #include <algorithm>
-#include <cmath>
+#include <utility>
 
 #include "analysis/cue_marker.h"
 #include "base/number.h"
+#include "diagnostics/instrument_names.h"
 
 namespace kiv {
 namespace {
-
-bool hasLetter(std::string_view text) {
-  return std::any_of(text.begin(), text.end(), [](char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || static_cast<unsigned char>(c) >= 0x80U;
-  });
-}
 
 std::string trimmed(const std::string& text) {
   const std::size_t first = text.find_first_not_of(' ');
@@ -28,7 +23,7 @@ void addName(const PageWalker& page, std::vector<PageItems::Staff>& staves) {
   }
   Item item;
   page.decode(item);
-  if (hasLetter(item.text)) {
+  if (std::any_of(item.text.begin(), item.text.end(), isNameLetter)) {
     staff->name = trimmed(item.text);
   }
 }
@@ -36,26 +31,13 @@ void addName(const PageWalker& page, std::vector<PageItems::Staff>& staves) {
 void addItem(const PageWalker& page, PageItems& items) {
   const float number = page.par(par::staff);
   items.items.push_back({static_cast<std::uint32_t>(page.itemOffset()), number});
-  if (page.type() == ItemType::staff && page.par(par::lines) != hiddenStaff) {
-    const float instrument = std::fabs(page.par(par::instrument));
-    items.staves.push_back({{page.itemsInFile(), page.itemOffset()},
-                            number,
-                            instrument,
-                            generalNumber(number),
-                            generalNumber(instrument),
-                            page.par(par::position),
-                            page.par(par::height),
-                            ""});
+  if (auto staff = listedStaff(page)) {
+    items.staves.push_back({std::move(*staff), ""});
   } else if (page.type() == ItemType::rest && isCueMarker(page)) {
     items.cues.push_back({page.itemsInFile(), page.par(par::cuedInstrument)});
   } else if (page.hasText()) {
     addName(page, items.staves);
   }
-}
-
-/// The order that the report lists staves of one number in.
-bool isListedFirst(const PageItems::Staff& a, const PageItems::Staff& b) {
-  return a.position != b.position ? a.position < b.position : a.height < b.height;
 }
 
 /// Whether a record writes the number as this text. One that it does not give was no number to begin with.
@@ -72,12 +54,7 @@ PageItems lookAt(std::string_view file) {
     at = page.position();
   }
   items.endPlace = {page.itemsInFile(), file.size() < headerBytes ? 0 : at};
-  const bool isOrdered = std::none_of(items.staves.begin(), items.staves.end(), [](const PageItems::Staff& staff) {
-    return std::isnan(staff.position) || std::isnan(staff.height);
-  });
-  if (isOrdered) {
-    std::stable_sort(items.staves.begin(), items.staves.end(), isListedFirst);
-  }
+  sortAsListed(items.staves);
   return items;
 }
 
@@ -101,13 +78,7 @@ const PageItems& PageLookup::page(const std::string& musFileName) {
 }
 
 const PageItems::Staff* PageLookup::staff(const StaffFact& fact) {
-  const PageItems& items = page(fact.file);
-  int occurrence = 0;
-  const auto found = std::find_if(items.staves.begin(), items.staves.end(), [&](const PageItems::Staff& staff) {
-    return staff.numberText == fact.staff && staff.instrumentText == fact.instrumentText &&
-           ++occurrence == fact.occurrence;
-  });
-  return found == items.staves.end() ? nullptr : &*found;
+  return findListed(page(fact.file).staves, fact);
 }
 
 const PageItems::Staff* PageLookup::staffAt(const Location& location) {

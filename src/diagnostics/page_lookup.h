@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/listed_staff.h"
 #include "diagnostics/system_facts.h"
 #include "messages/message.h"
 #include "mus/page_walker.h"
@@ -15,24 +16,9 @@
 
 namespace kiv {
 
-/// Where an item is in its page file.
-struct ItemPlace {
-  int item = 0;            ///< its number, from 1; 0 stands for the file's head
-  std::size_t offset = 0;  ///< bytes from the start of the file
-
-  bool operator==(const ItemPlace&) const = default;
-};
-
 /// What diagnostics need of one page file.
 struct PageItems {
-  struct Staff {
-    ItemPlace place;
-    float number = 0;
-    float instrument = 0;        ///< not negative
-    std::string numberText;      ///< as records write it
-    std::string instrumentText;  ///< as records write it
-    float position = 0;
-    float height = 0;
+  struct Staff : ListedStaff {
     std::string name;  ///< the first text with a letter in it that lies left of the staff; "" when there is none
   };
   struct Cue {

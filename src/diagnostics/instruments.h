@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "diagnostics/instrument_names.h"
+#include "diagnostics/page_staves.h"
+#include "platform/files.h"
+
+namespace kiv {
+
+/// A staff of an instrument.
+struct InstrumentPlace {
+  std::string file;         ///< full name
+  std::int16_t system = 0;  ///< its number
+  std::string staff;        ///< its number in the file, in general number form
+  int item = 0;             ///< the number of its staff item, from 1; 0 when the page does not hold it any more
+
+  bool operator==(const InstrumentPlace&) const = default;
+};
+
+/// An instrument of a group, and what its pages say about it. Values stand in the order of their first appearance; of
+/// very many different ones only the first hundred are kept.
+struct Instrument {
+  int order = 0;        ///< from 1, from the top of a result to its bottom
+  std::int16_t id = 0;  ///< 0 stands for all staves without an identifier
+  InstrumentName name;
+  std::vector<std::int16_t> systems;  ///< those that have it, by number in their order, each once
+  std::size_t staves = 0;
+  InstrumentPlace first;
+  InstrumentPlace last;
+  std::vector<ClefForm> clefs;
+  std::vector<float> lines;
+  std::vector<float> sizes;
+  std::vector<float> keys;           ///< numbers of sharps; those of flats are negative
+  std::vector<std::int16_t> cuedBy;  ///< the instruments with cue markers that refer to it, by identifier
+};
+
+/// The instruments of the report in the current folder, in their order. Reads the report, and each page file once.
+/// Never ends the program: no report, or an I/O error in it, gives no instruments, and of a page that cannot be read
+/// only what the report says about it is known.
+std::vector<Instrument> findInstruments(Files& files);
+
+/// What instruments are called, by identifier; those without a name are left out.
+using InstrumentNames = std::map<std::int16_t, std::string>;
+
+/// The names as they are shown, one for each instrument that has one.
+InstrumentNames shownNames(const std::vector<Instrument>& instruments);
+
+}  // namespace kiv
