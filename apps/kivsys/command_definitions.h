@@ -6,6 +6,7 @@
 #include "apps/kivsys/commands/chart_command.h"
 #include "apps/kivsys/commands/convert_command.h"
 #include "apps/kivsys/commands/draw_command.h"
+#include "apps/kivsys/commands/instruments_command.h"
 #include "apps/kivsys/commands/page_commands.h"
 #include "apps/kivsys/commands/sort_command.h"
 #include "apps/kivsys/commands/survey_command.h"
@@ -29,6 +30,7 @@ void addTrace(CLI::App& app, ConvertOptions& options, int& status);
 void addSort(CLI::App& app, SortOptions& options, int& status);
 void addDraw(CLI::App& app, DrawOptions& options, int& status);
 void addChart(CLI::App& app, ChartOptions& options, int& status);
+void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status);
 /// The commands "dump" and "build".
 void addPageCommands(CLI::App& app, PageFiles& files, int& status);
 /// The commands "completions" and "man".

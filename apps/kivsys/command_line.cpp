@@ -23,6 +23,7 @@ struct CommandLine {
   SortOptions sort;
   DrawOptions draw;
   ChartOptions chart;
+  InstrumentsOptions instruments;
   PageFiles files;
   std::string shell;                 ///< for completions
   int status = exit_status::normal;  ///< of the command that was run
@@ -43,6 +44,7 @@ void addCommands(CLI::App& app, CommandLine& line) {
   addSort(app, line.sort, line.status);
   addDraw(app, line.draw, line.status);
   addChart(app, line.chart, line.status);
+  addInstruments(app, line.instruments, line.status);
   addPageCommands(app, line.files, line.status);
   addDocuments(app, line.shell, line.status);
 }

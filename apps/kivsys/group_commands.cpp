@@ -154,4 +154,27 @@ void addChart(CLI::App& app, ChartOptions& options, int& status) {
   });
 }
 
+void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status) {
+  CLI::App* instruments = app.add_subcommand("instruments", "List the instruments of a group, with their names");
+  addSelection(*instruments, options.selection, "Look for the names file in this folder, too");
+  CLI::Option* csv = instruments->add_flag_callback(
+      "--csv", [&options] { options.format = ListFormat::csv; }, "Print comma-separated values in UTF-8");
+  CLI::Option* json = instruments->add_flag_callback(
+      "--json", [&options] { options.format = ListFormat::json; }, "Print one JSON object and nothing else");
+  csv->excludes(json);
+  instruments->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
+  instruments->footer(
+      "Analyzes the pages as analyze does, and writes no file. A name is a text left\n"
+      "of a staff, the fullest one of all pages. Prints for each instrument: its\n"
+      "place in a result, id, name, systems, first and last staff, clefs, staff\n"
+      "lines, staff size, keys, and the instruments with cues of it. Ends with\n"
+      "status 0; with 1 after a critical message; with 2 on wrong usage.\n\n"
+      "Examples:\n  kivsys instruments PIECE*.MUS\n"
+      "  kivsys instruments --csv PIECE*.MUS > instruments.csv");
+  instruments->callback([&options, &status] {
+    requireSelection("instruments", options.selection);
+    status = runInstruments(options);
+  });
+}
+
 }  // namespace kiv

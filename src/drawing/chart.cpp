@@ -72,6 +72,14 @@ std::size_t Chart::count(Presence presence) const {
   return count;
 }
 
+std::size_t Chart::nameColumns() const {
+  std::size_t columns = 0;
+  for (const auto& [instrument, name] : names) {
+    columns = std::max(columns, name.columns);
+  }
+  return columns;
+}
+
 std::string Chart::summary() const {
   return counted(systems.size(), "system", "systems") + " on " + counted(pages.size(), "page", "pages") + ", " +
          counted(instruments.size(), "instrument", "instruments") + "; " +

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -34,14 +35,23 @@ struct ChartPage {
   std::size_t firstSystem = 0;  ///< its index in Chart::systems
 };
 
+/// What an instrument is called.
+struct ChartName {
+  std::string text;
+  std::size_t columns = 0;  ///< that it fills on a terminal
+};
+
 /// Which instruments the systems of a group have.
 struct Chart {
-  std::vector<std::int16_t> instruments;  ///< from the top of a result to its bottom
-  std::vector<ChartPage> pages;           ///< in order
-  std::vector<ChartSystem> systems;       ///< in order; system 1 comes first
+  std::vector<std::int16_t> instruments;    ///< from the top of a result to its bottom
+  std::map<std::int16_t, ChartName> names;  ///< of those that have one; makeChart knows none
+  std::vector<ChartPage> pages;             ///< in order
+  std::vector<ChartSystem> systems;         ///< in order; system 1 comes first
 
   bool startsPage(std::size_t system) const { return pages[systems[system].page].firstSystem == system; }
   std::size_t count(Presence presence) const;
+  /// The columns that the longest name fills; 0 without names.
+  std::size_t nameColumns() const;
   /// "7 systems on 5 pages, 12 instruments; 46 rest staves to be inserted"
   std::string summary() const;
   /// The systems whose staves stand in another order than in a result, as "3, 5", the first twelve by number; "" when

@@ -12,12 +12,13 @@ namespace {
 constexpr double sheetWidth = 297;
 constexpr double sheetHeight = 210;
 constexpr double margin = 12;
-constexpr double labelWidth = 16;
+constexpr double idWidth = 16;  // of the labels left of the cells, without names
 constexpr double titleHeight = 12;
 constexpr double legendHeight = 16;
 constexpr double systemNumberHeight = 5;  // for the numbers above a row of systems
 constexpr double digitWidth = 1.8;
 constexpr double letterWidth = 2.3;
+constexpr double nameLetterWidth = 1.8;  // on the average
 constexpr std::size_t longestName = 16;
 constexpr double rowGap = 4;
 constexpr int largestCell = 56;  // in quarters of a millimeter
@@ -84,6 +85,7 @@ std::string shortName(const ChartPage& page) {
 /// How the systems are laid out in rows.
 struct Grid {
   double cell = 0;
+  double labelWidth = 0;  ///< left of the cells, for names and identifiers
   double headHeight = 0;  ///< above the cells of a row, for names and numbers
   std::size_t systemsPerRow = 1;
   std::size_t rows = 0;
@@ -95,7 +97,8 @@ struct Grid {
 Grid gridOf(const Chart& chart, double cell) {
   Grid grid;
   grid.cell = cell;
-  grid.systemsPerRow = static_cast<std::size_t>((sheetWidth - 2 * margin - labelWidth) / cell);
+  grid.labelWidth = idWidth + nameLetterWidth * static_cast<double>(chart.nameColumns());
+  grid.systemsPerRow = static_cast<std::size_t>((sheetWidth - 2 * margin - grid.labelWidth) / cell);
   grid.rows = (chart.systems.size() + grid.systemsPerRow - 1) / grid.systemsPerRow;
   std::size_t characters = 1;
   for (const ChartPage& page : chart.pages) {
@@ -124,7 +127,7 @@ struct GridRow {
   double top = 0;
 
   double x(std::size_t system, const Grid& grid) const {
-    return margin + labelWidth + grid.cell * static_cast<double>(system - first);
+    return margin + grid.labelWidth + grid.cell * static_cast<double>(system - first);
   }
   double cellTop(std::size_t instrument, const Grid& grid) const {
     return top + grid.headHeight + grid.cell * static_cast<double>(instrument);
@@ -182,6 +185,12 @@ void drawHeads(SvgWriter& svg, const Chart& chart, const Grid& grid, const GridR
   }
 }
 
+/// The name, if there is one, and the identifier.
+std::string labelOf(const Chart& chart, std::int16_t instrument) {
+  const auto name = chart.names.find(instrument);
+  return (name == chart.names.end() ? "" : name->second.text + " ") + std::to_string(instrument);
+}
+
 void drawRow(SvgWriter& svg, const Chart& chart, const Grid& grid, const GridRow& row) {
   constexpr double beforeCells = 2;
   constexpr double baseline = 0.5;
@@ -195,9 +204,9 @@ void drawRow(SvgWriter& svg, const Chart& chart, const Grid& grid, const GridRow
     if (y >= free) {
       svg.text("text",
                {{"class", "instrument"},
-                {"x", margin + labelWidth - beforeCells},
+                {"x", margin + grid.labelWidth - beforeCells},
                 {"y", y + grid.cell * baseline + halfCapital}},
-               std::to_string(chart.instruments[k]));
+               labelOf(chart, chart.instruments[k]));
       free = y + lineHeight;
     }
     for (std::size_t i = row.first; i < row.end; ++i) {

@@ -6,8 +6,10 @@
 namespace kiv {
 namespace {
 
-constexpr std::size_t labelWidth = 8;
-constexpr std::size_t fewestSystems = 8;  // on a line, however narrow
+constexpr std::size_t shortestLabel = 8;
+constexpr std::size_t idWidth = 6;         // with the blank before it
+constexpr std::size_t widthForNames = 60;  // of the narrowest line with names on it
+constexpr std::size_t fewestSystems = 8;   // on a line, however narrow
 
 struct Mark {
   Presence presence;
@@ -26,24 +28,27 @@ std::string marked(Presence presence, bool color) {
   return color ? mark.color + character + "\x1B[0m" : character;
 }
 
-std::string rightAligned(const std::string& word) {
-  return word.size() < labelWidth ? std::string(labelWidth - word.size(), ' ') + word : word;
+std::string rightAligned(const std::string& word, std::size_t width) {
+  return word.size() < width ? std::string(width - word.size(), ' ') + word : word;
 }
 
 /// Some neighboring systems, a column of two characters each.
 struct Block {
   std::size_t first = 0;
   std::size_t end = 0;
+  std::size_t labelWidth = shortestLabel;  ///< left of the systems
 };
 
 /// A line of numbers above the columns. One that would touch the number before it, or exceed the line, is left out.
 class NumberLine {
  public:
   NumberLine(const std::string& label, Block block)
-      : line_(rightAligned(label) + " "), end_(labelWidth + 2 + 2 * (block.end - block.first)) {}
+      : line_(rightAligned(label, block.labelWidth) + " "),
+        start_(block.labelWidth + 2),
+        end_(start_ + 2 * (block.end - block.first)) {}
 
   void at(std::size_t column, const std::string& number) {
-    const std::size_t position = labelWidth + 2 + 2 * column;
+    const std::size_t position = start_ + 2 * column;
     if (position > line_.size() && (column == 0 || position + number.size() <= end_)) {
       line_.append(position - line_.size(), ' ');
       line_ += number;
@@ -53,6 +58,7 @@ class NumberLine {
 
  private:
   std::string line_;
+  std::size_t start_;
   std::size_t end_;
 };
 
@@ -75,8 +81,18 @@ std::string heads(const Chart& chart, Block block) {
   return pages.text() + (multifile ? files.text() : "") + systems.text();
 }
 
+/// The name, where the labels have the width for names, and the identifier.
+std::string labelOf(const Chart& chart, std::int16_t instrument, std::size_t width) {
+  const std::string id = std::to_string(instrument);
+  const auto name = chart.names.find(instrument);
+  if (width == shortestLabel || name == chart.names.end()) {
+    return rightAligned(id, width);
+  }
+  return name->second.text + rightAligned(id, width - name->second.columns);
+}
+
 std::string row(const Chart& chart, Block block, std::size_t instrument, bool color) {
-  std::string line = rightAligned(std::to_string(chart.instruments[instrument])) + " ";
+  std::string line = labelOf(chart, chart.instruments[instrument], block.labelWidth) + " ";
   for (std::size_t i = block.first; i < block.end; ++i) {
     line += i == block.first || chart.startsPage(i) ? "|" : " ";
     line += marked(chart.systems[i].cells[instrument], color);
@@ -121,11 +137,13 @@ std::string pageNames(const Chart& chart, std::size_t width) {
 }  // namespace
 
 std::string chartText(const Chart& chart, const TextStyle& style) {
+  const std::size_t names = style.width < widthForNames ? 0 : chart.nameColumns();
+  const std::size_t labelWidth = names == 0 ? shortestLabel : std::max(names + idWidth, shortestLabel + 1);
   const std::size_t fitting = style.width > labelWidth + 2 ? (style.width - labelWidth - 2) / 2 : 0;
   const std::size_t systems = std::max(fitting, fewestSystems);
   std::string text = chart.summary() + "\n\n";
   for (std::size_t first = 0; first < chart.systems.size(); first += systems) {
-    const Block block{first, std::min(first + systems, chart.systems.size())};
+    const Block block{first, std::min(first + systems, chart.systems.size()), labelWidth};
     text += heads(chart, block);
     for (std::size_t i = 0; i < chart.instruments.size(); ++i) {
       text += row(chart, block, i, style.color);

@@ -93,6 +93,7 @@ PieceFindings surveyPiece(Files& disk, Machine& machine, const std::vector<std::
     findings.instruments = program.systems.instrumentCount;
     findings.consistent = program.systems.isConsistent();
     findings.multifile = program.pages.multifileCount != 0;
+    findings.names = shownNames(findInstruments(files));
   }
   if (!program.pages.pages.empty()) {
     findings.pages = program.pages.pages.size();

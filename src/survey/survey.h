@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/instruments.h"
 #include "platform/files.h"
 #include "platform/machine.h"
 
@@ -28,6 +29,7 @@ struct PieceFindings {
   std::optional<bool> consistent;
   std::optional<bool> multifile;
   std::vector<std::string> problems;  ///< the messages
+  InstrumentNames names;              ///< of the instruments, by identifier
 
   bool operator==(const PieceFindings&) const = default;
 };

@@ -13,6 +13,7 @@ if(NOT WIN32)
     console/explain_test.cpp
     console/folder_lock_test.cpp
     console/hostile_names_test.cpp
+    console/instruments_test.cpp
     console/json_schema.cpp
     console/json_test.cpp
     console/keep_going_test.cpp
@@ -51,9 +52,15 @@ endif()
 if(NOT WIN32)
   kiv_bare_test_program(console_parts
     console/file_kinds_test.cpp
+    console/instrument_cells_test.cpp
     console/names_list_test.cpp
+    ../apps/kivsys/output/csv.cpp ../apps/kivsys/output/diagnostics_json.cpp
+    ../apps/kivsys/output/instruments_output.cpp
+    ../apps/kivsys/output/number_ranges.cpp ../apps/kivsys/output/outcome_json.cpp
+    ../apps/kivsys/output/text_table.cpp ../apps/kivsys/output/verification_json.cpp
     ../apps/kivsys/safety/file_kinds.cpp
     ../apps/kivsys/selection/names_list.cpp)
+  target_link_libraries(test_console_parts PRIVATE kiv_console kiv_diagnostics kiv_headers kiv_verify)
 endif()
 
 if(WIN32)

@@ -153,7 +153,8 @@ TEST_F(JsonOutput, StreamIsTheSameLineByLine) {
     EXPECT_EQ(schemaErrors(line, "line"), Lines());
     records += line["record"].get<std::string>() + " ";
   }
-  EXPECT_EQ(records, "problem problem problem layout layout deviation deviation deviation outcome ");
+  EXPECT_EQ(records,
+            "problem problem problem layout layout deviation deviation deviation instrument instrument outcome ");
   const Json object = Json::parse(place.kivsys({"analyze", "--json", "X1.MUS", "X2.MUS"}).out);
   Json first = lines[0];
   first.erase("record");

@@ -49,6 +49,21 @@ TEST(ChartSvg, HundredsOfSystemsFillSeveralRowsOfTheSheet) {
   }
 }
 
+TEST(ChartSvg, NamesOfInstrumentsStandLeftOfTheCells) {
+  Chart chart = chartOf(30, 2);
+  const double before = withClass(drawn(chart), "instrument").at(0).number("x");
+  chart.names = {{101, {"Flute & Piccolo", 15}}};
+  const auto elements = drawn(chart);
+  const auto labels = withClass(elements, "instrument");
+  EXPECT_EQ(labels.at(0).text, "Flute & Piccolo 101");
+  EXPECT_EQ(labels.at(1).text, "102");
+  EXPECT_GT(labels.at(0).number("x"), before + 20) << "there is space for the name";
+  EXPECT_GT(withClass(elements, "present").at(0).number("x"), labels.at(0).number("x"));
+  for (const XmlElement& use : withTag(elements, "use")) {
+    EXPECT_LE(use.number("x") + use.number("width"), 297 - 12 + 0.01);
+  }
+}
+
 TEST(ChartSvg, AGroupTooLargeForTheSheetGetsALongerOne) {
   const auto elements = drawn(chartOf(900, 60));
   EXPECT_GT(elements.at(0).number("height"), 210);

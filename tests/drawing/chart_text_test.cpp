@@ -41,6 +41,27 @@ TEST(ChartText, ShowsEveryKindOfCell) {
             "1 X1AB.MUS  2 X2.MUS\n");
 }
 
+/// Two instruments, of which one has a name.
+Chart withAName() {
+  Chart chart = chartOf(200, 2);
+  chart.names = {{101, {"Fl\xC3\xB6te", 5}}};
+  return chart;
+}
+
+TEST(ChartText, NamesStandBeforeTheIdentifiers) {
+  const std::string text = chartText(withAName(), {80, false});
+  EXPECT_NE(text.find("\n     system  1 2 3"), std::string::npos) << text;
+  EXPECT_NE(text.find("\nFl\xC3\xB6te   101 |#|#|"), std::string::npos) << text;
+  EXPECT_NE(text.find("\n        102 |.|.|"), std::string::npos) << text;
+  EXPECT_LE(longestLine(text), 81U) << "of which a character has two bytes";
+}
+
+TEST(ChartText, ANarrowTerminalHasNoNames) {
+  const std::string text = chartText(withAName(), {59, false});
+  EXPECT_EQ(text.find("Fl"), std::string::npos) << text;
+  EXPECT_NE(text.find("\n     101 |#|#|"), std::string::npos) << text;
+}
+
 TEST(ChartText, WrapsToTheWidth) {
   const std::string text = chartText(chartOf(200, 3), {100, false});
   EXPECT_LE(longestLine(text), 100U);

@@ -62,7 +62,8 @@ class SurveyPiece : public ::testing::Test {
 TEST_F(SurveyPiece, HasTheResultsOfAnAnalysis) {
   host.addFile("C:\\M\\A1.MUS", solo);
   host.addFile("C:\\M\\A2.MUS", duo);
-  EXPECT_EQ(surveyPiece(host, host, {"C:\\M\\A1.MUS", "C:\\M\\A2.MUS"}), (PieceFindings{2, 2, 2, false, false, {}}));
+  EXPECT_EQ(surveyPiece(host, host, {"C:\\M\\A1.MUS", "C:\\M\\A2.MUS"}),
+            (PieceFindings{2, 2, 2, false, false, {}, {}}));
 }
 
 TEST_F(SurveyPiece, PagesAreCountedNotFiles) {
@@ -72,6 +73,13 @@ TEST_F(SurveyPiece, PagesAreCountedNotFiles) {
   EXPECT_EQ(findings.pages, 1U);
   EXPECT_EQ(findings.multifile, true);
   EXPECT_EQ(findings.problems.size(), 1U);  // one instrument on two staves
+}
+
+TEST_F(SurveyPiece, HasTheNamesOfItsInstruments) {
+  host.addFile("C:\\M\\A1.MUS", page("staff 2 at 10 instrument 8\ntext 2 at 2 \"Fl.\"\nstaff 1 at 10 instrument 7\n"
+                                     "barline 1 at 10 spans 2\n"));
+  host.addFile("C:\\M\\A2.MUS", page("staff 1 at 10 instrument 8\ntext 1 at 2 \"Flute\"\nbarline 1 at 10 spans 1\n"));
+  EXPECT_EQ(surveyPiece(host, host, {"C:\\M\\A1.MUS", "C:\\M\\A2.MUS"}).names, (InstrumentNames{{8, "Flute"}}));
 }
 
 TEST_F(SurveyPiece, WhatEndsTheAnalysisIsAProblem) {

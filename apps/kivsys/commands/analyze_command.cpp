@@ -58,12 +58,15 @@ int analyzeNames(ConsoleHost& console, const std::string& namesFile, const Analy
   }
   const bool normalEnd = runAnalysis(console, program, pages ? pages->namesFile() : namesFile, options.allowZeroId);
   const bool details = options.json || options.jsonl;
-  AnalysisOutput output{outcomeOf(program, console, normalEnd), {}, {}, {}, pages ? &*pages : nullptr};
+  AnalysisOutput output{outcomeOf(program, console, normalEnd), {}, {}, {}, {}, pages ? &*pages : nullptr};
   if (output.outcome.normalEnd && !options.selection.likePanel) {
     output.warnings = showWarnings(program, {scopeOf(output.outcome), options.allowZeroId}, details);
   }
   if (output.outcome.normalEnd) {
     output.layouts = layoutsOf(console, program.systems, details ? Places::ofEverySystem : Places::ofFirstSystems);
+  }
+  if (output.layouts) {
+    output.instruments = findInstruments(console.system());
   }
   if (details) {
     output.problems = problemsOf(console.system(), output.outcome);

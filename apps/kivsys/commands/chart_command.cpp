@@ -3,7 +3,9 @@
 #include "analysis/report_index.h"
 #include "apps/kivsys/commands/draw_command.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/text_table.h"
 #include "apps/kivsys/safety/output_file.h"
+#include "diagnostics/instruments.h"
 #include "drawing/chart_drawings.h"
 #include "platform/console/console_host.h"
 #include "platform/console/printable.h"
@@ -24,6 +26,17 @@ TextStyle styleOfOutput() {
   return style;
 }
 
+/// The names of the instruments, in UTF-8 or as the terminal has them.
+std::map<std::int16_t, ChartName> namesFor(Files& files, bool utf8) {
+  constexpr std::size_t mostColumns = 20;
+  std::map<std::int16_t, ChartName> names;
+  for (const auto& [id, name] : shownNames(findInstruments(files))) {
+    const std::string text = shortened(printable(name), mostColumns);
+    names[id] = {utf8 ? NativeSystem::toUtf8(text) : text, widthOf(text)};
+  }
+  return names;
+}
+
 int chartNames(ConsoleHost& console, const std::string& namesFile, const std::string& out, bool allowZeroId) {
   OverlayFiles files(console.system(), console.system());  // report and verdict are not asked for
   NoPrograms programs;
@@ -32,6 +45,7 @@ int chartNames(ConsoleHost& console, const std::string& namesFile, const std::st
   const auto exitCode = exitCodeOf(console.user(), [&] {
     analyze(program, namesFile, allowZeroId);
     chart = makeChart(console.system(), readReport(files), allowZeroId);
+    chart.names = namesFor(files, !out.empty());
   });
   if (exitCode) {
     return *exitCode == exit_status::normal ? exit_status::normal : exit_status::critical;

@@ -11,6 +11,7 @@
 #include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/diagnostics_json.h"
+#include "apps/kivsys/output/instruments_output.h"
 #include "apps/kivsys/safety/result_files.h"
 #include "apps/kivsys/safety/result_folder.h"
 #include "conversion/dump_memory.h"
@@ -42,6 +43,7 @@ std::string asJson(const ConvertOutput& output) {
   if (output.planned != nullptr) {
     object["dry_run"] = true;
     object["planned"] = plannedJson(plannedResults(*output.planned));
+    object["instrument_list"] = output.outcome.consistency ? jsonOf(findInstruments(*output.planned)) : Json();
   }
   object["problems"] = jsonOf(output.problems, output.warnings);
   object["schema_version"] = schemaVersion;
@@ -50,8 +52,9 @@ std::string asJson(const ConvertOutput& output) {
 
 std::string asText(const ConvertOutput& output) {
   const RunOutcome& outcome = output.outcome;
-  const std::string results =
-      output.planned != nullptr ? plannedLines(plannedResults(*output.planned)) : createdLines(outcome);
+  const std::string results = output.planned != nullptr
+                                  ? plannedLines(plannedResults(*output.planned), findInstruments(*output.planned))
+                                  : createdLines(outcome);
   return asText(outcome) + results + (outcome.verification ? kiv::asText(*outcome.verification) : "");
 }
 

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "apps/kivsys/output/diagnostics_json.h"
+#include "apps/kivsys/output/instruments_output.h"
 #include "base/number.h"
 #include "diagnostics/system_facts.h"
 #include "platform/console/printable.h"
@@ -52,13 +53,15 @@ std::vector<PlannedResult> plannedResults(OverlayFiles& files) {
   return results;
 }
 
-std::string plannedLines(const std::vector<PlannedResult>& results) {
+std::string plannedLines(const std::vector<PlannedResult>& results, const std::vector<Instrument>& instruments) {
   std::string lines;
   for (const PlannedResult& result : results) {
     lines += printable(result.file) + (result.replaces ? " replaced, " : " new, ") + std::to_string(result.bytes) +
              " bytes: " + staffWords(result.staves) + "\n";
   }
-  return lines;
+  constexpr std::size_t mostNames = 100;
+  const std::string names = results.empty() ? "" : namesInWords(instruments, mostNames);
+  return names.empty() ? lines : lines + "Names: " + names + "\n";
 }
 
 Json plannedJson(const std::vector<PlannedResult>& results) {

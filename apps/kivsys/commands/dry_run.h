@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "apps/kivsys/output/outcome_json.h"
+#include "diagnostics/instruments.h"
 #include "diagnostics/planned_results.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/user.h"
@@ -42,8 +43,9 @@ struct PlannedResult {
 /// What a conversion has written into the overlay, in order.
 std::vector<PlannedResult> plannedResults(OverlayFiles& files);
 
-/// A line for every result: "WORK0001.MUS new, 1234 bytes: real 101 102, rest 103"
-std::string plannedLines(const std::vector<PlannedResult>& results);
+/// A line for every result: "WORK0001.MUS new, 1234 bytes: real 101 102, rest 103"; last, the instruments that have a
+/// name: "Names: 101 (Flute)".
+std::string plannedLines(const std::vector<PlannedResult>& results, const std::vector<Instrument>& instruments);
 Json plannedJson(const std::vector<PlannedResult>& results);
 
 }  // namespace kiv

@@ -94,6 +94,9 @@ PieceFindings Survey::analyze(NativeSystem& system, std::size_t piece) {
     for (std::string& problem : findings.problems) {
       problem = NativeSystem::toUtf8(problem);
     }
+    for (auto& [id, name] : findings.names) {
+      name = NativeSystem::toUtf8(name);
+    }
   } catch (const std::bad_alloc&) {
     findings = {};
     findings.pages = pieces_[piece].pages.size();

@@ -4,6 +4,7 @@
 
 #include "apps/kivsys/output/diagnostics_json.h"
 #include "apps/kivsys/output/explain_text.h"
+#include "apps/kivsys/output/instruments_output.h"
 
 namespace kiv {
 namespace {
@@ -35,7 +36,7 @@ std::string recordLine(const char* kind, const Json& object) {
 }  // namespace
 
 std::string asText(Machine& machine, const AnalysisOutput& output) {
-  return asText(output.outcome) + (output.layouts ? explanation(machine, *output.layouts) : "") +
+  return asText(output.outcome) + (output.layouts ? explanation(machine, *output.layouts, shownNames(output.instruments)) : "") +
          (hasSummary(output) ? output.pages->summary() : "");
 }
 
@@ -43,6 +44,7 @@ std::string asJson(const AnalysisOutput& output) {
   Json object = outcomeJson(output);
   object["problems"] = jsonOf(output.problems, output.warnings);
   object["layouts"] = output.layouts ? jsonOf(*output.layouts) : Json();
+  object["instrument_list"] = output.layouts ? jsonOf(output.instruments) : Json();
   object["schema_version"] = schemaVersion;
   return asLine(object);
 }
@@ -64,6 +66,9 @@ std::string asJsonLines(const AnalysisOutput& output) {
         lines += recordLine("deviation", object);
       }
     }
+  }
+  for (const Instrument& instrument : output.instruments) {
+    lines += recordLine("instrument", jsonOf(instrument));
   }
   Json outcome = outcomeJson(output);
   outcome["schema_version"] = schemaVersion;

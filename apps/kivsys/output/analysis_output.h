@@ -7,6 +7,7 @@
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/output/warnings_output.h"
+#include "diagnostics/instruments.h"
 #include "diagnostics/layouts.h"
 #include "diagnostics/problems.h"
 
@@ -17,15 +18,16 @@ struct AnalysisOutput {
   RunOutcome outcome;
   std::vector<Problem> problems;
   Warnings warnings;
-  std::optional<Layouts> layouts;     ///< none when the run did not get so far
-  const ValidPages* pages = nullptr;  ///< of a run that skips bad pages; else null
+  std::optional<Layouts> layouts;       ///< none when the run did not get so far
+  std::vector<Instrument> instruments;  ///< those of the layouts
+  const ValidPages* pages = nullptr;    ///< of a run that skips bad pages; else null
 };
 
 /// The verdict, the counts and the layouts; last, the pages that were skipped.
 std::string asText(Machine& machine, const AnalysisOutput& output);
 /// One JSON object on a line of its own.
 std::string asJson(const AnalysisOutput& output);
-/// A JSON object a line: the problems, the layouts and their deviations, the outcome.
+/// A JSON object a line: the problems, the layouts and their deviations, the instruments, the outcome.
 std::string asJsonLines(const AnalysisOutput& output);
 
 }  // namespace kiv

@@ -1,10 +1,10 @@
 #include "apps/kivsys/output/explain_text.h"
 
 #include <algorithm>
-#include <functional>
 #include <set>
 #include <vector>
 
+#include "apps/kivsys/output/number_ranges.h"
 #include "base/number.h"
 #include "input/file_names.h"
 #include "platform/console/printable.h"
@@ -18,35 +18,6 @@ constexpr std::size_t mostPlaces = 3;
 
 std::string counted(std::size_t count, const std::string& one, const std::string& many) {
   return std::to_string(count) + " " + (count == 1 ? one : many);
-}
-
-/// The words with commas between them, those beyond the limit only counted.
-std::string joined(const std::vector<std::string>& words, std::size_t limit) {
-  std::string text;
-  for (std::size_t w = 0; w < words.size() && w < limit; ++w) {
-    text += (w == 0 ? "" : ", ") + words[w];
-  }
-  return words.size() > limit ? text + " and " + std::to_string(words.size() - limit) + " more" : text;
-}
-
-/// A word for every number; three and more that follow one another, up or down, are one: "4 to 7".
-std::vector<std::string> inRanges(const std::vector<int>& numbers, const std::function<std::string(int)>& wordOf) {
-  constexpr std::size_t shortest = 3;
-  std::vector<std::string> words;
-  for (std::size_t first = 0; first < numbers.size();) {
-    const int step = first + 1 < numbers.size() && numbers[first + 1] < numbers[first] ? -1 : 1;
-    std::size_t end = first + 1;
-    while (end < numbers.size() && numbers[end] == numbers[end - 1] + step) {
-      ++end;
-    }
-    if (end - first >= shortest) {
-      words.push_back(wordOf(numbers[first]) + " to " + wordOf(numbers[end - 1]));
-      first = end;
-    } else {
-      words.push_back(wordOf(numbers[first++]));
-    }
-  }
-  return words;
 }
 
 std::string plainNumber(int number) {
@@ -75,17 +46,16 @@ std::string filesOf(Machine& machine, const Layouts& layouts, const LayoutClass&
 }
 
 /// The instruments by their numbers, or by number and name when one of them has a name.
-std::string instrumentWords(const std::vector<std::int16_t>& instruments, const Layouts& layouts) {
+std::string instrumentWords(const std::vector<std::int16_t>& instruments, const InstrumentNames& names) {
   const bool isNamed = std::any_of(instruments.begin(), instruments.end(),
-                                   [&](std::int16_t instrument) { return layouts.names.contains(instrument); });
+                                   [&](std::int16_t instrument) { return names.contains(instrument); });
   if (!isNamed) {
     return joined(inRanges({instruments.begin(), instruments.end()}, plainNumber), 4 * mostWords);
   }
   std::vector<std::string> words;
   for (const std::int16_t instrument : instruments) {
-    const auto name = layouts.names.find(instrument);
-    words.push_back(std::to_string(instrument) +
-                    (name == layouts.names.end() ? "" : " (" + printable(name->second) + ")"));
+    const auto name = names.find(instrument);
+    words.push_back(std::to_string(instrument) + (name == names.end() ? "" : " (" + printable(name->second) + ")"));
   }
   return joined(words, 4 * mostWords);
 }
@@ -106,21 +76,21 @@ std::string times(std::ptrdiff_t count) {
 }
 
 /// "A without 104, with 113, with 101 twice, with 105 moved"
-std::string difference(const Layouts& layouts, const LayoutClass& layout) {
+std::string difference(const Layouts& layouts, const LayoutClass& layout, const InstrumentNames& names) {
   std::vector<std::string> parts;
   if (const auto missing = editedInstruments(layout, DeviationKind::missing); !missing.empty()) {
-    parts.push_back("without " + instrumentWords(missing, layouts));
+    parts.push_back("without " + instrumentWords(missing, names));
   }
   if (const auto extra = editedInstruments(layout, DeviationKind::extra); !extra.empty()) {
-    parts.push_back("with " + instrumentWords(extra, layouts));
+    parts.push_back("with " + instrumentWords(extra, names));
   }
   const auto duplicates = editedInstruments(layout, DeviationKind::duplicate);
   for (const std::int16_t instrument : std::set<std::int16_t>(duplicates.begin(), duplicates.end())) {
     const auto count = std::count(layout.instruments.begin(), layout.instruments.end(), instrument);
-    parts.push_back("with " + instrumentWords({instrument}, layouts) + " " + times(count));
+    parts.push_back("with " + instrumentWords({instrument}, names) + " " + times(count));
   }
   if (const auto moved = editedInstruments(layout, DeviationKind::moved); !moved.empty()) {
-    parts.push_back("with " + instrumentWords(moved, layouts) + " moved");
+    parts.push_back("with " + instrumentWords(moved, names) + " moved");
   }
   return layouts.classes.front().label + " " + joined(parts, parts.size());
 }
@@ -142,33 +112,34 @@ std::string placesLine(Machine& machine, const LayoutClass& layout) {
   return "     in system " + std::to_string(layout.deviations.front().system) + ": " + joined(words, mostPlaces) + "\n";
 }
 
-std::string layoutLines(Machine& machine, const Layouts& layouts, const LayoutClass& layout) {
+std::string layoutLines(Machine& machine, const Layouts& layouts, const LayoutClass& layout,
+                        const InstrumentNames& names) {
   const bool isCommonest = &layout == &layouts.classes.front();
   return "  " + layout.label + ": " + systemsOf(layouts, layout) + " (" + filesOf(machine, layouts, layout) +
-         ")\n     " + (isCommonest ? instrumentWords(layout.instruments, layouts) : difference(layouts, layout)) +
+         ")\n     " + (isCommonest ? instrumentWords(layout.instruments, names) : difference(layouts, layout, names)) +
          "\n" + placesLine(machine, layout);
 }
 
-std::string consistentLine(const Layouts& layouts) {
+std::string consistentLine(const Layouts& layouts, const InstrumentNames& names) {
   if (layouts.classes.empty()) {
     return "Layouts: no systems\n";
   }
   const LayoutClass& only = layouts.classes.front();
   return "Layouts: all alike in " + counted(only.systems.size(), "system", "systems") + ": " +
-         instrumentWords(only.instruments, layouts) + "\n";
+         instrumentWords(only.instruments, names) + "\n";
 }
 
 }  // namespace
 
-std::string explanation(Machine& machine, const Layouts& layouts) {
+std::string explanation(Machine& machine, const Layouts& layouts, const InstrumentNames& names) {
   if (layouts.isConsistent()) {
-    return consistentLine(layouts);
+    return consistentLine(layouts, names);
   }
   std::string text = "Layouts: " + std::to_string(layouts.classes.size()) + " in " +
                      counted(layouts.systems.size(), "system", "systems") + "\n";
   std::size_t left = layouts.systems.size();
   for (std::size_t c = 0; c < layouts.classes.size() && c < mostLayouts; ++c) {
-    text += layoutLines(machine, layouts, layouts.classes[c]);
+    text += layoutLines(machine, layouts, layouts.classes[c], names);
     left -= layouts.classes[c].systems.size();
   }
   if (layouts.classes.size() > mostLayouts) {

@@ -1,5 +1,7 @@
 #include "apps/kivsys/output/piece_json.h"
 
+#include <cstdint>
+
 #include "platform/console/native_system.h"
 
 namespace kiv {
@@ -24,6 +26,22 @@ std::optional<bool> verdictOrNone(const Json& value) {
   return value.is_null() ? std::nullopt : std::optional(value.get<bool>());
 }
 
+/// An identifier; nullopt for a whole number that no instrument can have.
+std::optional<std::int16_t> idIn(const Json& value) {
+  const std::int64_t id = value.is_number_unsigned() ? static_cast<std::int64_t>(countIn(value))
+                                                     : value.get_ref<const Json::number_integer_t&>();
+  const bool exists = id >= INT16_MIN && id <= INT16_MAX;
+  return exists ? std::optional(static_cast<std::int16_t>(id)) : std::nullopt;
+}
+
+Json namesJson(const InstrumentNames& names) {
+  Json all = Json::array();
+  for (const auto& [id, name] : names) {
+    all.push_back({{"id", id}, {"name", name}});
+  }
+  return all;
+}
+
 }  // namespace
 
 Json toJson(const LibraryPiece& piece, const PieceFindings& findings) {
@@ -34,7 +52,8 @@ Json toJson(const LibraryPiece& piece, const PieceFindings& findings) {
           {"instruments", orNull(findings.instruments)},
           {"consistent", orNull(findings.consistent)},
           {"multifile", orNull(findings.multifile)},
-          {"problems", findings.problems}};
+          {"problems", findings.problems},
+          {"names", namesJson(findings.names)}};
 }
 
 PieceFindings findingsIn(const Json& object) {
@@ -45,6 +64,11 @@ PieceFindings findingsIn(const Json& object) {
   findings.consistent = verdictOrNone(object.at("consistent"));
   findings.multifile = verdictOrNone(object.at("multifile"));
   findings.problems = object.at("problems").get<std::vector<std::string>>();
+  for (const Json& entry : object.at("names")) {
+    if (const auto id = idIn(entry.at("id"))) {
+      findings.names[*id] = entry.at("name").get<std::string>();
+    }
+  }
   return findings;
 }
 

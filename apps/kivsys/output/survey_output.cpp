@@ -2,17 +2,23 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 
+#include "apps/kivsys/output/csv.h"
+#include "apps/kivsys/output/number_ranges.h"
 #include "apps/kivsys/output/piece_json.h"
-#include "platform/console/native_system.h"
+#include "apps/kivsys/output/text_table.h"
 #include "platform/console/printable.h"
 
 namespace kiv {
 namespace {
 
-constexpr std::array<const char*, 8> columns = {"folder",      "prefix",     "pages",     "systems",
-                                                "instruments", "consistent", "multifile", "problems"};
+constexpr std::array<const char*, 9> columns = {"folder",     "prefix",    "pages",    "systems", "instruments",
+                                                "consistent", "multifile", "problems", "names"};
 constexpr std::size_t firstNumber = 2;  // the columns from this one on are as wide as their heads
+constexpr std::size_t namesColumn = 8;  // the last one, as wide as it is
+
+constexpr std::size_t namesInTable = 4;
 
 using Cells = std::array<std::string, columns.size()>;
 
@@ -24,7 +30,16 @@ std::string orDash(const std::optional<bool>& verdict) {
   return verdict ? (*verdict ? "yes" : "no") : "-";
 }
 
-Cells cellsOf(const LibraryPiece& piece, const PieceFindings& findings) {
+/// "101 (Flute), 102 (Oboe)", names beyond the limit only counted.
+std::string namesOf(const PieceFindings& findings, std::size_t limit) {
+  std::vector<std::string> words;
+  for (const auto& [id, name] : findings.names) {
+    words.push_back(std::to_string(id) + " (" + NativeSystem::fromUtf8(name) + ")");
+  }
+  return joined(words, limit);
+}
+
+Cells cellsOf(const LibraryPiece& piece, const PieceFindings& findings, std::size_t mostNames) {
   return {piece.folder,
           piece.prefix,
           std::to_string(findings.pages),
@@ -32,50 +47,26 @@ Cells cellsOf(const LibraryPiece& piece, const PieceFindings& findings) {
           orDash(findings.instruments),
           orDash(findings.consistent),
           orDash(findings.multifile),
-          std::to_string(findings.problems.size())};
-}
-
-/// The number of columns of a terminal that a text fills, if each of its characters fills one.
-std::size_t widthOf(const std::string& text) {
-  const std::string characters = NativeSystem::toUtf8(text);
-  return static_cast<std::size_t>(std::count_if(
-      characters.begin(), characters.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
+          std::to_string(findings.problems.size()),
+          namesOf(findings, mostNames)};
 }
 
 std::string tableLine(const Cells& cells, std::size_t folderWidth, std::size_t prefixWidth) {
   std::string line;
-  for (std::size_t i = 0; i < cells.size(); ++i) {
+  for (std::size_t i = 0; i < namesColumn; ++i) {
     const std::string cell = i < firstNumber ? printable(cells[i]) : cells[i];
     const std::size_t width = i == 0 ? folderWidth : i == 1 ? prefixWidth : std::string_view(columns[i]).size();
     const std::string blanks(width - std::min(width, widthOf(cell)), ' ');
     line += (i == 0 ? "" : "  ") + (i < firstNumber ? cell + blanks : blanks + cell);
   }
-  return line + "\n";
+  return line + (cells[namesColumn].empty() ? "" : "  " + printable(cells[namesColumn])) + "\n";
 }
 
-/// The name as a spreadsheet takes it for a text: one that would begin a formula gets an apostrophe in front.
-std::string cellText(const std::string& name) {
-  constexpr std::string_view formulaStarts = "=+-@\t\r";
-  const bool isFormula = !name.empty() && formulaStarts.find(name.front()) != std::string_view::npos;
-  return isFormula ? "'" + name : name;
-}
-
-std::string csvLine(const Cells& cells) {
-  std::string line;
-  for (std::size_t i = 0; i < cells.size(); ++i) {
-    const std::string cell = i < firstNumber ? cellText(cells[i]) : cells[i];
-    line += i == 0 ? "" : ",";
-    if (cell.find_first_of(",\"\r\n") == std::string::npos) {
-      line += cell;
-      continue;
-    }
-    line += '"';
-    for (const char c : cell) {
-      line += c == '"' ? std::string("\"\"") : std::string(1, c);
-    }
-    line += '"';
-  }
-  return line + "\n";
+std::string csvOf(const Cells& cells) {
+  std::vector<std::string> row(cells.begin(), cells.end());
+  std::transform(row.begin(), row.begin() + firstNumber, row.begin(), cellText);
+  row[namesColumn] = cellText(row[namesColumn]);
+  return csvLine(row);
 }
 
 Cells heads() {
@@ -97,7 +88,7 @@ SurveyLines::SurveyLines(SurveyFormat format, const std::vector<LibraryPiece>& p
 std::string SurveyLines::head() const {
   switch (format_) {
     case SurveyFormat::csv:
-      return csvLine(heads());
+      return csvOf(heads());
     case SurveyFormat::json:
       return "{\"pieces\":[";
     case SurveyFormat::table:
@@ -111,13 +102,13 @@ std::string SurveyLines::line(const LibraryPiece& piece, const PieceFindings& fi
   any_ = true;
   switch (format_) {
     case SurveyFormat::csv:
-      return csvLine(cellsOf(piece, findings));
+      return csvOf(cellsOf(piece, findings, SIZE_MAX));
     case SurveyFormat::json:
       return (isFirst ? "\n" : ",\n") + textOf(toJson(piece, findings));
     case SurveyFormat::table:
       break;
   }
-  return tableLine(cellsOf(piece, findings), folderWidth_, prefixWidth_);
+  return tableLine(cellsOf(piece, findings, namesInTable), folderWidth_, prefixWidth_);
 }
 
 std::string SurveyLines::end(bool interrupted) const {

@@ -1,0 +1,56 @@
+#include "apps/kivsys/commands/instruments_command.h"
+
+#include <optional>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include "apps/kivsys/commands/run_outcome.h"
+#include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/instruments_output.h"
+#include "platform/console/console_host.h"
+#include "platform/memory/overlay_files.h"
+#include "platform/memory/silent_user.h"
+#include "shell/kivsystem.h"
+#include "shell/start_up.h"
+
+namespace kiv {
+namespace {
+
+/// The outcome of the analysis with the instruments; these are null when it ended before it knew them.
+std::string asJson(const RunOutcome& outcome, const std::optional<std::vector<Instrument>>& instruments) {
+  Json object = jsonOf(outcome);
+  object["instrument_list"] = instruments ? jsonOf(*instruments) : Json();
+  object["schema_version"] = schemaVersion;
+  return asLine(object);
+}
+
+std::string asText(Machine& machine, const std::vector<Instrument>& instruments, ListFormat format) {
+  return format == ListFormat::csv ? instrumentCsv(machine, instruments) : instrumentTable(machine, instruments);
+}
+
+int listNames(ConsoleHost& console, const std::string& namesFile, const InstrumentsOptions& options) {
+  OverlayFiles files(console.system(), console.system());  // report and verdict are not asked for
+  NoPrograms programs;
+  KivSystem program({files, console.user(), programs, console.system()});
+  std::optional<std::vector<Instrument>> instruments;
+  const bool normalEnd = endsNormally(console, [&] {
+    analyze(program, namesFile, options.allowZeroId);
+    instruments = findInstruments(files);
+  });
+  const int status = normalEnd ? exit_status::normal : exit_status::critical;
+  if (options.format == ListFormat::json) {
+    return printOutcome(asJson(outcomeOf(program, console, normalEnd), instruments), status);
+  }
+  return instruments ? printOutcome(asText(console.system(), *instruments, options.format), status) : status;
+}
+
+}  // namespace
+
+int runInstruments(const InstrumentsOptions& options) {
+  ConsoleHost console;
+  return runOnSelection(console, options.selection, {},
+                        [&](const std::string& namesFile) { return listNames(console, namesFile, options); });
+}
+
+}  // namespace kiv

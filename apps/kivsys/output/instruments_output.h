@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "apps/kivsys/output/outcome_json.h"
+#include "diagnostics/instruments.h"
+#include "platform/machine.h"
+
+namespace kiv {
+
+/// The word for a clef: "treble", "tenor", "kind 5"; one that is moved by other steps has these after it: "treble-2".
+std::string clefWord(const ClefForm& clef);
+
+/// The word for a key: "2#", "1b", "0".
+std::string keyWord(float key);
+
+/// The instruments as a table for a terminal.
+std::string instrumentTable(Machine& machine, const std::vector<Instrument>& instruments);
+
+/// The instruments as comma-separated values in UTF-8, with a line of heads.
+std::string instrumentCsv(Machine& machine, const std::vector<Instrument>& instruments);
+
+/// An instrument as an object; what is not known is null.
+Json jsonOf(const Instrument& instrument);
+
+/// The instruments as one array.
+Json jsonOf(const std::vector<Instrument>& instruments);
+
+/// "101 (Flute), 102 (Oboe)": the instruments that have a name, those beyond the limit only counted; "" for none.
+std::string namesInWords(const std::vector<Instrument>& instruments, std::size_t limit);
+
+}  // namespace kiv
