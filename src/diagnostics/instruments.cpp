@@ -90,7 +90,7 @@ void InstrumentFinder::addStaff(const SystemFact& system, const StaffFact& fact,
   addCues(fact.instrument, *staff);
 }
 
-/// A text between two staves is for those of them that have no text of their own.
+/// A text between two staves may name both; it counts for those that have none of their own in the whole group.
 void InstrumentFinder::addNames(const SystemFact& system, const Described& staves) {
   for (std::size_t s = 0; s < staves.size(); ++s) {
     if (staves[s] == nullptr) {
@@ -105,9 +105,7 @@ void InstrumentFinder::addNames(const SystemFact& system, const Described& stave
       continue;
     }
     for (const std::size_t neighbor : {s, s + 1}) {
-      if (staves[neighbor]->beside.empty()) {
-        found_[system.staves[neighbor].instrument].names.add(between, NamePlace::betweenStaves);
-      }
+      found_[system.staves[neighbor].instrument].names.add(between, NamePlace::betweenStaves);
     }
   }
 }

@@ -42,6 +42,7 @@ TEST(ClefWord, IsThatOfMusicians) {
   EXPECT_EQ(clefWord({2, -4}), "alto-4");
   EXPECT_EQ(clefWord({0, 7}), "treble+7");
   EXPECT_EQ(clefWord({5, 0}), "kind 5");
+  EXPECT_EQ(clefWord({5, -2}), "kind 5 -2");
 }
 
 TEST(KeyWord, HasSharpsOrFlats) {

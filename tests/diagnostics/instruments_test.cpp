@@ -128,6 +128,13 @@ TEST_F(InstrumentsOf, WithoutAnIdentifierHaveANameOnlyWhereAllAgree) {
   EXPECT_EQ(names(), InstrumentNames());
 }
 
+TEST_F(InstrumentsOf, KeepTheirNameThoughAStaffHasAWrongIdentifier) {
+  addPage("X1.MUS", staff(1, 101, "Flute") + joined(1));
+  addPage("X2.MUS", staff(1, 101, "Fl.") + joined(1));
+  addPage("X3.MUS", staff(1, 101, "Violoncello") + joined(1));
+  EXPECT_EQ(names(), (InstrumentNames{{101, "Flute"}}));
+}
+
 TEST_F(InstrumentsOf, ThatOccurTwiceInASystemHaveItOnce) {
   addPage("X1.MUS", staff(2, 105, "Horn") + staff(1, 105) + joined(2));
   const auto found = find();

@@ -1,10 +1,12 @@
 #include "diagnostics/page_staves.h"
 
-#include <cmath>
+#include <algorithm>
 
 #include <gtest/gtest.h>
 
+#include "diagnostics/instrument_names.h"
 #include "tests/support/pages.h"
+#include "tests/support/random.h"
 
 namespace kiv::test {
 namespace {
@@ -161,6 +163,25 @@ TEST(PageStaves, NumbersThatAreNoneDoNoHarm) {
   EXPECT_EQ(
       staves("staff 1 at 0x7FC00000 instrument 1\nstaff 1 at 0 instrument 2\ntext 1 at -1 p4 4 \"Flute\"\n").size(),
       2U);
+}
+
+TEST(PageStaves, OfAnyBytesHaveNamesOfBoundedLength) {
+  const std::string whole = page(
+      "staff 2 at 10 lines 5 instrument 101\ntext 2 at 2 p4 4 \"Flute\"\ntext 2 at 3 p4 14 \"Allegro\"\n"
+      "clef 2 at 12\nkeysignature 2 at 15 key -1\nrest 2 at 30 kind -2 cue 104\nshorttext 2 at 5 p4 2 \"1\"\n"
+      "staff 1 at 10 lines 1 instrument 102\ncountedtext 1 at 2 p4 -6 \"Bass drum and cymbals\"\n"
+      "staff 1 at 60 lines 5 instrument 103\nclef 1 at 62 kind 2 height 2\n");
+  RandomGenerator random(7);
+  for (int round = 0; round < 20000; ++round) {
+    std::string bytes = whole;
+    for (std::uint32_t change = random.below(6) + 1; change > 0; --change) {
+      bytes[random.below(bytes.size())] = static_cast<char>(random.below(256));
+    }
+    for (const DescribedStaff& staff : describeStaves(bytes)) {
+      ASSERT_LE(std::max({staff.beside.size(), staff.above.size(), staff.below.size()}), longestInstrumentName);
+      ASSERT_GT(staff.place.item, 0);
+    }
+  }
 }
 
 }  // namespace

@@ -142,7 +142,7 @@ std::string clefWord(const ClefForm& clef) {
   }
   const auto word = words.find(clef.kind);
   const std::string moved = clef.height == 0 ? "" : (clef.height > 0 ? "+" : "") + generalNumber(clef.height);
-  return (word == words.end() ? "kind " + generalNumber(clef.kind) : word->second) + moved;
+  return (word == words.end() ? "kind " + generalNumber(clef.kind) + (moved.empty() ? "" : " ") : word->second) + moved;
 }
 
 std::string keyWord(float key) {

@@ -10,7 +10,8 @@
 
 namespace kiv {
 
-/// The word for a clef: "treble", "tenor", "kind 5"; one that is moved by other steps has these after it: "treble-2".
+/// The word for a clef: "treble", "tenor", "kind 5"; one that is moved by other steps has these after it: "treble-2",
+/// "kind 5 -2".
 std::string clefWord(const ClefForm& clef);
 
 /// The word for a key: "2#", "1b", "0".
