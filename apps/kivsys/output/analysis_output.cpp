@@ -36,7 +36,8 @@ std::string recordLine(const char* kind, const Json& object) {
 }  // namespace
 
 std::string asText(Machine& machine, const AnalysisOutput& output) {
-  return asText(output.outcome) + (output.layouts ? explanation(machine, *output.layouts, shownNames(output.instruments)) : "") +
+  return asText(output.outcome) +
+         (output.layouts ? explanation(machine, *output.layouts, shownNames(output.instruments)) : "") +
          (hasSummary(output) ? output.pages->summary() : "");
 }
 

@@ -68,9 +68,10 @@ std::string placeCell(Machine& machine, const InstrumentPlace& place) {
 }
 
 Row tableRow(Machine& machine, const Instrument& instrument) {
-  Row row = withSigns({std::to_string(instrument.order), idWord(instrument.id), nameCell(instrument.name),
-                       systemsOf(instrument, mostWords), placeCell(machine, instrument.first), placeCell(machine, instrument.last)},
-                      signsOf(instrument, mostWords));
+  Row row = withSigns(
+      {std::to_string(instrument.order), idWord(instrument.id), nameCell(instrument.name),
+       systemsOf(instrument, mostWords), placeCell(machine, instrument.first), placeCell(machine, instrument.last)},
+      signsOf(instrument, mostWords));
   for (std::string& cell : row) {
     cell = cell.empty() ? "-" : cell;
   }
