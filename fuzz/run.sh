@@ -16,6 +16,7 @@ longest() {
     end_to_end) echo 100 ;;
     mus_reader) echo 200 ;;
     survey_state) echo 800 ;;
+    recovery) echo 2000 ;;
     *) echo 400 ;;
   esac
 }

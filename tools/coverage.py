@@ -6,8 +6,8 @@ import json
 import sys
 from collections import defaultdict
 
-FOLDERS = ["base", "messages", "platform", "mus", "pagetext", "input", "sort", "analysis", "conversion", "diagnostics",
-           "drawing", "shell", "verify", "survey"]
+FOLDERS = ["base", "messages", "platform", "mus", "pagetext", "repair", "input", "sort", "analysis", "conversion",
+           "diagnostics", "drawing", "shell", "verify", "survey"]
 
 
 def folder_of(file):

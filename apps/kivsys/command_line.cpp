@@ -24,6 +24,7 @@ struct CommandLine {
   DrawOptions draw;
   ChartOptions chart;
   InstrumentsOptions instruments;
+  RecoverOptions recover;
   PageFiles files;
   std::string shell;                 ///< for completions
   int status = exit_status::normal;  ///< of the command that was run
@@ -45,6 +46,7 @@ void addCommands(CLI::App& app, CommandLine& line) {
   addDraw(app, line.draw, line.status);
   addChart(app, line.chart, line.status);
   addInstruments(app, line.instruments, line.status);
+  addRecover(app, line.recover, line.status);
   addPageCommands(app, line.files, line.status);
   addDocuments(app, line.shell, line.status);
 }

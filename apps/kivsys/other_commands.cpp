@@ -45,6 +45,23 @@ void addDraw(CLI::App& app, DrawOptions& options, int& status) {
   draw->callback([&options, &status] { status = runDraw(options); });
 }
 
+void addRecover(CLI::App& app, RecoverOptions& options, int& status) {
+  CLI::App* recover = app.add_subcommand("recover", "Save what a damaged page still holds");
+  recover->add_option("page", options.page, "Damaged page file; - is standard input")->required()->type_name("PAGE");
+  recover
+      ->add_option("-o,--out", options.out,
+                   "Page file to write (default: RECOVERED-PAGE beside the page); - is standard output")
+      ->type_name("FILE");
+  recover->add_flag("--force", options.force, "Replace the file if it exists");
+  recover->add_flag("--dry-run", options.dryRun, "Only print what would be kept and lost");
+  recover->add_flag("--json", options.json, "Print one JSON object");
+  recover->footer(
+      "Keeps the items that are still there, byte for byte, and prints what was lost. The damaged page is never\n"
+      "changed. A page that is whole is not written again. Ends with status 0; with 1 when nothing can be recovered;\n"
+      "with 2 on wrong usage.\n\nExample:\n  kivsys recover PIECE001.MUS");
+  recover->callback([&options, &status] { status = runRecover(options); });
+}
+
 void addPageCommands(CLI::App& app, PageFiles& files, int& status) {
   CLI::App* dump = app.add_subcommand("dump", "Print a page as text, one item per line");
   dump->add_option("page", files.page, "Page file")->required()->type_name("PAGE");

@@ -22,6 +22,7 @@ if(NOT WIN32)
     console/page_commands_test.cpp
     console/pictures_test.cpp
     console/read_back_test.cpp
+    console/recover_test.cpp
     console/run_program.cpp
     console/running_program.cpp
     console/safe_outputs_test.cpp

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <set>
+#include <stdexcept>
 
 namespace kiv::test {
 namespace {
@@ -131,11 +133,32 @@ std::vector<std::string> Checker::checkOneOf(const Json& value, const Json& rule
              : std::vector{place + " is " + value.dump() + ", which fits " + std::to_string(fitting) + " rules"};
 }
 
+constexpr const char* commandsFile = "json-schema.json";
+constexpr const char* partsFile = "json-schema-parts.json";
+
+/// A file of the schema. What it refers to in the file of the parts is looked up as one of its own definitions.
+Json documented(const std::string& name) {
+  std::ifstream file(std::filesystem::path(DOCS_FOLDER) / name);
+  std::string text{std::istreambuf_iterator<char>(file), {}};
+  const std::string reference = std::string("\"") + partsFile + "#";
+  for (std::size_t at = text.find(reference); at != std::string::npos; at = text.find(reference, at)) {
+    text.replace(at, reference.size(), "\"#");
+  }
+  return Json::parse(text);
+}
+
 }  // namespace
 
 Json documentedSchema() {
-  std::ifstream file(std::filesystem::path(DOCS_FOLDER) / "json-schema.json");
-  return Json::parse(file);
+  Json schema = documented(commandsFile);
+  const Json parts = documented(partsFile);
+  for (const auto& [name, definition] : parts["$defs"].items()) {
+    if (schema["$defs"].contains(name)) {
+      throw std::logic_error(name + " is defined twice");
+    }
+    schema["$defs"][name] = definition;
+  }
+  return schema;
 }
 
 std::vector<std::string> schemaErrors(const Json& value, const std::string& definition) {

@@ -18,6 +18,15 @@ run_bench() {
   bench/convert.sh build/release
 }
 
+# recovery [PAGES]
+run_recovery() {
+  need_native
+  need_tests
+  cmake -G Ninja -B build/recovery -DCMAKE_BUILD_TYPE=Release --log-level=WARNING
+  cmake --build build/recovery --target measure_recovery
+  build/recovery/tests/measure_recovery "$@"
+}
+
 # coverage [FILE...]: a file, or a part of its path, as in "mus/exch" or "src/".
 run_coverage() {
   need_native

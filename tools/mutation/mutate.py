@@ -35,6 +35,7 @@ PROGRAMS = {
     "messages": ["messages", "platform", "input", "analysis", "conversion", "shell", "diagnostics", "console"],
     "mus": ["mus", "pagetext", "analysis", "conversion", "sort", "shell", "properties", "faults"],
     "pagetext": ["pagetext", "mus", "console"],
+    "repair": ["repair", "console"],
     "input": ["input", "shell", "faults"],
     "sort": ["sort", "shell", "properties", "faults"],
     "analysis": ["analysis", "shell", "conversion", "diagnostics", "properties", "faults"],

@@ -56,6 +56,8 @@ bool isOfKind(std::string_view content, OutputKind kind) {
       return isDrawing(content);
     case OutputKind::manifest:
       return isManifest(content);
+    case OutputKind::page:
+      return isPage(content);
   }
   return false;
 }

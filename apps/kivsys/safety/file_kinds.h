@@ -5,7 +5,7 @@
 namespace kiv {
 
 /// What a command writes into a file that the user names.
-enum class OutputKind { drawing, manifest };
+enum class OutputKind { drawing, manifest, page };
 
 /// Whether a file of that kind begins like this.
 bool isOfKind(std::string_view content, OutputKind kind);

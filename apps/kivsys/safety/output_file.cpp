@@ -17,6 +17,8 @@ std::string wordsFor(OutputKind kind) {
       return "an SVG drawing";
     case OutputKind::manifest:
       return "a manifest";
+    case OutputKind::page:
+      return "a page";
   }
   return "";
 }

@@ -1,0 +1,135 @@
+#include "apps/kivsys/commands/recover_command.h"
+
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#endif
+
+#include <cstdio>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/print_outcome.h"
+#include "apps/kivsys/output/recovery_output.h"
+#include "apps/kivsys/safety/input_files.h"
+#include "apps/kivsys/safety/output_file.h"
+#include "apps/kivsys/selection/selection.h"
+#include "input/file_names.h"
+#include "platform/bounded_file.h"
+#include "platform/console/error_line.h"
+#include "platform/console/standard_input.h"
+#include "repair/recovery.h"
+
+namespace kiv {
+namespace {
+
+/// What the name of a recovered page begins with. The number and the page letter stay at its end, where pages have
+/// them, and it belongs to another piece than the damaged page.
+constexpr const char* namePrefix = "RECOVERED-";
+
+/// Many times what a page can have: a damaged one may be followed by anything.
+constexpr std::size_t mostBytes = 16 * most_bytes::mebibyte;
+
+/// Pages pass through the standard streams byte for byte.
+void useBinaryStreams() {
+#ifdef _WIN32
+  _setmode(_fileno(stdin), _O_BINARY);
+  _setmode(_fileno(stdout), _O_BINARY);
+#endif
+}
+
+int fail(const std::string& reason) {
+  printError(reason);
+  return exit_status::critical;
+}
+
+/// The bytes of the damaged page. Nullopt when there are none, and the status of the run then.
+std::optional<std::string> read(NativeSystem& system, const std::string& page, int& status) {
+  const std::string name = page == standardOutput ? page : NativeSystem::coreName(page);
+  BoundedContent content = page == standardOutput ? readStandardInput(mostBytes) : readBounded(system, name, mostBytes);
+  if (content.isTooLarge) {
+    status = fail(page + " " + tooLarge(mostBytes, "a damaged page"));
+  } else if (!content.bytes && page == standardOutput) {
+    status = fail("cannot read standard input");
+  } else if (!content.bytes) {
+    status = refuse({"cannot read " + page + ": " + readFailure(system.diskName(name)).value_or("I/O error")});
+  }
+  return std::move(content.bytes);
+}
+
+/// The name of the page to write: as it was typed, or one beside the damaged page.
+std::string outputOf(NativeSystem& system, const RecoverOptions& options) {
+  if (!options.out.empty()) {
+    return outputName(system, options.out);
+  }
+  if (options.page == standardOutput) {
+    return standardOutput;
+  }
+  const std::string page = system.fullName(options.page);
+  return justPath(system, page) + namePrefix + withoutPath(system, page);
+}
+
+/// Why the page may not be written. None: it may.
+std::vector<std::string> refusalsToWrite(NativeSystem& system, const RecoverOptions& options,
+                                         const std::string& output) {
+  InputFiles inputs;
+  if (options.page != standardOutput) {
+    inputs.add(system.diskName(system.fullName(options.page)));
+  }
+  auto reasons = refusalsOfOutput(system, {"recovered page", output, OutputKind::page}, inputs);
+  const bool isFile = output != standardOutput && kindOf(system.diskName(output)) == PathKind::file;
+  if (reasons.empty() && isFile && !options.force) {
+    reasons.push_back(system.diskName(output) + " exists; --force replaces it");
+  }
+  return reasons;
+}
+
+/// Prints to standard error when the page itself goes to standard output.
+int print(const repair::Recovery& recovery, const RecoveryReport& report, const RecoverOptions& options,
+          bool pageIsPrinted) {
+  const std::string text = options.json ? asJson(recovery, report) : asText(recovery, report);
+  const bool isAnything = recovery.isWhole || !recovery.items.empty();
+  const int status = isAnything ? exit_status::normal : exit_status::critical;
+  if (pageIsPrinted) {
+    NativeSystem::writeError(text);
+    return status;
+  }
+  return printOutcome(text, status);
+}
+
+/// Recovers the page of these bytes.
+int recoverBytes(NativeSystem& system, const std::string& bytes, const RecoverOptions& options) {
+  const repair::Recovery recovery = repair::recover(bytes);
+  RecoveryReport report{options.page == standardOutput ? "standard input" : options.page, "", options.dryRun};
+  if (recovery.isWhole || recovery.items.empty()) {
+    return print(recovery, report, options, false);
+  }
+  const std::string output = outputOf(system, options);
+  if (const auto reasons = refusalsToWrite(system, options, output); !reasons.empty()) {
+    return refuse(reasons);
+  }
+  const bool isPrinted = output == standardOutput;
+  report.written = isPrinted ? "standard output" : system.diskName(output);
+  if (!options.dryRun) {
+    if (const auto failure = writeOutput(system, output, repair::recoveredPage(bytes, recovery))) {
+      return fail("cannot write " + report.written + ": " + *failure);
+    }
+  }
+  return print(recovery, report, options, isPrinted && !options.dryRun);
+}
+
+}  // namespace
+
+int runRecover(const RecoverOptions& options) {
+  NativeSystem system;
+  if (options.page == standardOutput || options.out == standardOutput) {
+    useBinaryStreams();
+  }
+  int status = exit_status::normal;
+  const auto bytes = read(system, options.page, status);
+  return bytes ? recoverBytes(system, *bytes, options) : status;
+}
+
+}  // namespace kiv

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+#include "repair/recovery.h"
+
+namespace kiv {
+
+/// What a recovery is printed with.
+struct RecoveryReport {
+  std::string page;     ///< as it was typed
+  std::string written;  ///< the page that was written, as it is printed; "" for none
+  bool dryRun = false;
+};
+
+/// What was kept and what was lost, for people.
+std::string asText(const repair::Recovery& recovery, const RecoveryReport& report);
+
+/// The same as one JSON object, a line.
+std::string asJson(const repair::Recovery& recovery, const RecoveryReport& report);
+
+}  // namespace kiv
