@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <sys/stat.h>
 
 #include "tests/console/convert_fixture.h"
 
@@ -55,6 +56,14 @@ TEST_F(SafeResults, AResultIsNoInputUnderAnotherNameEither) {
   fs::remove(place.path() / "R0002.MUS");
   fs::create_hard_link(place.path() / "x2.mus", place.path() / "r0001.mus");
   expectRefused({"convert", "--result", "R0001.MUS", "x1.mus", "x2.mus"}, sameFile("result:r0001.mus", "x2.mus"));
+}
+
+TEST_F(SafeResults, APipeIsNoPlaceForAResult) {
+  addTwo();
+  ASSERT_EQ(::mkfifo(path("R0002.MUS").c_str(), 0600), 0);
+  expectRefused({"convert", "--result", "R0001.MUS", "x1.mus", "x2.mus"},
+                "kivsys: the result " + path("R0002.MUS") + " is a device or a pipe, and is not replaced\n");
+  EXPECT_TRUE(fs::is_fifo(path("R0002.MUS")));
 }
 
 TEST_F(SafeResults, OnlyResultsThatThereWillBeCount) {
