@@ -10,13 +10,16 @@
 namespace kiv {
 namespace {
 
-/// Makes the folder of the run when it is missing. Returns why it cannot be made.
-std::vector<std::string> makeFolderOfRun(NativeSystem& system, const Selection& selection, FolderUse use) {
+/// Makes the folder of the run when it is missing. False after a line on standard error when that fails.
+bool makeFolderOfRun(NativeSystem& system, const Selection& selection, FolderUse use) {
   if (selection.folder.empty() || use != FolderUse::written) {
-    return {};
+    return true;
   }
   const auto failure = PlannedFolder(system, selection.folder, selection.folder).make();
-  return failure ? std::vector{*failure} : std::vector<std::string>();
+  if (failure) {
+    printError(*failure);
+  }
+  return !failure;
 }
 
 /// Makes the folder of the run the current one. Returns why it cannot be. What is not written needs none.
@@ -53,8 +56,8 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
   if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {
     return refuse(reasons);
   }
-  if (const auto reasons = makeFolderOfRun(system, selection, use.folder); !reasons.empty()) {
-    return refuse(reasons);
+  if (!makeFolderOfRun(system, selection, use.folder)) {
+    return exit_status::critical;
   }
   if (use.writtenFolders) {
     if (!console.locks().take(use.writtenFolders(pages), selection.wait)) {
