@@ -37,7 +37,7 @@ TEST_F(SafeOutputs, APageIsNeverReplaced) {
     for (const Names& arguments : allWith(file)) {
       const Ended ended = place.kivsys(arguments);
       EXPECT_EQ(ended.status, 2) << ::testing::PrintToString(arguments);
-      EXPECT_TRUE(ended.error.ends_with(" is a page, and is not replaced\n") ||
+      EXPECT_TRUE(ended.error.ends_with(" is a page, and is not replaced; name another file\n") ||
                   ended.error.ends_with(" is not the state of a survey; name another file\n"))
           << ended.error;
       EXPECT_EQ(place.read(file), before);

@@ -108,6 +108,8 @@ TEST_F(SafeResults, TheFirstResultEndsIn0001) {
   for (const std::string result : {"dir", "dir/", "out.txt", "WORK0002.MUS", "0001.PAG", "001.MUS"}) {
     expectRefused({"convert", "--result", result, "x1.mus", "x2.mus"},
                   "kivsys: the name of the first result must end in 0001.MUS: " + result + "\n");
+    expectRefused({"verify", "--result", result, "x1.mus", "x2.mus"},
+                  "kivsys: the name of the first result must end in 0001.MUS: " + result + "\n");
   }
   EXPECT_EQ(place.kivsys({"convert", "--result", "dir/part0001.mus", "x1.mus", "x2.mus"}).status, 0);
   EXPECT_EQ(filesIn(place.path() / "dir"), (Names{"part0001.MUS", "part0002.MUS"}));
@@ -155,6 +157,12 @@ TEST_F(SafeResults, BuildReplacesAPageByForceOnly) {
   EXPECT_EQ(dumped("x1.mus"), asDumped(fluteAndBass));
   expectRefused({"build", "--force", "x1.txt", "x1.txt"},
                 "kivsys: the page x1.txt is the same file as the input x1.txt\n");
+  place.write("notes.txt", "my notes\n");
+  expectRefused({"build", "--force", "x1.txt", "notes.txt"},
+                "kivsys: notes.txt is not a page, and is not replaced; name another file\n");
+  EXPECT_EQ(place.read("notes.txt"), "my notes\n");
+  place.write("damaged.mus", "x");
+  EXPECT_EQ(place.kivsys({"build", "--force", "x1.txt", "damaged.mus"}).status, 0);
 }
 
 TEST_F(SafeResults, AFolderThatIsThereAsItIsWrittenIsTheOneThatIsMeant) {
