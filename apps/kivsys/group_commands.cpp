@@ -63,7 +63,7 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
                     "Report every bad page and analyze the others; status 1 if there was one");
   addLikePanel(*analyze, options.selection);
   analyze->add_flag("--exit-code", options.exitCode, "End with status 3 when the input needs a conversion");
-  analyze->add_flag("--strict", options.strict, "End with status 3 after a warning");
+  analyze->add_flag("--strict", options.strict, "End with status 3 after a warning or a problem");
   addWait(*analyze, options.selection);
   analyze->footer(
       "Writes KivSystem2.TXT (report) and KivSystem1.TXT (verdict). Ends with status 0; with 1 after a critical\n"
@@ -83,7 +83,7 @@ void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
   addLikePanel(*convert, options.selection);
   convert->add_flag("--verify", options.verify, "Verify the conversion afterwards; status 1 when that fails")
       ->excludes(dryRun);
-  convert->add_flag("--strict", options.strict, "Do not convert after a warning, and end with status 3");
+  convert->add_flag("--strict", options.strict, "Do not convert after a warning or a problem; status 3");
   convert->footer(
       "Analyzes the pages first, and converts them unless they can be used without a conversion. Writes\n"
       "WORK0001.MUS, WORK0002.MUS ... into the folder of the first result file; report and verdict are written to the\n"

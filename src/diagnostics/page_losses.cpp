@@ -103,7 +103,7 @@ bool losesCharacters(const PageWalker& page) {
 }
 
 void PageScan::countItem(float staff, int item) {
-  const std::uint32_t key = std::bit_cast<std::uint32_t>(staff);
+  const auto key = std::bit_cast<std::uint32_t>(staff);
   if (lastItems_ == nullptr || key != lastKey_) {
     const auto [place, isNew] = itemsByStaff_.try_emplace(key);
     if (isNew) {

@@ -29,7 +29,7 @@ class WarningFinder {
   void addInput(const std::string& input);
   void addNames(const std::vector<std::string>& inputs);
   void add(const std::vector<Message>& messages);
-  Location locationOf(const SystemFact& system, const StaffFact& staff);
+  Location locationOf(const SystemFact& system, const StaffFact& fact);
   const std::vector<SystemFact>& systems();
   bool sharesASystem(const std::string& file);
 

@@ -32,8 +32,12 @@ class Workplace {
   /// Runs kivsys in a folder of the workplace, with this text on its standard input.
   Ended kivsys(const std::vector<std::string>& arguments, const std::string& folder = ".",
                const std::string& input = "") const;
+  /// The same in the folder of the workplace, for an administrator with the rights of an ordinary owner of the files.
+  Ended kivsysAsOwner(const std::vector<std::string>& arguments) const;
 
  private:
+  Ended run(const std::string& command, const std::string& folder, const std::string& input) const;
+
   std::filesystem::path path_;
   std::filesystem::path outside_;  // what the runs print, and the folder for temporary files
 };

@@ -24,6 +24,14 @@ class SafeSelection : public ConsoleConvert {
   std::string path(const std::string& file) const { return (place.path() / file).string(); }
 };
 
+TEST_F(SafeSelection, ARecordWithSlashesIsExplained) {
+  addPage("x1.mus", bass);
+  place.write("names.txt", path("x1.mus") + " 1\r\n");
+  expectRefused({"analyze", "--names", "names.txt"},
+                "kivsys: names.txt:1: no folder in the name of the page: " + path("x1.mus") +
+                    "; write \\ for /, or leave out the 1 at the ends of all lines\n");
+}
+
 TEST_F(SafeSelection, ANamesFileIsOnlyReadAndAllItsErrorsHaveTheirLine) {
   addPage("x1.mus", bass);
   addPage("out/x2.mus", bass);

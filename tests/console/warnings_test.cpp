@@ -47,6 +47,19 @@ TEST_F(ConsoleWarnings, StrictAnalysisEndsWithStatus3) {
   EXPECT_EQ(place.kivsys({"analyze", "--strict", "x2.mus"}).status, 0);
 }
 
+TEST_F(ConsoleWarnings, AProblemCountsAsMuchAsAWarning) {
+  addPage("x1.mus", "staff 2 at 0 instrument 0\nstaff 1 at 0 instrument 102\nbarline 1 at 0 spans 2\n");
+  addPage("x2.mus", bass);
+  EXPECT_EQ(place.kivsys({"analyze", "x1.mus", "x2.mus"}).status, 0);
+  EXPECT_EQ(place.kivsys({"analyze", "--strict", "x1.mus", "x2.mus"}).status, 3);
+  EXPECT_EQ(place.kivsys({"analyze", "--strict", "--allow-zero-id", "x1.mus", "x2.mus"}).status, 0);
+  const Ended ended = place.kivsys({"convert", "--strict", "x1.mus", "x2.mus"});
+  EXPECT_EQ(ended.status, 3);
+  EXPECT_TRUE(ended.error.ends_with("kivsys: nothing is converted, as there are problems and --strict is given\n"))
+      << ended.error;
+  EXPECT_EQ(place.read("WORK0001.MUS"), "(no file)");
+}
+
 TEST_F(ConsoleWarnings, StrictConversionWritesNoResult) {
   addLossy();
   const Ended ended = place.kivsys({"convert", "--strict", "x1.mus", "x2.mus"});

@@ -25,7 +25,8 @@ int exitStatusOf(const RunOutcome& outcome, bool reportUnusable) {
 }
 
 bool isUnusable(const AnalysisOutput& output, const AnalyzeOptions& options) {
-  return (options.exitCode && !output.outcome.qualifies()) || (options.strict && !output.warnings.messages.empty());
+  return (options.exitCode && !output.outcome.qualifies()) ||
+         (options.strict && (!output.warnings.messages.empty() || hasProblems(output.outcome)));
 }
 
 RunScope scopeOf(const RunOutcome& outcome) {

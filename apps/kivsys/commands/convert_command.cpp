@@ -94,7 +94,7 @@ class ConvertRun {
   bool convert(const ConversionOptions& conversion);
   int makeFolder(const std::string& firstResultFile);
   bool dump();
-  void warn(ConvertOutput& output);
+  void warn(const RunOutcome& analysis, ConvertOutput& output);
   ConversionOptions conversionOptions(const std::string& firstResultFile) const;
 
   ConsoleHost& console_;
@@ -163,13 +163,15 @@ bool ConvertRun::convert(const ConversionOptions& conversion) {
 }
 
 /// Shows what the run loses, before anything of it is written.
-void ConvertRun::warn(ConvertOutput& output) {
+void ConvertRun::warn(const RunOutcome& analysis, ConvertOutput& output) {
   const bool converts = needsConversion_ || options_.force;
   output.warnings = showWarnings(program_, {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId},
                                  options_.json);
-  output.refused = options_.strict && !output.warnings.messages.empty();
+  const bool isWarned = !output.warnings.messages.empty();
+  output.refused = options_.strict && (isWarned || hasProblems(analysis));
   if (output.refused) {
-    printError("nothing is converted, as there are warnings and --strict is given");
+    printError("nothing is converted, as there are " + std::string(isWarned ? "warnings" : "problems") +
+               " and --strict is given");
   }
 }
 
@@ -186,7 +188,7 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   ConvertOutput output;
   output.planned = overlay_;
   if (normalEnd && !options_.selection.likePanel) {
-    warn(output);
+    warn(analysis, output);
   }
   std::optional<ConversionOptions> converted;
   if (normalEnd && (needsConversion_ || options_.force) && !output.refused) {

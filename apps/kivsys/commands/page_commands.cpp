@@ -26,6 +26,12 @@ int failRead(const BoundedContent& content, const std::string& name, std::size_t
   return fail(content.isTooLarge ? name + " " + tooLarge(limit, kind) : "cannot read " + name);
 }
 
+/// Whether the file is called a page, as a damaged one is, too.
+bool hasNameOfPage(NativeSystem& system, const std::string& file) {
+  const std::string name = system.upperCase(file);
+  return name.ends_with(".MUS") || name.ends_with(".PAG");
+}
+
 /// Why the page may not be written; nullopt when it may.
 std::optional<std::string> refusalToReplace(NativeSystem& system, const PageFiles& files) {
   const std::string path = system.diskName(NativeSystem::coreName(files.page));
@@ -36,8 +42,16 @@ std::optional<std::string> refusalToReplace(NativeSystem& system, const PageFile
       return reason;
     }
   }
-  return kindOf(path) == PathKind::file && !files.force ? std::optional(files.page + " exists; --force replaces it")
-                                                        : std::nullopt;
+  if (kindOf(path) != PathKind::file) {
+    return std::nullopt;
+  }
+  if (!files.force) {
+    return files.page + " exists; --force replaces it";
+  }
+  const auto old = readBounded(system, NativeSystem::coreName(files.page), readableBytes).bytes;
+  const bool isPageFile = hasNameOfPage(system, files.page) || (old && (old->empty() || isPage(*old)));
+  return isPageFile ? std::nullopt
+                    : std::optional(files.page + " is not a page, and is not replaced; name another file");
 }
 
 }  // namespace

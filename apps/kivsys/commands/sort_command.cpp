@@ -3,7 +3,7 @@
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/outcome_json.h"
-#include "apps/kivsys/safety/input_files.h"
+#include "apps/kivsys/safety/sorted_pages.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
 #include "sort/sort_on_instrument.h"
@@ -34,17 +34,6 @@ int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOpti
                       normalEnd ? exit_status::normal : exit_status::critical);
 }
 
-/// The pages that a sort writes, by their paths on the disk.
-std::vector<std::pair<std::string, std::string>> sortedPages(ConsoleSystem& system, const SelectedPages& pages) {
-  std::vector<std::pair<std::string, std::string>> sorted;
-  for (const FoundFile& page : pages.pages) {
-    if (const auto name = sortedName(system, system.upperCase(page.name))) {
-      sorted.emplace_back("sorted page", system.outputPath(*name));
-    }
-  }
-  return sorted;
-}
-
 std::vector<std::string> folderOfPages(ConsoleSystem& system, const SelectedPages& pages) {
   return pages.pages.empty() ? std::vector<std::string>{} : std::vector{folderOfPath(system, pages.pages.front().path)};
 }
@@ -56,7 +45,7 @@ int runSort(const SortOptions& options) {
   const SelectionUse use{FolderUse::written, false,
                          [&](const SelectedPages& pages) {
                            console.system().bindFolder();
-                           return InputFiles(pages).refusals(sortedPages(console.system(), pages));
+                           return refusalsOfSortedPages(console.system(), pages);
                          },
                          [&](const SelectedPages& pages) { return folderOfPages(console.system(), pages); }};
   return runOnSelection(console, options.selection, use,

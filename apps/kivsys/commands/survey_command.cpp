@@ -22,10 +22,20 @@
 namespace kiv {
 namespace {
 
-constexpr std::string_view outOfMemory = "Out of memory";
+constexpr std::string_view outOfMemory = "out of memory";
 
-bool isOutOfMemory(const PieceFindings& findings) {
-  return findings.problems.size() == 1 && findings.problems.front() == outOfMemory;
+/// The analysis of a piece, and what the system did not have for it: memory or open files. "" when it had all.
+struct Analyzed {
+  PieceFindings findings;
+  std::string lack;
+};
+
+/// A piece without an analysis, for which the system lacks something.
+Analyzed lacking(std::string_view lack, std::size_t pages) {
+  Analyzed analyzed{{}, std::string(lack)};
+  analyzed.findings.pages = pages;
+  analyzed.findings.problems.emplace_back(lack);
+  return analyzed;
 }
 
 /// A running survey. The workers are threads: an analysis that reads the disk and writes to memory shares nothing with
@@ -45,9 +55,9 @@ class Survey {
  private:
   void loadKnown();
   void work();
-  PieceFindings analyze(NativeSystem& system, std::size_t piece);
+  Analyzed analyze(NativeSystem& system, std::size_t piece);
   void startWorkers();
-  void finish(std::size_t piece, PieceFindings findings);
+  void finish(std::size_t piece, Analyzed analyzed);
   void print(const std::string& text);
 
   const SurveyOptions& options_;
@@ -60,7 +70,7 @@ class Survey {
   std::vector<std::optional<PieceFindings>> findings_;
   std::size_t finished_ = 0;
   std::size_t printed_ = 0;
-  std::size_t withoutMemory_ = 0;
+  std::string lack_;  // of the first piece that lacked something
   bool stateLost_ = false;
   std::atomic<bool> memoryLost_ = false;
 };
@@ -71,14 +81,14 @@ void Survey::print(const std::string& text) {
 }
 
 /// Prints the lines in the order of the pieces, up to the first unfinished one.
-void Survey::finish(std::size_t piece, PieceFindings findings) {
+void Survey::finish(std::size_t piece, Analyzed analyzed) {
   const std::lock_guard lock(mutex_);
-  if (isOutOfMemory(findings)) {
-    ++withoutMemory_;             // another run tries again
-  } else if (findings.systems) {  // what ended an analysis may not last
-    stateLost_ = !state_.keep(pieces_[piece], findings) || stateLost_;
+  if (!analyzed.lack.empty()) {
+    lack_ = lack_.empty() ? analyzed.lack : lack_;  // another run tries again
+  } else if (analyzed.findings.systems) {           // what ended an analysis may not last
+    stateLost_ = !state_.keep(pieces_[piece], analyzed.findings) || stateLost_;
   }
-  findings_[piece] = std::move(findings);
+  findings_[piece] = std::move(analyzed.findings);
   ++finished_;
   for (; printed_ < pieces_.size() && findings_[printed_]; ++printed_) {
     print(lines_.line(pieces_[printed_], *findings_[printed_]));
@@ -86,23 +96,23 @@ void Survey::finish(std::size_t piece, PieceFindings findings) {
   user_.showProgress(static_cast<int>(finished_), static_cast<int>(pieces_.size()), "pieces");
 }
 
-/// A piece that takes more memory than there is has that as its only problem.
-PieceFindings Survey::analyze(NativeSystem& system, std::size_t piece) {
-  PieceFindings findings;
+/// A piece that takes more memory or open files than there are has that as its only problem.
+Analyzed Survey::analyze(NativeSystem& system, std::size_t piece) {
+  const std::vector<std::string>& pages = pieces_[piece].pages;
   try {
-    findings = surveyPiece(system, system, pieces_[piece].pages);
-    for (std::string& problem : findings.problems) {
+    Analyzed analyzed{surveyPiece(system, system, pages), ""};
+    for (std::string& problem : analyzed.findings.problems) {
       problem = NativeSystem::toUtf8(problem);
     }
-    for (auto& [id, name] : findings.names) {
+    for (auto& [id, name] : analyzed.findings.names) {
       name = NativeSystem::toUtf8(name);
     }
+    return analyzed;
   } catch (const std::bad_alloc&) {
-    findings = {};
-    findings.pages = pieces_[piece].pages.size();
-    findings.problems.emplace_back(outOfMemory);
+    return lacking(outOfMemory, pages.size());
+  } catch (const std::system_error& failure) {
+    return lacking(failure.code().message(), pages.size());
   }
-  return findings;
 }
 
 void Survey::work() {
@@ -159,8 +169,8 @@ int Survey::run() {
     printError("cannot write to " + options_.resume);
     return exit_status::critical;
   }
-  if (withoutMemory_ > 0 || memoryLost_) {
-    printError("out of memory");
+  if (!lack_.empty() || memoryLost_) {
+    printError(lack_.empty() ? outOfMemory : lack_);
     return exit_status::critical;
   }
   if (stopped) {

@@ -48,7 +48,8 @@ std::vector<std::string> refusalsOfOutput(NativeSystem& system, const OutputFile
   if (content->empty() || isOfKind(*content, output.kind)) {
     return {};
   }
-  return {path + (isPage(*content) ? " is a page" : " is not " + wordsFor(output.kind)) + ", and is not replaced"};
+  return {path + (isPage(*content) ? " is a page" : " is not " + wordsFor(output.kind)) +
+          ", and is not replaced; name another file"};
 }
 
 std::optional<std::string> writeOutput(NativeSystem& system, const std::string& name, std::string_view content) {

@@ -15,7 +15,9 @@ std::string PageFinder::fileOf(const std::string& name) {
 
 std::string PageFinder::problemOf(const WantedPage& page, const std::string& path) {
   if (lastBackslash(system_, page.name) == std::string::npos) {
-    return "no folder in the name of the page: " + page.typed;
+    const bool hasSlash = page.name.find('/') != std::string::npos;
+    return "no folder in the name of the page: " + page.typed +
+           (hasSlash ? "; write \\ for /, or leave out the 1 at the ends of all lines" : "");
   }
   if (const auto failure = readFailure(path)) {
     const bool isMissing = kindOf(path) == PathKind::missing && !page.place.empty();

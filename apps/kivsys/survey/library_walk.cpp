@@ -56,7 +56,7 @@ std::vector<fs::path> visit(NativeSystem& system, const fs::path& folder, Librar
     }
   }
   if (failure) {
-    library.unreadable.push_back(folder.string());
+    library.unreadable.push_back(folder.string() + ": " + failure.message());
   }
   for (const Piece& piece : piecesOf(system, names)) {
     library.pieces.push_back(libraryPiece(system, folder, piece));

@@ -1,5 +1,6 @@
 #include "platform/folder_lock.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <fstream>
@@ -9,23 +10,34 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 #include "platform/posix/posix_files.h"
 
 namespace kiv {
 namespace {
 
-/// The last number in a field like "08:01:1234".
-std::uint64_t fileNumberIn(std::string_view field) {
+/// The number that a field like "08:01:1234" has up to its next colon, which is removed with it.
+std::uint64_t takeNumber(std::string_view& field, int base) {
   std::uint64_t number = 0;
-  const std::string_view digits = field.substr(field.rfind(':') + 1);
-  std::from_chars(digits.data(), digits.data() + digits.size(), number);
+  const std::string_view digits = field.substr(0, field.find(':'));
+  std::from_chars(digits.data(), digits.data() + digits.size(), number, base);
+  field.remove_prefix(std::min(digits.size() + 1, field.size()));
   return number;
+}
+
+/// The file in such a field: device, of hexadecimal digits, and number.
+FolderIdentity fileIn(std::string_view field) {
+  constexpr int hexadecimal = 16;
+  constexpr int decimal = 10;
+  const auto major = static_cast<unsigned>(takeNumber(field, hexadecimal));
+  const auto minor = static_cast<unsigned>(takeNumber(field, hexadecimal));
+  return {makedev(major, minor), takeNumber(field, decimal)};
 }
 
 /// The process in a line of /proc/locks about a lock on the file: "1: FLOCK  ADVISORY  WRITE 4711 08:01:1234 0
 /// EOF". Those who wait for one have an arrow before the kind.
-std::optional<std::uint64_t> processIn(const std::string& line, std::uint64_t fileNumber) {
+std::optional<std::uint64_t> processIn(const std::string& line, const FolderIdentity& folder) {
   std::istringstream fields(line);
   std::string order;
   std::string kind;
@@ -35,7 +47,7 @@ std::optional<std::uint64_t> processIn(const std::string& line, std::uint64_t fi
   std::string file;
   fields >> order >> kind >> rule >> access >> process >> file;
   const bool isHeld = fields && kind == "FLOCK" && process > 0;  // processes out of sight have none
-  return isHeld && fileNumberIn(file) == fileNumber ? std::optional(static_cast<std::uint64_t>(process)) : std::nullopt;
+  return isHeld && fileIn(file) == folder ? std::optional(static_cast<std::uint64_t>(process)) : std::nullopt;
 }
 
 }  // namespace
@@ -91,7 +103,7 @@ FolderLock::Outcome FolderLock::tryLock() {
 std::optional<std::uint64_t> FolderLock::holder() const {
   std::ifstream locks("/proc/locks");
   for (std::string line; std::getline(locks, line);) {
-    if (const auto process = processIn(line, state_->identity.number)) {
+    if (const auto process = processIn(line, state_->identity)) {
       return process;
     }
   }

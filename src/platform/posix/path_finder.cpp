@@ -1,15 +1,14 @@
 #include "platform/posix/path_finder.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <memory>
-#include <new>
 #include <utility>
 
 #include <dirent.h>
 #include <sys/stat.h>
 
+#include "platform/posix/posix_files.h"
 #include "platform/posix/utf8.h"
 
 namespace kiv {
@@ -66,9 +65,7 @@ bool sameTime(const std::timespec& a, const std::timespec& b) {
 bool forEachEntry(const std::string& folder, const std::function<void(const char* name)>& visit) {
   const std::unique_ptr<DIR, FolderCloser> open(::opendir(folder.c_str()));
   if (!open) {
-    if (errno == ENOMEM) {
-      throw std::bad_alloc();
-    }
+    checkResources(folder);
     return false;
   }
   // The folder handle is this function's own, so no other thread reads from it.

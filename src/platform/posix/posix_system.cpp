@@ -35,12 +35,23 @@ void checkMemory(const std::error_code& failure) {
   }
 }
 
-/// The file that a link leads to, so that replacing it leaves the link; the path itself when it leads nowhere.
+/// The file that a link leads to, so that replacing it leaves the link. It need not exist, but its folder must;
+/// otherwise the path itself.
 std::string linkTarget(const std::string& path) {
+  constexpr int mostLinks = 40;  // as many as systems follow
   std::error_code failure;
-  const auto target = std::filesystem::canonical(path, failure);
+  std::filesystem::path target = path;
+  for (int link = 0; std::filesystem::is_symlink(target, failure); ++link) {
+    const auto next = std::filesystem::read_symlink(target, failure);
+    checkMemory(failure);
+    if (failure || link == mostLinks) {
+      return path;
+    }
+    target = target.parent_path() / next;
+  }
+  const auto folder = std::filesystem::canonical(target.has_parent_path() ? target.parent_path() : ".", failure);
   checkMemory(failure);
-  return failure ? path : target.string();
+  return failure || target == path ? path : (folder / target.filename()).string();
 }
 
 /// The path without steps to the same folder and back to the one above. Above a link is where the system says: the
