@@ -1,0 +1,170 @@
+#include "repair/corrections.h"
+
+#include <array>
+#include <limits>
+#include <utility>
+
+#include "base/csv.h"
+#include "base/number.h"
+
+namespace kiv::repair {
+namespace {
+
+enum Column : std::size_t { file, staff, newId, what, item, oldId, confidence, columnCount };
+constexpr std::array<std::string_view, columnCount> columnNames = {"file", "staff",  "new_id",    "what",
+                                                                   "item", "old_id", "confidence"};
+constexpr std::size_t requiredColumns = 3;
+
+std::string_view trimmed(std::string_view text) {
+  constexpr std::string_view blanks = " \t";
+  const std::size_t start = text.find_first_not_of(blanks);
+  return start == std::string_view::npos ? std::string_view()
+                                         : text.substr(start, text.find_last_not_of(blanks) - start + 1);
+}
+
+/// Reads the rows after the head.
+class TableReader {
+ public:
+  explicit TableReader(const CsvRow& head) {
+    readHead(head);
+    hasColumns_ = table_.errors.empty();
+  }
+
+  void read(const CsvRow& row) {
+    line_ = row.line;
+    row_ = &row;
+    if (row.cells.size() > width_) {
+      return fail("has more cells than the first row");
+    }
+    if (cell(newId).empty()) {
+      ++table_.undecided;
+      return;
+    }
+    if (auto correction = readRow()) {
+      table_.rows.push_back(std::move(*correction));
+    }
+  }
+
+  bool hasColumns() const { return hasColumns_; }
+  Corrections& table() { return table_; }
+
+ private:
+  void readHead(const CsvRow& head) {
+    line_ = head.line;
+    width_ = head.cells.size();
+    columns_.fill(width_);
+    for (std::size_t column = 0; column < columnCount; ++column) {
+      for (std::size_t i = 0; i < head.cells.size(); ++i) {
+        if (trimmed(head.cells[i]) == columnNames[column]) {
+          columns_[column] = i;
+        }
+      }
+      if (column < requiredColumns && columns_[column] == width_) {
+        fail("has no column " + std::string(columnNames[column]));
+      }
+    }
+  }
+
+  std::string_view cell(Column column) const {
+    const std::size_t i = columns_[column];
+    return i < row_->cells.size() ? trimmed(row_->cells[i]) : std::string_view();
+  }
+
+  void fail(std::string reason) { table_.errors.push_back({line_, std::move(reason)}); }
+  void failOn(Column column, const std::string& expected) {
+    fail(std::string(columnNames[column]) + " is \"" + std::string(cell(column)) + "\", not " + expected);
+  }
+
+  /// The number in a cell; nullopt, with an error, when there is another text.
+  std::optional<float> number(Column column) {
+    const auto value = strictNumber(cell(column));
+    if (!value) {
+      failOn(column, "a number");
+    }
+    return value ? std::optional(static_cast<float>(*value)) : std::nullopt;
+  }
+
+  bool readItem(Correction& correction) {
+    if (cell(item).empty()) {
+      if (correction.isCue) {
+        fail("a cue needs the number of its item");
+      }
+      return !correction.isCue;
+    }
+    const auto value = idIn(cell(item));
+    if (!value) {
+      failOn(item, "the number of an item");
+    }
+    correction.item = value.value_or(0);
+    return value.has_value();
+  }
+
+  bool readOldId(Correction& correction) {
+    if (cell(oldId).empty()) {
+      return true;
+    }
+    correction.oldId = number(oldId);
+    return correction.oldId.has_value();
+  }
+
+  std::optional<Correction> readRow() {
+    Correction correction;
+    correction.line = line_;
+    correction.file = cell(file);
+    correction.isCue = cell(what) == "cue";
+    correction.confidence = cell(confidence);
+    if (correction.file.empty()) {
+      fail("has no file");
+      return std::nullopt;
+    }
+    if (!correction.isCue && !cell(what).empty() && cell(what) != "staff") {
+      failOn(what, "staff or cue");
+      return std::nullopt;
+    }
+    const auto id = idIn(cell(newId));
+    if (!id) {
+      failOn(newId, "an id from 1 to 32767");
+      return std::nullopt;
+    }
+    correction.newId = *id;
+    const auto staffNumber = number(staff);
+    correction.staff = staffNumber.value_or(0);
+    return staffNumber && readItem(correction) && readOldId(correction) ? std::optional(std::move(correction))
+                                                                        : std::nullopt;
+  }
+
+  Corrections table_;
+  std::array<std::size_t, columnCount> columns_{};  // where each is in a row; the width for one that is not there
+  bool hasColumns_ = false;
+  std::size_t width_ = 0;
+  std::size_t line_ = 0;
+  const CsvRow* row_ = nullptr;
+};
+
+}  // namespace
+
+std::optional<std::int16_t> idIn(std::string_view text) {
+  const auto number = strictNumber(text);
+  if (!number || *number < 1 || *number > std::numeric_limits<std::int16_t>::max()) {
+    return std::nullopt;
+  }
+  const auto id = static_cast<std::int16_t>(*number);
+  return id == *number ? std::optional(id) : std::nullopt;
+}
+
+Corrections readCorrections(std::string_view csv) {
+  const CsvText text = readCsv(csv);
+  if (text.rows.empty() && !text.openQuote) {
+    return {{}, 0, {{1, "has no rows"}}};
+  }
+  TableReader reader(text.rows.empty() ? CsvRow{*text.openQuote, {}} : text.rows.front());
+  for (std::size_t row = 1; row < text.rows.size() && reader.hasColumns(); ++row) {
+    reader.read(text.rows[row]);
+  }
+  if (text.openQuote) {
+    reader.table().errors.push_back({*text.openQuote, "has a quotation mark that nothing closes"});
+  }
+  return std::move(reader.table());
+}
+
+}  // namespace kiv::repair

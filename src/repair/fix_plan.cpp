@@ -1,0 +1,121 @@
+#include "repair/fix_plan.h"
+
+#include <cstddef>
+#include <map>
+#include <utility>
+
+#include "base/number.h"
+
+namespace kiv::repair {
+namespace {
+
+/// Gathers the changes of requests.
+class Planner {
+ public:
+  explicit Planner(const std::vector<PageToFix>& pages) : pages_(pages), wanted_(pages.size()) {
+    for (std::size_t page = 0; page < pages.size(); ++page) {
+      pageOf_.emplace(pages[page].name, page);
+    }
+  }
+
+  void add(const IdRequest& request) {
+    const auto page = pageOf_.find(request.page);
+    if (page == pageOf_.end()) {
+      return fail(request.origin, request.page + " is none of the pages");
+    }
+    const PageToFix& target = pages_[page->second];
+    const PageId* found = nullptr;
+    for (const PageId& id : target.ids) {
+      if (!isMeant(id, request)) {
+        continue;
+      }
+      if (found != nullptr) {
+        return fail(request.origin, target.name + " has " + nameOf(request) + " more than once; name its item");
+      }
+      found = &id;
+    }
+    if (found == nullptr) {
+      return fail(request.origin, target.name + " has no " + nameOf(request));
+    }
+    if (request.oldId && found->id != *request.oldId) {
+      return fail(request.origin, nameOf(request) + " of " + target.name + " has the id " + generalNumber(found->id) +
+                                      ", not " + generalNumber(*request.oldId));
+    }
+    want(page->second, *found, request.newId, request.origin);
+  }
+
+  void add(const IdMapping& mapping) {
+    bool isFound = false;
+    for (std::size_t page = 0; page < pages_.size(); ++page) {
+      for (const PageId& id : pages_[page].ids) {
+        if (id.id == mapping.oldId) {
+          want(page, id, mapping.newId, mapping.origin);
+          isFound = true;
+        }
+      }
+    }
+    if (!isFound) {
+      fail(mapping.origin, "no page has the id " + std::to_string(mapping.oldId));
+    }
+  }
+
+  FixPlan plan() {
+    FixPlan plan{{}, std::move(errors_)};
+    for (const auto& wanted : wanted_) {
+      std::vector<IdChange>& changes = plan.changes.emplace_back();
+      for (const auto& [item, want] : wanted) {
+        if (want.change.at.id != want.change.newId) {
+          changes.push_back(want.change);
+        }
+      }
+    }
+    return plan;
+  }
+
+ private:
+  struct Wanted {
+    IdChange change;
+    std::string origin;
+  };
+
+  static bool isMeant(const PageId& id, const IdRequest& request) {
+    const ItemType type = request.isCue ? ItemType::rest : ItemType::staff;
+    return id.type == type && id.staff == request.staff && (request.item == 0 || id.item == request.item);
+  }
+
+  static std::string nameOf(const IdRequest& request) {
+    return (request.isCue ? "cue in staff " : "staff ") + generalNumber(request.staff) +
+           (request.item == 0 ? "" : " at item " + std::to_string(request.item));
+  }
+
+  void fail(const std::string& origin, const std::string& reason) { errors_.push_back(origin + ": " + reason); }
+
+  void want(std::size_t page, const PageId& id, std::int16_t newId, const std::string& origin) {
+    const auto [known, isNew] = wanted_[page].emplace(id.item, Wanted{{id, newId}, origin});
+    if (!isNew && known->second.change.newId != newId) {
+      fail(origin, known->second.origin + " gives item " + std::to_string(id.item) + " of " + pages_[page].name +
+                       " the id " + std::to_string(known->second.change.newId) + ", this " + std::to_string(newId));
+    }
+  }
+
+  const std::vector<PageToFix>& pages_;
+  std::map<std::string, std::size_t> pageOf_;
+  std::vector<std::map<std::int16_t, Wanted>> wanted_;  // of each page, by item
+  std::vector<std::string> errors_;
+};
+
+}  // namespace
+
+FixPlan planFix(const std::vector<PageToFix>& pages, const std::vector<IdRequest>& requests,
+                const std::vector<IdMapping>& mappings) {
+  Planner planner(pages);
+  for (const IdRequest& request : requests) {
+    planner.add(request);
+  }
+  for (const IdMapping& mapping : mappings) {
+    planner.add(mapping);
+  }
+  return planner.plan();
+}
+
+}  // namespace kiv::repair
