@@ -7,6 +7,7 @@
 #include "apps/kivsys/commands/convert_command.h"
 #include "apps/kivsys/commands/draw_command.h"
 #include "apps/kivsys/commands/instruments_command.h"
+#include "apps/kivsys/commands/fix_command.h"
 #include "apps/kivsys/commands/page_commands.h"
 #include "apps/kivsys/commands/recover_command.h"
 #include "apps/kivsys/commands/sort_command.h"
@@ -29,6 +30,8 @@ void addVerify(CLI::App& app, VerifyOptions& options, int& status);
 void addSurvey(CLI::App& app, SurveyOptions& options, int& status);
 void addTrace(CLI::App& app, ConvertOptions& options, int& status);
 void addSort(CLI::App& app, SortOptions& options, int& status);
+/// The command "fix", on pages or a names file.
+void addFix(CLI::App& app, FixOptions& options, int& status);
 void addDraw(CLI::App& app, DrawOptions& options, int& status);
 void addChart(CLI::App& app, ChartOptions& options, int& status);
 void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status);

@@ -25,6 +25,7 @@ struct CommandLine {
   ChartOptions chart;
   InstrumentsOptions instruments;
   RecoverOptions recover;
+  FixOptions fix;
   PageFiles files;
   std::string shell;                 ///< for completions
   int status = exit_status::normal;  ///< of the command that was run
@@ -47,6 +48,7 @@ void addCommands(CLI::App& app, CommandLine& line) {
   addChart(app, line.chart, line.status);
   addInstruments(app, line.instruments, line.status);
   addRecover(app, line.recover, line.status);
+  addFix(app, line.fix, line.status);
   addPageCommands(app, line.files, line.status);
   addDocuments(app, line.shell, line.status);
 }

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "apps/kivsys/selection/selection.h"
+
+namespace kiv {
+
+/// What was asked of `kivsys fix`, as it was typed.
+struct FixOptions {
+  Selection selection;
+  std::vector<std::string> corrections;  ///< tables; "-" is standard input
+  std::vector<std::string> sets;         ///< FILE:STAFF=ID
+  std::vector<std::string> maps;         ///< OLD=NEW
+  std::string only;                      ///< the least confidence: "sure" or "likely"; "" for all rows
+  std::string out;                       ///< the folder of the corrected pages
+  bool force = false;                    ///< replace pages that are there
+  bool dryRun = false;
+  bool json = false;
+};
+
+/// Writes corrected pages into a folder, and prints what has changed in them. Returns the program's exit status.
+int runFix(const FixOptions& options);
+
+}  // namespace kiv

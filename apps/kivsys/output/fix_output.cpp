@@ -1,0 +1,99 @@
+#include "apps/kivsys/output/fix_output.h"
+
+#include <cmath>
+
+#include <nlohmann/json.hpp>
+
+#include "apps/kivsys/output/outcome_json.h"
+#include "base/number.h"
+#include "platform/console/native_system.h"
+#include "platform/console/printable.h"
+
+namespace kiv {
+namespace {
+
+using repair::IdChange;
+
+const char* kindOf(const IdChange& change) {
+  if (change.at.type == ItemType::staff) {
+    return "staff";
+  }
+  return change.at.type == ItemType::rest ? "cue" : "number";
+}
+
+/// Where the id stands: "staff 3", "cue in staff 3".
+std::string placeOf(const IdChange& change) {
+  const std::string staff = "staff " + generalNumber(change.at.staff);
+  if (change.at.type == ItemType::staff) {
+    return staff;
+  }
+  return std::string(change.at.type == ItemType::rest ? "cue" : "number shown") + " in " + staff;
+}
+
+std::string counted(std::size_t count, const std::string& what) {
+  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+std::string linesOf(const FixedPage& page) {
+  const std::string changed = page.changes.empty() ? "unchanged" : counted(page.changes.size(), "id") + " changed";
+  std::string lines =
+      printable(page.file + ": " + changed + (page.written.empty() ? "" : ", written to " + page.written)) + "\n";
+  for (const IdChange& change : page.changes) {
+    lines += "  item " + std::to_string(change.at.item) + ": " + placeOf(change) + ": " + generalNumber(change.at.id) +
+             " -> " + std::to_string(change.newId) + "\n";
+  }
+  return lines;
+}
+
+Json numberJson(float number) {
+  return std::isfinite(number) ? Json(number) : Json();
+}
+
+Json jsonOf(const FixedPage& page) {
+  Json changes = Json::array();
+  for (const IdChange& change : page.changes) {
+    changes.push_back({{"item", change.at.item},
+                       {"what", kindOf(change)},
+                       {"staff", numberJson(change.at.staff)},
+                       {"old_id", numberJson(change.at.id)},
+                       {"new_id", change.newId}});
+  }
+  return {{"file", NativeSystem::toUtf8(page.file)},
+          {"written", page.written.empty() ? Json() : Json(NativeSystem::toUtf8(page.written))},
+          {"changes", changes}};
+}
+
+}  // namespace
+
+std::string asText(const FixReport& report) {
+  std::string text;
+  std::size_t changes = 0;
+  for (const FixedPage& page : report.pages) {
+    text += linesOf(page);
+    changes += page.changes.size();
+  }
+  text += counted(changes, "id") + (report.dryRun ? " would be changed" : " changed") + " in " +
+          counted(report.pages.size(), "page") + "\n";
+  if (report.undecided > 0) {
+    text += counted(report.undecided, "row") + " without a new id left out\n";
+  }
+  if (report.leftOut > 0) {
+    text += counted(report.leftOut, "row") + " of less confidence left out\n";
+  }
+  return text;
+}
+
+std::string asJson(const FixReport& report) {
+  Json pages = Json::array();
+  for (const FixedPage& page : report.pages) {
+    pages.push_back(jsonOf(page));
+  }
+  return asLine({{"end", report.normalEnd ? "normal" : "critical"},
+                 {"dry_run", report.dryRun},
+                 {"pages", pages},
+                 {"undecided", report.undecided},
+                 {"left_out", report.leftOut},
+                 {"schema_version", schemaVersion}});
+}
+
+}  // namespace kiv
