@@ -1,6 +1,7 @@
 #include <exception>
 #include <new>
 #include <string>
+#include <string_view>
 
 #include "apps/kivsys/command_line.h"
 #include "apps/kivsys/commands/analyze_command.h"
@@ -23,14 +24,15 @@ std::string commandLineOf(int argc, const char* const* argv) {
   return isAnalysisMode(line) ? NativeSystem::coreName(line) : line;
 }
 
-bool isSiblingCall(const std::string& commandLine) {
-  return commandLine.starts_with("CALLEDBY=") || isAnalysisMode(commandLine);
+/// A call has a comma in its first argument, which no command has: the names of pages may look like parts of a call.
+bool isSiblingCall(const std::string& commandLine, std::string_view first) {
+  return first.starts_with("CALLEDBY=") || (first.find(',') != std::string_view::npos && isAnalysisMode(commandLine));
 }
 
 int run(int argc, const char* const* argv) {
   NativeSystem::prepareProcess();
   const std::string commandLine = commandLineOf(argc, argv);
-  return isSiblingCall(commandLine) ? runSiblingCall(commandLine) : runCommandLine(argc, argv);
+  return isSiblingCall(commandLine, argc > 1 ? argv[1] : "") ? runSiblingCall(commandLine) : runCommandLine(argc, argv);
 }
 
 }  // namespace
