@@ -1,3 +1,5 @@
+#include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <new>
 #include <string>
@@ -35,10 +37,20 @@ int run(int argc, const char* const* argv) {
   return isSiblingCall(commandLine, argc > 1 ? argv[1] : "") ? runSiblingCall(commandLine) : runCommandLine(argc, argv);
 }
 
+/// Where not even an exception can be made, there is none; an exception that nobody handles is a defect.
+[[noreturn]] void endWithoutMemory() {
+  if (std::current_exception() == nullptr) {
+    static_cast<void>(std::fputs("kivsys: out of memory\n", stderr));
+    std::_Exit(exit_status::critical);
+  }
+  std::abort();
+}
+
 }  // namespace
 }  // namespace kiv
 
 int main(int argc, char** argv) {
+  std::set_terminate(kiv::endWithoutMemory);
   try {
     kiv::noteFileSizeSignal();
     return kiv::run(argc, argv);
