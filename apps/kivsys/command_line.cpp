@@ -31,6 +31,18 @@ struct CommandLine {
   int status = exit_status::normal;  ///< of the command that was run
 };
 
+/// An empty value is that of a variable of the shell that was not set.
+void refuseEmptyValues(CLI::App& app) {
+  const CLI::Validator isGiven([](const std::string& value) { return value.empty() ? "the value is empty" : ""; }, "");
+  for (CLI::App* command : app.get_subcommands({})) {
+    for (CLI::Option* option : command->get_options()) {
+      if (option->get_expected_max() > 0) {
+        option->check(isGiven);
+      }
+    }
+  }
+}
+
 /// Adds all commands, whose values and status go into the command line.
 void addCommands(CLI::App& app, CommandLine& line) {
   app.set_version_flag("--version", "kivsys " + versionText(version::major, version::minor, version::revision));
@@ -51,6 +63,7 @@ void addCommands(CLI::App& app, CommandLine& line) {
   addFix(app, line.fix, line.status);
   addPageCommands(app, line.files, line.status);
   addDocuments(app, line.shell, line.status);
+  refuseEmptyValues(app);
 }
 
 /// The default text about a wrong command line, with what the user typed made printable.

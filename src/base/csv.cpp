@@ -25,7 +25,8 @@ char separatorIn(std::string_view text) {
 
 std::string withoutApostrophe(std::string cell) {
   constexpr std::string_view formulas = "=+-@\t\r";
-  const bool isGuarded = cell.size() > 1 && cell.front() == '\'' && formulas.find(cell[1]) != std::string_view::npos;
+  const std::size_t first = std::min(cell.find_first_not_of('\''), cell.size());
+  const bool isGuarded = first > 0 && first < cell.size() && formulas.find(cell[first]) != std::string_view::npos;
   return isGuarded ? cell.substr(1) : cell;
 }
 

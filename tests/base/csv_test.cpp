@@ -48,7 +48,8 @@ TEST(Csv, LinesAreCountedThroughQuotedLineEndsAndEmptyLines) {
 }
 
 TEST(Csv, AnApostropheBeforeAFormulaIsRemoved) {
-  EXPECT_EQ(cellsOf("'=a,'+1,'-1,'@x,'a,','=\n"), (std::vector<Cells>{{"=a", "+1", "-1", "@x", "'a", "'", "="}}));
+  EXPECT_EQ(cellsOf("'=a,'+1,'-1,'@x,'a,','=,''=b\n"),
+            (std::vector<Cells>{{"=a", "+1", "-1", "@x", "'a", "'", "=", "'=b"}}));
 }
 
 TEST(Csv, AQuotationMarkThatNothingClosesIsReportedWithItsLine) {

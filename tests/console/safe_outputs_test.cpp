@@ -38,11 +38,30 @@ TEST_F(SafeOutputs, APageIsNeverReplaced) {
       const Ended ended = place.kivsys(arguments);
       EXPECT_EQ(ended.status, 2) << ::testing::PrintToString(arguments);
       EXPECT_TRUE(ended.error.ends_with(" is a page, and is not replaced; name another file\n") ||
-                  ended.error.ends_with(" is not the state of a survey; name another file\n"))
+                  ended.error.ends_with(" has the name of a page; name another file\n"))
           << ended.error;
       EXPECT_EQ(place.read(file), before);
     }
   }
+}
+
+TEST_F(SafeOutputs, AnEmptyPageIsAPage) {
+  place.write("empty.mus", "");
+  for (const Names& arguments : allWith("empty.mus")) {
+    EXPECT_EQ(place.kivsys(arguments).status, 2) << ::testing::PrintToString(arguments);
+    EXPECT_EQ(place.read("empty.mus"), "");
+  }
+  fs::create_hard_link(place.path() / "lib/A1.MUS", place.path() / "state");
+  EXPECT_EQ(place.kivsys({"survey", "lib", "--resume", "state"}).error,
+            "kivsys: state is a page of the library; name another file\n");
+}
+
+TEST_F(SafeOutputs, StandardOutputThatIsAFileIsAddedTo) {
+  place.write("app.svg", "<svg>mine</svg>\n");
+  const std::string command =
+      "cd '" + place.path().string() + "' && '" + KIVSYS_PROGRAM + "' draw x1.mus --out /dev/stdout >>app.svg";
+  EXPECT_EQ(std::system(command.c_str()), 0);
+  EXPECT_TRUE(place.read("app.svg").starts_with("<svg>mine</svg>\n<svg "));
 }
 
 TEST_F(SafeOutputs, AnInputIsNeverReplaced) {

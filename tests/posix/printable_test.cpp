@@ -40,6 +40,7 @@ TEST(Printable, CharactersThatCannotBeSeenAreEscaped) {
             "A\\u00AD1|A\\u200B1|A\\u20601|A\\u206A1|A\\uFEFF1");
   EXPECT_EQ(printable("A\u180E1|A\uFFF91|A\U000E00411|A\U000E01EF1"),
             "A\\u180E1|A\\uFFF91|A\\U000E00411|A\\U000E01EF1");
+  EXPECT_EQ(printable("A\u31641|A\u115F1|A\u28001|A\uFFA01"), "A\\u31641|A\\u115F1|A\\u28001|A\\uFFA01");
   EXPECT_EQ(printable("A\u200C\u200D1 \U0001F3BB"), "A\u200C\u200D1 \U0001F3BB");
 }
 

@@ -76,13 +76,15 @@ int print(const ConvertOutput& output, bool json) {
 /// Analyzes and converts one group, as the buttons of the panel do.
 class ConvertRun {
  public:
-  /// The overlay is that of a dry run, null for a conversion of files on the disk. The folder, if any, is that of the
-  /// results.
-  ConvertRun(ConsoleHost& console, OverlayFiles* overlay, const ConvertOptions& options, const ResultFolder* folder)
+  /// The overlay is that of a run that writes nothing, null for a conversion of files on the disk. The folder, if any,
+  /// is that of the results. A run that --strict refuses ends after its analysis.
+  ConvertRun(ConsoleHost& console, OverlayFiles* overlay, const ConvertOptions& options, const ResultFolder* folder,
+             bool isRefused)
       : console_(console),
         overlay_(overlay),
         options_(options),
         folder_(folder),
+        isRefused_(isRefused),
         dryRunUser_(console.user()),
         program_(overlay == nullptr ? console.host() : Host{*overlay, dryRunUser_, noPrograms_, console.system()}) {}
 
@@ -94,13 +96,14 @@ class ConvertRun {
   bool convert(const ConversionOptions& conversion);
   int makeFolder(const std::string& firstResultFile);
   bool dump();
-  void warn(const RunOutcome& analysis, ConvertOutput& output);
+  void warn(ConvertOutput& output);
   ConversionOptions conversionOptions(const std::string& firstResultFile) const;
 
   ConsoleHost& console_;
   OverlayFiles* overlay_;
   const ConvertOptions& options_;
   const ResultFolder* folder_;
+  bool isRefused_;
   DryRunUser dryRunUser_;
   NoPrograms noPrograms_;
   KivSystem program_;
@@ -163,15 +166,13 @@ bool ConvertRun::convert(const ConversionOptions& conversion) {
 }
 
 /// Shows what the run loses, before anything of it is written.
-void ConvertRun::warn(const RunOutcome& analysis, ConvertOutput& output) {
+void ConvertRun::warn(ConvertOutput& output) {
   const bool converts = needsConversion_ || options_.force;
   output.warnings = showWarnings(program_, {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId},
                                  options_.json);
-  const bool isWarned = !output.warnings.messages.empty();
-  output.refused = options_.strict && (isWarned || hasProblems(analysis));
+  output.refused = isRefused_;
   if (output.refused) {
-    printError("nothing is converted, as there are " + std::string(isWarned ? "warnings" : "problems") +
-               " and --strict is given");
+    printError("nothing is written, as there are warnings or problems and --strict is given");
   }
 }
 
@@ -186,14 +187,15 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   bool normalEnd = endsNormally(console_, [&] { analyze(); }) && program_.names.nameCount > 0;
   const RunOutcome analysis = outcomeOf(program_, console_, normalEnd);
   ConvertOutput output;
-  output.planned = overlay_;
+  output.planned = options_.dryRun ? overlay_ : nullptr;
   if (normalEnd && !options_.selection.likePanel) {
-    warn(analysis, output);
+    warn(output);
   }
   std::optional<ConversionOptions> converted;
   if (normalEnd && (needsConversion_ || options_.force) && !output.refused) {
     const ConversionOptions conversion = conversionOptions(firstResultFile);
     normalEnd = convert(conversion);
+    output.failure = failure_;
     converted = normalEnd ? std::optional(conversion) : std::nullopt;
   }
   output.outcome = withPagesWritten(analysis, console_, normalEnd);
@@ -277,7 +279,9 @@ int runConvert(const ConvertOptions& options) {
   }
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
     OverlayFiles overlay(system, system);
-    ConvertRun run(console, options.dryRun ? &overlay : nullptr, options, place.folder);
+    const bool isRefused =
+        options.strict && isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force});
+    ConvertRun run(console, options.dryRun || isRefused ? &overlay : nullptr, options, place.folder, isRefused);
     return print(run.run(namesFile, firstResultFile), options.json);
   });
 }

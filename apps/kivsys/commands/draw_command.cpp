@@ -30,6 +30,9 @@ std::vector<Item> itemsOf(const ItemTable& table) {
 
 std::vector<std::string> refusals(ConsoleSystem& system, const DrawOptions& options, const std::string& page,
                                   const std::string& out) {
+  if (NativeSystem::isBeyondNames(options.page)) {
+    return {"a file whose name holds a backslash cannot be used: " + options.page};
+  }
   const std::string path = system.diskName(page);
   if (const auto failure = readFailure(path)) {
     return {"cannot read " + options.page + ": " + *failure};
@@ -44,7 +47,7 @@ std::vector<std::string> refusals(ConsoleSystem& system, const DrawOptions& opti
 int runDraw(const DrawOptions& options) {
   ConsoleHost console;
   const std::string page = NativeSystem::coreName(options.page);
-  const std::string out = options.out == standardOutput ? options.out : NativeSystem::coreName(options.out);
+  const std::string out = isStandardOutput(options.out) ? standardOutput : NativeSystem::coreName(options.out);
   if (const auto reasons = refusals(console.system(), options, page, out); !reasons.empty()) {
     return refuse(reasons);
   }

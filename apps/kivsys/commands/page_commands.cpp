@@ -1,6 +1,7 @@
 #include "apps/kivsys/commands/page_commands.h"
 
 #include <iostream>
+#include <utility>
 
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/safety/input_files.h"
@@ -10,7 +11,7 @@
 #include "pagetext/page_text.h"
 #include "platform/bounded_file.h"
 #include "platform/console/error_line.h"
-#include "platform/console/native_system.h"
+#include "platform/console/guarded_system.h"
 #include "platform/console/standard_input.h"
 
 namespace kiv {
@@ -21,9 +22,30 @@ int fail(const std::string& reason) {
   return exit_status::critical;
 }
 
-/// Says why a file has no content.
-int failRead(const BoundedContent& content, const std::string& name, std::size_t limit, std::string_view kind) {
-  return fail(content.isTooLarge ? name + " " + tooLarge(limit, kind) : "cannot read " + name);
+/// What can be read of a file, and what it is.
+struct ReadableFile {
+  std::string name;  ///< as it was typed; "-" is standard input
+  std::string kind;  ///< "a page"
+  std::size_t limit = 0;
+};
+
+/// The content of a file. Nullopt, after a line on standard error, when there is none; then the status of the run.
+std::optional<std::string> read(NativeSystem& system, const ReadableFile& file, int& status) {
+  const bool isInput = file.name == "-";
+  if (NativeSystem::isBeyondNames(file.name)) {
+    status = refuse({"a file whose name holds a backslash cannot be used: " + file.name});
+    return std::nullopt;
+  }
+  BoundedContent content =
+      isInput ? readStandardInput(file.limit) : readBounded(system, NativeSystem::coreName(file.name), file.limit);
+  if (content.isTooLarge) {
+    status = fail(file.name + " " + tooLarge(file.limit, file.kind));
+  } else if (!content.bytes) {
+    const std::string path = system.diskName(NativeSystem::coreName(file.name));
+    const auto reason = isInput ? std::nullopt : readFailure(path);
+    status = refuse({"cannot read " + file.name + ": " + reason.value_or("I/O error")});
+  }
+  return std::move(content.bytes);
 }
 
 /// Whether the file is called a page, as a damaged one is, too.
@@ -34,6 +56,9 @@ bool hasNameOfPage(NativeSystem& system, const std::string& file) {
 
 /// Why the page may not be written; nullopt when it may.
 std::optional<std::string> refusalToReplace(NativeSystem& system, const PageFiles& files) {
+  if (NativeSystem::isBeyondNames(files.page)) {
+    return "a file whose name holds a backslash cannot be used: " + files.page;
+  }
   const std::string path = system.diskName(NativeSystem::coreName(files.page));
   if (files.text != "-") {
     InputFiles inputs;
@@ -57,29 +82,26 @@ std::optional<std::string> refusalToReplace(NativeSystem& system, const PageFile
 }  // namespace
 
 int runDump(const std::string& page) {
-  NativeSystem system;
-  const BoundedContent file = readBounded(system, NativeSystem::coreName(page), readableBytes);
-  if (file.isTooLarge) {
-    return failRead(file, page, readableBytes, "a page");
+  GuardedSystem system;
+  int status = exit_status::normal;
+  const auto bytes = read(system, {page, "a page", readableBytes}, status);
+  if (!bytes) {
+    return status;
   }
-  if (!file.bytes) {
-    const std::string reason = readFailure(system.diskName(NativeSystem::coreName(page))).value_or("I/O error");
-    return refuse({"cannot read " + page + ": " + reason});
-  }
-  std::cout << dumpPage(*file.bytes) << std::flush;
+  std::cout << dumpPage(*bytes) << std::flush;
   return std::cout ? exit_status::normal : fail("cannot write to standard output");
 }
 
 int runBuild(const PageFiles& files) {
   const std::string& text = files.text;
   const std::string& page = files.page;
-  NativeSystem system;
-  const BoundedContent lines = text == "-" ? readStandardInput(most_bytes::pageText)
-                                           : readBounded(system, NativeSystem::coreName(text), most_bytes::pageText);
-  if (!lines.bytes) {
-    return failRead(lines, text, most_bytes::pageText, "a page text");
+  GuardedSystem system;
+  int status = exit_status::normal;
+  const auto lines = read(system, {text, "a page text", most_bytes::pageText}, status);
+  if (!lines) {
+    return status;
   }
-  const auto built = buildPage(*lines.bytes);
+  const auto built = buildPage(*lines);
   if (const auto* error = std::get_if<PageTextError>(&built)) {
     return fail(text + ":" + std::to_string(error->line) + ": " + error->reason);
   }

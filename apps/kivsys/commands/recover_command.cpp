@@ -19,6 +19,7 @@
 #include "input/file_names.h"
 #include "platform/bounded_file.h"
 #include "platform/console/error_line.h"
+#include "platform/console/guarded_system.h"
 #include "platform/console/standard_input.h"
 #include "repair/recovery.h"
 
@@ -123,7 +124,7 @@ int recoverBytes(NativeSystem& system, const std::string& bytes, const RecoverOp
 }  // namespace
 
 int runRecover(const RecoverOptions& options) {
-  NativeSystem system;
+  GuardedSystem system;
   if (options.page == standardOutput || options.out == standardOutput) {
     useBinaryStreams();
   }

@@ -30,13 +30,11 @@ bool flushResults(ConsoleHost& console) {
   return !failure;
 }
 
-bool hasProblems(const RunOutcome& outcome) {
+bool isProblem(const Message& message) {
   constexpr std::array<std::string_view, 6> problems = {code::duplicateInstrumentId, code::duplicateStaffNumber,
                                                         code::zeroInstrumentId,      code::recursiveCue,
                                                         code::undefinedCue,          code::pageLetters};
-  return std::any_of(outcome.messages.begin(), outcome.messages.end(), [&](const ShownMessage& shown) {
-    return std::find(problems.begin(), problems.end(), shown.message.code) != problems.end();
-  });
+  return std::find(problems.begin(), problems.end(), message.code) != problems.end();
 }
 
 RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& console, bool normalEnd) {

@@ -1,6 +1,9 @@
 #include "apps/kivsys/commands/sort_command.h"
 
+#include <nlohmann/json.hpp>
+
 #include "apps/kivsys/commands/run_outcome.h"
+#include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/safety/sorted_pages.h"
@@ -21,17 +24,41 @@ bool sortedAll(ConsoleHost& console) {
   return sorted >= pages;
 }
 
+/// What is changed in the pages, beside their order.
+Warnings showLosses(ConsoleHost& console, const SortOptions& options) {
+  std::vector<std::string> pages;
+  for (const FoundFile& page : console.system().pages()) {
+    pages.push_back(page.name);
+  }
+  return showWarnings(console.system(), findWritingLosses(console.system(), pages), options.json);
+}
+
+int print(const RunOutcome& outcome, const Warnings& warnings, const SortOptions& options, int status) {
+  if (!options.json) {
+    return printOutcome(createdLines(outcome), status);
+  }
+  Json object = jsonOf(outcome);
+  object["problems"] = jsonOf({}, warnings);
+  object["schema_version"] = schemaVersion;
+  return printOutcome(asLine(object), status);
+}
+
 int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOptions& options) {
   NamesTable names;
   ItemTable items;
-  const ReadBack readBack = options.selection.likePanel ? ReadBack::no : ReadBack::yes;
+  const bool likePanel = options.selection.likePanel;
+  const Warnings warnings = likePanel ? Warnings() : showLosses(console, options);
+  if (options.strict && !warnings.messages.empty()) {
+    printError("nothing is written, as there are warnings and --strict is given");
+    return print(writingOutcomeOf(names, console, true), warnings, options, exit_status::notUsable);
+  }
+  const ReadBack readBack = likePanel ? ReadBack::no : ReadBack::yes;
   const bool isSorted =
       endsNormally(console, [&] { cmdSortInstrument_Click(console.host(), namesFile, names, items, readBack); });
-  const bool areAllSorted = options.selection.likePanel || !isSorted || sortedAll(console);
+  const bool areAllSorted = likePanel || !isSorted || sortedAll(console);
   const bool normalEnd = flushResults(console) && isSorted && areAllSorted;
-  const RunOutcome outcome = writingOutcomeOf(names, console, normalEnd);
-  return printOutcome(options.json ? asJson(outcome) : createdLines(outcome),
-                      normalEnd ? exit_status::normal : exit_status::critical);
+  return print(writingOutcomeOf(names, console, normalEnd), warnings, options,
+               normalEnd ? exit_status::normal : exit_status::critical);
 }
 
 std::vector<std::string> folderOfPages(ConsoleSystem& system, const SelectedPages& pages) {
@@ -42,7 +69,7 @@ std::vector<std::string> folderOfPages(ConsoleSystem& system, const SelectedPage
 
 int runSort(const SortOptions& options) {
   ConsoleHost console(options.selection.likePanel ? Guard::off : Guard::on);
-  const SelectionUse use{FolderUse::written, false,
+  const SelectionUse use{FolderUse::read, false,
                          [&](const SelectedPages& pages) {
                            console.system().bindFolder();
                            return refusalsOfSortedPages(console.system(), pages);

@@ -186,6 +186,29 @@ std::string stateFile(ConsoleSystem& system, const std::string& typed) {
   return kindOf(typed) == PathKind::missing && kindOf(found) != PathKind::missing ? found : typed;
 }
 
+/// Opens the file of the state, which is none of the pages. Returns why it cannot be used.
+std::optional<StateRefusal> openState(ConsoleSystem& system, const SurveyOptions& options, const Library& library,
+                                      SurveyState& state) {
+  if (options.resume == standardOutput) {
+    return StateRefusal{exit_status::wrongUsage,
+                        "the state of a survey cannot be kept on standard output, which has its lines"};
+  }
+  const std::string file = stateFile(system, options.resume);
+  if (system.upperCase(file).ends_with(".MUS")) {
+    return StateRefusal{exit_status::wrongUsage, file + " has the name of a page; name another file"};
+  }
+  if (const auto identity = identityOf(file)) {
+    for (const LibraryPiece& piece : library.pieces) {
+      for (const std::string& page : piece.pages) {
+        if (identityOf(system.diskName(page)) == identity) {
+          return StateRefusal{exit_status::wrongUsage, file + " is a page of the library; name another file"};
+        }
+      }
+    }
+  }
+  return state.open(file, options.folders);
+}
+
 }  // namespace
 
 int runSurvey(const SurveyOptions& options) {
@@ -197,18 +220,15 @@ int runSurvey(const SurveyOptions& options) {
     }
   }
   ConsoleHost console;
+  noteStopSignals(SecondSignal::endsProgram);
+  const Library library = walkLibrary(console.system(), options.folders);
   SurveyState state;
   if (!options.resume.empty()) {
-    if (options.resume == standardOutput) {
-      return refuse({"the state of a survey cannot be kept on standard output, which has its lines"});
-    }
-    if (const auto refusal = state.open(stateFile(console.system(), options.resume), options.folders)) {
+    if (const auto refusal = openState(console.system(), options, library, state)) {
       printError(refusal->reason);
       return refusal->status;
     }
   }
-  noteStopSignals(SecondSignal::endsProgram);
-  const Library library = walkLibrary(console.system(), options.folders);
   for (const std::string& folder : library.unreadable) {
     printError("cannot list the folder " + folder);
   }

@@ -1,5 +1,6 @@
 #include "apps/kivsys/output/csv.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace kiv {
@@ -17,7 +18,8 @@ std::string quoted(const std::string& cell) {
 
 std::string cellText(const std::string& text) {
   constexpr std::string_view formulaStarts = "=+-@\t\r";
-  const bool isFormula = !text.empty() && formulaStarts.find(text.front()) != std::string_view::npos;
+  const std::size_t first = std::min(text.find_first_not_of('\''), text.size());
+  const bool isFormula = first < text.size() && formulaStarts.find(text[first]) != std::string_view::npos;
   return isFormula ? "'" + text : text;
 }
 

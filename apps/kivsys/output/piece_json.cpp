@@ -46,6 +46,7 @@ Json namesJson(const InstrumentNames& names) {
 
 Json toJson(const LibraryPiece& piece, const PieceFindings& findings) {
   return {{"folder", NativeSystem::toUtf8(piece.folder)},
+          {"path", NativeSystem::toUtf8(piece.path)},
           {"prefix", NativeSystem::toUtf8(piece.prefix)},
           {"pages", findings.pages},
           {"systems", orNull(findings.systems)},

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -34,6 +35,7 @@ class PageFinder {
   ConsoleSystem& system_;
   const PageSearch& search_;
   std::string names_;
+  std::int32_t count_ = 0;  // of the pages in it
   std::vector<FoundFile> pages_;
   std::map<std::string, FoundFile> known_;  // by name in upper case
 };

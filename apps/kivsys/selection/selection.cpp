@@ -61,6 +61,7 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
   const SelectedPages pages = selection.names.empty() ? findTypedPages(system, selection.pages, search)
                                                       : findListedPages(system, selection.names, search);
   system.bindPages(pages.pages);
+  system.protectFile(pages.listPath);
   system.serveNamesFile(pages.namesFile, pages.names);
   if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {
     return refuse(reasons);

@@ -22,14 +22,19 @@ struct Range {
 
 /// What ends lines, turns the direction of writing, or cannot be seen, so that two names look alike. The joiners
 /// (U+200C and U+200D) stay: some languages are not written without them.
-constexpr std::array<Range, 10> unsafe = {{{0xAD, 0xAD},
+constexpr std::array<Range, 15> unsafe = {{{0xAD, 0xAD},
                                            {0x61C, 0x61C},
+                                           {0x115F, 0x1160},
+                                           {0x17B4, 0x17B5},
                                            {0x180E, 0x180E},
                                            {0x200B, 0x200B},
                                            {0x200E, 0x200F},
                                            {0x2028, 0x202E},
                                            {0x2060, 0x206F},
+                                           {0x2800, 0x2800},
+                                           {0x3164, 0x3164},
                                            {0xFEFF, 0xFEFF},
+                                           {0xFFA0, 0xFFA0},
                                            {0xFFF9, 0xFFFB},
                                            {0xE0000, 0xE0FFF}}};
 

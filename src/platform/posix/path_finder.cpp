@@ -21,6 +21,9 @@ bool hasZeroByte(const std::string& name) {
   return name.find('\0') != std::string::npos;
 }
 
+/// No system opens a path that is longer, so none is searched for.
+constexpr std::size_t longestPath = 4096;
+
 /// A name of the core, with the separators of the disk.
 struct Path {
   explicit Path(std::string name) : file(std::move(name)) {
@@ -182,6 +185,9 @@ std::string PathFinder::resolve(const std::string& name) {
     return "";
   }
   const Path path(name);
+  if (name.size() > longestPath) {
+    return path.folder + path.file;
+  }
   if (usesExactFolders_ && isFolder(path.folder)) {
     return find(path.folder, path.file).value_or(path.folder + path.file);
   }
@@ -200,7 +206,7 @@ std::string PathFinder::resolve(const std::string& name) {
 
 std::optional<std::string> PathFinder::likelyPath(const std::string& name) {
   const Path path(name);
-  if (path.file.empty() || hasZeroByte(name)) {
+  if (path.file.empty() || hasZeroByte(name) || name.size() > longestPath) {
     return std::nullopt;
   }
   const auto folder = firstFolder(path.folder);

@@ -15,6 +15,7 @@
 #include <unistd.h>
 
 #include "platform/posix/own_files.h"
+#include "platform/posix/plain_path.h"
 #include "platform/posix/posix_files.h"
 #include "platform/posix/utf8.h"
 
@@ -52,26 +53,6 @@ std::string linkTarget(const std::string& path) {
   const auto folder = std::filesystem::canonical(target.has_parent_path() ? target.parent_path() : ".", failure);
   checkMemory(failure);
   return failure || target == path ? path : (folder / target.filename()).string();
-}
-
-/// The path without steps to the same folder and back to the one above. Above a link is where the system says: the
-/// folder that holds what the link leads to.
-std::filesystem::path withoutSteps(const std::filesystem::path& path) {
-  std::error_code failure;
-  std::filesystem::path plain;
-  for (const auto& component : path) {
-    if (component == ".." && std::filesystem::is_symlink(plain, failure)) {
-      const auto target = std::filesystem::canonical(plain, failure);
-      checkMemory(failure);
-      plain = failure ? plain : target;
-    }
-    plain = (plain / component).lexically_normal();
-    if (plain.has_relative_path() && plain.filename().empty()) {
-      plain = plain.parent_path();  // a link is one without the separator after it
-    }
-  }
-  const bool isFolder = path.filename().empty() || path.filename() == "." || path.filename() == "..";
-  return isFolder ? plain / "" : plain;
 }
 
 mode_t modeOfNewFiles() {
@@ -213,11 +194,25 @@ std::string PosixSystem::fullName(const std::string& typed) {
   std::error_code failure;
   const auto path = std::filesystem::absolute(typed, failure);
   checkMemory(failure);
-  return coreName(failure ? typed : withoutSteps(path).string());
+  return coreName(failure ? typed : plainPath(path.native()));
 }
 
 std::string PosixSystem::coreName(const std::string& typed) {
   return swapped(typed, separator, '\\');
+}
+
+void PosixSystem::prepareProcess() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    // The lowest free number is the one that is given. Reading from an output fails, as it would without any file.
+    if (::fcntl(stream, F_GETFD) == -1 && errno == EBADF) {
+      static_cast<void>(::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY));
+    }
+  }
+}
+
+bool PosixSystem::isBeyondNames(const std::string& typed) {
+  struct stat status {};
+  return typed.find('\\') != std::string::npos && ::lstat(typed.c_str(), &status) == 0;
 }
 
 std::string PosixSystem::makeTemporaryFile(std::string_view content) {

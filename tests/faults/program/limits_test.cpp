@@ -42,9 +42,8 @@ class Limits : public testing::Test {
 };
 
 TEST_F(Limits, TooFewOpenFilesAreTheReasonThatIsGiven) {
-  for (const std::string command :
-       {"analyze m/X001.MUS m/X002.MUS", "analyze --json m/X001.MUS m/X002.MUS", "convert m/X001.MUS m/X002.MUS",
-        "trace m/X001.MUS m/X002.MUS", "sort m/X001.MUS"}) {
+  for (const std::string command : {"analyze m/X001.MUS m/X002.MUS", "analyze --json m/X001.MUS m/X002.MUS",
+                                    "convert m/X001.MUS m/X002.MUS", "trace m/X001.MUS m/X002.MUS"}) {
     EXPECT_EQ(runCommand("-n 4", command), 1) << command;
     EXPECT_NE(place.files().at("error").find("Too many open files"), std::string::npos)
         << command << ": " << place.files().at("error");
@@ -76,10 +75,24 @@ TEST_F(Limits, FortyMegabytesOfMemorySuffice) {
   EXPECT_EQ(run("-v 40960"), 0) << place.files().at("error");
 }
 
+/// How little is too little depends on the size of the program. With less still, it cannot start.
 TEST_F(Limits, TooLittleMemoryIsSaid) {
-  EXPECT_EQ(run("-v 8000"), 1);
-  EXPECT_EQ(place.files().at("error"), "kivsys: out of memory\n");
-  expectNoStrays();
+  int said = 0;
+  for (int kilobytes = 6000; kilobytes <= 12000; kilobytes += 50) {
+    const std::string limit = "-v " + std::to_string(kilobytes);
+    if (runCommand(limit, "--version") != 0) {
+      continue;
+    }
+    const int status = run(limit);
+    if (status == 0) {
+      break;
+    }
+    EXPECT_EQ(status, 1) << kilobytes;
+    EXPECT_EQ(place.files().at("error"), "kivsys: out of memory\n") << kilobytes;
+    expectNoStrays();
+    ++said;
+  }
+  EXPECT_GT(said, 0);
 }
 
 TEST_F(Limits, AFileThatGrowsBeyondItsLimitIsAMessageAndNoSignal) {
