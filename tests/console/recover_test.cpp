@@ -102,7 +102,7 @@ TEST_F(ConsoleRecover, ReplacesNoFileThatIsNoPage) {
     const std::string before = place.read(file);
     const Ended ended = place.kivsys({"recover", "X001.MUS", "-o", file, "--force"});
     EXPECT_EQ(ended.status, 2) << file;
-    EXPECT_EQ(ended.error, "kivsys: " + pathOf(file) + " is not a page, and is not replaced\n");
+    EXPECT_EQ(ended.error, "kivsys: " + pathOf(file) + " is not a page, and is not replaced; name another file\n");
     EXPECT_EQ(place.read(file), before);
   }
 }

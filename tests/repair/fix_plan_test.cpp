@@ -54,7 +54,7 @@ TEST(PlanFix, WhatDoesNotFitIsAnError) {
                    "list:2: X2.MUS has staff 3 more than once; name its item", "--map 5=6: no page has the id 5"}));
 }
 
-TEST(PlanFix, TheItemTellsTwoStavesOfOneNumberApart) {
+TEST(PlanFix, TheItemNumberIsThatOfOneOfTwoStaves) {
   IdRequest one = request("X2.MUS", 3, 7);
   one.item = 6;
   EXPECT_EQ(planFix(pages, {one}, {}).changes[1], (Changes{{twin, 7}}));

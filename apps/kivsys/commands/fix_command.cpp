@@ -10,10 +10,10 @@
 #include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/safety/input_files.h"
 #include "apps/kivsys/safety/result_folder.h"
-#include "messages/input_messages.h"
 #include "platform/bounded_file.h"
 #include "platform/console/error_line.h"
 #include "platform/native_file.h"
+#include "platform/separators.h"
 #include "repair/fix_plan.h"
 #include "repair/page_ids.h"
 
@@ -43,6 +43,10 @@ std::vector<FoundFile> distinct(const std::vector<FoundFile>& selected) {
   return pages;
 }
 
+std::string withBackslash(Machine& machine, const std::string& folder) {
+  return endsWithBackslash(machine, folder) ? folder : folder + "\\";
+}
+
 /// Corrects the pages of one selection.
 class FixRun {
  public:
@@ -50,7 +54,7 @@ class FixRun {
       : system_(console.system()),
         console_(console),
         options_(options),
-        out_(system_.fullName(options.out)),
+        out_(withBackslash(system_, system_.fullName(options.out))),
         folder_(system_, system_.diskName(out_), options.out) {}
 
   /// Why the corrected pages of these cannot be written. None: they can.
@@ -69,7 +73,7 @@ class FixRun {
   ConsoleSystem& system_;
   ConsoleHost& console_;
   const FixOptions& options_;
-  std::string out_;  // the folder, as the core names it
+  std::string out_;  // the folder, as the core names it, with its backslash
   ResultFolder folder_;
   std::vector<Page> pages_;
   FixReport report_;
@@ -82,7 +86,7 @@ int FixRun::fail(const std::string& reason) {
 
 /// The corrected page has the name of its original, in another folder.
 std::string FixRun::outputOf(const FoundFile& page) {
-  return out_ + "\\" + page.path.substr(folderOfPath(system_, page.path).size());
+  return out_ + page.path.substr(folderOfPath(system_, page.path).size());
 }
 
 std::vector<std::string> FixRun::refusals(const SelectedPages& pages) {

@@ -45,7 +45,11 @@ std::string linesOf(const FixedPage& page) {
   return lines;
 }
 
+/// A whole number as such, and one that is none as JSON can have it.
 Json numberJson(float number) {
+  if (const auto whole = toInt32(number); whole && static_cast<float>(*whole) == number) {
+    return *whole;
+  }
   return std::isfinite(number) ? Json(number) : Json();
 }
 

@@ -54,10 +54,11 @@ std::vector<std::string> refusalsOfOutput(NativeSystem& system, const OutputFile
   }
   const std::string name = system.upperCase(path);
   const bool isNamedPage = name.ends_with(".MUS") || name.ends_with(".PAG");
-  if ((content->empty() && !isNamedPage) || isOfKind(*content, output.kind)) {
+  const bool isEmptyPage = content->empty() && isNamedPage && output.kind != OutputKind::page;
+  if ((content->empty() && !isEmptyPage) || isOfKind(*content, output.kind)) {
     return {};
   }
-  return {path + (isNamedPage || isPage(*content) ? " is a page" : " is not " + wordsFor(output.kind)) +
+  return {path + (isEmptyPage || isPage(*content) ? " is a page" : " is not " + wordsFor(output.kind)) +
           ", and is not replaced; name another file"};
 }
 
