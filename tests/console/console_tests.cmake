@@ -72,5 +72,5 @@ endif()
 if(NOT WIN32)
   # The longest first, so that none of them is left alone at the end.
   set_tests_properties(console PROPERTIES COST 40)
-  set_tests_properties(mus verify_properties shell PROPERTIES COST 20)
+  set_tests_properties(mus repair verify_properties shell PROPERTIES COST 20)
 endif()
