@@ -46,6 +46,10 @@ std::string linkTarget(const std::string& path) {
 /// The path without steps to the same folder and back to the one above. Above a link is where the system says: the
 /// folder that holds what the link leads to.
 std::filesystem::path withoutSteps(const std::filesystem::path& path) {
+  const std::string& text = path.native();
+  if (text.find("/.") == std::string::npos && text.find("//") == std::string::npos && !text.ends_with('/')) {
+    return path;  // it has none
+  }
   std::error_code failure;
   std::filesystem::path plain;
   for (const auto& component : path) {
