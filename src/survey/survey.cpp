@@ -5,6 +5,7 @@
 #include <tuple>
 #include <utility>
 
+#include "diagnostics/group_facts.h"
 #include "input/file_names.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
@@ -88,12 +89,13 @@ PieceFindings surveyPiece(Files& disk, Machine& machine, const std::vector<std::
   NoPrograms programs;
   KivSystem program({files, user, programs, machine});
   const std::string namesFile = addNamesFile(pages, files);
-  if (exitCodeOf(user, [&] { analyze(program, namesFile, false); }).value_or(0) == 0) {
+  GroupFacts facts({.instruments = true});
+  if (exitCodeOf(user, [&] { analyze(program, namesFile, false, &facts); }).value_or(0) == 0) {
     findings.systems = program.systems.systemCount();
     findings.instruments = program.systems.instrumentCount;
     findings.consistent = program.systems.isConsistent();
     findings.multifile = program.pages.multifileCount != 0;
-    findings.names = shownNames(findInstruments(files));
+    findings.names = shownNames(facts.instruments());
   }
   if (!program.pages.pages.empty()) {
     findings.pages = program.pages.pages.size();

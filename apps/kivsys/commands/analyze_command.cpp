@@ -33,17 +33,18 @@ RunScope scopeOf(const RunOutcome& outcome) {
 }
 
 /// Runs the analysis, or only deletes old results when there is nothing to analyze.
-bool runAnalysis(ConsoleHost& console, KivSystem& program, const std::string& namesFile, bool allowZeroId) {
+bool runAnalysis(ConsoleHost& console, KivSystem& program, const std::string& namesFile, bool allowZeroId,
+                 GroupFacts& group) {
   if (namesFile.empty()) {
     deleteOldResults(console.system());
     return false;
   }
-  return endsNormally(console, [&] { analyze(program, namesFile, allowZeroId); });
+  return endsNormally(console, [&] { analyze(program, namesFile, allowZeroId, &group); });
 }
 
-std::optional<Layouts> layoutsOf(ConsoleHost& console, const SystemTable& systems, Places places) {
+std::optional<Layouts> layoutsOf(ConsoleHost& console, const SystemTable& systems, GroupFacts& group, Places places) {
   std::optional<Layouts> layouts;
-  static_cast<void>(endsNormally(console, [&] { layouts = findLayouts(console.system(), systems, places); }));
+  static_cast<void>(endsNormally(console, [&] { layouts = findLayouts(console.system(), systems, group, places); }));
   if (!layouts) {
     printError("the layouts are not told, as the report cannot be read again");
   }
@@ -56,17 +57,21 @@ int analyzeNames(ConsoleHost& console, const std::string& namesFile, const Analy
   if (options.keepGoing) {
     pages.emplace(console, namesFile);
   }
-  const bool normalEnd = runAnalysis(console, program, pages ? pages->namesFile() : namesFile, options.allowZeroId);
+  GroupFacts group = options.selection.likePanel ? GroupFacts({.instruments = true})
+                                                 : GroupFacts({.instruments = true, .losses = LossScan::staves});
+  const bool normalEnd =
+      runAnalysis(console, program, pages ? pages->namesFile() : namesFile, options.allowZeroId, group);
   const bool details = options.json || options.jsonl;
   AnalysisOutput output{outcomeOf(program, console, normalEnd), {}, {}, {}, {}, pages ? &*pages : nullptr};
   if (output.outcome.normalEnd && !options.selection.likePanel) {
-    output.warnings = showWarnings(program, {scopeOf(output.outcome), options.allowZeroId}, details);
+    output.warnings = showWarnings(program, group, {scopeOf(output.outcome), options.allowZeroId}, details);
   }
   if (output.outcome.normalEnd) {
-    output.layouts = layoutsOf(console, program.systems, details ? Places::ofEverySystem : Places::ofFirstSystems);
+    output.layouts =
+        layoutsOf(console, program.systems, group, details ? Places::ofEverySystem : Places::ofFirstSystems);
   }
   if (output.layouts) {
-    output.instruments = findInstruments(console.system());
+    output.instruments = group.instruments();
   }
   if (details) {
     output.problems = problemsOf(console.system(), output.outcome);

@@ -5,7 +5,7 @@
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/text_table.h"
 #include "apps/kivsys/safety/output_file.h"
-#include "diagnostics/instruments.h"
+#include "diagnostics/group_facts.h"
 #include "drawing/chart_drawings.h"
 #include "platform/console/console_host.h"
 #include "platform/console/printable.h"
@@ -27,10 +27,10 @@ TextStyle styleOfOutput() {
 }
 
 /// The names of the instruments, in UTF-8 or as the terminal has them.
-std::map<std::int16_t, ChartName> namesFor(Files& files, bool utf8) {
+std::map<std::int16_t, ChartName> namesFor(const GroupFacts& facts, bool utf8) {
   constexpr std::size_t mostColumns = 20;
   std::map<std::int16_t, ChartName> names;
-  for (const auto& [id, name] : shownNames(findInstruments(files))) {
+  for (const auto& [id, name] : shownNames(facts.instruments())) {
     const std::string text = shortened(printable(name), mostColumns);
     names[id] = {utf8 ? NativeSystem::toUtf8(text) : text, widthOf(text)};
   }
@@ -41,11 +41,12 @@ int chartNames(ConsoleHost& console, const std::string& namesFile, const std::st
   OverlayFiles files(console.system(), console.system());  // report and verdict are not asked for
   NoPrograms programs;
   KivSystem program({files, console.user(), programs, console.system()});
+  GroupFacts facts({.instruments = true});
   Chart chart;
   const auto exitCode = exitCodeOf(console.user(), [&] {
-    analyze(program, namesFile, allowZeroId);
+    analyze(program, namesFile, allowZeroId, &facts);
     chart = makeChart(console.system(), readReport(files), allowZeroId);
-    chart.names = namesFor(files, !out.empty());
+    chart.names = namesFor(facts, !out.empty());
   });
   if (exitCode) {
     return *exitCode == exit_status::normal ? exit_status::normal : exit_status::critical;

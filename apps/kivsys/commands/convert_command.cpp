@@ -35,15 +35,17 @@ struct ConvertOutput {
   Warnings warnings;
   bool refused = false;                 ///< not converted because of the warnings
   int failure = exit_status::critical;  ///< the status of a run that did not end normally
-  OverlayFiles* planned = nullptr;      ///< holds what a dry run did not write to the disk; null otherwise
+  /// Of a dry run, what it did not write to the disk; nullopt otherwise.
+  std::optional<std::vector<PlannedResult>> planned;
+  std::vector<Instrument> instruments;  ///< of a dry run
 };
 
 std::string asJson(const ConvertOutput& output) {
   Json object = jsonOf(output.outcome);
-  if (output.planned != nullptr) {
+  if (output.planned) {
     object["dry_run"] = true;
-    object["planned"] = plannedJson(plannedResults(*output.planned));
-    object["instrument_list"] = output.outcome.consistency ? jsonOf(findInstruments(*output.planned)) : Json();
+    object["planned"] = plannedJson(*output.planned);
+    object["instrument_list"] = output.outcome.consistency ? jsonOf(output.instruments) : Json();
   }
   object["problems"] = jsonOf(output.problems, output.warnings);
   object["schema_version"] = schemaVersion;
@@ -52,9 +54,8 @@ std::string asJson(const ConvertOutput& output) {
 
 std::string asText(const ConvertOutput& output) {
   const RunOutcome& outcome = output.outcome;
-  const std::string results = output.planned != nullptr
-                                  ? plannedLines(plannedResults(*output.planned), findInstruments(*output.planned))
-                                  : createdLines(outcome);
+  const std::string results =
+      output.planned ? plannedLines(*output.planned, output.instruments) : createdLines(outcome);
   return asText(outcome) + results + (outcome.verification ? kiv::asText(*outcome.verification) : "");
 }
 
@@ -73,6 +74,11 @@ int print(const ConvertOutput& output, bool json) {
   return printOutcome(json ? asJson(output) : asText(output), exitStatusOf(output));
 }
 
+/// What is to be known of the group, beside what the conversion needs.
+WantedFacts wantedFacts(const ConvertOptions& options, bool isDryRun) {
+  return {isDryRun, options.selection.likePanel ? std::nullopt : std::optional(LossScan::allItems)};
+}
+
 /// Analyzes and converts one group, as the buttons of the panel do.
 class ConvertRun {
  public:
@@ -84,6 +90,7 @@ class ConvertRun {
         options_(options),
         folder_(folder),
         dryRunUser_(console.user()),
+        group_(wantedFacts(options, overlay != nullptr)),
         program_(overlay == nullptr ? console.host() : Host{*overlay, dryRunUser_, noPrograms_, console.system()}) {}
 
   /// The first result file is a full name; "" puts the results beside the first page.
@@ -103,6 +110,7 @@ class ConvertRun {
   const ResultFolder* folder_;
   DryRunUser dryRunUser_;
   NoPrograms noPrograms_;
+  GroupFacts group_;
   KivSystem program_;
   bool needsConversion_ = false;
   int failure_ = exit_status::critical;  // the status of a run that does not end normally
@@ -114,7 +122,7 @@ void ConvertRun::analyze() {
     return;
   }
   refuseReservedName(program_.names);
-  analyzePages(program_, {options_.allowZeroId, false});
+  analyzePages(program_, {options_.allowZeroId, false, &group_});
   writeVerdict(program_);
   showAnalysisResult(program_);
   needsConversion_ = true;
@@ -165,8 +173,8 @@ bool ConvertRun::convert(const ConversionOptions& conversion) {
 /// Shows what the run loses, before anything of it is written.
 void ConvertRun::warn(ConvertOutput& output) {
   const bool converts = needsConversion_ || options_.force;
-  output.warnings = showWarnings(program_, {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId},
-                                 options_.json);
+  output.warnings = showWarnings(
+      program_, group_, {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId}, options_.json);
   output.refused = options_.strict && !output.warnings.messages.empty();
   if (output.refused) {
     printError("nothing is converted, as there are warnings and --strict is given");
@@ -184,7 +192,6 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   bool normalEnd = endsNormally(console_, [&] { analyze(); }) && program_.names.nameCount > 0;
   const RunOutcome analysis = outcomeOf(program_, console_, normalEnd);
   ConvertOutput output;
-  output.planned = overlay_;
   if (normalEnd && !options_.selection.likePanel) {
     warn(output);
   }
@@ -199,6 +206,10 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   if (options_.verify && converted) {
     output.outcome.verification =
         verificationOf(console_.system(), namesFile, {converted->firstResultFile, converted->showInstrumentNumbers});
+  }
+  if (overlay_ != nullptr) {
+    output.planned = plannedResults(*overlay_, group_);
+    output.instruments = group_.instruments();
   }
   if (options_.json) {
     output.problems = problemsOf(program_.host.files, output.outcome);

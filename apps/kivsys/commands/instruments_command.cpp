@@ -8,6 +8,7 @@
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/instruments_output.h"
+#include "diagnostics/group_facts.h"
 #include "platform/console/console_host.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
@@ -33,10 +34,11 @@ int listNames(ConsoleHost& console, const std::string& namesFile, const Instrume
   OverlayFiles files(console.system(), console.system());  // report and verdict are not asked for
   NoPrograms programs;
   KivSystem program({files, console.user(), programs, console.system()});
+  GroupFacts facts({.instruments = true});
   std::optional<std::vector<Instrument>> instruments;
   const bool normalEnd = endsNormally(console, [&] {
-    analyze(program, namesFile, options.allowZeroId);
-    instruments = findInstruments(files);
+    analyze(program, namesFile, options.allowZeroId, &facts);
+    instruments = facts.instruments();
   });
   const int status = normalEnd ? exit_status::normal : exit_status::critical;
   if (options.format == ListFormat::json) {

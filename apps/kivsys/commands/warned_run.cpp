@@ -4,11 +4,11 @@
 
 namespace kiv {
 
-Warnings showWarnings(KivSystem& program, const WarnedRun& run, bool withProblems) {
+Warnings showWarnings(KivSystem& program, GroupFacts& group, const WarnedRun& run, bool withProblems) {
   Files& files = program.host.files;
   const std::vector<std::string>& names = program.names.nameList;
   const std::vector<std::string> inputs(names.begin(), names.begin() + program.names.nameCount);
-  Warnings warnings{findWarnings(files, inputs, run), {}};
+  Warnings warnings{findWarnings(files, inputs, run, group), {}};
   if (withProblems) {
     warnings.problems = findProblems(files, warnings.messages);
   }

@@ -6,8 +6,8 @@
 
 namespace kiv {
 
-/// Finds what the run after the analysis that has filled the program's tables loses, and prints it on standard error.
-/// The problems are filled in on request.
-Warnings showWarnings(KivSystem& program, const WarnedRun& run, bool withProblems);
+/// Finds what the run after the analysis that has filled the program's tables, observed by the facts, loses, and prints
+/// it on standard error. The problems are filled in on request.
+Warnings showWarnings(KivSystem& program, GroupFacts& group, const WarnedRun& run, bool withProblems);
 
 }  // namespace kiv
