@@ -2,16 +2,14 @@
 
 #include <optional>
 
-#include <nlohmann/json.hpp>
-
 #include "analysis/verdict.h"
 #include "apps/kivsys/commands/dry_run.h"
 #include "apps/kivsys/commands/run_outcome.h"
+#include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/commands/verify_command.h"
 #include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/exit_status.h"
-#include "apps/kivsys/output/diagnostics_json.h"
-#include "apps/kivsys/output/instruments_output.h"
+#include "apps/kivsys/output/conversion_output.h"
 #include "apps/kivsys/safety/result_files.h"
 #include "apps/kivsys/safety/result_folder.h"
 #include "conversion/dump_memory.h"
@@ -28,52 +26,6 @@
 namespace kiv {
 namespace {
 
-/// What a run prints, and whether it ended normally.
-struct ConvertOutput {
-  RunOutcome outcome;
-  std::vector<Problem> problems;
-  Warnings warnings;
-  bool refused = false;                 ///< not converted because of the warnings
-  int failure = exit_status::critical;  ///< the status of a run that did not end normally
-  /// Of a dry run, what it did not write to the disk; nullopt otherwise.
-  std::optional<std::vector<PlannedResult>> planned;
-  std::vector<Instrument> instruments;  ///< of a dry run
-};
-
-std::string asJson(const ConvertOutput& output) {
-  Json object = jsonOf(output.outcome);
-  if (output.planned) {
-    object["dry_run"] = true;
-    object["planned"] = plannedJson(*output.planned);
-    object["instrument_list"] = output.outcome.consistency ? jsonOf(output.instruments) : Json();
-  }
-  object["problems"] = jsonOf(output.problems, output.warnings);
-  object["schema_version"] = schemaVersion;
-  return asLine(object);
-}
-
-std::string asText(const ConvertOutput& output) {
-  const RunOutcome& outcome = output.outcome;
-  const std::string results =
-      output.planned ? plannedLines(*output.planned, output.instruments) : createdLines(outcome);
-  return asText(outcome) + results + (outcome.verification ? kiv::asText(*outcome.verification) : "");
-}
-
-int exitStatusOf(const ConvertOutput& output) {
-  const RunOutcome& outcome = output.outcome;
-  if (!outcome.normalEnd) {
-    return output.failure;
-  }
-  if (outcome.verification && !outcome.verification->proved()) {
-    return exit_status::critical;
-  }
-  return output.refused ? exit_status::notUsable : exit_status::normal;
-}
-
-int print(const ConvertOutput& output, bool json) {
-  return printOutcome(json ? asJson(output) : asText(output), exitStatusOf(output));
-}
-
 /// What is to be known of the group, beside what the conversion needs.
 WantedFacts wantedFacts(const ConvertOptions& options, bool isDryRun) {
   return {isDryRun, options.selection.likePanel ? std::nullopt : std::optional(LossScan::allItems)};
@@ -83,12 +35,14 @@ WantedFacts wantedFacts(const ConvertOptions& options, bool isDryRun) {
 class ConvertRun {
  public:
   /// The overlay is that of a dry run, null for a conversion of files on the disk. The folder, if any, is that of the
-  /// results.
-  ConvertRun(ConsoleHost& console, OverlayFiles* overlay, const ConvertOptions& options, const ResultFolder* folder)
+  /// results. The pages are those of a run that skips bad ones, else null.
+  ConvertRun(ConsoleHost& console, OverlayFiles* overlay, const ConvertOptions& options, const ResultFolder* folder,
+             const ValidPages* pages)
       : console_(console),
         overlay_(overlay),
         options_(options),
         folder_(folder),
+        pages_(pages),
         dryRunUser_(console.user()),
         group_(wantedFacts(options, overlay != nullptr)),
         program_(overlay == nullptr ? console.host() : Host{*overlay, dryRunUser_, noPrograms_, console.system()}) {}
@@ -108,6 +62,7 @@ class ConvertRun {
   OverlayFiles* overlay_;
   const ConvertOptions& options_;
   const ResultFolder* folder_;
+  const ValidPages* pages_;
   DryRunUser dryRunUser_;
   NoPrograms noPrograms_;
   GroupFacts group_;
@@ -189,9 +144,11 @@ ConversionOptions ConvertRun::conversionOptions(const std::string& firstResultFi
 ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& firstResultFile) {
   prepareForPanel(program_);
   program_.settings.namesFile = namesFile;
-  bool normalEnd = endsNormally(console_, [&] { analyze(); }) && program_.names.nameCount > 0;
+  const bool anyPages = pages_ == nullptr || pages_->anyLeft();
+  bool normalEnd = anyPages && endsNormally(console_, [&] { analyze(); }) && program_.names.nameCount > 0;
   const RunOutcome analysis = outcomeOf(program_, console_, normalEnd);
   ConvertOutput output;
+  output.pages = pages_;
   if (normalEnd && !options_.selection.likePanel) {
     warn(output);
   }
@@ -251,7 +208,7 @@ std::vector<std::string> refusalsOf(ConsoleSystem& system, const ConvertOptions&
     outputs.emplace_back("dump", system.diskName(folder + "\\" + dumpFile));
   }
   std::vector<std::string> reasons = InputFiles(pages).refusals(outputs);
-  const PlannedResults planned{results.firstResultFile, options.allowZeroId, options.force};
+  const PlannedResults planned{results.firstResultFile, options.allowZeroId, options.force, options.keepGoing};
   const auto others = refusalsOfResults(system, pages, planned);
   reasons.insert(reasons.end(), others.begin(), others.end());
   return reasons;
@@ -278,7 +235,7 @@ int runConvert(const ConvertOptions& options) {
   const auto folder = folderOfResults(system, options, firstResultFile);
   const ResultPlace place{firstResultFile, folder ? &*folder : nullptr};
   SelectionUse use{options.dryRun ? FolderUse::planned : FolderUse::written,
-                   false,
+                   options.keepGoing,
                    [&](const SelectedPages& pages) { return refusalsOf(system, options, pages, place); },
                    {}};
   if (!options.dryRun) {
@@ -286,8 +243,12 @@ int runConvert(const ConvertOptions& options) {
   }
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
     OverlayFiles overlay(system, system);
-    ConvertRun run(console, options.dryRun ? &overlay : nullptr, options, place.folder);
-    return print(run.run(namesFile, firstResultFile), options.json);
+    std::optional<ValidPages> pages;
+    if (options.keepGoing) {
+      pages.emplace(console, namesFile);
+    }
+    ConvertRun run(console, options.dryRun ? &overlay : nullptr, options, place.folder, pages ? &*pages : nullptr);
+    return print(run.run(pages ? pages->namesFile() : namesFile, firstResultFile), options.json);
   });
 }
 

@@ -28,6 +28,21 @@ bool isOutOfMemory(const PieceFindings& findings) {
   return findings.problems.size() == 1 && findings.problems.front() == outOfMemory;
 }
 
+void inUtf8(PieceFindings& findings) {
+  for (std::string& problem : findings.problems) {
+    problem = NativeSystem::toUtf8(problem);
+  }
+  for (auto& [id, name] : findings.names) {
+    name = NativeSystem::toUtf8(name);
+  }
+  for (BadPage& bad : findings.badPages) {
+    for (std::string& file : bad.files) {
+      file = NativeSystem::toUtf8(file);
+    }
+    bad.reason = NativeSystem::toUtf8(bad.reason);
+  }
+}
+
 /// A running survey. The workers are threads: an analysis that reads the disk and writes to memory shares nothing with
 /// another one, not even a current folder.
 class Survey {
@@ -74,8 +89,8 @@ void Survey::print(const std::string& text) {
 void Survey::finish(std::size_t piece, PieceFindings findings) {
   const std::lock_guard lock(mutex_);
   if (isOutOfMemory(findings)) {
-    ++withoutMemory_;             // another run tries again
-  } else if (findings.systems) {  // what ended an analysis may not last
+    ++withoutMemory_;                                          // another run tries again
+  } else if (findings.badPages.empty() && findings.systems) {  // what is wrong with a page may not last
     stateLost_ = !state_.keep(pieces_[piece], findings) || stateLost_;
   }
   findings_[piece] = std::move(findings);
@@ -90,16 +105,13 @@ void Survey::finish(std::size_t piece, PieceFindings findings) {
 PieceFindings Survey::analyze(NativeSystem& system, std::size_t piece) {
   PieceFindings findings;
   try {
-    findings = surveyPiece(system, system, pieces_[piece].pages);
-    for (std::string& problem : findings.problems) {
-      problem = NativeSystem::toUtf8(problem);
-    }
-    for (auto& [id, name] : findings.names) {
-      name = NativeSystem::toUtf8(name);
-    }
+    findings =
+        surveyPiece(system, system, pieces_[piece].pages, options_.keepGoing ? BadPages::skipped : BadPages::end);
+    inUtf8(findings);
   } catch (const std::bad_alloc&) {
     findings = {};
-    findings.pages = pieces_[piece].pages.size();
+    findings.files = pieces_[piece].pages.size();
+    findings.pages = countPages(system, pieces_[piece].pages);
     findings.problems.emplace_back(outOfMemory);
   }
   return findings;
