@@ -29,6 +29,12 @@ void requireSelection(const std::string& command, const Selection& selection) {
   }
 }
 
+/// With this option, a page that would end the analysis is skipped.
+void addKeepGoing(CLI::App& command, bool& keepGoing, const std::string& doing) {
+  command.add_flag("--keep-going", keepGoing,
+                   "Report every bad page and " + doing + " the others; status 1 if there was one");
+}
+
 /// Without this option, a run in a folder that another run works in is refused.
 void addWait(CLI::App& command, Selection& selection) {
   command.add_flag("--wait", selection.wait, "Wait for another run that works in the folders");
@@ -59,8 +65,7 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
   analyze->add_flag("--json", options.json, "Print one JSON object and nothing else");
   analyze->add_flag("--jsonl", options.jsonl, "Print JSON objects, one per line: problems, layouts, outcome")
       ->excludes("--json");
-  analyze->add_flag("--keep-going", options.keepGoing,
-                    "Report every bad page and analyze the others; status 1 if there was one");
+  addKeepGoing(*analyze, options.keepGoing, "analyze");
   CLI::Option* likePanel = addLikePanel(*analyze, options.selection);
   analyze->add_flag("--exit-code", options.exitCode, "End with status 3 when the input needs a conversion");
   analyze->add_flag("--strict", options.strict, "Write nothing if there is a warning or a problem; status 3")
@@ -80,6 +85,7 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
 void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
   CLI::App* convert = app.add_subcommand("convert", "Write one page per system, all with the same layout");
   addConversion(*convert, options, status);
+  addKeepGoing(*convert, options.keepGoing, "convert");
   CLI::Option* dryRun = convert->add_flag("--dry-run", options.dryRun, "Write nothing; print what would be written");
   CLI::Option* likePanel = addLikePanel(*convert, options.selection);
   convert->add_flag("--verify", options.verify, "Verify the conversion afterwards; status 1 when that fails")
@@ -147,6 +153,7 @@ void addChart(CLI::App& app, ChartOptions& options, int& status) {
   chart->add_option("--out", options.out, "Write an SVG file; - is standard output (default: text)")
       ->type_name("FILE.svg");
   chart->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
+  addKeepGoing(*chart, options.keepGoing, "show");
   chart->footer(
       "Analyzes the pages as analyze does. Ends with status 0; with 1 after a critical message; with 2 on wrong\n"
       "usage. Text is colored on a terminal unless NO_COLOR is set.\n\nExamples:\n  kivsys chart PIECE*.MUS\n"
@@ -166,6 +173,7 @@ void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status) {
       "--json", [&options] { options.format = ListFormat::json; }, "Print one JSON object and nothing else");
   csv->excludes(json);
   instruments->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
+  addKeepGoing(*instruments, options.keepGoing, "analyze");
   instruments->footer(
       "Analyzes the pages as analyze does, and writes no file. A name is a text left\n"
       "of a staff, the fullest one of all pages. Prints for each instrument: its\n"

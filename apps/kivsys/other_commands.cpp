@@ -23,6 +23,7 @@ void addSurvey(CLI::App& app, SurveyOptions& options, int& status) {
   survey->add_option("--jobs", options.jobs, "Pieces to analyze at once (default: one per processor core)")
       ->type_name("N")
       ->check(CLI::Range(1U, 1024U));
+  survey->add_flag("--keep-going", options.keepGoing, "Skip the bad pages of a piece and analyze its others");
   survey->add_option("--resume", options.resume, "Store finished pieces in FILE, and reuse those that have not changed")
       ->type_name("FILE");
   survey->footer(

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "analysis/analysis_observer.h"
 #include "analysis/first_clef_table.h"
 #include "analysis/page_table.h"
 #include "analysis/read_bar_data.h"
@@ -14,7 +15,9 @@ namespace kiv {
 /// Loads the pages of an analysis, one after the other.
 class PageReader {
  public:
-  PageReader(Files& files, User& user, Machine& machine) : barData_(files, user, machine), machine_(machine) {}
+  /// The observer, if any, is given the files and items that are read.
+  PageReader(Files& files, User& user, Machine& machine, AnalysisObserver* observer = nullptr)
+      : barData_(files, user, machine, observer), machine_(machine) {}
 
   /// Loads a page into the table: the files of a multifile page from the last letter to the first, stacked into one
   /// system, or the one file. A page name without a folder lies in resultFolder, which ends with a backslash. Returns

@@ -27,6 +27,18 @@ constexpr TypeSet ignoredTypes{ItemType::note,
                                ItemType::keySignature,
                                ItemType::timeSignature};
 
+/// The same where an observer is given the others.
+constexpr TypeSet typesNobodySees{ItemType::note,
+                                  ItemType(4),
+                                  ItemType(5),
+                                  ItemType(6),
+                                  ItemType(7),
+                                  ItemType(9),
+                                  ItemType::instrumentNumber,
+                                  ItemType(12),
+                                  ItemType(13),
+                                  ItemType::timeSignature};
+
 /// Adds the items of one open page file to the tables.
 class PageItems {
  public:
@@ -38,8 +50,8 @@ class PageItems {
         firstClefs_(firstClefs),
         staves_(table) {}
 
-  /// Reads to the end. False when a structural error comes first.
-  bool addAll();
+  /// Reads to the end. False when a structural error comes first. The observer may be null.
+  bool addAll(AnalysisObserver* observer);
 
  private:
   void add();
@@ -55,11 +67,15 @@ class PageItems {
   Item clef_;
 };
 
-bool PageItems::addAll() {
+bool PageItems::addAll(AnalysisObserver* observer) {
+  const TypeSet ignored = observer == nullptr ? ignoredTypes : typesNobodySees;
   ReadStatus readStatus = reader_.readItem();
   while (readStatus == ReadStatus::itemRead) {
     add();
-    reader_.skipItems(ignoredTypes);
+    if (observer != nullptr) {
+      observer->addItem(reader_.page());
+    }
+    reader_.skipItems(ignored);
     readStatus = reader_.readItem();
   }
   return readStatus == ReadStatus::endOfItems;
@@ -113,8 +129,14 @@ void BarDataReader::readBarData(const std::string& musFileName, std::int16_t sta
   }
   table.beginFile(musFileName);
   reader_.openMUSfile(musFileName, std::move(file));
-  if (!PageItems(user_, reader_, staffOffset, table, firstClefs).addAll()) {
+  if (observer_ != nullptr) {
+    observer_->beginFile(musFileName, reader_.page().bytes());
+  }
+  if (!PageItems(user_, reader_, staffOffset, table, firstClefs).addAll(observer_)) {
     endProgram(messages::structuralError(musFileName, reader_.page().itemsInFile(), files_.currentFolder()));
+  }
+  if (observer_ != nullptr) {
+    observer_->endFile();
   }
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "analysis/analysis_observer.h"
 #include "analysis/first_clef_table.h"
 #include "mus/item_table.h"
 #include "mus/reader.h"
@@ -15,7 +16,9 @@ namespace kiv {
 /// Reads of page files what an analysis looks at.
 class BarDataReader {
  public:
-  BarDataReader(Files& files, User& user, Machine& machine) : files_(files), user_(user), machine_(machine) {}
+  /// The observer, if any, is given all that is read.
+  BarDataReader(Files& files, User& user, Machine& machine, AnalysisObserver* observer = nullptr)
+      : files_(files), user_(user), machine_(machine), observer_(observer) {}
 
   /// Appends the staves, barlines and cue markers of a page file to the table, their staff numbers raised by the
   /// offset, and enters its clefs in the first-clef table. The text of a staff becomes the end of its report record,
@@ -28,6 +31,7 @@ class BarDataReader {
   Files& files_;
   User& user_;
   Machine& machine_;
+  AnalysisObserver* observer_;
   MusReader reader_;
 };
 

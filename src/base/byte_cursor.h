@@ -79,6 +79,20 @@ class ByteCursor {
     }
   }
 
+  /// Whether the words from a byte offset on, which must be there, are these bit by bit.
+  static bool holdsFloats(std::string_view bytes, std::size_t offset, std::span<const float> floats) {
+    if constexpr (std::endian::native == std::endian::little) {
+      return std::memcmp(bytes.data() + offset, floats.data(), floats.size_bytes()) == 0;
+    }
+    for (const float number : floats) {
+      if (std::bit_cast<std::uint32_t>(number) != std::bit_cast<std::uint32_t>(floatAt(bytes, offset))) {
+        return false;
+      }
+      offset += bytesPerWord;
+    }
+    return true;
+  }
+
   static std::uint32_t byteAt(std::string_view bytes, std::size_t offset) {
     return static_cast<unsigned char>(bytes[offset]);
   }

@@ -3,12 +3,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <set>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "diagnostics/instrument_names.h"
 #include "diagnostics/page_staves.h"
-#include "platform/files.h"
 
 namespace kiv {
 
@@ -17,7 +18,7 @@ struct InstrumentPlace {
   std::string file;         ///< full name
   std::int16_t system = 0;  ///< its number
   std::string staff;        ///< its number in the file, in general number form
-  int item = 0;             ///< the number of its staff item, from 1; 0 when the page does not hold it any more
+  int item = 0;             ///< the number of its staff item, from 1
 
   bool operator==(const InstrumentPlace&) const = default;
 };
@@ -39,10 +40,37 @@ struct Instrument {
   std::vector<std::int16_t> cuedBy;  ///< the instruments with cue markers that refer to it, by identifier
 };
 
-/// The instruments of the report in the current folder, in their order. Reads the report, and each page file once.
-/// Never ends the program: no report, or an I/O error in it, gives no instruments, and of a page that cannot be read
-/// only what the report says about it is known.
-std::vector<Instrument> findInstruments(Files& files);
+/// A staff of a system.
+struct SystemStaff {
+  const std::string* file = nullptr;  ///< full name
+  std::int16_t system = 0;
+  std::int16_t instrument = 0;
+  const DescribedStaff* staff = nullptr;
+};
+
+/// Puts together what the systems of a group say about their instruments.
+class InstrumentCollector {
+ public:
+  /// Adds the staves of one system, from the top down. The names of their files must outlive the collector.
+  void add(std::span<const SystemStaff> staves);
+  /// The instruments so far, in their order.
+  std::vector<Instrument> instruments() const;
+
+ private:
+  struct Found {
+    Instrument instrument;
+    NameCandidates names;
+    SystemStaff last;
+    int lastItem = 0;
+    float lastNumber = 0;
+  };
+
+  void addStaff(const SystemStaff& staff);
+  void addNames(std::span<const SystemStaff> staves);
+
+  std::map<std::int16_t, Found> found_;
+  std::map<std::int16_t, std::set<std::int16_t>> cuedBy_;
+};
 
 /// What instruments are called, by identifier; those without a name are left out.
 using InstrumentNames = std::map<std::int16_t, std::string>;

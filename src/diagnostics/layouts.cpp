@@ -107,7 +107,7 @@ void findDeviations(const std::vector<SystemFact>& facts, Places places, PageLoo
 
 }  // namespace
 
-std::optional<Layouts> findLayouts(Files& files, const SystemTable& table, Places places) {
+std::optional<Layouts> findLayouts(Files& files, const SystemTable& table, GroupFacts& group, Places places) {
   Layouts layouts;
   for (const SystemTable::System& system : table.systems) {
     layouts.systems.push_back({system.systemNumber});
@@ -116,7 +116,7 @@ std::optional<Layouts> findLayouts(Files& files, const SystemTable& table, Place
   if (layouts.isConsistent()) {
     return layouts;
   }
-  const std::vector<SystemFact> facts = readSystemFacts(files);
+  const std::vector<SystemFact>& facts = group.systems();
   if (facts.size() != table.systems.size()) {
     return std::nullopt;
   }

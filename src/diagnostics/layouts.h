@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "analysis/verdict.h"
+#include "diagnostics/group_facts.h"
 #include "diagnostics/layout_edits.h"
 #include "diagnostics/page_lookup.h"
 #include "diagnostics/system_facts.h"
@@ -56,10 +57,11 @@ struct Layouts {
 /// Of which systems the deviations are looked up in their pages.
 enum class Places { ofEverySystem, ofFirstSystems };
 
-/// The layouts of the analysis that filled the table and wrote the report in the current folder. Only pages with
-/// deviations, and those of the first system with the commonest layout, are read again, and none of a consistent piece.
-/// nullopt when the report of an inconsistent piece cannot be read, or is not of that analysis any more.
-std::optional<Layouts> findLayouts(Files& files, const SystemTable& table, Places places);
+/// The layouts of the analysis that filled the table and was observed by the facts. Only pages with deviations, and
+/// those of the first system with the commonest layout, are read again, and none of a consistent piece. nullopt when
+/// the table of an inconsistent piece is not of that analysis, as somebody has changed the report before it was read
+/// back.
+std::optional<Layouts> findLayouts(Files& files, const SystemTable& table, GroupFacts& group, Places places);
 
 /// The word for it: "missing".
 const char* nameOf(DeviationKind kind);

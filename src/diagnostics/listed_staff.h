@@ -34,14 +34,18 @@ struct ListedStaff {
 /// The staff item that the walk found; nullopt when the item is another one, or a hidden staff.
 std::optional<ListedStaff> listedStaff(const PageWalker& page);
 
+/// Whether the staves of a page file have an order from left to right: none stands at what is no number.
+template <typename Staff>
+bool haveOrder(const std::vector<Staff>& staves) {
+  return std::none_of(staves.begin(), staves.end(),
+                      [](const ListedStaff& staff) { return std::isnan(staff.position) || std::isnan(staff.height); });
+}
+
 /// Puts the staves of a page file into an order in which those of one number follow one another as the report lists
 /// them: from left to right. Without an order, among positions that are no numbers, they stay as they are.
 template <typename Staff>
 void sortAsListed(std::vector<Staff>& staves) {
-  const bool isOrdered = std::none_of(staves.begin(), staves.end(), [](const ListedStaff& staff) {
-    return std::isnan(staff.position) || std::isnan(staff.height);
-  });
-  if (isOrdered) {
+  if (haveOrder(staves)) {
     std::stable_sort(staves.begin(), staves.end(), [](const ListedStaff& a, const ListedStaff& b) {
       return a.position != b.position ? a.position < b.position : a.height < b.height;
     });

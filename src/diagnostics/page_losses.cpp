@@ -18,91 +18,6 @@ namespace {
 
 constexpr float highestStaff = 256;  // that an analysis joins to systems
 
-struct Staff {
-  int item = 0;
-  float number = 0;
-  float position = 0;
-  float instrument = 0;
-  float p4 = 0;
-  bool hidden = false;
-};
-
-struct Barline {
-  float staff = 0;
-  float position = 0;
-  float span = 0;
-};
-
-/// A text that is not written as it is.
-struct ChangedText {
-  int item = 0;
-  float staff = 0;
-  bool isCut = false;  ///< else it is filled up
-};
-
-struct Loose {
-  int first = 0;  ///< the number of the first item
-  int count = 0;
-};
-
-/// Reads a page and remembers what losses depend on.
-class PageScan {
- public:
-  PageScan(const std::string& file, std::string_view bytes, LossScan scan);
-
-  PageLosses losses() const;
-
- private:
-  void addItems(std::string_view bytes, TypeSet skipped);
-  void addItem(const PageWalker& page);
-  void countItem(float staff, int item);
-  void addStaff(const PageWalker& page);
-  Location locationOf(int item) const { return {.file = file_, .item = item}; }
-  bool hasStaff(float number, bool hiddenToo) const;
-  float spanAt(const Staff& staff) const;
-  int visibleStaves(float above, float last) const;
-  void addHiddenStaves(PageLosses& losses) const;
-  void addLooseItems(PageLosses& losses) const;
-  void addWriting(PageLosses& losses) const;
-
-  const std::string& file_;
-  LossScan scan_;
-  std::vector<Staff> staves_;
-  std::vector<Barline> barlines_;
-  std::vector<ChangedText> texts_;
-  std::unordered_map<std::uint32_t, Loose> itemsByStaff_;
-  std::vector<float> numbers_;  // of the staves in itemsByStaff_, in the order of their first items
-  std::uint32_t lastKey_ = 0;
-  Loose* lastItems_ = nullptr;  // those of lastKey_, as items of a staff mostly follow each other
-};
-
-PageScan::PageScan(const std::string& file, std::string_view bytes, LossScan scan) : file_(file), scan_(scan) {
-  if (scan == LossScan::allItems) {
-    addItems(bytes, TypeSet({}));
-    return;
-  }
-  addItems(bytes, TypeSet::allBut({ItemType::staff}));
-  if (std::ranges::any_of(staves_, &Staff::hidden)) {
-    addItems(bytes, TypeSet::allBut({ItemType::barline}));
-  }
-}
-
-void PageScan::addItems(std::string_view bytes, TypeSet skipped) {
-  PageWalker page(bytes);
-  page.skipItems(skipped);
-  while (page.findItem() == ReadStatus::itemRead) {
-    if (!skipped.contains(page.type())) {
-      addItem(page);
-    }
-    page.skipItems(skipped);
-  }
-}
-
-void PageScan::addStaff(const PageWalker& page) {
-  staves_.push_back({page.itemsInFile(), page.par(par::staff), page.par(par::position), page.par(par::instrument),
-                     page.par(par::writtenAsZero), page.par(par::lines) == hiddenStaff});
-}
-
 /// Whether the characters that the reader does not keep show anything.
 bool losesCharacters(const PageWalker& page) {
   const std::string_view chunks = page.chunks();
@@ -110,30 +25,74 @@ bool losesCharacters(const PageWalker& page) {
   return lost.find_first_not_of(std::string_view(" \0", 2)) != std::string_view::npos;
 }
 
-void PageScan::countItem(float staff, int item) {
-  const auto key = std::bit_cast<std::uint32_t>(staff);
-  if (lastItems_ == nullptr || key != lastKey_) {
-    const auto [place, isNew] = itemsByStaff_.try_emplace(key);
-    if (isNew) {
-      place->second.first = item;
-      numbers_.push_back(staff);
-    }
-    lastKey_ = key;
-    lastItems_ = &place->second;
-  }
-  ++lastItems_->count;
+Location locationOf(const std::string& musFileName, int item) {
+  return {.file = musFileName, .item = item};
 }
 
-void PageScan::addItem(const PageWalker& page) {
-  const float staff = page.par(par::staff) + 0.0F;  // both zeros are one staff
-  const ItemType type = page.type();
-  if (scan_ == LossScan::allItems) {
-    countItem(staff, page.itemsInFile());
+/// The staff number as an index; nullopt for an uncommon one.
+std::optional<std::size_t> commonNumber(float staff, std::size_t limit) {
+  if (!(staff >= 0 && staff < static_cast<float>(limit))) {
+    return std::nullopt;
   }
+  const auto whole = static_cast<std::size_t>(staff);
+  return static_cast<float>(whole) == staff ? std::optional(whole) : std::nullopt;
+}
+
+/// Gives all items to the finder but those of the types that are skipped.
+template <typename Add>
+void forItems(std::string_view bytes, TypeSet skipped, const Add& add) {
+  PageWalker page(bytes);
+  page.skipItems(skipped);
+  while (page.findItem() == ReadStatus::itemRead) {
+    add(page);
+    page.skipItems(skipped);
+  }
+}
+
+}  // namespace
+
+void PageLossFinder::clear() {
+  staves_.clear();
+  barlines_.clear();
+  texts_.clear();
+  if (!numbers_.empty()) {
+    itemsOfCommon_ = {};
+    itemsOfUncommon_.clear();
+    numbers_.clear();
+  }
+}
+
+void PageLossFinder::addStaffOrBarline(const PageWalker& page) {
+  const ItemType type = page.type();
+  const float staff = page.par(par::staff) + 0.0F;  // both zeros are one staff
   if (type == ItemType::staff) {
-    addStaff(page);
+    staves_.push_back({page.itemsInFile(), page.par(par::staff), page.par(par::position), page.par(par::instrument),
+                       page.par(par::writtenAsZero), page.par(par::lines) == hiddenStaff});
   } else if (type == ItemType::barline && page.par(par::kind) <= highestBarlineKind) {
     barlines_.push_back({staff, page.par(par::position), page.par(par::spannedStaves)});
+  }
+}
+
+PageLossFinder::Items& PageLossFinder::itemsOf(float staff) {
+  const auto common = commonNumber(staff, commonNumbers);
+  return common ? itemsOfCommon_[*common] : itemsOfUncommon_[std::bit_cast<std::uint32_t>(staff)];
+}
+
+const PageLossFinder::Items& PageLossFinder::itemsOf(float staff) const {
+  const auto common = commonNumber(staff, commonNumbers);
+  return common ? itemsOfCommon_[*common] : itemsOfUncommon_.at(std::bit_cast<std::uint32_t>(staff));
+}
+
+void PageLossFinder::add(const PageWalker& page) {
+  const float staff = page.par(par::staff) + 0.0F;
+  Items& items = itemsOf(staff);
+  if (items.count++ == 0) {
+    items.first = page.itemsInFile();
+    numbers_.push_back(staff);
+  }
+  const ItemType type = page.type();
+  if (type == ItemType::staff || type == ItemType::barline) {
+    addStaffOrBarline(page);
   } else if (type == ItemType::shortText && losesCharacters(page)) {
     texts_.push_back({page.itemsInFile(), staff, true});
   } else if (type == ItemType::text && page.chunks().size() < shortestTextOf(type)) {
@@ -141,13 +100,13 @@ void PageScan::addItem(const PageWalker& page) {
   }
 }
 
-bool PageScan::hasStaff(float number, bool hiddenToo) const {
+bool PageLossFinder::hasStaff(float number, bool hiddenToo) const {
   return std::ranges::any_of(
       staves_, [&](const Staff& staff) { return staff.number == number && (hiddenToo || !staff.hidden); });
 }
 
 /// The number of staves that the barlines at the left end of the staff span.
-float PageScan::spanAt(const Staff& staff) const {
+float PageLossFinder::spanAt(const Staff& staff) const {
   float span = 1;
   for (const Barline& barline : barlines_) {
     if (barline.staff == staff.number && std::fabs(barline.position - staff.position) <= 1 && barline.span > span) {
@@ -157,7 +116,7 @@ float PageScan::spanAt(const Staff& staff) const {
   return std::nearbyint(span);
 }
 
-int PageScan::visibleStaves(float above, float last) const {
+int PageLossFinder::visibleStaves(float above, float last) const {
   std::set<float> numbers;
   for (const Staff& staff : staves_) {
     if (!staff.hidden && staff.number > above && staff.number <= last) {
@@ -168,8 +127,8 @@ int PageScan::visibleStaves(float above, float last) const {
 }
 
 /// Goes from bottom staff to bottom staff, the hidden ones among them.
-void PageScan::addHiddenStaves(PageLosses& losses) const {
-  if (std::ranges::none_of(staves_, &Staff::hidden)) {
+void PageLossFinder::addHiddenStaves(const std::string& musFileName, PageLosses& losses) const {
+  if (!hasHiddenStaff()) {
     return;
   }
   std::vector<Staff> upward = staves_;
@@ -185,53 +144,63 @@ void PageScan::addHiddenStaves(PageLosses& losses) const {
     const float last = staff.number + spanAt(staff) - 1;
     const int above = visibleStaves(staff.number, last);
     if (staff.hidden && above > 0 && !hasStaff(staff.number, false)) {
-      losses.hiddenStaves.push_back(messages::hiddenBottomStaff(above, locationOf(staff.item)));
+      losses.hiddenStaves.push_back(messages::hiddenBottomStaff(above, locationOf(musFileName, staff.item)));
     }
     next = last + 1;
   }
 }
 
-void PageScan::addLooseItems(PageLosses& losses) const {
+void PageLossFinder::addLooseItems(const std::string& musFileName, PageLosses& losses) const {
   for (const float number : numbers_) {
     if (!hasStaff(number, true)) {
-      const Loose& items = itemsByStaff_.at(std::bit_cast<std::uint32_t>(number));
-      losses.looseItems.push_back(messages::itemsOnNoStaff(items.count, number, locationOf(items.first)));
+      const Items& items = itemsOf(number);
+      losses.looseItems.push_back(messages::itemsOnNoStaff(items.count, number, locationOf(musFileName, items.first)));
     }
   }
 }
 
-void PageScan::addWriting(PageLosses& losses) const {
+void PageLossFinder::addWriting(const std::string& musFileName, PageLosses& losses) const {
   const auto losesP4 = [](const Staff& staff) { return !staff.hidden && staff.p4 != 0; };
   const auto first = std::ranges::find_if(staves_, losesP4);
   if (first != staves_.end()) {
     const auto count = static_cast<int>(std::ranges::count_if(staves_, losesP4));
-    losses.ofWriting.push_back(messages::staffP4Cleared(count, locationOf(first->item)));
+    losses.ofWriting.push_back(messages::staffP4Cleared(count, locationOf(musFileName, first->item)));
   }
   for (const ChangedText& text : texts_) {
     if (hasStaff(text.staff, false)) {
-      const Location location = locationOf(text.item);
+      const Location location = locationOf(musFileName, text.item);
       losses.ofWriting.push_back(text.isCut ? messages::shortTextCut(location) : messages::textFilled(location));
     }
   }
 }
 
-PageLosses PageScan::losses() const {
+bool PageLossFinder::hasHiddenStaff() const {
+  return std::ranges::any_of(staves_, &Staff::hidden);
+}
+
+PageLosses PageLossFinder::losses(const std::string& musFileName) const {
   PageLosses losses;
   for (const Staff& staff : staves_) {
     if (!staff.hidden && staff.instrument < 0) {
-      losses.ofAnalysis.push_back(messages::negativeInstrumentId(staff.instrument, locationOf(staff.item)));
+      losses.ofAnalysis.push_back(
+          messages::negativeInstrumentId(staff.instrument, locationOf(musFileName, staff.item)));
     }
   }
-  addHiddenStaves(losses);
-  addLooseItems(losses);
-  addWriting(losses);
+  addHiddenStaves(musFileName, losses);
+  addLooseItems(musFileName, losses);
+  addWriting(musFileName, losses);
   return losses;
 }
 
-}  // namespace
-
 PageLosses findPageLosses(const std::string& musFileName, std::string_view bytes, LossScan scan) {
-  return PageScan(musFileName, bytes, scan).losses();
+  PageLossFinder finder;
+  if (scan == LossScan::allItems) {
+    forItems(bytes, TypeSet({}), [&](const PageWalker& page) { finder.add(page); });
+  } else {
+    forItems(bytes, TypeSet::allBut({ItemType::staff, ItemType::barline}),
+             [&](const PageWalker& page) { finder.addStaffOrBarline(page); });
+  }
+  return finder.losses(musFileName);
 }
 
 }  // namespace kiv

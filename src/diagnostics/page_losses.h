@@ -1,16 +1,22 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "messages/message.h"
+#include "mus/page_walker.h"
 
 namespace kiv {
 
 /// Which items of a page are looked at.
 enum class LossScan {
-  staves,   ///< staves, and barlines if a staff is hidden: enough for what an analysis loses
+  staves,   ///< staves, and the barlines beside them: enough for what an analysis loses
   allItems  ///< for the losses of a conversion, too
 };
 
@@ -22,8 +28,65 @@ struct PageLosses {
   std::vector<Message> ofWriting;     ///< what the writer cuts or sets to 0
 };
 
-/// Looks through the bytes of a page file, as far as they can be read. A scan of the staves finds no loose items and
-/// nothing of the writing.
+/// Finds what a run loses of a page file, item by item. Without the other items, from the staves and barlines alone, it
+/// finds no loose items and nothing of the writing.
+class PageLossFinder {
+ public:
+  /// Forgets all items, for another file.
+  void clear();
+  /// Adds a staff or a barline that the walk over the file found; other items are ignored.
+  void addStaffOrBarline(const PageWalker& page);
+  /// Adds any item that the walk found.
+  void add(const PageWalker& page);
+  bool hasHiddenStaff() const;
+  /// The losses of the file of this full name.
+  PageLosses losses(const std::string& musFileName) const;
+
+ private:
+  struct Staff {
+    int item = 0;
+    float number = 0;
+    float position = 0;
+    float instrument = 0;
+    float p4 = 0;
+    bool hidden = false;
+  };
+  struct Barline {
+    float staff = 0;
+    float position = 0;
+    float span = 0;
+  };
+  /// A text that is not written as it is.
+  struct ChangedText {
+    int item = 0;
+    float staff = 0;
+    bool isCut = false;  ///< else it is filled up
+  };
+  /// The items with one staff number.
+  struct Items {
+    int first = 0;  ///< the number of the first one
+    int count = 0;
+  };
+  static constexpr std::size_t commonNumbers = 64;
+
+  Items& itemsOf(float staff);
+  const Items& itemsOf(float staff) const;
+  bool hasStaff(float number, bool hiddenToo) const;
+  float spanAt(const Staff& staff) const;
+  int visibleStaves(float above, float last) const;
+  void addHiddenStaves(const std::string& musFileName, PageLosses& losses) const;
+  void addLooseItems(const std::string& musFileName, PageLosses& losses) const;
+  void addWriting(const std::string& musFileName, PageLosses& losses) const;
+
+  std::vector<Staff> staves_;
+  std::vector<Barline> barlines_;
+  std::vector<ChangedText> texts_;
+  std::array<Items, commonNumbers> itemsOfCommon_{};          // by the staff number, which nearly all items have
+  std::unordered_map<std::uint32_t, Items> itemsOfUncommon_;  // by the bits of the others
+  std::vector<float> numbers_;                                // of both, in the order of their first items
+};
+
+/// Looks through the bytes of a page file, as far as they can be read.
 PageLosses findPageLosses(const std::string& musFileName, std::string_view bytes, LossScan scan);
 
 }  // namespace kiv

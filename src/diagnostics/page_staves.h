@@ -1,10 +1,14 @@
 #pragma once
 
+#include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "diagnostics/listed_staff.h"
+#include "diagnostics/staff_name.h"
+#include "mus/page_walker.h"
 
 namespace kiv {
 
@@ -27,6 +31,61 @@ struct DescribedStaff : ListedStaff {
   std::string beside;
   std::string above;  ///< further up than the staff itself
   std::string below;  ///< further down
+};
+
+/// Gathers what a page file says about its staves, item by item.
+class StaffDescriber {
+ public:
+  /// The types that say nothing about an instrument; nearly all items of a page are of them.
+  static constexpr TypeSet ignoredTypes{ItemType::note,
+                                        ItemType(4),
+                                        ItemType(5),
+                                        ItemType(6),
+                                        ItemType(7),
+                                        ItemType(9),
+                                        ItemType::instrumentNumber,
+                                        ItemType(12),
+                                        ItemType(13),
+                                        ItemType::barline,
+                                        ItemType::timeSignature};
+
+  /// Forgets all items, for another file.
+  void clear();
+  /// Adds the item that the walk over the file found, in the order of the file.
+  void add(const PageWalker& page);
+  /// Completes the staves after the last item. Texts and signs of hidden staves are left out. Of very many different
+  /// clefs, keys or cues only the first hundred are kept.
+  void finish();
+  /// The staves, in the order of the file.
+  std::vector<DescribedStaff>& staves() { return staves_; }
+
+ private:
+  /// A clef, key or cue marker. Staves may follow their items, so these wait.
+  struct Sign {
+    ItemType type;
+    float staff;
+    float position;
+    float value;
+    float height;
+  };
+  /// A text that may be part of a name.
+  struct Text {
+    float staff;
+    NamePart part;
+    std::size_t named = 0;  ///< the index in staves_ of the staff that it names, from 1; 0 for none
+  };
+
+  void addSign(const PageWalker& page, int value);
+  void addText(const PageWalker& page);
+  void indexStaves();
+  void assign(const Sign& sign);
+  void assignTexts();
+  std::span<DescribedStaff* const> stavesOf(float number) const;
+
+  std::vector<DescribedStaff> staves_;
+  std::vector<Sign> signs_;
+  std::vector<Text> texts_;
+  std::vector<DescribedStaff*> byNumber_;  // those of a number from left to right
 };
 
 /// The staves of a page file, as far as its bytes can be read, those of one number from left to right. Texts and signs

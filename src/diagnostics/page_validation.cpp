@@ -22,10 +22,11 @@ namespace {
 /// The names file of a single line, in memory only.
 constexpr const char* lineFile = "KivSystemLine.txt";
 
-/// A line of the names file that stays in, and the name that it lists, if any.
+/// A line of the names file, and the name that it lists, if any.
 struct NamesLine {
   std::string text;
   std::string name;
+  bool isRefused = false;
 };
 
 std::string withoutTrailingBlanks(const std::string& line) {
@@ -106,11 +107,14 @@ void Validator::addLine(const std::string& line) {
       names.nameCount == 0 && !user.messages().empty() && user.messages().back().code != code::namesNotTerminated;
   if (refused) {
     skip({name.empty() ? line : name}, refusalOf(line, name, user.messages().back()));
+    lines_.push_back({line, name, true});
   } else if (name.empty()) {
     lines_.push_back({line, ""});
   } else if (hasPageName(name)) {
     firstGoodLine_ = firstGoodLine_.empty() ? line : firstGoodLine_;
     lines_.push_back({line, name});
+  } else {
+    lines_.push_back({line, name, true});
   }
 }
 
@@ -151,7 +155,7 @@ void Validator::validatePage(const PageEntry& page) {
 PageTable Validator::validPages() {
   NamesTable good;
   for (const NamesLine& line : lines_) {
-    if (!line.name.empty() && good.nameList.size() < static_cast<std::size_t>(INT16_MAX)) {
+    if (!line.isRefused && !line.name.empty() && good.nameList.size() < static_cast<std::size_t>(INT16_MAX)) {
       good.nameList.push_back(line.name);
       ++good.nameCount;
     }
@@ -180,9 +184,15 @@ PageValidation Validator::validate(const std::string& namesFile) {
     addLine(std::string(*line));
   }
   validatePages();
+  std::size_t skipped = 0;
   for (const NamesLine& line : lines_) {
-    if (!badNames_.contains(line.name)) {
-      validation_.names += line.text + "\r\n";
+    if (line.isRefused || badNames_.contains(line.name)) {
+      ++skipped;
+      continue;
+    }
+    validation_.names += line.text + "\r\n";
+    if (!line.name.empty()) {
+      validation_.skippedBefore.try_emplace(line.name, skipped);
     }
   }
   return std::move(validation_);

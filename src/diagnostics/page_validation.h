@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,8 @@ struct PageValidation {
   std::string names;      ///< the names file without the skipped pages
   std::size_t pages = 0;  ///< pages that an analysis can go through
   std::vector<SkippedPage> skipped;
+  /// By the name of each valid page file, how many lines before its own are skipped.
+  std::map<std::string, std::size_t> skippedBefore;
 };
 
 /// Validates every name and page of a names file separately, in the very procedures of an analysis and on tables of its

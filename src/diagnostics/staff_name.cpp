@@ -62,6 +62,9 @@ void append(std::string& name, const std::string& text) {
 std::string nameOf(const std::vector<NamePart>& all, const std::function<bool(float height)>& isThere) {
   std::vector<NamePart> parts;
   std::copy_if(all.begin(), all.end(), std::back_inserter(parts), [&](const NamePart& p) { return isThere(p.height); });
+  if (parts.empty()) {
+    return "";
+  }
   sortAsRead(parts);
   std::string name;
   for (const NamePart& part : parts) {

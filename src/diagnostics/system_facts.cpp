@@ -1,6 +1,5 @@
 #include "diagnostics/system_facts.h"
 
-#include <unordered_map>
 #include <utility>
 
 #include "analysis/report.h"
@@ -18,14 +17,25 @@ StaffFact staffOf(const ReportRecord& record, std::int16_t instrument) {
 
 }  // namespace
 
+void SystemFacts::add(std::int16_t system, StaffFact staff) {
+  if (files_.empty() || staff.file != lastFileName_) {  // the staves of a file mostly follow each other
+    lastFile_ = files_.try_emplace(staff.file, files_.size()).first->second;
+    lastFileName_ = staff.file;
+  }
+  staff.occurrence = ++occurrences_[staff.instrumentText + "," + staff.staff + "," + std::to_string(lastFile_)];
+  const auto [index, isNew] = indices_.emplace(system, systems_.size());
+  if (isNew) {
+    systems_.push_back({system, {}});
+  }
+  systems_[index->second].staves.push_back(std::move(staff));
+}
+
 std::vector<SystemFact> readSystemFacts(Files& files) {
-  std::vector<SystemFact> systems;
   auto file = files.openInput(reportFile);
   if (!file) {
-    return systems;
+    return {};
   }
-  std::unordered_map<std::int16_t, std::size_t> indices;
-  std::unordered_map<std::string, int> occurrences;
+  SystemFacts systems;
   LineReader lines(std::move(file));
   while (const auto line = lines.next()) {
     const ReportRecord record(*line);
@@ -34,15 +44,9 @@ std::vector<SystemFact> readSystemFacts(Files& files) {
     if (!instrument) {
       continue;
     }
-    StaffFact staff = staffOf(record, *instrument);
-    staff.occurrence = ++occurrences[staff.instrumentText + "," + staff.staff + "," + staff.file];
-    const auto [index, isNew] = indices.emplace(*system, systems.size());
-    if (isNew) {
-      systems.push_back({*system, {}});
-    }
-    systems[index->second].staves.push_back(std::move(staff));
+    systems.add(*system, staffOf(record, *instrument));
   }
-  return lines.failed() ? std::vector<SystemFact>() : systems;
+  return lines.failed() ? std::vector<SystemFact>() : std::move(systems).systems();
 }
 
 }  // namespace kiv

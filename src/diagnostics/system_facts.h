@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "platform/files.h"
@@ -26,6 +29,23 @@ struct SystemFact {
   std::vector<StaffFact> staves;  ///< from the top down
 
   bool operator==(const SystemFact&) const = default;
+};
+
+/// Puts listed staves together to systems.
+class SystemFacts {
+ public:
+  /// Adds a staff to a system, after those that were added before. Its occurrence is filled in.
+  void add(std::int16_t system, StaffFact staff);
+  /// The systems in the order in which they first appeared.
+  std::vector<SystemFact> systems() && { return std::move(systems_); }
+
+ private:
+  std::vector<SystemFact> systems_;
+  std::unordered_map<std::int16_t, std::size_t> indices_;  // by the number of the system
+  std::unordered_map<std::string, std::size_t> files_;     // their numbers
+  std::size_t lastFile_ = 0;
+  std::string lastFileName_;
+  std::unordered_map<std::string, int> occurrences_;  // of each staff, by its texts and the number of its file
 };
 
 /// The systems of the report in the current folder, in the order of the pages. Never ends the program: no report, or

@@ -1,7 +1,6 @@
 #include "diagnostics/warnings.h"
 
 #include <algorithm>
-#include <optional>
 #include <set>
 
 #include "diagnostics/page_lookup.h"
@@ -18,7 +17,8 @@ constexpr std::size_t writtenStaves = 32;
 
 class WarningFinder {
  public:
-  WarningFinder(Files& files, const WarnedRun& run) : files_(files), run_(run), pages_(files) {}
+  WarningFinder(Files& files, const WarnedRun& run, GroupFacts& group)
+      : files_(files), run_(run), group_(group), pages_(files) {}
 
   std::vector<Message> find(const std::vector<std::string>& inputs);
 
@@ -30,12 +30,11 @@ class WarningFinder {
   void addNames(const std::vector<std::string>& inputs);
   void add(const std::vector<Message>& messages);
   Location locationOf(const SystemFact& system, const StaffFact& fact);
-  const std::vector<SystemFact>& systems();
   bool sharesASystem(const std::string& file);
 
   Files& files_;
   WarnedRun run_;
-  std::optional<std::vector<SystemFact>> systems_;  // once they were asked for
+  GroupFacts& group_;
   PageLookup pages_;
   FileBuffer buffer_;
   std::vector<Message> warnings_;
@@ -90,28 +89,21 @@ void WarningFinder::addSystem(const SystemFact& system, const std::set<std::int1
   }
 }
 
-const std::vector<SystemFact>& WarningFinder::systems() {
-  if (!systems_) {
-    systems_ = readSystemFacts(files_);
-  }
-  return *systems_;
-}
-
 void WarningFinder::addSystems() {
   std::set<std::int16_t> instruments;
-  for (const SystemFact& system : systems()) {
+  for (const SystemFact& system : group_.systems()) {
     for (const StaffFact& staff : system.staves) {
       instruments.insert(staff.instrument);
     }
   }
-  for (const SystemFact& system : systems()) {
+  for (const SystemFact& system : group_.systems()) {
     addSystem(system, instruments);
   }
 }
 
 /// Whether a page of several files has this one.
 bool WarningFinder::sharesASystem(const std::string& file) {
-  return std::ranges::any_of(systems(), [&](const SystemFact& system) {
+  return std::ranges::any_of(group_.systems(), [&](const SystemFact& system) {
     const auto isOfFile = [&](const StaffFact& staff) { return staff.file == file; };
     return std::ranges::any_of(system.staves, isOfFile) && !std::ranges::all_of(system.staves, isOfFile);
   });
@@ -119,7 +111,9 @@ bool WarningFinder::sharesASystem(const std::string& file) {
 
 void WarningFinder::addInput(const std::string& input) {
   const LossScan scan = run_.scope == RunScope::analysis ? LossScan::staves : LossScan::allItems;
-  const PageLosses losses = findPageLosses(input, buffer_.read(files_, input, readableBytes).value_or(""), scan);
+  const PageLosses* known = group_.lossesOf(input, scan);
+  const PageLosses losses =
+      known != nullptr ? *known : findPageLosses(input, buffer_.read(files_, input, readableBytes).value_or(""), scan);
   add(losses.ofAnalysis);
   if (!losses.hiddenStaves.empty() && !sharesASystem(input)) {
     add(losses.hiddenStaves);
@@ -171,8 +165,9 @@ std::vector<Message> findWritingLosses(Files& files, const std::vector<std::stri
   return losses;
 }
 
-std::vector<Message> findWarnings(Files& files, const std::vector<std::string>& inputs, const WarnedRun& run) {
-  return WarningFinder(files, run).find(inputs);
+std::vector<Message> findWarnings(Files& files, const std::vector<std::string>& inputs, const WarnedRun& run,
+                                  GroupFacts& group) {
+  return WarningFinder(files, run, group).find(inputs);
 }
 
 }  // namespace kiv

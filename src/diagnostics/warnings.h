@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/group_facts.h"
 #include "messages/message.h"
 #include "platform/files.h"
 
@@ -21,10 +22,11 @@ struct WarnedRun {
   bool allowsZeroIds = false;  ///< no message says that instrument identifiers are 0
 };
 
-/// What a run over pages that an analysis has read loses or changes without a message. The report of that analysis must
-/// be in the current folder. Each of the inputs, full names, is read again. Writes and shows nothing. Returns the
-/// warnings that concern names and systems, then those of each input.
-std::vector<Message> findWarnings(Files& files, const std::vector<std::string>& inputs, const WarnedRun& run);
+/// What a run over pages loses or changes without a message. The facts have observed the analysis of these inputs, full
+/// names. An input whose losses they do not know is read again. Writes and shows nothing. Returns the warnings that
+/// concern names and systems, then those of each input.
+std::vector<Message> findWarnings(Files& files, const std::vector<std::string>& inputs, const WarnedRun& run,
+                                  GroupFacts& group);
 
 /// What a run that writes these pages again changes in them by the rules of the format, in their order.
 std::vector<Message> findWritingLosses(Files& files, const std::vector<std::string>& inputs);

@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 
 #include "mus/page_encoding.h"
@@ -45,6 +46,18 @@ bool hasWholeWords(const PageWalker& page) {
   return page.lengthWord() == static_cast<float>(page.itemLength());
 }
 
+/// Whether an item without text is in the page bit by bit, as nearly all are.
+bool isCopy(const PageWalker& page, const Item& written) {
+  if (page.hasText() || written.type().hasText() || !written.text.empty()) {
+    return false;
+  }
+  const ItemBytes place = page.itemBytes();
+  const auto kept = static_cast<std::size_t>(place.kept);
+  const std::span<const float> parameters = written.parameters();
+  return ByteCursor::holdsFloats(page.bytes(), place.parameters, parameters.first(kept)) &&
+         std::ranges::all_of(parameters.subspan(kept), [](float parameter) { return parameter == 0; });
+}
+
 Item decoded(const PageWalker& page) {
   Item item;
   page.decode(item);
@@ -66,7 +79,8 @@ std::optional<LostItem> findLostItem(std::string_view page, const ItemTable& tab
       continue;
     }
     const bool found = walker.findItem() == ReadStatus::itemRead;
-    if (!found || !hasWholeWords(walker) || !isSame(decoded(walker), asRead(table.item(row)))) {
+    const Item& item = table.item(row);
+    if (!found || !hasWholeWords(walker) || !(isCopy(walker, item) || isSame(decoded(walker), asRead(item)))) {
       return LostItem{number, originOf(table, row)};
     }
     ++number;

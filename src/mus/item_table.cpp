@@ -42,17 +42,17 @@ const std::string& ItemTable::file() const {
 }
 
 Location ItemTable::location(int i) const {
-  const Source source = sources_[index(i)];
+  const Origin source = sources_[index(i)];
   Location location;
   location.file = source.file == 0 ? std::string() : files_[static_cast<std::size_t>(source.file - 1)];
-  location.item = source.number;
+  location.item = source.item;
   return location;
 }
 
 void ItemTable::sortByOrigin(std::vector<int>& rows) const {
   const auto origin = [this](int row) {
-    const Source& source = sources_[index(row)];
-    return std::pair(source.file, source.number);
+    const Origin& source = sources_[index(row)];
+    return std::pair(source.file, source.item);
   };
   std::ranges::stable_sort(rows, {}, origin);
 }

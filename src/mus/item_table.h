@@ -41,6 +41,13 @@ class ItemTable {
   /// Where item i comes from: its page file, and its number there, 0 for an item that no file has. Rows may be in
   /// another order than the files, and come from several of them.
   Location location(int i) const;
+  /// Where an item comes from: the number of its file among those begun, from 1, and its number there. Both are 0 for
+  /// an item that no file has.
+  struct Origin {
+    std::int32_t file = 0;
+    std::int16_t item = 0;
+  };
+  const Origin& origin(int i) const { return sources_[index(i)]; }
   /// Puts rows in the order in which their files were begun and, within a file, of their numbers there.
   void sortByOrigin(std::vector<int>& rows) const;
   /// Whether two items come from the same file.
@@ -64,18 +71,12 @@ class ItemTable {
   void reorder(const std::vector<std::int16_t>& order);
 
  private:
-  /// Where an item comes from: files_[file - 1], and its number there.
-  struct Source {
-    std::int32_t file = 0;
-    std::int16_t number = 0;
-  };
-
   void grow();
   std::size_t index(int i) const { return static_cast<std::size_t>(indices_[static_cast<std::size_t>(i)]); }
 
   std::int16_t itemCount_ = 0;
   std::vector<Item> items_;            // more than itemCount_ + 1 of them; the first one belongs to no row
-  std::vector<Source> sources_;        // of items_
+  std::vector<Origin> sources_;        // of items_; their files are in files_
   std::vector<std::int16_t> indices_;  // of the rows in items_: putting them in order moves no item
   std::vector<std::string> files_;     // reused by later pages
   std::int32_t fileCount_ = 0;         // of files_, those of this page

@@ -109,11 +109,6 @@ bool PageWalker::textLengthFits() const {
   return type_ != ItemType::countedText || toInt32(par(par::textLength)).value_or(-1) >= 0;
 }
 
-float PageWalker::storedPar(int p) const {
-  const int carried = hasText_ ? textHeadWords : keptParameters_;
-  return p <= carried ? ByteCursor::floatAt(file_, parameters_ + bytesPerWord * static_cast<std::size_t>(p - 1)) : 0;
-}
-
 std::string_view PageWalker::chunks() const {
   return hasText_ ? chunksOf(file_, itemBytes()) : std::string_view();
 }

@@ -43,6 +43,8 @@ class PageWalker {
   /// Skips items as long as they are of these types, without text, complete and valid. It leaves no item found.
   void skipItems(TypeSet types);
 
+  /// The file, as it was given.
+  std::string_view bytes() const { return file_; }
   std::int16_t fileWords() const { return fileWords_; }
   /// Words consumed since the header. The single bytes of the trailer number do not count.
   std::int32_t wordsRead() const { return wordsRead_; }
@@ -106,6 +108,11 @@ class PageWalker {
   std::string trailerNumberText_;
   std::string unitText_;
 };
+
+inline float PageWalker::storedPar(int p) const {
+  const int carried = hasText_ ? textHeadWords : keptParameters_;
+  return p <= carried ? ByteCursor::floatAt(file_, parameters_ + bytesPerWord * static_cast<std::size_t>(p - 1)) : 0;
+}
 
 inline void PageWalker::skipItems(TypeSet types) {
   // Local copies, so that no step waits for what the step before it has stored.

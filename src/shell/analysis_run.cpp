@@ -26,7 +26,7 @@ class PageAnalysis {
       : program_(program),
         options_(options),
         inputFolder_(justPath(program.host.machine, program.names.name(1))),
-        reader_(program.host.files, program.host.user, program.host.machine),
+        reader_(program.host.files, program.host.user, program.host.machine, options.observer),
         report_(program.host.files, program.host.machine) {}
 
   void run() {
@@ -49,6 +49,9 @@ class PageAnalysis {
     const PageProblems problems = checkPage(program_.items, systems);
     showProblems(program_.host.user, problems, {page.isMultifile(), program_.musFileName}, options_.allowZeroInstrId);
     report_.writePage(program_.items);
+    if (options_.observer != nullptr) {
+      options_.observer->endPage(program_.items);
+    }
   }
 
   KivSystem& program_;

@@ -2,14 +2,16 @@
 
 #include <string>
 
+#include "analysis/analysis_observer.h"
 #include "shell/kivsystem.h"
 
 namespace kiv {
 
 /// What an Analyze run is asked for.
 struct AnalysisOptions {
-  bool allowZeroInstrId = false;  ///< staves without an instrument identifier are no problem
-  bool viewReport = false;        ///< shows the report when it is written
+  bool allowZeroInstrId = false;         ///< staves without an instrument identifier are no problem
+  bool viewReport = false;               ///< shows the report when it is written
+  AnalysisObserver* observer = nullptr;  ///< is given what is read, if there is one
 };
 
 /// What an analysis finds out about the input as a whole.

@@ -40,10 +40,10 @@ double heightOver(const std::string& osName) {
   return osName == "XP" ? height : height + tallerFrame;
 }
 
-void runAnalysis(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId) {
+void runAnalysis(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId, AnalysisObserver* observer) {
   program.settings.namesFile = namesFile;
   program.settings.allowZeroInstrId = allowZeroInstrId;
-  analyzeSelection(program, {allowZeroInstrId, false});
+  analyzeSelection(program, {allowZeroInstrId, false, observer});
 }
 
 void setUpPanel(KivSystem& program) {
@@ -84,10 +84,10 @@ void prepareForPanel(KivSystem& program) {
   program.settings.commandLine = panelCommandLine;
 }
 
-void analyze(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId) {
+void analyze(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId, AnalysisObserver* observer) {
   nameVersion(program);
   deleteOldResults(program.host.files);
-  runAnalysis(program, namesFile, allowZeroInstrId);
+  runAnalysis(program, namesFile, allowZeroInstrId, observer);
 }
 
 void refuseCall(KivSystem& program, const std::string& commandLine) {
@@ -106,7 +106,7 @@ void Form_Load(KivSystem& program, const std::string& commandLine) {
   deleteOldResults(program.host.files);
   settings.allowZeroInstrId = false;
   if (isAnalysisMode(commandLine)) {
-    runAnalysis(program, namesFileIn(commandLine), contains(commandLine, ",ALLOWZEROID=YES"));
+    runAnalysis(program, namesFileIn(commandLine), contains(commandLine, ",ALLOWZEROID=YES"), nullptr);
     throw ProgramEnd{0};
   }
   if (FileExists(program.host, developerMarker)) {

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "analysis/analysis_observer.h"
 #include "shell/kivsystem.h"
 
 namespace kiv {
@@ -18,8 +19,9 @@ void Form_Load(KivSystem& program, const std::string& commandLine);
 [[noreturn]] void refuseCall(KivSystem& program, const std::string& commandLine);
 
 /// Runs the analysis of a names file as for a sibling tool: without the panel's closing messages, and after the
-/// results of an earlier run are deleted.
-void analyze(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId);
+/// results of an earlier run are deleted. The observer, if any, is given what is read.
+void analyze(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId,
+             AnalysisObserver* observer = nullptr);
 
 /// Makes the program ready for the panel's buttons: its version, its command line, and no results of an earlier run.
 void prepareForPanel(KivSystem& program);

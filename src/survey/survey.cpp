@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <tuple>
 #include <utility>
 
+#include "diagnostics/group_facts.h"
+#include "diagnostics/page_validation.h"
 #include "input/file_names.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
@@ -65,6 +68,87 @@ std::optional<std::string> problemOfNames(Machine& machine, const std::vector<st
   return std::nullopt;
 }
 
+/// The analysis of one piece in memory.
+class PieceSurvey {
+ public:
+  PieceSurvey(Files& disk, Machine& machine)
+      : machine_(machine), files_(disk, machine), program_({files_, user_, programs_, machine}) {}
+
+  PieceFindings run(const std::vector<std::string>& pages, BadPages badPages);
+
+ private:
+  std::string skipBadPages(const std::string& namesFile);
+  void analyzePages(const std::string& namesFile);
+  void addPageThatEndedIt(const std::vector<std::string>& pages);
+
+  Machine& machine_;
+  OverlayFiles files_;
+  SilentUser user_;
+  NoPrograms programs_;
+  KivSystem program_;
+  PieceFindings findings_;
+};
+
+/// Returns a names file of the good pages; "" when none is left.
+std::string PieceSurvey::skipBadPages(const std::string& namesFile) {
+  const PageValidation validation = validatePages({files_, user_, programs_, machine_}, namesFile);
+  for (const SkippedPage& page : validation.skipped) {
+    BadPage& bad = findings_.badPages.emplace_back();
+    for (const std::string& file : page.files) {
+      bad.files.push_back(withoutPath(machine_, file));
+    }
+    bad.reason = page.message.text;
+    findings_.problems.push_back(page.message.text);
+  }
+  const std::string goodPages = "\\good pages of a piece";
+  files_.addFile(goodPages, validation.names);
+  return validation.pages == 0 ? "" : goodPages;
+}
+
+void PieceSurvey::analyzePages(const std::string& namesFile) {
+  GroupFacts facts({.instruments = true});
+  if (exitCodeOf(user_, [&] { analyze(program_, namesFile, false, &facts); }).value_or(0) == 0) {
+    findings_.systems = program_.systems.systemCount();
+    findings_.instruments = program_.systems.instrumentCount;
+    findings_.consistent = program_.systems.isConsistent();
+    findings_.multifile = program_.pages.multifileCount != 0;
+    findings_.names = shownNames(facts.instruments());
+  }
+}
+
+/// The page that the critical message is about.
+void PieceSurvey::addPageThatEndedIt(const std::vector<std::string>& pages) {
+  if (findings_.systems || user_.messages().empty()) {
+    return;
+  }
+  const Message& last = user_.messages().back();
+  const auto isIt = [&](const std::string& page) { return machine_.upperCase(page) == last.location.file; };
+  if (std::any_of(pages.begin(), pages.end(), isIt)) {
+    findings_.badPages.push_back({{withoutPath(machine_, last.location.file)}, last.text});
+  }
+}
+
+PieceFindings PieceSurvey::run(const std::vector<std::string>& pages, BadPages badPages) {
+  findings_.files = pages.size();
+  findings_.pages = countPages(machine_, pages);
+  if (const auto problem = problemOfNames(machine_, pages)) {
+    findings_.problems.push_back(*problem);
+    return std::move(findings_);
+  }
+  std::string namesFile = addNamesFile(pages, files_);
+  if (badPages == BadPages::skipped) {
+    namesFile = skipBadPages(namesFile);
+  }
+  if (!namesFile.empty()) {
+    analyzePages(namesFile);
+    addPageThatEndedIt(pages);
+  }
+  for (const Message& message : user_.messages()) {
+    findings_.problems.push_back(message.text);
+  }
+  return std::move(findings_);
+}
+
 }  // namespace
 
 std::vector<Piece> piecesOf(Machine& machine, const std::vector<std::string>& names) {
@@ -91,32 +175,22 @@ std::vector<Piece> piecesOf(Machine& machine, const std::vector<std::string>& na
   return pieces;
 }
 
-PieceFindings surveyPiece(Files& disk, Machine& machine, const std::vector<std::string>& pages) {
-  PieceFindings findings;
-  findings.pages = pages.size();
-  if (const auto problem = problemOfNames(machine, pages)) {
-    findings.problems.push_back(*problem);
-    return findings;
+std::size_t countPages(Machine& machine, const std::vector<std::string>& files) {
+  std::set<std::string> multifile;
+  std::size_t count = 0;
+  for (const std::string& file : files) {
+    const bool hasLetter = extractPartPage(machine, file).size() == 1;
+    const bool isKnown = hasLetter && !multifile
+                                           .insert(extractPartName(machine, file) + extractPartNumb(machine, file) +
+                                                   extractPartSuff(machine, file))
+                                           .second;
+    count += isKnown ? 0U : 1U;
   }
-  OverlayFiles files(disk, machine);
-  SilentUser user;
-  NoPrograms programs;
-  KivSystem program({files, user, programs, machine});
-  const std::string namesFile = addNamesFile(pages, files);
-  if (exitCodeOf(user, [&] { analyze(program, namesFile, false); }).value_or(0) == 0) {
-    findings.systems = program.systems.systemCount();
-    findings.instruments = program.systems.instrumentCount;
-    findings.consistent = program.systems.isConsistent();
-    findings.multifile = program.pages.multifileCount != 0;
-    findings.names = shownNames(findInstruments(files));
-  }
-  if (!program.pages.pages.empty()) {
-    findings.pages = program.pages.pages.size();
-  }
-  for (const Message& message : user.messages()) {
-    findings.problems.push_back(message.text);
-  }
-  return findings;
+  return count;
+}
+
+PieceFindings surveyPiece(Files& disk, Machine& machine, const std::vector<std::string>& pages, BadPages badPages) {
+  return PieceSurvey(disk, machine).run(pages, badPages);
 }
 
 }  // namespace kiv

@@ -21,21 +21,38 @@ struct Piece {
 /// Groups the page files of one folder into pieces, in the order of their prefixes. Other files are ignored.
 std::vector<Piece> piecesOf(Machine& machine, const std::vector<std::string>& names);
 
+/// A page that could not be analyzed.
+struct BadPage {
+  std::vector<std::string> files;  ///< names without folder
+  std::string reason;              ///< the text of the message
+
+  bool operator==(const BadPage&) const = default;
+};
+
 /// The results of the analysis of a piece. What it does not reach is empty.
 struct PieceFindings {
-  std::size_t pages = 0;
+  std::size_t files = 0;  ///< page files, bad ones too
+  std::size_t pages = 0;  ///< the pages that they are; files that differ in a page letter are one
   std::optional<std::size_t> systems;
   std::optional<std::size_t> instruments;
   std::optional<bool> consistent;
   std::optional<bool> multifile;
   std::vector<std::string> problems;  ///< the messages
   InstrumentNames names;              ///< of the instruments, by identifier
+  std::vector<BadPage> badPages;      ///< all of them, or the one that ended the analysis
 
   bool operator==(const PieceFindings&) const = default;
 };
 
+/// The number of pages that files are: those that differ in their page letter only are one.
+std::size_t countPages(Machine& machine, const std::vector<std::string>& files);
+
+/// Whether bad pages are left out of an analysis, or end it.
+enum class BadPages { end, skipped };
+
 /// Analyzes the pages, full names in their order, without writing anything to the disk or showing a message. Nothing is
 /// shared with an analysis on other objects, so that many can run at once.
-PieceFindings surveyPiece(Files& disk, Machine& machine, const std::vector<std::string>& pages);
+PieceFindings surveyPiece(Files& disk, Machine& machine, const std::vector<std::string>& pages,
+                          BadPages badPages = BadPages::end);
 
 }  // namespace kiv

@@ -1,5 +1,7 @@
 #include "base/byte_cursor.h"
 
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "tests/mus/page_bytes.h"
@@ -43,6 +45,15 @@ TEST(ByteCursor, FillsACutOffFloatWithZeroBytes) {
   ByteCursor cursor(content.view());
   EXPECT_EQ(cursor.readFloat(), std::bit_cast<float>(0x00800000U));
   EXPECT_FALSE(cursor.ok());
+}
+
+TEST(ByteCursor, ComparesWordsBitByBit) {
+  const test::ExactBytes content(bytes("FF 00 00 80 3F 00 00 00 80"));
+  const std::vector<float> same = {1, -0.0F};
+  EXPECT_TRUE(ByteCursor::holdsFloats(content.view(), 1, same));
+  EXPECT_TRUE(ByteCursor::holdsFloats(content.view(), 9, {}));
+  EXPECT_FALSE(ByteCursor::holdsFloats(content.view(), 1, std::vector<float>{1, 0})) << "another zero";
+  EXPECT_FALSE(ByteCursor::holdsFloats(content.view(), 1, std::vector<float>{2, -0.0F}));
 }
 
 TEST(ByteCursor, ReadsWhatIsLeft) {

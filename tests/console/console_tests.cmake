@@ -31,6 +31,7 @@ if(NOT WIN32)
     console/safe_selection_test.cpp
     console/signals_test.cpp
     console/sort_test.cpp
+    console/survey_bad_pages_test.cpp
     console/survey_command_test.cpp
     console/survey_state_test.cpp
     console/trace_test.cpp
@@ -73,5 +74,5 @@ endif()
 if(NOT WIN32)
   # The longest first, so that none of them is left alone at the end.
   set_tests_properties(console PROPERTIES COST 40)
-  set_tests_properties(mus verify_properties shell PROPERTIES COST 20)
+  set_tests_properties(mus repair verify_properties shell PROPERTIES COST 20)
 endif()

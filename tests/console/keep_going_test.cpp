@@ -102,5 +102,91 @@ TEST_F(KeepGoing, WithoutItTheFirstBadPageEndsTheRun) {
   EXPECT_EQ(place.read("KivSystem1.TXT"), "(no file)");
 }
 
+TEST_F(KeepGoing, ASkippedPageIsInNoRange) {
+  const std::string two = "staff 2 at 0 instrument 101\nstaff 1 at 0 instrument 102\nbarline 1 at 0 spans 2\n";
+  for (const char* file : {"X1.MUS", "X2.MUS", "X3.MUS", "X5.MUS", "X6.MUS", "X7.MUS"}) {
+    addPage(file, good);
+  }
+  addPage("X4.MUS", "words 99\n");
+  addPage("X8.MUS", two);
+  const Ended ended = place.kivsys(
+      {"analyze", "--keep-going", "X1.MUS", "X2.MUS", "X3.MUS", "X4.MUS", "X5.MUS", "X6.MUS", "X7.MUS", "X8.MUS"});
+  EXPECT_NE(ended.out.find("  A: systems 1 to 6 (X1.MUS to X3.MUS, X5.MUS to X7.MUS)\n"), std::string::npos)
+      << ended.out;
+}
+
+TEST_F(KeepGoing, ConvertsTheOthers) {
+  addMixture();
+  const Ended ended =
+      place.kivsys({"convert", "--keep-going", "--force", "--verify", "X1.MUS", "X2.MUS", "X3.MUS", "X;4.MUS"});
+  EXPECT_EQ(ended.status, 1) << "as a page was skipped";
+  EXPECT_NE(ended.error.find("Structural error in MUS file: " + place.capitals("X2.MUS")), std::string::npos);
+  EXPECT_NE(ended.error.find("File naming problem: " + place.capitals("X;4.MUS")), std::string::npos);
+  EXPECT_NE(ended.out.find("PROVED=YES\n"), std::string::npos) << ended.out;
+  EXPECT_TRUE(ended.out.ends_with("\n2 pages analysed, 2 skipped: X;4.MUS, X2.MUS\n")) << ended.out;
+  const std::string first = place.read("WORK0001.MUS");
+  const std::string second = place.read("WORK0002.MUS");
+  EXPECT_EQ(place.read("WORK0003.MUS"), "(no file)");
+  place.kivsys({"convert", "--force", "X1.MUS", "X3.MUS"});
+  EXPECT_EQ(first, place.read("WORK0001.MUS")) << "as if the others alone had been selected";
+  EXPECT_EQ(second, place.read("WORK0002.MUS"));
+}
+
+TEST_F(KeepGoing, JsonOfAConversionReportsWhatWasSkipped) {
+  addMixture();
+  const Json object =
+      Json::parse(place.kivsys({"convert", "--keep-going", "--dry-run", "--force", "--json", "X1.MUS", "X2.MUS"}).out);
+  EXPECT_EQ(schemaErrors(object, "convert"), std::vector<std::string>());
+  EXPECT_EQ(object["pages_analysed"], 1);
+  EXPECT_EQ(object["skipped"][0]["files"], Json::array({place.capitals("X2.MUS")}));
+  EXPECT_EQ(object["planned"].size(), 1U);
+}
+
+TEST_F(KeepGoing, AConversionOfOnlyBadPagesWritesNothing) {
+  addPage("X2.MUS", "words 99\n");
+  const Ended ended = place.kivsys({"convert", "--keep-going", "--force", "X2.MUS"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_EQ(ended.out, "0 pages analysed, 1 skipped: X2.MUS\n");
+  EXPECT_EQ(filesIn(place.path()), std::vector<std::string>{"X2.MUS"});
+}
+
+TEST_F(KeepGoing, AConversionOverwritesNoInputEvenIfAPageIsBad) {
+  addPage("WORK0001.MUS", good);
+  addPage("WORK0002.MUS", "words 99\n");
+  const std::string input = place.read("WORK0001.MUS");
+  addPage("WORK0003.MUS", good);
+  const Ended ended = place.kivsys({"convert", "--keep-going", "--force", "WORK0003.MUS", "WORK0001.MUS",
+                                    "WORK0002.MUS", "--result", "WORK0001.MUS"});
+  EXPECT_EQ(ended.status, 2) << ended.error;
+  EXPECT_EQ(place.read("WORK0001.MUS"), input);
+}
+
+TEST_F(KeepGoing, ShowsTheOthersInAChart) {
+  addMixture();
+  const Ended ended = place.kivsys({"chart", "--keep-going", "X1.MUS", "X2.MUS", "X3.MUS"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_TRUE(ended.out.starts_with("2 systems on 2 pages, 1 instrument;")) << ended.out;
+  EXPECT_NE(ended.out.find("1 X1.MUS  2 X3.MUS\n"), std::string::npos) << ended.out;
+  EXPECT_TRUE(ended.out.ends_with("2 pages analysed, 1 skipped: X2.MUS\n")) << ended.out;
+  EXPECT_NE(ended.error.find("Structural error in MUS file: " + place.capitals("X2.MUS")), std::string::npos);
+  const Ended drawing = place.kivsys({"chart", "--keep-going", "--out", "chart.svg", "X1.MUS", "X2.MUS", "X3.MUS"});
+  EXPECT_EQ(drawing.status, 1);
+  EXPECT_NE(place.read("chart.svg").find("X3"), std::string::npos);
+  const Ended none = place.kivsys({"chart", "--keep-going", "X2.MUS"});
+  EXPECT_EQ(none.status, 1);
+  EXPECT_EQ(none.out, "0 pages analysed, 1 skipped: X2.MUS\n");
+}
+
+TEST_F(KeepGoing, ListsTheInstrumentsOfTheOthers) {
+  addMixture();
+  const Ended ended = place.kivsys({"instruments", "--keep-going", "--csv", "X1.MUS", "X2.MUS", "X3.MUS"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_NE(ended.out.find("\n1,101,,,\"1, 2\",2,"), std::string::npos) << ended.out;
+  const Json object = Json::parse(place.kivsys({"instruments", "--keep-going", "--json", "X2.MUS"}).out);
+  EXPECT_EQ(schemaErrors(object, "instruments"), std::vector<std::string>());
+  EXPECT_TRUE(object["instrument_list"].is_null());
+  EXPECT_EQ(object["skipped"].size(), 1U);
+}
+
 }  // namespace
 }  // namespace kiv::test

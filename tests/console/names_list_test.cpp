@@ -19,7 +19,9 @@ TEST(NamesList, RecordsEndInABlankAndA1) {
 
 TEST(NamesList, OtherLinesArePlainPaths) {
   const NamesList list = readNamesList("x1.mus\nfar away/x2.mus\r/a/x3.mus");
-  EXPECT_EQ(list.pages, (Pages{{"x1.mus", 1, false}, {"far away/x2.mus", 2, false}, {"/a/x3.mus", 3, false}}));
+  EXPECT_EQ(list.pages, (Pages{{"x1.mus", 1, false, "x1.mus"},
+                               {"far away/x2.mus", 2, false, "far away/x2.mus"},
+                               {"/a/x3.mus", 3, false, "/a/x3.mus"}}));
   EXPECT_EQ(list.errors, Errors{});
 }
 

@@ -22,7 +22,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::string head = "folder,prefix,pages,systems,instruments,consistent,multifile,problems,names\n";
+const std::string head =
+    "folder,prefix,pages,systems,instruments,consistent,multifile,problems,files,names,bad_pages\n";
 
 class SurveyCommand : public ::testing::Test {
  protected:
@@ -54,8 +55,8 @@ TEST_F(SurveyCommand, WalksThroughAllFolders) {
   place.write("lib/deep/notes.txt", "no page");
   place.write("other/C1.MUS", duo);
   EXPECT_EQ(survey({"other", "--csv"}), head +
-                                            "lib,A,1,1,1,yes,no,0,\nlib,B,1,1,1,yes,no,0,\n"
-                                            "lib/deep/down,A,2,2,2,no,no,0,\nother,C,1,1,2,yes,no,0,\n");
+                                            "lib,A,1,1,1,yes,no,0,1,,\nlib,B,1,1,1,yes,no,0,1,,\n"
+                                            "lib/deep/down,A,2,2,2,no,no,0,2,,\nother,C,1,1,2,yes,no,0,1,,\n");
 }
 
 TEST_F(SurveyCommand, StrangeNamesAreNoObstacle) {
@@ -65,19 +66,22 @@ TEST_F(SurveyCommand, StrangeNamesAreNoObstacle) {
   place.write("lib/ two  blanks /\xC3\xA4\xC3\x9F\x31.mus", solo);
   place.write("lib/100%/$-_7.MUS", solo);
   place.write("lib/line\nend/A1.MUS", solo);
-  EXPECT_EQ(survey(), head +
-                          "lib/ two  blanks ,\xC3\x84\xC3\x9F\x31.MUS,1,-,-,-,-,1,\nlib/100%,$-_,1,1,1,yes,no,0,\n"
-                          "lib/BACH,PIECE,1,1,2,yes,no,0,\nlib/Bach,PIECE,1,1,1,yes,no,0,\n"
-                          "\"lib/a \"\"b\"\", c\",X,1,1,1,yes,no,0,\n\"lib/line\nend\",A,1,-,-,-,-,1,\n");
+  EXPECT_EQ(survey(),
+            head +
+                "lib/ two  blanks "
+                ",\xC3\x84\xC3\x9F\x31.MUS,1,-,-,-,-,1,1,,\xC3\x84\xC3\x9F\x31.MUS\nlib/100%,$-_,1,1,1,yes,no,0,1,,\n"
+                "lib/BACH,PIECE,1,1,2,yes,no,0,1,,\nlib/Bach,PIECE,1,1,1,yes,no,0,1,,\n"
+                "\"lib/a \"\"b\"\", c\",X,1,1,1,yes,no,0,1,,\n\"lib/line\nend\",A,1,-,-,-,-,1,1,,\n");
 }
 
 TEST_F(SurveyCommand, ATableHasALineForEachPieceWhateverItsName) {
   place.write("lib/line\nend/A1.MUS", solo);
   place.write("lib/l\xC3\xA4nger/A1.MUS", solo);
-  EXPECT_EQ(survey({}),
-            "folder         prefix  pages  systems  instruments  consistent  multifile  problems  names\n"
-            "lib/line\\nend  A           1        -            -           -          -         1\n"
-            "lib/l\xC3\xA4nger     A           1        1            1         yes         no         0\n");
+  EXPECT_EQ(
+      survey({}),
+      "folder         prefix  pages  systems  instruments  consistent  multifile  problems  files  names, bad pages\n"
+      "lib/line\\nend  A           1        -            -           -          -         1      1\n"
+      "lib/l\xC3\xA4nger     A           1        1            1         yes         no         0      1\n");
 }
 
 TEST_F(SurveyCommand, BadPiecesDoNotStopIt) {
@@ -86,8 +90,9 @@ TEST_F(SurveyCommand, BadPiecesDoNotStopIt) {
   place.write("lib/WORK0001.MUS", solo);
   place.write("lib/Z1.MUS", page("staff 1 at 0 lines 5\nbarline 1 at 0 spans 1\n"));
   EXPECT_EQ(survey(), head +
-                          "lib,A,1,-,-,-,-,1,\nlib,README.MUS,1,-,-,-,-,1,\nlib,WORK,1,-,-,-,-,1,\n"
-                          "lib,Z,1,1,1,yes,no,1,\n");
+                          "lib,A,1,-,-,-,-,1,1,,A1.MUS\nlib,README.MUS,1,-,-,-,-,1,1,,README.MUS\nlib,WORK,1,-,-,-,-,1,"
+                          "1,,WORK0001.MUS\n"
+                          "lib,Z,1,1,1,yes,no,1,1,,\n");
 }
 
 TEST_F(SurveyCommand, JsonHasTheProblemsInWords) {
@@ -120,7 +125,7 @@ TEST_F(SurveyCommand, NothingIsWrittenIntoTheLibrary) {
 TEST_F(SurveyCommand, LinksToFoldersAreNotFollowed) {
   place.write("lib/A1.MUS", solo);
   fs::create_directory_symlink("..", place.path() / "lib" / "up");
-  EXPECT_EQ(survey(), head + "lib,A,1,1,1,yes,no,0,\n");
+  EXPECT_EQ(survey(), head + "lib,A,1,1,1,yes,no,0,1,,\n");
 }
 
 TEST_F(SurveyCommand, ManyWorkersGiveTheLinesOfOne) {
@@ -143,11 +148,11 @@ TEST_F(SurveyCommand, AFinishedPieceIsReadFromTheStateUntilItChanges) {
     state.replace(at, 12, "\"systems\":77,");
   }
   place.write("state", state);
-  EXPECT_EQ(survey({"--csv", "--resume", "state"}), head + "lib,A,1,77,1,yes,no,0,\nlib,B,1,77,1,yes,no,0,\n");
+  EXPECT_EQ(survey({"--csv", "--resume", "state"}), head + "lib,A,1,77,1,yes,no,0,1,,\nlib,B,1,77,1,yes,no,0,1,,\n");
   place.write("lib/B1.MUS", duo);
-  EXPECT_EQ(survey({"--csv", "--resume", "state"}), head + "lib,A,1,77,1,yes,no,0,\nlib,B,1,1,2,yes,no,0,\n");
+  EXPECT_EQ(survey({"--csv", "--resume", "state"}), head + "lib,A,1,77,1,yes,no,0,1,,\nlib,B,1,1,2,yes,no,0,1,,\n");
   fs::last_write_time(place.path() / "lib/A1.MUS", fs::file_time_type::clock::now() - std::chrono::hours(1));
-  EXPECT_EQ(survey({"--csv", "--resume", "state"}), head + "lib,A,1,1,1,yes,no,0,\nlib,B,1,1,2,yes,no,0,\n");
+  EXPECT_EQ(survey({"--csv", "--resume", "state"}), head + "lib,A,1,1,1,yes,no,0,1,,\nlib,B,1,1,2,yes,no,0,1,,\n");
 }
 
 TEST_F(SurveyCommand, AStateThatWasCutShortIsUsedAsFarAsItGoes) {
@@ -252,7 +257,7 @@ TEST_F(SurveyCommand, AfterAnInterruptFinishedLinesAreKeptAndAnotherRunContinues
   const auto lines = std::count(run.out().begin(), run.out().end(), '\n') - 1;
   EXPECT_GT(lines, 0);
   EXPECT_LT(lines, pieces);
-  EXPECT_TRUE(run.out().ends_with(",1,1,1,yes,no,0,\n"));
+  EXPECT_TRUE(run.out().ends_with(",1,1,1,yes,no,0,1,,\n"));
   EXPECT_EQ(place.read("error"), "kivsys: interrupted with " + std::to_string(lines) + " of 600 pieces\n");
   std::string state = place.read("state");
   EXPECT_EQ(std::count(state.begin(), state.end(), '\n'), 1 + lines);

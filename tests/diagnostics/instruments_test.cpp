@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "analysis/report.h"
 #include "tests/diagnostics/run.h"
 
 namespace kiv::test {
@@ -13,7 +12,7 @@ class InstrumentsOf : public ::testing::Test, public DiagnosedRun {
  protected:
   std::vector<Instrument> find() {
     run(true);
-    return findInstruments(host);
+    return group->instruments();
   }
   InstrumentNames names() { return shownNames(find()); }
 
@@ -144,33 +143,19 @@ TEST_F(InstrumentsOf, ThatOccurTwiceInASystemHaveItOnce) {
   EXPECT_EQ(found[0].last.staff, "1");
 }
 
-TEST_F(InstrumentsOf, EachPageFileIsReadOnce) {
-  addPage("X1A.MUS", staff(2, 101) + staff(1, 102));
-  addPage("X1B.MUS", staff(2, 103) + staff(1, 104) + joined(2));
-  addPage("X2.MUS", staff(2, 101) + joined(1, 2) + staff(1, 101) + joined(1));
-  run();
-  const int first = host.timesRead("C:\\M\\X1A.MUS");
-  const int second = host.timesRead("C:\\M\\X2.MUS");
-  findInstruments(host);
-  EXPECT_EQ(host.timesRead("C:\\M\\X1A.MUS"), first + 1);
-  EXPECT_EQ(host.timesRead("C:\\M\\X2.MUS"), second + 1);
-}
-
-TEST_F(InstrumentsOf, AnUnreadablePageAreKnownFromTheReport) {
+TEST_F(InstrumentsOf, APageThatIsListedTwiceAreFoundTwice) {
   addPage("X1.MUS", staff(1, 101, "Flute") + joined(1));
-  run();
-  host.deleteFile("C:\\M\\X1.MUS");
-  const auto found = findInstruments(host);
+  listFile("X1.MUS");
+  const auto found = find();
   ASSERT_EQ(found.size(), 1U);
-  EXPECT_EQ(found[0].first, (InstrumentPlace{"C:\\M\\X1.MUS", 1, "1", 0}));
-  EXPECT_TRUE(found[0].name.empty());
+  EXPECT_EQ(found[0].systems, (std::vector<std::int16_t>{1, 2}));
+  EXPECT_EQ(found[0].last, (InstrumentPlace{"C:\\M\\X1.MUS", 2, "1", 1}));
 }
 
-TEST_F(InstrumentsOf, AMissingReportAreNone) {
+TEST_F(InstrumentsOf, AreNotLookedForUnlessTheyAreWanted) {
   addPage("X1.MUS", staff(1, 101) + joined(1));
-  run();
-  host.deleteFile(reportFile);
-  EXPECT_TRUE(findInstruments(host).empty());
+  run(true, {});
+  EXPECT_TRUE(group->instruments().empty());
 }
 
 }  // namespace

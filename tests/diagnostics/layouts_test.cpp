@@ -12,7 +12,7 @@ class LayoutsOf : public ::testing::Test, public DiagnosedRun {
  protected:
   Layouts find(Places places = Places::ofEverySystem) {
     run();
-    return findLayouts(host, program.systems, places).value();
+    return findLayouts(host, program.systems, *group, places).value();
   }
 
   const std::string fluteAndBass = "staff 2 at 0 instrument 101\nstaff 1 at 0 instrument 102\nbarline 1 at 0 spans 2\n";
@@ -24,7 +24,7 @@ TEST_F(LayoutsOf, AConsistentPieceIsOneAndNoPageIsReadAgain) {
   addPage("X2.MUS", bass);
   run();
   const int before = host.timesRead("C:\\M\\X1.MUS");
-  const Layouts layouts = findLayouts(host, program.systems, Places::ofEverySystem).value();
+  const Layouts layouts = findLayouts(host, program.systems, *group, Places::ofEverySystem).value();
   EXPECT_EQ(host.timesRead("C:\\M\\X1.MUS"), before);
   EXPECT_TRUE(layouts.isConsistent());
   ASSERT_EQ(layouts.classes.size(), 1U);
@@ -96,7 +96,7 @@ TEST_F(LayoutsOf, OfFirstSystemsOnlyThoseAreLookedUp) {
   addPage("X5.MUS", fluteAndBass);
   run();
   const int before = host.timesRead("C:\\M\\X5.MUS");
-  const Layouts layouts = findLayouts(host, program.systems, Places::ofFirstSystems).value();
+  const Layouts layouts = findLayouts(host, program.systems, *group, Places::ofFirstSystems).value();
   EXPECT_EQ(layouts.classes[1].deviations.size(), 1U);
   EXPECT_EQ(host.timesRead("C:\\M\\X5.MUS"), before);
 }
@@ -110,20 +110,20 @@ TEST_F(LayoutsOf, ATextLeftOfAStaffIsItsName) {
   EXPECT_EQ(layouts.names, (std::map<std::int16_t, std::string>{{101, "Flute 2"}}));
 }
 
-TEST_F(LayoutsOf, AMissingReportHasNoLayouts) {
+TEST_F(LayoutsOf, TheReportIsNotReadForThem) {
   addPage("X1.MUS", bass);
   addPage("X2.MUS", fluteAndBass);
   run();
   host.deleteFile(reportFile);
-  EXPECT_FALSE(findLayouts(host, program.systems, Places::ofEverySystem).has_value());
+  EXPECT_EQ(findLayouts(host, program.systems, *group, Places::ofEverySystem).value().classes.size(), 2U);
 }
 
-TEST_F(LayoutsOf, AReportThatWasChangedHasNoLayouts) {
+TEST_F(LayoutsOf, ATableOfAnotherReportHasNone) {
   addPage("X1.MUS", bass);
   addPage("X2.MUS", fluteAndBass);
   run();
-  host.addFile(reportFile, "SYSTEM=1,NEWSTAFF=1,STAFF=1,INSTRID=102,FILE=C:\\M\\X1.MUS\r\n");
-  EXPECT_FALSE(findLayouts(host, program.systems, Places::ofEverySystem).has_value());
+  program.systems.systems.push_back(program.systems.systems.front());
+  EXPECT_FALSE(findLayouts(host, program.systems, *group, Places::ofEverySystem).has_value());
 }
 
 TEST_F(LayoutsOf, LabelsContinueAfterZ) {

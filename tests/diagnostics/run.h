@@ -1,10 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "diagnostics/group_facts.h"
 #include "diagnostics/problems.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
@@ -24,7 +26,7 @@ inline void PrintTo(const Problem& problem, std::ostream* out) {
 
 namespace kiv::test {
 
-/// An analysis of pages in C:\M, and the problems in its messages.
+/// An analysis of pages in C:\M, the facts about them, and the problems in its messages.
 struct DiagnosedRun {
   void addPage(const std::string& file, std::string_view text) { addBytes(file, page(text)); }
   void addBytes(const std::string& file, const std::string& bytes) {
@@ -32,15 +34,17 @@ struct DiagnosedRun {
     listFile(file);
   }
   void listFile(const std::string& file) { namesFile += "C:\\M\\" + file + " 1\r\n"; }
-  void run(bool allowZeroId = false) {
+  void run(bool allowZeroId = false, WantedFacts wanted = {true, LossScan::staves}) {
     host.addFile("C:\\N.TXT", namesFile);
-    end = endOf(host, [&] { analyze(program, "C:\\N.TXT", allowZeroId); });
+    group.emplace(wanted);
+    end = endOf(host, [&] { analyze(program, "C:\\N.TXT", allowZeroId, &*group); });
   }
   std::vector<Problem> problems() { return findProblems(host, host.shown); }
 
   FakeHost host;
   KivSystem program{host};
   std::string namesFile;
+  std::optional<GroupFacts> group;  ///< of the last run
   std::optional<int> end;
 };
 

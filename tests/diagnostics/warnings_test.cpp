@@ -22,7 +22,8 @@ class WarningsTest : public ::testing::Test {
     run.run(allowsZeroIds);
     EXPECT_EQ(run.end, std::nullopt);
     Lines lines;
-    for (const kiv::Message& warning : findWarnings(run.host, run.program.names.nameList, {scope, allowsZeroIds})) {
+    for (const kiv::Message& warning :
+         findWarnings(run.host, run.program.names.nameList, {scope, allowsZeroIds}, *run.group)) {
       const Location& location = warning.location;
       lines.push_back(std::string(warning.code) + " " + location.file.substr(location.file.rfind('\\') + 1) + " " +
                       std::to_string(location.item) + " " + std::to_string(location.system.value_or(0)));

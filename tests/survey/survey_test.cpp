@@ -63,13 +63,14 @@ TEST_F(SurveyPiece, HasTheResultsOfAnAnalysis) {
   host.addFile("C:\\M\\A1.MUS", solo);
   host.addFile("C:\\M\\A2.MUS", duo);
   EXPECT_EQ(surveyPiece(host, host, {"C:\\M\\A1.MUS", "C:\\M\\A2.MUS"}),
-            (PieceFindings{2, 2, 2, false, false, {}, {}}));
+            (PieceFindings{2, 2, 2, 2, false, false, {}, {}, {}}));
 }
 
 TEST_F(SurveyPiece, PagesAreCountedNotFiles) {
   host.addFile("C:\\M\\A1A.MUS", solo);
   host.addFile("C:\\M\\A1B.MUS", solo);
   const PieceFindings findings = surveyPiece(host, host, {"C:\\M\\A1A.MUS", "C:\\M\\A1B.MUS"});
+  EXPECT_EQ(findings.files, 2U);
   EXPECT_EQ(findings.pages, 1U);
   EXPECT_EQ(findings.multifile, true);
   EXPECT_EQ(findings.problems.size(), 1U);  // one instrument on two staves
@@ -90,6 +91,49 @@ TEST_F(SurveyPiece, WhatEndsTheAnalysisIsAProblem) {
   EXPECT_EQ(findings.consistent, std::nullopt);
   ASSERT_EQ(findings.problems.size(), 1U);
   EXPECT_TRUE(findings.problems[0].starts_with("Structural error in MUS file: C:\\M\\A1.MUS"));
+}
+
+TEST_F(SurveyPiece, PagesOfAnAnalysisThatEndsEarlyAreCountedInTheSameWay) {
+  host.addFile("C:\\M\\A1A.MUS", solo);
+  host.addFile("C:\\M\\A1B.MUS", "x");
+  host.addFile("C:\\M\\A2.MUS", solo);
+  const PieceFindings findings = surveyPiece(host, host, {"C:\\M\\A1A.MUS", "C:\\M\\A1B.MUS", "C:\\M\\A2.MUS"});
+  EXPECT_EQ(findings.systems, std::nullopt);
+  EXPECT_EQ(findings.files, 3U);
+  EXPECT_EQ(findings.pages, 2U);
+}
+
+TEST_F(SurveyPiece, ThePageThatEndsTheAnalysisIsNamed) {
+  host.addFile("C:\\M\\A1.MUS", solo);
+  host.addFile("C:\\M\\A2.MUS", "x");
+  const PieceFindings findings = surveyPiece(host, host, {"C:\\M\\A1.MUS", "C:\\M\\A2.MUS"});
+  ASSERT_EQ(findings.badPages.size(), 1U);
+  EXPECT_EQ(findings.badPages[0], (BadPage{{"A2.MUS"}, findings.problems.at(0)}));
+}
+
+TEST_F(SurveyPiece, BadPagesAreSkippedWhereThatIsWanted) {
+  host.addFile("C:\\M\\A1.MUS", "x");
+  host.addFile("C:\\M\\A2.MUS", duo);
+  host.addFile("C:\\M\\A3A.MUS", "x");
+  host.addFile("C:\\M\\A3B.MUS", solo);
+  const std::vector<std::string> pages = {"C:\\M\\A1.MUS", "C:\\M\\A2.MUS", "C:\\M\\A3A.MUS", "C:\\M\\A3B.MUS"};
+  const PieceFindings findings = surveyPiece(host, host, pages, BadPages::skipped);
+  EXPECT_EQ(findings.systems, 1U);
+  EXPECT_EQ(findings.instruments, 2U);
+  EXPECT_EQ(findings.files, 4U);
+  EXPECT_EQ(findings.pages, 3U);
+  ASSERT_EQ(findings.badPages.size(), 2U);
+  EXPECT_EQ(findings.badPages[0].files, std::vector<std::string>{"A1.MUS"});
+  EXPECT_EQ(findings.badPages[1].files, (std::vector<std::string>{"A3B.MUS", "A3A.MUS"}));
+  EXPECT_EQ(findings.problems.size(), 2U) << "a reason for each";
+}
+
+TEST_F(SurveyPiece, OfBadPagesAloneNothingIsKnown) {
+  host.addFile("C:\\M\\A1.MUS", "x");
+  const PieceFindings findings = surveyPiece(host, host, {"C:\\M\\A1.MUS"}, BadPages::skipped);
+  EXPECT_EQ(findings.systems, std::nullopt);
+  EXPECT_EQ(findings.pages, 1U);
+  EXPECT_EQ(findings.badPages.size(), 1U);
 }
 
 TEST_F(SurveyPiece, ChangesNothingOnTheDisk) {

@@ -23,17 +23,19 @@ RunScope scopeOf(const RunOutcome& outcome) {
 }
 
 /// Runs the analysis, or only deletes old results when there is nothing to analyze.
-bool runAnalysis(ConsoleHost& console, KivSystem& program, const std::string& namesFile, bool allowZeroId) {
+bool runAnalysis(ConsoleHost& console, KivSystem& program, const std::string& namesFile, bool allowZeroId,
+                 GroupFacts& group) {
   if (namesFile.empty()) {
     deleteOldResults(console.system());
     return false;
   }
-  return endsNormally(console, [&] { analyze(program, namesFile, allowZeroId); });
+  return endsNormally(console, [&] { analyze(program, namesFile, allowZeroId, &group); });
 }
 
-std::optional<Layouts> layoutsOf(ConsoleHost& console, Files& files, const SystemTable& systems, Places places) {
+std::optional<Layouts> layoutsOf(ConsoleHost& console, Files& files, const SystemTable& systems, GroupFacts& group,
+                                 Places places) {
   std::optional<Layouts> layouts;
-  static_cast<void>(endsNormally(console, [&] { layouts = findLayouts(files, systems, places); }));
+  static_cast<void>(endsNormally(console, [&] { layouts = findLayouts(files, systems, group, places); }));
   if (!layouts) {
     printError("the layouts are not told, as the report cannot be read again");
   }
@@ -58,18 +60,20 @@ class AnalyzeRun {
 
 AnalysisOutput AnalyzeRun::analyzePages(const Host& host, const std::string& namesFile, const ValidPages* pages) {
   KivSystem program(host);
-  const bool normalEnd = runAnalysis(console_, program, namesFile, options_.allowZeroId);
+  GroupFacts group = options_.selection.likePanel ? GroupFacts({.instruments = true})
+                                                  : GroupFacts({.instruments = true, .losses = LossScan::staves});
+  const bool normalEnd = runAnalysis(console_, program, namesFile, options_.allowZeroId, group);
   const bool details = options_.json || options_.jsonl;
   AnalysisOutput output{outcomeOf(program, console_, normalEnd), {}, {}, {}, {}, pages};
   if (output.outcome.normalEnd && !options_.selection.likePanel) {
-    output.warnings = showWarnings(program, {scopeOf(output.outcome), options_.allowZeroId}, details);
+    output.warnings = showWarnings(program, group, {scopeOf(output.outcome), options_.allowZeroId}, details);
   }
   if (output.outcome.normalEnd) {
-    output.layouts =
-        layoutsOf(console_, host.files, program.systems, details ? Places::ofEverySystem : Places::ofFirstSystems);
+    output.layouts = layoutsOf(console_, host.files, program.systems, group,
+                               details ? Places::ofEverySystem : Places::ofFirstSystems);
   }
   if (output.layouts) {
-    output.instruments = findInstruments(host.files);
+    output.instruments = group.instruments();
   }
   if (details) {
     output.problems = problemsOf(console_.system(), output.outcome);

@@ -1,11 +1,16 @@
 #include "apps/kivsys/commands/chart_command.h"
 
+#include <utility>
+
 #include "analysis/report_index.h"
 #include "apps/kivsys/commands/draw_command.h"
+#include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/analysis_output.h"
+#include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/output/text_table.h"
 #include "apps/kivsys/safety/output_file.h"
-#include "diagnostics/instruments.h"
+#include "diagnostics/group_facts.h"
 #include "drawing/chart_drawings.h"
 #include "platform/console/console_host.h"
 #include "platform/console/printable.h"
@@ -27,39 +32,56 @@ TextStyle styleOfOutput() {
 }
 
 /// The names of the instruments, in UTF-8 or as the terminal has them.
-std::map<std::int16_t, ChartName> namesFor(Files& files, bool utf8) {
+std::map<std::int16_t, ChartName> namesFor(const GroupFacts& facts, bool utf8) {
   constexpr std::size_t mostColumns = 20;
   std::map<std::int16_t, ChartName> names;
-  for (const auto& [id, name] : shownNames(findInstruments(files))) {
+  for (const auto& [id, name] : shownNames(facts.instruments())) {
     const std::string text = shortened(printable(name), mostColumns);
     names[id] = {utf8 ? NativeSystem::toUtf8(text) : text, widthOf(text)};
   }
   return names;
 }
 
-int chartNames(ConsoleHost& console, const std::string& namesFile, const std::string& out, bool allowZeroId) {
-  OverlayFiles files(console.system(), console.system());  // report and verdict are not asked for
-  NoPrograms programs;
-  KivSystem program({files, console.user(), programs, console.system()});
-  Chart chart;
-  const auto exitCode = exitCodeOf(console.user(), [&] {
-    analyze(program, namesFile, allowZeroId);
-    chart = makeChart(console.system(), readReport(files), allowZeroId);
-    chart.names = namesFor(files, !out.empty());
-  });
-  if (exitCode) {
-    return *exitCode == exit_status::normal ? exit_status::normal : exit_status::critical;
-  }
-  if (out.empty()) {
+/// A chart of pages, and where it goes.
+struct PlannedChart {
+  std::string out;
+  bool allowZeroId = false;
+  const ValidPages* pages = nullptr;  ///< of a run that skips bad pages; else null
+};
+
+int show(ConsoleHost& console, Chart chart, const PlannedChart& plan) {
+  if (plan.out.empty()) {
     for (ChartPage& page : chart.pages) {
       page.name = printable(page.name);
     }
-    return deliver(console.system(), "-", chartText(chart, styleOfOutput()));
+    return deliver(console.system(), "-", chartText(chart, styleOfOutput()) + summaryOf(plan.pages, true));
   }
   for (ChartPage& page : chart.pages) {
     page.name = NativeSystem::toUtf8(page.name);
   }
-  return deliver(console.system(), out, chartSvg(chart));
+  return deliver(console.system(), plan.out, chartSvg(chart));
+}
+
+int chartNames(ConsoleHost& console, const std::string& namesFile, const PlannedChart& plan) {
+  if (namesFile.empty()) {
+    return printOutcome(summaryOf(plan.pages, false), exit_status::critical);
+  }
+  OverlayFiles files(console.system(), console.system());  // report and verdict are not asked for
+  NoPrograms programs;
+  KivSystem program({files, console.user(), programs, console.system()});
+  GroupFacts facts({.instruments = true});
+  Chart chart;
+  const auto exitCode = exitCodeOf(console.user(), [&] {
+    analyze(program, namesFile, plan.allowZeroId, &facts);
+    chart = makeChart(console.system(), readReport(files), plan.allowZeroId);
+    chart.names = namesFor(facts, !plan.out.empty());
+  });
+  if (exitCode) {
+    return *exitCode == exit_status::normal ? exit_status::normal : exit_status::critical;
+  }
+  const int status = show(console, std::move(chart), plan);
+  const bool isIncomplete = plan.pages != nullptr && plan.pages->anySkipped();
+  return status == exit_status::normal && isIncomplete ? exit_status::critical : status;
 }
 
 }  // namespace
@@ -69,11 +91,15 @@ int runChart(const ChartOptions& options) {
   const bool isFile = !options.out.empty() && options.out != "-";
   const std::string out = isFile ? console.system().fullName(options.out) : options.out;
   const SelectionUse use{
-      FolderUse::read, false, [&](const SelectedPages& pages) {
+      FolderUse::read, options.keepGoing, [&](const SelectedPages& pages) {
         return refusalsOfOutput(console.system(), {"drawing", out, OutputKind::drawing}, InputFiles(pages));
       }};
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
-    return chartNames(console, namesFile, out, options.allowZeroId);
+    if (!options.keepGoing) {
+      return chartNames(console, namesFile, {out, options.allowZeroId, nullptr});
+    }
+    const ValidPages pages(console, namesFile);
+    return chartNames(console, pages.namesFile(), {out, options.allowZeroId, &pages});
   });
 }
 

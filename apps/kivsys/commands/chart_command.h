@@ -11,6 +11,7 @@ struct ChartOptions {
   Selection selection;
   std::string out;  ///< the drawing as it was typed; "-" is standard output, "" asks for text there
   bool allowZeroId = false;
+  bool keepGoing = false;  ///< skip pages that an analysis would end over
 };
 
 /// Analyzes the selected pages and shows which instruments their systems have. Returns the program's exit status.

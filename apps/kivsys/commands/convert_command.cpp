@@ -2,16 +2,14 @@
 
 #include <optional>
 
-#include <nlohmann/json.hpp>
-
 #include "analysis/verdict.h"
 #include "apps/kivsys/commands/dry_run.h"
 #include "apps/kivsys/commands/run_outcome.h"
+#include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/commands/verify_command.h"
 #include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/exit_status.h"
-#include "apps/kivsys/output/diagnostics_json.h"
-#include "apps/kivsys/output/instruments_output.h"
+#include "apps/kivsys/output/conversion_output.h"
 #include "apps/kivsys/safety/result_files.h"
 #include "apps/kivsys/safety/result_folder.h"
 #include "conversion/dump_memory.h"
@@ -28,64 +26,27 @@
 namespace kiv {
 namespace {
 
-/// What a run prints, and whether it ended normally.
-struct ConvertOutput {
-  RunOutcome outcome;
-  std::vector<Problem> problems;
-  Warnings warnings;
-  bool refused = false;                 ///< not converted because of the warnings
-  int failure = exit_status::critical;  ///< the status of a run that did not end normally
-  OverlayFiles* planned = nullptr;      ///< holds what a dry run did not write to the disk; null otherwise
-};
-
-std::string asJson(const ConvertOutput& output) {
-  Json object = jsonOf(output.outcome);
-  if (output.planned != nullptr) {
-    object["dry_run"] = true;
-    object["planned"] = plannedJson(plannedResults(*output.planned));
-    object["instrument_list"] = output.outcome.consistency ? jsonOf(findInstruments(*output.planned)) : Json();
-  }
-  object["problems"] = jsonOf(output.problems, output.warnings);
-  object["schema_version"] = schemaVersion;
-  return asLine(object);
-}
-
-std::string asText(const ConvertOutput& output) {
-  const RunOutcome& outcome = output.outcome;
-  const std::string results = output.planned != nullptr
-                                  ? plannedLines(plannedResults(*output.planned), findInstruments(*output.planned))
-                                  : createdLines(outcome);
-  return asText(outcome) + results + (outcome.verification ? kiv::asText(*outcome.verification) : "");
-}
-
-int exitStatusOf(const ConvertOutput& output) {
-  const RunOutcome& outcome = output.outcome;
-  if (!outcome.normalEnd) {
-    return output.failure;
-  }
-  if (outcome.verification && !outcome.verification->proved()) {
-    return exit_status::critical;
-  }
-  return output.refused ? exit_status::notUsable : exit_status::normal;
-}
-
-int print(const ConvertOutput& output, bool json) {
-  return printOutcome(json ? asJson(output) : asText(output), exitStatusOf(output));
+/// What is to be known of the group, beside what the conversion needs.
+WantedFacts wantedFacts(const ConvertOptions& options, bool isDryRun) {
+  return {isDryRun, options.selection.likePanel ? std::nullopt : std::optional(LossScan::allItems)};
 }
 
 /// Analyzes and converts one group, as the buttons of the panel do.
 class ConvertRun {
  public:
   /// The overlay is that of a run that writes nothing, null for a conversion of files on the disk. The folder, if any,
-  /// is that of the results. A run that --strict refuses ends after its analysis.
+  /// is that of the results. The pages are those of a run that skips bad ones, else null. A run that --strict refuses
+  /// ends after its analysis.
   ConvertRun(ConsoleHost& console, OverlayFiles* overlay, const ConvertOptions& options, const ResultFolder* folder,
-             bool isRefused)
+             const ValidPages* pages, bool isRefused)
       : console_(console),
         overlay_(overlay),
         options_(options),
         folder_(folder),
+        pages_(pages),
         isRefused_(isRefused),
         dryRunUser_(console.user()),
+        group_(wantedFacts(options, overlay != nullptr)),
         program_(overlay == nullptr ? console.host() : Host{*overlay, dryRunUser_, noPrograms_, console.system()}) {}
 
   /// The first result file is a full name; "" puts the results beside the first page.
@@ -103,9 +64,11 @@ class ConvertRun {
   OverlayFiles* overlay_;
   const ConvertOptions& options_;
   const ResultFolder* folder_;
+  const ValidPages* pages_;
   bool isRefused_;
   DryRunUser dryRunUser_;
   NoPrograms noPrograms_;
+  GroupFacts group_;
   KivSystem program_;
   bool needsConversion_ = false;
   int failure_ = exit_status::critical;  // the status of a run that does not end normally
@@ -117,7 +80,7 @@ void ConvertRun::analyze() {
     return;
   }
   refuseReservedName(program_.names);
-  analyzePages(program_, {options_.allowZeroId, false});
+  analyzePages(program_, {options_.allowZeroId, false, &group_});
   writeVerdict(program_);
   showAnalysisResult(program_);
   needsConversion_ = true;
@@ -168,8 +131,8 @@ bool ConvertRun::convert(const ConversionOptions& conversion) {
 /// Shows what the run loses, before anything of it is written.
 void ConvertRun::warn(ConvertOutput& output) {
   const bool converts = needsConversion_ || options_.force;
-  output.warnings = showWarnings(program_, {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId},
-                                 options_.json);
+  output.warnings = showWarnings(
+      program_, group_, {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId}, options_.json);
   output.refused = isRefused_;
   if (output.refused) {
     printError("nothing is written, as there are warnings or problems and --strict is given");
@@ -184,10 +147,11 @@ ConversionOptions ConvertRun::conversionOptions(const std::string& firstResultFi
 ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& firstResultFile) {
   prepareForPanel(program_);
   program_.settings.namesFile = namesFile;
-  bool normalEnd = endsNormally(console_, [&] { analyze(); }) && program_.names.nameCount > 0;
+  const bool anyPages = pages_ == nullptr || pages_->anyLeft();
+  bool normalEnd = anyPages && endsNormally(console_, [&] { analyze(); }) && program_.names.nameCount > 0;
   const RunOutcome analysis = outcomeOf(program_, console_, normalEnd);
   ConvertOutput output;
-  output.planned = options_.dryRun ? overlay_ : nullptr;
+  output.pages = pages_;
   if (normalEnd && !options_.selection.likePanel) {
     warn(output);
   }
@@ -203,6 +167,10 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   if (options_.verify && converted) {
     output.outcome.verification =
         verificationOf(console_.system(), namesFile, {converted->firstResultFile, converted->showInstrumentNumbers});
+  }
+  if (options_.dryRun) {
+    output.planned = plannedResults(*overlay_, group_);
+    output.instruments = group_.instruments();
   }
   if (options_.json) {
     output.problems = problemsOf(program_.host.files, output.outcome);
@@ -244,7 +212,7 @@ std::vector<std::string> refusalsOf(ConsoleSystem& system, const ConvertOptions&
     outputs.emplace_back("dump", system.diskName(folder + "\\" + dumpFile));
   }
   std::vector<std::string> reasons = InputFiles(pages).refusals(outputs);
-  const PlannedResults planned{results.firstResultFile, options.allowZeroId, options.force};
+  const PlannedResults planned{results.firstResultFile, options.allowZeroId, options.force, options.keepGoing};
   const auto others = refusalsOfResults(system, pages, planned);
   reasons.insert(reasons.end(), others.begin(), others.end());
   return reasons;
@@ -271,7 +239,7 @@ int runConvert(const ConvertOptions& options) {
   const auto folder = folderOfResults(system, options, firstResultFile);
   const ResultPlace place{firstResultFile, folder ? &*folder : nullptr};
   SelectionUse use{options.dryRun ? FolderUse::planned : FolderUse::written,
-                   false,
+                   options.keepGoing,
                    [&](const SelectedPages& pages) { return refusalsOf(system, options, pages, place); },
                    {}};
   if (!options.dryRun) {
@@ -279,10 +247,16 @@ int runConvert(const ConvertOptions& options) {
   }
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
     OverlayFiles overlay(system, system);
+    std::optional<ValidPages> pages;
+    if (options.keepGoing) {
+      pages.emplace(console, namesFile);
+    }
+    const std::string& converted = pages ? pages->namesFile() : namesFile;
     const bool isRefused =
-        options.strict && isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force});
-    ConvertRun run(console, options.dryRun || isRefused ? &overlay : nullptr, options, place.folder, isRefused);
-    return print(run.run(namesFile, firstResultFile), options.json);
+        options.strict && isRefusedByStrict(system, converted, {options.allowZeroId, true, options.force});
+    ConvertRun run(console, options.dryRun || isRefused ? &overlay : nullptr, options, place.folder,
+                   pages ? &*pages : nullptr, isRefused);
+    return print(run.run(converted, firstResultFile), options.json);
   });
 }
 

@@ -15,10 +15,11 @@ struct ConvertOptions {
   bool noInstrNumber = false;  ///< results show no instrument identifiers
   bool force = false;          ///< convert input that qualifies as it is, too
   bool json = false;
-  bool dryRun = false;  ///< write nothing, print what would be written
-  bool verify = false;  ///< prove the conversion afterwards
-  bool strict = false;  ///< do not convert after a warning
-  bool trace = false;   ///< leave the tables of the last system in a text file
+  bool dryRun = false;     ///< write nothing, print what would be written
+  bool verify = false;     ///< prove the conversion afterwards
+  bool strict = false;     ///< do not convert after a warning
+  bool keepGoing = false;  ///< skip pages that an analysis would end over
+  bool trace = false;      ///< leave the tables of the last system in a text file
 };
 
 /// Analyzes the selected pages as the panel does, converts them when they need it, and prints the outcome. Returns the

@@ -8,16 +8,15 @@
 #include "apps/kivsys/output/diagnostics_json.h"
 #include "apps/kivsys/output/instruments_output.h"
 #include "base/number.h"
-#include "diagnostics/system_facts.h"
 #include "platform/console/printable.h"
 
 namespace kiv {
 namespace {
 
-/// The instruments of every system in the report.
-std::map<std::int16_t, std::set<std::int16_t>> instrumentsBySystem(Files& files) {
+/// The instruments of every system.
+std::map<std::int16_t, std::set<std::int16_t>> instrumentsBySystem(GroupFacts& group) {
   std::map<std::int16_t, std::set<std::int16_t>> instruments;
-  for (const SystemFact& system : readSystemFacts(files)) {
+  for (const SystemFact& system : group.systems()) {
     for (const StaffFact& staff : system.staves) {
       instruments[system.number].insert(staff.instrument);
     }
@@ -39,8 +38,8 @@ std::string staffWords(const std::vector<PlannedStaff>& staves) {
 
 }  // namespace
 
-std::vector<PlannedResult> plannedResults(OverlayFiles& files) {
-  const auto instruments = instrumentsBySystem(files);
+std::vector<PlannedResult> plannedResults(OverlayFiles& files, GroupFacts& group) {
+  const auto instruments = instrumentsBySystem(group);
   std::vector<PlannedResult> results;
   std::int16_t system = 0;
   for (const OverlayFiles::Replaced& page : files.replaced()) {

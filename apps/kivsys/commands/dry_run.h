@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "apps/kivsys/output/outcome_json.h"
-#include "diagnostics/instruments.h"
+#include "diagnostics/group_facts.h"
 #include "diagnostics/planned_results.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/user.h"
@@ -40,8 +40,8 @@ struct PlannedResult {
   std::vector<PlannedStaff> staves;  ///< from the top
 };
 
-/// What a conversion has written into the overlay, in order.
-std::vector<PlannedResult> plannedResults(OverlayFiles& files);
+/// What a conversion of the group has written into the overlay, in order.
+std::vector<PlannedResult> plannedResults(OverlayFiles& files, GroupFacts& group);
 
 /// A line for every result: "WORK0001.MUS new, 1234 bytes: real 101 102, rest 103"; last, the instruments that have a
 /// name: "Names: 101 (Flute)".

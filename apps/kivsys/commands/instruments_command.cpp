@@ -6,8 +6,10 @@
 #include <nlohmann/json.hpp>
 
 #include "apps/kivsys/commands/run_outcome.h"
+#include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/instruments_output.h"
+#include "diagnostics/group_facts.h"
 #include "platform/console/console_host.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
@@ -18,8 +20,12 @@ namespace kiv {
 namespace {
 
 /// The outcome of the analysis with the instruments; these are null when it ended before it knew them.
-std::string asJson(const RunOutcome& outcome, const std::optional<std::vector<Instrument>>& instruments) {
+std::string asJson(const RunOutcome& outcome, const std::optional<std::vector<Instrument>>& instruments,
+                   const ValidPages* pages) {
   Json object = jsonOf(outcome);
+  if (pages != nullptr) {
+    pages->addTo(object, outcome.normalEnd);
+  }
   object["instrument_list"] = instruments ? jsonOf(*instruments) : Json();
   object["schema_version"] = schemaVersion;
   return asLine(object);
@@ -29,18 +35,21 @@ std::string asText(Machine& machine, const std::vector<Instrument>& instruments,
   return format == ListFormat::csv ? instrumentCsv(machine, instruments) : instrumentTable(machine, instruments);
 }
 
-int listNames(ConsoleHost& console, const std::string& namesFile, const InstrumentsOptions& options) {
+int listNames(ConsoleHost& console, const std::string& namesFile, const ValidPages* pages,
+              const InstrumentsOptions& options) {
   OverlayFiles files(console.system(), console.system());  // report and verdict are not asked for
   NoPrograms programs;
   KivSystem program({files, console.user(), programs, console.system()});
+  GroupFacts facts({.instruments = true});
   std::optional<std::vector<Instrument>> instruments;
-  const bool normalEnd = endsNormally(console, [&] {
-    analyze(program, namesFile, options.allowZeroId);
-    instruments = findInstruments(files);
+  const bool normalEnd = !namesFile.empty() && endsNormally(console, [&] {
+    analyze(program, namesFile, options.allowZeroId, &facts);
+    instruments = facts.instruments();
   });
-  const int status = normalEnd ? exit_status::normal : exit_status::critical;
+  const bool isComplete = normalEnd && (pages == nullptr || !pages->anySkipped());
+  const int status = isComplete ? exit_status::normal : exit_status::critical;
   if (options.format == ListFormat::json) {
-    return printOutcome(asJson(outcomeOf(program, console, normalEnd), instruments), status);
+    return printOutcome(asJson(outcomeOf(program, console, normalEnd), instruments, pages), status);
   }
   return instruments ? printOutcome(asText(console.system(), *instruments, options.format), status) : status;
 }
@@ -49,8 +58,14 @@ int listNames(ConsoleHost& console, const std::string& namesFile, const Instrume
 
 int runInstruments(const InstrumentsOptions& options) {
   ConsoleHost console;
-  return runOnSelection(console, options.selection, {},
-                        [&](const std::string& namesFile) { return listNames(console, namesFile, options); });
+  const SelectionUse use{FolderUse::read, options.keepGoing, {}, {}};
+  return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
+    if (!options.keepGoing) {
+      return listNames(console, namesFile, nullptr, options);
+    }
+    const ValidPages pages(console, namesFile);
+    return listNames(console, pages.namesFile(), &pages, options);
+  });
 }
 
 }  // namespace kiv

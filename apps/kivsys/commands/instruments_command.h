@@ -11,6 +11,7 @@ struct InstrumentsOptions {
   Selection selection;
   ListFormat format = ListFormat::table;
   bool allowZeroId = false;
+  bool keepGoing = false;  ///< skip pages that an analysis would end over
 };
 
 /// Analyzes the selected pages and lists their instruments. Writes no file. Returns the program's exit status.

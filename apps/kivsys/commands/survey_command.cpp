@@ -31,11 +31,27 @@ struct Analyzed {
 };
 
 /// A piece without an analysis, for which the system lacks something.
-Analyzed lacking(std::string_view lack, std::size_t pages) {
+Analyzed lacking(std::string_view lack, Machine& machine, const std::vector<std::string>& pages) {
   Analyzed analyzed{{}, std::string(lack)};
-  analyzed.findings.pages = pages;
+  analyzed.findings.files = pages.size();
+  analyzed.findings.pages = countPages(machine, pages);
   analyzed.findings.problems.emplace_back(lack);
   return analyzed;
+}
+
+void inUtf8(PieceFindings& findings) {
+  for (std::string& problem : findings.problems) {
+    problem = NativeSystem::toUtf8(problem);
+  }
+  for (auto& [id, name] : findings.names) {
+    name = NativeSystem::toUtf8(name);
+  }
+  for (BadPage& bad : findings.badPages) {
+    for (std::string& file : bad.files) {
+      file = NativeSystem::toUtf8(file);
+    }
+    bad.reason = NativeSystem::toUtf8(bad.reason);
+  }
 }
 
 /// A running survey. The workers are threads: an analysis that reads the disk and writes to memory shares nothing with
@@ -84,8 +100,8 @@ void Survey::print(const std::string& text) {
 void Survey::finish(std::size_t piece, Analyzed analyzed) {
   const std::lock_guard lock(mutex_);
   if (!analyzed.lack.empty()) {
-    lack_ = lack_.empty() ? analyzed.lack : lack_;  // another run tries again
-  } else if (analyzed.findings.systems) {           // what ended an analysis may not last
+    lack_ = lack_.empty() ? analyzed.lack : lack_;                               // another run tries again
+  } else if (analyzed.findings.badPages.empty() && analyzed.findings.systems) {  // what is wrong may not last
     stateLost_ = !state_.keep(pieces_[piece], analyzed.findings) || stateLost_;
   }
   findings_[piece] = std::move(analyzed.findings);
@@ -100,18 +116,13 @@ void Survey::finish(std::size_t piece, Analyzed analyzed) {
 Analyzed Survey::analyze(NativeSystem& system, std::size_t piece) {
   const std::vector<std::string>& pages = pieces_[piece].pages;
   try {
-    Analyzed analyzed{surveyPiece(system, system, pages), ""};
-    for (std::string& problem : analyzed.findings.problems) {
-      problem = NativeSystem::toUtf8(problem);
-    }
-    for (auto& [id, name] : analyzed.findings.names) {
-      name = NativeSystem::toUtf8(name);
-    }
+    Analyzed analyzed{surveyPiece(system, system, pages, options_.keepGoing ? BadPages::skipped : BadPages::end), ""};
+    inUtf8(analyzed.findings);
     return analyzed;
   } catch (const std::bad_alloc&) {
-    return lacking(outOfMemory, pages.size());
+    return lacking(outOfMemory, system, pages);
   } catch (const std::system_error& failure) {
-    return lacking(failure.code().message(), pages.size());
+    return lacking(failure.code().message(), system, pages);
   }
 }
 

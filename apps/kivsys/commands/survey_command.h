@@ -11,8 +11,9 @@ namespace kiv {
 struct SurveyOptions {
   std::vector<std::string> folders;
   SurveyFormat format = SurveyFormat::table;
-  unsigned jobs = 0;   ///< pieces analyzed at once; 0 is one for every processor core
-  std::string resume;  ///< the file that keeps finished pieces; "" for none
+  unsigned jobs = 0;       ///< pieces analyzed at once; 0 is one for every processor core
+  bool keepGoing = false;  ///< skip pages that the analysis of their piece would end over
+  std::string resume;      ///< the file that keeps finished pieces; "" for none
 };
 
 /// Analyzes every piece in the folders and below, and prints a line for each, in their order. Returns the program's

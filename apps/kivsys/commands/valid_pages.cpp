@@ -22,6 +22,16 @@ ValidPages::ValidPages(ConsoleHost& console, const std::string& namesFile)
   }
 }
 
+std::size_t ValidPages::skippedBefore(const std::string& file) const {
+  const auto found = validation_.skippedBefore.find(file);
+  return found == validation_.skippedBefore.end() ? 0 : found->second;
+}
+
+void ValidPages::addTo(Json& object, bool normalEnd) const {
+  object["pages_analysed"] = normalEnd ? Json(count()) : Json();
+  object["skipped"] = skippedJson();
+}
+
 std::string ValidPages::summary() const {
   std::string text = std::to_string(validation_.pages) + (validation_.pages == 1 ? " page" : " pages") + " analysed, " +
                      std::to_string(validation_.skipped.size()) + " skipped";

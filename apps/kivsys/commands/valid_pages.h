@@ -23,11 +23,16 @@ class ValidPages {
   bool anySkipped() const { return !validation_.skipped.empty(); }
   bool anyLeft() const { return validation_.pages > 0; }
   std::size_t count() const { return validation_.pages; }
+  /// How many skipped lines of the names file come before that of a valid page file.
+  std::size_t skippedBefore(const std::string& file) const;
+  /// Adds the number of valid pages, null for a run that did not end normally, and the skipped ones to an object.
+  void addTo(Json& object, bool normalEnd) const;
   /// The last line of the output: how many pages are valid, and which were skipped.
   std::string summary() const;
-  Json skippedJson() const;
 
  private:
+  Json skippedJson() const;
+
   ConsoleHost& console_;
   PageValidation validation_;
   std::string namesFile_;

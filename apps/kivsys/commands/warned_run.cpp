@@ -32,14 +32,16 @@ bool isRefusedByStrict(ConsoleSystem& system, const std::string& namesFile, cons
   SilentUser user;
   NoPrograms programs;
   KivSystem program({files, user, programs, system});
-  const bool normalEnd = !exitCodeOf(user, [&] { analyze(program, namesFile, run.allowZeroId); });
-  return normalEnd && (std::any_of(user.messages().begin(), user.messages().end(), isProblem) ||
-                       !findWarnings(files, inputsOf(program), {scopeOf(program, run), run.allowZeroId}).empty());
+  GroupFacts group({.losses = LossScan::allItems});
+  const bool normalEnd = !exitCodeOf(user, [&] { analyze(program, namesFile, run.allowZeroId, &group); });
+  return normalEnd &&
+         (std::any_of(user.messages().begin(), user.messages().end(), isProblem) ||
+          !findWarnings(files, inputsOf(program), {scopeOf(program, run), run.allowZeroId}, group).empty());
 }
 
-Warnings showWarnings(KivSystem& program, const WarnedRun& run, bool withProblems) {
+Warnings showWarnings(KivSystem& program, GroupFacts& group, const WarnedRun& run, bool withProblems) {
   Files& files = program.host.files;
-  return showWarnings(files, findWarnings(files, inputsOf(program), run), withProblems);
+  return showWarnings(files, findWarnings(files, inputsOf(program), run, group), withProblems);
 }
 
 Warnings showWarnings(Files& files, std::vector<Message> messages, bool withProblems) {

@@ -13,17 +13,9 @@ namespace {
 Json outcomeJson(const AnalysisOutput& output) {
   Json object = jsonOf(output.outcome);
   if (output.pages != nullptr) {
-    object["pages_analysed"] = output.outcome.normalEnd ? Json(output.pages->count()) : Json();
-    object["skipped"] = output.pages->skippedJson();
+    output.pages->addTo(object, output.outcome.normalEnd);
   }
   return object;
-}
-
-bool hasSummary(const AnalysisOutput& output) {
-  if (output.pages == nullptr) {
-    return false;
-  }
-  return output.pages->anyLeft() ? output.outcome.normalEnd : output.pages->anySkipped();
 }
 
 /// The object, its kind as the first key.
@@ -35,10 +27,18 @@ std::string recordLine(const char* kind, const Json& object) {
 
 }  // namespace
 
+std::string summaryOf(const ValidPages* pages, bool normalEnd) {
+  const bool isDue = pages != nullptr && (pages->anyLeft() ? normalEnd : pages->anySkipped());
+  return isDue ? pages->summary() : "";
+}
+
 std::string asText(Machine& machine, const AnalysisOutput& output) {
+  const auto skippedBefore = [&](const std::string& file) {
+    return output.pages == nullptr ? 0 : output.pages->skippedBefore(file);
+  };
   return asText(output.outcome) +
-         (output.layouts ? explanation(machine, *output.layouts, shownNames(output.instruments)) : "") +
-         (hasSummary(output) ? output.pages->summary() : "");
+         (output.layouts ? explanation(machine, *output.layouts, shownNames(output.instruments), skippedBefore) : "") +
+         summaryOf(output.pages, output.outcome.normalEnd);
 }
 
 std::string asJson(const AnalysisOutput& output) {

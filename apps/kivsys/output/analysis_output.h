@@ -23,6 +23,9 @@ struct AnalysisOutput {
   const ValidPages* pages = nullptr;    ///< of a run that skips bad pages; else null
 };
 
+/// The line about the pages of a run that skips bad ones; "" without them, and for an end that leaves it unsaid.
+std::string summaryOf(const ValidPages* pages, bool normalEnd);
+
 /// The verdict, the counts and the layouts; last, the pages that were skipped.
 std::string asText(Machine& machine, const AnalysisOutput& output);
 /// One JSON object on a line of its own.

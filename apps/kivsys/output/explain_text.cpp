@@ -1,6 +1,7 @@
 #include "apps/kivsys/output/explain_text.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 #include <vector>
 
@@ -32,17 +33,32 @@ std::string systemsOf(const Layouts& layouts, const LayoutClass& layout) {
   return (numbers.size() == 1 ? "system " : "systems ") + joined(inRanges(numbers, plainNumber), mostWords);
 }
 
-std::string filesOf(Machine& machine, const Layouts& layouts, const LayoutClass& layout) {
-  std::set<int> files;
+/// A number for each file of the layouts. They follow one another where the files do, with no skipped page in between.
+std::vector<int> fileNumbers(const Layouts& layouts, const SkippedBefore& skippedBefore) {
+  std::vector<int> numbers;
+  std::size_t skipped = 0;
+  for (const std::string& file : layouts.files) {
+    const std::size_t before = skippedBefore(file);
+    numbers.push_back((numbers.empty() ? 0 : numbers.back() + 1) + (before != skipped ? 1 : 0));
+    skipped = before;
+  }
+  return numbers;
+}
+
+std::string filesOf(Machine& machine, const Layouts& layouts, const LayoutClass& layout,
+                    const SkippedBefore& skippedBefore) {
+  const std::vector<int> numbers = fileNumbers(layouts, skippedBefore);
+  std::map<int, std::string> files;
   for (const std::size_t s : layout.systems) {
     for (std::size_t f = layouts.systems[s].firstFile; f <= layouts.systems[s].lastFile; ++f) {
-      files.insert(static_cast<int>(f));
+      files[numbers[f]] = printable(withoutPath(machine, layouts.files[f]));
     }
   }
-  return joined(
-      inRanges({files.begin(), files.end()},
-               [&](int f) { return printable(withoutPath(machine, layouts.files[static_cast<std::size_t>(f)])); }),
-      mostWords);
+  std::vector<int> listed;
+  for (const auto& [number, file] : files) {
+    listed.push_back(number);
+  }
+  return joined(inRanges(listed, [&](int number) { return files[number]; }), mostWords);
 }
 
 /// The instruments by their numbers, or by number and name when one of them has a name.
@@ -113,11 +129,12 @@ std::string placesLine(Machine& machine, const LayoutClass& layout) {
 }
 
 std::string layoutLines(Machine& machine, const Layouts& layouts, const LayoutClass& layout,
-                        const InstrumentNames& names) {
+                        const InstrumentNames& names, const SkippedBefore& skippedBefore) {
   const bool isCommonest = &layout == &layouts.classes.front();
-  return "  " + layout.label + ": " + systemsOf(layouts, layout) + " (" + filesOf(machine, layouts, layout) +
-         ")\n     " + (isCommonest ? instrumentWords(layout.instruments, names) : difference(layouts, layout, names)) +
-         "\n" + placesLine(machine, layout);
+  return "  " + layout.label + ": " + systemsOf(layouts, layout) + " (" +
+         filesOf(machine, layouts, layout, skippedBefore) + ")\n     " +
+         (isCommonest ? instrumentWords(layout.instruments, names) : difference(layouts, layout, names)) + "\n" +
+         placesLine(machine, layout);
 }
 
 std::string consistentLine(const Layouts& layouts, const InstrumentNames& names) {
@@ -131,7 +148,8 @@ std::string consistentLine(const Layouts& layouts, const InstrumentNames& names)
 
 }  // namespace
 
-std::string explanation(Machine& machine, const Layouts& layouts, const InstrumentNames& names) {
+std::string explanation(Machine& machine, const Layouts& layouts, const InstrumentNames& names,
+                        const SkippedBefore& skippedBefore) {
   if (layouts.isConsistent()) {
     return consistentLine(layouts, names);
   }
@@ -139,7 +157,7 @@ std::string explanation(Machine& machine, const Layouts& layouts, const Instrume
                      counted(layouts.systems.size(), "system", "systems") + "\n";
   std::size_t left = layouts.systems.size();
   for (std::size_t c = 0; c < layouts.classes.size() && c < mostLayouts; ++c) {
-    text += layoutLines(machine, layouts, layouts.classes[c], names);
+    text += layoutLines(machine, layouts, layouts.classes[c], names, skippedBefore);
     left -= layouts.classes[c].systems.size();
   }
   if (layouts.classes.size() > mostLayouts) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <string>
 
 #include "diagnostics/instruments.h"
@@ -8,8 +10,12 @@
 
 namespace kiv {
 
+using SkippedBefore = std::function<std::size_t(const std::string& file)>;
+
 /// The layouts in plain words, a few lines for each, with the names of their instruments; one line for a piece that is
-/// consistent.
-std::string explanation(Machine& machine, const Layouts& layouts, const InstrumentNames& names);
+/// consistent. A range of files holds none that was skipped: the function has the number of pages that were skipped
+/// before a file.
+std::string explanation(Machine& machine, const Layouts& layouts, const InstrumentNames& names,
+                        const SkippedBefore& skippedBefore);
 
 }  // namespace kiv

@@ -42,19 +42,29 @@ Json namesJson(const InstrumentNames& names) {
   return all;
 }
 
+Json badPagesJson(const std::vector<BadPage>& pages) {
+  Json all = Json::array();
+  for (const BadPage& page : pages) {
+    all.push_back({{"files", page.files}, {"reason", page.reason}});
+  }
+  return all;
+}
+
 }  // namespace
 
 Json toJson(const LibraryPiece& piece, const PieceFindings& findings) {
   return {{"folder", NativeSystem::toUtf8(piece.folder)},
           {"path", NativeSystem::toUtf8(piece.path)},
           {"prefix", NativeSystem::toUtf8(piece.prefix)},
+          {"files", findings.files},
           {"pages", findings.pages},
           {"systems", orNull(findings.systems)},
           {"instruments", orNull(findings.instruments)},
           {"consistent", orNull(findings.consistent)},
           {"multifile", orNull(findings.multifile)},
           {"problems", findings.problems},
-          {"names", namesJson(findings.names)}};
+          {"names", namesJson(findings.names)},
+          {"bad_pages", badPagesJson(findings.badPages)}};
 }
 
 PieceFindings findingsIn(const Json& object) {

@@ -13,12 +13,14 @@
 namespace kiv {
 namespace {
 
-constexpr std::array<const char*, 9> columns = {"folder",     "prefix",    "pages",    "systems", "instruments",
-                                                "consistent", "multifile", "problems", "names"};
+constexpr std::array<const char*, 11> columns = {"folder",      "prefix",     "pages",     "systems",
+                                                 "instruments", "consistent", "multifile", "problems",
+                                                 "files",       "names",      "bad_pages"};
 constexpr std::size_t firstNumber = 2;  // the columns from this one on are as wide as their heads
-constexpr std::size_t namesColumn = 8;  // the last one, as wide as it is
+constexpr std::size_t namesColumn = 9;  // this one and the last one are as wide as they are
+constexpr std::size_t badPagesColumn = 10;
 
-constexpr std::size_t namesInTable = 4;
+constexpr std::size_t wordsInTable = 4;
 
 using Cells = std::array<std::string, columns.size()>;
 
@@ -39,7 +41,18 @@ std::string namesOf(const PieceFindings& findings, std::size_t limit) {
   return joined(words, limit);
 }
 
-Cells cellsOf(const LibraryPiece& piece, const PieceFindings& findings, std::size_t mostNames) {
+/// "X3.MUS, X7A.MUS", names beyond the limit only counted.
+std::string badPagesOf(const PieceFindings& findings, std::size_t limit) {
+  std::vector<std::string> words;
+  for (const BadPage& page : findings.badPages) {
+    for (const std::string& file : page.files) {
+      words.push_back(NativeSystem::fromUtf8(file));
+    }
+  }
+  return joined(words, limit);
+}
+
+Cells cellsOf(const LibraryPiece& piece, const PieceFindings& findings, std::size_t mostWords) {
   return {piece.folder,
           piece.prefix,
           std::to_string(findings.pages),
@@ -48,7 +61,9 @@ Cells cellsOf(const LibraryPiece& piece, const PieceFindings& findings, std::siz
           orDash(findings.consistent),
           orDash(findings.multifile),
           std::to_string(findings.problems.size()),
-          namesOf(findings, mostNames)};
+          std::to_string(findings.files),
+          namesOf(findings, mostWords),
+          badPagesOf(findings, mostWords)};
 }
 
 std::string tableLine(const Cells& cells, std::size_t folderWidth, std::size_t prefixWidth) {
@@ -59,13 +74,17 @@ std::string tableLine(const Cells& cells, std::size_t folderWidth, std::size_t p
     const std::string blanks(width - std::min(width, widthOf(cell)), ' ');
     line += (i == 0 ? "" : "  ") + (i < firstNumber ? cell + blanks : blanks + cell);
   }
-  return line + (cells[namesColumn].empty() ? "" : "  " + printable(cells[namesColumn])) + "\n";
+  const std::string& names = cells[namesColumn];
+  const std::string& badPages = cells[badPagesColumn];
+  return line + (names.empty() ? "" : "  " + printable(names)) +
+         (badPages.empty() ? "" : "  bad: " + printable(badPages)) + "\n";
 }
 
 std::string csvOf(const Cells& cells) {
   std::vector<std::string> row(cells.begin(), cells.end());
   std::transform(row.begin(), row.begin() + firstNumber, row.begin(), cellText);
   row[namesColumn] = cellText(row[namesColumn]);
+  row[badPagesColumn] = cellText(row[badPagesColumn]);
   return csvLine(row);
 }
 
@@ -94,7 +113,10 @@ std::string SurveyLines::head() const {
     case SurveyFormat::table:
       break;
   }
-  return tableLine(heads(), folderWidth_, prefixWidth_);
+  Cells head = heads();
+  head[namesColumn] = "names, bad pages";
+  head[badPagesColumn].clear();
+  return tableLine(head, folderWidth_, prefixWidth_);
 }
 
 std::string SurveyLines::line(const LibraryPiece& piece, const PieceFindings& findings) {
@@ -108,7 +130,7 @@ std::string SurveyLines::line(const LibraryPiece& piece, const PieceFindings& fi
     case SurveyFormat::table:
       break;
   }
-  return tableLine(cellsOf(piece, findings, namesInTable), folderWidth_, prefixWidth_);
+  return tableLine(cellsOf(piece, findings, wordsInTable), folderWidth_, prefixWidth_);
 }
 
 std::string SurveyLines::end(bool interrupted) const {

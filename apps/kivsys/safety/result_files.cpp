@@ -44,7 +44,7 @@ std::optional<std::size_t> numberIn(const std::string& rest) {
   return number > 0 && numbered("", number) == rest ? std::optional(number) : std::nullopt;
 }
 
-/// The number of results; nullopt when the pages end the analysis before it is known.
+/// The number of results. Without pages that end the analysis there are as many as there can be.
 std::size_t countResults(ConsoleSystem& system, const SelectedPages& pages, const PlannedResults& results) {
   OverlayFiles files(system, system);
   files.addFile(pages.namesFile, pages.names);
@@ -52,7 +52,7 @@ std::size_t countResults(ConsoleSystem& system, const SelectedPages& pages, cons
   NoPrograms programs;
   KivSystem program({files, user, programs, system});
   if (exitCodeOf(user, [&] { analyze(program, pages.namesFile, results.allowZeroId); }).value_or(0) != 0) {
-    return 0;
+    return results.keepGoing ? SIZE_MAX : 0;
   }
   const bool qualifies = program.systems.isConsistent() && program.pages.multifileCount == 0;
   return qualifies && !results.force ? 0 : program.systems.systemCount();

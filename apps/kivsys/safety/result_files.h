@@ -16,7 +16,8 @@ std::optional<std::string> refusalOfResultName(const std::string& typed);
 struct PlannedResults {
   std::string firstResultFile;  ///< full name; "" puts the results beside the first page
   bool allowZeroId = false;
-  bool force = false;  ///< pages that qualify are converted, too
+  bool force = false;      ///< pages that qualify are converted, too
+  bool keepGoing = false;  ///< pages that end the analysis are skipped
 };
 
 /// Why the results cannot be written: one of them is an input or a device. The number of results is found out by an

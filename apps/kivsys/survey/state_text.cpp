@@ -72,9 +72,10 @@ bool isPossible(const StateEntry& entry) {
 void addEntry(std::string_view line, std::map<std::string, StateEntry>& entries) {
   try {
     const Json object = Json::parse(line);
-    const StateEntry entry{stampsIn(object.at("files")),
-                           object.contains("sha256") ? object.at("sha256").get<std::string>() : std::string(),
-                           findingsIn(object)};
+    StateEntry entry{stampsIn(object.at("files")),
+                     object.contains("sha256") ? object.at("sha256").get<std::string>() : std::string(),
+                     findingsIn(object)};
+    entry.findings.files = entry.stamps.size();
     if (isPossible(entry)) {
       entries[object.at("key").get<std::string>()] = entry;
     }

@@ -67,21 +67,23 @@ GuardedSystem::GuardedSystem(Guard guard) : guard_(guard) {
 void GuardedSystem::Written::add(std::string_view bytes) {
   constexpr std::uint64_t prime = 1099511628211U;
   // Whole words at offsets that the pieces in which a file is read and written do not change.
-  while (!bytes.empty()) {
-    const std::size_t at = size % sizeof(word);
+  const std::size_t at = size % sizeof(word);
+  size += bytes.size();
+  if (at != 0) {
     const std::size_t count = std::min(bytes.size(), sizeof(word) - at);
-    if (count == sizeof(word)) {
-      std::memcpy(&word, bytes.data(), sizeof(word));
-    } else {
-      std::memcpy(reinterpret_cast<char*>(&word) + at, bytes.data(), count);
-    }
-    size += count;
+    std::memcpy(reinterpret_cast<char*>(&word) + at, bytes.data(), count);
     bytes.remove_prefix(count);
-    if (at + count == sizeof(word)) {
-      sum = (sum ^ word) * prime;
-      word = 0;
+    if (at + count < sizeof(word)) {
+      return;
     }
+    sum = (sum ^ word) * prime;
   }
+  for (; bytes.size() >= sizeof(word); bytes.remove_prefix(sizeof(word))) {
+    std::memcpy(&word, bytes.data(), sizeof(word));
+    sum = (sum ^ word) * prime;
+  }
+  word = 0;
+  std::memcpy(&word, bytes.data(), bytes.size());
 }
 
 std::unique_ptr<InputFile> GuardedSystem::openInput(const std::string& name) {

@@ -50,9 +50,12 @@ std::string linkTarget(const std::string& path) {
     }
     target = target.parent_path() / next;
   }
+  if (target == path) {
+    return path;
+  }
   const auto folder = std::filesystem::canonical(target.has_parent_path() ? target.parent_path() : ".", failure);
   checkMemory(failure);
-  return failure || target == path ? path : (folder / target.filename()).string();
+  return failure ? path : (folder / target.filename()).string();
 }
 
 mode_t modeOfNewFiles() {

@@ -1,0 +1,55 @@
+#include "apps/kivsys/output/conversion_output.h"
+
+#include <nlohmann/json.hpp>
+
+#include "apps/kivsys/commands/verify_command.h"
+#include "apps/kivsys/output/analysis_output.h"
+#include "apps/kivsys/output/diagnostics_json.h"
+#include "apps/kivsys/output/instruments_output.h"
+#include "apps/kivsys/output/print_outcome.h"
+
+namespace kiv {
+namespace {
+
+std::string asJson(const ConvertOutput& output) {
+  Json object = jsonOf(output.outcome);
+  if (output.pages != nullptr) {
+    output.pages->addTo(object, output.outcome.consistency.has_value());
+  }
+  if (output.planned) {
+    object["dry_run"] = true;
+    object["planned"] = plannedJson(*output.planned);
+    object["instrument_list"] = output.outcome.consistency ? jsonOf(output.instruments) : Json();
+  }
+  object["problems"] = jsonOf(output.problems, output.warnings);
+  object["schema_version"] = schemaVersion;
+  return asLine(object);
+}
+
+std::string asText(const ConvertOutput& output) {
+  const RunOutcome& outcome = output.outcome;
+  const std::string results =
+      output.planned ? plannedLines(*output.planned, output.instruments) : createdLines(outcome);
+  return asText(outcome) + results + (outcome.verification ? kiv::asText(*outcome.verification) : "") +
+         summaryOf(output.pages, outcome.consistency.has_value());
+}
+
+int exitStatusOf(const ConvertOutput& output) {
+  const RunOutcome& outcome = output.outcome;
+  if (!outcome.normalEnd) {
+    return output.failure;
+  }
+  const bool isIncomplete = output.pages != nullptr && output.pages->anySkipped();
+  if (isIncomplete || (outcome.verification && !outcome.verification->proved())) {
+    return exit_status::critical;
+  }
+  return output.refused ? exit_status::notUsable : exit_status::normal;
+}
+
+}  // namespace
+
+int print(const ConvertOutput& output, bool json) {
+  return printOutcome(json ? asJson(output) : asText(output), exitStatusOf(output));
+}
+
+}  // namespace kiv

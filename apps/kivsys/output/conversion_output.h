@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "apps/kivsys/commands/dry_run.h"
+#include "apps/kivsys/commands/run_outcome.h"
+#include "apps/kivsys/commands/valid_pages.h"
+#include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/warnings_output.h"
+#include "diagnostics/problems.h"
+
+namespace kiv {
+
+/// What a conversion prints, and whether it ended normally.
+struct ConvertOutput {
+  RunOutcome outcome;
+  std::vector<Problem> problems;
+  Warnings warnings;
+  bool refused = false;                 ///< not converted because of the warnings
+  int failure = exit_status::critical;  ///< the status of a run that did not end normally
+  /// Of a dry run, what it did not write to the disk; nullopt otherwise.
+  std::optional<std::vector<PlannedResult>> planned;
+  std::vector<Instrument> instruments;  ///< of a dry run
+  const ValidPages* pages = nullptr;    ///< of a run that skips bad pages; else null
+};
+
+/// Prints the outcome, as JSON or for people. Returns the program's exit status.
+int print(const ConvertOutput& output, bool json);
+
+}  // namespace kiv

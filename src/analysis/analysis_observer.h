@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "mus/item_table.h"
+#include "mus/page_walker.h"
+
+namespace kiv {
+
+/// Is given what an analysis reads, while it reads it, so that nobody needs to read the pages and the report again.
+class AnalysisObserver {
+ public:
+  AnalysisObserver() = default;
+  AnalysisObserver(const AnalysisObserver&) = delete;
+  AnalysisObserver& operator=(const AnalysisObserver&) = delete;
+  virtual ~AnalysisObserver() = default;
+
+  /// A page file, full name, of which the items follow. The bytes, which may be those of a broken page, are valid until
+  /// its end.
+  virtual void beginFile(const std::string& musFileName, std::string_view bytes) = 0;
+  /// An item of the file: each staff, hidden ones too, clef, key signature, barline, rest, cue marker and text. Items
+  /// of other types may be left out.
+  virtual void addItem(const PageWalker& page) = 0;
+  /// The file has been read to its end.
+  virtual void endFile() = 0;
+  /// The page of these files has been analyzed. The table has its staves as the report lists them.
+  virtual void endPage(const ItemTable& table) = 0;
+};
+
+}  // namespace kiv

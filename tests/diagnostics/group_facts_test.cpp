@@ -1,0 +1,107 @@
+#include "diagnostics/group_facts.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/diagnostics/run.h"
+#include "tests/support/random.h"
+
+namespace kiv::test {
+namespace {
+
+using ::testing::IsEmpty;
+using ::testing::IsNull;
+using ::testing::Not;
+using ::testing::NotNull;
+
+/// What an analysis lets its observer know, against what it leaves in the report and what the pages hold.
+class GroupFactsOf : public ::testing::Test, public DiagnosedRun {
+ protected:
+  void addOrdinaryPages() {
+    addPage("X1.MUS",
+            "staff 2 at 0 instrument 101\nstaff 1 at 0 instrument -102\nbarline 1 at 0 spans 2\nnote 7 at 5\n");
+    addPage("X2A.MUS", "staff 1 at 0 instrument 103\n");
+    addPage("X2B.MUS", "staff 2 at 0 instrument 101\nstaff 1 at 0 instrument 102\nbarline 1 at 0 spans 2\n");
+  }
+  PageLosses lossesIn(const std::string& file, LossScan scan) {
+    return findPageLosses(file, readWhole(host, file).value(), scan);
+  }
+
+  const std::string firstFile = "C:\\M\\X1.MUS";
+};
+
+void expectEqual(const PageLosses& a, const PageLosses& b) {
+  EXPECT_EQ(a.ofAnalysis, b.ofAnalysis);
+  EXPECT_EQ(a.hiddenStaves, b.hiddenStaves);
+  EXPECT_EQ(a.looseItems, b.looseItems);
+}
+
+TEST_F(GroupFactsOf, TheSystemsAreThoseOfTheReport) {
+  addOrdinaryPages();
+  listFile("X1.MUS");
+  run();
+  EXPECT_THAT(group->systems(), Not(IsEmpty()));
+  EXPECT_EQ(group->systems(), readSystemFacts(host));
+}
+
+TEST_F(GroupFactsOf, TheSystemsOfAnyPageAreThoseOfTheReport) {
+  RandomGenerator random(11);
+  const std::vector<std::string> numbers = {"0", "1", "2", "3", "-2", "1.5", "0.1", "12345.678", "1.0000001", "300"};
+  const auto any = [&] { return numbers[random.below(static_cast<std::uint32_t>(numbers.size()))]; };
+  int analyzed = 0;
+  for (int round = 0; round < 400; ++round) {
+    DiagnosedRun one;
+    for (int page = 1; page <= 2; ++page) {
+      std::string text = "staff 1 at 0 instrument 7\nbarline 1 at 0 spans 2\n";
+      for (std::uint32_t staff = random.below(4); staff > 0; --staff) {
+        text += "staff " + any() + " at " + any() + " instrument " + any() + " p18 " + any() + "\n";
+      }
+      one.addPage("X" + std::to_string(page) + ".MUS", text);
+    }
+    one.run(true);
+    if (!one.end) {
+      EXPECT_EQ(one.group->systems(), readSystemFacts(one.host)) << round;
+      ++analyzed;
+    }
+  }
+  EXPECT_GT(analyzed, 100);
+}
+
+TEST_F(GroupFactsOf, NoPageIsReadForThem) {
+  addOrdinaryPages();
+  run(false, {true, LossScan::allItems});
+  const int read = host.timesRead(firstFile);
+  EXPECT_THAT(group->systems(), Not(IsEmpty()));
+  EXPECT_THAT(group->instruments(), Not(IsEmpty()));
+  EXPECT_THAT(group->lossesOf(firstFile, LossScan::allItems), NotNull());
+  EXPECT_EQ(host.timesRead(firstFile), read);
+}
+
+TEST_F(GroupFactsOf, TheLossesAreThoseOfThePages) {
+  addOrdinaryPages();
+  run(false, {false, LossScan::allItems});
+  expectEqual(*group->lossesOf(firstFile, LossScan::allItems), lossesIn(firstFile, LossScan::allItems));
+  EXPECT_THAT(group->lossesOf(firstFile, LossScan::allItems)->looseItems, Not(IsEmpty()));
+  run(false, {false, LossScan::staves});
+  expectEqual(*group->lossesOf(firstFile, LossScan::staves), lossesIn(firstFile, LossScan::staves));
+  EXPECT_THAT(group->lossesOf(firstFile, LossScan::staves)->ofAnalysis, Not(IsEmpty()));
+}
+
+TEST_F(GroupFactsOf, HiddenBottomStavesAreFoundWithTheBarlinesBesideThem) {
+  addPage("X1.MUS",
+          "barline 1 at 0 spans 3\nstaff 1 at 0 lines -1\nstaff 2 at 0 instrument 102\nstaff 3 at 0 instrument 101\n");
+  run();
+  EXPECT_EQ(group->lossesOf(firstFile, LossScan::staves)->hiddenStaves.size(), 1U);
+}
+
+TEST_F(GroupFactsOf, LossesThatWereNotWantedAreNotKnown) {
+  addOrdinaryPages();
+  run(false, {false, LossScan::staves});
+  EXPECT_THAT(group->lossesOf(firstFile, LossScan::allItems), IsNull());
+  EXPECT_THAT(group->lossesOf("C:\\M\\X9.MUS", LossScan::staves), IsNull());
+  run(false, {});
+  EXPECT_THAT(group->lossesOf(firstFile, LossScan::staves), IsNull());
+}
+
+}  // namespace
+}  // namespace kiv::test
