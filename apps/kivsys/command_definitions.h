@@ -31,6 +31,8 @@ void addDraw(CLI::App& app, DrawOptions& options, int& status);
 void addChart(CLI::App& app, ChartOptions& options, int& status);
 /// The commands "dump" and "build".
 void addPageCommands(CLI::App& app, PageFiles& files, int& status);
+/// The command "help", which describes the command of that name.
+void addHelp(CLI::App& app, std::string& command, int& status);
 /// The commands "completions" and "man".
 void addDocuments(CLI::App& app, std::string& shell, int& status);
 

@@ -15,6 +15,7 @@ void addSelection(CLI::App& command, Selection& selection, const std::string& fo
           ->type_name("FILE");
   CLI::Option* pages = command.add_option("page", selection.pages, "Page files, in their order")->type_name("PAGE");
   names->excludes(pages);
+  command.add_flag("-q,--quiet", selection.quiet, "Print errors only: no notes, no warnings, no progress");
 }
 
 void addLikePanel(CLI::App& command, Selection& selection) {
@@ -36,7 +37,7 @@ void addWait(CLI::App& command, Selection& selection) {
 
 void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
   addSelection(command, options.selection, "Write report and verdict to this folder");
-  command.add_option("--result", options.result, "First result file (default: WORK0001.MUS beside the first page)")
+  command.add_option("-o,--result", options.result, "First result file (default: WORK0001.MUS beside the first page)")
       ->type_name("FILE");
   command.add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
   command.add_flag("--no-overwrite", options.noOverwrite, "Ask before a file is replaced; No without a terminal");
@@ -105,8 +106,8 @@ void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
       "item. Changes nothing. Ends with status 0 when the conversion is correct; with 1 when it is not, or when a\n"
       "file cannot be read or written; with 2 on wrong usage.\n\nExamples:\n"
       "  kivsys verify PIECE*.MUS --result out/WORK0001.MUS\n"
-      "  kivsys verify --names names.txt --result out/WORK0001.MUS --manifest out/KivSystemManifest.txt\n"
-      "  sha256sum -c out/KivSystemManifest.txt");
+      "  kivsys verify --names names.txt --result out/WORK0001.MUS --manifest sums.txt\n"
+      "  sha256sum -c sums.txt");
   verify->callback([&options, &status] {
     requireSelection("verify", options.selection);
     status = runVerify(options);
@@ -141,7 +142,7 @@ void addSort(CLI::App& app, SortOptions& options, int& status) {
 void addChart(CLI::App& app, ChartOptions& options, int& status) {
   CLI::App* chart = app.add_subcommand("chart", "Analyze a group and show its systems by instruments");
   addSelection(*chart, options.selection, "Look for the names file in this folder, too");
-  chart->add_option("--out", options.out, "Write an SVG file; - is standard output (default: text)")
+  chart->add_option("-o,--out,--output", options.out, "Write an SVG file; - is standard output (default: text)")
       ->type_name("FILE.svg");
   chart->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
   chart->footer(

@@ -31,6 +31,7 @@ if(NOT WIN32)
     console/survey_command_test.cpp
     console/survey_state_test.cpp
     console/trace_test.cpp
+    console/usage_test.cpp
     console/verify_test.cpp
     console/warnings_test.cpp)
   if(KIV_SANITIZE)
@@ -52,8 +53,10 @@ if(NOT WIN32)
   kiv_bare_test_program(console_parts
     console/file_kinds_test.cpp
     console/names_list_test.cpp
+    console/nearest_word_test.cpp
     ../apps/kivsys/safety/file_kinds.cpp
-    ../apps/kivsys/selection/names_list.cpp)
+    ../apps/kivsys/selection/names_list.cpp
+    ../apps/kivsys/usage/nearest_word.cpp)
 endif()
 
 if(WIN32)

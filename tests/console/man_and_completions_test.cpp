@@ -37,9 +37,11 @@ Words optionsIn(const std::string& help) {
   Words options;
   for (const std::string& line : linesOf(help)) {
     if (line.starts_with("  -")) {
-      std::istringstream names(line.substr(2, line.find(' ', 2) - 2));
-      for (std::string name; std::getline(names, name, ',');) {
-        options.push_back(name);
+      std::istringstream words(line.substr(0, line.find("  ", 2)));
+      for (std::string word; words >> word;) {
+        if (word.starts_with('-')) {
+          options.push_back(word.substr(0, word.find(',')));
+        }
       }
     }
   }
@@ -54,7 +56,7 @@ Words commandsIn(const std::string& help) {
     if (listed && line.starts_with("  ") && std::isalpha(static_cast<unsigned char>(line[2])) != 0) {
       commands.push_back(line.substr(2, line.find(' ', 2) - 2));
     }
-    listed = line == "Subcommands:" || (listed && line.starts_with("  "));
+    listed = line == "Commands:" || (listed && line.starts_with("  "));
   }
   return commands;
 }
@@ -119,8 +121,8 @@ using Offered = std::set<std::string>;
 
 TEST_F(ManAndCompletions, TheHelpIsUnderstood) {
   EXPECT_EQ(commands(), (Words{"analyze", "convert", "verify", "survey", "trace", "sort", "draw", "chart", "dump",
-                               "build", "completions", "man"}));
-  EXPECT_EQ(optionsIn(help("draw")), (Words{"-h", "--help", "--out"}));
+                               "build", "help", "completions", "man"}));
+  EXPECT_EQ(optionsIn(help("draw")), (Words{"-h", "--help", "-o", "--out", "--output"}));
 }
 
 TEST_F(ManAndCompletions, ThePageHasEveryCommandAndOption) {

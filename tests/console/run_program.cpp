@@ -72,15 +72,27 @@ std::string Workplace::read(const std::string& file) const {
 Ended Workplace::kivsys(const std::vector<std::string>& arguments, const std::string& folder,
                         const std::string& input) const {
   std::ofstream(outside_ / "in", std::ios::binary) << input;
+  Ended ended = run(arguments, folder, outside_ / "out");
+  ended.out = contentOf(outside_ / "out");
+  return ended;
+}
+
+Ended Workplace::kivsysIntoFullDevice(const std::vector<std::string>& arguments) const {
+  std::ofstream(outside_ / "in", std::ios::binary) << "";
+  return run(arguments, ".", "/dev/full");
+}
+
+Ended Workplace::run(const std::vector<std::string>& arguments, const std::string& folder,
+                     const fs::path& output) const {
   std::string command = "cd " + quoted((path_ / folder).string()) +
                         " && TMPDIR=" + quoted((outside_ / "tmp").string()) + " " + quoted(KIVSYS_PROGRAM);
   for (const std::string& argument : arguments) {
     command += " " + quoted(argument);
   }
-  command += " <" + quoted((outside_ / "in").string()) + " >" + quoted((outside_ / "out").string()) + " 2>" +
+  command += " <" + quoted((outside_ / "in").string()) + " >" + quoted(output.string()) + " 2>" +
              quoted((outside_ / "error").string());
   const int status = std::system(command.c_str());
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(outside_ / "out"), contentOf(outside_ / "error")};
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, "", contentOf(outside_ / "error")};
 }
 
 std::vector<std::string> filesIn(const std::filesystem::path& folder) {

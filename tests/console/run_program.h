@@ -32,8 +32,13 @@ class Workplace {
   /// Runs kivsys in a folder of the workplace, with this text on its standard input.
   Ended kivsys(const std::vector<std::string>& arguments, const std::string& folder = ".",
                const std::string& input = "") const;
+  /// Runs kivsys with a device as its standard output on which nothing can be written.
+  Ended kivsysIntoFullDevice(const std::vector<std::string>& arguments) const;
 
  private:
+  Ended run(const std::vector<std::string>& arguments, const std::string& folder,
+            const std::filesystem::path& output) const;
+
   std::filesystem::path path_;
   std::filesystem::path outside_;  // what the runs print, and the folder for temporary files
 };

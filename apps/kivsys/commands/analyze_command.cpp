@@ -60,7 +60,7 @@ int analyzeNames(ConsoleHost& console, const std::string& namesFile, const Analy
   const bool details = options.json || options.jsonl;
   AnalysisOutput output{outcomeOf(program, console, normalEnd), {}, {}, {}, pages ? &*pages : nullptr};
   if (output.outcome.normalEnd && !options.selection.likePanel) {
-    output.warnings = showWarnings(program, {scopeOf(output.outcome), options.allowZeroId}, details);
+    output.warnings = showWarnings(console.user(), program, {scopeOf(output.outcome), options.allowZeroId}, details);
   }
   if (output.outcome.normalEnd) {
     output.layouts = layoutsOf(console, program.systems, details ? Places::ofEverySystem : Places::ofFirstSystems);

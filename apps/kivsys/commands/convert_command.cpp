@@ -162,8 +162,9 @@ bool ConvertRun::convert(const ConversionOptions& conversion) {
 /// Shows what the run loses, before anything of it is written.
 void ConvertRun::warn(ConvertOutput& output) {
   const bool converts = needsConversion_ || options_.force;
-  output.warnings = showWarnings(program_, {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId},
-                                 options_.json);
+  output.warnings =
+      showWarnings(console_.user(), program_,
+                   {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId}, options_.json);
   output.refused = options_.strict && !output.warnings.messages.empty();
   if (output.refused) {
     printError("nothing is converted, as there are warnings and --strict is given");

@@ -184,6 +184,9 @@ int runSurvey(const SurveyOptions& options) {
     }
   }
   ConsoleHost console;
+  if (options.quiet) {
+    console.user().beQuiet();
+  }
   SurveyState state;
   if (!options.resume.empty()) {
     if (options.resume == standardOutput) {

@@ -1,10 +1,8 @@
 #include "apps/kivsys/commands/warned_run.h"
 
-#include "platform/console/native_system.h"
-
 namespace kiv {
 
-Warnings showWarnings(KivSystem& program, const WarnedRun& run, bool withProblems) {
+Warnings showWarnings(ConsoleUser& user, KivSystem& program, const WarnedRun& run, bool withProblems) {
   Files& files = program.host.files;
   const std::vector<std::string>& names = program.names.nameList;
   const std::vector<std::string> inputs(names.begin(), names.begin() + program.names.nameCount);
@@ -12,7 +10,7 @@ Warnings showWarnings(KivSystem& program, const WarnedRun& run, bool withProblem
   if (withProblems) {
     warnings.problems = findProblems(files, warnings.messages);
   }
-  NativeSystem::writeError(asText(warnings));
+  user.printNotes(asText(warnings));
   return warnings;
 }
 

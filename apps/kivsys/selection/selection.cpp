@@ -91,6 +91,9 @@ std::string folderOfRun(NativeSystem& system, const Selection& selection) {
 int runOnSelection(ConsoleHost& console, const Selection& selection, const SelectionUse& use,
                    const std::function<int(const std::string& namesFile)>& run) {
   noteStopSignals(SecondSignal::isNoted);
+  if (selection.quiet) {
+    console.user().beQuiet();
+  }
   int status = exit_status::critical;
   const auto ended = exitCodeOf(console.user(), [&] {
     status = selection.likePanel ? runLikePanel(console, selection, run) : runGuarded(console, selection, use, run);

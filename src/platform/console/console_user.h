@@ -24,6 +24,11 @@ class ConsoleUser : public User {
   /// Text files are read through the files, which must outlive this object.
   explicit ConsoleUser(Files& files) : files_(files), terminal_(NativeSystem::errorIsTerminal()) {}
 
+  /// From now on only critical messages and questions are printed, and no progress; all messages are kept.
+  void beQuiet() { quiet_ = true; }
+  /// Prints lines on standard error that are no message, unless the user wants none.
+  void printNotes(std::string_view lines);
+
   Answer show(const Message& message) override;
   bool showText(const std::string& name) override;
   void setPointer(Pointer /*pointer*/) override {}
@@ -36,9 +41,11 @@ class ConsoleUser : public User {
  private:
   Answer ask() const;
   void clearProgress();
+  bool isPrinted(const Message& message) const;
 
   Files& files_;
   bool terminal_;
+  bool quiet_ = false;
   bool progressShown_ = false;
   std::vector<ShownMessage> messages_;
 };
