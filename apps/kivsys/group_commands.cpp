@@ -13,14 +13,18 @@ void addSelection(CLI::App& command, Selection& selection, const std::string& fo
   CLI::Option* names =
       command.add_option("--names", selection.names, "Names file that lists the pages; - is standard input")
           ->type_name("FILE");
-  CLI::Option* pages = command.add_option("page", selection.pages, "Page files, in their order")->type_name("PAGE");
+  CLI::Option* pages =
+      command.add_option("page", selection.pages, "Page files of one group, or its folder")->type_name("PAGE");
   names->excludes(pages);
+  command.add_flag("--keep-order", selection.keepOrder,
+                   "Take the page files in the order in which they are named, not in natural order (P1, P2, P10)");
   command.add_flag("-q,--quiet", selection.quiet, "Print errors only: no notes, no warnings, no progress");
 }
 
 void addLikePanel(CLI::App& command, Selection& selection) {
-  command.add_flag("--like-panel", selection.likePanel,
-                   "Do exactly what the window does: without a guard, and with its way with names files");
+  command.add_flag(
+      "--like-panel", selection.likePanel,
+      "Do exactly what the window does: without a guard, with its way with names files; implies --keep-order");
 }
 
 /// Refuses a command line that selects no pages.

@@ -37,7 +37,7 @@ void addSurvey(CLI::App& app, SurveyOptions& options, int& status) {
 
 void addDraw(CLI::App& app, DrawOptions& options, int& status) {
   CLI::App* draw = app.add_subcommand("draw", "Draw a page from its items");
-  draw->add_option("page", options.page, "Page file")->required()->type_name("PAGE");
+  draw->add_option("page", options.page, "Page file; - is standard input")->required()->type_name("PAGE");
   draw->add_option("-o,--out,--output", options.out, "Drawing to write (default: -, standard output)")
       ->type_name("FILE.svg");
   draw->footer(
@@ -49,7 +49,7 @@ void addDraw(CLI::App& app, DrawOptions& options, int& status) {
 
 void addPageCommands(CLI::App& app, PageFiles& files, int& status) {
   CLI::App* dump = app.add_subcommand("dump", "Print a page as text, one item per line");
-  dump->add_option("page", files.page, "Page file")->required()->type_name("PAGE");
+  dump->add_option("page", files.page, "Page file; - is standard input")->required()->type_name("PAGE");
   dump->footer("Example:\n  kivsys dump PIECE001.MUS > piece001.txt");
   dump->callback([&files, &status] { status = runDump(files.page); });
 
@@ -57,7 +57,7 @@ void addPageCommands(CLI::App& app, PageFiles& files, int& status) {
   build->add_option("text", files.text, "Page text, as dump prints it; - is standard input")
       ->required()
       ->type_name("TEXT");
-  build->add_option("page", files.page, "Page file to write")->required()->type_name("PAGE");
+  build->add_option("page", files.page, "Page file to write; - is standard output")->required()->type_name("PAGE");
   build->add_flag("--force", files.force, "Replace the page if it exists");
   build->footer("Example:\n  kivsys build piece001.txt PIECE001.MUS");
   build->callback([&files, &status] { status = runBuild(files); });

@@ -18,6 +18,7 @@ if(NOT WIN32)
     console/keep_going_test.cpp
     console/large_files_test.cpp
     console/man_and_completions_test.cpp
+    console/page_arguments_test.cpp
     console/page_commands_test.cpp
     console/pictures_test.cpp
     console/read_back_test.cpp
@@ -53,9 +54,11 @@ if(NOT WIN32)
   kiv_bare_test_program(console_parts
     console/file_kinds_test.cpp
     console/names_list_test.cpp
+    console/natural_order_test.cpp
     console/nearest_word_test.cpp
     ../apps/kivsys/safety/file_kinds.cpp
     ../apps/kivsys/selection/names_list.cpp
+    ../apps/kivsys/selection/natural_order.cpp
     ../apps/kivsys/usage/nearest_word.cpp)
 endif()
 

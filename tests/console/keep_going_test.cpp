@@ -30,7 +30,8 @@ class KeepGoing : public ::testing::Test {
 
 TEST_F(KeepGoing, NamesBadPagesAndAnalyzesTheOthers) {
   addMixture();
-  const Ended ended = place.kivsys({"analyze", "--keep-going", "X1.MUS", "X2.MUS", "X3.MUS", "X;4.MUS", "GONE5.MUS"});
+  const Ended ended =
+      place.kivsys({"analyze", "--keep-going", "--keep-order", "X1.MUS", "X2.MUS", "X3.MUS", "X;4.MUS", "GONE5.MUS"});
   EXPECT_EQ(ended.status, 1);
   EXPECT_EQ(ended.out,
             "CONSISTENCY=YES\nMULTIFILE=NO\nFiles: 2\nSystems: 2\nInstruments: 1\n"

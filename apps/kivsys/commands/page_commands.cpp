@@ -1,17 +1,14 @@
 #include "apps/kivsys/commands/page_commands.h"
 
-#include <iostream>
-
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/safety/input_files.h"
 #include "apps/kivsys/safety/output_file.h"
+#include "apps/kivsys/selection/named_input.h"
 #include "apps/kivsys/selection/selection.h"
-#include "mus/format.h"
 #include "pagetext/page_text.h"
-#include "platform/bounded_file.h"
 #include "platform/console/error_line.h"
 #include "platform/console/native_system.h"
-#include "platform/console/standard_input.h"
 
 namespace kiv {
 namespace {
@@ -21,15 +18,10 @@ int fail(const std::string& reason) {
   return exit_status::critical;
 }
 
-/// Says why a file has no content.
-int failRead(const BoundedContent& content, const std::string& name, std::size_t limit, std::string_view kind) {
-  return fail(content.isTooLarge ? name + " " + tooLarge(limit, kind) : "cannot read " + name);
-}
-
 /// Why the page may not be written; nullopt when it may.
 std::optional<std::string> refusalToReplace(NativeSystem& system, const PageFiles& files) {
   const std::string path = system.diskName(NativeSystem::coreName(files.page));
-  if (files.text != "-") {
+  if (files.text != standardInput) {
     InputFiles inputs;
     inputs.add(system.diskName(NativeSystem::coreName(files.text)));
     if (auto reason = inputs.refusal("page", path)) {
@@ -44,30 +36,23 @@ std::optional<std::string> refusalToReplace(NativeSystem& system, const PageFile
 
 int runDump(const std::string& page) {
   NativeSystem system;
-  const BoundedContent file = readBounded(system, NativeSystem::coreName(page), readableBytes);
-  if (file.isTooLarge) {
-    return failRead(file, page, readableBytes, "a page");
-  }
-  if (!file.bytes) {
-    const std::string reason = readFailure(system.diskName(NativeSystem::coreName(page))).value_or("I/O error");
-    return refuse({"cannot read " + page + ": " + reason});
-  }
-  std::cout << dumpPage(*file.bytes) << std::flush;
-  return std::cout ? exit_status::normal : fail("cannot write to standard output");
+  const NamedInput file = readNamedInput(system, page, pageInput);
+  return file.bytes ? printOutcome(dumpPage(*file.bytes), exit_status::normal) : file.status;
 }
 
 int runBuild(const PageFiles& files) {
-  const std::string& text = files.text;
   const std::string& page = files.page;
   NativeSystem system;
-  const BoundedContent lines = text == "-" ? readStandardInput(most_bytes::pageText)
-                                           : readBounded(system, NativeSystem::coreName(text), most_bytes::pageText);
+  const NamedInput lines = readNamedInput(system, files.text, pageTextInput);
   if (!lines.bytes) {
-    return failRead(lines, text, most_bytes::pageText, "a page text");
+    return lines.status;
   }
   const auto built = buildPage(*lines.bytes);
   if (const auto* error = std::get_if<PageTextError>(&built)) {
-    return fail(text + ":" + std::to_string(error->line) + ": " + error->reason);
+    return fail(files.text + ":" + std::to_string(error->line) + ": " + error->reason);
+  }
+  if (page == standardOutput) {
+    return printOutcome(std::get<std::string>(built), exit_status::normal);
   }
   if (const auto reason = refusalToReplace(system, files)) {
     return refuse({*reason});

@@ -1,5 +1,8 @@
 #include "apps/kivsys/selection/page_finder.h"
 
+#include <algorithm>
+
+#include "apps/kivsys/selection/natural_order.h"
 #include "input/file_names.h"
 #include "platform/native_file.h"
 #include "platform/separators.h"
@@ -46,10 +49,31 @@ std::string PageFinder::add(const WantedPage& page) {
     known_.emplace(system_.upperCase(page.name), FoundFile{page.typed, path});
   }
   if (problem.empty() || search_.skipsBadPages) {
-    names_ += page.name + " 1\r\n";
+    names_.push_back(page.name);
     return "";
   }
   return page.place + problem;
+}
+
+bool PageFinder::putIntoNaturalOrder() {
+  const auto isBefore = [&](const std::string& a, const std::string& b) {
+    return comesBefore(system_.upperCase(a), system_.upperCase(b));
+  };
+  if (std::is_sorted(names_.begin(), names_.end(), isBefore)) {
+    return false;
+  }
+  std::stable_sort(names_.begin(), names_.end(), isBefore);
+  std::stable_sort(pages_.begin(), pages_.end(),
+                   [&](const FoundFile& a, const FoundFile& b) { return isBefore(a.name, b.name); });
+  return true;
+}
+
+std::string PageFinder::names() const {
+  std::string lines;
+  for (const std::string& name : names_) {
+    lines += name + " 1\r\n";
+  }
+  return lines;
 }
 
 }  // namespace kiv

@@ -23,8 +23,11 @@ class PageFinder {
   /// What is wrong with the page, where it stands; "" when it was added to the group.
   std::string add(const WantedPage& page);
 
+  /// Puts the pages into natural order, whatever the case of their names. Returns whether that changes anything.
+  bool putIntoNaturalOrder();
+
   /// The names file of the group.
-  const std::string& names() const { return names_; }
+  std::string names() const;
   const std::vector<FoundFile>& pages() const { return pages_; }
 
  private:
@@ -33,7 +36,7 @@ class PageFinder {
 
   ConsoleSystem& system_;
   const PageSearch& search_;
-  std::string names_;
+  std::vector<std::string> names_;  // of the pages that the command is to have, bad ones too
   std::vector<FoundFile> pages_;
   std::map<std::string, FoundFile> known_;  // by name in upper case
 };
