@@ -8,6 +8,7 @@ if(NOT WIN32)
     console/convert_test.cpp
     console/documents_test.cpp
     console/dry_run_test.cpp
+    console/error_lines_test.cpp
     console/example_pages.cpp
     console/example_test.cpp
     console/explain_test.cpp

@@ -171,6 +171,7 @@ TEST_F(SafeResults, AFolderThatCannotBeListedIsRefused) {
   const Ended ended = place.kivsys({"convert", "x1.mus", "x2.mus", "--result", "hidden/WORK0001.MUS"});
   EXPECT_EQ(ended.status, 2);
   EXPECT_NE(ended.error.find("cannot list the folder of the results"), std::string::npos) << ended.error;
+  fs::permissions(place.path() / "hidden", fs::perms::owner_all);
 }
 
 }  // namespace

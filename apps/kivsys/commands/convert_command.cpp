@@ -66,6 +66,19 @@ int exitStatusOf(const ConvertOutput& output) {
   return output.refused ? exit_status::notUsable : exit_status::normal;
 }
 
+/// What to do after a run that has not written results, as a command line.
+std::string nextCommand(const ConvertOutput& output) {
+  const RunOutcome& outcome = output.outcome;
+  if (!outcome.normalEnd || output.refused) {
+    return "";
+  }
+  if (output.planned != nullptr && !output.planned->replaced().empty()) {
+    return "Next: kivsys convert PAGE...\n";
+  }
+  const bool isConverted = !outcome.created.value_or(std::vector<std::string>()).empty();
+  return outcome.qualifies() && !isConverted ? "Next: kivsys convert --force PAGE...\n" : "";
+}
+
 int print(const ConvertOutput& output, bool json) {
   return printOutcome(json ? asJson(output) : asText(output), exitStatusOf(output));
 }
@@ -274,7 +287,11 @@ int runConvert(const ConvertOptions& options) {
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
     OverlayFiles overlay(system, system);
     ConvertRun run(console, options.dryRun ? &overlay : nullptr, options, place.folder);
-    return print(run.run(namesFile, firstResultFile), options.json);
+    const ConvertOutput output = run.run(namesFile, firstResultFile);
+    if (!options.selection.likePanel) {
+      console.user().printNotes(nextCommand(output));
+    }
+    return print(output, options.json);
   });
 }
 

@@ -59,6 +59,7 @@ int drawPage(ConsoleHost& console, Files& files, const std::string& page, const 
 
 int runDraw(const DrawOptions& options) {
   ConsoleHost console;
+  console.useConsoleWords();
   ConsoleSystem& system = console.system();
   const std::string out = options.out == standardOutput ? options.out : NativeSystem::coreName(options.out);
   if (const auto reasons = refusals(system, options, out); !reasons.empty()) {

@@ -1,8 +1,11 @@
 #include "apps/kivsys/commands/sort_command.h"
 
+#include <nlohmann/json.hpp>
+
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/outcome_json.h"
+#include "apps/kivsys/output/warnings_output.h"
 #include "apps/kivsys/safety/input_files.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
@@ -11,14 +14,22 @@
 namespace kiv {
 namespace {
 
-/// Whether every page has its sorted one; a line on standard error when not.
-bool sortedAll(ConsoleHost& console) {
+/// Whether every page has its sorted one. A line on standard error says how many have not, unless the message about the
+/// only page says so.
+bool sortedAll(ConsoleHost& console, bool isSorted) {
   const std::size_t pages = console.system().pages().size();
   const std::size_t sorted = console.replacedFiles().size();
-  if (sorted < pages) {
+  if (sorted < pages && (isSorted || pages > 1)) {
     printError("only " + std::to_string(sorted) + " of " + std::to_string(pages) + " pages were sorted");
   }
   return sorted >= pages;
+}
+
+std::string asJson(ConsoleHost& console, const RunOutcome& outcome) {
+  Json object = jsonOf(outcome);
+  object["problems"] = jsonOf(problemsOf(console.system(), outcome), {});
+  object["schema_version"] = schemaVersion;
+  return asLine(object);
 }
 
 int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOptions& options) {
@@ -27,10 +38,10 @@ int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOpti
   const ReadBack readBack = options.selection.likePanel ? ReadBack::no : ReadBack::yes;
   const bool isSorted =
       endsNormally(console, [&] { cmdSortInstrument_Click(console.host(), namesFile, names, items, readBack); });
-  const bool areAllSorted = options.selection.likePanel || !isSorted || sortedAll(console);
+  const bool areAllSorted = options.selection.likePanel || sortedAll(console, isSorted);
   const bool normalEnd = flushResults(console) && isSorted && areAllSorted;
   const RunOutcome outcome = writingOutcomeOf(names, console, normalEnd);
-  return printOutcome(options.json ? asJson(outcome) : createdLines(outcome),
+  return printOutcome(options.json ? asJson(console, outcome) : createdLines(outcome),
                       normalEnd ? exit_status::normal : exit_status::critical);
 }
 

@@ -10,7 +10,7 @@ Warnings showWarnings(ConsoleUser& user, KivSystem& program, const WarnedRun& ru
   if (withProblems) {
     warnings.problems = findProblems(files, warnings.messages);
   }
-  user.printNotes(asText(warnings));
+  user.printNotes(asText(warnings, [&](const std::string& name) { return user.nameOf(name); }));
   return warnings;
 }
 

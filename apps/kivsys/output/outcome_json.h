@@ -20,9 +20,6 @@ const char* nameOf(Icon icon);
 /// The outcome as an object, without the schema's version.
 Json jsonOf(const RunOutcome& outcome);
 
-/// The outcome with the schema's version, on a line of its own.
-std::string asJson(const RunOutcome& outcome);
-
 /// Names of the core with the paths of their files.
 Json pathsJson(const std::vector<FoundFile>& files);
 

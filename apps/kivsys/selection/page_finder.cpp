@@ -50,6 +50,9 @@ std::string PageFinder::add(const WantedPage& page) {
   }
   if (problem.empty() || search_.skipsBadPages) {
     names_.push_back(page.name);
+    if (!problem.empty()) {
+      badPages_.push_back({page.name, page.typed});
+    }
     return "";
   }
   return page.place + problem;

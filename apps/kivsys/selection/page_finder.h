@@ -29,6 +29,8 @@ class PageFinder {
   /// The names file of the group.
   std::string names() const;
   const std::vector<FoundFile>& pages() const { return pages_; }
+  /// The pages that are left to the command, by their names as they were typed.
+  const std::vector<FoundFile>& badPages() const { return badPages_; }
 
  private:
   std::string fileOf(const std::string& name);
@@ -38,6 +40,7 @@ class PageFinder {
   const PageSearch& search_;
   std::vector<std::string> names_;  // of the pages that the command is to have, bad ones too
   std::vector<FoundFile> pages_;
+  std::vector<FoundFile> badPages_;
   std::map<std::string, FoundFile> known_;  // by name in upper case
 };
 

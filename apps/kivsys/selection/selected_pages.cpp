@@ -73,6 +73,7 @@ SelectedPages findTypedPages(ConsoleSystem& system, const std::vector<std::strin
   selected.isReordered = !search.keepsOrder && finder.putIntoNaturalOrder();
   selected.names = finder.names();
   selected.pages = finder.pages();
+  selected.badPages = finder.badPages();
   return selected;
 }
 
@@ -98,6 +99,7 @@ SelectedPages findListedPages(ConsoleSystem& system, const std::string& list, co
   }
   selected.names = finder.names();
   selected.pages = finder.pages();
+  selected.badPages = finder.badPages();
   return selected;
 }
 

@@ -13,6 +13,7 @@ struct SelectedPages {
   std::string listPath;             ///< the list's file on the disk; "" when there is none
   std::string names;                ///< the names file that the run loads
   std::vector<FoundFile> pages;     ///< those that can be read, in their order
+  std::vector<FoundFile> badPages;  ///< those that are left to the command, by their names as they were typed
   bool isReordered = false;         ///< the pages were typed in another order
   std::vector<std::string> errors;  ///< what is wrong, a line each; pages can be used when there are none
 };

@@ -68,6 +68,7 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
   const SelectedPages pages = selection.names.empty() ? findTypedPages(system, selection.pages, search)
                                                       : findListedPages(system, selection.names, search);
   system.bindPages(pages.pages);
+  system.showAs(pages.badPages);
   system.serveNamesFile(pages.namesFile, pages.names);
   if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {
     return refuse(reasons);
@@ -113,6 +114,9 @@ std::string folderOfRun(NativeSystem& system, const Selection& selection) {
 int runOnSelection(ConsoleHost& console, const Selection& selection, const SelectionUse& use,
                    const std::function<int(const std::string& namesFile)>& run) {
   noteStopSignals(SecondSignal::isNoted);
+  if (!selection.likePanel) {
+    console.useConsoleWords();
+  }
   if (selection.quiet) {
     console.user().beQuiet();
   }

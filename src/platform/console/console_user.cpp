@@ -81,7 +81,9 @@ bool ConsoleUser::isPrinted(const Message& message) const {
 Answer ConsoleUser::show(const Message& message) {
   clearProgress();
   if (isPrinted(message)) {
-    NativeSystem::writeError(std::string(severityOf(message.icon)) + asLines(withNamesEscaped(message)) + "\n");
+    NativeSystem::writeError(nameOf_
+                                 ? consoleLines(message, nameOf_)
+                                 : std::string(severityOf(message.icon)) + asLines(withNamesEscaped(message)) + "\n");
   }
   const Answer answer = message.buttons == Buttons::yesNo ? ask() : Answer::ok;
   messages_.push_back({message, answer});
