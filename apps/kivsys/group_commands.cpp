@@ -135,9 +135,8 @@ void addSort(CLI::App& app, SortOptions& options, int& status) {
   sort->add_flag("--json", options.json, "Print one JSON object and nothing else");
   addWait(*sort, options.selection);
   sort->footer(
-      "For pages of one system. Writes each page beside its input with the suffix PAG. Ends with status 0; with 1 "
-      "after a critical message;\n"
-      "with 2 on wrong usage.\n\nExample:\n  kivsys sort PIECE001.MUS");
+      "For pages of one system. Writes each page beside its input with the suffix PAG. Ends with status 0;\n"
+      "with 1 when a page cannot be sorted; with 2 on wrong usage.\n\nExample:\n  kivsys sort PIECE001.MUS");
   sort->callback([&options, &status] {
     requireSelection("sort", options.selection);
     status = runSort(options);

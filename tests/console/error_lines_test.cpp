@@ -79,6 +79,12 @@ TEST_F(ErrorLines, OfAPageInSeveralFilesNameItsTopFile) {
       << ended.error;
 }
 
+TEST_F(ErrorLines, OfAPageWithoutASystemBarlineNameItOnce) {
+  addPage("x1a.mus", "staff 1 at 0 instrument 101\n");
+  addPage("x1b.mus", "staff 1 at 0 instrument 102\n");
+  expectError({"analyze", "x1a.mus", "x1b.mus"}, "kivsys: x1a.mus: No system barline encountered in multifile page\n");
+}
+
 TEST_F(ErrorLines, OfSkippedPagesHaveTheReason) {
   addPage("x1.mus", bass);
   addPage("x2.mus", damaged);

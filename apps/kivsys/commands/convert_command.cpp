@@ -6,6 +6,7 @@
 
 #include "analysis/verdict.h"
 #include "apps/kivsys/commands/dry_run.h"
+#include "apps/kivsys/commands/next_command.h"
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/verify_command.h"
 #include "apps/kivsys/commands/warned_run.h"
@@ -64,19 +65,6 @@ int exitStatusOf(const ConvertOutput& output) {
     return exit_status::critical;
   }
   return output.refused ? exit_status::notUsable : exit_status::normal;
-}
-
-/// What to do after a run that has not written results, as a command line.
-std::string nextCommand(const ConvertOutput& output) {
-  const RunOutcome& outcome = output.outcome;
-  if (!outcome.normalEnd || output.refused) {
-    return "";
-  }
-  if (output.planned != nullptr && !output.planned->replaced().empty()) {
-    return "Next: kivsys convert PAGE...\n";
-  }
-  const bool isConverted = !outcome.created.value_or(std::vector<std::string>()).empty();
-  return outcome.qualifies() && !isConverted ? "Next: kivsys convert --force PAGE...\n" : "";
 }
 
 int print(const ConvertOutput& output, bool json) {
@@ -289,7 +277,7 @@ int runConvert(const ConvertOptions& options) {
     ConvertRun run(console, options.dryRun ? &overlay : nullptr, options, place.folder);
     const ConvertOutput output = run.run(namesFile, firstResultFile);
     if (!options.selection.likePanel) {
-      console.user().printNotes(nextCommand(output));
+      console.user().printNotes(output.refused ? "" : nextCommand(output.outcome, !overlay.replaced().empty()));
     }
     return print(output, options.json);
   });
