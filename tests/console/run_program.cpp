@@ -9,6 +9,8 @@
 #include <stdlib.h>  // mkdtemp
 #include <sys/wait.h>
 
+#include "tests/console/json_schema.h"
+
 namespace kiv::test {
 namespace {
 
@@ -74,6 +76,7 @@ Ended Workplace::kivsys(const std::vector<std::string>& arguments, const std::st
   std::ofstream(outside_ / "in", std::ios::binary) << input;
   Ended ended = run(arguments, folder, outside_ / "out");
   ended.out = contentOf(outside_ / "out");
+  expectValidObjects(arguments, ended.out);
   return ended;
 }
 

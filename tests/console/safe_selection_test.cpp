@@ -142,7 +142,7 @@ TEST_F(SafeSelection, JsonHasThePathOfEveryFile) {
   EXPECT_EQ(object["paths"], expected);
   const Json verified =
       Json::parse(place.kivsys({"verify", "--json", "--result", "WORK0001.MUS", "X1.mus", "x2.Mus"}).out);
-  EXPECT_EQ(schemaErrors(verified, "verification"), Names());
+  EXPECT_EQ(schemaErrors(verified, "verify"), Names());
   EXPECT_EQ(verified["paths"][2]["path"], path("X1.mus"));
 }
 

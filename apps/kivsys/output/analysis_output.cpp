@@ -25,10 +25,11 @@ bool hasSummary(const AnalysisOutput& output) {
   return output.pages->anyLeft() ? output.outcome.normalEnd : output.pages->anySkipped();
 }
 
-/// The object, its kind as the first key.
+/// The object, its kind as the first key and the schema's version as the last one.
 std::string recordLine(const char* kind, const Json& object) {
   Json record = {{"record", kind}};
   record.update(object);
+  record["schema_version"] = schemaVersion;
   return asLine(record);
 }
 
@@ -65,9 +66,7 @@ std::string asJsonLines(const AnalysisOutput& output) {
       }
     }
   }
-  Json outcome = outcomeJson(output);
-  outcome["schema_version"] = schemaVersion;
-  return lines + recordLine("outcome", outcome);
+  return lines + recordLine("outcome", outcomeJson(output));
 }
 
 }  // namespace kiv

@@ -12,7 +12,7 @@ namespace kiv {
 using Json = nlohmann::ordered_json;
 
 /// What docs/json-schema.json describes; raised when a key is removed or changes its meaning.
-constexpr int schemaVersion = 1;
+constexpr int schemaVersion = 2;
 
 /// "information", "exclamation", "critical" or "none".
 const char* nameOf(Icon icon);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/piece_json.h"
 #include "platform/console/native_system.h"
 #include "platform/console/printable.h"
@@ -121,8 +122,11 @@ std::string SurveyLines::line(const LibraryPiece& piece, const PieceFindings& fi
 }
 
 std::string SurveyLines::end(bool interrupted) const {
-  return format_ == SurveyFormat::json ? std::string("\n],\"interrupted\":") + (interrupted ? "true" : "false") + "}\n"
-                                       : "";
+  if (format_ != SurveyFormat::json) {
+    return "";
+  }
+  return std::string("\n],\"interrupted\":") + (interrupted ? "true" : "false") +
+         ",\"schema_version\":" + std::to_string(schemaVersion) + "}\n";
 }
 
 }  // namespace kiv
