@@ -41,7 +41,9 @@ void addWait(CLI::App& command, Selection& selection) {
 
 void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
   addSelection(command, options.selection, "Write report and verdict to this folder");
-  command.add_option("-o,--result", options.result, "First result file (default: WORK0001.MUS beside the first page)")
+  command
+      .add_option("-o,--result", options.result,
+                  "First result file, such as out/WORK0001.MUS (default: WORK0001.MUS beside the first page)")
       ->type_name("FILE");
   command.add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
   command.add_flag("--no-overwrite", options.noOverwrite, "Ask before a file is replaced; No without a terminal");
@@ -102,7 +104,9 @@ void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
   CLI::App* verify = app.add_subcommand("verify", "Check that a conversion has lost and changed nothing");
   addSelection(*verify, options.selection, "Folder of report and verdict");
   verify->add_option("--result", options.result, "First result file of the conversion")->required()->type_name("FILE");
-  verify->add_option("--manifest", options.manifest, "Write the SHA-256 of all files to FILE, for sha256sum -c")
+  verify
+      ->add_option("--manifest", options.manifest,
+                   "Write the SHA-256 of all files to FILE, for sha256sum -c; - is standard output")
       ->type_name("FILE");
   verify->add_flag("--json", options.json, "Print one JSON object, with the SHA-256 of all files, and nothing else");
   verify->footer(

@@ -123,11 +123,13 @@ TEST_F(PageArguments, AFolderOfSeveralGroupsIsRefusedWithTheirNames) {
   addPages({"music/P1.mus", "music/P2.mus", "music/Symph001.mus", "music/12.mus"});
   place.write("music/notes.MUS", "");
   for (const std::string command : {"analyze", "convert", "trace", "sort", "chart"}) {
-    expectRefused({command, "music"},
-                  "music has pages of several groups, name those of one: 12.mus, NOTES.MUS, P, SYMPH");
+    expectRefused(
+        {command, "music"},
+        "music has pages of several groups, name those of one (as in music/P*.mus): 12.mus, NOTES.MUS, P, SYMPH");
   }
-  expectRefused({"analyze", "--keep-going", "music"},
-                "music has pages of several groups, name those of one: 12.mus, NOTES.MUS, P, SYMPH");
+  expectRefused(
+      {"analyze", "--keep-going", "music"},
+      "music has pages of several groups, name those of one (as in music/P*.mus): 12.mus, NOTES.MUS, P, SYMPH");
 }
 
 TEST_F(PageArguments, AFolderWithoutPagesIsNamed) {
@@ -172,6 +174,11 @@ TEST_F(PageArguments, APatternThatTheShellLeftAsItIsMatchesNothing) {
   expectRefused({"draw", "NO*.mus"}, "no page matches NO*.mus: No such file or directory");
   addPage("P*1.mus", bass);
   EXPECT_EQ(place.kivsys({"dump", "P*1.mus"}).status, 0) << "a name may have an asterisk";
+}
+
+TEST_F(PageArguments, ThatCanBeNoPageAreExplained) {
+  expectRefused({"analyze", "-"}, "pages are read from files, and their list from standard input with --names -");
+  expectRefused({"analyze", ""}, "the name of a page is empty");
 }
 
 TEST_F(PageArguments, APageMayComeFromStandardInput) {

@@ -69,6 +69,20 @@ TEST_F(Usage, AValueIsNeverTakenForAnOption) {
               "options.\n");
 }
 
+TEST_F(Usage, AnOptionWithoutItsObjectIsNamedWithIt) {
+  const std::string hint = "\nTry 'kivsys survey --help'.\n";
+  expectWrong({"survey", ".", "--jobs"}, "kivsys: survey: --jobs needs N" + hint);
+  expectWrong({"survey", ".", "-qj"}, "kivsys: survey: -j needs N" + hint);
+  expectWrong({"survey", ".", "--resume="}, "kivsys: survey: --resume needs FILE" + hint);
+}
+
+TEST_F(Usage, AnOptionBeforeItsCommandGetsAHint) {
+  const std::string hint = "\nOptions come after the command: kivsys analyze ";
+  expectWrong({"--json", "analyze", "x1.mus"}, "kivsys: unknown option: --json" + hint + "--json\n");
+  expectWrong({"-q", "analyze", "x1.mus"}, "kivsys: unknown option: -q" + hint + "-q\n");
+  expectWrong({"--csv", "analyze", "x1.mus"}, "kivsys: unknown option: --csv\n'kivsys --help' lists the options.\n");
+}
+
 TEST_F(Usage, EveryErrorIsOneLineAndAHint) {
   const std::vector<Names> wrong = {{},
                                     {"analyze"},

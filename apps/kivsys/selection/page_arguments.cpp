@@ -41,6 +41,17 @@ std::string namesOf(const std::vector<Piece>& groups) {
   return groups.size() > mostNames ? names + " and " + std::to_string(groups.size() - mostNames) + " more" : names;
 }
 
+/// The pattern that matches the pages of the first group of several pages; else the first page.
+std::string patternOf(const std::vector<Piece>& groups) {
+  const auto group = std::find_if(groups.begin(), groups.end(),
+                                  [](const Piece& piece) { return piece.files.size() > 1 && !piece.prefix.empty(); });
+  if (group == groups.end()) {
+    return groups.front().files.front();
+  }
+  const std::string& first = group->files.front();
+  return first.substr(0, group->prefix.size()) + "*" + first.substr(first.rfind('.'));
+}
+
 std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std::string& typed) {
   const std::string folder = system.fullName(withoutSeparators(system, typed));
   const std::string path = system.diskName(folder);
@@ -59,14 +70,15 @@ std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std:
     const auto unreadable = isNamedAsPage ? whyUnreadable(typed, path) : std::nullopt;
     return unreadable ? *unreadable : "no pages in the folder " + typed;
   }
+  const std::string start = typed + (endsWithSeparator(system, typed) ? "" : std::string(1, preferredSeparator));
   if (groups.size() > 1) {
-    return typed + " has pages of several groups, name those of one: " + namesOf(groups);
+    return typed + " has pages of several groups, name those of one (as in " + start + patternOf(groups) +
+           "): " + namesOf(groups);
   }
   Pages pages = std::move(groups.front().files);
   std::sort(pages.begin(), pages.end(), [&](const std::string& a, const std::string& b) {
     return comesBefore(system.upperCase(a), system.upperCase(b));
   });
-  const std::string start = typed + (endsWithSeparator(system, typed) ? "" : std::string(1, preferredSeparator));
   for (std::string& page : pages) {
     page = start + page;
   }
@@ -76,6 +88,12 @@ std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std:
 }  // namespace
 
 std::variant<Pages, std::string> pagesMeantBy(ConsoleSystem& system, const std::string& argument) {
+  if (argument.empty()) {
+    return "the name of a page is empty";
+  }
+  if (argument == "-") {
+    return "pages are read from files, and their list from standard input with --names -";
+  }
   Pages pages;
   for (const std::string& typed : NativeSystem::filesMatching(argument)) {
     const std::string path = system.diskName(system.fullName(withoutSeparators(system, typed)));

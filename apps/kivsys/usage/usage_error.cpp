@@ -85,11 +85,23 @@ class CommandWords {
 
   void readLong(const std::string& word) {
     const std::string name = word.substr(0, word.find('='));
-    if (const OptionRow* option = findOption(command_, name)) {
-      given_.push_back(option);
-      next_ += option->value.empty() || name.size() < word.size() ? 0U : 1U;
-    } else {
+    const OptionRow* option = findOption(command_, name);
+    if (option == nullptr) {
       error_ = unknownOption(command_, name);
+      return;
+    }
+    given_.push_back(option);
+    if (!option->value.empty()) {
+      readValue(name, *option, name.size() < word.size() ? Value::isInWord : Value::isNext, word.ends_with('='));
+    }
+  }
+
+  enum class Value { isInWord, isNext };
+
+  void readValue(const std::string& name, const OptionRow& option, Value place, bool isEmpty) {
+    next_ += place == Value::isNext ? 1U : 0U;
+    if (place == Value::isNext ? next_ >= words_.size() : isEmpty) {
+      error_ = {inCommand(command_, name + " needs " + option.value), tryHelp(command_)};
     }
   }
 
@@ -103,7 +115,7 @@ class CommandWords {
       }
       given_.push_back(option);
       if (!option->value.empty()) {
-        next_ += at + 1 < word.size() ? 0U : 1U;
+        readValue(option->names.front(), *option, at + 1 < word.size() ? Value::isInWord : Value::isNext, false);
         return;
       }
     }
@@ -149,15 +161,22 @@ UsageError usageErrorOf(const CommandTable& table, const std::vector<std::string
   const auto isCommand = [](const std::string& word) { return !word.starts_with('-'); };
   const auto typed = std::find_if(words.begin(), words.end(), isCommand);
   const std::vector<std::string> before(words.begin(), typed);
-  if (const auto error = CommandWords(table.program, before, 0).findError()) {
-    return *error;
+  const auto command = std::find_if(table.commands.begin(), table.commands.end(),
+                                    [&](const CommandRow& row) { return typed != words.end() && row.name == *typed; });
+  const bool isKnown = command != table.commands.end();
+  if (auto error = CommandWords(table.program, before, 0).findError()) {
+    const auto misplaced = std::find_if(before.begin(), before.end(), [&](const std::string& option) {
+      return isKnown && findOption(table.program, option) == nullptr && findOption(*command, option) != nullptr;
+    });
+    return misplaced == before.end()
+               ? *error
+               : UsageError{"unknown option: " + *misplaced,
+                            "Options come after the command: kivsys " + command->name + " " + *misplaced};
   }
   if (typed == words.end()) {
     return {"name a command", tryHelp(table.program)};
   }
-  const auto command = std::find_if(table.commands.begin(), table.commands.end(),
-                                    [&](const CommandRow& row) { return row.name == *typed; });
-  if (command == table.commands.end()) {
+  if (!isKnown) {
     return unknownCommand(table, *typed);
   }
   const auto error = CommandWords(*command, words, before.size() + 1).findError();
