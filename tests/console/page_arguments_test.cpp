@@ -102,6 +102,8 @@ TEST_F(PageArguments, AFolderMeansAllPagesInIt) {
   addPage("music/P1.mus", fluteAndBass);
   addPage("music/below/X1.mus", bass);
   place.write("music/notes.txt", "no page");
+  fs::create_directory(place.path() / "music/X2.mus");
+  fs::create_symlink("gone", place.path() / "music/X3.mus");
   const Names all = {"P1.mus", "P2.mus", "P10.MUS"};
   EXPECT_EQ(order({"analyze", "--json", "music"}), all);
   EXPECT_EQ(order({"analyze", "--json", "music/"}), all);

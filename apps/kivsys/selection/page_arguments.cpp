@@ -52,19 +52,25 @@ std::string patternOf(const std::vector<Piece>& groups) {
   return first.substr(0, group->prefix.size()) + "*" + first.substr(first.rfind('.'));
 }
 
+/// The groups of pages in a folder, which the core names.
+std::vector<Piece> groupsIn(ConsoleSystem& system, const std::string& folder) {
+  const std::string start = folder + (endsWithBackslash(system, folder) ? "" : "\\");
+  Pages files;
+  for (const FolderEntry& entry : system.listFolder(start)) {
+    if (kindOf(system.diskName(start + entry.name)) == PathKind::file) {
+      files.push_back(entry.name);
+    }
+  }
+  return piecesOf(system, files);
+}
+
 std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std::string& typed) {
   const std::string folder = system.fullName(withoutSeparators(system, typed));
   const std::string path = system.diskName(folder);
   if (const auto failure = listFailure(path)) {
     return "cannot list the folder " + typed + ": " + *failure;
   }
-  std::vector<std::string> names;
-  for (const FolderEntry& entry : system.listFolder(folder + (endsWithBackslash(system, folder) ? "" : "\\"))) {
-    if (!entry.isFolder) {
-      names.push_back(entry.name);
-    }
-  }
-  std::vector<Piece> groups = piecesOf(system, names);
+  std::vector<Piece> groups = groupsIn(system, folder);
   if (groups.empty()) {
     const bool isNamedAsPage = system.upperCase(typed).ends_with(".MUS");
     const auto unreadable = isNamedAsPage ? whyUnreadable(typed, path) : std::nullopt;
@@ -80,7 +86,7 @@ std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std:
     return comesBefore(system.upperCase(a), system.upperCase(b));
   });
   for (std::string& page : pages) {
-    page = start + page;
+    page.insert(0, start);
   }
   return pages;
 }

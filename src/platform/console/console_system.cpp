@@ -105,7 +105,7 @@ std::string ConsoleSystem::shownName(const std::string& name) {
     return typed->second;
   }
   constexpr bool isWindows = std::filesystem::path::preferred_separator == '\\';
-  const std::string path = outputPath(name);
+  std::string path = outputPath(name);
   const std::string start = path.substr(0, startFolder_.size());
   const bool isInside = isWindows ? upperCase(start) == upperCase(startFolder_) : start == startFolder_;
   if (startFolder_.empty() || !isInside || path.size() == start.size()) {
