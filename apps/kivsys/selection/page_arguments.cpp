@@ -66,15 +66,15 @@ std::vector<Piece> groupsIn(ConsoleSystem& system, const std::string& folder) {
 
 std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std::string& typed) {
   const std::string folder = system.fullName(withoutSeparators(system, typed));
-  const std::string path = system.diskName(folder);
-  if (const auto failure = listFailure(path)) {
+  if (const auto failure = listFailure(system.diskName(folder))) {
     return "cannot list the folder " + typed + ": " + *failure;
   }
   std::vector<Piece> groups = groupsIn(system, folder);
+  if (groups.empty() && system.upperCase(typed).ends_with(".MUS")) {
+    return Pages{typed};  // a page that cannot be read
+  }
   if (groups.empty()) {
-    const bool isNamedAsPage = system.upperCase(typed).ends_with(".MUS");
-    const auto unreadable = isNamedAsPage ? whyUnreadable(typed, path) : std::nullopt;
-    return unreadable ? *unreadable : "no pages in the folder " + typed;
+    return "no pages in the folder " + typed;
   }
   const std::string start = typed + (endsWithSeparator(system, typed) ? "" : std::string(1, preferredSeparator));
   if (groups.size() > 1) {
