@@ -51,6 +51,15 @@ TEST_F(ErrorLines, OfAPageThatIsNoPageHaveNoItem) {
   expectError({"analyze", "x1.mus"}, "kivsys: x1.mus: Structural error in MUS file" + next + "x1.mus\n");
 }
 
+TEST_F(ErrorLines, OfAPageThatIsTooBigSayHowToLookAtIt) {
+  std::string text = bass;
+  for (int item = 0; item < 5000; ++item) {
+    text += "note 1 at 5\n";
+  }
+  addPage("x1.mus", text);
+  expectError({"draw", "x1.mus"}, "kivsys: x1.mus: MUS file too big for operation" + next + "x1.mus\n");
+}
+
 TEST_F(ErrorLines, OfRunTimeErrorsNameTheItem) {
   addPage("x1.mus", "staff 1 at 0 instrument 102\nstaff 40000 at 0 instrument 101\n");
   expectError({"analyze", "x1.mus"}, "kivsys: x1.mus: item 2: Run-time error: Overflow\n");

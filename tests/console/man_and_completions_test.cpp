@@ -169,6 +169,8 @@ TEST_F(ManAndCompletions, BashOffersCommandsAndOptions) {
     EXPECT_EQ(bash({command, "-"}), asSet(optionsIn(help(command)))) << command;
   }
   EXPECT_EQ(bash({"completions", ""}), (Offered{"bash", "zsh", "fish", "powershell"}));
+  EXPECT_EQ(bash({"help", ""}), asSet(commands()));
+  EXPECT_EQ(bash({"help", "an"}), Offered{"analyze"});
 }
 
 TEST_F(ManAndCompletions, BashOffersTheFilesThatFit) {
@@ -198,6 +200,7 @@ TEST_F(ManAndCompletions, FishOffersCommandsOptionsAndFiles) {
     EXPECT_EQ(fish("kivsys " + command + " -"), asSet(optionsIn(help(command)))) << command;
   }
   EXPECT_EQ(fish("kivsys completions "), (Offered{"bash", "zsh", "fish", "powershell"}));
+  EXPECT_EQ(fish("kivsys help "), asSet(commands()));
   EXPECT_EQ(fish("kivsys analyze "), (Offered{"P1.MUS", "P 2.mus", "out/"}));
   EXPECT_EQ(fish("kivsys analyze --folder "), Offered{"out/"});
   EXPECT_EQ(fish("kivsys analyze --names n"), Offered{"names.txt"});
@@ -219,7 +222,8 @@ TEST_F(ManAndCompletions, ZshAcceptsTheScript) {
     const std::string handed = inPlace("KIV_STATE=argument KIV_COMMAND=" + command + " zsh -f run.zsh");
     const std::string own = handed.substr(handed.find("*::argument:->argument\n"));
     for (const std::string& option : optionsIn(help(command))) {
-      EXPECT_TRUE(own.find(option + "[") != std::string::npos || own.find(option + "=[") != std::string::npos)
+      const std::string valued = option + (option.starts_with("--") ? "=[" : "+[");
+      EXPECT_TRUE(own.find(option + "[") != std::string::npos || own.find(valued) != std::string::npos)
           << command << " " << option << "\n"
           << own;
     }

@@ -148,12 +148,8 @@ class CommandWords {
 }  // namespace
 
 UsageError unknownCommand(const CommandTable& table, const std::string& typed) {
-  std::vector<std::string> names;
-  for (const CommandRow& command : table.commands) {
-    names.push_back(command.name);
-  }
   return {"unknown command: " + typed,
-          didYouMean(nearestWord(typed, names)) + helpOf(table.program) + " lists the commands."};
+          didYouMean(nearestWord(typed, commandNames(table))) + helpOf(table.program) + " lists the commands."};
 }
 
 UsageError usageErrorOf(const CommandTable& table, const std::vector<std::string>& words,

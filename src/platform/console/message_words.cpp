@@ -16,7 +16,7 @@ std::string nextLine(const Message& message, const std::string& file) {
   if (word.empty() || file == "-") {
     return "";
   }
-  if (message.code == code::structureError) {
+  if (message.code == code::structureError || message.code == code::tooManyItems) {
     return "Next: kivsys dump " + word + "\n";
   }
   if (message.code == code::systemBarline) {
