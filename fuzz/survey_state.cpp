@@ -46,22 +46,20 @@ void checkEntry(const StateEntry& entry) {
 }
 
 void run(std::string_view text) {
-  const StateText state = readState(text);
-  expect(state.usableBytes <= text.size(), "no more is used than there is");
-  if (state.kind != StateText::Kind::state) {
-    expect(state.entries.empty() && state.usableBytes == 0, "only a state has entries");
+  const auto state = readState(text);
+  if (!state) {
     return;
   }
-  expect(text[state.usableBytes - 1] == '\n', "what is used are whole lines");
-  for (const auto& [key, entry] : state.entries) {
+  expect(state->usableBytes <= text.size(), "no more is used than there is");
+  expect(text[state->usableBytes - 1] == '\n', "what is used are whole lines");
+  for (const auto& [key, entry] : state->entries) {
     checkEntry(entry);
   }
-  const StateText cut = readState(text.substr(0, state.usableBytes));
-  expect(cut.entries == state.entries && cut.roots == state.roots, "an incomplete line says nothing");
-  const StateText again = readState(writtenAgain(state));
-  expect(again.kind == StateText::Kind::state, "what is written is a state");
-  const StateText expected = withNamesWritten(state);
-  expect(again.roots == expected.roots && again.entries == expected.entries, "what is kept reads the same");
+  const auto cut = readState(text.substr(0, state->usableBytes));
+  expect(cut && cut->entries == state->entries && cut->roots == state->roots, "an incomplete line says nothing");
+  const auto again = readState(writtenAgain(*state));
+  const StateText expected = withNamesWritten(*state);
+  expect(again && again->roots == expected.roots && again->entries == expected.entries, "what is kept reads the same");
 }
 
 }  // namespace

@@ -39,6 +39,18 @@ std::string helpText(const CLI::App* app, const std::string& /*name*/, CLI::AppF
   return app->get_parent() == nullptr ? programHelp(table) : commandHelp(table.program);
 }
 
+/// An empty value is that of a variable of the shell that was not set.
+void refuseEmptyValues(CLI::App& app) {
+  const CLI::Validator isGiven([](const std::string& value) { return value.empty() ? "the value is empty" : ""; }, "");
+  for (CLI::App* command : app.get_subcommands({})) {
+    for (CLI::Option* option : command->get_options()) {
+      if (option->get_expected_max() > 0) {
+        option->check(isGiven);
+      }
+    }
+  }
+}
+
 /// Adds all commands, whose values and status go into the command line.
 void addCommands(CLI::App& app, CommandLine& line) {
   app.set_help_flag("-h,--help", "Print this help");
@@ -60,6 +72,7 @@ void addCommands(CLI::App& app, CommandLine& line) {
   addPageCommands(app, line.files, line.status);
   addHelp(app, line.described, line.status);
   addDocuments(app, line.shell, line.status);
+  refuseEmptyValues(app);
 }
 
 }  // namespace

@@ -21,10 +21,10 @@ void addSelection(CLI::App& command, Selection& selection, const std::string& fo
   command.add_flag("-q,--quiet", selection.quiet, "Print errors only: no notes, no warnings, no progress");
 }
 
-void addLikePanel(CLI::App& command, Selection& selection) {
-  command.add_flag(
+CLI::Option* addLikePanel(CLI::App& command, Selection& selection) {
+  return command.add_flag(
       "--like-panel", selection.likePanel,
-      "Do exactly what the window does: without a guard, with its way with names files; implies --keep-order");
+      "Do exactly what the window does, without protecting files and without warnings; implies --keep-order");
 }
 
 /// Refuses a command line that selects no pages.
@@ -68,9 +68,10 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
       ->excludes("--json");
   analyze->add_flag("--keep-going", options.keepGoing,
                     "Report every bad page and analyze the others; status 1 if there was one");
-  addLikePanel(*analyze, options.selection);
+  CLI::Option* likePanel = addLikePanel(*analyze, options.selection);
   analyze->add_flag("--exit-code", options.exitCode, "End with status 3 when the input needs a conversion");
-  analyze->add_flag("--strict", options.strict, "End with status 3 after a warning");
+  analyze->add_flag("--strict", options.strict, "Write nothing if there is a warning or a problem; status 3")
+      ->excludes(likePanel);
   addWait(*analyze, options.selection);
   analyze->footer(
       "Writes KivSystem2.TXT (report) and KivSystem1.TXT (verdict). Ends with status 0; with 1 after a critical\n"
@@ -87,10 +88,11 @@ void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
   CLI::App* convert = app.add_subcommand("convert", "Write one page per system, all with the same layout");
   addConversion(*convert, options, status);
   CLI::Option* dryRun = convert->add_flag("--dry-run", options.dryRun, "Write nothing; print what would be written");
-  addLikePanel(*convert, options.selection);
+  CLI::Option* likePanel = addLikePanel(*convert, options.selection);
   convert->add_flag("--verify", options.verify, "Verify the conversion afterwards; status 1 when that fails")
       ->excludes(dryRun);
-  convert->add_flag("--strict", options.strict, "Do not convert after a warning, and end with status 3");
+  convert->add_flag("--strict", options.strict, "Write nothing if there is a warning or a problem; status 3")
+      ->excludes(likePanel);
   convert->footer(
       "Analyzes the pages first, and converts them unless they can be used without a conversion. Writes\n"
       "WORK0001.MUS, WORK0002.MUS ... into the folder of the first result file; report and verdict are written to the\n"
@@ -135,7 +137,8 @@ void addTrace(CLI::App& app, ConvertOptions& options, int& status) {
 void addSort(CLI::App& app, SortOptions& options, int& status) {
   CLI::App* sort = app.add_subcommand("sort", "Sort the staves of each page by instrument, top to bottom");
   addSelection(*sort, options.selection, "Run in this folder");
-  addLikePanel(*sort, options.selection);
+  CLI::Option* likePanel = addLikePanel(*sort, options.selection);
+  sort->add_flag("--strict", options.strict, "Write nothing if there is a warning; status 3")->excludes(likePanel);
   sort->add_flag("--json", options.json, "Print one JSON object and nothing else");
   addWait(*sort, options.selection);
   sort->footer(

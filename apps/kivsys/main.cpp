@@ -1,6 +1,9 @@
+#include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <new>
 #include <string>
+#include <string_view>
 
 #include "apps/kivsys/command_line.h"
 #include "apps/kivsys/commands/analyze_command.h"
@@ -23,20 +26,31 @@ std::string commandLineOf(int argc, const char* const* argv) {
   return isAnalysisMode(line) ? NativeSystem::coreName(line) : line;
 }
 
-bool isSiblingCall(const std::string& commandLine) {
-  return commandLine.starts_with("CALLEDBY=") || isAnalysisMode(commandLine);
+/// A call has a comma in its first argument, which no command has: the names of pages may look like parts of a call.
+bool isSiblingCall(const std::string& commandLine, std::string_view first) {
+  return first.starts_with("CALLEDBY=") || (first.find(',') != std::string_view::npos && isAnalysisMode(commandLine));
 }
 
 int run(int argc, const char* const* argv) {
   NativeSystem::prepareProcess();
   const std::string commandLine = commandLineOf(argc, argv);
-  return isSiblingCall(commandLine) ? runSiblingCall(commandLine) : runCommandLine(argc, argv);
+  return isSiblingCall(commandLine, argc > 1 ? argv[1] : "") ? runSiblingCall(commandLine) : runCommandLine(argc, argv);
+}
+
+/// Where not even an exception can be made, there is none; an exception that nobody handles is a defect.
+[[noreturn]] void endWithoutMemory() {
+  if (std::current_exception() == nullptr) {
+    static_cast<void>(std::fputs("kivsys: out of memory\n", stderr));
+    std::_Exit(exit_status::critical);
+  }
+  std::abort();
 }
 
 }  // namespace
 }  // namespace kiv
 
 int main(int argc, char** argv) {
+  std::set_terminate(kiv::endWithoutMemory);
   try {
     kiv::noteFileSizeSignal();
     return kiv::run(argc, argv);

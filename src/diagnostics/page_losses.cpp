@@ -10,6 +10,7 @@
 #include "analysis/cue_marker.h"
 #include "base/number.h"
 #include "messages/warnings.h"
+#include "mus/page_encoding.h"
 #include "mus/page_walker.h"
 
 namespace kiv {
@@ -30,6 +31,13 @@ struct Barline {
   float staff = 0;
   float position = 0;
   float span = 0;
+};
+
+/// A text that is not written as it is.
+struct ChangedText {
+  int item = 0;
+  float staff = 0;
+  bool isCut = false;  ///< else it is filled up
 };
 
 struct Loose {
@@ -61,7 +69,7 @@ class PageScan {
   LossScan scan_;
   std::vector<Staff> staves_;
   std::vector<Barline> barlines_;
-  std::vector<std::pair<int, float>> cutTexts_;  // item and staff
+  std::vector<ChangedText> texts_;
   std::unordered_map<std::uint32_t, Loose> itemsByStaff_;
   std::vector<float> numbers_;  // of the staves in itemsByStaff_, in the order of their first items
   std::uint32_t lastKey_ = 0;
@@ -103,7 +111,7 @@ bool losesCharacters(const PageWalker& page) {
 }
 
 void PageScan::countItem(float staff, int item) {
-  const std::uint32_t key = std::bit_cast<std::uint32_t>(staff);
+  const auto key = std::bit_cast<std::uint32_t>(staff);
   if (lastItems_ == nullptr || key != lastKey_) {
     const auto [place, isNew] = itemsByStaff_.try_emplace(key);
     if (isNew) {
@@ -127,7 +135,9 @@ void PageScan::addItem(const PageWalker& page) {
   } else if (type == ItemType::barline && page.par(par::kind) <= highestBarlineKind) {
     barlines_.push_back({staff, page.par(par::position), page.par(par::spannedStaves)});
   } else if (type == ItemType::shortText && losesCharacters(page)) {
-    cutTexts_.emplace_back(page.itemsInFile(), staff);
+    texts_.push_back({page.itemsInFile(), staff, true});
+  } else if (type == ItemType::text && page.chunks().size() < shortestTextOf(type)) {
+    texts_.push_back({page.itemsInFile(), staff, false});
   }
 }
 
@@ -197,9 +207,10 @@ void PageScan::addWriting(PageLosses& losses) const {
     const auto count = static_cast<int>(std::ranges::count_if(staves_, losesP4));
     losses.ofWriting.push_back(messages::staffP4Cleared(count, locationOf(first->item)));
   }
-  for (const auto& [item, staff] : cutTexts_) {
-    if (hasStaff(staff, false)) {
-      losses.ofWriting.push_back(messages::shortTextCut(locationOf(item)));
+  for (const ChangedText& text : texts_) {
+    if (hasStaff(text.staff, false)) {
+      const Location location = locationOf(text.item);
+      losses.ofWriting.push_back(text.isCut ? messages::shortTextCut(location) : messages::textFilled(location));
     }
   }
 }

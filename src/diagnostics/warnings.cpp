@@ -29,7 +29,7 @@ class WarningFinder {
   void addInput(const std::string& input);
   void addNames(const std::vector<std::string>& inputs);
   void add(const std::vector<Message>& messages);
-  Location locationOf(const SystemFact& system, const StaffFact& staff);
+  Location locationOf(const SystemFact& system, const StaffFact& fact);
   const std::vector<SystemFact>& systems();
   bool sharesASystem(const std::string& file);
 
@@ -159,6 +159,17 @@ std::vector<Message> WarningFinder::find(const std::vector<std::string>& inputs)
 }
 
 }  // namespace
+
+std::vector<Message> findWritingLosses(Files& files, const std::vector<std::string>& inputs) {
+  FileBuffer buffer;
+  std::vector<Message> losses;
+  for (const std::string& input : inputs) {
+    const std::string_view bytes = buffer.read(files, input, readableBytes).value_or("");
+    const std::vector<Message> ofPage = findPageLosses(input, bytes, LossScan::allItems).ofWriting;
+    losses.insert(losses.end(), ofPage.begin(), ofPage.end());
+  }
+  return losses;
+}
 
 std::vector<Message> findWarnings(Files& files, const std::vector<std::string>& inputs, const WarnedRun& run) {
   return WarningFinder(files, run).find(inputs);

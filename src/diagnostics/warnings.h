@@ -26,4 +26,7 @@ struct WarnedRun {
 /// warnings that concern names and systems, then those of each input.
 std::vector<Message> findWarnings(Files& files, const std::vector<std::string>& inputs, const WarnedRun& run);
 
+/// What a run that writes these pages again changes in them by the rules of the format, in their order.
+std::vector<Message> findWritingLosses(Files& files, const std::vector<std::string>& inputs);
+
 }  // namespace kiv

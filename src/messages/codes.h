@@ -56,6 +56,7 @@ inline constexpr std::string_view nameWithComma = "name-with-comma";
 inline constexpr std::string_view hiddenBottomStaff = "hidden-bottom-staff";
 inline constexpr std::string_view itemOnNoStaff = "item-on-no-staff";
 inline constexpr std::string_view shortTextCut = "short-text-cut";
+inline constexpr std::string_view textFilled = "text-filled";
 inline constexpr std::string_view staffP4Cleared = "staff-p4-cleared";
 inline constexpr std::string_view other = "other";  ///< a message without a code of its own
 }  // namespace kiv::code

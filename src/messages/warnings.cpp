@@ -69,11 +69,15 @@ Message itemsOnNoStaff(int items, float staff, const Location& item) {
 }
 
 Message shortTextCut(const Location& text) {
-  return warning(code::shortTextCut, "a conversion cuts the text to 5 characters", text);
+  return warning(code::shortTextCut, "the text is cut to 5 characters", text);
+}
+
+Message textFilled(const Location& text) {
+  return warning(code::textFilled, "the text is filled up with blanks to 24 characters", text);
 }
 
 Message staffP4Cleared(int staves, const Location& staff) {
-  return warning(code::staffP4Cleared, "P4 of " + staffWords(staves) + " is not 0, and a conversion writes 0", staff);
+  return warning(code::staffP4Cleared, "P4 of " + staffWords(staves) + " is not 0, and is written as 0", staff);
 }
 
 }  // namespace kiv::messages

@@ -25,6 +25,7 @@ Message hiddenBottomStaff(int staves, const Location& staff);
 /// Items whose staff has no staff item. The location is that of the first one.
 Message itemsOnNoStaff(int items, float staff, const Location& item);
 Message shortTextCut(const Location& text);
+Message textFilled(const Location& text);
 /// The location is that of the first of the staves.
 Message staffP4Cleared(int staves, const Location& staff);
 

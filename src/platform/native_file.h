@@ -21,6 +21,18 @@ struct FileIdentity {
 /// The identity of the file or folder that a path leads to, links followed; nullopt when there is none.
 std::optional<FileIdentity> identityOf(const std::string& path);
 
+/// By this a file that has changed differs from the one that it was.
+struct FileStamp {
+  FileIdentity identity;
+  std::uint64_t size = 0;
+  std::int64_t changed = 0;  ///< the time of its last change, in the system's own unit
+
+  bool operator==(const FileStamp&) const = default;
+};
+
+/// The stamp of the file that a path leads to, links followed; nullopt when there is none.
+std::optional<FileStamp> stampOf(const std::string& path);
+
 enum class PathKind {
   missing,  ///< or out of reach
   file,
@@ -38,7 +50,8 @@ std::optional<std::string> readFailure(const std::string& path);
 /// reason: they will end the run by themselves.
 std::optional<std::string> listFailure(const std::string& folder);
 
-/// Makes a folder, whose parent must exist. Returns the system's text for the failure.
+/// Makes a folder, whose parent must exist, and waits until it is on the disk. Returns the system's text for the
+/// failure.
 [[nodiscard]] std::optional<std::string> makeFolder(const std::string& path);
 
 }  // namespace kiv

@@ -49,6 +49,22 @@ std::string addNamesFile(const std::vector<std::string>& pages, OverlayFiles& fi
   return namesFile;
 }
 
+/// What keeps the pages from being one group that a names file can list; nullopt when nothing does.
+std::optional<std::string> problemOfNames(Machine& machine, const std::vector<std::string>& pages) {
+  std::map<std::string, std::string> known;
+  for (const std::string& page : pages) {
+    if (page.find_first_of("\r\n") != std::string::npos) {
+      return "A page file whose name holds a line end cannot be listed in a names file";
+    }
+    const auto [other, isNew] = known.emplace(machine.upperCase(page), page);
+    if (!isNew) {
+      return withoutPath(machine, other->second) + " and " + withoutPath(machine, page) +
+             " differ in case only, and cannot be in one group";
+    }
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 std::vector<Piece> piecesOf(Machine& machine, const std::vector<std::string>& names) {
@@ -78,9 +94,8 @@ std::vector<Piece> piecesOf(Machine& machine, const std::vector<std::string>& na
 PieceFindings surveyPiece(Files& disk, Machine& machine, const std::vector<std::string>& pages) {
   PieceFindings findings;
   findings.pages = pages.size();
-  if (std::any_of(pages.begin(), pages.end(),
-                  [](const std::string& name) { return name.find_first_of("\r\n") != std::string::npos; })) {
-    findings.problems.emplace_back("A page file whose name holds a line end cannot be listed in a names file");
+  if (const auto problem = problemOfNames(machine, pages)) {
+    findings.problems.push_back(*problem);
     return findings;
   }
   OverlayFiles files(disk, machine);

@@ -59,6 +59,14 @@ TEST_F(FolderLockOfRuns, ASecondRunInTheFolderOfTheResultsEndsToo) {
   EXPECT_EQ(place.kivsys({"analyze", "x1.mus", "x2.mus"}).status, 0) << "it writes no results";
 }
 
+TEST_F(FolderLockOfRuns, ARunThatEndsSoMakesNoFolder) {
+  const HeldFolder held(place.path() / "out");
+  Names command = convert();
+  command.insert(command.end(), {"--folder", "new"});
+  EXPECT_EQ(place.kivsys(command).status, 4);
+  EXPECT_FALSE(fs::exists(place.path() / "new"));
+}
+
 TEST_F(FolderLockOfRuns, ResultsBesideThePagesAreFoundFromANamesFile) {
   addTwo("pages/");
   place.write("names.txt", "* a comment\r\n" + place.corePath("pages/x1.mus") + " 1\r\n" +

@@ -183,7 +183,8 @@ TEST_F(PageArguments, APatternThatTheShellLeftAsItIsMatchesNothing) {
 
 TEST_F(PageArguments, ThatCanBeNoPageAreExplained) {
   expectRefused({"analyze", "-"}, "pages are read from files, and their list from standard input with --names -");
-  expectRefused({"analyze", ""}, "the name of a page is empty");
+  EXPECT_EQ(place.kivsys({"analyze", ""}).error,
+            "kivsys: analyze: page: the value is empty\nTry 'kivsys analyze --help'.\n");
 }
 
 TEST_F(PageArguments, APageMayComeFromStandardInput) {

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>  // mkdtemp
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include "tests/console/json_schema.h"
 
@@ -35,6 +36,14 @@ std::string quoted(const std::string& word) {
     result += c == '\'' ? "'\\''" : std::string(1, c);
   }
   return result + "'";
+}
+
+std::string commandOf(const std::vector<std::string>& arguments) {
+  std::string command = quoted(KIVSYS_PROGRAM);
+  for (const std::string& argument : arguments) {
+    command += " " + quoted(argument);
+  }
+  return command;
 }
 
 }  // namespace
@@ -71,31 +80,31 @@ std::string Workplace::read(const std::string& file) const {
   return contentOf(path_ / file);
 }
 
+Ended Workplace::run(const std::string& command, const std::string& folder, const std::string& input) const {
+  std::ofstream(outside_ / "in", std::ios::binary) << input;
+  const std::string line = "cd " + quoted((path_ / folder).string()) +
+                           " && TMPDIR=" + quoted((outside_ / "tmp").string()) + " " + command + " <" +
+                           quoted((outside_ / "in").string()) + " >" + quoted((outside_ / "out").string()) + " 2>" +
+                           quoted((outside_ / "error").string());
+  const int status = std::system(line.c_str());
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(outside_ / "out"), contentOf(outside_ / "error")};
+}
+
 Ended Workplace::kivsys(const std::vector<std::string>& arguments, const std::string& folder,
                         const std::string& input) const {
-  std::ofstream(outside_ / "in", std::ios::binary) << input;
-  Ended ended = run(arguments, folder, outside_ / "out");
-  ended.out = contentOf(outside_ / "out");
+  Ended ended = run(commandOf(arguments), folder, input);
   expectValidObjects(arguments, ended.out);
   return ended;
 }
 
 Ended Workplace::kivsysIntoFullDevice(const std::vector<std::string>& arguments) const {
-  std::ofstream(outside_ / "in", std::ios::binary) << "";
-  return run(arguments, ".", "/dev/full");
+  // What is written to standard output by then goes to the device, too.
+  return run("sh -c 'exec \"$@\" >/dev/full' sh " + commandOf(arguments), ".", "");
 }
 
-Ended Workplace::run(const std::vector<std::string>& arguments, const std::string& folder,
-                     const fs::path& output) const {
-  std::string command = "cd " + quoted((path_ / folder).string()) +
-                        " && TMPDIR=" + quoted((outside_ / "tmp").string()) + " " + quoted(KIVSYS_PROGRAM);
-  for (const std::string& argument : arguments) {
-    command += " " + quoted(argument);
-  }
-  command += " <" + quoted((outside_ / "in").string()) + " >" + quoted(output.string()) + " 2>" +
-             quoted((outside_ / "error").string());
-  const int status = std::system(command.c_str());
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, "", contentOf(outside_ / "error")};
+Ended Workplace::kivsysAsOwner(const std::vector<std::string>& arguments) const {
+  const std::string withoutRights = "setpriv --bounding-set=-dac_override,-dac_read_search ";
+  return run((::geteuid() == 0 ? withoutRights : "") + commandOf(arguments), ".", "");
 }
 
 std::vector<std::string> filesIn(const std::filesystem::path& folder) {

@@ -35,10 +35,11 @@ class Workplace {
                const std::string& input = "") const;
   /// Runs kivsys with a device as its standard output on which nothing can be written.
   Ended kivsysIntoFullDevice(const std::vector<std::string>& arguments) const;
+  /// The same in the folder of the workplace, for an administrator with the rights of an ordinary owner of the files.
+  Ended kivsysAsOwner(const std::vector<std::string>& arguments) const;
 
  private:
-  Ended run(const std::vector<std::string>& arguments, const std::string& folder,
-            const std::filesystem::path& output) const;
+  Ended run(const std::string& command, const std::string& folder, const std::string& input) const;
 
   std::filesystem::path path_;
   std::filesystem::path outside_;  // what the runs print, and the folder for temporary files

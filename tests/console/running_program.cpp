@@ -1,7 +1,11 @@
 #include "tests/console/running_program.h"
 
 #include <array>
+#include <chrono>
 #include <csignal>
+#include <cstdint>
+#include <fstream>
+#include <thread>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -65,6 +69,32 @@ bool RunningProgram::says(const std::string& line) {
     }
   }
   return true;
+}
+
+bool RunningProgram::waits() const {
+  constexpr auto pause = std::chrono::milliseconds(2);
+  constexpr auto timeLimit = std::chrono::seconds(60);
+  const auto deadline = std::chrono::steady_clock::now() + timeLimit;
+  while (std::chrono::steady_clock::now() < deadline) {
+    std::string state;
+    std::uint64_t handled = 0;
+    std::ifstream status("/proc/" + std::to_string(child_) + "/status");
+    for (std::string field; status >> field;) {
+      if (field == "State:") {
+        status >> state;
+      } else if (field == "SigCgt:") {
+        status >> std::hex >> handled >> std::dec;
+      }
+    }
+    if (state.empty() || state == "Z") {
+      return false;
+    }
+    if (state == "S" && (handled >> (SIGINT - 1U) & 1U) != 0) {
+      return true;
+    }
+    std::this_thread::sleep_for(pause);
+  }
+  return false;
 }
 
 void RunningProgram::signal(int number) const {

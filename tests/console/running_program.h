@@ -19,6 +19,9 @@ class RunningProgram {
 
   /// Waits until it has written this line to standard error. False when it ends before.
   bool says(const std::string& line);
+  /// Waits until it handles SIGINT and sleeps, as it does when it waits for something outside. False when it ends
+  /// before.
+  bool waits() const;
   void signal(int number) const;
   /// Waits for its end, and returns the exit status; minus the signal when one has killed it.
   int end();

@@ -37,12 +37,31 @@ TEST_F(SafeOutputs, APageIsNeverReplaced) {
     for (const Names& arguments : allWith(file)) {
       const Ended ended = place.kivsys(arguments);
       EXPECT_EQ(ended.status, 2) << ::testing::PrintToString(arguments);
-      EXPECT_TRUE(ended.error.ends_with(" is a page, and is not replaced\n") ||
-                  ended.error.ends_with(" is not the state of a survey; name another file\n"))
+      EXPECT_TRUE(ended.error.ends_with(" is a page, and is not replaced; name another file\n") ||
+                  ended.error.ends_with(" has the name of a page; name another file\n"))
           << ended.error;
       EXPECT_EQ(place.read(file), before);
     }
   }
+}
+
+TEST_F(SafeOutputs, AnEmptyPageIsAPage) {
+  place.write("empty.mus", "");
+  for (const Names& arguments : allWith("empty.mus")) {
+    EXPECT_EQ(place.kivsys(arguments).status, 2) << ::testing::PrintToString(arguments);
+    EXPECT_EQ(place.read("empty.mus"), "");
+  }
+  fs::create_hard_link(place.path() / "lib/A1.MUS", place.path() / "state");
+  EXPECT_EQ(place.kivsys({"survey", "lib", "--resume", "state"}).error,
+            "kivsys: state is a page of the library; name another file\n");
+}
+
+TEST_F(SafeOutputs, StandardOutputThatIsAFileIsAddedTo) {
+  place.write("app.svg", "<svg>mine</svg>\n");
+  const std::string command =
+      "cd '" + place.path().string() + "' && '" + KIVSYS_PROGRAM + "' draw x1.mus --out /dev/stdout >>app.svg";
+  EXPECT_EQ(std::system(command.c_str()), 0);
+  EXPECT_TRUE(place.read("app.svg").starts_with("<svg>mine</svg>\n<svg "));
 }
 
 TEST_F(SafeOutputs, AnInputIsNeverReplaced) {
@@ -112,11 +131,18 @@ TEST_F(SafeOutputs, WhatOnlyLooksWritesNoReportAndWorksInAReadOnlyFolder) {
   fs::remove(place.path() / "KivSystem1.TXT");
   place.write("KivSystem2.TXT", "old");
   const Names before = filesIn(place.path());
-  EXPECT_EQ(place.kivsys({"chart", "x1.mus"}).status, 0);
-  EXPECT_EQ(place.kivsys({"convert", "--dry-run", "x1.mus", "x2.mus"}).status, 0);
-  EXPECT_EQ(place.kivsys({"survey", "lib"}).status, 0);
-  EXPECT_EQ(place.kivsys({"draw", "x1.mus"}).status, 0);
-  EXPECT_EQ(place.kivsys({"verify", "--result", "WORK0001.MUS", "x1.mus", "x2.mus"}).status, 1);
+  const fs::perms mayRead = fs::perms::owner_read | fs::perms::owner_exec;
+  fs::permissions(place.path(), mayRead);
+  fs::permissions(place.path() / "lib", mayRead);
+  EXPECT_EQ(place.kivsysAsOwner({"sort", "x1.mus"}).status, 1) << "the folder is not read-only";
+  EXPECT_EQ(place.kivsysAsOwner({"chart", "x1.mus"}).status, 0);
+  EXPECT_EQ(place.kivsysAsOwner({"convert", "--dry-run", "x1.mus", "x2.mus"}).status, 0);
+  EXPECT_EQ(place.kivsysAsOwner({"survey", "lib"}).status, 0);
+  EXPECT_EQ(place.kivsysAsOwner({"draw", "x1.mus"}).status, 0);
+  EXPECT_EQ(place.kivsysAsOwner({"dump", "x1.mus"}).status, 0);
+  EXPECT_EQ(place.kivsysAsOwner({"verify", "--result", "WORK0001.MUS", "x1.mus", "x2.mus"}).status, 1);
+  fs::permissions(place.path(), fs::perms::owner_all);
+  fs::permissions(place.path() / "lib", fs::perms::owner_all);
   EXPECT_EQ(place.read("KivSystem2.TXT"), "old");
   EXPECT_EQ(filesIn(place.path()), before);
 }

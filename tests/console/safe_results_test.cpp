@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <sys/stat.h>
 
 #include "tests/console/convert_fixture.h"
 
@@ -57,6 +58,14 @@ TEST_F(SafeResults, AResultIsNoInputUnderAnotherNameEither) {
   expectRefused({"convert", "--result", "R0001.MUS", "x1.mus", "x2.mus"}, sameFile("result:r0001.mus", "x2.mus"));
 }
 
+TEST_F(SafeResults, APipeIsNoPlaceForAResult) {
+  addTwo();
+  ASSERT_EQ(::mkfifo(path("R0002.MUS").c_str(), 0600), 0);
+  expectRefused({"convert", "--result", "R0001.MUS", "x1.mus", "x2.mus"},
+                "kivsys: the result " + path("R0002.MUS") + " is a device or a pipe, and is not replaced\n");
+  EXPECT_TRUE(fs::is_fifo(path("R0002.MUS")));
+}
+
 TEST_F(SafeResults, OnlyResultsThatThereWillBeCount) {
   addTwo();
   fs::create_symlink("x1.mus", place.path() / "R0003.MUS");
@@ -98,6 +107,8 @@ TEST_F(SafeResults, TheFirstResultEndsIn0001) {
   fs::create_directory(place.path() / "dir");
   for (const std::string result : {"dir", "dir/", "out.txt", "WORK0002.MUS", "0001.PAG", "001.MUS"}) {
     expectRefused({"convert", "--result", result, "x1.mus", "x2.mus"},
+                  "kivsys: the name of the first result must end in 0001.MUS: " + result + "\n");
+    expectRefused({"verify", "--result", result, "x1.mus", "x2.mus"},
                   "kivsys: the name of the first result must end in 0001.MUS: " + result + "\n");
   }
   EXPECT_EQ(place.kivsys({"convert", "--result", "dir/part0001.mus", "x1.mus", "x2.mus"}).status, 0);
@@ -146,6 +157,12 @@ TEST_F(SafeResults, BuildReplacesAPageByForceOnly) {
   EXPECT_EQ(dumped("x1.mus"), asDumped(fluteAndBass));
   expectRefused({"build", "--force", "x1.txt", "x1.txt"},
                 "kivsys: the page x1.txt is the same file as the input x1.txt\n");
+  place.write("notes.txt", "my notes\n");
+  expectRefused({"build", "--force", "x1.txt", "notes.txt"},
+                "kivsys: notes.txt is not a page, and is not replaced; name another file\n");
+  EXPECT_EQ(place.read("notes.txt"), "my notes\n");
+  place.write("damaged.mus", "x");
+  EXPECT_EQ(place.kivsys({"build", "--force", "x1.txt", "damaged.mus"}).status, 0);
 }
 
 TEST_F(SafeResults, AFolderThatIsThereAsItIsWrittenIsTheOneThatIsMeant) {
@@ -159,16 +176,26 @@ TEST_F(SafeResults, AFolderThatIsThereAsItIsWrittenIsTheOneThatIsMeant) {
   EXPECT_EQ(filesIn(place.path() / "R"), (Names{"WORK0001.MUS", "WORK0002.MUS"}));
 }
 
+TEST_F(SafeResults, AFolderThatCannotBeMadeIsAFailure) {
+  addTwo();
+  fs::create_directory(place.path() / "closed");
+  fs::permissions(place.path() / "closed", fs::perms::owner_read | fs::perms::owner_exec);
+  const Ended analyzed = place.kivsysAsOwner({"analyze", "--folder", "closed/new", "x1.mus", "x2.mus"});
+  EXPECT_EQ(analyzed.status, 1);
+  EXPECT_EQ(analyzed.error, "kivsys: cannot make the folder closed/new: Permission denied\n");
+  const Ended converted = place.kivsysAsOwner({"convert", "x1.mus", "x2.mus", "--result", "closed/new/WORK0001.MUS"});
+  EXPECT_EQ(converted.status, 1);
+  EXPECT_TRUE(converted.error.ends_with("kivsys: cannot make the folder closed/new/: Permission denied\n"))
+      << converted.error;
+  fs::permissions(place.path() / "closed", fs::perms::owner_all);
+}
+
 TEST_F(SafeResults, AFolderThatCannotBeListedIsRefused) {
   addTwo();
   fs::create_directory(place.path() / "hidden");
   fs::permissions(place.path() / "hidden", fs::perms::owner_write | fs::perms::owner_exec);
-  std::error_code failure;
-  static_cast<void>(fs::directory_iterator(place.path() / "hidden", failure));
-  if (!failure) {
-    GTEST_SKIP() << "an administrator may list any folder";
-  }
-  const Ended ended = place.kivsys({"convert", "x1.mus", "x2.mus", "--result", "hidden/WORK0001.MUS"});
+  const Ended ended = place.kivsysAsOwner({"convert", "x1.mus", "x2.mus", "--result", "hidden/WORK0001.MUS"});
+  fs::permissions(place.path() / "hidden", fs::perms::owner_all);
   EXPECT_EQ(ended.status, 2);
   EXPECT_NE(ended.error.find("cannot list the folder of the results"), std::string::npos) << ended.error;
   fs::permissions(place.path() / "hidden", fs::perms::owner_all);

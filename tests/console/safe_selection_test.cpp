@@ -24,6 +24,108 @@ class SafeSelection : public ConsoleConvert {
   std::string path(const std::string& file) const { return (place.path() / file).string(); }
 };
 
+TEST_F(SafeSelection, ALineOfAPlainListIsMeantAsItIsWritten) {
+  addPage("x1.mus", bass);
+  addPage("*x2.mus", bass);
+  addPage(" x3.mus", bass);
+  addPage("x4.mus ", bass);
+  const Ended ended = place.kivsys({"chart", "--names", "-"}, ".", "* a comment\nx1.mus\n*x2.mus\n x3.mus\nx4.mus \n");
+  EXPECT_NE(ended.error.find("kivsys: *x2.mus: File naming problem; "), std::string::npos) << ended.error;
+  const Ended blank = place.kivsys({"chart", "--names", "-"}, ".", " a comment\nx1.mus  \n x3.mus\n");
+  EXPECT_NE(blank.error.find("kivsys:  x3.mus: File naming problem; "), std::string::npos) << blank.error;
+}
+
+TEST_F(SafeSelection, AGroupHasAtMost32767Pages) {
+  addPage("x1.mus", bass);
+  std::string list;
+  for (int i = 0; i < 32768; ++i) {
+    list += "x1.mus\n";
+  }
+  const Ended ended = place.kivsys({"analyze", "--names", "-"}, ".", list);
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_EQ(ended.error, "kivsys: -:32768: a group cannot have more than 32767 pages: x1.mus\n");
+}
+
+TEST_F(SafeSelection, AFileWhoseNameHoldsABackslashIsNotTakenForAnother) {
+  addPage("a/x1.mus", bass);
+  place.write("a\\x1.mus", "another");
+  for (const Names& command : {Names{"dump", "a\\x1.mus"}, {"draw", "a\\x1.mus"}, {"analyze", "a\\x1.mus"}}) {
+    const Ended ended = place.kivsys(command);
+    EXPECT_EQ(ended.status, 2) << command.front();
+    EXPECT_NE(ended.error.find("whose name holds a backslash cannot be used: a\\x1.mus"), std::string::npos);
+  }
+  place.write("x1.txt", fluteAndBass);
+  EXPECT_EQ(place.kivsys({"build", "--force", "x1.txt", "a\\x1.mus"}).status, 2);
+  EXPECT_EQ(dumped("a/x1.mus"), asDumped(bass));
+}
+
+TEST_F(SafeSelection, DumpAndBuildMeanTheFolderThatIsNamed) {
+  fs::create_directory(place.path() / "lib");
+  addPage("LIB/x1.mus", bass);
+  place.write("x1.txt", fluteAndBass);
+  EXPECT_EQ(place.kivsys({"dump", "lib/x1.mus"}).status, 2);
+  EXPECT_EQ(place.kivsys({"build", "x1.txt", "lib/x1.mus"}).status, 0);
+  EXPECT_EQ(dumped("lib/x1.mus"), asDumped(fluteAndBass));
+  EXPECT_EQ(dumped("LIB/x1.mus"), asDumped(bass));
+}
+
+TEST_F(SafeSelection, ANameOfAPageIsNoCallOfASibling) {
+  place.write("list.txt", "\\nope\\P001.MUS 1\r\n");
+  place.write("KivSystem1.TXT", "old");
+  const std::string page = "A,FUNCTION=ANALYZE,NAMES=list.txt,.MUS";
+  addPage(page, bass);
+  EXPECT_EQ(place.kivsys({"dump", page}).status, 0);
+  EXPECT_NE(place.kivsys({"analyze", page}).status, 0);
+  EXPECT_NE(place.read("list.txt"), "(no file)");
+  EXPECT_EQ(place.kivsys({"X,FUNCTION=ANALYZE,NAMES=list.txt"}).status, 1) << "a call";
+  EXPECT_EQ(place.read("KivSystem1.TXT"), "(no file)");
+}
+
+TEST_F(SafeSelection, ADriveIsAFolderOfTheRun) {
+  addPage("C:/m/x0001.mus", bass);
+  addPage("run/C:/m/x0001.mus", fluteAndBass);
+  place.write("names.txt", "C:\\m\\x0001.mus 1\r\n");
+  const Ended ended =
+      place.kivsys({"convert", "--force", "--names", "names.txt", "--folder", "run", "--result", "run/C:/m/x0001.mus"});
+  EXPECT_EQ(ended.status, 2) << ended.error;
+  EXPECT_EQ(dumped("run/C:/m/x0001.mus"), asDumped(fluteAndBass));
+}
+
+TEST_F(SafeSelection, AnEmptyValueIsRefused) {
+  addPage("x1.mus", bass);
+  for (const std::string option : {"--result", "--folder", "--names"}) {
+    EXPECT_EQ(place.kivsys({"convert", "x1.mus", option, ""}).status, 2) << option;
+  }
+  EXPECT_EQ(place.kivsys({"draw", "x1.mus", "--out", ""}).status, 2);
+}
+
+TEST_F(SafeSelection, StandardInputThatCannotBeReadIsNotEmpty) {
+  for (const std::string input : {"<&-", "</"}) {
+    const std::string command =
+        "cd '" + place.path().string() + "' && '" + KIVSYS_PROGRAM + "' build - z.mus 2>error " + input;
+    EXPECT_NE(std::system(command.c_str()), 0) << input;
+    EXPECT_EQ(place.read("z.mus"), "(no file)");
+    EXPECT_NE(place.read("error"), "");
+  }
+}
+
+TEST_F(SafeSelection, WithoutStandardOutputNoFileTakesItsNumber) {
+  addPage("lib/x1.mus", bass);
+  const std::string command =
+      "cd '" + place.path().string() + "' && '" + KIVSYS_PROGRAM + "' survey lib --resume state >&- 2>error";
+  EXPECT_NE(std::system(command.c_str()), 0);
+  EXPECT_TRUE(place.read("state").starts_with("{\"kivsys_survey_state\"")) << place.read("state");
+  EXPECT_EQ(place.read("state").find("folder  "), std::string::npos) << "the table";
+}
+
+TEST_F(SafeSelection, ARecordWithSlashesIsExplained) {
+  addPage("x1.mus", bass);
+  place.write("names.txt", path("x1.mus") + " 1\r\n");
+  expectRefused({"analyze", "--names", "names.txt"},
+                "kivsys: names.txt:1: no folder in the name of the page: " + path("x1.mus") +
+                    "; write \\ for /, or leave out the 1 at the ends of all lines\n");
+}
+
 TEST_F(SafeSelection, ANamesFileIsOnlyReadAndAllItsErrorsHaveTheirLine) {
   addPage("x1.mus", bass);
   addPage("out/x2.mus", bass);

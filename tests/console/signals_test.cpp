@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "tests/console/convert_fixture.h"
@@ -81,6 +82,26 @@ TEST_F(Signals, ResultsAreWholeOrNotThereAndNothingElseStays) {
       }
     }
   }
+}
+
+TEST_F(Signals, ARunThatWaitsForStandardInputEnds) {
+  addTwo();
+  for (const auto& [signal, name] : {std::pair(SIGINT, "INT"), std::pair(SIGTERM, "TERM")}) {
+    RunningProgram run(place.path(), {"analyze", "--names", "-"});
+    ASSERT_TRUE(run.waits());
+    run.signal(signal);
+    EXPECT_EQ(run.end(), 128 + signal);
+    EXPECT_EQ(run.error(), "kivsys: ended by SIG" + std::string(name) + "; written: nothing\n");
+  }
+}
+
+TEST_F(Signals, ARunThatWaitsForTheReaderOfAPipeEnds) {
+  addTwo();
+  ASSERT_EQ(::mkfifo((place.path() / "pipe").c_str(), 0600), 0);
+  RunningProgram run(place.path(), {"chart", "x1.mus", "--out", "pipe"});
+  ASSERT_TRUE(run.waits());
+  run.signal(SIGINT);
+  EXPECT_EQ(run.end(), 128 + SIGINT) << run.error();
 }
 
 TEST_F(Signals, ABrokenPipeLeavesNoNamesFile) {

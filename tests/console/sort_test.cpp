@@ -1,5 +1,8 @@
+#include <filesystem>
+
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <sys/stat.h>
 
 #include "tests/console/run_program.h"
 #include "tests/support/pages.h"
@@ -33,6 +36,32 @@ TEST_F(ConsoleSort, OldResultsOfAnAnalysisStay) {
   place.write("KivSystem1.TXT", "verdict");
   place.kivsys({"sort", "X1.MUS"});
   EXPECT_EQ(place.read("KivSystem1.TXT"), "verdict");
+}
+
+TEST_F(ConsoleSort, TwoPagesNeverHaveOneSortedPage) {
+  place.write("x1.mus", upsideDown);
+  place.write("X1.MUS", upsideDown);
+  const auto refused = [&](const std::string& first, const std::string& second) {
+    return "kivsys: " + (place.path() / first).string() + " and " + (place.path() / second).string() +
+           " have the same sorted page, X1.PAG\n";
+  };
+  const Ended ended = place.kivsys({"sort", "x1.mus"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_EQ(ended.error, refused("X1.MUS", "x1.mus"));
+  std::filesystem::rename(place.path() / "X1.MUS", place.path() / "X1.OLD");
+  EXPECT_EQ(place.kivsys({"sort", "x1.mus", "X1.OLD"}).error, refused("X1.OLD", "x1.mus"));
+  EXPECT_EQ(place.read("X1.PAG"), "(no file)");
+  EXPECT_EQ(place.kivsys({"sort", "x1.mus", "x1.mus"}).status, 0) << "a page listed twice is one page";
+}
+
+TEST_F(ConsoleSort, APipeIsNotReplaced) {
+  place.write("X1.MUS", upsideDown);
+  const std::string pipe = (place.path() / "X1.PAG").string();
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  const Ended ended = place.kivsys({"sort", "X1.MUS"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_EQ(ended.error, "kivsys: the sorted page " + pipe + " is a device or a pipe, and is not replaced\n");
+  EXPECT_TRUE(std::filesystem::is_fifo(pipe));
 }
 
 TEST_F(ConsoleSort, JsonListsWhatWasWrittenBeforeACriticalEnd) {

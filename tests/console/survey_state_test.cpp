@@ -49,6 +49,7 @@ TEST_F(SurveyState, AFileOfAnotherKindStaysAsItIs) {
                                              duo,
                                              "{\"kivsys_survey_state\":2,\"folders\":[]}\n",
                                              "{\"kivsys_survey_state\":1,\"folders\":7}\n",
+                                             "{\"kivsys_survey_state\":1, my own notes without a line end",
                                              "{\"key\":\"\\\\A1.MUS\",\"stamp\":\"A1.MUS|1|2\"}\n"};
   for (const std::string& content : contents) {
     place.write("state", content);

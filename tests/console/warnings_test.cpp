@@ -20,9 +20,7 @@ class ConsoleWarnings : public ConsoleConvert {
     return "kivsys: x1.mus: item 4: warning: 1 item is on staff 7, which has no staff item; a conversion leaves out "
            "what is there\n";
   }
-  static std::string cutText() {
-    return "kivsys: x1.mus: item 5: warning: a conversion cuts the text to 5 characters\n";
-  }
+  static std::string cutText() { return "kivsys: x1.mus: item 5: warning: the text is cut to 5 characters\n"; }
 };
 
 TEST_F(ConsoleWarnings, AnAnalysisShowsWhatAConversionWouldLose) {
@@ -46,13 +44,50 @@ TEST_F(ConsoleWarnings, StrictAnalysisEndsWithStatus3) {
   EXPECT_EQ(place.kivsys({"analyze", "--strict", "x2.mus"}).status, 0);
 }
 
-TEST_F(ConsoleWarnings, StrictConversionWritesNoResult) {
+TEST_F(ConsoleWarnings, AProblemCountsAsMuchAsAWarning) {
+  addPage("x1.mus", "staff 2 at 0 instrument 0\nstaff 1 at 0 instrument 102\nbarline 1 at 0 spans 2\n");
+  addPage("x2.mus", bass);
+  EXPECT_EQ(place.kivsys({"analyze", "x1.mus", "x2.mus"}).status, 0);
+  EXPECT_EQ(place.kivsys({"analyze", "--strict", "x1.mus", "x2.mus"}).status, 3);
+  EXPECT_EQ(place.kivsys({"analyze", "--strict", "--allow-zero-id", "x1.mus", "x2.mus"}).status, 0);
+  const Ended ended = place.kivsys({"convert", "--strict", "x1.mus", "x2.mus"});
+  EXPECT_EQ(ended.status, 3);
+  EXPECT_TRUE(
+      ended.error.ends_with("kivsys: nothing is written, as there are warnings or problems and --strict is given\n"))
+      << ended.error;
+  EXPECT_EQ(place.read("WORK0001.MUS"), "(no file)");
+}
+
+TEST_F(ConsoleWarnings, StrictIsNotForARunLikeThePanels) {
   addLossy();
+  EXPECT_EQ(place.kivsys({"convert", "--strict", "--like-panel", "x1.mus", "x2.mus"}).status, 2);
+}
+
+TEST_F(ConsoleWarnings, ASortSaysWhatItChanges) {
+  place.write("A1.MUS", page("staff 1 at 0 instrument 101\nbarline 1 at 0 spans 1\nshorttext 1 at 5 \"abcdefgh\"\n"
+                             "text 1 at 9 \"short\" length 15\n"));
+  const std::string file = "kivsys: A1.MUS";
+  const std::string lines = file + ": item 3: warning: the text is cut to 5 characters\n" + file +
+                            ": item 4: warning: the text is filled up with blanks to 24 characters\n";
+  const Ended refused = place.kivsys({"sort", "--strict", "A1.MUS"});
+  EXPECT_EQ(refused.status, 3);
+  EXPECT_EQ(refused.error, lines + "kivsys: nothing is written, as there are warnings and --strict is given\n");
+  EXPECT_EQ(place.read("A1.PAG"), "(no file)");
+  const Ended sorted = place.kivsys({"sort", "--json", "A1.MUS"});
+  EXPECT_EQ(sorted.status, 0);
+  EXPECT_EQ(sorted.error, lines);
+  EXPECT_EQ(Json::parse(sorted.out)["problems"][2]["code"], "text-filled");
+}
+
+TEST_F(ConsoleWarnings, StrictConversionWritesNothing) {
+  addLossy();
+  place.write("KivSystem1.TXT", "old");
   const Ended ended = place.kivsys({"convert", "--strict", "x1.mus", "x2.mus"});
   EXPECT_EQ(ended.status, 3);
   EXPECT_EQ(ended.error, needsConversionNote + looseItem() + cutText() +
-                             "kivsys: nothing is converted, as there are warnings and --strict is given\n");
-  EXPECT_EQ(place.read("WORK0001.MUS"), "(no file)");
+                             "kivsys: nothing is written, as there are warnings or problems and --strict is given\n");
+  EXPECT_EQ(filesIn(place.path()), (Names{"KivSystem1.TXT", "x1.mus", "x2.mus"}));
+  EXPECT_EQ(place.read("KivSystem1.TXT"), "old");
   EXPECT_EQ(place.kivsys({"convert", "--strict", "--force", "x2.mus"}).status, 0);
   EXPECT_NE(place.read("WORK0001.MUS"), "(no file)");
 }

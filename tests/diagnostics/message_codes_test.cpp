@@ -136,6 +136,7 @@ std::vector<Example> warningExamples() {
       {"hiddenBottomStaff", hiddenBottomStaff(1, {})},
       {"itemsOnNoStaff", itemsOnNoStaff(1, 0, {})},
       {"shortTextCut", shortTextCut({})},
+      {"textFilled", textFilled({})},
       {"staffP4Cleared", staffP4Cleared(1, {})},
   };
 }

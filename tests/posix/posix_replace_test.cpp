@@ -56,6 +56,26 @@ TEST_F(PosixReplace, ALinkStaysAndTheFileThatItLeadsToIsReplaced) {
   EXPECT_TRUE(std::filesystem::is_symlink(disk.path("link.mus")));
 }
 
+TEST_F(PosixReplace, ALinkStaysAndTheFileThatItNamesIsCreated) {
+  std::filesystem::create_symlink("second.mus", disk.path("first.mus"));
+  std::filesystem::create_symlink("new.mus", disk.path("second.mus"));
+  EXPECT_EQ(system.replaceFile(disk.core("first.mus"), "page"), std::nullopt);
+  EXPECT_EQ(disk.entries(), (Names{"first.mus", "second.mus", "new.mus"}));
+  EXPECT_EQ(disk.file("new.mus"), "page");
+  EXPECT_TRUE(std::filesystem::is_symlink(disk.path("first.mus")));
+  EXPECT_FALSE(std::filesystem::is_symlink(disk.path("new.mus")));
+}
+
+TEST_F(PosixReplace, ALinkThatLeadsNowhereIsReplaced) {
+  std::filesystem::create_symlink("no-folder/new.mus", disk.path("a.mus"));
+  std::filesystem::create_symlink("c.mus", disk.path("b.mus"));
+  std::filesystem::create_symlink("b.mus", disk.path("c.mus"));
+  EXPECT_EQ(system.replaceFile(disk.core("a.mus"), "page"), std::nullopt);
+  EXPECT_EQ(system.replaceFile(disk.core("b.mus"), "page"), std::nullopt);
+  EXPECT_EQ(disk.file("a.mus"), "page");
+  EXPECT_EQ(disk.file("b.mus"), "page");
+}
+
 TEST_F(PosixReplace, AReaderOfTheOldFileKeepsReadingIt) {
   disk.addFile("a.mus", "the old page");
   const auto open = system.openInput(disk.core("a.mus"));

@@ -32,7 +32,16 @@ TEST(Printable, CharactersThatTurnTheDirectionOfWritingAreEscaped) {
   EXPECT_EQ(printable("\u061C\u200E\u200F"), "\\u061C\\u200E\\u200F");
   EXPECT_EQ(printable("\u202A\u202B\u202C\u202D\u202E"), "\\u202A\\u202B\\u202C\\u202D\\u202E");
   EXPECT_EQ(printable("\u2066\u2067\u2068\u2069"), "\\u2066\\u2067\\u2068\\u2069");
-  EXPECT_EQ(printable("\u061B\u200D\u2010\u2027\u202F\u2065\u206A"), "\u061B\u200D\u2010\u2027\u202F\u2065\u206A");
+  EXPECT_EQ(printable("\u061B\u200D\u2010\u2027\u202F\u2070"), "\u061B\u200D\u2010\u2027\u202F\u2070");
+}
+
+TEST(Printable, CharactersThatCannotBeSeenAreEscaped) {
+  EXPECT_EQ(printable("A\u00AD1|A\u200B1|A\u20601|A\u206A1|A\uFEFF1"),
+            "A\\u00AD1|A\\u200B1|A\\u20601|A\\u206A1|A\\uFEFF1");
+  EXPECT_EQ(printable("A\u180E1|A\uFFF91|A\U000E00411|A\U000E01EF1"),
+            "A\\u180E1|A\\uFFF91|A\\U000E00411|A\\U000E01EF1");
+  EXPECT_EQ(printable("A\u31641|A\u115F1|A\u28001|A\uFFA01"), "A\\u31641|A\\u115F1|A\\u28001|A\\uFFA01");
+  EXPECT_EQ(printable("A\u200C\u200D1 \U0001F3BB"), "A\u200C\u200D1 \U0001F3BB");
 }
 
 TEST(Printable, LineEndsBeyondAsciiAreEscaped) {

@@ -94,6 +94,14 @@ TEST_F(SurveyPiece, ChangesNothingOnTheDisk) {
   EXPECT_TRUE(host.calls.empty());
 }
 
+TEST_F(SurveyPiece, NamesThatDifferInCaseOnlyAreAProblem) {
+  host.addFile("C:\\M\\A1.MUS", solo);
+  const PieceFindings findings = surveyPiece(host, host, {"C:\\M\\A1.MUS", "C:\\M\\a1.mus"});
+  EXPECT_EQ(findings.systems, std::nullopt);
+  EXPECT_EQ(findings.problems,
+            std::vector<std::string>{"A1.MUS and a1.mus differ in case only, and cannot be in one group"});
+}
+
 TEST_F(SurveyPiece, ANameThatCannotBeListedIsAProblem) {
   EXPECT_EQ(surveyPiece(host, host, {"C:\\M\\A\n1.MUS"}).problems.size(), 1U);
 }

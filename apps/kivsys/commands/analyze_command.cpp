@@ -11,22 +11,12 @@
 #include "apps/kivsys/selection/selection.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
+#include "platform/memory/overlay_files.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
 
 namespace kiv {
 namespace {
-
-int exitStatusOf(const RunOutcome& outcome, bool reportUnusable) {
-  if (!outcome.normalEnd) {
-    return exit_status::critical;
-  }
-  return reportUnusable ? exit_status::notUsable : exit_status::normal;
-}
-
-bool isUnusable(const AnalysisOutput& output, const AnalyzeOptions& options) {
-  return (options.exitCode && !output.outcome.qualifies()) || (options.strict && !output.warnings.messages.empty());
-}
 
 RunScope scopeOf(const RunOutcome& outcome) {
   return outcome.qualifies() ? RunScope::analysis : RunScope::beforeConversion;
@@ -41,39 +31,77 @@ bool runAnalysis(ConsoleHost& console, KivSystem& program, const std::string& na
   return endsNormally(console, [&] { analyze(program, namesFile, allowZeroId); });
 }
 
-std::optional<Layouts> layoutsOf(ConsoleHost& console, const SystemTable& systems, Places places) {
+std::optional<Layouts> layoutsOf(ConsoleHost& console, Files& files, const SystemTable& systems, Places places) {
   std::optional<Layouts> layouts;
-  static_cast<void>(endsNormally(console, [&] { layouts = findLayouts(console.system(), systems, places); }));
+  static_cast<void>(endsNormally(console, [&] { layouts = findLayouts(files, systems, places); }));
   if (!layouts) {
     printError("the layouts are not told, as the report cannot be read again");
   }
   return layouts;
 }
 
-int analyzeNames(ConsoleHost& console, const std::string& namesFile, const AnalyzeOptions& options) {
-  KivSystem program(console.host());
-  std::optional<ValidPages> pages;
-  if (options.keepGoing) {
-    pages.emplace(console, namesFile);
-  }
-  const bool normalEnd = runAnalysis(console, program, pages ? pages->namesFile() : namesFile, options.allowZeroId);
-  const bool details = options.json || options.jsonl;
-  AnalysisOutput output{outcomeOf(program, console, normalEnd), {}, {}, {}, pages ? &*pages : nullptr};
-  if (output.outcome.normalEnd && !options.selection.likePanel) {
-    output.warnings = showWarnings(console.user(), program, {scopeOf(output.outcome), options.allowZeroId}, details);
+/// The run of one command.
+class AnalyzeRun {
+ public:
+  AnalyzeRun(ConsoleHost& console, const AnalyzeOptions& options) : console_(console), options_(options) {}
+
+  int run(const std::string& namesFile);
+
+ private:
+  AnalysisOutput analyzePages(const Host& host, const std::string& namesFile, const ValidPages* pages);
+  int statusOf(const AnalysisOutput& output) const;
+
+  ConsoleHost& console_;
+  const AnalyzeOptions& options_;
+  bool isRefused_ = false;  // by --strict
+};
+
+AnalysisOutput AnalyzeRun::analyzePages(const Host& host, const std::string& namesFile, const ValidPages* pages) {
+  KivSystem program(host);
+  const bool normalEnd = runAnalysis(console_, program, namesFile, options_.allowZeroId);
+  const bool details = options_.json || options_.jsonl;
+  AnalysisOutput output{outcomeOf(program, console_, normalEnd), {}, {}, {}, pages};
+  if (output.outcome.normalEnd && !options_.selection.likePanel) {
+    output.warnings = showWarnings(console_.user(), program, {scopeOf(output.outcome), options_.allowZeroId}, details);
   }
   if (output.outcome.normalEnd) {
-    output.layouts = layoutsOf(console, program.systems, details ? Places::ofEverySystem : Places::ofFirstSystems);
+    output.layouts =
+        layoutsOf(console_, host.files, program.systems, details ? Places::ofEverySystem : Places::ofFirstSystems);
   }
   if (details) {
-    output.problems = problemsOf(console.system(), output.outcome);
+    output.problems = problemsOf(console_.system(), output.outcome);
   }
-  const bool anySkipped = pages && pages->anySkipped();
-  const int status = anySkipped ? exit_status::critical : exitStatusOf(output.outcome, isUnusable(output, options));
-  if (options.jsonl) {
+  return output;
+}
+
+int AnalyzeRun::statusOf(const AnalysisOutput& output) const {
+  if (!output.outcome.normalEnd || (output.pages != nullptr && output.pages->anySkipped())) {
+    return exit_status::critical;
+  }
+  const bool isUnusable = isRefused_ || (options_.exitCode && !output.outcome.qualifies());
+  return isUnusable ? exit_status::notUsable : exit_status::normal;
+}
+
+int AnalyzeRun::run(const std::string& namesFile) {
+  std::optional<ValidPages> pages;
+  if (options_.keepGoing) {
+    pages.emplace(console_, namesFile);
+  }
+  const std::string& analyzed = pages ? pages->namesFile() : namesFile;
+  isRefused_ = options_.strict && !analyzed.empty() &&
+               isRefusedByStrict(console_.system(), analyzed, {options_.allowZeroId, false, false});
+  OverlayFiles overlay(console_.system(), console_.system());
+  Host host = console_.host();
+  const AnalysisOutput output = analyzePages(isRefused_ ? Host{overlay, host.user, host.programs, host.machine} : host,
+                                             analyzed, pages ? &*pages : nullptr);
+  if (isRefused_) {
+    printError("nothing is written, as there are warnings or problems and --strict is given");
+  }
+  const int status = statusOf(output);
+  if (options_.jsonl) {
     return printOutcome(asJsonLines(output), status);
   }
-  return printOutcome(options.json ? asJson(output) : asText(console.system(), output), status);
+  return printOutcome(options_.json ? asJson(output) : asText(console_.system(), output), status);
 }
 
 }  // namespace
@@ -86,7 +114,7 @@ int runAnalyze(const AnalyzeOptions& options) {
       [&](const SelectedPages& pages) { return InputFiles(pages).refusals(analysisOutputs(console.system(), folder)); },
       [&](const SelectedPages&) { return std::vector<std::string>{console.system().diskName(folder)}; }};
   return runOnSelection(console, options.selection, use,
-                        [&](const std::string& namesFile) { return analyzeNames(console, namesFile, options); });
+                        [&](const std::string& namesFile) { return AnalyzeRun(console, options).run(namesFile); });
 }
 
 int runSiblingCall(const std::string& commandLine) {
@@ -99,7 +127,7 @@ int runSiblingCall(const std::string& commandLine) {
     Form_Load(program, commandLine);
   });
   const RunOutcome outcome = outcomeOf(program, console, normalEnd);
-  return printOutcome(asText(outcome), exitStatusOf(outcome, false));
+  return printOutcome(asText(outcome), normalEnd ? exit_status::normal : exit_status::critical);
 }
 
 }  // namespace kiv

@@ -74,13 +74,15 @@ int print(const ConvertOutput& output, bool json) {
 /// Analyzes and converts one group, as the buttons of the panel do.
 class ConvertRun {
  public:
-  /// The overlay is that of a dry run, null for a conversion of files on the disk. The folder, if any, is that of the
-  /// results.
-  ConvertRun(ConsoleHost& console, OverlayFiles* overlay, const ConvertOptions& options, const ResultFolder* folder)
+  /// The overlay is that of a run that writes nothing, null for a conversion of files on the disk. The folder, if any,
+  /// is that of the results. A run that --strict refuses ends after its analysis.
+  ConvertRun(ConsoleHost& console, OverlayFiles* overlay, const ConvertOptions& options, const ResultFolder* folder,
+             bool isRefused)
       : console_(console),
         overlay_(overlay),
         options_(options),
         folder_(folder),
+        isRefused_(isRefused),
         dryRunUser_(console.user()),
         program_(overlay == nullptr ? console.host() : Host{*overlay, dryRunUser_, noPrograms_, console.system()}) {}
 
@@ -99,6 +101,7 @@ class ConvertRun {
   OverlayFiles* overlay_;
   const ConvertOptions& options_;
   const ResultFolder* folder_;
+  bool isRefused_;
   DryRunUser dryRunUser_;
   NoPrograms noPrograms_;
   KivSystem program_;
@@ -166,9 +169,9 @@ void ConvertRun::warn(ConvertOutput& output) {
   output.warnings =
       showWarnings(console_.user(), program_,
                    {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId}, options_.json);
-  output.refused = options_.strict && !output.warnings.messages.empty();
+  output.refused = isRefused_;
   if (output.refused) {
-    printError("nothing is converted, as there are warnings and --strict is given");
+    printError("nothing is written, as there are warnings or problems and --strict is given");
   }
 }
 
@@ -183,7 +186,7 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   bool normalEnd = endsNormally(console_, [&] { analyze(); }) && program_.names.nameCount > 0;
   const RunOutcome analysis = outcomeOf(program_, console_, normalEnd);
   ConvertOutput output;
-  output.planned = overlay_;
+  output.planned = options_.dryRun ? overlay_ : nullptr;
   if (normalEnd && !options_.selection.likePanel) {
     warn(output);
   }
@@ -191,6 +194,7 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   if (normalEnd && (needsConversion_ || options_.force) && !output.refused) {
     const ConversionOptions conversion = conversionOptions(firstResultFile);
     normalEnd = convert(conversion);
+    output.failure = failure_;
     converted = normalEnd ? std::optional(conversion) : std::nullopt;
   }
   output.outcome = withPagesWritten(analysis, console_, normalEnd);
@@ -274,7 +278,9 @@ int runConvert(const ConvertOptions& options) {
   }
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
     OverlayFiles overlay(system, system);
-    ConvertRun run(console, options.dryRun ? &overlay : nullptr, options, place.folder);
+    const bool isRefused =
+        options.strict && isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force});
+    ConvertRun run(console, options.dryRun || isRefused ? &overlay : nullptr, options, place.folder, isRefused);
     const ConvertOutput output = run.run(namesFile, firstResultFile);
     if (!options.selection.likePanel) {
       console.user().printNotes(output.refused ? "" : nextCommand(output.outcome, !overlay.replaced().empty()));

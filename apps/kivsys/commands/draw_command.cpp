@@ -35,6 +35,9 @@ std::vector<Item> itemsOf(const ItemTable& table) {
 std::vector<std::string> refusals(ConsoleSystem& system, const DrawOptions& options, const std::string& out) {
   InputFiles inputs;
   if (options.page != standardInput) {
+    if (NativeSystem::isBeyondNames(options.page)) {
+      return {"a file whose name holds a backslash cannot be used: " + options.page};
+    }
     const std::string path = system.diskName(NativeSystem::coreName(options.page));
     if (const auto reason = whyUnreadable(options.page, path)) {
       return {*reason};
@@ -61,7 +64,7 @@ int runDraw(const DrawOptions& options) {
   ConsoleHost console;
   console.useConsoleWords();
   ConsoleSystem& system = console.system();
-  const std::string out = options.out == standardOutput ? options.out : NativeSystem::coreName(options.out);
+  const std::string out = isStandardOutput(options.out) ? standardOutput : NativeSystem::coreName(options.out);
   if (const auto reasons = refusals(system, options, out); !reasons.empty()) {
     return refuse(reasons);
   }

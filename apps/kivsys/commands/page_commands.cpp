@@ -8,7 +8,7 @@
 #include "apps/kivsys/selection/selection.h"
 #include "pagetext/page_text.h"
 #include "platform/console/error_line.h"
-#include "platform/console/native_system.h"
+#include "platform/console/guarded_system.h"
 
 namespace kiv {
 namespace {
@@ -18,8 +18,17 @@ int fail(const std::string& reason) {
   return exit_status::critical;
 }
 
+/// Whether the file is called a page, as a damaged one is, too.
+bool hasNameOfPage(NativeSystem& system, const std::string& file) {
+  const std::string name = system.upperCase(file);
+  return name.ends_with(".MUS") || name.ends_with(".PAG");
+}
+
 /// Why the page may not be written; nullopt when it may.
 std::optional<std::string> refusalToReplace(NativeSystem& system, const PageFiles& files) {
+  if (NativeSystem::isBeyondNames(files.page)) {
+    return "a file whose name holds a backslash cannot be used: " + files.page;
+  }
   const std::string path = system.diskName(NativeSystem::coreName(files.page));
   if (files.text != standardInput) {
     InputFiles inputs;
@@ -28,21 +37,29 @@ std::optional<std::string> refusalToReplace(NativeSystem& system, const PageFile
       return reason;
     }
   }
-  return kindOf(path) == PathKind::file && !files.force ? std::optional(files.page + " exists; --force replaces it")
-                                                        : std::nullopt;
+  if (kindOf(path) != PathKind::file) {
+    return std::nullopt;
+  }
+  if (!files.force) {
+    return files.page + " exists; --force replaces it";
+  }
+  const auto old = readBounded(system, NativeSystem::coreName(files.page), readableBytes).bytes;
+  const bool isPageFile = hasNameOfPage(system, files.page) || (old && (old->empty() || isPage(*old)));
+  return isPageFile ? std::nullopt
+                    : std::optional(files.page + " is not a page, and is not replaced; name another file");
 }
 
 }  // namespace
 
 int runDump(const std::string& page) {
-  NativeSystem system;
+  GuardedSystem system;
   const NamedInput file = readNamedInput(system, page, pageInput);
   return file.bytes ? printOutcome(dumpPage(*file.bytes), exit_status::normal) : file.status;
 }
 
 int runBuild(const PageFiles& files) {
   const std::string& page = files.page;
-  NativeSystem system;
+  GuardedSystem system;
   const NamedInput lines = readNamedInput(system, files.text, pageTextInput);
   if (!lines.bytes) {
     return lines.status;
@@ -51,7 +68,7 @@ int runBuild(const PageFiles& files) {
   if (const auto* error = std::get_if<PageTextError>(&built)) {
     return fail(files.text + ":" + std::to_string(error->line) + ": " + error->reason);
   }
-  if (page == standardOutput) {
+  if (isStandardOutput(page)) {
     return printOutcome(std::get<std::string>(built), exit_status::normal);
   }
   if (const auto reason = refusalToReplace(system, files)) {

@@ -1,6 +1,11 @@
 #include "apps/kivsys/commands/run_outcome.h"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
+
 #include "apps/kivsys/exit_status.h"
+#include "messages/codes.h"
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
 
@@ -23,6 +28,13 @@ bool flushResults(ConsoleHost& console) {
     printError("cannot write to the disk: " + *failure);
   }
   return !failure;
+}
+
+bool isProblem(const Message& message) {
+  constexpr std::array<std::string_view, 6> problems = {code::duplicateInstrumentId, code::duplicateStaffNumber,
+                                                        code::zeroInstrumentId,      code::recursiveCue,
+                                                        code::undefinedCue,          code::pageLetters};
+  return std::find(problems.begin(), problems.end(), message.code) != problems.end();
 }
 
 RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& console, bool normalEnd) {

@@ -38,6 +38,10 @@ bool endsNormally(ConsoleHost& console, const std::function<void()>& run);
 /// Waits until the names of the pages written are on the disk. False when that fails, which is said on standard error.
 bool flushResults(ConsoleHost& console);
 
+/// Whether the message of an analysis is about a problem, such as an identifier of 0, after which results are
+/// unpredictable.
+bool isProblem(const Message& message);
+
 /// The outcome of an analysis that has filled the program's tables.
 RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& console, bool normalEnd);
 

@@ -3,10 +3,11 @@
 #include <nlohmann/json.hpp>
 
 #include "apps/kivsys/commands/run_outcome.h"
+#include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/warnings_output.h"
-#include "apps/kivsys/safety/input_files.h"
+#include "apps/kivsys/safety/sorted_pages.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
 #include "sort/sort_on_instrument.h"
@@ -25,35 +26,42 @@ bool sortedAll(ConsoleHost& console, bool isSorted) {
   return sorted >= pages;
 }
 
-std::string asJson(ConsoleHost& console, const RunOutcome& outcome) {
+/// What is changed in the pages, beside their order.
+Warnings showLosses(ConsoleHost& console, const SortOptions& options) {
+  std::vector<std::string> pages;
+  for (const FoundFile& page : console.system().pages()) {
+    pages.push_back(page.name);
+  }
+  return showWarnings(console.user(), console.system(), findWritingLosses(console.system(), pages), options.json);
+}
+
+int print(ConsoleHost& console, const RunOutcome& outcome, const Warnings& warnings, const SortOptions& options,
+          int status) {
+  if (!options.json) {
+    return printOutcome(createdLines(outcome), status);
+  }
   Json object = jsonOf(outcome);
-  object["problems"] = jsonOf(problemsOf(console.system(), outcome), {});
+  object["problems"] = jsonOf(problemsOf(console.system(), outcome), warnings);
   object["schema_version"] = schemaVersion;
-  return asLine(object);
+  return printOutcome(asLine(object), status);
 }
 
 int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOptions& options) {
   NamesTable names;
   ItemTable items;
-  const ReadBack readBack = options.selection.likePanel ? ReadBack::no : ReadBack::yes;
+  const bool likePanel = options.selection.likePanel;
+  const Warnings warnings = likePanel ? Warnings() : showLosses(console, options);
+  if (options.strict && !warnings.messages.empty()) {
+    printError("nothing is written, as there are warnings and --strict is given");
+    return print(console, writingOutcomeOf(names, console, true), warnings, options, exit_status::notUsable);
+  }
+  const ReadBack readBack = likePanel ? ReadBack::no : ReadBack::yes;
   const bool isSorted =
       endsNormally(console, [&] { cmdSortInstrument_Click(console.host(), namesFile, names, items, readBack); });
-  const bool areAllSorted = options.selection.likePanel || sortedAll(console, isSorted);
+  const bool areAllSorted = likePanel || sortedAll(console, isSorted);
   const bool normalEnd = flushResults(console) && isSorted && areAllSorted;
-  const RunOutcome outcome = writingOutcomeOf(names, console, normalEnd);
-  return printOutcome(options.json ? asJson(console, outcome) : createdLines(outcome),
-                      normalEnd ? exit_status::normal : exit_status::critical);
-}
-
-/// The pages that a sort writes, by their paths on the disk.
-std::vector<std::pair<std::string, std::string>> sortedPages(ConsoleSystem& system, const SelectedPages& pages) {
-  std::vector<std::pair<std::string, std::string>> sorted;
-  for (const FoundFile& page : pages.pages) {
-    if (const auto name = sortedName(system, system.upperCase(page.name))) {
-      sorted.emplace_back("sorted page", system.outputPath(*name));
-    }
-  }
-  return sorted;
+  return print(console, writingOutcomeOf(names, console, normalEnd), warnings, options,
+               normalEnd ? exit_status::normal : exit_status::critical);
 }
 
 std::vector<std::string> folderOfPages(ConsoleSystem& system, const SelectedPages& pages) {
@@ -64,10 +72,10 @@ std::vector<std::string> folderOfPages(ConsoleSystem& system, const SelectedPage
 
 int runSort(const SortOptions& options) {
   ConsoleHost console(options.selection.likePanel ? Guard::off : Guard::on);
-  const SelectionUse use{FolderUse::written, false,
+  const SelectionUse use{FolderUse::read, false,
                          [&](const SelectedPages& pages) {
                            console.system().bindFolder();
-                           return InputFiles(pages).refusals(sortedPages(console.system(), pages));
+                           return refusalsOfSortedPages(console.system(), pages);
                          },
                          [&](const SelectedPages& pages) { return folderOfPages(console.system(), pages); }};
   return runOnSelection(console, options.selection, use,

@@ -7,6 +7,7 @@ namespace kiv {
 /// What the user asked of a sort.
 struct SortOptions {
   Selection selection;
+  bool strict = false;  ///< write nothing if the pages would not be written as they are
   bool json = false;
 };
 

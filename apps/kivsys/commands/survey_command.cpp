@@ -22,10 +22,20 @@
 namespace kiv {
 namespace {
 
-constexpr std::string_view outOfMemory = "Out of memory";
+constexpr std::string_view outOfMemory = "out of memory";
 
-bool isOutOfMemory(const PieceFindings& findings) {
-  return findings.problems.size() == 1 && findings.problems.front() == outOfMemory;
+/// The analysis of a piece, and what the system did not have for it: memory or open files. "" when it had all.
+struct Analyzed {
+  PieceFindings findings;
+  std::string lack;
+};
+
+/// A piece without an analysis, for which the system lacks something.
+Analyzed lacking(std::string_view lack, std::size_t pages) {
+  Analyzed analyzed{{}, std::string(lack)};
+  analyzed.findings.pages = pages;
+  analyzed.findings.problems.emplace_back(lack);
+  return analyzed;
 }
 
 /// A running survey. The workers are threads: an analysis that reads the disk and writes to memory shares nothing with
@@ -45,9 +55,9 @@ class Survey {
  private:
   void loadKnown();
   void work();
-  PieceFindings analyze(NativeSystem& system, std::size_t piece);
+  Analyzed analyze(NativeSystem& system, std::size_t piece);
   void startWorkers();
-  void finish(std::size_t piece, PieceFindings findings);
+  void finish(std::size_t piece, Analyzed analyzed);
   void print(const std::string& text);
 
   const SurveyOptions& options_;
@@ -60,7 +70,7 @@ class Survey {
   std::vector<std::optional<PieceFindings>> findings_;
   std::size_t finished_ = 0;
   std::size_t printed_ = 0;
-  std::size_t withoutMemory_ = 0;
+  std::string lack_;  // of the first piece that lacked something
   bool stateLost_ = false;
   std::atomic<bool> memoryLost_ = false;
 };
@@ -71,14 +81,14 @@ void Survey::print(const std::string& text) {
 }
 
 /// Prints the lines in the order of the pieces, up to the first unfinished one.
-void Survey::finish(std::size_t piece, PieceFindings findings) {
+void Survey::finish(std::size_t piece, Analyzed analyzed) {
   const std::lock_guard lock(mutex_);
-  if (isOutOfMemory(findings)) {
-    ++withoutMemory_;             // another run tries again
-  } else if (findings.systems) {  // what ended an analysis may not last
-    stateLost_ = !state_.keep(pieces_[piece], findings) || stateLost_;
+  if (!analyzed.lack.empty()) {
+    lack_ = lack_.empty() ? analyzed.lack : lack_;  // another run tries again
+  } else if (analyzed.findings.systems) {           // what ended an analysis may not last
+    stateLost_ = !state_.keep(pieces_[piece], analyzed.findings) || stateLost_;
   }
-  findings_[piece] = std::move(findings);
+  findings_[piece] = std::move(analyzed.findings);
   ++finished_;
   for (; printed_ < pieces_.size() && findings_[printed_]; ++printed_) {
     print(lines_.line(pieces_[printed_], *findings_[printed_]));
@@ -86,20 +96,20 @@ void Survey::finish(std::size_t piece, PieceFindings findings) {
   user_.showProgress(static_cast<int>(finished_), static_cast<int>(pieces_.size()), "pieces");
 }
 
-/// A piece that takes more memory than there is has that as its only problem.
-PieceFindings Survey::analyze(NativeSystem& system, std::size_t piece) {
-  PieceFindings findings;
+/// A piece that takes more memory or open files than there are has that as its only problem.
+Analyzed Survey::analyze(NativeSystem& system, std::size_t piece) {
+  const std::vector<std::string>& pages = pieces_[piece].pages;
   try {
-    findings = surveyPiece(system, system, pieces_[piece].pages);
-    for (std::string& problem : findings.problems) {
+    Analyzed analyzed{surveyPiece(system, system, pages), ""};
+    for (std::string& problem : analyzed.findings.problems) {
       problem = NativeSystem::toUtf8(problem);
     }
+    return analyzed;
   } catch (const std::bad_alloc&) {
-    findings = {};
-    findings.pages = pieces_[piece].pages.size();
-    findings.problems.emplace_back(outOfMemory);
+    return lacking(outOfMemory, pages.size());
+  } catch (const std::system_error& failure) {
+    return lacking(failure.code().message(), pages.size());
   }
-  return findings;
 }
 
 void Survey::work() {
@@ -156,8 +166,8 @@ int Survey::run() {
     printError("cannot write to " + options_.resume);
     return exit_status::critical;
   }
-  if (withoutMemory_ > 0 || memoryLost_) {
-    printError("out of memory");
+  if (!lack_.empty() || memoryLost_) {
+    printError(lack_.empty() ? outOfMemory : lack_);
     return exit_status::critical;
   }
   if (stopped) {
@@ -171,6 +181,29 @@ int Survey::run() {
 std::string stateFile(ConsoleSystem& system, const std::string& typed) {
   const std::string found = system.diskName(system.fullName(typed));
   return kindOf(typed) == PathKind::missing && kindOf(found) != PathKind::missing ? found : typed;
+}
+
+/// Opens the file of the state, which is none of the pages. Returns why it cannot be used.
+std::optional<StateRefusal> openState(ConsoleSystem& system, const SurveyOptions& options, const Library& library,
+                                      SurveyState& state) {
+  if (options.resume == standardOutput) {
+    return StateRefusal{exit_status::wrongUsage,
+                        "the state of a survey cannot be kept on standard output, which has its lines"};
+  }
+  const std::string file = stateFile(system, options.resume);
+  if (system.upperCase(file).ends_with(".MUS")) {
+    return StateRefusal{exit_status::wrongUsage, file + " has the name of a page; name another file"};
+  }
+  if (const auto identity = identityOf(file)) {
+    for (const LibraryPiece& piece : library.pieces) {
+      for (const std::string& page : piece.pages) {
+        if (identityOf(system.diskName(page)) == identity) {
+          return StateRefusal{exit_status::wrongUsage, file + " is a page of the library; name another file"};
+        }
+      }
+    }
+  }
+  return state.open(file, options.folders);
 }
 
 }  // namespace
@@ -187,18 +220,15 @@ int runSurvey(const SurveyOptions& options) {
   if (options.quiet) {
     console.user().beQuiet();
   }
+  noteStopSignals(SecondSignal::endsProgram);
+  const Library library = walkLibrary(console.system(), options.folders);
   SurveyState state;
   if (!options.resume.empty()) {
-    if (options.resume == standardOutput) {
-      return refuse({"the state of a survey cannot be kept on standard output, which has its lines"});
-    }
-    if (const auto refusal = state.open(stateFile(console.system(), options.resume), options.folders)) {
+    if (const auto refusal = openState(console.system(), options, library, state)) {
       printError(refusal->reason);
       return refusal->status;
     }
   }
-  noteStopSignals(SecondSignal::endsProgram);
-  const Library library = walkLibrary(console.system(), options.folders);
   for (const std::string& folder : library.unreadable) {
     printError("cannot list the folder " + folder);
   }

@@ -7,6 +7,7 @@
 #include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/output/verification_json.h"
 #include "apps/kivsys/safety/output_file.h"
+#include "apps/kivsys/safety/result_files.h"
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
 #include "platform/separators.h"
@@ -92,6 +93,9 @@ int runVerify(const VerifyOptions& options) {
   const proof::ConversionToProve conversion{system.fullName(options.result), std::nullopt};
   const SelectionUse use{
       FolderUse::read, false, [&](const SelectedPages& pages) {
+        if (const auto reason = refusalOfResultName(options.result)) {
+          return std::vector{*reason};
+        }
         return refusalsOfOutput(system, {"manifest", manifest, OutputKind::manifest}, InputFiles(pages));
       }};
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {

@@ -28,6 +28,7 @@ std::optional<bool> verdictOrNone(const Json& value) {
 
 Json toJson(const LibraryPiece& piece, const PieceFindings& findings) {
   return {{"folder", NativeSystem::toUtf8(piece.folder)},
+          {"path", NativeSystem::toUtf8(piece.path)},
           {"prefix", NativeSystem::toUtf8(piece.prefix)},
           {"pages", findings.pages},
           {"systems", orNull(findings.systems)},

@@ -54,10 +54,12 @@ std::string tableLine(const Cells& cells, std::size_t folderWidth, std::size_t p
   return line + "\n";
 }
 
-/// The name as a spreadsheet takes it for a text: one that would begin a formula gets an apostrophe in front.
+/// The name as a spreadsheet takes it for a text: one that would begin a formula gets an apostrophe in front. So does
+/// one that has apostrophes there already, so that all names stay different.
 std::string cellText(const std::string& name) {
   constexpr std::string_view formulaStarts = "=+-@\t\r";
-  const bool isFormula = !name.empty() && formulaStarts.find(name.front()) != std::string_view::npos;
+  const std::size_t first = std::min(name.find_first_not_of('\''), name.size());
+  const bool isFormula = first < name.size() && formulaStarts.find(name[first]) != std::string_view::npos;
   return isFormula ? "'" + name : name;
 }
 

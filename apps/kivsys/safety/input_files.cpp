@@ -28,9 +28,17 @@ std::optional<std::string> InputFiles::find(const std::string& path) const {
 }
 
 std::optional<std::string> InputFiles::refusal(const std::string& output, const std::string& path) const {
-  const auto input = find(path);
-  return input ? std::optional("the " + output + " " + path + " is the same file as the input " + *input)
-               : std::nullopt;
+  if (const auto input = find(path)) {
+    return "the " + output + " " + path + " is the same file as the input " + *input;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> InputFiles::refusalToReplace(const std::string& output, const std::string& path) const {
+  const auto reason = refusal(output, path);
+  return reason || kindOf(path) != PathKind::device
+             ? reason
+             : std::optional("the " + output + " " + path + " is a device or a pipe, and is not replaced");
 }
 
 std::vector<std::string> InputFiles::refusals(const std::vector<std::pair<std::string, std::string>>& outputs) const {

@@ -25,6 +25,8 @@ class InputFiles {
 
   /// Why an output, named by its path on the disk, cannot be written: it is an input. Nullopt when it is none.
   std::optional<std::string> refusal(const std::string& output, const std::string& path) const;
+  /// The same for an output that replaces what is there: a device or a pipe is not replaced either.
+  std::optional<std::string> refusalToReplace(const std::string& output, const std::string& path) const;
   /// The refusals of all these outputs, each with what it is.
   std::vector<std::string> refusals(const std::vector<std::pair<std::string, std::string>>& outputs) const;
 

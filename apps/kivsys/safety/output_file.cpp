@@ -23,8 +23,15 @@ std::string wordsFor(OutputKind kind) {
 
 }  // namespace
 
+bool isStandardOutput(const std::string& typed) {
+  return typed == standardOutput || typed == "/dev/stdout";  // that may be a file that others write to as well
+}
+
 std::string outputName(NativeSystem& system, const std::string& typed) {
-  return typed.empty() || typed == standardOutput ? typed : system.fullName(typed);
+  if (isStandardOutput(typed)) {
+    return standardOutput;
+  }
+  return typed.empty() ? typed : system.fullName(typed);
 }
 
 std::vector<std::string> refusalsOfOutput(NativeSystem& system, const OutputFilePlan& output,
@@ -43,10 +50,13 @@ std::vector<std::string> refusalsOfOutput(NativeSystem& system, const OutputFile
   if (!content) {
     return {path + " is there and cannot be read, so it is not replaced"};
   }
-  if (content->empty() || isOfKind(*content, output.kind)) {
+  const std::string name = system.upperCase(path);
+  const bool isNamedPage = name.ends_with(".MUS") || name.ends_with(".PAG");
+  if ((content->empty() && !isNamedPage) || isOfKind(*content, output.kind)) {
     return {};
   }
-  return {path + (isPage(*content) ? " is a page" : " is not " + wordsFor(output.kind)) + ", and is not replaced"};
+  return {path + (isNamedPage || isPage(*content) ? " is a page" : " is not " + wordsFor(output.kind)) +
+          ", and is not replaced; name another file"};
 }
 
 std::optional<std::string> writeOutput(NativeSystem& system, const std::string& name, std::string_view content) {

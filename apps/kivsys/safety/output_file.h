@@ -14,6 +14,9 @@ namespace kiv {
 /// The output file of this name is standard output.
 inline constexpr const char* standardOutput = "-";
 
+/// Whether what was typed is standard output, by the name "-" or by that of the system.
+bool isStandardOutput(const std::string& typed);
+
 /// The full name of an output file that was typed; standard output and "" stay as they are.
 std::string outputName(NativeSystem& system, const std::string& typed);
 

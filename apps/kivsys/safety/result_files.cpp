@@ -89,7 +89,7 @@ class Conflicts {
   void addFile(std::optional<std::size_t> number) {
     if (number) {
       const std::string path = system_.outputPath(numbered(stem_, *number));
-      if (const auto reason = inputs_.refusal("result", path)) {
+      if (const auto reason = inputs_.refusalToReplace("result", path)) {
         conflicts_.emplace(*number, *reason);
       }
     }

@@ -19,8 +19,8 @@ struct PlannedResults {
   bool force = false;  ///< pages that qualify are converted, too
 };
 
-/// Why the results cannot be written: one of them is an input. The number of results is found out by an analysis in
-/// memory, and only when one of the files that are there already makes it count.
+/// Why the results cannot be written: one of them is an input or a device. The number of results is found out by an
+/// analysis in memory, and only when one of the files that are there already makes it count.
 std::vector<std::string> refusalsOfResults(ConsoleSystem& system, const SelectedPages& pages,
                                            const PlannedResults& results);
 

@@ -11,6 +11,10 @@ namespace kiv {
 
 NamedInput readNamedInput(NativeSystem& system, const std::string& typed, const InputKind& kind) {
   const bool isStandardInput = typed == standardInput;
+  if (NativeSystem::isBeyondNames(typed)) {
+    printError("a file whose name holds a backslash cannot be used: " + typed);
+    return {std::nullopt, exit_status::wrongUsage};
+  }
   const std::string name = NativeSystem::coreName(typed);
   BoundedContent content = isStandardInput ? readStandardInput(kind.limit) : readBounded(system, name, kind.limit);
   if (content.bytes) {

@@ -27,9 +27,10 @@ NamesList readNamesList(std::string_view text) {
   bool isFirst = true;
   bool hasRecords = false;
   for (std::size_t number = 1; !text.empty(); ++number) {
-    std::string_view line = removeLine(text);
-    line = line.substr(0, line.find_last_not_of(' ') + 1);
+    const std::string_view whole = removeLine(text);
+    std::string_view line = whole.substr(0, whole.find_last_not_of(' ') + 1);
     if (isComment(line)) {
+      list.comments.push_back({std::string(line), number, false, std::string(whole)});
       continue;
     }
     const bool isRecord = line.ends_with(recordEnd);
@@ -48,7 +49,7 @@ NamesList readNamesList(std::string_view text) {
     if (line.find('\0') != std::string_view::npos) {
       list.errors.push_back({number, "the name holds a zero byte"});
     } else {
-      list.pages.push_back({std::string(line), number, isRecord});
+      list.pages.push_back({std::string(line), number, isRecord, isRecord ? "" : std::string(whole)});
     }
   }
   return list;

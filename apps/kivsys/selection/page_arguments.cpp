@@ -94,9 +94,6 @@ std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std:
 }  // namespace
 
 std::variant<Pages, std::string> pagesMeantBy(ConsoleSystem& system, const std::string& argument) {
-  if (argument.empty()) {
-    return "the name of a page is empty";
-  }
   if (argument == "-") {
     return "pages are read from files, and their list from standard input with --names -";
   }

@@ -1,24 +1,33 @@
 #include "apps/kivsys/selection/page_finder.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "apps/kivsys/selection/natural_order.h"
 #include "input/file_names.h"
+#include "platform/console/stop_signals.h"
 #include "platform/native_file.h"
 #include "platform/separators.h"
 
 namespace kiv {
+namespace {
+
+constexpr std::size_t mostPages = std::numeric_limits<std::int16_t>::max();
+
+}  // namespace
 
 /// The file that a name stands for in the folder of the run, which has not been entered yet.
 std::string PageFinder::fileOf(const std::string& name) {
-  const bool isFull = name.starts_with('\\') || name.find(':') == 1;
-  return system_.diskName(isFull ? name
-                                 : search_.folder + (endsWithBackslash(system_, search_.folder) ? "" : "\\") + name);
+  return system_.diskName(NativeSystem::isFullName(name)
+                              ? name
+                              : search_.folder + (endsWithBackslash(system_, search_.folder) ? "" : "\\") + name);
 }
 
 std::string PageFinder::problemOf(const WantedPage& page, const std::string& path) {
   if (lastBackslash(system_, page.name) == std::string::npos) {
-    return "no folder in the name of the page: " + page.typed;
+    const bool hasSlash = page.name.find('/') != std::string::npos;
+    return "no folder in the name of the page: " + page.typed +
+           (hasSlash ? "; write \\ for /, or leave out the 1 at the ends of all lines" : "");
   }
   if (const auto failure = readFailure(path)) {
     const bool isMissing = kindOf(path) == PathKind::missing && !page.place.empty();
@@ -39,10 +48,17 @@ std::string PageFinder::problemOf(const WantedPage& page, const std::string& pat
 }
 
 std::string PageFinder::add(const WantedPage& page) {
+  endIfStopped();
   if (page.name.find_first_of("\r\n") != std::string::npos) {
     return page.place + "a page file whose name holds a line end cannot be listed in a names file";
   }
+  if (NativeSystem::isBeyondNames(page.typed)) {
+    return page.place + "a page file whose name holds a backslash cannot be used: " + page.typed;
+  }
   const std::string path = fileOf(page.name);
+  if (names_.size() == mostPages) {
+    return page.place + "a group cannot have more than 32767 pages: " + page.typed;
+  }
   const std::string problem = problemOf(page, path);
   if (problem.empty()) {
     pages_.push_back({page.name, path});

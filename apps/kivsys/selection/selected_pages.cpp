@@ -52,6 +52,31 @@ std::optional<std::string> readList(ConsoleSystem& system, const std::string& li
   return textOf(readBounded(system, name, most_bytes::namesFile), list, selected);
 }
 
+bool isFile(NativeSystem& system, const std::string& typed) {
+  return !typed.empty() && kindOf(system.diskName(system.fullName(typed))) == PathKind::file;
+}
+
+/// The pages of a list. A plain path is meant as it is written: with the blanks at its end, and even if it begins like
+/// a comment, when there is such a file.
+std::vector<ListedPage> pagesIn(NativeSystem& system, const NamesList& list) {
+  std::vector<ListedPage> pages = list.pages;
+  const bool isPlain = std::none_of(pages.begin(), pages.end(), [](const ListedPage& page) { return page.isRecord; });
+  if (!isPlain) {
+    return pages;
+  }
+  for (ListedPage& page : pages) {
+    page.name = page.whole != page.name && isFile(system, page.whole) ? page.whole : page.name;
+  }
+  for (const ListedPage& comment : list.comments) {
+    const std::string& name = isFile(system, comment.whole) ? comment.whole : comment.name;
+    if (isFile(system, name)) {
+      pages.push_back({name, comment.line, false, comment.whole});
+    }
+  }
+  std::stable_sort(pages.begin(), pages.end(), [](const auto& a, const auto& b) { return a.line < b.line; });
+  return pages;
+}
+
 }  // namespace
 
 SelectedPages findTypedPages(ConsoleSystem& system, const std::vector<std::string>& typed, const PageSearch& search) {
@@ -87,7 +112,7 @@ SelectedPages findListedPages(ConsoleSystem& system, const std::string& list, co
     errors.emplace_back(error.line, placeOf(error.line) + error.text);
   }
   PageFinder finder(system, search);
-  for (const ListedPage& page : lines.pages) {
+  for (const ListedPage& page : pagesIn(system, lines)) {
     const std::string name = page.isRecord ? page.name : system.fullName(page.name);
     if (std::string problem = finder.add({name, page.name, placeOf(page.line)}); !problem.empty()) {
       errors.emplace_back(page.line, std::move(problem));

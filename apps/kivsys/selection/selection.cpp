@@ -12,13 +12,25 @@
 namespace kiv {
 namespace {
 
-/// Makes the folder of the run when it is missing. Returns why it cannot be made.
-std::vector<std::string> makeFolderOfRun(NativeSystem& system, const Selection& selection, FolderUse use) {
-  if (selection.folder.empty() || use != FolderUse::written) {
-    return {};
+/// Locks the folders that the command writes into, and makes the folder of the run when it is missing: after the lock,
+/// so that a run that is refused makes none. Returns the exit status of a run that ends here.
+int prepareFolders(ConsoleHost& console, const Selection& selection, const SelectionUse& use,
+                   const SelectedPages& pages) {
+  const auto locked = [&] {
+    return !use.writtenFolders || console.locks().take(use.writtenFolders(pages), selection.wait);
+  };
+  if (!locked()) {
+    return exit_status::busy;
   }
-  const auto failure = PlannedFolder(system, selection.folder, selection.folder).make();
-  return failure ? std::vector{*failure} : std::vector<std::string>();
+  const PlannedFolder folder(console.system(), selection.folder, selection.folder);
+  if (selection.folder.empty() || use.folder != FolderUse::written || !folder.isMissing()) {
+    return exit_status::normal;
+  }
+  if (const auto failure = folder.make()) {
+    printError(*failure);
+    return exit_status::critical;
+  }
+  return locked() ? exit_status::normal : exit_status::busy;
 }
 
 /// Makes the folder of the run the current one. Returns why it cannot be. What is not written needs none.
@@ -69,6 +81,7 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
                                                       : findListedPages(system, selection.names, search);
   system.bindPages(pages.pages);
   system.showAs(pages.badPages);
+  system.protectFile(pages.listPath);
   system.serveNamesFile(pages.namesFile, pages.names);
   if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {
     return refuse(reasons);
@@ -76,13 +89,10 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
   if (pages.isReordered) {
     console.user().printNotes(reorderingNote(system, pages));
   }
-  if (const auto reasons = makeFolderOfRun(system, selection, use.folder); !reasons.empty()) {
-    return refuse(reasons);
+  if (const int status = prepareFolders(console, selection, use, pages); status != exit_status::normal) {
+    return status;
   }
   if (use.writtenFolders) {
-    if (!console.locks().take(use.writtenFolders(pages), selection.wait)) {
-      return exit_status::busy;
-    }
     // Another run may have changed the folders until now.
     if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {
       return refuse(reasons);

@@ -130,7 +130,7 @@ that would be overwritten; nothing was written
 .TP
 .B 3
 not usable as it stands: the pages need a conversion (\fBanalyze \-\-exit\-code\fR), or there are warnings
-(\fB\-\-strict\fR)
+or problems (\fB\-\-strict\fR)
 .TP
 .B 4
 somebody else is at work: another run in a folder that the command writes into, or another survey with the

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <fstream>
+#include <span>
 #include <system_error>
 
 #include "base/sha256.h"
@@ -28,7 +28,9 @@ bool hasJustChanged(const fs::path& file) {
 }
 
 LibraryPiece libraryPiece(NativeSystem& system, const fs::path& folder, const Piece& piece) {
-  LibraryPiece found{folder.string(), piece.prefix, {}, {}, ""};
+  std::error_code failure;
+  const fs::path path = fs::canonical(folder, failure);
+  LibraryPiece found{folder.string(), failure ? folder.string() : path.string(), piece.prefix, {}, {}, ""};
   bool isSettled = true;
   for (const std::string& file : piece.files) {
     found.pages.push_back(system.fullName((folder / file).string()));
@@ -56,7 +58,7 @@ std::vector<fs::path> visit(NativeSystem& system, const fs::path& folder, Librar
     }
   }
   if (failure) {
-    library.unreadable.push_back(folder.string());
+    library.unreadable.push_back(folder.string() + ": " + failure.message());
   }
   for (const Piece& piece : piecesOf(system, names)) {
     library.pieces.push_back(libraryPiece(system, folder, piece));
@@ -68,12 +70,16 @@ std::vector<fs::path> visit(NativeSystem& system, const fs::path& folder, Librar
 }  // namespace
 
 std::string digestOf(const LibraryPiece& piece) {
+  NativeSystem system;
   Sha256 digest;
-  for (std::size_t page = 0; page < piece.stamps.size(); ++page) {
-    std::ifstream file(fs::path(piece.folder) / piece.stamps[page].name, std::ios::binary);
+  for (const std::string& page : piece.pages) {
+    const auto file = system.openInput(page);
     std::string content(readableBytes, '\0');
-    file.read(content.data(), static_cast<std::streamsize>(content.size()));
-    content.resize(static_cast<std::size_t>(file.gcount()));
+    std::size_t have = 0;
+    for (std::size_t got = 1; file && got > 0 && have < content.size(); have += got) {
+      got = file->read(std::span(content).subspan(have)).value_or(0);
+    }
+    content.resize(have);
     digest.update(std::to_string(content.size()) + "\n" + content);
   }
   return digest.hexDigest();

@@ -21,13 +21,14 @@ struct PageStamp {
 /// A piece of a library, ready to be analyzed.
 struct LibraryPiece {
   std::string folder;              ///< as it was typed, followed by the path from there
+  std::string path;                ///< that folder, as the disk has it: absolute and without links
   std::string prefix;              ///< the name part of its pages
   std::vector<std::string> pages;  ///< full names, as the core writes names
   std::vector<PageStamp> stamps;   ///< of the pages; a stamp differs when its page has changed
   std::string digest;              ///< of their content, when one of them changed just before the walk; else ""
 
   /// What it is known by from run to run.
-  std::string key() const { return pages.empty() ? folder : pages.front(); }
+  std::string key() const { return stamps.empty() ? path : path + "/" + stamps.front().name; }
 };
 
 /// A library as it was found.

@@ -93,19 +93,14 @@ std::optional<std::vector<std::string>> rootsIn(std::string_view head) {
 
 }  // namespace
 
-StateText readState(std::string_view text) {
-  StateText state;
+std::optional<StateText> readState(std::string_view text) {
   const auto head = lineAt(text, 0);
-  const bool begins = text.starts_with(headStart);
-  if (text.empty() || (begins && !head)) {
-    return state;
-  }
-  const auto roots = begins && canBeRead(*head) ? rootsIn(*head) : std::nullopt;
+  const bool begins = head && head->starts_with(headStart) && canBeRead(*head);
+  const auto roots = begins ? rootsIn(*head) : std::nullopt;
   if (!roots) {
-    state.kind = StateText::Kind::foreign;
-    return state;
+    return std::nullopt;
   }
-  state.kind = StateText::Kind::state;
+  StateText state;
   state.roots = *roots;
   state.usableBytes = head->size() + 1;
   while (const auto line = lineAt(text, state.usableBytes)) {

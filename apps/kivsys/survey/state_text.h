@@ -26,19 +26,14 @@ struct StateEntry {
 
 /// What a state file holds.
 struct StateText {
-  enum class Kind {
-    empty,    ///< nothing, or a head that was cut short: a survey begins it again
-    state,    ///< a state
-    foreign,  ///< something else, which must not be touched
-  };
-  Kind kind = Kind::empty;
   std::vector<std::string> roots;             ///< the folders of the survey, as stateName writes them
   std::map<std::string, StateEntry> entries;  ///< by the key of the piece; of several the last one
   std::size_t usableBytes = 0;                ///< up to the end of the last complete line
 };
 
-/// Reads the text. Lines that are no entry, or whose counts and sizes cannot be those of a piece, are ignored.
-StateText readState(std::string_view text);
+/// Reads the text; nullopt when it does not begin with a whole head. Lines that are no entry, or whose counts and sizes
+/// cannot be those of a piece, are ignored.
+std::optional<StateText> readState(std::string_view text);
 
 /// The first line.
 std::string stateHead(const std::vector<std::string>& roots);

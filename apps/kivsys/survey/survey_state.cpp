@@ -67,19 +67,22 @@ std::optional<StateRefusal> SurveyState::load(const std::string& file, const std
   if (!text) {
     return StateRefusal{exit_status::critical, "cannot read " + file + ": " + file_.failure()};
   }
-  StateText state = readState(*text);
-  if (state.kind == StateText::Kind::foreign) {
+  const std::string head = stateHead(roots);
+  if (head.starts_with(*text)) {  // nothing, or what a run began that was stopped
+    return file_.replaceEnd(0, head) ? std::nullopt : std::optional(cannotWrite(file, file_.failure()));
+  }
+  auto state = readState(*text);
+  if (!state) {
     return StateRefusal{exit_status::wrongUsage, file + " is not the state of a survey; name another file"};
   }
-  const bool isNew = state.kind == StateText::Kind::empty;
-  if (!isNew && state.roots != roots) {
+  if (state->roots != roots) {
     return StateRefusal{exit_status::wrongUsage,
-                        file + " is the state of a survey of " + joined(state.roots) + "; name another file"};
+                        file + " is the state of a survey of " + joined(state->roots) + "; name another file"};
   }
-  if (!file_.replaceEnd(state.usableBytes, isNew ? stateHead(roots) : "")) {
+  if (!file_.replaceEnd(state->usableBytes, "")) {
     return cannotWrite(file, file_.failure());
   }
-  known_ = std::move(state.entries);
+  known_ = std::move(state->entries);
   return std::nullopt;
 }
 

@@ -5,6 +5,8 @@
 #include <system_error>
 #include <utility>
 
+#include "messages/run_time_errors.h"
+#include "platform/console/error_line.h"
 #include "platform/memory/memory_input.h"
 #include "platform/separators.h"
 
@@ -31,8 +33,9 @@ void ConsoleSystem::serveNamesFile(const std::string& name, std::string text) {
 void ConsoleSystem::bindPages(const std::vector<FoundFile>& pages) {
   for (const FoundFile& page : pages) {
     const std::string name = upperCase(page.name);
-    paths_[name] = coreName(page.path);
+    paths_[name] = page.path;
     pages_.push_back({name, page.path});
+    protectFile(page.path);
   }
 }
 
@@ -50,23 +53,53 @@ std::string ConsoleSystem::inBoundFolder(const std::string& name) {
 
 std::string ConsoleSystem::bound(const std::string& name) {
   const auto page = paths_.find(name);
-  return page == paths_.end() ? inBoundFolder(name) : page->second;
+  return page == paths_.end() ? inBoundFolder(name) : coreName(page->second);
 }
 
 std::unique_ptr<InputFile> ConsoleSystem::openInput(const std::string& name) {
   if (names_ && name == namesFile_) {
     return std::make_unique<MemoryInput>(names_);
   }
-  return GuardedSystem::openInput(bound(name));
+  const auto page = paths_.find(name);
+  if (page != paths_.end() && !stamps_.isSame(page->second)) {
+    endProgram(messages::fileChanged(name));
+  }
+  return GuardedSystem::openInput(page == paths_.end() ? inBoundFolder(name) : coreName(page->second));
+}
+
+/// Whether a file may be written here; a line on standard error when not.
+bool ConsoleSystem::mayWrite(const std::string& path) {
+  const auto refusal = guard_.refusal(path);
+  if (refusal) {
+    printError(*refusal);
+  }
+  return !refusal;
+}
+
+std::unique_ptr<OutputFile> ConsoleSystem::openOutput(const std::string& name) {
+  const std::string path = NativeSystem::diskName(name);
+  if (isGuarded() && !mayWrite(path)) {
+    return nullptr;
+  }
+  auto file = GuardedSystem::openOutput(name);
+  if (file) {
+    guard_.addWritten(path);
+  }
+  return file;
 }
 
 std::optional<std::string> ConsoleSystem::replaceFile(const std::string& name, std::string_view bytes) {
   const std::string file = inBoundFolder(name);
+  const std::string path = NativeSystem::diskName(file);
+  if (isGuarded() && !mayWrite(path)) {
+    return "it is another file of the run";
+  }
   auto failure = GuardedSystem::replaceFile(file, bytes);
   if (!failure) {
+    guard_.addWritten(path);
     replacedFiles_.push_back(name);
     if (!pages_.empty()) {
-      writtenFiles_.push_back({name, outputPath(name)});
+      writtenFiles_.push_back({name, path});
     }
   }
   return failure;

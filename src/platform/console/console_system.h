@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/console/guarded_system.h"
+#include "platform/console/write_guard.h"
 
 namespace kiv {
 
@@ -29,12 +30,16 @@ class ConsoleSystem : public GuardedSystem {
 
   /// Serves a text as the names file of this name. It cannot be deleted.
   void serveNamesFile(const std::string& name, std::string text);
-  /// From now on, these names stand for these files, in whatever case they are written.
+  /// The file of the disk is one that the run reads: nothing is written over it.
+  void protectFile(const std::string& path) { guard_.addInput(path); }
+  /// From now on, these names stand for these files, in whatever case they are written. They are protected, and a run
+  /// that reads one of them again after another program has changed it ends.
   void bindPages(const std::vector<FoundFile>& pages);
   /// From now on, the folder of the first bound page is the one of its file when new files are named there, too.
   void bindFolder();
 
   std::unique_ptr<InputFile> openInput(const std::string& name) override;
+  std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
   std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
   bool deleteFile(const std::string& name) override;
   std::vector<FolderEntry> listFolder(const std::string& folder) override;
@@ -58,16 +63,19 @@ class ConsoleSystem : public GuardedSystem {
  private:
   static std::string startFolder();
   std::string bound(const std::string& name);
+  bool mayWrite(const std::string& path);
   std::string inBoundFolder(const std::string& name);
 
   const std::string startFolder_ = startFolder();
   std::string namesFile_;
   std::shared_ptr<const std::string> names_;  // null when none is served
   std::vector<FoundFile> pages_;
-  std::map<std::string, std::string> paths_;    // by name in upper case
+  std::map<std::string, std::string> paths_;    // of the disk, by name in upper case
   std::map<std::string, std::string> shownAs_;  // by name in upper case
   std::string boundFolder_;                     // in upper case, with its backslash; "" for none
   std::string pageFolder_;                      // the real one
+  WriteGuard guard_;
+  PageStamps stamps_;
   std::vector<std::string> replacedFiles_;
   std::vector<FoundFile> writtenFiles_;
 };

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <iterator>
 #include <thread>
+#include <utility>
 
 #include "platform/console/error_line.h"
 #include "platform/console/stop_signals.h"
@@ -24,6 +25,10 @@ bool FolderLocks::lock(Folder& folder, bool wait) {
   while (true) {
     switch (folder.lock.tryLock()) {
       case FolderLock::Outcome::locked:
+        if (FolderLock now(folder.name); now.identity() != folder.lock.identity()) {
+          folder.lock = std::move(now);  // another folder has the name by now
+          continue;
+        }
         return true;
       case FolderLock::Outcome::refused:
         printError("the folder " + folder.name + " cannot be locked against other runs: " + folder.lock.failure());

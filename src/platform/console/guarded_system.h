@@ -31,6 +31,7 @@ class GuardedSystem : public NativeSystem {
   std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
   std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
 
+  bool isGuarded() const { return guard_ == Guard::on; }
   /// What was written, in words; "nothing" when that is so.
   std::string writtenWords() const;
 

@@ -13,15 +13,30 @@ namespace {
 constexpr std::uint32_t firstPrintable = 0x20;
 constexpr std::uint32_t deleteCharacter = 0x7F;
 constexpr std::uint32_t firstBeyondControls = 0xA0;
+constexpr std::uint32_t largestOfFourDigits = 0xFFFF;
 
 struct Range {
   std::uint32_t first;
   std::uint32_t last;
 };
 
-/// What ends lines or turns the direction of writing.
-constexpr std::array<Range, 5> unsafe = {
-    {{0x61C, 0x61C}, {0x200E, 0x200F}, {0x2028, 0x2029}, {0x202A, 0x202E}, {0x2066, 0x2069}}};
+/// What ends lines, turns the direction of writing, or cannot be seen, so that two names look alike. The joiners
+/// (U+200C and U+200D) stay: some languages are not written without them.
+constexpr std::array<Range, 15> unsafe = {{{0xAD, 0xAD},
+                                           {0x61C, 0x61C},
+                                           {0x115F, 0x1160},
+                                           {0x17B4, 0x17B5},
+                                           {0x180E, 0x180E},
+                                           {0x200B, 0x200B},
+                                           {0x200E, 0x200F},
+                                           {0x2028, 0x202E},
+                                           {0x2060, 0x206F},
+                                           {0x2800, 0x2800},
+                                           {0x3164, 0x3164},
+                                           {0xFEFF, 0xFEFF},
+                                           {0xFFA0, 0xFFA0},
+                                           {0xFFF9, 0xFFFB},
+                                           {0xE0000, 0xE0FFF}}};
 
 bool isSafe(std::uint32_t code) {
   if (code < firstPrintable || (code >= deleteCharacter && code < firstBeyondControls)) {
@@ -53,7 +68,11 @@ std::string escaped(const Utf8Character& character) {
       break;
   }
   const bool isByte = !character.valid || character.code <= deleteCharacter;
-  return isByte ? "\\x" + hexadecimal(character.code, 2) : "\\u" + hexadecimal(character.code, 4);
+  if (isByte) {
+    return "\\x" + hexadecimal(character.code, 2);
+  }
+  return character.code > largestOfFourDigits ? "\\U" + hexadecimal(character.code, 8)
+                                              : "\\u" + hexadecimal(character.code, 4);
 }
 
 /// Nearly all text: every code page that a program can run in has ASCII as it is.

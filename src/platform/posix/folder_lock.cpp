@@ -1,45 +1,15 @@
 #include "platform/folder_lock.h"
 
 #include <cerrno>
-#include <charconv>
-#include <fstream>
-#include <sstream>
-#include <string_view>
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 
+#include "platform/posix/lock_holder.h"
 #include "platform/posix/posix_files.h"
 
 namespace kiv {
-namespace {
-
-/// The last number in a field like "08:01:1234".
-std::uint64_t fileNumberIn(std::string_view field) {
-  std::uint64_t number = 0;
-  const std::string_view digits = field.substr(field.rfind(':') + 1);
-  std::from_chars(digits.data(), digits.data() + digits.size(), number);
-  return number;
-}
-
-/// The process in a line of /proc/locks about a lock on the file: "1: FLOCK  ADVISORY  WRITE 4711 08:01:1234 0
-/// EOF". Those who wait for one have an arrow before the kind.
-std::optional<std::uint64_t> processIn(const std::string& line, std::uint64_t fileNumber) {
-  std::istringstream fields(line);
-  std::string order;
-  std::string kind;
-  std::string rule;
-  std::string access;
-  long long process = 0;
-  std::string file;
-  fields >> order >> kind >> rule >> access >> process >> file;
-  const bool isHeld = fields && kind == "FLOCK" && process > 0;  // processes out of sight have none
-  return isHeld && fileNumberIn(file) == fileNumber ? std::optional(static_cast<std::uint64_t>(process)) : std::nullopt;
-}
-
-}  // namespace
-
 struct FolderLock::State {
   Descriptor folder{-1};
   FolderIdentity identity{};
@@ -89,13 +59,7 @@ FolderLock::Outcome FolderLock::tryLock() {
 }
 
 std::optional<std::uint64_t> FolderLock::holder() const {
-  std::ifstream locks("/proc/locks");
-  for (std::string line; std::getline(locks, line);) {
-    if (const auto process = processIn(line, state_->identity.number)) {
-      return process;
-    }
-  }
-  return std::nullopt;
+  return lockHolder(state_->identity.volume, state_->identity.number);
 }
 
 }  // namespace kiv

@@ -1,11 +1,15 @@
 #include "platform/locked_file.h"
 
 #include <cerrno>
+#include <utility>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/posix/lock_holder.h"
+#include "platform/posix/own_files.h"
 #include "platform/posix/posix_files.h"
 
 namespace kiv {
@@ -13,19 +17,12 @@ namespace {
 
 constexpr mode_t readableByAll = 0666;
 
-/// A lock on the whole file, for one process.
-struct flock wholeFile() {
-  struct flock lock {};
-  lock.l_type = F_WRLCK;
-  lock.l_whence = SEEK_SET;
-  return lock;
-}
-
 }  // namespace
 
 struct LockedFile::State {
   std::optional<Descriptor> file{};
   bool isRegular = false;
+  std::string newIn{};  // the folder that has the file since it was opened, and may not be on the disk
   std::optional<std::uint64_t> holder{};
   std::string failure{};
 
@@ -42,6 +39,11 @@ LockedFile::LockedFile() : state_(new State) {}
 LockedFile::~LockedFile() = default;
 
 LockedFile::Outcome LockedFile::open(const std::string& name) {
+  struct stat old {};
+  if (::stat(name.c_str(), &old) != 0) {
+    const std::size_t slash = name.rfind('/');
+    state_->newIn = slash == std::string::npos ? "." : name.substr(0, slash + 1);
+  }
   // Without O_NONBLOCK, opening a pipe would wait for the other end.
   state_->file.emplace(::open(name.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK, readableByAll));
   struct stat status {};
@@ -52,17 +54,14 @@ LockedFile::Outcome LockedFile::open(const std::string& name) {
   if (!state_->isRegular) {
     return Outcome::open;
   }
-  struct flock lock = wholeFile();
-  if (::fcntl(state_->file->number(), F_SETLK, &lock) == 0) {
+  // A lock of this kind stays when the process closes another descriptor of the file.
+  if (::flock(state_->file->number(), LOCK_EX | LOCK_NB) == 0) {
     return Outcome::open;
   }
-  if (!state_->note(errno == EACCES || errno == EAGAIN)) {
+  if (!state_->note(errno == EWOULDBLOCK)) {
     return Outcome::failed;
   }
-  lock = wholeFile();
-  if (::fcntl(state_->file->number(), F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK && lock.l_pid > 0) {
-    state_->holder = static_cast<std::uint64_t>(lock.l_pid);
-  }
+  state_->holder = lockHolder(status.st_dev, status.st_ino);
   return Outcome::busy;
 }
 
@@ -113,7 +112,15 @@ bool LockedFile::append(std::string_view bytes) {
 }
 
 bool LockedFile::flush() {
-  return state_->note(!state_->isRegular || ::fsync(state_->file->number()) == 0);
+  if (!state_->note(!state_->isRegular || ::fsync(state_->file->number()) == 0)) {
+    return false;
+  }
+  if (const std::string folder = std::exchange(state_->newIn, ""); !folder.empty()) {
+    const auto failure = flushFolder(folder);
+    state_->failure = failure.value_or(state_->failure);
+    return !failure;
+  }
+  return true;
 }
 
 }  // namespace kiv

@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include "platform/posix/own_files.h"
 #include "platform/posix/posix_files.h"
 
 namespace kiv {
@@ -13,6 +14,15 @@ namespace {
 
 std::string wordsFor(std::errc failure) {
   return std::make_error_code(failure).message();
+}
+
+/// The folder that holds a file or folder; "." for a name alone.
+std::string folderAbove(std::string path) {
+  while (path.size() > 1 && path.ends_with('/')) {
+    path.pop_back();
+  }
+  const std::size_t slash = path.rfind('/');
+  return slash == std::string::npos ? "." : path.substr(0, slash + 1);
 }
 
 }  // namespace
@@ -23,6 +33,17 @@ std::optional<FileIdentity> identityOf(const std::string& path) {
     return std::nullopt;
   }
   return FileIdentity{status.st_dev, status.st_ino};
+}
+
+std::optional<FileStamp> stampOf(const std::string& path) {
+  constexpr std::int64_t nanoseconds = 1000000000;
+  struct stat status {};
+  if (::stat(path.c_str(), &status) != 0) {
+    return std::nullopt;
+  }
+  return FileStamp{{status.st_dev, status.st_ino},
+                   static_cast<std::uint64_t>(status.st_size),
+                   status.st_mtim.tv_sec * nanoseconds + status.st_mtim.tv_nsec};
 }
 
 PathKind kindOf(const std::string& path) {
@@ -59,7 +80,10 @@ std::optional<std::string> listFailure(const std::string& folder) {
 
 std::optional<std::string> makeFolder(const std::string& path) {
   constexpr mode_t openToAll = 0777;
-  return ::mkdir(path.c_str(), openToAll) == 0 ? std::nullopt : std::optional(lastFailure());
+  if (::mkdir(path.c_str(), openToAll) != 0) {
+    return lastFailure();
+  }
+  return flushFolder(folderAbove(path));
 }
 
 }  // namespace kiv

@@ -66,7 +66,7 @@ std::unique_ptr<OutputFile> openOwnForWriting(const std::string& path) {
 
 bool takeOwnerAndMode(const Descriptor& file, const struct stat& old) {
   constexpr mode_t permissions = 0777;
-  constexpr uid_t sameOwner = static_cast<uid_t>(-1);
+  constexpr auto sameOwner = static_cast<uid_t>(-1);
   // Who may not give files away may still give them to a group.
   if (::fchown(file.number(), old.st_uid, old.st_gid) != 0) {
     static_cast<void>(::fchown(file.number(), sameOwner, old.st_gid) == 0);

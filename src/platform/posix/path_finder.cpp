@@ -1,15 +1,14 @@
 #include "platform/posix/path_finder.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <memory>
-#include <new>
 #include <utility>
 
 #include <dirent.h>
 #include <sys/stat.h>
 
+#include "platform/posix/posix_files.h"
 #include "platform/posix/utf8.h"
 
 namespace kiv {
@@ -21,6 +20,9 @@ constexpr char separator = '/';
 bool hasZeroByte(const std::string& name) {
   return name.find('\0') != std::string::npos;
 }
+
+/// No system opens a path that is longer, so none is searched for.
+constexpr std::size_t longestPath = 4096;
 
 /// A name of the core, with the separators of the disk.
 struct Path {
@@ -66,9 +68,7 @@ bool sameTime(const std::timespec& a, const std::timespec& b) {
 bool forEachEntry(const std::string& folder, const std::function<void(const char* name)>& visit) {
   const std::unique_ptr<DIR, FolderCloser> open(::opendir(folder.c_str()));
   if (!open) {
-    if (errno == ENOMEM) {
-      throw std::bad_alloc();
-    }
+    checkResources(folder);
     return false;
   }
   // The folder handle is this function's own, so no other thread reads from it.
@@ -185,6 +185,9 @@ std::string PathFinder::resolve(const std::string& name) {
     return "";
   }
   const Path path(name);
+  if (name.size() > longestPath) {
+    return path.folder + path.file;
+  }
   if (usesExactFolders_ && isFolder(path.folder)) {
     return find(path.folder, path.file).value_or(path.folder + path.file);
   }
@@ -203,7 +206,7 @@ std::string PathFinder::resolve(const std::string& name) {
 
 std::optional<std::string> PathFinder::likelyPath(const std::string& name) {
   const Path path(name);
-  if (path.file.empty() || hasZeroByte(name)) {
+  if (path.file.empty() || hasZeroByte(name) || name.size() > longestPath) {
     return std::nullopt;
   }
   const auto folder = firstFolder(path.folder);

@@ -1,6 +1,7 @@
 #include "platform/posix/posix_files.h"
 
 #include <cerrno>
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -84,6 +85,15 @@ std::string lastFailure() {
   return std::generic_category().message(errno);
 }
 
+void checkResources(const std::string& path) {
+  if (errno == ENOMEM) {
+    throw std::bad_alloc();
+  }
+  if (errno == EMFILE || errno == ENFILE) {
+    throw std::system_error(errno, std::generic_category(), path);
+  }
+}
+
 std::optional<std::string> writeAll(const Descriptor& file, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t written = ::write(file.number(), bytes.data(), bytes.size());
@@ -100,7 +110,11 @@ std::unique_ptr<InputFile> openForReading(const std::string& path) {
   // Only a regular file certainly ends. Without O_NONBLOCK, opening a pipe would wait for a writer.
   Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status {};
-  if (!file.isOpen() || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
+  if (!file.isOpen()) {
+    checkResources(path);
+    return nullptr;
+  }
+  if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
     return nullptr;
   }
   return std::make_unique<PosixInput>(std::move(file), status.st_size);

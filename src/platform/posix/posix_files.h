@@ -36,6 +36,10 @@ std::unique_ptr<OutputFile> openForWriting(const std::string& path);
 std::unique_ptr<OutputFile> asOutput(Descriptor file);
 /// The system's words for the last failure.
 std::string lastFailure();
+
+/// Throws std::bad_alloc or std::system_error when the last call failed for too little memory or too many open files,
+/// which says nothing about the file or folder that it was for.
+void checkResources(const std::string& path);
 /// Writes all bytes. Returns the failure's text.
 std::optional<std::string> writeAll(const Descriptor& file, std::string_view bytes);
 

@@ -15,6 +15,7 @@
 #include <unistd.h>
 
 #include "platform/posix/own_files.h"
+#include "platform/posix/plain_path.h"
 #include "platform/posix/posix_files.h"
 #include "platform/posix/utf8.h"
 
@@ -35,32 +36,23 @@ void checkMemory(const std::error_code& failure) {
   }
 }
 
-/// The file that a link leads to, so that replacing it leaves the link; the path itself when it leads nowhere.
+/// The file that a link leads to, so that replacing it leaves the link. It need not exist, but its folder must;
+/// otherwise the path itself.
 std::string linkTarget(const std::string& path) {
+  constexpr int mostLinks = 40;  // as many as systems follow
   std::error_code failure;
-  const auto target = std::filesystem::canonical(path, failure);
-  checkMemory(failure);
-  return failure ? path : target.string();
-}
-
-/// The path without steps to the same folder and back to the one above. Above a link is where the system says: the
-/// folder that holds what the link leads to.
-std::filesystem::path withoutSteps(const std::filesystem::path& path) {
-  std::error_code failure;
-  std::filesystem::path plain;
-  for (const auto& component : path) {
-    if (component == ".." && std::filesystem::is_symlink(plain, failure)) {
-      const auto target = std::filesystem::canonical(plain, failure);
-      checkMemory(failure);
-      plain = failure ? plain : target;
+  std::filesystem::path target = path;
+  for (int link = 0; std::filesystem::is_symlink(target, failure); ++link) {
+    const auto next = std::filesystem::read_symlink(target, failure);
+    checkMemory(failure);
+    if (failure || link == mostLinks) {
+      return path;
     }
-    plain = (plain / component).lexically_normal();
-    if (plain.has_relative_path() && plain.filename().empty()) {
-      plain = plain.parent_path();  // a link is one without the separator after it
-    }
+    target = target.parent_path() / next;
   }
-  const bool isFolder = path.filename().empty() || path.filename() == "." || path.filename() == "..";
-  return isFolder ? plain / "" : plain;
+  const auto folder = std::filesystem::canonical(target.has_parent_path() ? target.parent_path() : ".", failure);
+  checkMemory(failure);
+  return failure || target == path ? path : (folder / target.filename()).string();
 }
 
 mode_t modeOfNewFiles() {
@@ -202,11 +194,25 @@ std::string PosixSystem::fullName(const std::string& typed) {
   std::error_code failure;
   const auto path = std::filesystem::absolute(typed, failure);
   checkMemory(failure);
-  return coreName(failure ? typed : withoutSteps(path).string());
+  return coreName(failure ? typed : plainPath(path.native()));
 }
 
 std::string PosixSystem::coreName(const std::string& typed) {
   return swapped(typed, separator, '\\');
+}
+
+void PosixSystem::prepareProcess() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    // The lowest free number is the one that is given. Reading from an output fails, as it would without any file.
+    if (::fcntl(stream, F_GETFD) == -1 && errno == EBADF) {
+      static_cast<void>(::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY));
+    }
+  }
+}
+
+bool PosixSystem::isBeyondNames(const std::string& typed) {
+  struct stat status {};
+  return typed.find('\\') != std::string::npos && ::lstat(typed.c_str(), &status) == 0;
 }
 
 std::string PosixSystem::makeTemporaryFile(std::string_view content) {

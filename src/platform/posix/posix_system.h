@@ -48,11 +48,17 @@ class PosixSystem : public Files, public Programs, public Machine {
   /// Makes a folder, named as the user typed it, the run's current one. False when it cannot be.
   bool enterFolder(const std::string& typed);
   /// Prepares this process, before anything else is done; nothing to do here.
-  static void prepareProcess() {}
+  /// Makes sure that no file gets the number of a standard stream that the program was started without.
+  static void prepareProcess();
   /// The full name, as the core writes names, of a file named as the user typed it.
   std::string fullName(const std::string& typed);
+  /// Whether a name of the core begins at the root. A drive is a folder like any other.
+  static bool isFullName(const std::string& name) { return name.starts_with('\\'); }
   /// A file name as the user typed it, as the core writes names.
   static std::string coreName(const std::string& typed);
+  /// Whether the disk has a file of exactly this name that the core cannot name, as it takes backslashes for
+  /// separators.
+  static bool isBeyondNames(const std::string& typed);
   /// The name under which the disk has a file that the core names.
   std::string diskName(const std::string& name) { return paths_.resolve(name); }
   /// The files that a name stands for: itself, as the shell has expanded wildcards.

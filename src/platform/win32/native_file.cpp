@@ -19,17 +19,28 @@ bool isFolder(const std::string& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
+std::uint64_t joined(DWORD high, DWORD low) {
+  constexpr unsigned bitsOfHalf = 32;
+  return (std::uint64_t{high} << bitsOfHalf) | low;
+}
+
 }  // namespace
 
 std::optional<FileIdentity> identityOf(const std::string& path) {
+  const auto stamp = stampOf(path);
+  return stamp ? std::optional(stamp->identity) : std::nullopt;
+}
+
+std::optional<FileStamp> stampOf(const std::string& path) {
   const Handle file = openAs(path, 0);
   BY_HANDLE_FILE_INFORMATION information{};
   if (!file.isOpen() || GetFileInformationByHandle(file.get(), &information) == FALSE) {
     return std::nullopt;
   }
-  constexpr unsigned bitsOfHalf = 32;
-  return FileIdentity{information.dwVolumeSerialNumber,
-                      (std::uint64_t{information.nFileIndexHigh} << bitsOfHalf) | information.nFileIndexLow};
+  const FILETIME& changed = information.ftLastWriteTime;
+  return FileStamp{{information.dwVolumeSerialNumber, joined(information.nFileIndexHigh, information.nFileIndexLow)},
+                   joined(information.nFileSizeHigh, information.nFileSizeLow),
+                   static_cast<std::int64_t>(joined(changed.dwHighDateTime, changed.dwLowDateTime))};
 }
 
 PathKind kindOf(const std::string& path) {

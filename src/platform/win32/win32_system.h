@@ -46,8 +46,12 @@ class Win32System : public Files, public Programs, public Machine {
   static void prepareProcess();
   /// The full name, as the core writes names, of a file named as the user typed it.
   static std::string fullName(const std::string& typed);
+  /// Whether a name of the core begins at the root of a drive, or of the current one.
+  static bool isFullName(const std::string& name) { return name.starts_with('\\') || name.find(':') == 1; }
   /// A file name as the user typed it, as the core writes names.
   static std::string coreName(const std::string& typed);
+  /// Whether the disk has a file of exactly this name that the core cannot name.
+  static bool isBeyondNames(const std::string& /*typed*/) { return false; }
   /// The name under which the disk has a file that the core names.
   static std::string diskName(const std::string& name) { return name; }
   /// The files that a name with wildcards stands for, in order, as no shell has expanded them; the name itself

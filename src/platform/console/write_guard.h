@@ -1,0 +1,40 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+
+#include "platform/native_file.h"
+
+namespace kiv {
+
+/// Knows the files that a run reads, and those that it has written, and keeps the run from writing over one of them
+/// under whatever name. The plan of a run is compared with its inputs before anything is written; this holds it to that
+/// when folders and links change while it is at work. All names are the disk's.
+class WriteGuard {
+ public:
+  /// From now on the file, if there is one, is an input.
+  void addInput(const std::string& path);
+  /// Why a file cannot be written here: it is an input, another file that the run has written, or its folder is not the
+  /// one that it was. Nullopt when it can be.
+  std::optional<std::string> refusal(const std::string& path);
+  /// The run has written the file here.
+  void addWritten(const std::string& path);
+
+ private:
+  std::map<FileIdentity, std::string> inputs_;
+  std::map<FileIdentity, std::string> written_;
+  std::map<std::string, FileIdentity> folders_;  // of written files, by name
+};
+
+/// Knows what the pages of a run were when it first read them.
+class PageStamps {
+ public:
+  /// Whether the file is as it was at the first call for it.
+  bool isSame(const std::string& path);
+
+ private:
+  std::map<std::string, FileStamp> stamps_;
+};
+
+}  // namespace kiv

@@ -1,0 +1,46 @@
+#include "platform/posix/plain_path.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <new>
+#include <system_error>
+
+namespace kiv {
+namespace {
+
+constexpr char separator = '/';
+
+/// Goes from a folder to the one above; the path has no separator at its end, that of the root is "".
+void goUp(std::string& path) {
+  std::error_code failure;
+  if (std::filesystem::is_symlink(path, failure)) {
+    const auto target = std::filesystem::canonical(path, failure);
+    if (failure == std::errc::not_enough_memory) {
+      throw std::bad_alloc();
+    }
+    path = failure ? path : target.string();
+  }
+  path.resize(std::min(path.rfind(separator), path.size()));
+}
+
+}  // namespace
+
+std::string plainPath(std::string_view path) {
+  std::string plain;
+  bool isFolder = true;
+  while (!path.empty()) {
+    const std::size_t end = std::min(path.find(separator), path.size());
+    const std::string_view component = path.substr(0, end);
+    isFolder = end < path.size() || component == "." || component == "..";
+    path.remove_prefix(std::min(end + 1, path.size()));
+    if (component == "..") {
+      goUp(plain);
+    } else if (!component.empty() && component != ".") {
+      (plain += separator) += component;
+    }
+  }
+  return isFolder ? plain + separator : plain;
+}
+
+}  // namespace kiv
