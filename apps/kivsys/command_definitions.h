@@ -38,6 +38,8 @@ void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status);
 void addRecover(CLI::App& app, RecoverOptions& options, int& status);
 /// The commands "dump" and "build".
 void addPageCommands(CLI::App& app, PageFiles& files, int& status);
+/// The command "help", which describes the command of that name.
+void addHelp(CLI::App& app, std::string& command, int& status);
 /// The commands "completions" and "man".
 void addDocuments(CLI::App& app, std::string& shell, int& status);
 

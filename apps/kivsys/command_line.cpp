@@ -1,12 +1,17 @@
 #include "apps/kivsys/command_line.h"
 
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
 #include "apps/kivsys/command_definitions.h"
+#include "apps/kivsys/command_table.h"
 #include "apps/kivsys/exit_status.h"
-#include "platform/console/printable.h"
+#include "apps/kivsys/output/print_outcome.h"
+#include "apps/kivsys/usage/help_text.h"
+#include "apps/kivsys/usage/usage_error.h"
 #include "shell/start_up.h"
 #include "shell/version.h"
 
@@ -28,8 +33,14 @@ struct CommandLine {
   FixOptions fix;
   PageFiles files;
   std::string shell;                 ///< for completions
+  std::string described;             ///< the command that help describes
   int status = exit_status::normal;  ///< of the command that was run
 };
+
+std::string helpText(const CLI::App* app, const std::string& /*name*/, CLI::AppFormatMode /*mode*/) {
+  const CommandTable table = tableOf(*app);
+  return app->get_parent() == nullptr ? programHelp(table) : commandHelp(table.program);
+}
 
 /// An empty value is that of a variable of the shell that was not set.
 void refuseEmptyValues(CLI::App& app) {
@@ -45,11 +56,14 @@ void refuseEmptyValues(CLI::App& app) {
 
 /// Adds all commands, whose values and status go into the command line.
 void addCommands(CLI::App& app, CommandLine& line) {
-  app.set_version_flag("--version", "kivsys " + versionText(version::major, version::minor, version::revision));
+  app.set_help_flag("-h,--help", "Print this help");
+  app.formatter_fn(helpText);  // for the commands, too
+  app.set_version_flag("-V,--version", "kivsys " + versionText(version::major, version::minor, version::revision),
+                       "Print the version");
   app.require_subcommand(1);
   app.footer(
       "The command line of a sibling tool works, too:\n  kivsys \"CALLEDBY=KIV,FUNCTION=ANALYZE,NAMES=names.txt\"\n\n"
-      "kivsys COMMAND --help describes a command in detail.");
+      "'kivsys COMMAND --help' describes a command in detail, and so does 'kivsys help COMMAND'.");
   addAnalyze(app, line.analyze, line.status);
   addConvert(app, line.convert, line.status);
   addVerify(app, line.verify, line.status);
@@ -62,14 +76,9 @@ void addCommands(CLI::App& app, CommandLine& line) {
   addRecover(app, line.recover, line.status);
   addFix(app, line.fix, line.status);
   addPageCommands(app, line.files, line.status);
+  addHelp(app, line.described, line.status);
   addDocuments(app, line.shell, line.status);
   refuseEmptyValues(app);
-}
-
-/// The default text about a wrong command line, with what the user typed made printable.
-std::string failureText(const CLI::App* app, const CLI::Error& error) {
-  const std::string reason = error.what();
-  return printable(reason) + CLI::FailureMessage::simple(app, error).substr(reason.size());
 }
 
 }  // namespace
@@ -77,12 +86,15 @@ std::string failureText(const CLI::App* app, const CLI::Error& error) {
 int runCommandLine(int argc, const char* const* argv) {
   CommandLine line;
   CLI::App app("Prepares groups of MUS page files: analyzes their instrument layout, and makes it the same.", "kivsys");
-  app.failure_message(failureText);
   addCommands(app, line);
   try {
     app.parse(argc, argv);
+  } catch (const CLI::Success& question) {  // for the help or the version
+    std::ostringstream answer;
+    app.exit(question, answer, answer);
+    return printOutcome(answer.str(), exit_status::normal);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? exit_status::normal : exit_status::wrongUsage;
+    return printUsageError(usageErrorOf(tableOf(app), std::vector<std::string>(argv + 1, argv + argc), error.what()));
   }
   return line.status;
 }

@@ -17,6 +17,7 @@ enum class ValueKind {
   file,
   folder,
   shell,
+  command,
 };
 
 /// An option of a command.
@@ -52,5 +53,8 @@ struct CommandTable {
 };
 
 CommandTable tableOf(const CLI::App& app);
+
+/// The names of all commands.
+std::vector<std::string> commandNames(const CommandTable& table);
 
 }  // namespace kiv

@@ -13,13 +13,18 @@ void addSelection(CLI::App& command, Selection& selection, const std::string& fo
   CLI::Option* names =
       command.add_option("--names", selection.names, "Names file that lists the pages; - is standard input")
           ->type_name("FILE");
-  CLI::Option* pages = command.add_option("page", selection.pages, "Page files, in their order")->type_name("PAGE");
+  CLI::Option* pages =
+      command.add_option("page", selection.pages, "Page files of one group, or its folder")->type_name("PAGE");
   names->excludes(pages);
+  command.add_flag("--keep-order", selection.keepOrder,
+                   "Take the page files in the order in which they are named, not in natural order (P1, P2, P10)");
+  command.add_flag("-q,--quiet", selection.quiet, "Print errors only: no notes, no warnings, no progress");
 }
 
 CLI::Option* addLikePanel(CLI::App& command, Selection& selection) {
-  return command.add_flag("--like-panel", selection.likePanel,
-                          "Do exactly what the window does, without protecting files and without warnings");
+  return command.add_flag(
+      "--like-panel", selection.likePanel,
+      "Do exactly what the window does, without protecting files and without warnings; implies --keep-order");
 }
 
 /// Refuses a command line that selects no pages.
@@ -42,7 +47,9 @@ void addWait(CLI::App& command, Selection& selection) {
 
 void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
   addSelection(command, options.selection, "Write report and verdict to this folder");
-  command.add_option("--result", options.result, "First result file (default: WORK0001.MUS beside the first page)")
+  command
+      .add_option("-o,--result", options.result,
+                  "First result file, such as out/WORK0001.MUS (default: WORK0001.MUS beside the first page)")
       ->type_name("FILE");
   command.add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
   command.add_flag("--no-overwrite", options.noOverwrite, "Ask before a file is replaced; No without a terminal");
@@ -105,7 +112,9 @@ void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
   CLI::App* verify = app.add_subcommand("verify", "Check that a conversion has lost and changed nothing");
   addSelection(*verify, options.selection, "Folder of report and verdict");
   verify->add_option("--result", options.result, "First result file of the conversion")->required()->type_name("FILE");
-  verify->add_option("--manifest", options.manifest, "Write the SHA-256 of all files to FILE, for sha256sum -c")
+  verify
+      ->add_option("--manifest", options.manifest,
+                   "Write the SHA-256 of all files to FILE, for sha256sum -c; - is standard output")
       ->type_name("FILE");
   verify->add_flag("--json", options.json, "Print one JSON object, with the SHA-256 of all files, and nothing else");
   verify->footer(
@@ -113,8 +122,8 @@ void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
       "item. Changes nothing. Ends with status 0 when the conversion is correct; with 1 when it is not, or when a\n"
       "file cannot be read or written; with 2 on wrong usage.\n\nExamples:\n"
       "  kivsys verify PIECE*.MUS --result out/WORK0001.MUS\n"
-      "  kivsys verify --names names.txt --result out/WORK0001.MUS --manifest out/KivSystemManifest.txt\n"
-      "  sha256sum -c out/KivSystemManifest.txt");
+      "  kivsys verify --names names.txt --result out/WORK0001.MUS --manifest sums.txt\n"
+      "  sha256sum -c sums.txt");
   verify->callback([&options, &status] {
     requireSelection("verify", options.selection);
     status = runVerify(options);
@@ -139,8 +148,8 @@ void addSort(CLI::App& app, SortOptions& options, int& status) {
   sort->add_flag("--json", options.json, "Print one JSON object and nothing else");
   addWait(*sort, options.selection);
   sort->footer(
-      "Writes each page beside its input with the suffix PAG. Ends with status 0; with 1 after a critical message;\n"
-      "with 2 on wrong usage.\n\nExample:\n  kivsys sort PIECE001.MUS");
+      "For pages of one system. Writes each page beside its input with the suffix PAG. Ends with status 0;\n"
+      "with 1 when a page cannot be sorted; with 2 on wrong usage.\n\nExample:\n  kivsys sort PIECE001.MUS");
   sort->callback([&options, &status] {
     requireSelection("sort", options.selection);
     status = runSort(options);
@@ -150,7 +159,7 @@ void addSort(CLI::App& app, SortOptions& options, int& status) {
 void addChart(CLI::App& app, ChartOptions& options, int& status) {
   CLI::App* chart = app.add_subcommand("chart", "Analyze a group and show its systems by instruments");
   addSelection(*chart, options.selection, "Look for the names file in this folder, too");
-  chart->add_option("--out", options.out, "Write an SVG file; - is standard output (default: text)")
+  chart->add_option("-o,--out,--output", options.out, "Write an SVG file; - is standard output (default: text)")
       ->type_name("FILE.svg");
   chart->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
   addKeepGoing(*chart, options.keepGoing, "show");

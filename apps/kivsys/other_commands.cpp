@@ -20,12 +20,13 @@ void addSurvey(CLI::App& app, SurveyOptions& options, int& status) {
       "--json", [&options] { options.format = SurveyFormat::json; },
       "Print one JSON object, with the text of the problems");
   csv->excludes(json);
-  survey->add_option("--jobs", options.jobs, "Pieces to analyze at once (default: one per processor core)")
+  survey->add_option("-j,--jobs", options.jobs, "Pieces to analyze at once (default: one per processor core)")
       ->type_name("N")
       ->check(CLI::Range(1U, 1024U));
   survey->add_flag("--keep-going", options.keepGoing, "Skip the bad pages of a piece and analyze its others");
   survey->add_option("--resume", options.resume, "Store finished pieces in FILE, and reuse those that have not changed")
       ->type_name("FILE");
+  survey->add_flag("-q,--quiet", options.quiet, "Print no progress");
   survey->footer(
       "Pages of one folder whose names differ only in number and page letter are a piece. Nothing is written to the\n"
       "library. Ends with status 0; with 1 when a folder cannot be listed or the output cannot be written; with 2 on\n"
@@ -37,8 +38,9 @@ void addSurvey(CLI::App& app, SurveyOptions& options, int& status) {
 
 void addDraw(CLI::App& app, DrawOptions& options, int& status) {
   CLI::App* draw = app.add_subcommand("draw", "Draw a page from its items");
-  draw->add_option("page", options.page, "Page file")->required()->type_name("PAGE");
-  draw->add_option("--out", options.out, "Drawing to write (default: -, standard output)")->type_name("FILE.svg");
+  draw->add_option("page", options.page, "Page file; - is standard input")->required()->type_name("PAGE");
+  draw->add_option("-o,--out,--output", options.out, "Drawing to write (default: -, standard output)")
+      ->type_name("FILE.svg");
   draw->footer(
       "Draws a proof of the page as an SVG file. Rest staves that a conversion inserted have a colored background.\n"
       "Ends with status 0; with 1 after a critical message; with 2 on wrong usage.\n\nExample:\n"
@@ -50,7 +52,7 @@ void addRecover(CLI::App& app, RecoverOptions& options, int& status) {
   CLI::App* recover = app.add_subcommand("recover", "Save what a damaged page still holds");
   recover->add_option("page", options.page, "Damaged page file; - is standard input")->required()->type_name("PAGE");
   recover
-      ->add_option("-o,--out", options.out,
+      ->add_option("-o,--out,--output", options.out,
                    "Page file to write (default: RECOVERED-PAGE beside the page); - is standard output")
       ->type_name("FILE");
   recover->add_flag("--force", options.force, "Replace the file if it exists");
@@ -65,7 +67,7 @@ void addRecover(CLI::App& app, RecoverOptions& options, int& status) {
 
 void addPageCommands(CLI::App& app, PageFiles& files, int& status) {
   CLI::App* dump = app.add_subcommand("dump", "Print a page as text, one item per line");
-  dump->add_option("page", files.page, "Page file")->required()->type_name("PAGE");
+  dump->add_option("page", files.page, "Page file; - is standard input")->required()->type_name("PAGE");
   dump->footer("Example:\n  kivsys dump PIECE001.MUS > piece001.txt");
   dump->callback([&files, &status] { status = runDump(files.page); });
 
@@ -73,10 +75,17 @@ void addPageCommands(CLI::App& app, PageFiles& files, int& status) {
   build->add_option("text", files.text, "Page text, as dump prints it; - is standard input")
       ->required()
       ->type_name("TEXT");
-  build->add_option("page", files.page, "Page file to write")->required()->type_name("PAGE");
+  build->add_option("page", files.page, "Page file to write; - is standard output")->required()->type_name("PAGE");
   build->add_flag("--force", files.force, "Replace the page if it exists");
   build->footer("Example:\n  kivsys build piece001.txt PIECE001.MUS");
   build->callback([&files, &status] { status = runBuild(files); });
+}
+
+void addHelp(CLI::App& app, std::string& command, int& status) {
+  CLI::App* help = app.add_subcommand("help", "Print the help of a command");
+  help->add_option("command", command, "Command to describe (default: the whole program)")->type_name("COMMAND");
+  help->footer("Example:\n  kivsys help analyze");
+  help->callback([&app, &command, &status] { status = runHelp(tableOf(app), command); });
 }
 
 void addDocuments(CLI::App& app, std::string& shell, int& status) {

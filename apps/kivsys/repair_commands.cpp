@@ -40,7 +40,7 @@ void addFix(CLI::App& app, FixOptions& options, int& status) {
   fix->add_option("--only", options.only, "Use only corrections of at least this confidence: sure or likely")
       ->type_name("WORD")
       ->check(CLI::IsMember({"sure", "likely"}));
-  fix->add_option("-o,--out", options.out, "Folder for the corrected pages, which is made when it is missing")
+  fix->add_option("-o,--out,--output", options.out, "Folder for the corrected pages, which is made when it is missing")
       ->type_name("DIR");
   fix->add_flag("--force", options.force, "Replace pages that are in the folder");
   fix->add_flag("--dry-run", options.dryRun, "Write nothing; print what would change");

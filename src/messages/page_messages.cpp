@@ -41,7 +41,9 @@ Message resultUnreadable(const std::string& file, int itemNumber, const Location
   if (!origin.file.empty()) {
     text += "\r\nIt comes from " + origin.file + ", item " + std::to_string(origin.item);
   }
-  return critical(code::resultUnreadable, std::move(text), origin.file, origin.item);
+  Message message = critical(code::resultUnreadable, std::move(text), origin.file, origin.item);
+  message.names = {file};
+  return message;
 }
 
 Message exchangeOfDifferentKinds() {

@@ -89,6 +89,22 @@ void sortOnInstrument(ItemTable& table) {
   moveSystemBarline(staves.staves, table);
 }
 
+namespace {
+
+/// Sorts the staves of a page. The critical message that ends it knows the page.
+void sortPage(const std::string& musFileName, ItemTable& table) {
+  try {
+    sortOnInstrument(table);
+  } catch (ProgramEnd& end) {
+    if (end.message && end.message->location.file.empty()) {
+      end.message->location.file = musFileName;
+    }
+    throw;
+  }
+}
+
+}  // namespace
+
 std::string cmdSortInstrument_Click(const Host& host, const std::string& namesFile, NamesTable& names, ItemTable& table,
                                     ReadBack readBack) {
   host.user.setPointer(Pointer::hourglass);
@@ -100,7 +116,7 @@ std::string cmdSortInstrument_Click(const Host& host, const std::string& namesFi
     host.user.showProgress(k - 1, count, "pages");
     const std::string& musFileName = names.name(k);
     readFile(host.files, musFileName, table);
-    sortOnInstrument(table);
+    sortPage(musFileName, table);
     const auto name = sortedName(host.machine, musFileName);
     if (!name) {
       endProgram(messages::invalidArgument(musFileName));

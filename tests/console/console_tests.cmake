@@ -8,8 +8,10 @@ if(NOT WIN32)
     console/convert_test.cpp
     console/documents_test.cpp
     console/dry_run_test.cpp
+    console/error_lines_test.cpp
     console/example_pages.cpp
     console/example_test.cpp
+    console/exit_status_test.cpp
     console/explain_test.cpp
     console/folder_lock_test.cpp
     console/fix_test.cpp
@@ -20,6 +22,7 @@ if(NOT WIN32)
     console/keep_going_test.cpp
     console/large_files_test.cpp
     console/man_and_completions_test.cpp
+    console/page_arguments_test.cpp
     console/page_commands_test.cpp
     console/pictures_test.cpp
     console/read_back_test.cpp
@@ -35,6 +38,7 @@ if(NOT WIN32)
     console/survey_command_test.cpp
     console/survey_state_test.cpp
     console/trace_test.cpp
+    console/usage_test.cpp
     console/verify_test.cpp
     console/warnings_test.cpp)
   if(KIV_SANITIZE)
@@ -57,12 +61,16 @@ if(NOT WIN32)
     console/file_kinds_test.cpp
     console/instrument_cells_test.cpp
     console/names_list_test.cpp
+    console/natural_order_test.cpp
+    console/nearest_word_test.cpp
     ../apps/kivsys/output/csv.cpp ../apps/kivsys/output/diagnostics_json.cpp
     ../apps/kivsys/output/instruments_output.cpp
     ../apps/kivsys/output/number_ranges.cpp ../apps/kivsys/output/outcome_json.cpp
     ../apps/kivsys/output/text_table.cpp ../apps/kivsys/output/verification_json.cpp
     ../apps/kivsys/safety/file_kinds.cpp
-    ../apps/kivsys/selection/names_list.cpp)
+    ../apps/kivsys/selection/names_list.cpp
+    ../apps/kivsys/selection/natural_order.cpp
+    ../apps/kivsys/usage/nearest_word.cpp)
   target_link_libraries(test_console_parts PRIVATE kiv_console kiv_diagnostics kiv_headers kiv_verify)
 endif()
 

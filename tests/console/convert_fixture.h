@@ -42,7 +42,17 @@ inline const std::string doesNotQualify =
 inline const std::string verdictOfTwo = "CONSISTENCY=NO\nMULTIFILE=NO\nFiles: 2\nSystems: 2\nInstruments: 2\n";
 inline const std::string verdictOfOne = "CONSISTENCY=YES\nMULTIFILE=NO\nFiles: 1\nSystems: 1\nInstruments: 1\n";
 
-/// A message as standard error shows it.
+/// What standard error says of them.
+inline const std::string qualifiesNote =
+    "kivsys: note: Input qualifies for conversion to one file per system; The resulting file(s) can be used as input "
+    "to KivScore2XML and/or KivSplit\n";
+inline const std::string needsConversionNote =
+    "kivsys: note: the pages need a conversion: CONSISTENCY=NO, MULTIFILE=NO\n";
+inline std::string createdNote(int count, const std::string& first, const std::string& last) {
+  return "kivsys: note: Created " + std::to_string(count) + " files; First is " + first + "; Last is " + last + "\n";
+}
+
+/// A message as standard error shows it in a run like the panel's.
 inline std::string shown(const std::string& severity, const std::string& text) {
   std::string lines = severity + ": ";
   for (const char c : text) {

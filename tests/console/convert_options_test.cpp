@@ -17,8 +17,7 @@ TEST_F(ConsoleConvert, InstrumentNumbersCanBeLeftOut) {
 TEST_F(ConsoleConvert, ZeroIdentifiersCanBeAllowed) {
   addPage("x1.mus", "staff 2 at 0\nstaff 1 at 0 instrument 102\nbarline 1 at 0 spans 2\n");
   addPage("x2.mus", bass);
-  const std::string problem = shown(
-      "information", "Zero instrId(s) in file: " + place.capitals("x1.mus") + "\r\n\r\nResults are unpredictable.");
+  const std::string problem = "kivsys: x1.mus: note: Zero instrId(s); Results are unpredictable\n";
   const Ended warned = place.kivsys({"convert", "x1.mus", "x2.mus"});
   const Ended allowed = place.kivsys({"convert", "--allow-zero-id", "x1.mus", "x2.mus"});
   EXPECT_EQ(warned.status, 0);
@@ -51,10 +50,9 @@ TEST_F(ConsoleConvert, WithoutATerminalNothingIsOverwritten) {
   const Ended ended = place.kivsys({"convert", "--no-overwrite", "x1.mus", "x2.mus"}, ".", "y\nyes\n");
   EXPECT_EQ(ended.status, 1);
   EXPECT_EQ(ended.out, verdictOfTwo + place.capitals("WORK0001.MUS") + "\n");
-  EXPECT_EQ(ended.error,
-            shown("information", doesNotQualify) +
-                shown("exclamation", "File exists: " + place.capitals("WORK0002.MUS") + "\r\n\r\nOverwrite?") +
-                shown("critical", "Abnormal termination forced by user."));
+  EXPECT_EQ(ended.error, needsConversionNote +
+                             "kivsys: File exists: WORK0002.MUS; Overwrite?\n"
+                             "kivsys: Abnormal termination forced by user\n");
   EXPECT_EQ(dumped("WORK0001.MUS"), asDumped(numberedFluteAndBass));
   EXPECT_EQ(place.read("WORK0002.MUS"), "old");
 }

@@ -15,9 +15,7 @@ TEST_F(ConsoleConvert, WritesAPageForEverySystemBesideTheFirstInput) {
   const Ended ended = place.kivsys({"convert", "x1.mus", "x2.mus"});
   EXPECT_EQ(ended.status, 0);
   EXPECT_EQ(ended.out, verdictOfTwo + place.capitals("WORK0001.MUS") + "\n" + place.capitals("WORK0002.MUS") + "\n");
-  EXPECT_EQ(ended.error,
-            shown("information", doesNotQualify) +
-                shown("information", created(2, place.capitals("WORK0001.MUS"), place.capitals("WORK0002.MUS"))));
+  EXPECT_EQ(ended.error, needsConversionNote + createdNote(2, "WORK0001.MUS", "WORK0002.MUS"));
   EXPECT_EQ(filesIn(place.path()),
             (Names{"KivSystem1.TXT", "KivSystem2.TXT", "WORK0001.MUS", "WORK0002.MUS", "x1.mus", "x2.mus"}));
   EXPECT_EQ(dumped("WORK0001.MUS"), asDumped(numberedFluteAndBass));
@@ -123,7 +121,7 @@ TEST_F(ConsoleConvert, InputThatQualifiesIsNotConverted) {
   const Ended ended = place.kivsys({"convert", "x1.mus"});
   EXPECT_EQ(ended.status, 0);
   EXPECT_EQ(ended.out, verdictOfOne);
-  EXPECT_EQ(ended.error, shown("information", qualifies));
+  EXPECT_EQ(ended.error, qualifiesNote + "Next: kivsys convert --force PAGE...\n");
   EXPECT_EQ(place.read("WORK0001.MUS"), "old");
 }
 
@@ -132,9 +130,7 @@ TEST_F(ConsoleConvert, InputThatQualifiesIsConvertedByForceAndTheMessageStays) {
   const Ended ended = place.kivsys({"convert", "--force", "x1.mus"});
   EXPECT_EQ(ended.status, 0);
   EXPECT_EQ(ended.out, verdictOfOne + place.capitals("WORK0001.MUS") + "\n");
-  EXPECT_EQ(ended.error,
-            shown("information", qualifies) +
-                shown("information", created(1, place.capitals("WORK0001.MUS"), place.capitals("WORK0001.MUS"))));
+  EXPECT_EQ(ended.error, qualifiesNote + createdNote(1, "WORK0001.MUS", "WORK0001.MUS"));
   EXPECT_EQ(dumped("WORK0001.MUS"),
             asDumped("item 10 1 -4 0 102 0.7\nstaff 1 at 0 instrument 102\nbarline 1 at 0 spans 1\n"));
 }

@@ -106,7 +106,7 @@ TEST_F(HostileNames, WrongUsageIsEscaped) {
   EXPECT_EQ(ended.status, 2);
   EXPECT_TRUE(isHarmless(ended.error)) << ended.error;
   EXPECT_EQ(linesThatAre("kivsys: done", ended.error), 0) << ended.error;
-  EXPECT_TRUE(ended.error.ends_with("\nRun with --help for more information.\n")) << ended.error;
+  EXPECT_TRUE(ended.error.ends_with("\n'kivsys analyze --help' lists the options.\n")) << ended.error;
 }
 
 TEST_F(HostileNames, TheReasonWhyATextIsNoPageIsEscaped) {

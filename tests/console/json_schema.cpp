@@ -5,7 +5,10 @@
 #include <fstream>
 #include <iterator>
 #include <set>
+#include <sstream>
 #include <stdexcept>
+
+#include <gtest/gtest.h>
 
 namespace kiv::test {
 namespace {
@@ -164,6 +167,30 @@ Json documentedSchema() {
 std::vector<std::string> schemaErrors(const Json& value, const std::string& definition) {
   const Json schema = documentedSchema();
   return Checker(schema).check(value, schema["$defs"][definition], definition);
+}
+
+void expectValidObjects(const std::vector<std::string>& arguments, const std::string& output) {
+  const auto isGiven = [&](const std::string& option) {
+    return std::find(arguments.begin(), arguments.end(), option) != arguments.end();
+  };
+  if (output.empty() || isGiven("--help") || !(isGiven("--json") || isGiven("--jsonl"))) {
+    return;
+  }
+  std::vector<std::string> objects = {output};
+  if (isGiven("--jsonl")) {
+    objects.clear();
+    std::istringstream lines(output);
+    for (std::string line; std::getline(lines, line);) {
+      objects.push_back(line);
+    }
+  }
+  static const Json definitions = documentedSchema()["$defs"];
+  const std::string definition = isGiven("--jsonl") ? "line" : arguments.front();
+  ASSERT_TRUE(definitions.contains(definition)) << "no schema for the output of " << definition;
+  for (const std::string& object : objects) {
+    ASSERT_TRUE(Json::accept(object)) << object;
+    EXPECT_EQ(schemaErrors(Json::parse(object), definition), std::vector<std::string>()) << object;
+  }
 }
 
 }  // namespace kiv::test

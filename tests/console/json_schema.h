@@ -14,4 +14,8 @@ nlohmann::json documentedSchema();
 /// that the schema uses, and reports others.
 std::vector<std::string> schemaErrors(const nlohmann::json& value, const std::string& definition);
 
+/// Checks that every object that a run of kivsys has printed is valid by the definition of its command: one object for
+/// --json, one a line for --jsonl. Runs without these options, or without output, print none.
+void expectValidObjects(const std::vector<std::string>& arguments, const std::string& output);
+
 }  // namespace kiv::test

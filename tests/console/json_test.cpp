@@ -158,8 +158,69 @@ TEST_F(JsonOutput, StreamIsTheSameLineByLine) {
   const Json object = Json::parse(place.kivsys({"analyze", "--json", "X1.MUS", "X2.MUS"}).out);
   Json first = lines[0];
   first.erase("record");
+  first.erase("schema_version");
   EXPECT_EQ(first, object["problems"][0]);
   EXPECT_EQ(lines.back()["messages"], object["messages"]);
+}
+
+TEST_F(JsonOutput, EveryObjectHasTheVersionOfItsSchema) {
+  place.write("X1.MUS", page(faulty));
+  place.write("X2.MUS", page(bass));
+  const std::vector<Lines> runs = {{"analyze", "--json", "X1.MUS", "X2.MUS"},
+                                   {"analyze", "--jsonl", "X1.MUS", "X2.MUS"},
+                                   {"convert", "--json", "--verify", "X1.MUS", "X2.MUS"},
+                                   {"convert", "--json", "--dry-run", "X1.MUS", "X2.MUS"},
+                                   {"trace", "--json", "X1.MUS", "X2.MUS"},
+                                   {"sort", "--json", "X2.MUS"},
+                                   {"verify", "--json", "--result", "WORK0001.MUS", "X1.MUS", "X2.MUS"},
+                                   {"survey", "--json", "."}};
+  for (const Lines& arguments : runs) {
+    const std::string out = place.kivsys(arguments).out;
+    for (const Json& object : arguments[1] == "--jsonl" ? linesOf(out) : std::vector{Json::parse(out)}) {
+      EXPECT_EQ(object.value("schema_version", 0), 2) << arguments.front() << object;
+    }
+  }
+}
+
+/// The names of all members of a value and of the values in it that are not snake_case.
+Lines otherNames(const Json& value) {
+  static const std::regex snakeCase("[a-z][a-z0-9]*(_[a-z0-9]+)*");
+  Lines names;
+  for (const auto& [name, member] : value.items()) {
+    if (value.is_object() && !std::regex_match(name, snakeCase)) {
+      names.push_back(name);
+    }
+    const Lines inner = member.is_structured() ? otherNames(member) : Lines();
+    names.insert(names.end(), inner.begin(), inner.end());
+  }
+  return names;
+}
+
+TEST_F(JsonOutput, EveryNameIsSnakeCase) {
+  const Json definitions = documentedSchema()["$defs"];
+  for (const auto& [definition, rule] : definitions.items()) {
+    const Json members = rule.value("properties", Json::object());
+    for (const auto& [name, member] : members.items()) {
+      EXPECT_EQ(otherNames(Json{{name, 0}}), Lines()) << definition;
+    }
+  }
+  Lines arguments = buildExample(place);
+  arguments.insert(arguments.begin(), {"convert", "--json", "--verify"});
+  EXPECT_EQ(otherNames(Json::parse(place.kivsys(arguments).out)), Lines());
+}
+
+TEST_F(JsonOutput, EveryCommandThatPrintsItHasADefinition) {
+  const Json definitions = documentedSchema()["$defs"];
+  std::istringstream help(place.kivsys({"--help"}).out);
+  int commands = 0;
+  for (std::string line; std::getline(help, line);) {
+    const std::string command = line.starts_with("  ") ? line.substr(2, line.find(' ', 2) - 2) : "";
+    if (!command.empty() && place.kivsys({command, "--help"}).out.find("\n  --json ") != std::string::npos) {
+      EXPECT_TRUE(definitions.contains(command)) << command;
+      ++commands;
+    }
+  }
+  EXPECT_GE(commands, 6);
 }
 
 TEST_F(JsonOutput, OneFormAtATime) {

@@ -37,9 +37,11 @@ Words optionsIn(const std::string& help) {
   Words options;
   for (const std::string& line : linesOf(help)) {
     if (line.starts_with("  -")) {
-      std::istringstream names(line.substr(2, line.find(' ', 2) - 2));
-      for (std::string name; std::getline(names, name, ',');) {
-        options.push_back(name);
+      std::istringstream words(line.substr(0, line.find("  ", 2)));
+      for (std::string word; words >> word;) {
+        if (word.starts_with('-')) {
+          options.push_back(word.substr(0, word.find(',')));
+        }
       }
     }
   }
@@ -54,7 +56,7 @@ Words commandsIn(const std::string& help) {
     if (listed && line.starts_with("  ") && std::isalpha(static_cast<unsigned char>(line[2])) != 0) {
       commands.push_back(line.substr(2, line.find(' ', 2) - 2));
     }
-    listed = line == "Subcommands:" || (listed && line.starts_with("  "));
+    listed = line == "Commands:" || (listed && line.starts_with("  "));
   }
   return commands;
 }
@@ -119,8 +121,8 @@ using Offered = std::set<std::string>;
 
 TEST_F(ManAndCompletions, TheHelpIsUnderstood) {
   EXPECT_EQ(commands(), (Words{"analyze", "convert", "verify", "survey", "trace", "sort", "draw", "chart",
-                               "instruments", "recover", "fix", "dump", "build", "completions", "man"}));
-  EXPECT_EQ(optionsIn(help("draw")), (Words{"-h", "--help", "--out"}));
+                               "instruments", "recover", "fix", "dump", "build", "help", "completions", "man"}));
+  EXPECT_EQ(optionsIn(help("draw")), (Words{"-h", "--help", "-o", "--out", "--output"}));
 }
 
 TEST_F(ManAndCompletions, ThePageHasEveryCommandAndOption) {
@@ -167,6 +169,8 @@ TEST_F(ManAndCompletions, BashOffersCommandsAndOptions) {
     EXPECT_EQ(bash({command, "-"}), asSet(optionsIn(help(command)))) << command;
   }
   EXPECT_EQ(bash({"completions", ""}), (Offered{"bash", "zsh", "fish", "powershell"}));
+  EXPECT_EQ(bash({"help", ""}), asSet(commands()));
+  EXPECT_EQ(bash({"help", "an"}), Offered{"analyze"});
 }
 
 TEST_F(ManAndCompletions, BashOffersTheFilesThatFit) {
@@ -196,6 +200,7 @@ TEST_F(ManAndCompletions, FishOffersCommandsOptionsAndFiles) {
     EXPECT_EQ(fish("kivsys " + command + " -"), asSet(optionsIn(help(command)))) << command;
   }
   EXPECT_EQ(fish("kivsys completions "), (Offered{"bash", "zsh", "fish", "powershell"}));
+  EXPECT_EQ(fish("kivsys help "), asSet(commands()));
   EXPECT_EQ(fish("kivsys analyze "), (Offered{"P1.MUS", "P 2.mus", "out/"}));
   EXPECT_EQ(fish("kivsys analyze --folder "), Offered{"out/"});
   EXPECT_EQ(fish("kivsys analyze --names n"), Offered{"names.txt"});
@@ -217,7 +222,8 @@ TEST_F(ManAndCompletions, ZshAcceptsTheScript) {
     const std::string handed = inPlace("KIV_STATE=argument KIV_COMMAND=" + command + " zsh -f run.zsh");
     const std::string own = handed.substr(handed.find("*::argument:->argument\n"));
     for (const std::string& option : optionsIn(help(command))) {
-      EXPECT_TRUE(own.find(option + "[") != std::string::npos || own.find(option + "=[") != std::string::npos)
+      const std::string valued = option + (option.starts_with("--") ? "=[" : "+[");
+      EXPECT_TRUE(own.find(option + "[") != std::string::npos || own.find(valued) != std::string::npos)
           << command << " " << option << "\n"
           << own;
     }

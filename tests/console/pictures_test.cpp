@@ -46,7 +46,7 @@ TEST(Draw, ABrokenPageIsACriticalMessage) {
   place.write("PIECE001.MUS", "ab");
   const Ended ended = place.kivsys({"draw", "PIECE001.MUS", "--out", "page.svg"});
   EXPECT_EQ(ended.status, 1);
-  EXPECT_TRUE(ended.error.starts_with("critical: Structural error in MUS file")) << ended.error;
+  EXPECT_TRUE(ended.error.starts_with("kivsys: PIECE001.MUS: item 1: Structural error in MUS file\n")) << ended.error;
   EXPECT_EQ(place.read("page.svg"), "(no file)");
   EXPECT_EQ(place.kivsys({"draw", "MISSING1.MUS"}).status, 2);
 }
@@ -73,7 +73,7 @@ TEST(Chart, MessagesAreSeparateFromTheChart) {
   place.write("PIECE001.MUS", page("staff 1 at 0 lines 5\nbarline 1 at 0 spans 1\n"));
   const Ended ended = place.kivsys({"chart", "PIECE001.MUS"});
   EXPECT_EQ(ended.status, 0);
-  EXPECT_TRUE(ended.error.starts_with("information: Zero instrId(s) in file: ")) << ended.error;
+  EXPECT_TRUE(ended.error.starts_with("kivsys: PIECE001.MUS: note: Zero instrId(s); ")) << ended.error;
   EXPECT_NE(ended.out.find("\n       0 |0|\n"), std::string::npos) << ended.out;
   const Ended allowed = place.kivsys({"chart", "--allow-zero-id", "PIECE001.MUS"});
   EXPECT_EQ(allowed.error, "");
@@ -85,7 +85,7 @@ TEST(Chart, ACriticalMessageEndsIt) {
   place.write("PIECE001.MUS", "ab");
   const Ended ended = place.kivsys({"chart", "PIECE001.MUS", "--out", "chart.svg"});
   EXPECT_EQ(ended.status, 1);
-  EXPECT_TRUE(ended.error.starts_with("critical: ")) << ended.error;
+  EXPECT_TRUE(ended.error.starts_with("kivsys: PIECE001.MUS: item 1: ")) << ended.error;
   EXPECT_EQ(place.read("chart.svg"), "(no file)");
 }
 

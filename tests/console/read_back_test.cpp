@@ -14,9 +14,9 @@ class ConsoleReadBack : public ConsoleConvert {
   const std::string emptyText = "countedtext 1 at 5 \"abcd\" characters 0\n";
 
   std::string refused(const std::string& result, int number, const std::string& input, int item) const {
-    return "Output MUS file cannot be read back and is not written: " + place.capitals(result) +
-           "\r\nItem number = " + std::to_string(number) + "\r\nIt comes from " + place.capitals(input) + ", item " +
-           std::to_string(item);
+    return "kivsys: " + input + ": item " + std::to_string(item) +
+           ": Output MUS file cannot be read back and is not written: " + result + ", item " + std::to_string(number) +
+           "\n";
   }
 };
 
@@ -26,8 +26,7 @@ TEST_F(ConsoleReadBack, AResultThatNoReaderReadsIsRefused) {
   place.write("WORK0002.MUS", "old");
   const Ended ended = place.kivsys({"convert", "--no-instr-number", "x1.mus", "x2.mus"});
   EXPECT_EQ(ended.status, 1);
-  EXPECT_EQ(ended.error,
-            shown("information", doesNotQualify) + shown("critical", refused("WORK0002.MUS", 3, "X2.MUS", 3)));
+  EXPECT_EQ(ended.error, needsConversionNote + refused("WORK0002.MUS", 3, "x2.mus", 3));
   EXPECT_EQ(dumped("WORK0001.MUS"), asDumped(plainFluteAndBass));
   EXPECT_EQ(place.read("WORK0002.MUS"), "old");
 }
@@ -54,7 +53,7 @@ TEST_F(ConsoleReadBack, ASortedPageThatNoReaderReadsIsRefused) {
   addPage("X1.MUS", bass + emptyText);
   const Ended ended = place.kivsys({"sort", "X1.MUS"});
   EXPECT_EQ(ended.status, 1);
-  EXPECT_EQ(ended.error, shown("critical", refused("X1.PAG", 3, "X1.MUS", 3)));
+  EXPECT_EQ(ended.error, refused("X1.PAG", 3, "X1.MUS", 3));
   EXPECT_EQ(place.read("X1.PAG"), "(no file)");
 }
 

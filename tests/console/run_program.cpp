@@ -10,6 +10,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "tests/console/json_schema.h"
+
 namespace kiv::test {
 namespace {
 
@@ -90,7 +92,14 @@ Ended Workplace::run(const std::string& command, const std::string& folder, cons
 
 Ended Workplace::kivsys(const std::vector<std::string>& arguments, const std::string& folder,
                         const std::string& input) const {
-  return run(commandOf(arguments), folder, input);
+  Ended ended = run(commandOf(arguments), folder, input);
+  expectValidObjects(arguments, ended.out);
+  return ended;
+}
+
+Ended Workplace::kivsysIntoFullDevice(const std::vector<std::string>& arguments) const {
+  // What is written to standard output by then goes to the device, too.
+  return run("sh -c 'exec \"$@\" >/dev/full' sh " + commandOf(arguments), ".", "");
 }
 
 Ended Workplace::kivsysAsOwner(const std::vector<std::string>& arguments) const {

@@ -29,9 +29,12 @@ class Workplace {
   void write(const std::string& file, const std::string& content) const;
   /// The file's content; "(no file)" when there is none.
   std::string read(const std::string& file) const;
-  /// Runs kivsys in a folder of the workplace, with this text on its standard input.
+  /// Runs kivsys in a folder of the workplace, with this text on its standard input. Objects that it prints must be
+  /// valid by the documented schema.
   Ended kivsys(const std::vector<std::string>& arguments, const std::string& folder = ".",
                const std::string& input = "") const;
+  /// Runs kivsys with a device as its standard output on which nothing can be written.
+  Ended kivsysIntoFullDevice(const std::vector<std::string>& arguments) const;
   /// The same in the folder of the workplace, for an administrator with the rights of an ordinary owner of the files.
   Ended kivsysAsOwner(const std::vector<std::string>& arguments) const;
 

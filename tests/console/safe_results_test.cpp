@@ -198,6 +198,7 @@ TEST_F(SafeResults, AFolderThatCannotBeListedIsRefused) {
   fs::permissions(place.path() / "hidden", fs::perms::owner_all);
   EXPECT_EQ(ended.status, 2);
   EXPECT_NE(ended.error.find("cannot list the folder of the results"), std::string::npos) << ended.error;
+  fs::permissions(place.path() / "hidden", fs::perms::owner_all);
 }
 
 }  // namespace

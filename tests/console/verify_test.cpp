@@ -70,7 +70,7 @@ TEST_F(VerifyCommand, JsonHasTheFindingsAndTheDigests) {
   const Ended ended = onAllPages("verify", {"--json"});
   EXPECT_EQ(ended.status, 1);
   const auto object = nlohmann::json::parse(ended.out);
-  EXPECT_EQ(schemaErrors(object, "verification"), std::vector<std::string>());
+  EXPECT_EQ(schemaErrors(object, "verify"), std::vector<std::string>());
   EXPECT_EQ(object.at("proved"), false);
   ASSERT_EQ(object.at("findings").size(), 1U);
   EXPECT_EQ(object.at("findings").at(0).at("file"), place.corePath("results/WORK0004.MUS"));

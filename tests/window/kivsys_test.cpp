@@ -84,8 +84,10 @@ TEST_F(Kivsys, WritesMessagesToStandardErrorAndNeverWaits) {
   folder.addPage("X1.MUS", withoutIdentifier);
   const Ended ended = kivsys("analyze X1.MUS");
   EXPECT_EQ(ended.status, 0);
-  EXPECT_EQ(ended.error, "information: Zero instrId(s) in file: " + folder.upper("X1.MUS") +
-                             "\r\n  \r\n  Results are unpredictable.\r\n");
+  EXPECT_EQ(ended.error, "kivsys: X1.MUS: note: Zero instrId(s); Results are unpredictable\r\n");
+  const Ended like = kivsys("analyze --like-panel X1.MUS");
+  EXPECT_EQ(like.error, "information: Zero instrId(s) in file: " + folder.upper("X1.MUS") +
+                            "\r\n  \r\n  Results are unpredictable.\r\n");
 }
 
 TEST_F(Kivsys, CriticalMessageEndsTheRunWithStatusOne) {
@@ -143,6 +145,38 @@ TEST_F(Kivsys, WildcardsStandForPagesInOrder) {
   EXPECT_TRUE(ofOnes.starts_with("CONSISTENCY=NO\r\nMULTIFILE=NO\r\nFiles: 2\r\nSystems: 2\r\nInstruments: 3\r\n"))
       << ofOnes;
   EXPECT_EQ(kivsys("analyze Z*.MUS").status, 2);
+}
+
+TEST_F(Kivsys, AFolderStandsForItsPagesInNaturalOrder) {
+  makeFolder("SUB");
+  writeFile("SUB\\X10.MUS", page(flute));
+  writeFile("SUB\\X2.MUS", page(fluteAndBass));
+  for (const char* arguments : {"analyze SUB", "analyze SUB\\", "analyze SUB/", "analyze SUB\\*.MUS"}) {
+    const Ended ended = kivsys(arguments);
+    EXPECT_EQ(ended.status, 0) << arguments << ended.error;
+    const std::string report = readFileContent("KivSystem2.TXT");
+    EXPECT_LT(report.find("* X2.MUS"), report.find("* X10.MUS")) << arguments;
+  }
+  EXPECT_EQ(kivsys("analyze SUB").error, "");
+  EXPECT_EQ(kivsys("analyze SUB\\X10.MUS SUB\\X2.MUS").error,
+            "kivsys: note: the pages are taken in natural order: X2.MUS, X10.MUS; --keep-order keeps theirs\r\n");
+  writeFile("SUB\\Y1.MUS", page(flute));
+  const Ended several = kivsys("analyze SUB");
+  EXPECT_EQ(several.status, 2);
+  EXPECT_EQ(several.error, "kivsys: SUB has pages of several groups, name those of one (as in SUB\\X*.MUS): X, Y\r\n");
+}
+
+TEST_F(Kivsys, ErrorsNameThePageAndWhatToDo) {
+  makeFolder("SUB DIR");
+  writeFile("SUB DIR\\X1.MUS", page("words 99\n"));
+  EXPECT_EQ(kivsys("analyze \"SUB DIR\"").error,
+            "kivsys: SUB DIR\\X1.MUS: item 1: Structural error in MUS file\r\n"
+            "Next: kivsys dump \"SUB DIR\\X1.MUS\"\r\n");
+  const Ended unmatched = kivsys("analyze Z*.MUS");
+  EXPECT_EQ(unmatched.status, 2);
+  EXPECT_TRUE(unmatched.error.starts_with("kivsys: no page matches Z*.MUS: ")) << unmatched.error;
+  EXPECT_EQ(kivsys("analyse X1.MUS").error,
+            "kivsys: unknown command: analyse\r\nDid you mean 'analyze'? 'kivsys --help' lists the commands.\r\n");
 }
 
 TEST_F(Kivsys, BuildMakesThePageThatDumpShowed) {

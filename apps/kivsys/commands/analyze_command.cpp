@@ -66,7 +66,8 @@ AnalysisOutput AnalyzeRun::analyzePages(const Host& host, const std::string& nam
   const bool details = options_.json || options_.jsonl;
   AnalysisOutput output{outcomeOf(program, console_, normalEnd), {}, {}, {}, {}, pages};
   if (output.outcome.normalEnd && !options_.selection.likePanel) {
-    output.warnings = showWarnings(program, group, {scopeOf(output.outcome), options_.allowZeroId}, details);
+    output.warnings =
+        showWarnings(console_.user(), program, group, {scopeOf(output.outcome), options_.allowZeroId}, details);
   }
   if (output.outcome.normalEnd) {
     output.layouts = layoutsOf(console_, host.files, program.systems, group,

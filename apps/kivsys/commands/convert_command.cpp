@@ -4,6 +4,7 @@
 
 #include "analysis/verdict.h"
 #include "apps/kivsys/commands/dry_run.h"
+#include "apps/kivsys/commands/next_command.h"
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/commands/verify_command.h"
@@ -131,8 +132,9 @@ bool ConvertRun::convert(const ConversionOptions& conversion) {
 /// Shows what the run loses, before anything of it is written.
 void ConvertRun::warn(ConvertOutput& output) {
   const bool converts = needsConversion_ || options_.force;
-  output.warnings = showWarnings(
-      program_, group_, {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId}, options_.json);
+  output.warnings =
+      showWarnings(console_.user(), program_, group_,
+                   {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId}, options_.json);
   output.refused = isRefused_;
   if (output.refused) {
     printError("nothing is written, as there are warnings or problems and --strict is given");
@@ -256,7 +258,11 @@ int runConvert(const ConvertOptions& options) {
         options.strict && isRefusedByStrict(system, converted, {options.allowZeroId, true, options.force});
     ConvertRun run(console, options.dryRun || isRefused ? &overlay : nullptr, options, place.folder,
                    pages ? &*pages : nullptr, isRefused);
-    return print(run.run(converted, firstResultFile), options.json);
+    const ConvertOutput output = run.run(converted, firstResultFile);
+    if (!options.selection.likePanel) {
+      console.user().printNotes(output.refused ? "" : nextCommand(output.outcome, !overlay.replaced().empty()));
+    }
+    return print(output, options.json);
   });
 }
 

@@ -1,16 +1,20 @@
 #include "apps/kivsys/commands/draw_command.h"
 
+#include <utility>
 #include <vector>
 
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/safety/output_file.h"
+#include "apps/kivsys/selection/named_input.h"
+#include "apps/kivsys/selection/page_arguments.h"
 #include "apps/kivsys/selection/selection.h"
 #include "drawing/page_picture.h"
 #include "input/file_names.h"
 #include "mus/reader.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
+#include "platform/memory/overlay_files.h"
 
 namespace kiv {
 namespace {
@@ -28,35 +32,52 @@ std::vector<Item> itemsOf(const ItemTable& table) {
   return items;
 }
 
-std::vector<std::string> refusals(ConsoleSystem& system, const DrawOptions& options, const std::string& page,
-                                  const std::string& out) {
-  if (NativeSystem::isBeyondNames(options.page)) {
-    return {"a file whose name holds a backslash cannot be used: " + options.page};
-  }
-  const std::string path = system.diskName(page);
-  if (const auto failure = readFailure(path)) {
-    return {"cannot read " + options.page + ": " + *failure};
-  }
+std::vector<std::string> refusals(ConsoleSystem& system, const DrawOptions& options, const std::string& out) {
   InputFiles inputs;
-  inputs.add(path);
+  if (options.page != standardInput) {
+    if (NativeSystem::isBeyondNames(options.page)) {
+      return {"a file whose name holds a backslash cannot be used: " + options.page};
+    }
+    const std::string path = system.diskName(NativeSystem::coreName(options.page));
+    if (const auto reason = whyUnreadable(options.page, path)) {
+      return {*reason};
+    }
+    inputs.add(path);
+  }
   return refusalsOfOutput(system, {"drawing", out, OutputKind::drawing}, inputs);
+}
+
+/// Draws a page of the files into the output.
+int drawPage(ConsoleHost& console, Files& files, const std::string& page, const std::string& out) {
+  ItemTable table;
+  if (exitCodeOf(console.user(), [&] { readFile(files, page, table); })) {
+    return exit_status::critical;
+  }
+  const bool isFile = page != standardInput;
+  const std::string title = isFile ? NativeSystem::toUtf8(withoutPath(console.system(), page)) : "standard input";
+  return deliver(console.system(), out, pagePicture(itemsOf(table), title));
 }
 
 }  // namespace
 
 int runDraw(const DrawOptions& options) {
   ConsoleHost console;
-  const std::string page = NativeSystem::coreName(options.page);
+  console.useConsoleWords();
+  ConsoleSystem& system = console.system();
   const std::string out = isStandardOutput(options.out) ? standardOutput : NativeSystem::coreName(options.out);
-  if (const auto reasons = refusals(console.system(), options, page, out); !reasons.empty()) {
+  if (const auto reasons = refusals(system, options, out); !reasons.empty()) {
     return refuse(reasons);
   }
-  ItemTable table;
-  if (exitCodeOf(console.user(), [&] { readFile(console.system(), page, table); })) {
-    return exit_status::critical;
+  if (options.page != standardInput) {
+    return drawPage(console, system, NativeSystem::coreName(options.page), out);
   }
-  const std::string title = NativeSystem::toUtf8(withoutPath(console.system(), page));
-  return deliver(console.system(), out, pagePicture(itemsOf(table), title));
+  NamedInput input = readNamedInput(system, options.page, pageInput);
+  if (!input.bytes) {
+    return input.status;
+  }
+  OverlayFiles files(system, system);
+  files.addFile(standardInput, std::move(*input.bytes));
+  return drawPage(console, files, standardInput, out);
 }
 
 int deliver(NativeSystem& system, const std::string& out, const std::string& content) {

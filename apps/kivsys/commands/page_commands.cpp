@@ -1,18 +1,14 @@
 #include "apps/kivsys/commands/page_commands.h"
 
-#include <iostream>
-#include <utility>
-
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/safety/input_files.h"
 #include "apps/kivsys/safety/output_file.h"
+#include "apps/kivsys/selection/named_input.h"
 #include "apps/kivsys/selection/selection.h"
-#include "mus/format.h"
 #include "pagetext/page_text.h"
-#include "platform/bounded_file.h"
 #include "platform/console/error_line.h"
 #include "platform/console/guarded_system.h"
-#include "platform/console/standard_input.h"
 
 namespace kiv {
 namespace {
@@ -20,32 +16,6 @@ namespace {
 int fail(const std::string& reason) {
   printError(reason);
   return exit_status::critical;
-}
-
-/// What can be read of a file, and what it is.
-struct ReadableFile {
-  std::string name;  ///< as it was typed; "-" is standard input
-  std::string kind;  ///< "a page"
-  std::size_t limit = 0;
-};
-
-/// The content of a file. Nullopt, after a line on standard error, when there is none; then the status of the run.
-std::optional<std::string> read(NativeSystem& system, const ReadableFile& file, int& status) {
-  const bool isInput = file.name == "-";
-  if (NativeSystem::isBeyondNames(file.name)) {
-    status = refuse({"a file whose name holds a backslash cannot be used: " + file.name});
-    return std::nullopt;
-  }
-  BoundedContent content =
-      isInput ? readStandardInput(file.limit) : readBounded(system, NativeSystem::coreName(file.name), file.limit);
-  if (content.isTooLarge) {
-    status = fail(file.name + " " + tooLarge(file.limit, file.kind));
-  } else if (!content.bytes) {
-    const std::string path = system.diskName(NativeSystem::coreName(file.name));
-    const auto reason = isInput ? std::nullopt : readFailure(path);
-    status = refuse({"cannot read " + file.name + ": " + reason.value_or("I/O error")});
-  }
-  return std::move(content.bytes);
 }
 
 /// Whether the file is called a page, as a damaged one is, too.
@@ -60,7 +30,7 @@ std::optional<std::string> refusalToReplace(NativeSystem& system, const PageFile
     return "a file whose name holds a backslash cannot be used: " + files.page;
   }
   const std::string path = system.diskName(NativeSystem::coreName(files.page));
-  if (files.text != "-") {
+  if (files.text != standardInput) {
     InputFiles inputs;
     inputs.add(system.diskName(NativeSystem::coreName(files.text)));
     if (auto reason = inputs.refusal("page", path)) {
@@ -83,27 +53,23 @@ std::optional<std::string> refusalToReplace(NativeSystem& system, const PageFile
 
 int runDump(const std::string& page) {
   GuardedSystem system;
-  int status = exit_status::normal;
-  const auto bytes = read(system, {page, "a page", readableBytes}, status);
-  if (!bytes) {
-    return status;
-  }
-  std::cout << dumpPage(*bytes) << std::flush;
-  return std::cout ? exit_status::normal : fail("cannot write to standard output");
+  const NamedInput file = readNamedInput(system, page, pageInput);
+  return file.bytes ? printOutcome(dumpPage(*file.bytes), exit_status::normal) : file.status;
 }
 
 int runBuild(const PageFiles& files) {
-  const std::string& text = files.text;
   const std::string& page = files.page;
   GuardedSystem system;
-  int status = exit_status::normal;
-  const auto lines = read(system, {text, "a page text", most_bytes::pageText}, status);
-  if (!lines) {
-    return status;
+  const NamedInput lines = readNamedInput(system, files.text, pageTextInput);
+  if (!lines.bytes) {
+    return lines.status;
   }
-  const auto built = buildPage(*lines);
+  const auto built = buildPage(*lines.bytes);
   if (const auto* error = std::get_if<PageTextError>(&built)) {
-    return fail(text + ":" + std::to_string(error->line) + ": " + error->reason);
+    return fail(files.text + ":" + std::to_string(error->line) + ": " + error->reason);
+  }
+  if (isStandardOutput(page)) {
+    return printOutcome(std::get<std::string>(built), exit_status::normal);
   }
   if (const auto reason = refusalToReplace(system, files)) {
     return refuse({*reason});

@@ -6,6 +6,7 @@
 #include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/outcome_json.h"
+#include "apps/kivsys/output/warnings_output.h"
 #include "apps/kivsys/safety/sorted_pages.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
@@ -14,11 +15,12 @@
 namespace kiv {
 namespace {
 
-/// Whether every page has its sorted one; a line on standard error when not.
-bool sortedAll(ConsoleHost& console) {
+/// Whether every page has its sorted one. A line on standard error says how many have not, unless the message about the
+/// only page says so.
+bool sortedAll(ConsoleHost& console, bool isSorted) {
   const std::size_t pages = console.system().pages().size();
   const std::size_t sorted = console.replacedFiles().size();
-  if (sorted < pages) {
+  if (sorted < pages && (isSorted || pages > 1)) {
     printError("only " + std::to_string(sorted) + " of " + std::to_string(pages) + " pages were sorted");
   }
   return sorted >= pages;
@@ -30,15 +32,16 @@ Warnings showLosses(ConsoleHost& console, const SortOptions& options) {
   for (const FoundFile& page : console.system().pages()) {
     pages.push_back(page.name);
   }
-  return showWarnings(console.system(), findWritingLosses(console.system(), pages), options.json);
+  return showWarnings(console.user(), console.system(), findWritingLosses(console.system(), pages), options.json);
 }
 
-int print(const RunOutcome& outcome, const Warnings& warnings, const SortOptions& options, int status) {
+int print(ConsoleHost& console, const RunOutcome& outcome, const Warnings& warnings, const SortOptions& options,
+          int status) {
   if (!options.json) {
     return printOutcome(createdLines(outcome), status);
   }
   Json object = jsonOf(outcome);
-  object["problems"] = jsonOf({}, warnings);
+  object["problems"] = jsonOf(problemsOf(console.system(), outcome), warnings);
   object["schema_version"] = schemaVersion;
   return printOutcome(asLine(object), status);
 }
@@ -50,14 +53,14 @@ int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOpti
   const Warnings warnings = likePanel ? Warnings() : showLosses(console, options);
   if (options.strict && !warnings.messages.empty()) {
     printError("nothing is written, as there are warnings and --strict is given");
-    return print(writingOutcomeOf(names, console, true), warnings, options, exit_status::notUsable);
+    return print(console, writingOutcomeOf(names, console, true), warnings, options, exit_status::notUsable);
   }
   const ReadBack readBack = likePanel ? ReadBack::no : ReadBack::yes;
   const bool isSorted =
       endsNormally(console, [&] { cmdSortInstrument_Click(console.host(), namesFile, names, items, readBack); });
-  const bool areAllSorted = likePanel || !isSorted || sortedAll(console);
+  const bool areAllSorted = likePanel || sortedAll(console, isSorted);
   const bool normalEnd = flushResults(console) && isSorted && areAllSorted;
-  return print(writingOutcomeOf(names, console, normalEnd), warnings, options,
+  return print(console, writingOutcomeOf(names, console, normalEnd), warnings, options,
                normalEnd ? exit_status::normal : exit_status::critical);
 }
 

@@ -231,6 +231,9 @@ int runSurvey(const SurveyOptions& options) {
     }
   }
   ConsoleHost console;
+  if (options.quiet) {
+    console.user().beQuiet();
+  }
   noteStopSignals(SecondSignal::endsProgram);
   const Library library = walkLibrary(console.system(), options.folders);
   SurveyState state;

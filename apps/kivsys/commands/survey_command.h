@@ -11,6 +11,7 @@ namespace kiv {
 struct SurveyOptions {
   std::vector<std::string> folders;
   SurveyFormat format = SurveyFormat::table;
+  bool quiet = false;      ///< no progress
   unsigned jobs = 0;       ///< pieces analyzed at once; 0 is one for every processor core
   bool keepGoing = false;  ///< skip pages that the analysis of their piece would end over
   std::string resume;      ///< the file that keeps finished pieces; "" for none

@@ -42,6 +42,7 @@ std::string asJson(ConsoleSystem& system, const proof::Verification& verificatio
     paths.push_back({file.name, system.diskName(withFolder(system, file.name))});
   }
   object["paths"] = pathsJson(paths);
+  object["schema_version"] = schemaVersion;
   return asLine(object);
 }
 

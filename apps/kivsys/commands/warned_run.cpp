@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "apps/kivsys/commands/run_outcome.h"
-#include "platform/console/native_system.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "shell/start_up.h"
@@ -39,17 +38,18 @@ bool isRefusedByStrict(ConsoleSystem& system, const std::string& namesFile, cons
           !findWarnings(files, inputsOf(program), {scopeOf(program, run), run.allowZeroId}, group).empty());
 }
 
-Warnings showWarnings(KivSystem& program, GroupFacts& group, const WarnedRun& run, bool withProblems) {
+Warnings showWarnings(ConsoleUser& user, KivSystem& program, GroupFacts& group, const WarnedRun& run,
+                      bool withProblems) {
   Files& files = program.host.files;
-  return showWarnings(files, findWarnings(files, inputsOf(program), run, group), withProblems);
+  return showWarnings(user, files, findWarnings(files, inputsOf(program), run, group), withProblems);
 }
 
-Warnings showWarnings(Files& files, std::vector<Message> messages, bool withProblems) {
+Warnings showWarnings(ConsoleUser& user, Files& files, std::vector<Message> messages, bool withProblems) {
   Warnings warnings{std::move(messages), {}};
   if (withProblems) {
     warnings.problems = findProblems(files, warnings.messages);
   }
-  NativeSystem::writeError(asText(warnings));
+  user.printNotes(asText(warnings, [&](const std::string& name) { return user.nameOf(name); }));
   return warnings;
 }
 

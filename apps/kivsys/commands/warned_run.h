@@ -20,10 +20,11 @@ struct StrictRun {
 /// run itself shows why.
 bool isRefusedByStrict(ConsoleSystem& system, const std::string& namesFile, const StrictRun& run);
 
-/// Finds what the run after the analysis that has filled the program's tables, observed by the facts, loses, and prints
-/// it on standard error. The problems are filled in on request.
-Warnings showWarnings(KivSystem& program, GroupFacts& group, const WarnedRun& run, bool withProblems);
-/// Prints these warnings on standard error. The problems are filled in on request.
-Warnings showWarnings(Files& files, std::vector<Message> messages, bool withProblems);
+/// Finds what the run after the analysis that has filled the program's tables, observed by the facts, loses, and shows
+/// it to the user. The problems are filled in on request.
+Warnings showWarnings(ConsoleUser& user, KivSystem& program, GroupFacts& group, const WarnedRun& run,
+                      bool withProblems);
+/// Shows these warnings to the user. The problems are filled in on request.
+Warnings showWarnings(ConsoleUser& user, Files& files, std::vector<Message> messages, bool withProblems);
 
 }  // namespace kiv

@@ -18,10 +18,11 @@ Json outcomeJson(const AnalysisOutput& output) {
   return object;
 }
 
-/// The object, its kind as the first key.
+/// The object, its kind as the first key and the schema's version as the last one.
 std::string recordLine(const char* kind, const Json& object) {
   Json record = {{"record", kind}};
   record.update(object);
+  record["schema_version"] = schemaVersion;
   return asLine(record);
 }
 
@@ -71,9 +72,7 @@ std::string asJsonLines(const AnalysisOutput& output) {
   for (const Instrument& instrument : output.instruments) {
     lines += recordLine("instrument", jsonOf(instrument));
   }
-  Json outcome = outcomeJson(output);
-  outcome["schema_version"] = schemaVersion;
-  return lines + recordLine("outcome", outcome);
+  return lines + recordLine("outcome", outcomeJson(output));
 }
 
 }  // namespace kiv

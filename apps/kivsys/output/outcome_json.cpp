@@ -82,10 +82,4 @@ std::string asLine(const Json& object) {
   return object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
-std::string asJson(const RunOutcome& outcome) {
-  Json object = jsonOf(outcome);
-  object["schema_version"] = schemaVersion;
-  return asLine(object);
-}
-
 }  // namespace kiv

@@ -12,16 +12,13 @@ namespace kiv {
 using Json = nlohmann::ordered_json;
 
 /// What docs/json-schema.json describes; raised when a key is removed or changes its meaning.
-constexpr int schemaVersion = 1;
+constexpr int schemaVersion = 2;
 
 /// "information", "exclamation", "critical" or "none".
 const char* nameOf(Icon icon);
 
 /// The outcome as an object, without the schema's version.
 Json jsonOf(const RunOutcome& outcome);
-
-/// The outcome with the schema's version, on a line of its own.
-std::string asJson(const RunOutcome& outcome);
 
 /// Names of the core with the paths of their files.
 Json pathsJson(const std::vector<FoundFile>& files);

@@ -6,6 +6,7 @@
 
 #include "apps/kivsys/output/csv.h"
 #include "apps/kivsys/output/number_ranges.h"
+#include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/piece_json.h"
 #include "apps/kivsys/output/text_table.h"
 #include "platform/console/printable.h"
@@ -134,8 +135,11 @@ std::string SurveyLines::line(const LibraryPiece& piece, const PieceFindings& fi
 }
 
 std::string SurveyLines::end(bool interrupted) const {
-  return format_ == SurveyFormat::json ? std::string("\n],\"interrupted\":") + (interrupted ? "true" : "false") + "}\n"
-                                       : "";
+  if (format_ != SurveyFormat::json) {
+    return "";
+  }
+  return std::string("\n],\"interrupted\":") + (interrupted ? "true" : "false") +
+         ",\"schema_version\":" + std::to_string(schemaVersion) + "}\n";
 }
 
 }  // namespace kiv

@@ -25,7 +25,7 @@ nlohmann::ordered_json toJson(const proof::Verification& verification) {
             {"carried", counts.carried},
             {"added", counts.added},
             {"barlines", counts.barlines},
-            {"leftOut", counts.leftOut}}},
+            {"left_out", counts.leftOut}}},
           {"files", files}};
 }
 

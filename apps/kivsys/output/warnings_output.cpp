@@ -8,11 +8,11 @@
 namespace kiv {
 namespace {
 
-std::string lineOf(const Message& warning) {
+std::string lineOf(const Message& warning, const FileNamer& nameOf) {
   const Location& location = warning.location;
   std::string line;
   if (!location.file.empty()) {
-    line += location.file + ": ";
+    line += nameOf(location.file) + ": ";
   }
   if (location.item != 0) {
     line += "item " + std::to_string(location.item) + ": ";
@@ -26,10 +26,10 @@ std::string lineOf(const Message& warning) {
 
 }  // namespace
 
-std::string asText(const Warnings& warnings) {
+std::string asText(const Warnings& warnings, const FileNamer& nameOf) {
   std::string lines;
   for (const Message& warning : warnings.messages) {
-    lines += lineOf(warning);
+    lines += lineOf(warning, nameOf);
   }
   return lines;
 }

@@ -6,6 +6,7 @@
 #include "apps/kivsys/output/outcome_json.h"
 #include "diagnostics/problems.h"
 #include "messages/message.h"
+#include "platform/console/message_words.h"
 
 namespace kiv {
 
@@ -15,8 +16,8 @@ struct Warnings {
   std::vector<Problem> problems;  ///< of the messages; filled for output as JSON only
 };
 
-/// A line for each: "kivsys: \MUSIC\X1.MUS: item 3: warning: ... (system 2)"
-std::string asText(const Warnings& warnings);
+/// A line for each: "kivsys: X1.MUS: item 3: warning: ... (system 2)"
+std::string asText(const Warnings& warnings, const FileNamer& nameOf);
 
 /// Each as a problem of the severity "warning", which is about no message of the run and has a text of its own.
 std::vector<Json> jsonOf(const Warnings& warnings);

@@ -1,7 +1,9 @@
 #include "apps/kivsys/selection/page_finder.h"
 
+#include <algorithm>
 #include <limits>
 
+#include "apps/kivsys/selection/natural_order.h"
 #include "input/file_names.h"
 #include "platform/console/stop_signals.h"
 #include "platform/native_file.h"
@@ -10,7 +12,7 @@
 namespace kiv {
 namespace {
 
-constexpr std::int32_t mostPages = std::numeric_limits<std::int16_t>::max();
+constexpr std::size_t mostPages = std::numeric_limits<std::int16_t>::max();
 
 }  // namespace
 
@@ -54,7 +56,7 @@ std::string PageFinder::add(const WantedPage& page) {
     return page.place + "a page file whose name holds a backslash cannot be used: " + page.typed;
   }
   const std::string path = fileOf(page.name);
-  if (count_ == mostPages) {
+  if (names_.size() == mostPages) {
     return page.place + "a group cannot have more than 32767 pages: " + page.typed;
   }
   const std::string problem = problemOf(page, path);
@@ -63,11 +65,34 @@ std::string PageFinder::add(const WantedPage& page) {
     known_.emplace(system_.upperCase(page.name), FoundFile{page.typed, path});
   }
   if (problem.empty() || search_.skipsBadPages) {
-    ++count_;
-    names_ += page.name + " 1\r\n";
+    names_.push_back(page.name);
+    if (!problem.empty()) {
+      badPages_.push_back({page.name, page.typed});
+    }
     return "";
   }
   return page.place + problem;
+}
+
+bool PageFinder::putIntoNaturalOrder() {
+  const auto isBefore = [&](const std::string& a, const std::string& b) {
+    return comesBefore(system_.upperCase(a), system_.upperCase(b));
+  };
+  if (std::is_sorted(names_.begin(), names_.end(), isBefore)) {
+    return false;
+  }
+  std::stable_sort(names_.begin(), names_.end(), isBefore);
+  std::stable_sort(pages_.begin(), pages_.end(),
+                   [&](const FoundFile& a, const FoundFile& b) { return isBefore(a.name, b.name); });
+  return true;
+}
+
+std::string PageFinder::names() const {
+  std::string lines;
+  for (const std::string& name : names_) {
+    lines += name + " 1\r\n";
+  }
+  return lines;
 }
 
 }  // namespace kiv

@@ -24,9 +24,14 @@ class PageFinder {
   /// What is wrong with the page, where it stands; "" when it was added to the group.
   std::string add(const WantedPage& page);
 
+  /// Puts the pages into natural order, whatever the case of their names. Returns whether that changes anything.
+  bool putIntoNaturalOrder();
+
   /// The names file of the group.
-  const std::string& names() const { return names_; }
+  std::string names() const;
   const std::vector<FoundFile>& pages() const { return pages_; }
+  /// The pages that are left to the command, by their names as they were typed.
+  const std::vector<FoundFile>& badPages() const { return badPages_; }
 
  private:
   std::string fileOf(const std::string& name);
@@ -34,9 +39,9 @@ class PageFinder {
 
   ConsoleSystem& system_;
   const PageSearch& search_;
-  std::string names_;
-  std::int32_t count_ = 0;  // of the pages in it
+  std::vector<std::string> names_;  // of the pages that the command is to have, bad ones too
   std::vector<FoundFile> pages_;
+  std::vector<FoundFile> badPages_;
   std::map<std::string, FoundFile> known_;  // by name in upper case
 };
 

@@ -4,7 +4,9 @@
 #include <optional>
 #include <utility>
 
+#include "apps/kivsys/selection/named_input.h"
 #include "apps/kivsys/selection/names_list.h"
+#include "apps/kivsys/selection/page_arguments.h"
 #include "apps/kivsys/selection/page_finder.h"
 #include "platform/bounded_file.h"
 #include "platform/console/standard_input.h"
@@ -13,7 +15,6 @@
 namespace kiv {
 namespace {
 
-constexpr const char* standardInput = "-";
 /// No file can have this name.
 constexpr const char* commandLine = "(command line)";
 
@@ -82,15 +83,22 @@ SelectedPages findTypedPages(ConsoleSystem& system, const std::vector<std::strin
   SelectedPages selected;
   selected.namesFile = commandLine;
   PageFinder finder(system, search);
-  for (const std::string& pattern : typed) {
-    for (const std::string& page : NativeSystem::filesMatching(pattern)) {
+  for (const std::string& argument : typed) {
+    const auto meant = pagesMeantBy(system, argument);
+    if (const auto* problem = std::get_if<std::string>(&meant)) {
+      selected.errors.push_back(*problem);
+      continue;
+    }
+    for (const std::string& page : std::get<std::vector<std::string>>(meant)) {
       if (std::string problem = finder.add({system.fullName(page), page, ""}); !problem.empty()) {
         selected.errors.push_back(std::move(problem));
       }
     }
   }
+  selected.isReordered = !search.keepsOrder && finder.putIntoNaturalOrder();
   selected.names = finder.names();
   selected.pages = finder.pages();
+  selected.badPages = finder.badPages();
   return selected;
 }
 
@@ -116,6 +124,7 @@ SelectedPages findListedPages(ConsoleSystem& system, const std::string& list, co
   }
   selected.names = finder.names();
   selected.pages = finder.pages();
+  selected.badPages = finder.badPages();
   return selected;
 }
 

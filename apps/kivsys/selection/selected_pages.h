@@ -13,16 +13,19 @@ struct SelectedPages {
   std::string listPath;             ///< the list's file on the disk; "" when there is none
   std::string names;                ///< the names file that the run loads
   std::vector<FoundFile> pages;     ///< those that can be read, in their order
+  std::vector<FoundFile> badPages;  ///< those that are left to the command, by their names as they were typed
+  bool isReordered = false;         ///< the pages were typed in another order
   std::vector<std::string> errors;  ///< what is wrong, a line each; pages can be used when there are none
 };
 
 /// How pages are looked for.
 struct PageSearch {
   std::string folder;          ///< of the run, a full name: names in a names file are relative to it
+  bool keepsOrder = false;     ///< of pages that were typed, which are put into natural order otherwise
   bool skipsBadPages = false;  ///< a page that cannot be read, or is in another folder, is no error
 };
 
-/// Finds the pages that were typed.
+/// Finds the pages that were typed: files, or folders with all their pages.
 SelectedPages findTypedPages(ConsoleSystem& system, const std::vector<std::string>& typed, const PageSearch& search);
 
 /// Finds the pages that a list names: a names file, or plain paths relative to the current folder. The list, which is

@@ -3,7 +3,9 @@
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/safety/made_folder.h"
 #include "apps/kivsys/selection/panel_selection.h"
+#include "input/file_names.h"
 #include "platform/console/error_line.h"
+#include "platform/console/printable.h"
 #include "platform/console/stop_signals.h"
 #include "platform/separators.h"
 
@@ -54,17 +56,38 @@ std::vector<std::string> refusalsOf(ConsoleSystem& system, const Selection& sele
   return reasons;
 }
 
+/// The line that says in which order the pages are used.
+std::string reorderingNote(Machine& machine, const SelectedPages& pages) {
+  constexpr std::size_t mostNames = 6;
+  constexpr std::size_t firstNames = 3;
+  const std::size_t count = pages.pages.size();
+  std::string names;
+  for (std::size_t p = 0; p < count; ++p) {
+    if (count <= mostNames || p < firstNames) {
+      names += (p == 0 ? "" : ", ") + withoutPath(machine, pages.pages[p].name);
+    }
+  }
+  if (count > mostNames) {
+    names += " ... " + withoutPath(machine, pages.pages.back().name);
+  }
+  return "kivsys: note: the pages are taken in natural order: " + printable(names) + "; --keep-order keeps theirs\n";
+}
+
 int runGuarded(ConsoleHost& console, const Selection& selection, const SelectionUse& use,
                const std::function<int(const std::string& namesFile)>& run) {
   ConsoleSystem& system = console.system();
-  const PageSearch search{folderOfRun(system, selection), use.skipsBadPages};
+  const PageSearch search{folderOfRun(system, selection), selection.keepOrder, use.skipsBadPages};
   const SelectedPages pages = selection.names.empty() ? findTypedPages(system, selection.pages, search)
                                                       : findListedPages(system, selection.names, search);
   system.bindPages(pages.pages);
+  system.showAs(pages.badPages);
   system.protectFile(pages.listPath);
   system.serveNamesFile(pages.namesFile, pages.names);
   if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {
     return refuse(reasons);
+  }
+  if (pages.isReordered) {
+    console.user().printNotes(reorderingNote(system, pages));
   }
   if (const int status = prepareFolders(console, selection, use, pages); status != exit_status::normal) {
     return status;
@@ -101,6 +124,12 @@ std::string folderOfRun(NativeSystem& system, const Selection& selection) {
 int runOnSelection(ConsoleHost& console, const Selection& selection, const SelectionUse& use,
                    const std::function<int(const std::string& namesFile)>& run) {
   noteStopSignals(SecondSignal::isNoted);
+  if (!selection.likePanel) {
+    console.useConsoleWords();
+  }
+  if (selection.quiet) {
+    console.user().beQuiet();
+  }
   int status = exit_status::critical;
   const auto ended = exitCodeOf(console.user(), [&] {
     status = selection.likePanel ? runLikePanel(console, selection, run) : runGuarded(console, selection, use, run);

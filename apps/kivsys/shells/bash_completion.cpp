@@ -14,6 +14,8 @@ std::string bashKind(ValueKind kind) {
       return "folder";
     case ValueKind::shell:
       return "shell";
+    case ValueKind::command:
+      return "command";
     default:
       return "word";
   }
@@ -80,6 +82,9 @@ _kivsys_offer() {
       compopt -o filenames 2>/dev/null ;;
     shell) mapfile -t COMPREPLY < <(compgen -W ')";
 
+constexpr const char* offerCommands = R"(' -- "$word") ;;
+    command) mapfile -t COMPREPLY < <(compgen -W ')";
+
 constexpr const char* complete = R"(' -- "$word") ;;
   esac
 }
@@ -121,17 +126,14 @@ _kivsys() {
 }  // namespace
 
 std::string bashCompletion(const CommandTable& table) {
-  std::vector<std::string> names;
-  for (const CommandRow& command : table.commands) {
-    names.push_back(command.name);
-  }
+  const std::string names = joined(commandNames(table), " ");
   return "# Completes command lines of kivsys in bash; printed by: kivsys completions bash\n\n"
          "# Set the caller's variables: the options of a command, and the kind of a value or operand.\n"
          "_kivsys_options() {\n  case $1 in\n" +
          optionCases(table) + "    *) options='' ;;\n  esac\n}\n\n_kivsys_value() {\n  case \"$1 $2\" in\n" +
          valueCases(table) + "    *) kind='' ;;\n  esac\n}\n\n_kivsys_operand() {\n  case \"$1 $2\" in\n" +
-         operandCases(table) + "    *) kind='' ;;\n  esac\n}\n" + offer + joined(shells(), " ") + complete +
-         joined(names, " ") +
+         operandCases(table) + "    *) kind='' ;;\n  esac\n}\n" + offer + joined(shells(), " ") + offerCommands +
+         names + complete + names +
          "' -- \"$word\")\n  else\n    _kivsys_operand \"$command\" \"$number\"\n"
          "    _kivsys_offer \"$kind\" \"$word\"\n  fi\n}\n\ncomplete -F _kivsys kivsys\n";
 }

@@ -20,6 +20,8 @@ std::string offered(ValueKind kind) {
       return " -f -a '(__fish_complete_directories (commandline -ct))'";
     case ValueKind::shell:
       return " -f -a " + quoted(joined(shells(), " "));
+    case ValueKind::command:
+      return " -f -a '(__kivsys_commands)'";
     default:
       return " -f";
   }
@@ -61,13 +63,18 @@ function __kivsys_pages
     __fish_complete_path (commandline -ct) | string match -r -i '^.*(?:/|\.mus)(?:\t.*)?$'
 end
 
-complete -c kivsys -f
 )";
+
+/// The function that lists the commands, which those above do not know.
+std::string commandsFunction(const CommandTable& table) {
+  return "function __kivsys_commands\n    string split ' ' " + quoted(joined(commandNames(table), " ")) +
+         "\nend\n\ncomplete -c kivsys -f\n";
+}
 
 }  // namespace
 
 std::string fishCompletion(const CommandTable& table) {
-  std::string text = functions;
+  std::string text = functions + commandsFunction(table);
   for (const OptionRow& option : table.program.options) {
     text += optionLine("__kivsys_runs ''", option);
   }

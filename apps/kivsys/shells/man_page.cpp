@@ -117,23 +117,27 @@ std::string commandText(const CommandRow& command) {
 constexpr const char* statuses = R"(.SH "EXIT STATUS"
 .TP
 .B 0
-normal end
+done
 .TP
 .B 1
-a critical message ended the run; or an output could not be written, a page was bad, or a conversion was found
-incorrect
+a critical end: a message ended the run, a page was skipped (\fBanalyze \-\-keep\-going\fR) or could not be sorted, a
+conversion is not correct (\fBverify\fR, \fBconvert \-\-verify\fR), a folder could not be listed (\fBsurvey\fR), or
+something could not be written
 .TP
 .B 2
-wrong usage
+wrong usage: a command line that cannot be understood, pages or file names that cannot be used, or an input
+that would be overwritten; nothing was written
 .TP
 .B 3
-with \fB\-\-exit\-code\fR of \fBanalyze\fR: the pages need a conversion
+not usable as it stands: the pages need a conversion (\fBanalyze \-\-exit\-code\fR), or there are warnings
+or problems (\fB\-\-strict\fR)
 .TP
 .B 4
-another \fBsurvey\fR uses the file of \fB\-\-resume\fR
+somebody else is at work: another run in a folder that the command writes into, or another survey with the
+file of \fB\-\-resume\fR
 .TP
-.B 130
-a \fBsurvey\fR was interrupted
+.B "128 + n"
+signal n ended the run: 129 after \fBHUP\fR, 130 after Ctrl-C (\fBINT\fR), 143 after \fBTERM\fR
 .SH FILES
 .TP
 .I KivSystem1.TXT

@@ -32,7 +32,7 @@ constexpr const char* complete = R"(    function Result($name, $kind, $help) {
     if ($wordToComplete -like '-*') {
         $options[$command] | Where-Object { $_[0].StartsWith($wordToComplete) } |
             ForEach-Object { Result $_[0] 'ParameterName' $_[1] }
-    } elseif ($command -eq '') {
+    } elseif ($command -eq '' -or $command -eq 'help') {
         $commands.Keys | Where-Object { $_.StartsWith($wordToComplete) } |
             ForEach-Object { Result $_ 'ParameterValue' $commands[$_] }
     } elseif ($command -eq 'completions') {

@@ -16,6 +16,7 @@ std::string plain(const std::string& text) {
   return escaped(text, "\\:[]", "\\?");
 }
 
+/// The commands are those of the script's own list.
 std::string action(ValueKind kind) {
   switch (kind) {
     case ValueKind::page:
@@ -26,6 +27,8 @@ std::string action(ValueKind kind) {
       return "_files -/";
     case ValueKind::shell:
       return "(" + joined(shells(), " ") + ")";
+    case ValueKind::command:
+      return "(${commands%%:*})";
     default:
       return " ";
   }
@@ -36,9 +39,10 @@ std::string optionLines(const CommandRow& command, const std::string& indent) {
   for (const OptionRow& option : command.options) {
     for (const std::string& name : option.names) {
       const bool valued = option.kind != ValueKind::none;
+      const std::string valueMark = !valued ? "" : name.starts_with("--") ? "=" : "+";
       text += " \\\n" + indent +
-              quoted((name == "--help" || name == "-h" ? "(- *)" : "") + name + (valued ? "=" : "") + "[" +
-                     plain(option.help) + "]" + (valued ? ":" + plain(option.value) + ":" + action(option.kind) : ""));
+              quoted((name == "--help" || name == "-h" ? "(- *)" : "") + name + valueMark + "[" + plain(option.help) +
+                     "]" + (valued ? ":" + plain(option.value) + ":" + action(option.kind) : ""));
     }
   }
   return text;

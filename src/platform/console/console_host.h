@@ -22,6 +22,11 @@ class ConsoleHost {
   FolderLocks& locks() { return locks_; }
   Host host() { return {system_, user_, system_, system_}; }
 
+  /// From now on, messages are printed in the console's own words.
+  void useConsoleWords() {
+    user_.useConsoleWords([this](const std::string& name) { return system_.shownName(name); });
+  }
+
   /// The messages in the order in which they were shown.
   const std::vector<ShownMessage>& messages() const { return user_.messages(); }
   const std::vector<std::string>& replacedFiles() const { return system_.replacedFiles(); }

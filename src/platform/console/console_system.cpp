@@ -1,6 +1,8 @@
 #include "platform/console/console_system.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "messages/run_time_errors.h"
@@ -117,6 +119,33 @@ std::string ConsoleSystem::outputPath(const std::string& name) {
 
 std::string ConsoleSystem::diskName(const std::string& name) {
   return NativeSystem::diskName(bound(name));
+}
+
+std::string ConsoleSystem::startFolder() {
+  std::error_code failure;
+  const std::filesystem::path folder = std::filesystem::current_path(failure);
+  return failure ? "" : (folder / "").string();
+}
+
+void ConsoleSystem::showAs(const std::vector<FoundFile>& files) {
+  for (const FoundFile& file : files) {
+    shownAs_[upperCase(file.name)] = file.path;
+  }
+}
+
+std::string ConsoleSystem::shownName(const std::string& name) {
+  if (const auto typed = shownAs_.find(upperCase(name)); typed != shownAs_.end()) {
+    return typed->second;
+  }
+  constexpr bool isWindows = std::filesystem::path::preferred_separator == '\\';
+  std::string path = outputPath(name);
+  const std::string start = path.substr(0, startFolder_.size());
+  const bool isInside = isWindows ? upperCase(start) == upperCase(startFolder_) : start == startFolder_;
+  if (startFolder_.empty() || !isInside || path.size() == start.size()) {
+    return path;
+  }
+  const std::string rest = path.substr(start.size());
+  return rest.starts_with('-') ? "./" + rest : rest;
 }
 
 }  // namespace kiv

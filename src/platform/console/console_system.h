@@ -46,6 +46,11 @@ class ConsoleSystem : public GuardedSystem {
 
   /// The name under which the disk has a file that the core names, or would get it.
   std::string diskName(const std::string& name);
+  /// From now on, users know these files by these paths, which need not be there.
+  void showAs(const std::vector<FoundFile>& files);
+  /// The name by which users know a file that the core names: its path on the disk, from the folder that the program
+  /// was started in if it is in there.
+  std::string shownName(const std::string& name);
   /// The path of a file that is to be written under a name of the core.
   std::string outputPath(const std::string& name);
   /// The pages that were bound, in order, their names in upper case.
@@ -56,16 +61,19 @@ class ConsoleSystem : public GuardedSystem {
   const std::vector<FoundFile>& writtenFiles() const { return writtenFiles_; }
 
  private:
+  static std::string startFolder();
   std::string bound(const std::string& name);
   bool mayWrite(const std::string& path);
   std::string inBoundFolder(const std::string& name);
 
+  const std::string startFolder_ = startFolder();
   std::string namesFile_;
   std::shared_ptr<const std::string> names_;  // null when none is served
   std::vector<FoundFile> pages_;
-  std::map<std::string, std::string> paths_;  // of the disk, by name in upper case
-  std::string boundFolder_;                   // in upper case, with its backslash; "" for none
-  std::string pageFolder_;                    // the real one
+  std::map<std::string, std::string> paths_;    // of the disk, by name in upper case
+  std::map<std::string, std::string> shownAs_;  // by name in upper case
+  std::string boundFolder_;                     // in upper case, with its backslash; "" for none
+  std::string pageFolder_;                      // the real one
   WriteGuard guard_;
   PageStamps stamps_;
   std::vector<std::string> replacedFiles_;

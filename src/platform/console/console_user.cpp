@@ -74,9 +74,17 @@ std::optional<Answer> answerIn(std::string line) {
 
 }  // namespace
 
+bool ConsoleUser::isPrinted(const Message& message) const {
+  return !quiet_ || message.icon == Icon::critical || message.buttons == Buttons::yesNo;
+}
+
 Answer ConsoleUser::show(const Message& message) {
   clearProgress();
-  NativeSystem::writeError(std::string(severityOf(message.icon)) + asLines(withNamesEscaped(message)) + "\n");
+  if (isPrinted(message)) {
+    NativeSystem::writeError(nameOf_
+                                 ? consoleLines(message, nameOf_)
+                                 : std::string(severityOf(message.icon)) + asLines(withNamesEscaped(message)) + "\n");
+  }
   const Answer answer = message.buttons == Buttons::yesNo ? ask() : Answer::ok;
   messages_.push_back({message, answer});
   return answer;
@@ -102,8 +110,15 @@ Answer ConsoleUser::ask() const {
   }
 }
 
+void ConsoleUser::printNotes(std::string_view lines) {
+  if (!quiet_ && !lines.empty()) {
+    clearProgress();
+    NativeSystem::writeError(std::string(lines));
+  }
+}
+
 bool ConsoleUser::showText(const std::string& name) {
-  if (terminal_) {
+  if (terminal_ && !quiet_) {
     clearProgress();
     NativeSystem::writeError(printableLines(readWhole(files_, name, longestShown).value_or("")));
   }
@@ -111,7 +126,7 @@ bool ConsoleUser::showText(const std::string& name) {
 }
 
 void ConsoleUser::showProgress(int done, int all, std::string_view plural) {
-  if (!terminal_) {
+  if (!terminal_ || quiet_) {
     return;
   }
   clearProgress();

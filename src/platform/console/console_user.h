@@ -2,8 +2,10 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "platform/console/message_words.h"
 #include "platform/console/native_system.h"
 #include "platform/user.h"
 
@@ -24,6 +26,16 @@ class ConsoleUser : public User {
   /// Text files are read through the files, which must outlive this object.
   explicit ConsoleUser(Files& files) : files_(files), terminal_(NativeSystem::errorIsTerminal()) {}
 
+  /// From now on, messages are printed in the console's own words, with the names that users know files by. The
+  /// messages that are kept stay as they are.
+  void useConsoleWords(FileNamer nameOf) { nameOf_ = std::move(nameOf); }
+  /// The name by which the user knows a file that the core names.
+  std::string nameOf(const std::string& coreName) const { return nameOf_ ? nameOf_(coreName) : coreName; }
+  /// From now on only critical messages and questions are printed, and no progress; all messages are kept.
+  void beQuiet() { quiet_ = true; }
+  /// Prints lines on standard error that are no message, unless the user wants none.
+  void printNotes(std::string_view lines);
+
   Answer show(const Message& message) override;
   bool showText(const std::string& name) override;
   void setPointer(Pointer /*pointer*/) override {}
@@ -36,9 +48,12 @@ class ConsoleUser : public User {
  private:
   Answer ask() const;
   void clearProgress();
+  bool isPrinted(const Message& message) const;
 
   Files& files_;
+  FileNamer nameOf_;  // none: messages are printed as they are
   bool terminal_;
+  bool quiet_ = false;
   bool progressShown_ = false;
   std::vector<ShownMessage> messages_;
 };

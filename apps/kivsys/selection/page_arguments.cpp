@@ -1,0 +1,128 @@
+#include "apps/kivsys/selection/page_arguments.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+#include "apps/kivsys/selection/natural_order.h"
+#include "platform/native_file.h"
+#include "platform/separators.h"
+#include "survey/survey.h"
+
+namespace kiv {
+namespace {
+
+using Pages = std::vector<std::string>;
+
+constexpr char preferredSeparator = static_cast<char>(std::filesystem::path::preferred_separator);
+
+bool isPattern(const std::string& typed) {
+  return typed.find_first_of("*?") != std::string::npos;
+}
+
+bool endsWithSeparator(Machine& machine, const std::string& path) {
+  return path.ends_with('/') || endsWithBackslash(machine, path);
+}
+
+/// The folder without the separators at its end, which make no difference.
+std::string withoutSeparators(Machine& machine, std::string folder) {
+  while (folder.size() > 1 && endsWithSeparator(machine, folder) && !folder.ends_with(":\\")) {
+    folder.pop_back();
+  }
+  return folder;
+}
+
+std::string namesOf(const std::vector<Piece>& groups) {
+  constexpr std::size_t mostNames = 20;
+  std::string names;
+  for (std::size_t g = 0; g < groups.size() && g < mostNames; ++g) {
+    names += (g == 0 ? "" : ", ") + (groups[g].prefix.empty() ? groups[g].files.front() : groups[g].prefix);
+  }
+  return groups.size() > mostNames ? names + " and " + std::to_string(groups.size() - mostNames) + " more" : names;
+}
+
+/// The pattern that matches the pages of the first group of several pages; else the first page.
+std::string patternOf(const std::vector<Piece>& groups) {
+  const auto group = std::find_if(groups.begin(), groups.end(),
+                                  [](const Piece& piece) { return piece.files.size() > 1 && !piece.prefix.empty(); });
+  if (group == groups.end()) {
+    return groups.front().files.front();
+  }
+  const std::string& first = group->files.front();
+  return first.substr(0, group->prefix.size()) + "*" + first.substr(first.rfind('.'));
+}
+
+/// The groups of pages in a folder, which the core names.
+std::vector<Piece> groupsIn(ConsoleSystem& system, const std::string& folder) {
+  const std::string start = folder + (endsWithBackslash(system, folder) ? "" : "\\");
+  Pages files;
+  for (const FolderEntry& entry : system.listFolder(start)) {
+    if (kindOf(system.diskName(start + entry.name)) == PathKind::file) {
+      files.push_back(entry.name);
+    }
+  }
+  return piecesOf(system, files);
+}
+
+std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std::string& typed) {
+  const std::string folder = system.fullName(withoutSeparators(system, typed));
+  if (const auto failure = listFailure(system.diskName(folder))) {
+    return "cannot list the folder " + typed + ": " + *failure;
+  }
+  std::vector<Piece> groups = groupsIn(system, folder);
+  if (groups.empty() && system.upperCase(typed).ends_with(".MUS")) {
+    return Pages{typed};  // a page that cannot be read
+  }
+  if (groups.empty()) {
+    return "no pages in the folder " + typed;
+  }
+  const std::string start = typed + (endsWithSeparator(system, typed) ? "" : std::string(1, preferredSeparator));
+  if (groups.size() > 1) {
+    return typed + " has pages of several groups, name those of one (as in " + start + patternOf(groups) +
+           "): " + namesOf(groups);
+  }
+  Pages pages = std::move(groups.front().files);
+  std::sort(pages.begin(), pages.end(), [&](const std::string& a, const std::string& b) {
+    return comesBefore(system.upperCase(a), system.upperCase(b));
+  });
+  for (std::string& page : pages) {
+    page.insert(0, start);
+  }
+  return pages;
+}
+
+}  // namespace
+
+std::variant<Pages, std::string> pagesMeantBy(ConsoleSystem& system, const std::string& argument) {
+  if (argument == "-") {
+    return "pages are read from files, and their list from standard input with --names -";
+  }
+  Pages pages;
+  for (const std::string& typed : NativeSystem::filesMatching(argument)) {
+    const std::string path = system.diskName(system.fullName(withoutSeparators(system, typed)));
+    if (kindOf(path) == PathKind::folder) {
+      auto found = pagesOfFolder(system, typed);
+      if (const auto* inside = std::get_if<Pages>(&found)) {
+        pages.insert(pages.end(), inside->begin(), inside->end());
+        continue;
+      }
+      return found;
+    }
+    if (isPattern(typed) && kindOf(path) == PathKind::missing) {
+      return whyUnreadable(typed, path).value_or(typed);
+    }
+    pages.push_back(typed);
+  }
+  return pages;
+}
+
+std::optional<std::string> whyUnreadable(const std::string& typed, const std::string& path) {
+  const auto failure = readFailure(path);
+  if (!failure) {
+    return std::nullopt;
+  }
+  const bool isUnmatched = isPattern(typed) && kindOf(path) == PathKind::missing;
+  return (isUnmatched ? "no page matches " : "cannot read ") + typed + ": " + *failure;
+}
+
+}  // namespace kiv

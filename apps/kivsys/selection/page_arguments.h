@@ -1,0 +1,20 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "platform/console/console_system.h"
+
+namespace kiv {
+
+/// The page files that an argument means, as they are typed: itself, all pages of a folder, or, where the shell leaves
+/// that to the program, those that match a pattern. A text says why it means none.
+std::variant<std::vector<std::string>, std::string> pagesMeantBy(ConsoleSystem& system, const std::string& argument);
+
+/// Why the file that was typed, with this path on the disk, cannot be read; nullopt when it can be. A pattern that
+/// matched nothing is called so.
+std::optional<std::string> whyUnreadable(const std::string& typed, const std::string& path);
+
+}  // namespace kiv

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+#include "messages/console_words.h"
+
+namespace kiv {
+
+/// A message as users of the console read it: "kivsys: FILE: item 3: text", without the words that make sense in a box
+/// only, and what to do next on a second line, if that is known. Ends with a line end; "" when there is nothing to say.
+std::string consoleLines(const Message& message, const FileNamer& nameOf);
+
+/// The word as a shell takes it; "" when it cannot be shown on one line.
+std::string shellWord(const std::string& word);
+
+}  // namespace kiv
