@@ -40,21 +40,21 @@ class Usage : public ConsoleConvert {
 };
 
 TEST_F(Usage, AMisspelledCommandGetsASuggestion) {
-  const std::string hint = "Did you mean 'analyze'? 'kivsys --help' lists the commands.\n";
-  expectWrong({"analyse"}, "kivsys: unknown command: analyse\n" + hint);
-  expectWrong({"anaylze", "--json", "x1.mus"}, "kivsys: unknown command: anaylze\n" + hint);
-  expectWrong({"help", "analyse"}, "kivsys: unknown command: analyse\n" + hint);
-  expectWrong({"Analyze"}, "kivsys: unknown command: Analyze\n" + hint);
+  const std::string hint = "; did you mean 'analyze'?\n'kivsys --help' lists the commands.\n";
+  expectWrong({"analyse"}, "kivsys: unknown command: analyse" + hint);
+  expectWrong({"anaylze", "--json", "x1.mus"}, "kivsys: unknown command: anaylze" + hint);
+  expectWrong({"help", "analyse"}, "kivsys: unknown command: analyse" + hint);
+  expectWrong({"Analyze"}, "kivsys: unknown command: Analyze" + hint);
 }
 
 TEST_F(Usage, AMisspelledOptionGetsASuggestion) {
   const std::string hint = "'kivsys analyze --help' lists the options.\n";
   expectWrong({"analyze", "--jsno", "x1.mus"},
-              "kivsys: analyze: unknown option: --jsno\nDid you mean '--json'? " + hint);
+              "kivsys: analyze: unknown option: --jsno; did you mean '--json'?\n" + hint);
   expectWrong({"analyze", "x1.mus", "--folders=out"},
-              "kivsys: analyze: unknown option: --folders\nDid you mean '--folder'? " + hint);
+              "kivsys: analyze: unknown option: --folders; did you mean '--folder'?\n" + hint);
   expectWrong({"--versoin"},
-              "kivsys: unknown option: --versoin\nDid you mean '--version'? 'kivsys --help' lists the options.\n");
+              "kivsys: unknown option: --versoin; did you mean '--version'?\n'kivsys --help' lists the options.\n");
 }
 
 TEST_F(Usage, WhatIsLikeNothingGetsNoSuggestion) {
@@ -65,7 +65,7 @@ TEST_F(Usage, WhatIsLikeNothingGetsNoSuggestion) {
 
 TEST_F(Usage, AValueIsNeverTakenForAnOption) {
   expectWrong({"analyze", "--folder", "--jsno", "--jsonn", "x1.mus"},
-              "kivsys: analyze: unknown option: --jsonn\nDid you mean '--json'? 'kivsys analyze --help' lists the "
+              "kivsys: analyze: unknown option: --jsonn; did you mean '--json'?\n'kivsys analyze --help' lists the "
               "options.\n");
 }
 

@@ -176,7 +176,7 @@ TEST_F(Kivsys, ErrorsNameThePageAndWhatToDo) {
   EXPECT_EQ(unmatched.status, 2);
   EXPECT_TRUE(unmatched.error.starts_with("kivsys: no page matches Z*.MUS: ")) << unmatched.error;
   EXPECT_EQ(kivsys("analyse X1.MUS").error,
-            "kivsys: unknown command: analyse\r\nDid you mean 'analyze'? 'kivsys --help' lists the commands.\r\n");
+            "kivsys: unknown command: analyse; did you mean 'analyze'?\r\n'kivsys --help' lists the commands.\r\n");
 }
 
 TEST_F(Kivsys, BuildMakesThePageThatDumpShowed) {

@@ -39,10 +39,12 @@ std::string optionLines(const CommandRow& command, const std::string& indent) {
   for (const OptionRow& option : command.options) {
     for (const std::string& name : option.names) {
       const bool valued = option.kind != ValueKind::none;
-      const std::string valueMark = !valued ? "" : name.starts_with("--") ? "=" : "+";
-      text += " \\\n" + indent +
-              quoted((name == "--help" || name == "-h" ? "(- *)" : "") + name + valueMark + "[" + plain(option.help) +
-                     "]" + (valued ? ":" + plain(option.value) + ":" + action(option.kind) : ""));
+      std::string line = name == "--help" || name == "-h" ? "(- *)" : "";
+      line += name;
+      line += !valued ? "" : name.starts_with("--") ? "=" : "+";
+      line += "[" + plain(option.help) + "]";
+      line += valued ? ":" + plain(option.value) + ":" + action(option.kind) : "";
+      text += " \\\n" + indent + quoted(line);
     }
   }
   return text;

@@ -20,7 +20,7 @@ std::string tryHelp(const CommandRow& command) {
 }
 
 std::string didYouMean(const std::optional<std::string>& nearest) {
-  return nearest ? "Did you mean '" + *nearest + "'? " : "";
+  return nearest ? "; did you mean '" + *nearest + "'?" : "";
 }
 
 /// The reason, after the command that it is about.
@@ -47,9 +47,8 @@ UsageError unknownOption(const CommandRow& command, const std::string& typed) {
   }
   const std::string letters = typed.substr(std::min(typed.find_first_not_of('-'), typed.size()));
   const auto nearest = letters.size() > 1 ? nearestWord(letters, names) : std::nullopt;
-  return {
-      inCommand(command, "unknown option: " + typed),
-      didYouMean(nearest ? std::optional("--" + *nearest) : std::nullopt) + helpOf(command) + " lists the options."};
+  const auto meant = nearest ? std::optional("--" + *nearest) : std::nullopt;
+  return {inCommand(command, "unknown option: " + typed + didYouMean(meant)), helpOf(command) + " lists the options."};
 }
 
 /// Reads the words of one command, up to the first one that is wrong.
@@ -148,8 +147,8 @@ class CommandWords {
 }  // namespace
 
 UsageError unknownCommand(const CommandTable& table, const std::string& typed) {
-  return {"unknown command: " + typed,
-          didYouMean(nearestWord(typed, commandNames(table))) + helpOf(table.program) + " lists the commands."};
+  return {"unknown command: " + typed + didYouMean(nearestWord(typed, commandNames(table))),
+          helpOf(table.program) + " lists the commands."};
 }
 
 UsageError usageErrorOf(const CommandTable& table, const std::vector<std::string>& words,
