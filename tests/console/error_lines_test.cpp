@@ -10,7 +10,7 @@ namespace kiv::test {
 namespace {
 
 const std::string damaged = "staff 1 at 0 instrument 102\nwords 99\n";
-const std::string next = "\nNext: kivsys dump ";
+const std::string next = "\nNext: kivsys recover ";
 
 /// What users read of a run that has something to say.
 class ErrorLines : public ConsoleConvert {

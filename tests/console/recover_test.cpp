@@ -151,7 +151,7 @@ TEST_F(ConsoleRecover, JsonFollowsTheSchema) {
     place.write("EMPTY.MUS", "");
     place.write("Y001.MUS", page(notes(1, 3)));
     const Json object = Json::parse(place.kivsys({"recover", file, "--json", "--force"}).out);
-    EXPECT_EQ(schemaErrors(object, "recovery"), std::vector<std::string>()) << object;
+    EXPECT_EQ(schemaErrors(object, "recover"), std::vector<std::string>()) << object;
   }
   const Json object = Json::parse(place.kivsys({"recover", "X001.MUS", "--json", "--force"}).out);
   EXPECT_EQ(object["items"], 9);

@@ -171,7 +171,7 @@ TEST_F(Kivsys, ErrorsNameThePageAndWhatToDo) {
   writeFile("SUB DIR\\X1.MUS", page("words 99\n"));
   EXPECT_EQ(kivsys("analyze \"SUB DIR\"").error,
             "kivsys: SUB DIR\\X1.MUS: item 1: Structural error in MUS file\r\n"
-            "Next: kivsys dump \"SUB DIR\\X1.MUS\"\r\n");
+            "Next: kivsys recover \"SUB DIR\\X1.MUS\"\r\n");
   const Ended unmatched = kivsys("analyze Z*.MUS");
   EXPECT_EQ(unmatched.status, 2);
   EXPECT_TRUE(unmatched.error.starts_with("kivsys: no page matches Z*.MUS: ")) << unmatched.error;

@@ -120,12 +120,12 @@ constexpr const char* statuses = R"(.SH "EXIT STATUS"
 done
 .TP
 .B 1
-a critical end: a message ended the run, a page was skipped (\fBanalyze \-\-keep\-going\fR) or could not be sorted, a
+a critical end: a message ended the run, a page was skipped (\fB\-\-keep\-going\fR) or could not be sorted, a
 conversion is not correct (\fBverify\fR, \fBconvert \-\-verify\fR), a folder could not be listed (\fBsurvey\fR), or
-something could not be written
+something could not be read or written
 .TP
 .B 2
-wrong usage: a command line that cannot be understood, pages or file names that cannot be used, or an input
+wrong usage: a command line that cannot be understood, pages, file names or corrections that cannot be used, or an input
 that would be overwritten; nothing was written
 .TP
 .B 3

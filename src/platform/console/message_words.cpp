@@ -17,7 +17,7 @@ std::string nextLine(const Message& message, const std::string& file) {
     return "";
   }
   if (message.code == code::structureError || message.code == code::tooManyItems) {
-    return "Next: kivsys dump " + word + "\n";
+    return "Next: kivsys recover " + word + "\n";
   }
   if (message.code == code::systemBarline) {
     return "Next: kivsys draw " + word + " --out " + shellWord(file.substr(0, file.rfind('.')) + ".svg") + "\n";
