@@ -1,5 +1,8 @@
+#include <chrono>
 #include <csignal>
 #include <memory>
+#include <regex>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -82,6 +85,24 @@ TEST_F(Signals, ResultsAreWholeOrNotThereAndNothingElseStays) {
       }
     }
   }
+}
+
+TEST_F(Signals, TheLastLineSaysHowFarTheRunHasCome) {
+  Names command = {"convert", "--force"};
+  for (int i = 1; i <= 200; ++i) {
+    command.push_back("x" + std::to_string(i) + ".mus");
+    addPage(command.back(), bass);
+  }
+  const std::regex expected("kivsys: ended by SIGINT after [0-9]+ of 200 systems; written: ");
+  bool isSaid = false;
+  for (int attempt = 1; attempt <= 40 && !isSaid; ++attempt) {  // a signal may come before the work, or after it
+    RunningProgram run(place.path(), command);
+    std::this_thread::sleep_for(std::chrono::milliseconds(5 * attempt));
+    run.signal(SIGINT);
+    run.end();
+    isSaid = std::regex_search(run.error(), expected);
+  }
+  EXPECT_TRUE(isSaid);
 }
 
 TEST_F(Signals, ABrokenPipeLeavesNoNamesFile) {

@@ -199,6 +199,9 @@ int runSurvey(const SurveyOptions& options) {
     }
   }
   ConsoleHost console;
+  if (options.format == SurveyFormat::json) {
+    console.user().hideProgress();
+  }
   SurveyState state;
   if (!options.resume.empty()) {
     if (options.resume == standardOutput) {
