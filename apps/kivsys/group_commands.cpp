@@ -111,7 +111,10 @@ void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
 void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
   CLI::App* verify = app.add_subcommand("verify", "Check that a conversion has lost and changed nothing");
   addSelection(*verify, options.selection, "Folder of report and verdict");
-  verify->add_option("--result", options.result, "First result file of the conversion")->required()->type_name("FILE");
+  verify
+      ->add_option("--result", options.result,
+                   "First result file of the conversion (default: WORK0001.MUS beside the first page)")
+      ->type_name("FILE");
   verify
       ->add_option("--manifest", options.manifest,
                    "Write the SHA-256 of all files to FILE, for sha256sum -c; - is standard output")

@@ -32,8 +32,8 @@ struct InputPage {
 
 class Verifier {
  public:
-  Verifier(Files& files, Machine& machine, const ConversionToProve& conversion)
-      : files_(files), machine_(machine), conversion_(conversion) {}
+  Verifier(Files& files, Machine& machine, const ConversionToProve& conversion, const Progress& progress)
+      : files_(files), machine_(machine), conversion_(conversion), progress_(progress) {}
 
   Verification run(const std::string& namesFile);
 
@@ -56,6 +56,7 @@ class Verifier {
   Files& files_;
   Machine& machine_;
   const ConversionToProve& conversion_;
+  const Progress& progress_;
   Verification verification_;
   DerivedAnalysis derived_;
   Records records_;
@@ -86,12 +87,15 @@ std::optional<std::string> Verifier::readText(const std::string& name, std::size
 
 LoadedPages Verifier::loadInputs(const std::vector<std::string>& names) {
   LoadedPages pages;
-  for (const std::string& name : std::set<std::string>(names.begin(), names.end())) {
+  const std::set<std::string> distinct(names.begin(), names.end());
+  for (const std::string& name : distinct) {
+    progress_(pages.size(), distinct.size(), "pages read");
     const LoadedPage& page = pages.emplace(name, loadPage(files_, name)).first->second;
     if (!page.bytes.empty()) {
       digest(name, page.bytes);
     }
   }
+  progress_(pages.size(), distinct.size(), "pages read");
   verification_.counts.inputs = pages.size();
   return pages;
 }
@@ -172,12 +176,14 @@ bool Verifier::readResults() {
   }
   resultNames_ = *names;
   for (const std::string& name : resultNames_) {
+    progress_(results_.size(), resultNames_.size(), "results read");
     ResultPage result{name, {}, loadPage(files_, name)};
     if (!result.found.bytes.empty()) {
       digest(name, result.found.bytes);
     }
     results_.push_back(std::move(result));
   }
+  progress_(results_.size(), resultNames_.size(), "results read");
   verification_.counts.results = results_.size();
   return true;
 }
@@ -202,7 +208,9 @@ bool Verifier::numbersAreShown() {
 void Verifier::deriveExpected() {
   GroupKnowledge group{KnownInstruments(records_.staves), {}};
   const bool showNumbers = numbersAreShown();
+  const std::size_t all = results_.size();
   for (std::size_t i = 0; i < results_.size(); ++i) {
+    progress_(i, all, "results checked");
     SystemModel model(group, firstClefs_);
     for (const Record& record : systems_[i]) {
       model.addStaff(record, inputs_[record.file].staves[record.staff]);
@@ -215,6 +223,7 @@ void Verifier::deriveExpected() {
     }
     results_[i].expected = model.page();
   }
+  progress_(all, all, "results checked");
   Counts& counts = verification_.counts;
   for (const ResultPage& result : results_) {
     counts.barlines += result.expected.barlines;
@@ -281,8 +290,9 @@ Verification Verifier::run(const std::string& namesFile) {
 
 }  // namespace
 
-Verification verify(Files& files, Machine& machine, const std::string& namesFile, const ConversionToProve& conversion) {
-  return Verifier(files, machine, conversion).run(namesFile);
+Verification verify(Files& files, Machine& machine, const std::string& namesFile, const ConversionToProve& conversion,
+                    const Progress& progress) {
+  return Verifier(files, machine, conversion, progress).run(namesFile);
 }
 
 }  // namespace kiv::proof

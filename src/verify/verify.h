@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/files.h"
@@ -35,8 +38,13 @@ struct Verification {
   bool proved() const { return findings.empty(); }
 };
 
+/// Shows how far a verification has come: done of all, counted in what the plural names.
+using Progress = std::function<void(std::size_t done, std::size_t all, std::string_view plural)>;
+
 /// Reads the pages of a names file, report, verdict and results, and compares them with what follows from the rules of
 /// an analysis and a conversion. Nothing is written, and no message is shown.
-Verification verify(Files& files, Machine& machine, const std::string& namesFile, const ConversionToProve& conversion);
+Verification verify(
+    Files& files, Machine& machine, const std::string& namesFile, const ConversionToProve& conversion,
+    const Progress& progress = [](std::size_t, std::size_t, std::string_view) {});
 
 }  // namespace kiv::proof

@@ -1,5 +1,8 @@
+#include <chrono>
 #include <csignal>
 #include <memory>
+#include <regex>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -102,6 +105,24 @@ TEST_F(Signals, ARunThatWaitsForTheReaderOfAPipeEnds) {
   ASSERT_TRUE(run.waits());
   run.signal(SIGINT);
   EXPECT_EQ(run.end(), 128 + SIGINT) << run.error();
+}
+
+TEST_F(Signals, TheLastLineSaysHowFarTheRunHasCome) {
+  Names command = {"convert", "--force"};
+  for (int i = 1; i <= 400; ++i) {
+    command.push_back("x" + std::to_string(i) + ".mus");
+    addPage(command.back(), bass);
+  }
+  RunningProgram run(place.path(), command);
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+  while (!fs::exists(place.path() / "WORK0002.MUS") && std::chrono::steady_clock::now() < deadline) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  run.signal(SIGINT);
+  EXPECT_EQ(run.end(), 128 + SIGINT);
+  EXPECT_TRUE(
+      std::regex_search(run.error(), std::regex("kivsys: ended by SIGINT after [1-9][0-9]* of 400 systems; written: ")))
+      << run.error();
 }
 
 TEST_F(Signals, ABrokenPipeLeavesNoNamesFile) {

@@ -95,7 +95,7 @@ TEST_F(Usage, EveryErrorIsOneLineAndAHint) {
                                     {"convert", "--dry-run", "--verify", "x1.mus"},
                                     {"survey", "--jobs", "many", "."},
                                     {"survey", "--jobs", "0", "."},
-                                    {"verify", "x1.mus"},
+                                    {"verify"},
                                     {"completions", "csh"},
                                     {"two\nlines"},
                                     {"analyze", "--two\nlines"}};
@@ -148,8 +148,7 @@ TEST_F(Usage, HelpNamesTheObjectOfEveryOption) {
   EXPECT_NE(help({"survey", "--help"}).find("\n  -j, --jobs N  "), std::string::npos);
   EXPECT_NE(help({"survey", "--help"}).find("\nUsage: kivsys survey [OPTION]... FOLDER...\n"), std::string::npos);
   EXPECT_NE(help({"draw", "--help"}).find("\n  -o, --out, --output FILE.svg"), std::string::npos);
-  EXPECT_NE(help({"verify", "--help"}).find("\nUsage: kivsys verify [OPTION]... --result FILE [PAGE...]\n"),
-            std::string::npos);
+  EXPECT_NE(help({"verify", "--help"}).find("\nUsage: kivsys verify [OPTION]... [PAGE...]\n"), std::string::npos);
 }
 
 TEST_F(Usage, VersionHasAShortForm) {

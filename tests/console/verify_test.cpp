@@ -139,7 +139,6 @@ TEST_F(VerifyCommand, ANamesFileServesToo) {
 }
 
 TEST_F(VerifyCommand, WrongUsageIsRefused) {
-  EXPECT_EQ(place.kivsys({"verify", "SYMPH001.MUS"}).status, 2);
   EXPECT_EQ(place.kivsys({"verify", "--result", "results/WORK0001.MUS"}).status, 2);
   EXPECT_EQ(onAllPages("verify", {"--folder", "nowhere"}).status, 2);
 }
@@ -174,6 +173,23 @@ TEST_F(VerifyCommand, WhatNeedsNoConversionHasNothingToProve) {
   const Ended ended = place.kivsys({"convert", "SYMPH001.MUS", "--verify", "--json"});
   EXPECT_EQ(ended.status, 0);
   EXPECT_TRUE(nlohmann::json::parse(ended.out).at("verified").is_null()) << ended.out;
+}
+
+TEST_F(VerifyCommand, TheFirstResultIsByDefaultWhereAConversionPutsIt) {
+  std::filesystem::create_directory(place.path() / "Mixed");
+  std::vector<std::string> convert = {"convert"};
+  for (const std::string& page : pages) {
+    std::filesystem::copy_file(place.path() / page, place.path() / "Mixed" / page);
+    convert.push_back("Mixed/" + page);
+  }
+  EXPECT_EQ(place.kivsys(convert).status, 0);
+  std::vector<std::string> verify = convert;
+  verify.front() = "verify";
+  const Ended ended = place.kivsys(verify);
+  EXPECT_EQ(ended.status, 0) << ended.out;
+  EXPECT_TRUE(ended.out.starts_with("PROVED=YES\nInputs: 6\nResults: 7\n")) << ended.out;
+  changeByte("Mixed/WORK0004.MUS", 248);
+  EXPECT_EQ(place.kivsys(verify).status, 1);
 }
 
 }  // namespace

@@ -1,7 +1,10 @@
+#include <chrono>
 #include <cstdio>
 #include <iostream>
 #include <stdexcept>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -91,7 +94,7 @@ class Terminal {
 };
 
 const std::string question = "exclamation: Go on?\n";
-const std::string prompt = "  [y/N] ";
+const std::string prompt = "  [y/N/a/q] ";
 
 Answer goOn(ConsoleUser& user) {
   return user.show(message(Icon::exclamation, "Go on?", Buttons::yesNo));
@@ -132,6 +135,23 @@ TEST(ConsoleQuestion, NoIsTypedTheSameWay) {
     const Asked asked = askedOnATerminal(typed + "\ny\n");
     EXPECT_EQ(asked.answer, Answer::no) << "[" << typed << "]";
     EXPECT_EQ(asked.shown, question + prompt) << "[" << typed << "]";
+  }
+}
+
+TEST(ConsoleQuestion, OneAnswerCanStandForAll) {
+  for (const auto& [typed, answer] :
+       {std::pair(std::string("a"), Answer::yes), std::pair(std::string("ALL"), Answer::yes),
+        std::pair(std::string("q"), Answer::no), std::pair(std::string("Quit"), Answer::no)}) {
+    const Terminal terminal(typed + "\n");
+    {
+      const StandardInputFrom keyboard(terminal.line());
+      const StandardErrorTo screen(terminal.line());
+      ConsoleHost host;
+      EXPECT_EQ(goOn(host.user()), answer) << typed;
+      EXPECT_EQ(goOn(host.user()), answer) << typed;
+      EXPECT_EQ(host.messages().size(), 2U);
+    }
+    EXPECT_EQ(terminal.shown(), question + prompt + question) << typed << " is asked for once";
   }
 }
 
@@ -205,10 +225,12 @@ TEST(ConsoleQuestion, ProgressIsClearedBeforeAQuestion) {
     const StandardErrorTo screen(terminal.line());
     ConsoleHost host;
     ConsoleUser& user = host.user();
+    user.showProgress(0, 10, "systems");
+    std::this_thread::sleep_for(std::chrono::milliseconds(550));
     user.showProgress(3, 10, "systems");
     EXPECT_EQ(goOn(user), Answer::yes);
   }
-  EXPECT_EQ(terminal.shown(), "3 of 10 systems\r\x1B[K" + question + prompt);
+  EXPECT_TRUE(terminal.shown().ends_with(" left\r\x1B[K" + question + prompt));
 }
 
 TEST(ConsoleQuestion, WithoutATerminalToShowItTheAnswerIsNo) {

@@ -1,4 +1,6 @@
+#include <chrono>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -68,26 +70,55 @@ TEST(ConsoleUser, WithoutATerminalProgressAndTextsAreNotShown) {
             "");
 }
 
-TEST(ConsoleUser, ATerminalShowsProgress) {
-  EXPECT_EQ(onATerminal([](ConsoleUser& user) { user.showProgress(3, 10, "pages"); }), "3 of 10 pages");
+/// Work that has taken long enough to show its progress: 3 of 10 pages.
+void workLong(ConsoleUser& user) {
+  user.showProgress(0, 10, "pages");
+  std::this_thread::sleep_for(std::chrono::milliseconds(550));
+  user.showProgress(3, 10, "pages");
 }
 
-TEST(ConsoleUser, ProgressReplacesEarlierProgress) {
+const std::string longWork = "[######..............] 3 of 10 pages, ";
+
+TEST(ConsoleUser, ATerminalShowsTheProgressOfLongWork) {
+  const std::string shown = onATerminal(workLong);
+  EXPECT_TRUE(shown.starts_with(longWork)) << shown;
+  EXPECT_TRUE(shown.ends_with(" s left")) << shown;
+}
+
+TEST(ConsoleUser, ShortWorkShowsNoProgress) {
   EXPECT_EQ(onATerminal([](ConsoleUser& user) {
               user.showProgress(0, 2, "pages");
               user.showProgress(1, 2, "pages");
               user.showProgress(2, 2, "pages");
             }),
-            "0 of 2 pages\r\x1B[K1 of 2 pages\r\x1B[K");
+            "");
+}
+
+TEST(ConsoleUser, HiddenProgressIsNotShown) {
+  EXPECT_EQ(onATerminal([](ConsoleUser& user) {
+              user.hideProgress();
+              workLong(user);
+              EXPECT_EQ(user.reached(), "3 of 10 pages");
+            }),
+            "");
+}
+
+TEST(ConsoleUser, TheEndOfTheWorkTakesItsProgressAway) {
+  const std::string shown = onATerminal([](ConsoleUser& user) {
+    workLong(user);
+    user.showProgress(10, 10, "pages");
+  });
+  EXPECT_TRUE(shown.ends_with(" s left\r\x1B[K")) << shown;
 }
 
 TEST(ConsoleUser, ProgressIsClearedBeforeAMessage) {
-  EXPECT_EQ(onATerminal([](ConsoleUser& user) {
-              user.showProgress(3, 10, "pages");
-              inform(user, "Mind this.");
-              inform(user, "And this.");
-            }),
-            "3 of 10 pages\r\x1B[Kinformation: Mind this.\ninformation: And this.\n");
+  const std::string shown = onATerminal([](ConsoleUser& user) {
+    workLong(user);
+    inform(user, "Mind this.");
+    inform(user, "And this.");
+  });
+  EXPECT_TRUE(shown.starts_with(longWork)) << shown;
+  EXPECT_TRUE(shown.ends_with(" s left\r\x1B[Kinformation: Mind this.\ninformation: And this.\n")) << shown;
 }
 
 TEST(ConsoleUser, ProgressOfNothingShowsNothing) {
@@ -97,11 +128,11 @@ TEST(ConsoleUser, ProgressOfNothingShowsNothing) {
 TEST(ConsoleUser, ATerminalShowsTexts) {
   const TemporaryFolder disk;
   disk.addFile("names.txt", "* none\r\n");
-  EXPECT_EQ(onATerminal([&](ConsoleUser& user) {
-              user.showProgress(3, 10, "pages");
-              EXPECT_TRUE(user.showText(disk.core("NAMES.TXT")));
-            }),
-            "3 of 10 pages\r\x1B[K* none\r\n");
+  const std::string shown = onATerminal([&](ConsoleUser& user) {
+    workLong(user);
+    EXPECT_TRUE(user.showText(disk.core("NAMES.TXT")));
+  });
+  EXPECT_TRUE(shown.ends_with(" s left\r\x1B[K* none\r\n")) << shown;
 }
 
 TEST(ConsoleUser, ATextThatIsNotThereShowsNothing) {

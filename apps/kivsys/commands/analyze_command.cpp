@@ -116,6 +116,9 @@ int AnalyzeRun::run(const std::string& namesFile) {
 
 int runAnalyze(const AnalyzeOptions& options) {
   ConsoleHost console(options.selection.likePanel ? Guard::off : Guard::on);
+  if (options.json || options.jsonl) {
+    console.user().hideProgress();
+  }
   const std::string folder = folderOfRun(console.system(), options.selection);
   const SelectionUse use{
       FolderUse::written, options.keepGoing,

@@ -168,7 +168,7 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   output.outcome.verifies = options_.verify;
   if (options_.verify && converted) {
     output.outcome.verification =
-        verificationOf(console_.system(), namesFile, {converted->firstResultFile, converted->showInstrumentNumbers});
+        verificationOf(console_, namesFile, {converted->firstResultFile, converted->showInstrumentNumbers});
   }
   if (options_.dryRun) {
     output.planned = plannedResults(*overlay_, group_);
@@ -236,6 +236,9 @@ std::vector<std::string> writtenFolders(ConsoleSystem& system, const ConvertOpti
 
 int runConvert(const ConvertOptions& options) {
   ConsoleHost console(options.selection.likePanel ? Guard::off : Guard::on);
+  if (options.json) {
+    console.user().hideProgress();
+  }
   ConsoleSystem& system = console.system();
   const std::string firstResultFile = options.result.empty() ? "" : system.fullName(options.result);
   const auto folder = folderOfResults(system, options, firstResultFile);

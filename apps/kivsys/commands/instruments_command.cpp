@@ -58,6 +58,9 @@ int listNames(ConsoleHost& console, const std::string& namesFile, const ValidPag
 
 int runInstruments(const InstrumentsOptions& options) {
   ConsoleHost console;
+  if (options.format == ListFormat::json) {
+    console.user().hideProgress();
+  }
   const SelectionUse use{FolderUse::read, options.keepGoing, {}, {}};
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
     if (!options.keepGoing) {

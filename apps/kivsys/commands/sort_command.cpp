@@ -72,6 +72,9 @@ std::vector<std::string> folderOfPages(ConsoleSystem& system, const SelectedPage
 
 int runSort(const SortOptions& options) {
   ConsoleHost console(options.selection.likePanel ? Guard::off : Guard::on);
+  if (options.json) {
+    console.user().hideProgress();
+  }
   const SelectionUse use{FolderUse::read, false,
                          [&](const SelectedPages& pages) {
                            console.system().bindFolder();

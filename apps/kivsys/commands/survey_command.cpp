@@ -234,6 +234,9 @@ int runSurvey(const SurveyOptions& options) {
   if (options.quiet) {
     console.user().beQuiet();
   }
+  if (options.format == SurveyFormat::json) {
+    console.user().hideProgress();
+  }
   noteStopSignals(SecondSignal::endsProgram);
   const Library library = walkLibrary(console.system(), options.folders);
   SurveyState state;

@@ -64,9 +64,12 @@ int printVerification(ConsoleSystem& system, const proof::Verification& verifica
 
 }  // namespace
 
-proof::Verification verificationOf(ConsoleSystem& system, const std::string& namesFile,
+proof::Verification verificationOf(ConsoleHost& console, const std::string& namesFile,
                                    const proof::ConversionToProve& conversion) {
-  return proof::verify(system, system, namesFile, conversion);
+  return proof::verify(console.system(), console.system(), namesFile, conversion,
+                       [&](std::size_t done, std::size_t all, std::string_view plural) {
+                         console.user().showProgress(static_cast<int>(done), static_cast<int>(all), plural);
+                       });
 }
 
 std::string asText(const proof::Verification& verification) {
@@ -89,17 +92,25 @@ std::string asText(const proof::Verification& verification) {
 int runVerify(const VerifyOptions& options) {
   ConsoleHost console;
   ConsoleSystem& system = console.system();
+  if (options.json) {
+    console.user().hideProgress();
+  }
   const std::string manifest = outputName(system, options.manifest);
-  const proof::ConversionToProve conversion{system.fullName(options.result), std::nullopt};
+  const std::string typed = options.result.empty() ? "" : system.fullName(options.result);
+  proof::ConversionToProve conversion{typed, std::nullopt};
   const SelectionUse use{
       FolderUse::read, false, [&](const SelectedPages& pages) {
-        if (const auto reason = refusalOfResultName(options.result)) {
-          return std::vector{*reason};
+        if (!options.result.empty()) {
+          if (const auto reason = refusalOfResultName(options.result)) {
+            return std::vector{*reason};
+          }
+        } else if (!pages.pages.empty()) {
+          conversion.firstResultFile = defaultResultFile(system, pages.pages.front());
         }
         return refusalsOfOutput(system, {"manifest", manifest, OutputKind::manifest}, InputFiles(pages));
       }};
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
-    return printVerification(system, verificationOf(system, namesFile, conversion), manifest, options.json);
+    return printVerification(system, verificationOf(console, namesFile, conversion), manifest, options.json);
   });
 }
 

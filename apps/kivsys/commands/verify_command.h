@@ -12,7 +12,7 @@ namespace kiv {
 /// What the user wants proved.
 struct VerifyOptions {
   Selection selection;
-  std::string result;    ///< the first result file as it was typed
+  std::string result;    ///< the first result file as it was typed; "" for the one beside the first page
   std::string manifest;  ///< the file for the digests as it was typed; "" for none
   bool json = false;
 };
@@ -21,7 +21,7 @@ struct VerifyOptions {
 int runVerify(const VerifyOptions& options);
 
 /// Proves the conversion of the pages in a names file.
-proof::Verification verificationOf(ConsoleSystem& system, const std::string& namesFile,
+proof::Verification verificationOf(ConsoleHost& console, const std::string& namesFile,
                                    const proof::ConversionToProve& conversion);
 /// "PROVED=YES" or "PROVED=NO", the counts, and the findings, a line each.
 std::string asText(const proof::Verification& verification);

@@ -55,6 +55,7 @@ std::string filesOf(Machine& machine, const Layouts& layouts, const LayoutClass&
     }
   }
   std::vector<int> listed;
+  listed.reserve(files.size());
   for (const auto& [number, file] : files) {
     listed.push_back(number);
   }

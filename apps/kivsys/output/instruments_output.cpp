@@ -28,6 +28,7 @@ constexpr std::size_t noLimit = SIZE_MAX;
 template <typename Value, typename WordOf>
 std::string listed(const std::vector<Value>& values, const WordOf& wordOf, std::size_t limit) {
   std::vector<std::string> words;
+  words.reserve(values.size());
   for (const Value& value : values) {
     words.push_back(wordOf(value));
   }

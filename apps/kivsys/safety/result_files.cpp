@@ -123,15 +123,20 @@ std::optional<std::string> refusalOfResultName(const std::string& typed) {
              : std::optional("the name of the first result must end in 0001.MUS: " + typed);
 }
 
+std::string defaultResultFile(ConsoleSystem& system, const FoundFile& firstPage) {
+  NamesTable names;
+  names.nameCount = 1;
+  names.nameList = {system.upperCase(firstPage.name)};
+  return firstResultFile(system, names);
+}
+
 std::vector<std::string> refusalsOfResults(ConsoleSystem& system, const SelectedPages& pages,
                                            const PlannedResults& results) {
   if (pages.pages.empty()) {
     return {};
   }
-  NamesTable names;
-  names.nameCount = 1;
-  names.nameList = {system.upperCase(pages.pages.front().name)};
-  const std::string first = results.firstResultFile.empty() ? firstResultFile(system, names) : results.firstResultFile;
+  const std::string first =
+      results.firstResultFile.empty() ? defaultResultFile(system, pages.pages.front()) : results.firstResultFile;
   const std::string stem = first.substr(0, first.size() - firstNumberAndSuffix.size());
   if (const auto reason = whyNotListed(system.outputPath(justPath(system, stem)))) {
     return {*reason};

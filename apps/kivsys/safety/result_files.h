@@ -12,6 +12,9 @@ namespace kiv {
 /// Why a name that was typed cannot be that of a first result; nullopt when it can be.
 std::optional<std::string> refusalOfResultName(const std::string& typed);
 
+/// The first result of a conversion unless another one is named: beside the first page.
+std::string defaultResultFile(ConsoleSystem& system, const FoundFile& firstPage);
+
 /// The results that a conversion of pages is to write.
 struct PlannedResults {
   std::string firstResultFile;  ///< full name; "" puts the results beside the first page

@@ -135,7 +135,9 @@ int runOnSelection(ConsoleHost& console, const Selection& selection, const Selec
     status = selection.likePanel ? runLikePanel(console, selection, run) : runGuarded(console, selection, use, run);
   });
   if (const int signal = stopSignal(); signal != 0) {
-    printError("ended by " + signalName(signal) + "; written: " + console.system().writtenWords());
+    const std::string reached = console.user().reached();
+    printError("ended by " + signalName(signal) + (reached.empty() ? "" : " after " + reached) +
+               "; written: " + console.system().writtenWords());
     return exit_status::afterSignal(signal);
   }
   return ended.value_or(status);

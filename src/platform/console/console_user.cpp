@@ -1,6 +1,7 @@
 #include "platform/console/console_user.h"
 
 #include <algorithm>
+#include <chrono>
 #include <iostream>
 #include <optional>
 
@@ -61,15 +62,26 @@ std::string asLines(std::string_view text) {
   return lines + printable(text);
 }
 
+/// What the user has typed as an answer.
+struct TypedAnswer {
+  Answer answer = Answer::no;
+  bool isForAll = false;  ///< also to all further questions
+};
+
 /// The answer that the user has typed; nullopt when it is none. An empty line stands for No.
-std::optional<Answer> answerIn(std::string line) {
+std::optional<TypedAnswer> answerIn(std::string line) {
   std::erase_if(line, [](char c) { return c == ' ' || c == '\t' || c == '\r'; });
   std::transform(line.begin(), line.end(), line.begin(),
                  [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-  if (line == "y" || line == "yes") {
-    return Answer::yes;
+  const bool isAll = line == "a" || line == "all";
+  const bool isQuit = line == "q" || line == "quit";
+  if (isAll || line == "y" || line == "yes") {
+    return TypedAnswer{Answer::yes, isAll};
   }
-  return line.empty() || line == "n" || line == "no" ? std::optional(Answer::no) : std::nullopt;
+  if (isQuit || line.empty() || line == "n" || line == "no") {
+    return TypedAnswer{Answer::no, isQuit};
+  }
+  return std::nullopt;
 }
 
 }  // namespace
@@ -90,13 +102,16 @@ Answer ConsoleUser::show(const Message& message) {
   return answer;
 }
 
-Answer ConsoleUser::ask() const {
+Answer ConsoleUser::ask() {
+  if (standingAnswer_) {
+    return *standingAnswer_;
+  }
   if (!terminal_ || !NativeSystem::inputIsTerminal()) {
     return Answer::no;
   }
   std::string line;
   while (true) {
-    NativeSystem::writeError("  [y/N] ");
+    NativeSystem::writeError("  [y/N/a/q] ");
     letSignalsEndReading(true);
     const bool isRead = static_cast<bool>(std::getline(std::cin, line));
     letSignalsEndReading(false);
@@ -104,8 +119,9 @@ Answer ConsoleUser::ask() const {
     if (!isRead) {
       return Answer::no;
     }
-    if (const auto answer = answerIn(line)) {
-      return *answer;
+    if (const auto typed = answerIn(line)) {
+      standingAnswer_ = typed->isForAll ? std::optional(typed->answer) : std::nullopt;
+      return typed->answer;
     }
   }
 }
@@ -126,13 +142,14 @@ bool ConsoleUser::showText(const std::string& name) {
 }
 
 void ConsoleUser::showProgress(int done, int all, std::string_view plural) {
-  if (!terminal_ || quiet_) {
+  progress_.note(done, all, plural);
+  if (!terminal_ || quiet_ || !showsProgress_) {
     return;
   }
-  clearProgress();
-  if (done < all) {
-    NativeSystem::writeError(std::to_string(done) + " of " + std::to_string(all) + " " + std::string(plural));
-    progressShown_ = true;
+  if (const auto line = progress_.lineAt(std::chrono::steady_clock::now(), NativeSystem::outputColumns())) {
+    clearProgress();
+    NativeSystem::writeError(*line);
+    progressShown_ = !line->empty();
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -7,6 +8,7 @@
 
 #include "platform/console/message_words.h"
 #include "platform/console/native_system.h"
+#include "platform/console/progress_line.h"
 #include "platform/user.h"
 
 namespace kiv {
@@ -20,7 +22,8 @@ struct ShownMessage {
 };
 
 /// The user at a console: messages go to standard error with their severity and are kept, questions are asked on the
-/// terminal and answered No where there is none, and long runs show their progress where standard error is a terminal.
+/// terminal, where one answer can stand for all, and answered No where there is none; long runs show their progress
+/// where standard error is a terminal.
 class ConsoleUser : public User {
  public:
   /// Text files are read through the files, which must outlive this object.
@@ -42,11 +45,16 @@ class ConsoleUser : public User {
   void processEvents() override {}
   void showProgress(int done, int all, std::string_view plural) override;
 
+  /// From now on no progress is shown.
+  void hideProgress() { showsProgress_ = false; }
+  /// How far unfinished work has come: "12 of 40 pages"; "" when there is none.
+  std::string reached() const { return progress_.reached(); }
+
   /// In the order in which they were shown.
   const std::vector<ShownMessage>& messages() const { return messages_; }
 
  private:
-  Answer ask() const;
+  Answer ask();
   void clearProgress();
   bool isPrinted(const Message& message) const;
 
@@ -54,7 +62,10 @@ class ConsoleUser : public User {
   FileNamer nameOf_;  // none: messages are printed as they are
   bool terminal_;
   bool quiet_ = false;
+  bool showsProgress_ = true;
   bool progressShown_ = false;
+  ProgressLine progress_;
+  std::optional<Answer> standingAnswer_;  // to all further questions
   std::vector<ShownMessage> messages_;
 };
 
