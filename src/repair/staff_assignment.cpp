@@ -1,0 +1,254 @@
+#include "repair/staff_assignment.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "repair/optimal_assignment.h"
+#include "repair/order_alignment.h"
+
+namespace kiv {
+namespace {
+
+// In units of the logarithm of a likelihood ratio.
+constexpr double lookShare = 0.8;      // of the look: its features depend on each other
+constexpr double orderBound = 6;       // order is strong evidence, and no law
+constexpr double shownNumberScore = 4;  // the page shows the number of the instrument
+constexpr double unknownInstrument = 1e-4;  // of all staves those of an instrument that the others do not have
+constexpr double unknownOfIrregular = 0.1;  // more of them where systems are not complete
+constexpr double instrumentInTurn = 2e-6;    // two instruments share a slot, and the rare one has just this id
+constexpr double instrumentAlone = 1e-5;     // more of them where nothing else is wrong
+constexpr std::size_t mostLeftOut = 60;  // a system of a larger group hardly counts in its own favor
+constexpr std::size_t mostCandidates = 4;
+constexpr double leastLikely = 6;
+
+class SystemAssignment {
+ public:
+  SystemAssignment(const GroupKnowledge& knowledge, std::size_t system)
+      : knowledge_(knowledge), number_(system), system_(knowledge.group.systems[system]), slots_(knowledge.layout.slots) {
+    if (knowledge.group.systems.size() <= mostLeftOut) {
+      takeOut(system);
+    }
+  }
+
+  std::vector<AssignedStaff> assign(const std::vector<char>& inDoubt);
+
+ private:
+  void takeOut(std::size_t system);
+  void score();
+  void scoreOrder();
+  double idScore(std::size_t staff, const KnownInstrument& instrument) const;
+  bool isBeside(const KnownInstrument& instrument, std::int16_t id) const;
+  double scoreOfUnknown(std::size_t staff) const;
+  bool isOnlyError(std::int16_t id) const;
+  std::vector<std::size_t> unnamedSlots() const;
+  bool isKnown(std::int16_t id) const;
+  std::vector<double> companyScores() const;
+  double companyScore(std::int16_t id) const;
+  double placeScore(std::size_t staff, std::size_t slot) const;
+  std::vector<StaffCandidate> candidates(const OptimalAssignment& best, std::size_t staff) const;
+
+  const GroupKnowledge& knowledge_;
+  std::size_t number_;
+  const CodedSystem& system_;
+  std::vector<LayoutSlot> slots_;  // without the system itself
+  ScoreMatrix order_{0, 0};        // of staves in slots, 0 at best
+  std::vector<double> extra_;      // of staves in no slot
+  std::vector<double> present_;    // how likely each slot has a staff
+  double missing_ = 0;             // the share of staves that complete systems would have more
+  ScoreMatrix scores_{0, 0};
+};
+
+void SystemAssignment::takeOut(std::size_t system) {
+  const auto& slotOf = knowledge_.layout.slotOf[system];
+  for (std::size_t i = 0; i < slotOf.size(); ++i) {
+    if (slotOf[i]) {
+      slots_[*slotOf[i]].add(system_[i], -1);
+    }
+  }
+}
+
+void SystemAssignment::scoreOrder() {
+  const AlignmentScores alignment = alignmentScores(knowledge_.group, system_, slots_);
+  order_ = orderScores(alignment);
+  extra_ = extraScores(alignment);
+  for (std::size_t i = 0; i < order_.rows(); ++i) {
+    double best = extra_[i];
+    for (std::size_t s = 0; s < order_.columns(); ++s) {
+      best = std::max(best, order_.at(i, s));
+    }
+    for (std::size_t s = 0; s < order_.columns(); ++s) {
+      order_.at(i, s) = std::max(order_.at(i, s) - best, -orderBound);
+    }
+    extra_[i] = std::max(extra_[i] - best, -orderBound);
+  }
+}
+
+/// Whether the id is that of an instrument in the next slot above or below.
+bool SystemAssignment::isBeside(const KnownInstrument& instrument, std::int16_t id) const {
+  return std::any_of(knowledge_.instruments.begin(), knowledge_.instruments.end(), [&](const KnownInstrument& other) {
+    return other.id == id && (other.slot + 1 == instrument.slot || other.slot == instrument.slot + 1);
+  });
+}
+
+double SystemAssignment::idScore(std::size_t staff, const KnownInstrument& instrument) const {
+  const CodedStaff& written = system_[staff];
+  const bool beside = (staff > 0 && system_[staff - 1].id == written.id) ||
+                      (staff + 1 < system_.size() && system_[staff + 1].id == written.id) ||
+                      isBeside(instrument, written.id);
+  const double shown =
+      written.shownNumber == instrument.id && written.id != instrument.id ? shownNumberScore : 0;
+  return knowledge_.rates.logWritten(written.id, instrument.id, beside) + shown;
+}
+
+/// The staff is of none of the instruments. Then its id is right, if it stands in its system only once.
+double SystemAssignment::scoreOfUnknown(std::size_t staff) const {
+  const CodedStaff& written = system_[staff];
+  const double unknown = std::log(unknownInstrument + unknownOfIrregular * missing_) + extra_[staff];
+  if (written.id == 0 || written.repeated) {
+    return knowledge_.rates.logWrittenOfAny(written.id) + unknown;
+  }
+  double inSlot = -orderBound;
+  for (std::size_t s = 0; s < slots_.size(); ++s) {
+    inSlot = std::max(inSlot, placeScore(staff, s));
+  }
+  const double inTurn = std::log(instrumentInTurn + (isOnlyError(written.id) ? instrumentAlone : 0));
+  return std::log(1 - knowledge_.rates.all()) + std::max(unknown, inTurn + inSlot);
+}
+
+/// Whether nothing else is evidently wrong in the group than the staves with this id.
+bool SystemAssignment::isOnlyError(std::int16_t id) const {
+  const auto systems = knowledge_.group.idSystems.find(id);
+  return systems != knowledge_.group.idSystems.end() && knowledge_.rates.evident <= static_cast<double>(systems->second.size());
+}
+
+/// What all but the id says about a staff in a slot.
+double SystemAssignment::placeScore(std::size_t staff, std::size_t slot) const {
+  return lookShare * slots_[slot].lookScore(system_[staff], knowledge_.group) + order_.at(staff, slot) +
+         std::log(present_[slot] / (1 - present_[slot]));
+}
+
+/// How much of the system stands beside an instrument elsewhere: the logarithm of a share.
+double SystemAssignment::companyScore(std::int16_t id) const {
+  constexpr std::size_t enoughSystems = 24;
+  constexpr double accident = 0.02;
+  const auto found = knowledge_.group.idSystems.find(id);
+  if (found == knowledge_.group.idSystems.end()) {
+    return 0;
+  }
+  const std::vector<std::size_t>& systems = found->second;
+  const std::size_t step = systems.size() / enoughSystems + 1;
+  double shared = 0;
+  double all = 0;
+  for (std::size_t s = 0; s < systems.size(); s += step) {
+    if (systems[s] == number_) {
+      continue;
+    }
+    for (const CodedStaff& staff : system_) {
+      const auto others = knowledge_.group.idSystems.find(staff.id);
+      if (others != knowledge_.group.idSystems.end() && staff.id != id && others->second.size() > 1) {
+        shared += std::binary_search(others->second.begin(), others->second.end(), systems[s]) ? 1 : 0;
+        ++all;
+      }
+    }
+  }
+  return all == 0 ? 0 : std::log(shared / all + accident);
+}
+
+/// For instruments that share a slot: those of the same numbering, or of the same part of a piece, stand together.
+std::vector<double> SystemAssignment::companyScores() const {
+  const auto& instruments = knowledge_.instruments;
+  std::vector<std::size_t> inSlot(slots_.size());
+  for (const KnownInstrument& instrument : instruments) {
+    ++inSlot[instrument.slot];
+  }
+  std::vector<double> scores;
+  for (const KnownInstrument& instrument : instruments) {
+    scores.push_back(inSlot[instrument.slot] > 1 ? companyScore(instrument.id) : 0);
+  }
+  return scores;
+}
+
+/// The slots in which nobody knows which instrument is meant.
+std::vector<std::size_t> SystemAssignment::unnamedSlots() const {
+  std::vector<char> named(slots_.size());
+  for (const KnownInstrument& instrument : knowledge_.instruments) {
+    named[instrument.slot] = 1;
+  }
+  std::vector<std::size_t> unnamed;
+  for (std::size_t s = 0; s < slots_.size(); ++s) {
+    if (named[s] == 0) {
+      unnamed.push_back(s);
+    }
+  }
+  return unnamed;
+}
+
+bool SystemAssignment::isKnown(std::int16_t id) const {
+  return std::any_of(knowledge_.instruments.begin(), knowledge_.instruments.end(),
+                     [&](const KnownInstrument& instrument) { return instrument.id == id; });
+}
+
+/// Columns are the instruments, then the slots without one, then for each staff one in which it is of no instrument.
+void SystemAssignment::score() {
+  scoreOrder();
+  present_ = presences(slots_);
+  missing_ = missingShare(slots_);
+  const auto& instruments = knowledge_.instruments;
+  const std::vector<double> company = companyScores();
+  const std::vector<std::size_t> unnamed = unnamedSlots();
+  const std::size_t own = instruments.size() + unnamed.size();
+  scores_ = ScoreMatrix(system_.size(), own + system_.size(), impossible);
+  for (std::size_t i = 0; i < system_.size(); ++i) {
+    for (std::size_t c = 0; c < instruments.size(); ++c) {
+      scores_.at(i, c) = idScore(i, instruments[c]) + placeScore(i, instruments[c].slot) + company[c];
+    }
+    for (std::size_t u = 0; u < unnamed.size(); ++u) {
+      scores_.at(i, instruments.size() + u) =
+          knowledge_.rates.logWrittenOfAny(system_[i].id) + placeScore(i, unnamed[u]);
+    }
+    if (system_[i].repeated || !isKnown(system_[i].id)) {
+      scores_.at(i, own + i) = scoreOfUnknown(i);
+    }
+  }
+}
+
+std::vector<StaffCandidate> SystemAssignment::candidates(const OptimalAssignment& best, std::size_t staff) const {
+  const auto& instruments = knowledge_.instruments;
+  std::vector<StaffCandidate> all;
+  for (std::size_t c = 0; c < instruments.size(); ++c) {
+    // A staff whose score is that much lower in itself is not worth the search.
+    if (scores_.at(staff, c) > scores_.at(staff, best.column(staff)) - 3 * leastLikely) {
+      all.push_back({instruments[c].id, best.loss(staff, c)});
+    }
+  }
+  std::erase_if(all, [](const StaffCandidate& candidate) { return candidate.loss > leastLikely; });
+  std::stable_sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.loss < b.loss; });
+  all.resize(std::min(all.size(), mostCandidates));
+  return all;
+}
+
+std::vector<AssignedStaff> SystemAssignment::assign(const std::vector<char>& inDoubt) {
+  score();
+  const OptimalAssignment best(scores_);
+  std::vector<AssignedStaff> assigned(system_.size());
+  for (std::size_t i = 0; i < assigned.size(); ++i) {
+    if (best.column(i) < knowledge_.instruments.size()) {
+      assigned[i].instrument = best.column(i);
+    }
+    const bool isMoved = assigned[i].instrument && knowledge_.instruments[best.column(i)].id != system_[i].id;
+    if (inDoubt[i] != 0 || isMoved) {
+      assigned[i].margin = best.margin(i);
+      assigned[i].candidates = candidates(best, i);
+    }
+  }
+  return assigned;
+}
+
+}  // namespace
+
+std::vector<AssignedStaff> assignStaves(const GroupKnowledge& knowledge, std::size_t system,
+                                        const std::vector<char>& inDoubt) {
+  return SystemAssignment(knowledge, system).assign(inDoubt);
+}
+
+}  // namespace kiv
