@@ -9,8 +9,7 @@
 namespace kiv {
 namespace {
 
-/// Of the ids that are doubled, those that are taken from a staff beside, and those of any other one.
-constexpr double fromNeighbor = 0.45;
+/// Of the ids that are doubled, those that are taken from any staff further away.
 constexpr double fromElsewhere = 0.01;
 /// Before a group is looked at, this much is known: so many errors among so many staves.
 constexpr double usualErrors = 0.3;
@@ -34,8 +33,12 @@ DamageRates estimate(const CodedGroup& group, const std::function<bool(std::int1
   const auto rate = [&](double count, double lowest) {
     return std::clamp((count + usualErrors) / (static_cast<double>(group.staves) + usualStaves), lowest, highestRate);
   };
-  return {rate(blank, lowestRate), rate(doubled, lowestRate), rate(mistyped, lowestMistyped),
-          blank + doubled + mistyped};
+  DamageRates rates;
+  rates.blank = rate(blank, lowestRate);
+  rates.doubled = rate(doubled, lowestRate);
+  rates.mistyped = rate(mistyped, lowestMistyped);
+  rates.evident = blank + doubled + mistyped;
+  return rates;
 }
 
 }  // namespace

@@ -276,13 +276,13 @@ double missingShare(const std::vector<LayoutSlot>& slots) {
 }
 
 AlignmentScores alignmentScores(const CodedGroup& group, const CodedSystem& system,
-                                const std::vector<LayoutSlot>& slots) {
+                                const std::vector<LayoutSlot>& slots, bool trustsIds) {
   AlignmentScores scores{ScoreMatrix(system.size(), slots.size()), {}, std::vector<double>(system.size(), extraStaff)};
   const double commonness = std::log(static_cast<double>(std::max<std::size_t>(slots.size(), 2)));
   for (std::size_t i = 0; i < system.size(); ++i) {
     for (std::size_t s = 0; s < slots.size(); ++s) {
-      scores.match.at(i, s) =
-          idScore(group, system[i], slots[s], commonness) + lookShare * slots[s].lookScore(system[i], group);
+      scores.match.at(i, s) = (trustsIds ? idScore(group, system[i], slots[s], commonness) : 0) +
+                              lookShare * slots[s].lookScore(system[i], group);
     }
   }
   for (const double presence : presences(slots)) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include "repair/optimal_assignment.h"
 #include "repair/order_alignment.h"
@@ -21,24 +22,42 @@ constexpr std::size_t mostLeftOut = 60;  // a system of a larger group hardly co
 constexpr std::size_t mostCandidates = 4;
 constexpr double leastLikely = 6;
 
+const double wholeSystemWrong = std::log(0.01);  // of all systems in which much is wrong
+
 class SystemAssignment {
  public:
   SystemAssignment(const GroupKnowledge& knowledge, std::size_t system)
-      : knowledge_(knowledge), number_(system), system_(knowledge.group.systems[system]), slots_(knowledge.layout.slots) {
+      : knowledge_(knowledge),
+        rates_(knowledge.rates),
+        number_(system),
+        system_(knowledge.group.systems[system]),
+        slots_(knowledge.layout.slots) {
     if (knowledge.group.systems.size() <= mostLeftOut) {
       takeOut(system);
     }
+    present_ = presences(slots_);
+    missing_ = missingShare(slots_);
   }
 
-  std::vector<AssignedStaff> assign(const std::vector<char>& inDoubt);
+  /// Trusts no id of the system more than these rates allow, and takes the order from the looks.
+  void distrustIds(const DamageRates& rates) {
+    rates_ = rates;
+    trustsIds_ = false;
+  }
+  /// The rates of the errors in this system if its staves are those of the layout from the top down; none if there are
+  /// more or less of them, or hardly any error.
+  std::optional<DamageRates> ratesByPlace() const;
+  /// Computes the scores, which the assignment is made by.
+  const ScoreMatrix& score();
+  std::vector<AssignedStaff> assign(const OptimalAssignment& best, const std::vector<char>& inDoubt) const;
 
  private:
   void takeOut(std::size_t system);
-  void score();
   void scoreOrder();
   double idScore(std::size_t staff, const KnownInstrument& instrument) const;
   bool isBeside(const KnownInstrument& instrument, std::int16_t id) const;
   double scoreOfUnknown(std::size_t staff) const;
+  std::optional<DamageRates> countErrors(const std::vector<std::int16_t>& meant, double least) const;
   bool isOnlyError(std::int16_t id) const;
   std::vector<std::size_t> unnamedSlots() const;
   bool isKnown(std::int16_t id) const;
@@ -48,6 +67,8 @@ class SystemAssignment {
   std::vector<StaffCandidate> candidates(const OptimalAssignment& best, std::size_t staff) const;
 
   const GroupKnowledge& knowledge_;
+  DamageRates rates_;
+  bool trustsIds_ = true;
   std::size_t number_;
   const CodedSystem& system_;
   std::vector<LayoutSlot> slots_;  // without the system itself
@@ -68,7 +89,7 @@ void SystemAssignment::takeOut(std::size_t system) {
 }
 
 void SystemAssignment::scoreOrder() {
-  const AlignmentScores alignment = alignmentScores(knowledge_.group, system_, slots_);
+  const AlignmentScores alignment = alignmentScores(knowledge_.group, system_, slots_, trustsIds_);
   order_ = orderScores(alignment);
   extra_ = extraScores(alignment);
   for (std::size_t i = 0; i < order_.rows(); ++i) {
@@ -97,7 +118,7 @@ double SystemAssignment::idScore(std::size_t staff, const KnownInstrument& instr
                       isBeside(instrument, written.id);
   const double shown =
       written.shownNumber == instrument.id && written.id != instrument.id ? shownNumberScore : 0;
-  return knowledge_.rates.logWritten(written.id, instrument.id, beside) + shown;
+  return rates_.logWritten(written.id, instrument.id, beside) + shown;
 }
 
 /// The staff is of none of the instruments. Then its id is right, if it stands in its system only once.
@@ -105,14 +126,14 @@ double SystemAssignment::scoreOfUnknown(std::size_t staff) const {
   const CodedStaff& written = system_[staff];
   const double unknown = std::log(unknownInstrument + unknownOfIrregular * missing_) + extra_[staff];
   if (written.id == 0 || written.repeated) {
-    return knowledge_.rates.logWrittenOfAny(written.id) + unknown;
+    return rates_.logWrittenOfAny(written.id) + unknown;
   }
   double inSlot = -orderBound;
   for (std::size_t s = 0; s < slots_.size(); ++s) {
     inSlot = std::max(inSlot, placeScore(staff, s));
   }
   const double inTurn = std::log(instrumentInTurn + (isOnlyError(written.id) ? instrumentAlone : 0));
-  return std::log(1 - knowledge_.rates.all()) + std::max(unknown, inTurn + inSlot);
+  return std::log(1 - rates_.all()) + std::max(unknown, inTurn + inSlot);
 }
 
 /// Whether nothing else is evidently wrong in the group than the staves with this id.
@@ -189,10 +210,8 @@ bool SystemAssignment::isKnown(std::int16_t id) const {
 }
 
 /// Columns are the instruments, then the slots without one, then for each staff one in which it is of no instrument.
-void SystemAssignment::score() {
+const ScoreMatrix& SystemAssignment::score() {
   scoreOrder();
-  present_ = presences(slots_);
-  missing_ = missingShare(slots_);
   const auto& instruments = knowledge_.instruments;
   const std::vector<double> company = companyScores();
   const std::vector<std::size_t> unnamed = unnamedSlots();
@@ -204,12 +223,54 @@ void SystemAssignment::score() {
     }
     for (std::size_t u = 0; u < unnamed.size(); ++u) {
       scores_.at(i, instruments.size() + u) =
-          knowledge_.rates.logWrittenOfAny(system_[i].id) + placeScore(i, unnamed[u]);
+          rates_.logWrittenOfAny(system_[i].id) + placeScore(i, unnamed[u]);
     }
     if (system_[i].repeated || !isKnown(system_[i].id)) {
       scores_.at(i, own + i) = scoreOfUnknown(i);
     }
   }
+  return scores_;
+}
+
+std::optional<DamageRates> SystemAssignment::ratesByPlace() const {
+  constexpr double usual = 0.5;      // the share of systems that have a slot
+  constexpr double regular = 0.95;   // the share of systems that have as many staves
+  constexpr double mostWrong = 0.4;  // of the ids; less are no block
+  std::map<std::size_t, std::int16_t> ids;
+  for (const KnownInstrument& instrument : knowledge_.instruments) {
+    if (present_[instrument.slot] > usual) {
+      ids.emplace(instrument.slot, instrument.id);
+    }
+  }
+  const auto& systems = knowledge_.group.systems;
+  const auto alike = std::count_if(systems.begin(), systems.end(),
+                                   [&](const CodedSystem& system) { return system.size() == system_.size(); });
+  if (static_cast<double>(alike) < regular * static_cast<double>(systems.size()) || ids.size() != system_.size()) {
+    return std::nullopt;
+  }
+  std::vector<std::int16_t> meant;
+  for (const auto& [slot, id] : ids) {
+    meant.push_back(id);
+  }
+  return countErrors(meant, mostWrong);
+}
+
+std::optional<DamageRates> SystemAssignment::countErrors(const std::vector<std::int16_t>& meant, double least) const {
+  constexpr double prior = 0.3;
+  constexpr double neighbors = 0.8;
+  double blank = prior;
+  double doubled = prior;
+  double mistyped = prior;
+  for (std::size_t i = 0; i < meant.size(); ++i) {
+    const std::int16_t id = system_[i].id;
+    const bool isBeside = (i > 0 && id == meant[i - 1]) || (i + 1 < meant.size() && id == meant[i + 1]);
+    if (id != meant[i]) {
+      (id == 0 ? blank : isBeside ? doubled : mistyped) += 1;
+    }
+  }
+  const double all = static_cast<double>(meant.size()) + 1;
+  DamageRates rates{blank / all, doubled / all, mistyped / all, knowledge_.rates.evident, neighbors};
+  return rates.all() - 3 * prior / all < least ? std::nullopt : std::optional(rates);
 }
 
 std::vector<StaffCandidate> SystemAssignment::candidates(const OptimalAssignment& best, std::size_t staff) const {
@@ -227,9 +288,8 @@ std::vector<StaffCandidate> SystemAssignment::candidates(const OptimalAssignment
   return all;
 }
 
-std::vector<AssignedStaff> SystemAssignment::assign(const std::vector<char>& inDoubt) {
-  score();
-  const OptimalAssignment best(scores_);
+std::vector<AssignedStaff> SystemAssignment::assign(const OptimalAssignment& best,
+                                                    const std::vector<char>& inDoubt) const {
   std::vector<AssignedStaff> assigned(system_.size());
   for (std::size_t i = 0; i < assigned.size(); ++i) {
     if (best.column(i) < knowledge_.instruments.size()) {
@@ -244,11 +304,34 @@ std::vector<AssignedStaff> SystemAssignment::assign(const std::vector<char>& inD
   return assigned;
 }
 
+/// Where two views of a system disagree, a staff is as certain as the difference of the views.
+void weaken(std::vector<AssignedStaff>& staves, const OptimalAssignment& best, const OptimalAssignment& other,
+            double difference) {
+  for (std::size_t i = 0; i < staves.size(); ++i) {
+    if (best.column(i) != other.column(i)) {
+      staves[i].margin = std::min(staves[i].margin, difference);
+    }
+  }
+}
+
 }  // namespace
 
 std::vector<AssignedStaff> assignStaves(const GroupKnowledge& knowledge, std::size_t system,
                                         const std::vector<char>& inDoubt) {
-  return SystemAssignment(knowledge, system).assign(inDoubt);
+  SystemAssignment trusting(knowledge, system);
+  const OptimalAssignment byIds(trusting.score());
+  const auto rates = trusting.ratesByPlace();
+  if (!rates) {
+    return trusting.assign(byIds, inDoubt);
+  }
+  // A whole system may have been numbered wrongly; then its ids mislead each other.
+  SystemAssignment distrusting(knowledge, system);
+  distrusting.distrustIds(*rates);
+  const OptimalAssignment byPlaces(distrusting.score());
+  const double difference = byPlaces.total() + wholeSystemWrong - byIds.total();
+  auto assigned = difference > 0 ? distrusting.assign(byPlaces, inDoubt) : trusting.assign(byIds, inDoubt);
+  weaken(assigned, byIds, byPlaces, std::fabs(difference));
+  return assigned;
 }
 
 }  // namespace kiv

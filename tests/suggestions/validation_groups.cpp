@@ -244,9 +244,10 @@ std::vector<std::pair<std::size_t, std::size_t>> OtherGroups::damagedPlaces(int 
     } else if (how == 2) {  // one or two systems in a row
       s = (begin + tries / staves) % systems_.size();
       i = tries % staves;
-    } else if (how == 3) {  // half of the systems, one instrument after the other
-      s = (2 * tries) % systems_.size();
-      i = (staff + 2 * tries / systems_.size()) % staves;
+    } else if (how == 3) {  // half of an instrument, or of two
+      const std::size_t half = (systems_.size() + 1) / 2;
+      s = 2 * (tries % half);
+      i = (staff + (tries < half ? 0 : 2)) % staves;
     }
     places.emplace_back(s, i);
   }
