@@ -50,8 +50,8 @@ std::optional<float> keyOf(const SystemEvidence& system) {
       ++counts[*staff.key];
     }
   }
-  const auto best = std::max_element(counts.begin(), counts.end(),
-                                     [](const auto& a, const auto& b) { return a.second < b.second; });
+  const auto best =
+      std::max_element(counts.begin(), counts.end(), [](const auto& a, const auto& b) { return a.second < b.second; });
   return best == counts.end() ? std::nullopt : std::optional<float>(best->first);
 }
 

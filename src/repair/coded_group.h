@@ -21,7 +21,7 @@ inline constexpr int unknownCode = -1;
 /// A staff with its evidence as small numbers: equal values have equal codes.
 struct CodedStaff {
   std::int16_t id = 0;
-  bool repeated = false;       ///< another staff of the system has the same id, which is not 0
+  bool repeated = false;  ///< another staff of the system has the same id, which is not 0
   std::int16_t shownNumber = 0;
   int name = unknownCode;
   std::array<int, featureCount> features{};

@@ -24,8 +24,8 @@ struct CsvError {
   bool operator==(const CsvError&) const = default;
 };
 
-/// Reads comma-separated values record by record: RFC 4180 with line ends of any kind, with or without a byte order mark,
-/// and with semicolons in place of commas where the first line has some and no comma.
+/// Reads comma-separated values record by record: RFC 4180 with line ends of any kind, with or without a byte order
+/// mark, and with semicolons in place of commas where the first line has some and no comma.
 class CsvReader {
  public:
   /// The text must outlive the reader.

@@ -22,9 +22,9 @@ struct UndefinedCue {
   std::string reason;
 };
 
-/// Finds the cue markers that refer to no instrument of their system as the decided ids say, and what they may mean: the
-/// instrument of a staff whose id was wrong in the same way, or one that their own staff quotes elsewhere and whose id a
-/// slip makes theirs.
+/// Finds the cue markers that refer to no instrument of their system as the decided ids say, and what they may mean:
+/// the instrument of a staff whose id was wrong in the same way, or one that their own staff quotes elsewhere and whose
+/// id a slip makes theirs.
 std::vector<UndefinedCue> findUndefinedCues(const GroupEvidence& group, const DecidedIds& decided,
                                             const SuggestionReasons& reasons);
 

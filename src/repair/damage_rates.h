@@ -12,7 +12,7 @@ struct DamageRates {
   double blank = 0;
   double doubled = 0;
   double mistyped = 0;
-  double evident = 0;         ///< the number of ids that are evidently wrong
+  double evident = 0;          ///< the number of ids that are evidently wrong
   double fromNeighbor = 0.45;  ///< of the doubled ids, those that are taken from the staff above, or from that below
 
   double all() const { return blank + doubled + mistyped; }

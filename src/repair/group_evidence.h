@@ -20,12 +20,12 @@ struct CueEvidence {
 
 /// What a page says about one staff: everything that may tell which instrument it is of. What it does not say is empty.
 struct StaffEvidence {
-  std::string file;      ///< full name
-  std::string staff;     ///< its number in the file, in general number form
-  int item = 0;          ///< the number of its staff item, from 1; 0 when the page does not hold it any more
-  std::int16_t id = 0;   ///< the instrument identifier as it stands in the page, not negative
-  std::string name;      ///< the text left of it
-  std::optional<ClefForm> clef;      ///< the first one
+  std::string file;              ///< full name
+  std::string staff;             ///< its number in the file, in general number form
+  int item = 0;                  ///< the number of its staff item, from 1; 0 when the page does not hold it any more
+  std::int16_t id = 0;           ///< the instrument identifier as it stands in the page, not negative
+  std::string name;              ///< the text left of it
+  std::optional<ClefForm> clef;  ///< the first one
   std::optional<float> lines;
   std::optional<float> size;
   std::optional<float> key;          ///< the first one: a number of sharps; one of flats is negative
@@ -45,8 +45,8 @@ struct SystemEvidence {
 using GroupEvidence = std::vector<SystemEvidence>;
 
 /// The evidence of the group whose report is in the current folder. Reads the report, and each page file once. Never
-/// ends the program: no report, or an I/O error in it, gives no systems, and of a page that cannot be read only what the
-/// report says about it is known.
+/// ends the program: no report, or an I/O error in it, gives no systems, and of a page that cannot be read only what
+/// the report says about it is known.
 GroupEvidence gatherEvidence(Files& files);
 
 }  // namespace kiv

@@ -33,13 +33,13 @@ inline constexpr std::size_t mostListed = 1000;
 
 /// Reads a table of instruments, from the top of a result to its bottom, as `kivsys instruments --csv` prints it and
 /// spreadsheets store it: comma-separated values in UTF-8 or any other superset of ASCII, with or without a byte order
-/// mark, lines ended by LF, CR LF or CR, cells in double quotes where they need it. If the first line has semicolons and
-/// no comma outside of quotes, the cells are separated by semicolons. The first line names the columns in any order;
-/// `id` must be among them, `name` and `abbreviation` may be, and others are ignored. An apostrophe that keeps a cell
-/// from being a formula is dropped. Empty lines are skipped.
+/// mark, lines ended by LF, CR LF or CR, cells in double quotes where they need it. If the first line has semicolons
+/// and no comma outside of quotes, the cells are separated by semicolons. The first line names the columns in any
+/// order; `id` must be among them, `name` and `abbreviation` may be, and others are ignored. An apostrophe that keeps a
+/// cell from being a formula is dropped. Empty lines are skipped.
 ///
-/// An instrument with the id 0, which stands for all staves without one, is left out. An id that is no whole number from
-/// 0 to 32767, or that is listed twice, is an error, and so is a table without instruments.
+/// An instrument with the id 0, which stands for all staves without one, is left out. An id that is no whole number
+/// from 0 to 32767, or that is listed twice, is an error, and so is a table without instruments.
 std::variant<std::vector<ListedInstrument>, LayoutFileError> readLayoutFile(std::string_view text);
 
 }  // namespace kiv

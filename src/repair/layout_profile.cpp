@@ -51,8 +51,8 @@ int LayoutSlot::countOf(std::int16_t id) const {
 }
 
 std::int16_t LayoutSlot::commonestId() const {
-  const auto best = std::max_element(ids_.begin(), ids_.end(),
-                                     [](const auto& a, const auto& b) { return a.second < b.second; });
+  const auto best =
+      std::max_element(ids_.begin(), ids_.end(), [](const auto& a, const auto& b) { return a.second < b.second; });
   return best == ids_.end() ? std::int16_t{0} : best->first;
 }
 

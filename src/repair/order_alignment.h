@@ -10,9 +10,9 @@ namespace kiv {
 
 /// What it means to bring the staves of a system, from the top down, in line with the slots of a layout.
 struct AlignmentScores {
-  ScoreMatrix match;           ///< of a staff (row) in a slot (column)
-  std::vector<double> skipped; ///< of a slot that no staff is in
-  std::vector<double> extra;   ///< of a staff that is in no slot
+  ScoreMatrix match;            ///< of a staff (row) in a slot (column)
+  std::vector<double> skipped;  ///< of a slot that no staff is in
+  std::vector<double> extra;    ///< of a staff that is in no slot
 };
 
 /// The slot of each staff, none for an extra one, so that both go down together and the total is highest.

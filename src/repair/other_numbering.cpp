@@ -73,8 +73,8 @@ bool isFlawless(const CodedSystem& system) {
 bool makesSense(IdPairs pairs, const std::set<std::int16_t>& known, bool flawless) {
   const std::size_t all = pairs.size();
   std::erase_if(pairs, [](const IdPair& pair) { return pair.written == pair.known || pair.written == 0; });
-  const auto strange = static_cast<std::size_t>(std::count_if(
-      pairs.begin(), pairs.end(), [&](const IdPair& pair) { return !known.contains(pair.written); }));
+  const auto strange = static_cast<std::size_t>(
+      std::count_if(pairs.begin(), pairs.end(), [&](const IdPair& pair) { return !known.contains(pair.written); }));
   if (!isMost(pairs.size(), all) || (!flawless && 2 * strange < pairs.size())) {
     return false;
   }
@@ -86,8 +86,7 @@ bool makesSense(IdPairs pairs, const std::set<std::int16_t>& known, bool flawles
     ids.insert(pair.written);
   }
   constexpr std::size_t manyStaves = 4;  // fewer rise by accident
-  return isMost(commonest, pairs.size()) ||
-         (pairs.size() >= manyStaves && ids.size() == pairs.size() && rises(pairs));
+  return isMost(commonest, pairs.size()) || (pairs.size() >= manyStaves && ids.size() == pairs.size() && rises(pairs));
 }
 
 }  // namespace

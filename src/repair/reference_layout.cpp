@@ -18,7 +18,7 @@ constexpr std::size_t mostLeftOut = 60;
 constexpr std::size_t mostSlots = 256;
 
 // In units of the logarithm of a likelihood ratio.
-constexpr double lookShare = 0.6;      // of the look: ids are stronger
+constexpr double lookShare = 0.6;       // of the look: ids are stronger
 constexpr double otherInstrument = -4;  // an id that stands in several systems, but never in the slot
 constexpr double otherDoubled = -1.5;   // the same for one that stands twice in its system
 constexpr double similarSlip = 0.5;

@@ -28,8 +28,8 @@ double missingShare(const std::vector<LayoutSlot>& slots);
 /// others is brought in line with the slots found so far, by ids and looks, and adds what they lack.
 ReferenceLayout findLayout(const CodedGroup& group);
 
-/// How the staves of a system fit to the slots, by their ids, unless these are not to be trusted, and by their looks; and
-/// what it means to leave slots out.
+/// How the staves of a system fit to the slots, by their ids, unless these are not to be trusted, and by their looks;
+/// and what it means to leave slots out.
 AlignmentScores alignmentScores(const CodedGroup& group, const CodedSystem& system,
                                 const std::vector<LayoutSlot>& slots, bool trustsIds = true);
 

@@ -79,7 +79,8 @@ std::vector<std::int16_t> SlotIdentifier::certainIds() const {
     ids.push_back(certain ? id : std::int16_t{0});
     ++uses[ids.back()];
   }
-  std::replace_if(ids.begin(), ids.end(), [&](std::int16_t id) { return uses[id] > 1; }, std::int16_t{0});
+  std::replace_if(
+      ids.begin(), ids.end(), [&](std::int16_t id) { return uses[id] > 1; }, std::int16_t{0});
   return ids;
 }
 
@@ -133,7 +134,8 @@ double SlotIdentifier::score(std::size_t slot, std::int16_t id) const {
   return sum;
 }
 
-/// What is written there are slips of an id that no staff has. Ids of staves beside are doubled ones, whatever is meant.
+/// What is written there are slips of an id that no staff has. Ids of staves beside are doubled ones, whatever is
+/// meant.
 double SlotIdentifier::scoreOfNone(std::size_t slot) const {
   double sum = missing_[slot] || !listed_.isEmpty() ? gapLeft : noId;
   const double more = std::log(moreDamage(slot, slots_[slot].staves()));

@@ -5,10 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "repair/coded_group.h"
-#include "repair/damage_rates.h"
-#include "repair/reference_layout.h"
-#include "repair/slot_ids.h"
+#include "repair/system_scores.h"
 
 namespace kiv {
 
@@ -22,17 +19,9 @@ struct StaffCandidate {
 
 /// Which instrument a staff is of, as far as its system tells.
 struct AssignedStaff {
-  std::optional<std::size_t> instrument;  ///< an index in the known ones; none for a staff of an unknown instrument
-  double margin = 0;                      ///< the total score less the best one that gives the staff another id
-  std::vector<StaffCandidate> candidates; ///< the best first; only of staves whose id is in doubt
-};
-
-/// What a group is known to be before its systems are looked at one by one.
-struct GroupKnowledge {
-  const CodedGroup& group;
-  const ReferenceLayout& layout;
-  const std::vector<KnownInstrument>& instruments;
-  const DamageRates& rates;
+  std::optional<std::size_t> instrument;   ///< an index in the known ones; none for a staff of an unknown instrument
+  double margin = 0;                       ///< the total score less the best one that gives the staff another id
+  std::vector<StaffCandidate> candidates;  ///< the best first; only of staves whose id is in doubt
 };
 
 /// Assigns the staves of a system to the known instruments, each to at most one staff, so that the evidence of all

@@ -11,16 +11,8 @@ namespace kiv {
 namespace {
 
 /// What says nothing about an instrument.
-constexpr TypeSet ignoredTypes{ItemType::clef,
-                               ItemType(4),
-                               ItemType(5),
-                               ItemType(6),
-                               ItemType(7),
-                               ItemType::staff,
-                               ItemType(9),
-                               ItemType(12),
-                               ItemType(13),
-                               ItemType::keySignature,
+constexpr TypeSet ignoredTypes{ItemType::clef,         ItemType(4), ItemType(5),  ItemType(6),  ItemType(7),
+                               ItemType::staff,        ItemType(9), ItemType(12), ItemType(13), ItemType::keySignature,
                                ItemType::timeSignature};
 
 /// Heights further away than this are no notes of music.

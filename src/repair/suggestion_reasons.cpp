@@ -33,8 +33,11 @@ std::string clefWords(const ClefForm& clef) {
   constexpr ClefForm bass{1, 0};
   constexpr ClefForm alto{2, 0};
   constexpr ClefForm tenor{2, 2};
-  return clef == treble ? "treble clef" : clef == bass ? "bass clef" : clef == alto ? "alto clef"
-                                      : clef == tenor  ? "tenor clef" : "the same clef";
+  return clef == treble  ? "treble clef"
+         : clef == bass  ? "bass clef"
+         : clef == alto  ? "alto clef"
+         : clef == tenor ? "tenor clef"
+                         : "the same clef";
 }
 
 std::string inWords(const std::vector<std::string>& parts, const std::string& between) {
@@ -101,17 +104,16 @@ std::string SuggestionReasons::place(std::size_t system, std::size_t staff, std:
       same += (here.above == 0 || there.above == here.above) && (here.below == 0 || there.below == here.below) ? 1 : 0;
     }
   }
-  return same == 0 ? "" : words + ", as in " + std::to_string(same) + " of " + std::to_string(all) +
-                              (all == 1 ? " system" : " systems");
+  return same == 0 ? ""
+                   : words + ", as in " + std::to_string(same) + " of " + std::to_string(all) +
+                         (all == 1 ? " system" : " systems");
 }
 
 std::vector<std::string> SuggestionReasons::looks(std::size_t system, std::size_t staff, std::size_t slot) const {
   const LayoutSlot& there = knowledge_.layout.slots[slot];
   const CodedStaff& coded = knowledge_.group.systems[system][staff];
   const StaffEvidence& evidence = group_[system].staves[staff];
-  const auto tells = [&](Feature feature) {
-    return there.featureScore(coded, feature, knowledge_.group) > telling;
-  };
+  const auto tells = [&](Feature feature) { return there.featureScore(coded, feature, knowledge_.group) > telling; };
   std::vector<std::string> words;
   if (there.nameScore(coded, knowledge_.group) > telling) {
     words.push_back("named \"" + evidence.name + "\"");

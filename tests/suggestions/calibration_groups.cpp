@@ -94,8 +94,8 @@ void GroupMaker::intoPages() {
   const int most = choices_.between(1, 4);
   for (std::size_t s = 0; s < systems_.size();) {
     PlannedPage page;
-    const auto count = std::min<std::size_t>(static_cast<std::size_t>(choices_.between(1, split ? 1 : most)),
-                                             systems_.size() - s);
+    const auto count =
+        std::min<std::size_t>(static_cast<std::size_t>(choices_.between(1, split ? 1 : most)), systems_.size() - s);
     page.systems.assign(systems_.begin() + static_cast<std::ptrdiff_t>(s),
                         systems_.begin() + static_cast<std::ptrdiff_t>(s + count));
     if (split && page.systems.front().staves.size() > 2) {
@@ -212,9 +212,12 @@ void GroupMaker::alternate() {
 
 void GroupMaker::makeIrregular(int how) {
   static const std::vector<std::pair<const char*, void (GroupMaker::*)()>> ways = {
-      {"missing instruments", &GroupMaker::dropStaves}, {"moved staves", &GroupMaker::moveStaves},
-      {"renumbered", &GroupMaker::renumber},            {"a rare instrument", &GroupMaker::addRareInstrument},
-      {"two layouts", &GroupMaker::useTwoLayouts},      {"instruments in turn", &GroupMaker::alternate},
+      {"missing instruments", &GroupMaker::dropStaves},
+      {"moved staves", &GroupMaker::moveStaves},
+      {"renumbered", &GroupMaker::renumber},
+      {"a rare instrument", &GroupMaker::addRareInstrument},
+      {"two layouts", &GroupMaker::useTwoLayouts},
+      {"instruments in turn", &GroupMaker::alternate},
   };
   const auto& [name, make] = ways[static_cast<std::size_t>(how)];
   (this->*make)();
@@ -227,8 +230,8 @@ void GroupMaker::makeIrregular(int how) {
 
 PlannedGroup GroupMaker::make() {
   const int kind = static_cast<int>(number_ % 20);
-  group_.instruments = scoreOrder(choices_, static_cast<std::size_t>(
-      choices_.oneIn(3) ? choices_.between(3, 40) : choices_.between(3, 24)));
+  group_.instruments = scoreOrder(
+      choices_, static_cast<std::size_t>(choices_.oneIn(3) ? choices_.between(3, 40) : choices_.between(3, 24)));
   giveIds();
   addSystems(static_cast<std::size_t>(choices_.oneIn(3) ? choices_.between(4, 60) : choices_.between(4, 16)));
   constexpr int irregularKinds = 6;

@@ -28,8 +28,7 @@ class GroupWriter {
   WrittenGroup written_;
 };
 
-std::string GroupWriter::staffText(const PlannedSystem& system, std::size_t index, int staff,
-                                   std::size_t files) const {
+std::string GroupWriter::staffText(const PlannedSystem& system, std::size_t index, int staff, std::size_t files) const {
   const PlannedInstrument& instrument = group_.instruments[system.staves[index].instrument];
   std::string text = line("staff", staff, left,
                           "size " + std::to_string(instrument.size) + " lines " + std::to_string(instrument.lines) +
@@ -87,8 +86,8 @@ void GroupWriter::writePage(const PlannedPage& page, std::size_t number) {
         }
         text += staffText(*system, i, staff, page.files);
         const PlannedStaff& planned = system->staves[i];
-        written_.staves.push_back({written_.pages.back().file, staff, planned.writtenId,
-                                   group_.instruments[planned.instrument].id});
+        written_.staves.push_back(
+            {written_.pages.back().file, staff, planned.writtenId, group_.instruments[planned.instrument].id});
       }
     }
     written_.pages.back().text = text + "text 1 at 200 \"page\"\n";

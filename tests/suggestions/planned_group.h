@@ -15,10 +15,10 @@ struct PlannedInstrument {
   int clefHeight = 0;
   int lines = 5;
   int size = 1;
-  int keyDistance = 0;   ///< sharps more than the piece has
-  bool hasKey = true;    ///< shows a key signature
-  int noteHeight = 0;    ///< about which its notes lie
-  int brace = 0;         ///< staves that a brace at it spans; 0 for none
+  int keyDistance = 0;  ///< sharps more than the piece has
+  bool hasKey = true;   ///< shows a key signature
+  int noteHeight = 0;   ///< about which its notes lie
+  int brace = 0;        ///< staves that a brace at it spans; 0 for none
 };
 
 /// A staff, and the id that is written at it.

@@ -17,25 +17,26 @@ struct Kind {
 };
 
 const std::vector<Kind> kinds = {
-    {"Piccolo", "Picc.", 0, 0, 7, 5, true},        {"Flute", "Fl.", 0, 0, 6, 5, true},
-    {"Oboe", "Ob.", 0, 0, 4, 5, true},             {"English Horn", "E.H.", 0, 1, 3, 5, true},
-    {"Clarinet", "Cl.", 0, 2, 3, 5, true},         {"Bass Clarinet", "B.Cl.", 0, 2, 1, 5, true},
-    {"Bassoon", "Bn.", 1, 0, 5, 5, true},          {"Contrabassoon", "Cbn.", 1, 0, 2, 5, true},
-    {"Horn", "Hn.", 0, 1, 2, 5, false},            {"Trumpet", "Tpt.", 0, 2, 4, 5, false},
-    {"Trombone", "Tbn.", 1, 0, 5, 5, true},        {"Tuba", "Tba.", 1, 0, 1, 5, true},
-    {"Timpani", "Timp.", 1, 0, 3, 5, false},       {"Triangle", "Trgl.", 0, 0, 0, 1, false},
-    {"Cymbals", "Cym.", 0, 0, 0, 1, false},        {"Harp", "Hp.", 0, 0, 4, 5, true},
-    {"Piano", "Pno.", 0, 0, 4, 5, true},           {"Soprano", "S.", 0, 0, 4, 5, true},
-    {"Alto", "A.", 0, 0, 2, 5, true},              {"Tenor", "T.", 0, 0, 3, 5, true},
-    {"Bass", "B.", 1, 0, 4, 5, true},              {"Violin", "Vl.", 0, 0, 5, 5, true},
-    {"Viola", "Vla.", 2, 0, 4, 5, true},           {"Violoncello", "Vc.", 1, 0, 5, 5, true},
+    {"Piccolo", "Picc.", 0, 0, 7, 5, true},   {"Flute", "Fl.", 0, 0, 6, 5, true},
+    {"Oboe", "Ob.", 0, 0, 4, 5, true},        {"English Horn", "E.H.", 0, 1, 3, 5, true},
+    {"Clarinet", "Cl.", 0, 2, 3, 5, true},    {"Bass Clarinet", "B.Cl.", 0, 2, 1, 5, true},
+    {"Bassoon", "Bn.", 1, 0, 5, 5, true},     {"Contrabassoon", "Cbn.", 1, 0, 2, 5, true},
+    {"Horn", "Hn.", 0, 1, 2, 5, false},       {"Trumpet", "Tpt.", 0, 2, 4, 5, false},
+    {"Trombone", "Tbn.", 1, 0, 5, 5, true},   {"Tuba", "Tba.", 1, 0, 1, 5, true},
+    {"Timpani", "Timp.", 1, 0, 3, 5, false},  {"Triangle", "Trgl.", 0, 0, 0, 1, false},
+    {"Cymbals", "Cym.", 0, 0, 0, 1, false},   {"Harp", "Hp.", 0, 0, 4, 5, true},
+    {"Piano", "Pno.", 0, 0, 4, 5, true},      {"Soprano", "S.", 0, 0, 4, 5, true},
+    {"Alto", "A.", 0, 0, 2, 5, true},         {"Tenor", "T.", 0, 0, 3, 5, true},
+    {"Bass", "B.", 1, 0, 4, 5, true},         {"Violin", "Vl.", 0, 0, 5, 5, true},
+    {"Viola", "Vla.", 2, 0, 4, 5, true},      {"Violoncello", "Vc.", 1, 0, 5, 5, true},
     {"Double Bass", "Db.", 1, 0, 2, 5, true},
 };
 
 PlannedInstrument instrumentOf(const Kind& kind, int part, int parts) {
   static const std::vector<const char*> numerals = {"", " I", " II", " III", " IV"};
-  const std::string numeral = parts == 1 ? "" : part <= 4 ? numerals[static_cast<std::size_t>(part)]
-                                                          : " " + std::to_string(part);
+  const std::string numeral = parts == 1  ? ""
+                              : part <= 4 ? numerals[static_cast<std::size_t>(part)]
+                                          : " " + std::to_string(part);
   PlannedInstrument instrument;
   instrument.name = kind.name + numeral;
   instrument.abbreviation = kind.abbreviation + numeral;

@@ -15,9 +15,7 @@ class Choices : public RandomGenerator {
   using RandomGenerator::RandomGenerator;
 
   /// A number from low to high.
-  int between(int low, int high) {
-    return low + static_cast<int>(below(static_cast<std::size_t>(high - low + 1)));
-  }
+  int between(int low, int high) { return low + static_cast<int>(below(static_cast<std::size_t>(high - low + 1))); }
   template <typename Value>
   const Value& oneOf(const std::vector<Value>& values) {
     return values[below(values.size())];

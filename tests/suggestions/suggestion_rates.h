@@ -22,10 +22,10 @@ struct SuggestionRates {
   std::size_t damaged = 0;
   std::array<std::size_t, 3> proposed{};  ///< for staves, by confidence
   std::array<std::size_t, 3> right{};
-  std::size_t covered = 0;           ///< damaged staves with a sure or likely proposal that is right
-  std::size_t decided = 0;           ///< damaged staves with a sure or likely proposal
+  std::size_t covered = 0;  ///< damaged staves with a sure or likely proposal that is right
+  std::size_t decided = 0;  ///< damaged staves with a sure or likely proposal
   std::size_t undecided = 0;
-  std::size_t groupsWithSure = 0;    ///< a sure proposal for a staff
+  std::size_t groupsWithSure = 0;  ///< a sure proposal for a staff
   std::size_t groupsWithAny = 0;
 
   void add(const WrittenGroup& group, const Suggestions& suggestions);

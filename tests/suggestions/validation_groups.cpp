@@ -152,9 +152,8 @@ void OtherGroups::keepFamily() {
 /// The second half is in another order of families.
 void OtherGroups::turnAround() {
   for (std::size_t s = systems_.size() / 2; s < systems_.size(); ++s) {
-    std::stable_sort(systems_[s].staves.begin(), systems_[s].staves.end(), [&](const auto& a, const auto& b) {
-      return familyOf_[a.instrument] > familyOf_[b.instrument];
-    });
+    std::stable_sort(systems_[s].staves.begin(), systems_[s].staves.end(),
+                     [&](const auto& a, const auto& b) { return familyOf_[a.instrument] > familyOf_[b.instrument]; });
   }
 }
 
