@@ -24,6 +24,7 @@ struct CommandLine {
   DrawOptions draw;
   ChartOptions chart;
   InstrumentsOptions instruments;
+  SuggestOptions suggest;
   RecoverOptions recover;
   PageFiles files;
   std::string shell;                 ///< for completions
@@ -46,6 +47,7 @@ void addCommands(CLI::App& app, CommandLine& line) {
   addDraw(app, line.draw, line.status);
   addChart(app, line.chart, line.status);
   addInstruments(app, line.instruments, line.status);
+  addSuggest(app, line.suggest, line.status);
   addRecover(app, line.recover, line.status);
   addPageCommands(app, line.files, line.status);
   addDocuments(app, line.shell, line.status);
