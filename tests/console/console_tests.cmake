@@ -30,6 +30,7 @@ if(NOT WIN32)
     console/safe_selection_test.cpp
     console/signals_test.cpp
     console/sort_test.cpp
+    console/suggest_test.cpp
     console/survey_command_test.cpp
     console/survey_state_test.cpp
     console/trace_test.cpp

@@ -49,8 +49,10 @@ TEST(SuggestionRates, CountWhatIsRightWrongAndLeftOut) {
   WrittenGroup group;
   group.staves = {{"A.MUS", 1, 0, 101}, {"A.MUS", 2, 0, 102}, {"A.MUS", 3, 103, 103}};
   Suggestions suggestions;
-  suggestions.corrections.push_back({{"C:\\A.MUS", 1, "1", 1, false, IdProblem::zero, 0}, 101, Confidence::sure, 9, ""});
-  suggestions.corrections.push_back({{"C:\\A.MUS", 1, "3", 3, false, IdProblem::rare, 103}, 7, Confidence::likely, 2, ""});
+  suggestions.corrections.push_back(
+      {{"C:\\A.MUS", 1, "1", 1, false, IdProblem::zero, 0}, 101, Confidence::sure, 9, ""});
+  suggestions.corrections.push_back(
+      {{"C:\\A.MUS", 1, "3", 3, false, IdProblem::rare, 103}, 7, Confidence::likely, 2, ""});
   SuggestionRates rates;
   rates.add(group, suggestions);
   EXPECT_EQ(rates.damaged, 2U);

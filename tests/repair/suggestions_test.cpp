@@ -103,9 +103,9 @@ TEST_F(SuggestedIds, ReplaceASlip) {
 TEST_F(SuggestedIds, ReplaceAWholeSystemWithoutIds) {
   addSystems(6, score);
   addSystem({0, 0, 0, 0, 0});
-  EXPECT_THAT(corrections(), ElementsAre("X7.MUS 5: 0 -> 101 sure", "X7.MUS 4: 0 -> 102 sure",
-                                         "X7.MUS 3: 0 -> 103 sure", "X7.MUS 2: 0 -> 104 sure",
-                                         "X7.MUS 1: 0 -> 105 sure"));
+  EXPECT_THAT(corrections(),
+              ElementsAre("X7.MUS 5: 0 -> 101 sure", "X7.MUS 4: 0 -> 102 sure", "X7.MUS 3: 0 -> 103 sure",
+                          "X7.MUS 2: 0 -> 104 sure", "X7.MUS 1: 0 -> 105 sure"));
 }
 
 TEST_F(SuggestedIds, AnIdOfAnotherStaffIsReplacedWhenThatStaffNeedsIt) {
