@@ -11,7 +11,7 @@ namespace {
 
 /// Of the ids that are doubled, those that are taken from any staff further away.
 constexpr double fromElsewhere = 0.01;
-/// Before a group is looked at, this much is known: so many errors among so many staves.
+/// What is assumed before a group is counted: this number of errors among this number of staves.
 constexpr double usualErrors = 0.3;
 constexpr double usualStaves = 50;
 constexpr double highestRate = 0.3;

@@ -18,7 +18,7 @@ struct CueEvidence {
   bool operator==(const CueEvidence&) const = default;
 };
 
-/// What a page says about one staff: everything that may tell which instrument it is of. What it does not say is empty.
+/// What a page says about one staff: all evidence of its instrument. What it does not say is empty.
 struct StaffEvidence {
   std::string file;              ///< full name
   std::string staff;             ///< its number in the file, in general number form

@@ -7,7 +7,7 @@
 
 namespace kiv {
 
-/// How ids go on from slot to slot: most scores number their instruments regularly from the top down.
+/// How ids progress from slot to slot: most scores number their instruments regularly from the top down.
 class IdProgression {
  public:
   /// The ids of the slots that are certain; 0 for the others.

@@ -1,5 +1,6 @@
 #include "repair/optimal_assignment.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace kiv {
@@ -103,38 +104,31 @@ double OptimalAssignment::total() const {
   return sum;
 }
 
-/// The cost of moving rows on from the first one, which does not take the column that is avoided, until the column to
-/// is taken.
-double OptimalAssignment::distance(std::size_t row, std::size_t to, std::size_t avoided) const {
+/// Goes back from the row's column: what it costs when the row of another column is moved on, and the one that it takes
+/// the place of, until the row's column is taken.
+std::vector<double> OptimalAssignment::losses(std::size_t row) const {
   Reached reached(size_);
-  std::size_t current = row;
-  double base = 0;
-  while (true) {
+  reached.distance[columnOf_[row]] = 0;
+  for (std::size_t column = reached.nearest(); column != none; column = reached.nearest()) {
+    reached.done[column] = 1;
     for (std::size_t c = 0; c < size_; ++c) {
-      const double distance = base + reduced(current, c);
-      if (reached.done[c] == 0 && distance < reached.distance[c] && (current != row || c != avoided)) {
-        reached.distance[c] = distance;
+      if (reached.done[c] == 0) {
+        const double distance = reached.distance[column] + reduced(rowOf_[c], column);
+        reached.distance[c] = std::min(reached.distance[c], distance);
       }
     }
-    const std::size_t column = reached.nearest();
-    if (column == none || column == to) {
-      return column == none ? infinite : reached.distance[column];
-    }
-    base = reached.distance[column];
-    reached.done[column] = 1;
-    current = rowOf_[column];
   }
+  std::vector<double> losses;
+  for (std::size_t c = 0; c < size_; ++c) {
+    losses.push_back(c == columnOf_[row] ? 0 : reached.distance[c] + reduced(row, c));
+  }
+  return losses;
 }
 
 double OptimalAssignment::margin(std::size_t row) const {
-  return distance(row, columnOf_[row], columnOf_[row]);
-}
-
-double OptimalAssignment::loss(std::size_t row, std::size_t column) const {
-  if (columnOf_[row] == column) {
-    return 0;
-  }
-  return reduced(row, column) + distance(rowOf_[column], columnOf_[row], none);
+  std::vector<double> others = losses(row);
+  others[columnOf_[row]] = infinite;
+  return *std::min_element(others.begin(), others.end());
 }
 
 }  // namespace kiv

@@ -36,11 +36,11 @@ class OptimalAssignment {
   std::size_t column(std::size_t row) const { return columnOf_[row]; }
   /// The total score.
   double total() const;
-  /// The total score less the best one in which the row has another column: never negative. Infinite when there is no
-  /// other column.
+  /// For each column: the total score less the best one in which the row has this column. Never negative, and 0 for the
+  /// column that it has.
+  std::vector<double> losses(std::size_t row) const;
+  /// The total score less the best one in which the row has another column. Infinite when there is no other one.
   double margin(std::size_t row) const;
-  /// The total score less the best one in which the row has this column.
-  double loss(std::size_t row, std::size_t column) const;
 
  private:
   double reduced(std::size_t row, std::size_t column) const {
@@ -53,7 +53,6 @@ class OptimalAssignment {
   void place(std::size_t row);
   void flip(std::size_t column, const std::vector<std::size_t>& from);
   void fillUp();
-  double distance(std::size_t row, std::size_t to, std::size_t avoided) const;
 
   const ScoreMatrix& scores_;
   std::size_t size_;

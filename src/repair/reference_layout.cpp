@@ -155,7 +155,7 @@ void LayoutFinder::extend(std::size_t system) {
   takeOut(system, 1);
 }
 
-/// Counts a system anew. A group that is not too large is looked at without the system itself.
+/// Counts a system once more. A group that is not too large is looked at without the system itself.
 void LayoutFinder::realign(std::size_t system) {
   const bool leavesOut = group_.systems.size() <= mostLeftOut;
   if (leavesOut) {

@@ -23,6 +23,9 @@ constexpr double gapLeft = -4;
 constexpr double noId = -1;
 /// The same slip twice, when nobody knows of what.
 constexpr double sameSlip = 0.02;
+/// From this rate on, some slips may come that much more often than others.
+constexpr double manySlips = 0.02;
+constexpr double favoriteSlip = 4;
 /// Ids of a slot that may be its own: the commonest ones.
 constexpr std::size_t mostCandidates = 4;
 
@@ -151,7 +154,7 @@ double SlotIdentifier::scoreOfNone(std::size_t slot) const {
   return sum;
 }
 
-/// How many times more ids of the slot are wrong than of the group, when so many are: errors come in groups.
+/// How many times more ids of the slot are wrong than of the group, when this number is: errors come in groups.
 double SlotIdentifier::moreDamage(std::size_t slot, int wrong) const {
   constexpr double pooled = 2;  // staves of the slot that the group counts for
   const double rate = (wrong + pooled * rates_.all()) / (slots_[slot].staves() + pooled);
@@ -175,7 +178,9 @@ bool SlotIdentifier::isInTurn(std::size_t slot, std::int16_t main, std::int16_t 
   if (count < 2 || id == main || (!listed_.isEmpty() && !listed_.contains(id))) {
     return false;
   }
-  const double chance = std::exp(rates_.logWritten(id, main, isNeighbor(slot, id)));
+  // Some slips are much more frequent than others; where there are many, one may come again and again.
+  const bool isSlip = rates_.mistyped > manySlips && isSlipOf(id, main);
+  const double chance = std::exp(rates_.logWritten(id, main, isNeighbor(slot, id))) * (isSlip ? favoriteSlip : 1);
   const double share = std::min(count / all, 1 - 0.5 / all);
   const auto likelihood = [&](double p) { return count * std::log(p) + (all - count) * std::log(1 - p); };
   return instrumentInTurn + likelihood(share) > likelihood(chance);

@@ -25,7 +25,7 @@ struct KnownInstrument {
 using ListedInstruments = std::vector<ListedInstrument>;
 
 /// The ids of the slots: each the one that explains best what is written there, no two slots having the same. A slot in
-/// which nothing can be told has none. A slot may have several instruments, one at a time: then those that stand there
+/// which nothing is certain has none. A slot may have several instruments, one at a time: then those that stand there
 /// too often to be slips follow its own. Where instruments are listed, there are no others.
 std::vector<KnownInstrument> identifySlots(const CodedGroup& group, const ReferenceLayout& layout,
                                            const DamageRates& rates, const ListedInstruments& listed);

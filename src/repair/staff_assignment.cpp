@@ -12,24 +12,25 @@ constexpr std::size_t mostCandidates = 4;
 constexpr double leastLikely = 6;                // a candidate that is less likely by this is none
 const double wholeSystemWrong = std::log(0.01);  // of all systems in which much is wrong
 
-std::vector<StaffCandidate> candidatesFor(const GroupKnowledge& knowledge, const ScoreMatrix& scores,
-                                          const OptimalAssignment& best, std::size_t staff) {
-  const auto& instruments = knowledge.instruments;
+std::vector<StaffCandidate> candidatesFor(const GroupKnowledge& knowledge, const std::vector<double>& losses) {
   std::vector<StaffCandidate> all;
-  for (std::size_t c = 0; c < instruments.size(); ++c) {
-    // A staff whose score is that much lower in itself is not worth the search.
-    if (scores.at(staff, c) > scores.at(staff, best.column(staff)) - 3 * leastLikely) {
-      all.push_back({instruments[c].id, best.loss(staff, c)});
+  for (std::size_t c = 0; c < knowledge.instruments.size(); ++c) {
+    if (losses[c] <= leastLikely) {
+      all.push_back({knowledge.instruments[c].id, losses[c]});
     }
   }
-  std::erase_if(all, [](const StaffCandidate& candidate) { return candidate.loss > leastLikely; });
   std::stable_sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.loss < b.loss; });
   all.resize(std::min(all.size(), mostCandidates));
   return all;
 }
 
-std::vector<AssignedStaff> assignBy(const GroupKnowledge& knowledge, std::size_t system, const ScoreMatrix& scores,
-                                    const OptimalAssignment& best, const std::vector<char>& inDoubt) {
+double marginOf(std::vector<double> losses, std::size_t column) {
+  losses.erase(losses.begin() + static_cast<std::ptrdiff_t>(column));
+  return losses.empty() ? leastLikely : *std::min_element(losses.begin(), losses.end());
+}
+
+std::vector<AssignedStaff> assignBy(const GroupKnowledge& knowledge, std::size_t system, const OptimalAssignment& best,
+                                    const std::vector<char>& inDoubt) {
   const CodedSystem& staves = knowledge.group.systems[system];
   std::vector<AssignedStaff> assigned(staves.size());
   for (std::size_t i = 0; i < assigned.size(); ++i) {
@@ -38,8 +39,9 @@ std::vector<AssignedStaff> assignBy(const GroupKnowledge& knowledge, std::size_t
     }
     const bool isMoved = assigned[i].instrument && knowledge.instruments[best.column(i)].id != staves[i].id;
     if (inDoubt[i] != 0 || isMoved) {
-      assigned[i].margin = best.margin(i);
-      assigned[i].candidates = candidatesFor(knowledge, scores, best, i);
+      const std::vector<double> losses = best.losses(i);
+      assigned[i].margin = marginOf(losses, best.column(i));
+      assigned[i].candidates = candidatesFor(knowledge, losses);
     }
   }
   return assigned;
@@ -64,7 +66,7 @@ std::vector<AssignedStaff> assignStaves(const GroupKnowledge& knowledge, std::si
   const OptimalAssignment byIds(scores);
   const auto rates = trusting.ratesByPlace();
   if (!rates) {
-    return assignBy(knowledge, system, scores, byIds, inDoubt);
+    return assignBy(knowledge, system, byIds, inDoubt);
   }
   // A whole system may have been numbered wrongly; then its ids mislead each other.
   SystemScores distrusting(knowledge, system);
@@ -72,8 +74,8 @@ std::vector<AssignedStaff> assignStaves(const GroupKnowledge& knowledge, std::si
   const ScoreMatrix otherScores = distrusting.score();
   const OptimalAssignment byPlaces(otherScores);
   const double difference = byPlaces.total() + wholeSystemWrong - byIds.total();
-  auto assigned = difference > 0 ? assignBy(knowledge, system, otherScores, byPlaces, inDoubt)
-                                 : assignBy(knowledge, system, scores, byIds, inDoubt);
+  auto assigned =
+      difference > 0 ? assignBy(knowledge, system, byPlaces, inDoubt) : assignBy(knowledge, system, byIds, inDoubt);
   weaken(assigned, byIds, byPlaces, std::fabs(difference));
   return assigned;
 }

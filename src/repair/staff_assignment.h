@@ -17,7 +17,7 @@ struct StaffCandidate {
   bool operator==(const StaffCandidate&) const = default;
 };
 
-/// Which instrument a staff is of, as far as its system tells.
+/// Which instrument a staff is of, as far as its system shows.
 struct AssignedStaff {
   std::optional<std::size_t> instrument;   ///< an index in the known ones; none for a staff of an unknown instrument
   double margin = 0;                       ///< the total score less the best one that gives the staff another id

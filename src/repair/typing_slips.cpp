@@ -20,25 +20,22 @@ std::string digitsOf(std::int16_t number) {
   return std::to_string(number);
 }
 
-/// Whether one text is the other with one more character.
-bool isLonger(const std::string& longer, const std::string& shorter) {
-  if (longer.size() != shorter.size() + 1) {
-    return false;
+/// In how many places a character can be left out of the longer text to get the shorter one.
+int waysToShorten(const std::string& longer, const std::string& shorter) {
+  int ways = 0;
+  for (std::size_t i = 0; longer.size() == shorter.size() + 1 && i < longer.size(); ++i) {
+    ways += std::string(longer).erase(i, 1) == shorter ? 1 : 0;
   }
-  std::size_t i = 0;
-  while (i < shorter.size() && longer[i] == shorter[i]) {
-    ++i;
-  }
-  return longer.compare(i + 1, std::string::npos, shorter, i, std::string::npos) == 0;
+  return ways;
 }
 
-bool isDoubled(const std::string& typed, const std::string& meant) {
+/// How many digits can be doubled to get what was typed.
+int waysToDouble(const std::string& typed, const std::string& meant) {
+  int ways = 0;
   for (std::size_t i = 0; i < meant.size(); ++i) {
-    if (std::string(meant).insert(i, 1, meant[i]) == typed) {
-      return true;
-    }
+    ways += std::string(meant).insert(i, 1, meant[i]) == typed ? 1 : 0;
   }
-  return false;
+  return ways;
 }
 
 double shareOfSameLength(const std::string& typed, const std::string& meant) {
@@ -68,10 +65,11 @@ double singleSlip(const std::string& typed, const std::string& meant) {
   if (typed.size() == meant.size()) {
     return shareOfSameLength(typed, meant);
   }
-  if (isLonger(typed, meant)) {
-    return addedDigits / (digits * (length + 1)) + (isDoubled(typed, meant) ? doubledDigits / length : 0);
-  }
-  return isLonger(meant, typed) ? missingDigits / length : 0;
+  const double added = waysToShorten(typed, meant);
+  const double doubled = waysToDouble(typed, meant);
+  const double missing = waysToShorten(meant, typed);
+  return addedDigits * added / (digits * (length + 1)) + doubledDigits * doubled / length +
+         missingDigits * missing / length;
 }
 
 }  // namespace

@@ -168,7 +168,7 @@ TEST_F(SuggestedIds, AListOfInstrumentsNamesTheOnesThatNoStaffHas) {
   EXPECT_EQ(lines.front(), "X1.MUS 3: 0 -> 131 likely");
 }
 
-TEST_F(SuggestedIds, NamesLeftOfTheStavesTellInstrumentsApart) {
+TEST_F(SuggestedIds, NamesLeftOfTheStavesDistinguishInstruments) {
   const std::string names = "text 3 at 1 p4 3 \"Horn\"\ntext 4 at 1 p4 3 \"Oboe\"\n";
   for (int system = 0; system < 6; ++system) {
     addSystem(score, names);
@@ -180,7 +180,7 @@ TEST_F(SuggestedIds, NamesLeftOfTheStavesTellInstrumentsApart) {
   EXPECT_THAT(suggest().corrections.front().reason, ::testing::HasSubstr("named \"Horn\""));
 }
 
-TEST_F(SuggestedIds, ShownInstrumentNumbersTellInstrumentsApart) {
+TEST_F(SuggestedIds, ShownInstrumentNumbersDistinguishInstruments) {
   addSystems(6, score);
   addSystems(3, {101, 104, 105});
   addSystem({101, 0, 104, 105}, "item 10 3 5 0 103\n");

@@ -32,7 +32,7 @@ class Choices : public RandomGenerator {
 /// several parts.
 std::vector<PlannedInstrument> scoreOrder(Choices& choices, std::size_t count);
 
-/// A slip of a person who types a number: a digit wrong, added, doubled or left out, or two exchanged. Another number
+/// A slip of somebody who types a number: a digit wrong, added, doubled or left out, or two exchanged. Another number
 /// than the one given, and not 0.
 int mistyped(Choices& choices, int id);
 

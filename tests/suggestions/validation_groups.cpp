@@ -28,7 +28,7 @@ class OtherGroups {
   void addSoloist();
   void keepFamily();
   void turnAround();
-  void numberAnew();
+  void renumber();
   std::string damage();
   int slip(int id);
   void damageStaff(PlannedSystem& system, std::size_t staff, int kind);
@@ -158,7 +158,7 @@ void OtherGroups::turnAround() {
 }
 
 /// The second half has other ids for all instruments.
-void OtherGroups::numberAnew() {
+void OtherGroups::renumber() {
   const int how = choices_.between(0, 2);
   const std::size_t count = group_.instruments.size();
   for (std::size_t i = 0; i < count; ++i) {
@@ -191,8 +191,8 @@ std::string OtherGroups::makeIrregular() {
       turnAround();
       return "another order";
     case 4:
-      numberAnew();
-      return "numbered anew";
+      renumber();
+      return "renumbered";
     default:
       return "consistent";
   }
