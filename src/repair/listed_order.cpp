@@ -20,7 +20,7 @@ bool isNameOf(const std::string& text, const ListedInstrument& instrument) {
 }  // namespace
 
 ListedOrder::ListedOrder(const std::vector<ListedInstrument>& listed, const CodedGroup& group,
-                         const std::vector<LayoutSlot>& slots, std::vector<std::int16_t> certain)
+                         const std::vector<LayoutSlot>& slots, const std::vector<std::int16_t>& certain)
     : listed_(listed), group_(group), slots_(slots) {
   for (std::size_t i = 0; i < listed.size(); ++i) {
     index_.emplace(listed[i].id, i);

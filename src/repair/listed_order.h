@@ -16,7 +16,7 @@ class ListedOrder {
  public:
   /// The group, its slots and the ids of those slots that are certain, 0 for the others.
   ListedOrder(const std::vector<ListedInstrument>& listed, const CodedGroup& group,
-              const std::vector<LayoutSlot>& slots, std::vector<std::int16_t> certain);
+              const std::vector<LayoutSlot>& slots, const std::vector<std::int16_t>& certain);
 
   bool isEmpty() const { return index_.empty(); }
   bool contains(std::int16_t id) const { return index_.contains(id); }

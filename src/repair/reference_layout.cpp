@@ -259,6 +259,7 @@ std::vector<double> presences(const std::vector<LayoutSlot>& slots) {
   }
   const double share = (all + half) / (most * static_cast<double>(slots.size()) + 1);
   std::vector<double> likely;
+  likely.reserve(slots.size());
   for (const LayoutSlot& slot : slots) {
     likely.push_back((slot.staves() + pooled * share) / (most + pooled));
   }

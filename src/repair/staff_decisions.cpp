@@ -66,7 +66,7 @@ StaffDecision SystemDecider::leftOpen(std::size_t staff, IdProblem problem) cons
 std::optional<StaffDecision> SystemDecider::decideStaff(std::size_t staff, IdProblem problem) const {
   const AssignedStaff& assigned = assigned_[staff];
   const bool isDoubtful = problem == IdProblem::rare || problem == IdProblem::misplaced;
-  const auto open = isDoubtful ? std::nullopt : std::optional(leftOpen(staff, problem));
+  auto open = isDoubtful ? std::nullopt : std::optional(leftOpen(staff, problem));
   if (!assigned.instrument) {
     return open;
   }

@@ -162,6 +162,7 @@ std::string SuggestionReasons::ofOpenStaff(const std::vector<std::int16_t>& cand
     return "no known instrument is missing here and fits";
   }
   std::vector<std::string> words;
+  words.reserve(candidates.size());
   for (const std::int16_t id : candidates) {
     words.push_back(instrument(id));
   }

@@ -25,7 +25,7 @@ class SuggestionReasons {
   /// The id with the name of the instrument, if a page has one: "110 Violas".
   std::string instrument(std::int16_t id) const;
   /// Why the staff is of the instrument: "between 110 Violas and 112 Double basses, as in 6 of 7 systems; bass clef".
-  std::string ofStaff(std::size_t system, std::size_t staff, const KnownInstrument& instrument) const;
+  std::string ofStaff(std::size_t system, std::size_t staff, const KnownInstrument& known) const;
   /// Why a staff stays open.
   std::string ofOpenStaff(const std::vector<std::int16_t>& candidates) const;
 

@@ -141,6 +141,7 @@ std::vector<double> SystemScores::companyScores() const {
     ++inSlot[instrument.slot];
   }
   std::vector<double> scores;
+  scores.reserve(instruments.size());
   for (const KnownInstrument& instrument : instruments) {
     scores.push_back(inSlot[instrument.slot] > 1 ? companyScore(instrument.id) : 0);
   }
@@ -206,6 +207,7 @@ std::optional<DamageRates> SystemScores::ratesByPlace() const {
     return std::nullopt;
   }
   std::vector<std::int16_t> meant;
+  meant.reserve(ids.size());
   for (const auto& [slot, id] : ids) {
     meant.push_back(id);
   }
