@@ -19,6 +19,7 @@ if(NOT WIN32)
     console/keep_going_test.cpp
     console/large_files_test.cpp
     console/man_and_completions_test.cpp
+    console/next_step_test.cpp
     console/page_commands_test.cpp
     console/pictures_test.cpp
     console/read_back_test.cpp

@@ -7,10 +7,12 @@
 #include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/analysis_output.h"
+#include "apps/kivsys/output/next_step.h"
 #include "apps/kivsys/safety/input_files.h"
 #include "apps/kivsys/selection/selection.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
+#include "platform/console/printable.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
 
@@ -71,12 +73,22 @@ int analyzeNames(ConsoleHost& console, const std::string& namesFile, const Analy
   if (details) {
     output.problems = problemsOf(console.system(), output.outcome);
   }
+  if (!options.selection.likePanel) {
+    output.next = nextStep(output.outcome, options.selection);
+  }
   const bool anySkipped = pages && pages->anySkipped();
   const int status = anySkipped ? exit_status::critical : exitStatusOf(output.outcome, isUnusable(output, options));
   if (options.jsonl) {
     return printOutcome(asJsonLines(output), status);
   }
-  return printOutcome(options.json ? asJson(output) : asText(console.system(), output), status);
+  if (options.json) {
+    return printOutcome(asJson(output), status);
+  }
+  const int printed = printOutcome(asText(console.system(), output), status);
+  if (output.next) {
+    NativeSystem::writeError("Next: " + printable(*output.next) + "\n");
+  }
+  return printed;
 }
 
 }  // namespace

@@ -16,6 +16,7 @@ Json outcomeJson(const AnalysisOutput& output) {
     object["pages_analysed"] = output.outcome.normalEnd ? Json(output.pages->count()) : Json();
     object["skipped"] = output.pages->skippedJson();
   }
+  object["next"] = output.next ? Json(NativeSystem::toUtf8(*output.next)) : Json();
   return object;
 }
 
