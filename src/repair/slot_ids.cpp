@@ -10,6 +10,7 @@
 #include "repair/id_progression.h"
 #include "repair/listed_order.h"
 #include "repair/optimal_assignment.h"
+#include "repair/slip_origins.h"
 #include "repair/typing_slips.h"
 
 namespace kiv {
@@ -42,12 +43,20 @@ class SlotIdentifier {
     }
     for (std::size_t s = 0; s < slots_.size(); ++s) {
       missing_.push_back(listed_.isEmpty() ? progression_.missingId(s) : std::nullopt);
+      lost_.push_back(listed_.isEmpty() ? findLost(s) : std::nullopt);
     }
   }
 
   std::vector<KnownInstrument> identify();
 
  private:
+  /// The likeliest id of a slot of which hardly any staff has it, and how likely any other one is.
+  struct LostId {
+    std::int16_t id = 0;
+    double others = 0;
+  };
+
+  std::optional<LostId> findLost(std::size_t slot) const;
   std::vector<std::int16_t> certainIds() const;
   std::vector<std::int16_t> candidates() const;
   bool isNeighbor(std::size_t slot, std::int16_t id) const;
@@ -66,7 +75,33 @@ class SlotIdentifier {
   ListedOrder listed_;
   std::set<std::int16_t> listedIds_;
   std::vector<std::optional<std::int16_t>> missing_;  // of each slot: the id that fills a gap there
+  std::vector<std::optional<LostId>> lost_;           // of each slot of which hardly any staff has the right id
 };
+
+/// Where different ids are typed, and none of them often, all may be slips of one that no staff has.
+std::optional<SlotIdentifier::LostId> SlotIdentifier::findLost(std::size_t slot) const {
+  std::map<std::int16_t, int> typed = slots_[slot].ids();
+  int written = 0;
+  int most = 0;
+  for (const auto& [id, count] : typed) {
+    written += count;
+    most = std::max(most, count);
+  }
+  std::erase_if(typed, [&](const auto& id) { return isNeighbor(slot, id.first); });
+  if (typed.size() < 2 || 2 * most > written) {
+    return std::nullopt;
+  }
+  const std::vector<SlipOrigin> origins = slipOrigins(typed);
+  if (origins.empty()) {
+    return std::nullopt;
+  }
+  double others = 0;
+  for (std::size_t i = 1; i < origins.size(); ++i) {
+    others += std::exp(origins[i].share - origins.front().share);
+  }
+  constexpr double leastShare = 1e-9;
+  return LostId{origins.front().meant, origins.front().share + std::log(std::max(others, leastShare))};
+}
 
 /// The ids of which two staves say so, and most of those that say anything.
 std::vector<std::int16_t> SlotIdentifier::certainIds() const {
@@ -102,6 +137,9 @@ std::vector<std::int16_t> SlotIdentifier::candidates() const {
     if (missing_[s]) {
       ids.insert(*missing_[s]);
     }
+    if (lost_[s]) {
+      ids.insert(lost_[s]->id);
+    }
   }
   return {ids.begin(), ids.end()};
 }
@@ -121,7 +159,10 @@ double SlotIdentifier::fit(std::size_t slot, std::int16_t id) const {
   if (isWritten) {
     return progression_.fit(slot, id);
   }
-  return missing_[slot] == id ? gapFilled + progression_.fit(slot, id) : impossible;
+  const bool isLost = lost_[slot] && lost_[slot]->id == id;
+  return missing_[slot] == id ? gapFilled + progression_.fit(slot, id)
+         : isLost             ? progression_.fit(slot, id)
+                              : impossible;
 }
 
 double SlotIdentifier::score(std::size_t slot, std::int16_t id) const {
@@ -146,12 +187,12 @@ double SlotIdentifier::scoreOfNone(std::size_t slot) const {
   for (const auto& [written, count] : withBlanks(slot)) {
     const bool beside = isNeighbor(slot, written);
     sum += count * (more + (beside ? rates_.logWritten(written, 0, true) : rates_.logWrittenOfAny(written)));
-    if (written != 0 && !beside) {
+    if (written != 0 && !beside && !lost_[slot]) {
       sum += (count - (isFirst ? 1 : 0)) * std::log(sameSlip);
       isFirst = false;
     }
   }
-  return sum;
+  return sum + (lost_[slot] ? lost_[slot]->others : 0);
 }
 
 /// How many times more ids of the slot are wrong than of the group, when this number is: errors come in groups.
