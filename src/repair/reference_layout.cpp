@@ -1,12 +1,9 @@
 #include "repair/reference_layout.h"
 
 #include <algorithm>
-#include <cmath>
 #include <map>
 #include <numeric>
 #include <utility>
-
-#include "repair/typing_slips.h"
 
 namespace kiv {
 namespace {
@@ -16,31 +13,6 @@ constexpr int passes = 3;
 constexpr std::size_t mostLeftOut = 60;
 /// More instruments than any score has; staves of further ones are in no slot.
 constexpr std::size_t mostSlots = 256;
-
-// In units of the logarithm of a likelihood ratio.
-constexpr double lookShare = 0.6;       // of the look: ids are stronger
-constexpr double otherInstrument = -4;  // an id that stands in several systems, but never in the slot
-constexpr double otherDoubled = -1.5;   // the same for one that stands twice in its system
-constexpr double similarSlip = 0.5;
-constexpr double strangeId = -1;
-constexpr double extraStaff = -4;
-constexpr double leastPresence = -6;
-
-double idScore(const CodedGroup& group, const CodedStaff& staff, const LayoutSlot& slot, double commonness) {
-  if (staff.id == 0 || slot.ids().empty()) {
-    return 0;
-  }
-  const int count = slot.countOf(staff.id);
-  if (count > 0) {
-    constexpr double share = 0.1;
-    return std::log((count + share) / (slot.staves() + 1)) + commonness;
-  }
-  const auto systems = group.idSystems.find(staff.id);
-  if (systems != group.idSystems.end() && systems->second.size() > 1) {
-    return staff.repeated ? otherDoubled : otherInstrument;
-  }
-  return isSlipOf(staff.id, slot.commonestId()) ? similarSlip : strangeId;
-}
 
 class LayoutFinder {
  public:
@@ -57,6 +29,8 @@ class LayoutFinder {
   void takeOut(std::size_t system, int weight);
   void realign(std::size_t system);
   void insertSlot(std::size_t before);
+  std::vector<std::size_t> slotsOfAll() const;
+  void placeInOrder(const std::vector<std::size_t>& slots);
   bool shareASystem(std::size_t a, std::size_t b) const;
   void mergeSlots();
   void renumber(const std::vector<std::optional<std::size_t>>& target);
@@ -221,6 +195,45 @@ void LayoutFinder::renumber(const std::vector<std::optional<std::size_t>>& targe
   }
 }
 
+/// Where nearly all systems have the same number of staves: that number of slots, those with most staves. Otherwise, or
+/// when there are no more than these, none.
+std::vector<std::size_t> LayoutFinder::slotsOfAll() const {
+  constexpr double nearlyAll = 0.95;
+  std::map<std::size_t, double> sizes;
+  for (const CodedSystem& system : group_.systems) {
+    ++sizes[system.size()];
+  }
+  const auto commonest =
+      std::max_element(sizes.begin(), sizes.end(), [](const auto& a, const auto& b) { return a.second < b.second; });
+  const std::size_t size = commonest->first;
+  if (commonest->second < nearlyAll * static_cast<double>(group_.systems.size()) || layout_.slots.size() <= size) {
+    return {};
+  }
+  std::vector<std::size_t> slots(layout_.slots.size());
+  std::iota(slots.begin(), slots.end(), 0U);
+  std::stable_sort(slots.begin(), slots.end(),
+                   [&](std::size_t a, std::size_t b) { return layout_.slots[a].staves() > layout_.slots[b].staves(); });
+  slots.resize(size);
+  std::sort(slots.begin(), slots.end());
+  return slots;
+}
+
+/// A system with as many staves as there are slots, one of which is in another slot, is rather wrongly numbered than of
+/// other instruments: its staves get the slots from the top down.
+void LayoutFinder::placeInOrder(const std::vector<std::size_t>& slots) {
+  for (std::size_t s = 0; s < layout_.slotOf.size(); ++s) {
+    auto& slotOf = layout_.slotOf[s];
+    const bool isElsewhere = std::any_of(slotOf.begin(), slotOf.end(), [&](const auto& slot) {
+      return !slot || !std::binary_search(slots.begin(), slots.end(), *slot);
+    });
+    if (slotOf.size() == slots.size() && isElsewhere) {
+      takeOut(s, -1);
+      slotOf.assign(slots.begin(), slots.end());
+      takeOut(s, 1);
+    }
+  }
+}
+
 ReferenceLayout LayoutFinder::find() {
   const std::size_t systems = group_.systems.size();
   layout_.slotOf.resize(systems);
@@ -243,54 +256,14 @@ ReferenceLayout LayoutFinder::find() {
     }
     mergeSlots();
   }
+  if (const auto slots = slotsOfAll(); !slots.empty()) {
+    placeInOrder(slots);
+    mergeSlots();
+  }
   return std::move(layout_);
 }
 
 }  // namespace
-
-std::vector<double> presences(const std::vector<LayoutSlot>& slots) {
-  constexpr double pooled = 2;  // systems that all slots together count for
-  constexpr double half = 0.5;
-  double all = 0;
-  double most = 1;
-  for (const LayoutSlot& slot : slots) {
-    all += slot.staves();
-    most = std::max<double>(most, slot.staves());
-  }
-  const double share = (all + half) / (most * static_cast<double>(slots.size()) + 1);
-  std::vector<double> likely;
-  likely.reserve(slots.size());
-  for (const LayoutSlot& slot : slots) {
-    likely.push_back((slot.staves() + pooled * share) / (most + pooled));
-  }
-  return likely;
-}
-
-double missingShare(const std::vector<LayoutSlot>& slots) {
-  double all = 0;
-  double most = 0;
-  for (const LayoutSlot& slot : slots) {
-    all += slot.staves();
-    most = std::max<double>(most, slot.staves());
-  }
-  return most == 0 ? 0 : 1 - all / (most * static_cast<double>(slots.size()));
-}
-
-AlignmentScores alignmentScores(const CodedGroup& group, const CodedSystem& system,
-                                const std::vector<LayoutSlot>& slots, bool trustsIds) {
-  AlignmentScores scores{ScoreMatrix(system.size(), slots.size()), {}, std::vector<double>(system.size(), extraStaff)};
-  const double commonness = std::log(static_cast<double>(std::max<std::size_t>(slots.size(), 2)));
-  for (std::size_t i = 0; i < system.size(); ++i) {
-    for (std::size_t s = 0; s < slots.size(); ++s) {
-      scores.match.at(i, s) = (trustsIds ? idScore(group, system[i], slots[s], commonness) : 0) +
-                              lookShare * slots[s].lookScore(system[i], group);
-    }
-  }
-  for (const double presence : presences(slots)) {
-    scores.skipped.push_back(std::max(leastPresence, std::log(1 - presence)));
-  }
-  return scores;
-}
 
 ReferenceLayout findLayout(const CodedGroup& group) {
   return LayoutFinder(group).find();

@@ -10,7 +10,8 @@ namespace {
 
 constexpr std::size_t mostCandidates = 4;
 constexpr double leastLikely = 6;                // a candidate that is less likely by this is none
-const double wholeSystemWrong = std::log(0.01);  // of all systems in which much is wrong
+const double wholeSystemWrong = std::log(0.01);  // of all systems in which something is wrong
+const double muchWrong = std::log(0.5);          // of those in which a third of the ids or more evidently are
 
 std::vector<StaffCandidate> candidatesFor(const GroupKnowledge& knowledge, const std::vector<double>& losses) {
   std::vector<StaffCandidate> all;
@@ -73,7 +74,9 @@ std::vector<AssignedStaff> assignStaves(const GroupKnowledge& knowledge, std::si
   distrusting.distrustIds(*rates);
   const ScoreMatrix otherScores = distrusting.score();
   const OptimalAssignment byPlaces(otherScores);
-  const double difference = byPlaces.total() + wholeSystemWrong - byIds.total();
+  const auto doubts = static_cast<std::size_t>(std::count(inDoubt.begin(), inDoubt.end(), 1));
+  const double difference =
+      byPlaces.total() + (3 * doubts >= inDoubt.size() ? muchWrong : wholeSystemWrong) - byIds.total();
   auto assigned =
       difference > 0 ? assignBy(knowledge, system, byPlaces, inDoubt) : assignBy(knowledge, system, byIds, inDoubt);
   weaken(assigned, byIds, byPlaces, std::fabs(difference));
