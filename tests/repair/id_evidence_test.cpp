@@ -4,6 +4,7 @@
 
 #include "repair/damage_rates.h"
 #include "repair/id_progression.h"
+#include "repair/slip_origins.h"
 #include "repair/typing_slips.h"
 
 namespace kiv::test {
@@ -31,6 +32,24 @@ TEST(TypingSlips, AllOfANumberTogetherAreNoMoreThanItsSlips) {
   }
   EXPECT_GT(sum, 0.8);
   EXPECT_LT(sum, 1.2);
+}
+
+TEST(SlipOrigins, HaveAllThatWasTypedAmongTheirSlips) {
+  const auto origins = slipOrigins({{1144, 1}, {7144, 1}, {44, 1}, {14, 1}});
+  ASSERT_FALSE(origins.empty());
+  EXPECT_EQ(origins.front().meant, 144);
+}
+
+TEST(SlipOrigins, AreOtherNumbersThanThoseTyped) {
+  for (const SlipOrigin& origin : slipOrigins({{101, 2}, {1011, 1}})) {
+    EXPECT_NE(origin.meant, 101);
+    EXPECT_NE(origin.meant, 1011);
+    EXPECT_TRUE(isSlipOf(101, origin.meant) || isSlipOf(1011, origin.meant)) << origin.meant;
+  }
+}
+
+TEST(SlipOrigins, OfNothingAreNone) {
+  EXPECT_TRUE(slipOrigins({}).empty());
 }
 
 TEST(IdProgression, FillsTheGapInARegularNumbering) {

@@ -108,6 +108,22 @@ TEST_F(SuggestedIds, ReplaceAWholeSystemWithoutIds) {
                           "X7.MUS 2: 0 -> 104 sure", "X7.MUS 1: 0 -> 105 sure"));
 }
 
+TEST_F(SuggestedIds, ReplaceASystemInWhichEachStaffHasTheIdOfTheOneAbove) {
+  addSystems(9, score);
+  addSystem({101, 101, 102, 103, 104});
+  EXPECT_THAT(corrections(), ElementsAre("X10.MUS 4: 101 -> 102 likely", "X10.MUS 3: 102 -> 103 likely",
+                                         "X10.MUS 2: 103 -> 104 likely", "X10.MUS 1: 104 -> 105 likely"));
+}
+
+TEST_F(SuggestedIds, AnIdIsFoundOfWhichAllStavesHaveSlips) {
+  for (const int slip : {1303, 13, 203, 1033, 193, 103}) {
+    addSystem({101, 117, slip, 126, 140});
+  }
+  const auto lines = corrections();
+  ASSERT_EQ(lines.size(), 5U) << ::testing::PrintToString(lines);
+  EXPECT_EQ(lines.front().substr(0, 21), "X1.MUS 3: 1303 -> 103");
+}
+
 TEST_F(SuggestedIds, AnIdOfAnotherStaffIsReplacedWhenThatStaffNeedsIt) {
   addSystems(8, score);
   addSystem({102, 0, 103, 104, 105});
