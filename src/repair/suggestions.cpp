@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "repair/cue_suggestions.h"
+#include "repair/other_numbering.h"
 #include "repair/suggestion_reasons.h"
 
 namespace kiv {
@@ -30,6 +31,7 @@ class Suggester {
 
  private:
   std::set<std::int16_t> knownIds() const;
+  bool hasSeveralNumberings() const;
   void decideStaves();
   void addStaff(std::size_t system, std::size_t staff, const SuggestionReasons& reasons);
   void addCue(const UndefinedCue& cue);
@@ -58,12 +60,26 @@ std::set<std::int16_t> Suggester::knownIds() const {
   return ids;
 }
 
+/// Then nobody can be sure which of them a wrong id belongs to.
+bool Suggester::hasSeveralNumberings() const {
+  for (std::size_t s = 0; s < group_.size(); ++s) {
+    if (hasOtherNumbering(coded_, layout_, instruments_, s)) {
+      return true;
+    }
+  }
+  return false;
+}
+
 void Suggester::decideStaves() {
+  const Confidence surest = hasSeveralNumberings() ? Confidence::likely : Confidence::sure;
   for (std::size_t s = 0; s < group_.size(); ++s) {
     decisions_.push_back(decideSystem({coded_, layout_, instruments_, rates_}, known_, s));
     decided_.emplace_back();
     for (std::size_t i = 0; i < group_[s].staves.size(); ++i) {
-      const auto& decision = decisions_[s][i];
+      auto& decision = decisions_[s][i];
+      if (decision) {
+        decision->confidence = std::max(decision->confidence, surest);
+      }
       const std::int16_t written = group_[s].staves[i].id;
       decided_[s].push_back(!decision ? written : decision->instrument ? decision->instrument->id : std::int16_t{0});
     }
