@@ -52,6 +52,7 @@ void addOrigins(const std::string& typed, std::set<std::int16_t>& numbers) {
 
 std::vector<SlipOrigin> slipOrigins(const std::map<std::int16_t, int>& typed) {
   std::vector<std::pair<int, std::int16_t>> byCount;
+  byCount.reserve(typed.size());
   for (const auto& [number, count] : typed) {
     byCount.emplace_back(-count, number);
   }
