@@ -146,6 +146,21 @@ TEST_F(SuggestedIds, ASystemThatIsNumberedInAnotherWayKeepsItsIds) {
   EXPECT_THAT(corrections(), IsEmpty());
 }
 
+TEST_F(SuggestedIds, AreNeverSureInAPieceWithSeveralNumberings) {
+  addSystems(14, score);
+  addSystem({101, 102, 0, 104, 105});
+  addSystem({201, 202, 203, 204, 205});
+  EXPECT_THAT(corrections(), ElementsAre("X15.MUS 3: 0 -> 103 likely"));
+}
+
+TEST_F(SuggestedIds, PreferTheInstrumentThatHardlyAnySystemLacks) {
+  addSystem({101, 102, 103, 105});
+  addSystems(9, {101, 102, 105});
+  addSystem({101, 0, 105});
+  ASSERT_EQ(suggest().corrections.size(), 1U);
+  EXPECT_EQ(suggest().corrections.front().newId, 102);
+}
+
 TEST_F(SuggestedIds, SystemsInAnotherOrderKeepTheirIds) {
   addSystems(6, score);
   addSystem({103, 101, 102, 105, 104});
