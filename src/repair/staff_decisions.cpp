@@ -21,6 +21,10 @@ double together(double a, double b) {
   return -std::log(std::exp(-a) + std::exp(-b));
 }
 
+bool isDoubtful(IdProblem problem) {
+  return problem == IdProblem::rare || problem == IdProblem::misplaced;
+}
+
 class SystemDecider {
  public:
   SystemDecider(const GroupKnowledge& knowledge, const std::set<std::int16_t>& knownIds, std::size_t system)
@@ -32,6 +36,7 @@ class SystemDecider {
   std::optional<IdProblem> problemOf(const CodedStaff& staff) const;
   std::set<std::int16_t> givenIds() const;
   std::optional<StaffDecision> decideStaff(std::size_t staff, IdProblem problem) const;
+  std::optional<StaffDecision> undecided(std::size_t staff, IdProblem problem) const;
   StaffDecision leftOpen(std::size_t staff, IdProblem problem) const;
   bool settle();
 
@@ -63,20 +68,26 @@ StaffDecision SystemDecider::leftOpen(std::size_t staff, IdProblem problem) cons
   return open;
 }
 
+/// An id that is wrong only because it is rare or misplaced is no problem without a better one.
+std::optional<StaffDecision> SystemDecider::undecided(std::size_t staff, IdProblem problem) const {
+  if (isDoubtful(problem)) {
+    return std::nullopt;
+  }
+  return leftOpen(staff, problem);
+}
+
 std::optional<StaffDecision> SystemDecider::decideStaff(std::size_t staff, IdProblem problem) const {
   const AssignedStaff& assigned = assigned_[staff];
-  const bool isDoubtful = problem == IdProblem::rare || problem == IdProblem::misplaced;
-  auto open = isDoubtful ? std::nullopt : std::optional(leftOpen(staff, problem));
   if (!assigned.instrument) {
-    return open;
+    return undecided(staff, problem);
   }
   const KnownInstrument& instrument = knowledge_.instruments[*assigned.instrument];
   if (instrument.id == staves_[staff].id) {
     return std::nullopt;  // the right one of two
   }
   const double margin = together(assigned.margin, instrument.margin);
-  if (margin < (isDoubtful ? rareMargin : guessMargin)) {
-    return open;
+  if (margin < (isDoubtful(problem) ? rareMargin : guessMargin)) {
+    return undecided(staff, problem);
   }
   const bool maySure = problem != IdProblem::misplaced && !instrument.inferred && !instrument.weak;
   StaffDecision decision{problem, instrument, confidenceOf(margin), margin, {}};
@@ -110,8 +121,7 @@ bool SystemDecider::settle() {
       }
       StaffDecision& decision = *decisions_[i];
       if (!decisions_[other] || !decisions_[other]->instrument) {
-        const bool isDoubtful = decision.problem == IdProblem::rare || decision.problem == IdProblem::misplaced;
-        decisions_[i] = isDoubtful ? std::nullopt : std::optional(leftOpen(i, decision.problem));
+        decisions_[i] = undecided(i, decision.problem);
         changed = true;
       } else if (decision.confidence < decisions_[other]->confidence) {
         decision.confidence = decisions_[other]->confidence;
@@ -137,7 +147,9 @@ SystemDecisions SystemDecider::decide() {
     const auto problem = problemOf(staves_[i]);
     const bool isEvident = problem && problem != IdProblem::rare;
     if (isOther) {
-      decisions_[i] = isEvident ? std::optional(leftOpen(i, *problem)) : std::nullopt;
+      if (isEvident) {
+        decisions_[i] = leftOpen(i, *problem);
+      }
     } else if (problem) {
       decisions_[i] = decideStaff(i, *problem);
     } else if (assigned_[i].instrument && given.contains(staves_[i].id)) {
