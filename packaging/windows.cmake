@@ -19,7 +19,8 @@ install(TARGETS kivsystem kivsys kivnames kivole kivfoldr RUNTIME DESTINATION .)
 foreach(name IN ITEMS KIVPROJ.PRO README.txt "Start KivSystem.cmd")
   kiv_install_text("${CMAKE_CURRENT_LIST_DIR}/windows/${name}" .)
 endforeach()
-foreach(name IN ITEMS cli.md cli-pages.md cli-rules.md user-guide.md conversion.md json.md json-schema.json
+foreach(name IN ITEMS cli.md cli-pages.md cli-repair.md
+    cli-rules.md user-guide.md conversion.md json.md json-schema.json
     json-schema-parts.json mus-format.md page-text.md proof.md repair.md report-format.md)
   kiv_install_text(docs/${name} docs)
 endforeach()

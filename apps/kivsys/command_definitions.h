@@ -11,6 +11,7 @@
 #include "apps/kivsys/commands/page_commands.h"
 #include "apps/kivsys/commands/recover_command.h"
 #include "apps/kivsys/commands/sort_command.h"
+#include "apps/kivsys/commands/suggest_command.h"
 #include "apps/kivsys/commands/survey_command.h"
 #include "apps/kivsys/commands/verify_command.h"
 
@@ -35,6 +36,7 @@ void addFix(CLI::App& app, FixOptions& options, int& status);
 void addDraw(CLI::App& app, DrawOptions& options, int& status);
 void addChart(CLI::App& app, ChartOptions& options, int& status);
 void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status);
+void addSuggest(CLI::App& app, SuggestOptions& options, int& status);
 void addRecover(CLI::App& app, RecoverOptions& options, int& status);
 /// The commands "dump" and "build".
 void addPageCommands(CLI::App& app, PageFiles& files, int& status);

@@ -29,6 +29,7 @@ struct CommandLine {
   DrawOptions draw;
   ChartOptions chart;
   InstrumentsOptions instruments;
+  SuggestOptions suggest;
   RecoverOptions recover;
   FixOptions fix;
   PageFiles files;
@@ -73,6 +74,7 @@ void addCommands(CLI::App& app, CommandLine& line) {
   addDraw(app, line.draw, line.status);
   addChart(app, line.chart, line.status);
   addInstruments(app, line.instruments, line.status);
+  addSuggest(app, line.suggest, line.status);
   addRecover(app, line.recover, line.status);
   addFix(app, line.fix, line.status);
   addPageCommands(app, line.files, line.status);

@@ -200,4 +200,29 @@ void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status) {
   });
 }
 
+void addSuggest(CLI::App& app, SuggestOptions& options, int& status) {
+  CLI::App* suggest = app.add_subcommand("suggest", "Propose ids for staves and cues whose ids are wrong");
+  addSelection(*suggest, options.selection, "Look for the names file in this folder, too");
+  suggest->add_option("--layout", options.layout, "The instruments, as instruments --csv lists them")
+      ->type_name("FILE.csv");
+  suggest->add_option("-o,--out", options.out, "Write the corrections as comma-separated values; - is standard output")
+      ->type_name("FILE.csv");
+  suggest->add_flag("--json", options.json, "Print one JSON object and nothing else");
+  suggest->footer(
+      "Analyzes the pages as analyze does, and writes no file but the corrections. An\n"
+      "id is wrong if it is 0, stands twice in its system, or is a slip that few\n"
+      "systems have; a cue is if no staff of its system has its id. Ends with status\n"
+      "0; with 1 after a critical message; with 2 on wrong usage.\n\n"
+      "Examples:\n  kivsys suggest PIECE*.MUS\n"
+      "  kivsys suggest PIECE*.MUS -o corrections.csv\n"
+      "  kivsys suggest PIECE*.MUS --layout instruments.csv --json");
+  suggest->callback([&options, &status] {
+    requireSelection("suggest", options.selection);
+    if (options.json && options.out == "-") {
+      throw CLI::ValidationError("suggest", "only one of --json and the corrections can go to standard output");
+    }
+    status = runSuggest(options);
+  });
+}
+
 }  // namespace kiv

@@ -143,7 +143,7 @@ TEST_F(ConsoleAnalyze, JsonIsOneObjectWithTextsAsTheyAre) {
       {"systems", 1},
       {"instruments", 1}};
   Json object = Json::parse(ended.out);
-  for (const char* insight : {"paths", "problems", "layouts", "instrument_list", "schema_version"}) {
+  for (const char* insight : {"paths", "problems", "layouts", "instrument_list", "next", "schema_version"}) {
     EXPECT_EQ(object.erase(insight), 1U) << insight;
   }
   EXPECT_EQ(object, expected);

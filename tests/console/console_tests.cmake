@@ -22,6 +22,7 @@ if(NOT WIN32)
     console/keep_going_test.cpp
     console/large_files_test.cpp
     console/man_and_completions_test.cpp
+    console/next_step_test.cpp
     console/page_arguments_test.cpp
     console/page_commands_test.cpp
     console/pictures_test.cpp
@@ -34,6 +35,7 @@ if(NOT WIN32)
     console/safe_selection_test.cpp
     console/signals_test.cpp
     console/sort_test.cpp
+    console/suggest_test.cpp
     console/survey_bad_pages_test.cpp
     console/survey_command_test.cpp
     console/survey_state_test.cpp

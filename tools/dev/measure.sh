@@ -9,6 +9,9 @@ run_bench() {
   say "instructions"
   bench/instructions.sh build/release "$@"
   [ $# -eq 0 ] || return 0
+  say "how often suggestions are right: the groups they were calibrated with, then others"
+  build/release/tests/suggestions/measure_suggestions
+  build/release/tests/suggestions/measure_suggestions --validation 2000 200000
   say "each step alone"
   build/release/bench/micro --benchmark_min_time=0.1 --benchmark_repetitions=3 \
     --benchmark_report_aggregates_only=true --benchmark_out=build/release/bench/micro.json

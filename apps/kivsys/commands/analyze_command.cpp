@@ -7,10 +7,12 @@
 #include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/analysis_output.h"
+#include "apps/kivsys/output/next_step.h"
 #include "apps/kivsys/safety/input_files.h"
 #include "apps/kivsys/selection/selection.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
+#include "platform/console/printable.h"
 #include "platform/memory/overlay_files.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
@@ -100,16 +102,26 @@ int AnalyzeRun::run(const std::string& namesFile) {
                isRefusedByStrict(console_.system(), analyzed, {options_.allowZeroId, false, false});
   OverlayFiles overlay(console_.system(), console_.system());
   Host host = console_.host();
-  const AnalysisOutput output = analyzePages(isRefused_ ? Host{overlay, host.user, host.programs, host.machine} : host,
-                                             analyzed, pages ? &*pages : nullptr);
+  AnalysisOutput output = analyzePages(isRefused_ ? Host{overlay, host.user, host.programs, host.machine} : host,
+                                       analyzed, pages ? &*pages : nullptr);
   if (isRefused_) {
     printError("nothing is written, as there are warnings or problems and --strict is given");
+  }
+  if (!options_.selection.likePanel) {
+    output.next = nextStep(output.outcome, options_.selection);
   }
   const int status = statusOf(output);
   if (options_.jsonl) {
     return printOutcome(asJsonLines(output), status);
   }
-  return printOutcome(options_.json ? asJson(output) : asText(console_.system(), output), status);
+  if (options_.json) {
+    return printOutcome(asJson(output), status);
+  }
+  const int printed = printOutcome(asText(console_.system(), output), status);
+  if (output.next) {
+    console_.user().printNotes("Next: " + printable(*output.next) + "\n");
+  }
+  return printed;
 }
 
 }  // namespace

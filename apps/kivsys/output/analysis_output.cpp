@@ -15,6 +15,7 @@ Json outcomeJson(const AnalysisOutput& output) {
   if (output.pages != nullptr) {
     output.pages->addTo(object, output.outcome.normalEnd);
   }
+  object["next"] = output.next ? Json(NativeSystem::toUtf8(*output.next)) : Json();
   return object;
 }
 

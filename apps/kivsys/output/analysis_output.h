@@ -18,9 +18,10 @@ struct AnalysisOutput {
   RunOutcome outcome;
   std::vector<Problem> problems;
   Warnings warnings;
-  std::optional<Layouts> layouts;       ///< none when the run did not get so far
-  std::vector<Instrument> instruments;  ///< those of the layouts
-  const ValidPages* pages = nullptr;    ///< of a run that skips bad pages; else null
+  std::optional<Layouts> layouts;        ///< none when the run did not get so far
+  std::vector<Instrument> instruments;   ///< those of the layouts
+  const ValidPages* pages = nullptr;     ///< of a run that skips bad pages; else null
+  std::optional<std::string> next = {};  ///< the command line that helps with the problems, if one does
 };
 
 /// The line about the pages of a run that skips bad ones; "" without them, and for an end that leaves it unsaid.

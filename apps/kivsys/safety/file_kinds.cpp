@@ -48,6 +48,13 @@ bool isManifest(std::string_view content) {
   return isAny && content.empty();
 }
 
+/// The heads of the columns come first, as `kivsys suggest` writes them or a spreadsheet does.
+bool isCorrections(std::string_view content) {
+  constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+  content.remove_prefix(content.starts_with(byteOrderMark) ? byteOrderMark.size() : 0);
+  return content.starts_with("file,system,staff,item,what,") || content.starts_with("file;system;staff;item;what;");
+}
+
 }  // namespace
 
 bool isOfKind(std::string_view content, OutputKind kind) {
@@ -58,6 +65,8 @@ bool isOfKind(std::string_view content, OutputKind kind) {
       return isManifest(content);
     case OutputKind::page:
       return isPage(content);
+    case OutputKind::corrections:
+      return isCorrections(content);
   }
   return false;
 }

@@ -19,6 +19,8 @@ std::string wordsFor(OutputKind kind) {
       return "a manifest";
     case OutputKind::page:
       return "a page";
+    case OutputKind::corrections:
+      return "a table of corrections";
   }
   return "";
 }

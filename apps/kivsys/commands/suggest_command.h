@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "apps/kivsys/selection/selection.h"
+
+namespace kiv {
+
+/// What the user asked of suggestions.
+struct SuggestOptions {
+  Selection selection;
+  std::string layout;  ///< a table of instruments, as it was typed; "" for none
+  std::string out;     ///< the corrections as comma-separated values; "-" is standard output, "" for none
+  bool json = false;
+};
+
+/// Analyzes the selected pages and proposes ids for staves and cue markers whose ids are wrong. Writes no file but the
+/// corrections. Returns the program's exit status.
+int runSuggest(const SuggestOptions& options);
+
+}  // namespace kiv

@@ -1,0 +1,166 @@
+#include "repair/coded_group.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <set>
+#include <utility>
+
+#include "base/number.h"
+#include "diagnostics/instrument_names.h"
+
+namespace kiv {
+namespace {
+
+/// Names that are compared with each other; further ones say nothing.
+constexpr std::size_t mostNames = 400;
+/// How far a short form says the same as the name: it may be short for another one, too.
+constexpr double shortForm = 0.6;
+/// Average heights this many staff steps apart are of different ranges.
+constexpr float rangeStep = 3;
+
+using Value = std::pair<float, float>;
+
+class Encoder {
+ public:
+  CodedGroup encode(const GroupEvidence& group);
+
+ private:
+  int code(Feature feature, const std::optional<Value>& value);
+  int nameCode(const std::string& name);
+  CodedStaff encodeStaff(const StaffEvidence& staff, std::optional<float> keyOfSystem);
+  CodedSystem encodeSystem(const SystemEvidence& system);
+  void compareNames();
+
+  CodedGroup group_;
+  std::array<std::map<Value, int>, featureCount> codes_;
+  std::array<std::vector<int>, featureCount> counts_;
+  std::map<std::string, int> nameCodes_;
+};
+
+std::optional<Value> single(const std::optional<float>& value) {
+  return value ? std::optional<Value>({*value, 0}) : std::nullopt;
+}
+
+/// The commonest key; of equally common ones the lowest.
+std::optional<float> keyOf(const SystemEvidence& system) {
+  std::map<float, int> counts;
+  for (const StaffEvidence& staff : system.staves) {
+    if (staff.key && !std::isnan(*staff.key)) {
+      ++counts[*staff.key];
+    }
+  }
+  const auto best =
+      std::max_element(counts.begin(), counts.end(), [](const auto& a, const auto& b) { return a.second < b.second; });
+  return best == counts.end() ? std::nullopt : std::optional<float>(best->first);
+}
+
+int Encoder::code(Feature feature, const std::optional<Value>& value) {
+  if (!value || std::isnan(value->first) || std::isnan(value->second)) {
+    return unknownCode;
+  }
+  const auto f = static_cast<std::size_t>(feature);
+  const auto [found, isNew] = codes_[f].emplace(*value, static_cast<int>(codes_[f].size()));
+  if (isNew) {
+    counts_[f].push_back(0);
+  }
+  ++counts_[f][static_cast<std::size_t>(found->second)];
+  return found->second;
+}
+
+int Encoder::nameCode(const std::string& name) {
+  if (name.empty() || (nameCodes_.size() >= mostNames && !nameCodes_.contains(name))) {
+    return unknownCode;
+  }
+  const auto [found, isNew] = nameCodes_.emplace(name, static_cast<int>(nameCodes_.size()));
+  if (isNew) {
+    group_.names.push_back(name);
+  }
+  return found->second;
+}
+
+CodedStaff Encoder::encodeStaff(const StaffEvidence& staff, std::optional<float> keyOfSystem) {
+  std::optional<float> distance;
+  std::optional<float> range;
+  std::optional<Value> clef;
+  if (staff.key && keyOfSystem) {
+    distance = *staff.key - *keyOfSystem;
+  }
+  if (staff.noteHeight) {
+    range = std::floor(*staff.noteHeight / rangeStep);
+  }
+  if (staff.clef) {
+    clef = {staff.clef->kind, staff.clef->height};
+  }
+  CodedStaff coded;
+  coded.id = staff.id;
+  coded.name = nameCode(staff.name);
+  coded.shownNumber = staff.shownNumber ? toInt16(*staff.shownNumber).value_or(0) : std::int16_t{0};
+  // A staff without a brace says something, too.
+  coded.features = {code(Feature::clef, clef),
+                    code(Feature::lines, single(staff.lines)),
+                    code(Feature::size, single(staff.size)),
+                    code(Feature::keyDistance, single(distance)),
+                    code(Feature::key, single(staff.key)),
+                    code(Feature::brace, Value{staff.brace.value_or(0), staff.brace ? 1.0F : 0.0F}),
+                    code(Feature::range, single(range))};
+  return coded;
+}
+
+CodedSystem Encoder::encodeSystem(const SystemEvidence& system) {
+  const auto key = keyOf(system);
+  std::map<std::int16_t, int> counts;
+  CodedSystem coded;
+  for (const StaffEvidence& staff : system.staves) {
+    coded.push_back(encodeStaff(staff, key));
+    ++counts[staff.id];
+  }
+  for (CodedStaff& staff : coded) {
+    staff.repeated = staff.id != 0 && counts[staff.id] > 1;
+  }
+  for (const auto& [id, count] : counts) {
+    if (id != 0) {
+      group_.idSystems[id].push_back(group_.systems.size());
+    }
+  }
+  return coded;
+}
+
+void Encoder::compareNames() {
+  const std::size_t names = group_.names.size();
+  group_.alike.assign(names, std::vector<double>(names));
+  for (std::size_t a = 0; a < names; ++a) {
+    for (std::size_t b = 0; b < names; ++b) {
+      const std::string& first = group_.names[a];
+      const std::string& second = group_.names[b];
+      const bool isShort = a != b && (isShortFormOf(first, second) || isShortFormOf(second, first));
+      group_.alike[a][b] = a == b ? 1 : isShort ? shortForm : 0;
+    }
+  }
+}
+
+CodedGroup Encoder::encode(const GroupEvidence& group) {
+  for (const SystemEvidence& system : group) {
+    group_.systems.push_back(encodeSystem(system));
+    group_.staves += system.staves.size();
+  }
+  for (std::size_t f = 0; f < featureCount; ++f) {
+    double known = 0;
+    for (const int count : counts_[f]) {
+      known += count;
+    }
+    for (const int count : counts_[f]) {
+      group_.shares[f].push_back(count / known);
+    }
+  }
+  compareNames();
+  return std::move(group_);
+}
+
+}  // namespace
+
+CodedGroup encode(const GroupEvidence& group) {
+  return Encoder().encode(group);
+}
+
+}  // namespace kiv

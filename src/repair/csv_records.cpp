@@ -1,0 +1,127 @@
+#include "repair/csv_records.h"
+
+#include <utility>
+
+namespace kiv {
+namespace {
+
+constexpr std::size_t mostCells = 200;
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+/// The character that separates the cells of the first line.
+char separatorOf(std::string_view text) {
+  bool quoted = false;
+  bool semicolon = false;
+  for (const char c : text) {
+    quoted = quoted != (c == '"');
+    if (quoted) {
+      continue;
+    }
+    if (c == ',' || c == '\n' || c == '\r') {
+      return c == ',' || !semicolon ? ',' : ';';
+    }
+    semicolon = semicolon || c == ';';
+  }
+  return semicolon ? ';' : ',';
+}
+
+bool isEmpty(const CsvRecord& record) {
+  for (const std::string& cell : record.cells) {
+    if (cell.find_first_not_of(" \t") != std::string::npos) {
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+CsvReader::CsvReader(std::string_view text) : text_(text) {
+  if (text_.starts_with(byteOrderMark)) {
+    text_.remove_prefix(byteOrderMark.size());
+  }
+  separator_ = separatorOf(text_);
+}
+
+void CsvReader::skipLineEnd() {
+  if (at_ < text_.size()) {
+    const bool isPair = text_[at_] == '\r' && at_ + 1 < text_.size() && text_[at_ + 1] == '\n';
+    at_ += isPair ? 2 : 1;
+    ++line_;
+  }
+}
+
+bool CsvReader::readQuoted(std::string& cell) {
+  const std::size_t begun = line_;
+  for (++at_; at_ < text_.size(); ++at_) {
+    const char c = text_[at_];
+    if (c == '"') {
+      if (at_ + 1 >= text_.size() || text_[at_ + 1] != '"') {
+        ++at_;
+        return true;
+      }
+      ++at_;
+    }
+    const bool isPair = c == '\r' && at_ + 1 < text_.size() && text_[at_ + 1] == '\n';
+    line_ += (c == '\n' || c == '\r') && !isPair ? 1U : 0U;
+    cell += c;
+  }
+  error_ = {begun, "a quote is not closed"};
+  return false;
+}
+
+bool CsvReader::readCell(std::string& cell) {
+  if (at_ < text_.size() && text_[at_] == '"') {
+    if (!readQuoted(cell)) {
+      return false;
+    }
+    if (!atLineEnd() && text_[at_] != separator_) {
+      error_ = {line_, "text follows a closing quote"};
+      return false;
+    }
+    return true;
+  }
+  while (!atLineEnd() && text_[at_] != separator_) {
+    cell += text_[at_++];
+  }
+  return true;
+}
+
+std::optional<CsvRecord> CsvReader::readRecord() {
+  CsvRecord record{line_, {}};
+  while (true) {
+    std::string cell;
+    if (!readCell(cell)) {
+      return std::nullopt;
+    }
+    record.cells.push_back(std::move(cell));
+    if (atLineEnd()) {
+      skipLineEnd();
+      return record;
+    }
+    if (record.cells.size() == mostCells) {
+      error_ = {line_, "the line has more than " + std::to_string(mostCells) + " cells"};
+      return std::nullopt;
+    }
+    ++at_;  // the separator
+  }
+}
+
+std::optional<CsvRecord> CsvReader::next() {
+  while (at_ < text_.size() && !error_) {
+    auto record = readRecord();
+    if (record && !isEmpty(*record)) {
+      return record;
+    }
+  }
+  return std::nullopt;
+}
+
+std::string withoutGuard(const std::string& cell) {
+  constexpr std::string_view formulaStarts = "=+-@\t\r";
+  const bool isGuarded =
+      cell.size() > 1 && cell.front() == '\'' && formulaStarts.find(cell[1]) != std::string_view::npos;
+  return isGuarded ? cell.substr(1) : cell;
+}
+
+}  // namespace kiv

@@ -1,0 +1,105 @@
+#include "repair/group_evidence.h"
+
+#include <map>
+#include <set>
+#include <utility>
+
+#include "diagnostics/system_facts.h"
+#include "mus/format.h"
+#include "platform/file_buffer.h"
+#include "repair/staff_signs.h"
+
+namespace kiv {
+namespace {
+
+/// A page file whose staves are described.
+struct ReadPage {
+  std::vector<DescribedStaff> staves;
+  std::map<float, StaffSigns> signs;
+};
+
+class EvidenceGatherer {
+ public:
+  explicit EvidenceGatherer(Files& files) : files_(files) {}
+
+  GroupEvidence gather();
+
+ private:
+  const ReadPage& page(const std::string& file);
+  StaffEvidence describe(const StaffFact& fact);
+  void forgetOthers(const SystemFact& system);
+
+  Files& files_;
+  FileBuffer buffer_;
+  std::map<std::string, ReadPage> pages_;  // those of the system that is added
+};
+
+const ReadPage& EvidenceGatherer::page(const std::string& file) {
+  const auto known = pages_.find(file);
+  if (known != pages_.end()) {
+    return known->second;
+  }
+  const std::string_view bytes = buffer_.read(files_, file, readableBytes).value_or("");
+  return pages_.emplace(file, ReadPage{describeStaves(bytes), findSigns(bytes)}).first->second;
+}
+
+StaffEvidence EvidenceGatherer::describe(const StaffFact& fact) {
+  StaffEvidence evidence;
+  evidence.file = fact.file;
+  evidence.staff = fact.staff;
+  evidence.id = fact.instrument;
+  const ReadPage& read = page(fact.file);
+  const DescribedStaff* staff = findListed(read.staves, fact);
+  if (staff == nullptr) {
+    return evidence;
+  }
+  evidence.item = staff->place.item;
+  evidence.name = staff->beside;
+  evidence.lines = staff->lines;
+  evidence.size = staff->size;
+  if (!staff->clefs.empty()) {
+    evidence.clef = staff->clefs.front();
+  }
+  if (!staff->keys.empty()) {
+    evidence.key = staff->keys.front();
+  }
+  const auto signs = read.signs.find(staff->number);
+  if (signs != read.signs.end()) {
+    evidence.brace = signs->second.brace;
+    evidence.noteHeight = signs->second.noteHeight;
+    evidence.shownNumber = signs->second.shownNumber;
+    evidence.cues = signs->second.cues;
+  }
+  return evidence;
+}
+
+/// A page has all its systems next to each other.
+void EvidenceGatherer::forgetOthers(const SystemFact& system) {
+  std::set<std::string> needed;
+  for (const StaffFact& fact : system.staves) {
+    needed.insert(fact.file);
+  }
+  std::erase_if(pages_, [&](const auto& page) { return !needed.contains(page.first); });
+}
+
+GroupEvidence EvidenceGatherer::gather() {
+  GroupEvidence group;
+  for (const SystemFact& system : readSystemFacts(files_)) {
+    forgetOthers(system);
+    SystemEvidence evidence;
+    evidence.number = system.number;
+    for (const StaffFact& fact : system.staves) {
+      evidence.staves.push_back(describe(fact));
+    }
+    group.push_back(std::move(evidence));
+  }
+  return group;
+}
+
+}  // namespace
+
+GroupEvidence gatherEvidence(Files& files) {
+  return EvidenceGatherer(files).gather();
+}
+
+}  // namespace kiv

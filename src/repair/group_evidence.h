@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "diagnostics/page_staves.h"
+#include "platform/files.h"
+
+namespace kiv {
+
+/// A cue marker of a staff.
+struct CueEvidence {
+  int item = 0;                 ///< its number in the file, from 1
+  std::int16_t instrument = 0;  ///< the instrument that it refers to
+
+  bool operator==(const CueEvidence&) const = default;
+};
+
+/// What a page says about one staff: all evidence of its instrument. What it does not say is empty.
+struct StaffEvidence {
+  std::string file;              ///< full name
+  std::string staff;             ///< its number in the file, in general number form
+  int item = 0;                  ///< the number of its staff item, from 1; 0 when the page does not hold it any more
+  std::int16_t id = 0;           ///< the instrument identifier as it stands in the page, not negative
+  std::string name;              ///< the text left of it
+  std::optional<ClefForm> clef;  ///< the first one
+  std::optional<float> lines;
+  std::optional<float> size;
+  std::optional<float> key;          ///< the first one: a number of sharps; one of flats is negative
+  std::optional<float> brace;        ///< what the brace or bracket that begins at the staff spans
+  std::optional<float> noteHeight;   ///< of its notes on the average, in staff steps
+  std::optional<float> shownNumber;  ///< the instrument number that the page shows at the staff
+  std::vector<CueEvidence> cues;     ///< in the order of the file
+};
+
+/// The staves of a system, from the top down.
+struct SystemEvidence {
+  std::int16_t number = 0;
+  std::vector<StaffEvidence> staves;
+};
+
+/// The systems of a group in the order of its pages.
+using GroupEvidence = std::vector<SystemEvidence>;
+
+/// The evidence of the group whose report is in the current folder. Reads the report, and each page file once. Never
+/// ends the program: no report, or an I/O error in it, gives no systems, and of a page that cannot be read only what
+/// the report says about it is known.
+GroupEvidence gatherEvidence(Files& files);
+
+}  // namespace kiv

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "repair/layout_profile.h"
+#include "repair/layout_scores.h"
+
+namespace kiv {
+
+/// The layout that the systems of a group share: its slots from the top down, and which staff is in which.
+struct ReferenceLayout {
+  std::vector<LayoutSlot> slots;
+  /// For each system and staff: the index of its slot; none for a staff in no slot.
+  std::vector<std::vector<std::optional<std::size_t>>> slotOf;
+};
+
+/// Finds the layout from all systems: starting from the system that has most in common with the others, each of the
+/// others is brought in line with the slots found so far, by ids and looks, and adds what they lack.
+ReferenceLayout findLayout(const CodedGroup& group);
+
+}  // namespace kiv

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "repair/group_evidence.h"
+#include "repair/staff_assignment.h"
+
+namespace kiv {
+
+/// The ids of all staves, system by system, as they are with the corrections; 0 where nothing is decided.
+using DecidedIds = std::vector<std::vector<std::int16_t>>;
+
+/// Says in words why an id is proposed. The texts are in the code page of the pages.
+class SuggestionReasons {
+ public:
+  /// All must outlive the reasons.
+  SuggestionReasons(const GroupEvidence& group, const GroupKnowledge& knowledge, const ListedInstruments& listed,
+                    const DecidedIds& decided);
+
+  /// The id with the name of the instrument, if a page has one: "110 Violas".
+  std::string instrument(std::int16_t id) const;
+  /// Why the staff is of the instrument: "between 110 Violas and 112 Double basses, as in 6 of 7 systems; bass clef".
+  std::string ofStaff(std::size_t system, std::size_t staff, const KnownInstrument& known) const;
+  /// Why a staff stays open.
+  std::string ofOpenStaff(const std::vector<std::int16_t>& candidates) const;
+
+ private:
+  void collectPlacesAndNames();
+  std::string place(std::size_t system, std::size_t staff, std::int16_t id) const;
+  std::vector<std::string> looks(std::size_t system, std::size_t staff, std::size_t slot) const;
+
+  const GroupEvidence& group_;
+  const GroupKnowledge& knowledge_;
+  const DecidedIds& decided_;
+  std::map<std::int16_t, std::vector<std::pair<std::size_t, std::size_t>>> places_;  // system and staff, by id
+  std::map<std::int16_t, std::string> names_;
+};
+
+}  // namespace kiv

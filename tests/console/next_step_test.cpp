@@ -1,0 +1,83 @@
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "tests/console/json_schema.h"
+#include "tests/console/run_program.h"
+#include "tests/support/pages.h"
+
+namespace kiv::test {
+namespace {
+
+using Json = nlohmann::json;
+
+/// What an analysis says to do next.
+class NextStep : public ::testing::Test {
+ protected:
+  void addPage(const std::string& file, int upper, int lower, const std::string& more = "") const {
+    place.write(file, page("staff 2 at 0 instrument " + std::to_string(upper) + "\nstaff 1 at 0 instrument " +
+                           std::to_string(lower) + "\nbarline 1 at 0 spans 2\n" + more));
+  }
+  /// The command line in JSON, which the human output has, too; "" for none.
+  std::string after(std::vector<std::string> arguments) const {
+    arguments.insert(arguments.begin(), "analyze");
+    const std::string human = place.kivsys(arguments).error;
+    arguments.emplace_back("--json");
+    const Json all = Json::parse(place.kivsys(arguments).out);
+    EXPECT_EQ(schemaErrors(all, "analyze"), std::vector<std::string>());
+    const std::string next = all["next"].is_null() ? "" : all["next"].get<std::string>();
+    EXPECT_EQ(human.find("Next: kivsys suggest") != std::string::npos, !next.empty()) << human;
+    EXPECT_TRUE(next.empty() || human.ends_with("Next: " + next + "\n")) << human;
+    return next;
+  }
+
+  Workplace place;
+};
+
+TEST_F(NextStep, IsNoneWhenNothingIsWrong) {
+  addPage("x1.mus", 101, 102);
+  addPage("x2.mus", 102, 101);
+  EXPECT_EQ(after({"x1.mus", "x2.mus"}), "") << "pages that are not consistent are no problem";
+}
+
+TEST_F(NextStep, IsASuggestionForWrongIds) {
+  addPage("x1.mus", 0, 102);
+  EXPECT_EQ(after({"x1.mus"}), "kivsys suggest x1.mus");
+  EXPECT_EQ(after({"x1.mus", "--allow-zero-id"}), "");
+  addPage("x2.mus", 102, 102);
+  EXPECT_EQ(after({"x2.mus"}), "kivsys suggest x2.mus");
+  addPage("x3.mus", 101, 102, "rest 1 at 20 kind -2 cue 105\n");
+  EXPECT_EQ(after({"x3.mus"}), "kivsys suggest x3.mus");
+}
+
+TEST_F(NextStep, QuotesNamesForTheShell) {
+  addPage("x$1.mus", 0, 102);
+  addPage("-x2.mus", 101, 102);
+  EXPECT_EQ(after({"x$1.mus", "./-x2.mus"}), "kivsys suggest 'x$1.mus' ./-x2.mus");
+}
+
+TEST_F(NextStep, TakesTheNamesFileOfTheAnalysis) {
+  addPage("x1.mus", 0, 102);
+  place.write("my names.txt", "x1.mus\n");
+  EXPECT_EQ(after({"--names", "my names.txt"}), "kivsys suggest --names 'my names.txt'");
+}
+
+TEST_F(NextStep, IsNoneAfterACriticalEnd) {
+  addPage("x1.mus", 0, 102);
+  place.write("x2.mus", page("bytes FF FF FF FF\n"));
+  EXPECT_EQ(after({"x1.mus", "x2.mus"}), "");
+}
+
+TEST_F(NextStep, IsNotSaidLikeThePanel) {
+  addPage("X1.MUS", 0, 102);
+  EXPECT_EQ(place.kivsys({"analyze", "--like-panel", "X1.MUS"}).error.find("Next: "), std::string::npos);
+}
+
+TEST_F(NextStep, IsInTheLastLineOfJsonLines) {
+  addPage("x1.mus", 0, 102);
+  const std::string lines = place.kivsys({"analyze", "--jsonl", "x1.mus"}).out;
+  const Json outcome = Json::parse(lines.substr(lines.rfind("\n", lines.size() - 2) + 1));
+  EXPECT_EQ(outcome["next"], "kivsys suggest x1.mus");
+}
+
+}  // namespace
+}  // namespace kiv::test

@@ -1,0 +1,269 @@
+#include "repair/suggestions.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/diagnostics/run.h"
+
+namespace kiv {
+
+void PrintTo(const DoubtfulId& at, std::ostream* out) {
+  *out << at.file << " staff " << at.staff << " item " << at.item << (at.isCue ? " cue " : " ") << nameOf(at.problem)
+       << " " << at.oldId;
+}
+
+}  // namespace kiv
+
+namespace kiv::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using Ids = std::vector<int>;
+
+/// Suggestions for a group of pages with one system each.
+class SuggestedIds : public ::testing::Test, public DiagnosedRun {
+ protected:
+  /// A score of a flute, an oboe, a horn, a viola and a double bass has these clefs.
+  static std::string clefOf(std::size_t staff) {
+    static const Ids kinds = {0, 0, 0, 2, 1};
+    return "kind " + std::to_string(kinds[staff % kinds.size()]);
+  }
+  /// A page whose staves have these ids, from the top down; more is added to it.
+  void addSystem(const Ids& ids, const std::string& more = "") {
+    std::string text;
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+      const std::string n = std::to_string(ids.size() - i);
+      text += "staff " + n + " at 10 lines 5 instrument " + std::to_string(ids[i]) + "\nclef " + n + " at 12 " +
+              clefOf(i) + "\n";
+    }
+    text += "barline 1 at 10 spans " + std::to_string(ids.size()) + "\n";
+    addPage("X" + std::to_string(++pages_) + ".MUS", text + more);
+  }
+  void addSystems(int count, const Ids& ids) {
+    for (int system = 0; system < count; ++system) {
+      addSystem(ids);
+    }
+  }
+  const Suggestions& suggest(const ListedInstruments& listed = {}) {
+    run(true);
+    suggestions_ = suggestIds(gatherEvidence(host), listed);
+    return suggestions_;
+  }
+  /// "X5.MUS 3: 0 -> 103 sure" for each correction.
+  std::vector<std::string> corrections(const ListedInstruments& listed = {}) {
+    std::vector<std::string> lines;
+    for (const Correction& c : suggest(listed).corrections) {
+      lines.push_back(c.at.file.substr(5) + (c.at.isCue ? " cue " : " ") + c.at.staff + ": " +
+                      std::to_string(c.at.oldId) + " -> " + std::to_string(c.newId) + " " + nameOf(c.confidence));
+    }
+    return lines;
+  }
+
+  const Ids score = {101, 102, 103, 104, 105};
+
+ private:
+  int pages_ = 0;
+  Suggestions suggestions_;
+};
+
+TEST_F(SuggestedIds, AreNoneForAGroupInWhichNothingIsWrong) {
+  addSystems(6, score);
+  EXPECT_THAT(suggest().corrections, IsEmpty());
+  EXPECT_THAT(suggest().undecided, IsEmpty());
+}
+
+TEST_F(SuggestedIds, AreNoneForNoGroup) {
+  EXPECT_THAT(suggestIds({}).corrections, IsEmpty());
+}
+
+TEST_F(SuggestedIds, ReplaceAnIdThatIsZero) {
+  addSystems(6, score);
+  addSystem({101, 102, 0, 104, 105});
+  ASSERT_THAT(corrections(), ElementsAre("X7.MUS 3: 0 -> 103 sure"));
+  const Correction& correction = suggest().corrections.front();
+  EXPECT_EQ(correction.at, (DoubtfulId{"C:\\M\\X7.MUS", 7, "3", 5, false, IdProblem::zero, 0}));
+  EXPECT_EQ(correction.reason, "between 102 and 104, as in 6 of 6 systems; treble clef");
+}
+
+TEST_F(SuggestedIds, ReplaceTheWrongOneOfTwoEqualIds) {
+  addSystems(6, score);
+  addSystem({101, 101, 103, 104, 105});
+  EXPECT_THAT(corrections(), ElementsAre("X7.MUS 4: 101 -> 102 sure"));
+}
+
+TEST_F(SuggestedIds, ReplaceASlip) {
+  addSystems(12, score);
+  addSystem({101, 102, 103, 1044, 105});
+  ASSERT_EQ(suggest().corrections.size(), 1U);
+  EXPECT_EQ(suggest().corrections.front().newId, 104);
+  EXPECT_EQ(suggest().corrections.front().at.problem, IdProblem::rare);
+}
+
+TEST_F(SuggestedIds, ReplaceAWholeSystemWithoutIds) {
+  addSystems(6, score);
+  addSystem({0, 0, 0, 0, 0});
+  EXPECT_THAT(corrections(),
+              ElementsAre("X7.MUS 5: 0 -> 101 sure", "X7.MUS 4: 0 -> 102 sure", "X7.MUS 3: 0 -> 103 sure",
+                          "X7.MUS 2: 0 -> 104 sure", "X7.MUS 1: 0 -> 105 sure"));
+}
+
+TEST_F(SuggestedIds, ReplaceASystemInWhichEachStaffHasTheIdOfTheOneAbove) {
+  addSystems(9, score);
+  addSystem({101, 101, 102, 103, 104});
+  EXPECT_THAT(corrections(), ElementsAre("X10.MUS 4: 101 -> 102 likely", "X10.MUS 3: 102 -> 103 likely",
+                                         "X10.MUS 2: 103 -> 104 likely", "X10.MUS 1: 104 -> 105 likely"));
+}
+
+TEST_F(SuggestedIds, AnIdIsFoundOfWhichAllStavesHaveSlips) {
+  for (const int slip : {1303, 13, 203, 1033, 193, 103}) {
+    addSystem({101, 117, slip, 126, 140});
+  }
+  const auto lines = corrections();
+  ASSERT_EQ(lines.size(), 5U) << ::testing::PrintToString(lines);
+  EXPECT_EQ(lines.front().substr(0, 21), "X1.MUS 3: 1303 -> 103");
+}
+
+TEST_F(SuggestedIds, AnIdOfAnotherStaffIsReplacedWhenThatStaffNeedsIt) {
+  addSystems(8, score);
+  addSystem({102, 0, 103, 104, 105});
+  const std::vector<std::string> lines = corrections();
+  EXPECT_THAT(lines, ElementsAre("X9.MUS 5: 102 -> 101 likely", "X9.MUS 4: 0 -> 102 likely"))
+      << "never the one without the other, so none is surer";
+  EXPECT_EQ(suggest().corrections.front().at.problem, IdProblem::misplaced);
+}
+
+TEST_F(SuggestedIds, ARareInstrumentKeepsItsId) {
+  addSystems(14, score);
+  addSystem({101, 102, 103, 110, 104, 105});
+  addSystems(14, score);
+  EXPECT_THAT(corrections(), IsEmpty());
+}
+
+TEST_F(SuggestedIds, ASystemThatIsNumberedInAnotherWayKeepsItsIds) {
+  addSystems(6, score);
+  addSystem({201, 202, 203, 204, 205});
+  EXPECT_THAT(corrections(), IsEmpty());
+}
+
+TEST_F(SuggestedIds, AreNeverSureInAPieceWithSeveralNumberings) {
+  addSystems(14, score);
+  addSystem({101, 102, 0, 104, 105});
+  addSystem({201, 202, 203, 204, 205});
+  EXPECT_THAT(corrections(), ElementsAre("X15.MUS 3: 0 -> 103 likely"));
+}
+
+TEST_F(SuggestedIds, PreferTheInstrumentThatHardlyAnySystemLacks) {
+  addSystem({101, 102, 103, 105});
+  addSystems(9, {101, 102, 105});
+  addSystem({101, 0, 105});
+  ASSERT_EQ(suggest().corrections.size(), 1U);
+  EXPECT_EQ(suggest().corrections.front().newId, 102);
+}
+
+TEST_F(SuggestedIds, SystemsInAnotherOrderKeepTheirIds) {
+  addSystems(6, score);
+  addSystem({103, 101, 102, 105, 104});
+  EXPECT_THAT(corrections(), IsEmpty());
+}
+
+TEST_F(SuggestedIds, WhatFitsNowhereStaysOpen) {
+  addSystems(6, {101, 102, 0, 140, 177});
+  EXPECT_THAT(corrections(), IsEmpty());
+  ASSERT_EQ(suggest().undecided.size(), 6U);
+  EXPECT_EQ(suggest().undecided.front().at.problem, IdProblem::zero);
+  EXPECT_THAT(suggest().undecided.front().candidates, IsEmpty());
+  EXPECT_EQ(suggest().undecided.front().reason, "no known instrument is missing here and fits");
+}
+
+TEST_F(SuggestedIds, WhatFitsToTwoInstrumentsStaysOpenWithBoth) {
+  addSystems(6, {101, 102, 103, 104, 105});
+  addSystems(3, {101, 104, 105});
+  addSystem({101, 0, 104, 105});
+  EXPECT_THAT(corrections(), IsEmpty());
+  ASSERT_EQ(suggest().undecided.size(), 1U);
+  EXPECT_THAT(suggest().undecided.front().candidates, ::testing::UnorderedElementsAre(102, 103));
+}
+
+TEST_F(SuggestedIds, AGapInARegularNumberingIsFilledButNeverSure) {
+  addSystems(6, {101, 102, 0, 104, 105});
+  const auto lines = corrections();
+  ASSERT_EQ(lines.size(), 6U);
+  EXPECT_EQ(lines.front(), "X1.MUS 3: 0 -> 103 likely");
+}
+
+TEST_F(SuggestedIds, AListOfInstrumentsNamesTheOnesThatNoStaffHas) {
+  addSystems(6, {101, 102, 0, 140, 177});
+  const auto lines = corrections({{101, "", ""}, {102, "", ""}, {131, "Horn", ""}, {140, "", ""}, {177, "", ""}});
+  ASSERT_EQ(lines.size(), 6U);
+  EXPECT_EQ(lines.front(), "X1.MUS 3: 0 -> 131 likely");
+}
+
+TEST_F(SuggestedIds, NamesLeftOfTheStavesDistinguishInstruments) {
+  const std::string names = "text 3 at 1 p4 3 \"Horn\"\ntext 4 at 1 p4 3 \"Oboe\"\n";
+  for (int system = 0; system < 6; ++system) {
+    addSystem(score, names);
+  }
+  addSystems(3, {101, 104, 105});
+  addSystem({101, 0, 104, 105}, "text 3 at 1 p4 3 \"Horn\"\n");
+  ASSERT_EQ(suggest().corrections.size(), 1U);
+  EXPECT_EQ(suggest().corrections.front().newId, 103);
+  EXPECT_THAT(suggest().corrections.front().reason, ::testing::HasSubstr("named \"Horn\""));
+}
+
+TEST_F(SuggestedIds, ShownInstrumentNumbersDistinguishInstruments) {
+  addSystems(6, score);
+  addSystems(3, {101, 104, 105});
+  addSystem({101, 0, 104, 105}, "item 10 3 5 0 103\n");
+  ASSERT_EQ(suggest().corrections.size(), 1U);
+  EXPECT_EQ(suggest().corrections.front().newId, 103);
+  EXPECT_THAT(suggest().corrections.front().reason, ::testing::HasSubstr("the page shows the number 103"));
+}
+
+TEST_F(SuggestedIds, ACueFollowsTheStaffWhoseIdIsWrongInTheSameWay) {
+  addSystems(12, score);
+  addSystem({101, 102, 103, 1044, 105}, "rest 5 at 30 kind -2 cue 1044\n");
+  ASSERT_EQ(suggest().corrections.size(), 2U);
+  const Correction& cue = suggest().corrections.front();
+  EXPECT_TRUE(cue.at.isCue);
+  EXPECT_EQ(cue.at.staff, "5");
+  EXPECT_EQ(cue.at.problem, IdProblem::undefined);
+  EXPECT_EQ(cue.newId, 104);
+  EXPECT_EQ(cue.confidence, suggest().corrections.back().confidence);
+}
+
+TEST_F(SuggestedIds, ACueThatASlipExplainsIsLikely) {
+  addSystems(3, score);
+  addSystem(score, "rest 5 at 30 kind -2 cue 105\n");
+  addSystem(score, "rest 5 at 30 kind -2 cue 1055\n");
+  EXPECT_THAT(corrections(), ElementsAre("X5.MUS cue 5: 1055 -> 105 likely"));
+}
+
+TEST_F(SuggestedIds, ACueOfAnInstrumentThatIsSilentStaysOpen) {
+  addSystems(3, score);
+  addSystem({101, 102, 104, 105}, "rest 4 at 30 kind -2 cue 103\n");
+  EXPECT_THAT(corrections(), IsEmpty());
+  ASSERT_EQ(suggest().undecided.size(), 1U);
+  EXPECT_TRUE(suggest().undecided.front().at.isCue);
+  EXPECT_EQ(suggest().undecided.front().reason, "103 has no staff in this system");
+}
+
+TEST_F(SuggestedIds, ACueOfAStaffThatGetsItsIdBackIsRight) {
+  addSystems(6, score);
+  addSystem({101, 102, 0, 104, 105}, "rest 5 at 30 kind -2 cue 103\n");
+  EXPECT_THAT(corrections(), ElementsAre("X7.MUS 3: 0 -> 103 sure"));
+}
+
+TEST_F(SuggestedIds, APageThatCannotBeReadAnyMoreHasOnlyItsReport) {
+  addSystems(6, score);
+  addSystem({101, 102, 0, 104, 105});
+  run(true);
+  host.deleteFile("C:\\M\\X7.MUS");
+  const Suggestions found = suggestIds(gatherEvidence(host));
+  ASSERT_EQ(found.corrections.size(), 1U);
+  EXPECT_EQ(found.corrections.front().newId, 103);
+  EXPECT_EQ(found.corrections.front().at.item, 0);
+}
+
+}  // namespace
+}  // namespace kiv::test
