@@ -6,12 +6,13 @@
 #include "apps/kivsys/commands/chart_command.h"
 #include "apps/kivsys/commands/convert_command.h"
 #include "apps/kivsys/commands/draw_command.h"
-#include "apps/kivsys/commands/instruments_command.h"
 #include "apps/kivsys/commands/fix_command.h"
+#include "apps/kivsys/commands/instruments_command.h"
 #include "apps/kivsys/commands/page_commands.h"
 #include "apps/kivsys/commands/recover_command.h"
 #include "apps/kivsys/commands/sort_command.h"
 #include "apps/kivsys/commands/survey_command.h"
+#include "apps/kivsys/commands/undo_command.h"
 #include "apps/kivsys/commands/verify_command.h"
 
 namespace CLI {
@@ -36,6 +37,8 @@ void addDraw(CLI::App& app, DrawOptions& options, int& status);
 void addChart(CLI::App& app, ChartOptions& options, int& status);
 void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status);
 void addRecover(CLI::App& app, RecoverOptions& options, int& status);
+/// The command "undo", on a folder.
+void addUndo(CLI::App& app, UndoOptions& options, int& status);
 /// The commands "dump" and "build".
 void addPageCommands(CLI::App& app, PageFiles& files, int& status);
 /// The commands "completions" and "man".

@@ -26,6 +26,7 @@ struct CommandLine {
   InstrumentsOptions instruments;
   RecoverOptions recover;
   FixOptions fix;
+  UndoOptions undo;
   PageFiles files;
   std::string shell;                 ///< for completions
   int status = exit_status::normal;  ///< of the command that was run
@@ -61,6 +62,7 @@ void addCommands(CLI::App& app, CommandLine& line) {
   addInstruments(app, line.instruments, line.status);
   addRecover(app, line.recover, line.status);
   addFix(app, line.fix, line.status);
+  addUndo(app, line.undo, line.status);
   addPageCommands(app, line.files, line.status);
   addDocuments(app, line.shell, line.status);
   refuseEmptyValues(app);

@@ -33,6 +33,7 @@ if(NOT WIN32)
     console/survey_command_test.cpp
     console/survey_state_test.cpp
     console/trace_test.cpp
+    console/undo_test.cpp
     console/verify_test.cpp
     console/warnings_test.cpp)
   if(KIV_SANITIZE)
@@ -54,13 +55,15 @@ if(NOT WIN32)
   kiv_bare_test_program(console_parts
     console/file_kinds_test.cpp
     console/instrument_cells_test.cpp
+    console/journal_text_test.cpp
     console/names_list_test.cpp
     ../apps/kivsys/output/csv.cpp ../apps/kivsys/output/diagnostics_json.cpp
     ../apps/kivsys/output/instruments_output.cpp
     ../apps/kivsys/output/number_ranges.cpp ../apps/kivsys/output/outcome_json.cpp
     ../apps/kivsys/output/text_table.cpp ../apps/kivsys/output/verification_json.cpp
     ../apps/kivsys/safety/file_kinds.cpp
-    ../apps/kivsys/selection/names_list.cpp)
+    ../apps/kivsys/selection/names_list.cpp
+    ../apps/kivsys/undo/journal_text.cpp)
   target_link_libraries(test_console_parts PRIVATE kiv_console kiv_diagnostics kiv_headers kiv_verify)
 endif()
 

@@ -119,7 +119,7 @@ using Offered = std::set<std::string>;
 
 TEST_F(ManAndCompletions, TheHelpIsUnderstood) {
   EXPECT_EQ(commands(), (Words{"analyze", "convert", "verify", "survey", "trace", "sort", "draw", "chart",
-                               "instruments", "recover", "dump", "build", "completions", "man"}));
+                               "instruments", "recover", "fix", "undo", "dump", "build", "completions", "man"}));
   EXPECT_EQ(optionsIn(help("draw")), (Words{"-h", "--help", "--out"}));
 }
 

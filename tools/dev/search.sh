@@ -1,7 +1,7 @@
 # shellcheck shell=sh
 # Searches for bugs and for missing tests, which take long.
 
-fuzz_targets='mus_reader names_file settings report page_text recovery command_line survey_state end_to_end'
+fuzz_targets='mus_reader names_file settings report page_text recovery command_line survey_state journal end_to_end'
 
 # fuzz [--fast] [TARGET] [SECONDS]; or fuzz --check
 run_fuzz() {

@@ -10,6 +10,7 @@
 #include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/safety/input_files.h"
 #include "apps/kivsys/safety/result_folder.h"
+#include "apps/kivsys/undo/run_journal.h"
 #include "messages/input_messages.h"
 #include "platform/bounded_file.h"
 #include "platform/console/error_line.h"
@@ -179,7 +180,7 @@ int FixRun::run() {
   }
   report_.dryRun = options_.dryRun;
   if (!options_.dryRun) {
-    if (const int status = folder_.isMissing() ? folder_.make(console_.locks()) : exit_status::normal;
+    if (const int status = folder_.isMissing() ? folder_.make(console_) : exit_status::normal;
         status != exit_status::normal) {
       return status;
     }
@@ -194,6 +195,8 @@ int FixRun::run() {
 
 int runFix(const FixOptions& options) {
   ConsoleHost console;
+  RunJournal journal(console.system(), "fix", UndoNeed::wanted);
+  useJournal(console.system(), journal, !options.noUndo && !options.dryRun);
   FixRun fix(console, options);
   SelectionUse use{FolderUse::read, false, [&](const SelectedPages& pages) { return fix.refusals(pages); }, {}};
   if (!options.dryRun) {

@@ -16,6 +16,7 @@ struct FixOptions {
   std::string only;                      ///< the least confidence: "sure" or "likely"; "" for all rows
   std::string out;                       ///< the folder of the corrected pages
   bool force = false;                    ///< replace pages that are there
+  bool noUndo = false;                   ///< write no journal
   bool dryRun = false;
   bool json = false;
 };

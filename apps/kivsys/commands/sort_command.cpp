@@ -7,6 +7,7 @@
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/safety/sorted_pages.h"
+#include "apps/kivsys/undo/run_journal.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
 #include "sort/sort_on_instrument.h"
@@ -69,6 +70,8 @@ std::vector<std::string> folderOfPages(ConsoleSystem& system, const SelectedPage
 
 int runSort(const SortOptions& options) {
   ConsoleHost console(options.selection.likePanel ? Guard::off : Guard::on);
+  RunJournal journal(console.system(), "sort", UndoNeed::wanted);
+  useJournal(console.system(), journal, !options.noUndo);
   const SelectionUse use{FolderUse::read, false,
                          [&](const SelectedPages& pages) {
                            console.system().bindFolder();
