@@ -14,14 +14,18 @@ std::string problemOf(const FixOptions& options) {
   if (options.corrections.empty() && options.sets.empty() && options.maps.empty()) {
     return "say what to correct with --corrections, --set or --map";
   }
-  return options.out.empty() ? "name a folder for the corrected pages with -o" : "";
+  return options.out.empty() && !options.inPlace ? "name a folder for the corrected pages with -o, or say --in-place"
+                                                 : "";
 }
 
 void addFixOutput(CLI::App& fix, FixOptions& options) {
-  fix.add_option("-o,--out", options.out, "Folder for the corrected pages, which is made when it is missing")
-      ->type_name("DIR");
-  fix.add_flag("--force", options.force, "Replace pages that are in the folder");
-  fix.add_flag("--no-undo", options.noUndo, "Write no journal, so that the run cannot be undone");
+  CLI::Option* out =
+      fix.add_option("-o,--out", options.out, "Folder for the corrected pages, which is made when it is missing")
+          ->type_name("DIR");
+  CLI::Option* inPlace =
+      fix.add_flag("--in-place", options.inPlace, "Write over the pages themselves; kivsys undo restores them");
+  inPlace->excludes(out)->excludes(fix.add_flag("--force", options.force, "Replace pages that are in the folder"));
+  inPlace->excludes(fix.add_flag("--no-undo", options.noUndo, "Write no journal, so that the run cannot be undone"));
   fix.add_flag("--dry-run", options.dryRun, "Write nothing; print what would change");
   fix.add_flag("--json", options.json, "Print one JSON object and nothing else");
   fix.add_flag("--wait", options.selection.wait, "Wait for another run that works in the folder");
@@ -30,7 +34,7 @@ void addFixOutput(CLI::App& fix, FixOptions& options) {
 }  // namespace
 
 void addFix(CLI::App& app, FixOptions& options, int& status) {
-  CLI::App* fix = app.add_subcommand("fix", "Correct instrument ids in copies of pages");
+  CLI::App* fix = app.add_subcommand("fix", "Correct instrument ids in copies of pages, or in the pages");
   CLI::Option* names =
       fix->add_option("--names", options.selection.names, "Names file that lists the pages; - is standard input")
           ->type_name("FILE");

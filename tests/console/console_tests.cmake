@@ -11,6 +11,7 @@ if(NOT WIN32)
     console/example_pages.cpp
     console/example_test.cpp
     console/explain_test.cpp
+    console/fix_in_place_test.cpp
     console/folder_lock_test.cpp
     console/hostile_names_test.cpp
     console/instruments_test.cpp
