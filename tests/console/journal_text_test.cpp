@@ -10,11 +10,11 @@ namespace {
 const std::string run = "0123456789abcdef";
 const std::string oldDigest(64, 'a');
 const std::string newDigest(64, 'b');
-const std::string head = "{\"kivsys_undo\":\"1\",\"id\":\"" + run + "\",\"command\":\"sort\",\"time\":\"now\"}\n";
+const std::string head = R"({"kivsys_undo":"1","id":")" + run + R"(","command":"sort","time":"now"})" + "\n";
 const std::string folder = "{\"folder\":\"/music\"}\n";
 
 std::string change(const std::string& file, const std::string& before, const std::string& kept) {
-  return "{\"file\":\"" + file + "\",\"before\":\"" + before + "\",\"kept\":\"" + kept + "\",\"after\":\"" + newDigest +
+  return R"({"file":")" + file + R"(","before":")" + before + R"(","kept":")" + kept + R"(","after":")" + newDigest +
          "\"}\n";
 }
 
@@ -72,7 +72,7 @@ TEST(JournalText, AKeptFileHasANameOfItsRunOnly) {
 
 TEST(JournalText, OtherTextsAreNoJournal) {
   for (const std::string& text :
-       {std::string(), head.substr(0, 20), folder, "{\"kivsys_undo\":\"2\",\"id\":\"" + run + "\"}\n",
+       {std::string(), head.substr(0, 20), folder, R"({"kivsys_undo":"2","id":")" + run + "\"}\n",
         std::string("{\"kivsys_undo\":\"1\",\"id\":\"../../x\"}\n"), head + "\n", head + "[]\n", head + "{\"x\":{}}\n",
         head + "{\"folder\":3}\n", head + folder + change("/music/A.MUS", "no digest", run + "-1")}) {
     EXPECT_FALSE(readJournal(text)) << text;
@@ -80,7 +80,10 @@ TEST(JournalText, OtherTextsAreNoJournal) {
 }
 
 TEST(JournalText, ALineOfBracketsIsNotRead) {
-  EXPECT_FALSE(readJournal(head + std::string(10000000, '[') + "\n"));
+  constexpr std::size_t brackets = 1000000;
+  std::string line;
+  line.resize(brackets, '[');
+  EXPECT_FALSE(readJournal(head + line + "\n"));
 }
 
 }  // namespace

@@ -167,6 +167,17 @@ TEST_F(Undo, AKeptFileThatHasChangedRefusesAll) {
   EXPECT_EQ(snapshot(), before);
 }
 
+TEST_F(Undo, ARunThatFailsAtAFolderInItsWayIsUndone) {
+  addOld("out/WORK0001.MUS");
+  fs::create_directory(place.path() / "out/WORK0002.MUS");
+  const Snapshot before = snapshot();
+  const Ended ended = convert();
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_EQ(ended.error.find("cannot be undone"), std::string::npos) << ended.error;
+  EXPECT_NE(place.read("out/WORK0001.MUS"), "old");
+  expectUndone(before);
+}
+
 TEST_F(Undo, OldFilesAreKeptOnlyWhereOneWasReplaced) {
   EXPECT_EQ(convert().status, 0);
   EXPECT_FALSE(hasKept("out"));

@@ -44,7 +44,7 @@ std::string encoded(const std::string& name) {
   constexpr std::string_view digits = "0123456789abcdef";
   constexpr unsigned bitsPerDigit = 4;
   constexpr unsigned lowest = 0xF;
-  const std::string utf8 = NativeSystem::toUtf8(name);
+  std::string utf8 = NativeSystem::toUtf8(name);
   if (isUtf8(utf8) && !utf8.starts_with(hexMark)) {
     return utf8;
   }

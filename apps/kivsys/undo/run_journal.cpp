@@ -134,8 +134,9 @@ RunJournal::Failure RunJournal::firstChange(FileChange change, Keep keep) {
 
 RunJournal::Failure RunJournal::change(const std::string& path, const std::string& after, Keep keep) {
   const std::string real = realPath(path);
-  if (real.empty()) {
-    return std::nullopt;
+  const bool isFolder = entryKindOf(real) == EntryKind::other && !realFolder(real).empty();
+  if (real.empty() || isFolder) {
+    return std::nullopt;  // the change will fail
   }
   if (auto failure = addFolder(folderAbove(real))) {
     return failure;

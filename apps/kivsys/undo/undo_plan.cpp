@@ -1,6 +1,7 @@
 #include "apps/kivsys/undo/undo_plan.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 
 #include "apps/kivsys/undo/kept_files.h"
@@ -50,14 +51,10 @@ std::optional<std::string> failed(const std::string& path, const std::optional<s
 
 UndoPlan planUndo(const Journal& journal) {
   UndoPlan plan;
-  for (auto change = journal.files.rbegin(); change != journal.files.rend(); ++change) {
-    planFile(*change, plan);
-  }
-  for (auto folder = journal.madeFolders.rbegin(); folder != journal.madeFolders.rend(); ++folder) {
-    if (realFolder(*folder) == *folder) {
-      plan.folders.push_back(*folder);
-    }
-  }
+  std::for_each(journal.files.rbegin(), journal.files.rend(),
+                [&](const FileChange& change) { planFile(change, plan); });
+  std::copy_if(journal.madeFolders.rbegin(), journal.madeFolders.rend(), std::back_inserter(plan.folders),
+               [](const std::string& folder) { return realFolder(folder) == folder; });
   return plan;
 }
 

@@ -118,8 +118,10 @@ std::unique_ptr<OutputFile> ConsoleSystem::openOutput(const std::string& name) {
 }
 
 std::unique_ptr<OutputFile> ConsoleSystem::journaled(std::unique_ptr<OutputFile> file, const std::string& path) {
-  return file && journal_ != nullptr ? std::make_unique<JournaledOutput>(std::move(file), *journal_, path)
-                                     : std::move(file);
+  if (file && journal_ != nullptr) {
+    file = std::make_unique<JournaledOutput>(std::move(file), *journal_, path);
+  }
+  return file;
 }
 
 std::optional<std::string> ConsoleSystem::replaceFile(const std::string& name, std::string_view bytes) {
