@@ -15,7 +15,7 @@ longest() {
   case $1 in
     end_to_end) echo 100 ;;
     mus_reader) echo 200 ;;
-    survey_state) echo 800 ;;
+    survey_state | journal) echo 800 ;;
     recovery) echo 2000 ;;
     *) echo 400 ;;
   esac

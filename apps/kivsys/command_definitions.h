@@ -13,6 +13,7 @@
 #include "apps/kivsys/commands/sort_command.h"
 #include "apps/kivsys/commands/suggest_command.h"
 #include "apps/kivsys/commands/survey_command.h"
+#include "apps/kivsys/commands/undo_command.h"
 #include "apps/kivsys/commands/verify_command.h"
 
 namespace CLI {
@@ -38,6 +39,8 @@ void addChart(CLI::App& app, ChartOptions& options, int& status);
 void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status);
 void addSuggest(CLI::App& app, SuggestOptions& options, int& status);
 void addRecover(CLI::App& app, RecoverOptions& options, int& status);
+/// The command "undo", on a folder.
+void addUndo(CLI::App& app, UndoOptions& options, int& status);
 /// The commands "dump" and "build".
 void addPageCommands(CLI::App& app, PageFiles& files, int& status);
 /// The command "help", which describes the command of that name.

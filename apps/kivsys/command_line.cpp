@@ -32,6 +32,7 @@ struct CommandLine {
   SuggestOptions suggest;
   RecoverOptions recover;
   FixOptions fix;
+  UndoOptions undo;
   PageFiles files;
   std::string shell;                 ///< for completions
   std::string described;             ///< the command that help describes
@@ -77,6 +78,7 @@ void addCommands(CLI::App& app, CommandLine& line) {
   addSuggest(app, line.suggest, line.status);
   addRecover(app, line.recover, line.status);
   addFix(app, line.fix, line.status);
+  addUndo(app, line.undo, line.status);
   addPageCommands(app, line.files, line.status);
   addHelp(app, line.described, line.status);
   addDocuments(app, line.shell, line.status);

@@ -45,6 +45,11 @@ void addWait(CLI::App& command, Selection& selection) {
   command.add_flag("--wait", selection.wait, "Wait for another run that works in the folders");
 }
 
+/// With this option, `kivsys undo` cannot undo the run.
+void addNoUndo(CLI::App& command, bool& noUndo) {
+  command.add_flag("--no-undo", noUndo, "Write no journal, so that the run cannot be undone");
+}
+
 void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
   addSelection(command, options.selection, "Write report and verdict to this folder");
   command
@@ -56,6 +61,7 @@ void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
   command.add_flag("--no-instr-number", options.noInstrNumber, "Do not show instrument ids in the results");
   command.add_flag("--force", options.force, "Convert even if the input can be used without a conversion");
   command.add_flag("--json", options.json, "Print one JSON object and nothing else");
+  addNoUndo(command, options.noUndo);
   addWait(command, options.selection);
   command.callback([&command, &options, &status] {
     requireSelection(command.get_name(), options.selection);
@@ -149,6 +155,7 @@ void addSort(CLI::App& app, SortOptions& options, int& status) {
   CLI::Option* likePanel = addLikePanel(*sort, options.selection);
   sort->add_flag("--strict", options.strict, "Write nothing if there is a warning; status 3")->excludes(likePanel);
   sort->add_flag("--json", options.json, "Print one JSON object and nothing else");
+  addNoUndo(*sort, options.noUndo);
   addWait(*sort, options.selection);
   sort->footer(
       "For pages of one system. Writes each page beside its input with the suffix PAG. Ends with status 0;\n"

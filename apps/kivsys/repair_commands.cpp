@@ -14,13 +14,27 @@ std::string problemOf(const FixOptions& options) {
   if (options.corrections.empty() && options.sets.empty() && options.maps.empty()) {
     return "say what to correct with --corrections, --set or --map";
   }
-  return options.out.empty() ? "name a folder for the corrected pages with -o" : "";
+  return options.out.empty() && !options.inPlace ? "name a folder for the corrected pages with -o, or say --in-place"
+                                                 : "";
+}
+
+void addFixOutput(CLI::App& fix, FixOptions& options) {
+  CLI::Option* out =
+      fix.add_option("-o,--out,--output", options.out, "Folder for the corrected pages, which is made when it is missing")
+          ->type_name("DIR");
+  CLI::Option* inPlace =
+      fix.add_flag("--in-place", options.inPlace, "Write over the pages themselves; kivsys undo restores them");
+  inPlace->excludes(out)->excludes(fix.add_flag("--force", options.force, "Replace pages that are in the folder"));
+  inPlace->excludes(fix.add_flag("--no-undo", options.noUndo, "Write no journal, so that the run cannot be undone"));
+  fix.add_flag("--dry-run", options.dryRun, "Write nothing; print what would change");
+  fix.add_flag("--json", options.json, "Print one JSON object and nothing else");
+  fix.add_flag("--wait", options.selection.wait, "Wait for another run that works in the folder");
 }
 
 }  // namespace
 
 void addFix(CLI::App& app, FixOptions& options, int& status) {
-  CLI::App* fix = app.add_subcommand("fix", "Correct instrument ids in copies of pages");
+  CLI::App* fix = app.add_subcommand("fix", "Correct instrument ids in copies of pages, or in the pages");
   CLI::Option* names =
       fix->add_option("--names", options.selection.names, "Names file that lists the pages; - is standard input")
           ->type_name("FILE");
@@ -40,12 +54,7 @@ void addFix(CLI::App& app, FixOptions& options, int& status) {
   fix->add_option("--only", options.only, "Use only corrections of at least this confidence: sure or likely")
       ->type_name("WORD")
       ->check(CLI::IsMember({"sure", "likely"}));
-  fix->add_option("-o,--out,--output", options.out, "Folder for the corrected pages, which is made when it is missing")
-      ->type_name("DIR");
-  fix->add_flag("--force", options.force, "Replace pages that are in the folder");
-  fix->add_flag("--dry-run", options.dryRun, "Write nothing; print what would change");
-  fix->add_flag("--json", options.json, "Print one JSON object and nothing else");
-  fix->add_flag("--wait", options.selection.wait, "Wait for another run that works in the folder");
+  addFixOutput(*fix, options);
   fix->footer(
       "Writes every page into the folder, corrected where it has to be; all other bytes stay as they are. Refuses\n"
       "everything when one correction does not fit its page. Reads the pages again at the end, and prints what has\n"
@@ -59,6 +68,20 @@ void addFix(CLI::App& app, FixOptions& options, int& status) {
     }
     status = runFix(options);
   });
+}
+
+void addUndo(CLI::App& app, UndoOptions& options, int& status) {
+  CLI::App* undo = app.add_subcommand("undo", "Undo the last run that wrote into a folder");
+  undo->add_option("folder", options.folder, "Folder of the run (default: the current folder)")->type_name("FOLDER");
+  undo->add_flag("--dry-run", options.dryRun, "Change nothing; print what would be undone");
+  undo->add_flag("--json", options.json, "Print one JSON object and nothing else");
+  undo->footer(
+      "Takes back the last convert, trace, sort or fix that wrote into the folder, in all folders that it wrote into:\n"
+      "removes what it made, and restores what it replaced, with times and modes. Refuses when one of these files has\n"
+      "changed since. Ends with status 0; with 1 when a file cannot be changed; with 2 when there is no such run or a\n"
+      "file has changed; with 4 when another run is at work in one of the folders.\n\nExamples:\n"
+      "  kivsys undo\n  kivsys undo --dry-run out");
+  undo->callback([&options, &status] { status = runUndo(options); });
 }
 
 }  // namespace kiv

@@ -13,6 +13,7 @@ if(NOT WIN32)
     console/example_test.cpp
     console/exit_status_test.cpp
     console/explain_test.cpp
+    console/fix_in_place_test.cpp
     console/folder_lock_test.cpp
     console/fix_test.cpp
     console/hostile_names_test.cpp
@@ -40,6 +41,7 @@ if(NOT WIN32)
     console/survey_command_test.cpp
     console/survey_state_test.cpp
     console/trace_test.cpp
+    console/undo_test.cpp
     console/usage_test.cpp
     console/verify_test.cpp
     console/warnings_test.cpp)
@@ -62,6 +64,7 @@ if(NOT WIN32)
   kiv_bare_test_program(console_parts
     console/file_kinds_test.cpp
     console/instrument_cells_test.cpp
+    console/journal_text_test.cpp
     console/names_list_test.cpp
     console/natural_order_test.cpp
     console/nearest_word_test.cpp
@@ -72,6 +75,7 @@ if(NOT WIN32)
     ../apps/kivsys/safety/file_kinds.cpp
     ../apps/kivsys/selection/names_list.cpp
     ../apps/kivsys/selection/natural_order.cpp
+    ../apps/kivsys/undo/journal_text.cpp
     ../apps/kivsys/usage/nearest_word.cpp)
   target_link_libraries(test_console_parts PRIVATE kiv_console kiv_diagnostics kiv_headers kiv_verify)
 endif()

@@ -40,7 +40,7 @@ TEST_F(ConsoleConvert, AnOldPageKeepsTheSpellingOfItsName) {
   place.write("Work0001.mus", "old");
   EXPECT_EQ(place.kivsys({"convert", "x1.mus", "x2.mus"}).status, 0);
   EXPECT_EQ(filesIn(place.path()),
-            (Names{"KivSystem1.TXT", "KivSystem2.TXT", "WORK0002.MUS", "Work0001.mus", "x1.mus", "x2.mus"}));
+            (Names{".kivsys", "KivSystem1.TXT", "KivSystem2.TXT", "WORK0002.MUS", "Work0001.mus", "x1.mus", "x2.mus"}));
   EXPECT_EQ(dumped("Work0001.mus"), asDumped(numberedFluteAndBass));
 }
 

@@ -58,6 +58,10 @@ Workplace::~Workplace() {
   fs::remove_all(outside_);
 }
 
+fs::path Workplace::stateFolder() const {
+  return outside_ / "state";
+}
+
 std::string Workplace::corePath(const std::string& file) const {
   std::string path = file.empty() ? path_.string() : (path_ / file).string();
   std::replace(path.begin(), path.end(), '/', '\\');
@@ -82,10 +86,10 @@ std::string Workplace::read(const std::string& file) const {
 
 Ended Workplace::run(const std::string& command, const std::string& folder, const std::string& input) const {
   std::ofstream(outside_ / "in", std::ios::binary) << input;
-  const std::string line = "cd " + quoted((path_ / folder).string()) +
-                           " && TMPDIR=" + quoted((outside_ / "tmp").string()) + " " + command + " <" +
-                           quoted((outside_ / "in").string()) + " >" + quoted((outside_ / "out").string()) + " 2>" +
-                           quoted((outside_ / "error").string());
+  const std::string line =
+      "cd " + quoted((path_ / folder).string()) + " && TMPDIR=" + quoted((outside_ / "tmp").string()) +
+      " XDG_STATE_HOME=" + quoted(stateFolder().string()) + " " + command + " <" + quoted((outside_ / "in").string()) +
+      " >" + quoted((outside_ / "out").string()) + " 2>" + quoted((outside_ / "error").string());
   const int status = std::system(line.c_str());
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(outside_ / "out"), contentOf(outside_ / "error")};
 }

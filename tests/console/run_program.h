@@ -22,6 +22,8 @@ class Workplace {
   ~Workplace();
 
   const std::filesystem::path& path() const { return path_; }
+  /// Where the programs of the test keep their state.
+  std::filesystem::path stateFolder() const;
   /// The file's path, or that of the folder when it is "", as the core writes it: backslashes between folders.
   std::string corePath(const std::string& file) const;
   /// The same in capitals, as names from a names file become.

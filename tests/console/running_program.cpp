@@ -10,7 +10,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
-#include <stdlib.h>  // setenv
+#include <stdlib.h>  // setenv, mkdtemp
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -18,6 +18,8 @@ namespace kiv::test {
 
 RunningProgram::RunningProgram(const std::filesystem::path& folder, std::vector<std::string> arguments) {
   std::filesystem::create_directories(folder / "tmp");
+  state_ = (std::filesystem::temp_directory_path() / "kivsys-state-XXXXXX").string();
+  EXPECT_NE(::mkdtemp(state_.data()), nullptr);
   std::array<int, 2> in{};
   std::array<int, 2> error{};
   EXPECT_EQ(::pipe2(in.data(), O_CLOEXEC), 0);
@@ -32,7 +34,8 @@ RunningProgram::RunningProgram(const std::filesystem::path& folder, std::vector<
   if (child_ == 0) {
     const int out = ::open("/dev/null", O_WRONLY);
     if (::chdir(folder.c_str()) == 0 && ::setenv("TMPDIR", (folder / "tmp").c_str(), 1) == 0 &&
-        ::dup2(in[0], STDIN_FILENO) >= 0 && ::dup2(out, STDOUT_FILENO) >= 0 && ::dup2(error[1], STDERR_FILENO) >= 0) {
+        ::setenv("XDG_STATE_HOME", state_.c_str(), 1) == 0 && ::dup2(in[0], STDIN_FILENO) >= 0 &&
+        ::dup2(out, STDOUT_FILENO) >= 0 && ::dup2(error[1], STDERR_FILENO) >= 0) {
       ::execv(KIVSYS_PROGRAM, argv.data());
     }
     ::_exit(127);
@@ -46,6 +49,7 @@ RunningProgram::RunningProgram(const std::filesystem::path& folder, std::vector<
 RunningProgram::~RunningProgram() {
   ::close(input_);
   ::close(errorOut_);
+  std::filesystem::remove_all(state_);
 }
 
 bool RunningProgram::readMore() {

@@ -34,6 +34,7 @@ class RunningProgram {
   int input_ = -1;
   int errorOut_ = -1;
   std::string error_;
+  std::string state_;  // the folder in which the program keeps its state
 };
 
 }  // namespace kiv::test

@@ -2,7 +2,7 @@
 # Searches for bugs and for missing tests, which take long.
 
 fuzz_targets='mus_reader names_file settings report page_text recovery corrections layout_file command_line
-  survey_state end_to_end'
+  survey_state journal end_to_end'
 
 # fuzz [--fast] [TARGET] [SECONDS]; or fuzz --check
 run_fuzz() {

@@ -13,6 +13,7 @@
 #include "apps/kivsys/output/conversion_output.h"
 #include "apps/kivsys/safety/result_files.h"
 #include "apps/kivsys/safety/result_folder.h"
+#include "apps/kivsys/undo/run_journal.h"
 #include "conversion/dump_memory.h"
 #include "input/file_names.h"
 #include "messages/input_messages.h"
@@ -109,7 +110,7 @@ int ConvertRun::makeFolder(const std::string& firstResultFile) {
     overlay_->addFolder(justPath(console_.system(), firstResultFile));
     return exit_status::normal;
   }
-  return folder_->make(console_.locks());
+  return folder_->make(console_);
 }
 
 bool ConvertRun::convert(const ConversionOptions& conversion) {
@@ -240,6 +241,8 @@ int runConvert(const ConvertOptions& options) {
     console.user().hideProgress();
   }
   ConsoleSystem& system = console.system();
+  RunJournal journal(system, options.trace ? "trace" : "convert", UndoNeed::wanted);
+  useJournal(system, journal, !options.noUndo && !options.dryRun);
   const std::string firstResultFile = options.result.empty() ? "" : system.fullName(options.result);
   const auto folder = folderOfResults(system, options, firstResultFile);
   const ResultPlace place{firstResultFile, folder ? &*folder : nullptr};

@@ -15,6 +15,7 @@ struct ConvertOptions {
   bool noInstrNumber = false;  ///< results show no instrument identifiers
   bool force = false;          ///< convert input that qualifies as it is, too
   bool json = false;
+  bool noUndo = false;     ///< write no journal
   bool dryRun = false;     ///< write nothing, print what would be written
   bool verify = false;     ///< prove the conversion afterwards
   bool strict = false;     ///< do not convert after a warning

@@ -10,6 +10,7 @@
 #include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/safety/input_files.h"
 #include "apps/kivsys/safety/result_folder.h"
+#include "apps/kivsys/undo/run_journal.h"
 #include "platform/bounded_file.h"
 #include "platform/console/error_line.h"
 #include "platform/native_file.h"
@@ -59,13 +60,17 @@ class FixRun {
 
   /// Why the corrected pages of these cannot be written. None: they can.
   std::vector<std::string> refusals(const SelectedPages& pages);
-  std::vector<std::string> writtenFolders() { return {folder_.path()}; }
+  /// The folders that the run writes into.
+  std::vector<std::string> writtenFolders(const SelectedPages& pages);
   int run();
 
  private:
+  std::vector<std::string> refusalsInPlace(const SelectedPages& pages);
   std::string outputOf(const FoundFile& page);
   bool readPages();
   std::vector<std::string> plan();
+  bool isWritten(const Page& page) const;
+  std::string pathOf(const Page& page);
   bool write();
   bool reportChanges();
   int fail(const std::string& reason);
@@ -84,12 +89,50 @@ int FixRun::fail(const std::string& reason) {
   return exit_status::critical;
 }
 
-/// The corrected page has the name of its original, in another folder.
+/// The corrected page has the name of its original, in another folder unless it takes its place.
 std::string FixRun::outputOf(const FoundFile& page) {
+  if (options_.inPlace) {
+    return page.name;
+  }
   return out_ + page.path.substr(folderOfPath(system_, page.path).size());
 }
 
+/// Why the pages cannot be replaced: one is also a table of corrections, the list of the pages, or another page.
+std::vector<std::string> FixRun::refusalsInPlace(const SelectedPages& pages) {
+  InputFiles others;
+  for (const std::string& table : options_.corrections) {
+    others.add(system_.diskName(NativeSystem::coreName(table)));
+  }
+  if (!pages.listPath.empty()) {
+    others.add(pages.listPath);
+  }
+  std::vector<std::string> reasons;
+  for (const FoundFile& page : distinct(pages.pages)) {
+    if (const auto reason = others.refusalToReplace("corrected page", page.path)) {
+      reasons.push_back(*reason);
+    }
+    others.add(page.path);
+  }
+  return reasons;
+}
+
+/// The folders of the corrected pages. Those of pages that links lead to belong to their own runs.
+std::vector<std::string> FixRun::writtenFolders(const SelectedPages& pages) {
+  if (!options_.inPlace) {
+    return {folder_.path()};
+  }
+  std::vector<std::string> folders;
+  for (const FoundFile& page : pages.pages) {
+    const std::string folder = folderOfPath(system_, page.path);
+    folders.push_back(folder.empty() ? "." : folder);
+  }
+  return folders;
+}
+
 std::vector<std::string> FixRun::refusals(const SelectedPages& pages) {
+  if (options_.inPlace) {
+    return refusalsInPlace(pages);
+  }
   if (const auto reason = folder_.refusal()) {
     return {*reason};
   }
@@ -149,10 +192,23 @@ std::vector<std::string> FixRun::plan() {
   return plan.errors;
 }
 
+/// A page that takes its own place is written only when it changes.
+bool FixRun::isWritten(const Page& page) const {
+  return !options_.dryRun && (!options_.inPlace || page.after != page.before);
+}
+
+std::string FixRun::pathOf(const Page& page) {
+  return options_.inPlace ? page.file.path : system_.outputPath(page.output);
+}
+
 bool FixRun::write() {
   for (const Page& page : pages_) {
-    if (const auto failure = system_.replaceFile(page.output, page.after)) {
-      fail("cannot write " + system_.outputPath(page.output) + ": " + *failure);
+    if (options_.inPlace && page.after == page.before) {
+      continue;
+    }
+    if (const auto failure = options_.inPlace ? system_.replacePage(page.output, page.after)
+                                              : system_.replaceFile(page.output, page.after)) {
+      fail("cannot write " + pathOf(page) + ": " + *failure);
       return false;
     }
   }
@@ -162,14 +218,14 @@ bool FixRun::write() {
 /// Finds out from the files themselves what is different in the corrected pages.
 bool FixRun::reportChanges() {
   for (const Page& page : pages_) {
-    const std::string path = system_.outputPath(page.output);
+    const std::string path = pathOf(page);
     const auto bytes = options_.dryRun ? std::optional(page.after) : readBounded(system_, page.output, mostBytes).bytes;
     const auto changes = bytes ? repair::changedIds(page.before, *bytes) : std::nullopt;
     if (!changes || *bytes != page.after) {
       fail("the corrected page " + path + " is not as it was written");
       return false;
     }
-    report_.pages.push_back({page.file.path, options_.dryRun ? "" : path, *changes});
+    report_.pages.push_back({page.file.path, isWritten(page) ? path : "", *changes});
   }
   return true;
 }
@@ -183,7 +239,7 @@ int FixRun::run() {
   }
   report_.dryRun = options_.dryRun;
   if (!options_.dryRun) {
-    if (const int status = folder_.isMissing() ? folder_.make(console_.locks()) : exit_status::normal;
+    if (const int status = !options_.inPlace && folder_.isMissing() ? folder_.make(console_) : exit_status::normal;
         status != exit_status::normal) {
       return status;
     }
@@ -198,10 +254,12 @@ int FixRun::run() {
 
 int runFix(const FixOptions& options) {
   ConsoleHost console;
+  RunJournal journal(console.system(), "fix", options.inPlace ? UndoNeed::required : UndoNeed::wanted);
+  useJournal(console.system(), journal, !options.noUndo && !options.dryRun);
   FixRun fix(console, options);
   SelectionUse use{FolderUse::read, false, [&](const SelectedPages& pages) { return fix.refusals(pages); }, {}};
   if (!options.dryRun) {
-    use.writtenFolders = [&](const SelectedPages&) { return fix.writtenFolders(); };
+    use.writtenFolders = [&](const SelectedPages& pages) { return fix.writtenFolders(pages); };
   }
   return runOnSelection(console, options.selection, use, [&](const std::string&) { return fix.run(); });
 }

@@ -15,7 +15,9 @@ struct FixOptions {
   std::vector<std::string> maps;         ///< OLD=NEW
   std::string only;                      ///< the least confidence: "sure" or "likely"; "" for all rows
   std::string out;                       ///< the folder of the corrected pages
+  bool inPlace = false;                  ///< write over the pages themselves, which can be undone
   bool force = false;                    ///< replace pages that are there
+  bool noUndo = false;                   ///< write no journal
   bool dryRun = false;
   bool json = false;
 };

@@ -8,6 +8,7 @@
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/warnings_output.h"
 #include "apps/kivsys/safety/sorted_pages.h"
+#include "apps/kivsys/undo/run_journal.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
 #include "sort/sort_on_instrument.h"
@@ -75,6 +76,8 @@ int runSort(const SortOptions& options) {
   if (options.json) {
     console.user().hideProgress();
   }
+  RunJournal journal(console.system(), "sort", UndoNeed::wanted);
+  useJournal(console.system(), journal, !options.noUndo);
   const SelectionUse use{FolderUse::read, false,
                          [&](const SelectedPages& pages) {
                            console.system().bindFolder();

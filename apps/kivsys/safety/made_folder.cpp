@@ -44,11 +44,13 @@ std::optional<std::string> PlannedFolder::refusal() const {
              : std::optional("cannot make the folder " + typed_ + ", as the one above it does not exist");
 }
 
-std::optional<std::string> PlannedFolder::make() const {
+std::optional<std::string> PlannedFolder::make(ChangeJournal* journal) const {
   if (kindOf(path_) == PathKind::folder) {
     return std::nullopt;
   }
-  if (const auto failure = makeFolder(path_)) {
+  auto failure = journal == nullptr ? std::nullopt : journal->beforeFolder(path_);
+  failure = failure ? failure : makeFolder(path_);
+  if (failure) {
     return "cannot make the folder " + typed_ + ": " + *failure;
   }
   printError("made the folder " + typed_);

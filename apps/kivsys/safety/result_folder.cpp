@@ -5,12 +5,12 @@
 
 namespace kiv {
 
-int ResultFolder::make(FolderLocks& locks) const {
-  if (const auto failure = folder_.make()) {
+int ResultFolder::make(ConsoleHost& console) const {
+  if (const auto failure = folder_.make(console.system().journal())) {
     printError(*failure);
     return exit_status::critical;
   }
-  return locks.take({path_}, false) ? exit_status::normal : exit_status::busy;
+  return console.locks().take({path_}, false) ? exit_status::normal : exit_status::busy;
 }
 
 }  // namespace kiv

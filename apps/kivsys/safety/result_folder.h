@@ -4,7 +4,7 @@
 #include <string>
 
 #include "apps/kivsys/safety/made_folder.h"
-#include "platform/console/folder_locks.h"
+#include "platform/console/console_host.h"
 
 namespace kiv {
 
@@ -22,7 +22,7 @@ class ResultFolder {
   std::optional<std::string> refusal() const { return folder_.refusal(); }
   /// Makes it when it is missing. Returns the exit status of a run without it, after a line on standard error; with it,
   /// that of a normal end. Another run in the new folder is not waited for, as it may wait for this one.
-  [[nodiscard]] int make(FolderLocks& locks) const;
+  [[nodiscard]] int make(ConsoleHost& console) const;
 
  private:
   std::string path_;

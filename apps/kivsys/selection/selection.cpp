@@ -26,7 +26,7 @@ int prepareFolders(ConsoleHost& console, const Selection& selection, const Selec
   if (selection.folder.empty() || use.folder != FolderUse::written || !folder.isMissing()) {
     return exit_status::normal;
   }
-  if (const auto failure = folder.make()) {
+  if (const auto failure = folder.make(console.system().journal())) {
     printError(*failure);
     return exit_status::critical;
   }

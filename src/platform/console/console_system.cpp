@@ -17,6 +17,34 @@ std::string folderOf(Machine& machine, const std::string& name) {
   return name.substr(0, lastBackslash(machine, name) + 1);
 }
 
+/// A file that notifies the journal of what was written.
+class JournaledOutput : public OutputFile {
+ public:
+  JournaledOutput(std::unique_ptr<OutputFile> file, ChangeJournal& journal, std::string path)
+      : file_(std::move(file)), journal_(journal), path_(std::move(path)) {}
+  JournaledOutput(const JournaledOutput&) = delete;
+  JournaledOutput& operator=(const JournaledOutput&) = delete;
+  ~JournaledOutput() override {
+    if (isComplete_) {
+      journal_.afterWrite(path_, written_);
+    }
+  }
+
+  std::optional<std::string> write(std::string_view bytes) override {
+    auto failure = file_->write(bytes);
+    written_.update(bytes);
+    isComplete_ = isComplete_ && !failure;
+    return failure;
+  }
+
+ private:
+  std::unique_ptr<OutputFile> file_;
+  ChangeJournal& journal_;
+  std::string path_;
+  Sha256 written_;
+  bool isComplete_ = true;
+};
+
 }  // namespace
 
 std::string folderOfPath(Machine& machine, const std::string& path) {
@@ -81,9 +109,19 @@ std::unique_ptr<OutputFile> ConsoleSystem::openOutput(const std::string& name) {
   if (isGuarded() && !mayWrite(path)) {
     return nullptr;
   }
+  if (journal_ != nullptr && journal_->beforeOpen(path)) {
+    return nullptr;
+  }
   auto file = GuardedSystem::openOutput(name);
   if (file) {
     guard_.addWritten(path);
+  }
+  return journaled(std::move(file), path);
+}
+
+std::unique_ptr<OutputFile> ConsoleSystem::journaled(std::unique_ptr<OutputFile> file, const std::string& path) {
+  if (file && journal_ != nullptr) {
+    file = std::make_unique<JournaledOutput>(std::move(file), *journal_, path);
   }
   return file;
 }
@@ -93,6 +131,11 @@ std::optional<std::string> ConsoleSystem::replaceFile(const std::string& name, s
   const std::string path = NativeSystem::diskName(file);
   if (isGuarded() && !mayWrite(path)) {
     return "it is another file of the run";
+  }
+  if (journal_ != nullptr) {
+    if (auto failure = journal_->beforeReplace(path, replacedPath(file), bytes)) {
+      return failure;
+    }
   }
   auto failure = GuardedSystem::replaceFile(file, bytes);
   if (!failure) {
@@ -105,8 +148,33 @@ std::optional<std::string> ConsoleSystem::replaceFile(const std::string& name, s
   return failure;
 }
 
+std::optional<std::string> ConsoleSystem::replacePage(const std::string& name, std::string_view bytes) {
+  const auto page = paths_.find(name);
+  if (page == paths_.end() || journal_ == nullptr) {
+    return "it is no page of a run that can be undone";
+  }
+  if (!stamps_.isSame(page->second)) {
+    return "another program has changed it";
+  }
+  const std::string file = coreName(page->second);
+  if (auto failure = journal_->beforeReplace(page->second, replacedPath(file), bytes)) {
+    return failure;
+  }
+  auto failure = GuardedSystem::replaceFile(file, bytes);
+  if (!failure) {
+    stamps_.forget(page->second);
+    replacedFiles_.push_back(name);
+    writtenFiles_.push_back({name, page->second});
+  }
+  return failure;
+}
+
 bool ConsoleSystem::deleteFile(const std::string& name) {
-  return (names_ && name == namesFile_) || NativeSystem::deleteFile(name);
+  if (names_ && name == namesFile_) {
+    return true;
+  }
+  const bool isKept = journal_ == nullptr || !journal_->beforeDelete(NativeSystem::diskName(name));
+  return isKept && NativeSystem::deleteFile(name);
 }
 
 std::vector<FolderEntry> ConsoleSystem::listFolder(const std::string& folder) {

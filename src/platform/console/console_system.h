@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/console/change_journal.h"
 #include "platform/console/guarded_system.h"
 #include "platform/console/write_guard.h"
 
@@ -38,11 +39,19 @@ class ConsoleSystem : public GuardedSystem {
   /// From now on, the folder of the first bound page is the one of its file when new files are named there, too.
   void bindFolder();
 
+  /// From now on the journal, which must outlive this object's use, is notified of every change.
+  void setJournal(ChangeJournal& journal) { journal_ = &journal; }
+  /// Null when there is none.
+  ChangeJournal* journal() const { return journal_; }
+
   std::unique_ptr<InputFile> openInput(const std::string& name) override;
   std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
   std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
   bool deleteFile(const std::string& name) override;
   std::vector<FolderEntry> listFolder(const std::string& folder) override;
+  /// Puts these bytes in the place of a bound page, which must be as it was when it was first read. The page, and what
+  /// it is now, are read under its name from now on. Only with a journal. Returns the failure's text.
+  [[nodiscard]] std::optional<std::string> replacePage(const std::string& name, std::string_view bytes);
 
   /// The name under which the disk has a file that the core names, or would get it.
   std::string diskName(const std::string& name);
@@ -64,6 +73,7 @@ class ConsoleSystem : public GuardedSystem {
   static std::string startFolder();
   std::string bound(const std::string& name);
   bool mayWrite(const std::string& path);
+  std::unique_ptr<OutputFile> journaled(std::unique_ptr<OutputFile> file, const std::string& path);
   std::string inBoundFolder(const std::string& name);
 
   const std::string startFolder_ = startFolder();
@@ -76,6 +86,7 @@ class ConsoleSystem : public GuardedSystem {
   std::string pageFolder_;                      // the real one
   WriteGuard guard_;
   PageStamps stamps_;
+  ChangeJournal* journal_ = nullptr;
   std::vector<std::string> replacedFiles_;
   std::vector<FoundFile> writtenFiles_;
 };

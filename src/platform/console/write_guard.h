@@ -32,6 +32,8 @@ class PageStamps {
  public:
   /// Whether the file is as it was at the first call for it.
   bool isSame(const std::string& path);
+  /// The run itself has changed the file; the next call for it is its first one.
+  void forget(const std::string& path) { stamps_.erase(path); }
 
  private:
   std::map<std::string, FileStamp> stamps_;

@@ -113,6 +113,10 @@ std::optional<std::string> PosixSystem::replaceFile(const std::string& name, std
   return std::nullopt;
 }
 
+std::string PosixSystem::replacedPath(const std::string& name) {
+  return linkTarget(paths_.resolve(name));
+}
+
 std::unique_ptr<OutputFile> PosixSystem::openOwnOutput(const std::string& name) {
   return openOwnForWriting(paths_.resolve(name));
 }

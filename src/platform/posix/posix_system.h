@@ -61,6 +61,8 @@ class PosixSystem : public Files, public Programs, public Machine {
   static bool isBeyondNames(const std::string& typed);
   /// The name under which the disk has a file that the core names.
   std::string diskName(const std::string& name) { return paths_.resolve(name); }
+  /// The path of the file that replaceFile would put a new one in the place of: what a link leads to.
+  std::string replacedPath(const std::string& name);
   /// The files that a name stands for: itself, as the shell has expanded wildcards.
   static std::vector<std::string> filesMatching(const std::string& typed) { return {typed}; }
   /// Makes a file with this content in the folder for temporary files; "" when that fails.

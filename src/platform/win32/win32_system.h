@@ -54,6 +54,8 @@ class Win32System : public Files, public Programs, public Machine {
   static bool isBeyondNames(const std::string& /*typed*/) { return false; }
   /// The name under which the disk has a file that the core names.
   static std::string diskName(const std::string& name) { return name; }
+  /// The path of the file that replaceFile would put a new one in the place of.
+  static std::string replacedPath(const std::string& name) { return name; }
   /// The files that a name with wildcards stands for, in order, as no shell has expanded them; the name itself
   /// when there are none.
   static std::vector<std::string> filesMatching(const std::string& typed);

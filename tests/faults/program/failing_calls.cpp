@@ -201,6 +201,20 @@ int unlink(const char* path) noexcept {
   return counted("unlink", path, -1, [&] { return next<int(const char*)>("unlink")(path); });
 }
 
+int linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) noexcept {
+  return counted("linkat", to, -1, [&] {
+    return next<int(int, const char*, int, const char*, int)>("linkat")(fromFolder, from, toFolder, to, flags);
+  });
+}
+
+int mkdir(const char* path, mode_t mode) noexcept {
+  return counted("mkdir", path, -1, [&] { return next<int(const char*, mode_t)>("mkdir")(path, mode); });
+}
+
+int rmdir(const char* path) noexcept {
+  return counted("rmdir", path, -1, [&] { return next<int(const char*)>("rmdir")(path); });
+}
+
 DIR* opendir(const char* path) {
   return counted(
       "opendir", path, static_cast<DIR*>(nullptr), [&] { return next<DIR*(const char*)>("opendir")(path); },

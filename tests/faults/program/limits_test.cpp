@@ -25,8 +25,8 @@ class Limits : public testing::Test {
   int runCommand(const std::string& limit, const std::string& arguments, const std::string& out = "out.txt") const {
     // The shell itself needs more files to redirect output.
     const std::string command = "cd '" + place.path().string() + "' && exec >" + out + " 2>error && ulimit " + limit +
-                                " && TMPDIR='" + (place.path() / "tmp").string() + "' exec '" + KIVSYS_PROGRAM + "' " +
-                                arguments;
+                                " && TMPDIR='" + (place.path() / "tmp").string() + "' XDG_STATE_HOME='" +
+                                (place.path() / "state").string() + "' exec '" + KIVSYS_PROGRAM + "' " + arguments;
     const int status = std::system(("bash -c \"" + command + "\"").c_str());
     return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
   }

@@ -199,6 +199,10 @@ bool isBesideResult(const std::string& file) {
   return endsWithRandom(file, ".kiv-");
 }
 
+bool isKept(const std::string& file) {
+  return file.find(".kivsys/") != std::string::npos;
+}
+
 Outcome outcomeOf(const std::vector<Call>& calls, std::size_t failing, bool converts, const std::string& errorText) {
   return Failure(calls, failing, converts, errorText).outcome();
 }

@@ -18,6 +18,8 @@ std::vector<Call> callsIn(const std::string& log);
 /// The temporary files of the program.
 bool isOwnNamesFile(const std::string& file);
 bool isBesideResult(const std::string& file);
+/// What a run keeps of the files that it replaces.
+bool isKept(const std::string& file);
 
 /// The last lines on standard error of a run that ends with status 1; nullopt if the failure has no effect.
 using Outcome = std::optional<std::string>;

@@ -91,6 +91,10 @@ void WorkingFolder::reset(const Files& files) const {
   for (const auto& [name, content] : this->files()) {
     fs::remove(path_ / name);
   }
+  fs::remove_all(outside_ / "state");
+  for (const char* const folder : {"m", "out", "run"}) {
+    fs::remove(path_ / folder / ".kivsys");
+  }
   for (const auto& [name, content] : files) {
     write(name, content);
   }
@@ -113,7 +117,8 @@ void WorkingFolder::lock(const std::string& folder) {
 Ended WorkingFolder::kivsys(const std::vector<std::string>& arguments, const Faults& faults) const {
   std::vector<std::string> command = {KIVSYS_PROGRAM};
   command.insert(command.end(), arguments.begin(), arguments.end());
-  std::vector<std::string> environment = {"TMPDIR=" + (path_ / "tmp").string()};
+  std::vector<std::string> environment = {"TMPDIR=" + (path_ / "tmp").string(),
+                                          "XDG_STATE_HOME=" + (outside_ / "state").string()};
   if (!faults.empty()) {
     environment.push_back(std::string("LD_PRELOAD=") + FAILING_CALLS);
   }

@@ -33,7 +33,7 @@ class WorkingFolder {
 
   const std::filesystem::path& path() const { return path_; }
   Files files() const;
-  /// Replaces all files by these.
+  /// Replaces all files by these, and forgets the state that runs have kept of themselves.
   void reset(const Files& files) const;
   void write(const std::string& name, const std::string& content) const;
   /// Makes the folder read-only, and runs the program as a user whom that restricts.

@@ -1,0 +1,155 @@
+#include "apps/kivsys/commands/undo_command.h"
+
+#include <optional>
+
+#include <nlohmann/json.hpp>
+
+#include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/outcome_json.h"
+#include "apps/kivsys/selection/selection.h"
+#include "apps/kivsys/undo/undo_plan.h"
+#include "apps/kivsys/undo/undo_store.h"
+#include "platform/console/error_line.h"
+#include "platform/console/folder_locks.h"
+#include "platform/console/printable.h"
+#include "platform/console/stop_signals.h"
+#include "platform/kept_file.h"
+
+namespace kiv {
+namespace {
+
+std::string asText(const UndoPlan& plan, const Journal& journal, bool dryRun) {
+  const std::string would = dryRun ? "would be " : "";
+  std::string text;
+  for (const UndoPlan::Restored& file : plan.restored) {
+    text += printable(file.path) + ": " + would + "restored\n";
+  }
+  for (const std::string& path : plan.removed) {
+    text += printable(path) + ": " + would + "removed\n";
+  }
+  for (const std::string& folder : plan.folders) {
+    if (dryRun || realFolder(folder).empty()) {
+      text += printable(folder) + ": " + (dryRun ? "would be removed if it is empty\n" : "removed\n");
+    }
+  }
+  return text + printable(journal.command + " of " + journal.time) + ": " + would + "undone\n";
+}
+
+Json pathJson(const std::string& path) {
+  return NativeSystem::toUtf8(path);
+}
+
+std::string asJson(const UndoPlan& plan, const Journal& journal, bool dryRun) {
+  Json object = {{"end", "normal"}, {"dry_run", dryRun}, {"command", journal.command}, {"time", journal.time}};
+  object["folders"] = Json::array();
+  for (const JournalFolder& folder : journal.folders) {
+    object["folders"].push_back(pathJson(folder.path));
+  }
+  object["restored"] = Json::array();
+  for (const UndoPlan::Restored& file : plan.restored) {
+    object["restored"].push_back(pathJson(file.path));
+  }
+  object["removed"] = Json::array();
+  for (const std::string& path : plan.removed) {
+    object["removed"].push_back(pathJson(path));
+  }
+  object["removed_folders"] = Json::array();
+  for (const std::string& folder : plan.folders) {
+    if (dryRun || realFolder(folder).empty()) {
+      object["removed_folders"].push_back(pathJson(folder));
+    }
+  }
+  object["schema_version"] = schemaVersion;
+  return asLine(object);
+}
+
+std::vector<std::string> foldersOf(const Journal& journal) {
+  std::vector<std::string> folders;
+  for (const JournalFolder& folder : journal.folders) {
+    folders.push_back(folder.path);
+  }
+  return folders;
+}
+
+/// The plan of the last run of a folder, as long as its folders are locked.
+class Undo {
+ public:
+  explicit Undo(const UndoOptions& options) : options_(options) {}
+  int run();
+
+ private:
+  int prepare();
+  int undo(const Journal& journal);
+  std::string damaged() const {
+    return "the journal " + store_.journalPath(run_) + " cannot be read, or is damaged; nothing is undone";
+  }
+
+  const UndoOptions& options_;
+  UndoStore store_;
+  std::string folder_;
+  std::string run_;
+  FolderLocks locks_;
+};
+
+/// Finds the run, and locks its folders. Returns the exit status of an undo that ends here.
+int Undo::prepare() {
+  const std::string typed = options_.folder.empty() ? "." : options_.folder;
+  const std::string real = realFolder(typed);
+  folder_ = real.empty() ? realPath(typed) : real;
+  run_ = folder_.empty() ? "" : store_.lastRunOf(folder_);
+  if (run_.empty()) {
+    return refuse({"no run in the folder " + typed + " can be undone"});
+  }
+  const auto journal = store_.read(run_);
+  if (!journal) {
+    return refuse({damaged()});
+  }
+  if (!locks_.take(foldersOf(*journal), false)) {
+    return exit_status::busy;
+  }
+  if (store_.lastRunOf(folder_) != run_) {
+    printError("another run has written into the folder " + typed);
+    return exit_status::busy;
+  }
+  return exit_status::normal;
+}
+
+int Undo::undo(const Journal& journal) {
+  const UndoPlan plan = planUndo(journal);
+  if (!plan.refusals.empty()) {
+    std::vector<std::string> reasons = plan.refusals;
+    reasons.emplace_back("nothing is undone");
+    return refuse(reasons);
+  }
+  if (!options_.dryRun) {
+    store_.forgetPrevious(journal);
+    if (const auto failure = carryOut(plan, journal)) {
+      printError(*failure);
+      printError("not all is undone; run undo again");
+      return exit_status::critical;
+    }
+  }
+  const std::string text =
+      options_.json ? asJson(plan, journal, options_.dryRun) : asText(plan, journal, options_.dryRun);
+  if (!options_.dryRun) {
+    store_.forget(run_);
+  }
+  return printOutcome(text, exit_status::normal);
+}
+
+int Undo::run() {
+  if (const int status = prepare(); status != exit_status::normal) {
+    return status;
+  }
+  const auto journal = store_.read(run_);  // as it is under the locks
+  return journal ? undo(*journal) : refuse({damaged()});
+}
+
+}  // namespace
+
+int runUndo(const UndoOptions& options) {
+  noteStopSignals(SecondSignal::isNoted);  // half an undo helps nobody
+  return Undo(options).run();
+}
+
+}  // namespace kiv

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "apps/kivsys/undo/undo_store.h"
+#include "platform/console/change_journal.h"
+#include "platform/console/console_system.h"
+#include "platform/locked_file.h"
+
+namespace kiv {
+
+/// Whether a run may change files that no undo could bring back.
+enum class UndoNeed {
+  wanted,    ///< when its journal cannot be written, the run says so once and continues
+  required,  ///< then nothing is changed
+};
+
+/// The journal of a run, written from its first change on. Each change is in the journal before it is made, and the
+/// journal is on the disk before a file that was there is replaced or deleted, which has a second name then.
+class RunJournal : public ChangeJournal {
+ public:
+  /// The command is named in the journal; the clock must outlive this object.
+  RunJournal(Machine& clock, std::string command, UndoNeed need)
+      : clock_(clock), command_(std::move(command)), need_(need) {}
+
+  std::optional<std::string> beforeFolder(const std::string& path) override;
+  std::optional<std::string> beforeReplace(const std::string& path, const std::string& target,
+                                           std::string_view bytes) override;
+  std::optional<std::string> beforeOpen(const std::string& path) override;
+  std::optional<std::string> beforeDelete(const std::string& path) override;
+  void afterWrite(const std::string& path, Sha256 written) noexcept override;
+
+ private:
+  /// How the old file of a change is kept.
+  enum class Keep { secondName, copy };
+  using Failure = std::optional<std::string>;
+
+  Failure record(const std::function<Failure()>& step);
+  void giveUp(const std::string& reason);
+  Failure open();
+  Failure addFolder(const std::string& folder);
+  Failure addFolderOf(const std::string& path);
+  Failure change(const std::string& path, const std::string& after, Keep keep);
+  Failure firstChange(FileChange change, Keep keep);
+  Failure append(const std::string& line);
+  Failure flush();
+
+  Machine& clock_;
+  std::string command_;
+  UndoNeed need_;
+  UndoStore store_;
+  Journal head_;
+  std::optional<LockedFile> file_;
+  std::set<std::string> folders_;
+  std::map<std::string, bool> files_;  // whether they were there, by path
+  std::size_t kept_ = 0;
+  bool gaveUp_ = false;
+};
+
+/// Has the changes of a run written into its journal, unless the run is like the panel's or the user wants none.
+void useJournal(ConsoleSystem& system, RunJournal& journal, bool isWanted);
+
+}  // namespace kiv

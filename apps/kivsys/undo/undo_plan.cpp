@@ -1,0 +1,97 @@
+#include "apps/kivsys/undo/undo_plan.h"
+
+#include <algorithm>
+#include <iterator>
+#include <set>
+
+#include "apps/kivsys/undo/kept_files.h"
+#include "platform/kept_file.h"
+#include "platform/native_file.h"
+
+namespace kiv {
+namespace {
+
+/// Whether the run, or an undo of it, has left the file in this state.
+bool isExpected(const FileChange& change, const std::string& state) {
+  const auto has = [&](const std::string& known) {
+    return std::find(change.states.begin(), change.states.end(), known) != change.states.end();
+  };
+  return has(state) || (has(file_state::anything) && state != file_state::other);
+}
+
+void planFile(const FileChange& change, UndoPlan& plan) {
+  const std::string now = stateOf(change.path);
+  if (!isExpected(change, now)) {
+    plan.refusals.push_back(change.path + " has changed since");
+    return;
+  }
+  if (change.kept.empty()) {
+    if (now != file_state::missing) {
+      plan.removed.push_back(change.path);
+    }
+    return;
+  }
+  const std::string kept = keptPathOf(change);
+  const std::string old = stateOf(kept);
+  if (old == change.before) {
+    // Before the change, both names are those of one file.
+    if (now != change.before || identityOf(kept) != identityOf(change.path)) {
+      plan.restored.push_back({change.path, kept});
+    }
+  } else if (old != file_state::missing || now != change.before) {
+    plan.refusals.push_back("the old " + change.path + " is no longer in " + kept);
+  }
+}
+
+std::optional<std::string> failed(const std::string& path, const std::optional<std::string>& failure) {
+  return failure ? std::optional("cannot change " + path + ": " + *failure) : std::nullopt;
+}
+
+}  // namespace
+
+UndoPlan planUndo(const Journal& journal) {
+  UndoPlan plan;
+  std::for_each(journal.files.rbegin(), journal.files.rend(),
+                [&](const FileChange& change) { planFile(change, plan); });
+  std::copy_if(journal.madeFolders.rbegin(), journal.madeFolders.rend(), std::back_inserter(plan.folders),
+               [](const std::string& folder) { return realFolder(folder) == folder; });
+  return plan;
+}
+
+std::optional<std::string> carryOut(const UndoPlan& plan, const Journal& journal) {
+  for (const UndoPlan::Restored& file : plan.restored) {
+    if (auto failure = failed(file.path, moveOver(file.kept, file.path))) {
+      return failure;
+    }
+  }
+  for (const std::string& path : plan.removed) {
+    if (auto failure = failed(path, removeEntry(path))) {
+      return failure;
+    }
+  }
+  std::set<std::string> folders;
+  for (const JournalFolder& folder : journal.folders) {
+    folders.insert(folder.path);
+  }
+  for (const std::string& folder : plan.folders) {
+    folders.insert(folderAbove(folder));
+  }
+  const auto flushAll = [&]() -> std::optional<std::string> {
+    for (const std::string& folder : folders) {
+      if (auto failure = realFolder(folder).empty() ? std::nullopt : failed(folder, flushFolderAt(folder))) {
+        return failure;
+      }
+    }
+    return std::nullopt;
+  };
+  if (auto failure = flushAll()) {
+    return failure;
+  }
+  removeKeptFiles(journal);
+  for (const std::string& folder : plan.folders) {
+    removeEmptyFolder(folder);
+  }
+  return flushAll();
+}
+
+}  // namespace kiv

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "apps/kivsys/undo/journal_text.h"
+
+namespace kiv {
+
+/// The journals in the state folder of the user: one for each run that can be undone, and for each folder the name of
+/// the last run that wrote into it. Only the run or the undo that has locked a folder may ask or change what is known
+/// of it. Folders are full paths without links.
+class UndoStore {
+ public:
+  UndoStore();
+
+  /// Makes the folder when it is missing. Returns why there is none.
+  [[nodiscard]] std::optional<std::string> prepare() const;
+  /// The path of a run's journal.
+  std::string journalPath(const std::string& run) const;
+  /// The last run of a folder; "" when there is none that has a journal.
+  std::string lastRunOf(const std::string& folder) const;
+  /// Makes the run the last one of the folder, and waits until that is on the disk. Returns the failure's text.
+  [[nodiscard]] std::optional<std::string> setLastRun(const std::string& folder, const std::string& run) const;
+  /// Nullopt when there is no such journal, or it cannot be read.
+  std::optional<Journal> read(const std::string& run) const;
+  /// Removes what the runs before this one have kept, if the run was stopped before it had done so.
+  void forgetPrevious(const Journal& journal) const;
+  /// Removes what a run has kept, then all that is known of it. Its journal goes last, so that this can be repeated.
+  void forget(const std::string& run) const;
+
+ private:
+  std::string namePath(const std::string& folder) const;
+  std::string runIn(const std::string& path) const;
+
+  std::string folder_;  // "" for none
+};
+
+}  // namespace kiv

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/sha256.h"
+
+namespace kiv {
+
+/// Is notified of every file and folder that a run is about to change, so that the run can be undone. Paths are the
+/// disk's. Each call returns why the change must not be made; nullopt lets it be made.
+class ChangeJournal {
+ public:
+  ChangeJournal() = default;
+  ChangeJournal(const ChangeJournal&) = delete;
+  ChangeJournal& operator=(const ChangeJournal&) = delete;
+  virtual ~ChangeJournal() = default;
+
+  /// A folder is about to be made.
+  [[nodiscard]] virtual std::optional<std::string> beforeFolder(const std::string& path) = 0;
+  /// A file of these bytes is about to take the place of the target, which the path leads to.
+  [[nodiscard]] virtual std::optional<std::string> beforeReplace(const std::string& path, const std::string& target,
+                                                                 std::string_view bytes) = 0;
+  /// The file is about to be opened empty.
+  [[nodiscard]] virtual std::optional<std::string> beforeOpen(const std::string& path) = 0;
+  /// The file is about to be deleted.
+  [[nodiscard]] virtual std::optional<std::string> beforeDelete(const std::string& path) = 0;
+  /// A file that was opened has been written completely: these are its bytes. Throws nothing.
+  virtual void afterWrite(const std::string& path, Sha256 written) noexcept = 0;
+};
+
+}  // namespace kiv
