@@ -81,6 +81,9 @@ class ByteCursor {
 
   /// Whether the words from a byte offset on, which must be there, are these bit by bit.
   static bool holdsFloats(std::string_view bytes, std::size_t offset, std::span<const float> floats) {
+    if (floats.empty()) {
+      return true;
+    }
     if constexpr (std::endian::native == std::endian::little) {
       return std::memcmp(bytes.data() + offset, floats.data(), floats.size_bytes()) == 0;
     }

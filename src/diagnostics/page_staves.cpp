@@ -75,7 +75,8 @@ void StaffDescriber::indexStaves() {
 
 /// The staves of a number, from left to right; none for what is no number.
 std::span<DescribedStaff* const> StaffDescriber::stavesOf(float number) const {
-  const auto [first, end] = std::ranges::equal_range(byNumber_, number, {}, &DescribedStaff::number);
+  const auto first = std::ranges::lower_bound(byNumber_, number, {}, &DescribedStaff::number);
+  const auto end = std::ranges::upper_bound(byNumber_, number, {}, &DescribedStaff::number);
   return {first, end};
 }
 

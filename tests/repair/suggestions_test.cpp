@@ -81,7 +81,7 @@ TEST_F(SuggestedIds, ReplaceAnIdThatIsZero) {
   addSystems(6, score);
   addSystem({101, 102, 0, 104, 105});
   ASSERT_THAT(corrections(), ElementsAre("X7.MUS 3: 0 -> 103 sure"));
-  const Correction& correction = suggest().corrections.front();
+  const Correction correction = suggest().corrections.front();
   EXPECT_EQ(correction.at, (DoubtfulId{"C:\\M\\X7.MUS", 7, "3", 5, false, IdProblem::zero, 0}));
   EXPECT_EQ(correction.reason, "between 102 and 104, as in 6 of 6 systems; treble clef");
 }
@@ -224,7 +224,7 @@ TEST_F(SuggestedIds, ACueFollowsTheStaffWhoseIdIsWrongInTheSameWay) {
   addSystems(12, score);
   addSystem({101, 102, 103, 1044, 105}, "rest 5 at 30 kind -2 cue 1044\n");
   ASSERT_EQ(suggest().corrections.size(), 2U);
-  const Correction& cue = suggest().corrections.front();
+  const Correction cue = suggest().corrections.front();
   EXPECT_TRUE(cue.at.isCue);
   EXPECT_EQ(cue.at.staff, "5");
   EXPECT_EQ(cue.at.problem, IdProblem::undefined);

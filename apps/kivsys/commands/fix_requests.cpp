@@ -80,17 +80,25 @@ std::optional<repair::IdRequest> requestIn(NativeSystem& system, const std::stri
   return request;
 }
 
+/// The whole number of 16 bits that the text is.
+std::optional<std::int16_t> wholeNumber(const std::string& text) {
+  const auto number = strictNumber(text);
+  if (!number) {
+    return std::nullopt;
+  }
+  const auto whole = toInt16(*number);
+  return whole && static_cast<double>(*whole) == *number ? whole : std::nullopt;
+}
+
 /// OLD=NEW
 std::optional<repair::IdMapping> mappingIn(const std::string& text) {
   const std::size_t equals = text.find('=');
   if (equals == std::string::npos) {
     return std::nullopt;
   }
-  const auto oldNumber = strictNumber(text.substr(0, equals));
-  const auto oldId = oldNumber ? toInt16(*oldNumber) : std::nullopt;
+  const auto oldId = wholeNumber(text.substr(0, equals));
   const auto newId = repair::idIn(text.substr(equals + 1));
-  const bool isWhole = oldId && *oldId == *oldNumber;
-  return isWhole && newId ? std::optional(repair::IdMapping{"--map " + text, *oldId, *newId}) : std::nullopt;
+  return oldId && newId ? std::optional(repair::IdMapping{"--map " + text, *oldId, *newId}) : std::nullopt;
 }
 
 }  // namespace
