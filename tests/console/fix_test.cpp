@@ -39,9 +39,10 @@ TEST_F(ConsoleFix, WritesCorrectedCopiesAndSaysWhatHasChanged) {
   const Ended ended = place.kivsys({"fix", "x1.mus", "x2.mus", "--corrections", "c.csv", "-o", "fixed"});
   EXPECT_EQ(ended.status, 0) << ended.error;
   EXPECT_EQ(ended.error, "kivsys: made the folder fixed\n");
-  EXPECT_EQ(ended.out, path("x1.mus") + ": 1 id changed, written to " + path("fixed/x1.mus") +
-                           "\n  item 2: staff 1: 0 -> 102\n" + path("x2.mus") + ": 1 id changed, written to " +
-                           path("fixed/x2.mus") + "\n  item 4: cue in staff 1: 101 -> 102\n2 ids changed in 2 pages\n");
+  EXPECT_EQ(ended.out,
+            "x1.mus: 1 id changed, written to fixed/x1.mus\n  item 2: staff 1: 0 -> 102\n"
+            "x2.mus: 1 id changed, written to fixed/x2.mus\n  item 4: cue in staff 1: 101 -> 102\n"
+            "2 ids changed in 2 pages\n");
   EXPECT_EQ(place.read("fixed/x1.mus"), page(text("101", "102")));
   EXPECT_EQ(filesIn(place.path() / "fixed"), (Names{"x1.mus", "x2.mus"}));
   expectUnchanged();
@@ -97,9 +98,9 @@ TEST_F(ConsoleFix, ADryRunWritesNothingAndSaysTheSame) {
   EXPECT_EQ(planned.status, 0);
   EXPECT_EQ(planned.error, "");
   EXPECT_FALSE(fs::exists(place.path() / "f"));
-  EXPECT_EQ(planned.out, path("x1.mus") +
-                             ": 3 ids changed\n  item 1: staff 2: 101 -> 7\n  item 4: cue in staff 1: 101 -> 7\n"
-                             "  item 5: number shown in staff 2: 101 -> 7\n3 ids would be changed in 1 page\n");
+  EXPECT_EQ(planned.out,
+            "x1.mus: 3 ids changed\n  item 1: staff 2: 101 -> 7\n  item 4: cue in staff 1: 101 -> 7\n"
+            "  item 5: number shown in staff 2: 101 -> 7\n3 ids would be changed in 1 page\n");
 }
 
 TEST_F(ConsoleFix, NoPageIsReplacedUnlessItIsForced) {

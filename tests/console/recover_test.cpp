@@ -48,8 +48,7 @@ TEST_F(ConsoleRecover, WritesBesideThePageWhatItStillHoldsAndSaysWhatWasLost) {
             "X001.MUS: kept 9 items\n"
             "header: 86 words stated, 78 recovered\n"
             "lost 32 bytes at offset 66, between item 2 (note, staff 1) and item 3 (note, staff 1)\n"
-            "written: " +
-                pathOf("RECOVERED-X001.MUS") + "\n");
+            "written: RECOVERED-X001.MUS\n");
   EXPECT_EQ(place.read("RECOVERED-X001.MUS"), recoveredNotes());
   EXPECT_EQ(place.read("X001.MUS"), damagedPage());
 }
@@ -57,7 +56,7 @@ TEST_F(ConsoleRecover, WritesBesideThePageWhatItStillHoldsAndSaysWhatWasLost) {
 TEST_F(ConsoleRecover, ADryRunWritesNothing) {
   const Ended ended = place.kivsys({"recover", "X001.MUS", "--dry-run"});
   EXPECT_EQ(ended.status, 0);
-  EXPECT_NE(ended.out.find("would write " + pathOf("RECOVERED-X001.MUS")), std::string::npos) << ended.out;
+  EXPECT_NE(ended.out.find("would write RECOVERED-X001.MUS\n"), std::string::npos) << ended.out;
   EXPECT_EQ(filesIn(place.path()), std::vector<std::string>{"X001.MUS"});
 }
 
@@ -136,7 +135,7 @@ TEST_F(ConsoleRecover, NamesAreEscaped) {
   const Ended ended = place.kivsys({"recover", "X\x1B[2J\n001.MUS"});
   EXPECT_EQ(ended.status, 0) << ended.error;
   EXPECT_TRUE(ended.out.starts_with("X\\x1B[2J\\n001.MUS: kept 9 items\n")) << ended.out;
-  EXPECT_NE(ended.out.find("/RECOVERED-X\\x1B[2J\\n001.MUS\n"), std::string::npos) << ended.out;
+  EXPECT_NE(ended.out.find("written: RECOVERED-X\\x1B[2J\\n001.MUS\n"), std::string::npos) << ended.out;
 }
 
 TEST_F(ConsoleRecover, StandardStreamsCarryThePageAndErrorsTheReport) {

@@ -246,7 +246,8 @@ int FixRun::run() {
     report_.normalEnd = write();
   }
   report_.normalEnd = report_.normalEnd && reportChanges();
-  return printOutcome(options_.json ? asJson(report_) : asText(report_),
+  const auto shownName = [&](const std::string& path) { return system_.shownName(NativeSystem::coreName(path)); };
+  return printOutcome(options_.json ? asJson(report_) : asText(report_, shownName),
                       report_.normalEnd ? exit_status::normal : exit_status::critical);
 }
 

@@ -29,6 +29,11 @@ namespace {
 /// What the name of a recovered page begins with. The number and the page letter stay at its end, where pages have
 /// them, and it belongs to another piece than the damaged page.
 constexpr const char* namePrefix = "RECOVERED-";
+#ifdef _WIN32
+constexpr const char* folderEnds = "/\\:";
+#else
+constexpr const char* folderEnds = "/";
+#endif
 
 /// Many times what a page can have: a damaged one may be followed by anything.
 constexpr std::size_t mostBytes = 16 * most_bytes::mebibyte;
@@ -72,6 +77,15 @@ std::string outputOf(NativeSystem& system, const RecoverOptions& options) {
   return justPath(system, page) + namePrefix + withoutPath(system, page);
 }
 
+/// The same name for the user, who knows the page by the name that was typed.
+std::string shownOutput(const RecoverOptions& options) {
+  if (!options.out.empty() || options.page == standardOutput) {
+    return options.out.empty() || options.out == standardOutput ? "standard output" : options.out;
+  }
+  const std::size_t folder = options.page.find_last_of(folderEnds) + 1;  // 0 when there is none
+  return options.page.substr(0, folder) + namePrefix + options.page.substr(folder);
+}
+
 /// Why the page may not be written. None: it may.
 std::vector<std::string> refusalsToWrite(NativeSystem& system, const RecoverOptions& options,
                                          const std::string& output) {
@@ -113,6 +127,7 @@ int recoverBytes(NativeSystem& system, const std::string& bytes, const RecoverOp
   }
   const bool isPrinted = output == standardOutput;
   report.written = isPrinted ? "standard output" : system.diskName(output);
+  report.shown = shownOutput(options);
   if (!options.dryRun) {
     if (const auto failure = writeOutput(system, output, repair::recoveredPage(bytes, recovery))) {
       return fail("cannot write " + report.written + ": " + *failure);

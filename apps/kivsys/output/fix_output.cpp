@@ -34,10 +34,10 @@ std::string counted(std::size_t count, const std::string& what) {
   return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
-std::string linesOf(const FixedPage& page) {
+std::string linesOf(const FixedPage& page, const FileNamer& nameOf) {
   const std::string changed = page.changes.empty() ? "unchanged" : counted(page.changes.size(), "id") + " changed";
-  std::string lines =
-      printable(page.file + ": " + changed + (page.written.empty() ? "" : ", written to " + page.written)) + "\n";
+  const std::string written = page.written.empty() ? "" : ", written to " + nameOf(page.written);
+  std::string lines = printable(nameOf(page.file) + ": " + changed + written) + "\n";
   for (const IdChange& change : page.changes) {
     lines += "  item " + std::to_string(change.at.item) + ": " + placeOf(change) + ": " + generalNumber(change.at.id) +
              " -> " + std::to_string(change.newId) + "\n";
@@ -69,11 +69,11 @@ Json jsonOf(const FixedPage& page) {
 
 }  // namespace
 
-std::string asText(const FixReport& report) {
+std::string asText(const FixReport& report, const FileNamer& nameOf) {
   std::string text;
   std::size_t changes = 0;
   for (const FixedPage& page : report.pages) {
-    text += linesOf(page);
+    text += linesOf(page, nameOf);
     changes += page.changes.size();
   }
   text += counted(changes, "id") + (report.dryRun ? " would be changed" : " changed") + " in " +

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "messages/console_words.h"
 #include "repair/page_ids.h"
 
 namespace kiv {
@@ -23,8 +24,8 @@ struct FixReport {
   bool normalEnd = true;
 };
 
-/// What has changed, a line for each page and each item.
-std::string asText(const FixReport& report);
+/// What has changed, a line for each page and each item. Paths are shown as the namer has them.
+std::string asText(const FixReport& report, const FileNamer& nameOf);
 
 /// The same as one JSON object, a line.
 std::string asJson(const FixReport& report);

@@ -83,9 +83,9 @@ std::string asText(const Recovery& recovery, const RecoveryReport& report) {
   }
   text += recovery.trailer ? "" : "no trailer found: the standard one, of a page in inches, takes its place\n";
   if (report.dryRun) {
-    return text + "nothing written, as this is a dry run; would write " + printable(report.written) + "\n";
+    return text + "nothing written, as this is a dry run; would write " + printable(report.shown) + "\n";
   }
-  return text + "written: " + printable(report.written) + "\n";
+  return text + "written: " + printable(report.shown) + "\n";
 }
 
 std::string asJson(const Recovery& recovery, const RecoveryReport& report) {

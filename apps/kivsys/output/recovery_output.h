@@ -9,8 +9,9 @@ namespace kiv {
 /// What a recovery is printed with.
 struct RecoveryReport {
   std::string page;     ///< as it was typed
-  std::string written;  ///< the page that was written, as it is printed; "" for none
+  std::string written;  ///< the path of the page that was written; "" for none
   bool dryRun = false;
+  std::string shown = {};  ///< the name of the page that was written, for people
 };
 
 /// What was kept and what was lost, for people.
