@@ -25,7 +25,7 @@ class NextStep : public ::testing::Test {
     const Json all = Json::parse(place.kivsys(arguments).out);
     EXPECT_EQ(schemaErrors(all, "analyze"), std::vector<std::string>());
     const std::string next = all["next"].is_null() ? "" : all["next"].get<std::string>();
-    EXPECT_EQ(human.find("Next: kivsys suggest") != std::string::npos, !next.empty()) << human;
+    EXPECT_EQ(human.find("Next: ") != std::string::npos, !next.empty()) << human;
     EXPECT_TRUE(next.empty() || human.ends_with("Next: " + next + "\n")) << human;
     return next;
   }
@@ -49,6 +49,12 @@ TEST_F(NextStep, IsASuggestionForWrongIds) {
   EXPECT_EQ(after({"x3.mus"}), "kivsys suggest x3.mus");
 }
 
+TEST_F(NextStep, IsNoneForACueOfAnInstrumentOfItsSystem) {
+  addPage("x1.mus", 101, 102, "rest 2 at 20 kind -2 cue 102\n");
+  EXPECT_NE(place.kivsys({"analyze", "x1.mus"}).error.find("Reference to undefined instrId(s)"), std::string::npos);
+  EXPECT_EQ(after({"x1.mus"}), "");
+}
+
 TEST_F(NextStep, QuotesNamesForTheShell) {
   addPage("x$1.mus", 0, 102);
   addPage("-x2.mus", 101, 102);
@@ -61,10 +67,33 @@ TEST_F(NextStep, TakesTheNamesFileOfTheAnalysis) {
   EXPECT_EQ(after({"--names", "my names.txt"}), "kivsys suggest --names 'my names.txt'");
 }
 
-TEST_F(NextStep, IsNoneAfterACriticalEnd) {
+TEST_F(NextStep, RecoversAPageThatEndsTheAnalysis) {
+  addPage("x1.mus", 0, 102);
+  place.write("x$2.mus", page("bytes FF FF FF FF\n"));
+  EXPECT_EQ(after({"x1.mus", "x$2.mus"}), "kivsys recover 'x$2.mus'");
+}
+
+TEST_F(NextStep, RecoversAPageWithAnItemThatIsTooLong) {
+  std::string zeros;
+  for (int word = 0; word < 40; ++word) {
+    zeros += "bytes 00 00 00 00\n";
+  }
+  addPage("x1.mus", 101, 102, "bytes 00 00 20 42\n" + zeros + "trailer\n");
+  EXPECT_EQ(after({"x1.mus"}), "kivsys recover x1.mus");
+}
+
+TEST_F(NextStep, RecoversTheFirstSkippedPageBeforeAllElse) {
   addPage("x1.mus", 0, 102);
   place.write("x2.mus", page("bytes FF FF FF FF\n"));
-  EXPECT_EQ(after({"x1.mus", "x2.mus"}), "");
+  place.write("x3.mus", page("bytes FF FF FF FF\n"));
+  const std::string all = place.kivsys({"analyze", "--keep-going", "--json", "x1.mus", "x2.mus", "x3.mus"}).out;
+  EXPECT_EQ(Json::parse(all)["next"], "kivsys recover x2.mus");
+}
+
+TEST_F(NextStep, IsNoneAfterACriticalEndThatNoCommandMends) {
+  addPage("x1.mus", 40000, 102);
+  EXPECT_EQ(place.kivsys({"analyze", "x1.mus"}).status, 1);
+  EXPECT_EQ(after({"x1.mus"}), "");
 }
 
 TEST_F(NextStep, IsNotSaidLikeThePanel) {

@@ -107,8 +107,11 @@ int AnalyzeRun::run(const std::string& namesFile) {
   if (isRefused_) {
     printError("nothing is written, as there are warnings or problems and --strict is given");
   }
+  bool isNextPrinted = false;
   if (!options_.selection.likePanel) {
-    output.next = nextStep(output.outcome, options_.selection);
+    output.next = stepForPage(output.outcome, [this](const std::string& name) { return console_.user().nameOf(name); });
+    isNextPrinted = output.next.has_value();
+    output.next = output.next ? output.next : stepForGroup(output.outcome, output.layouts, options_.selection);
   }
   const int status = statusOf(output);
   if (options_.jsonl) {
@@ -118,7 +121,7 @@ int AnalyzeRun::run(const std::string& namesFile) {
     return printOutcome(asJson(output), status);
   }
   const int printed = printOutcome(asText(console_.system(), output), status);
-  if (output.next) {
+  if (output.next && !isNextPrinted) {
     console_.user().printNotes("Next: " + printable(*output.next) + "\n");
   }
   return printed;

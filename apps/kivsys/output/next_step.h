@@ -5,11 +5,18 @@
 
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/selection/selection.h"
+#include "diagnostics/layouts.h"
+#include "messages/console_words.h"
 
 namespace kiv {
 
-/// The command line that helps after an analysis that has found wrong ids: suggestions for the same pages. Names are
-/// quoted as the system's shell needs it. None when no command helps.
-std::optional<std::string> nextStep(const RunOutcome& outcome, const Selection& selection);
+/// The command line that helps after an analysis with a page that is damaged. It has been printed with the message
+/// about that page, if messages are printed. Names are quoted as the system's shell needs it.
+std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileNamer& nameOf);
+
+/// The command line that helps after an analysis that has found wrong ids: suggestions for the same pages. None when
+/// every cue that the analysis calls undefined refers to an instrument of its system after all.
+std::optional<std::string> stepForGroup(const RunOutcome& outcome, const std::optional<Layouts>& layouts,
+                                        const Selection& selection);
 
 }  // namespace kiv

@@ -12,17 +12,8 @@ namespace {
 constexpr bool isWindows = std::filesystem::path::preferred_separator == '\\';
 
 std::string nextLine(const Message& message, const std::string& file) {
-  const std::string word = shellWord(file);
-  if (word.empty() || file == "-") {
-    return "";
-  }
-  if (message.code == code::structureError || message.code == code::tooManyItems) {
-    return "Next: kivsys recover " + word + "\n";
-  }
-  if (message.code == code::systemBarline) {
-    return "Next: kivsys draw " + word + " --out " + shellWord(file.substr(0, file.rfind('.')) + ".svg") + "\n";
-  }
-  return "";
+  const std::string command = nextCommand(message, file);
+  return command.empty() ? "" : "Next: " + command + "\n";
 }
 
 /// Messages of which the console prints the facts elsewhere.
@@ -31,6 +22,22 @@ bool isSilent(const Message& message) {
 }
 
 }  // namespace
+
+std::string nextCommand(const Message& message, const std::string& file) {
+  const std::string word = shellWord(file);
+  if (word.empty() || file == "-") {
+    return "";
+  }
+  const bool isOfItem = message.location.item > 0;
+  if (message.code == code::structureError || message.code == code::tooManyItems ||
+      (message.code == code::subscriptOutOfRange && isOfItem)) {
+    return "kivsys recover " + word;
+  }
+  if (message.code == code::systemBarline) {
+    return "kivsys draw " + word + " --out " + shellWord(file.substr(0, file.rfind('.')) + ".svg");
+  }
+  return "";
+}
 
 std::string shellWord(const std::string& word) {
   constexpr std::string_view plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-+=:,./\\@%";

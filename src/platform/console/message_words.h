@@ -10,6 +10,9 @@ namespace kiv {
 /// only, and what to do next on a second line, if that is known. Ends with a line end; "" when there is nothing to say.
 std::string consoleLines(const Message& message, const FileNamer& nameOf);
 
+/// The command line that helps after a message about a page, known to the user by that name; "" when none does.
+std::string nextCommand(const Message& message, const std::string& file);
+
 /// The word as a shell takes it; "" when it cannot be shown on one line.
 std::string shellWord(const std::string& word);
 
