@@ -1,9 +1,11 @@
 #!/bin/sh
 # Builds the example's pages, analyzes them, shows which systems differ and how, converts them, and shows the results.
+# Then repairs the broken example.
 # Usage: examples/demo.sh KIVSYS FOLDER
 set -eu
 kivsys=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
-example=$(cd "$(dirname "$0")" && pwd)/beethoven-9
+examples=$(cd "$(dirname "$0")" && pwd)
+example=$examples/beethoven-9
 rm -rf "$2"
 mkdir -p "$2"
 cd "$2"
@@ -101,5 +103,8 @@ done | awk -F '\t' '
       print ""
     }
   }' "$example/instruments.txt" KivSystem2.TXT -
+echo
+echo "A minuet, broken on purpose: ids that are 0, doubled or mistyped, a wrong cue, a damaged page"
+"$examples/repair_demo.sh" "$kivsys" minuet
 echo
 echo "Report, verdict and results are in $(pwd | sed 's|.*/\(build/\)|\1|'): KivSystem2.TXT, KivSystem1.TXT, results"

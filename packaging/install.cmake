@@ -19,11 +19,19 @@ install(FILES ${generated}/kivsys DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-
 install(FILES ${generated}/_kivsys DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/zsh/vendor-completions)
 install(FILES ${generated}/kivsys.fish DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/fish/vendor_completions.d)
 
+# What every Debian package has: who may do what with it, and its history.
+add_custom_command(OUTPUT ${generated}/changelog.gz
+  COMMAND gzip -9 -n -c ${CMAKE_CURRENT_LIST_DIR}/debian/changelog > ${generated}/changelog.gz
+  DEPENDS ${CMAKE_CURRENT_LIST_DIR}/debian/changelog VERBATIM)
+add_custom_target(kivsys_changelog ALL DEPENDS ${generated}/changelog.gz)
+install(FILES ${CMAKE_CURRENT_LIST_DIR}/debian/copyright ${generated}/changelog.gz DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
 install(TARGETS kivsys RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES docs/cli.md docs/cli-pages.md docs/cli-repair.md
   docs/cli-rules.md docs/conversion.md docs/json.md docs/json-schema.json
-    docs/json-schema-parts.json docs/mus-format.md docs/page-text.md docs/proof.md docs/repair.md docs/report-format.md
+    docs/json-schema-parts.json docs/mus-format.md docs/page-text.md docs/proof.md docs/repair-methods.md
+    docs/repair.md docs/report-format.md
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
 install(FILES examples/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
-install(DIRECTORY examples/beethoven-9 DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+install(DIRECTORY examples/beethoven-9 examples/broken-minuet DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)

@@ -29,9 +29,10 @@ quietly() {
 
 make_pages() {
   rm -rf "$windows/pages"
-  mkdir -p "$windows/pages"
-  for text in "$sources"/examples/beethoven-9/SYMPH*.txt; do
-    "$linux/apps/kivsys/kivsys" build --force "$text" "$windows/pages/$(basename "$text" .txt).MUS"
+  for text in "$sources"/examples/beethoven-9/SYMPH*.txt "$sources"/examples/broken-minuet/*.txt; do
+    folder_of_piece=$windows/pages/$(basename "$(dirname "$text")")
+    mkdir -p "$folder_of_piece"
+    "$linux/apps/kivsys/kivsys" build --force "$text" "$folder_of_piece/$(basename "$text" .txt).MUS"
   done
 }
 

@@ -21,10 +21,12 @@ foreach(name IN ITEMS KIVPROJ.PRO README.txt "Start KivSystem.cmd")
 endforeach()
 foreach(name IN ITEMS cli.md cli-pages.md cli-repair.md
     cli-rules.md user-guide.md conversion.md json.md json-schema.json
-    json-schema-parts.json mus-format.md page-text.md proof.md repair.md report-format.md)
+    json-schema-parts.json mus-format.md page-text.md proof.md repair-methods.md repair.md report-format.md)
   kiv_install_text(docs/${name} docs)
 endforeach()
 kiv_install_text(CHANGELOG.md .)
+# The licenses of the libraries within the programs ask for this.
+kiv_install_text(packaging/debian/copyright . COPYRIGHT.txt)
 # Those of the user guide.
 foreach(picture IN ITEMS analyzed created panel result)
   install(FILES docs/pictures/${picture}.png DESTINATION docs/pictures)
@@ -36,12 +38,12 @@ install(DIRECTORY ${PROJECT_BINARY_DIR}/completions DESTINATION . OPTIONAL)
 # The example as page texts, and as pages, which packaging/package.sh builds from them with the native program.
 kiv_install_text(examples/README.md examples)
 file(GLOB texts RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS examples/beethoven-9/*.txt
-  examples/beethoven-9/results/*.txt)
+  examples/beethoven-9/results/*.txt examples/broken-minuet/*.txt)
 foreach(text IN LISTS texts)
   cmake_path(GET text PARENT_PATH folder)
   kiv_install_text(${text} ${folder})
 endforeach()
-install(DIRECTORY ${PROJECT_BINARY_DIR}/pages/ DESTINATION examples/beethoven-9 OPTIONAL)
+install(DIRECTORY ${PROJECT_BINARY_DIR}/pages/ DESTINATION examples OPTIONAL)
 
 set(CPACK_GENERATOR NSIS)
 set(CPACK_PACKAGE_FILE_NAME KivSystem-${PROJECT_VERSION}-setup)

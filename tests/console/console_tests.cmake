@@ -44,6 +44,7 @@ if(NOT WIN32)
     console/undo_test.cpp
     console/usage_test.cpp
     console/verify_test.cpp
+    console/walk_through_test.cpp
     console/warnings_test.cpp)
   if(KIV_SANITIZE)
     # The program itself is watched; its tests are built in half the time when they are not.

@@ -101,6 +101,14 @@ Ended Workplace::kivsys(const std::vector<std::string>& arguments, const std::st
   return ended;
 }
 
+Ended Workplace::shell(const std::string& line, const std::string& folder) const {
+  const std::string programs = fs::path(KIVSYS_PROGRAM).parent_path().string();
+  const std::string examples = fs::path(EXAMPLE_FOLDER).parent_path().string();
+  return run("PATH=" + quoted(programs) + ":\"$PATH\" examples=" + quoted(examples) + " sh -c " +
+                 quoted("{ " + line + "\n} 2>&1"),
+             folder, "");
+}
+
 Ended Workplace::kivsysIntoFullDevice(const std::vector<std::string>& arguments) const {
   // What is written to standard output by then goes to the device, too.
   return run("sh -c 'exec \"$@\" >/dev/full' sh " + commandOf(arguments), ".", "");

@@ -35,6 +35,9 @@ class Workplace {
   /// valid by the documented schema.
   Ended kivsys(const std::vector<std::string>& arguments, const std::string& folder = ".",
                const std::string& input = "") const;
+  /// Runs a line of a document in a shell that finds kivsys, and in whose variable `examples` is the folder of the
+  /// examples. Everything that is printed is in `out`, in its order.
+  Ended shell(const std::string& line, const std::string& folder = ".") const;
   /// Runs kivsys with a device as its standard output on which nothing can be written.
   Ended kivsysIntoFullDevice(const std::vector<std::string>& arguments) const;
   /// The same in the folder of the workplace, for an administrator with the rights of an ordinary owner of the files.
