@@ -34,6 +34,25 @@ run_package() {
   cat dist/SHA256SUMS
 }
 
+# The Debian package alone, where a new user installs it. As root, as only root can enter a bare system.
+run_install_test() {
+  need_native
+  need_packaging
+  need_bare_system
+  build release -DKIV_TESTS=OFF
+  say "the Debian package"
+  SOURCE_DATE_EPOCH=$(git log -1 --format=%ct)
+  export SOURCE_DATE_EPOCH
+  (umask 022 && cpack --config build/release/CPackConfig.cmake -B build/release/packages) >build/release/package.log || {
+    cat build/release/package.log
+    return 1
+  }
+  say "a bare Debian 12"
+  as_root=
+  [ "$(id -u)" -eq 0 ] || as_root=sudo
+  $as_root tests/package/bare.sh build/release/packages/kivsys_*_amd64.deb "$PWD/build/bare"
+}
+
 run_demo() {
   need_native
   build release -DKIV_TESTS=OFF
