@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string>
 
 #include <CLI/CLI.hpp>
@@ -6,6 +7,24 @@
 
 namespace kiv {
 namespace {
+
+/// Reads the pages with corrections.
+void addCorrections(CLI::App& command, Selection& selection) {
+  CLI::Option* corrections =
+      command
+          .add_option(
+              "--corrections", selection.corrections.files,
+              "Read the pages with the corrections of this table (CSV), and change no page; - is standard input")
+          ->type_name("FILE")
+          ->expected(1)
+          ->take_all();
+  command
+      .add_option("--only", selection.corrections.only,
+                  "Use only corrections of at least this confidence: sure or likely")
+      ->type_name("WORD")
+      ->check(CLI::IsMember({"sure", "likely"}))
+      ->needs(corrections);
+}
 
 /// The options that select the pages of a run. A command without a selection must not be run.
 void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor) {
@@ -19,18 +38,25 @@ void addSelection(CLI::App& command, Selection& selection, const std::string& fo
   command.add_flag("--keep-order", selection.keepOrder,
                    "Take the page files in the order in which they are named, not in natural order (P1, P2, P10)");
   command.add_flag("-q,--quiet", selection.quiet, "Print errors only: no notes, no warnings, no progress");
+  addCorrections(command, selection);
 }
 
 CLI::Option* addLikePanel(CLI::App& command, Selection& selection) {
-  return command.add_flag(
-      "--like-panel", selection.likePanel,
-      "Do exactly what the window does, without protecting files and without warnings; implies --keep-order");
+  return command
+      .add_flag("--like-panel", selection.likePanel,
+                "Do exactly what the window does, without protecting files and without warnings; implies --keep-order")
+      ->excludes("--corrections");
 }
 
 /// Refuses a command line that selects no pages.
 void requireSelection(const std::string& command, const Selection& selection) {
   if (selection.names.empty() && selection.pages.empty()) {
     throw CLI::ValidationError(command, "name page files, or a names file with --names");
+  }
+  const auto& tables = selection.corrections.files;
+  const auto fromInput = std::count(tables.begin(), tables.end(), "-") + (selection.names == "-" ? 1 : 0);
+  if (fromInput > 1) {
+    throw CLI::ValidationError(command, "only one of the names file and the corrections can be standard input");
   }
 }
 

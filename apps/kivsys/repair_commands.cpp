@@ -11,7 +11,7 @@ std::string problemOf(const FixOptions& options) {
   if (options.selection.names.empty() && options.selection.pages.empty()) {
     return "name page files, or a names file with --names";
   }
-  if (options.corrections.empty() && options.sets.empty() && options.maps.empty()) {
+  if (options.corrections.files.empty() && options.sets.empty() && options.maps.empty()) {
     return "say what to correct with --corrections, --set or --map";
   }
   return options.out.empty() && !options.inPlace ? "name a folder for the corrected pages with -o, or say --in-place"
@@ -39,7 +39,7 @@ void addFix(CLI::App& app, FixOptions& options, int& status) {
       fix->add_option("--names", options.selection.names, "Names file that lists the pages; - is standard input")
           ->type_name("FILE");
   names->excludes(fix->add_option("page", options.selection.pages, "Page files")->type_name("PAGE"));
-  fix->add_option("--corrections", options.corrections, "Table of corrections (CSV); - is standard input")
+  fix->add_option("--corrections", options.corrections.files, "Table of corrections (CSV); - is standard input")
       ->type_name("FILE")
       ->expected(1)
       ->take_all();
@@ -51,7 +51,7 @@ void addFix(CLI::App& app, FixOptions& options, int& status) {
       ->type_name("OLD=NEW")
       ->expected(1)
       ->take_all();
-  fix->add_option("--only", options.only, "Use only corrections of at least this confidence: sure or likely")
+  fix->add_option("--only", options.corrections.only, "Use only corrections of at least this confidence: sure or likely")
       ->type_name("WORD")
       ->check(CLI::IsMember({"sure", "likely"}));
   addFixOutput(*fix, options);

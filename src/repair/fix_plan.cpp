@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <map>
+#include <set>
 #include <utility>
 
 #include "base/number.h"
@@ -14,7 +15,9 @@ class Planner {
  public:
   explicit Planner(const std::vector<PageToFix>& pages) : pages_(pages), wanted_(pages.size()) {
     for (std::size_t page = 0; page < pages.size(); ++page) {
-      pageOf_.emplace(pages[page].name, page);
+      if (!pageOf_.emplace(pages[page].name, page).second) {
+        ambiguous_.insert(pages[page].name);
+      }
     }
   }
 
@@ -22,6 +25,9 @@ class Planner {
     const auto page = pageOf_.find(request.page);
     if (page == pageOf_.end()) {
       return fail(request.origin, request.page + " is none of the pages");
+    }
+    if (ambiguous_.contains(request.page)) {
+      return fail(request.origin, request.page + " is the name of more than one page");
     }
     const PageToFix& target = pages_[page->second];
     const PageId* found = nullptr;
@@ -100,6 +106,7 @@ class Planner {
 
   const std::vector<PageToFix>& pages_;
   std::map<std::string, std::size_t> pageOf_;
+  std::set<std::string> ambiguous_;  // names of several pages
   std::vector<std::map<std::int16_t, Wanted>> wanted_;  // of each page, by item
   std::vector<std::string> errors_;
 };

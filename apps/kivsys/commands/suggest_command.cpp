@@ -8,11 +8,13 @@
 
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/next_step.h"
 #include "apps/kivsys/output/suggestions_output.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "platform/bounded_file.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
+#include "platform/console/printable.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "repair/group_evidence.h"
@@ -27,9 +29,9 @@ namespace {
 /// What a run reads and writes besides its pages.
 struct SuggestRun {
   ConsoleHost& console;
+  const SuggestOptions& options;
   std::string layout;  // full names
   std::string out;
-  bool json = false;
   ListedInstruments listed = {};
 };
 
@@ -69,14 +71,37 @@ std::vector<std::string> refusals(SuggestRun& run, const SelectedPages& pages) {
   return reasons.empty() ? readLayout(run) : reasons;
 }
 
+/// The command line that converts the pages with the corrections; none when there are none, or in no file.
+std::optional<std::string> nextConversion(const SuggestRun& run, const std::optional<Suggestions>& suggestions) {
+  return suggestions && !suggestions->corrections.empty()
+             ? nextWithCorrections("convert", run.options.selection, run.options.out)
+             : std::nullopt;
+}
+
 /// The outcome of the analysis with what is suggested; this is null when the analysis ended before.
 std::string asJson(const SuggestRun& run, const RunOutcome& outcome, const std::optional<Suggestions>& suggestions) {
   const SelectedNames names(run.console.system());
   Json object = jsonOf(outcome);
   object["corrections"] = suggestions ? correctionsJson(*suggestions, names) : Json();
   object["undecided"] = suggestions ? undecidedJson(*suggestions, names) : Json();
+  const auto next = nextConversion(run, suggestions);
+  object["next"] = next ? Json(NativeSystem::toUtf8(*next)) : Json();
   object["schema_version"] = schemaVersion;
   return asLine(object);
+}
+
+/// The lines that say how to go on with the corrections that were written.
+void printNext(const SuggestRun& run, const std::optional<Suggestions>& suggestions) {
+  const auto convert = nextConversion(run, suggestions);
+  if (!convert) {
+    return;
+  }
+  std::string lines = "Next: " + printable(*convert) + "\n";
+  if (run.options.selection.folder.empty()) {
+    const auto fix = nextWithCorrections("fix", run.options.selection, run.options.out);
+    lines += "  or: " + printable(fix.value_or("")) + " -o fixed\n";
+  }
+  run.console.user().printNotes(lines);
 }
 
 int deliver(const SuggestRun& run, const RunOutcome& outcome, const std::optional<Suggestions>& suggestions) {
@@ -91,10 +116,12 @@ int deliver(const SuggestRun& run, const RunOutcome& outcome, const std::optiona
       return status;
     }
   }
-  if (run.json) {
+  if (run.options.json) {
     return printOutcome(asJson(run, outcome, suggestions), status);
   }
-  return suggestions ? printOutcome(suggestionTables(*suggestions, names), status) : status;
+  const int printed = suggestions ? printOutcome(suggestionTables(*suggestions, names), status) : status;
+  printNext(run, suggestions);
+  return printed;
 }
 
 int suggestForNames(const SuggestRun& run, const std::string& namesFile) {
@@ -115,8 +142,8 @@ int suggestForNames(const SuggestRun& run, const std::string& namesFile) {
 int runSuggest(const SuggestOptions& options) {
   ConsoleHost console;
   ConsoleSystem& system = console.system();
-  SuggestRun run{console, options.layout.empty() ? "" : system.fullName(options.layout),
-                 outputName(system, options.out), options.json};
+  SuggestRun run{console, options, options.layout.empty() ? "" : system.fullName(options.layout),
+                 outputName(system, options.out)};
   const SelectionUse use{FolderUse::read, false, [&](const SelectedPages& pages) { return refusals(run, pages); }};
   return runOnSelection(console, options.selection, use,
                         [&](const std::string& namesFile) { return suggestForNames(run, namesFile); });

@@ -27,12 +27,37 @@ std::string withFolder(ConsoleSystem& system, const std::string& name) {
   return lastBackslash(system, name) != std::string::npos ? name : system.currentFolder() + "\\" + name;
 }
 
+/// Lines that programs which check a manifest skip: what was corrected, and by what.
+std::string correctionComments(const PageCorrections& corrections) {
+  std::string lines;
+  for (const CorrectionTable& table : corrections.tables) {
+    lines += printable("# corrections: " + (table.path.empty() ? "standard input" : table.path) + ", SHA-256 " +
+                       table.sha256 + ", " + std::to_string(table.count) + " used") +
+             "\n";
+  }
+  return lines;
+}
+
 /// The digests under the names that the files have on the disk, whatever case a names file gave them.
 std::string manifestOf(ConsoleSystem& system, std::vector<DigestedFile> files) {
   for (DigestedFile& file : files) {
     file.name = system.diskName(withFolder(system, file.name));
   }
-  return manifestText(files);
+  return correctionComments(system.corrections()) + manifestText(files);
+}
+
+/// The digests of the pages as the disk has them, and of the tables with which they were corrected.
+void addCorrections(const PageCorrections& corrections, std::vector<DigestedFile>& files) {
+  for (DigestedFile& file : files) {
+    if (const auto page = corrections.pages.find(file.name); page != corrections.pages.end()) {
+      file.sha256 = page->second.sha256;
+    }
+  }
+  for (const CorrectionTable& table : corrections.tables) {
+    if (!table.path.empty()) {
+      files.push_back({NativeSystem::coreName(table.path), table.sha256});
+    }
+  }
 }
 
 std::string asJson(ConsoleSystem& system, const proof::Verification& verification) {
@@ -42,6 +67,9 @@ std::string asJson(ConsoleSystem& system, const proof::Verification& verificatio
     paths.push_back({file.name, system.diskName(withFolder(system, file.name))});
   }
   object["paths"] = pathsJson(paths);
+  if (!system.corrections().tables.empty()) {
+    object["corrected_by"] = jsonOf(system.corrections());
+  }
   object["schema_version"] = schemaVersion;
   return asLine(object);
 }
@@ -66,10 +94,13 @@ int printVerification(ConsoleSystem& system, const proof::Verification& verifica
 
 proof::Verification verificationOf(ConsoleHost& console, const std::string& namesFile,
                                    const proof::ConversionToProve& conversion) {
-  return proof::verify(console.system(), console.system(), namesFile, conversion,
-                       [&](std::size_t done, std::size_t all, std::string_view plural) {
-                         console.user().showProgress(static_cast<int>(done), static_cast<int>(all), plural);
-                       });
+  proof::Verification verification =
+      proof::verify(console.system(), console.system(), namesFile, conversion,
+                    [&](std::size_t done, std::size_t all, std::string_view plural) {
+                      console.user().showProgress(static_cast<int>(done), static_cast<int>(all), plural);
+                    });
+  addCorrections(console.system().corrections(), verification.files);
+  return verification;
 }
 
 std::string asText(const proof::Verification& verification) {
