@@ -106,7 +106,7 @@ class Planner {
 
   const std::vector<PageToFix>& pages_;
   std::map<std::string, std::size_t> pageOf_;
-  std::set<std::string> ambiguous_;  // names of several pages
+  std::set<std::string> ambiguous_;                     // names of several pages
   std::vector<std::map<std::int16_t, Wanted>> wanted_;  // of each page, by item
   std::vector<std::string> errors_;
 };

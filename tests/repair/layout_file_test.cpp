@@ -23,21 +23,26 @@ LayoutFileError errorOf(std::string_view text) {
 
 TEST(LayoutFile, ListsInstrumentsInTheOrderOfTheTable) {
   EXPECT_EQ(read("order,id,name,abbreviation,systems\n1,112,Flute,Fl.,\"1, 2\"\n2,104,,Ob.,1 to 3\n"),
-            (Instruments{{112, "Flute", "Fl."}, {104, "", "Ob."}}));
+            (Instruments{{112, "Flute", "Fl.", 2}, {104, "", "Ob.", 3}}));
 }
 
 TEST(LayoutFile, TakesWhatSpreadsheetsWrite) {
   EXPECT_EQ(read("\xEF\xBB\xBFID;Name\r\n101;\"Flute; solo\"\r\n\r\n102; Oboe \r\n"),
-            (Instruments{{101, "Flute; solo", ""}, {102, "Oboe", ""}}));
+            (Instruments{{101, "Flute; solo", "", 2}, {102, "Oboe", "", 4}}));
 }
 
 TEST(LayoutFile, TakesQuotesLineEndsAndGuardsInCells) {
   EXPECT_EQ(read("id,name\r101,\"a \"\"big\"\"\rdrum\"\r102,'=x\r103,'tis\r"),
-            (Instruments{{101, "a \"big\"\rdrum", ""}, {102, "=x", ""}, {103, "'tis", ""}}));
+            (Instruments{{101, "a \"big\"\rdrum", "", 2}, {102, "=x", "", 4}, {103, "'tis", "", 5}}));
+}
+
+TEST(LayoutFile, TakesTheCellsOfWhatStavesLookLike) {
+  EXPECT_EQ(read("id,clefs,keys,lines,size\n7,\"treble, bass\",2b,5,0.75\n"),
+            (Instruments{{7, "", "", 2, "treble, bass", "5", "0.75", "2b"}}));
 }
 
 TEST(LayoutFile, SkipsTheStavesWithoutAnId) {
-  EXPECT_EQ(read("id\n0\n5\n"), (Instruments{{5, "", ""}}));
+  EXPECT_EQ(read("id\n0\n5\n"), (Instruments{{5, "", "", 3}}));
 }
 
 TEST(LayoutFile, NamesTheLineThatIsWrong) {
