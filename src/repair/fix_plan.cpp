@@ -1,5 +1,6 @@
 #include "repair/fix_plan.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <map>
 #include <set>
@@ -60,7 +61,7 @@ class Planner {
         }
       }
     }
-    if (!isFound) {
+    if (!isFound && !mapping.mayBeMissing) {
       fail(mapping.origin, "no page has the id " + std::to_string(mapping.oldId));
     }
   }
@@ -112,6 +113,18 @@ class Planner {
 };
 
 }  // namespace
+
+std::vector<IdMapping> inRisingOrder(const std::vector<std::int16_t>& ids, const std::string& origin) {
+  std::vector<std::int16_t> rising = ids;
+  std::sort(rising.begin(), rising.end());
+  std::vector<IdMapping> mappings;
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    if (ids[i] != rising[i]) {
+      mappings.push_back({origin, ids[i], rising[i], true});
+    }
+  }
+  return mappings;
+}
 
 FixPlan planFix(const std::vector<PageToFix>& pages, const std::vector<IdRequest>& requests,
                 const std::vector<IdMapping>& mappings) {

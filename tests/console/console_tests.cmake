@@ -23,6 +23,7 @@ if(NOT WIN32)
     console/json_test.cpp
     console/keep_going_test.cpp
     console/large_files_test.cpp
+    console/listed_conversion_test.cpp
     console/man_and_completions_test.cpp
     console/next_step_test.cpp
     console/page_arguments_test.cpp
@@ -30,6 +31,7 @@ if(NOT WIN32)
     console/pictures_test.cpp
     console/read_back_test.cpp
     console/recover_test.cpp
+    console/renumber_test.cpp
     console/run_program.cpp
     console/running_program.cpp
     console/safe_outputs_test.cpp

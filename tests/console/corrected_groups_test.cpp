@@ -1,4 +1,4 @@
-// Corrections on reading against corrected copies, over generated groups.
+// Corrections on reading against corrected copies, and lists of instruments, over generated groups.
 
 #include <cstdlib>
 #include <filesystem>
@@ -16,12 +16,12 @@ namespace kiv::test {
 namespace {
 
 // The same groups in every run, unless whoever runs the tests wants others.
-[[maybe_unused]] const int seeded = ::setenv("RC_PARAMS", "seed=19940307 max_success=40", 0);
+[[maybe_unused]] const int seeded = ::setenv("RC_PARAMS", "seed=19940307 max_success=20", 0);
 
-/// A generated group on the disk, with a table that gives some of its staves other ids.
-class GroupWithCorrections {
+/// A generated group on the disk, with a table that gives some of its staves other ids, and one of its instruments.
+class GroupWithTables {
  public:
-  explicit GroupWithCorrections(const Group& group) {
+  explicit GroupWithTables(const Group& group) {
     for (const char* const folder : {"m", "read", "fixed-out"}) {
       std::filesystem::create_directory(place_.path() / folder);
     }
@@ -39,6 +39,10 @@ class GroupWithCorrections {
   }
   Ended verify() const {
     return kivsys("verify", "m", {"--corrections", "c.csv", "--folder", "read", "--result", "read/WORK0001.MUS"});
+  }
+  /// Writes the list of the instruments, and then these lines.
+  void list(const std::string& more) const {
+    place_.write("l.csv", kivsys("instruments", "m", {"--csv", "-q"}).out + more);
   }
   /// All results of a conversion, and its verdict.
   std::string results(const std::string& folder) const {
@@ -77,7 +81,7 @@ class GroupWithCorrections {
 };
 
 RC_GTEST_PROP(CorrectionsProperty, ReadingWithCorrectionsGivesTheResultsOfCorrectedCopies, ()) {
-  const GroupWithCorrections group(*groups(21));
+  const GroupWithTables group(*groups(21));
   RC_ASSERT(group.fix().status == 0);
   const Ended fromCopies = group.convert("fixed", "fixed-out", {});
   const Ended fromReading = group.convert("m", "read", {"--corrections", "c.csv"});
@@ -89,6 +93,33 @@ RC_GTEST_PROP(CorrectionsProperty, ReadingWithCorrectionsGivesTheResultsOfCorrec
     RC_LOG() << proof.out << proof.error;
     RC_ASSERT(proof.status == 0 || proof.out.find("two staves of instrument") != std::string::npos);
   }
+}
+
+RC_GTEST_PROP(LayoutProperty, TheListOfAGroupItselfChangesNothing, ()) {
+  const GroupWithTables group(*groups(22));
+  group.list("");
+  const Ended plain = group.convert("m", "fixed-out", {"--allow-zero-id"});
+  const Ended listed = group.convert("m", "read", {"--layout", "l.csv", "--allow-zero-id"});
+  RC_LOG() << listed.error;
+  RC_ASSERT(listed.status == plain.status);
+  RC_ASSERT(group.results("read") == group.results("fixed-out"));
+}
+
+RC_GTEST_PROP(LayoutProperty, ResultsWithSilentInstrumentsAreProved, ()) {
+  const GroupWithTables group(*groups(23));
+  std::string silent;
+  for (const int id : {31000, 20, 31001}) {
+    const std::string clef = *rc::gen::element<std::string>("", "treble", "alto+2", "kind 3 -1");
+    const std::string key = *rc::gen::element<std::string>("", "0", "2#", "5b");
+    const std::string lines = *rc::gen::element<std::string>("", "1", "5", "\"3, 5\"");
+    const std::string size = *rc::gen::element<std::string>("", "1", "0.6");
+    silent += "9," + std::to_string(id) + ",Harp,,,,,,,,,,,," + clef + "," + lines + "," + size + "," + key + ",\n";
+  }
+  group.list(silent);
+  const Ended ended = group.convert("m", "read", {"--layout", "l.csv", "--allow-zero-id", "--verify"});
+  RC_LOG() << ended.out << ended.error;
+  RC_ASSERT(ended.status == 0);
+  RC_ASSERT(ended.out.find("PROVED=YES") != std::string::npos);
 }
 
 }  // namespace

@@ -6,7 +6,9 @@
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/corrections/planned_pages.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/layout/layout_table.h"
 #include "apps/kivsys/output/fix_output.h"
+#include "apps/kivsys/output/number_ranges.h"
 #include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/safety/input_files.h"
 #include "apps/kivsys/safety/result_folder.h"
@@ -19,6 +21,8 @@
 
 namespace kiv {
 namespace {
+
+constexpr std::size_t mostShown = 20;
 
 std::string withBackslash(Machine& machine, const std::string& folder) {
   return endsWithBackslash(machine, folder) ? folder : folder + "\\";
@@ -44,6 +48,7 @@ class FixRun {
   std::vector<std::string> refusalsInPlace(const SelectedPages& pages);
   std::string outputOf(const FoundFile& page);
   bool readPages();
+  std::vector<std::string> addRenumbering(IdRequests& requests);
   std::vector<std::string> plan();
   bool isWritten(const PlannedPage& page) const;
   std::string pathOf(const PlannedPage& page);
@@ -78,6 +83,9 @@ std::vector<std::string> FixRun::refusalsInPlace(const SelectedPages& pages) {
   InputFiles others;
   for (const std::string& table : options_.corrections.files) {
     others.add(pathOfTable(system_, table));
+  }
+  for (const std::string& table : pages.tables) {
+    others.add(table);
   }
   if (!pages.listPath.empty()) {
     others.add(pages.listPath);
@@ -140,9 +148,36 @@ bool FixRun::readPages() {
   return true;
 }
 
+/// Adds the new ids of the instruments in a table. Returns why there are none: the table does not have them all.
+std::vector<std::string> FixRun::addRenumbering(IdRequests& requests) {
+  const std::string& typed = options_.selection.layout;
+  LayoutTable table;
+  const auto errors = readLayoutTable(system_, typed, LayoutCells::names, table);
+  if (typed.empty() || !errors.empty()) {
+    return errors;
+  }
+  std::vector<std::int16_t> ids;
+  for (const ListedInstrument& instrument : table.instruments) {
+    ids.push_back(instrument.id);
+  }
+  requests.mappings = repair::inRisingOrder(ids, "--renumber " + typed);
+  std::vector<std::string> words;
+  for (const repair::IdMapping& mapping : requests.mappings) {
+    words.push_back(std::to_string(mapping.oldId) + " -> " + std::to_string(mapping.newId));
+  }
+  auto reasons = refusalsOf(compareWithTable(system_, table, false), table);
+  if (reasons.empty()) {
+    console_.user().printNotes("kivsys: note: new ids: " + (words.empty() ? "none" : joined(words, mostShown)) + "\n");
+  }
+  return reasons;
+}
+
 /// Finds out what changes in the pages. Returns why nothing is to be changed.
 std::vector<std::string> FixRun::plan() {
-  const IdRequests requests = readRequests(system_, options_);
+  IdRequests requests = readRequests(system_, options_);
+  if (const auto reasons = addRenumbering(requests); !reasons.empty()) {
+    return reasons;
+  }
   report_.undecided = requests.undecided;
   report_.leftOut = requests.leftOut;
   return planPages(system_, requests, pages_);

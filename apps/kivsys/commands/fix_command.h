@@ -8,7 +8,8 @@
 
 namespace kiv {
 
-/// What was asked of `kivsys fix`, as it was typed.
+/// What was asked of `kivsys fix`, as it was typed. With a table of instruments in the selection, their ids are changed
+/// so that they rise in its order.
 struct FixOptions {
   Selection selection;
   TableOptions corrections;

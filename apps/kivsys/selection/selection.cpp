@@ -2,6 +2,7 @@
 
 #include "apps/kivsys/corrections/correct_on_reading.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/layout/layout_table.h"
 #include "apps/kivsys/safety/made_folder.h"
 #include "apps/kivsys/selection/panel_selection.h"
 #include "input/file_names.h"
@@ -74,9 +75,14 @@ std::string reorderingNote(Machine& machine, const SelectedPages& pages) {
   return "kivsys: note: the pages are taken in natural order: " + printable(names) + "; --keep-order keeps theirs\n";
 }
 
-/// Lets the pages be read with the corrections of the selection. Returns why they cannot be.
-std::vector<std::string> refusalsOfCorrections(ConsoleSystem& system, const Selection& selection,
-                                               const SelectionUse& use, SelectedPages& pages) {
+/// Adds the tables of the selection to its files, and lets the pages be read with its corrections. Returns why they
+/// cannot be.
+std::vector<std::string> refusalsOfTables(ConsoleSystem& system, const Selection& selection, const SelectionUse& use,
+                                          SelectedPages& pages) {
+  if (const std::string layout = pathOfLayout(system, selection.layout); !layout.empty()) {
+    pages.tables.push_back(layout);
+    system.protectFile(layout);
+  }
   if (selection.corrections.files.empty() || !pages.errors.empty()) {
     return {};
   }
@@ -98,12 +104,12 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
   ConsoleSystem& system = console.system();
   const PageSearch search{folderOfRun(system, selection), selection.keepOrder, use.skipsBadPages};
   SelectedPages pages = selection.names.empty() ? findTypedPages(system, selection.pages, search)
-                                                      : findListedPages(system, selection.names, search);
+                                                : findListedPages(system, selection.names, search);
   system.bindPages(pages.pages);
   system.showAs(pages.badPages);
   system.protectFile(pages.listPath);
   system.serveNamesFile(pages.namesFile, pages.names);
-  if (const auto reasons = refusalsOfCorrections(system, selection, use, pages); !reasons.empty()) {
+  if (const auto reasons = refusalsOfTables(system, selection, use, pages); !reasons.empty()) {
     return refuse(reasons);
   }
   if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {

@@ -23,6 +23,7 @@ struct Selection {
   std::string names;               ///< the names file, "-" for standard input; "" when pages are given
   std::vector<std::string> pages;  ///< the page files; empty when a names file is given
   TableOptions corrections;        ///< with which the pages are read
+  std::string layout;              ///< a table of instruments; "" for none
   bool likePanel = false;          ///< the panel's procedures, without a guard and without warnings
   bool keepOrder = false;          ///< of the page files, which are put into natural order otherwise
   bool quiet = false;              ///< no notes, warnings and progress
