@@ -58,7 +58,7 @@ std::string asJson(const SuggestRun& run, const RunOutcome& outcome, const std::
   return asLine(object);
 }
 
-/// The lines that say how to go on with the corrections that were written.
+/// The lines that say what can be done with the corrections that were written.
 void printNext(const SuggestRun& run, const std::optional<Suggestions>& suggestions) {
   const auto convert = nextConversion(run, suggestions);
   if (!convert) {
