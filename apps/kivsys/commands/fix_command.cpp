@@ -152,7 +152,7 @@ bool FixRun::readPages() {
 std::vector<std::string> FixRun::addRenumbering(IdRequests& requests) {
   const std::string& typed = options_.selection.layout;
   LayoutTable table;
-  const auto errors = readLayoutTable(system_, typed, LayoutCells::names, table);
+  auto errors = readLayoutTable(system_, typed, LayoutCells::names, table);
   if (typed.empty() || !errors.empty()) {
     return errors;
   }
@@ -175,7 +175,7 @@ std::vector<std::string> FixRun::addRenumbering(IdRequests& requests) {
 /// Finds out what changes in the pages. Returns why nothing is to be changed.
 std::vector<std::string> FixRun::plan() {
   IdRequests requests = readRequests(system_, options_);
-  if (const auto reasons = addRenumbering(requests); !reasons.empty()) {
+  if (auto reasons = addRenumbering(requests); !reasons.empty()) {
     return reasons;
   }
   report_.undecided = requests.undecided;
