@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string>
 
 #include <CLI/CLI.hpp>
@@ -6,6 +7,24 @@
 
 namespace kiv {
 namespace {
+
+/// Reads the pages with corrections.
+void addCorrections(CLI::App& command, Selection& selection) {
+  CLI::Option* corrections =
+      command
+          .add_option(
+              "--corrections", selection.corrections.files,
+              "Read the pages with the corrections of this table (CSV), and change no page; - is standard input")
+          ->type_name("FILE")
+          ->expected(1)
+          ->take_all();
+  command
+      .add_option("--only", selection.corrections.only,
+                  "Use only corrections of at least this confidence: sure or likely")
+      ->type_name("WORD")
+      ->check(CLI::IsMember({"sure", "likely"}))
+      ->needs(corrections);
+}
 
 /// The options that select the pages of a run. A command without a selection must not be run.
 void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor) {
@@ -19,18 +38,29 @@ void addSelection(CLI::App& command, Selection& selection, const std::string& fo
   command.add_flag("--keep-order", selection.keepOrder,
                    "Take the page files in the order in which they are named, not in natural order (P1, P2, P10)");
   command.add_flag("-q,--quiet", selection.quiet, "Print errors only: no notes, no warnings, no progress");
+  addCorrections(command, selection);
+}
+
+CLI::Option* addLayout(CLI::App& command, Selection& selection, const std::string& help) {
+  return command.add_option("--layout", selection.layout, help)->type_name("FILE.csv");
 }
 
 CLI::Option* addLikePanel(CLI::App& command, Selection& selection) {
-  return command.add_flag(
-      "--like-panel", selection.likePanel,
-      "Do exactly what the window does, without protecting files and without warnings; implies --keep-order");
+  return command
+      .add_flag("--like-panel", selection.likePanel,
+                "Do exactly what the window does, without protecting files and without warnings; implies --keep-order")
+      ->excludes("--corrections");
 }
 
 /// Refuses a command line that selects no pages.
 void requireSelection(const std::string& command, const Selection& selection) {
   if (selection.names.empty() && selection.pages.empty()) {
     throw CLI::ValidationError(command, "name page files, or a names file with --names");
+  }
+  const auto& tables = selection.corrections.files;
+  const auto fromInput = std::count(tables.begin(), tables.end(), "-") + (selection.names == "-" ? 1 : 0);
+  if (fromInput > 1) {
+    throw CLI::ValidationError(command, "only one of the names file and the corrections can be standard input");
   }
 }
 
@@ -59,6 +89,8 @@ void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
   command.add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
   command.add_flag("--no-overwrite", options.noOverwrite, "Ask before a file is replaced; No without a terminal");
   command.add_flag("--no-instr-number", options.noInstrNumber, "Do not show instrument ids in the results");
+  addLayout(command, options.selection,
+            "The instruments of all results, as instruments --csv lists them, also those silent on all pages");
   command.add_flag("--force", options.force, "Convert even if the input can be used without a conversion");
   command.add_flag("--json", options.json, "Print one JSON object and nothing else");
   addNoUndo(command, options.noUndo);
@@ -105,6 +137,7 @@ void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
       ->excludes(dryRun);
   convert->add_flag("--strict", options.strict, "Write nothing if there is a warning or a problem; status 3")
       ->excludes(likePanel);
+  likePanel->excludes("--layout");
   convert->footer(
       "Analyzes the pages first, and converts them unless they can be used without a conversion. Writes\n"
       "WORK0001.MUS, WORK0002.MUS ... into the folder of the first result file; report and verdict are written to the\n"
@@ -125,6 +158,7 @@ void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
       ->add_option("--manifest", options.manifest,
                    "Write the SHA-256 of all files to FILE, for sha256sum -c; - is standard output")
       ->type_name("FILE");
+  addLayout(*verify, options.selection, "The instruments of the conversion, as its option --layout had them");
   verify->add_flag("--json", options.json, "Print one JSON object, with the SHA-256 of all files, and nothing else");
   verify->footer(
       "Reads inputs, report, verdict and results again, and checks them against the rules of a conversion, item by\n"
@@ -210,8 +244,7 @@ void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status) {
 void addSuggest(CLI::App& app, SuggestOptions& options, int& status) {
   CLI::App* suggest = app.add_subcommand("suggest", "Propose ids for staves and cues whose ids are wrong");
   addSelection(*suggest, options.selection, "Look for the names file in this folder, too");
-  suggest->add_option("--layout", options.layout, "The instruments, as instruments --csv lists them")
-      ->type_name("FILE.csv");
+  addLayout(*suggest, options.selection, "The instruments, as instruments --csv lists them");
   suggest->add_option("-o,--out", options.out, "Write the corrections as comma-separated values; - is standard output")
       ->type_name("FILE.csv");
   suggest->add_flag("--json", options.json, "Print one JSON object and nothing else");

@@ -43,6 +43,23 @@ Conversion::Conversion(Files& files, const ConversionTables& tables)
   setInstrumentOrder(report_.instruments, tables_.order);
 }
 
+void Conversion::require(const RequiredInstrument& instrument) {
+  OrderTable& order = tables_.order;
+  if (order.find(instrument.instr) != 0) {
+    return;
+  }
+  order.add(instrument.instr);
+  OrderEntry& entry = order.entry(order.count());
+  entry = {};  // an earlier conversion may have left another instrument here
+  entry.instr = instrument.instr;
+  entry.size = instrument.size;
+  entry.lines = instrument.lines;
+  entry.key = instrument.key;
+  if (instrument.clef.isKnown() && tables_.firstClefs.find(instrument.instr) == nullptr) {
+    tables_.firstClefs.add({instrument.instr, instrument.clef, instrument.clefHeight});
+  }
+}
+
 /// Gives a system of a single staff the barline at its left edge that it may lack.
 void Conversion::closeSingleStaff(int staff) {
   ItemTable& items = tables_.items;

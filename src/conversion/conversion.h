@@ -9,6 +9,7 @@
 #include "conversion/braces.h"
 #include "conversion/order_table.h"
 #include "conversion/read_staff.h"
+#include "conversion/required_instrument.h"
 #include "mus/item_table.h"
 #include "platform/files.h"
 
@@ -19,7 +20,7 @@ namespace kiv {
 struct ConversionTables {
   ItemTable& items;
   OrderTable& order;
-  const FirstClefTable& firstClefs;
+  FirstClefTable& firstClefs;
 };
 
 /// One conversion of a group: what is read once for all its systems, and what one system adds for those after it.
@@ -28,6 +29,9 @@ class Conversion {
   /// Reads the report, and orders the instruments as it names them. A report that cannot be read ends the program. The
   /// files and the tables must outlive the conversion.
   Conversion(Files& files, const ConversionTables& tables);
+
+  /// Adds an instrument to all results, after those of the report, unless the report has it.
+  void require(const RequiredInstrument& instrument);
 
   /// The systems are numbered from 1 to this.
   int systemCount() const { return report_.systemCount(); }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "conversion/required_instrument.h"
 #include "messages/message.h"
 #include "mus/writer.h"
 #include "shell/kivsystem.h"
@@ -10,10 +12,11 @@ namespace kiv {
 
 /// What a Convert run is asked for.
 struct ConversionOptions {
-  std::string firstResultFile;        ///< full name of the first result; the others count on from it
-  bool overwrite = true;              ///< replaces files without asking
-  bool showInstrumentNumbers = true;  ///< shows instrument identifiers on the results
-  ReadBack readBack = ReadBack::no;   ///< refuses a result that does not give all its items back
+  std::string firstResultFile;                    ///< full name of the first result; the others count on from it
+  bool overwrite = true;                          ///< replaces files without asking
+  bool showInstrumentNumbers = true;              ///< shows instrument identifiers on the results
+  ReadBack readBack = ReadBack::no;               ///< refuses a result that does not give all its items back
+  std::vector<RequiredInstrument> required = {};  ///< instruments that every result has, also if no page has them
 };
 
 /// Writes one page file per system of the report, all with the same layout. Anything critical ends the program; the

@@ -206,7 +206,7 @@ bool Verifier::numbersAreShown() {
 }
 
 void Verifier::deriveExpected() {
-  GroupKnowledge group{KnownInstruments(records_.staves), {}};
+  GroupKnowledge group{knownInstruments(records_.staves, conversion_.listed, firstClefs_), {}};
   const bool showNumbers = numbersAreShown();
   const std::size_t all = results_.size();
   for (std::size_t i = 0; i < results_.size(); ++i) {
@@ -280,6 +280,7 @@ Verification Verifier::run(const std::string& namesFile) {
   for (const std::string& error : records_.errors) {
     report(reportName, error);
   }
+  report(compareWithList(records_.staves, conversion_.listed));
   groupRecords();
   if (readResults()) {
     deriveExpected();

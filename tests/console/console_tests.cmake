@@ -6,6 +6,7 @@ if(NOT WIN32)
     console/convert_json_test.cpp
     console/convert_options_test.cpp
     console/convert_test.cpp
+    console/corrected_reading_test.cpp
     console/documents_test.cpp
     console/dry_run_test.cpp
     console/error_lines_test.cpp
@@ -22,6 +23,7 @@ if(NOT WIN32)
     console/json_test.cpp
     console/keep_going_test.cpp
     console/large_files_test.cpp
+    console/listed_conversion_test.cpp
     console/man_and_completions_test.cpp
     console/next_step_test.cpp
     console/page_arguments_test.cpp
@@ -29,6 +31,7 @@ if(NOT WIN32)
     console/pictures_test.cpp
     console/read_back_test.cpp
     console/recover_test.cpp
+    console/renumber_test.cpp
     console/run_program.cpp
     console/running_program.cpp
     console/safe_outputs_test.cpp
@@ -58,6 +61,15 @@ if(NOT WIN32)
     DOCS_FOLDER="${PROJECT_SOURCE_DIR}/docs"
     EXAMPLE_FOLDER="${PROJECT_SOURCE_DIR}/examples/beethoven-9")
   add_dependencies(test_console kivsys)
+endif()
+
+# Whole runs over generated groups.
+if(NOT WIN32)
+  kiv_test_program(console_groups console/corrected_groups_test.cpp console/json_schema.cpp console/run_program.cpp)
+  target_link_libraries(test_console_groups PRIVATE kiv_test_groups kiv_headers)
+  target_compile_definitions(test_console_groups PRIVATE KIVSYS_PROGRAM="$<TARGET_FILE:kivsys>"
+    KIVSYS_IS_SANITIZED=$<BOOL:${KIV_SANITIZE}> DOCS_FOLDER="${PROJECT_SOURCE_DIR}/docs")
+  add_dependencies(test_console_groups kivsys)
 endif()
 
 # Parts of the console program, without running it.

@@ -10,6 +10,7 @@
 #include "apps/kivsys/commands/verify_command.h"
 #include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/layout/listed_conversion.h"
 #include "apps/kivsys/output/conversion_output.h"
 #include "apps/kivsys/safety/result_files.h"
 #include "apps/kivsys/safety/result_folder.h"
@@ -33,18 +34,24 @@ WantedFacts wantedFacts(const ConvertOptions& options, bool isDryRun) {
   return {isDryRun, options.selection.likePanel ? std::nullopt : std::optional(LossScan::allItems)};
 }
 
+/// Where the results go, and which instruments they have at least.
+struct ResultPlan {
+  const std::string& firstResultFile;
+  const ResultFolder* folder = nullptr;  ///< null for results beside the first page
+  ListedConversion listed = {};
+};
+
 /// Analyzes and converts one group, as the buttons of the panel do.
 class ConvertRun {
  public:
-  /// The overlay is that of a run that writes nothing, null for a conversion of files on the disk. The folder, if any,
-  /// is that of the results. The pages are those of a run that skips bad ones, else null. A run that --strict refuses
-  /// ends after its analysis.
-  ConvertRun(ConsoleHost& console, OverlayFiles* overlay, const ConvertOptions& options, const ResultFolder* folder,
+  /// The overlay is that of a run that writes nothing, null for a conversion of files on the disk. The pages are those
+  /// of a run that skips bad ones, else null. A run that --strict refuses ends after its analysis.
+  ConvertRun(ConsoleHost& console, OverlayFiles* overlay, const ConvertOptions& options, const ResultPlan& results,
              const ValidPages* pages, bool isRefused)
       : console_(console),
         overlay_(overlay),
         options_(options),
-        folder_(folder),
+        results_(results),
         pages_(pages),
         isRefused_(isRefused),
         dryRunUser_(console.user()),
@@ -65,7 +72,7 @@ class ConvertRun {
   ConsoleHost& console_;
   OverlayFiles* overlay_;
   const ConvertOptions& options_;
-  const ResultFolder* folder_;
+  const ResultPlan& results_;
   const ValidPages* pages_;
   bool isRefused_;
   DryRunUser dryRunUser_;
@@ -103,14 +110,15 @@ bool ConvertRun::dump() {
 
 /// Sees to it that there is a folder for the results. Returns the exit status of a run without one.
 int ConvertRun::makeFolder(const std::string& firstResultFile) {
-  if (folder_ == nullptr || !folder_->isMissing()) {
+  const ResultFolder* folder = results_.folder;
+  if (folder == nullptr || !folder->isMissing()) {
     return exit_status::normal;
   }
   if (overlay_ != nullptr) {
     overlay_->addFolder(justPath(console_.system(), firstResultFile));
     return exit_status::normal;
   }
-  return folder_->make(console_);
+  return folder->make(console_);
 }
 
 bool ConvertRun::convert(const ConversionOptions& conversion) {
@@ -144,7 +152,8 @@ void ConvertRun::warn(ConvertOutput& output) {
 
 ConversionOptions ConvertRun::conversionOptions(const std::string& firstResultFile) const {
   return {firstResultFile.empty() ? kiv::firstResultFile(program_.host.machine, program_.names) : firstResultFile,
-          !options_.noOverwrite, !options_.noInstrNumber, options_.selection.likePanel ? ReadBack::no : ReadBack::yes};
+          !options_.noOverwrite, !options_.noInstrNumber, options_.selection.likePanel ? ReadBack::no : ReadBack::yes,
+          results_.listed.required()};
 }
 
 ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& firstResultFile) {
@@ -155,6 +164,7 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   const RunOutcome analysis = outcomeOf(program_, console_, normalEnd);
   ConvertOutput output;
   output.pages = pages_;
+  output.listed = results_.listed.isGiven() ? &results_.listed : nullptr;
   if (normalEnd && !options_.selection.likePanel) {
     warn(output);
   }
@@ -168,12 +178,13 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   output.outcome = withPagesWritten(analysis, console_, normalEnd);
   output.outcome.verifies = options_.verify;
   if (options_.verify && converted) {
-    output.outcome.verification =
-        verificationOf(console_, namesFile, {converted->firstResultFile, converted->showInstrumentNumbers});
+    output.outcome.verification = verificationOf(
+        console_, namesFile, {converted->firstResultFile, converted->showInstrumentNumbers}, results_.listed);
   }
   if (options_.dryRun) {
     output.planned = plannedResults(*overlay_, group_);
     output.instruments = group_.instruments();
+    results_.listed.addSilent(output.instruments);
   }
   if (options_.json) {
     output.problems = problemsOf(program_.host.files, output.outcome);
@@ -191,14 +202,8 @@ std::optional<ResultFolder> folderOfResults(ConsoleSystem& system, const Convert
   return ResultFolder(system, system.outputPath(justPath(system, firstResultFile)), typed);
 }
 
-/// Where the results go.
-struct ResultPlace {
-  const std::string& firstResultFile;
-  const ResultFolder* folder;
-};
-
 std::vector<std::string> refusalsOf(ConsoleSystem& system, const ConvertOptions& options, const SelectedPages& pages,
-                                    const ResultPlace& results) {
+                                    const ResultPlan& results) {
   if (results.firstResultFile.empty()) {
     system.bindFolder();
   } else if (const auto reason = refusalOfResultName(options.result)) {
@@ -221,9 +226,17 @@ std::vector<std::string> refusalsOf(ConsoleSystem& system, const ConvertOptions&
   return reasons;
 }
 
+/// Why the pages cannot be converted with the table of instruments. An instrument of the table that no page has is a
+/// reason to convert.
+std::vector<std::string> refusalsOfLayout(ConsoleSystem& system, ConvertOptions& options, ListedConversion& listed) {
+  const auto errors = listed.prepare(system, options.selection.layout, options.allowZeroId);
+  options.force = options.force || listed.hasSilent();
+  return errors.empty() ? listed.refusals() : errors;
+}
+
 /// The folders of report, verdict and results, as the disk names them. One that is missing is nobody's yet.
 std::vector<std::string> writtenFolders(ConsoleSystem& system, const ConvertOptions& options,
-                                        const SelectedPages& pages, const ResultPlace& results) {
+                                        const SelectedPages& pages, const ResultPlan& results) {
   std::vector<std::string> folders{system.diskName(folderOfRun(system, options.selection))};
   if (results.folder != nullptr) {
     folders.push_back(results.folder->path());
@@ -235,7 +248,8 @@ std::vector<std::string> writtenFolders(ConsoleSystem& system, const ConvertOpti
 
 }  // namespace
 
-int runConvert(const ConvertOptions& options) {
+int runConvert(const ConvertOptions& typed) {
+  ConvertOptions options = typed;
   ConsoleHost console(options.selection.likePanel ? Guard::off : Guard::on);
   if (options.json) {
     console.user().hideProgress();
@@ -245,25 +259,29 @@ int runConvert(const ConvertOptions& options) {
   useJournal(system, journal, !options.noUndo && !options.dryRun);
   const std::string firstResultFile = options.result.empty() ? "" : system.fullName(options.result);
   const auto folder = folderOfResults(system, options, firstResultFile);
-  const ResultPlace place{firstResultFile, folder ? &*folder : nullptr};
+  ResultPlan plan{firstResultFile, folder ? &*folder : nullptr};
   SelectionUse use{options.dryRun ? FolderUse::planned : FolderUse::written,
                    options.keepGoing,
-                   [&](const SelectedPages& pages) { return refusalsOf(system, options, pages, place); },
+                   [&](const SelectedPages& pages) {
+                     const auto reasons = refusalsOfLayout(system, options, plan.listed);
+                     return reasons.empty() ? refusalsOf(system, options, pages, plan) : reasons;
+                   },
                    {}};
   if (!options.dryRun) {
-    use.writtenFolders = [&](const SelectedPages& pages) { return writtenFolders(system, options, pages, place); };
+    use.writtenFolders = [&](const SelectedPages& pages) { return writtenFolders(system, options, pages, plan); };
   }
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
     OverlayFiles overlay(system, system);
     std::optional<ValidPages> pages;
+    console.user().printNotes(plan.listed.notes(system));
     if (options.keepGoing) {
       pages.emplace(console, namesFile);
     }
     const std::string& converted = pages ? pages->namesFile() : namesFile;
     const bool isRefused =
         options.strict && isRefusedByStrict(system, converted, {options.allowZeroId, true, options.force});
-    ConvertRun run(console, options.dryRun || isRefused ? &overlay : nullptr, options, place.folder,
-                   pages ? &*pages : nullptr, isRefused);
+    ConvertRun run(console, options.dryRun || isRefused ? &overlay : nullptr, options, plan, pages ? &*pages : nullptr,
+                   isRefused);
     const ConvertOutput output = run.run(converted, firstResultFile);
     if (!options.selection.likePanel) {
       console.user().printNotes(output.refused ? "" : nextCommand(output.outcome, !overlay.replaced().empty()));

@@ -25,6 +25,6 @@ struct ConvertOptions {
 
 /// Analyzes the selected pages as the panel does, converts them when they need it, and prints the outcome. Returns the
 /// program's exit status.
-int runConvert(const ConvertOptions& options);
+int runConvert(const ConvertOptions& typed);
 
 }  // namespace kiv

@@ -49,6 +49,7 @@ RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& console, bool 
   outcome.messages = console.messages();
   outcome.files = program.names.nameCount;
   outcome.paths = console.system().pages();
+  outcome.corrections = &console.system().corrections();
   return outcome;
 }
 
@@ -57,6 +58,7 @@ RunOutcome withPagesWritten(RunOutcome analysis, const ConsoleHost& console, boo
   analysis.messages = console.messages();
   analysis.created = console.replacedFiles();
   analysis.paths = console.system().pages();
+  analysis.corrections = &console.system().corrections();
   const auto& written = console.system().writtenFiles();
   analysis.paths.insert(analysis.paths.end(), written.begin(), written.end());
   return analysis;

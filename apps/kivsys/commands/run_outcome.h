@@ -28,6 +28,8 @@ struct RunOutcome {
   std::vector<FoundFile> paths;                     ///< where the pages are; none of a run like the panel's
   std::optional<std::vector<std::string>> created;  ///< the pages written, in order; only of runs that write pages
 
+  const PageCorrections* corrections = nullptr;  ///< with which the pages were read; of the console
+
   /// True when no conversion is needed.
   bool qualifies() const { return consistency.value_or(false) && !multifile.value_or(true); }
 };

@@ -27,29 +27,67 @@ std::string withFolder(ConsoleSystem& system, const std::string& name) {
   return lastBackslash(system, name) != std::string::npos ? name : system.currentFolder() + "\\" + name;
 }
 
+/// Lines that programs which check a manifest skip: by what the pages were corrected, and the table of instruments.
+std::string tableComments(const PageCorrections& corrections, const LayoutTable& layout) {
+  std::string lines;
+  for (const CorrectionTable& table : corrections.tables) {
+    lines += printable("# corrections: " + (table.path.empty() ? "standard input" : table.path) + ", SHA-256 " +
+                       table.sha256 + ", " + std::to_string(table.count) + " used") +
+             "\n";
+  }
+  if (!layout.path.empty()) {
+    lines += printable("# layout: " + layout.path + ", SHA-256 " + layout.sha256) + "\n";
+  }
+  return lines;
+}
+
 /// The digests under the names that the files have on the disk, whatever case a names file gave them.
-std::string manifestOf(ConsoleSystem& system, std::vector<DigestedFile> files) {
+std::string manifestOf(ConsoleSystem& system, const LayoutTable& layout, std::vector<DigestedFile> files) {
   for (DigestedFile& file : files) {
     file.name = system.diskName(withFolder(system, file.name));
   }
-  return manifestText(files);
+  return tableComments(system.corrections(), layout) + manifestText(files);
 }
 
-std::string asJson(ConsoleSystem& system, const proof::Verification& verification) {
+/// The digests of the pages as the disk has them, of the tables with which they were corrected, and of that of the
+/// instruments.
+void addTables(const PageCorrections& corrections, const LayoutTable& layout, std::vector<DigestedFile>& files) {
+  for (DigestedFile& file : files) {
+    if (const auto page = corrections.pages.find(file.name); page != corrections.pages.end()) {
+      file.sha256 = page->second.sha256;
+    }
+  }
+  for (const CorrectionTable& table : corrections.tables) {
+    if (!table.path.empty()) {
+      files.push_back({NativeSystem::coreName(table.path), table.sha256});
+    }
+  }
+  if (!layout.path.empty()) {
+    files.push_back({NativeSystem::coreName(layout.path), layout.sha256});
+  }
+}
+
+std::string asJson(ConsoleSystem& system, const proof::Verification& verification, const ListedConversion& listed) {
   Json object = toJson(verification);
   std::vector<FoundFile> paths;
   for (const DigestedFile& file : verification.files) {
     paths.push_back({file.name, system.diskName(withFolder(system, file.name))});
   }
   object["paths"] = pathsJson(paths);
+  if (!system.corrections().tables.empty()) {
+    object["corrected_by"] = jsonOf(system.corrections());
+  }
+  if (listed.isGiven()) {
+    object["layout"] = listed.asJson();
+  }
   object["schema_version"] = schemaVersion;
   return asLine(object);
 }
 
-int printVerification(ConsoleSystem& system, const proof::Verification& verification, const std::string& manifest,
-                      bool json) {
+int printVerification(ConsoleSystem& system, const proof::Verification& verification, const ListedConversion& listed,
+                      const std::string& manifest, bool json) {
   if (!manifest.empty()) {
-    if (const auto failure = writeOutput(system, manifest, manifestOf(system, verification.files))) {
+    if (const auto failure = writeOutput(system, manifest, manifestOf(system, listed.table(), verification.files))) {
       printError("cannot write the manifest: " + *failure);
       return exit_status::critical;
     }
@@ -59,17 +97,21 @@ int printVerification(ConsoleSystem& system, const proof::Verification& verifica
     std::cerr << asText(verification);
     return status;
   }
-  return printOutcome(json ? asJson(system, verification) : asText(verification), status);
+  return printOutcome(json ? asJson(system, verification, listed) : asText(verification), status);
 }
 
 }  // namespace
 
 proof::Verification verificationOf(ConsoleHost& console, const std::string& namesFile,
-                                   const proof::ConversionToProve& conversion) {
-  return proof::verify(console.system(), console.system(), namesFile, conversion,
-                       [&](std::size_t done, std::size_t all, std::string_view plural) {
-                         console.user().showProgress(static_cast<int>(done), static_cast<int>(all), plural);
-                       });
+                                   proof::ConversionToProve conversion, const ListedConversion& listed) {
+  conversion.listed = listed.forProof();
+  proof::Verification verification =
+      proof::verify(console.system(), console.system(), namesFile, conversion,
+                    [&](std::size_t done, std::size_t all, std::string_view plural) {
+                      console.user().showProgress(static_cast<int>(done), static_cast<int>(all), plural);
+                    });
+  addTables(console.system().corrections(), listed.table(), verification.files);
+  return verification;
 }
 
 std::string asText(const proof::Verification& verification) {
@@ -98,6 +140,7 @@ int runVerify(const VerifyOptions& options) {
   const std::string manifest = outputName(system, options.manifest);
   const std::string typed = options.result.empty() ? "" : system.fullName(options.result);
   proof::ConversionToProve conversion{typed, std::nullopt};
+  ListedConversion listed;
   const SelectionUse use{
       FolderUse::read, false, [&](const SelectedPages& pages) {
         if (!options.result.empty()) {
@@ -107,10 +150,12 @@ int runVerify(const VerifyOptions& options) {
         } else if (!pages.pages.empty()) {
           conversion.firstResultFile = defaultResultFile(system, pages.pages.front());
         }
-        return refusalsOfOutput(system, {"manifest", manifest, OutputKind::manifest}, InputFiles(pages));
+        const auto reasons = refusalsOfOutput(system, {"manifest", manifest, OutputKind::manifest}, InputFiles(pages));
+        return reasons.empty() ? listed.prepare(system, options.selection.layout, true) : reasons;
       }};
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
-    return printVerification(system, verificationOf(console, namesFile, conversion), manifest, options.json);
+    return printVerification(system, verificationOf(console, namesFile, conversion, listed), listed, manifest,
+                             options.json);
   });
 }
 

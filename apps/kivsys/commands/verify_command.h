@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "apps/kivsys/layout/listed_conversion.h"
 #include "apps/kivsys/selection/selection.h"
 #include "platform/console/console_system.h"
 #include "verify/verify.h"
@@ -20,9 +21,9 @@ struct VerifyOptions {
 /// Proves a conversion that has been made, and prints what was found. Returns the program's exit status.
 int runVerify(const VerifyOptions& options);
 
-/// Proves the conversion of the pages in a names file.
+/// Proves the conversion of the pages in a names file, with its table of instruments if it had one.
 proof::Verification verificationOf(ConsoleHost& console, const std::string& namesFile,
-                                   const proof::ConversionToProve& conversion);
+                                   proof::ConversionToProve conversion, const ListedConversion& listed);
 /// "PROVED=YES" or "PROVED=NO", the counts, and the findings, a line each.
 std::string asText(const proof::Verification& verification);
 

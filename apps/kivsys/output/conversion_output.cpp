@@ -21,6 +21,9 @@ std::string asJson(const ConvertOutput& output) {
     object["planned"] = plannedJson(*output.planned);
     object["instrument_list"] = output.outcome.consistency ? jsonOf(output.instruments) : Json();
   }
+  if (output.listed != nullptr) {
+    object["layout"] = output.listed->asJson();
+  }
   object["problems"] = jsonOf(output.problems, output.warnings);
   object["schema_version"] = schemaVersion;
   return asLine(object);

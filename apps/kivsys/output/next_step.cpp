@@ -61,13 +61,22 @@ bool concernsIds(const Message& message, const std::optional<Layouts>& layouts) 
 std::string selected(const Selection& selection) {
   std::string arguments;
   if (!selection.names.empty()) {
-    return (selection.folder.empty() ? "" : " --folder " + asArgument(selection.folder)) + " --names " +
-           asArgument(selection.names);
+    arguments = (selection.folder.empty() ? "" : " --folder " + asArgument(selection.folder)) + " --names " +
+                asArgument(selection.names);
   }
   for (const std::string& page : selection.pages) {
     arguments += " " + asArgument(page);
   }
-  return arguments;
+  for (const std::string& table : selection.corrections.files) {
+    arguments += " --corrections " + asArgument(table);
+  }
+  return arguments + (selection.corrections.only.empty() ? "" : " --only " + selection.corrections.only);
+}
+
+/// Standard input cannot be read twice.
+bool canRepeat(const Selection& selection) {
+  const auto& tables = selection.corrections.files;
+  return selection.names != "-" && std::find(tables.begin(), tables.end(), "-") == tables.end();
 }
 
 }  // namespace
@@ -85,12 +94,22 @@ std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileName
 
 std::optional<std::string> stepForGroup(const RunOutcome& outcome, const std::optional<Layouts>& layouts,
                                         const Selection& selection) {
-  const bool canRepeat = outcome.normalEnd && selection.names != "-";  // standard input cannot be read twice
-  if (canRepeat && std::any_of(outcome.messages.begin(), outcome.messages.end(),
-                               [&](const ShownMessage& shown) { return concernsIds(shown.message, layouts); })) {
+  if (outcome.normalEnd && canRepeat(selection) &&
+      std::any_of(outcome.messages.begin(), outcome.messages.end(),
+                  [&](const ShownMessage& shown) { return concernsIds(shown.message, layouts); })) {
     return "kivsys suggest" + selected(selection);
   }
   return std::nullopt;
+}
+
+std::optional<std::string> nextWithCorrections(const std::string& command, const Selection& selection,
+                                               const std::string& table) {
+  if (table.empty() || table == "-" || !canRepeat(selection)) {
+    return std::nullopt;
+  }
+  Selection corrected = selection;
+  corrected.corrections.files.push_back(table);
+  return "kivsys " + command + selected(corrected);
 }
 
 }  // namespace kiv

@@ -19,4 +19,9 @@ std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileName
 std::optional<std::string> stepForGroup(const RunOutcome& outcome, const std::optional<Layouts>& layouts,
                                         const Selection& selection);
 
+/// The command line that reads the selected pages with the corrections of a table as well, as it was typed. None when
+/// the pages or their corrections came from standard input, or the table went to standard output.
+std::optional<std::string> nextWithCorrections(const std::string& command, const Selection& selection,
+                                               const std::string& table);
+
 }  // namespace kiv
