@@ -18,6 +18,14 @@ namespace fs = std::filesystem;
 
 const std::string onePage = "staff 1 at 0 lines 5 instrument 5\nbarline 1 at 0 spans 1\nnote 1 at 20 duration 1\n";
 
+std::size_t countOf(const std::string& text, const std::string& part) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+    ++count;
+  }
+  return count;
+}
+
 TEST(Draw, PrintsTheDrawing) {
   const Workplace place;
   place.write("PIECE001.MUS", page(onePage));
@@ -39,6 +47,24 @@ TEST(Draw, WritesTheDrawing) {
   EXPECT_EQ(ended.out + ended.error, "");
   EXPECT_EQ(place.read("out/page.svg"), place.kivsys({"draw", "PIECE001.MUS"}).out);
   EXPECT_EQ(filesIn(place.path() / "out"), std::vector<std::string>{"page.svg"});
+}
+
+TEST(Draw, NamesThePageItsSystemsAndBars) {
+  const Workplace place;
+  place.write("PIECE001.MUS", page(onePage + "barline 1 at 50 spans 1\nbarline 1 at 90 spans 1\n"));
+  const std::string svg = place.kivsys({"draw", "PIECE001.MUS"}).out;
+  EXPECT_NE(svg.find(">PIECE001.MUS</text>"), std::string::npos) << svg;
+  EXPECT_NE(svg.find(">system 1, bars 1 to 2</text>"), std::string::npos) << svg;
+}
+
+TEST(Draw, ShortNotesOfABeatHaveABeamAndSingleOnesFlags) {
+  const Workplace place;
+  place.write("PIECE001.MUS", page("staff 1 at 0 lines 5\ntimesignature 1 at 9 upper 2 lower 4\n"
+                                   "note 1 at 20 duration 0.5\nnote 1 at 30 duration 0.5\n"
+                                   "note 1 at 40 duration 0.5\nrest 1 at 50 duration 0.5\n"));
+  const std::string svg = place.kivsys({"draw", "PIECE001.MUS"}).out;
+  EXPECT_EQ(countOf(svg, "class=\"beam\""), 1U) << svg;
+  EXPECT_EQ(countOf(svg, "class=\"flag\""), 1U) << "of the note beside the rest";
 }
 
 TEST(Draw, ABrokenPageIsACriticalMessage) {
@@ -157,14 +183,6 @@ void writeGroup(const Workplace& place, int pages) {
   for (int i = 1; i <= pages; ++i) {
     place.write("music/SONATA-" + std::to_string(10000 + i) + ".MUS", i % 2 == 0 ? one : two);
   }
-}
-
-std::size_t countOf(const std::string& text, const std::string& part) {
-  std::size_t count = 0;
-  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
-    ++count;
-  }
-  return count;
 }
 
 TEST(Chart, ThousandsOfSystemsPrintOnSheetsOfA4WithHeadings) {
