@@ -154,6 +154,12 @@ TEST(Beams, RestsBarlinesAndTwoVoicesDivideThem) {
               IsEmpty());
 }
 
+TEST(Beams, ARestBelowANoteIsASecondVoice) {
+  EXPECT_THAT(beams(inFourFour("rest 1 at 20 duration 1\nnote 1 at 20 height 0 duration 0.25\n"
+                               "note 1 at 30 height 0 duration 0.25\n")),
+              IsEmpty());
+}
+
 TEST(Beams, ABarlineOfTheStaffBelowDividesThem) {
   const std::string staves = "staff 2 at 0 lines 5\nstaff 1 at 0 lines 5\n";
   const std::string notes = "note 2 at 20 height 0 duration 0.5\nnote 2 at 40 height 0 duration 0.5\n";
