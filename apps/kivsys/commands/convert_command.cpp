@@ -155,6 +155,7 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   const RunOutcome analysis = outcomeOf(program_, console_, normalEnd);
   ConvertOutput output;
   output.pages = pages_;
+  output.nameOf = namerOf(console_, options_.selection.likePanel);
   if (normalEnd && !options_.selection.likePanel) {
     warn(output);
   }

@@ -1,7 +1,10 @@
 #include "apps/kivsys/commands/verify_command.h"
 
+#include <algorithm>
 #include <iostream>
 
+#include "analysis/report.h"
+#include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/print_outcome.h"
@@ -17,9 +20,20 @@ namespace {
 
 constexpr std::size_t mostLines = 200;
 
-std::string lineOf(const proof::Finding& finding) {
-  return printable(finding.file + (finding.item == 0 ? "" : ", item " + std::to_string(finding.item)) + ": " +
-                   finding.what) +
+/// The text with the files of the verification named as users know them.
+std::string withShownNames(std::string text, const proof::Verification& verification, const FileNamer& nameOf) {
+  for (const DigestedFile& file : verification.files) {
+    if (const std::size_t at = text.find(file.name); at != std::string::npos && !file.name.empty()) {
+      text.replace(at, file.name.size(), nameOf(file.name));
+      break;
+    }
+  }
+  return text;
+}
+
+std::string lineOf(const proof::Verification& verification, const proof::Finding& finding, const FileNamer& nameOf) {
+  return printable(nameOf(finding.file) + (finding.item == 0 ? "" : ", item " + std::to_string(finding.item)) + ": " +
+                   withShownNames(finding.what, verification, nameOf)) +
          "\n";
 }
 
@@ -46,8 +60,23 @@ std::string asJson(ConsoleSystem& system, const proof::Verification& verificatio
   return asLine(object);
 }
 
-int printVerification(ConsoleSystem& system, const proof::Verification& verification, const std::string& manifest,
-                      bool json) {
+/// Says where report and verdict are looked for, when they are not there.
+void hintAtFolder(ConsoleHost& console, const proof::Verification& verification, const std::string& folder) {
+  const bool isMissing =
+      std::any_of(verification.findings.begin(), verification.findings.end(), [&](const proof::Finding& finding) {
+        return finding.file == reportFile && console.system().openInput(reportFile) == nullptr;
+      });
+  if (isMissing) {
+    console.user().printNotes("kivsys: note: there is no report in " +
+                              (folder.empty() ? "the current folder" : printable(folder)) +
+                              "; name the folder in which the conversion ran: --folder DIR\n");
+  }
+}
+
+int printVerification(ConsoleHost& console, const proof::Verification& verification, const std::string& manifest,
+                      const VerifyOptions& options) {
+  ConsoleSystem& system = console.system();
+  const FileNamer nameOf = namerOf(console, false);
   if (!manifest.empty()) {
     if (const auto failure = writeOutput(system, manifest, manifestOf(system, verification.files))) {
       printError("cannot write the manifest: " + *failure);
@@ -56,10 +85,15 @@ int printVerification(ConsoleSystem& system, const proof::Verification& verifica
   }
   const int status = verification.proved() ? exit_status::normal : exit_status::critical;
   if (manifest == standardOutput) {
-    std::cerr << asText(verification);
+    std::cerr << asText(verification, nameOf);
     return status;
   }
-  return printOutcome(json ? asJson(system, verification) : asText(verification), status);
+  if (options.json) {
+    return printOutcome(asJson(system, verification), status);
+  }
+  const int printed = printOutcome(asText(verification, nameOf), status);
+  hintAtFolder(console, verification, options.selection.folder);
+  return printed;
 }
 
 }  // namespace
@@ -72,7 +106,7 @@ proof::Verification verificationOf(ConsoleHost& console, const std::string& name
                        });
 }
 
-std::string asText(const proof::Verification& verification) {
+std::string asText(const proof::Verification& verification, const FileNamer& nameOf) {
   const proof::Counts& counts = verification.counts;
   std::string text = verification.proved() ? "PROVED=YES\n" : "PROVED=NO\n";
   text += "Inputs: " + std::to_string(counts.inputs) + "\nResults: " + std::to_string(counts.results) +
@@ -84,7 +118,7 @@ std::string asText(const proof::Verification& verification) {
     if (++lines > mostLines) {
       return text + "and " + std::to_string(verification.findings.size() - mostLines) + " more\n";
     }
-    text += lineOf(finding);
+    text += lineOf(verification, finding, nameOf);
   }
   return text;
 }
@@ -110,7 +144,7 @@ int runVerify(const VerifyOptions& options) {
         return refusalsOfOutput(system, {"manifest", manifest, OutputKind::manifest}, InputFiles(pages));
       }};
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
-    return printVerification(system, verificationOf(console, namesFile, conversion), manifest, options.json);
+    return printVerification(console, verificationOf(console, namesFile, conversion), manifest, options);
   });
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "apps/kivsys/selection/selection.h"
+#include "messages/console_words.h"
 #include "platform/console/console_system.h"
 #include "verify/verify.h"
 
@@ -24,6 +25,6 @@ int runVerify(const VerifyOptions& options);
 proof::Verification verificationOf(ConsoleHost& console, const std::string& namesFile,
                                    const proof::ConversionToProve& conversion);
 /// "PROVED=YES" or "PROVED=NO", the counts, and the findings, a line each.
-std::string asText(const proof::Verification& verification);
+std::string asText(const proof::Verification& verification, const FileNamer& nameOf);
 
 }  // namespace kiv

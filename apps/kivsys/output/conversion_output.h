@@ -24,6 +24,7 @@ struct ConvertOutput {
   std::optional<std::vector<PlannedResult>> planned;
   std::vector<Instrument> instruments;  ///< of a dry run
   const ValidPages* pages = nullptr;    ///< of a run that skips bad pages; else null
+  FileNamer nameOf;                     ///< how people are shown the name of a file
 };
 
 /// Prints the outcome, as JSON or for people. Returns the program's exit status.
