@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <iostream>
 
-#include "analysis/report.h"
-#include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/print_outcome.h"
@@ -62,9 +60,10 @@ std::string asJson(ConsoleSystem& system, const proof::Verification& verificatio
 
 /// Says where report and verdict are looked for, when they are not there.
 void hintAtFolder(ConsoleHost& console, const proof::Verification& verification, const std::string& folder) {
+  const std::string report = "KivSystem2.TXT";
   const bool isMissing =
       std::any_of(verification.findings.begin(), verification.findings.end(), [&](const proof::Finding& finding) {
-        return finding.file == reportFile && console.system().openInput(reportFile) == nullptr;
+        return finding.file == report && console.system().openInput(report) == nullptr;
       });
   if (isMissing) {
     console.user().printNotes("kivsys: note: there is no report in " +
@@ -76,7 +75,7 @@ void hintAtFolder(ConsoleHost& console, const proof::Verification& verification,
 int printVerification(ConsoleHost& console, const proof::Verification& verification, const std::string& manifest,
                       const VerifyOptions& options) {
   ConsoleSystem& system = console.system();
-  const FileNamer nameOf = namerOf(console, false);
+  const FileNamer nameOf = [&system](const std::string& name) { return system.shownName(name); };
   if (!manifest.empty()) {
     if (const auto failure = writeOutput(system, manifest, manifestOf(system, verification.files))) {
       printError("cannot write the manifest: " + *failure);
