@@ -205,6 +205,11 @@ void addChart(CLI::App& app, ChartOptions& options, int& status) {
   addSelection(*chart, options.selection, "Look for the names file in this folder, too");
   chart->add_option("-o,--out,--output", options.out, "Write an SVG file; - is standard output (default: text)")
       ->type_name("FILE.svg");
+  chart
+      ->add_option("--per-row", options.systemsPerRow,
+                   "Wrap the chart after this number of systems (default: as many as fit on a line, or on a sheet)")
+      ->type_name("N")
+      ->check(CLI::Range(1, 1000));
   chart->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
   addKeepGoing(*chart, options.keepGoing, "show");
   chart->footer(

@@ -25,7 +25,7 @@ need_windows() { need g++-mingw-w64-x86-64-posix googletest; }
 need_wine() { need wine wine64 xvfb; }
 need_packaging() { need git nsis zip unzip dpkg-dev file man-db; }
 need_bare_system() { need debootstrap lintian; }
-need_browser() { need chromium imagemagick fonts-liberation; }
+need_browser() { need chromium imagemagick fonts-liberation poppler-utils; }
 need_fuzz() { need clang; }
 need_bench() { need valgrind libbenchmark-dev; }
 need_lint() { need git clang-format clang-tidy clang libbenchmark-dev; }

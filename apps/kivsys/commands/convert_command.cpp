@@ -165,6 +165,7 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   ConvertOutput output;
   output.pages = pages_;
   output.listed = results_.listed.isGiven() ? &results_.listed : nullptr;
+  output.nameOf = namerOf(console_, options_.selection.likePanel);
   if (normalEnd && !options_.selection.likePanel) {
     warn(output);
   }

@@ -8,6 +8,7 @@
 
 #include "apps/kivsys/output/print_outcome.h"
 #include "diagnostics/problems.h"
+#include "messages/console_words.h"
 #include "platform/console/console_host.h"
 #include "shell/kivsystem.h"
 #include "verify/verify.h"
@@ -59,7 +60,11 @@ std::vector<Problem> problemsOf(Files& files, const RunOutcome& outcome);
 /// The verdict and the counts, a line each; "" when the analysis did not reach them.
 std::string asText(const RunOutcome& outcome);
 
+/// How files are named in what people read: as they would type them, or by the core's names as the window has them. The
+/// console must outlive it.
+FileNamer namerOf(ConsoleHost& console, bool likePanel);
+
 /// The pages written, a line each.
-std::string createdLines(const RunOutcome& outcome);
+std::string createdLines(const RunOutcome& outcome, const FileNamer& nameOf);
 
 }  // namespace kiv

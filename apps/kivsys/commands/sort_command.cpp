@@ -39,7 +39,7 @@ Warnings showLosses(ConsoleHost& console, const SortOptions& options) {
 int print(ConsoleHost& console, const RunOutcome& outcome, const Warnings& warnings, const SortOptions& options,
           int status) {
   if (!options.json) {
-    return printOutcome(createdLines(outcome), status);
+    return printOutcome(createdLines(outcome, namerOf(console, options.selection.likePanel)), status);
   }
   Json object = jsonOf(outcome);
   object["problems"] = jsonOf(problemsOf(console.system(), outcome), warnings);

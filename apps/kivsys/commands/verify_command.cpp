@@ -1,5 +1,6 @@
 #include "apps/kivsys/commands/verify_command.h"
 
+#include <algorithm>
 #include <iostream>
 
 #include "apps/kivsys/exit_status.h"
@@ -17,9 +18,20 @@ namespace {
 
 constexpr std::size_t mostLines = 200;
 
-std::string lineOf(const proof::Finding& finding) {
-  return printable(finding.file + (finding.item == 0 ? "" : ", item " + std::to_string(finding.item)) + ": " +
-                   finding.what) +
+/// The text with the files of the verification named as users know them.
+std::string withShownNames(std::string text, const proof::Verification& verification, const FileNamer& nameOf) {
+  for (const DigestedFile& file : verification.files) {
+    if (const std::size_t at = text.find(file.name); at != std::string::npos && !file.name.empty()) {
+      text.replace(at, file.name.size(), nameOf(file.name));
+      break;
+    }
+  }
+  return text;
+}
+
+std::string lineOf(const proof::Verification& verification, const proof::Finding& finding, const FileNamer& nameOf) {
+  return printable(nameOf(finding.file) + (finding.item == 0 ? "" : ", item " + std::to_string(finding.item)) + ": " +
+                   withShownNames(finding.what, verification, nameOf)) +
          "\n";
 }
 
@@ -84,8 +96,24 @@ std::string asJson(ConsoleSystem& system, const proof::Verification& verificatio
   return asLine(object);
 }
 
-int printVerification(ConsoleSystem& system, const proof::Verification& verification, const ListedConversion& listed,
-                      const std::string& manifest, bool json) {
+/// Says where report and verdict are looked for, when they are not there.
+void hintAtFolder(ConsoleHost& console, const proof::Verification& verification, const std::string& folder) {
+  const std::string report = "KivSystem2.TXT";
+  const bool isMissing =
+      std::any_of(verification.findings.begin(), verification.findings.end(), [&](const proof::Finding& finding) {
+        return finding.file == report && console.system().openInput(report) == nullptr;
+      });
+  if (isMissing) {
+    console.user().printNotes("kivsys: note: there is no report in " +
+                              (folder.empty() ? "the current folder" : printable(folder)) +
+                              "; name the folder in which the conversion ran: --folder DIR\n");
+  }
+}
+
+int printVerification(ConsoleHost& console, const proof::Verification& verification, const ListedConversion& listed,
+                      const std::string& manifest, const VerifyOptions& options) {
+  ConsoleSystem& system = console.system();
+  const FileNamer nameOf = [&system](const std::string& name) { return system.shownName(name); };
   if (!manifest.empty()) {
     if (const auto failure = writeOutput(system, manifest, manifestOf(system, listed.table(), verification.files))) {
       printError("cannot write the manifest: " + *failure);
@@ -94,10 +122,15 @@ int printVerification(ConsoleSystem& system, const proof::Verification& verifica
   }
   const int status = verification.proved() ? exit_status::normal : exit_status::critical;
   if (manifest == standardOutput) {
-    std::cerr << asText(verification);
+    std::cerr << asText(verification, nameOf);
     return status;
   }
-  return printOutcome(json ? asJson(system, verification, listed) : asText(verification), status);
+  if (options.json) {
+    return printOutcome(asJson(system, verification, listed), status);
+  }
+  const int printed = printOutcome(asText(verification, nameOf), status);
+  hintAtFolder(console, verification, options.selection.folder);
+  return printed;
 }
 
 }  // namespace
@@ -114,7 +147,7 @@ proof::Verification verificationOf(ConsoleHost& console, const std::string& name
   return verification;
 }
 
-std::string asText(const proof::Verification& verification) {
+std::string asText(const proof::Verification& verification, const FileNamer& nameOf) {
   const proof::Counts& counts = verification.counts;
   std::string text = verification.proved() ? "PROVED=YES\n" : "PROVED=NO\n";
   text += "Inputs: " + std::to_string(counts.inputs) + "\nResults: " + std::to_string(counts.results) +
@@ -126,7 +159,7 @@ std::string asText(const proof::Verification& verification) {
     if (++lines > mostLines) {
       return text + "and " + std::to_string(verification.findings.size() - mostLines) + " more\n";
     }
-    text += lineOf(finding);
+    text += lineOf(verification, finding, nameOf);
   }
   return text;
 }
@@ -154,8 +187,7 @@ int runVerify(const VerifyOptions& options) {
         return reasons.empty() ? listed.prepare(system, options.selection.layout, true) : reasons;
       }};
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
-    return printVerification(system, verificationOf(console, namesFile, conversion, listed), listed, manifest,
-                             options.json);
+    return printVerification(console, verificationOf(console, namesFile, conversion, listed), listed, manifest, options);
   });
 }
 

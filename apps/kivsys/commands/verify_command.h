@@ -5,6 +5,7 @@
 
 #include "apps/kivsys/layout/listed_conversion.h"
 #include "apps/kivsys/selection/selection.h"
+#include "messages/console_words.h"
 #include "platform/console/console_system.h"
 #include "verify/verify.h"
 
@@ -25,6 +26,6 @@ int runVerify(const VerifyOptions& options);
 proof::Verification verificationOf(ConsoleHost& console, const std::string& namesFile,
                                    proof::ConversionToProve conversion, const ListedConversion& listed);
 /// "PROVED=YES" or "PROVED=NO", the counts, and the findings, a line each.
-std::string asText(const proof::Verification& verification);
+std::string asText(const proof::Verification& verification, const FileNamer& nameOf);
 
 }  // namespace kiv

@@ -26,6 +26,7 @@ struct ConvertOutput {
   std::vector<Instrument> instruments;       ///< of a dry run
   const ListedConversion* listed = nullptr;  ///< of a run with a table of instruments; else null
   const ValidPages* pages = nullptr;         ///< of a run that skips bad pages; else null
+  FileNamer nameOf;                          ///< how people are shown the name of a file
 };
 
 /// Prints the outcome, as JSON or for people. Returns the program's exit status.
