@@ -5,9 +5,7 @@
 #include "apps/kivsys/command_definitions.h"
 
 namespace kiv {
-namespace {
 
-/// The options that select the pages of a run. A command without a selection must not be run.
 void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor) {
   command.add_option("--folder", selection.folder, folderIsFor + " (default: the current folder)")->type_name("DIR");
   CLI::Option* names =
@@ -20,6 +18,8 @@ void addSelection(CLI::App& command, Selection& selection, const std::string& fo
                    "Take the page files in the order in which they are named, not in natural order (P1, P2, P10)");
   command.add_flag("-q,--quiet", selection.quiet, "Print errors only: no notes, no warnings, no progress");
 }
+
+namespace {
 
 CLI::Option* addLikePanel(CLI::App& command, Selection& selection) {
   return command.add_flag(

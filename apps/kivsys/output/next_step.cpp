@@ -8,8 +8,14 @@
 namespace kiv {
 namespace {
 
-/// The argument as a shell passes it on unchanged.
-std::string quoted(const std::string& argument) {
+bool concernsIds(const Message& message) {
+  return message.code == code::zeroInstrumentId || message.code == code::duplicateInstrumentId ||
+         message.code == code::undefinedCue;
+}
+
+}  // namespace
+
+std::string quotedForShell(const std::string& argument) {
   constexpr std::string_view plain =
       "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_./:=,+-"
 #ifdef _WIN32
@@ -31,17 +37,11 @@ std::string quoted(const std::string& argument) {
   return text + quote;
 }
 
-/// A name that begins with a hyphen would be an option.
 std::string asArgument(const std::string& name) {
-  return quoted(name.starts_with('-') ? "./" + name : name);
+  return quotedForShell(name.starts_with('-') ? "./" + name : name);
 }
 
-bool concernsIds(const Message& message) {
-  return message.code == code::zeroInstrumentId || message.code == code::duplicateInstrumentId ||
-         message.code == code::undefinedCue;
-}
-
-std::string selected(const Selection& selection) {
+std::string selectionArguments(const Selection& selection) {
   std::string arguments;
   if (!selection.names.empty()) {
     return (selection.folder.empty() ? "" : " --folder " + asArgument(selection.folder)) + " --names " +
@@ -53,13 +53,11 @@ std::string selected(const Selection& selection) {
   return arguments;
 }
 
-}  // namespace
-
 std::optional<std::string> nextStep(const RunOutcome& outcome, const Selection& selection) {
   const bool canRepeat = outcome.normalEnd && selection.names != "-";  // standard input cannot be read twice
   if (canRepeat && std::any_of(outcome.messages.begin(), outcome.messages.end(),
                                [](const ShownMessage& shown) { return concernsIds(shown.message); })) {
-    return "kivsys suggest" + selected(selection);
+    return "kivsys suggest" + selectionArguments(selection);
   }
   return std::nullopt;
 }
