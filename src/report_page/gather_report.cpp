@@ -1,6 +1,7 @@
 #include "report_page/gather_report.h"
 
 #include <algorithm>
+#include <array>
 #include <set>
 #include <utility>
 
@@ -8,6 +9,7 @@
 #include "diagnostics/group_facts.h"
 #include "diagnostics/warnings.h"
 #include "input/file_names.h"
+#include "messages/codes.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "repair/suggestions.h"
@@ -34,6 +36,20 @@ class ProgressUser : public SilentUser {
  private:
   User& user_;
 };
+
+/// The warnings but those about what a problem is about already.
+std::vector<Message> newWarnings(std::vector<Message> warnings, const std::vector<Message>& problems) {
+  constexpr std::array<std::pair<std::string_view, std::string_view>, 3> same = {
+      {{code::repeatedInstrumentId, code::duplicateInstrumentId},
+       {code::repeatedStaffNumber, code::duplicateStaffNumber},
+       {code::severalZeroIds, code::zeroInstrumentId}}};
+  for (const auto& [warning, problem] : same) {
+    if (std::any_of(problems.begin(), problems.end(), [&](const Message& m) { return m.code == problem; })) {
+      std::erase_if(warnings, [&](const Message& m) { return m.code == warning; });
+    }
+  }
+  return warnings;
+}
 
 class ReportGatherer {
  public:
@@ -124,7 +140,8 @@ void ReportGatherer::addProblems() {
   const std::vector<std::string> inputs(names.begin(), names.begin() + program_.names.nameCount);
   const bool converts = gathered_.data.deviating + gathered_.data.severalFiles > 0;
   const WarnedRun run{converts ? RunScope::conversion : RunScope::analysis, request_.allowZeroId};
-  grouper.addProblems(findProblems(files_, findWarnings(files_, inputs, run, facts_)), true);
+  grouper.addProblems(findProblems(files_, newWarnings(findWarnings(files_, inputs, run, facts_), user_.messages())),
+                      true);
   gathered_.data.problems = grouper.problems();
   marks_ = grouper.marks();
   if (request_.proposals) {

@@ -28,8 +28,8 @@ std::string placesList(const ReportProblem& problem) {
 
 std::string problemBlock(const ReportProblem& problem, std::size_t index) {
   const std::size_t places = problem.places.size();
-  const std::string kind = problem.isWarning ? "warning" : "problem";
-  std::string block = "<details class=\"problem " + kind + "\" id=\"problem-" + std::to_string(index) + "\"" +
+  const std::string kind = problem.isWarning ? " warning" : "";
+  std::string block = "<details class=\"problem" + kind + "\" id=\"problem-" + std::to_string(index) + "\"" +
                       (index == 0 ? " open>\n" : ">\n");
   block += "<summary><h3>" + svgText(problem.text->title) + "</h3> " +
            element("span class=\"tag\"", problem.isWarning ? "Warning" : "Problem") + " " +

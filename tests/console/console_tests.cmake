@@ -40,6 +40,7 @@ if(NOT WIN32)
     console/suggest_test.cpp
     console/survey_bad_pages_test.cpp
     console/survey_command_test.cpp
+    console/survey_html_test.cpp
     console/survey_state_test.cpp
     console/trace_test.cpp
     console/undo_test.cpp

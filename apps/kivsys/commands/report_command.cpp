@@ -6,6 +6,7 @@
 #include "apps/kivsys/commands/report_requests.h"
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/made_by.h"
 #include "apps/kivsys/output/next_step.h"
 #include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/safety/output_file.h"
@@ -17,22 +18,12 @@
 #include "platform/default_program.h"
 #include "report_page/gather_report.h"
 #include "report_page/report_page.h"
-#include "shell/start_up.h"
-#include "shell/version.h"
 
 namespace kiv {
 namespace {
 
 std::string shown(const std::string& text) {
   return NativeSystem::toUtf8(printable(text));
-}
-
-/// "2026-11-22 10:30, kivsys v1.0.0.0"
-std::string madeBy(Machine& machine) {
-  const LocalTime now = machine.now();
-  const auto two = [](int number) { return std::string(number < 10 ? "0" : "") + std::to_string(number); };
-  return std::to_string(now.year) + "-" + two(now.month) + "-" + two(now.day) + " " + two(now.hour) + ":" +
-         two(now.minute) + ", kivsys " + versionText(version::major, version::minor, version::revision);
 }
 
 /// The run of one command.
@@ -117,8 +108,9 @@ report::GatheredReport ReportRun::gather(const report::ReportRequest& request) {
   const SelectedNames names(system_);
   const report::ReportHost host{system_, system_, console_.user(), shown,
                                 [&](const std::string& file) { return shown(names.of(file)); }};
-  const report::CsvWriter csv{std::string(correctionHeads) + "\n",
-                              [&](const Correction& correction) { return correctionLine(correction, names); }};
+  const report::CsvWriter csv{std::string(correctionHeads) + "\n", [&](const Correction& correction) {
+                                return correctionLine(correction, names.of(correction.at.file));
+                              }};
   return report::gatherReport(host, request, csv);
 }
 

@@ -104,8 +104,8 @@ std::string SelectedNames::of(const std::string& coreName) const {
   return name == names_.end() ? withoutPath(system_, coreName) : name->second;
 }
 
-std::string correctionLine(const Correction& correction, const SelectedNames& names) {
-  Row row = placeCells(correction.at, cellText(NativeSystem::toUtf8(names.of(correction.at.file))));
+std::string correctionLine(const Correction& correction, const std::string& name) {
+  Row row = placeCells(correction.at, cellText(NativeSystem::toUtf8(name)));
   row.insert(row.end(), {std::to_string(correction.newId), nameOf(correction.confidence),
                          cellText(NativeSystem::toUtf8(correction.reason))});
   return csvLine(row);
@@ -114,7 +114,7 @@ std::string correctionLine(const Correction& correction, const SelectedNames& na
 std::string correctionsCsv(const Suggestions& suggestions, const SelectedNames& names) {
   std::string text = std::string(correctionHeads) + "\n";
   for (const Correction& correction : suggestions.corrections) {
-    text += correctionLine(correction, names);
+    text += correctionLine(correction, names.of(correction.at.file));
   }
   return text;
 }

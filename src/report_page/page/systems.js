@@ -90,12 +90,14 @@ class SystemList {
   entry(system) {
     const summary = make("summary", {}, make("h3", {}, `System ${system}`), " ", make("span", { class: "amount" }, this.heading(system)));
     const entry = make("details", { class: "system", id: `system-${system}` }, summary);
-    entry.addEventListener("toggle", () => {
-      if (entry.open && entry.childElementCount === 1) {
-        entry.append(...this.content(system));
-      }
-    });
+    entry.addEventListener("toggle", () => entry.open && this.fill(entry, system));
     return entry;
+  }
+
+  fill(entry, system) {
+    if (entry.childElementCount === 1) {
+      entry.append(...this.content(system));
+    }
   }
 
   content(system) {
@@ -149,6 +151,7 @@ class SystemList {
       this.show(first);
     }
     const entry = byId(`system-${system}`);
+    this.fill(entry, system);
     entry.open = true;
     entry.scrollIntoView({ block: "start" });
     entry.querySelector("summary").focus({ preventScroll: true });
