@@ -21,7 +21,7 @@ TEST(SurveyPage, EscapesTexts) {
   row.prefix = "\"><script>";
   row.problems = {"</td><img>"};
   const std::string page = surveyPage({"<i>", "now", false, {row}});
-  for (const char* markup : {"<b>", "<script>\"", "<img>", "<i>"}) {
+  for (const char* markup : {"<b>", "\"><script>", "<img>", "<i>"}) {
     EXPECT_THAT(page, Not(HasSubstr(markup)));
   }
   EXPECT_THAT(page, HasSubstr("<td>&lt;b&gt;</td>"));
