@@ -39,13 +39,16 @@ class ProgressUser : public SilentUser {
 
 /// The warnings but those about what a problem is about already.
 std::vector<Message> newWarnings(std::vector<Message> warnings, const std::vector<Message>& problems) {
-  constexpr std::array<std::pair<std::string_view, std::string_view>, 3> same = {
-      {{code::repeatedInstrumentId, code::duplicateInstrumentId},
-       {code::repeatedStaffNumber, code::duplicateStaffNumber},
-       {code::severalZeroIds, code::zeroInstrumentId}}};
-  for (const auto& [warning, problem] : same) {
-    if (std::any_of(problems.begin(), problems.end(), [&](const Message& m) { return m.code == problem; })) {
-      std::erase_if(warnings, [&](const Message& m) { return m.code == warning; });
+  struct Same {
+    std::string_view warning;
+    std::string_view problem;
+  };
+  constexpr std::array<Same, 3> all = {{{code::repeatedInstrumentId, code::duplicateInstrumentId},
+                                        {code::repeatedStaffNumber, code::duplicateStaffNumber},
+                                        {code::severalZeroIds, code::zeroInstrumentId}}};
+  for (const Same& same : all) {
+    if (std::any_of(problems.begin(), problems.end(), [&](const Message& m) { return m.code == same.problem; })) {
+      std::erase_if(warnings, [&](const Message& m) { return m.code == same.warning; });
     }
   }
   return warnings;

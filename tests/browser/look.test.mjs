@@ -91,6 +91,13 @@ describe("print", () => {
     assert.equal(await page.locator(".print-map canvas").count(), 0);
   });
 
+  test("is light in a dark scheme, too", async () => {
+    const page = await open(files.many, { colorScheme: "dark" });
+    await page.evaluate(() => dispatchEvent(new Event("beforeprint")));
+    const corner = await page.locator(".print-map canvas").first().evaluate((canvas) => [...canvas.getContext("2d").getImageData(1, 1, 1, 1).data]);
+    assert.deepEqual(corner, [255, 255, 255, 255]);
+  });
+
   test("does not cut pictures of systems", async () => {
     const page = await open(files.converted);
     await page.emulateMedia({ media: "print" });

@@ -189,6 +189,13 @@ describe("systems", () => {
     assert.equal(boxes[0], boxes[1], "beside each other");
   });
 
+  test("can be opened all at once, as for printing", async () => {
+    const page = await open(example);
+    await page.locator("#systems-open").click();
+    await page.locator("#system-4 svg").waitFor();
+    assert.equal(await page.locator("#systems-shown svg[role='img']").count(), 4);
+  });
+
   test("can be restricted to those with problems or proposals", async () => {
     const page = await open(broken);
     await page.locator("#system-filter").selectOption("proposals");

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "apps/kivsys/survey/library_walk.h"
@@ -15,8 +16,8 @@ namespace kiv {
 class SurveyReports {
  public:
   /// The page and the folder of the reports as they were typed; "" for none.
-  SurveyReports(ConsoleSystem& system, const std::string& page, const std::string& folder)
-      : system_(system), page_(page), folder_(folder) {}
+  SurveyReports(ConsoleSystem& system, std::string page, std::string folder)
+      : system_(system), page_(std::move(page)), folder_(std::move(folder)) {}
 
   /// Why they cannot be written: one is a page of the library, or a file that is no report. None: they can.
   std::vector<std::string> refusals(const Library& library);

@@ -105,7 +105,7 @@ function drawMapCursor(context, view, colors) {
 
 /** Draws the part of the map that is in view: cells, then what stays in place over them. */
 function drawMapPart(context, view) {
-  const colors = pageColors();
+  const colors = view.colors ?? pageColors();
   const visible = visibleCells(view);
   context.fillStyle = colors.card;
   context.fillRect(0, 0, view.width, view.height);
@@ -118,6 +118,17 @@ function drawMapPart(context, view) {
   drawMapHead(context, view, visible, colors);
   drawMapLabels(context, view, visible, colors);
 }
+
+/** On paper, whatever the scheme of the screen. */
+const PAPER_COLORS = {
+  card: "#fff",
+  ink: "#000",
+  soft: "#333",
+  line: "#999",
+  focus: "#000",
+  bad: "#a3231b",
+  cells: ["#b98a2c", "#2b6f6a", "#8d3fa0", "#b3261e"],
+};
 
 /** The whole map in canvases of the width of a sheet, for printing. */
 function printedMaps(chart, columns) {
@@ -132,7 +143,8 @@ function printedMaps(chart, columns) {
     const head = mapHeadHeight(canvas.getContext("2d"), chart);
     const height = head + chart.instruments.length * cell + 4;
     const context = sizedContext(canvas, width, height);
-    drawMapPart(context, { chart, columns: part, left: 0, top: 0, width, height, labelWidth, cell, head, cursor: null });
+    const view = { chart, columns: part, left: 0, top: 0, width, height, labelWidth, cell, head, cursor: null };
+    drawMapPart(context, { ...view, colors: PAPER_COLORS });
     maps.push(canvas);
   }
   return maps;

@@ -27,15 +27,21 @@ class SystemList {
     this.range = make("span", { role: "status", id: "system-range" });
     this.back = make("button", { type: "button", id: "systems-back" }, "Previous");
     this.forward = make("button", { type: "button", id: "systems-forward" }, "Next");
+    this.openAll = make("button", { type: "button", id: "systems-open" }, "Open all shown");
     this.list = make("div", { id: "systems-shown" });
     this.note = make("p", { class: "note", role: "status", id: "system-note", tabindex: "-1" });
     this.note.textContent = this.leftOutWords();
     host.append(
-      make("p", { class: "actions" }, make("label", {}, "Show ", this.select), this.back, this.forward, this.range),
+      make("p", { class: "actions" }, make("label", {}, "Show ", this.select), this.back, this.forward, this.openAll, this.range),
       this.note,
       this.list,
     );
     this.select.addEventListener("change", () => this.choose(this.select.value));
+    this.openAll.addEventListener("click", () => {
+      for (const entry of this.list.children) {
+        entry.open = true;
+      }
+    });
     this.back.addEventListener("click", () => this.show(this.first - SYSTEMS_AT_ONCE));
     this.forward.addEventListener("click", () => this.show(this.first + SYSTEMS_AT_ONCE));
   }
