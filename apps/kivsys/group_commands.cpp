@@ -6,6 +6,7 @@
 #include "apps/kivsys/command_definitions.h"
 
 namespace kiv {
+
 namespace {
 
 /// Reads the pages with corrections.
@@ -26,8 +27,9 @@ void addCorrections(CLI::App& command, Selection& selection) {
       ->needs(corrections);
 }
 
-/// The options that select the pages of a run. A command without a selection must not be run.
-void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor) {
+}  // namespace
+
+void addPages(CLI::App& command, Selection& selection, const std::string& folderIsFor) {
   command.add_option("--folder", selection.folder, folderIsFor + " (default: the current folder)")->type_name("DIR");
   CLI::Option* names =
       command.add_option("--names", selection.names, "Names file that lists the pages; - is standard input")
@@ -38,12 +40,18 @@ void addSelection(CLI::App& command, Selection& selection, const std::string& fo
   command.add_flag("--keep-order", selection.keepOrder,
                    "Take the page files in the order in which they are named, not in natural order (P1, P2, P10)");
   command.add_flag("-q,--quiet", selection.quiet, "Print errors only: no notes, no warnings, no progress");
+}
+
+void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor) {
+  addPages(command, selection, folderIsFor);
   addCorrections(command, selection);
 }
 
 CLI::Option* addLayout(CLI::App& command, Selection& selection, const std::string& help) {
   return command.add_option("--layout", selection.layout, help)->type_name("FILE.csv");
 }
+
+namespace {
 
 CLI::Option* addLikePanel(CLI::App& command, Selection& selection) {
   return command

@@ -32,6 +32,7 @@ if(NOT WIN32)
     console/read_back_test.cpp
     console/recover_test.cpp
     console/renumber_test.cpp
+    console/report_test.cpp
     console/run_program.cpp
     console/running_program.cpp
     console/safe_outputs_test.cpp
@@ -42,6 +43,7 @@ if(NOT WIN32)
     console/suggest_test.cpp
     console/survey_bad_pages_test.cpp
     console/survey_command_test.cpp
+    console/survey_html_test.cpp
     console/survey_state_test.cpp
     console/trace_test.cpp
     console/undo_test.cpp
@@ -83,7 +85,7 @@ if(NOT WIN32)
     console/nearest_word_test.cpp
     ../apps/kivsys/output/csv.cpp ../apps/kivsys/output/diagnostics_json.cpp
     ../apps/kivsys/output/instruments_output.cpp
-    ../apps/kivsys/output/number_ranges.cpp ../apps/kivsys/output/outcome_json.cpp
+    ../apps/kivsys/output/outcome_json.cpp
     ../apps/kivsys/output/text_table.cpp ../apps/kivsys/output/verification_json.cpp
     ../apps/kivsys/safety/file_kinds.cpp
     ../apps/kivsys/selection/names_list.cpp

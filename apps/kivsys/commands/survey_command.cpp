@@ -13,6 +13,7 @@
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "apps/kivsys/selection/selection.h"
+#include "apps/kivsys/survey/survey_reports.h"
 #include "apps/kivsys/survey/survey_state.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
@@ -58,11 +59,13 @@ void inUtf8(PieceFindings& findings) {
 /// another one, not even a current folder.
 class Survey {
  public:
-  Survey(const SurveyOptions& options, const std::vector<LibraryPiece>& pieces, User& user, SurveyState& state)
+  Survey(const SurveyOptions& options, const std::vector<LibraryPiece>& pieces, User& user, SurveyState& state,
+         SurveyReports& reports)
       : options_(options),
         pieces_(pieces),
         user_(user),
         state_(state),
+        reports_(reports),
         lines_(options.format, pieces),
         findings_(pieces.size()) {}
 
@@ -75,18 +78,22 @@ class Survey {
   void startWorkers();
   void finish(std::size_t piece, Analyzed analyzed);
   void print(const std::string& text);
+  void report(NativeSystem& system, std::size_t piece, bool isNew);
+  int end(bool stopped);
 
   const SurveyOptions& options_;
   const std::vector<LibraryPiece>& pieces_;
   User& user_;
   SurveyState& state_;
+  SurveyReports& reports_;
   std::atomic<std::size_t> next_ = 0;
   std::mutex mutex_;  // guards all below, the user and the state
   SurveyLines lines_;
   std::vector<std::optional<PieceFindings>> findings_;
   std::size_t finished_ = 0;
   std::size_t printed_ = 0;
-  std::string lack_;  // of the first piece that lacked something
+  std::string lack_;           // of the first piece that lacked something
+  std::string reportFailure_;  // of the first report that was not written
   bool stateLost_ = false;
   std::atomic<bool> memoryLost_ = false;
 };
@@ -126,14 +133,27 @@ Analyzed Survey::analyze(NativeSystem& system, std::size_t piece) {
   }
 }
 
+/// Writes the report of a piece, if it is wanted.
+void Survey::report(NativeSystem& system, std::size_t piece, bool isNew) {
+  if (!reports_.needsReport(pieces_[piece], isNew)) {
+    return;
+  }
+  const auto failure = reports_.write(system, pieces_[piece]);
+  const std::lock_guard lock(mutex_);
+  if (failure && reportFailure_.empty()) {
+    reportFailure_ = *failure;
+  }
+}
+
 void Survey::work() {
   NativeSystem system;
   for (std::size_t piece = next_++; piece < pieces_.size() && stopSignal() == 0 && !memoryLost_; piece = next_++) {
-    if (findings_[piece]) {
-      continue;  // an earlier run has analyzed it
-    }
     try {
-      finish(piece, analyze(system, piece));
+      const bool isNew = !findings_[piece];  // else an earlier run has analyzed it
+      report(system, piece, isNew);
+      if (isNew) {
+        finish(piece, analyze(system, piece));
+      }
     } catch (const std::bad_alloc&) {
       memoryLost_ = true;
     }
@@ -172,12 +192,26 @@ int Survey::run() {
   }
   print(lines_.end(stopped));
   stateLost_ = !state_.flush() || stateLost_;
+  return end(stopped);
+}
+
+/// Writes the page of the library, and says what has failed. Returns the exit status.
+int Survey::end(bool stopped) {
+  if (!options_.html.empty()) {
+    if (const auto failure = reports_.writePage(pieces_, findings_, options_.folders)) {
+      reportFailure_ = *failure;
+    }
+  }
   if (!std::cout) {
     printError("cannot write to standard output");
     return exit_status::critical;
   }
   if (stateLost_) {
     printError("cannot write to " + options_.resume);
+    return exit_status::critical;
+  }
+  if (!reportFailure_.empty()) {
+    printError(reportFailure_);
     return exit_status::critical;
   }
   if (!lack_.empty() || memoryLost_) {
@@ -246,10 +280,18 @@ int runSurvey(const SurveyOptions& options) {
       return refusal->status;
     }
   }
+  SurveyReports reports(console.system(), options.html, options.reports);
+  if (const auto reasons = reports.refusals(library); !reasons.empty()) {
+    return refuse(reasons);
+  }
+  if (const auto failure = reports.prepare()) {
+    printError(*failure);
+    return exit_status::critical;
+  }
   for (const std::string& folder : library.unreadable) {
     printError("cannot list the folder " + folder);
   }
-  const int status = Survey(options, library.pieces, console.user(), state).run();
+  const int status = Survey(options, library.pieces, console.user(), state, reports).run();
   return status == exit_status::normal && !library.unreadable.empty() ? exit_status::critical : status;
 }
 

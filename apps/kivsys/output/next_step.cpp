@@ -9,34 +9,6 @@
 namespace kiv {
 namespace {
 
-/// The argument as a shell passes it on unchanged.
-std::string quoted(const std::string& argument) {
-  constexpr std::string_view plain =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_./:=,+-"
-#ifdef _WIN32
-      "\\";
-  const std::string quote = "\"";
-  const std::string inside = "\"\"";
-#else
-      ;
-  const std::string quote = "'";
-  const std::string inside = "'\\''";
-#endif
-  if (!argument.empty() && argument.front() != '-' && argument.find_first_not_of(plain) == std::string::npos) {
-    return argument;
-  }
-  std::string text = quote;
-  for (const char c : argument) {
-    text += std::string(1, c) == quote ? inside : std::string(1, c);
-  }
-  return text + quote;
-}
-
-/// A name that begins with a hyphen would be an option.
-std::string asArgument(const std::string& name) {
-  return quoted(name.starts_with('-') ? "./" + name : name);
-}
-
 /// False only when the instrument is known to have a staff in that system.
 bool isUndefined(const Location& cue, const Layouts& layouts) {
   if (!cue.system || !cue.instrument) {
@@ -58,7 +30,41 @@ bool concernsIds(const Message& message, const std::optional<Layouts>& layouts) 
   return message.code == code::zeroInstrumentId || message.code == code::duplicateInstrumentId;
 }
 
-std::string selected(const Selection& selection) {
+/// Standard input cannot be read twice.
+bool canRepeat(const Selection& selection) {
+  const auto& tables = selection.corrections.files;
+  return selection.names != "-" && std::find(tables.begin(), tables.end(), "-") == tables.end();
+}
+
+}  // namespace
+
+std::string quotedForShell(const std::string& argument) {
+  constexpr std::string_view plain =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_./:=,+-"
+#ifdef _WIN32
+      "\\";
+  const std::string quote = "\"";
+  const std::string inside = "\"\"";
+#else
+      ;
+  const std::string quote = "'";
+  const std::string inside = "'\\''";
+#endif
+  if (!argument.empty() && argument.front() != '-' && argument.find_first_not_of(plain) == std::string::npos) {
+    return argument;
+  }
+  std::string text = quote;
+  for (const char c : argument) {
+    text += std::string(1, c) == quote ? inside : std::string(1, c);
+  }
+  return text + quote;
+}
+
+std::string asArgument(const std::string& name) {
+  return quotedForShell(name.starts_with('-') ? "./" + name : name);
+}
+
+std::string selectionArguments(const Selection& selection) {
   std::string arguments;
   if (!selection.names.empty()) {
     arguments = (selection.folder.empty() ? "" : " --folder " + asArgument(selection.folder)) + " --names " +
@@ -72,14 +78,6 @@ std::string selected(const Selection& selection) {
   }
   return arguments + (selection.corrections.only.empty() ? "" : " --only " + selection.corrections.only);
 }
-
-/// Standard input cannot be read twice.
-bool canRepeat(const Selection& selection) {
-  const auto& tables = selection.corrections.files;
-  return selection.names != "-" && std::find(tables.begin(), tables.end(), "-") == tables.end();
-}
-
-}  // namespace
 
 std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileNamer& nameOf) {
   for (const ShownMessage& shown : outcome.messages) {
@@ -97,7 +95,7 @@ std::optional<std::string> stepForGroup(const RunOutcome& outcome, const std::op
   if (outcome.normalEnd && canRepeat(selection) &&
       std::any_of(outcome.messages.begin(), outcome.messages.end(),
                   [&](const ShownMessage& shown) { return concernsIds(shown.message, layouts); })) {
-    return "kivsys suggest" + selected(selection);
+    return "kivsys suggest" + selectionArguments(selection);
   }
   return std::nullopt;
 }
@@ -109,7 +107,7 @@ std::optional<std::string> nextWithCorrections(const std::string& command, const
   }
   Selection corrected = selection;
   corrected.corrections.files.push_back(table);
-  return "kivsys " + command + selected(corrected);
+  return "kivsys " + command + selectionArguments(corrected);
 }
 
 }  // namespace kiv

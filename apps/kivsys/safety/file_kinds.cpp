@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "mus/page_walker.h"
+#include "report_page/report_page.h"
 
 namespace kiv {
 namespace {
@@ -71,6 +72,8 @@ bool isOfKind(std::string_view content, OutputKind kind) {
       return isPage(content);
     case OutputKind::corrections:
       return isCorrections(content);
+    case OutputKind::htmlReport:
+      return content.starts_with(report::pageStart);
   }
   return false;
 }
