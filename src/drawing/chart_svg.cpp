@@ -106,7 +106,7 @@ void drawSheet(SvgWriter& svg, const Chart& chart, const ChartLayout& layout, Pa
   const double top = sheet::height * static_cast<double>(index);
   svg.open("g", {{"class", "sheet"}, {"transform", "translate(0 " + svgNumber(top) + ")"}});
   drawTitle(svg, chart, index, layout.sheets);
-  for (Panels panel = first; panel != end; ++panel) {
+  for (auto panel = first; panel != end; ++panel) {
     drawPanel(svg, chart, layout, *panel);
   }
   if (first != end) {
@@ -133,7 +133,7 @@ std::string chartSvg(const Chart& chart, std::size_t systemsPerRow) {
   const ChartLayout layout = layOut(chart, systemsPerRow);
   SvgWriter svg;
   openDrawing(svg, chart, layout.sheets);
-  Panels first = layout.panels.begin();
+  auto first = layout.panels.begin();
   do {
     const Panels end =
         std::find_if(first, layout.panels.end(), [&](const ChartPanel& panel) { return panel.sheet != first->sheet; });
