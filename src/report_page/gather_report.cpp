@@ -124,7 +124,7 @@ void ReportGatherer::addChart() {
   ReportData& data = gathered_.data;
   const std::vector<Instrument> instruments = facts_.instruments();
   for (const auto& [id, name] : shownNames(instruments)) {
-    data.chart.names[id] = {host_.shown(name), 0};
+    data.chart.names[id] = {host_.shown(name), 0, ""};
   }
   for (ChartPage& page : data.chart.pages) {
     page.name = host_.shown(page.name);

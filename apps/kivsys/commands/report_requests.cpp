@@ -27,27 +27,29 @@ constexpr std::size_t mostTableBytes = 64 * most_bytes::mebibyte;
 /// The cells of a table by the heads of its columns, row by row.
 class NamedCells {
  public:
-  explicit NamedCells(const CsvText& text) {
-    if (!text.rows.empty()) {
-      for (std::size_t c = 0; c < text.rows.front().cells.size(); ++c) {
-        columns_.emplace(text.rows.front().cells[c], c);
+  explicit NamedCells(std::string_view text) {
+    CsvReader reader(text);
+    if (const auto heads = reader.next()) {
+      for (std::size_t c = 0; c < heads->cells.size(); ++c) {
+        columns_.emplace(heads->cells[c], c);
       }
     }
-    for (const CsvRow& row : text.rows) {
-      rows_.emplace(row.line, &row);
+    while (auto row = reader.next()) {
+      const std::size_t line = row->line;
+      rows_.emplace(line, std::move(row->cells));
     }
   }
 
   std::string cell(std::size_t line, const std::string& head) const {
     const auto column = columns_.find(head);
     const auto row = rows_.find(line);
-    const bool isThere = column != columns_.end() && row != rows_.end() && column->second < row->second->cells.size();
-    return isThere ? row->second->cells[column->second] : std::string();
+    const bool isThere = column != columns_.end() && row != rows_.end() && column->second < row->second.size();
+    return isThere ? row->second[column->second] : std::string();
   }
 
  private:
   std::map<std::string, std::size_t> columns_;
-  std::map<std::size_t, const CsvRow*> rows_;
+  std::map<std::size_t, std::vector<std::string>> rows_;
 };
 
 /// The row as `kivsys suggest` writes it.
@@ -134,8 +136,7 @@ TableProposals readProposals(ConsoleSystem& system, const std::string& file) {
   for (const FoundFile& page : system.pages()) {
     names.emplace(nameOfPage(system, page.name), page.name);
   }
-  const CsvText text = readCsv(*content.bytes);
-  const NamedCells cells(text);
+  const NamedCells cells(*content.bytes);
   for (const repair::Correction& row : corrections.rows) {
     table.proposals.push_back(proposalOf(cells, row));
     const auto name = names.find(nameOfPage(system, NativeSystem::fromUtf8(row.file)));

@@ -6,10 +6,10 @@
 #include <variant>
 
 #include "apps/kivsys/corrections/planned_pages.h"
-#include "apps/kivsys/output/number_ranges.h"
 #include "base/number.h"
 #include "base/sha256.h"
 #include "diagnostics/listed_staff.h"
+#include "diagnostics/number_ranges.h"
 #include "input/file_names.h"
 #include "platform/bounded_file.h"
 #include "platform/console/printable.h"
