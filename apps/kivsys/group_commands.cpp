@@ -99,8 +99,10 @@ void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
   CLI::App* convert = app.add_subcommand("convert", "Write one page per system, all with the same layout");
   addConversion(*convert, options, status);
   addKeepGoing(*convert, options.keepGoing, "convert");
+  CLI::Option* fit =
+      convert->add_flag("--fit", options.fit, "Make rest staves, braces and brackets that fit the music");
   CLI::Option* dryRun = convert->add_flag("--dry-run", options.dryRun, "Write nothing; print what would be written");
-  CLI::Option* likePanel = addLikePanel(*convert, options.selection);
+  CLI::Option* likePanel = addLikePanel(*convert, options.selection)->excludes(fit);
   convert->add_flag("--verify", options.verify, "Verify the conversion afterwards; status 1 when that fails")
       ->excludes(dryRun);
   convert->add_flag("--strict", options.strict, "Write nothing if there is a warning or a problem; status 3")

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "conversion/fitted_staves.h"
 #include "messages/message.h"
 #include "mus/writer.h"
 #include "shell/kivsystem.h"
@@ -14,6 +15,7 @@ struct ConversionOptions {
   bool overwrite = true;              ///< replaces files without asking
   bool showInstrumentNumbers = true;  ///< shows instrument identifiers on the results
   ReadBack readBack = ReadBack::no;   ///< refuses a result that does not give all its items back
+  RestStaves restStaves = RestStaves::asKnownSoFar;
 };
 
 /// Writes one page file per system of the report, all with the same layout. Anything critical ends the program; the

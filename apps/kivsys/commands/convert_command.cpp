@@ -144,7 +144,8 @@ void ConvertRun::warn(ConvertOutput& output) {
 
 ConversionOptions ConvertRun::conversionOptions(const std::string& firstResultFile) const {
   return {firstResultFile.empty() ? kiv::firstResultFile(program_.host.machine, program_.names) : firstResultFile,
-          !options_.noOverwrite, !options_.noInstrNumber, options_.selection.likePanel ? ReadBack::no : ReadBack::yes};
+          !options_.noOverwrite, !options_.noInstrNumber, options_.selection.likePanel ? ReadBack::no : ReadBack::yes,
+          options_.fit ? RestStaves::fitting : RestStaves::asKnownSoFar};
 }
 
 ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& firstResultFile) {
