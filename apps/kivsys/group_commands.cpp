@@ -127,6 +127,7 @@ void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
       ->add_option("--manifest", options.manifest,
                    "Write the SHA-256 of all files to FILE, for sha256sum -c; - is standard output")
       ->type_name("FILE");
+  verify->add_flag("--fit", options.fit, "Check a conversion with --fit");
   verify->add_flag("--json", options.json, "Print one JSON object, with the SHA-256 of all files, and nothing else");
   verify->footer(
       "Reads inputs, report, verdict and results again, and checks them against the rules of a conversion, item by\n"

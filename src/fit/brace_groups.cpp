@@ -53,7 +53,9 @@ Instruments common(const Instruments& a, const Instruments& b) {
 void BraceGroups::add(const System& system) {
   Instruments present;
   for (const Staff& staff : system.staves) {
-    present.insert(staff.instrument());
+    if (!std::isnan(staff.instrument())) {
+      present.insert(staff.instrument());
+    }
   }
   std::vector<BraceGroup> braces = bracesOf(system);
   std::set<const BraceGroup*> used;

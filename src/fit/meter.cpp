@@ -10,7 +10,8 @@ namespace {
 
 constexpr float commonTime = 99;
 constexpr float allaBreve = 98;
-constexpr float largestNumber = 128;
+constexpr float largestUpper = 128;
+constexpr float largestLower = 64;
 
 /// The signature with numbers instead of the codes.
 Meter inNumbers(const Meter& meter) {
@@ -20,7 +21,7 @@ Meter inNumbers(const Meter& meter) {
   return meter.upper == allaBreve ? Meter{2, 2} : meter;
 }
 
-/// The values that a rest may have, from the largest down: parts of the bar as long as it divides by two, the beat,
+/// The values that a rest may have, from the largest down: two, four and so on beats, if the bar divides so; the beat;
 /// and what the beat divides into. Three units make a beat in times such as 6/8.
 std::vector<double> valuesOf(const Meter& meter) {
   constexpr double shortest = 1.0 / 16;
@@ -30,8 +31,10 @@ std::vector<double> valuesOf(const Meter& meter) {
   const bool isWhole = static_cast<float>(units) == time.upper;
   const bool isCompound = isWhole && units > 3 && units % 3 == 0;
   const double beat = isCompound ? 3 * unit : unit;
+  int beats = isCompound ? units / 3 : units;
   std::vector<double> values;
-  for (int beats = isCompound ? units / 3 : units; isWhole && beats > 1 && beats % 2 == 0; beats /= 2) {
+  const bool isPowerOfTwo = isWhole && (beats & (beats - 1)) == 0;
+  for (; isPowerOfTwo && beats > 1; beats /= 2) {
     values.push_back(beat * beats);
   }
   values.push_back(beat);
@@ -50,7 +53,7 @@ bool isMultiple(double moment, double value) {
 
 bool Meter::isKnown() const {
   const Meter time = inNumbers(*this);
-  return time.upper > 0 && time.upper <= largestNumber && time.lower > 0 && time.lower <= largestNumber;
+  return time.upper > 0 && time.upper <= largestUpper && time.lower > 0 && time.lower <= largestLower;
 }
 
 double Meter::length() const {

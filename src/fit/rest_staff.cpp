@@ -41,6 +41,9 @@ class BarPositions {
         }
       }
     }
+    if (positions_.empty() && wholeBarRest_) {
+      positions_.emplace(0, *wholeBarRest_);
+    }
   }
 
   /// Of a whole-bar rest: where other staves have one, else in the middle.
@@ -58,7 +61,8 @@ class BarPositions {
         next == positions_.end() ? std::pair<double, double>(length_, bar_.end) : std::pair<double, double>(*next);
     const std::pair<double, double> left = next == positions_.begin() ? std::pair<double, double>(0, bar_.spaceBegin)
                                                                       : std::pair<double, double>(*std::prev(next));
-    const double part = (moment - left.first) / (right.first - left.first);
+    constexpr double thousandths = 1000;
+    const double part = std::round((moment - left.first) / (right.first - left.first) * thousandths) / thousandths;
     return rounded(left.second + part * (right.second - left.second));
   }
 
@@ -76,7 +80,7 @@ class BarPositions {
 
 Item restItem(float staff, float position, double length) {
   Item rest(ItemType::rest, staff, position);
-  rest[par::duration] = static_cast<float>(length);
+  rest[par::duration] = static_cast<float>(asWritten(length));
   rest[par::tuplet] = noTuplet;
   return rest;
 }

@@ -169,8 +169,8 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   output.outcome = withPagesWritten(analysis, console_, normalEnd);
   output.outcome.verifies = options_.verify;
   if (options_.verify && converted) {
-    output.outcome.verification =
-        verificationOf(console_, namesFile, {converted->firstResultFile, converted->showInstrumentNumbers});
+    output.outcome.verification = verificationOf(
+        console_, namesFile, {converted->firstResultFile, converted->showInstrumentNumbers, options_.fit});
   }
   if (options_.dryRun) {
     output.planned = plannedResults(*overlay_, group_);

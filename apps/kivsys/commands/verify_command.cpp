@@ -97,7 +97,7 @@ int runVerify(const VerifyOptions& options) {
   }
   const std::string manifest = outputName(system, options.manifest);
   const std::string typed = options.result.empty() ? "" : system.fullName(options.result);
-  proof::ConversionToProve conversion{typed, std::nullopt};
+  proof::ConversionToProve conversion{typed, std::nullopt, options.fit};
   const SelectionUse use{
       FolderUse::read, false, [&](const SelectedPages& pages) {
         if (!options.result.empty()) {
