@@ -111,6 +111,12 @@ float MusicBar::positionOfWholeBarRest(Ticks length) const {
   return inQuarterUnits((static_cast<double>(space) + to) / 2);
 }
 
+void sortByPosition(std::vector<Item>& items) {
+  std::erase_if(items, [](const Item& item) { return std::isnan(item[par::position]); });
+  std::stable_sort(items.begin(), items.end(),
+                   [](const Item& a, const Item& b) { return a[par::position] < b[par::position]; });
+}
+
 MusicSystem::MusicSystem(std::vector<MusicStaff> staves, const std::vector<MusicBarline>& barlines)
     : staves_(std::move(staves)) {
   const auto highest = [](const MusicStaff& a, const MusicStaff& b) {
@@ -118,9 +124,7 @@ MusicSystem::MusicSystem(std::vector<MusicStaff> staves, const std::vector<Music
   };
   std::stable_sort(staves_.begin(), staves_.end(), highest);
   for (MusicStaff& staff : staves_) {
-    std::erase_if(staff.items, [](const Item& item) { return std::isnan(item[par::position]); });
-    std::stable_sort(staff.items.begin(), staff.items.end(),
-                     [](const Item& a, const Item& b) { return a[par::position] < b[par::position]; });
+    sortByPosition(staff.items);
   }
   for (std::size_t b = 0; b < barlines.size(); ++b) {
     addBar(barlines[b], b + 1 < barlines.size() ? &barlines[b + 1].position : nullptr, b == 0);

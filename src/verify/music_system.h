@@ -17,6 +17,9 @@ struct MusicStaff {
   float instrument() const { return staff[par::instrument]; }
 };
 
+/// Puts items in the order of their positions; those at one that is no number are left out.
+void sortByPosition(std::vector<Item>& items);
+
 struct MusicBarline {
   float position = 0;
   std::int16_t kind = 0;

@@ -4,6 +4,7 @@
 
 #include "analysis/verdict.h"
 #include "apps/kivsys/commands/dry_run.h"
+#include "apps/kivsys/commands/music_check.h"
 #include "apps/kivsys/commands/next_command.h"
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/valid_pages.h"
@@ -33,6 +34,10 @@ WantedFacts wantedFacts(const ConvertOptions& options, bool isDryRun) {
   return {isDryRun, options.selection.likePanel ? std::nullopt : std::optional(LossScan::allItems)};
 }
 
+RestStaves restStavesOf(const ConvertOptions& options) {
+  return options.fit ? RestStaves::fitting : RestStaves::asKnownSoFar;
+}
+
 /// Analyzes and converts one group, as the buttons of the panel do.
 class ConvertRun {
  public:
@@ -51,15 +56,18 @@ class ConvertRun {
         group_(wantedFacts(options, overlay != nullptr)),
         program_(overlay == nullptr ? console.host() : Host{*overlay, dryRunUser_, noPrograms_, console.system()}) {}
 
-  /// The first result file is a full name; "" puts the results beside the first page.
-  ConvertOutput run(const std::string& namesFile, const std::string& firstResultFile);
+  /// The first result file is a full name; "" puts the results beside the first page. The messages are those of results
+  /// that --strict refuses.
+  ConvertOutput run(const std::string& namesFile, const std::string& firstResultFile,
+                    const std::vector<Message>& refusedOver);
 
  private:
   void analyze();
   bool convert(const ConversionOptions& conversion);
   int makeFolder(const std::string& firstResultFile);
   bool dump();
-  void warn(ConvertOutput& output);
+  void warn(ConvertOutput& output, const std::vector<Message>& refusedOver);
+  void warnOfMusic(const std::vector<Message>& messages, ConvertOutput& output);
   ConversionOptions conversionOptions(const std::string& firstResultFile) const;
 
   ConsoleHost& console_;
@@ -131,24 +139,30 @@ bool ConvertRun::convert(const ConversionOptions& conversion) {
 }
 
 /// Shows what the run loses, before anything of it is written.
-void ConvertRun::warn(ConvertOutput& output) {
+void ConvertRun::warn(ConvertOutput& output, const std::vector<Message>& refusedOver) {
   const bool converts = needsConversion_ || options_.force;
   output.warnings =
       showWarnings(console_.user(), program_, group_,
                    {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId}, options_.json);
+  warnOfMusic(refusedOver, output);
   output.refused = isRefused_;
   if (output.refused) {
     printError("nothing is written, as there are warnings or problems and --strict is given");
   }
 }
 
+void ConvertRun::warnOfMusic(const std::vector<Message>& messages, ConvertOutput& output) {
+  addMusicWarnings(console_.user(), program_.host.files, messages, options_.json, output.warnings);
+}
+
 ConversionOptions ConvertRun::conversionOptions(const std::string& firstResultFile) const {
   return {firstResultFile.empty() ? kiv::firstResultFile(program_.host.machine, program_.names) : firstResultFile,
           !options_.noOverwrite, !options_.noInstrNumber, options_.selection.likePanel ? ReadBack::no : ReadBack::yes,
-          options_.fit ? RestStaves::fitting : RestStaves::asKnownSoFar};
+          restStavesOf(options_)};
 }
 
-ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& firstResultFile) {
+ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& firstResultFile,
+                              const std::vector<Message>& refusedOver) {
   prepareForPanel(program_);
   program_.settings.namesFile = namesFile;
   const bool anyPages = pages_ == nullptr || pages_->anyLeft();
@@ -157,7 +171,7 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   ConvertOutput output;
   output.pages = pages_;
   if (normalEnd && !options_.selection.likePanel) {
-    warn(output);
+    warn(output, refusedOver);
   }
   std::optional<ConversionOptions> converted;
   if (normalEnd && (needsConversion_ || options_.force) && !output.refused) {
@@ -165,6 +179,10 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
     normalEnd = convert(conversion);
     output.failure = failure_;
     converted = normalEnd ? std::optional(conversion) : std::nullopt;
+  }
+  if (converted && !options_.selection.likePanel) {
+    warnOfMusic(findMusicWarnings(program_.host.files, program_.host.machine, converted->firstResultFile, group_),
+                output);
   }
   output.outcome = withPagesWritten(analysis, console_, normalEnd);
   output.outcome.verifies = options_.verify;
@@ -261,11 +279,16 @@ int runConvert(const ConvertOptions& options) {
       pages.emplace(console, namesFile);
     }
     const std::string& converted = pages ? pages->namesFile() : namesFile;
-    const bool isRefused =
-        options.strict && isRefusedByStrict(system, converted, {options.allowZeroId, true, options.force});
+    bool isRefused = options.strict && isRefusedByStrict(system, converted, {options.allowZeroId, true, options.force});
+    std::vector<Message> refusedOver;
+    if (options.strict && !isRefused) {
+      refusedOver = tryForMusicWarnings(system, converted,
+                                        {firstResultFile, options.allowZeroId, options.force, restStavesOf(options)});
+      isRefused = !refusedOver.empty();
+    }
     ConvertRun run(console, options.dryRun || isRefused ? &overlay : nullptr, options, place.folder,
                    pages ? &*pages : nullptr, isRefused);
-    const ConvertOutput output = run.run(converted, firstResultFile);
+    const ConvertOutput output = run.run(converted, firstResultFile, refusedOver);
     if (!options.selection.likePanel) {
       console.user().printNotes(output.refused ? "" : nextCommand(output.outcome, !overlay.replaced().empty()));
     }
