@@ -19,7 +19,7 @@ class MusicWarnings {
 
   void add(std::size_t system, const ResultMusic& result) {
     const bool restsMatter = !result.restStaves.empty();
-    if (restsMatter && !group_.hasTime() && !saidTime_) {
+    if (restsMatter && !group_.hasTime() && !group_.bars(system).empty() && !saidTime_) {
       saidTime_ = true;
       warnings_.push_back(messages::noTimeSignature(locationOf(system)));
     }
