@@ -11,13 +11,19 @@
 namespace kiv {
 namespace {
 
+/// What a conversion has added to a system.
+struct AddedMusic {
+  std::vector<proof::MusicStaff> restStaves;
+  int displacedBraces = 0;
+};
+
 /// Puts the faults of all results into words.
 class MusicWarnings {
  public:
   MusicWarnings(const std::vector<CheckedResult>& results, const proof::MusicGroup& group)
       : results_(results), group_(group) {}
 
-  void add(std::size_t system, const ResultMusic& result) {
+  void add(std::size_t system, const AddedMusic& result) {
     const bool restsMatter = !result.restStaves.empty();
     if (restsMatter && !group_.hasTime() && !group_.bars(system).empty() && !saidTime_) {
       saidTime_ = true;
@@ -90,15 +96,15 @@ class MusicWarnings {
 }  // namespace
 
 std::vector<Message> findMusicWarnings(Files& files, const std::vector<CheckedResult>& results) {
-  std::vector<ResultMusic> read;
+  std::vector<AddedMusic> read;
   std::vector<proof::MusicSystem> systems;
   for (const CheckedResult& result : results) {
     auto music = readResult(files, result);
     if (!music) {
       return {};
     }
-    systems.push_back(music->real);
-    read.push_back(std::move(*music));
+    systems.push_back(std::move(music->real));
+    read.push_back({std::move(music->restStaves), music->displacedBraces});
   }
   const proof::MusicGroup group(std::move(systems));
   MusicWarnings warnings(results, group);

@@ -82,7 +82,9 @@ std::optional<ResultMusic> readResult(Files& files, const CheckedResult& result)
     proof::sortByPosition(staff->second.items);
     (plays ? real : rests).push_back(std::move(staff->second));
   }
-  return ResultMusic{proof::MusicSystem(std::move(real), barlines), std::move(rests), displaced};
+  proof::MusicSystem music(std::move(real), barlines);
+  music.forgetNotes();
+  return ResultMusic{std::move(music), std::move(rests), displaced};
 }
 
 }  // namespace kiv

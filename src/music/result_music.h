@@ -15,7 +15,7 @@ struct ResultMusic {
   int displacedBraces = 0;                    ///< that stand away from the left edge
 };
 
-/// Reads a result; nullopt when it cannot be read.
+/// Reads a result; nullopt when it cannot be read. The real staves have forgotten their notes.
 std::optional<ResultMusic> readResult(Files& files, const CheckedResult& result);
 
 }  // namespace kiv

@@ -51,6 +51,9 @@ class MusicSystem {
   const std::vector<MusicStaff>& staves() const { return staves_; }
   const std::vector<MusicBar>& bars() const { return bars_; }
   bool endsSection() const { return endsSection_; }
+  /// Forgets notes, rests and other items whose time the bars have, and where they are drawn, to save memory.
+  /// Nothing can be placed under them then.
+  void forgetNotes();
   float leftEdge() const;
   /// The bar from which on a signature at this position counts; the number of bars for one after all music.
   std::size_t barFrom(float position) const;
