@@ -139,8 +139,10 @@ void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
   CLI::App* convert = app.add_subcommand("convert", "Write one page per system, all with the same layout");
   addConversion(*convert, options, status);
   addKeepGoing(*convert, options.keepGoing, "convert");
+  CLI::Option* fit = convert->add_flag("--fit", options.fit, "Make rest staves, braces and brackets that fit the music")
+                         ->excludes("--layout");
   CLI::Option* dryRun = convert->add_flag("--dry-run", options.dryRun, "Write nothing; print what would be written");
-  CLI::Option* likePanel = addLikePanel(*convert, options.selection);
+  CLI::Option* likePanel = addLikePanel(*convert, options.selection)->excludes(fit);
   convert->add_flag("--verify", options.verify, "Verify the conversion afterwards; status 1 when that fails")
       ->excludes(dryRun);
   convert->add_flag("--strict", options.strict, "Write nothing if there is a warning or a problem; status 3")
@@ -166,7 +168,9 @@ void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
       ->add_option("--manifest", options.manifest,
                    "Write the SHA-256 of all files to FILE, for sha256sum -c; - is standard output")
       ->type_name("FILE");
-  addLayout(*verify, options.selection, "The instruments of the conversion, as its option --layout had them");
+  CLI::Option* layout =
+      addLayout(*verify, options.selection, "The instruments of the conversion, as its option --layout had them");
+  verify->add_flag("--fit", options.fit, "Check a conversion with --fit")->excludes(layout);
   verify->add_flag("--json", options.json, "Print one JSON object, with the SHA-256 of all files, and nothing else");
   verify->footer(
       "Reads inputs, report, verdict and results again, and checks them against the rules of a conversion, item by\n"

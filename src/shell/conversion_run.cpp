@@ -37,7 +37,7 @@ class GroupConversion {
   GroupConversion(KivSystem& program, const ConversionOptions& options)
       : program_(program),
         options_(options),
-        conversion_(program.host.files, {program.items, program.order, program.firstClefs}) {
+        conversion_(program.host.files, {program.items, program.order, program.firstClefs}, options.restStaves) {
     for (const RequiredInstrument& instrument : options.required) {
       conversion_.require(instrument);
     }

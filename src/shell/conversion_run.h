@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "conversion/fitted_staves.h"
 #include "conversion/required_instrument.h"
 #include "messages/message.h"
 #include "mus/writer.h"
@@ -12,10 +13,11 @@ namespace kiv {
 
 /// What a Convert run is asked for.
 struct ConversionOptions {
-  std::string firstResultFile;                    ///< full name of the first result; the others count on from it
-  bool overwrite = true;                          ///< replaces files without asking
-  bool showInstrumentNumbers = true;              ///< shows instrument identifiers on the results
-  ReadBack readBack = ReadBack::no;               ///< refuses a result that does not give all its items back
+  std::string firstResultFile;        ///< full name of the first result; the others count on from it
+  bool overwrite = true;              ///< replaces files without asking
+  bool showInstrumentNumbers = true;  ///< shows instrument identifiers on the results
+  ReadBack readBack = ReadBack::no;   ///< refuses a result that does not give all its items back
+  RestStaves restStaves = RestStaves::asKnownSoFar;
   std::vector<RequiredInstrument> required = {};  ///< instruments that every result has, also if no page has them
 };
 

@@ -19,6 +19,7 @@ namespace kiv::proof {
 struct ConversionToProve {
   std::string firstResultFile;      ///< its full name
   std::optional<bool> showNumbers;  ///< whether results show instrument ids; nullopt: to be seen from the results
+  bool fits = false;                ///< whether rest staves, braces and brackets are to fit the music
   std::vector<ListedInstrument> listed = {};  ///< empty: exactly the instruments of the pages
 };
 

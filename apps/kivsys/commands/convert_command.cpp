@@ -3,7 +3,9 @@
 #include <optional>
 
 #include "analysis/verdict.h"
+#include "apps/kivsys/commands/conversion_plan.h"
 #include "apps/kivsys/commands/dry_run.h"
+#include "apps/kivsys/commands/music_check.h"
 #include "apps/kivsys/commands/next_command.h"
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/valid_pages.h"
@@ -34,12 +36,9 @@ WantedFacts wantedFacts(const ConvertOptions& options, bool isDryRun) {
   return {isDryRun, options.selection.likePanel ? std::nullopt : std::optional(LossScan::allItems)};
 }
 
-/// Where the results go, and which instruments they have at least.
-struct ResultPlan {
-  const std::string& firstResultFile;
-  const ResultFolder* folder = nullptr;  ///< null for results beside the first page
-  ListedConversion listed = {};
-};
+RestStaves restStavesOf(const ConvertOptions& options) {
+  return options.fit ? RestStaves::fitting : RestStaves::asKnownSoFar;
+}
 
 /// Analyzes and converts one group, as the buttons of the panel do.
 class ConvertRun {
@@ -58,15 +57,18 @@ class ConvertRun {
         group_(wantedFacts(options, overlay != nullptr)),
         program_(overlay == nullptr ? console.host() : Host{*overlay, dryRunUser_, noPrograms_, console.system()}) {}
 
-  /// The first result file is a full name; "" puts the results beside the first page.
-  ConvertOutput run(const std::string& namesFile, const std::string& firstResultFile);
+  /// The first result file is a full name; "" puts the results beside the first page. The messages are those of results
+  /// that --strict refuses.
+  ConvertOutput run(const std::string& namesFile, const std::string& firstResultFile,
+                    const std::vector<Message>& refusedOver);
 
  private:
   void analyze();
   bool convert(const ConversionOptions& conversion);
   int makeFolder(const std::string& firstResultFile);
   bool dump();
-  void warn(ConvertOutput& output);
+  void warn(ConvertOutput& output, const std::vector<Message>& refusedOver);
+  void warnOfMusic(const std::vector<Message>& messages, ConvertOutput& output);
   ConversionOptions conversionOptions(const std::string& firstResultFile) const;
 
   ConsoleHost& console_;
@@ -139,24 +141,33 @@ bool ConvertRun::convert(const ConversionOptions& conversion) {
 }
 
 /// Shows what the run loses, before anything of it is written.
-void ConvertRun::warn(ConvertOutput& output) {
+void ConvertRun::warn(ConvertOutput& output, const std::vector<Message>& refusedOver) {
   const bool converts = needsConversion_ || options_.force;
   output.warnings =
       showWarnings(console_.user(), program_, group_,
                    {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId}, options_.json);
+  warnOfMusic(refusedOver, output);
   output.refused = isRefused_;
   if (output.refused) {
     printError("nothing is written, as there are warnings or problems and --strict is given");
   }
 }
 
+void ConvertRun::warnOfMusic(const std::vector<Message>& messages, ConvertOutput& output) {
+  addMusicWarnings(console_.user(), program_.host.files, messages, options_.json, output.warnings);
+}
+
 ConversionOptions ConvertRun::conversionOptions(const std::string& firstResultFile) const {
   return {firstResultFile.empty() ? kiv::firstResultFile(program_.host.machine, program_.names) : firstResultFile,
-          !options_.noOverwrite, !options_.noInstrNumber, options_.selection.likePanel ? ReadBack::no : ReadBack::yes,
+          !options_.noOverwrite,
+          !options_.noInstrNumber,
+          options_.selection.likePanel ? ReadBack::no : ReadBack::yes,
+          restStavesOf(options_),
           results_.listed.required()};
 }
 
-ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& firstResultFile) {
+ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& firstResultFile,
+                              const std::vector<Message>& refusedOver) {
   prepareForPanel(program_);
   program_.settings.namesFile = namesFile;
   const bool anyPages = pages_ == nullptr || pages_->anyLeft();
@@ -167,7 +178,7 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   output.listed = results_.listed.isGiven() ? &results_.listed : nullptr;
   output.nameOf = namerOf(console_, options_.selection.likePanel);
   if (normalEnd && !options_.selection.likePanel) {
-    warn(output);
+    warn(output, refusedOver);
   }
   std::optional<ConversionOptions> converted;
   if (normalEnd && (needsConversion_ || options_.force) && !output.refused) {
@@ -176,11 +187,16 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
     output.failure = failure_;
     converted = normalEnd ? std::optional(conversion) : std::nullopt;
   }
+  if (converted && !options_.selection.likePanel) {
+    warnOfMusic(findMusicWarnings(program_.host.files, program_.host.machine, converted->firstResultFile, group_),
+                output);
+  }
   output.outcome = withPagesWritten(analysis, console_, normalEnd);
   output.outcome.verifies = options_.verify;
   if (options_.verify && converted) {
     output.outcome.verification = verificationOf(
-        console_, namesFile, {converted->firstResultFile, converted->showInstrumentNumbers}, results_.listed);
+        console_, namesFile, {converted->firstResultFile, converted->showInstrumentNumbers, options_.fit, {}},
+        results_.listed);
   }
   if (options_.dryRun) {
     output.planned = plannedResults(*overlay_, group_);
@@ -193,58 +209,22 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   return output;
 }
 
-/// The folder of a result that was typed; nullopt for results beside the first page, and for those like the panel's.
-std::optional<ResultFolder> folderOfResults(ConsoleSystem& system, const ConvertOptions& options,
-                                            const std::string& firstResultFile) {
-  if (firstResultFile.empty() || options.selection.likePanel) {
-    return std::nullopt;
-  }
-  const std::string typed = folderOfPath(system, options.result);
-  return ResultFolder(system, system.outputPath(justPath(system, firstResultFile)), typed);
-}
+/// Whether --strict lets the run write nothing.
+struct Refusal {
+  bool isRefused = false;
+  std::vector<Message> overMusic;  ///< the warnings about rest staves that are the reason
+};
 
-std::vector<std::string> refusalsOf(ConsoleSystem& system, const ConvertOptions& options, const SelectedPages& pages,
-                                    const ResultPlan& results) {
-  if (results.firstResultFile.empty()) {
-    system.bindFolder();
-  } else if (const auto reason = refusalOfResultName(options.result)) {
-    return {*reason};
+Refusal refusalByStrict(ConsoleSystem& system, const std::string& namesFile, const ConvertOptions& options,
+                        const ResultPlan& plan) {
+  if (isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force})) {
+    return {true, {}};
   }
-  if (results.folder != nullptr) {
-    if (const auto reason = results.folder->refusal()) {
-      return {*reason};
-    }
-  }
-  const std::string folder = folderOfRun(system, options.selection);
-  auto outputs = analysisOutputs(system, folder);
-  if (options.trace) {
-    outputs.emplace_back("dump", system.diskName(folder + "\\" + dumpFile));
-  }
-  std::vector<std::string> reasons = InputFiles(pages).refusals(outputs);
-  const PlannedResults planned{results.firstResultFile, options.allowZeroId, options.force, options.keepGoing};
-  const auto others = refusalsOfResults(system, pages, planned);
-  reasons.insert(reasons.end(), others.begin(), others.end());
-  return reasons;
-}
-
-/// Why the pages cannot be converted with the table of instruments. An instrument of the table that no page has is a
-/// reason to convert.
-std::vector<std::string> refusalsOfLayout(ConsoleSystem& system, ConvertOptions& options, ListedConversion& listed) {
-  const auto errors = listed.prepare(system, options.selection.layout, options.allowZeroId);
-  options.force = options.force || listed.hasSilent();
-  return errors.empty() ? listed.refusals() : errors;
-}
-
-/// The folders of report, verdict and results, as the disk names them. One that is missing is nobody's yet.
-std::vector<std::string> writtenFolders(ConsoleSystem& system, const ConvertOptions& options,
-                                        const SelectedPages& pages, const ResultPlan& results) {
-  std::vector<std::string> folders{system.diskName(folderOfRun(system, options.selection))};
-  if (results.folder != nullptr) {
-    folders.push_back(results.folder->path());
-  } else if (!pages.pages.empty()) {
-    folders.push_back(folderOfPath(system, pages.pages.front().path));
-  }
-  return folders;
+  auto warnings = tryForMusicWarnings(
+      system, namesFile,
+      {plan.firstResultFile, options.allowZeroId, options.force, restStavesOf(options), plan.listed.required()});
+  const bool isRefused = !warnings.empty();
+  return {isRefused, std::move(warnings)};
 }
 
 }  // namespace
@@ -279,11 +259,10 @@ int runConvert(const ConvertOptions& typed) {
       pages.emplace(console, namesFile);
     }
     const std::string& converted = pages ? pages->namesFile() : namesFile;
-    const bool isRefused =
-        options.strict && isRefusedByStrict(system, converted, {options.allowZeroId, true, options.force});
-    ConvertRun run(console, options.dryRun || isRefused ? &overlay : nullptr, options, plan, pages ? &*pages : nullptr,
-                   isRefused);
-    const ConvertOutput output = run.run(converted, firstResultFile);
+    const Refusal refusal = options.strict ? refusalByStrict(system, converted, options, plan) : Refusal();
+    ConvertRun run(console, options.dryRun || refusal.isRefused ? &overlay : nullptr, options, plan,
+                   pages ? &*pages : nullptr, refusal.isRefused);
+    const ConvertOutput output = run.run(converted, firstResultFile, refusal.overMusic);
     if (!options.selection.likePanel) {
       console.user().printNotes(output.refused ? "" : nextCommand(output.outcome, !overlay.replaced().empty()));
     }

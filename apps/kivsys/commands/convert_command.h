@@ -20,6 +20,7 @@ struct ConvertOptions {
   bool verify = false;     ///< prove the conversion afterwards
   bool strict = false;     ///< do not convert after a warning
   bool keepGoing = false;  ///< skip pages that an analysis would end over
+  bool fit = false;        ///< make rest staves that fit the music
   bool trace = false;      ///< leave the tables of the last system in a text file
 };
 

@@ -172,7 +172,7 @@ int runVerify(const VerifyOptions& options) {
   }
   const std::string manifest = outputName(system, options.manifest);
   const std::string typed = options.result.empty() ? "" : system.fullName(options.result);
-  proof::ConversionToProve conversion{typed, std::nullopt};
+  proof::ConversionToProve conversion{typed, std::nullopt, options.fit, {}};
   ListedConversion listed;
   const SelectionUse use{
       FolderUse::read, false, [&](const SelectedPages& pages) {
@@ -187,7 +187,8 @@ int runVerify(const VerifyOptions& options) {
         return reasons.empty() ? listed.prepare(system, options.selection.layout, true) : reasons;
       }};
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
-    return printVerification(console, verificationOf(console, namesFile, conversion, listed), listed, manifest, options);
+    return printVerification(console, verificationOf(console, namesFile, conversion, listed), listed, manifest,
+                             options);
   });
 }
 

@@ -16,6 +16,7 @@ struct VerifyOptions {
   Selection selection;
   std::string result;    ///< the first result file as it was typed; "" for the one beside the first page
   std::string manifest;  ///< the file for the digests as it was typed; "" for none
+  bool fit = false;      ///< prove rest staves, braces and brackets that fit the music
   bool json = false;
 };
 

@@ -55,6 +55,9 @@ Json jsonOf(const Problem& problem) {
                  {"system", problem.system ? Json(*problem.system) : Json()},
                  {"staff", orNull(problem.staff)},
                  {"instrument", orNull(problem.instrument)}};
+  if (problem.bar) {
+    object["bar"] = *problem.bar;
+  }
   addPlace(object, problem.place);
   object["repeats"] = problem.repeats;
   return object;
