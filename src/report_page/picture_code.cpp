@@ -50,7 +50,8 @@ constexpr int leftOfZero = 200;
 constexpr int lowestHeight = 24;
 
 std::string start(std::size_t kind, const Item& item) {
-  return number(kind, 1) + number(static_cast<std::size_t>(pixelsAt(item[par::position]) + leftOfZero), xPlaces);
+  const int x = pixelsAt(item[par::position]) + leftOfZero;
+  return number(kind, 1) + number(static_cast<std::size_t>(x), xPlaces);
 }
 
 /// A height in whole steps, one digit.
@@ -70,7 +71,9 @@ std::size_t valueCode(float duration) {
   constexpr std::size_t shortest = 6;
   const NoteValue value = noteValue(duration);
   std::size_t halvings = 0;
-  for (double quarters = longest; quarters > value.quarters && halvings < shortest; quarters /= 2) {
+  double quarters = longest;
+  while (quarters > value.quarters && halvings < shortest) {
+    quarters /= 2;
     ++halvings;
   }
   return halvings * dotKinds + static_cast<std::size_t>(std::min(value.dots, 2));

@@ -65,9 +65,9 @@ std::string countsBlock(const ReportData& data) {
 std::string nextStepBlock(const ReportData& data) {
   std::string block = element("p", data.next.words) + "\n";
   if (!data.next.command.empty()) {
-    block += "<div class=\"command\"><pre tabindex=\"0\" aria-label=\"Command line\"><code id=\"next-command\">" +
+    block += R"(<div class="command"><pre tabindex="0" aria-label="Command line"><code id="next-command">)" +
              svgText(data.next.command) +
-             "</code></pre> <button type=\"button\" id=\"copy-command\" hidden>Copy</button></div>\n";
+             R"(</code></pre> <button type="button" id="copy-command" hidden>Copy</button></div>)" + "\n";
   }
   block += "<details class=\"panel-steps\"><summary>In the KivSystem window instead</summary>\n<ol>\n";
   for (const std::string& step : data.next.panel) {
@@ -109,7 +109,7 @@ std::string instrumentRows(const ReportData& data) {
     const std::string name = instrument.name.empty() ? "(no name)" : instrument.name;
     rows += "<tr><th scope=\"row\">" + std::to_string(instrument.id) + "</th><td><bdi>" + svgText(name) + "</bdi>" +
             (instrument.abbreviation.empty() ? "" : " <small>" + svgText(instrument.abbreviation) + "</small>") +
-            "</td>" + element("td", instrument.clefs) + "<td class=\"presence\" data-id=\"" +
+            "</td>" + element("td", instrument.clefs) + R"(<td class="presence" data-id=")" +
             std::to_string(instrument.id) + "\">" + std::to_string(instrument.count) + " of " +
             std::to_string(data.systems) + ": " + svgText(instrument.systems) + "</td>" +
             element("td", instrument.first) + element("td", instrument.last) + "</tr>\n";
@@ -122,10 +122,12 @@ std::string proposalRows(const ReportData& data) {
   for (std::size_t p = 0; p < data.proposals.size(); ++p) {
     const ReportProposal& proposal = data.proposals[p];
     const std::string id = "proposal-" + std::to_string(p);
-    rows += "<tr><td><input type=\"checkbox\" id=\"" + id + "\" data-proposal=\"" + std::to_string(p) + "\"" +
-            (proposal.isAccepted ? " checked" : "") + "></td><td><label for=\"" + id + "\">" + svgText(proposal.label) +
-            "</label></td><td>" + systemLink(proposal.system) + svgText(proposal.words) + "</td>" +
-            element("td", proposal.confidence) + element("td", proposal.reason) + "</tr>\n";
+    const std::string number = std::to_string(p);
+    rows.append(R"(<tr><td><input type="checkbox" id=")").append(id).append(R"(" data-proposal=")").append(number);
+    rows.append(proposal.isAccepted ? R"(" checked></td>)" : R"("></td>)");
+    rows.append("<td><label for=\"").append(id).append("\">").append(svgText(proposal.label)).append("</label></td>");
+    rows.append("<td>").append(systemLink(proposal.system)).append(svgText(proposal.words)).append("</td>");
+    rows.append(element("td", proposal.confidence)).append(element("td", proposal.reason)).append("</tr>\n");
   }
   return rows;
 }

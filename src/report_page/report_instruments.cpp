@@ -27,6 +27,7 @@ std::string instrumentWord(const ReportData& data, std::int16_t id) {
 
 std::string instrumentList(const ReportData& data, const std::vector<std::int16_t>& ids) {
   std::vector<std::string> words;
+  words.reserve(ids.size());
   for (const std::int16_t id : ids) {
     words.push_back(instrumentWord(data, id));
   }

@@ -46,7 +46,7 @@ std::string mapCell(const std::vector<std::string>& map) {
   for (const std::string& row : map) {
     rows += (rows.empty() ? "" : ",") + row;
   }
-  return "<td class=\"small-map\" data-map=\"" + rows + "\"></td>";
+  return R"(<td class="small-map" data-map=")" + rows + "\"></td>";
 }
 
 std::string rowOf(const SurveyRow& row) {
@@ -54,7 +54,7 @@ std::string rowOf(const SurveyRow& row) {
                                ? "<bdi>" + svgText(row.prefix) + "</bdi>"
                                : "<a href=\"" + svgText(row.link) + "\"><bdi>" + svgText(row.prefix) + "</bdi></a>";
   const VerdictWords& verdict = wordsOf(row.verdict);
-  return "<tr data-verdict=\"" + std::string(verdict.key) + "\"><th scope=\"row\">" + name + "</th>" +
+  return "<tr data-verdict=\"" + std::string(verdict.key) + R"("><th scope="row">)" + name + "</th>" +
          element("td", row.folder) + numberCell(row.pages) + numberCell(row.systems) + numberCell(row.instruments) +
          "<td><span class=\"tag " + verdict.key + "\">" + verdict.words + "</span></td>" + mapCell(row.map) +
          problemsCell(row.problems) + "</tr>\n";
