@@ -76,12 +76,13 @@ std::optional<ResultMusic> readResult(Files& files, const CheckedResult& result)
   const int displaced = displacedBraces(staves);
   std::vector<MusicStaff> real;
   std::vector<MusicStaff> rests;
-  for (auto staff = staves.rbegin(); staff != staves.rend(); ++staff) {
-    const auto instrument = proof::roundedTo16Bits(staff->second.instrument());
+  for (auto& [number, staff] : staves) {
+    const auto instrument = proof::roundedTo16Bits(staff.instrument());
     const bool plays = instrument && result.playing.contains(*instrument);
-    proof::sortByPosition(staff->second.items);
-    (plays ? real : rests).push_back(std::move(staff->second));
+    proof::sortByPosition(staff.items);
+    (plays ? real : rests).push_back(std::move(staff));
   }
+  std::reverse(rests.begin(), rests.end());
   proof::MusicSystem music(std::move(real), barlines);
   music.forgetNotes();
   return ResultMusic{std::move(music), std::move(rests), displaced};
