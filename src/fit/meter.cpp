@@ -38,8 +38,10 @@ std::vector<double> valuesOf(const Meter& meter) {
     values.push_back(beat * beats);
   }
   values.push_back(beat);
-  for (double value = isCompound ? unit : unit / 2; value >= shortest; value /= 2) {
+  double value = isCompound ? unit : unit / 2;
+  while (value >= shortest) {
     values.push_back(value);
+    value /= 2;
   }
   return values;
 }
@@ -69,7 +71,8 @@ std::vector<double> restsOf(const Meter& meter, double offset, double length) {
   const std::vector<double> values = valuesOf(meter);
   const double end = offset + length;
   std::vector<double> rests;
-  for (double moment = offset; end - moment >= tolerance; moment += rests.back()) {
+  double moment = offset;
+  while (end - moment >= tolerance) {
     const double left = end - moment;
     const auto fits = std::find_if(values.begin(), values.end(),
                                    [&](double value) { return value < left + tolerance && isMultiple(moment, value); });
@@ -77,6 +80,7 @@ std::vector<double> restsOf(const Meter& meter, double offset, double length) {
     const double toNext = std::floor(moment + tolerance) + 1 - moment;
     const double value = fits == values.end() ? std::min(left, toNext) : *fits;
     rests.push_back(isSame(value, left) ? left : value);
+    moment += rests.back();
   }
   return rests;
 }

@@ -149,7 +149,7 @@ System systemOf(const ItemTable& items, const std::vector<Barline>& barlines) {
   system.staves = stavesOf(items);
   system.leftEdge = std::numeric_limits<float>::max();
   for (const Staff& staff : system.staves) {
-    system.leftEdge = std::min(system.leftEdge, staff.staff[par::position]);
+    system.leftEdge = std::min(system.leftEdge, staff.staff[par::position]);  // which a NaN is not
   }
   BarFinder finder(system);
   for (std::size_t b = 0; b < barlines.size(); ++b) {

@@ -18,18 +18,18 @@ bool isBrace(const Item& item) {
   return item.type() == ItemType::barline && item[par::kind] >= lowestBraceKind;
 }
 
-/// The staves of a page by their numbers.
-std::map<float, MusicStaff> stavesOf(const proof::LoadedPage& page) {
+/// The staves of a page by their numbers. Their items are moved there.
+std::map<float, MusicStaff> stavesOf(proof::LoadedPage& page) {
   std::map<float, MusicStaff> staves;
   for (const proof::PageItem& read : page.items) {
     if (read.item.type() == ItemType::staff && !std::isnan(read.item[par::staff])) {
       staves.emplace(read.item[par::staff], MusicStaff{read.item, {}});
     }
   }
-  for (const proof::PageItem& read : page.items) {
+  for (proof::PageItem& read : page.items) {
     const auto staff = std::isnan(read.item[par::staff]) ? staves.end() : staves.find(read.item[par::staff]);
     if (staff != staves.end() && read.item.type() != ItemType::staff) {
-      staff->second.items.push_back(read.item);
+      staff->second.items.push_back(std::move(read.item));
     }
   }
   return staves;
@@ -67,7 +67,7 @@ int displacedBraces(const std::map<float, MusicStaff>& staves) {
 }  // namespace
 
 std::optional<ResultMusic> readResult(Files& files, const CheckedResult& result) {
-  const proof::LoadedPage page = proof::loadPage(files, result.file);
+  proof::LoadedPage page = proof::loadPage(files, result.file);
   std::map<float, MusicStaff> staves = stavesOf(page);
   if (!page.error.empty() || staves.empty()) {
     return std::nullopt;
@@ -76,12 +76,13 @@ std::optional<ResultMusic> readResult(Files& files, const CheckedResult& result)
   const int displaced = displacedBraces(staves);
   std::vector<MusicStaff> real;
   std::vector<MusicStaff> rests;
-  for (auto staff = staves.rbegin(); staff != staves.rend(); ++staff) {
-    const auto instrument = proof::roundedTo16Bits(staff->second.instrument());
+  for (auto& [number, staff] : staves) {
+    const auto instrument = proof::roundedTo16Bits(staff.instrument());
     const bool plays = instrument && result.playing.contains(*instrument);
-    proof::sortByPosition(staff->second.items);
-    (plays ? real : rests).push_back(std::move(staff->second));
+    proof::sortByPosition(staff.items);
+    (plays ? real : rests).push_back(std::move(staff));
   }
+  std::reverse(rests.begin(), rests.end());
   proof::MusicSystem music(std::move(real), barlines);
   music.forgetNotes();
   return ResultMusic{std::move(music), std::move(rests), displaced};

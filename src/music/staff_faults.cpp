@@ -4,6 +4,7 @@
 #include <cmath>
 #include <optional>
 #include <set>
+#include <span>
 
 namespace kiv {
 namespace {
@@ -11,19 +12,8 @@ namespace {
 using proof::MusicBar;
 using proof::MusicStaff;
 
-/// The items of a staff in a bar.
-std::vector<Item> itemsIn(const MusicStaff& staff, const MusicBar& bar) {
-  std::vector<Item> items;
-  for (const Item& item : staff.items) {
-    if (item[par::position] >= bar.from && item[par::position] < bar.to) {
-      items.push_back(item);
-    }
-  }
-  return items;
-}
-
 /// Whether two rests begin together, or a rest stands beside one that fills the whole bar.
-bool hasTwoRests(const std::vector<Item>& items) {
+bool hasTwoRests(std::span<const Item> items) {
   std::multiset<float> positions;
   bool anyWholeBar = false;
   for (const Item& item : items) {
@@ -57,7 +47,8 @@ class StaffCheck {
   }
 
   void checkRests(std::size_t bar) {
-    const std::vector<Item> items = itemsIn(staff_, system_.bars()[bar]);
+    const MusicBar& place = system_.bars()[bar];
+    const std::span<const Item> items = staff_.between(place.from, &place.to);
     const proof::StaffTime time = proof::staffTimeOf(items);
     const proof::Ticks music = group_.bars(index_)[bar].length;
     if (!time.plays) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <map>
+#include <tuple>
 #include <vector>
 
 #include "verify/music_group.h"
@@ -18,7 +19,9 @@ struct Fault {
   double rest = 0;   ///< in quarter notes; of a rest of another length only
   double music = 0;  ///< the same
 
-  auto operator<=>(const Fault&) const = default;
+  bool operator<(const Fault& other) const {
+    return std::tie(bar, kind, rest, music) < std::tie(other.bar, other.kind, other.rest, other.music);
+  }
 };
 
 /// The rest staves that have each fault, from the top down.

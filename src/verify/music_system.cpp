@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <set>
+#include <span>
 #include <utility>
 
 namespace kiv::proof {
@@ -17,24 +19,13 @@ bool isSign(const Item& item) {
          item.type() == ItemType::timeSignature;
 }
 
-/// The items of a staff from a position up to another; a null end is the end of the staff.
-std::vector<Item> between(const MusicStaff& staff, float from, const float* to) {
-  std::vector<Item> items;
-  for (const Item& item : staff.items) {
-    if (item[par::position] >= from && (to == nullptr || item[par::position] < *to)) {
-      items.push_back(item);
-    }
-  }
-  return items;
-}
-
 /// What all staves have between two barlines.
 struct Content {
   std::set<float> notes;  ///< the positions of what takes time
   std::set<float> signs;
   bool hasCues = false;  ///< or grace notes
 
-  void add(const std::vector<Item>& items) {
+  void add(std::span<const Item> items) {
     for (const Item& item : items) {
       if (takesTime(item)) {
         notes.insert(item[par::position]);
@@ -111,10 +102,19 @@ float MusicBar::positionOfWholeBarRest(Ticks length) const {
   return inQuarterUnits((static_cast<double>(space) + to) / 2);
 }
 
+std::span<const Item> MusicStaff::between(float from, const float* to) const {
+  const auto isLeft = [](const Item& item, float position) { return item[par::position] < position; };
+  const auto first = std::lower_bound(items.begin(), items.end(), from, isLeft);
+  const auto end = to == nullptr ? items.end() : std::lower_bound(first, items.end(), *to, isLeft);
+  return {first, end};
+}
+
 void sortByPosition(std::vector<Item>& items) {
+  const auto isLeft = [](const Item& a, const Item& b) { return a[par::position] < b[par::position]; };
   std::erase_if(items, [](const Item& item) { return std::isnan(item[par::position]); });
-  std::stable_sort(items.begin(), items.end(),
-                   [](const Item& a, const Item& b) { return a[par::position] < b[par::position]; });
+  if (!std::is_sorted(items.begin(), items.end(), isLeft)) {  // those of a result mostly are
+    std::stable_sort(items.begin(), items.end(), isLeft);
+  }
 }
 
 MusicSystem::MusicSystem(std::vector<MusicStaff> staves, const std::vector<MusicBarline>& barlines)
@@ -138,7 +138,7 @@ void MusicSystem::addBar(const MusicBarline& barline, const float* next, bool is
   bar.from = barline.position;
   Content content;
   for (const MusicStaff& staff : staves_) {
-    const std::vector<Item> items = between(staff, bar.from, next);
+    const std::span<const Item> items = staff.between(bar.from, next);
     content.add(items);
     bar.times.push_back(staffTimeOf(items));
   }
@@ -191,10 +191,12 @@ std::map<std::size_t, std::vector<Item>> MusicSystem::signatures(const MusicStaf
 }
 
 float MusicSystem::leftEdge() const {
-  const auto left = std::min_element(staves_.begin(), staves_.end(), [](const MusicStaff& a, const MusicStaff& b) {
-    return a.staff[par::position] < b.staff[par::position];
-  });
-  return left == staves_.end() ? 0 : left->staff[par::position];
+  float left = std::numeric_limits<float>::max();
+  for (const MusicStaff& staff : staves_) {
+    const float own = staff.staff[par::position];
+    left = own < left ? own : left;
+  }
+  return left;
 }
 
 }  // namespace kiv::proof

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <span>
 #include <vector>
 
 #include "verify/music_time.h"
@@ -15,6 +16,8 @@ struct MusicStaff {
   std::vector<Item> items;  ///< all others, braces included; put in the order of their positions by MusicSystem
 
   float instrument() const { return staff[par::instrument]; }
+  /// The items from a position up to another, once they are in order; a null end is the end of the staff.
+  std::span<const Item> between(float from, const float* to) const;
 };
 
 /// Puts items in the order of their positions; those at one that is no number are left out.

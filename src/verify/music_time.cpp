@@ -44,7 +44,7 @@ bool isWholeBarRest(const Item& item) {
   return item.type() == ItemType::rest && (item[par::kind] == wholeBar || item[par::kind] == wholeBarToo);
 }
 
-StaffTime staffTimeOf(const std::vector<Item>& items) {
+StaffTime staffTimeOf(std::span<const Item> items) {
   StaffTime time;
   std::multiset<Ticks> ends;
   for (const Item& item : items) {

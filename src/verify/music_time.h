@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "mus/item.h"
@@ -37,7 +38,7 @@ struct StaffTime {
 };
 
 /// The time of the items of one bar of a staff, in the order of their positions. Those that take no time are ignored.
-StaffTime staffTimeOf(const std::vector<Item>& items);
+StaffTime staffTimeOf(std::span<const Item> items);
 
 /// The length in quarter notes that durations in page files stand for.
 double inQuarters(Ticks length);
