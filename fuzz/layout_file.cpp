@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <string_view>
 
 #include "fuzz/support/expect.h"
 #include "fuzz/support/parts.h"
-#include "repair/csv_records.h"
 
 namespace kiv::fuzz {
 namespace {
@@ -22,22 +22,22 @@ std::string quoted(const std::string& cell) {
   return text + '"';
 }
 
-/// A guard in front of a text that begins as a guard does keeps it as it is.
+/// The reader removes one apostrophe in front of a formula, also behind others.
 std::string guarded(const std::string& cell) {
-  return withoutGuard(cell) == cell ? cell : "'" + cell;
+  const std::size_t first = std::min(cell.find_first_not_of('\''), cell.size());
+  const bool isFormula =
+      first < cell.size() && std::string_view("=+-@\t\r").find(cell[first]) != std::string_view::npos;
+  return isFormula ? "'" + cell : cell;
 }
 
 void checkAgain(const std::vector<ListedInstrument>& instruments) {
   std::string text = "id,name,abbreviation\n";
-  bool isPlain = true;
   for (const ListedInstrument& instrument : instruments) {
     text += std::to_string(instrument.id) + "," + quoted(guarded(instrument.name)) + "," +
             quoted(guarded(instrument.abbreviation)) + "\n";
-    isPlain = isPlain && withoutGuard(instrument.name) == instrument.name &&
-              withoutGuard(instrument.abbreviation) == instrument.abbreviation;
   }
   const auto again = readLayoutFile(text);
-  if (isPlain && text.size() <= longestLayoutFile) {
+  if (text.size() <= longestLayoutFile) {
     const auto* read = std::get_if<std::vector<ListedInstrument>>(&again);
     expect(read != nullptr && *read == instruments, "a table that is written again reads as the same");
   }

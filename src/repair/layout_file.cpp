@@ -6,8 +6,8 @@
 #include <set>
 #include <utility>
 
+#include "base/csv.h"
 #include "base/number.h"
-#include "repair/csv_records.h"
 
 namespace kiv {
 namespace {
@@ -36,7 +36,7 @@ std::size_t columnOf(const CsvRecord& heads, const std::string& name) {
 }
 
 std::string cellOf(const CsvRecord& record, std::size_t column) {
-  return column < record.cells.size() ? trimmed(withoutGuard(record.cells[column])) : "";
+  return column < record.cells.size() ? trimmed(record.cells[column]) : "";
 }
 
 std::optional<std::int16_t> idOf(const std::string& cell) {

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "repair/csv_records.h"
-
 namespace kiv::test {
 namespace {
 
@@ -66,22 +64,6 @@ TEST(LayoutFile, IsBounded) {
     many += std::to_string(id) + "\n";
   }
   EXPECT_EQ(errorOf(many), (LayoutFileError{mostListed + 2, "there are more than 1000 instruments"}));
-}
-
-TEST(CsvReader, TakesSemicolonsOnlyWithoutACommaInTheFirstLine) {
-  EXPECT_EQ(CsvReader("a;b\n1,2\n").separator(), ';');
-  EXPECT_EQ(CsvReader("a;b,c\n").separator(), ',');
-  EXPECT_EQ(CsvReader("\"a,b\";c\n").separator(), ';');
-  EXPECT_EQ(CsvReader("a\n1;2\n").separator(), ',');
-}
-
-TEST(CsvReader, CountsTheLinesOfItsRecords) {
-  CsvReader reader("a,b\r\n\"1\r\n2\n3\",x\n\nlast");
-  EXPECT_EQ(reader.next(), (CsvRecord{1, {"a", "b"}}));
-  EXPECT_EQ(reader.next(), (CsvRecord{2, {"1\r\n2\n3", "x"}}));
-  EXPECT_EQ(reader.next(), (CsvRecord{6, {"last"}}));
-  EXPECT_EQ(reader.next(), std::nullopt);
-  EXPECT_FALSE(reader.error());
 }
 
 }  // namespace
