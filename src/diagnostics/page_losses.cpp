@@ -150,11 +150,23 @@ void PageLossFinder::addHiddenStaves(const std::string& musFileName, PageLosses&
   }
 }
 
+/// A hidden staff with nothing but barlines loses no music.
+void PageLossFinder::addItemsOfHiddenStaff(const std::string& musFileName, float number, PageLosses& losses) const {
+  const auto items = static_cast<int>(itemsOf(number).count - std::ranges::count(staves_, number, &Staff::number) -
+                                      std::ranges::count(barlines_, number, &Barline::staff));
+  if (items > 0) {
+    const auto staff = std::ranges::find(staves_, number, &Staff::number);
+    losses.looseItems.push_back(messages::itemsOnHiddenStaff(items, number, locationOf(musFileName, staff->item)));
+  }
+}
+
 void PageLossFinder::addLooseItems(const std::string& musFileName, PageLosses& losses) const {
   for (const float number : numbers_) {
     if (!hasStaff(number, true)) {
       const Items& items = itemsOf(number);
       losses.looseItems.push_back(messages::itemsOnNoStaff(items.count, number, locationOf(musFileName, items.first)));
+    } else if (!hasStaff(number, false)) {
+      addItemsOfHiddenStaff(musFileName, number, losses);
     }
   }
 }
@@ -189,6 +201,40 @@ PageLosses PageLossFinder::losses(const std::string& musFileName) const {
   addHiddenStaves(musFileName, losses);
   addLooseItems(musFileName, losses);
   addWriting(musFileName, losses);
+  return losses;
+}
+
+std::vector<Message> PageLossFinder::lossesOfSorting(const std::string& musFileName) const {
+  std::vector<Message> losses;
+  std::set<float> ids;
+  std::set<float> numbers;
+  int zeroIds = 0;
+  int firstZeroId = 0;
+  for (const Staff& staff : staves_) {
+    const Location location = locationOf(musFileName, staff.item);
+    if (!numbers.insert(staff.number).second) {
+      losses.push_back(messages::repeatedStaffNumberInSort(location));
+    } else if (staff.instrument == 0) {
+      firstZeroId = zeroIds++ == 0 ? staff.item : firstZeroId;
+    } else if (!std::isnan(staff.instrument) && !ids.insert(staff.instrument).second) {
+      losses.push_back(messages::repeatedIdInSort(location));
+    }
+  }
+  if (zeroIds > 1) {
+    losses.push_back(messages::severalZeroIdsInSort(zeroIds, locationOf(musFileName, firstZeroId)));
+  }
+  if (numbers.size() > writtenStaves) {
+    losses.push_back(messages::tooManyStaves(static_cast<int>(numbers.size()), {.file = musFileName}));
+  }
+  return losses;
+}
+
+std::vector<Message> findSortingLosses(const std::string& musFileName, std::string_view bytes) {
+  PageLossFinder finder;
+  forItems(bytes, TypeSet({}), [&](const PageWalker& page) { finder.add(page); });
+  std::vector<Message> losses = finder.lossesOfSorting(musFileName);
+  const std::vector<Message> ofWriting = finder.losses(musFileName).ofWriting;
+  losses.insert(losses.end(), ofWriting.begin(), ofWriting.end());
   return losses;
 }
 

@@ -33,7 +33,7 @@ Warnings showLosses(ConsoleHost& console, const SortOptions& options) {
   for (const FoundFile& page : console.system().pages()) {
     pages.push_back(page.name);
   }
-  return showWarnings(console.user(), console.system(), findWritingLosses(console.system(), pages), options.json);
+  return showWarnings(console.user(), console.system(), findSortingLosses(console.system(), pages), options.json);
 }
 
 int print(ConsoleHost& console, const RunOutcome& outcome, const Warnings& warnings, const SortOptions& options,
