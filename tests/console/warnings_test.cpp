@@ -121,6 +121,20 @@ TEST_F(ConsoleWarnings, AChartSaysThatTheReportCutsNamesAtACommaToo) {
   EXPECT_EQ(place.kivsys({"chart", "x1.mus", "x2.mus"}).error, "");
 }
 
+TEST_F(ConsoleWarnings, NoFolderIsMadeForARunThatIsRefused) {
+  addLossy();
+  for (const std::string command : {"analyze", "convert"}) {
+    const Ended ended = place.kivsys({command, "--strict", "--folder", "new", "x1.mus", "x2.mus"});
+    EXPECT_EQ(ended.status, 3);
+    EXPECT_EQ(ended.error.find("made the folder"), std::string::npos) << ended.error;
+    EXPECT_FALSE(fs::exists(place.path() / "new"));
+    EXPECT_EQ(place.kivsys({command, "--strict", "--force", "--folder", command, "x2.mus"}).status,
+              command == "convert" ? 0 : 2);
+  }
+  EXPECT_EQ(place.kivsys({"analyze", "--strict", "--folder", "made", "x2.mus"}).status, 0);
+  EXPECT_TRUE(fs::exists(place.path() / "made/KivSystem1.TXT"));
+}
+
 TEST_F(ConsoleWarnings, MusicOnAHiddenStaffIsLeftOut) {
   addPage("x1.mus",
           fluteAndBass + "staff 3 at 0 lines -1 instrument 9\nnote 3 at 5\nnote 3 at 8\nbarline 3 at 5 spans 1\n");

@@ -56,12 +56,13 @@ int show(ConsoleHost& console, Chart chart, const PlannedChart& plan) {
     for (ChartPage& page : chart.pages) {
       page.name = printable(page.name);
     }
-    return deliver(console.system(), "-", chartText(chart, styleOfOutput()) + summaryOf(plan.pages, true));
+    return deliver(console.system(), "-", chartText(chart, styleOfOutput()) + summaryOf(plan.pages, true),
+                   OutputKind::drawing);
   }
   for (ChartPage& page : chart.pages) {
     page.name = NativeSystem::toUtf8(page.name);
   }
-  return deliver(console.system(), plan.out, chartSvg(chart));
+  return deliver(console.system(), plan.out, chartSvg(chart), OutputKind::drawing);
 }
 
 int chartNames(ConsoleHost& console, const std::string& namesFile, const PlannedChart& plan) {

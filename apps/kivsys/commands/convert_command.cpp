@@ -188,7 +188,7 @@ std::optional<ResultFolder> folderOfResults(ConsoleSystem& system, const Convert
     return std::nullopt;
   }
   const std::string typed = folderOfPath(system, options.result);
-  return ResultFolder(system, system.outputPath(justPath(system, firstResultFile)), typed);
+  return ResultFolder(system, NativeSystem::exactPath(justPath(system, firstResultFile)), typed);
 }
 
 /// Where the results go.
@@ -253,6 +253,9 @@ int runConvert(const ConvertOptions& options) {
   if (!options.dryRun) {
     use.writtenFolders = [&](const SelectedPages& pages) { return writtenFolders(system, options, pages, place); };
   }
+  use.isRefused = [&](const std::string& namesFile) {
+    return options.strict && isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force});
+  };
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
     OverlayFiles overlay(system, system);
     std::optional<ValidPages> pages;

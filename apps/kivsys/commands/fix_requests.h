@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/console/native_system.h"
+#include "platform/console/console_system.h"
 #include "repair/fix_plan.h"
 
 namespace kiv {
@@ -20,7 +20,7 @@ struct FixRequests {
 };
 
 /// Reads the tables and options. Pages are named as nameOfPage does.
-FixRequests readRequests(NativeSystem& system, const FixOptions& options);
+FixRequests readRequests(ConsoleSystem& system, const FixOptions& options);
 
 /// How requests name the page of a file: without folder, in capitals.
 std::string nameOfPage(NativeSystem& system, const std::string& file);

@@ -56,6 +56,9 @@ int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOpti
     printError("nothing is written, as there are warnings and --strict is given");
     return print(console, writingOutcomeOf(names, console, true), warnings, options, exit_status::notUsable);
   }
+  for (const FoundFile& page : console.system().pages()) {
+    console.system().keepPrivacyOf(page.path);
+  }
   const ReadBack readBack = likePanel ? ReadBack::no : ReadBack::yes;
   const bool isSorted =
       endsNormally(console, [&] { cmdSortInstrument_Click(console.host(), namesFile, names, items, readBack); });

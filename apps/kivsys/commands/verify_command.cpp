@@ -49,7 +49,8 @@ std::string asJson(ConsoleSystem& system, const proof::Verification& verificatio
 int printVerification(ConsoleSystem& system, const proof::Verification& verification, const std::string& manifest,
                       bool json) {
   if (!manifest.empty()) {
-    if (const auto failure = writeOutput(system, manifest, manifestOf(system, verification.files))) {
+    if (const auto failure =
+            writeOutput(system, {"manifest", manifest, OutputKind::manifest}, manifestOf(system, verification.files))) {
       printError("cannot write the manifest: " + *failure);
       return exit_status::critical;
     }

@@ -2,6 +2,7 @@
 
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/safety/made_folder.h"
+#include "apps/kivsys/selection/page_arguments.h"
 #include "apps/kivsys/selection/panel_selection.h"
 #include "input/file_names.h"
 #include "platform/console/error_line.h"
@@ -73,14 +74,28 @@ std::string reorderingNote(Machine& machine, const SelectedPages& pages) {
   return "kivsys: note: the pages are taken in natural order: " + printable(names) + "; --keep-order keeps theirs\n";
 }
 
+/// A folder that is missing is not made for a run that will refuse to write.
+FolderUse folderUse(NativeSystem& system, const Selection& selection, const SelectionUse& use,
+                    const std::string& namesFile) {
+  const bool isMade = use.folder == FolderUse::written && !selection.folder.empty() &&
+                      PlannedFolder(system, selection.folder, selection.folder).isMissing();
+  return isMade && use.isRefused && use.isRefused(namesFile) ? FolderUse::planned : use.folder;
+}
+
 int runGuarded(ConsoleHost& console, const Selection& selection, const SelectionUse& use,
                const std::function<int(const std::string& namesFile)>& run) {
+  if (const auto reason = refusalOfName(selection.folder, "folder")) {
+    return refuse({*reason});
+  }
   ConsoleSystem& system = console.system();
   const PageSearch search{folderOfRun(system, selection), selection.keepOrder, use.skipsBadPages};
   const SelectedPages pages = selection.names.empty() ? findTypedPages(system, selection.pages, search)
                                                       : findListedPages(system, selection.names, search);
   system.bindPages(pages.pages);
   system.showAs(pages.badPages);
+  for (const std::string& path : pages.badPaths) {
+    system.protectFile(path);
+  }
   system.protectFile(pages.listPath);
   system.serveNamesFile(pages.namesFile, pages.names);
   if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {
@@ -89,7 +104,9 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
   if (pages.isReordered) {
     console.user().printNotes(reorderingNote(system, pages));
   }
-  if (const int status = prepareFolders(console, selection, use, pages); status != exit_status::normal) {
+  SelectionUse made = use;
+  made.folder = folderUse(system, selection, use, pages.namesFile);
+  if (const int status = prepareFolders(console, selection, made, pages); status != exit_status::normal) {
     return status;
   }
   if (use.writtenFolders) {
@@ -98,7 +115,7 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
       return refuse(reasons);
     }
   }
-  if (const auto reasons = enterFolderOfRun(system, selection, use.folder); !reasons.empty()) {
+  if (const auto reasons = enterFolderOfRun(system, selection, made.folder); !reasons.empty()) {
     return refuse(reasons);
   }
   return run(pages.namesFile);
