@@ -54,6 +54,7 @@ void forItems(std::string_view bytes, TypeSet skipped, const Add& add) {
 void PageLossFinder::clear() {
   staves_.clear();
   barlines_.clear();
+  braceSpans_.clear();
   texts_.clear();
   if (!numbers_.empty()) {
     itemsOfCommon_ = {};
@@ -70,6 +71,8 @@ void PageLossFinder::addStaffOrBarline(const PageWalker& page) {
                        page.par(par::writtenAsZero), page.par(par::lines) == hiddenStaff});
   } else if (type == ItemType::barline && page.par(par::kind) <= highestBarlineKind) {
     barlines_.push_back({staff, page.par(par::position), page.par(par::spannedStaves)});
+  } else if (type == ItemType::barline) {
+    braceSpans_.push_back(page.par(par::spannedStaves));
   }
 }
 
@@ -206,6 +209,10 @@ PageLosses PageLossFinder::losses(const std::string& musFileName) const {
 
 std::vector<Message> PageLossFinder::lossesOfSorting(const std::string& musFileName) const {
   std::vector<Message> losses;
+  const auto all = static_cast<float>(staves_.size());
+  if (std::ranges::count(barlines_, all, &Barline::span) + std::ranges::count(braceSpans_, all) == 0) {
+    return losses;  // no page of one system: the sort ends with a message about that
+  }
   std::set<float> ids;
   std::set<float> numbers;
   int zeroIds = 0;

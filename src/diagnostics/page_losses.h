@@ -85,6 +85,7 @@ class PageLossFinder {
 
   std::vector<Staff> staves_;
   std::vector<Barline> barlines_;
+  std::vector<float> braceSpans_;  // of the items of their type that are no barlines
   std::vector<ChangedText> texts_;
   std::array<Items, commonNumbers> itemsOfCommon_{};          // by the staff number, which nearly all items have
   std::unordered_map<std::uint32_t, Items> itemsOfUncommon_;  // by the bits of the others

@@ -110,6 +110,13 @@ TEST_F(ConsoleWarnings, ASortThatMixesStavesUpSaysSo) {
   }
 }
 
+TEST_F(ConsoleWarnings, APageOfTwoSystemsIsNotSortedAndHasTheMessageAboutThatOnly) {
+  addPage("A1.MUS", "staff 1 at 0 instrument 7\nbarline 1 at 0 spans 1\nstaff 2 at 0 instrument 7\n");
+  const Ended ended = place.kivsys({"sort", "A1.MUS"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_EQ(ended.error.find("warning"), std::string::npos) << ended.error;
+}
+
 TEST_F(ConsoleWarnings, AChartSaysThatTheReportCutsNamesAtACommaToo) {
   addTwo("com,ma/");
   const Ended ended = place.kivsys({"chart", "com,ma"});
