@@ -1,7 +1,10 @@
 #include "apps/kivsys/command_line.h"
 
+#include <algorithm>
 #include <sstream>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -10,8 +13,10 @@
 #include "apps/kivsys/command_table.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/print_outcome.h"
+#include "apps/kivsys/selection/page_arguments.h"
 #include "apps/kivsys/usage/help_text.h"
 #include "apps/kivsys/usage/usage_error.h"
+#include "platform/console/error_line.h"
 #include "shell/start_up.h"
 #include "shell/version.h"
 
@@ -57,6 +62,47 @@ void refuseEmptyValues(CLI::App& app) {
   }
 }
 
+/// A name on a command line that the core has none for.
+struct UnusableName : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// The name is that of a file or folder that the command writes.
+bool isOutput(const CLI::Option& option) {
+  const std::vector<std::string>& names = option.get_lnames();
+  return std::any_of(names.begin(), names.end(), [](const std::string& name) {
+    return name == "out" || name == "result" || name == "manifest" || name == "resume" || name == "folder";
+  });
+}
+
+void refuseUnusableNames(CLI::Option& option, const std::string& what) {
+  const bool isNew = isOutput(option);
+  option.check(CLI::Validator(
+      [isNew, what](const std::string& typed) -> std::string {
+        const bool isStream = typed == "-" || typed.empty();
+        if (const auto reason = isStream ? std::nullopt
+                                : isNew  ? refusalOfNewName(typed, what)
+                                         : refusalOfName(typed, what)) {
+          throw UnusableName(*reason);
+        }
+        return "";
+      },
+      ""));
+}
+
+/// Refuses files and folders that the core would take for others. Pages are checked one by one as they are found; undo
+/// works without the core.
+void refuseUnusableNames(CLI::App& app) {
+  for (CLI::App* command : app.get_subcommands({})) {
+    for (CLI::Option* option : command->get_options()) {
+      const ValueKind kind = valueKindOf(*option);
+      if (command->get_name() != "undo" && (kind == ValueKind::file || kind == ValueKind::folder)) {
+        refuseUnusableNames(*option, kind == ValueKind::file ? "file" : "folder");
+      }
+    }
+  }
+}
+
 /// Adds all commands, whose values and status go into the command line.
 void addCommands(CLI::App& app, CommandLine& line) {
   app.set_help_flag("-h,--help", "Print this help");
@@ -87,12 +133,20 @@ void addCommands(CLI::App& app, CommandLine& line) {
   refuseEmptyValues(app);
 }
 
+/// A run like the panel's takes names as the panel does.
+bool isLikePanel(int argc, const char* const* argv) {
+  return std::any_of(argv, argv + argc, [](const char* word) { return std::string_view(word) == "--like-panel"; });
+}
+
 }  // namespace
 
 int runCommandLine(int argc, const char* const* argv) {
   CommandLine line;
   CLI::App app("Prepares groups of MUS page files: analyzes their instrument layout, and makes it the same.", "kivsys");
   addCommands(app, line);
+  if (!isLikePanel(argc, argv)) {
+    refuseUnusableNames(app);
+  }
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& question) {  // for the help or the version
@@ -101,6 +155,9 @@ int runCommandLine(int argc, const char* const* argv) {
     return printOutcome(answer.str(), exit_status::normal);
   } catch (const CLI::ParseError& error) {
     return printUsageError(usageErrorOf(tableOf(app), std::vector<std::string>(argv + 1, argv + argc), error.what()));
+  } catch (const UnusableName& name) {
+    printError(name.what());
+    return exit_status::wrongUsage;
   }
   return line.status;
 }

@@ -5,7 +5,8 @@
 
 namespace CLI {
 class App;
-}
+class Option;
+}  // namespace CLI
 
 namespace kiv {
 
@@ -53,6 +54,9 @@ struct CommandTable {
 };
 
 CommandTable tableOf(const CLI::App& app);
+
+/// What a shell can suggest for the value of an option or operand.
+ValueKind valueKindOf(const CLI::Option& option);
 
 /// The names of all commands.
 std::vector<std::string> commandNames(const CommandTable& table);

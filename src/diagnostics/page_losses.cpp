@@ -54,6 +54,7 @@ void forItems(std::string_view bytes, TypeSet skipped, const Add& add) {
 void PageLossFinder::clear() {
   staves_.clear();
   barlines_.clear();
+  braceSpans_.clear();
   texts_.clear();
   if (!numbers_.empty()) {
     itemsOfCommon_ = {};
@@ -70,6 +71,8 @@ void PageLossFinder::addStaffOrBarline(const PageWalker& page) {
                        page.par(par::writtenAsZero), page.par(par::lines) == hiddenStaff});
   } else if (type == ItemType::barline && page.par(par::kind) <= highestBarlineKind) {
     barlines_.push_back({staff, page.par(par::position), page.par(par::spannedStaves)});
+  } else if (type == ItemType::barline) {
+    braceSpans_.push_back(page.par(par::spannedStaves));
   }
 }
 
@@ -150,11 +153,23 @@ void PageLossFinder::addHiddenStaves(const std::string& musFileName, PageLosses&
   }
 }
 
+/// A hidden staff with nothing but barlines loses no music.
+void PageLossFinder::addItemsOfHiddenStaff(const std::string& musFileName, float number, PageLosses& losses) const {
+  const auto items = static_cast<int>(itemsOf(number).count - std::ranges::count(staves_, number, &Staff::number) -
+                                      std::ranges::count(barlines_, number, &Barline::staff));
+  if (items > 0) {
+    const auto staff = std::ranges::find(staves_, number, &Staff::number);
+    losses.looseItems.push_back(messages::itemsOnHiddenStaff(items, number, locationOf(musFileName, staff->item)));
+  }
+}
+
 void PageLossFinder::addLooseItems(const std::string& musFileName, PageLosses& losses) const {
   for (const float number : numbers_) {
     if (!hasStaff(number, true)) {
       const Items& items = itemsOf(number);
       losses.looseItems.push_back(messages::itemsOnNoStaff(items.count, number, locationOf(musFileName, items.first)));
+    } else if (!hasStaff(number, false)) {
+      addItemsOfHiddenStaff(musFileName, number, losses);
     }
   }
 }
@@ -189,6 +204,44 @@ PageLosses PageLossFinder::losses(const std::string& musFileName) const {
   addHiddenStaves(musFileName, losses);
   addLooseItems(musFileName, losses);
   addWriting(musFileName, losses);
+  return losses;
+}
+
+std::vector<Message> PageLossFinder::lossesOfSorting(const std::string& musFileName) const {
+  std::vector<Message> losses;
+  const auto all = static_cast<float>(staves_.size());
+  if (std::ranges::count(barlines_, all, &Barline::span) + std::ranges::count(braceSpans_, all) == 0) {
+    return losses;  // no page of one system: the sort ends with a message about that
+  }
+  std::set<float> ids;
+  std::set<float> numbers;
+  int zeroIds = 0;
+  int firstZeroId = 0;
+  for (const Staff& staff : staves_) {
+    const Location location = locationOf(musFileName, staff.item);
+    if (!numbers.insert(staff.number).second) {
+      losses.push_back(messages::repeatedStaffNumberInSort(location));
+    } else if (staff.instrument == 0) {
+      firstZeroId = zeroIds++ == 0 ? staff.item : firstZeroId;
+    } else if (!std::isnan(staff.instrument) && !ids.insert(staff.instrument).second) {
+      losses.push_back(messages::repeatedIdInSort(location));
+    }
+  }
+  if (zeroIds > 1) {
+    losses.push_back(messages::severalZeroIdsInSort(zeroIds, locationOf(musFileName, firstZeroId)));
+  }
+  if (numbers.size() > writtenStaves) {
+    losses.push_back(messages::tooManyStaves(static_cast<int>(numbers.size()), {.file = musFileName}));
+  }
+  return losses;
+}
+
+std::vector<Message> findSortingLosses(const std::string& musFileName, std::string_view bytes) {
+  PageLossFinder finder;
+  forItems(bytes, TypeSet({}), [&](const PageWalker& page) { finder.add(page); });
+  std::vector<Message> losses = finder.lossesOfSorting(musFileName);
+  const std::vector<Message> ofWriting = finder.losses(musFileName).ofWriting;
+  losses.insert(losses.end(), ofWriting.begin(), ofWriting.end());
   return losses;
 }
 

@@ -14,6 +14,8 @@
 
 namespace kiv {
 
+constexpr std::size_t writtenStaves = 32;  ///< of a result; the writer leaves out the others
+
 /// Which items of a page are looked at.
 enum class LossScan {
   staves,   ///< staves, and the barlines beside them: enough for what an analysis loses
@@ -24,7 +26,7 @@ enum class LossScan {
 struct PageLosses {
   std::vector<Message> ofAnalysis;    ///< negative instrument identifiers
   std::vector<Message> hiddenStaves;  ///< hidden bottom staves, if the file is a page by itself
-  std::vector<Message> looseItems;    ///< items on no staff, left out of a conversion
+  std::vector<Message> looseItems;    ///< items on no staff, or a hidden one, left out of a conversion
   std::vector<Message> ofWriting;     ///< what the writer cuts or sets to 0
 };
 
@@ -41,6 +43,8 @@ class PageLossFinder {
   bool hasHiddenStaff() const;
   /// The losses of the file of this full name.
   PageLosses losses(const std::string& musFileName) const;
+  /// What a sort does to the staves of the file, if it is a page of one system.
+  std::vector<Message> lossesOfSorting(const std::string& musFileName) const;
 
  private:
   struct Staff {
@@ -75,11 +79,13 @@ class PageLossFinder {
   float spanAt(const Staff& staff) const;
   int visibleStaves(float above, float last) const;
   void addHiddenStaves(const std::string& musFileName, PageLosses& losses) const;
+  void addItemsOfHiddenStaff(const std::string& musFileName, float number, PageLosses& losses) const;
   void addLooseItems(const std::string& musFileName, PageLosses& losses) const;
   void addWriting(const std::string& musFileName, PageLosses& losses) const;
 
   std::vector<Staff> staves_;
   std::vector<Barline> barlines_;
+  std::vector<float> braceSpans_;  // of the items of their type that are no barlines
   std::vector<ChangedText> texts_;
   std::array<Items, commonNumbers> itemsOfCommon_{};          // by the staff number, which nearly all items have
   std::unordered_map<std::uint32_t, Items> itemsOfUncommon_;  // by the bits of the others
@@ -88,5 +94,8 @@ class PageLossFinder {
 
 /// Looks through the bytes of a page file, as far as they can be read.
 PageLosses findPageLosses(const std::string& musFileName, std::string_view bytes, LossScan scan);
+
+/// What a sort of the page changes beside the order of the staves, as far as the bytes can be read.
+std::vector<Message> findSortingLosses(const std::string& musFileName, std::string_view bytes);
 
 }  // namespace kiv

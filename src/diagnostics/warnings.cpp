@@ -13,8 +13,6 @@
 namespace kiv {
 namespace {
 
-constexpr std::size_t writtenStaves = 32;
-
 class WarningFinder {
  public:
   WarningFinder(Files& files, const WarnedRun& run, GroupFacts& group)
@@ -27,7 +25,6 @@ class WarningFinder {
   void addSystem(const SystemFact& system, const std::set<std::int16_t>& instruments);
   void addRepeats(const SystemFact& system);
   void addInput(const std::string& input);
-  void addNames(const std::vector<std::string>& inputs);
   void add(const std::vector<Message>& messages);
   Location locationOf(const SystemFact& system, const StaffFact& fact);
   bool sharesASystem(const std::string& file);
@@ -126,20 +123,8 @@ void WarningFinder::addInput(const std::string& input) {
   }
 }
 
-/// A name with a comma is reported once for each folder that has one, or for the file where only its own name has.
-void WarningFinder::addNames(const std::vector<std::string>& inputs) {
-  std::set<std::string> names;
-  for (const std::string& input : inputs) {
-    const std::string folder = input.substr(0, input.find_last_of('\\') + 1);
-    if (input.find(',') != std::string::npos &&
-        names.insert(folder.find(',') == std::string::npos ? input : folder).second) {
-      warnings_.push_back(messages::nameWithComma(input));
-    }
-  }
-}
-
 std::vector<Message> WarningFinder::find(const std::vector<std::string>& inputs) {
-  addNames(inputs);
+  add(findNameWarnings(inputs));
   if (run_.scope != RunScope::analysis) {
     addSystems();
   }
@@ -154,12 +139,26 @@ std::vector<Message> WarningFinder::find(const std::vector<std::string>& inputs)
 
 }  // namespace
 
-std::vector<Message> findWritingLosses(Files& files, const std::vector<std::string>& inputs) {
+/// A name with a comma is reported once for each folder that has one, or for the file where only its own name has.
+std::vector<Message> findNameWarnings(const std::vector<std::string>& inputs) {
+  std::vector<Message> warnings;
+  std::set<std::string> names;
+  for (const std::string& input : inputs) {
+    const std::string folder = input.substr(0, input.find_last_of('\\') + 1);
+    if (input.find(',') != std::string::npos &&
+        names.insert(folder.find(',') == std::string::npos ? input : folder).second) {
+      warnings.push_back(messages::nameWithComma(input));
+    }
+  }
+  return warnings;
+}
+
+std::vector<Message> findSortingLosses(Files& files, const std::vector<std::string>& inputs) {
   FileBuffer buffer;
   std::vector<Message> losses;
   for (const std::string& input : inputs) {
     const std::string_view bytes = buffer.read(files, input, readableBytes).value_or("");
-    const std::vector<Message> ofPage = findPageLosses(input, bytes, LossScan::allItems).ofWriting;
+    const std::vector<Message> ofPage = findSortingLosses(input, bytes);
     losses.insert(losses.end(), ofPage.begin(), ofPage.end());
   }
   return losses;

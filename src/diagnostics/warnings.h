@@ -28,7 +28,10 @@ struct WarnedRun {
 std::vector<Message> findWarnings(Files& files, const std::vector<std::string>& inputs, const WarnedRun& run,
                                   GroupFacts& group);
 
-/// What a run that writes these pages again changes in them by the rules of the format, in their order.
-std::vector<Message> findWritingLosses(Files& files, const std::vector<std::string>& inputs);
+/// The warnings about names alone.
+std::vector<Message> findNameWarnings(const std::vector<std::string>& inputs);
+
+/// What a sort of these pages changes in them beside the order of their staves, page by page.
+std::vector<Message> findSortingLosses(Files& files, const std::vector<std::string>& inputs);
 
 }  // namespace kiv

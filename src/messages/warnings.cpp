@@ -68,6 +68,28 @@ Message itemsOnNoStaff(int items, float staff, const Location& item) {
                  item);
 }
 
+Message itemsOnHiddenStaff(int items, float number, const Location& staff) {
+  return warning(code::itemOnNoStaff,
+                 itemWords(items) + " on staff " + generalNumber(number) +
+                     ", which is hidden; a conversion leaves out what is there",
+                 staff);
+}
+
+Message repeatedIdInSort(const Location& staff) {
+  return warning(code::repeatedInstrumentId,
+                 "the instrument id occurs again on the page; a sort mixes the items of the staves up", staff);
+}
+
+Message severalZeroIdsInSort(int staves, const Location& staff) {
+  return warning(code::severalZeroIds,
+                 staffWords(staves) + " of the page have no instrument id; a sort mixes their items up", staff);
+}
+
+Message repeatedStaffNumberInSort(const Location& staff) {
+  return warning(code::repeatedStaffNumber,
+                 "the staff number occurs again on the page; a sort takes the staves for one", staff);
+}
+
 Message shortTextCut(const Location& text) {
   return warning(code::shortTextCut, "the text is cut to 5 characters", text);
 }

@@ -24,6 +24,14 @@ Message nameWithComma(const std::string& file);
 Message hiddenBottomStaff(int staves, const Location& staff);
 /// Items whose staff has no staff item. The location is that of the first one.
 Message itemsOnNoStaff(int items, float staff, const Location& item);
+/// Items whose staff is hidden, beside staff items and barlines. The location is that of the staff.
+Message itemsOnHiddenStaff(int items, float number, const Location& staff);
+/// A sort orders items by the instrument of their staff, and these staves have the same one.
+Message repeatedIdInSort(const Location& staff);
+/// The same, of staves without an instrument identifier. The location is that of the first one.
+Message severalZeroIdsInSort(int staves, const Location& staff);
+/// A sort takes items by the number of their staff, and these staves have the same one.
+Message repeatedStaffNumberInSort(const Location& staff);
 Message shortTextCut(const Location& text);
 Message textFilled(const Location& text);
 /// The location is that of the first of the staves.

@@ -232,6 +232,18 @@ std::string PageBuilder::finish(LineError& error) {
 
 }  // namespace
 
+bool describesPage(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
+    const std::string_view line = text.substr(0, end);
+    if (!line.starts_with('*') && line.find_first_not_of(" \t") != std::string_view::npos) {
+      return true;
+    }
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return false;
+}
+
 std::variant<std::string, PageTextError> buildPage(std::string_view text) {
   PageBuilder builder;
   LineError error;

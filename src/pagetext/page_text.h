@@ -22,4 +22,8 @@ struct PageTextError {
 /// again.
 std::variant<std::string, PageTextError> buildPage(std::string_view text);
 
+/// Whether the text has any line about a page. A dump always has one; a text of nothing but blanks and comments builds
+/// a page without items, which its writer hardly means.
+bool describesPage(std::string_view text);
+
 }  // namespace kiv

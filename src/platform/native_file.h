@@ -21,6 +21,9 @@ struct FileIdentity {
 /// The identity of the file or folder that a path leads to, links followed; nullopt when there is none.
 std::optional<FileIdentity> identityOf(const std::string& path);
 
+/// The same of the file that standard input is; nullopt when it is none.
+std::optional<FileIdentity> identityOfStandardInput();
+
 /// By this a file that has changed differs from the one that it was.
 struct FileStamp {
   FileIdentity identity;

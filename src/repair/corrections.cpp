@@ -1,5 +1,6 @@
 #include "repair/corrections.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <utility>
@@ -14,6 +15,20 @@ enum Column : std::size_t { file, staff, newId, what, item, oldId, confidence, c
 constexpr std::array<std::string_view, columnCount> columnNames = {"file", "staff",  "new_id",    "what",
                                                                    "item", "old_id", "confidence"};
 constexpr std::size_t requiredColumns = 3;
+constexpr std::array<std::string_view, 4> confidences = {"", "guess", "likely", "sure"};
+
+/// More than a table for the largest group has, and errors than anybody reads.
+constexpr std::size_t mostRows = 250000;
+constexpr std::size_t mostErrors = 1000;
+
+/// The text in small letters: people and spreadsheets write words in either case.
+std::string inSmallLetters(std::string_view text) {
+  std::string small(text);
+  for (char& c : small) {
+    c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  }
+  return small;
+}
 
 std::string_view trimmed(std::string_view text) {
   constexpr std::string_view blanks = " \t";
@@ -33,6 +48,14 @@ class TableReader {
   void read(const CsvRecord& row) {
     line_ = row.line;
     row_ = &row;
+    if (++rows_ > mostRows) {
+      isFull_ = true;
+      return fail("has more than " + std::to_string(mostRows) + " rows before it; the rest is not read");
+    }
+    if (table_.errors.size() == mostErrors) {
+      isFull_ = true;
+      return fail("has too many errors before it; the rest is not read");
+    }
     if (row.cells.size() > width_) {
       return fail("has more cells than the first row");
     }
@@ -45,7 +68,8 @@ class TableReader {
     }
   }
 
-  bool hasColumns() const { return hasColumns_; }
+  /// Whether more rows are wanted.
+  bool isOpen() const { return hasColumns_ && !isFull_; }
   Corrections& table() { return table_; }
 
  private:
@@ -55,9 +79,13 @@ class TableReader {
     columns_.fill(width_);
     for (std::size_t column = 0; column < columnCount; ++column) {
       for (std::size_t i = 0; i < head.cells.size(); ++i) {
-        if (trimmed(head.cells[i]) == columnNames[column]) {
-          columns_[column] = i;
+        if (inSmallLetters(trimmed(head.cells[i])) != columnNames[column]) {
+          continue;
         }
+        if (columns_[column] != width_) {
+          fail("has two columns " + std::string(columnNames[column]));
+        }
+        columns_[column] = i;
       }
       if (column < requiredColumns && columns_[column] == width_) {
         fail("has no column " + std::string(columnNames[column]));
@@ -111,14 +139,19 @@ class TableReader {
     Correction correction;
     correction.line = line_;
     correction.file = cell(file);
-    correction.isCue = cell(what) == "cue";
-    correction.confidence = cell(confidence);
+    const std::string kind = inSmallLetters(cell(what));
+    correction.isCue = kind == "cue";
+    correction.confidence = inSmallLetters(cell(confidence));
     if (correction.file.empty()) {
       fail("has no file");
       return std::nullopt;
     }
-    if (!correction.isCue && !cell(what).empty() && cell(what) != "staff") {
+    if (!correction.isCue && !kind.empty() && kind != "staff") {
       failOn(what, "staff or cue");
+      return std::nullopt;
+    }
+    if (std::find(confidences.begin(), confidences.end(), correction.confidence) == confidences.end()) {
+      failOn(confidence, "sure, likely or guess");
       return std::nullopt;
     }
     const auto id = idIn(cell(newId));
@@ -136,6 +169,8 @@ class TableReader {
   Corrections table_;
   std::array<std::size_t, columnCount> columns_{};  // where each is in a row; the width for one that is not there
   bool hasColumns_ = false;
+  bool isFull_ = false;
+  std::size_t rows_ = 0;
   std::size_t width_ = 0;
   std::size_t line_ = 0;
   const CsvRecord* row_ = nullptr;
@@ -162,7 +197,7 @@ Corrections readCorrections(std::string_view csv) {
                              : CorrectionError{1, "has no rows"}}};
   }
   TableReader reader(*head);
-  while (reader.hasColumns()) {
+  while (reader.isOpen()) {
     const auto record = records.next();
     if (!record) {
       break;

@@ -2,6 +2,7 @@
 if(NOT WIN32)
   kiv_bare_test_program(console
     console/analyze_test.cpp
+    console/backslash_names_test.cpp
     console/convert_failures_test.cpp
     console/convert_json_test.cpp
     console/convert_options_test.cpp
@@ -25,6 +26,7 @@ if(NOT WIN32)
     console/keep_going_test.cpp
     console/large_files_test.cpp
     console/listed_conversion_test.cpp
+    console/latecomers_test.cpp
     console/man_and_completions_test.cpp
     console/next_step_test.cpp
     console/page_arguments_test.cpp
@@ -36,6 +38,7 @@ if(NOT WIN32)
     console/report_test.cpp
     console/run_program.cpp
     console/running_program.cpp
+    console/safe_inputs_test.cpp
     console/safe_outputs_test.cpp
     console/safe_results_test.cpp
     console/safe_selection_test.cpp
@@ -84,11 +87,13 @@ if(NOT WIN32)
     console/names_list_test.cpp
     console/natural_order_test.cpp
     console/nearest_word_test.cpp
+    console/output_file_test.cpp
     ../apps/kivsys/output/csv.cpp ../apps/kivsys/output/diagnostics_json.cpp
     ../apps/kivsys/output/instruments_output.cpp
     ../apps/kivsys/output/outcome_json.cpp
     ../apps/kivsys/output/text_table.cpp ../apps/kivsys/output/verification_json.cpp
-    ../apps/kivsys/safety/file_kinds.cpp
+    ../apps/kivsys/safety/file_kinds.cpp ../apps/kivsys/safety/input_files.cpp
+    ../apps/kivsys/safety/output_file.cpp
     ../apps/kivsys/selection/names_list.cpp
     ../apps/kivsys/selection/natural_order.cpp
     ../apps/kivsys/undo/journal_text.cpp

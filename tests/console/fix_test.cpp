@@ -129,8 +129,34 @@ TEST_F(ConsoleFix, WrongUsageIsNamed) {
   EXPECT_EQ(place.kivsys({"fix", "x1.mus", "--map", "101=0", "--set", "x1.mus", "-o", "f"}).error,
             "kivsys: --set x1.mus: not FILE:STAFF=ID with an id from 1 to 32767\n"
             "kivsys: --map 101=0: not OLD=NEW with a new id from 1 to 32767\n");
+  EXPECT_EQ(place.kivsys({"fix", "x1.mus", "--map", "40000=5", "-o", "f"}).error,
+            "kivsys: --map 40000=5: the old id is no whole number from -32768 to 32767\n");
   EXPECT_EQ(place.kivsys({"fix", "x1.mus", "--corrections", "none.csv", "-o", "f"}).error,
             "kivsys: cannot read none.csv: No such file or directory\n");
+}
+
+TEST_F(ConsoleFix, ASetIdIsThatOfTheFileThatIsNamed) {
+  place.write("old/x1.mus", place.read("x1.mus"));
+  const Ended other = place.kivsys({"fix", "x1.mus", "--set", "old/x1.mus:1=99", "-o", "f"});
+  EXPECT_EQ(other.status, 2);
+  EXPECT_EQ(other.error, "kivsys: --set old/x1.mus:1=99: old/x1.mus is none of the pages\n");
+  EXPECT_EQ(place.kivsys({"fix", "x1.mus", "--set", "nowhere/x1.mus:1=99", "-o", "f"}).status, 2);
+  EXPECT_FALSE(fs::exists(place.path() / "f"));
+  EXPECT_EQ(place.kivsys({"fix", "old/x1.mus", "--set", "old/X1.MUS:1=99", "-o", "f"}).status, 0);
+  EXPECT_EQ(place.kivsys({"fix", "old/x1.mus", "--set", "X1.MUS:1=99", "-o", "g"}).status, 0);
+}
+
+TEST_F(ConsoleFix, OnlySureCorrectionsAreUsedHoweverTheOthersAreWritten) {
+  for (const std::string word : {"Guess", "LIKELY"}) {
+    const std::string table = "file,staff,new_id,Confidence\nX1.MUS,1,99," + word + "\n";
+    const Ended ended = place.kivsys({"fix", "x1.mus", "--corrections", "-", "--only", "sure", "-o", word}, ".", table);
+    EXPECT_EQ(ended.status, 0) << ended.error;
+    EXPECT_TRUE(ended.out.ends_with("0 ids changed in 1 page\n1 row of less confidence left out\n")) << ended.out;
+  }
+  const Ended unknown = place.kivsys({"fix", "x1.mus", "--corrections", "-", "--only", "sure", "-o", "f"}, ".",
+                                     "file,staff,new_id,confidence\nX1.MUS,1,99,unsure\n");
+  EXPECT_EQ(unknown.status, 2);
+  EXPECT_EQ(unknown.error, "kivsys: -:2: confidence is \"unsure\", not sure, likely or guess\n");
 }
 
 TEST_F(ConsoleFix, JsonHasEveryChange) {

@@ -130,6 +130,25 @@ TEST_F(LargeFiles, ANamesFileThatIsTooLargeIsRefusedAndKept) {
   EXPECT_EQ(fs::file_size(place.path() / "names.txt"), gibibyte);
 }
 
+TEST_F(LargeFiles, ATableOfCorrectionsIsReadUpToItsLimits) {
+  constexpr std::size_t mebibyte = std::size_t{1} << 20U;
+  const std::vector<std::string> fix = {"fix", "A1.MUS", "--corrections", "t.csv", "-o", "f"};
+  makeLarge("t.csv");
+  const Measured ended = run(fix);
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_EQ(ended.error, "kivsys: t.csv has more than 16777216 bytes, the limit for a table of corrections\n");
+  std::string rows = "file,staff,new_id\n";
+  while (rows.size() < 15 * mebibyte) {
+    rows += "a,b,c\n";
+  }
+  for (const std::string& table : {std::string(15 * mebibyte, ','), rows, std::string(15 * mebibyte, '"')}) {
+    place.write("t.csv", table);
+    const Measured refused = run(fix);
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_LT(refused.kilobytes, mostKilobytes) << table.substr(0, 40);
+  }
+}
+
 TEST_F(LargeFiles, AStateOfBracketsIsNotRead) {
   constexpr std::size_t brackets = std::size_t{4} << 20U;
   const std::string head = "{\"kivsys_survey_state\":1,\"x\":" + std::string(brackets, '[') + "\n";

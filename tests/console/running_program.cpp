@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <fstream>
 #include <thread>
+#include <utility>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -99,6 +100,11 @@ bool RunningProgram::waits() const {
     std::this_thread::sleep_for(pause);
   }
   return false;
+}
+
+void RunningProgram::give(const std::string& text) {
+  EXPECT_EQ(::write(input_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+  ::close(std::exchange(input_, -1));
 }
 
 void RunningProgram::signal(int number) const {

@@ -23,6 +23,8 @@ class RunningProgram {
   /// before.
   bool waits() const;
   void signal(int number) const;
+  /// Gives it this text on its standard input, which ends with it.
+  void give(const std::string& text);
   /// Waits for its end, and returns the exit status; minus the signal when one has killed it.
   int end();
   const std::string& error() const { return error_; }

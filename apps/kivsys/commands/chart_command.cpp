@@ -5,12 +5,14 @@
 #include "analysis/report_index.h"
 #include "apps/kivsys/commands/draw_command.h"
 #include "apps/kivsys/commands/valid_pages.h"
+#include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/analysis_output.h"
 #include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/output/text_table.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "diagnostics/group_facts.h"
+#include "diagnostics/warnings.h"
 #include "drawing/chart_drawings.h"
 #include "platform/console/console_host.h"
 #include "platform/console/printable.h"
@@ -60,13 +62,13 @@ int show(ConsoleHost& console, Chart chart, const PlannedChart& plan) {
     }
     chart.piece = printable(chart.piece);
     const std::string text = chartText(chart, styleOfOutput(plan.systemsPerRow));
-    return deliver(console.system(), "-", text + summaryOf(plan.pages, true));
+    return deliver(console.system(), "-", text + summaryOf(plan.pages, true), OutputKind::drawing);
   }
   for (ChartPage& page : chart.pages) {
     page.name = NativeSystem::toUtf8(page.name);
   }
   chart.piece = NativeSystem::toUtf8(chart.piece);
-  return deliver(console.system(), plan.out, chartSvg(chart, plan.systemsPerRow));
+  return deliver(console.system(), plan.out, chartSvg(chart, plan.systemsPerRow), OutputKind::drawing);
 }
 
 int chartNames(ConsoleHost& console, const std::string& namesFile, const PlannedChart& plan) {
@@ -80,6 +82,8 @@ int chartNames(ConsoleHost& console, const std::string& namesFile, const Planned
   Chart chart;
   const auto exitCode = exitCodeOf(console.user(), [&] {
     analyze(program, namesFile, plan.allowZeroId, &facts);
+    const auto names = program.names.nameList.begin();
+    showWarnings(console.user(), files, findNameWarnings({names, names + program.names.nameCount}), false);
     chart = makeChart(console.system(), readReport(files), plan.allowZeroId);
     chart.names = namesFor(facts, !plan.out.empty());
   });

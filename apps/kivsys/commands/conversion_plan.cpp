@@ -12,7 +12,7 @@ std::optional<ResultFolder> folderOfResults(ConsoleSystem& system, const Convert
     return std::nullopt;
   }
   const std::string typed = folderOfPath(system, options.result);
-  return ResultFolder(system, system.outputPath(justPath(system, firstResultFile)), typed);
+  return ResultFolder(system, NativeSystem::exactPath(justPath(system, firstResultFile)), typed);
 }
 
 std::vector<std::string> refusalsOf(ConsoleSystem& system, const ConvertOptions& options, const SelectedPages& pages,

@@ -251,6 +251,9 @@ int runConvert(const ConvertOptions& typed) {
   if (!options.dryRun) {
     use.writtenFolders = [&](const SelectedPages& pages) { return writtenFolders(system, options, pages, plan); };
   }
+  use.isRefused = [&](const std::string& namesFile) {
+    return options.strict && isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force});
+  };
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
     OverlayFiles overlay(system, system);
     std::optional<ValidPages> pages;

@@ -34,9 +34,11 @@ std::vector<Item> itemsOf(const ItemTable& table) {
 
 std::vector<std::string> refusals(ConsoleSystem& system, const DrawOptions& options, const std::string& out) {
   InputFiles inputs;
-  if (options.page != standardInput) {
-    if (NativeSystem::isBeyondNames(options.page)) {
-      return {"a file whose name holds a backslash cannot be used: " + options.page};
+  if (options.page == standardInput) {
+    inputs.addStandardInput();
+  } else {
+    if (const auto reason = refusalOfName(options.page, "file")) {
+      return {*reason};
     }
     const std::string path = system.diskName(NativeSystem::coreName(options.page));
     if (const auto reason = whyUnreadable(options.page, path)) {
@@ -55,7 +57,7 @@ int drawPage(ConsoleHost& console, Files& files, const std::string& page, const 
   }
   const bool isFile = page != standardInput;
   const std::string title = isFile ? NativeSystem::toUtf8(withoutPath(console.system(), page)) : "standard input";
-  return deliver(console.system(), out, pagePicture(itemsOf(table), title));
+  return deliver(console.system(), out, pagePicture(itemsOf(table), title), OutputKind::drawing);
 }
 
 }  // namespace
@@ -80,12 +82,12 @@ int runDraw(const DrawOptions& options) {
   return drawPage(console, files, standardInput, out);
 }
 
-int deliver(NativeSystem& system, const std::string& out, const std::string& content) {
+int deliver(NativeSystem& system, const std::string& out, const std::string& content, OutputKind kind) {
   if (out == standardOutput) {
     return printOutcome(content, exit_status::normal);
   }
-  if (const auto failure = writeOutput(system, out, content)) {
-    printError("cannot write " + out + ": " + *failure);
+  if (const auto failure = writeOutput(system, {"output", out, kind}, content)) {
+    printError("cannot write " + system.diskName(out) + ": " + *failure);
     return exit_status::critical;
   }
   return exit_status::normal;

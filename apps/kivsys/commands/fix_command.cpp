@@ -36,7 +36,7 @@ class FixRun {
         console_(console),
         options_(options),
         out_(withBackslash(system_, system_.fullName(options.out))),
-        folder_(system_, system_.diskName(out_), options.out) {}
+        folder_(system_, NativeSystem::exactPath(out_), options.out) {}
 
   /// Why the corrected pages of these cannot be written. None: they can.
   std::vector<std::string> refusals(const SelectedPages& pages);
@@ -46,6 +46,8 @@ class FixRun {
 
  private:
   std::vector<std::string> refusalsInPlace(const SelectedPages& pages);
+  std::vector<std::string> refusalsOfOutputs(const std::vector<FoundFile>& pages, const InputFiles& inputs);
+  std::optional<std::string> put(const PlannedPage& page);
   std::string outputOf(const FoundFile& page);
   bool readPages();
   std::vector<std::string> addRenumbering(IdRequests& requests);
@@ -62,6 +64,7 @@ class FixRun {
   std::string out_;  // the folder, as the core names it, with its backslash
   ResultFolder folder_;
   std::vector<PlannedPage> pages_;
+  std::size_t done_ = 0;  // the pages that were written, or need not be
   FixReport report_;
 };
 
@@ -82,13 +85,16 @@ std::string FixRun::outputOf(const FoundFile& page) {
 std::vector<std::string> FixRun::refusalsInPlace(const SelectedPages& pages) {
   InputFiles others;
   for (const std::string& table : options_.corrections.files) {
-    others.add(pathOfTable(system_, table));
+    others.addTyped(system_, table);
   }
   for (const std::string& table : pages.tables) {
     others.add(table);
   }
   if (!pages.listPath.empty()) {
     others.add(pages.listPath);
+  }
+  if (pages.namesFile == "-") {
+    others.addStandardInput();
   }
   std::vector<std::string> reasons;
   for (const FoundFile& page : distinctPages(pages.pages)) {
@@ -122,14 +128,25 @@ std::vector<std::string> FixRun::refusals(const SelectedPages& pages) {
   }
   InputFiles inputs(pages);
   for (const std::string& table : options_.corrections.files) {
-    inputs.add(pathOfTable(system_, table));
+    inputs.addTyped(system_, table);
   }
+  return refusalsOfOutputs(distinctPages(pages.pages), inputs);
+}
+
+/// Why the corrected pages cannot be written. They are looked at twice: others may write while corrections are read.
+std::vector<std::string> FixRun::refusalsOfOutputs(const std::vector<FoundFile>& pages, const InputFiles& inputs) {
   std::vector<std::string> reasons;
-  for (const FoundFile& page : distinctPages(pages.pages)) {
+  if (kindOf(folder_.path()) == PathKind::missing) {
+    return reasons;  // it will be made, whatever there is in another case
+  }
+  for (const FoundFile& page : pages) {
     const std::string path = system_.outputPath(outputOf(page));
+    const PathKind kind = kindOf(path);
     if (const auto reason = inputs.refusalToReplace("corrected page", path)) {
       reasons.push_back(*reason);
-    } else if (kindOf(path) == PathKind::file && !options_.force) {
+    } else if (kind == PathKind::folder) {
+      reasons.push_back(path + " is a folder, and is not replaced");
+    } else if (kind == PathKind::file && !options_.force) {
       reasons.push_back(path + " exists; --force replaces it");
     }
   }
@@ -192,13 +209,21 @@ std::string FixRun::pathOf(const PlannedPage& page) {
   return options_.inPlace ? page.file.path : system_.outputPath(outputOf(page.file));
 }
 
+std::optional<std::string> FixRun::put(const PlannedPage& page) {
+  const std::string output = outputOf(page.file);
+  if (options_.inPlace) {
+    return page.after == page.before ? std::nullopt : system_.replacePage(output, page.after);
+  }
+  return options_.force ? system_.replaceFile(output, page.after) : system_.createFile(output, page.after);
+}
+
 bool FixRun::write() {
   for (const PlannedPage& page : pages_) {
-    if (options_.inPlace && page.after == page.before) {
-      continue;
-    }
-    if (const auto failure = options_.inPlace ? system_.replacePage(page.file.name, page.after)
-                                              : system_.replaceFile(outputOf(page.file), page.after)) {
+    system_.keepPrivacyOf(page.file.path);
+  }
+  for (done_ = 0; done_ < pages_.size(); ++done_) {
+    const PlannedPage& page = pages_[done_];
+    if (const auto failure = put(page)) {
       fail("cannot write " + pathOf(page) + ": " + *failure);
       return false;
     }
@@ -206,9 +231,10 @@ bool FixRun::write() {
   return flushResults(console_);
 }
 
-/// Finds out from the files themselves what is different in the corrected pages.
+/// Finds out from the files themselves what is different in the corrected pages, as far as they were written.
 bool FixRun::reportChanges() {
-  for (const PlannedPage& page : pages_) {
+  for (std::size_t p = 0; p < done_; ++p) {
+    const PlannedPage& page = pages_[p];
     const std::string path = pathOf(page);
     const auto bytes =
         options_.dryRun ? std::optional(page.after) : readBounded(system_, outputOf(page.file), most_bytes::page).bytes;
@@ -230,14 +256,21 @@ int FixRun::run() {
     return refuse(reasons);
   }
   report_.dryRun = options_.dryRun;
+  report_.all = pages_.size();
+  done_ = pages_.size();
   if (!options_.dryRun) {
     if (const int status = !options_.inPlace && folder_.isMissing() ? folder_.make(console_) : exit_status::normal;
         status != exit_status::normal) {
       return status;
     }
+    const auto reasons =
+        options_.inPlace ? std::vector<std::string>() : refusalsOfOutputs(distinctPages(system_.pages()), InputFiles());
+    if (!reasons.empty()) {
+      return refuse(reasons);
+    }
     report_.normalEnd = write();
   }
-  report_.normalEnd = report_.normalEnd && reportChanges();
+  report_.normalEnd = reportChanges() && report_.normalEnd;
   const auto shownName = [&](const std::string& path) { return system_.shownName(NativeSystem::coreName(path)); };
   return printOutcome(options_.json ? asJson(report_) : asText(report_, shownName),
                       report_.normalEnd ? exit_status::normal : exit_status::critical);

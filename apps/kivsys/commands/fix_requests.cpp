@@ -1,31 +1,56 @@
 #include "apps/kivsys/commands/fix_requests.h"
 
+#include <algorithm>
 #include <limits>
 #include <optional>
 #include <utility>
 
 #include "apps/kivsys/commands/fix_command.h"
 #include "base/number.h"
+#include "input/file_names.h"
+#include "platform/native_file.h"
 #include "repair/corrections.h"
 
 namespace kiv {
 namespace {
 
-/// FILE:STAFF=ID, of which the file may have colons.
-std::optional<repair::IdRequest> requestIn(NativeSystem& system, const std::string& text) {
+/// Whether a file that was typed with its folder is none of the pages. Without one, its name alone counts.
+bool isElsewhere(ConsoleSystem& system, const std::string& file) {
+  const std::string name = NativeSystem::coreName(file);
+  if (withoutPath(system, name) == name) {
+    return false;
+  }
+  const auto identity = identityOf(system.NativeSystem::diskName(system.fullName(file)));
+  const std::vector<FoundFile>& pages = system.pages();
+  return std::none_of(pages.begin(), pages.end(),
+                      [&](const FoundFile& page) { return identity && identityOf(page.path) == identity; });
+}
+
+/// FILE:STAFF=ID, of which the file may have colons. An error, if there is one, is added to the requests.
+std::optional<repair::IdRequest> requestIn(ConsoleSystem& system, const std::string& text,
+                                           std::vector<std::string>& errors) {
+  const auto refuse = [&](const std::string& reason) {
+    errors.push_back("--set " + text + ": " + reason);
+    return std::nullopt;
+  };
+  const std::string expected = "not FILE:STAFF=ID with an id from 1 to 32767";
   const std::size_t equals = text.rfind('=');
   const std::size_t colon = text.rfind(':', equals);
   if (equals == std::string::npos || colon == std::string::npos || colon == 0) {
-    return std::nullopt;
+    return refuse(expected);
   }
+  const std::string file = text.substr(0, colon);
   const auto staff = strictNumber(text.substr(colon + 1, equals - colon - 1));
   const auto id = repair::idIn(text.substr(equals + 1));
   if (!staff || !id) {
-    return std::nullopt;
+    return refuse(expected);
+  }
+  if (isElsewhere(system, file)) {
+    return refuse(file + " is none of the pages");
   }
   repair::IdRequest request;
   request.origin = "--set " + text;
-  request.page = nameOfPage(system, text.substr(0, colon));
+  request.page = nameOfPage(system, file);
   request.staff = static_cast<float>(*staff);
   request.newId = *id;
   return request;
@@ -52,22 +77,28 @@ std::optional<repair::IdMapping> mappingIn(const std::string& text) {
   return oldId && newId ? std::optional(repair::IdMapping{"--map " + text, *oldId, *newId}) : std::nullopt;
 }
 
+/// What is wrong with a text that is no mapping.
+std::string whyNoMapping(const std::string& text) {
+  const std::size_t equals = text.find('=');
+  const bool isNewIdRight = equals != std::string::npos && repair::idIn(text.substr(equals + 1));
+  return isNewIdRight ? "the old id is no whole number from -32768 to 32767"
+                      : "not OLD=NEW with a new id from 1 to 32767";
+}
+
 }  // namespace
 
-IdRequests readRequests(NativeSystem& system, const FixOptions& options) {
+IdRequests readRequests(ConsoleSystem& system, const FixOptions& options) {
   IdRequests requests = readTables(system, options.corrections);
   for (const std::string& text : options.sets) {
-    if (auto request = requestIn(system, text)) {
+    if (auto request = requestIn(system, text, requests.errors)) {
       requests.requests.push_back(std::move(*request));
-    } else {
-      requests.errors.push_back("--set " + text + ": not FILE:STAFF=ID with an id from 1 to 32767");
     }
   }
   for (const std::string& text : options.maps) {
     if (auto mapping = mappingIn(text)) {
       requests.mappings.push_back(std::move(*mapping));
     } else {
-      requests.errors.push_back("--map " + text + ": not OLD=NEW with a new id from 1 to 32767");
+      requests.errors.push_back("--map " + text + ": " + whyNoMapping(text));
     }
   }
   return requests;

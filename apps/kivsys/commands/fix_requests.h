@@ -1,12 +1,13 @@
 #pragma once
 
 #include "apps/kivsys/corrections/correction_tables.h"
+#include "platform/console/console_system.h"
 
 namespace kiv {
 
 struct FixOptions;
 
 /// Reads the corrections that a command line asks for: those of its tables, and its own.
-IdRequests readRequests(NativeSystem& system, const FixOptions& options);
+IdRequests readRequests(ConsoleSystem& system, const FixOptions& options);
 
 }  // namespace kiv

@@ -5,6 +5,7 @@
 #include "apps/kivsys/safety/input_files.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "apps/kivsys/selection/named_input.h"
+#include "apps/kivsys/selection/page_arguments.h"
 #include "apps/kivsys/selection/selection.h"
 #include "pagetext/page_text.h"
 #include "platform/console/error_line.h"
@@ -26,16 +27,14 @@ bool hasNameOfPage(NativeSystem& system, const std::string& file) {
 
 /// Why the page may not be written; nullopt when it may.
 std::optional<std::string> refusalToReplace(NativeSystem& system, const PageFiles& files) {
-  if (NativeSystem::isBeyondNames(files.page)) {
-    return "a file whose name holds a backslash cannot be used: " + files.page;
+  if (auto reason = refusalOfNewName(files.page, "file")) {
+    return reason;
   }
   const std::string path = system.diskName(NativeSystem::coreName(files.page));
-  if (files.text != standardInput) {
-    InputFiles inputs;
-    inputs.add(system.diskName(NativeSystem::coreName(files.text)));
-    if (auto reason = inputs.refusal("page", path)) {
-      return reason;
-    }
+  InputFiles inputs;
+  inputs.addTyped(system, files.text);
+  if (auto reason = inputs.refusal("page", path)) {
+    return reason;
   }
   if (kindOf(path) != PathKind::file) {
     return std::nullopt;
@@ -68,13 +67,18 @@ int runBuild(const PageFiles& files) {
   if (const auto* error = std::get_if<PageTextError>(&built)) {
     return fail(files.text + ":" + std::to_string(error->line) + ": " + error->reason);
   }
+  if (!describesPage(*lines.bytes)) {
+    return fail(files.text + ": the text describes no page");
+  }
   if (isStandardOutput(page)) {
     return printOutcome(std::get<std::string>(built), exit_status::normal);
   }
   if (const auto reason = refusalToReplace(system, files)) {
     return refuse({*reason});
   }
-  if (const auto failure = writeOutput(system, NativeSystem::coreName(page), std::get<std::string>(built))) {
+  const OldFile oldFile = files.force ? OldFile::alwaysReplaced : OldFile::kept;
+  if (const auto failure = writeOutput(system, {"page", NativeSystem::coreName(page), OutputKind::page},
+                                       std::get<std::string>(built), oldFile)) {
     return fail("cannot write " + page + ": " + *failure);
   }
   return exit_status::normal;

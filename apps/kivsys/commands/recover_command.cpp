@@ -15,6 +15,7 @@
 #include "apps/kivsys/output/recovery_output.h"
 #include "apps/kivsys/safety/input_files.h"
 #include "apps/kivsys/safety/output_file.h"
+#include "apps/kivsys/selection/page_arguments.h"
 #include "apps/kivsys/selection/selection.h"
 #include "input/file_names.h"
 #include "platform/bounded_file.h"
@@ -90,9 +91,7 @@ std::string shownOutput(const RecoverOptions& options) {
 std::vector<std::string> refusalsToWrite(NativeSystem& system, const RecoverOptions& options,
                                          const std::string& output) {
   InputFiles inputs;
-  if (options.page != standardOutput) {
-    inputs.add(system.diskName(system.fullName(options.page)));
-  }
+  inputs.addTyped(system, options.page);
   auto reasons = refusalsOfOutput(system, {"recovered page", output, OutputKind::page}, inputs);
   const bool isFile = output != standardOutput && kindOf(system.diskName(output)) == PathKind::file;
   if (reasons.empty() && isFile && !options.force) {
@@ -129,7 +128,12 @@ int recoverBytes(NativeSystem& system, const std::string& bytes, const RecoverOp
   report.written = isPrinted ? "standard output" : system.diskName(output);
   report.shown = shownOutput(options);
   if (!options.dryRun) {
-    if (const auto failure = writeOutput(system, output, repair::recoveredPage(bytes, recovery))) {
+    if (options.page != standardOutput) {
+      system.keepPrivacyOf(system.diskName(NativeSystem::coreName(options.page)));
+    }
+    if (const auto failure =
+            writeOutput(system, {"recovered page", output, OutputKind::page}, repair::recoveredPage(bytes, recovery),
+                        options.force ? OldFile::replaced : OldFile::kept)) {
       return fail("cannot write " + report.written + ": " + *failure);
     }
   }
@@ -142,6 +146,9 @@ int runRecover(const RecoverOptions& options) {
   GuardedSystem system;
   if (options.page == standardOutput || options.out == standardOutput) {
     useBinaryStreams();
+  }
+  if (const auto reason = options.page == standardOutput ? std::nullopt : refusalOfName(options.page, "file")) {
+    return refuse({*reason});
   }
   int status = exit_status::normal;
   const auto bytes = read(system, options.page, status);

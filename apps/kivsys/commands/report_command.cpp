@@ -140,7 +140,7 @@ int ReportRun::write(const report::GatheredReport& gathered) {
       return exit_status::critical;
     }
   }
-  int status = deliver(system_, out_, page);
+  int status = deliver(system_, out_, page, OutputKind::htmlReport);
   if (status != exit_status::normal || out_ == standardOutput) {
     return status;
   }

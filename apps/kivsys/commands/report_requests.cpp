@@ -22,7 +22,7 @@
 namespace kiv {
 namespace {
 
-constexpr std::size_t mostTableBytes = 64 * most_bytes::mebibyte;
+constexpr std::size_t mostTableBytes = most_bytes::corrections;
 
 /// The cells of a table by the heads of its columns, row by row.
 class NamedCells {

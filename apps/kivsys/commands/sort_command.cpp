@@ -33,7 +33,7 @@ Warnings showLosses(ConsoleHost& console, const SortOptions& options) {
   for (const FoundFile& page : console.system().pages()) {
     pages.push_back(page.name);
   }
-  return showWarnings(console.user(), console.system(), findWritingLosses(console.system(), pages), options.json);
+  return showWarnings(console.user(), console.system(), findSortingLosses(console.system(), pages), options.json);
 }
 
 int print(ConsoleHost& console, const RunOutcome& outcome, const Warnings& warnings, const SortOptions& options,
@@ -55,6 +55,9 @@ int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOpti
   if (options.strict && !warnings.messages.empty()) {
     printError("nothing is written, as there are warnings and --strict is given");
     return print(console, writingOutcomeOf(names, console, true), warnings, options, exit_status::notUsable);
+  }
+  for (const FoundFile& page : console.system().pages()) {
+    console.system().keepPrivacyOf(page.path);
   }
   const ReadBack readBack = likePanel ? ReadBack::no : ReadBack::yes;
   const bool isSorted =

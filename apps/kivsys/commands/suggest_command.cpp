@@ -76,7 +76,8 @@ int deliver(const SuggestRun& run, const RunOutcome& outcome, const std::optiona
   const int status = outcome.normalEnd ? exit_status::normal : exit_status::critical;
   const SelectedNames names(run.console.system());
   if (suggestions && !run.out.empty()) {
-    if (const auto failure = writeOutput(run.console.system(), run.out, correctionsCsv(*suggestions, names))) {
+    if (const auto failure = writeOutput(run.console.system(), {"corrections", run.out, OutputKind::corrections},
+                                         correctionsCsv(*suggestions, names))) {
       printError("cannot write the corrections: " + *failure);
       return exit_status::critical;
     }

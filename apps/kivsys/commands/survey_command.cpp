@@ -207,7 +207,7 @@ int Survey::end(bool stopped) {
     return exit_status::critical;
   }
   if (stateLost_) {
-    printError("cannot write to " + options_.resume);
+    printError("cannot write to " + options_.resume + ": " + state_.failure());
     return exit_status::critical;
   }
   if (!reportFailure_.empty()) {
@@ -291,8 +291,12 @@ int runSurvey(const SurveyOptions& options) {
   for (const std::string& folder : library.unreadable) {
     printError("cannot list the folder " + folder);
   }
+  for (const std::string& name : library.unusable) {
+    printError("a folder or page whose name holds a backslash cannot be used: " + name);
+  }
+  const bool isComplete = library.unreadable.empty() && library.unusable.empty();
   const int status = Survey(options, library.pieces, console.user(), state, reports).run();
-  return status == exit_status::normal && !library.unreadable.empty() ? exit_status::critical : status;
+  return status == exit_status::normal && !isComplete ? exit_status::critical : status;
 }
 
 }  // namespace kiv

@@ -115,7 +115,8 @@ int printVerification(ConsoleHost& console, const proof::Verification& verificat
   ConsoleSystem& system = console.system();
   const FileNamer nameOf = [&system](const std::string& name) { return system.shownName(name); };
   if (!manifest.empty()) {
-    if (const auto failure = writeOutput(system, manifest, manifestOf(system, listed.table(), verification.files))) {
+    if (const auto failure = writeOutput(system, {"manifest", manifest, OutputKind::manifest},
+                                         manifestOf(system, listed.table(), verification.files))) {
       printError("cannot write the manifest: " + *failure);
       return exit_status::critical;
     }

@@ -14,8 +14,7 @@
 namespace kiv {
 namespace {
 
-/// Many times what a table for the largest group has.
-constexpr std::size_t mostBytes = 64 * most_bytes::mebibyte;
+constexpr std::size_t mostBytes = most_bytes::corrections;
 
 /// How much a confidence counts; a row without one was written by somebody who knows.
 int rankOf(const std::string& confidence) {

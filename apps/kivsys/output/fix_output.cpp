@@ -76,8 +76,11 @@ std::string asText(const FixReport& report, const FileNamer& nameOf) {
     text += linesOf(page, nameOf);
     changes += page.changes.size();
   }
-  text += counted(changes, "id") + (report.dryRun ? " would be changed" : " changed") + " in " +
-          counted(report.pages.size(), "page") + "\n";
+  text +=
+      counted(changes, "id") + (report.dryRun ? " would be changed" : " changed") + " in " +
+      counted(report.pages.size(), "page") +
+      (report.pages.size() < report.all ? "; " + counted(report.all - report.pages.size(), "page") + " not written\n"
+                                        : "\n");
   if (report.undecided > 0) {
     text += counted(report.undecided, "row") + " without a new id left out\n";
   }

@@ -17,9 +17,10 @@ struct FixedPage {
 };
 
 struct FixReport {
-  std::vector<FixedPage> pages;
-  std::size_t undecided = 0;  ///< rows of tables without a new id
-  std::size_t leftOut = 0;    ///< rows of less confidence than was asked for
+  std::vector<FixedPage> pages;  ///< those that were written, or would be
+  std::size_t all = 0;           ///< the pages that were to be written
+  std::size_t undecided = 0;     ///< rows of tables without a new id
+  std::size_t leftOut = 0;       ///< rows of less confidence than was asked for
   bool dryRun = false;
   bool normalEnd = true;
 };

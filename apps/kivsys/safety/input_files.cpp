@@ -10,17 +10,37 @@ InputFiles::InputFiles(const SelectedPages& pages) {
   for (const FoundFile& page : pages.pages) {
     add(page.path);
   }
+  for (const std::string& path : pages.badPaths) {
+    add(path);
+  }
   if (!pages.listPath.empty()) {
     add(pages.listPath);
   }
   for (const std::string& table : pages.tables) {
     add(table);
   }
+  if (pages.namesFile == "-" || pages.isInputATable) {
+    addStandardInput();
+  }
 }
 
 void InputFiles::add(const std::string& path) {
   if (const auto identity = identityOf(path)) {
     paths_.emplace(*identity, path);
+  }
+}
+
+void InputFiles::addStandardInput() {
+  if (const auto identity = identityOfStandardInput()) {
+    paths_.emplace(*identity, "on standard input");
+  }
+}
+
+void InputFiles::addTyped(NativeSystem& system, const std::string& typed) {
+  if (typed == "-") {
+    addStandardInput();
+  } else {
+    add(system.diskName(NativeSystem::coreName(typed)));
   }
 }
 

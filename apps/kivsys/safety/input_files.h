@@ -15,11 +15,15 @@ namespace kiv {
 class InputFiles {
  public:
   InputFiles() = default;
-  /// The pages of a selection, their list and their tables.
+  /// The pages of a selection, also those that are skipped, their list and their tables.
   explicit InputFiles(const SelectedPages& pages);
 
   /// Adds a file by its path on the disk, if it is there.
   void add(const std::string& path);
+  /// Adds the file that standard input is, if it is one.
+  void addStandardInput();
+  /// Adds an input as it was typed: a file, or "-" for standard input.
+  void addTyped(NativeSystem& system, const std::string& typed);
   /// The input that this path leads to, as it was added; nullopt when it leads to none.
   std::optional<std::string> find(const std::string& path) const;
 

@@ -50,6 +50,9 @@ std::optional<std::string> PlannedFolder::make(ChangeJournal* journal) const {
   }
   auto failure = journal == nullptr ? std::nullopt : journal->beforeFolder(path_);
   failure = failure ? failure : makeFolder(path_);
+  if (failure && kindOf(path_) == PathKind::folder) {
+    return std::nullopt;  // another run has made it just now, and only one of the two gets its lock
+  }
   if (failure) {
     return "cannot make the folder " + typed_ + ": " + *failure;
   }

@@ -27,6 +27,24 @@ std::string wordsFor(OutputKind kind) {
   return "";
 }
 
+/// Writes a file, although another one may have taken its name since the run began.
+std::optional<std::string> writeFile(NativeSystem& system, const OutputFilePlan& output, std::string_view content,
+                                     OldFile oldFile) {
+  const auto isFree = [&] { return kindOf(system.diskName(output.name)) == PathKind::missing; };
+  if (oldFile == OldFile::kept || (oldFile == OldFile::replaced && isFree())) {
+    auto failure = system.createFile(output.name, content);
+    if (!failure || oldFile == OldFile::kept || isFree()) {
+      return failure;
+    }
+  }
+  if (oldFile == OldFile::replaced) {
+    if (const auto reasons = refusalsOfOutput(system, output, InputFiles()); !reasons.empty()) {
+      return reasons.front();
+    }
+  }
+  return system.replaceFile(output.name, content);
+}
+
 }  // namespace
 
 bool isStandardOutput(const std::string& typed) {
@@ -66,13 +84,15 @@ std::vector<std::string> refusalsOfOutput(NativeSystem& system, const OutputFile
           ", and is not replaced; name another file"};
 }
 
-std::optional<std::string> writeOutput(NativeSystem& system, const std::string& name, std::string_view content) {
+std::optional<std::string> writeOutput(NativeSystem& system, const OutputFilePlan& output, std::string_view content,
+                                       OldFile oldFile) {
+  const std::string& name = output.name;
   if (name == standardOutput) {
     std::cout << content << std::flush;
     return std::cout ? std::nullopt : std::optional<std::string>("cannot write to standard output");
   }
   if (kindOf(system.diskName(name)) != PathKind::device) {
-    return system.replaceFile(name, content);
+    return writeFile(system, output, content, oldFile);
   }
   letSignalsEndReading(true);                                 // also waiting for a reader of the pipe
   const auto device = system.NativeSystem::openOutput(name);  // not a new file in the place of the device

@@ -30,9 +30,16 @@ struct OutputFilePlan {
 /// Why the file may not be written: it is an input, a page or another file that is not of its kind. None: it may.
 std::vector<std::string> refusalsOfOutput(NativeSystem& system, const OutputFilePlan& output, const InputFiles& inputs);
 
+/// What becomes of a file that is there when another one is to take its name.
+enum class OldFile {
+  replaced,        ///< if it is of the same kind still
+  alwaysReplaced,  ///< whatever it is
+  kept,            ///< also one that has only just come
+};
+
 /// Writes the content. A file is replaced as a whole; devices, pipes and standard output are written to. Returns the
 /// failure's text.
-[[nodiscard]] std::optional<std::string> writeOutput(NativeSystem& system, const std::string& name,
-                                                     std::string_view content);
+[[nodiscard]] std::optional<std::string> writeOutput(NativeSystem& system, const OutputFilePlan& output,
+                                                     std::string_view content, OldFile oldFile = OldFile::replaced);
 
 }  // namespace kiv

@@ -70,10 +70,11 @@ class Conflicts {
   Conflicts(ConsoleSystem& system, const SelectedPages& pages, std::string stem)
       : system_(system), pages_(pages), inputs_(pages), stem_(std::move(stem)), upperStem_(system.upperCase(stem_)) {}
 
-  std::map<std::size_t, std::string> find() {
+  /// A folder that is to be made is none of another case.
+  std::map<std::size_t, std::string> find(bool folderIsThere) {
     const std::string folder = justPath(system_, stem_);
     const std::string upperStemOfName = system_.upperCase(withoutPath(system_, stem_));
-    for (const FolderEntry& entry : system_.listFolder(folder)) {
+    for (const FolderEntry& entry : folderIsThere ? system_.listFolder(folder) : std::vector<FolderEntry>()) {
       const std::string name = system_.upperCase(entry.name);
       if (!entry.isFolder && name.starts_with(upperStemOfName)) {
         addFile(numberIn(name.substr(upperStemOfName.size())));
@@ -138,10 +139,13 @@ std::vector<std::string> refusalsOfResults(ConsoleSystem& system, const Selected
   const std::string first =
       results.firstResultFile.empty() ? defaultResultFile(system, pages.pages.front()) : results.firstResultFile;
   const std::string stem = first.substr(0, first.size() - firstNumberAndSuffix.size());
-  if (const auto reason = whyNotListed(system.outputPath(justPath(system, stem)))) {
+  const std::string start = justPath(system, stem);
+  const std::string folder =
+      results.firstResultFile.empty() ? system.outputPath(start) : NativeSystem::exactPath(start);
+  if (const auto reason = whyNotListed(folder)) {
     return {*reason};
   }
-  const auto conflicts = Conflicts(system, pages, stem).find();
+  const auto conflicts = Conflicts(system, pages, stem).find(kindOf(folder) == PathKind::folder);
   if (conflicts.empty()) {
     return {};
   }

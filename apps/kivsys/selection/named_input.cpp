@@ -11,8 +11,8 @@ namespace kiv {
 
 NamedInput readNamedInput(NativeSystem& system, const std::string& typed, const InputKind& kind) {
   const bool isStandardInput = typed == standardInput;
-  if (NativeSystem::isBeyondNames(typed)) {
-    printError("a file whose name holds a backslash cannot be used: " + typed);
+  if (const auto reason = isStandardInput ? std::nullopt : refusalOfName(typed, "file")) {
+    printError(*reason);
     return {std::nullopt, exit_status::wrongUsage};
   }
   const std::string name = NativeSystem::coreName(typed);

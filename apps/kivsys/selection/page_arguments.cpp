@@ -91,7 +91,21 @@ std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std:
   return pages;
 }
 
+std::optional<std::string> refusalOf(const std::string& beyond, const std::string& typed, const std::string& what) {
+  return beyond.empty() ? std::nullopt
+                        : std::optional("a " + (beyond == typed ? what : "folder") +
+                                        " whose name holds a backslash cannot be used: " + beyond);
+}
+
 }  // namespace
+
+std::optional<std::string> refusalOfName(const std::string& typed, const std::string& what) {
+  return refusalOf(NativeSystem::beyondNames(typed), typed, what);
+}
+
+std::optional<std::string> refusalOfNewName(const std::string& typed, const std::string& what) {
+  return refusalOf(NativeSystem::beyondNewNames(typed), typed, what);
+}
 
 std::variant<Pages, std::string> pagesMeantBy(ConsoleSystem& system, const std::string& argument) {
   if (argument == "-") {
@@ -99,6 +113,9 @@ std::variant<Pages, std::string> pagesMeantBy(ConsoleSystem& system, const std::
   }
   Pages pages;
   for (const std::string& typed : NativeSystem::filesMatching(argument)) {
+    if (const auto reason = refusalOfName(typed, "page file")) {
+      return *reason;
+    }
     const std::string path = system.diskName(system.fullName(withoutSeparators(system, typed)));
     if (kindOf(path) == PathKind::folder) {
       auto found = pagesOfFolder(system, typed);

@@ -17,4 +17,10 @@ std::variant<std::vector<std::string>, std::string> pagesMeantBy(ConsoleSystem& 
 /// matched nothing is called so.
 std::optional<std::string> whyUnreadable(const std::string& typed, const std::string& path);
 
+/// Why a file or folder that was typed cannot be used: the core cannot name it. "what" is what messages call it;
+/// nullopt when it can be.
+std::optional<std::string> refusalOfName(const std::string& typed, const std::string& what);
+/// The same for one that is to be written, and need not be there yet.
+std::optional<std::string> refusalOfNewName(const std::string& typed, const std::string& what);
+
 }  // namespace kiv

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "apps/kivsys/selection/natural_order.h"
+#include "apps/kivsys/selection/page_arguments.h"
 #include "input/file_names.h"
 #include "platform/console/stop_signals.h"
 #include "platform/native_file.h"
@@ -52,8 +53,8 @@ std::string PageFinder::add(const WantedPage& page) {
   if (page.name.find_first_of("\r\n") != std::string::npos) {
     return page.place + "a page file whose name holds a line end cannot be listed in a names file";
   }
-  if (NativeSystem::isBeyondNames(page.typed)) {
-    return page.place + "a page file whose name holds a backslash cannot be used: " + page.typed;
+  if (const auto reason = refusalOfName(page.typed, "page file")) {
+    return page.place + *reason;
   }
   const std::string path = fileOf(page.name);
   if (names_.size() == mostPages) {
@@ -68,6 +69,7 @@ std::string PageFinder::add(const WantedPage& page) {
     names_.push_back(page.name);
     if (!problem.empty()) {
       badPages_.push_back({page.name, page.typed});
+      badPaths_.push_back(path);
     }
     return "";
   }

@@ -32,6 +32,8 @@ class PageFinder {
   const std::vector<FoundFile>& pages() const { return pages_; }
   /// The pages that are left to the command, by their names as they were typed.
   const std::vector<FoundFile>& badPages() const { return badPages_; }
+  /// The same by their paths on the disk.
+  const std::vector<std::string>& badPaths() const { return badPaths_; }
 
  private:
   std::string fileOf(const std::string& name);
@@ -42,6 +44,7 @@ class PageFinder {
   std::vector<std::string> names_;  // of the pages that the command is to have, bad ones too
   std::vector<FoundFile> pages_;
   std::vector<FoundFile> badPages_;
+  std::vector<std::string> badPaths_;
   std::map<std::string, FoundFile> known_;  // by name in upper case
 };
 

@@ -99,6 +99,7 @@ SelectedPages findTypedPages(ConsoleSystem& system, const std::vector<std::strin
   selected.names = finder.names();
   selected.pages = finder.pages();
   selected.badPages = finder.badPages();
+  selected.badPaths = finder.badPaths();
   return selected;
 }
 
@@ -125,6 +126,7 @@ SelectedPages findListedPages(ConsoleSystem& system, const std::string& list, co
   selected.names = finder.names();
   selected.pages = finder.pages();
   selected.badPages = finder.badPages();
+  selected.badPaths = finder.badPaths();
   return selected;
 }
 

@@ -9,14 +9,16 @@ namespace kiv {
 
 /// The pages of a run, as the console found them on the disk.
 struct SelectedPages {
-  std::string namesFile;            ///< the name of their list, in messages of the run
-  std::string listPath;             ///< the list's file on the disk; "" when there is none
-  std::vector<std::string> tables;  ///< of corrections and of instruments, on the disk
-  std::string names;                ///< the names file that the run loads
-  std::vector<FoundFile> pages;     ///< those that can be read, in their order
-  std::vector<FoundFile> badPages;  ///< those that are left to the command, by their names as they were typed
-  bool isReordered = false;         ///< the pages were typed in another order
-  std::vector<std::string> errors;  ///< what is wrong, a line each; pages can be used when there are none
+  std::string namesFile;              ///< the name of their list, in messages of the run
+  std::string listPath;               ///< the list's file on the disk; "" when there is none
+  std::vector<std::string> tables;    ///< of corrections and of instruments, on the disk
+  bool isInputATable = false;         ///< a table comes from standard input
+  std::string names;                  ///< the names file that the run loads
+  std::vector<FoundFile> pages;       ///< those that can be read, in their order
+  std::vector<FoundFile> badPages;    ///< those that are left to the command, by their names as they were typed
+  std::vector<std::string> badPaths;  ///< the disk's paths of the latter, which nothing may be written over either
+  bool isReordered = false;           ///< the pages were typed in another order
+  std::vector<std::string> errors;    ///< what is wrong, a line each; pages can be used when there are none
 };
 
 /// How pages are looked for.

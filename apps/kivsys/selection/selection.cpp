@@ -1,9 +1,12 @@
 #include "apps/kivsys/selection/selection.h"
 
+#include <algorithm>
+
 #include "apps/kivsys/corrections/correct_on_reading.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/layout/layout_table.h"
 #include "apps/kivsys/safety/made_folder.h"
+#include "apps/kivsys/selection/page_arguments.h"
 #include "apps/kivsys/selection/panel_selection.h"
 #include "input/file_names.h"
 #include "platform/console/error_line.h"
@@ -86,6 +89,8 @@ std::vector<std::string> refusalsOfTables(ConsoleSystem& system, const Selection
   if (selection.corrections.files.empty() || !pages.errors.empty()) {
     return {};
   }
+  const auto& tables = selection.corrections.files;
+  pages.isInputATable = std::find(tables.begin(), tables.end(), "-") != tables.end();
   return correctOnReading(system, pages, selection.corrections,
                           use.skipsBadPages ? BadPages::skipped : BadPages::refused);
 }
@@ -99,14 +104,28 @@ void printSelectionNotes(ConsoleHost& console, const SelectedPages& pages) {
   }
 }
 
+/// A folder that is missing is not made for a run that will refuse to write.
+FolderUse folderUse(NativeSystem& system, const Selection& selection, const SelectionUse& use,
+                    const std::string& namesFile) {
+  const bool isMade = use.folder == FolderUse::written && !selection.folder.empty() &&
+                      PlannedFolder(system, selection.folder, selection.folder).isMissing();
+  return isMade && use.isRefused && use.isRefused(namesFile) ? FolderUse::planned : use.folder;
+}
+
 int runGuarded(ConsoleHost& console, const Selection& selection, const SelectionUse& use,
                const std::function<int(const std::string& namesFile)>& run) {
+  if (const auto reason = refusalOfName(selection.folder, "folder")) {
+    return refuse({*reason});
+  }
   ConsoleSystem& system = console.system();
   const PageSearch search{folderOfRun(system, selection), selection.keepOrder, use.skipsBadPages};
   SelectedPages pages = selection.names.empty() ? findTypedPages(system, selection.pages, search)
                                                 : findListedPages(system, selection.names, search);
   system.bindPages(pages.pages);
   system.showAs(pages.badPages);
+  for (const std::string& path : pages.badPaths) {
+    system.protectFile(path);
+  }
   system.protectFile(pages.listPath);
   system.serveNamesFile(pages.namesFile, pages.names);
   if (const auto reasons = refusalsOfTables(system, selection, use, pages); !reasons.empty()) {
@@ -116,7 +135,9 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
     return refuse(reasons);
   }
   printSelectionNotes(console, pages);
-  if (const int status = prepareFolders(console, selection, use, pages); status != exit_status::normal) {
+  SelectionUse made = use;
+  made.folder = folderUse(system, selection, use, pages.namesFile);
+  if (const int status = prepareFolders(console, selection, made, pages); status != exit_status::normal) {
     return status;
   }
   if (use.writtenFolders) {
@@ -125,7 +146,7 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
       return refuse(reasons);
     }
   }
-  if (const auto reasons = enterFolderOfRun(system, selection, use.folder); !reasons.empty()) {
+  if (const auto reasons = enterFolderOfRun(system, selection, made.folder); !reasons.empty()) {
     return refuse(reasons);
   }
   return run(pages.namesFile);

@@ -40,6 +40,8 @@ struct SelectionUse {
   /// The folders that the command writes into, which no other run may do at the same time, as the disk names them.
   /// None: it writes into no folder.
   std::function<std::vector<std::string>(const SelectedPages& pages)> writtenFolders = {};
+  /// Whether a run on these names will write nothing after all, so that no folder is made for it.
+  std::function<bool(const std::string& namesFile)> isRefused = {};
 };
 
 /// Enters the run's folder, locks the folders that the command writes into, and runs the command on the names file of

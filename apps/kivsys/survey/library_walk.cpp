@@ -43,6 +43,14 @@ LibraryPiece libraryPiece(NativeSystem& system, const fs::path& folder, const Pi
   return found;
 }
 
+/// Whether this is a folder, or a page by its name, that the core cannot name.
+bool isBeyondNames(NativeSystem& system, const fs::path& path, bool isFolder) {
+  const std::string name = path.filename().string();
+  const bool isWanted = isFolder || !piecesOf(system, {name}).empty();
+  const bool hasBackslash = name.find('\\') != std::string::npos;  // on Windows half a character at most
+  return isWanted && hasBackslash && !NativeSystem::beyondNewNames(name).empty();
+}
+
 /// The pieces of one folder are added to the library; its folders are returned in their order.
 std::vector<fs::path> visit(NativeSystem& system, const fs::path& folder, Library& library) {
   std::error_code failure;
@@ -51,7 +59,10 @@ std::vector<fs::path> visit(NativeSystem& system, const fs::path& folder, Librar
   fs::directory_iterator entry(folder, failure);
   for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
     std::error_code unknown;
-    if (entry->is_directory(unknown) && !entry->is_symlink(unknown)) {
+    const bool isFolder = entry->is_directory(unknown) && !entry->is_symlink(unknown);
+    if (isBeyondNames(system, entry->path(), isFolder)) {
+      library.unusable.push_back(entry->path().string());
+    } else if (isFolder) {
       below.push_back(entry->path());
     } else if (entry->is_regular_file(unknown)) {
       names.push_back(entry->path().filename().string());

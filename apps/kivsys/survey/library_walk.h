@@ -35,6 +35,7 @@ struct LibraryPiece {
 struct Library {
   std::vector<LibraryPiece> pieces;     ///< by folder, and by prefix within one
   std::vector<std::string> unreadable;  ///< folders that cannot be listed
+  std::vector<std::string> unusable;    ///< folders and pages that the core cannot name
 };
 
 /// The SHA-256 of what an analysis can read of the pages, as hexadecimal digits.

@@ -176,7 +176,8 @@ std::optional<std::string> SurveyReports::writePage(const std::vector<LibraryPie
     row.link = !folder_.empty() && kindOf(fileOf(pieces[p])) == PathKind::file ? linkOf(pieces[p]) : "";
     data.rows.push_back(std::move(row));
   }
-  const auto failure = writeOutput(system_, system_.fullName(page_), report::surveyPage(data));
+  const auto failure =
+      writeOutput(system_, {"report", system_.fullName(page_), OutputKind::htmlReport}, report::surveyPage(data));
   return failure ? std::optional("cannot write " + page_ + ": " + *failure) : std::nullopt;
 }
 

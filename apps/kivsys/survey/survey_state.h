@@ -33,6 +33,8 @@ class SurveyState {
   bool keep(const LibraryPiece& piece, const PieceFindings& findings);
   /// Waits until all that is kept is on the disk. False when that fails.
   bool flush();
+  /// The system's words for the last failure.
+  const std::string& failure() const { return file_.failure(); }
 
  private:
   std::optional<StateRefusal> load(const std::string& file, const std::vector<std::string>& roots);

@@ -133,6 +133,14 @@ std::unique_ptr<OutputFile> ConsoleSystem::journaled(std::unique_ptr<OutputFile>
 }
 
 std::optional<std::string> ConsoleSystem::replaceFile(const std::string& name, std::string_view bytes) {
+  return putFile(name, bytes, Existing::replaced);
+}
+
+std::optional<std::string> ConsoleSystem::createFile(const std::string& name, std::string_view bytes) {
+  return putFile(name, bytes, Existing::kept);
+}
+
+std::optional<std::string> ConsoleSystem::putFile(const std::string& name, std::string_view bytes, Existing existing) {
   const std::string file = inBoundFolder(name);
   const std::string path = NativeSystem::diskName(file);
   if (isGuarded() && !mayWrite(path)) {
@@ -143,7 +151,8 @@ std::optional<std::string> ConsoleSystem::replaceFile(const std::string& name, s
       return failure;
     }
   }
-  auto failure = GuardedSystem::replaceFile(file, bytes);
+  auto failure =
+      existing == Existing::replaced ? GuardedSystem::replaceFile(file, bytes) : GuardedSystem::createFile(file, bytes);
   if (!failure) {
     guard_.addWritten(path);
     replacedFiles_.push_back(name);

@@ -52,6 +52,7 @@ class ConsoleSystem : public GuardedSystem {
   std::unique_ptr<InputFile> openInput(const std::string& name) override;
   std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
   std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
+  std::optional<std::string> createFile(const std::string& name, std::string_view bytes) override;
   bool deleteFile(const std::string& name) override;
   std::vector<FolderEntry> listFolder(const std::string& folder) override;
   /// Puts these bytes in the place of a bound page, which must be as it was when it was first read. The page, and what
@@ -78,6 +79,8 @@ class ConsoleSystem : public GuardedSystem {
   static std::string startFolder();
   std::string bound(const std::string& name);
   bool mayWrite(const std::string& path);
+  enum class Existing { replaced, kept };
+  std::optional<std::string> putFile(const std::string& name, std::string_view bytes, Existing existing);
   std::unique_ptr<OutputFile> journaled(std::unique_ptr<OutputFile> file, const std::string& path);
   std::string inBoundFolder(const std::string& name);
 

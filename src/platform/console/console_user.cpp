@@ -94,7 +94,7 @@ Answer ConsoleUser::show(const Message& message) {
   clearProgress();
   if (isPrinted(message)) {
     NativeSystem::writeError(nameOf_
-                                 ? consoleLines(message, nameOf_)
+                                 ? consoleLines(message, nameOf_, pathOf_)
                                  : std::string(severityOf(message.icon)) + asLines(withNamesEscaped(message)) + "\n");
   }
   const Answer answer = message.buttons == Buttons::yesNo ? ask() : Answer::ok;

@@ -30,8 +30,11 @@ class ConsoleUser : public User {
   explicit ConsoleUser(Files& files) : files_(files), terminal_(NativeSystem::errorIsTerminal()) {}
 
   /// From now on, messages are printed in the console's own words, with the names that users know files by. The
-  /// messages that are kept stay as they are.
-  void useConsoleWords(FileNamer nameOf) { nameOf_ = std::move(nameOf); }
+  /// messages that are kept stay as they are. The second namer gives the path under which the disk has a file.
+  void useConsoleWords(FileNamer nameOf, FileNamer pathOf) {
+    nameOf_ = std::move(nameOf);
+    pathOf_ = std::move(pathOf);
+  }
   /// The name by which the user knows a file that the core names.
   std::string nameOf(const std::string& coreName) const { return nameOf_ ? nameOf_(coreName) : coreName; }
   /// From now on only critical messages and questions are printed, and no progress; all messages are kept.
@@ -60,6 +63,7 @@ class ConsoleUser : public User {
 
   Files& files_;
   FileNamer nameOf_;  // none: messages are printed as they are
+  FileNamer pathOf_;
   bool terminal_;
   bool quiet_ = false;
   bool showsProgress_ = true;

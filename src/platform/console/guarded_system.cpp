@@ -121,16 +121,27 @@ std::optional<std::string> GuardedSystem::replaceFile(const std::string& name, s
   return failure;
 }
 
-std::string GuardedSystem::writtenWords() const {
+std::optional<std::string> GuardedSystem::createFile(const std::string& name, std::string_view bytes) {
+  endIfStopped();
+  auto failure = NativeSystem::createFile(name, bytes);
+  if (!failure) {
+    replacedFiles_.push_back(name);
+  }
+  return failure;
+}
+
+std::string GuardedSystem::writtenWords() {
   std::string words;
   for (const auto& [key, own] : ownFiles_) {
-    words += (words.empty() ? "" : ", ") + own.name + (own.written->complete ? "" : " (not complete)");
+    words += (words.empty() ? "" : ", ") + NativeSystem::diskName(own.name) +
+             (own.written->complete ? "" : " (not complete)");
   }
   if (!replacedFiles_.empty()) {
-    words += (words.empty() ? "" : ", ") + replacedFiles_.front();
+    words += (words.empty() ? "" : ", ") + NativeSystem::diskName(replacedFiles_.front());
   }
   if (replacedFiles_.size() > 1) {
-    words += " to " + replacedFiles_.back() + " (" + std::to_string(replacedFiles_.size()) + " files)";
+    words += " to " + NativeSystem::diskName(replacedFiles_.back()) + " (" + std::to_string(replacedFiles_.size()) +
+             " files)";
   }
   return words.empty() ? "nothing" : words;
 }

@@ -31,9 +31,11 @@ class GuardedSystem : public NativeSystem {
   std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
   std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
 
+  std::optional<std::string> createFile(const std::string& name, std::string_view bytes) override;
+
   bool isGuarded() const { return guard_ == Guard::on; }
-  /// What was written, in words; "nothing" when that is so.
-  std::string writtenWords() const;
+  /// What was written, in words, with paths of the disk; "nothing" when that is so.
+  std::string writtenWords();
 
   /// What a run has written into a file: its length and a checksum, which is not meant against forgery.
   struct Written {

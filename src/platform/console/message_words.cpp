@@ -57,14 +57,15 @@ std::string shellWord(const std::string& word) {
   return "'" + quoted + "'";
 }
 
-std::string consoleLines(const Message& message, const FileNamer& nameOf) {
+std::string consoleLines(const Message& message, const FileNamer& nameOf, const FileNamer& pathOf) {
   if (isSilent(message)) {
     return "";
   }
   const Location& location = message.location;
   const std::string file = location.file.empty() ? "" : nameOf(location.file);
   if (message.code == code::namesFileMissing && !file.empty()) {
-    const auto reason = readFailure(file);
+    const auto failure = readFailure(pathOf(location.file));
+    const auto reason = failure ? failure : readFailure(file);  // it may be refused for its name alone
     return "kivsys: cannot read " + printable(file) + (reason ? ": " + *reason : "") + "\n";
   }
   std::string line = "kivsys: ";

@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "platform/posix/own_files.h"
 #include "platform/posix/posix_files.h"
@@ -33,6 +34,12 @@ std::optional<FileIdentity> identityOf(const std::string& path) {
     return std::nullopt;
   }
   return FileIdentity{status.st_dev, status.st_ino};
+}
+
+std::optional<FileIdentity> identityOfStandardInput() {
+  struct stat status {};
+  const bool isFile = ::fstat(STDIN_FILENO, &status) == 0 && S_ISREG(status.st_mode);
+  return isFile ? std::optional(FileIdentity{status.st_dev, status.st_ino}) : std::nullopt;
 }
 
 std::optional<FileStamp> stampOf(const std::string& path) {

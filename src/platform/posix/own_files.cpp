@@ -1,6 +1,8 @@
 #include "platform/posix/own_files.h"
 
 #include <cerrno>
+#include <cstdio>
+#include <system_error>
 #include <utility>
 
 #include <fcntl.h>
@@ -72,6 +74,30 @@ bool takeOwnerAndMode(const Descriptor& file, const struct stat& old) {
     static_cast<void>(::fchown(file.number(), sameOwner, old.st_gid) == 0);
   }
   return ::fchmod(file.number(), old.st_mode & permissions) == 0;
+}
+
+std::optional<std::string> moveToFreePath(const std::string& from, const std::string& to) {
+#ifdef RENAME_NOREPLACE  // not every system has it, nor every disk of one that has
+  if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
+    return std::nullopt;
+  }
+  if (errno != EINVAL && errno != ENOSYS) {
+    return lastFailure();
+  }
+#endif
+  if (::linkat(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), 0) == 0) {
+    ::unlink(from.c_str());
+    return std::nullopt;
+  }
+  if (errno != EPERM && errno != ENOTSUP) {
+    return lastFailure();
+  }
+  // A disk without second names cannot do both in one step.
+  struct stat status {};
+  if (::lstat(to.c_str(), &status) == 0) {
+    return std::make_error_code(std::errc::file_exists).message();
+  }
+  return ::rename(from.c_str(), to.c_str()) == 0 ? std::nullopt : std::optional(lastFailure());
 }
 
 std::optional<std::string> flushFolder(const std::string& folder) {

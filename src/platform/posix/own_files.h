@@ -31,6 +31,10 @@ std::unique_ptr<OutputFile> openOwnForWriting(const std::string& path);
 /// run as its owner or group. False when the mode cannot be set.
 bool takeOwnerAndMode(const Descriptor& file, const struct stat& old);
 
+/// Gives the file another path, at which there must be none: one that is there stays, also when it has only just come.
+/// Returns the failure's text.
+[[nodiscard]] std::optional<std::string> moveToFreePath(const std::string& from, const std::string& to);
+
 /// Waits until a folder's entries are on the disk. Returns the failure's text; a file system that cannot do it is none.
 std::optional<std::string> flushFolder(const std::string& folder);
 

@@ -11,14 +11,19 @@ namespace {
 
 constexpr char separator = '/';
 
+/// Running out of memory says nothing about a file.
+void checkMemory(const std::error_code& failure) {
+  if (failure == std::errc::not_enough_memory) {
+    throw std::bad_alloc();
+  }
+}
+
 /// Goes from a folder to the one above; the path has no separator at its end, that of the root is "".
 void goUp(std::string& path) {
   std::error_code failure;
   if (std::filesystem::is_symlink(path, failure)) {
     const auto target = std::filesystem::canonical(path, failure);
-    if (failure == std::errc::not_enough_memory) {
-      throw std::bad_alloc();
-    }
+    checkMemory(failure);
     path = failure ? path : target.string();
   }
   path.resize(std::min(path.rfind(separator), path.size()));
@@ -41,6 +46,29 @@ std::string plainPath(std::string_view path) {
     }
   }
   return isFolder ? plain + separator : plain;
+}
+
+std::optional<std::string> linkTarget(const std::string& path) {
+  constexpr int mostLinks = 40;  // as many as systems follow
+  std::error_code failure;
+  std::filesystem::path target = path;
+  for (int link = 0; std::filesystem::is_symlink(target, failure); ++link) {
+    const auto next = std::filesystem::read_symlink(target, failure);
+    checkMemory(failure);
+    if (link == mostLinks) {
+      return std::nullopt;
+    }
+    if (failure) {
+      return path;
+    }
+    target = target.parent_path() / next;
+  }
+  if (target == path) {
+    return path;
+  }
+  const auto folder = std::filesystem::canonical(target.has_parent_path() ? target.parent_path() : ".", failure);
+  checkMemory(failure);
+  return failure ? path : (folder / target.filename()).string();
 }
 
 }  // namespace kiv

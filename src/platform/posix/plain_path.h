@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -9,5 +10,9 @@ namespace kiv {
 /// link is where the system says: the folder that holds what the link leads to. A path that ends with such a step or
 /// with a separator is that of a folder, with a separator at its end. Takes time in proportion to the path's length.
 std::string plainPath(std::string_view path);
+
+/// The file that a link leads to, so that replacing it leaves the link. It need not exist, but its folder must;
+/// otherwise the path itself. Nullopt for links that lead to themselves.
+std::optional<std::string> linkTarget(const std::string& path);
 
 }  // namespace kiv

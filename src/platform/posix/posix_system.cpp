@@ -36,28 +36,6 @@ void checkMemory(const std::error_code& failure) {
   }
 }
 
-/// The file that a link leads to, so that replacing it leaves the link. It need not exist, but its folder must;
-/// otherwise the path itself.
-std::string linkTarget(const std::string& path) {
-  constexpr int mostLinks = 40;  // as many as systems follow
-  std::error_code failure;
-  std::filesystem::path target = path;
-  for (int link = 0; std::filesystem::is_symlink(target, failure); ++link) {
-    const auto next = std::filesystem::read_symlink(target, failure);
-    checkMemory(failure);
-    if (failure || link == mostLinks) {
-      return path;
-    }
-    target = target.parent_path() / next;
-  }
-  if (target == path) {
-    return path;
-  }
-  const auto folder = std::filesystem::canonical(target.has_parent_path() ? target.parent_path() : ".", failure);
-  checkMemory(failure);
-  return failure ? path : (folder / target.filename()).string();
-}
-
 mode_t modeOfNewFiles() {
   constexpr mode_t readableByAll = 0666;
   const mode_t withheld = ::umask(0);
@@ -85,7 +63,19 @@ std::unique_ptr<OutputFile> PosixSystem::openOutput(const std::string& name) {
 }
 
 std::optional<std::string> PosixSystem::replaceFile(const std::string& name, std::string_view bytes) {
-  const std::string target = linkTarget(paths_.resolve(name));
+  return putFile(name, bytes, Existing::replaced);
+}
+
+std::optional<std::string> PosixSystem::createFile(const std::string& name, std::string_view bytes) {
+  return putFile(name, bytes, Existing::kept);
+}
+
+std::optional<std::string> PosixSystem::putFile(const std::string& name, std::string_view bytes, Existing existing) {
+  const auto end = linkTarget(paths_.resolve(name));
+  if (!end) {
+    return std::make_error_code(std::errc::too_many_symbolic_link_levels).message();
+  }
+  const std::string& target = *end;
   const std::string folder = target.substr(0, target.rfind(separator) + 1);
   const bool folderIsKnown = paths_.isCurrent(folder);
   std::string beside = folder + ".kiv-XXXXXX";
@@ -98,9 +88,15 @@ std::optional<std::string> PosixSystem::replaceFile(const std::string& name, std
   const bool isNew = ::stat(target.c_str(), &old) != 0;
   auto failure = writeAll(file, bytes);
   if (!failure) {
-    const bool hasMode = isNew ? ::fchmod(file.number(), modeOfNewFiles()) == 0 : takeOwnerAndMode(file, old);
-    const bool isDone = hasMode && ::fsync(file.number()) == 0 && ::rename(beside.c_str(), target.c_str()) == 0;
-    failure = isDone ? std::nullopt : std::optional(lastFailure());
+    const bool hasMode =
+        isNew ? ::fchmod(file.number(), modeOfNewFiles() & modeLimit_) == 0 : takeOwnerAndMode(file, old);
+    const bool isWritten = hasMode && ::fsync(file.number()) == 0;
+    failure = isWritten ? std::nullopt : std::optional(lastFailure());
+  }
+  if (!failure && existing == Existing::kept) {
+    failure = moveToFreePath(beside, target);
+  } else if (!failure && ::rename(beside.c_str(), target.c_str()) != 0) {
+    failure = lastFailure();
   }
   if (failure) {
     ::unlink(beside.c_str());
@@ -113,8 +109,16 @@ std::optional<std::string> PosixSystem::replaceFile(const std::string& name, std
   return std::nullopt;
 }
 
+void PosixSystem::keepPrivacyOf(const std::string& path) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) == 0) {
+    modeLimit_ &= status.st_mode | S_IWUSR;
+  }
+}
+
 std::string PosixSystem::replacedPath(const std::string& name) {
-  return linkTarget(paths_.resolve(name));
+  const std::string path = paths_.resolve(name);
+  return linkTarget(path).value_or(path);
 }
 
 std::unique_ptr<OutputFile> PosixSystem::openOwnOutput(const std::string& name) {
@@ -208,6 +212,10 @@ std::string PosixSystem::coreName(const std::string& typed) {
   return swapped(typed, separator, '\\');
 }
 
+std::string PosixSystem::exactPath(const std::string& name) {
+  return swapped(name, '\\', separator);
+}
+
 void PosixSystem::prepareProcess() {
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     // The lowest free number is the one that is given. Reading from an output fails, as it would without any file.
@@ -217,9 +225,20 @@ void PosixSystem::prepareProcess() {
   }
 }
 
-bool PosixSystem::isBeyondNames(const std::string& typed) {
-  struct stat status {};
-  return typed.find('\\') != std::string::npos && ::lstat(typed.c_str(), &status) == 0;
+std::string PosixSystem::beyondNames(const std::string& typed) {
+  std::error_code failure;
+  const auto absolute = std::filesystem::absolute(typed.empty() ? "." : typed, failure);
+  checkMemory(failure);
+  const std::string path = failure ? typed : plainPath(absolute.native());
+  for (std::size_t at = path.find('\\'); at != std::string::npos;) {
+    const std::string start = path.substr(0, path.find(separator, at));
+    struct stat status {};
+    if (::lstat(start.c_str(), &status) == 0) {
+      return typed.find('\\') == std::string::npos ? start : typed;
+    }
+    at = path.find('\\', start.size());
+  }
+  return "";
 }
 
 std::string PosixSystem::makeTemporaryFile(std::string_view content) {

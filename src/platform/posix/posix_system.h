@@ -38,9 +38,16 @@ class PosixSystem : public Files, public Programs, public Machine {
 
   // --- for the console programs ---
 
+  /// The same as replaceFile where there is no file yet: one that is there, or has only just come, stays, and this
+  /// fails.
+  [[nodiscard]] virtual std::optional<std::string> createFile(const std::string& name, std::string_view bytes);
+
   /// Opens a file of the program's own empty. What a link of that name leads to stays as it is, and so does a file that
   /// has other names, too: a new file takes the name. Null when it cannot be written.
   std::unique_ptr<OutputFile> openOwnOutput(const std::string& name);
+  /// From now on, files that are created are for nobody who may not read this file: what is made from it is no less
+  /// private.
+  void keepPrivacyOf(const std::string& path);
   /// Waits until what was written into the file is on the disk. False when that fails.
   bool flushFile(const std::string& name);
   /// Waits until the folders that hold replaced files are on the disk. Returns the folder and failure.
@@ -56,11 +63,17 @@ class PosixSystem : public Files, public Programs, public Machine {
   static bool isFullName(const std::string& name) { return name.starts_with('\\'); }
   /// A file name as the user typed it, as the core writes names.
   static std::string coreName(const std::string& typed);
-  /// Whether the disk has a file of exactly this name that the core cannot name, as it takes backslashes for
-  /// separators.
-  static bool isBeyondNames(const std::string& typed);
+  /// The file or folder on the way to what was typed that the core cannot name, as it takes backslashes for separators:
+  /// what was typed if the backslash is in there, else the path of the folder. "" when there is none.
+  static std::string beyondNames(const std::string& typed);
+  /// The same for a file or folder that need not be there yet.
+  static std::string beyondNewNames(const std::string& typed) {
+    return typed.find('\\') == std::string::npos ? beyondNames(typed) : typed;
+  }
   /// The name under which the disk has a file that the core names.
   std::string diskName(const std::string& name) { return paths_.resolve(name); }
+  /// The path of a name of the core as it is written, whatever the disk has in another case.
+  static std::string exactPath(const std::string& name);
   /// The path of the file that replaceFile would put a new one in the place of: what a link leads to.
   std::string replacedPath(const std::string& name);
   /// The files that a name stands for: itself, as the shell has expanded wildcards.
@@ -88,7 +101,11 @@ class PosixSystem : public Files, public Programs, public Machine {
   void useExactFolders() { paths_.useExactFolders(); }
 
  private:
+  enum class Existing { replaced, kept };
+  std::optional<std::string> putFile(const std::string& name, std::string_view bytes, Existing existing);
+
   PathFinder paths_;
+  unsigned modeLimit_ = 0777;        // of files that are created
   std::set<std::string> unflushed_;  // folders in which files were replaced, as the disk names them
 };
 

@@ -24,7 +24,18 @@ std::uint64_t joined(DWORD high, DWORD low) {
   return (std::uint64_t{high} << bitsOfHalf) | low;
 }
 
+FileIdentity identityOf(const BY_HANDLE_FILE_INFORMATION& information) {
+  return {information.dwVolumeSerialNumber, joined(information.nFileIndexHigh, information.nFileIndexLow)};
+}
+
 }  // namespace
+
+std::optional<FileIdentity> identityOfStandardInput() {
+  const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
+  BY_HANDLE_FILE_INFORMATION information{};
+  const bool isFile = GetFileType(input) == FILE_TYPE_DISK && GetFileInformationByHandle(input, &information) != FALSE;
+  return isFile ? std::optional(identityOf(information)) : std::nullopt;
+}
 
 std::optional<FileIdentity> identityOf(const std::string& path) {
   const auto stamp = stampOf(path);
@@ -38,8 +49,7 @@ std::optional<FileStamp> stampOf(const std::string& path) {
     return std::nullopt;
   }
   const FILETIME& changed = information.ftLastWriteTime;
-  return FileStamp{{information.dwVolumeSerialNumber, joined(information.nFileIndexHigh, information.nFileIndexLow)},
-                   joined(information.nFileSizeHigh, information.nFileSizeLow),
+  return FileStamp{identityOf(information), joined(information.nFileSizeHigh, information.nFileSizeLow),
                    static_cast<std::int64_t>(joined(changed.dwHighDateTime, changed.dwLowDateTime))};
 }
 

@@ -80,10 +80,11 @@ class NewFile {
   /// Not open when the file could not be created.
   const Handle& handle() const { return handle_; }
 
-  /// Closes the file and moves it. The failure's text when it stays where it is.
-  std::optional<std::string> moveTo(const std::string& target) {
+  /// Closes the file and moves it; it replaces another one if existing is MOVEFILE_REPLACE_EXISTING, not if it is 0.
+  /// The failure's text when it stays where it is.
+  std::optional<std::string> moveTo(const std::string& target, DWORD existing) {
     handle_ = Handle();
-    isHere_ = MoveFileExA(name_.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == FALSE;
+    isHere_ = MoveFileExA(name_.c_str(), target.c_str(), existing | MOVEFILE_WRITE_THROUGH) == FALSE;
     return isHere_ ? std::optional(lastFailure()) : std::nullopt;
   }
 
@@ -128,7 +129,9 @@ std::optional<std::string> writeAll(const Handle& file, std::string_view bytes) 
   return std::nullopt;
 }
 
-std::optional<std::string> replaceWhole(const std::string& target, std::string_view bytes) {
+namespace {
+
+std::optional<std::string> putWhole(const std::string& target, std::string_view bytes, DWORD existing) {
   NewFile beside(target);
   if (!beside.handle().isOpen()) {
     return lastFailure();
@@ -139,7 +142,17 @@ std::optional<std::string> replaceWhole(const std::string& target, std::string_v
   if (FlushFileBuffers(beside.handle().get()) == FALSE) {
     return lastFailure();
   }
-  return beside.moveTo(target);
+  return beside.moveTo(target, existing);
+}
+
+}  // namespace
+
+std::optional<std::string> replaceWhole(const std::string& target, std::string_view bytes) {
+  return putWhole(target, bytes, MOVEFILE_REPLACE_EXISTING);
+}
+
+std::optional<std::string> createWhole(const std::string& target, std::string_view bytes) {
+  return putWhole(target, bytes, 0);
 }
 
 std::vector<FolderEntry> entriesMatching(const std::string& pattern) {

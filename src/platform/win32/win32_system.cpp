@@ -76,6 +76,10 @@ std::optional<std::string> Win32System::replaceFile(const std::string& name, std
   return isWhole(name) ? replaceWhole(name, bytes) : systemMessage(ERROR_INVALID_NAME);
 }
 
+std::optional<std::string> Win32System::createFile(const std::string& name, std::string_view bytes) {
+  return isWhole(name) ? createWhole(name, bytes) : systemMessage(ERROR_INVALID_NAME);
+}
+
 bool Win32System::deleteFile(const std::string& name) {
   return isWhole(name) && DeleteFileA(name.c_str()) != FALSE;
 }

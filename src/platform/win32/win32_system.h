@@ -33,9 +33,15 @@ class Win32System : public Files, public Programs, public Machine {
 
   // --- for the console programs ---
 
+  /// The same as replaceFile where there is no file yet: one that is there, or has only just come, stays, and this
+  /// fails.
+  [[nodiscard]] virtual std::optional<std::string> createFile(const std::string& name, std::string_view bytes);
+
   /// Opens a file of the program's own empty. What a link of that name leads to stays as it is. Null when it cannot be
   /// written.
   static std::unique_ptr<OutputFile> openOwnOutput(const std::string& name);
+  /// New files have the rights of their folder here.
+  static void keepPrivacyOf(const std::string& /*path*/) {}
   /// Waits until what was written into the file is on the disk. False when that fails.
   static bool flushFile(const std::string& name);
   /// A replaced file and its name are on the disk already.
@@ -50,10 +56,14 @@ class Win32System : public Files, public Programs, public Machine {
   static bool isFullName(const std::string& name) { return name.starts_with('\\') || name.find(':') == 1; }
   /// A file name as the user typed it, as the core writes names.
   static std::string coreName(const std::string& typed);
-  /// Whether the disk has a file of exactly this name that the core cannot name.
-  static bool isBeyondNames(const std::string& /*typed*/) { return false; }
+  /// The file or folder on the way to what was typed that the core cannot name; "" when there is none.
+  static std::string beyondNames(const std::string& /*typed*/) { return ""; }
+  /// The same for a file or folder that need not be there yet.
+  static std::string beyondNewNames(const std::string& /*typed*/) { return ""; }
   /// The name under which the disk has a file that the core names.
   static std::string diskName(const std::string& name) { return name; }
+  /// The path of a name of the core as it is written.
+  static std::string exactPath(const std::string& name) { return name; }
   /// The path of the file that replaceFile would put a new one in the place of.
   static std::string replacedPath(const std::string& name) { return name; }
   /// The files that a name with wildcards stands for, in order, as no shell has expanded them; the name itself

@@ -197,6 +197,12 @@ int rename(const char* from, const char* to) noexcept {
   return counted("rename", to, -1, [&] { return next<int(const char*, const char*)>("rename")(from, to); });
 }
 
+int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) noexcept {
+  return counted("renameat2", to, -1, [&] {
+    return next<int(int, const char*, int, const char*, unsigned)>("renameat2")(fromFolder, from, toFolder, to, flags);
+  });
+}
+
 int unlink(const char* path) noexcept {
   return counted("unlink", path, -1, [&] { return next<int(const char*)>("unlink")(path); });
 }

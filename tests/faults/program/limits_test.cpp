@@ -61,6 +61,11 @@ TEST_F(Limits, ASurveyGivesItAsTheProblemOfAPieceAndEndsWithStatus1) {
   }
 }
 
+TEST_F(Limits, AStateThatCannotBeWrittenHasThatReason) {
+  EXPECT_EQ(runCommand("-n 4", "survey m --jobs 1 --resume state"), 1);
+  EXPECT_NE(place.files().at("error").find("Too many open files"), std::string::npos) << place.files().at("error");
+}
+
 TEST_F(Limits, ARunThatHasSomeOpenFilesEndsWellOrSaysWhy) {
   for (int files = 4; files <= 8; ++files) {
     const int status = run("-n " + std::to_string(files));
