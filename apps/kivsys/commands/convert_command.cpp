@@ -227,6 +227,25 @@ Refusal refusalByStrict(ConsoleSystem& system, const std::string& namesFile, con
   return {isRefused, std::move(warnings)};
 }
 
+int convertNames(ConsoleHost& console, const ConvertOptions& options, const ResultPlan& plan,
+                 const std::string& namesFile) {
+  OverlayFiles overlay(console.system(), console.system());
+  std::optional<ValidPages> pages;
+  console.user().printNotes(plan.listed.notes(console.system()));
+  if (options.keepGoing) {
+    pages.emplace(console, namesFile);
+  }
+  const std::string& converted = pages ? pages->namesFile() : namesFile;
+  const Refusal refusal = options.strict ? refusalByStrict(console.system(), converted, options, plan) : Refusal();
+  ConvertRun run(console, options.dryRun || refusal.isRefused ? &overlay : nullptr, options, plan,
+                 pages ? &*pages : nullptr, refusal.isRefused);
+  const ConvertOutput output = run.run(converted, plan.firstResultFile, refusal.overMusic);
+  if (!options.selection.likePanel) {
+    console.user().printNotes(output.refused ? "" : nextCommand(output.outcome, !overlay.replaced().empty()));
+  }
+  return print(output, options.json);
+}
+
 }  // namespace
 
 int runConvert(const ConvertOptions& typed) {
@@ -254,23 +273,8 @@ int runConvert(const ConvertOptions& typed) {
   use.isRefused = [&](const std::string& namesFile) {
     return options.strict && isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force});
   };
-  return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
-    OverlayFiles overlay(system, system);
-    std::optional<ValidPages> pages;
-    console.user().printNotes(plan.listed.notes(system));
-    if (options.keepGoing) {
-      pages.emplace(console, namesFile);
-    }
-    const std::string& converted = pages ? pages->namesFile() : namesFile;
-    const Refusal refusal = options.strict ? refusalByStrict(system, converted, options, plan) : Refusal();
-    ConvertRun run(console, options.dryRun || refusal.isRefused ? &overlay : nullptr, options, plan,
-                   pages ? &*pages : nullptr, refusal.isRefused);
-    const ConvertOutput output = run.run(converted, firstResultFile, refusal.overMusic);
-    if (!options.selection.likePanel) {
-      console.user().printNotes(output.refused ? "" : nextCommand(output.outcome, !overlay.replaced().empty()));
-    }
-    return print(output, options.json);
-  });
+  return runOnSelection(console, options.selection, use,
+                        [&](const std::string& namesFile) { return convertNames(console, options, plan, namesFile); });
 }
 
 }  // namespace kiv

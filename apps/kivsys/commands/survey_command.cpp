@@ -13,6 +13,7 @@
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "apps/kivsys/selection/selection.h"
+#include "apps/kivsys/survey/open_state.h"
 #include "apps/kivsys/survey/survey_reports.h"
 #include "apps/kivsys/survey/survey_state.h"
 #include "platform/console/console_host.h"
@@ -225,33 +226,13 @@ int Survey::end(bool stopped) {
   return exit_status::normal;
 }
 
-/// The file to use as the state. One that is there in another case only is that file.
-std::string stateFile(ConsoleSystem& system, const std::string& typed) {
-  const std::string found = system.diskName(system.fullName(typed));
-  return kindOf(typed) == PathKind::missing && kindOf(found) != PathKind::missing ? found : typed;
-}
-
-/// Opens the file of the state, which is none of the pages. Returns why it cannot be used.
-std::optional<StateRefusal> openState(ConsoleSystem& system, const SurveyOptions& options, const Library& library,
-                                      SurveyState& state) {
-  if (options.resume == standardOutput) {
-    return StateRefusal{exit_status::wrongUsage,
-                        "the state of a survey cannot be kept on standard output, which has its lines"};
+void sayWhatIsLeftOut(const Library& library) {
+  for (const std::string& folder : library.unreadable) {
+    printError("cannot list the folder " + folder);
   }
-  const std::string file = stateFile(system, options.resume);
-  if (system.upperCase(file).ends_with(".MUS")) {
-    return StateRefusal{exit_status::wrongUsage, file + " has the name of a page; name another file"};
+  for (const std::string& name : library.unusable) {
+    printError("a folder or page whose name holds a backslash cannot be used: " + name);
   }
-  if (const auto identity = identityOf(file)) {
-    for (const LibraryPiece& piece : library.pieces) {
-      for (const std::string& page : piece.pages) {
-        if (identityOf(system.diskName(page)) == identity) {
-          return StateRefusal{exit_status::wrongUsage, file + " is a page of the library; name another file"};
-        }
-      }
-    }
-  }
-  return state.open(file, options.folders);
 }
 
 }  // namespace
@@ -288,12 +269,7 @@ int runSurvey(const SurveyOptions& options) {
     printError(*failure);
     return exit_status::critical;
   }
-  for (const std::string& folder : library.unreadable) {
-    printError("cannot list the folder " + folder);
-  }
-  for (const std::string& name : library.unusable) {
-    printError("a folder or page whose name holds a backslash cannot be used: " + name);
-  }
+  sayWhatIsLeftOut(library);
   const bool isComplete = library.unreadable.empty() && library.unusable.empty();
   const int status = Survey(options, library.pieces, console.user(), state, reports).run();
   return status == exit_status::normal && !isComplete ? exit_status::critical : status;
