@@ -109,6 +109,30 @@ constexpr std::array warningTexts = {
                 "A result has 0 there.", "Nothing needs to be done, unless another program uses this value."},
 };
 
+constexpr std::array musicTexts = {
+    ProblemText{code::barRestLength, "Rest of another length",
+                "The rests of a rest staff do not last as long as the music of the bar.",
+                "A player of that staff counts wrongly.", "Convert with --fit."},
+    ProblemText{code::barTwoRests, "Two rests at the same time", "Two rests of a rest staff fill the same time.",
+                "The bar looks twice as long as it is.", "Convert with --fit."},
+    ProblemText{code::barWithoutRest, "Bar without a rest", "A bar of a rest staff is empty.",
+                "The bar looks as if something was lost.", "Convert with --fit."},
+    ProblemText{code::keyOrTimeDiffers, "Key or time of a rest staff",
+                "From this bar on, the key or the time of a rest staff is not that of its system.",
+                "The staff contradicts the others.", "Convert with --fit."},
+    ProblemText{code::lateEntryUnknown, "Look of a rest staff",
+                "A rest staff has not the size, the lines or the clef with which its instrument enters later.",
+                "The instrument seems to change.", "Convert with --fit."},
+    ProblemText{code::braceDisplaced, "Brace in the wrong place",
+                "Braces or brackets stand away from the left edge of their system.",
+                "They do not join the staves in print.", "Convert with --fit."},
+    ProblemText{code::stavesDisagree, "Staves of unequal length",
+                "The staves that play last unequally long in this bar.", "The length of the bar is a guess.",
+                "Look at the bar in the notation program."},
+    ProblemText{code::noTimeSignature, "No time signature", "No page has a time signature.", "Bars of 4/4 are assumed.",
+                "Enter the time signature in the notation program."},
+};
+
 constexpr std::array selectionTexts = {
     ProblemText{code::noInputFiles, "No pages", "No page file was selected.", "There is nothing to work on.",
                 "Name the pages or their folder."},
@@ -178,12 +202,14 @@ struct Section {
   std::span<const ProblemText> texts;
 };
 
-constexpr std::array<Section, 4> sections = {{{"Problems of pages", groupTexts},
+constexpr std::array<Section, 5> sections = {{{"Problems of pages", groupTexts},
                                               {"Warnings: what a run loses or changes", warningTexts},
+                                              {"Warnings: rest staves that do not fit the music", musicTexts},
                                               {"Problems of the selection", selectionTexts},
                                               {"Messages of a run", runTexts}}};
 
-constexpr std::size_t textCount = groupTexts.size() + warningTexts.size() + selectionTexts.size() + runTexts.size();
+constexpr std::size_t textCount =
+    groupTexts.size() + warningTexts.size() + musicTexts.size() + selectionTexts.size() + runTexts.size();
 
 constexpr std::array<ProblemText, textCount> allTexts = [] {
   std::array<ProblemText, textCount> all{};
