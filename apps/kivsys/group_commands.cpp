@@ -18,7 +18,8 @@ void addSelection(CLI::App& command, Selection& selection, const std::string& fo
   names->excludes(pages);
   command.add_flag("--keep-order", selection.keepOrder,
                    "Take the page files in the order in which they are named, not in natural order (P1, P2, P10)");
-  command.add_flag("-q,--quiet", selection.quiet, "Print errors only: no notes, no warnings, no progress");
+  command.add_flag("-q,--quiet", selection.quiet,
+                   "Print no notes, no warnings and no progress; errors and results are printed");
 }
 
 CLI::Option* addLikePanel(CLI::App& command, Selection& selection) {
@@ -57,7 +58,9 @@ void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
                   "First result file, such as out/WORK0001.MUS (default: WORK0001.MUS beside the first page)")
       ->type_name("FILE");
   command.add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
-  command.add_flag("--no-overwrite", options.noOverwrite, "Ask before a file is replaced; No without a terminal");
+  command.add_flag(
+      "--no-overwrite", options.noOverwrite,
+      "Ask before a file is replaced, with y, n, a (yes to all) or q (no to all); without a terminal, replace none");
   command.add_flag("--no-instr-number", options.noInstrNumber, "Do not show instrument ids in the results");
   command.add_flag("--force", options.force, "Convert even if the input can be used without a conversion");
   command.add_flag("--json", options.json, "Print one JSON object and nothing else");
@@ -126,6 +129,7 @@ void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
                    "Write the SHA-256 of all files to FILE, for sha256sum -c; - is standard output")
       ->type_name("FILE");
   verify->add_flag("--json", options.json, "Print one JSON object, with the SHA-256 of all files, and nothing else");
+  addKeepGoing(*verify, options.keepGoing, "check");
   verify->footer(
       "Reads inputs, report, verdict and results again, and checks them against the rules of a conversion, item by\n"
       "item. Changes nothing. Ends with status 0 when the conversion is correct; with 1 when it is not, or when a\n"
@@ -212,9 +216,12 @@ void addSuggest(CLI::App& app, SuggestOptions& options, int& status) {
   addSelection(*suggest, options.selection, "Look for the names file in this folder, too");
   suggest->add_option("--layout", options.layout, "The instruments, as instruments --csv lists them")
       ->type_name("FILE.csv");
-  suggest->add_option("-o,--out", options.out, "Write the corrections as comma-separated values; - is standard output")
+  suggest
+      ->add_option("-o,--out,--output", options.out,
+                   "Write the corrections as comma-separated values; - is standard output")
       ->type_name("FILE.csv");
   suggest->add_flag("--json", options.json, "Print one JSON object and nothing else");
+  addKeepGoing(*suggest, options.keepGoing, "analyze");
   suggest->footer(
       "Analyzes the pages as analyze does, and writes no file but the corrections. An\n"
       "id is wrong if it is 0, stands twice in its system, or is a slip that few\n"

@@ -138,7 +138,7 @@ int runAnalyze(const AnalyzeOptions& options) {
   const SelectionUse use{
       FolderUse::written, options.keepGoing,
       [&](const SelectedPages& pages) { return InputFiles(pages).refusals(analysisOutputs(console.system(), folder)); },
-      [&](const SelectedPages&) { return std::vector<std::string>{console.system().diskName(folder)}; }};
+      [&](const SelectedPages&) { return std::vector<std::string>{console.system().diskName(folder)}; }, true};
   return runOnSelection(console, options.selection, use,
                         [&](const std::string& namesFile) { return AnalyzeRun(console, options).run(namesFile); });
 }

@@ -19,6 +19,7 @@
 #include "messages/input_messages.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
+#include "platform/console/printable.h"
 #include "platform/memory/silent_user.h"
 #include "shell/analysis_run.h"
 #include "shell/conversion_run.h"
@@ -233,6 +234,24 @@ std::vector<std::string> writtenFolders(ConsoleSystem& system, const ConvertOpti
   return folders;
 }
 
+/// What a run writes beside the results that a dry run lists.
+std::string dryRunNote(const ConvertOutput& output, const ConvertOptions& options, const ResultPlace& results) {
+  if (!output.outcome.normalEnd) {
+    return "";
+  }
+  const std::string& typed = options.selection.folder;
+  std::string made = results.folder == nullptr ? "" : results.folder->typed();
+  if (made.size() > 1 && (made.ends_with('/') || made.ends_with('\\'))) {
+    made.pop_back();
+  }
+  const bool plansResults = output.planned && !output.planned->empty();
+  const bool makesFolder = plansResults && results.folder != nullptr && results.folder->isMissing();
+  return "kivsys: note: a dry run; without --dry-run, report and verdict would be written to " +
+         (typed.empty() ? "the current folder" : "the folder " + printable(typed)) +
+         (makesFolder ? ", and the folder " + printable(made) + " would be made" : "") +
+         (plansResults ? "\n" : "; no results, as the pages can be used without a conversion\n");
+}
+
 }  // namespace
 
 int runConvert(const ConvertOptions& options) {
@@ -249,7 +268,8 @@ int runConvert(const ConvertOptions& options) {
   SelectionUse use{options.dryRun ? FolderUse::planned : FolderUse::written,
                    options.keepGoing,
                    [&](const SelectedPages& pages) { return refusalsOf(system, options, pages, place); },
-                   {}};
+                   {},
+                   !options.trace};
   if (!options.dryRun) {
     use.writtenFolders = [&](const SelectedPages& pages) { return writtenFolders(system, options, pages, place); };
   }
@@ -265,8 +285,8 @@ int runConvert(const ConvertOptions& options) {
     ConvertRun run(console, options.dryRun || isRefused ? &overlay : nullptr, options, place.folder,
                    pages ? &*pages : nullptr, isRefused);
     const ConvertOutput output = run.run(converted, firstResultFile);
-    if (!options.selection.likePanel) {
-      console.user().printNotes(output.refused ? "" : nextCommand(output.outcome, !overlay.replaced().empty()));
+    if (!options.selection.likePanel && !output.refused) {
+      console.user().printNotes(options.dryRun ? dryRunNote(output, options, place) : noResultsNote(output.outcome));
     }
     return print(output, options.json);
   });

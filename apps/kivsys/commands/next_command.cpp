@@ -2,15 +2,13 @@
 
 namespace kiv {
 
-std::string nextCommand(const RunOutcome& outcome, bool hasPlannedResults) {
-  if (!outcome.normalEnd) {
+std::string noResultsNote(const RunOutcome& outcome) {
+  const bool isConverted = !outcome.created.value_or(std::vector<std::string>()).empty();
+  if (!outcome.normalEnd || isConverted || !outcome.qualifies()) {
     return "";
   }
-  if (hasPlannedResults) {
-    return "Next: kivsys convert PAGE...\n";
-  }
-  const bool isConverted = !outcome.created.value_or(std::vector<std::string>()).empty();
-  return outcome.qualifies() && !isConverted ? "Next: kivsys convert --force PAGE...\n" : "";
+  return "kivsys: note: no results were written, as the pages can be used without a conversion\n"
+         "Next: kivsys convert --force PAGE...\n";
 }
 
 }  // namespace kiv

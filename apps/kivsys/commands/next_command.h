@@ -6,8 +6,8 @@
 
 namespace kiv {
 
-/// The line that says what to do after a conversion that has written no results, as a command line; "" when there is
-/// nothing to say. A conversion has planned results when a dry run would have written them.
-std::string nextCommand(const RunOutcome& outcome, bool hasPlannedResults);
+/// The lines that say, after a conversion that has written no results as none were needed, that this is so, and what to
+/// do to have them; "" when there is nothing to say.
+std::string noResultsNote(const RunOutcome& outcome);
 
 }  // namespace kiv

@@ -7,7 +7,9 @@
 #include <nlohmann/json.hpp>
 
 #include "apps/kivsys/commands/run_outcome.h"
+#include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/analysis_output.h"
 #include "apps/kivsys/output/suggestions_output.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "platform/bounded_file.h"
@@ -31,6 +33,7 @@ struct SuggestRun {
   std::string out;
   bool json = false;
   ListedInstruments listed = {};
+  const ValidPages* pages = nullptr;  // of a run that skips bad ones; else null
 };
 
 /// Reads the table of instruments. Returns what is wrong with it, a line each.
@@ -73,6 +76,9 @@ std::vector<std::string> refusals(SuggestRun& run, const SelectedPages& pages) {
 std::string asJson(const SuggestRun& run, const RunOutcome& outcome, const std::optional<Suggestions>& suggestions) {
   const SelectedNames names(run.console.system());
   Json object = jsonOf(outcome);
+  if (run.pages != nullptr) {
+    run.pages->addTo(object, outcome.normalEnd);
+  }
   object["corrections"] = suggestions ? correctionsJson(*suggestions, names) : Json();
   object["undecided"] = suggestions ? undecidedJson(*suggestions, names) : Json();
   object["schema_version"] = schemaVersion;
@@ -80,7 +86,8 @@ std::string asJson(const SuggestRun& run, const RunOutcome& outcome, const std::
 }
 
 int deliver(const SuggestRun& run, const RunOutcome& outcome, const std::optional<Suggestions>& suggestions) {
-  const int status = outcome.normalEnd ? exit_status::normal : exit_status::critical;
+  const bool isComplete = outcome.normalEnd && (run.pages == nullptr || !run.pages->anySkipped());
+  const int status = isComplete ? exit_status::normal : exit_status::critical;
   const SelectedNames names(run.console.system());
   if (suggestions && !run.out.empty()) {
     if (const auto failure = writeOutput(run.console.system(), run.out, correctionsCsv(*suggestions, names))) {
@@ -94,7 +101,8 @@ int deliver(const SuggestRun& run, const RunOutcome& outcome, const std::optiona
   if (run.json) {
     return printOutcome(asJson(run, outcome, suggestions), status);
   }
-  return suggestions ? printOutcome(suggestionTables(*suggestions, names), status) : status;
+  return printOutcome(
+      (suggestions ? suggestionTables(*suggestions, names) : "") + summaryOf(run.pages, outcome.normalEnd), status);
 }
 
 int suggestForNames(const SuggestRun& run, const std::string& namesFile) {
@@ -103,7 +111,7 @@ int suggestForNames(const SuggestRun& run, const std::string& namesFile) {
   NoPrograms programs;
   KivSystem program({files, console.user(), programs, console.system()});
   std::optional<Suggestions> suggestions;
-  const bool normalEnd = endsNormally(console, [&] {
+  const bool normalEnd = !namesFile.empty() && endsNormally(console, [&] {
     analyze(program, namesFile, false);
     suggestions = suggestIds(gatherEvidence(files), run.listed);
   });
@@ -117,9 +125,16 @@ int runSuggest(const SuggestOptions& options) {
   ConsoleSystem& system = console.system();
   SuggestRun run{console, options.layout.empty() ? "" : system.fullName(options.layout),
                  outputName(system, options.out), options.json};
-  const SelectionUse use{FolderUse::read, false, [&](const SelectedPages& pages) { return refusals(run, pages); }};
-  return runOnSelection(console, options.selection, use,
-                        [&](const std::string& namesFile) { return suggestForNames(run, namesFile); });
+  const SelectionUse use{
+      FolderUse::read, options.keepGoing, [&](const SelectedPages& pages) { return refusals(run, pages); }, {}, true};
+  return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
+    if (!options.keepGoing) {
+      return suggestForNames(run, namesFile);
+    }
+    const ValidPages pages(console, namesFile);
+    run.pages = &pages;
+    return suggestForNames(run, pages.namesFile());
+  });
 }
 
 }  // namespace kiv

@@ -12,6 +12,7 @@ struct SuggestOptions {
   std::string layout;  ///< a table of instruments, as it was typed; "" for none
   std::string out;     ///< the corrections as comma-separated values; "-" is standard output, "" for none
   bool json = false;
+  bool keepGoing = false;  ///< skip pages that an analysis would end over
 };
 
 /// Analyzes the selected pages and proposes ids for staves and cue markers whose ids are wrong. Writes no file but the

@@ -36,6 +36,7 @@ Analyzed lacking(std::string_view lack, Machine& machine, const std::vector<std:
   analyzed.findings.files = pages.size();
   analyzed.findings.pages = countPages(machine, pages);
   analyzed.findings.problems.emplace_back(lack);
+  analyzed.findings.stopped = lack;
   return analyzed;
 }
 
@@ -43,6 +44,7 @@ void inUtf8(PieceFindings& findings) {
   for (std::string& problem : findings.problems) {
     problem = NativeSystem::toUtf8(problem);
   }
+  findings.stopped = NativeSystem::toUtf8(findings.stopped);
   for (auto& [id, name] : findings.names) {
     name = NativeSystem::toUtf8(name);
   }
@@ -51,6 +53,7 @@ void inUtf8(PieceFindings& findings) {
       file = NativeSystem::toUtf8(file);
     }
     bad.reason = NativeSystem::toUtf8(bad.reason);
+    bad.shown = NativeSystem::toUtf8(bad.shown);
   }
 }
 
@@ -58,7 +61,7 @@ void inUtf8(PieceFindings& findings) {
 /// another one, not even a current folder.
 class Survey {
  public:
-  Survey(const SurveyOptions& options, const std::vector<LibraryPiece>& pieces, User& user, SurveyState& state)
+  Survey(const SurveyOptions& options, const std::vector<LibraryPiece>& pieces, ConsoleUser& user, SurveyState& state)
       : options_(options),
         pieces_(pieces),
         user_(user),
@@ -75,10 +78,12 @@ class Survey {
   void startWorkers();
   void finish(std::size_t piece, Analyzed analyzed);
   void print(const std::string& text);
+  void showProgress();
+  bool isAnyUnusable() const;
 
   const SurveyOptions& options_;
   const std::vector<LibraryPiece>& pieces_;
-  User& user_;
+  ConsoleUser& user_;
   SurveyState& state_;
   std::atomic<std::size_t> next_ = 0;
   std::mutex mutex_;  // guards all below, the user and the state
@@ -92,8 +97,12 @@ class Survey {
 };
 
 void Survey::print(const std::string& text) {
-  user_.showProgress(1, 1, "pieces");
+  user_.clearProgress();
   std::cout << text << std::flush;
+}
+
+void Survey::showProgress() {
+  user_.showProgress(static_cast<int>(finished_), static_cast<int>(pieces_.size()), "pieces");
 }
 
 /// Prints the lines in the order of the pieces, up to the first unfinished one.
@@ -109,7 +118,7 @@ void Survey::finish(std::size_t piece, Analyzed analyzed) {
   for (; printed_ < pieces_.size() && findings_[printed_]; ++printed_) {
     print(lines_.line(pieces_[printed_], *findings_[printed_]));
   }
-  user_.showProgress(static_cast<int>(finished_), static_cast<int>(pieces_.size()), "pieces");
+  showProgress();
 }
 
 /// A piece that takes more memory or open files than there are has that as its only problem.
@@ -160,9 +169,17 @@ void Survey::loadKnown() {
   }
 }
 
+/// Whether a piece needs a conversion, or could not be analyzed as a whole.
+bool Survey::isAnyUnusable() const {
+  return std::any_of(findings_.begin(), findings_.end(), [](const std::optional<PieceFindings>& findings) {
+    return findings && (findings->isBad() || findings->needsConversion().value_or(false));
+  });
+}
+
 int Survey::run() {
   print(lines_.head());
   loadKnown();
+  showProgress();  // known pieces are no work of this run
   startWorkers();
   const bool stopped = finished_ < pieces_.size();
   for (; printed_ < pieces_.size(); ++printed_) {
@@ -170,7 +187,7 @@ int Survey::run() {
       print(lines_.line(pieces_[printed_], *findings_[printed_]));
     }
   }
-  print(lines_.end(stopped));
+  print(lines_.end(findings_, stopped));
   stateLost_ = !state_.flush() || stateLost_;
   if (!std::cout) {
     printError("cannot write to standard output");
@@ -188,7 +205,7 @@ int Survey::run() {
     printError("interrupted with " + std::to_string(finished_) + " of " + std::to_string(pieces_.size()) + " pieces");
     return exit_status::afterSignal(stopSignal());
   }
-  return exit_status::normal;
+  return options_.exitCode && isAnyUnusable() ? exit_status::notUsable : exit_status::normal;
 }
 
 /// The file to use as the state. One that is there in another case only is that file.
@@ -248,6 +265,9 @@ int runSurvey(const SurveyOptions& options) {
   }
   for (const std::string& folder : library.unreadable) {
     printError("cannot list the folder " + folder);
+  }
+  for (const std::string& page : options.quiet ? std::vector<std::string>() : library.leftOut) {
+    printError("note: " + page + " is left out, as the damaged page is there, too");
   }
   const int status = Survey(options, library.pieces, console.user(), state).run();
   return status == exit_status::normal && !library.unreadable.empty() ? exit_status::critical : status;

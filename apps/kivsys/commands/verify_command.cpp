@@ -1,15 +1,20 @@
 #include "apps/kivsys/commands/verify_command.h"
 
 #include <iostream>
+#include <optional>
 
+#include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/analysis_output.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/print_outcome.h"
+#include "apps/kivsys/output/proof_step.h"
 #include "apps/kivsys/output/verification_json.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "apps/kivsys/safety/result_files.h"
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
+#include "platform/native_file.h"
 #include "platform/separators.h"
 
 namespace kiv {
@@ -35,8 +40,17 @@ std::string manifestOf(ConsoleSystem& system, std::vector<DigestedFile> files) {
   return manifestText(files);
 }
 
-std::string asJson(ConsoleSystem& system, const proof::Verification& verification) {
+std::string asJson(ConsoleHost& console, const proof::Verification& verification, const ValidPages* pages) {
+  ConsoleSystem& system = console.system();
   Json object = toJson(verification);
+  for (std::size_t i = 0; i < verification.findings.size(); ++i) {
+    const std::string path = system.diskName(withFolder(system, verification.findings[i].file));
+    object["findings"][i]["path"] = kindOf(path) == PathKind::missing ? Json() : Json(NativeSystem::toUtf8(path));
+  }
+  if (pages != nullptr) {
+    object["messages"] = jsonOf(console.messages());
+    pages->addTo(object, true);
+  }
   std::vector<FoundFile> paths;
   for (const DigestedFile& file : verification.files) {
     paths.push_back({file.name, system.diskName(withFolder(system, file.name))});
@@ -46,20 +60,36 @@ std::string asJson(ConsoleSystem& system, const proof::Verification& verificatio
   return asLine(object);
 }
 
-int printVerification(ConsoleSystem& system, const proof::Verification& verification, const std::string& manifest,
-                      bool json) {
-  if (!manifest.empty()) {
-    if (const auto failure = writeOutput(system, manifest, manifestOf(system, verification.files))) {
+/// What a verification is printed with.
+struct VerifyOutput {
+  const VerifyOptions& options;
+  const std::string& manifest;
+  const ValidPages* pages = nullptr;  // of a run that skips bad ones; else null
+};
+
+int printVerification(ConsoleHost& console, const proof::Verification& verification, const VerifyOutput& output) {
+  ConsoleSystem& system = console.system();
+  if (!output.manifest.empty()) {
+    if (const auto failure = writeOutput(system, output.manifest, manifestOf(system, verification.files))) {
       printError("cannot write the manifest: " + *failure);
       return exit_status::critical;
     }
   }
-  const int status = verification.proved() ? exit_status::normal : exit_status::critical;
-  if (manifest == standardOutput) {
-    std::cerr << asText(verification);
-    return status;
+  const bool isComplete = output.pages == nullptr || !output.pages->anySkipped();
+  const int status = verification.proved() && isComplete ? exit_status::normal : exit_status::critical;
+  const std::string text = asText(verification) + summaryOf(output.pages, true);
+  int printed = status;
+  if (output.manifest == standardOutput) {
+    std::cerr << text;
+  } else {
+    printed = printOutcome(output.options.json ? asJson(console, verification, output.pages) : text, status);
   }
-  return printOutcome(json ? asJson(system, verification) : asText(verification), status);
+  if (!verification.proved() && !output.options.json) {
+    const FileNamer nameOf = [&](const std::string& name) { return system.shownName(withFolder(system, name)); };
+    console.user().printNotes(
+        stepForProof(verification, {output.options.selection, output.options.result, system.pages(), nameOf}));
+  }
+  return printed;
 }
 
 }  // namespace
@@ -99,7 +129,7 @@ int runVerify(const VerifyOptions& options) {
   const std::string typed = options.result.empty() ? "" : system.fullName(options.result);
   proof::ConversionToProve conversion{typed, std::nullopt};
   const SelectionUse use{
-      FolderUse::read, false, [&](const SelectedPages& pages) {
+      FolderUse::read, options.keepGoing, [&](const SelectedPages& pages) {
         if (!options.result.empty()) {
           if (const auto reason = refusalOfResultName(options.result)) {
             return std::vector{*reason};
@@ -110,7 +140,13 @@ int runVerify(const VerifyOptions& options) {
         return refusalsOfOutput(system, {"manifest", manifest, OutputKind::manifest}, InputFiles(pages));
       }};
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
-    return printVerification(system, verificationOf(console, namesFile, conversion), manifest, options.json);
+    std::optional<ValidPages> pages;
+    if (options.keepGoing) {
+      pages.emplace(console, namesFile);
+    }
+    const bool isReduced = pages && pages->anyLeft();
+    return printVerification(console, verificationOf(console, isReduced ? pages->namesFile() : namesFile, conversion),
+                             {options, manifest, pages ? &*pages : nullptr});
   });
 }
 

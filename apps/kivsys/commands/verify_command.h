@@ -15,6 +15,7 @@ struct VerifyOptions {
   std::string result;    ///< the first result file as it was typed; "" for the one beside the first page
   std::string manifest;  ///< the file for the digests as it was typed; "" for none
   bool json = false;
+  bool keepGoing = false;  ///< leave out the pages that a conversion would have skipped
 };
 
 /// Proves a conversion that has been made, and prints what was found. Returns the program's exit status.

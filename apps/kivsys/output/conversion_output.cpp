@@ -21,7 +21,7 @@ std::string asJson(const ConvertOutput& output) {
     object["planned"] = plannedJson(*output.planned);
     object["instrument_list"] = output.outcome.consistency ? jsonOf(output.instruments) : Json();
   }
-  object["problems"] = jsonOf(output.problems, output.warnings);
+  object["problems"] = jsonOf(output.problems, output.warnings, output.outcome.paths);
   object["schema_version"] = schemaVersion;
   return asLine(object);
 }

@@ -32,11 +32,6 @@ std::string quoted(const std::string& argument) {
   return text + quote;
 }
 
-/// A name that begins with a hyphen would be an option.
-std::string asArgument(const std::string& name) {
-  return quoted(name.starts_with('-') ? "./" + name : name);
-}
-
 /// False only when the instrument is known to have a staff in that system.
 bool isUndefined(const Location& cue, const Layouts& layouts) {
   if (!cue.system || !cue.instrument) {
@@ -58,7 +53,13 @@ bool concernsIds(const Message& message, const std::optional<Layouts>& layouts) 
   return message.code == code::zeroInstrumentId || message.code == code::duplicateInstrumentId;
 }
 
-std::string selected(const Selection& selection) {
+}  // namespace
+
+std::string asArgument(const std::string& name) {
+  return quoted(name.starts_with('-') ? "./" + name : name);
+}
+
+std::string selectedArguments(const Selection& selection) {
   std::string arguments;
   if (!selection.names.empty()) {
     return (selection.folder.empty() ? "" : " --folder " + asArgument(selection.folder)) + " --names " +
@@ -69,8 +70,6 @@ std::string selected(const Selection& selection) {
   }
   return arguments;
 }
-
-}  // namespace
 
 std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileNamer& nameOf) {
   for (const ShownMessage& shown : outcome.messages) {
@@ -88,7 +87,7 @@ std::optional<std::string> stepForGroup(const RunOutcome& outcome, const std::op
   const bool canRepeat = outcome.normalEnd && selection.names != "-";  // standard input cannot be read twice
   if (canRepeat && std::any_of(outcome.messages.begin(), outcome.messages.end(),
                                [&](const ShownMessage& shown) { return concernsIds(shown.message, layouts); })) {
-    return "kivsys suggest" + selected(selection);
+    return "kivsys suggest" + selectedArguments(selection);
   }
   return std::nullopt;
 }

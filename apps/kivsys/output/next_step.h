@@ -10,6 +10,11 @@
 
 namespace kiv {
 
+/// A name as an argument that the system's shell passes on unchanged; one that begins with a hyphen is no option then.
+std::string asArgument(const std::string& name);
+/// The arguments that select the same pages again, a blank before each.
+std::string selectedArguments(const Selection& selection);
+
 /// The command line that helps after an analysis with a page that is damaged. It has been printed with the message
 /// about that page, if messages are printed. Names are quoted as the system's shell needs it.
 std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileNamer& nameOf);

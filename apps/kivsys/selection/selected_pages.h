@@ -9,13 +9,14 @@ namespace kiv {
 
 /// The pages of a run, as the console found them on the disk.
 struct SelectedPages {
-  std::string namesFile;            ///< the name of their list, in messages of the run
-  std::string listPath;             ///< the list's file on the disk; "" when there is none
-  std::string names;                ///< the names file that the run loads
-  std::vector<FoundFile> pages;     ///< those that can be read, in their order
-  std::vector<FoundFile> badPages;  ///< those that are left to the command, by their names as they were typed
-  bool isReordered = false;         ///< the pages were typed in another order
-  std::vector<std::string> errors;  ///< what is wrong, a line each; pages can be used when there are none
+  std::string namesFile;             ///< the name of their list, in messages of the run
+  std::string listPath;              ///< the list's file on the disk; "" when there is none
+  std::string names;                 ///< the names file that the run loads
+  std::vector<FoundFile> pages;      ///< those that can be read, in their order
+  std::vector<FoundFile> badPages;   ///< those that are left to the command, by their names as they were typed
+  std::vector<std::string> leftOut;  ///< recovered pages in a folder that has the damaged ones, as users know them
+  bool isReordered = false;          ///< the pages were typed in another order
+  std::vector<std::string> errors;   ///< what is wrong, a line each; pages can be used when there are none
 };
 
 /// How pages are looked for.

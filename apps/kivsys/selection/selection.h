@@ -37,6 +37,7 @@ struct SelectionUse {
   /// The folders that the command writes into, which no other run may do at the same time, as the disk names them.
   /// None: it writes into no folder.
   std::function<std::vector<std::string>(const SelectedPages& pages)> writtenFolders = {};
+  bool takesKeepGoing = false;  ///< the command has the option --keep-going
 };
 
 /// Enters the run's folder, locks the folders that the command writes into, and runs the command on the names file of

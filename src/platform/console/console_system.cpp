@@ -104,6 +104,15 @@ bool ConsoleSystem::mayWrite(const std::string& path) {
   return !refusal;
 }
 
+void ConsoleSystem::noteWriteFailure(const std::string& path, const std::string& reason) {
+  std::string folder = folderOfPath(*this, path);
+  folder = folder.empty() ? diskName(currentFolder()) : folder;
+  while (folder.size() > 1 && (folder.ends_with('/') || folder.ends_with('\\'))) {
+    folder.pop_back();
+  }
+  writeFailure_ = reason.empty() ? "" : folder + ": " + reason;
+}
+
 std::unique_ptr<OutputFile> ConsoleSystem::openOutput(const std::string& name) {
   const std::string path = NativeSystem::diskName(name);
   if (isGuarded() && !mayWrite(path)) {
@@ -115,6 +124,8 @@ std::unique_ptr<OutputFile> ConsoleSystem::openOutput(const std::string& name) {
   auto file = GuardedSystem::openOutput(name);
   if (file) {
     guard_.addWritten(path);
+  } else {
+    noteWriteFailure(path, lastCallFailure());
   }
   return journaled(std::move(file), path);
 }
@@ -134,11 +145,14 @@ std::optional<std::string> ConsoleSystem::replaceFile(const std::string& name, s
   }
   if (journal_ != nullptr) {
     if (auto failure = journal_->beforeReplace(path, replacedPath(file), bytes)) {
+      noteWriteFailure(path, *failure);
       return failure;
     }
   }
   auto failure = GuardedSystem::replaceFile(file, bytes);
-  if (!failure) {
+  if (failure) {
+    noteWriteFailure(path, *failure);
+  } else {
     guard_.addWritten(path);
     replacedFiles_.push_back(name);
     if (!pages_.empty()) {
