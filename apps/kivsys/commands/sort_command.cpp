@@ -12,6 +12,7 @@
 #include "apps/kivsys/output/warnings_output.h"
 #include "apps/kivsys/safety/sorted_pages.h"
 #include "apps/kivsys/undo/run_journal.h"
+#include "mus/format.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
@@ -47,8 +48,8 @@ std::string movedLines(ConsoleHost& console) {
   const std::vector<std::string>& sorted = console.replacedFiles();
   std::string lines;
   for (std::size_t p = 0; p < std::min(pages.size(), sorted.size()); ++p) {
-    const auto before = readWhole(system, pages[p].name);
-    const auto after = readWhole(system, sorted[p]);
+    const auto before = readWhole(system, pages[p].name, readableBytes);
+    const auto after = readWhole(system, sorted[p], readableBytes);
     if (before && after) {
       lines += printable(system.shownName(sorted[p])) + ": " + movedStaves(*before, *after) + "\n";
     }
