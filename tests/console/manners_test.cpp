@@ -76,7 +76,7 @@ TEST_F(Manners, FindingsOfVerifyHavePaths) {
   place.write("WORK0002.MUS", place.read("WORK0001.MUS"));
   const Json all = Json::parse(place.kivsys({"verify", "--json", "x1.mus", "x2.mus"}).out);
   EXPECT_EQ(schemaErrors(all, "verify"), Names());
-  EXPECT_EQ(all["findings"][0]["path"], (place.path() / "WORK0002.MUS").string()) << all;
+  EXPECT_EQ(all["findings"][0].value("path", ""), (place.path() / "WORK0002.MUS").string()) << all;
 }
 
 TEST_F(Manners, ItemsOfARecoveryAreWholeNumbersInJson) {

@@ -9,6 +9,7 @@
 #include "apps/kivsys/selection/panel_selection.h"
 #include "input/file_names.h"
 #include "messages/codes.h"
+#include "messages/console_words.h"
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
 #include "platform/console/stop_signals.h"
@@ -127,7 +128,7 @@ bool endedOverAPage(ConsoleHost& console) {
     return false;
   }
   const auto& last = console.messages().back().message;
-  return last.icon == Icon::critical && std::find(ofAPage.begin(), ofAPage.end(), last.code) != ofAPage.end() &&
+  return !isNote(last) && std::find(ofAPage.begin(), ofAPage.end(), last.code) != ofAPage.end() &&
          std::any_of(pages.begin(), pages.end(),
                      [&](const FoundFile& page) { return page.name == last.location.file; });
 }
