@@ -28,10 +28,10 @@ install(FILES ${CMAKE_CURRENT_LIST_DIR}/debian/copyright ${generated}/changelog.
 
 install(TARGETS kivsys RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(FILES docs/cli.md docs/cli-pages.md docs/cli-repair.md
+install(FILES docs/cli.md docs/cli-pages.md docs/cli-repair.md docs/cli-report.md
   docs/cli-rules.md docs/conversion.md docs/json.md docs/json-schema.json
-    docs/json-schema-parts.json docs/mus-format.md docs/page-text.md docs/proof.md docs/repair-methods.md
-    docs/repair.md docs/report-format.md
+    docs/json-schema-parts.json docs/mus-format.md docs/music.md docs/page-text.md docs/problems.md docs/proof.md
+    docs/repair-methods.md docs/repair.md docs/report-format.md
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
 install(FILES examples/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 install(DIRECTORY examples/beethoven-9 examples/broken-minuet DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)

@@ -1,7 +1,7 @@
 # What is delivered, and where it lies in a package. Included last, when every program is known.
 set(CPACK_PACKAGE_NAME KivSystem)
 set(CPACK_PACKAGE_VENDOR KivSystem)
-set(CPACK_PACKAGE_CONTACT "KivSystem <kivsystem@localhost>")
+set(CPACK_PACKAGE_CONTACT "KivSystem <maintainers@kivsystem.invalid>")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Prepares groups of MUS page files")
 set(CPACK_STRIP_FILES ON)

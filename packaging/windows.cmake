@@ -21,7 +21,8 @@ foreach(name IN ITEMS KIVPROJ.PRO README.txt "Start KivSystem.cmd")
 endforeach()
 foreach(name IN ITEMS cli.md cli-pages.md cli-repair.md
     cli-rules.md user-guide.md conversion.md json.md json-schema.json
-    json-schema-parts.json mus-format.md page-text.md proof.md repair-methods.md repair.md report-format.md)
+    json-schema-parts.json mus-format.md music.md page-text.md problems.md proof.md repair-methods.md repair.md
+    report-format.md cli-report.md)
   kiv_install_text(docs/${name} docs)
 endforeach()
 kiv_install_text(CHANGELOG.md .)

@@ -21,8 +21,8 @@ sources=$(files 'src/*.h' 'src/*.cpp' 'apps/*.h' 'apps/*.cpp' 'tests/*.h' 'tests
 }
 scripts=$(files '*.sh' dev .ci/run)
 
-# Whatever is written by hand, documents and scripts as well: not pages of music, seeds and pictures.
-long=$(files ':!examples/*/*' ':!fuzz/corpus/*' | tr '\n' '\0' | xargs -0 grep -Ic '' | awk -F : '$NF > 300')
+# Whatever is written by hand, documents and scripts as well: not pages of music, seeds, lists of versions and pictures.
+long=$(files ':!examples/*/*' ':!fuzz/corpus/*' ':!*/package-lock.json' | tr '\n' '\0' | xargs -0 grep -Ic '' | awk -F : '$NF > 300')
 [ -z "$long" ] || violation "at most 300 lines are allowed: $long"
 
 # A guarantee is worth as much as the test that it names.
@@ -41,7 +41,7 @@ for file in $(files 'tests/*_test.cpp'); do
 done
 
 # The libraries of src/, and what each of them links: "library linked linked ...".
-LIBRARIES=$(sed -n 's/.*kiv_library(\([a-z0-9]*\).*/\1/p' src/*/CMakeLists.txt)
+LIBRARIES=$(sed -n 's/.*kiv_library(\([a-z0-9_]*\).*/\1/p' src/*/CMakeLists.txt)
 LINKS=$(cat src/*/CMakeLists.txt | tr '\n' ' ' | grep -o 'target_link_libraries(kiv_[^)]*)' |
   sed 's/target_link_libraries(kiv_//; s/)//; s/ PUBLIC\| PRIVATE\| INTERFACE//g; s/ kiv_/ /g')
 export LIBRARIES LINKS

@@ -10,6 +10,7 @@
 #include "apps/kivsys/commands/instruments_command.h"
 #include "apps/kivsys/commands/page_commands.h"
 #include "apps/kivsys/commands/recover_command.h"
+#include "apps/kivsys/commands/report_command.h"
 #include "apps/kivsys/commands/sort_command.h"
 #include "apps/kivsys/commands/suggest_command.h"
 #include "apps/kivsys/commands/survey_command.h"
@@ -21,6 +22,11 @@ class App;
 }
 
 namespace kiv {
+
+/// Adds the options that select the pages of a run. A command without a selection must not be run.
+void addPages(CLI::App& command, Selection& selection, const std::string& folderIsFor);
+/// The same, and those that read the pages with corrections.
+void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor);
 
 // Each of these adds a command to the program, with its options and help. When a command line names the command, its
 // values are put into the options, the command is run, and its exit status is stored. Options and status must outlive
@@ -39,6 +45,7 @@ void addChart(CLI::App& app, ChartOptions& options, int& status);
 void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status);
 void addSuggest(CLI::App& app, SuggestOptions& options, int& status);
 void addRecover(CLI::App& app, RecoverOptions& options, int& status);
+void addReport(CLI::App& app, ReportOptions& options, int& status);
 /// The command "undo", on a folder.
 void addUndo(CLI::App& app, UndoOptions& options, int& status);
 /// The commands "dump" and "build".

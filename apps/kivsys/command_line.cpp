@@ -30,6 +30,7 @@ struct CommandLine {
   ChartOptions chart;
   InstrumentsOptions instruments;
   SuggestOptions suggest;
+  ReportOptions report;
   RecoverOptions recover;
   FixOptions fix;
   UndoOptions undo;
@@ -76,6 +77,7 @@ void addCommands(CLI::App& app, CommandLine& line) {
   addChart(app, line.chart, line.status);
   addInstruments(app, line.instruments, line.status);
   addSuggest(app, line.suggest, line.status);
+  addReport(app, line.report, line.status);
   addRecover(app, line.recover, line.status);
   addFix(app, line.fix, line.status);
   addUndo(app, line.undo, line.status);

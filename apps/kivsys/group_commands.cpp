@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string>
 
 #include <CLI/CLI.hpp>
@@ -5,10 +6,30 @@
 #include "apps/kivsys/command_definitions.h"
 
 namespace kiv {
+
 namespace {
 
-/// The options that select the pages of a run. A command without a selection must not be run.
-void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor) {
+/// Reads the pages with corrections.
+void addCorrections(CLI::App& command, Selection& selection) {
+  CLI::Option* corrections =
+      command
+          .add_option(
+              "--corrections", selection.corrections.files,
+              "Read the pages with the corrections of this table (CSV), and change no page; - is standard input")
+          ->type_name("FILE")
+          ->expected(1)
+          ->take_all();
+  command
+      .add_option("--only", selection.corrections.only,
+                  "Use only corrections of at least this confidence: sure or likely")
+      ->type_name("sure|likely")
+      ->check(CLI::IsMember({"sure", "likely"}))
+      ->needs(corrections);
+}
+
+}  // namespace
+
+void addPages(CLI::App& command, Selection& selection, const std::string& folderIsFor) {
   command.add_option("--folder", selection.folder, folderIsFor + " (default: the current folder)")->type_name("DIR");
   CLI::Option* names =
       command.add_option("--names", selection.names, "Names file that lists the pages; - is standard input")
@@ -22,16 +43,33 @@ void addSelection(CLI::App& command, Selection& selection, const std::string& fo
                    "Print no notes, no warnings and no progress; errors and results are printed");
 }
 
+void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor) {
+  addPages(command, selection, folderIsFor);
+  addCorrections(command, selection);
+}
+
+CLI::Option* addLayout(CLI::App& command, Selection& selection, const std::string& help) {
+  return command.add_option("--layout", selection.layout, help)->type_name("FILE.csv");
+}
+
+namespace {
+
 CLI::Option* addLikePanel(CLI::App& command, Selection& selection) {
-  return command.add_flag(
-      "--like-panel", selection.likePanel,
-      "Do exactly what the window does, without protecting files and without warnings; implies --keep-order");
+  return command
+      .add_flag("--like-panel", selection.likePanel,
+                "Do exactly what the window does, without protecting files and without warnings; implies --keep-order")
+      ->excludes("--corrections");
 }
 
 /// Refuses a command line that selects no pages.
 void requireSelection(const std::string& command, const Selection& selection) {
   if (selection.names.empty() && selection.pages.empty()) {
     throw CLI::ValidationError(command, "name page files, or a names file with --names");
+  }
+  const auto& tables = selection.corrections.files;
+  const auto fromInput = std::count(tables.begin(), tables.end(), "-") + (selection.names == "-" ? 1 : 0);
+  if (fromInput > 1) {
+    throw CLI::ValidationError(command, "only one of the names file and the corrections can be standard input");
   }
 }
 
@@ -62,6 +100,8 @@ void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
       "--no-overwrite", options.noOverwrite,
       "Ask before a file is replaced, with y, n, a (yes to all) or q (no to all); without a terminal, replace none");
   command.add_flag("--no-instr-number", options.noInstrNumber, "Do not show instrument ids in the results");
+  addLayout(command, options.selection,
+            "The instruments of all results, as instruments --csv lists them, also those silent on all pages");
   command.add_flag("--force", options.force, "Convert even if the input can be used without a conversion");
   command.add_flag("--json", options.json, "Print one JSON object and nothing else");
   addNoUndo(command, options.noUndo);
@@ -102,12 +142,15 @@ void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
   CLI::App* convert = app.add_subcommand("convert", "Write one page per system, all with the same layout");
   addConversion(*convert, options, status);
   addKeepGoing(*convert, options.keepGoing, "convert");
+  CLI::Option* fit = convert->add_flag("--fit", options.fit, "Make rest staves, braces and brackets that fit the music")
+                         ->excludes("--layout");
   CLI::Option* dryRun = convert->add_flag("--dry-run", options.dryRun, "Write nothing; print what would be written");
-  CLI::Option* likePanel = addLikePanel(*convert, options.selection);
+  CLI::Option* likePanel = addLikePanel(*convert, options.selection)->excludes(fit);
   convert->add_flag("--verify", options.verify, "Verify the conversion afterwards; status 1 when that fails")
       ->excludes(dryRun);
   convert->add_flag("--strict", options.strict, "Write nothing if there is a warning or a problem; status 3")
       ->excludes(likePanel);
+  likePanel->excludes("--layout");
   convert->footer(
       "Analyzes the pages first, and converts them unless they can be used without a conversion. Writes\n"
       "WORK0001.MUS, WORK0002.MUS ... into the folder of the first result file; report and verdict are written to the\n"
@@ -128,6 +171,9 @@ void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
       ->add_option("--manifest", options.manifest,
                    "Write the SHA-256 of all files to FILE, for sha256sum -c; - is standard output")
       ->type_name("FILE");
+  CLI::Option* layout =
+      addLayout(*verify, options.selection, "The instruments of the conversion, as its option --layout had them");
+  verify->add_flag("--fit", options.fit, "Check a conversion with --fit")->excludes(layout);
   verify->add_flag("--json", options.json, "Print one JSON object, with the SHA-256 of all files, and nothing else");
   addKeepGoing(*verify, options.keepGoing, "check");
   verify->footer(
@@ -175,6 +221,11 @@ void addChart(CLI::App& app, ChartOptions& options, int& status) {
   addSelection(*chart, options.selection, "Look for the names file in this folder, too");
   chart->add_option("-o,--out,--output", options.out, "Write an SVG file; - is standard output (default: text)")
       ->type_name("FILE.svg");
+  chart
+      ->add_option("--per-row", options.systemsPerRow,
+                   "Wrap the chart after this number of systems (default: as many as fit on a line, or on a sheet)")
+      ->type_name("N")
+      ->check(CLI::Range(1, 1000));
   chart->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
   addKeepGoing(*chart, options.keepGoing, "show");
   chart->footer(
@@ -214,8 +265,7 @@ void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status) {
 void addSuggest(CLI::App& app, SuggestOptions& options, int& status) {
   CLI::App* suggest = app.add_subcommand("suggest", "Propose ids for staves and cues whose ids are wrong");
   addSelection(*suggest, options.selection, "Look for the names file in this folder, too");
-  suggest->add_option("--layout", options.layout, "The instruments, as instruments --csv lists them")
-      ->type_name("FILE.csv");
+  addLayout(*suggest, options.selection, "The instruments, as instruments --csv lists them");
   suggest
       ->add_option("-o,--out,--output", options.out,
                    "Write the corrections as comma-separated values; - is standard output")

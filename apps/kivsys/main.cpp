@@ -37,9 +37,23 @@ int run(int argc, const char* const* argv) {
   return isSiblingCall(commandLine, argc > 1 ? argv[1] : "") ? runSiblingCall(commandLine) : runCommandLine(argc, argv);
 }
 
-/// Where not even an exception can be made, there is none; an exception that nobody handles is a defect.
+/// Where not even an exception can be made, there is none.
+bool isOutOfMemory(const std::exception_ptr& failure) {
+  if (failure == nullptr) {
+    return true;
+  }
+  try {
+    std::rethrow_exception(failure);
+  } catch (const std::bad_alloc&) {
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
+/// Memory can be short where libraries allow no exception. Any other exception that nobody handles is a defect.
 [[noreturn]] void endWithoutMemory() {
-  if (std::current_exception() == nullptr) {
+  if (isOutOfMemory(std::current_exception())) {
     static_cast<void>(std::fputs("kivsys: out of memory\n", stderr));
     std::_Exit(exit_status::critical);
   }

@@ -28,12 +28,21 @@ void addSurvey(CLI::App& app, SurveyOptions& options, int& status) {
       ->type_name("FILE");
   survey->add_flag("--exit-code", options.exitCode, "End with status 3 when a piece needs a conversion or is bad");
   survey->add_flag("-q,--quiet", options.quiet, "Print no progress");
+  CLI::Option* html = survey->add_option("--html", options.html, "Write the library as an HTML page, too")
+                          ->type_name("FILE.html")
+                          ->check([](const std::string& file) {
+                            return file == "-" ? "standard output has the lines of the survey" : std::string();
+                          });
+  survey->add_option("--reports", options.reports, "Write a report for each piece into this folder, and link it")
+      ->type_name("DIR")
+      ->needs(html);
   survey->footer(
       "Pages of one folder whose names differ only in number and page letter are a piece. Nothing is written to the\n"
       "library. Ends with status 0; with 1 when a folder cannot be listed or the output cannot be written; with 2 on\n"
       "wrong usage; with 4 when another survey uses the file of --resume; with 130 when it is interrupted, after\n"
       "printing the lines of the finished pieces.\n\nExamples:\n"
-      "  kivsys survey /music\n  kivsys survey /music --csv --resume survey.state > survey.csv");
+      "  kivsys survey /music\n  kivsys survey /music --csv --resume survey.state > survey.csv\n"
+      "  kivsys survey /music --html library.html --reports reports");
   survey->callback([&options, &status] { status = runSurvey(options); });
 }
 

@@ -11,17 +11,29 @@ std::string problemOf(const FixOptions& options) {
   if (options.selection.names.empty() && options.selection.pages.empty()) {
     return "name page files, or a names file with --names";
   }
-  if (options.corrections.empty() && options.sets.empty() && options.maps.empty()) {
-    return "say what to correct with --corrections, --set or --map";
+  if (options.corrections.files.empty() && options.sets.empty() && options.maps.empty() &&
+      options.selection.layout.empty()) {
+    return "say what to correct with --corrections, --set, --map or --renumber";
   }
   return options.out.empty() && !options.inPlace ? "name a folder for the corrected pages with -o, or say --in-place"
                                                  : "";
 }
 
+/// Of the options that say what changes, this is the only one then.
+void addRenumber(CLI::App& fix, FixOptions& options) {
+  CLI::Option* renumber =
+      fix.add_option("--renumber", options.selection.layout,
+                     "New ids that rise in the order of this table of instruments, as instruments --csv lists them")
+          ->type_name("FILE.csv");
+  for (const char* const other : {"--corrections", "--set", "--map"}) {
+    renumber->excludes(other);
+  }
+}
+
 void addFixOutput(CLI::App& fix, FixOptions& options) {
-  CLI::Option* out =
-      fix.add_option("-o,--out,--output", options.out, "Folder for the corrected pages, which is made when it is missing")
-          ->type_name("DIR");
+  CLI::Option* out = fix.add_option("-o,--out,--output", options.out,
+                                    "Folder for the corrected pages, which is made when it is missing")
+                         ->type_name("DIR");
   CLI::Option* inPlace =
       fix.add_flag("--in-place", options.inPlace, "Write over the pages themselves; kivsys undo restores them");
   inPlace->excludes(out)->excludes(fix.add_flag("--force", options.force, "Replace pages that are in the folder"));
@@ -39,7 +51,7 @@ void addFix(CLI::App& app, FixOptions& options, int& status) {
       fix->add_option("--names", options.selection.names, "Names file that lists the pages; - is standard input")
           ->type_name("FILE");
   names->excludes(fix->add_option("page", options.selection.pages, "Page files")->type_name("PAGE"));
-  fix->add_option("--corrections", options.corrections, "Table of corrections (CSV); - is standard input")
+  fix->add_option("--corrections", options.corrections.files, "Table of corrections (CSV); - is standard input")
       ->type_name("FILE")
       ->expected(1)
       ->take_all();
@@ -51,9 +63,11 @@ void addFix(CLI::App& app, FixOptions& options, int& status) {
       ->type_name("OLD=NEW")
       ->expected(1)
       ->take_all();
-  fix->add_option("--only", options.only, "Use only corrections of at least this confidence: sure or likely")
+  fix->add_option("--only", options.corrections.only,
+                  "Use only corrections of at least this confidence: sure or likely")
       ->type_name("sure|likely")
       ->check(CLI::IsMember({"sure", "likely"}));
+  addRenumber(*fix, options);
   addFixOutput(*fix, options);
   fix->footer(
       "Writes every page into the folder, corrected where it has to be; all other bytes stay as they are. Refuses\n"

@@ -11,6 +11,11 @@ const FirstClefTable::Entry* FirstClefTable::find(std::int16_t instr) const {
   return place == places.end() ? nullptr : &entries[place->second];
 }
 
+void FirstClefTable::add(const Entry& entry) {
+  places.emplace(entry.firstClefInstr, entries.size());
+  entries.push_back(entry);
+}
+
 StaffFinder::StaffFinder(const ItemTable& table) {
   for (int i = 1; i <= table.itemCount(); ++i) {
     if (table.type(i) == ItemType::staff) {
@@ -50,8 +55,7 @@ void updateFirstClefTable(const Item& clef, const ItemTable& table, const StaffF
   if (!identifier || firstClefs.firstClefCount() == std::numeric_limits<std::int16_t>::max()) {
     endProgram(messages::overflow(reader.location()));
   }
-  firstClefs.places.emplace(*identifier, firstClefs.entries.size());
-  firstClefs.entries.push_back({*identifier, MarkedValue(clef[par::kind]), clef[par::height]});
+  firstClefs.add({*identifier, MarkedValue(clef[par::kind]), clef[par::height]});
 }
 
 }  // namespace kiv

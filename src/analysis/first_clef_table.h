@@ -27,6 +27,8 @@ struct FirstClefTable {
   std::size_t firstClefCount() const { return entries.size(); }
   /// The first entry of the instrument; null when it has none.
   const Entry* find(std::int16_t instr) const;
+  /// Appends an entry, which is found unless the instrument has one already.
+  void add(const Entry& entry);
 };
 
 /// Finds the first staff item with a given staff number among those added.

@@ -38,9 +38,41 @@ bool hasBarlineAt(const ItemTable& items, float position) {
 
 }  // namespace
 
-Conversion::Conversion(Files& files, const ConversionTables& tables)
+Conversion::Conversion(Files& files, const ConversionTables& tables, RestStaves restStaves)
     : tables_(tables), report_(readReport(files)), pages_(files) {
   setInstrumentOrder(report_.instruments, tables_.order);
+  if (restStaves == RestStaves::fitting) {
+    learnGroup();
+  }
+}
+
+/// Reads the whole group before the first system is converted.
+void Conversion::learnGroup() {
+  fitted_.emplace();
+  for (int system = 1; system <= systemCount(); ++system) {
+    const auto number = static_cast<std::int16_t>(system);
+    const std::vector<StaffRecord> staves = stavesOf(report_, number);
+    fitted_->learn(tables_.items, readSystem(staves, number));
+    dropFinishedPages(staves, number);
+  }
+  fitted_->finish();
+}
+
+void Conversion::require(const RequiredInstrument& instrument) {
+  OrderTable& order = tables_.order;
+  if (order.find(instrument.instr) != 0) {
+    return;
+  }
+  order.add(instrument.instr);
+  OrderEntry& entry = order.entry(order.count());
+  entry = {};  // an earlier conversion may have left another instrument here
+  entry.instr = instrument.instr;
+  entry.size = instrument.size;
+  entry.lines = instrument.lines;
+  entry.key = instrument.key;
+  if (instrument.clef.isKnown() && tables_.firstClefs.find(instrument.instr) == nullptr) {
+    tables_.firstClefs.add({instrument.instr, instrument.clef, instrument.clefHeight});
+  }
 }
 
 /// Gives a system of a single staff the barline at its left edge that it may lack.
@@ -53,7 +85,7 @@ void Conversion::closeSingleStaff(int staff) {
   }
 }
 
-void Conversion::readSystem(const std::vector<StaffRecord>& staves) {
+void Conversion::readStaves(const std::vector<StaffRecord>& staves) {
   ItemTable& items = tables_.items;
   items.clear();
   for (const StaffRecord& staff : staves) {
@@ -97,29 +129,46 @@ void Conversion::dropFinishedPages(const std::vector<StaffRecord>& staves, std::
   }
 }
 
-void Conversion::convertSystem(std::int16_t system) {
-  ItemTable& items = tables_.items;
-  OrderTable& order = tables_.order;
-  const std::vector<StaffRecord> staves = stavesOf(report_, system);
-  readSystem(staves);
+/// Makes the item table hold the real staves. Returns the model of the barlines.
+BarlineList Conversion::readSystem(const std::vector<StaffRecord>& staves, std::int16_t system) {
+  readStaves(staves);
   checkStaves(system);
-  setStaffAttributes(items, order);
-  BarlineList barlines = collectBarlines(items);
-  collectBraces(items, braces_);
+  setStaffAttributes(tables_.items, tables_.order);
+  BarlineList barlines = collectBarlines(tables_.items);
+  collectBraces(tables_.items, braces_);
   sortBarlines(barlines);
-  countPresent();
+  return barlines;
+}
+
+void Conversion::addMissing(std::int16_t system, const BarlineList& barlines) {
+  OrderTable& order = tables_.order;
+  if (fitted_) {
+    fitted_->addMissing(system, tables_.items, order, barlines);
+    return;
+  }
   for (int k = 1; k <= order.count(); ++k) {
     if (order.entry(k).present == 0) {
-      insertStaff(items, order.entry(k).instr, order, tables_.firstClefs, barlines);
+      insertStaff(tables_.items, order.entry(k).instr, order, tables_.firstClefs, barlines);
     }
   }
-  normalizeBarlines(items, order, barlines);
+}
+
+void Conversion::convertSystem(std::int16_t system) {
+  const std::vector<StaffRecord> staves = stavesOf(report_, system);
+  const BarlineList barlines = readSystem(staves, system);
+  countPresent();
+  addMissing(system, barlines);
+  normalizeBarlines(tables_.items, tables_.order, barlines);
   dropFinishedPages(staves, system);
 }
 
 void Conversion::finishSystem() {
   sortOnInstrument(tables_.items);
-  outputBraces(tables_.items, braces_);
+  if (fitted_) {
+    fitted_->addBraces(tables_.items);
+  } else {
+    outputBraces(tables_.items, braces_);
+  }
 }
 
 void showInstrumentNumbers(ItemTable& items) {

@@ -48,6 +48,7 @@ Problem ProblemFinder::find(const Message& message, std::size_t index, const Loc
     return problem;
   }
   problem.system = location.system;
+  problem.bar = location.bar;
   problem.staff = asPrinted(location.staff);
   problem.instrument = asPrinted(location.instrument);
   problem.repeats = location.repeats;

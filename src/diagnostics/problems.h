@@ -20,6 +20,7 @@ struct Problem {
   std::size_t message = 0;          ///< the index of the message in the run, from 0
   std::optional<std::string> file;  ///< full name
   std::optional<std::int16_t> system;
+  std::optional<int> bar;            ///< its number in the system, from 1
   std::optional<double> staff;       ///< its number in the file
   std::optional<double> instrument;  ///< that of the staff, or the one that the cue refers to
   std::optional<ItemPlace> place;    ///< the item in the file

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <utility>
 
 #include "input/file_names.h"
 
@@ -37,6 +38,13 @@ ChartPage pageOf(Machine& machine, const std::vector<StaffRecord>& staves, std::
   return page;
 }
 
+/// The name part, without the characters that join it to the number.
+std::string pieceOf(Machine& machine, const std::string& file) {
+  std::string name = extractPartName(machine, file);
+  const auto last = name.find_last_not_of("-_$");
+  return name.substr(0, last == std::string::npos ? 0 : last + 1);
+}
+
 std::vector<Presence> cellsOf(const std::vector<StaffRecord>& staves, const std::vector<std::int16_t>& instruments,
                               bool allowZeroId) {
   std::map<std::int16_t, int> counts;
@@ -56,6 +64,45 @@ std::vector<Presence> cellsOf(const std::vector<StaffRecord>& staves, const std:
     }
   }
   return cells;
+}
+
+/// Which of the staves a conversion moves: the fewest whose absence leaves identifiers that rise from the top down.
+std::vector<bool> movedStaves(const std::vector<StaffRecord>& staves) {
+  // The longest rising selection: ends[n] is the staff with the lowest identifier that ends one of n + 1 staves.
+  std::vector<std::size_t> ends;
+  std::vector<std::size_t> previous(staves.size(), staves.size());
+  for (std::size_t i = 0; i < staves.size(); ++i) {
+    const auto place = std::upper_bound(ends.begin(), ends.end(), staves[i].instrId,
+                                        [&](int id, std::size_t end) { return id < staves[end].instrId; });
+    previous[i] = place == ends.begin() ? staves.size() : *(place - 1);
+    if (place == ends.end()) {
+      ends.push_back(i);
+    } else {
+      *place = i;
+    }
+  }
+  std::vector<bool> moved(staves.size(), true);
+  for (std::size_t i = ends.empty() ? staves.size() : ends.back(); i < staves.size(); i = previous[i]) {
+    moved[i] = false;
+  }
+  return moved;
+}
+
+/// The same for the instruments of the chart; empty when no staff is moved.
+std::vector<bool> movedInstruments(const std::vector<StaffRecord>& staves,
+                                   const std::vector<std::int16_t>& instruments) {
+  const std::vector<bool> moved = movedStaves(staves);
+  if (std::find(moved.begin(), moved.end(), true) == moved.end()) {
+    return {};
+  }
+  std::vector<bool> result(instruments.size(), false);
+  for (std::size_t i = 0; i < staves.size(); ++i) {
+    const auto place = std::lower_bound(instruments.begin(), instruments.end(), staves[i].instrId);
+    if (moved[i] && place != instruments.end() && *place == staves[i].instrId) {
+      result[static_cast<std::size_t>(place - instruments.begin())] = true;
+    }
+  }
+  return result;
 }
 
 std::string counted(std::size_t count, const std::string& singular, const std::string& plural) {
@@ -80,17 +127,29 @@ std::size_t Chart::nameColumns() const {
   return columns;
 }
 
+bool Chart::hasMovedStaves() const {
+  return std::any_of(systems.begin(), systems.end(), [](const ChartSystem& system) { return !system.moved.empty(); });
+}
+
+bool Chart::hasMultifilePages() const {
+  return std::any_of(pages.begin(), pages.end(), [](const ChartPage& page) { return page.files > 1; });
+}
+
 std::string Chart::summary() const {
+  return (piece.empty() ? "" : piece + ": ") + counts();
+}
+
+std::string Chart::counts() const {
   return counted(systems.size(), "system", "systems") + " on " + counted(pages.size(), "page", "pages") + ", " +
          counted(instruments.size(), "instrument", "instruments") + "; " +
          counted(count(Presence::missing), "rest staff", "rest staves") + " to be inserted";
 }
 
-std::string Chart::outOfOrder() const {
+std::string Chart::outOfOrder(std::size_t first, std::size_t end) const {
   constexpr std::size_t mostNamed = 12;
   std::string list;
   std::size_t found = 0;
-  for (std::size_t i = 0; i < systems.size(); ++i) {
+  for (std::size_t i = first; i < end; ++i) {
     if (!systems[i].inOrder && found++ < mostNamed) {
       list += (list.empty() ? "" : ", ") + std::to_string(i + 1);
     }
@@ -110,9 +169,13 @@ Chart makeChart(Machine& machine, const ReportIndex& report, bool allowZeroId) {
     if (!isOnSamePage(previous, staves)) {
       chart.pages.push_back(pageOf(machine, staves, chart.systems.size()));
     }
-    const bool inOrder = std::is_sorted(
-        staves.begin(), staves.end(), [](const StaffRecord& a, const StaffRecord& b) { return a.instrId < b.instrId; });
-    chart.systems.push_back({chart.pages.size() - 1, inOrder, cellsOf(staves, chart.instruments, allowZeroId)});
+    std::vector<bool> moved = movedInstruments(staves, chart.instruments);
+    const bool inOrder = moved.empty();
+    chart.systems.push_back(
+        {chart.pages.size() - 1, inOrder, cellsOf(staves, chart.instruments, allowZeroId), std::move(moved)});
+    if (system == 1) {
+      chart.piece = pieceOf(machine, staves.front().file);
+    }
     previous = std::move(staves);
   }
   return chart;

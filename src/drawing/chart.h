@@ -26,6 +26,9 @@ struct ChartSystem {
   std::size_t page = 0;         ///< its index in Chart::pages
   bool inOrder = true;          ///< its identifiers rise from the top staff down, as in a result
   std::vector<Presence> cells;  ///< for every instrument of the chart
+  std::vector<bool> moved;  ///< for every instrument, whether a conversion moves its staff; empty when it moves none
+
+  bool isMoved(std::size_t instrument) const { return instrument < moved.size() && moved[instrument]; }
 };
 
 /// A page of a group that has systems.
@@ -37,12 +40,14 @@ struct ChartPage {
 
 /// What an instrument is called.
 struct ChartName {
-  std::string text;
-  std::size_t columns = 0;  ///< that it fills on a terminal
+  std::string text;         ///< shortened for a terminal
+  std::size_t columns = 0;  ///< that the text fills on a terminal
+  std::string full;         ///< the name as it is; "" when the text is the name
 };
 
 /// Which instruments the systems of a group have.
 struct Chart {
+  std::string piece;                        ///< the name part of its first page; may be empty
   std::vector<std::int16_t> instruments;    ///< from the top of a result to its bottom
   std::map<std::int16_t, ChartName> names;  ///< of those that have one; makeChart knows none
   std::vector<ChartPage> pages;             ///< in order
@@ -52,11 +57,16 @@ struct Chart {
   std::size_t count(Presence presence) const;
   /// The columns that the longest name fills; 0 without names.
   std::size_t nameColumns() const;
+  bool hasMovedStaves() const;
+  bool hasMultifilePages() const;
   /// "7 systems on 5 pages, 12 instruments; 46 rest staves to be inserted"
+  std::string counts() const;
+  /// The counts with the piece in front: "SYMPH: 7 systems on 5 pages, 12 instruments; 46 rest staves to be inserted"
   std::string summary() const;
-  /// The systems whose staves stand in another order than in a result, as "3, 5", the first twelve by number; "" when
-  /// there are none.
-  std::string outOfOrder() const;
+  /// The systems from the first to before the end whose staves stand in another order than in a result, as "3, 5", the
+  /// first twelve by number; "" when there are none.
+  std::string outOfOrder(std::size_t first, std::size_t end) const;
+  std::string outOfOrder() const { return outOfOrder(0, systems.size()); }
 };
 
 /// The chart of an analyzed group. With allowZeroId a staff without an identifier is like any other. A record of the
@@ -65,5 +75,7 @@ Chart makeChart(Machine& machine, const ReportIndex& report, bool allowZeroId);
 
 /// The legend's text for a kind of cell.
 const char* meaningOf(Presence presence);
+/// The legend's text for a staff that a conversion moves.
+inline constexpr const char* meaningOfMoved = "staff that a conversion moves";
 
 }  // namespace kiv

@@ -2,6 +2,7 @@
 #include <array>
 
 #include "drawing/chart_drawings.h"
+#include "drawing/page_heads.h"
 
 namespace kiv {
 namespace {
@@ -11,19 +12,38 @@ constexpr std::size_t idWidth = 6;         // with the blank before it
 constexpr std::size_t widthForNames = 60;  // of the narrowest line with names on it
 constexpr std::size_t fewestSystems = 8;   // on a line, however narrow
 
+/// What stands for a cell.
 struct Mark {
-  Presence presence;
   char character;
   const char* color;
+  const char* meaning;
 };
 
-constexpr std::array<Mark, presenceKinds> marks = {{{Presence::present, '#', "\x1B[32m"},
-                                                    {Presence::missing, '.', "\x1B[33m"},
-                                                    {Presence::duplicate, 'D', "\x1B[31m"},
-                                                    {Presence::zeroId, '0', "\x1B[31m"}}};
+constexpr std::array<Presence, presenceKinds> kinds = {Presence::present, Presence::missing, Presence::duplicate,
+                                                       Presence::zeroId};
+constexpr Mark movedMark = {'m', "\x1B[36m", meaningOfMoved};
 
-std::string marked(Presence presence, bool color) {
-  const auto& mark = *std::find_if(marks.begin(), marks.end(), [&](const Mark& m) { return m.presence == presence; });
+Mark markOf(Presence presence) {
+  switch (presence) {
+    case Presence::present:
+      return {'#', "\x1B[32m", meaningOf(presence)};
+    case Presence::missing:
+      return {'.', "\x1B[33m", meaningOf(presence)};
+    case Presence::duplicate:
+      return {'D', "\x1B[31m", meaningOf(presence)};
+    case Presence::zeroId:
+      break;
+  }
+  return {'0', "\x1B[31m", meaningOf(presence)};
+}
+
+/// A cell that is a problem shows the problem.
+Mark markOf(const ChartSystem& system, std::size_t instrument) {
+  const Presence presence = system.cells[instrument];
+  return presence == Presence::present && system.isMoved(instrument) ? movedMark : markOf(presence);
+}
+
+std::string marked(const Mark& mark, bool color) {
   const std::string character(1, mark.character);
   return color ? mark.color + character + "\x1B[0m" : character;
 }
@@ -62,23 +82,33 @@ class NumberLine {
   std::size_t end_;
 };
 
-std::string heads(const Chart& chart, Block block) {
-  NumberLine pages("page", block);
+/// Lines with the names of the pages, from top to bottom, above their first systems.
+std::string pageLines(const Chart& chart, const PageHeads& pageHeads, Block block) {
+  std::string text;
+  for (std::size_t i = 0; i < pageHeads.height(); ++i) {
+    std::string line = rightAligned(i == 0 ? "page" : "", block.labelWidth) + "  ";
+    for (std::size_t system = block.first; system < block.end; ++system) {
+      const bool starts = system == block.first || chart.startsPage(system);
+      line += starts ? pageHeads.character(chart.systems[system].page, i) : ' ';
+      line += ' ';
+    }
+    line.erase(line.find_last_not_of(' ') + 1);
+    text += line + "\n";
+  }
+  return text;
+}
+
+std::string heads(const Chart& chart, const PageHeads& pageHeads, Block block) {
   NumberLine files("files", block);
   NumberLine systems("system", block);
   for (std::size_t i = block.first; i < block.end; ++i) {
     const ChartPage& page = chart.pages[chart.systems[i].page];
-    if (i == block.first || chart.startsPage(i)) {
-      pages.at(i - block.first, std::to_string(chart.systems[i].page + 1));
-      if (page.files > 1) {
-        files.at(i - block.first, std::to_string(page.files));
-      }
+    if ((i == block.first || chart.startsPage(i)) && page.files > 1) {
+      files.at(i - block.first, std::to_string(page.files));
     }
     systems.at(i - block.first, std::to_string(i + 1));
   }
-  const bool multifile =
-      std::any_of(chart.pages.begin(), chart.pages.end(), [](const ChartPage& page) { return page.files > 1; });
-  return pages.text() + (multifile ? files.text() : "") + systems.text();
+  return pageLines(chart, pageHeads, block) + (chart.hasMultifilePages() ? files.text() : "") + systems.text();
 }
 
 /// The name, where the labels have the width for names, and the identifier.
@@ -95,7 +125,7 @@ std::string row(const Chart& chart, Block block, std::size_t instrument, bool co
   std::string line = labelOf(chart, chart.instruments[instrument], block.labelWidth) + " ";
   for (std::size_t i = block.first; i < block.end; ++i) {
     line += i == block.first || chart.startsPage(i) ? "|" : " ";
-    line += marked(chart.systems[i].cells[instrument], color);
+    line += marked(markOf(chart.systems[i], instrument), color);
   }
   return line + "|\n";
 }
@@ -114,24 +144,58 @@ std::string wrapped(const std::vector<std::string>& words, std::size_t width) {
   return line.empty() ? lines : lines + line + "\n";
 }
 
+bool showsMoved(const Chart& chart) {
+  return std::any_of(chart.systems.begin(), chart.systems.end(), [](const ChartSystem& system) {
+    for (std::size_t i = 0; i < system.moved.size(); ++i) {
+      if (system.isMoved(i) && system.cells[i] == Presence::present) {
+        return true;
+      }
+    }
+    return false;
+  });
+}
+
 std::string legend(const Chart& chart, const TextStyle& style) {
   std::string text;
-  for (const Mark& mark : marks) {
-    const bool always = mark.presence == Presence::present || mark.presence == Presence::missing;
-    if (always || chart.count(mark.presence) > 0) {
-      text += marked(mark.presence, style.color) + " " + meaningOf(mark.presence) + "\n";
+  const auto add = [&](const Mark& mark) { text += marked(mark, style.color) + " " + mark.meaning + "\n"; };
+  for (const Presence presence : kinds) {
+    if (chart.count(presence) > 0) {
+      add(markOf(presence));
     }
+  }
+  if (showsMoved(chart)) {
+    add(movedMark);
   }
   const std::string outOfOrder = chart.outOfOrder();
   return outOfOrder.empty() ? text : text + "Staves in another order than in a result: system " + outOfOrder + "\n";
 }
 
-std::string pageNames(const Chart& chart, std::size_t width) {
-  std::vector<std::string> words;
-  for (std::size_t i = 0; i < chart.pages.size(); ++i) {
-    words.push_back(std::to_string(i + 1) + " " + chart.pages[i].name);
+/// The pages by name: of a group that the heads name in full the first and the last, else all of them.
+std::string pageNames(const Chart& chart, const PageHeads& heads, std::size_t width) {
+  if (chart.pages.empty()) {
+    return "";
   }
-  return words.empty() ? "" : "\n" + wrapped(words, width);
+  if (heads.nameEachPage()) {
+    // Not as a range, in which there may be pages that were skipped.
+    const std::string& first = chart.pages.front().name;
+    return chart.pages.size() == 1 ? "\nPage " + first + "\n"
+                                   : "\nFirst page " + first + ", last page " + chart.pages.back().name + "\n";
+  }
+  std::vector<std::string> words;
+  for (const ChartPage& page : chart.pages) {
+    words.push_back(page.name);
+  }
+  return "\nPages, in order:\n" + wrapped(words, width);
+}
+
+std::size_t systemsInRow(const Chart& chart, const TextStyle& style, std::size_t labelWidth) {
+  if (style.systemsPerRow > 0) {
+    return style.systemsPerRow;
+  }
+  constexpr std::size_t step = 5;  // of the number that a wrapped row begins with
+  const std::size_t fitting = style.width > labelWidth + 2 ? (style.width - labelWidth - 2) / 2 : 0;
+  const std::size_t systems = std::max(fitting, fewestSystems);
+  return systems < chart.systems.size() && systems > 2 * step ? systems - systems % step : systems;
 }
 
 }  // namespace
@@ -139,18 +203,18 @@ std::string pageNames(const Chart& chart, std::size_t width) {
 std::string chartText(const Chart& chart, const TextStyle& style) {
   const std::size_t names = style.width < widthForNames ? 0 : chart.nameColumns();
   const std::size_t labelWidth = names == 0 ? shortestLabel : std::max(names + idWidth, shortestLabel + 1);
-  const std::size_t fitting = style.width > labelWidth + 2 ? (style.width - labelWidth - 2) / 2 : 0;
-  const std::size_t systems = std::max(fitting, fewestSystems);
+  const std::size_t systems = systemsInRow(chart, style, labelWidth);
+  const PageHeads pageHeads(chart.pages);
   std::string text = chart.summary() + "\n\n";
   for (std::size_t first = 0; first < chart.systems.size(); first += systems) {
     const Block block{first, std::min(first + systems, chart.systems.size()), labelWidth};
-    text += heads(chart, block);
+    text += heads(chart, pageHeads, block);
     for (std::size_t i = 0; i < chart.instruments.size(); ++i) {
       text += row(chart, block, i, style.color);
     }
     text += "\n";
   }
-  return text + legend(chart, style) + pageNames(chart, style.width);
+  return text + legend(chart, style) + pageNames(chart, pageHeads, style.width);
 }
 
 }  // namespace kiv

@@ -73,7 +73,7 @@ std::optional<std::string> digitsOf(float number) {
 }
 
 void drawDigits(PageDrawing& drawing, const std::string& digits, double middle, double y) {
-  constexpr double width = 14;
+  constexpr double width = 17;
   double x = middle - width * (static_cast<double>(digits.size()) - 1) / 2;
   for (const char digit : digits) {
     drawing.glyph(digitGlyph(digit - '0'), "digit", x, y);
@@ -84,7 +84,7 @@ void drawDigits(PageDrawing& drawing, const std::string& digits, double middle, 
 void drawTime(PageDrawing& drawing, const PlacedStaff& staff, double x, const Item& item) {
   constexpr float commonTime = 99;
   constexpr float allaBreve = 98;
-  constexpr double symbolMiddle = 8;
+  constexpr double symbolMiddle = 9;
   const float upper = item[par::upperNumber];
   const double middle = x + symbolMiddle;
   if (upper == commonTime || upper == allaBreve) {

@@ -20,6 +20,8 @@ enum class Glyph {
   blackHead,
   flagUp,
   flagDown,
+  shortFlagUp,  ///< one of several
+  shortFlagDown,
   dot,
   wholeRest,
   halfRest,

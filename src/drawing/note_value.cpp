@@ -6,7 +6,7 @@ namespace kiv {
 namespace {
 
 constexpr double longest = 4;
-constexpr double shortest = 0.0625;
+constexpr double shortest = 0.015625;
 
 bool isAbout(double value, double wanted) {
   constexpr double tolerance = 0.01;
@@ -41,6 +41,13 @@ NoteValue noteValue(float duration) {
     return {value, 2};
   }
   return isAbout(ratio, 4.0 / 3) && value < longest ? NoteValue{2 * value, 0} : NoteValue{value, 0};
+}
+
+double stemSteps(int flags) {
+  constexpr double octave = 7;
+  constexpr double perFlag = 1.6;
+  constexpr int withinOctave = 2;
+  return octave + (flags > withinOctave ? perFlag * (flags - withinOctave) : 0);
 }
 
 }  // namespace kiv

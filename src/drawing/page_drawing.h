@@ -29,8 +29,17 @@ struct PageDrawing {
 void drawStaffLines(PageDrawing& drawing, const PlacedStaff& staff);
 void drawBarlines(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& staff);
 void drawSignatures(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& staff);
+/// Draws heads with their dots and ledger lines.
 void drawNotes(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& staff);
+/// Draws stems with flags or beams.
+void drawStems(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& staff);
 void drawRests(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& staff);
 void drawTexts(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& staff);
+
+/// What the name of a page needs from margin to margin.
+double titleWidth(std::string_view title);
+/// Draws the name of the page above it and, at the left of each system, its number and the numbers of its bars, both
+/// counted on the page.
+void drawLabels(PageDrawing& drawing, const PageLayout& page, std::string_view title);
 
 }  // namespace kiv

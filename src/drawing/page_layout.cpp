@@ -5,6 +5,7 @@
 #include <map>
 
 #include "diagnostics/rest_staff.h"
+#include "drawing/note_value.h"
 
 namespace kiv {
 namespace {
@@ -14,8 +15,8 @@ constexpr float lowestPosition = -30;
 constexpr float highestPosition = 400;
 constexpr float lowestHeight = -24;
 constexpr float highestHeight = 32;
-constexpr double labelWidth = 12;  // page units left of the staves, for identifiers and braces
-constexpr double stemSteps = 8;
+constexpr double labelWidth = 12;      // page units left of the staves, for identifiers and braces
+constexpr double beyondStem = 1;       // steps that a slanting beam is above a stem, or another symbol
 constexpr double staffMargin = 6;      // steps above and below a staff, at least
 constexpr double systemGap = 8;        // more steps between systems
 constexpr float leftBarlineReach = 1;  // a barline this near to a staff's left end counts as there
@@ -41,7 +42,10 @@ Extent extentOf(const PlacedStaff& staff) {
     const double height = drawnHeight(item[par::height]);
     if (item.type() == ItemType::note) {
       const bool stemUp = height < staff.middle();
-      extent.include(height + (stemUp ? stemSteps : 2), height - (stemUp ? 2 : stemSteps));
+      const int flags = noteValue(item[par::duration]).flags();
+      const double length = stemSteps(flags) + beyondStem;
+      // The stem of a beamed note may go either way.
+      extent.include(height + (stemUp || flags > 0 ? length : 2), height - (!stemUp || flags > 0 ? length : 2));
     } else if (item.type() == ItemType::rest) {
       extent.include(staff.middle() + height + 4, staff.middle() + height - 4);
     } else if (item.type().hasText()) {
@@ -142,12 +146,16 @@ void findEnds(PageLayout& page) {
 }
 
 void stack(PageLayout& page) {
-  double y = measure::margin;
+  double y = measure::margin + measure::titleHeight;
   for (std::size_t i = page.staves.size(); i-- > 0;) {
     PlacedStaff& staff = page.staves[i];
     const bool below = i + 1 < page.staves.size();
     const Extent extent = extentOf(staff);
-    y += measure::step * (extent.top + (below && page.staves[i + 1].system != staff.system ? systemGap : 0));
+    if (!below || page.staves[i + 1].system != staff.system) {
+      y += measure::labelHeight + (below ? measure::step * systemGap : 0);
+      staff.label = y;
+    }
+    y += measure::step * extent.top;
     staff.bottom = y;
     y -= measure::step * extent.bottom;
   }
@@ -172,6 +180,31 @@ const PlacedStaff& PageLayout::upperEnd(const PlacedStaff& from, float spannedSt
     }
   }
   return *end;
+}
+
+std::vector<double> PageLayout::barlinesOf(const PlacedStaff& staff) const {
+  std::vector<double> found;
+  for (const PlacedStaff& from : staves) {
+    if (from.number > staff.number) {
+      continue;
+    }
+    for (const Item& item : from.items) {
+      const bool reaches = &from == &staff || staff.number <= from.number + item[par::spannedStaves] - 1;
+      if (item.type() == ItemType::barline && item[par::kind] <= highestBarlineKind && reaches &&
+          drawnPosition(item[par::position]) > staff.position + leftBarlineReach) {
+        found.push_back(x(item[par::position]));
+      }
+    }
+  }
+  std::sort(found.begin(), found.end());
+  constexpr double together = 1.5 * measure::position;
+  std::vector<double> barlines;
+  for (const double barline : found) {
+    if (barlines.empty() || barline - barlines.back() > together) {
+      barlines.push_back(barline);
+    }
+  }
+  return barlines;
 }
 
 PageLayout layOut(std::span<const Item> items) {

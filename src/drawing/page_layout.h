@@ -15,6 +15,8 @@ constexpr double step = 5;      ///< from a line to the space above it
 constexpr double space = 10;    ///< from line to line
 constexpr double position = 6;  ///< a page unit of P3
 constexpr double margin = 20;
+constexpr double titleHeight = 26;  ///< above the page, for its name
+constexpr double labelHeight = 20;  ///< above a system, for its number
 }  // namespace measure
 
 /// A staff of a page, its location in the picture, and its items.
@@ -26,6 +28,7 @@ struct PlacedStaff {
   double bottom = 0;         ///< y of the bottom line
   double left = 0;           ///< x of the left end
   double right = 0;          ///< x of the right end
+  double label = 0;          ///< y of the line above it that names its system; only for the top staff of one
   std::size_t system = 0;    ///< counted from the bottom of the page; the staves of one system end at the same x
   bool isGenerated = false;  ///< a rest staff like those that a conversion generates
   std::vector<Item> items;   ///< all items of its number but the staff item
@@ -48,6 +51,9 @@ struct PageLayout {
   double height = 0;  ///< without a legend
 
   double x(float position) const;
+  /// The x of the barlines that cross the staff, without that at its left end, from left to right. Barlines that stand
+  /// together, as a double one, are one.
+  std::vector<double> barlinesOf(const PlacedStaff& staff) const;
   /// The topmost staff that a line from this one across the number of staves reaches.
   const PlacedStaff& upperEnd(const PlacedStaff& from, float spannedStaves) const;
 };

@@ -23,7 +23,8 @@ text { font-family: serif; font-size: 16px; fill: #111; }
 .shorttext { font-weight: bold; font-style: italic; font-size: 21px; }
 .id { font-size: 13px; fill: #555; text-anchor: end; }
 .cue { font-size: 12px; font-style: italic; text-anchor: middle; }
-.legend { font-size: 14px; fill: #333; }
+.legend, .systemlabel { font-size: 14px; fill: #333; }
+.pagelabel { font-size: 17px; font-weight: bold; }
 )";
 
 constexpr double legendLine = 22;
@@ -94,6 +95,7 @@ void drawStaff(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& 
   drawBarlines(drawing, page, staff);
   drawSignatures(drawing, page, staff);
   drawNotes(drawing, page, staff);
+  drawStems(drawing, page, staff);
   drawRests(drawing, page, staff);
   drawTexts(drawing, page, staff);
   drawing.svg.close();
@@ -122,10 +124,11 @@ std::string pagePicture(std::span<const Item> items, std::string_view title) {
   for (std::size_t i = page.staves.size(); i-- > 0;) {
     drawStaff(drawing, page, page.staves[i]);
   }
+  drawLabels(drawing, page, title);
   const std::vector<LegendLine> legend = legendOf(page, drawing);
   drawLegend(drawing, legend, page.height);
   constexpr double legendWidth = 500;
-  const double width = legend.empty() ? page.width : std::max(page.width, legendWidth);
+  const double width = std::max({page.width, titleWidth(title), legend.empty() ? 0 : legendWidth});
   const double height =
       page.height + (legend.empty() ? 0 : legendLine * static_cast<double>(legend.size()) + measure::margin);
   SvgWriter head;

@@ -96,6 +96,11 @@ std::string svgText(std::string_view text) {
   return result;
 }
 
+std::size_t characterBytes(std::string_view text) {
+  const auto character = firstCharacter(text);
+  return character ? character->bytes : 1;
+}
+
 void SvgWriter::begin(std::string_view element, SvgAttributes attributes) {
   markup_ += "<" + std::string(element);
   for (const SvgAttribute& attribute : attributes) {

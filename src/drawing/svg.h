@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -13,6 +14,9 @@ std::string svgNumber(double number);
 /// The text as a drawing may hold it: valid UTF-8 with its markup characters escaped. Bytes that are no UTF-8, and
 /// characters that XML has no place for, become U+FFFD.
 std::string svgText(std::string_view text);
+
+/// The bytes of the character that a text in UTF-8 begins with; 1 for a byte that begins none. The text is not empty.
+std::size_t characterBytes(std::string_view text);
 
 /// An attribute of an element.
 struct SvgAttribute {

@@ -58,5 +58,13 @@ inline constexpr std::string_view itemOnNoStaff = "item-on-no-staff";
 inline constexpr std::string_view shortTextCut = "short-text-cut";
 inline constexpr std::string_view textFilled = "text-filled";
 inline constexpr std::string_view staffP4Cleared = "staff-p4-cleared";
+inline constexpr std::string_view barRestLength = "bar-rest-length";
+inline constexpr std::string_view barTwoRests = "bar-two-rests";
+inline constexpr std::string_view barWithoutRest = "bar-without-rest";
+inline constexpr std::string_view keyOrTimeDiffers = "key-or-time-differs";
+inline constexpr std::string_view lateEntryUnknown = "late-entry-unknown";
+inline constexpr std::string_view braceDisplaced = "brace-displaced";
+inline constexpr std::string_view stavesDisagree = "staves-disagree";
+inline constexpr std::string_view noTimeSignature = "no-time-signature";
 inline constexpr std::string_view other = "other";  ///< a message without a code of its own
 }  // namespace kiv::code

@@ -23,6 +23,7 @@ struct Location {
   std::optional<double> instrument = std::nullopt;    ///< the identifier of the staff, or of what a cue refers to
   std::optional<std::int16_t> system = std::nullopt;  ///< its number in the group, from 1
   int repeats = 1;                                    ///< how often the message counts this place
+  std::optional<int> bar = std::nullopt;              ///< its number in the system, from 1
 
   bool operator==(const Location&) const = default;
 };

@@ -14,6 +14,7 @@ namespace most_bytes {
 constexpr std::size_t mebibyte = std::size_t{1024} * 1024;
 constexpr std::size_t namesFile = 16 * mebibyte;  ///< 512 bytes for each of the 32767 pages that a group can have
 constexpr std::size_t pageText = 16 * mebibyte;   ///< a dump of the largest page has about a tenth of this
+constexpr std::size_t page = 16 * mebibyte;       ///< all of the file, whatever follows the trailer
 constexpr std::size_t report = 256 * mebibyte;
 constexpr std::size_t verdict = std::size_t{64} * 1024;
 }  // namespace most_bytes

@@ -25,12 +25,12 @@ std::string_view trimmed(std::string_view text) {
 /// Reads the rows after the head.
 class TableReader {
  public:
-  explicit TableReader(const CsvRow& head) {
+  explicit TableReader(const CsvRecord& head) {
     readHead(head);
     hasColumns_ = table_.errors.empty();
   }
 
-  void read(const CsvRow& row) {
+  void read(const CsvRecord& row) {
     line_ = row.line;
     row_ = &row;
     if (row.cells.size() > width_) {
@@ -49,7 +49,7 @@ class TableReader {
   Corrections& table() { return table_; }
 
  private:
-  void readHead(const CsvRow& head) {
+  void readHead(const CsvRecord& head) {
     line_ = head.line;
     width_ = head.cells.size();
     columns_.fill(width_);
@@ -138,7 +138,7 @@ class TableReader {
   bool hasColumns_ = false;
   std::size_t width_ = 0;
   std::size_t line_ = 0;
-  const CsvRow* row_ = nullptr;
+  const CsvRecord* row_ = nullptr;
 };
 
 }  // namespace
@@ -153,16 +153,24 @@ std::optional<std::int16_t> idIn(std::string_view text) {
 }
 
 Corrections readCorrections(std::string_view csv) {
-  const CsvText text = readCsv(csv);
-  if (text.rows.empty() && !text.openQuote) {
-    return {{}, 0, {{1, "has no rows"}}};
+  CsvReader records(csv);
+  const auto head = records.next();
+  if (!head) {
+    return {{},
+            0,
+            {records.error() ? CorrectionError{records.error()->line, records.error()->reason}
+                             : CorrectionError{1, "has no rows"}}};
   }
-  TableReader reader(text.rows.empty() ? CsvRow{*text.openQuote, {}} : text.rows.front());
-  for (std::size_t row = 1; row < text.rows.size() && reader.hasColumns(); ++row) {
-    reader.read(text.rows[row]);
+  TableReader reader(*head);
+  while (reader.hasColumns()) {
+    const auto record = records.next();
+    if (!record) {
+      break;
+    }
+    reader.read(*record);
   }
-  if (text.openQuote) {
-    reader.table().errors.push_back({*text.openQuote, "has a quotation mark that nothing closes"});
+  if (records.error()) {
+    reader.table().errors.push_back({records.error()->line, records.error()->reason});
   }
   return std::move(reader.table());
 }

@@ -1,7 +1,9 @@
 #include "repair/fix_plan.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <map>
+#include <set>
 #include <utility>
 
 #include "base/number.h"
@@ -14,7 +16,9 @@ class Planner {
  public:
   explicit Planner(const std::vector<PageToFix>& pages) : pages_(pages), wanted_(pages.size()) {
     for (std::size_t page = 0; page < pages.size(); ++page) {
-      pageOf_.emplace(pages[page].name, page);
+      if (!pageOf_.emplace(pages[page].name, page).second) {
+        ambiguous_.insert(pages[page].name);
+      }
     }
   }
 
@@ -22,6 +26,9 @@ class Planner {
     const auto page = pageOf_.find(request.page);
     if (page == pageOf_.end()) {
       return fail(request.origin, request.page + " is none of the pages");
+    }
+    if (ambiguous_.contains(request.page)) {
+      return fail(request.origin, request.page + " is the name of more than one page");
     }
     const PageToFix& target = pages_[page->second];
     const PageId* found = nullptr;
@@ -54,7 +61,7 @@ class Planner {
         }
       }
     }
-    if (!isFound) {
+    if (!isFound && !mapping.mayBeMissing) {
       fail(mapping.origin, "no page has the id " + std::to_string(mapping.oldId));
     }
   }
@@ -100,11 +107,24 @@ class Planner {
 
   const std::vector<PageToFix>& pages_;
   std::map<std::string, std::size_t> pageOf_;
+  std::set<std::string> ambiguous_;                     // names of several pages
   std::vector<std::map<std::int16_t, Wanted>> wanted_;  // of each page, by item
   std::vector<std::string> errors_;
 };
 
 }  // namespace
+
+std::vector<IdMapping> inRisingOrder(const std::vector<std::int16_t>& ids, const std::string& origin) {
+  std::vector<std::int16_t> rising = ids;
+  std::sort(rising.begin(), rising.end());
+  std::vector<IdMapping> mappings;
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    if (ids[i] != rising[i]) {
+      mappings.push_back({origin, ids[i], rising[i], true});
+    }
+  }
+  return mappings;
+}
 
 FixPlan planFix(const std::vector<PageToFix>& pages, const std::vector<IdRequest>& requests,
                 const std::vector<IdMapping>& mappings) {

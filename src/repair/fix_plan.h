@@ -31,7 +31,11 @@ struct IdMapping {
   std::string origin;
   std::int16_t oldId = 0;
   std::int16_t newId = 0;
+  bool mayBeMissing = false;  ///< it is no error that no page has the old id
 };
+
+/// Gives these ids, which are different ones, so that they rise from the first to the last. The same ids are used.
+std::vector<IdMapping> inRisingOrder(const std::vector<std::int16_t>& ids, const std::string& origin);
 
 /// What is to be changed.
 struct FixPlan {

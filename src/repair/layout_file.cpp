@@ -6,8 +6,8 @@
 #include <set>
 #include <utility>
 
+#include "base/csv.h"
 #include "base/number.h"
-#include "repair/csv_records.h"
 
 namespace kiv {
 namespace {
@@ -36,7 +36,7 @@ std::size_t columnOf(const CsvRecord& heads, const std::string& name) {
 }
 
 std::string cellOf(const CsvRecord& record, std::size_t column) {
-  return column < record.cells.size() ? trimmed(withoutGuard(record.cells[column])) : "";
+  return column < record.cells.size() ? trimmed(record.cells[column]) : "";
 }
 
 std::optional<std::int16_t> idOf(const std::string& cell) {
@@ -45,12 +45,23 @@ std::optional<std::int16_t> idOf(const std::string& cell) {
   return whole && *whole == *number && *whole >= 0 ? whole : std::nullopt;
 }
 
+using TextColumn = std::pair<std::size_t, std::string ListedInstrument::*>;
+
+/// Where the texts of an instrument are.
+std::vector<TextColumn> textColumnsOf(const CsvRecord& heads) {
+  return {{columnOf(heads, "name"), &ListedInstrument::name},
+          {columnOf(heads, "abbreviation"), &ListedInstrument::abbreviation},
+          {columnOf(heads, "clefs"), &ListedInstrument::clefs},
+          {columnOf(heads, "lines"), &ListedInstrument::lines},
+          {columnOf(heads, "size"), &ListedInstrument::sizes},
+          {columnOf(heads, "keys"), &ListedInstrument::keys}};
+}
+
 using LayoutOrError = std::variant<std::vector<ListedInstrument>, LayoutFileError>;
 
 LayoutOrError readRows(CsvReader& reader, const CsvRecord& heads) {
   const std::size_t idColumn = columnOf(heads, "id");
-  const std::size_t nameColumn = columnOf(heads, "name");
-  const std::size_t abbreviationColumn = columnOf(heads, "abbreviation");
+  const auto textColumns = textColumnsOf(heads);
   if (idColumn == noColumn) {
     return LayoutFileError{heads.line, "no column is named id"};
   }
@@ -71,7 +82,12 @@ LayoutOrError readRows(CsvReader& reader, const CsvRecord& heads) {
     if (instruments.size() == mostListed) {
       return LayoutFileError{record->line, "there are more than " + std::to_string(mostListed) + " instruments"};
     }
-    instruments.push_back({*id, cellOf(*record, nameColumn), cellOf(*record, abbreviationColumn)});
+    ListedInstrument& instrument = instruments.emplace_back();
+    instrument.id = *id;
+    instrument.line = record->line;
+    for (const auto& [column, member] : textColumns) {
+      instrument.*member = cellOf(*record, column);
+    }
   }
   return instruments;
 }

@@ -14,6 +14,13 @@ struct ListedInstrument {
   std::int16_t id = 0;       ///< above 0
   std::string name;          ///< as the table has it, without blanks at its ends; "" when there is none
   std::string abbreviation;  ///< the same
+  std::size_t line = 0;      ///< in the table, from 1
+
+  // The cells of the columns with these names; "" when there are none. looksOf reads them.
+  std::string clefs = {};
+  std::string lines = {};
+  std::string sizes = {};  ///< of the column `size`
+  std::string keys = {};
 
   bool operator==(const ListedInstrument&) const = default;
 };
@@ -35,7 +42,8 @@ inline constexpr std::size_t mostListed = 1000;
 /// spreadsheets store it: comma-separated values in UTF-8 or any other superset of ASCII, with or without a byte order
 /// mark, lines ended by LF, CR LF or CR, cells in double quotes where they need it. If the first line has semicolons
 /// and no comma outside of quotes, the cells are separated by semicolons. The first line names the columns in any
-/// order; `id` must be among them, `name` and `abbreviation` may be, and others are ignored. An apostrophe that keeps a
+/// order; `id` must be among them, `name`, `abbreviation`,
+/// `clefs`, `lines`, `size` and `keys` may be, and others are ignored. An apostrophe that keeps a
 /// cell from being a formula is dropped. Empty lines are skipped.
 ///
 /// An instrument with the id 0, which stands for all staves without one, is left out. An id that is no whole number

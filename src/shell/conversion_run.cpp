@@ -37,7 +37,11 @@ class GroupConversion {
   GroupConversion(KivSystem& program, const ConversionOptions& options)
       : program_(program),
         options_(options),
-        conversion_(program.host.files, {program.items, program.order, program.firstClefs}) {}
+        conversion_(program.host.files, {program.items, program.order, program.firstClefs}, options.restStaves) {
+    for (const RequiredInstrument& instrument : options.required) {
+      conversion_.require(instrument);
+    }
+  }
 
   /// Converts the systems 1, 2, 3 ... up to the first without a record. Returns their number.
   int run() {

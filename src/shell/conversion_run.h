@@ -1,7 +1,10 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "conversion/fitted_staves.h"
+#include "conversion/required_instrument.h"
 #include "messages/message.h"
 #include "mus/writer.h"
 #include "shell/kivsystem.h"
@@ -14,6 +17,8 @@ struct ConversionOptions {
   bool overwrite = true;              ///< replaces files without asking
   bool showInstrumentNumbers = true;  ///< shows instrument identifiers on the results
   ReadBack readBack = ReadBack::no;   ///< refuses a result that does not give all its items back
+  RestStaves restStaves = RestStaves::asKnownSoFar;
+  std::vector<RequiredInstrument> required = {};  ///< instruments that every result has, also if no page has them
 };
 
 /// Writes one page file per system of the report, all with the same layout. Anything critical ends the program; the

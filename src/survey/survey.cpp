@@ -137,6 +137,7 @@ void PieceSurvey::analyzePages(const std::string& namesFile) {
     findings_.consistent = program_.systems.isConsistent();
     findings_.multifile = program_.pages.multifileCount != 0;
     findings_.names = shownNames(facts.instruments());
+    findings_.map = smallMap(facts.systems());
   }
 }
 
@@ -234,6 +235,43 @@ std::size_t countPages(Machine& machine, const std::vector<std::string>& files) 
     count += isKnown ? 0U : 1U;
   }
   return count;
+}
+
+SmallMap smallMap(const std::vector<SystemFact>& systems) {
+  std::set<std::int16_t> ids;
+  for (const SystemFact& system : systems) {
+    for (const StaffFact& staff : system.staves) {
+      ids.insert(staff.instrument);
+    }
+  }
+  std::map<std::int16_t, std::size_t> rowOf;
+  for (const std::int16_t id : ids) {
+    rowOf.emplace(id, rowOf.size());
+  }
+  const std::size_t rows = std::min(ids.size(), mostMapRows);
+  const std::size_t columns = std::min(systems.size(), mostMapColumns);
+  std::vector<std::vector<std::size_t>> present(rows, std::vector<std::size_t>(columns));
+  std::vector<std::vector<std::size_t>> possible = present;
+  for (std::size_t s = 0; s < systems.size(); ++s) {
+    const std::size_t column = s * columns / systems.size();
+    std::set<std::int16_t> here;
+    for (const StaffFact& staff : systems[s].staves) {
+      here.insert(staff.instrument);
+    }
+    for (const auto& [id, index] : rowOf) {
+      const std::size_t row = index * rows / ids.size();
+      ++possible[row][column];
+      present[row][column] += here.contains(id) ? 1U : 0U;
+    }
+  }
+  SmallMap map(rows, std::string(columns, '2'));
+  for (std::size_t row = 0; row < rows; ++row) {
+    for (std::size_t column = 0; column < columns; ++column) {
+      const std::size_t count = present[row][column];
+      map[row][column] = count == 0 ? '0' : count == possible[row][column] ? '1' : '2';
+    }
+  }
+  return map;
 }
 
 PieceFindings surveyPiece(Files& disk, Machine& machine, const std::vector<std::string>& pages, BadPages badPages) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "diagnostics/instruments.h"
+#include "diagnostics/system_facts.h"
 #include "platform/files.h"
 #include "platform/machine.h"
 
@@ -36,6 +37,14 @@ struct BadPage {
   bool operator==(const BadPage&) const = default;
 };
 
+/// Which instruments the systems of a piece have, in small: a row for each instrument, or for some that follow one
+/// another, with a character for each system or for some of them: '0' where all lack it, '1' where all have it, else
+/// '2'.
+using SmallMap = std::vector<std::string>;
+
+inline constexpr std::size_t mostMapRows = 16;
+inline constexpr std::size_t mostMapColumns = 32;
+
 /// The results of the analysis of a piece. What it does not reach is empty.
 struct PieceFindings {
   std::size_t files = 0;  ///< page files, bad ones too
@@ -47,6 +56,7 @@ struct PieceFindings {
   std::vector<std::string> problems;  ///< the messages
   InstrumentNames names;              ///< of the instruments, by identifier
   std::vector<BadPage> badPages;      ///< all of them, or the one that ended the analysis
+  SmallMap map = {};                  ///< of what was analyzed
   std::string stopped = {};           ///< for people: why there is no analysis, if no bad page says so; else ""
 
   /// Whether other programs can use the pages only after a conversion; nullopt when the analysis did not get there.
@@ -61,6 +71,9 @@ struct PieceFindings {
 
 /// The number of pages that files are: those that differ in their page letter only are one.
 std::size_t countPages(Machine& machine, const std::vector<std::string>& files);
+
+/// The small map of these systems.
+SmallMap smallMap(const std::vector<SystemFact>& systems);
 
 /// Whether bad pages are left out of an analysis, or end it.
 enum class BadPages { end, skipped };

@@ -47,6 +47,11 @@ KnownInstruments::KnownInstruments(const std::vector<Record>& records) {
   }
 }
 
+void KnownInstruments::add(const KnownInstrument& instrument) {
+  indices_.emplace(instrument.id, all_.size());
+  all_.push_back(instrument);
+}
+
 const KnownInstrument* KnownInstruments::find(std::int16_t id) const {
   const auto found = indices_.find(id);
   return found == indices_.end() ? nullptr : &all_[found->second];

@@ -52,6 +52,8 @@ class KnownInstruments {
  public:
   explicit KnownInstruments(const std::vector<Record>& records);
 
+  /// Appends an instrument that the report does not list.
+  void add(const KnownInstrument& instrument);
   const std::vector<KnownInstrument>& all() const { return all_; }
   /// Null when the report does not list the instrument.
   const KnownInstrument* find(std::int16_t id) const;

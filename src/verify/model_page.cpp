@@ -40,14 +40,25 @@ int staffOf(float instrument, const std::vector<ModelStaff>& staves) {
                                             [&](const ModelStaff& staff) { return staff.instrument() > instrument; }));
 }
 
-Item braceOf(std::int16_t kind) {
-  Item brace(ItemType::barline, 0, 0);
+Item braceOf(int staff, std::int16_t kind) {
+  Item brace(ItemType::barline, static_cast<float>(staff), 0);
   brace[par::braceKind] = kind;
   brace[par::kind] = lowestBraceKind;
   return brace;
 }
 
 }  // namespace
+
+/// Adds one to every staff of an instrument that has had one.
+void SystemModel::addKnownBraces() {
+  for (const ModelStaff& staff : staves_) {
+    const auto brace = std::find_if(group_.braces.begin(), group_.braces.end(),
+                                    [&](const auto& entry) { return entry.first == staff.instrument(); });
+    if (brace != group_.braces.end()) {
+      braces_.push_back(braceOf(staffOf(staff.instrument(), staves_), brace->second));
+    }
+  }
+}
 
 ExpectedPage SystemModel::page() const {
   ExpectedPage page;
@@ -66,12 +77,8 @@ ExpectedPage SystemModel::page() const {
     }
   }
   placed = sorted(std::move(placed));
-  for (const ModelStaff& staff : staves_) {
-    const auto brace = std::find_if(group_.braces.begin(), group_.braces.end(),
-                                    [&](const auto& entry) { return entry.first == staff.instrument(); });
-    if (brace != group_.braces.end()) {
-      placed.push_back({staff.instrument(), staffOf(staff.instrument(), staves_), {braceOf(brace->second), {}, 0}});
-    }
+  for (const Item& brace : braces_) {
+    placed.push_back({0, static_cast<int>(brace[par::staff]), {brace, {}, 0}});
   }
   std::stable_sort(placed.begin(), placed.end(),
                    [](const PlacedItem& a, const PlacedItem& b) { return a.staff < b.staff; });

@@ -55,16 +55,25 @@ void SystemModel::addStaff(const Record& record, const std::vector<PageItem>& it
   staves_.push_back(std::move(staff));
 }
 
-void SystemModel::complete(bool showNumbers) {
+void SystemModel::prepare() {
   numberFromOne();
   if (error_.empty()) {
     collectBars();
     group_.instruments.learn(staves_);
     collectBraces();
   }
+}
+
+void SystemModel::complete(bool showNumbers) {
   if (error_.empty()) {
     addMissingStaves();
   }
+  finish(showNumbers);
+  addKnownBraces();
+}
+
+/// Adds what all staves get.
+void SystemModel::finish(bool showNumbers) {
   if (error_.empty()) {
     addBarlines();
   }

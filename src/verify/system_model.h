@@ -7,6 +7,7 @@
 
 #include "verify/first_clefs.h"
 #include "verify/known_instruments.h"
+#include "verify/music_group.h"
 
 namespace kiv::proof {
 
@@ -14,6 +15,12 @@ namespace kiv::proof {
 struct GroupKnowledge {
   KnownInstruments instruments;
   std::vector<std::pair<float, std::int16_t>> braces;  ///< instruments that had a brace, with the brace's kind
+};
+
+/// What a conversion with fitting rest staves knows: the whole group, and the index of the system in it.
+struct FittingSystem {
+  const MusicGroup& group;
+  std::size_t index = 0;
 };
 
 /// An item that a result must have; its P2 is the staff there.
@@ -35,8 +42,14 @@ class SystemModel {
 
   /// Adds a staff of the report with its items. Staves come in the order of the report.
   void addStaff(const Record& record, const std::vector<PageItem>& items);
-  /// Adds what a conversion adds. All staves have been added before.
+  /// Collects what a conversion remembers. All staves have been added before.
+  void prepare();
+  /// The real staves and their bars; only of a system that was prepared without an error.
+  MusicSystem music() const;
+  /// Adds what a conversion adds.
   void complete(bool showNumbers);
+  /// The same with rest staves, braces and brackets that fit the music.
+  void complete(bool showNumbers, const FittingSystem& fitting);
   ExpectedPage page() const;
 
   /// Why the system has no result, as a phrase; "" when it has one.
@@ -54,6 +67,13 @@ class SystemModel {
   void collectBraces();
   void closeSingleStaff(ModelStaff& staff);
   void addMissingStaves();
+  void addFittingStaves(const FittingSystem& fitting);
+  void addFittingStaff(const FittingSystem& fitting, std::int16_t instrument);
+  void addFittingSignatures(const FittingSystem& fitting, ModelStaff& staff);
+  void addFittingRests(const FittingSystem& fitting, ModelStaff& staff);
+  void addFittingBraces(const FittingSystem& fitting);
+  void finish(bool showNumbers);
+  void addKnownBraces();
   void widenSpans();
   void addRestStaff(const KnownInstrument& instrument, std::size_t index);
   int insertionNumber(std::size_t index);
@@ -74,6 +94,7 @@ class SystemModel {
   Item systemBarline_;
   int systemBarlineOrder_ = 0;
   int order_ = 0;
+  std::vector<Item> braces_;  // with their staves in the result
   std::string error_;
 };
 

@@ -4,6 +4,7 @@
 #include <map>
 #include <set>
 #include <unordered_map>
+#include <utility>
 
 #include "base/sha256.h"
 #include "platform/bounded_file.h"
@@ -11,12 +12,12 @@
 #include "verify/compare_layout.h"
 #include "verify/compare_report.h"
 #include "verify/derived_analysis.h"
+#include "verify/expected_pages.h"
 #include "verify/first_clefs.h"
 #include "verify/other_results.h"
 #include "verify/report_records.h"
 #include "verify/result_names.h"
 #include "verify/selected_files.h"
-#include "verify/system_model.h"
 
 namespace kiv::proof {
 namespace {
@@ -206,22 +207,19 @@ bool Verifier::numbersAreShown() {
 }
 
 void Verifier::deriveExpected() {
-  GroupKnowledge group{KnownInstruments(records_.staves), {}};
-  const bool showNumbers = numbersAreShown();
+  const KnownInstruments known = knownInstruments(records_.staves, conversion_.listed, firstClefs_);
   const std::size_t all = results_.size();
+  const auto itemsOf = [&](const Record& record) { return &inputs_[record.file].staves[record.staff]; };
+  const auto progress = [&](std::size_t system) { progress_(system, all, "results checked"); };
+  const auto derive = conversion_.fits ? expectedFittingPages : expectedPages;
+  ExpectedPages expected = derive({known, systems_, itemsOf, firstClefs_}, numbersAreShown(), progress);
+  if (!expected.error.empty()) {
+    const std::string system = std::to_string(expected.pages.size() + 1);
+    report(reportName, "has a system " + system + " that cannot be converted: " + expected.error);
+  }
+  results_.resize(std::min(all, expected.pages.size()));
   for (std::size_t i = 0; i < results_.size(); ++i) {
-    progress_(i, all, "results checked");
-    SystemModel model(group, firstClefs_);
-    for (const Record& record : systems_[i]) {
-      model.addStaff(record, inputs_[record.file].staves[record.staff]);
-    }
-    model.complete(showNumbers);
-    if (!model.error().empty()) {
-      report(reportName, "has a system " + std::to_string(i + 1) + " that cannot be converted: " + model.error());
-      results_.resize(i);
-      break;
-    }
-    results_[i].expected = model.page();
+    results_[i].expected = std::move(expected.pages[i]);
   }
   progress_(all, all, "results checked");
   Counts& counts = verification_.counts;
@@ -280,6 +278,7 @@ Verification Verifier::run(const std::string& namesFile) {
   for (const std::string& error : records_.errors) {
     report(reportName, error);
   }
+  report(compareWithList(records_.staves, conversion_.listed));
   groupRecords();
   if (readResults()) {
     deriveExpected();

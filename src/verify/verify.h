@@ -10,6 +10,7 @@
 #include "platform/files.h"
 #include "platform/machine.h"
 #include "verify/finding.h"
+#include "verify/listed_instruments.h"
 #include "verify/manifest.h"
 
 namespace kiv::proof {
@@ -18,6 +19,8 @@ namespace kiv::proof {
 struct ConversionToProve {
   std::string firstResultFile;      ///< its full name
   std::optional<bool> showNumbers;  ///< whether results show instrument ids; nullopt: to be seen from the results
+  bool fits = false;                ///< whether rest staves, braces and brackets are to fit the music
+  std::vector<ListedInstrument> listed = {};  ///< empty: exactly the instruments of the pages
 };
 
 /// What was compared.

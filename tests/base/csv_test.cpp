@@ -9,9 +9,11 @@ using Cells = std::vector<std::string>;
 
 std::vector<Cells> cellsOf(const std::string& text) {
   std::vector<Cells> rows;
-  for (const CsvRow& row : readCsv(text).rows) {
-    rows.push_back(row.cells);
+  CsvReader reader(text);
+  while (auto record = reader.next()) {
+    rows.push_back(std::move(record->cells));
   }
+  EXPECT_FALSE(reader.error());
   return rows;
 }
 
@@ -26,10 +28,12 @@ TEST(Csv, QuotedCellsHoldSeparatorsQuotesAndLineEnds) {
             (std::vector<Cells>{{"a,b", "say \"x\"", "two\r\nlines"}, {"c", "", "\""}}));
 }
 
-TEST(Csv, SemicolonsAndTabsSeparateWhenTheFirstRowHasThem) {
+TEST(Csv, SemicolonsSeparateOnlyWithoutACommaInTheFirstLine) {
   EXPECT_EQ(cellsOf("a;b\n1,5;2\n"), (std::vector<Cells>{{"a", "b"}, {"1,5", "2"}}));
-  EXPECT_EQ(cellsOf("a\tb\n1\t2\n"), (std::vector<Cells>{{"a", "b"}, {"1", "2"}}));
+  EXPECT_EQ(cellsOf("a;b,c\n"), (std::vector<Cells>{{"a;b", "c"}}));
   EXPECT_EQ(cellsOf("\"a;a\",b\n"), (std::vector<Cells>{{"a;a", "b"}}));
+  EXPECT_EQ(cellsOf("\"a,b\";c\n"), (std::vector<Cells>{{"a,b", "c"}}));
+  EXPECT_EQ(cellsOf("a\n1;2\n"), (std::vector<Cells>{{"a"}, {"1;2"}}));
 }
 
 TEST(Csv, AByteOrderMarkAndTheSeparatorOfASpreadsheetAreAccepted) {
@@ -40,11 +44,12 @@ TEST(Csv, AByteOrderMarkAndTheSeparatorOfASpreadsheetAreAccepted) {
 }
 
 TEST(Csv, LinesAreCountedThroughQuotedLineEndsAndEmptyLines) {
-  const CsvText csv = readCsv("a\n\"x\r\ny\nz\"\n\n\nb\n");
-  ASSERT_EQ(csv.rows.size(), 3U);
-  EXPECT_EQ(csv.rows[0].line, 1U);
-  EXPECT_EQ(csv.rows[1].line, 2U);
-  EXPECT_EQ(csv.rows[2].line, 7U);
+  CsvReader reader("a,b\r\n\"1\r\n2\n3\",x\n\n , \nlast");
+  EXPECT_EQ(reader.next(), (CsvRecord{1, {"a", "b"}}));
+  EXPECT_EQ(reader.next(), (CsvRecord{2, {"1\r\n2\n3", "x"}}));
+  EXPECT_EQ(reader.next(), (CsvRecord{7, {"last"}}));
+  EXPECT_EQ(reader.next(), std::nullopt);
+  EXPECT_FALSE(reader.error());
 }
 
 TEST(Csv, AnApostropheBeforeAFormulaIsRemoved) {
@@ -52,10 +57,18 @@ TEST(Csv, AnApostropheBeforeAFormulaIsRemoved) {
             (std::vector<Cells>{{"=a", "+1", "-1", "@x", "'a", "'", "=", "'=b"}}));
 }
 
-TEST(Csv, AQuotationMarkThatNothingClosesIsReportedWithItsLine) {
-  const CsvText csv = readCsv("a,b\n1,\"x\ny\n");
-  EXPECT_EQ(csv.openQuote, 2U);
-  EXPECT_EQ(csv.rows, (std::vector<CsvRow>{{1, {"a", "b"}}}));
+/// The error of a text whose first line is right.
+CsvError errorAfterTheHead(const std::string& text) {
+  CsvReader reader(text);
+  EXPECT_EQ(reader.next(), (CsvRecord{1, {"a", "b"}}));
+  EXPECT_EQ(reader.next(), std::nullopt);
+  return reader.error().value_or(CsvError());
+}
+
+TEST(Csv, WhatIsWrongIsReportedWithItsLine) {
+  EXPECT_EQ(errorAfterTheHead("a,b\n1,\"x\ny\n"), (CsvError{2, "a quote is not closed"}));
+  EXPECT_EQ(errorAfterTheHead("a,b\n\n1,\"x\"y\n"), (CsvError{3, "text follows a closing quote"}));
+  EXPECT_EQ(errorAfterTheHead("a,b\n" + std::string(300, ',')), (CsvError{2, "the line has more than 200 cells"}));
 }
 
 TEST(Csv, AnEmptyTextHasNoRows) {

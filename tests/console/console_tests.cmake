@@ -6,6 +6,7 @@ if(NOT WIN32)
     console/convert_json_test.cpp
     console/convert_options_test.cpp
     console/convert_test.cpp
+    console/corrected_reading_test.cpp
     console/documents_test.cpp
     console/dry_run_test.cpp
     console/error_lines_test.cpp
@@ -13,6 +14,7 @@ if(NOT WIN32)
     console/example_test.cpp
     console/exit_status_test.cpp
     console/explain_test.cpp
+    console/fit_test.cpp
     console/fix_in_place_test.cpp
     console/folder_lock_test.cpp
     console/fix_test.cpp
@@ -22,6 +24,7 @@ if(NOT WIN32)
     console/json_test.cpp
     console/keep_going_test.cpp
     console/large_files_test.cpp
+    console/listed_conversion_test.cpp
     console/man_and_completions_test.cpp
     console/manners_test.cpp
     console/next_step_test.cpp
@@ -30,6 +33,8 @@ if(NOT WIN32)
     console/pictures_test.cpp
     console/read_back_test.cpp
     console/recover_test.cpp
+    console/renumber_test.cpp
+    console/report_test.cpp
     console/run_program.cpp
     console/running_program.cpp
     console/safe_outputs_test.cpp
@@ -40,6 +45,7 @@ if(NOT WIN32)
     console/suggest_test.cpp
     console/survey_bad_pages_test.cpp
     console/survey_command_test.cpp
+    console/survey_html_test.cpp
     console/survey_manners_test.cpp
     console/survey_state_test.cpp
     console/trace_test.cpp
@@ -62,6 +68,15 @@ if(NOT WIN32)
   add_dependencies(test_console kivsys)
 endif()
 
+# Whole runs over generated groups.
+if(NOT WIN32)
+  kiv_test_program(console_groups console/corrected_groups_test.cpp console/json_schema.cpp console/run_program.cpp)
+  target_link_libraries(test_console_groups PRIVATE kiv_test_groups kiv_headers)
+  target_compile_definitions(test_console_groups PRIVATE KIVSYS_PROGRAM="$<TARGET_FILE:kivsys>"
+    KIVSYS_IS_SANITIZED=$<BOOL:${KIV_SANITIZE}> DOCS_FOLDER="${PROJECT_SOURCE_DIR}/docs")
+  add_dependencies(test_console_groups kivsys)
+endif()
+
 # Parts of the console program, without running it.
 if(NOT WIN32)
   kiv_bare_test_program(console_parts
@@ -73,7 +88,7 @@ if(NOT WIN32)
     console/nearest_word_test.cpp
     ../apps/kivsys/output/csv.cpp ../apps/kivsys/output/diagnostics_json.cpp
     ../apps/kivsys/output/instruments_output.cpp
-    ../apps/kivsys/output/number_ranges.cpp ../apps/kivsys/output/outcome_json.cpp
+    ../apps/kivsys/output/outcome_json.cpp
     ../apps/kivsys/output/text_table.cpp ../apps/kivsys/output/verification_json.cpp
     ../apps/kivsys/safety/file_kinds.cpp
     ../apps/kivsys/selection/names_list.cpp

@@ -49,7 +49,7 @@ TEST_F(ConsoleConvert, WithoutATerminalNothingIsOverwritten) {
   place.write("WORK0002.MUS", "old");
   const Ended ended = place.kivsys({"convert", "--no-overwrite", "x1.mus", "x2.mus"}, ".", "y\nyes\n");
   EXPECT_EQ(ended.status, 1);
-  EXPECT_EQ(ended.out, verdictOfTwo + place.capitals("WORK0001.MUS") + "\n");
+  EXPECT_EQ(ended.out, verdictOfTwo + "WORK0001.MUS\n");
   EXPECT_EQ(ended.error, needsConversionNote +
                              "kivsys: File exists: WORK0002.MUS; Overwrite?\n"
                              "kivsys: Abnormal termination forced by user\n");

@@ -30,8 +30,7 @@ TEST_F(DryRun, TheExampleAsTheReferenceShowsItAndNothingIsTouched) {
   const auto before = filesIn(place.path());
   const Ended ended = convertExample({"--dry-run"});
   EXPECT_EQ(ended.status, 0);
-  EXPECT_EQ(with(ended.out, place.corePath(""), "\\music"),
-            shownAfter("cli.md", "kivsys convert --dry-run SYMPH*.MUS --result results/WORK0001.MUS"));
+  EXPECT_EQ(ended.out, shownAfter("cli.md", "kivsys convert --dry-run SYMPH*.MUS --result results/WORK0001.MUS"));
   EXPECT_EQ(ended.error.find("Created"), std::string::npos) << ended.error;
   EXPECT_EQ(filesIn(place.path()), before);
   EXPECT_EQ(filesIn(place.path() / "results"), std::vector<std::string>{});

@@ -122,7 +122,7 @@ using Offered = std::set<std::string>;
 TEST_F(ManAndCompletions, TheHelpIsUnderstood) {
   EXPECT_EQ(commands(),
             (Words{"analyze", "convert", "verify", "survey", "trace", "sort", "draw", "chart", "instruments", "suggest",
-                   "recover", "fix", "undo", "dump", "build", "help", "completions", "man"}));
+                   "report", "recover", "fix", "undo", "dump", "build", "help", "completions", "man"}));
   EXPECT_EQ(optionsIn(help("draw")), (Words{"-h", "--help", "-o", "--out", "--output"}));
 }
 

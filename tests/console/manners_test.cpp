@@ -66,6 +66,11 @@ TEST_F(Manners, AVerificationThatFindsSomethingSaysWhatToDo) {
   ASSERT_EQ(place.kivsys({"convert", "x1.mus", "x2.mus"}).status, 0);
   place.write("WORK0002.MUS", place.read("WORK0001.MUS"));
   expectError({"verify", "x1.mus", "x2.mus"}, "\nNext: kivsys convert x1.mus x2.mus --verify\n");
+  fs::remove(place.path() / "WORK0002.MUS");
+  expectError({"verify", "--fit", "x1.mus", "x2.mus"}, "\nNext: kivsys convert x1.mus x2.mus --fit --verify\n");
+  place.write("list.csv", place.kivsys({"instruments", "--csv", "x1.mus", "x2.mus"}).out);
+  expectError({"verify", "--layout", "list.csv", "x1.mus", "x2.mus"},
+              "\nNext: kivsys convert x1.mus x2.mus --layout list.csv --verify\n");
   addPage("x2.mus", damaged);
   expectError({"verify", "x1.mus", "x2.mus"}, "\nNext: kivsys recover x2.mus\n");
 }

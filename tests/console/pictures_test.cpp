@@ -18,6 +18,14 @@ namespace fs = std::filesystem;
 
 const std::string onePage = "staff 1 at 0 lines 5 instrument 5\nbarline 1 at 0 spans 1\nnote 1 at 20 duration 1\n";
 
+std::size_t countOf(const std::string& text, const std::string& part) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+    ++count;
+  }
+  return count;
+}
+
 TEST(Draw, PrintsTheDrawing) {
   const Workplace place;
   place.write("PIECE001.MUS", page(onePage));
@@ -39,6 +47,24 @@ TEST(Draw, WritesTheDrawing) {
   EXPECT_EQ(ended.out + ended.error, "");
   EXPECT_EQ(place.read("out/page.svg"), place.kivsys({"draw", "PIECE001.MUS"}).out);
   EXPECT_EQ(filesIn(place.path() / "out"), std::vector<std::string>{"page.svg"});
+}
+
+TEST(Draw, NamesThePageItsSystemsAndBars) {
+  const Workplace place;
+  place.write("PIECE001.MUS", page(onePage + "barline 1 at 50 spans 1\nbarline 1 at 90 spans 1\n"));
+  const std::string svg = place.kivsys({"draw", "PIECE001.MUS"}).out;
+  EXPECT_NE(svg.find(">PIECE001.MUS</text>"), std::string::npos) << svg;
+  EXPECT_NE(svg.find(">system 1, bars 1 to 2</text>"), std::string::npos) << svg;
+}
+
+TEST(Draw, ShortNotesOfABeatHaveABeamAndSingleOnesFlags) {
+  const Workplace place;
+  place.write("PIECE001.MUS", page("staff 1 at 0 lines 5\ntimesignature 1 at 9 upper 2 lower 4\n"
+                                   "note 1 at 20 duration 0.5\nnote 1 at 30 duration 0.5\n"
+                                   "note 1 at 40 duration 0.5\nrest 1 at 50 duration 0.5\n"));
+  const std::string svg = place.kivsys({"draw", "PIECE001.MUS"}).out;
+  EXPECT_EQ(countOf(svg, "class=\"beam\""), 1U) << svg;
+  EXPECT_EQ(countOf(svg, "class=\"flag\""), 1U) << "of the note beside the rest";
 }
 
 TEST(Draw, ABrokenPageIsACriticalMessage) {
@@ -147,6 +173,53 @@ TEST(Chart, WrapsToTheTerminal) {
   const std::string text = onTerminal(place, 50, true);
   EXPECT_NE(text.find("\n  system  1 "), std::string::npos);
   EXPECT_NE(text.find("\n  system  21  23"), std::string::npos) << text;
+}
+
+/// A group of pages with a system each, which has the first of two instruments and every second time the other.
+void writeGroup(const Workplace& place, int pages) {
+  const std::string one = page("staff 1 at 0 lines 5 instrument 5\nbarline 1 at 0 spans 1\n");
+  const std::string two =
+      page("staff 1 at 0 lines 5 instrument 5\nstaff 2 at 0 lines 5 instrument 6\nbarline 1 at 0 spans 2\n");
+  for (int i = 1; i <= pages; ++i) {
+    place.write("music/SONATA-" + std::to_string(10000 + i) + ".MUS", i % 2 == 0 ? one : two);
+  }
+}
+
+TEST(Chart, ThousandsOfSystemsPrintOnSheetsOfA4WithHeadings) {
+  const Workplace place;
+  writeGroup(place, 3000);
+  const std::string svg = place.kivsys({"chart", "music", "--out", "-"}).out;
+  const std::size_t sheets = countOf(svg, "<g class=\"sheet\"");
+  ASSERT_GT(sheets, 5U);
+  EXPECT_NE(svg.find("@page { size: 1123px 793px; margin: 0; }"), std::string::npos) << "a sheet is a printed page";
+  EXPECT_NE(svg.find(" height=\"" + std::to_string(793 * sheets) + "\""), std::string::npos);
+  EXPECT_EQ(countOf(svg, ">SONATA</text>"), sheets) << "the title of each";
+  EXPECT_EQ(countOf(svg, "class=\"pagename\""), 3000U) << "every column has the name of its page";
+  EXPECT_NE(svg.find(">SONATA-13000</text>"), std::string::npos);
+  EXPECT_NE(svg.find(">staff that a conversion moves</text>"), std::string::npos);
+  EXPECT_EQ(svg.find("several staves of one id"), std::string::npos) << "the legend lists only what occurs";
+}
+
+TEST(Chart, WrapsAfterTheNumberOfSystemsThatIsAskedFor) {
+  const Workplace place;
+  writeGroup(place, 7);
+  const Ended text = place.kivsys({"chart", "music", "--per-row", "3"});
+  EXPECT_EQ(text.status, 0);
+  EXPECT_EQ(countOf(text.out, "\n  system  "), 3U) << text.out;
+  EXPECT_TRUE(text.out.starts_with("SONATA: 7 systems on 7 pages, 2 instruments")) << text.out;
+  EXPECT_EQ(countOf(place.kivsys({"chart", "music", "--per-row", "3", "-o", "-"}).out, "<g class=\"row\">"), 3U);
+  EXPECT_EQ(place.kivsys({"chart", "music", "--per-row", "0"}).status, 2);
+}
+
+TEST(Chart, ALongNameIsEscapedAndCut) {
+  const Workplace place;
+  const std::string name(60, 'N');
+  place.write("X1.MUS", page("staff 1 at 0 lines 5 instrument 5\nbarline 1 at 0 spans 1\ntext 1 at -10 p4 4 \"" + name +
+                             "<&>\"\n"));
+  const std::string svg = place.kivsys({"chart", "X1.MUS", "-o", "-"}).out;
+  EXPECT_NE(svg.find("<title>" + name + "&lt;&amp;&gt; 5</title>"), std::string::npos) << svg;
+  EXPECT_NE(svg.find("NN\xE2\x80\xA6 5</text>"), std::string::npos) << "cut at the label";
+  EXPECT_NE(place.kivsys({"chart", "X1.MUS"}).out.find("\nPage X1.MUS\n"), std::string::npos);
 }
 
 /// The bundled piece, as the reference shows it.

@@ -139,6 +139,7 @@ TEST_F(SafeOutputs, WhatOnlyLooksWritesNoReportAndWorksInAReadOnlyFolder) {
   EXPECT_EQ(place.kivsysAsOwner({"convert", "--dry-run", "x1.mus", "x2.mus"}).status, 0);
   EXPECT_EQ(place.kivsysAsOwner({"survey", "lib"}).status, 0);
   EXPECT_EQ(place.kivsysAsOwner({"draw", "x1.mus"}).status, 0);
+  EXPECT_EQ(place.kivsysAsOwner({"report", "x1.mus", "x2.mus", "-o", "-"}).status, 0);
   EXPECT_EQ(place.kivsysAsOwner({"dump", "x1.mus"}).status, 0);
   EXPECT_EQ(place.kivsysAsOwner({"verify", "--result", "WORK0001.MUS", "x1.mus", "x2.mus"}).status, 1);
   fs::permissions(place.path(), fs::perms::owner_all);

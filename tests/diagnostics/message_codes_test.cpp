@@ -14,6 +14,7 @@
 #include "messages/analysis_messages.h"
 #include "messages/conversion_messages.h"
 #include "messages/input_messages.h"
+#include "messages/music_warnings.h"
 #include "messages/page_messages.h"
 #include "messages/run_time_errors.h"
 #include "messages/shell_messages.h"
@@ -138,6 +139,15 @@ std::vector<Example> warningExamples() {
       {"shortTextCut", shortTextCut({})},
       {"textFilled", textFilled({})},
       {"staffP4Cleared", staffP4Cleared(1, {})},
+      {"barRestLength", barRestLength({101}, 4, 3, {})},
+      {"barTwoRests", barTwoRests({101}, {})},
+      {"barWithoutRest", barWithoutRest({101}, {})},
+      {"keyDiffers", keyDiffers({101}, {})},
+      {"timeDiffers", timeDiffers({101}, {})},
+      {"lateEntryUnknown", lateEntryUnknown({101}, {})},
+      {"braceDisplaced", braceDisplaced(1, {})},
+      {"stavesDisagree", stavesDisagree(3, {})},
+      {"noTimeSignature", noTimeSignature({})},
   };
 }
 

@@ -89,18 +89,45 @@ check_page page
 expect_color "page, a rest staff" "$(color page "$((left + 60))" "$((bottom - 5))")" FBE6B8
 
 # A4, landscape, at 96 dots per inch.
-take_screenshot chart 1123 794
-dots() { awk -v mm="$1" -v more="$2" 'BEGIN { print (mm + more) * 96 / 25.4 }'; }
-cell=$(value chart present width)
-middle=$(awk -v cell="$cell" 'BEGIN { print cell / 2 }')
-x=$(value chart present x)
-y=$(value chart present y)
+take_screenshot chart 1123 793
+dots() { awk -v mm="$1" -v more="$2" 'BEGIN { print (mm + more) * 793 / 210 }'; }
+# Left, top and width of the first square of a class.
+square() { sed -n "s/^<path class=\"$1\" d=\"M\([0-9.]*\) \([0-9.]*\)l\([0-9.]*\) .*/\1 \2 \3/p" chart.svg | head -n 1; }
+part() { awk -v width="$1" -v part="$2" 'BEGIN { print width * part }'; }
+read -r x y width <<EOF
+$(square present)
+EOF
+middle=$(part "$width" 0.5)
 expect_color "chart, a staff" "$(color chart "$(dots "$x" "$middle")" "$(dots "$y" "$middle")")" 2B6F6A
-x=$(value chart missing x)
-y=$(value chart missing y)
-expect_color "chart, a missing staff" "$(color chart "$(dots "$x" "$(awk -v cell="$cell" 'BEGIN { print cell / 4 }')")" \
-  "$(dots "$y" "$(awk -v cell="$cell" 'BEGIN { print cell * 0.75 }')")")" FBE6B8
-expect "chart, title" "$(ink chart 45 45 500 25)" 50 400
-expect "chart, margin" "$(ink chart 0 0 40 794)" 0 0
+read -r x y width <<EOF
+$(square missing)
+EOF
+expect_color "chart, a missing staff" "$(color chart "$(dots "$x" "$(part "$width" 0.2)")" \
+  "$(dots "$y" "$(part "$width" 0.8)")")" FBE6B8
+expect "chart, title" "$(ink chart 45 45 90 22)" 50 400
+expect "chart, margin" "$(ink chart 0 0 40 793)" 0 0
+
+# A large group is printed on sheets, one page each, which all have their title and nothing in the margin.
+number=1000
+while [ "$number" -lt 1500 ]; do
+  cp SYMPH001.MUS "BIG$number.MUS"
+  number=$((number + 1))
+done
+"$kivsys" chart BIG*.MUS --out sheets.svg
+sheets=$(grep -c '<g class="sheet"' sheets.svg)
+[ "$sheets" -gt 3 ] || fail "sheets: there are only $sheets"
+timeout 60 chromium --headless --no-sandbox --disable-gpu --user-data-dir="$PWD/profile" --no-pdf-header-footer \
+  --print-to-pdf="$PWD/sheets.pdf" "file://$PWD/sheets.svg" >browser.txt 2>&1 || fail "sheets: the browser failed"
+rm -rf profile
+printed=$(pdfinfo sheets.pdf | awk '/^Pages:/ { print $2 }')
+[ "$printed" = "$sheets" ] || fail "sheets: $printed pages are printed instead of $sheets"
+pdftoppm -r 96 -png sheets.pdf printed
+for picture in printed-*.png; do
+  name=$(basename "$picture" .png)
+  expect "$name, title" "$(ink "$name" 45 45 60 22)" 50 400
+  expect "$name, number of the sheet" "$(ink "$name" 1000 45 80 22)" 20 400
+  expect "$name, upper margin" "$(ink "$name" 0 0 1120 40)" 0 0
+  expect "$name, lower margin" "$(ink "$name" 0 752 1120 38)" 0 0
+done
 [ "$bad" -ne 0 ] || echo "the drawings are correct"
 exit "$bad"

@@ -16,7 +16,7 @@ TEST(ChartTest, InstrumentsAreOrderedAsInAResult) {
   ASSERT_EQ(chart.systems.size(), 2U);
   EXPECT_THAT(chart.systems[0].cells, ElementsAre(Presence::missing, Presence::present, Presence::present));
   EXPECT_THAT(chart.systems[1].cells, ElementsAre(Presence::present, Presence::missing, Presence::missing));
-  EXPECT_EQ(chart.summary(), "2 systems on 2 pages, 3 instruments; 3 rest staves to be inserted");
+  EXPECT_EQ(chart.summary(), "X: 2 systems on 2 pages, 3 instruments; 3 rest staves to be inserted");
 }
 
 TEST(ChartTest, SeveralStavesOfOneIdAreADuplicate) {
@@ -52,6 +52,20 @@ TEST(ChartTest, NamesTheSystemsWithAnotherOrder) {
   const Chart chart = chartOf(record(1, 5, 2, "X1.MUS") + record(1, 6, 1, "X1.MUS") + record(2, 6, 2, "X2.MUS") +
                               record(2, 5, 1, "X2.MUS"));
   EXPECT_EQ(chart.outOfOrder(), "2");
+}
+
+TEST(ChartTest, OnlyTheStavesThatAConversionMovesAreMarked) {
+  const Chart chart = chartOf(record(1, 9, 4, "X1.MUS") + record(1, 5, 3, "X1.MUS") + record(1, 6, 2, "X1.MUS") +
+                              record(1, 7, 1, "X1.MUS") + record(2, 5, 2, "X2.MUS") + record(2, 6, 1, "X2.MUS"));
+  EXPECT_THAT(chart.systems[0].moved, ElementsAre(false, false, false, true)) << "9 stands above the others";
+  EXPECT_FALSE(chart.systems[0].inOrder);
+  EXPECT_THAT(chart.systems[1].moved, ElementsAre());
+  EXPECT_TRUE(chart.hasMovedStaves());
+}
+
+TEST(ChartTest, IsNamedByItsPiece) {
+  EXPECT_EQ(chartOf(record(1, 5, 1, "SONATA-1.MUS")).piece, "SONATA");
+  EXPECT_EQ(chartOf(record(1, 5, 1, "0001.MUS")).piece, "");
 }
 
 TEST(ChartTest, NamesTheFirstOfManySystemsWithAnotherOrder) {

@@ -24,13 +24,14 @@ inline Chart chartOf(const std::string& report, bool allowZeroId = false) {
 /// A chart of systems on a page each, which have the first instrument and every second one after it.
 inline Chart chartOf(int systems, int instruments) {
   Chart chart;
+  chart.piece = "PIECE";
   for (int i = 1; i <= instruments; ++i) {
     chart.instruments.push_back(static_cast<std::int16_t>(100 + i));
   }
   for (int i = 0; i < systems; ++i) {
     const auto index = static_cast<std::size_t>(i);
     chart.pages.push_back({"PIECE" + std::to_string(i + 1) + ".MUS", 1, index});
-    ChartSystem system{index, true, {}};
+    ChartSystem system{index, true, {}, {}};
     for (int k = 0; k < instruments; ++k) {
       system.cells.push_back(k % 2 == 0 ? Presence::present : Presence::missing);
     }

@@ -34,7 +34,7 @@ TEST(NoteValueTest, ATripletIsWrittenAsTheLongerValue) {
 TEST(NoteValueTest, OtherDurationsAreTheNextLowerValue) {
   EXPECT_EQ(noteValue(2.5), (NoteValue{2, 0}));
   EXPECT_EQ(noteValue(1000), (NoteValue{4, 0}));
-  EXPECT_EQ(noteValue(1e-30F), (NoteValue{0.0625, 0}));
+  EXPECT_EQ(noteValue(1e-30F), (NoteValue{0.015625, 0}));
   EXPECT_EQ(noteValue(std::numeric_limits<float>::infinity()), (NoteValue{4, 0}));
 }
 
@@ -50,7 +50,8 @@ TEST(NoteValueTest, FlagsHalveTheQuarter) {
   EXPECT_EQ(noteValue(0.75).flags(), 1);
   EXPECT_EQ(noteValue(0.25).flags(), 2);
   EXPECT_EQ(noteValue(0.0625).flags(), 4);
-  EXPECT_EQ(noteValue(1e-30F).flags(), 4);
+  EXPECT_EQ(noteValue(0.015625).flags(), 6);
+  EXPECT_EQ(noteValue(1e-30F).flags(), 6);
 }
 
 }  // namespace

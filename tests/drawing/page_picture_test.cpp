@@ -115,14 +115,11 @@ TEST(PagePicture, NotesAreAtTheirPositions) {
   EXPECT_GT(stems[1].number("y2"), stems[1].number("y1")) << "down from a high note";
 }
 
-TEST(PagePicture, NotesHaveFlagsAndDots) {
-  const Elements page = onAStaff("note 1 at 30 height 0 duration 0.375\nnote 1 at 40 height 8 duration 0.5\n");
-  const auto flags = glyphs(page, "flag");
-  ASSERT_EQ(flags.size(), 3U);
-  EXPECT_EQ(flags[0].name + "+" + flags[1].name + "+" + flags[2].name, "flag-up+flag-up+flag-down");
+TEST(PagePicture, DotsAreInTheSpaceAboveALine) {
+  const Elements page = onAStaff("note 1 at 30 height 0 duration 0.375\n");
   const auto dots = glyphs(page, "dot");
   ASSERT_EQ(dots.size(), 1U);
-  EXPECT_EQ(dots[0].y, heightY(page, 1)) << "in the space above its line";
+  EXPECT_EQ(dots[0].y, heightY(page, 1));
 }
 
 TEST(PagePicture, NotesOfOnePositionShareAStem) {

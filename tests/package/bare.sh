@@ -22,13 +22,25 @@ inside() { chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF
 as_user() { chroot --userspec=nobody:nogroup "$root" env -i PATH=/usr/bin:/bin LC_ALL=C.UTF-8 sh -eu -c "$1"; }
 
 make_system() {
+  unmount
   rm -rf "$root"
   mkdir -p "$root"
   debootstrap --variant=minbase bookworm "$root" >"$root.log" 2>&1 || {
     tail -n 20 "$root.log" >&2
     exit 1
   }
+  # Shells find their own open files there.
+  mount -t proc proc "$root/proc"
+  [ -e "$root/dev/fd" ] || ln -s /proc/self/fd "$root/dev/fd"
 }
+
+# What is mounted must be gone before the folder is emptied.
+unmount() {
+  if mountpoint -q "$root/proc"; then
+    umount "$root/proc"
+  fi
+}
+trap unmount EXIT
 
 check_installation() {
   cp "$deb" "$root/tmp/kivsys.deb"

@@ -63,8 +63,7 @@ TEST(ReadCorrections, ATableWithoutItsColumnsIsNone) {
   EXPECT_EQ(readCorrections("").errors, (Errors{{1, "has no rows"}}));
   EXPECT_EQ(readCorrections("file,id\nX1.MUS,3\n").errors,
             (Errors{{1, "has no column staff"}, {1, "has no column new_id"}}));
-  EXPECT_EQ(readCorrections("file,staff,new_id\nX1.MUS,\"3,7\n").errors,
-            (Errors{{2, "has a quotation mark that nothing closes"}}));
+  EXPECT_EQ(readCorrections("file,staff,new_id\nX1.MUS,\"3,7\n").errors, (Errors{{2, "a quote is not closed"}}));
 }
 
 }  // namespace

@@ -72,5 +72,19 @@ TEST(PlanFix, AnIdThatIsRightAlreadyIsNoChange) {
   EXPECT_EQ(planFix(pages, {request("X1.MUS", 2, 101)}, {}).changes, (std::vector<Changes>{{}, {}}));
 }
 
+TEST(FixPlan, ANameOfSeveralPagesIsNone) {
+  const FixPlan plan =
+      planFix({{"X1.MUS", {}}, {"X1.MUS", {}}}, {{"c.csv:2", "X1.MUS", false, 1, 0, std::nullopt, 5}}, {});
+  EXPECT_EQ(plan.errors, std::vector<std::string>{"c.csv:2: X1.MUS is the name of more than one page"});
+}
+
+TEST(FixPlan, RisingIdsAreTheSameIds) {
+  std::string words;
+  for (const IdMapping& mapping : inRisingOrder({5, 9, 7, 8}, "t")) {
+    words += std::to_string(mapping.oldId) + ">" + std::to_string(mapping.newId) + " ";
+  }
+  EXPECT_EQ(words, "9>7 7>8 8>9 ");
+}
+
 }  // namespace
 }  // namespace kiv::repair

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "repair/csv_records.h"
-
 namespace kiv::test {
 namespace {
 
@@ -25,21 +23,26 @@ LayoutFileError errorOf(std::string_view text) {
 
 TEST(LayoutFile, ListsInstrumentsInTheOrderOfTheTable) {
   EXPECT_EQ(read("order,id,name,abbreviation,systems\n1,112,Flute,Fl.,\"1, 2\"\n2,104,,Ob.,1 to 3\n"),
-            (Instruments{{112, "Flute", "Fl."}, {104, "", "Ob."}}));
+            (Instruments{{112, "Flute", "Fl.", 2}, {104, "", "Ob.", 3}}));
 }
 
 TEST(LayoutFile, TakesWhatSpreadsheetsWrite) {
   EXPECT_EQ(read("\xEF\xBB\xBFID;Name\r\n101;\"Flute; solo\"\r\n\r\n102; Oboe \r\n"),
-            (Instruments{{101, "Flute; solo", ""}, {102, "Oboe", ""}}));
+            (Instruments{{101, "Flute; solo", "", 2}, {102, "Oboe", "", 4}}));
 }
 
 TEST(LayoutFile, TakesQuotesLineEndsAndGuardsInCells) {
   EXPECT_EQ(read("id,name\r101,\"a \"\"big\"\"\rdrum\"\r102,'=x\r103,'tis\r"),
-            (Instruments{{101, "a \"big\"\rdrum", ""}, {102, "=x", ""}, {103, "'tis", ""}}));
+            (Instruments{{101, "a \"big\"\rdrum", "", 2}, {102, "=x", "", 4}, {103, "'tis", "", 5}}));
+}
+
+TEST(LayoutFile, TakesTheCellsOfWhatStavesLookLike) {
+  EXPECT_EQ(read("id,clefs,keys,lines,size\n7,\"treble, bass\",2b,5,0.75\n"),
+            (Instruments{{7, "", "", 2, "treble, bass", "5", "0.75", "2b"}}));
 }
 
 TEST(LayoutFile, SkipsTheStavesWithoutAnId) {
-  EXPECT_EQ(read("id\n0\n5\n"), (Instruments{{5, "", ""}}));
+  EXPECT_EQ(read("id\n0\n5\n"), (Instruments{{5, "", "", 3}}));
 }
 
 TEST(LayoutFile, NamesTheLineThatIsWrong) {
@@ -66,22 +69,6 @@ TEST(LayoutFile, IsBounded) {
     many += std::to_string(id) + "\n";
   }
   EXPECT_EQ(errorOf(many), (LayoutFileError{mostListed + 2, "there are more than 1000 instruments"}));
-}
-
-TEST(CsvReader, TakesSemicolonsOnlyWithoutACommaInTheFirstLine) {
-  EXPECT_EQ(CsvReader("a;b\n1,2\n").separator(), ';');
-  EXPECT_EQ(CsvReader("a;b,c\n").separator(), ',');
-  EXPECT_EQ(CsvReader("\"a,b\";c\n").separator(), ';');
-  EXPECT_EQ(CsvReader("a\n1;2\n").separator(), ',');
-}
-
-TEST(CsvReader, CountsTheLinesOfItsRecords) {
-  CsvReader reader("a,b\r\n\"1\r\n2\n3\",x\n\nlast");
-  EXPECT_EQ(reader.next(), (CsvRecord{1, {"a", "b"}}));
-  EXPECT_EQ(reader.next(), (CsvRecord{2, {"1\r\n2\n3", "x"}}));
-  EXPECT_EQ(reader.next(), (CsvRecord{6, {"last"}}));
-  EXPECT_EQ(reader.next(), std::nullopt);
-  EXPECT_FALSE(reader.error());
 }
 
 }  // namespace

@@ -63,7 +63,7 @@ TEST_F(SurveyPiece, HasTheResultsOfAnAnalysis) {
   host.addFile("C:\\M\\A1.MUS", solo);
   host.addFile("C:\\M\\A2.MUS", duo);
   EXPECT_EQ(surveyPiece(host, host, {"C:\\M\\A1.MUS", "C:\\M\\A2.MUS"}),
-            (PieceFindings{2, 2, 2, 2, false, false, {}, {}, {}}));
+            (PieceFindings{2, 2, 2, 2, false, false, {}, {}, {}, {"11", "01"}}));
 }
 
 TEST_F(SurveyPiece, PagesAreCountedNotFiles) {
@@ -157,6 +157,38 @@ TEST_F(SurveyPiece, NamesThatDifferInCaseOnlyAreAProblem) {
 
 TEST_F(SurveyPiece, ANameThatCannotBeListedIsAProblem) {
   EXPECT_EQ(surveyPiece(host, host, {"C:\\M\\A\n1.MUS"}).problems.size(), 1U);
+}
+
+std::vector<SystemFact> systemsOf(const std::vector<std::vector<std::int16_t>>& ids) {
+  std::vector<SystemFact> systems;
+  for (const auto& system : ids) {
+    SystemFact& fact = systems.emplace_back();
+    for (const std::int16_t id : system) {
+      fact.staves.emplace_back().instrument = id;
+    }
+  }
+  return systems;
+}
+
+TEST(SmallMap, HasARowForEachInstrumentAndACharacterForEachSystem) {
+  EXPECT_EQ(smallMap(systemsOf({{101, 103}, {102, 101}, {103}})), (SmallMap{"110", "010", "101"}));
+  EXPECT_EQ(smallMap({}), SmallMap{});
+}
+
+TEST(SmallMap, PutsSeveralIntoOneWhereThereAreMany) {
+  std::vector<std::vector<std::int16_t>> ids(2 * mostMapColumns);
+  for (std::size_t s = 0; s < ids.size(); ++s) {
+    for (std::int16_t id = 1; id <= 2 * static_cast<std::int16_t>(mostMapRows); ++id) {
+      const bool isFirst = id <= 2;
+      if (!isFirst || s % 2 == 0) {
+        ids[s].push_back(id);
+      }
+    }
+  }
+  const SmallMap map = smallMap(systemsOf(ids));
+  ASSERT_EQ(map.size(), mostMapRows);
+  EXPECT_EQ(map[0], std::string(mostMapColumns, '2'));
+  EXPECT_EQ(map[1], std::string(mostMapColumns, '1'));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "analysis/verdict.h"
 #include "shell/cmd_convert.h"
 #include "shell/cmd_run.h"
+#include "shell/conversion_run.h"
 #include "shell/start_up.h"
 #include "verify/page_items.h"
 
@@ -19,7 +20,9 @@ std::string ConvertedGroup::resultName(int system) {
   return "C:\\OUT\\WORK" + std::string(4 - number.size(), '0') + number + ".MUS";
 }
 
-ConvertedGroup::ConvertedGroup(const std::map<std::string, std::string>& pages, bool showNumbers) {
+ConvertedGroup::ConvertedGroup(const std::map<std::string, std::string>& pages, bool showNumbers,
+                               RestStaves restStaves) {
+  conversion.fits = restStaves == RestStaves::fitting;
   std::string names;
   for (const auto& [name, bytes] : pages) {
     replaceInput(name, bytes);
@@ -30,10 +33,16 @@ ConvertedGroup::ConvertedGroup(const std::map<std::string, std::string>& pages, 
   prepareForPanel(program);
   program.settings.namesFile = namesFile;
   program.panel.chkShowInstrNumber.checked = showNumbers;
-  for (void (*button)(KivSystem&) : {cmdRun_Click, cmdConvert_Click}) {
-    converted_ = converted_ && endOf(host, [&] { button(program); }).value_or(0) == 0;
-    program.panel.txtFirstResultFile.text = resultName(1);
-  }
+  const auto convert = [&] {
+    if (conversion.fits) {
+      convertGroup(program, {resultName(1), true, showNumbers, ReadBack::yes, restStaves});
+    } else {
+      cmdConvert_Click(program);
+    }
+  };
+  converted_ = endOf(host, [&] { cmdRun_Click(program); }).value_or(0) == 0;
+  program.panel.txtFirstResultFile.text = resultName(1);
+  converted_ = converted_ && endOf(host, convert).value_or(0) == 0;
 }
 
 proof::Verification ConvertedGroup::verify() {

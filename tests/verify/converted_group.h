@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "conversion/fitted_staves.h"
 #include "mus/item.h"
 #include "tests/support/fake_host.h"
 #include "verify/verify.h"
@@ -15,7 +16,8 @@ namespace kiv::test {
 class ConvertedGroup {
  public:
   /// Pages by the name of their file in C:\M, in their order; the results are in C:\OUT.
-  explicit ConvertedGroup(const std::map<std::string, std::string>& pages, bool showNumbers = true);
+  explicit ConvertedGroup(const std::map<std::string, std::string>& pages, bool showNumbers = true,
+                          RestStaves restStaves = RestStaves::asKnownSoFar);
 
   /// Whether analysis and conversion have succeeded.
   bool converted() const { return converted_; }

@@ -43,6 +43,25 @@ RC_GTEST_PROP(VerifyProperty, EveryConversionIsProved, ()) {
   RC_ASSERT(findings == "");
 }
 
+RC_GTEST_PROP(VerifyProperty, EveryConversionWithFittingRestStavesIsProved, ()) {
+  ConvertedGroup group(pagesOf(*groups(5)), *rc::gen::arbitrary<bool>(), RestStaves::fitting);
+  RC_ASSERT(group.converted());
+  const std::string findings = group.findings();
+  RC_ASSERT(findings == "");
+}
+
+RC_GTEST_PROP(VerifyProperty, NoByteOfAResultWithFittingRestStavesCanBeChanged, ()) {
+  ConvertedGroup group(pagesOf(*groups(6)), true, RestStaves::fitting);
+  for (int i = 0; i < tamperings; ++i) {
+    const int system = *rc::gen::inRange(1, group.systems() + 1);
+    const std::string before = group.result(system);
+    std::size_t at = 0;
+    group.replaceResult(system, tampered(before, at));
+    RC_ASSERT(!group.verify().proved());
+    group.replaceResult(system, before);
+  }
+}
+
 RC_GTEST_PROP(VerifyProperty, NoByteOfAResultCanBeChanged, ()) {
   ConvertedGroup group(pagesOf(*groups(2)));
   for (int i = 0; i < tamperings; ++i) {

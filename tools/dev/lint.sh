@@ -32,14 +32,20 @@ check_tidy() {
       --extra-arg=-Wno-unknown-warning-option 2>build/release/clang-tidy.log
 }
 
+# The templates of pages: HTML, styles and scripts.
+check_pages() { node tests/browser/lint.mjs; }
+
 run_lint() {
   need_native
   need_windows
   need_lint
+  need_pages
   say "format"
   check_format
   say "lint rules"
   tools/lint_rules.sh
+  say "pages"
+  check_pages
   say "clang-tidy"
   check_tidy
   check_windows_tidy

@@ -25,7 +25,18 @@ need_windows() { need g++-mingw-w64-x86-64-posix googletest; }
 need_wine() { need wine wine64 xvfb; }
 need_packaging() { need git nsis zip unzip dpkg-dev file man-db; }
 need_bare_system() { need debootstrap lintian; }
-need_browser() { need chromium imagemagick fonts-liberation; }
+need_browser() { need chromium imagemagick fonts-liberation poppler-utils; }
+# Node with npm, from Debian or elsewhere, and the pinned packages that check pages.
+need_pages() {
+  command -v npm >/dev/null || need nodejs npm
+  lock=tests/browser/package-lock.json
+  installed=tests/browser/node_modules/.installed
+  if ! cmp -s "$lock" "$installed"; then
+    say "installing what $lock lists"
+    npm ci --prefix tests/browser --ignore-scripts --no-audit --no-fund
+    cp "$lock" "$installed"
+  fi
+}
 need_fuzz() { need clang; }
 need_bench() { need valgrind libbenchmark-dev; }
 need_lint() { need git clang-format clang-tidy clang libbenchmark-dev; }

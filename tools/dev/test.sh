@@ -84,11 +84,13 @@ run_test() {
   need_windows
   need_wine
   need_browser
+  need_pages
   need_lint
   need_packaging
   need python3
   check "format" check_format
   check "lint rules" tools/lint_rules.sh
+  check "lint of pages" check_pages
   check "mutation script" tools/mutation/self_test.py
   test_native
   test_program_faults
@@ -96,6 +98,7 @@ run_test() {
   check "demo" ./dev demo
   test_packages
   check "pictures in a browser" tests/drawing/browser.sh build/release/apps/kivsys/kivsys build/pictures
+  check "reports in a browser" tests/browser/run.sh build/release/apps/kivsys/kivsys build/browser
   check "instruction counts" ./dev bench --check
   check "fuzz" ./dev fuzz --check
   say "result"

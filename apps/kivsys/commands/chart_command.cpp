@@ -22,8 +22,9 @@
 namespace kiv {
 namespace {
 
-TextStyle styleOfOutput() {
+TextStyle styleOfOutput(std::size_t systemsPerRow) {
   TextStyle style;
+  style.systemsPerRow = systemsPerRow;
   if (const std::size_t columns = NativeSystem::outputColumns(); columns > 0) {
     style.width = columns;
   }
@@ -36,8 +37,10 @@ std::map<std::int16_t, ChartName> namesFor(const GroupFacts& facts, bool utf8) {
   constexpr std::size_t mostColumns = 20;
   std::map<std::int16_t, ChartName> names;
   for (const auto& [id, name] : shownNames(facts.instruments())) {
-    const std::string text = shortened(printable(name), mostColumns);
-    names[id] = {utf8 ? NativeSystem::toUtf8(text) : text, widthOf(text)};
+    const std::string full = printable(name);
+    const std::string text = shortened(full, mostColumns);
+    names[id] = utf8 ? ChartName{NativeSystem::toUtf8(text), widthOf(text), NativeSystem::toUtf8(full)}
+                     : ChartName{text, widthOf(text), full};
   }
   return names;
 }
@@ -46,6 +49,7 @@ std::map<std::int16_t, ChartName> namesFor(const GroupFacts& facts, bool utf8) {
 struct PlannedChart {
   std::string out;
   bool allowZeroId = false;
+  std::size_t systemsPerRow = 0;      ///< 0 for as many as fit
   const ValidPages* pages = nullptr;  ///< of a run that skips bad pages; else null
 };
 
@@ -54,12 +58,15 @@ int show(ConsoleHost& console, Chart chart, const PlannedChart& plan) {
     for (ChartPage& page : chart.pages) {
       page.name = printable(page.name);
     }
-    return deliver(console.system(), "-", chartText(chart, styleOfOutput()) + summaryOf(plan.pages, true));
+    chart.piece = printable(chart.piece);
+    const std::string text = chartText(chart, styleOfOutput(plan.systemsPerRow));
+    return deliver(console.system(), "-", text + summaryOf(plan.pages, true));
   }
   for (ChartPage& page : chart.pages) {
     page.name = NativeSystem::toUtf8(page.name);
   }
-  return deliver(console.system(), plan.out, chartSvg(chart));
+  chart.piece = NativeSystem::toUtf8(chart.piece);
+  return deliver(console.system(), plan.out, chartSvg(chart, plan.systemsPerRow));
 }
 
 int chartNames(ConsoleHost& console, const std::string& namesFile, const PlannedChart& plan) {
@@ -100,10 +107,10 @@ int runChart(const ChartOptions& options) {
       true};
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
     if (!options.keepGoing) {
-      return chartNames(console, namesFile, {out, options.allowZeroId, nullptr});
+      return chartNames(console, namesFile, {out, options.allowZeroId, options.systemsPerRow, nullptr});
     }
     const ValidPages pages(console, namesFile);
-    return chartNames(console, pages.namesFile(), {out, options.allowZeroId, &pages});
+    return chartNames(console, pages.namesFile(), {out, options.allowZeroId, options.systemsPerRow, &pages});
   });
 }
 

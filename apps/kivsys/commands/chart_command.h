@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "apps/kivsys/selection/selection.h"
@@ -11,7 +12,8 @@ struct ChartOptions {
   Selection selection;
   std::string out;  ///< the drawing as it was typed; "-" is standard output, "" asks for text there
   bool allowZeroId = false;
-  bool keepGoing = false;  ///< skip pages that an analysis would end over
+  std::size_t systemsPerRow = 0;  ///< before the chart wraps; 0 for as many as fit
+  bool keepGoing = false;         ///< skip pages that an analysis would end over
 };
 
 /// Analyzes the selected pages and shows which instruments their systems have. Returns the program's exit status.

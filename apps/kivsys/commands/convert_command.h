@@ -20,11 +20,12 @@ struct ConvertOptions {
   bool verify = false;     ///< prove the conversion afterwards
   bool strict = false;     ///< do not convert after a warning
   bool keepGoing = false;  ///< skip pages that an analysis would end over
+  bool fit = false;        ///< make rest staves that fit the music
   bool trace = false;      ///< leave the tables of the last system in a text file
 };
 
 /// Analyzes the selected pages as the panel does, converts them when they need it, and prints the outcome. Returns the
 /// program's exit status.
-int runConvert(const ConvertOptions& options);
+int runConvert(const ConvertOptions& typed);
 
 }  // namespace kiv

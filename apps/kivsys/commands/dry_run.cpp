@@ -52,11 +52,12 @@ std::vector<PlannedResult> plannedResults(OverlayFiles& files, GroupFacts& group
   return results;
 }
 
-std::string plannedLines(const std::vector<PlannedResult>& results, const std::vector<Instrument>& instruments) {
+std::string plannedLines(const std::vector<PlannedResult>& results, const std::vector<Instrument>& instruments,
+                         const FileNamer& nameOf) {
   std::string lines;
   for (const PlannedResult& result : results) {
-    lines += printable(result.file) + (result.replaces ? " replaced, " : " new, ") + std::to_string(result.bytes) +
-             " bytes: " + staffWords(result.staves) + "\n";
+    lines += printable(nameOf(result.file)) + (result.replaces ? " replaced, " : " new, ") +
+             std::to_string(result.bytes) + " bytes: " + staffWords(result.staves) + "\n";
   }
   constexpr std::size_t mostNames = 100;
   const std::string names = results.empty() ? "" : namesInWords(instruments, mostNames);

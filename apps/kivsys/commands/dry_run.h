@@ -8,6 +8,7 @@
 #include "apps/kivsys/output/outcome_json.h"
 #include "diagnostics/group_facts.h"
 #include "diagnostics/planned_results.h"
+#include "messages/console_words.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/user.h"
 
@@ -45,7 +46,8 @@ std::vector<PlannedResult> plannedResults(OverlayFiles& files, GroupFacts& group
 
 /// A line for every result: "WORK0001.MUS new, 1234 bytes: real 101 102, rest 103"; last, the instruments that have a
 /// name: "Names: 101 (Flute)".
-std::string plannedLines(const std::vector<PlannedResult>& results, const std::vector<Instrument>& instruments);
+std::string plannedLines(const std::vector<PlannedResult>& results, const std::vector<Instrument>& instruments,
+                         const FileNamer& nameOf);
 Json plannedJson(const std::vector<PlannedResult>& results);
 
 }  // namespace kiv

@@ -1,48 +1,28 @@
 #include "apps/kivsys/commands/fix_command.h"
 
-#include <set>
 #include <utility>
 
 #include "apps/kivsys/commands/fix_requests.h"
 #include "apps/kivsys/commands/run_outcome.h"
+#include "apps/kivsys/corrections/planned_pages.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/layout/layout_table.h"
 #include "apps/kivsys/output/fix_output.h"
 #include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/safety/input_files.h"
 #include "apps/kivsys/safety/result_folder.h"
 #include "apps/kivsys/undo/run_journal.h"
+#include "diagnostics/number_ranges.h"
 #include "platform/bounded_file.h"
 #include "platform/console/error_line.h"
 #include "platform/native_file.h"
 #include "platform/separators.h"
-#include "repair/fix_plan.h"
 #include "repair/page_ids.h"
 
 namespace kiv {
 namespace {
 
-/// Many times what a page has: all of the file is kept, whatever follows its trailer.
-constexpr std::size_t mostBytes = 16 * most_bytes::mebibyte;
-
-/// A page, before it is corrected and after.
-struct Page {
-  FoundFile file;      ///< the page as it was selected
-  std::string output;  ///< the corrected one, as the core names it
-  std::string before;
-  std::string after;
-};
-
-/// The selected pages, each once.
-std::vector<FoundFile> distinct(const std::vector<FoundFile>& selected) {
-  std::vector<FoundFile> pages;
-  std::set<std::string> paths;
-  for (const FoundFile& page : selected) {
-    if (paths.insert(page.path).second) {
-      pages.push_back(page);
-    }
-  }
-  return pages;
-}
+constexpr std::size_t mostShown = 20;
 
 std::string withBackslash(Machine& machine, const std::string& folder) {
   return endsWithBackslash(machine, folder) ? folder : folder + "\\";
@@ -68,9 +48,10 @@ class FixRun {
   std::vector<std::string> refusalsInPlace(const SelectedPages& pages);
   std::string outputOf(const FoundFile& page);
   bool readPages();
+  std::vector<std::string> addRenumbering(IdRequests& requests);
   std::vector<std::string> plan();
-  bool isWritten(const Page& page) const;
-  std::string pathOf(const Page& page);
+  bool isWritten(const PlannedPage& page) const;
+  std::string pathOf(const PlannedPage& page);
   bool write();
   bool reportChanges();
   int fail(const std::string& reason);
@@ -80,7 +61,7 @@ class FixRun {
   const FixOptions& options_;
   std::string out_;  // the folder, as the core names it, with its backslash
   ResultFolder folder_;
-  std::vector<Page> pages_;
+  std::vector<PlannedPage> pages_;
   FixReport report_;
 };
 
@@ -100,14 +81,17 @@ std::string FixRun::outputOf(const FoundFile& page) {
 /// Why the pages cannot be replaced: one is also a table of corrections, the list of the pages, or another page.
 std::vector<std::string> FixRun::refusalsInPlace(const SelectedPages& pages) {
   InputFiles others;
-  for (const std::string& table : options_.corrections) {
-    others.add(system_.diskName(NativeSystem::coreName(table)));
+  for (const std::string& table : options_.corrections.files) {
+    others.add(pathOfTable(system_, table));
+  }
+  for (const std::string& table : pages.tables) {
+    others.add(table);
   }
   if (!pages.listPath.empty()) {
     others.add(pages.listPath);
   }
   std::vector<std::string> reasons;
-  for (const FoundFile& page : distinct(pages.pages)) {
+  for (const FoundFile& page : distinctPages(pages.pages)) {
     if (const auto reason = others.refusalToReplace("corrected page", page.path)) {
       reasons.push_back(*reason);
     }
@@ -137,11 +121,11 @@ std::vector<std::string> FixRun::refusals(const SelectedPages& pages) {
     return {*reason};
   }
   InputFiles inputs(pages);
-  for (const std::string& table : options_.corrections) {
-    inputs.add(system_.diskName(NativeSystem::coreName(table)));
+  for (const std::string& table : options_.corrections.files) {
+    inputs.add(pathOfTable(system_, table));
   }
   std::vector<std::string> reasons;
-  for (const FoundFile& page : distinct(pages.pages)) {
+  for (const FoundFile& page : distinctPages(pages.pages)) {
     const std::string path = system_.outputPath(outputOf(page));
     if (const auto reason = inputs.refusalToReplace("corrected page", path)) {
       reasons.push_back(*reason);
@@ -153,61 +137,68 @@ std::vector<std::string> FixRun::refusals(const SelectedPages& pages) {
 }
 
 bool FixRun::readPages() {
-  for (const FoundFile& file : distinct(system_.pages())) {
-    BoundedContent content = readBounded(system_, file.name, mostBytes);
-    if (!content.bytes) {
-      fail(content.isTooLarge ? file.path + " " + tooLarge(mostBytes, "a page") : "cannot read " + file.path);
+  for (const FoundFile& file : distinctPages(system_.pages())) {
+    PlannedPage page{file, "", "", {}};
+    if (const std::string error = readPage(system_, page); !error.empty()) {
+      fail(error);
       return false;
     }
-    pages_.push_back({file, outputOf(file), std::move(*content.bytes), ""});
+    pages_.push_back(std::move(page));
   }
   return true;
 }
 
-/// Finds out what changes in the pages. Returns why nothing is to be changed.
-std::vector<std::string> FixRun::plan() {
-  const FixRequests requests = readRequests(system_, options_);
-  std::vector<std::string> errors = requests.errors;
-  std::vector<repair::PageToFix> pages;
-  for (const Page& page : pages_) {
-    auto ids = repair::idsOf(page.before);
-    if (!ids) {
-      errors.push_back(page.file.path + " is damaged; kivsys recover saves what it still holds");
-    }
-    pages.push_back({nameOfPage(system_, page.file.name), std::move(ids).value_or(std::vector<repair::PageId>())});
-  }
-  if (!errors.empty()) {
+/// Adds the new ids of the instruments in a table. Returns why there are none: the table does not have them all.
+std::vector<std::string> FixRun::addRenumbering(IdRequests& requests) {
+  const std::string& typed = options_.selection.layout;
+  LayoutTable table;
+  auto errors = readLayoutTable(system_, typed, LayoutCells::names, table);
+  if (typed.empty() || !errors.empty()) {
     return errors;
   }
-  repair::FixPlan plan = repair::planFix(pages, requests.requests, requests.mappings);
-  for (std::size_t page = 0; page < pages_.size() && plan.errors.empty(); ++page) {
-    auto after = repair::withIds(pages_[page].before, plan.changes[page]);
-    if (!after) {
-      return {pages_[page].file.path + " would have more than 32767 words"};
-    }
-    pages_[page].after = std::move(*after);
+  std::vector<std::int16_t> ids;
+  for (const ListedInstrument& instrument : table.instruments) {
+    ids.push_back(instrument.id);
+  }
+  requests.mappings = repair::inRisingOrder(ids, "--renumber " + typed);
+  std::vector<std::string> words;
+  for (const repair::IdMapping& mapping : requests.mappings) {
+    words.push_back(std::to_string(mapping.oldId) + " -> " + std::to_string(mapping.newId));
+  }
+  auto reasons = refusalsOf(compareWithTable(system_, table, false), table);
+  if (reasons.empty()) {
+    console_.user().printNotes("kivsys: note: new ids: " + (words.empty() ? "none" : joined(words, mostShown)) + "\n");
+  }
+  return reasons;
+}
+
+/// Finds out what changes in the pages. Returns why nothing is to be changed.
+std::vector<std::string> FixRun::plan() {
+  IdRequests requests = readRequests(system_, options_);
+  if (auto reasons = addRenumbering(requests); !reasons.empty()) {
+    return reasons;
   }
   report_.undecided = requests.undecided;
   report_.leftOut = requests.leftOut;
-  return plan.errors;
+  return planPages(system_, requests, pages_);
 }
 
 /// A page that takes its own place is written only when it changes.
-bool FixRun::isWritten(const Page& page) const {
+bool FixRun::isWritten(const PlannedPage& page) const {
   return !options_.dryRun && (!options_.inPlace || page.after != page.before);
 }
 
-std::string FixRun::pathOf(const Page& page) {
-  return options_.inPlace ? page.file.path : system_.outputPath(page.output);
+std::string FixRun::pathOf(const PlannedPage& page) {
+  return options_.inPlace ? page.file.path : system_.outputPath(outputOf(page.file));
 }
 
 bool FixRun::write() {
-  for (const Page& page : pages_) {
+  for (const PlannedPage& page : pages_) {
     if (options_.inPlace && page.after == page.before) {
       continue;
     }
-    if (const auto failure = options_.inPlace ? system_.replacePage(page.output, page.after)
-                                              : system_.replaceFile(page.output, page.after)) {
+    if (const auto failure = options_.inPlace ? system_.replacePage(page.file.name, page.after)
+                                              : system_.replaceFile(outputOf(page.file), page.after)) {
       fail("cannot write " + pathOf(page) + ": " + *failure);
       return false;
     }
@@ -217,9 +208,10 @@ bool FixRun::write() {
 
 /// Finds out from the files themselves what is different in the corrected pages.
 bool FixRun::reportChanges() {
-  for (const Page& page : pages_) {
+  for (const PlannedPage& page : pages_) {
     const std::string path = pathOf(page);
-    const auto bytes = options_.dryRun ? std::optional(page.after) : readBounded(system_, page.output, mostBytes).bytes;
+    const auto bytes =
+        options_.dryRun ? std::optional(page.after) : readBounded(system_, outputOf(page.file), most_bytes::page).bytes;
     const auto changes = bytes ? repair::changedIds(page.before, *bytes) : std::nullopt;
     if (!changes || *bytes != page.after) {
       fail("the corrected page " + path + " is not as it was written");

@@ -3,21 +3,22 @@
 #include <string>
 #include <vector>
 
+#include "apps/kivsys/corrections/correction_tables.h"
 #include "apps/kivsys/selection/selection.h"
 
 namespace kiv {
 
-/// What was asked of `kivsys fix`, as it was typed.
+/// What was asked of `kivsys fix`, as it was typed. With a table of instruments in the selection, their ids are changed
+/// so that they rise in its order.
 struct FixOptions {
   Selection selection;
-  std::vector<std::string> corrections;  ///< tables; "-" is standard input
-  std::vector<std::string> sets;         ///< FILE:STAFF=ID
-  std::vector<std::string> maps;         ///< OLD=NEW
-  std::string only;                      ///< the least confidence: "sure" or "likely"; "" for all rows
-  std::string out;                       ///< the folder of the corrected pages
-  bool inPlace = false;                  ///< write over the pages themselves, which can be undone
-  bool force = false;                    ///< replace pages that are there
-  bool noUndo = false;                   ///< write no journal
+  TableOptions corrections;
+  std::vector<std::string> sets;  ///< FILE:STAFF=ID
+  std::vector<std::string> maps;  ///< OLD=NEW
+  std::string out;                ///< the folder of the corrected pages
+  bool inPlace = false;           ///< write over the pages themselves, which can be undone
+  bool force = false;             ///< replace pages that are there
+  bool noUndo = false;            ///< write no journal
   bool dryRun = false;
   bool json = false;
 };

@@ -6,59 +6,10 @@
 
 #include "apps/kivsys/commands/fix_command.h"
 #include "base/number.h"
-#include "input/file_names.h"
-#include "platform/bounded_file.h"
-#include "platform/console/standard_input.h"
-#include "platform/native_file.h"
 #include "repair/corrections.h"
 
 namespace kiv {
 namespace {
-
-/// Many times what a table for the largest group has.
-constexpr std::size_t mostBytes = 64 * most_bytes::mebibyte;
-
-/// How much a confidence counts; a row without one was written by somebody who knows.
-int rankOf(const std::string& confidence) {
-  if (confidence == "guess") {
-    return 0;
-  }
-  return confidence == "likely" ? 1 : 2;
-}
-
-std::optional<std::string> textOf(NativeSystem& system, const std::string& file, FixRequests& requests) {
-  const bool isInput = file == "-";
-  const std::string name = NativeSystem::coreName(file);
-  BoundedContent content = isInput ? readStandardInput(mostBytes) : readBounded(system, name, mostBytes);
-  if (content.isTooLarge) {
-    requests.errors.push_back(file + " " + tooLarge(mostBytes, "a table of corrections"));
-  } else if (!content.bytes) {
-    const auto reason = isInput ? std::nullopt : readFailure(system.diskName(name));
-    requests.errors.push_back("cannot read " + file + ": " + reason.value_or("I/O error"));
-  }
-  return std::move(content.bytes);
-}
-
-void addTable(NativeSystem& system, const std::string& file, const std::string& only, FixRequests& requests) {
-  const auto text = textOf(system, file, requests);
-  if (!text) {
-    return;
-  }
-  const repair::Corrections table = repair::readCorrections(*text);
-  for (const repair::CorrectionError& error : table.errors) {
-    requests.errors.push_back(file + ":" + std::to_string(error.line) + ": " + NativeSystem::fromUtf8(error.reason));
-  }
-  requests.undecided += table.undecided;
-  for (const repair::Correction& row : table.rows) {
-    if (!only.empty() && rankOf(row.confidence) < rankOf(only)) {
-      ++requests.leftOut;
-      continue;
-    }
-    const std::string page = nameOfPage(system, NativeSystem::fromUtf8(row.file));
-    requests.requests.push_back(
-        {file + ":" + std::to_string(row.line), page, row.isCue, row.staff, row.item, row.oldId, row.newId});
-  }
-}
 
 /// FILE:STAFF=ID, of which the file may have colons.
 std::optional<repair::IdRequest> requestIn(NativeSystem& system, const std::string& text) {
@@ -103,11 +54,8 @@ std::optional<repair::IdMapping> mappingIn(const std::string& text) {
 
 }  // namespace
 
-FixRequests readRequests(NativeSystem& system, const FixOptions& options) {
-  FixRequests requests;
-  for (const std::string& file : options.corrections) {
-    addTable(system, file, options.only, requests);
-  }
+IdRequests readRequests(NativeSystem& system, const FixOptions& options) {
+  IdRequests requests = readTables(system, options.corrections);
   for (const std::string& text : options.sets) {
     if (auto request = requestIn(system, text)) {
       requests.requests.push_back(std::move(*request));
@@ -123,10 +71,6 @@ FixRequests readRequests(NativeSystem& system, const FixOptions& options) {
     }
   }
   return requests;
-}
-
-std::string nameOfPage(NativeSystem& system, const std::string& file) {
-  return system.upperCase(withoutPath(system, NativeSystem::coreName(file)));
 }
 
 }  // namespace kiv

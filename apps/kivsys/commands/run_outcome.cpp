@@ -49,6 +49,7 @@ RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& console, bool 
   outcome.messages = console.messages();
   outcome.files = program.names.nameCount;
   outcome.paths = console.system().pages();
+  outcome.corrections = &console.system().corrections();
   return outcome;
 }
 
@@ -57,6 +58,7 @@ RunOutcome withPagesWritten(RunOutcome analysis, const ConsoleHost& console, boo
   analysis.messages = console.messages();
   analysis.created = console.replacedFiles();
   analysis.paths = console.system().pages();
+  analysis.corrections = &console.system().corrections();
   const auto& written = console.system().writtenFiles();
   analysis.paths.insert(analysis.paths.end(), written.begin(), written.end());
   return analysis;
@@ -76,6 +78,13 @@ std::vector<Problem> problemsOf(Files& files, const RunOutcome& outcome) {
   return findProblems(files, messages);
 }
 
+FileNamer namerOf(ConsoleHost& console, bool likePanel) {
+  if (likePanel) {
+    return [](const std::string& name) { return name; };
+  }
+  return [&console](const std::string& name) { return console.system().shownName(name); };
+}
+
 std::string asText(const RunOutcome& outcome) {
   if (!outcome.consistency) {
     return "";
@@ -86,10 +95,10 @@ std::string asText(const RunOutcome& outcome) {
          "\nInstruments: " + std::to_string(outcome.instruments.value_or(0)) + "\n";
 }
 
-std::string createdLines(const RunOutcome& outcome) {
+std::string createdLines(const RunOutcome& outcome, const FileNamer& nameOf) {
   std::string lines;
   for (const std::string& file : outcome.created.value_or(std::vector<std::string>())) {
-    lines += printable(file) + "\n";
+    lines += printable(nameOf(file)) + "\n";
   }
   return lines;
 }

@@ -8,6 +8,7 @@
 
 #include "apps/kivsys/output/print_outcome.h"
 #include "diagnostics/problems.h"
+#include "messages/console_words.h"
 #include "platform/console/console_host.h"
 #include "shell/kivsystem.h"
 #include "verify/verify.h"
@@ -27,6 +28,8 @@ struct RunOutcome {
   std::optional<proof::Verification> verification;  ///< only of a conversion that ended and was to be proved
   std::vector<FoundFile> paths;                     ///< where the pages are; none of a run like the panel's
   std::optional<std::vector<std::string>> created;  ///< the pages written, in order; only of runs that write pages
+
+  const PageCorrections* corrections = nullptr;  ///< with which the pages were read; of the console
 
   /// True when no conversion is needed.
   bool qualifies() const { return consistency.value_or(false) && !multifile.value_or(true); }
@@ -57,7 +60,11 @@ std::vector<Problem> problemsOf(Files& files, const RunOutcome& outcome);
 /// The verdict and the counts, a line each; "" when the analysis did not reach them.
 std::string asText(const RunOutcome& outcome);
 
+/// How files are named in what people read: as they would type them, or by the core's names as the window has them. The
+/// console must outlive it.
+FileNamer namerOf(ConsoleHost& console, bool likePanel);
+
 /// The pages written, a line each.
-std::string createdLines(const RunOutcome& outcome);
+std::string createdLines(const RunOutcome& outcome, const FileNamer& nameOf);
 
 }  // namespace kiv

@@ -60,7 +60,8 @@ std::string movedLines(ConsoleHost& console) {
 int print(ConsoleHost& console, const RunOutcome& outcome, const Warnings& warnings, const SortOptions& options,
           int status) {
   if (!options.json) {
-    return printOutcome(createdLines(outcome) + movedLines(console), status);
+    return printOutcome(createdLines(outcome, namerOf(console, options.selection.likePanel)) + movedLines(console),
+                        status);
   }
   Json object = jsonOf(outcome);
   object["problems"] = jsonOf(problemsOf(console.system(), outcome), warnings, outcome.paths);

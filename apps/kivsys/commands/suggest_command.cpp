@@ -1,7 +1,6 @@
 #include "apps/kivsys/commands/suggest_command.h"
 
 #include <utility>
-#include <variant>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -9,16 +8,17 @@
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/layout/layout_table.h"
 #include "apps/kivsys/output/analysis_output.h"
+#include "apps/kivsys/output/next_step.h"
 #include "apps/kivsys/output/suggestions_output.h"
 #include "apps/kivsys/safety/output_file.h"
-#include "platform/bounded_file.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
+#include "platform/console/printable.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "repair/group_evidence.h"
-#include "repair/layout_file.h"
 #include "repair/suggestions.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
@@ -29,47 +29,24 @@ namespace {
 /// What a run reads and writes besides its pages.
 struct SuggestRun {
   ConsoleHost& console;
-  std::string layout;  // full names
-  std::string out;
-  bool json = false;
-  ListedInstruments listed = {};
+  const SuggestOptions& options;
+  std::string out;  // its full name
+  LayoutTable layout = {};
   const ValidPages* pages = nullptr;  // of a run that skips bad ones; else null
 };
 
-/// Reads the table of instruments. Returns what is wrong with it, a line each.
-std::vector<std::string> readLayout(SuggestRun& run) {
-  if (run.layout.empty()) {
-    return {};
-  }
-  ConsoleSystem& system = run.console.system();
-  const std::string path = system.diskName(run.layout);
-  const BoundedContent content = readBounded(system, run.layout, longestLayoutFile);
-  if (content.isTooLarge) {
-    return {path + " " + tooLarge(longestLayoutFile, "a table of instruments")};
-  }
-  if (!content.bytes) {
-    return {"cannot read " + path + ": " + readFailure(path).value_or("I/O error")};
-  }
-  auto read = readLayoutFile(*content.bytes);
-  if (const auto* error = std::get_if<LayoutFileError>(&read)) {
-    return {path + ":" + std::to_string(error->line) + ": " + error->reason};
-  }
-  run.listed = std::get<ListedInstruments>(std::move(read));
-  for (ListedInstrument& instrument : run.listed) {
-    instrument.name = NativeSystem::fromUtf8(instrument.name);
-    instrument.abbreviation = NativeSystem::fromUtf8(instrument.abbreviation);
-  }
-  return {};
-}
-
 std::vector<std::string> refusals(SuggestRun& run, const SelectedPages& pages) {
   ConsoleSystem& system = run.console.system();
-  InputFiles inputs(pages);
-  if (!run.layout.empty()) {
-    inputs.add(system.diskName(run.layout));
-  }
-  auto reasons = refusalsOfOutput(system, {"corrections", run.out, OutputKind::corrections}, inputs);
-  return reasons.empty() ? readLayout(run) : reasons;
+  auto reasons = refusalsOfOutput(system, {"corrections", run.out, OutputKind::corrections}, InputFiles(pages));
+  return reasons.empty() ? readLayoutTable(system, run.options.selection.layout, LayoutCells::names, run.layout)
+                         : reasons;
+}
+
+/// The command line that converts the pages with the corrections; none when there are none, or in no file.
+std::optional<std::string> nextConversion(const SuggestRun& run, const std::optional<Suggestions>& suggestions) {
+  return suggestions && !suggestions->corrections.empty()
+             ? nextWithCorrections("convert", run.options.selection, run.options.out)
+             : std::nullopt;
 }
 
 /// The outcome of the analysis with what is suggested; this is null when the analysis ended before.
@@ -81,8 +58,24 @@ std::string asJson(const SuggestRun& run, const RunOutcome& outcome, const std::
   }
   object["corrections"] = suggestions ? correctionsJson(*suggestions, names) : Json();
   object["undecided"] = suggestions ? undecidedJson(*suggestions, names) : Json();
+  const auto next = nextConversion(run, suggestions);
+  object["next"] = next ? Json(NativeSystem::toUtf8(*next)) : Json();
   object["schema_version"] = schemaVersion;
   return asLine(object);
+}
+
+/// The lines that say what can be done with the corrections that were written.
+void printNext(const SuggestRun& run, const std::optional<Suggestions>& suggestions) {
+  const auto convert = nextConversion(run, suggestions);
+  if (!convert) {
+    return;
+  }
+  std::string lines = "Next: " + printable(*convert) + "\n";
+  if (run.options.selection.folder.empty()) {
+    const auto fix = nextWithCorrections("fix", run.options.selection, run.options.out);
+    lines += "  or: " + printable(fix.value_or("")) + " -o fixed\n";
+  }
+  run.console.user().printNotes(lines);
 }
 
 int deliver(const SuggestRun& run, const RunOutcome& outcome, const std::optional<Suggestions>& suggestions) {
@@ -98,11 +91,13 @@ int deliver(const SuggestRun& run, const RunOutcome& outcome, const std::optiona
       return status;
     }
   }
-  if (run.json) {
+  if (run.options.json) {
     return printOutcome(asJson(run, outcome, suggestions), status);
   }
-  return printOutcome(
+  const int printed = printOutcome(
       (suggestions ? suggestionTables(*suggestions, names) : "") + summaryOf(run.pages, outcome.normalEnd), status);
+  printNext(run, suggestions);
+  return printed;
 }
 
 int suggestForNames(const SuggestRun& run, const std::string& namesFile) {
@@ -113,7 +108,7 @@ int suggestForNames(const SuggestRun& run, const std::string& namesFile) {
   std::optional<Suggestions> suggestions;
   const bool normalEnd = !namesFile.empty() && endsNormally(console, [&] {
     analyze(program, namesFile, false);
-    suggestions = suggestIds(gatherEvidence(files), run.listed);
+    suggestions = suggestIds(gatherEvidence(files), run.layout.instruments);
   });
   return deliver(run, outcomeOf(program, console, normalEnd), suggestions);
 }
@@ -123,8 +118,7 @@ int suggestForNames(const SuggestRun& run, const std::string& namesFile) {
 int runSuggest(const SuggestOptions& options) {
   ConsoleHost console;
   ConsoleSystem& system = console.system();
-  SuggestRun run{console, options.layout.empty() ? "" : system.fullName(options.layout),
-                 outputName(system, options.out), options.json};
+  SuggestRun run{console, options, outputName(system, options.out)};
   const SelectionUse use{
       FolderUse::read, options.keepGoing, [&](const SelectedPages& pages) { return refusals(run, pages); }, {}, true};
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {

@@ -9,8 +9,7 @@ namespace kiv {
 /// What the user asked of suggestions.
 struct SuggestOptions {
   Selection selection;
-  std::string layout;  ///< a table of instruments, as it was typed; "" for none
-  std::string out;     ///< the corrections as comma-separated values; "-" is standard output, "" for none
+  std::string out;  ///< the corrections as comma-separated values; "-" is standard output, "" for none
   bool json = false;
   bool keepGoing = false;  ///< skip pages that an analysis would end over
 };

@@ -13,6 +13,8 @@
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "apps/kivsys/selection/selection.h"
+#include "apps/kivsys/survey/analyzed_piece.h"
+#include "apps/kivsys/survey/survey_reports.h"
 #include "apps/kivsys/survey/survey_state.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
@@ -22,50 +24,17 @@
 namespace kiv {
 namespace {
 
-constexpr std::string_view outOfMemory = "out of memory";
-
-/// The analysis of a piece, and what the system did not have for it: memory or open files. "" when it had all.
-struct Analyzed {
-  PieceFindings findings;
-  std::string lack;
-};
-
-/// A piece without an analysis, for which the system lacks something.
-Analyzed lacking(std::string_view lack, Machine& machine, const std::vector<std::string>& pages) {
-  Analyzed analyzed{{}, std::string(lack)};
-  analyzed.findings.files = pages.size();
-  analyzed.findings.pages = countPages(machine, pages);
-  analyzed.findings.problems.emplace_back(lack);
-  analyzed.findings.stopped = lack;
-  return analyzed;
-}
-
-void inUtf8(PieceFindings& findings) {
-  for (std::string& problem : findings.problems) {
-    problem = NativeSystem::toUtf8(problem);
-  }
-  findings.stopped = NativeSystem::toUtf8(findings.stopped);
-  for (auto& [id, name] : findings.names) {
-    name = NativeSystem::toUtf8(name);
-  }
-  for (BadPage& bad : findings.badPages) {
-    for (std::string& file : bad.files) {
-      file = NativeSystem::toUtf8(file);
-    }
-    bad.reason = NativeSystem::toUtf8(bad.reason);
-    bad.shown = NativeSystem::toUtf8(bad.shown);
-  }
-}
-
 /// A running survey. The workers are threads: an analysis that reads the disk and writes to memory shares nothing with
 /// another one, not even a current folder.
 class Survey {
  public:
-  Survey(const SurveyOptions& options, const std::vector<LibraryPiece>& pieces, ConsoleUser& user, SurveyState& state)
+  Survey(const SurveyOptions& options, const std::vector<LibraryPiece>& pieces, ConsoleUser& user, SurveyState& state,
+         SurveyReports& reports)
       : options_(options),
         pieces_(pieces),
         user_(user),
         state_(state),
+        reports_(reports),
         lines_(options.format, pieces),
         findings_(pieces.size()) {}
 
@@ -74,24 +43,27 @@ class Survey {
  private:
   void loadKnown();
   void work();
-  Analyzed analyze(NativeSystem& system, std::size_t piece);
   void startWorkers();
   void finish(std::size_t piece, Analyzed analyzed);
   void print(const std::string& text);
   void showProgress();
+  void report(NativeSystem& system, std::size_t piece, bool isNew);
+  int end(bool stopped);
   bool isAnyUnusable() const;
 
   const SurveyOptions& options_;
   const std::vector<LibraryPiece>& pieces_;
   ConsoleUser& user_;
   SurveyState& state_;
+  SurveyReports& reports_;
   std::atomic<std::size_t> next_ = 0;
   std::mutex mutex_;  // guards all below, the user and the state
   SurveyLines lines_;
   std::vector<std::optional<PieceFindings>> findings_;
   std::size_t finished_ = 0;
   std::size_t printed_ = 0;
-  std::string lack_;  // of the first piece that lacked something
+  std::string lack_;           // of the first piece that lacked something
+  std::string reportFailure_;  // of the first report that was not written
   bool stateLost_ = false;
   std::atomic<bool> memoryLost_ = false;
 };
@@ -121,28 +93,28 @@ void Survey::finish(std::size_t piece, Analyzed analyzed) {
   showProgress();
 }
 
-/// A piece that takes more memory or open files than there are has that as its only problem.
-Analyzed Survey::analyze(NativeSystem& system, std::size_t piece) {
-  const std::vector<std::string>& pages = pieces_[piece].pages;
-  try {
-    Analyzed analyzed{surveyPiece(system, system, pages, options_.keepGoing ? BadPages::skipped : BadPages::end), ""};
-    inUtf8(analyzed.findings);
-    return analyzed;
-  } catch (const std::bad_alloc&) {
-    return lacking(outOfMemory, system, pages);
-  } catch (const std::system_error& failure) {
-    return lacking(failure.code().message(), system, pages);
+/// Writes the report of a piece, if it is wanted.
+void Survey::report(NativeSystem& system, std::size_t piece, bool isNew) {
+  if (!reports_.needsReport(pieces_[piece], isNew)) {
+    return;
+  }
+  const auto failure = reports_.write(system, pieces_[piece]);
+  const std::lock_guard lock(mutex_);
+  if (failure && reportFailure_.empty()) {
+    reportFailure_ = *failure;
   }
 }
 
 void Survey::work() {
   NativeSystem system;
   for (std::size_t piece = next_++; piece < pieces_.size() && stopSignal() == 0 && !memoryLost_; piece = next_++) {
-    if (findings_[piece]) {
-      continue;  // an earlier run has analyzed it
-    }
     try {
-      finish(piece, analyze(system, piece));
+      const bool isNew = !findings_[piece];  // else an earlier run has analyzed it
+      report(system, piece, isNew);
+      if (isNew) {
+        finish(piece,
+               analyzePiece(system, pieces_[piece].pages, options_.keepGoing ? BadPages::skipped : BadPages::end));
+      }
     } catch (const std::bad_alloc&) {
       memoryLost_ = true;
     }
@@ -189,12 +161,26 @@ int Survey::run() {
   }
   print(lines_.end(findings_, stopped));
   stateLost_ = !state_.flush() || stateLost_;
+  return end(stopped);
+}
+
+/// Writes the page of the library, and says what has failed. Returns the exit status.
+int Survey::end(bool stopped) {
+  if (!options_.html.empty()) {
+    if (const auto failure = reports_.writePage(pieces_, findings_, options_.folders)) {
+      reportFailure_ = *failure;
+    }
+  }
   if (!std::cout) {
     printError("cannot write to standard output");
     return exit_status::critical;
   }
   if (stateLost_) {
     printError("cannot write to " + options_.resume);
+    return exit_status::critical;
+  }
+  if (!reportFailure_.empty()) {
+    printError(reportFailure_);
     return exit_status::critical;
   }
   if (!lack_.empty() || memoryLost_) {
@@ -263,13 +249,21 @@ int runSurvey(const SurveyOptions& options) {
       return refusal->status;
     }
   }
+  SurveyReports reports(console.system(), options.html, options.reports);
+  if (const auto reasons = reports.refusals(library); !reasons.empty()) {
+    return refuse(reasons);
+  }
+  if (const auto failure = reports.prepare()) {
+    printError(*failure);
+    return exit_status::critical;
+  }
   for (const std::string& folder : library.unreadable) {
     printError("cannot list the folder " + folder);
   }
   for (const std::string& page : options.quiet ? std::vector<std::string>() : library.leftOut) {
     printError("note: " + page + " is left out, as the damaged page is there, too");
   }
-  const int status = Survey(options, library.pieces, console.user(), state).run();
+  const int status = Survey(options, library.pieces, console.user(), state, reports).run();
   return status == exit_status::normal && !library.unreadable.empty() ? exit_status::critical : status;
 }
 

@@ -16,6 +16,8 @@ struct SurveyOptions {
   bool keepGoing = false;  ///< skip pages that the analysis of their piece would end over
   bool exitCode = false;   ///< end with a status of its own when a piece needs a conversion or is bad
   std::string resume;      ///< the file that keeps finished pieces; "" for none
+  std::string html;        ///< the page of the library to write; "" for none
+  std::string reports;     ///< the folder of a report for each piece; "" for none
 };
 
 /// Analyzes every piece in the folders and below, and prints a line for each, in their order. Returns the program's

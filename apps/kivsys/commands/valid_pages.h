@@ -20,6 +20,7 @@ class ValidPages {
 
   /// A names file of the valid pages: the given one when no page is bad. "" when none is left.
   const std::string& namesFile() const { return namesFile_; }
+  const std::vector<SkippedPage>& skipped() const { return validation_.skipped; }
   bool anySkipped() const { return !validation_.skipped.empty(); }
   bool anyLeft() const { return validation_.pages > 0; }
   std::size_t count() const { return validation_.pages; }

@@ -22,9 +22,20 @@ namespace {
 
 constexpr std::size_t mostLines = 200;
 
-std::string lineOf(const proof::Finding& finding) {
-  return printable(finding.file + (finding.item == 0 ? "" : ", item " + std::to_string(finding.item)) + ": " +
-                   finding.what) +
+/// The text with the files of the verification named as users know them.
+std::string withShownNames(std::string text, const proof::Verification& verification, const FileNamer& nameOf) {
+  for (const DigestedFile& file : verification.files) {
+    if (const std::size_t at = text.find(file.name); at != std::string::npos && !file.name.empty()) {
+      text.replace(at, file.name.size(), nameOf(file.name));
+      break;
+    }
+  }
+  return text;
+}
+
+std::string lineOf(const proof::Verification& verification, const proof::Finding& finding, const FileNamer& nameOf) {
+  return printable(nameOf(finding.file) + (finding.item == 0 ? "" : ", item " + std::to_string(finding.item)) + ": " +
+                   withShownNames(finding.what, verification, nameOf)) +
          "\n";
 }
 
@@ -32,15 +43,48 @@ std::string withFolder(ConsoleSystem& system, const std::string& name) {
   return lastBackslash(system, name) != std::string::npos ? name : system.currentFolder() + "\\" + name;
 }
 
+/// Lines that programs which check a manifest skip: by what the pages were corrected, and the table of instruments.
+std::string tableComments(const PageCorrections& corrections, const LayoutTable& layout) {
+  std::string lines;
+  for (const CorrectionTable& table : corrections.tables) {
+    lines += printable("# corrections: " + (table.path.empty() ? "standard input" : table.path) + ", SHA-256 " +
+                       table.sha256 + ", " + std::to_string(table.count) + " used") +
+             "\n";
+  }
+  if (!layout.path.empty()) {
+    lines += printable("# layout: " + layout.path + ", SHA-256 " + layout.sha256) + "\n";
+  }
+  return lines;
+}
+
 /// The digests under the names that the files have on the disk, whatever case a names file gave them.
-std::string manifestOf(ConsoleSystem& system, std::vector<DigestedFile> files) {
+std::string manifestOf(ConsoleSystem& system, const LayoutTable& layout, std::vector<DigestedFile> files) {
   for (DigestedFile& file : files) {
     file.name = system.diskName(withFolder(system, file.name));
   }
-  return manifestText(files);
+  return tableComments(system.corrections(), layout) + manifestText(files);
 }
 
-std::string asJson(ConsoleHost& console, const proof::Verification& verification, const ValidPages* pages) {
+/// The digests of the pages as the disk has them, of the tables with which they were corrected, and of that of the
+/// instruments.
+void addTables(const PageCorrections& corrections, const LayoutTable& layout, std::vector<DigestedFile>& files) {
+  for (DigestedFile& file : files) {
+    if (const auto page = corrections.pages.find(file.name); page != corrections.pages.end()) {
+      file.sha256 = page->second.sha256;
+    }
+  }
+  for (const CorrectionTable& table : corrections.tables) {
+    if (!table.path.empty()) {
+      files.push_back({NativeSystem::coreName(table.path), table.sha256});
+    }
+  }
+  if (!layout.path.empty()) {
+    files.push_back({NativeSystem::coreName(layout.path), layout.sha256});
+  }
+}
+
+std::string asJson(ConsoleHost& console, const proof::Verification& verification, const ListedConversion& listed,
+                   const ValidPages* pages) {
   ConsoleSystem& system = console.system();
   Json object = toJson(verification);
   for (std::size_t i = 0; i < verification.findings.size(); ++i) {
@@ -56,6 +100,12 @@ std::string asJson(ConsoleHost& console, const proof::Verification& verification
     paths.push_back({file.name, system.diskName(withFolder(system, file.name))});
   }
   object["paths"] = pathsJson(paths);
+  if (!system.corrections().tables.empty()) {
+    object["corrected_by"] = jsonOf(system.corrections());
+  }
+  if (listed.isGiven()) {
+    object["layout"] = listed.asJson();
+  }
   object["schema_version"] = schemaVersion;
   return asLine(object);
 }
@@ -64,30 +114,34 @@ std::string asJson(ConsoleHost& console, const proof::Verification& verification
 struct VerifyOutput {
   const VerifyOptions& options;
   const std::string& manifest;
+  const ListedConversion& listed;
   const ValidPages* pages = nullptr;  // of a run that skips bad ones; else null
 };
 
 int printVerification(ConsoleHost& console, const proof::Verification& verification, const VerifyOutput& output) {
   ConsoleSystem& system = console.system();
+  const VerifyOptions& options = output.options;
+  const FileNamer nameOf = [&system](const std::string& name) { return system.shownName(name); };
   if (!output.manifest.empty()) {
-    if (const auto failure = writeOutput(system, output.manifest, manifestOf(system, verification.files))) {
+    const std::string manifest = manifestOf(system, output.listed.table(), verification.files);
+    if (const auto failure = writeOutput(system, output.manifest, manifest)) {
       printError("cannot write the manifest: " + *failure);
       return exit_status::critical;
     }
   }
   const bool isComplete = output.pages == nullptr || !output.pages->anySkipped();
   const int status = verification.proved() && isComplete ? exit_status::normal : exit_status::critical;
-  const std::string text = asText(verification) + summaryOf(output.pages, true);
+  const std::string text = asText(verification, nameOf) + summaryOf(output.pages, true);
   int printed = status;
   if (output.manifest == standardOutput) {
     std::cerr << text;
   } else {
-    printed = printOutcome(output.options.json ? asJson(console, verification, output.pages) : text, status);
+    printed = printOutcome(options.json ? asJson(console, verification, output.listed, output.pages) : text, status);
   }
-  if (!verification.proved() && !output.options.json) {
-    const FileNamer nameOf = [&](const std::string& name) { return system.shownName(withFolder(system, name)); };
+  if (!verification.proved() && !options.json) {
+    const FileNamer fullNameOf = [&](const std::string& name) { return system.shownName(withFolder(system, name)); };
     console.user().printNotes(
-        stepForProof(verification, {output.options.selection, output.options.result, system.pages(), nameOf}));
+        stepForProof(verification, {options.selection, options.result, options.fit, system.pages(), fullNameOf}));
   }
   return printed;
 }
@@ -95,14 +149,18 @@ int printVerification(ConsoleHost& console, const proof::Verification& verificat
 }  // namespace
 
 proof::Verification verificationOf(ConsoleHost& console, const std::string& namesFile,
-                                   const proof::ConversionToProve& conversion) {
-  return proof::verify(console.system(), console.system(), namesFile, conversion,
-                       [&](std::size_t done, std::size_t all, std::string_view plural) {
-                         console.user().showProgress(static_cast<int>(done), static_cast<int>(all), plural);
-                       });
+                                   proof::ConversionToProve conversion, const ListedConversion& listed) {
+  conversion.listed = listed.forProof();
+  proof::Verification verification =
+      proof::verify(console.system(), console.system(), namesFile, conversion,
+                    [&](std::size_t done, std::size_t all, std::string_view plural) {
+                      console.user().showProgress(static_cast<int>(done), static_cast<int>(all), plural);
+                    });
+  addTables(console.system().corrections(), listed.table(), verification.files);
+  return verification;
 }
 
-std::string asText(const proof::Verification& verification) {
+std::string asText(const proof::Verification& verification, const FileNamer& nameOf) {
   const proof::Counts& counts = verification.counts;
   std::string text = verification.proved() ? "PROVED=YES\n" : "PROVED=NO\n";
   text += "Inputs: " + std::to_string(counts.inputs) + "\nResults: " + std::to_string(counts.results) +
@@ -114,7 +172,7 @@ std::string asText(const proof::Verification& verification) {
     if (++lines > mostLines) {
       return text + "and " + std::to_string(verification.findings.size() - mostLines) + " more\n";
     }
-    text += lineOf(finding);
+    text += lineOf(verification, finding, nameOf);
   }
   return text;
 }
@@ -127,7 +185,8 @@ int runVerify(const VerifyOptions& options) {
   }
   const std::string manifest = outputName(system, options.manifest);
   const std::string typed = options.result.empty() ? "" : system.fullName(options.result);
-  proof::ConversionToProve conversion{typed, std::nullopt};
+  proof::ConversionToProve conversion{typed, std::nullopt, options.fit, {}};
+  ListedConversion listed;
   const SelectionUse use{
       FolderUse::read, options.keepGoing, [&](const SelectedPages& pages) {
         if (!options.result.empty()) {
@@ -137,7 +196,8 @@ int runVerify(const VerifyOptions& options) {
         } else if (!pages.pages.empty()) {
           conversion.firstResultFile = defaultResultFile(system, pages.pages.front());
         }
-        return refusalsOfOutput(system, {"manifest", manifest, OutputKind::manifest}, InputFiles(pages));
+        const auto reasons = refusalsOfOutput(system, {"manifest", manifest, OutputKind::manifest}, InputFiles(pages));
+        return reasons.empty() ? listed.prepare(system, options.selection.layout, true) : reasons;
       }};
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
     std::optional<ValidPages> pages;
@@ -145,8 +205,9 @@ int runVerify(const VerifyOptions& options) {
       pages.emplace(console, namesFile);
     }
     const bool isReduced = pages && pages->anyLeft();
-    return printVerification(console, verificationOf(console, isReduced ? pages->namesFile() : namesFile, conversion),
-                             {options, manifest, pages ? &*pages : nullptr});
+    return printVerification(console,
+                             verificationOf(console, isReduced ? pages->namesFile() : namesFile, conversion, listed),
+                             {options, manifest, listed, pages ? &*pages : nullptr});
   });
 }
 

@@ -21,6 +21,9 @@ std::string asJson(const ConvertOutput& output) {
     object["planned"] = plannedJson(*output.planned);
     object["instrument_list"] = output.outcome.consistency ? jsonOf(output.instruments) : Json();
   }
+  if (output.listed != nullptr) {
+    object["layout"] = output.listed->asJson();
+  }
   object["problems"] = jsonOf(output.problems, output.warnings, output.outcome.paths);
   object["schema_version"] = schemaVersion;
   return asLine(object);
@@ -28,9 +31,9 @@ std::string asJson(const ConvertOutput& output) {
 
 std::string asText(const ConvertOutput& output) {
   const RunOutcome& outcome = output.outcome;
-  const std::string results =
-      output.planned ? plannedLines(*output.planned, output.instruments) : createdLines(outcome);
-  return asText(outcome) + results + (outcome.verification ? kiv::asText(*outcome.verification) : "") +
+  const std::string results = output.planned ? plannedLines(*output.planned, output.instruments, output.nameOf)
+                                             : createdLines(outcome, output.nameOf);
+  return asText(outcome) + results + (outcome.verification ? kiv::asText(*outcome.verification, output.nameOf) : "") +
          summaryOf(output.pages, outcome.consistency.has_value());
 }
 

@@ -8,6 +8,7 @@
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/layout/listed_conversion.h"
 #include "apps/kivsys/output/warnings_output.h"
 #include "diagnostics/problems.h"
 
@@ -22,8 +23,10 @@ struct ConvertOutput {
   int failure = exit_status::critical;  ///< the status of a run that did not end normally
   /// Of a dry run, what it did not write to the disk; nullopt otherwise.
   std::optional<std::vector<PlannedResult>> planned;
-  std::vector<Instrument> instruments;  ///< of a dry run
-  const ValidPages* pages = nullptr;    ///< of a run that skips bad pages; else null
+  std::vector<Instrument> instruments;       ///< of a dry run
+  const ListedConversion* listed = nullptr;  ///< of a run with a table of instruments; else null
+  const ValidPages* pages = nullptr;         ///< of a run that skips bad pages; else null
+  FileNamer nameOf;                          ///< how people are shown the name of a file
 };
 
 /// Prints the outcome, as JSON or for people. Returns the program's exit status.

@@ -65,6 +65,9 @@ Json jsonOf(const Problem& problem, const std::vector<FoundFile>& paths) {
   object["system"] = problem.system ? Json(*problem.system) : Json();
   object["staff"] = orNull(problem.staff);
   object["instrument"] = orNull(problem.instrument);
+  if (problem.bar) {
+    object["bar"] = *problem.bar;
+  }
   addPlace(object, problem.place);
   object["repeats"] = problem.repeats;
   return object;

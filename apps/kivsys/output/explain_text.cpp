@@ -5,8 +5,8 @@
 #include <set>
 #include <vector>
 
-#include "apps/kivsys/output/number_ranges.h"
 #include "base/number.h"
+#include "diagnostics/number_ranges.h"
 #include "input/file_names.h"
 #include "platform/console/printable.h"
 

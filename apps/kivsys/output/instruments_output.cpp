@@ -10,9 +10,9 @@
 
 #include "apps/kivsys/output/csv.h"
 #include "apps/kivsys/output/diagnostics_json.h"
-#include "apps/kivsys/output/number_ranges.h"
 #include "apps/kivsys/output/text_table.h"
 #include "base/number.h"
+#include "diagnostics/number_ranges.h"
 #include "input/file_names.h"
 #include "platform/console/printable.h"
 
@@ -134,18 +134,6 @@ Json rangesJson(const std::vector<std::int16_t>& systems) {
 }
 
 }  // namespace
-
-std::string clefWord(const ClefForm& clef) {
-  constexpr float alto = 2;
-  static const std::map<float, std::string> words = {{0.0F, "treble"}, {1.0F, "bass"}, {alto, "alto"}};
-  constexpr float lineAbove = 2;
-  if (clef == ClefForm{alto, lineAbove}) {
-    return "tenor";
-  }
-  const auto word = words.find(clef.kind);
-  const std::string moved = clef.height == 0 ? "" : (clef.height > 0 ? "+" : "") + generalNumber(clef.height);
-  return (word == words.end() ? "kind " + generalNumber(clef.kind) + (moved.empty() ? "" : " ") : word->second) + moved;
-}
 
 std::string keyWord(float key) {
   if (key == 0 || key != std::trunc(key)) {

@@ -5,14 +5,11 @@
 #include <vector>
 
 #include "apps/kivsys/output/outcome_json.h"
+#include "diagnostics/clef_word.h"
 #include "diagnostics/instruments.h"
 #include "platform/machine.h"
 
 namespace kiv {
-
-/// The word for a clef: "treble", "tenor", "kind 5"; one that is moved by other steps has these after it: "treble-2",
-/// "kind 5 -2".
-std::string clefWord(const ClefForm& clef);
 
 /// The word for a key: "2#", "1b", "0".
 std::string keyWord(float key);

@@ -9,29 +9,6 @@
 namespace kiv {
 namespace {
 
-/// The argument as a shell passes it on unchanged.
-std::string quoted(const std::string& argument) {
-  constexpr std::string_view plain =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_./:=,+-"
-#ifdef _WIN32
-      "\\";
-  const std::string quote = "\"";
-  const std::string inside = "\"\"";
-#else
-      ;
-  const std::string quote = "'";
-  const std::string inside = "'\\''";
-#endif
-  if (!argument.empty() && argument.front() != '-' && argument.find_first_not_of(plain) == std::string::npos) {
-    return argument;
-  }
-  std::string text = quote;
-  for (const char c : argument) {
-    text += std::string(1, c) == quote ? inside : std::string(1, c);
-  }
-  return text + quote;
-}
-
 /// False only when the instrument is known to have a staff in that system.
 bool isUndefined(const Location& cue, const Layouts& layouts) {
   if (!cue.system || !cue.instrument) {
@@ -55,20 +32,50 @@ bool concernsIds(const Message& message, const std::optional<Layouts>& layouts) 
 
 }  // namespace
 
-std::string asArgument(const std::string& name) {
-  return quoted(name.starts_with('-') ? "./" + name : name);
+bool canRepeat(const Selection& selection) {
+  const auto& tables = selection.corrections.files;
+  return selection.names != "-" && std::find(tables.begin(), tables.end(), "-") == tables.end();
 }
 
-std::string selectedArguments(const Selection& selection) {
+std::string quotedForShell(const std::string& argument) {
+  constexpr std::string_view plain =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_./:=,+-"
+#ifdef _WIN32
+      "\\";
+  const std::string quote = "\"";
+  const std::string inside = "\"\"";
+#else
+      ;
+  const std::string quote = "'";
+  const std::string inside = "'\\''";
+#endif
+  if (!argument.empty() && argument.front() != '-' && argument.find_first_not_of(plain) == std::string::npos) {
+    return argument;
+  }
+  std::string text = quote;
+  for (const char c : argument) {
+    text += std::string(1, c) == quote ? inside : std::string(1, c);
+  }
+  return text + quote;
+}
+
+std::string asArgument(const std::string& name) {
+  return quotedForShell(name.starts_with('-') ? "./" + name : name);
+}
+
+std::string selectionArguments(const Selection& selection) {
   std::string arguments;
   if (!selection.names.empty()) {
-    return (selection.folder.empty() ? "" : " --folder " + asArgument(selection.folder)) + " --names " +
-           asArgument(selection.names);
+    arguments = (selection.folder.empty() ? "" : " --folder " + asArgument(selection.folder)) + " --names " +
+                asArgument(selection.names);
   }
   for (const std::string& page : selection.pages) {
     arguments += " " + asArgument(page);
   }
-  return arguments;
+  for (const std::string& table : selection.corrections.files) {
+    arguments += " --corrections " + asArgument(table);
+  }
+  return arguments + (selection.corrections.only.empty() ? "" : " --only " + selection.corrections.only);
 }
 
 std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileNamer& nameOf) {
@@ -84,12 +91,22 @@ std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileName
 
 std::optional<std::string> stepForGroup(const RunOutcome& outcome, const std::optional<Layouts>& layouts,
                                         const Selection& selection) {
-  const bool canRepeat = outcome.normalEnd && selection.names != "-";  // standard input cannot be read twice
-  if (canRepeat && std::any_of(outcome.messages.begin(), outcome.messages.end(),
-                               [&](const ShownMessage& shown) { return concernsIds(shown.message, layouts); })) {
-    return "kivsys suggest" + selectedArguments(selection);
+  if (outcome.normalEnd && canRepeat(selection) &&
+      std::any_of(outcome.messages.begin(), outcome.messages.end(),
+                  [&](const ShownMessage& shown) { return concernsIds(shown.message, layouts); })) {
+    return "kivsys suggest" + selectionArguments(selection);
   }
   return std::nullopt;
+}
+
+std::optional<std::string> nextWithCorrections(const std::string& command, const Selection& selection,
+                                               const std::string& table) {
+  if (table.empty() || table == "-" || !canRepeat(selection)) {
+    return std::nullopt;
+  }
+  Selection corrected = selection;
+  corrected.corrections.files.push_back(table);
+  return "kivsys " + command + selectionArguments(corrected);
 }
 
 }  // namespace kiv

@@ -10,11 +10,6 @@
 
 namespace kiv {
 
-/// A name as an argument that the system's shell passes on unchanged; one that begins with a hyphen is no option then.
-std::string asArgument(const std::string& name);
-/// The arguments that select the same pages again, a blank before each.
-std::string selectedArguments(const Selection& selection);
-
 /// The command line that helps after an analysis with a page that is damaged. It has been printed with the message
 /// about that page, if messages are printed. Names are quoted as the system's shell needs it.
 std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileNamer& nameOf);
@@ -23,5 +18,22 @@ std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileName
 /// every cue that the analysis calls undefined refers to an instrument of its system after all.
 std::optional<std::string> stepForGroup(const RunOutcome& outcome, const std::optional<Layouts>& layouts,
                                         const Selection& selection);
+
+/// The command line that reads the selected pages with the corrections of a table as well, as it was typed. None when
+/// the pages or their corrections came from standard input, or the table went to standard output.
+std::optional<std::string> nextWithCorrections(const std::string& command, const Selection& selection,
+                                               const std::string& table);
+
+/// Whether another run can read the same: what came from standard input cannot be read twice.
+bool canRepeat(const Selection& selection);
+
+/// The pages of a selection as arguments of a command line, each after a blank. Names are quoted.
+std::string selectionArguments(const Selection& selection);
+
+/// The argument as a shell passes it on unchanged.
+std::string quotedForShell(const std::string& argument);
+
+/// A name as an argument that the system's shell passes on unchanged; one that begins with a hyphen is no option then.
+std::string asArgument(const std::string& name);
 
 }  // namespace kiv

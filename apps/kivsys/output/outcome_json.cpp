@@ -68,10 +68,24 @@ Json jsonOf(const RunOutcome& outcome) {
   if (!outcome.paths.empty()) {
     object["paths"] = pathsJson(outcome.paths);
   }
+  if (outcome.corrections != nullptr && !outcome.corrections->tables.empty()) {
+    object["corrected_by"] = jsonOf(*outcome.corrections);
+  }
   if (outcome.verifies) {
     object["verified"] = outcome.verification ? toJson(*outcome.verification) : Json();
   }
   return object;
+}
+
+Json jsonOf(const PageCorrections& corrections) {
+  Json tables = Json::array();
+  for (const CorrectionTable& table : corrections.tables) {
+    tables.push_back({{"file", NativeSystem::toUtf8(table.name)},
+                      {"path", table.path.empty() ? Json() : Json(NativeSystem::toUtf8(table.path))},
+                      {"sha256", table.sha256},
+                      {"count", table.count}});
+  }
+  return {{"tables", tables}, {"ids", corrections.ids}, {"pages", corrections.pages.size()}};
 }
 
 Json pathsJson(const std::vector<FoundFile>& files) {

@@ -23,6 +23,9 @@ Json jsonOf(const std::vector<ShownMessage>& messages);
 /// The outcome as an object, without the schema's version.
 Json jsonOf(const RunOutcome& outcome);
 
+/// The tables of corrections with which the pages were read, and how much they change.
+Json jsonOf(const PageCorrections& corrections);
+
 /// Names of the core with the paths of their files.
 Json pathsJson(const std::vector<FoundFile>& files);
 

@@ -47,11 +47,12 @@ std::string reasonOf(const proof::Verification& verification) {
 
 std::string stepForProof(const proof::Verification& verification, const TypedProof& typed) {
   const std::string page = damagedPage(verification, typed.pages);
-  const bool isRepeatable = typed.selection.names != "-";
   std::string next = page.empty() ? "" : "kivsys recover " + asArgument(typed.nameOf(page));
-  if (next.empty() && isRepeatable) {
-    next = "kivsys convert" + selectedArguments(typed.selection) +
-           (typed.result.empty() ? "" : " --result " + asArgument(typed.result)) + " --verify";
+  if (next.empty() && canRepeat(typed.selection)) {
+    next = "kivsys convert" + selectionArguments(typed.selection) +
+           (typed.selection.layout.empty() ? "" : " --layout " + asArgument(typed.selection.layout)) +
+           (typed.fit ? " --fit" : "") + (typed.result.empty() ? "" : " --result " + asArgument(typed.result)) +
+           " --verify";
   }
   return "kivsys: not proved: " + reasonOf(verification) + "\n" +
          (next.empty() ? "" : "Next: " + printable(next) + "\n");

@@ -13,6 +13,7 @@ namespace kiv {
 struct TypedProof {
   const Selection& selection;
   const std::string& result;            ///< the first result file; "" for the default one
+  bool fit = false;                     ///< of a conversion whose rest staves fit the music
   const std::vector<FoundFile>& pages;  ///< the inputs
   const FileNamer& nameOf;              ///< the names by which users know files
 };

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "apps/kivsys/output/number_ranges.h"
 #include "base/number.h"
+#include "diagnostics/number_ranges.h"
 #include "diagnostics/planned_results.h"
 
 namespace kiv {

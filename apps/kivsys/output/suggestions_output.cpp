@@ -104,13 +104,17 @@ std::string SelectedNames::of(const std::string& coreName) const {
   return name == names_.end() ? withoutPath(system_, coreName) : name->second;
 }
 
+std::string correctionLine(const Correction& correction, const std::string& name) {
+  Row row = placeCells(correction.at, cellText(NativeSystem::toUtf8(name)));
+  row.insert(row.end(), {std::to_string(correction.newId), nameOf(correction.confidence),
+                         cellText(NativeSystem::toUtf8(correction.reason))});
+  return csvLine(row);
+}
+
 std::string correctionsCsv(const Suggestions& suggestions, const SelectedNames& names) {
   std::string text = std::string(correctionHeads) + "\n";
   for (const Correction& correction : suggestions.corrections) {
-    Row row = placeCells(correction.at, cellText(NativeSystem::toUtf8(names.of(correction.at.file))));
-    row.insert(row.end(), {std::to_string(correction.newId), nameOf(correction.confidence),
-                           cellText(NativeSystem::toUtf8(correction.reason))});
-    text += csvLine(row);
+    text += correctionLine(correction, names.of(correction.at.file));
   }
   return text;
 }

@@ -25,6 +25,9 @@ class SelectedNames {
 /// The heads of the columns of corrections.
 inline constexpr const char* correctionHeads = "file,system,staff,item,what,problem,old_id,new_id,confidence,reason";
 
+/// The line of a correction in comma-separated values in UTF-8, with its end; the name is that of the page file.
+std::string correctionLine(const Correction& correction, const std::string& name);
+
 /// The corrections as comma-separated values in UTF-8, with a line of heads.
 std::string correctionsCsv(const Suggestions& suggestions, const SelectedNames& names);
 

@@ -5,10 +5,10 @@
 #include <cstdint>
 
 #include "apps/kivsys/output/csv.h"
-#include "apps/kivsys/output/number_ranges.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/piece_json.h"
 #include "apps/kivsys/output/text_table.h"
+#include "diagnostics/number_ranges.h"
 #include "platform/console/printable.h"
 
 namespace kiv {

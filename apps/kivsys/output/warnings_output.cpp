@@ -19,7 +19,8 @@ std::string lineOf(const Message& warning, const FileNamer& nameOf) {
   }
   line += "warning: " + warning.text;
   if (location.system) {
-    line += " (system " + std::to_string(*location.system) + ")";
+    const std::string bar = location.bar ? ", bar " + std::to_string(*location.bar) : "";
+    line += " (system " + std::to_string(*location.system) + bar + ")";
   }
   return "kivsys: " + printable(line) + "\n";
 }

@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "mus/page_walker.h"
+#include "report_page/report_page.h"
 
 namespace kiv {
 namespace {
@@ -35,8 +36,12 @@ bool isManifestLine(std::string_view line) {
   return line.size() > digits + 2 && isDigest(line.substr(0, digits)) && line.substr(digits, 2) == "  ";
 }
 
-/// All lines of the content, of which there is one at least, are those of a manifest.
+/// All lines of the content, of which there is one at least, are those of a manifest, after comments on tables.
 bool isManifest(std::string_view content) {
+  while ((content.starts_with("# corrections: ") || content.starts_with("# layout: ")) &&
+         content.find('\n') != std::string_view::npos) {
+    content.remove_prefix(content.find('\n') + 1);
+  }
   bool isAny = false;
   for (std::size_t end = content.find('\n'); end != std::string_view::npos; end = content.find('\n')) {
     if (!isManifestLine(content.substr(0, end))) {
@@ -67,6 +72,8 @@ bool isOfKind(std::string_view content, OutputKind kind) {
       return isPage(content);
     case OutputKind::corrections:
       return isCorrections(content);
+    case OutputKind::htmlReport:
+      return content.starts_with(report::pageStart);
   }
   return false;
 }

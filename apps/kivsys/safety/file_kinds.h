@@ -5,7 +5,7 @@
 namespace kiv {
 
 /// What a command writes into a file that the user names.
-enum class OutputKind { drawing, manifest, page, corrections };
+enum class OutputKind { drawing, manifest, page, corrections, htmlReport };
 
 /// Whether a file of that kind begins like this.
 bool isOfKind(std::string_view content, OutputKind kind);

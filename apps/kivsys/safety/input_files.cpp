@@ -13,6 +13,9 @@ InputFiles::InputFiles(const SelectedPages& pages) {
   if (!pages.listPath.empty()) {
     add(pages.listPath);
   }
+  for (const std::string& table : pages.tables) {
+    add(table);
+  }
 }
 
 void InputFiles::add(const std::string& path) {

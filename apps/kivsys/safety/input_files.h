@@ -15,7 +15,7 @@ namespace kiv {
 class InputFiles {
  public:
   InputFiles() = default;
-  /// The pages of a selection and their list.
+  /// The pages of a selection, their list and their tables.
   explicit InputFiles(const SelectedPages& pages);
 
   /// Adds a file by its path on the disk, if it is there.

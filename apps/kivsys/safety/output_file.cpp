@@ -21,6 +21,8 @@ std::string wordsFor(OutputKind kind) {
       return "a page";
     case OutputKind::corrections:
       return "a table of corrections";
+    case OutputKind::htmlReport:
+      return "a report of kivsys";
   }
   return "";
 }

@@ -11,6 +11,7 @@ namespace kiv {
 struct SelectedPages {
   std::string namesFile;             ///< the name of their list, in messages of the run
   std::string listPath;              ///< the list's file on the disk; "" when there is none
+  std::vector<std::string> tables;   ///< of corrections and of instruments, on the disk
   std::string names;                 ///< the names file that the run loads
   std::vector<FoundFile> pages;      ///< those that can be read, in their order
   std::vector<FoundFile> badPages;   ///< those that are left to the command, by their names as they were typed

@@ -4,7 +4,9 @@
 #include <array>
 #include <string_view>
 
+#include "apps/kivsys/corrections/correct_on_reading.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/layout/layout_table.h"
 #include "apps/kivsys/safety/made_folder.h"
 #include "apps/kivsys/selection/panel_selection.h"
 #include "input/file_names.h"
@@ -80,25 +82,50 @@ std::string reorderingNote(Machine& machine, const SelectedPages& pages) {
   return "kivsys: note: the pages are taken in natural order: " + printable(names) + "; --keep-order keeps theirs\n";
 }
 
-int runGuarded(ConsoleHost& console, const Selection& selection, const SelectionUse& use,
-               const std::function<int(const std::string& namesFile)>& run) {
-  ConsoleSystem& system = console.system();
-  const PageSearch search{folderOfRun(system, selection), selection.keepOrder, use.skipsBadPages};
-  const SelectedPages pages = selection.names.empty() ? findTypedPages(system, selection.pages, search)
-                                                      : findListedPages(system, selection.names, search);
-  system.bindPages(pages.pages);
-  system.showAs(pages.badPages);
-  system.protectFile(pages.listPath);
-  system.serveNamesFile(pages.namesFile, pages.names);
-  if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {
-    return refuse(reasons);
+/// Adds the tables of the selection to its files, and lets the pages be read with its corrections. Returns why they
+/// cannot be.
+std::vector<std::string> refusalsOfTables(ConsoleSystem& system, const Selection& selection, const SelectionUse& use,
+                                          SelectedPages& pages) {
+  if (const std::string layout = pathOfLayout(system, selection.layout); !layout.empty()) {
+    pages.tables.push_back(layout);
+    system.protectFile(layout);
   }
+  if (selection.corrections.files.empty() || !pages.errors.empty()) {
+    return {};
+  }
+  return correctOnReading(system, pages, selection.corrections,
+                          use.skipsBadPages ? CorrectedBadPages::skipped : CorrectedBadPages::refused);
+}
+
+void printSelectionNotes(ConsoleHost& console, const SelectedPages& pages) {
   for (const std::string& page : pages.leftOut) {
     console.user().printNotes("kivsys: note: " + printable(page) + " is left out, as the damaged page is there, too\n");
   }
   if (pages.isReordered) {
-    console.user().printNotes(reorderingNote(system, pages));
+    console.user().printNotes(reorderingNote(console.system(), pages));
   }
+  if (const PageCorrections& corrections = console.system().corrections(); !corrections.tables.empty()) {
+    console.user().printNotes(correctionNote(corrections));
+  }
+}
+
+int runGuarded(ConsoleHost& console, const Selection& selection, const SelectionUse& use,
+               const std::function<int(const std::string& namesFile)>& run) {
+  ConsoleSystem& system = console.system();
+  const PageSearch search{folderOfRun(system, selection), selection.keepOrder, use.skipsBadPages};
+  SelectedPages pages = selection.names.empty() ? findTypedPages(system, selection.pages, search)
+                                                : findListedPages(system, selection.names, search);
+  system.bindPages(pages.pages);
+  system.showAs(pages.badPages);
+  system.protectFile(pages.listPath);
+  system.serveNamesFile(pages.namesFile, pages.names);
+  if (const auto reasons = refusalsOfTables(system, selection, use, pages); !reasons.empty()) {
+    return refuse(reasons);
+  }
+  if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {
+    return refuse(reasons);
+  }
+  printSelectionNotes(console, pages);
   if (const int status = prepareFolders(console, selection, use, pages); status != exit_status::normal) {
     return status;
   }

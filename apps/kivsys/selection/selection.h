@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "apps/kivsys/corrections/correction_tables.h"
 #include "apps/kivsys/selection/selected_pages.h"
 #include "platform/console/console_host.h"
 
@@ -21,6 +22,8 @@ struct Selection {
   std::string folder;              ///< the run's current folder; "" is the one the program was started in
   std::string names;               ///< the names file, "-" for standard input; "" when pages are given
   std::vector<std::string> pages;  ///< the page files; empty when a names file is given
+  TableOptions corrections;        ///< with which the pages are read
+  std::string layout;              ///< a table of instruments; "" for none
   bool likePanel = false;          ///< the panel's procedures, without a guard and without warnings
   bool keepOrder = false;          ///< of the page files, which are put into natural order otherwise
   bool quiet = false;              ///< no notes, warnings and progress

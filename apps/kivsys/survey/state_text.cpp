@@ -69,6 +69,16 @@ bool isPossible(const StateEntry& entry) {
          findings.instruments.value_or(0) <= mostNumbers && (entry.digest.empty() || isDigest(entry.digest));
 }
 
+/// A map that can be one; else an empty one.
+SmallMap mapIn(const Json& value) {
+  const auto rows = value.get<std::vector<std::string>>();
+  const bool isMap = rows.size() <= mostMapRows && std::all_of(rows.begin(), rows.end(), [&](const std::string& row) {
+                       return row.size() <= mostMapColumns && row.size() == rows.front().size() &&
+                              row.find_first_not_of("012") == std::string::npos;
+                     });
+  return isMap ? rows : SmallMap();
+}
+
 void addEntry(std::string_view line, std::map<std::string, StateEntry>& entries) {
   try {
     const Json object = Json::parse(line);
@@ -76,6 +86,7 @@ void addEntry(std::string_view line, std::map<std::string, StateEntry>& entries)
                      object.contains("sha256") ? object.at("sha256").get<std::string>() : std::string(),
                      findingsIn(object)};
     entry.findings.files = entry.stamps.size();
+    entry.findings.map = object.contains("map") ? mapIn(object.at("map")) : SmallMap();
     if (isPossible(entry)) {
       entries[object.at("key").get<std::string>()] = entry;
     }
@@ -126,6 +137,9 @@ std::string stateLine(const LibraryPiece& piece, const PieceFindings& findings) 
         {{"name", stateName(NativeSystem::toUtf8(stamp.name))}, {"bytes", stamp.bytes}, {"changed", stamp.changed}});
   }
   object["files"] = files;
+  if (!findings.map.empty()) {
+    object["map"] = findings.map;
+  }
   if (!piece.digest.empty()) {
     object["sha256"] = piece.digest;
   }

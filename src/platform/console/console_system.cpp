@@ -89,10 +89,16 @@ std::unique_ptr<InputFile> ConsoleSystem::openInput(const std::string& name) {
     return std::make_unique<MemoryInput>(names_);
   }
   const auto page = paths_.find(name);
-  if (page != paths_.end() && !stamps_.isSame(page->second)) {
+  if (page == paths_.end()) {
+    return GuardedSystem::openInput(inBoundFolder(name));
+  }
+  if (!stamps_.isSame(page->second)) {
     endProgram(messages::fileChanged(name));
   }
-  return GuardedSystem::openInput(page == paths_.end() ? inBoundFolder(name) : coreName(page->second));
+  auto file = GuardedSystem::openInput(coreName(page->second));
+  const auto corrected = corrections_.pages.find(name);
+  return file && corrected != corrections_.pages.end() ? openCorrected(std::move(file), corrected->second, name)
+                                                       : std::move(file);
 }
 
 /// Whether a file may be written here; a line on standard error when not.

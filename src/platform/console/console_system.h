@@ -5,10 +5,12 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/console/change_journal.h"
 #include "platform/console/guarded_system.h"
+#include "platform/console/page_corrections.h"
 #include "platform/console/write_guard.h"
 
 namespace kiv {
@@ -36,6 +38,9 @@ class ConsoleSystem : public GuardedSystem {
   /// From now on, these names stand for these files, in whatever case they are written. They are protected, and a run
   /// that reads one of them again after another program has changed it ends.
   void bindPages(const std::vector<FoundFile>& pages);
+  /// From now on, bound pages are read with these corrections.
+  void correctPages(PageCorrections corrections) { corrections_ = std::move(corrections); }
+  const PageCorrections& corrections() const { return corrections_; }
   /// From now on, the folder of the first bound page is the one of its file when new files are named there, too.
   void bindFolder();
 
@@ -89,6 +94,7 @@ class ConsoleSystem : public GuardedSystem {
   std::string pageFolder_;                      // the real one
   WriteGuard guard_;
   PageStamps stamps_;
+  PageCorrections corrections_;
   ChangeJournal* journal_ = nullptr;
   std::string writeFailure_;
   std::vector<std::string> replacedFiles_;

@@ -88,7 +88,8 @@ TEST_F(Limits, TooLittleMemoryIsSaid) {
       break;
     }
     EXPECT_EQ(status, 1) << kilobytes;
-    EXPECT_EQ(place.files().at("error"), "kivsys: out of memory\n") << kilobytes;
+    EXPECT_TRUE(place.files().at("error").ends_with("kivsys: out of memory\n"))
+        << kilobytes << place.files().at("error");
     expectNoStrays();
     ++said;
   }
@@ -102,7 +103,7 @@ TEST_F(Limits, AFileThatGrowsBeyondItsLimitIsAMessageAndNoSignal) {
   }
   place.write("m/X001.MUS", place.page(duo + notes));
   EXPECT_EQ(run("-f 2"), 1);
-  EXPECT_TRUE(place.files().at("error").ends_with("critical: Open of output MUS file failed. Hit OK to terminate.\n"))
+  EXPECT_TRUE(place.files().at("error").ends_with("/WORK0001.MUS: Open of output MUS file failed\n"))
       << place.files().at("error");
   expectNoStrays();
 }

@@ -70,7 +70,8 @@ std::ptrdiff_t Failure::timesOpened(const std::string& name) const {
 }
 
 bool Failure::explains() const {
-  return !converts_ && timesOpened("KivSystem2.TXT") > 1;
+  return !converts_ && std::none_of(calls_.begin() + static_cast<std::ptrdiff_t>(at_), calls_.end(),
+                                    [](const Call& later) { return baseOf(later.file).starts_with("KivSystem"); });
 }
 
 std::string Failure::namesFile() const {

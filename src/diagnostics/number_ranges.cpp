@@ -1,4 +1,4 @@
-#include "apps/kivsys/output/number_ranges.h"
+#include "diagnostics/number_ranges.h"
 
 namespace kiv {
 

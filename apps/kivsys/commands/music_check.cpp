@@ -1,0 +1,83 @@
+#include "apps/kivsys/commands/music_check.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+
+#include "music/music_warnings.h"
+#include "platform/memory/overlay_files.h"
+#include "platform/memory/silent_user.h"
+#include "shell/analysis_run.h"
+#include "shell/conversion_run.h"
+#include "shell/start_up.h"
+#include "verify/result_names.h"
+
+namespace kiv {
+namespace {
+
+bool qualifies(const KivSystem& program) {
+  return program.systems.isConsistent() && program.pages.multifileCount == 0;
+}
+
+}  // namespace
+
+std::vector<Message> findMusicWarnings(Files& files, Machine& machine, const std::string& firstResultFile,
+                                       GroupFacts& group) {
+  const std::vector<SystemFact>& systems = group.systems();
+  const auto names = proof::resultNames(machine, firstResultFile, systems.size());
+  std::vector<CheckedResult> results;
+  for (std::size_t i = 0; names && i < systems.size(); ++i) {
+    CheckedResult& result = results.emplace_back();
+    result.file = (*names)[i];
+    for (const StaffFact& staff : systems[i].staves) {
+      result.playing.insert(staff.instrument);
+    }
+  }
+  return kiv::findMusicWarnings(files, results);
+}
+
+std::vector<Message> tryForMusicWarnings(ConsoleSystem& system, const std::string& namesFile,
+                                         const TriedConversion& conversion) {
+  OverlayFiles files(system, system);
+  SilentUser user;
+  NoPrograms programs;
+  KivSystem program({files, user, programs, system});
+  GroupFacts group({});
+  std::string result = conversion.firstResultFile;
+  bool isConverted = false;
+  const auto run = [&] {
+    analyze(program, namesFile, conversion.allowZeroId, &group);
+    result = result.empty() ? firstResultFile(system, program.names) : result;
+    if (conversion.force || !qualifies(program)) {
+      convertGroup(program, {result, true, false, ReadBack::no, conversion.restStaves, conversion.required});
+      isConverted = true;
+    }
+  };
+  const bool normalEnd = !exitCodeOf(user, run);
+  return normalEnd && isConverted ? findMusicWarnings(files, system, result, group) : std::vector<Message>();
+}
+
+void addMusicWarnings(ConsoleUser& user, Files& files, const std::vector<Message>& messages, bool withProblems,
+                      Warnings& warnings) {
+  constexpr std::size_t mostShown = 40;
+  Warnings shown{messages, {}};
+  shown.messages.resize(std::min(messages.size(), mostShown));
+  user.printNotes(asText(shown, [&](const std::string& name) { return user.nameOf(name); }));
+  if (messages.size() > mostShown) {
+    user.printNotes("kivsys: warning: there are " + std::to_string(messages.size() - mostShown) +
+                    " more warnings about rest staves, which --json lists\n");
+  }
+  const bool isAboutRestStaves = std::any_of(messages.begin(), messages.end(), [](const Message& message) {
+    return message.code != code::stavesDisagree && message.code != code::noTimeSignature;
+  });
+  if (isAboutRestStaves) {
+    user.printNotes("kivsys: note: convert --fit makes rest staves, braces and brackets that fit the music\n");
+  }
+  for (Problem problem : withProblems ? findProblems(files, messages) : std::vector<Problem>()) {
+    problem.message += warnings.messages.size();
+    warnings.problems.push_back(problem);
+  }
+  std::copy(messages.begin(), messages.end(), std::back_inserter(warnings.messages));
+}
+
+}  // namespace kiv

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "apps/kivsys/output/warnings_output.h"
+#include "conversion/fitted_staves.h"
+#include "conversion/required_instrument.h"
+#include "diagnostics/group_facts.h"
+#include "messages/message.h"
+#include "platform/console/console_host.h"
+
+namespace kiv {
+
+/// What is wrong with the results of a conversion as music. The facts have observed its analysis; the results are named
+/// by the first one, a full name.
+std::vector<Message> findMusicWarnings(Files& files, Machine& machine, const std::string& firstResultFile,
+                                       GroupFacts& group);
+
+/// A conversion that is tried in memory.
+struct TriedConversion {
+  std::string firstResultFile;  ///< a full name; "" puts the results beside the first page
+  bool allowZeroId = false;
+  bool force = false;  ///< pages are converted that can be used as they are
+  RestStaves restStaves = RestStaves::asKnownSoFar;
+  std::vector<RequiredInstrument> required = {};  ///< instruments that every result has
+};
+
+/// The same of the results that a conversion of the names file would have; none of one that does not end normally.
+std::vector<Message> tryForMusicWarnings(ConsoleSystem& system, const std::string& namesFile,
+                                         const TriedConversion& conversion);
+
+/// Shows them to the user, of very many the first ones, and adds them to the others. The problems are filled in on
+/// request.
+void addMusicWarnings(ConsoleUser& user, Files& files, const std::vector<Message>& messages, bool withProblems,
+                      Warnings& warnings);
+
+}  // namespace kiv

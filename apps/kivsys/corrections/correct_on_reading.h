@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "apps/kivsys/corrections/correction_tables.h"
+#include "apps/kivsys/selection/selected_pages.h"
+
+namespace kiv {
+
+/// What a run does with pages that cannot be used.
+enum class CorrectedBadPages {
+  refused,
+  skipped,  ///< with their corrections
+};
+
+/// Lets the system read the selected pages with the corrections of these tables; no page is changed. Adds the tables to
+/// the inputs of the run. Returns why not, a line for each correction that does not fit its page; then the pages are
+/// read as they are.
+std::vector<std::string> correctOnReading(ConsoleSystem& system, SelectedPages& pages, const TableOptions& options,
+                                          CorrectedBadPages badPages);
+
+/// The line that says what is corrected.
+std::string correctionNote(const PageCorrections& corrections);
+
+}  // namespace kiv

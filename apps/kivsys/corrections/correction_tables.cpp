@@ -1,0 +1,82 @@
+#include "apps/kivsys/corrections/correction_tables.h"
+
+#include <optional>
+#include <utility>
+
+#include "apps/kivsys/selection/named_input.h"
+#include "base/sha256.h"
+#include "input/file_names.h"
+#include "platform/bounded_file.h"
+#include "platform/console/standard_input.h"
+#include "platform/native_file.h"
+#include "repair/corrections.h"
+
+namespace kiv {
+namespace {
+
+/// Many times what a table for the largest group has.
+constexpr std::size_t mostBytes = 64 * most_bytes::mebibyte;
+
+/// How much a confidence counts; a row without one was written by somebody who knows.
+int rankOf(const std::string& confidence) {
+  if (confidence == "guess") {
+    return 0;
+  }
+  return confidence == "likely" ? 1 : 2;
+}
+
+std::optional<std::string> textOf(NativeSystem& system, const std::string& file, IdRequests& requests) {
+  const bool isInput = file == standardInput;
+  BoundedContent content =
+      isInput ? readStandardInput(mostBytes) : readBounded(system, NativeSystem::coreName(file), mostBytes);
+  if (content.isTooLarge) {
+    requests.errors.push_back(file + " " + tooLarge(mostBytes, "a table of corrections"));
+  } else if (!content.bytes) {
+    const auto reason = isInput ? std::nullopt : readFailure(pathOfTable(system, file));
+    requests.errors.push_back("cannot read " + file + ": " + reason.value_or("I/O error"));
+  }
+  return std::move(content.bytes);
+}
+
+void addTable(NativeSystem& system, const std::string& file, const std::string& only, IdRequests& requests) {
+  const auto text = textOf(system, file, requests);
+  if (!text) {
+    return;
+  }
+  const repair::Corrections table = repair::readCorrections(*text);
+  for (const repair::CorrectionError& error : table.errors) {
+    requests.errors.push_back(file + ":" + std::to_string(error.line) + ": " + NativeSystem::fromUtf8(error.reason));
+  }
+  requests.undecided += table.undecided;
+  const std::size_t before = requests.requests.size();
+  for (const repair::Correction& row : table.rows) {
+    if (!only.empty() && rankOf(row.confidence) < rankOf(only)) {
+      ++requests.leftOut;
+      continue;
+    }
+    const std::string page = nameOfPage(system, NativeSystem::fromUtf8(row.file));
+    requests.requests.push_back(
+        {file + ":" + std::to_string(row.line), page, row.isCue, row.staff, row.item, row.oldId, row.newId});
+  }
+  requests.tables.push_back({file, pathOfTable(system, file), sha256(*text), requests.requests.size() - before});
+}
+
+}  // namespace
+
+IdRequests readTables(NativeSystem& system, const TableOptions& options) {
+  IdRequests requests;
+  for (const std::string& file : options.files) {
+    addTable(system, file, options.only, requests);
+  }
+  return requests;
+}
+
+std::string pathOfTable(NativeSystem& system, const std::string& file) {
+  return file == standardInput ? "" : system.diskName(system.fullName(file));
+}
+
+std::string nameOfPage(NativeSystem& system, const std::string& file) {
+  return system.upperCase(withoutPath(system, NativeSystem::coreName(file)));
+}
+
+}  // namespace kiv

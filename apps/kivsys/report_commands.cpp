@@ -1,0 +1,54 @@
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "apps/kivsys/command_definitions.h"
+
+namespace kiv {
+namespace {
+
+/// What is wrong with a command line; "" when nothing is.
+std::string problemOf(const ReportOptions& options) {
+  if (options.selection.names.empty() && options.selection.pages.empty()) {
+    return "name page files, or a names file with --names";
+  }
+  if (options.out.empty() && !options.open) {
+    return "name a file with -o, or say --open";
+  }
+  return options.open && options.out == "-" ? "a report on standard output cannot be opened" : "";
+}
+
+}  // namespace
+
+void addReport(CLI::App& app, ReportOptions& options, int& status) {
+  CLI::App* report = app.add_subcommand("report", "Write one HTML page about a group, to look at, send and print");
+  addPages(*report, options.selection, "Look for the names file in this folder, too");
+  report->add_option("-o,--out,--output", options.out, "HTML file to write; - is standard output")
+      ->type_name("FILE.html");
+  report->add_option("--result", options.result, "First result of a conversion, to show systems before and after it")
+      ->type_name("FILE");
+  report
+      ->add_option("--corrections", options.corrections,
+                   "Show these corrections instead of proposals, as suggest -o "
+                   "writes them")
+      ->type_name("FILE.csv");
+  report->add_flag("--all", options.all, "Show pictures of all systems, not only of those that differ");
+  report->add_flag("--open", options.open,
+                   "Open the report in the browser; without -o it is written into the folder for temporary files");
+  report->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
+  report->add_flag("--strict", options.strict, "End with status 3 if there is a warning or a problem");
+  report->footer(
+      "Analyzes the pages as analyze does, and writes no file but the report, which needs no network. Pages that\n"
+      "cannot be read are left out and listed. Ends with status 0; with 1 when a page was left out or a file cannot\n"
+      "be written or opened; with 2 on wrong usage.\n\nExamples:\n"
+      "  kivsys report PIECE*.MUS -o report.html\n  kivsys report PIECE*.MUS --open\n"
+      "  kivsys report PIECE*.MUS --result out/WORK0001.MUS -o report.html");
+  report->callback([&options, &status] {
+    if (const std::string problem = problemOf(options); !problem.empty()) {
+      throw CLI::ValidationError("report", problem);
+    }
+    status = runReport(options);
+  });
+}
+
+}  // namespace kiv

@@ -1,0 +1,183 @@
+#include "apps/kivsys/survey/survey_reports.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "apps/kivsys/output/made_by.h"
+#include "apps/kivsys/output/next_step.h"
+#include "apps/kivsys/output/suggestions_output.h"
+#include "apps/kivsys/safety/made_folder.h"
+#include "apps/kivsys/safety/output_file.h"
+#include "base/sha256.h"
+#include "input/file_names.h"
+#include "platform/console/printable.h"
+#include "platform/memory/overlay_files.h"
+#include "platform/memory/silent_user.h"
+#include "report_page/gather_report.h"
+#include "report_page/report_page.h"
+#include "report_page/survey_page.h"
+
+namespace kiv {
+namespace {
+
+std::string shown(const std::string& text) {
+  return NativeSystem::toUtf8(printable(text));
+}
+
+/// The pages as the arguments of a command line, each after a blank.
+std::string argumentsOf(NativeSystem& system, const LibraryPiece& piece) {
+  constexpr std::size_t mostNamed = 4;
+  if (piece.pages.size() > mostNamed) {
+    return " " + asArgument(piece.path);
+  }
+  std::string arguments;
+  for (const std::string& page : piece.pages) {
+    arguments += " " + asArgument(system.diskName(page));
+  }
+  return arguments;
+}
+
+/// Analyzes a piece again, without the pages that cannot be read.
+report::GatheredReport gatherPiece(NativeSystem& system, const LibraryPiece& piece) {
+  OverlayFiles files(system, system);
+  SilentUser user;
+  NoPrograms programs;
+  std::string lines;
+  for (const std::string& page : piece.pages) {
+    files.addAlias(page);
+    lines += page + " 1\r\n";
+  }
+  files.addFile("\\names of a piece", lines);
+  const PageValidation validation = validatePages({files, user, programs, system}, "\\names of a piece");
+  files.addFile("\\good pages of a piece", validation.names);
+  report::ReportRequest request;
+  request.namesFile = validation.pages == 0 ? "" : "\\good pages of a piece";
+  request.arguments = shown(argumentsOf(system, piece));
+  request.argumentOf = [&](const std::string& file) { return shown(asArgument(system.diskName(file))); };
+  request.skipped = validation.skipped;
+  const report::ReportHost host{files, system, user, shown,
+                                [&](const std::string& file) { return shown(withoutPath(system, file)); }};
+  const report::CsvWriter csv{std::string(correctionHeads) + "\n", [&](const Correction& correction) {
+                                return correctionLine(correction, withoutPath(system, correction.at.file));
+                              }};
+  return report::gatherReport(host, request, csv);
+}
+
+report::PieceVerdict verdictOf(const PieceFindings& findings) {
+  if (!findings.badPages.empty() || !findings.systems) {
+    return report::PieceVerdict::unreadable;
+  }
+  if (!findings.problems.empty()) {
+    return report::PieceVerdict::hasProblems;
+  }
+  const bool isUsable = findings.consistent.value_or(false) && !findings.multifile.value_or(true);
+  return isUsable ? report::PieceVerdict::usable : report::PieceVerdict::needsConversion;
+}
+
+}  // namespace
+
+/// The name stays the same from survey to survey, and differs from piece to piece.
+std::string SurveyReports::fileOf(const LibraryPiece& piece) const {
+  constexpr std::size_t digits = 10;
+  std::string name;
+  for (const char c : piece.prefix) {
+    const bool isPlain = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+    name += isPlain ? c : '_';
+  }
+  constexpr std::size_t longest = 60;
+  const std::string file = name.substr(0, longest) + "-" + sha256(piece.key()).substr(0, digits) + ".html";
+  return (std::filesystem::path(folder_) / file).string();
+}
+
+std::string SurveyReports::linkOf(const LibraryPiece& piece) const {
+  if (folder_.empty()) {
+    return "";
+  }
+  const auto base = std::filesystem::absolute(page_).parent_path().lexically_normal();
+  const auto file = std::filesystem::absolute(fileOf(piece)).lexically_normal();
+  return report::encodedLink(NativeSystem::toUtf8(file.lexically_relative(base).generic_string()));
+}
+
+std::vector<std::string> SurveyReports::refusals(const Library& library) {
+  if (page_.empty()) {
+    return {};
+  }
+  InputFiles inputs;
+  for (const LibraryPiece& piece : library.pieces) {
+    for (const std::string& page : piece.pages) {
+      inputs.add(system_.diskName(page));
+    }
+  }
+  std::vector<std::string> outputs{page_};
+  if (!folder_.empty()) {
+    if (const auto reason = PlannedFolder(system_, folder_, folder_).refusal()) {
+      return {*reason};
+    }
+    for (const LibraryPiece& piece : library.pieces) {
+      outputs.push_back(fileOf(piece));
+    }
+  }
+  std::vector<std::string> reasons;
+  for (const std::string& output : outputs) {
+    const auto more = refusalsOfOutput(system_, {"report", system_.fullName(output), OutputKind::htmlReport}, inputs);
+    reasons.insert(reasons.end(), more.begin(), more.end());
+  }
+  return reasons;
+}
+
+std::optional<std::string> SurveyReports::prepare() {
+  if (folder_.empty()) {
+    return std::nullopt;
+  }
+  const PlannedFolder folder(system_, folder_, folder_);
+  return folder.isMissing() ? folder.make(nullptr) : std::nullopt;
+}
+
+bool SurveyReports::needsReport(const LibraryPiece& piece, bool isNew) const {
+  return !folder_.empty() && (isNew || kindOf(fileOf(piece)) != PathKind::file);
+}
+
+std::optional<std::string> SurveyReports::write(NativeSystem& system, const LibraryPiece& piece) const {
+  report::GatheredReport gathered = gatherPiece(system, piece);
+  if (gathered.ended) {
+    return "no report of " + piece.folder + ", " + piece.prefix + ": the analysis ended";
+  }
+  gathered.data.made = madeBy(system);
+  const std::string file = fileOf(piece);
+  const auto failure = system.replaceFile(system.fullName(file), report::reportPage(gathered.data));
+  return failure ? std::optional("cannot write " + file + ": " + *failure) : std::nullopt;
+}
+
+std::optional<std::string> SurveyReports::writePage(const std::vector<LibraryPiece>& pieces,
+                                                    const std::vector<std::optional<PieceFindings>>& findings,
+                                                    const std::vector<std::string>& folders) {
+  report::SurveyData data;
+  for (const std::string& folder : folders) {
+    data.title += (data.title.empty() ? "" : ", ") + shown(folder);
+  }
+  data.made = madeBy(system_);
+  for (std::size_t p = 0; p < pieces.size(); ++p) {
+    if (!findings[p]) {
+      data.interrupted = true;
+      continue;
+    }
+    report::SurveyRow row{shown(pieces[p].folder),
+                          shown(pieces[p].prefix),
+                          findings[p]->pages,
+                          findings[p]->systems,
+                          findings[p]->instruments,
+                          verdictOf(*findings[p]),
+                          {},
+                          findings[p]->map,
+                          ""};
+    for (const std::string& problem : findings[p]->problems) {
+      row.problems.push_back(printableUtf8(problem));
+    }
+    row.link = !folder_.empty() && kindOf(fileOf(pieces[p])) == PathKind::file ? linkOf(pieces[p]) : "";
+    data.rows.push_back(std::move(row));
+  }
+  const auto failure = writeOutput(system_, system_.fullName(page_), report::surveyPage(data));
+  return failure ? std::optional("cannot write " + page_ + ": " + *failure) : std::nullopt;
+}
+
+}  // namespace kiv

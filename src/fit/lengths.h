@@ -1,0 +1,27 @@
+#pragma once
+
+#include <vector>
+
+namespace kiv::fit {
+
+// Lengths are in quarter notes.
+
+/// The shortest length that counts; lengths and moments that differ by less are the same. Half of a 128th note.
+constexpr double tolerance = 1.0 / 64;
+
+bool isSame(double one, double other);
+
+/// The length that notes have nearest to a sum of durations: thirds and fifths of a beat are rounded in page files.
+double asWritten(double length);
+
+/// The length that staves of one bar come to.
+struct AgreedLength {
+  double length = 0;
+  bool isUnanimous = true;
+};
+
+/// The length in force, if one of the staves has it; else the one that most of them have, the longer one of equally
+/// many. There is at least one.
+AgreedLength agreedLength(const std::vector<double>& lengths, double inForce);
+
+}  // namespace kiv::fit

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "diagnostics/page_validation.h"
+#include "platform/files.h"
+#include "platform/machine.h"
+#include "platform/user.h"
+#include "repair/suggestions.h"
+#include "report_page/report_data.h"
+
+namespace kiv::report {
+
+/// What surrounds a run that gathers a report. All must outlive it.
+struct ReportHost {
+  Files& files;  ///< is read only
+  Machine& machine;
+  User& user;  ///< sees the progress and no message
+  /// A text of the pages in UTF-8, on one line, with nothing in it that hides or moves other text.
+  std::function<std::string(const std::string& text)> shown;
+  /// The name of a page file as users know it, of its full name.
+  std::function<std::string(const std::string& file)> nameOf;
+};
+
+/// What a report is to be about.
+struct ReportRequest {
+  std::string namesFile;  ///< lists the pages; "" when none can be analyzed
+  bool allowZeroId = false;
+  bool allPictures = false;  ///< not only those of systems with deviations and problems
+  std::string arguments;     ///< of a command line about the same pages, each after a blank, as UTF-8
+  std::function<std::string(const std::string& file)> argumentOf = {};  ///< a page file of a command line, as UTF-8
+  std::string firstResult;                                              ///< full name; "" without results
+  std::string typedResult;                                              ///< the same for a command line, as UTF-8
+  std::optional<std::vector<ReportProposal>> proposals = {};            ///< those of a table; none are made then
+  std::vector<SkippedPage> skipped = {};                                ///< pages that are left out
+};
+
+/// Writes tables of corrections.
+struct CsvWriter {
+  std::string head;  ///< the first line, with its end
+  /// The line of a correction, with its end, in UTF-8.
+  std::function<std::string(const Correction& correction)> line;
+};
+
+/// A gathered report; the message is the critical one that has ended the analysis, if one has.
+struct GatheredReport {
+  ReportData data;
+  std::optional<Message> ended;
+  bool hasFindings = false;  ///< a problem or a warning
+};
+
+/// Analyzes the pages in memory and gathers all that a report shows of them.
+GatheredReport gatherReport(const ReportHost& host, const ReportRequest& request, const CsvWriter& csv);
+
+/// The full name of the result of a system, from that of the first one, which ends in 0001 and four more characters.
+std::string resultName(const std::string& firstResult, std::size_t number);
+
+}  // namespace kiv::report

@@ -1,0 +1,173 @@
+#include "report_page/report_json.h"
+
+#include <set>
+
+#include "drawing/glyphs.h"
+#include "report_page/json_text.h"
+
+namespace kiv::report {
+namespace {
+
+std::int64_t asNumber(std::size_t number) {
+  return static_cast<std::int64_t>(number);
+}
+
+std::string instrumentsJson(const Chart& chart) {
+  JsonArray instruments;
+  for (std::size_t i = 0; i < chart.instruments.size(); ++i) {
+    const auto name = chart.names.find(chart.instruments[i]);
+    std::vector<std::int64_t> cells;
+    for (const ChartSystem& system : chart.systems) {
+      cells.push_back(static_cast<std::int64_t>(system.cells[i]));
+    }
+    instruments.add(JsonArray()
+                        .add(chart.instruments[i])
+                        .addText(name == chart.names.end() ? "" : name->second.text)
+                        .add(runLengths(cells))
+                        .text());
+  }
+  return instruments.text();
+}
+
+std::string pagesJson(const Chart& chart) {
+  JsonArray pages;
+  for (const ChartPage& page : chart.pages) {
+    pages.add(JsonArray().addText(page.name).add(asNumber(page.firstSystem)).text());
+  }
+  return pages.text();
+}
+
+std::string layoutsJson(const ReportData& data) {
+  std::vector<std::int64_t> layouts;
+  for (const std::size_t layout : data.layoutOfSystem) {
+    layouts.push_back(asNumber(layout));
+  }
+  JsonArray labels;
+  for (const ReportLayout& layout : data.layouts) {
+    labels.add(JsonArray().addText(layout.label).addText(layout.instruments).text());
+  }
+  return JsonObject().add("labels", labels.text()).add("systems", runLengths(layouts)).text();
+}
+
+/// The codes with the systems that they are about.
+std::string problemsJson(const ReportData& data) {
+  JsonArray problems;
+  for (const ReportProblem& problem : data.problems) {
+    std::set<std::size_t> systems;
+    for (const ReportPlace& place : problem.places) {
+      if (place.system != 0) {
+        systems.insert(place.system);
+      }
+    }
+    JsonArray numbers;
+    for (const std::size_t system : systems) {
+      numbers.add(asNumber(system));
+    }
+    problems.add(JsonArray().addText(problem.text->title).add(problem.isWarning ? 1 : 0).add(numbers.text()).text());
+  }
+  return problems.text();
+}
+
+std::string proposalsJson(const ReportData& data) {
+  JsonArray proposals;
+  for (const ReportProposal& proposal : data.proposals) {
+    proposals.add(JsonArray()
+                      .add(asNumber(proposal.system))
+                      .addText(proposal.label)
+                      .addText(proposal.words)
+                      .addText(proposal.csvLine)
+                      .text());
+  }
+  return proposals.text();
+}
+
+std::string marksJson(const std::vector<PictureMark>& marks) {
+  JsonArray all;
+  for (const PictureMark& mark : marks) {
+    all.add(JsonArray().add(asNumber(mark.staff)).add(mark.x.value_or(-1)).add(asNumber(mark.about)).text());
+  }
+  return all.text();
+}
+
+std::string pictureJson(const Picture& picture) {
+  JsonArray staves;
+  for (const PictureStaff& staff : picture.staves) {
+    staves.add(JsonArray()
+                   .add(asNumber(staff.code))
+                   .add(asNumber(staff.barlines))
+                   .add(staff.bottom)
+                   .add(staff.left)
+                   .add(staff.right)
+                   .add(staff.lines)
+                   .addText(staff.id)
+                   .add(staff.isInserted ? 1 : 0)
+                   .text());
+  }
+  return JsonArray()
+      .add(picture.width)
+      .add(picture.height)
+      .add(picture.origin)
+      .add(staves.text())
+      .add(marksJson(picture.problems))
+      .add(marksJson(picture.proposals))
+      .text();
+}
+
+std::string textsJson(const std::vector<std::string>& texts) {
+  JsonArray all;
+  for (const std::string& text : texts) {
+    all.addText(text);
+  }
+  return all.text();
+}
+
+std::string picturesJson(const Pictures& pictures) {
+  JsonArray systems;
+  for (const SystemPicture& system : pictures.systems) {
+    systems.add(JsonArray()
+                    .add(asNumber(system.system))
+                    .add(pictureJson(system.before))
+                    .add(system.after ? pictureJson(*system.after) : "0")
+                    .text());
+  }
+  return JsonObject()
+      .add("codes", textsJson(pictures.codes))
+      .add("texts", textsJson(pictures.texts))
+      .add("systems", systems.text())
+      .add("leftOut", asNumber(pictures.leftOut))
+      .text();
+}
+
+std::string glyphsJson() {
+  JsonArray glyphs;
+  for (std::size_t g = 0; g < glyphCount; ++g) {
+    glyphs.addText(shapeOf(static_cast<Glyph>(g)).path);
+  }
+  return glyphs.text();
+}
+
+}  // namespace
+
+std::string chartJson(const ReportData& data) {
+  return JsonObject()
+      .add("instruments", instrumentsJson(data.chart))
+      .add("pages", pagesJson(data.chart))
+      .add("count", asNumber(data.chart.systems.size()))
+      .add("layouts", layoutsJson(data))
+      .text();
+}
+
+std::string reportJson(const ReportData& data) {
+  return JsonObject()
+      .addText("title", data.title)
+      .add("chart", chartJson(data))
+      .add("problems", problemsJson(data))
+      .add("proposals", proposalsJson(data))
+      .addText("csvHead", data.csvHead)
+      .add("results", data.hasResults ? 1 : 0)
+      .add("pictures", picturesJson(data.pictures))
+      .add("glyphs", glyphsJson())
+      .text();
+}
+
+}  // namespace kiv::report

@@ -1,0 +1,81 @@
+#include "report_page/report_problems.h"
+
+#include <algorithm>
+
+#include "base/number.h"
+
+namespace kiv::report {
+
+std::string placeWords(const std::string& file, const std::string& staff, int item) {
+  return file + (staff.empty() ? "" : ", staff " + staff) + (item == 0 ? "" : ", item " + std::to_string(item));
+}
+
+ProblemGrouper::ProblemGrouper(const ReportHost& host, const std::vector<SystemFact>& facts)
+    : host_(host), facts_(facts) {
+  for (std::size_t s = 0; s < facts.size(); ++s) {
+    indices_.emplace(facts[s].number, s);
+    for (const StaffFact& staff : facts[s].staves) {
+      systems_[staff.file].emplace_back(numericValue(staff.staff), s);
+    }
+  }
+}
+
+std::size_t ProblemGrouper::systemOf(const std::string& file, double staff) const {
+  const auto staves = systems_.find(file);
+  if (staves == systems_.end()) {
+    return facts_.size();
+  }
+  const auto found = std::find_if(staves->second.begin(), staves->second.end(),
+                                  [&](const auto& known) { return known.first == staff; });
+  return found == staves->second.end() ? staves->second.front().second : found->second;
+}
+
+ReportProblem& ProblemGrouper::groupOf(std::string_view code, bool isWarning) {
+  const ProblemText* text = &problemTextOf(code);
+  const auto known = std::find_if(problems_.begin(), problems_.end(),
+                                  [&](const ReportProblem& problem) { return problem.text == text; });
+  if (known != problems_.end()) {
+    return *known;
+  }
+  return problems_.emplace_back(ReportProblem{text, isWarning, {}});
+}
+
+void ProblemGrouper::addPlace(const Problem& problem, bool isWarning) {
+  ReportProblem& group = groupOf(problem.code, isWarning);
+  const auto about = static_cast<std::size_t>(&group - problems_.data());
+  const std::string file = problem.file.value_or("");
+  std::size_t system = facts_.size();
+  if (problem.system) {
+    const auto index = indices_.find(*problem.system);
+    system = index == indices_.end() ? system : index->second;
+  } else if (problem.file) {
+    system = systemOf(file, problem.staff.value_or(0));
+  }
+  const std::string staff = problem.staff ? generalNumber(static_cast<float>(*problem.staff)) : "";
+  const int item = problem.place ? problem.place->item : 0;
+  ReportPlace place;
+  place.words = problem.file ? placeWords(host_.nameOf(file), staff, item) : "the whole group";
+  if (system < facts_.size()) {
+    place.system = static_cast<std::size_t>(facts_[system].number);
+    const auto number = static_cast<float>(problem.staff.value_or(0));
+    marks_[system].push_back({file, number, problem.staff ? item : 0, about, false});
+  }
+  group.places.push_back(std::move(place));
+}
+
+void ProblemGrouper::addProblems(const std::vector<Problem>& problems, bool areWarnings) {
+  for (const Problem& problem : problems) {
+    addPlace(problem, areWarnings);
+  }
+}
+
+void ProblemGrouper::addSkipped(const std::vector<SkippedPage>& pages) {
+  for (const SkippedPage& page : pages) {
+    const std::string& file = page.message.location.file;
+    const std::string name = file.empty() ? page.files.front() : file;
+    groupOf(page.message.code, false)
+        .places.push_back({0, placeWords(host_.nameOf(name), "", page.message.location.item)});
+  }
+}
+
+}  // namespace kiv::report

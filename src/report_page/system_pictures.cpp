@@ -1,0 +1,167 @@
+#include "report_page/system_pictures.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+#include <utility>
+
+#include "base/number.h"
+#include "mus/format.h"
+#include "mus/page_walker.h"
+
+namespace kiv::report {
+namespace {
+
+constexpr std::size_t bytesOfAStaff = 40;  // beside its code, about
+
+int whole(double number) {
+  return static_cast<int>(std::lround(number));
+}
+
+PictureStaff staffOf(const PlacedStaff& placed) {
+  PictureStaff staff;
+  staff.bottom = whole(placed.bottom);
+  staff.left = whole(placed.left);
+  staff.right = whole(placed.right);
+  staff.lines = placed.lines;
+  staff.id = generalNumber(placed.instrument);
+  return staff;
+}
+
+bool showsItsNumber(const PlacedStaff& staff) {
+  return std::any_of(staff.items.begin(), staff.items.end(),
+                     [](const Item& item) { return item.type() == ItemType::instrumentNumber; });
+}
+
+}  // namespace
+
+const PictureMaker::PageFile& PictureMaker::page(const std::string& name) {
+  constexpr std::size_t mostKept = 32;  // a page has no more files than letters
+  const auto known = pages_.find(name);
+  if (known != pages_.end()) {
+    return known->second;
+  }
+  if (pages_.size() >= mostKept) {
+    pages_.clear();
+  }
+  PageFile& file = pages_[name];
+  const std::string bytes = readWhole(files_, name, readableBytes).value_or("");
+  PageWalker walker(bytes);
+  while (walker.findItem() == ReadStatus::itemRead) {
+    Item& item = file.items.emplace_back();
+    walker.decode(item);
+    if (!item.text.empty()) {
+      item.text = text_(item.text);
+    }
+  }
+  return file;
+}
+
+Picture PictureMaker::pictureFrom(const PageLayout& layout) {
+  Picture picture;
+  picture.width = whole(layout.width);
+  picture.height = whole(layout.height);
+  picture.origin = whole(layout.x(0));
+  for (std::size_t s = 0; s < layout.staves.size(); ++s) {
+    PictureStaff staff = staffOf(layout.staves[s]);
+    staff.code = codes_.numberOf(staffCode(layout.staves[s], texts_));
+    staff.barlines = codes_.numberOf(barlineCode(layout, s));
+    if (showsItsNumber(layout.staves[s])) {
+      staff.id.clear();
+    }
+    picture.staves.push_back(std::move(staff));
+  }
+  staves_ += picture.staves.size();
+  return picture;
+}
+
+Picture PictureMaker::pictureOf(const SystemFact& system, const std::vector<WantedMark>& marks) {
+  std::map<std::pair<std::string, float>, float> numbers;  // in the picture, by file and number
+  std::set<std::string> names;
+  for (const StaffFact& staff : system.staves) {
+    const auto number = static_cast<float>(numericValue(staff.staff));
+    numbers.emplace(std::pair(staff.file, number), static_cast<float>(numericValue(staff.newStaff)));
+    names.insert(staff.file);
+  }
+  std::vector<Item> items;
+  for (const std::string& name : names) {
+    const PageFile& file = page(name);
+    for (const Item& item : file.items) {
+      const auto number = numbers.find({name, item[par::staff]});
+      if (number != numbers.end()) {
+        items.push_back(item);
+        items.back()[par::staff] = number->second;
+      }
+    }
+  }
+  const PageLayout layout = layOut(items);
+  Picture picture = pictureFrom(layout);
+  addMarks(marks, numbers, layout, picture);
+  return picture;
+}
+
+void PictureMaker::addMarks(const std::vector<WantedMark>& marks,
+                            const std::map<std::pair<std::string, float>, float>& numbers, const PageLayout& layout,
+                            Picture& picture) {
+  for (const WantedMark& wanted : marks) {
+    const auto number = numbers.find({wanted.file, wanted.staff});
+    if (number == numbers.end()) {
+      continue;
+    }
+    const auto staff = std::find_if(layout.staves.begin(), layout.staves.end(),
+                                    [&](const PlacedStaff& s) { return s.number == number->second; });
+    if (staff == layout.staves.end()) {
+      continue;
+    }
+    PictureMark mark{static_cast<std::size_t>(staff - layout.staves.begin()), std::nullopt, wanted.about};
+    const std::vector<Item>& items = page(wanted.file).items;
+    const auto index = static_cast<std::size_t>(wanted.item);
+    if (wanted.item > 0 && index <= items.size() && items[index - 1].type() != ItemType::staff) {
+      mark.x = picture.origin + pixelsAt(items[index - 1][par::position]);
+    }
+    (wanted.isProposal ? picture.proposals : picture.problems).push_back(mark);
+  }
+}
+
+Picture PictureMaker::pictureOfResult(const SystemFact& system, const PageFile& result) {
+  std::set<std::string> present;
+  for (const StaffFact& staff : system.staves) {
+    present.insert(generalNumber(static_cast<float>(staff.instrument)));
+  }
+  const PageLayout layout = layOut(result.items);
+  Picture picture = pictureFrom(layout);
+  for (std::size_t s = 0; s < picture.staves.size(); ++s) {
+    picture.staves[s].isInserted = !present.contains(generalNumber(std::fabs(layout.staves[s].instrument)));
+  }
+  return picture;
+}
+
+Pictures PictureMaker::draw(const std::vector<SystemFact>& facts, const WantedPictures& wanted) {
+  Pictures pictures;
+  static const std::vector<WantedMark> none;
+  for (const std::size_t index : wanted.systems) {
+    if (codes_.bytes() + texts_.bytes() + staves_ * bytesOfAStaff > wanted.mostBytes) {
+      ++pictures.leftOut;
+      continue;
+    }
+    const SystemFact& system = facts[index];
+    const auto marks = wanted.marks.find(index);
+    SystemPicture picture;
+    picture.system = static_cast<std::size_t>(system.number);
+    picture.before = pictureOf(system, marks == wanted.marks.end() ? none : marks->second);
+    if (wanted.result) {
+      const PageFile& result = page(wanted.result(picture.system));
+      if (!result.items.empty()) {
+        picture.after = pictureOfResult(system, result);
+      }
+    }
+    pictures.systems.push_back(std::move(picture));
+  }
+  std::sort(pictures.systems.begin(), pictures.systems.end(),
+            [](const SystemPicture& a, const SystemPicture& b) { return a.system < b.system; });
+  pictures.codes = codes_.texts();
+  pictures.texts = texts_.texts();
+  return pictures;
+}
+
+}  // namespace kiv::report

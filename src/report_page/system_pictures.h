@@ -1,0 +1,63 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "diagnostics/system_facts.h"
+#include "platform/files.h"
+#include "report_page/picture_code.h"
+#include "report_page/report_data.h"
+
+namespace kiv::report {
+
+/// Something that is to be marked on a picture.
+struct WantedMark {
+  std::string file;       ///< full name, as facts have it
+  float staff = 0;        ///< its number in the file
+  int item = 0;           ///< 0 for the whole staff
+  std::size_t about = 0;  ///< an index
+  bool isProposal = false;
+};
+
+/// Which systems are drawn.
+struct WantedPictures {
+  std::vector<std::size_t> systems;                       ///< indices of facts, the most important first
+  std::map<std::size_t, std::vector<WantedMark>> marks;   ///< by the index
+  std::function<std::string(std::size_t number)> result;  ///< the full name of a system's result; empty without results
+  std::size_t mostBytes = 0;                              ///< of all pictures together
+};
+
+/// Draws systems from their items. The pages are read again; what cannot be read is not drawn.
+class PictureMaker {
+ public:
+  using Text = std::function<std::string(const std::string&)>;
+
+  /// The function gives texts of pages in UTF-8. Files must outlive the maker.
+  PictureMaker(Files& files, Text text) : files_(files), text_(std::move(text)) {}
+
+  Pictures draw(const std::vector<SystemFact>& facts, const WantedPictures& wanted);
+
+ private:
+  struct PageFile {
+    std::vector<Item> items;  ///< item 1 comes first
+  };
+
+  const PageFile& page(const std::string& name);
+  Picture pictureOf(const SystemFact& system, const std::vector<WantedMark>& marks);
+  Picture pictureOfResult(const SystemFact& system, const PageFile& result);
+  Picture pictureFrom(const PageLayout& layout);
+  void addMarks(const std::vector<WantedMark>& marks, const std::map<std::pair<std::string, float>, float>& numbers,
+                const PageLayout& layout, Picture& picture);
+
+  Files& files_;
+  Text text_;
+  std::map<std::string, PageFile> pages_;  // those read last
+  TextPool codes_;
+  TextPool texts_;
+  std::size_t staves_ = 0;
+};
+
+}  // namespace kiv::report

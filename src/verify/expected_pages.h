@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "verify/system_model.h"
+
+namespace kiv::proof {
+
+/// The systems of a report, and how to find the items of their staves.
+struct ReportedSystems {
+  const KnownInstruments& known;                    ///< of all systems, and of a list
+  const std::vector<std::vector<Record>>& systems;  ///< the records by system
+  std::function<const std::vector<PageItem>*(const Record&)> itemsOf;
+  const FirstClefs& firstClefs;
+};
+
+/// The results of a conversion by the rules.
+struct ExpectedPages {
+  std::vector<ExpectedPage> pages;  ///< of the systems from the first on
+  std::string error;                ///< why the next one cannot be converted, as a phrase; "" when there is none left
+};
+
+/// Is called before each system with its index.
+using SystemProgress = std::function<void(std::size_t)>;
+
+/// Derives what a conversion writes.
+ExpectedPages expectedPages(const ReportedSystems& reported, bool showNumbers, const SystemProgress& progress);
+/// The same for one whose rest staves fit the music.
+ExpectedPages expectedFittingPages(const ReportedSystems& reported, bool showNumbers, const SystemProgress& progress);
+
+}  // namespace kiv::proof

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include "verify/music_system.h"
+
+namespace kiv::proof {
+
+/// A key signature that a silent instrument has.
+struct SilentKey {
+  int fifths = 0;
+  std::optional<float> type;  ///< P6; nullopt for an instrument that has no signature in the group
+};
+
+/// The keys of all instruments of a group, also where they are silent: they change as those that play do.
+class MusicKeys {
+ public:
+  explicit MusicKeys(const std::vector<MusicSystem>& systems);
+
+  /// By the bar from which on they count, the keys of an instrument in a system; always that of bar 0, and after it
+  /// only changes. Empty for an instrument that has no key signatures while others have some.
+  std::map<std::size_t, SilentKey> keys(std::size_t system, float instrument) const;
+  /// Where the signatures that count from a bar on stand in a system.
+  float position(std::size_t system, std::size_t bar) const { return scores_[system].positions.at(bar); }
+
+ private:
+  using Signatures = std::map<float, std::map<std::size_t, Item>>;  // of each instrument the last ones before each bar
+  struct Score {
+    Signatures signatures;
+    std::map<std::size_t, float> positions;
+    std::map<std::size_t, int> moves;  // by how many fifths all keys move before a bar
+    std::map<float, int> before;       // the keys of the instruments met before the system
+  };
+  struct Entry {
+    std::size_t system = 0;
+    int fifths = 0;  // at the begin of that system
+  };
+
+  void read(const MusicSystem& system);
+  void move(std::size_t system);
+  int moveOf(const Score& score, std::size_t bar) const;
+  void enter(std::size_t system, std::size_t bar);
+  int fifthsBefore(std::size_t system, float instrument) const;
+  std::optional<float> typeOf(std::size_t system, float instrument) const;
+
+  std::vector<Score> scores_;
+  std::map<float, Entry> entries_;  // where each instrument first plays
+  std::set<float> signed_;          // instruments with key signatures
+  std::set<float> unsigned_;        // those without, while others had some, in a system
+  std::map<float, int> now_;        // the keys while they are followed
+};
+
+}  // namespace kiv::proof

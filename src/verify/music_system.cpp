@@ -1,0 +1,202 @@
+#include "verify/music_system.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <set>
+#include <span>
+#include <utility>
+
+namespace kiv::proof {
+namespace {
+
+constexpr float openBar = 10;         // the width after the last note of a bar that no barline ends
+constexpr float leastEmptyBar = 10;   // a bar without music is at least as wide
+constexpr float leastAfterSign = 20;  // or has so much space after its last clef or signature
+
+bool isSign(const Item& item) {
+  return item.type() == ItemType::clef || item.type() == ItemType::keySignature ||
+         item.type() == ItemType::timeSignature;
+}
+
+/// What all staves have between two barlines.
+struct Content {
+  std::set<float> notes;  ///< the positions of what takes time
+  std::set<float> signs;
+  bool hasCues = false;  ///< or grace notes
+
+  void add(std::span<const Item> items) {
+    for (const Item& item : items) {
+      if (takesTime(item)) {
+        notes.insert(item[par::position]);
+      } else if (isSign(item)) {
+        signs.insert(item[par::position]);
+      } else {
+        hasCues = hasCues || item.type() == ItemType::note || item.type() == ItemType::rest;
+      }
+    }
+  }
+
+  /// Whether they bound a bar without music.
+  bool fillsBar(float from, float to) const {
+    const bool isAfterSign = !signs.empty() && *signs.rbegin() > from;
+    return hasCues || (isAfterSign ? to - *signs.rbegin() >= leastAfterSign : to - from >= leastEmptyBar);
+  }
+};
+
+/// The moments of the staves that last that long, in their order; of the same moment that of the highest staff.
+std::vector<Moment> momentsOf(const std::vector<StaffTime>& times, Ticks length) {
+  std::vector<Moment> all;
+  for (const StaffTime& time : times) {
+    for (const Moment& moment : time.moments) {
+      const auto isKnown = [&](const Moment& other) { return isSameTime(other.time, moment.time); };
+      if (isSameTime(time.length, length) && std::none_of(all.begin(), all.end(), isKnown)) {
+        all.push_back(moment);
+      }
+    }
+  }
+  for (const StaffTime& time : times) {
+    if (all.empty() && time.wholeBarRest && isSameTime(time.length, length)) {
+      all.push_back({0, *time.wholeBarRest});
+    }
+  }
+  std::sort(all.begin(), all.end(), [](const Moment& a, const Moment& b) { return a.time < b.time; });
+  return all;
+}
+
+float inQuarterUnits(double position) {
+  return static_cast<float>(std::round(position * 4) / 4);
+}
+
+}  // namespace
+
+bool MusicBar::isEmpty() const {
+  return std::none_of(times.begin(), times.end(), [](const StaffTime& time) { return time.plays; });
+}
+
+float MusicBar::positionOf(Ticks moment, Ticks length) const {
+  Moment before{0, space};
+  Moment after{length, to};
+  for (const Moment& other : momentsOf(times, length)) {
+    if (isSameTime(other.time, moment)) {
+      return other.position;
+    }
+    if (other.time < moment) {
+      before = other;
+    } else {
+      after = other;
+      break;
+    }
+  }
+  const double part = static_cast<double>(moment - before.time) / static_cast<double>(after.time - before.time);
+  const double thousandths = std::round(part * 1000) / 1000;
+  return inQuarterUnits(before.position + thousandths * (static_cast<double>(after.position) - before.position));
+}
+
+float MusicBar::positionOfWholeBarRest(Ticks length) const {
+  for (const StaffTime& time : times) {
+    if (time.plays && time.moments.empty() && isSameTime(time.length, length)) {
+      return *time.wholeBarRest;
+    }
+  }
+  return inQuarterUnits((static_cast<double>(space) + to) / 2);
+}
+
+std::span<const Item> MusicStaff::between(float from, const float* to) const {
+  const auto isLeft = [](const Item& item, float position) { return item[par::position] < position; };
+  const auto first = std::lower_bound(items.begin(), items.end(), from, isLeft);
+  const auto end = to == nullptr ? items.end() : std::lower_bound(first, items.end(), *to, isLeft);
+  return {first, end};
+}
+
+void sortByPosition(std::vector<Item>& items) {
+  const auto isLeft = [](const Item& a, const Item& b) { return a[par::position] < b[par::position]; };
+  std::erase_if(items, [](const Item& item) { return std::isnan(item[par::position]); });
+  if (!std::is_sorted(items.begin(), items.end(), isLeft)) {  // those of a result mostly are
+    std::stable_sort(items.begin(), items.end(), isLeft);
+  }
+}
+
+MusicSystem::MusicSystem(std::vector<MusicStaff> staves, const std::vector<MusicBarline>& barlines)
+    : staves_(std::move(staves)) {
+  const auto highest = [](const MusicStaff& a, const MusicStaff& b) {
+    return a.staff[par::staff] > b.staff[par::staff];
+  };
+  std::stable_sort(staves_.begin(), staves_.end(), highest);
+  for (MusicStaff& staff : staves_) {
+    sortByPosition(staff.items);
+  }
+  for (std::size_t b = 0; b < barlines.size(); ++b) {
+    addBar(barlines[b], b + 1 < barlines.size() ? &barlines[b + 1].position : nullptr, b == 0);
+  }
+}
+
+/// Adds the bar that begins with a barline, if there is one. Barlines with none between them end a section, as do those
+/// of another kind than the plain one.
+void MusicSystem::addBar(const MusicBarline& barline, const float* next, bool isLeftEdge) {
+  MusicBar bar;
+  bar.from = barline.position;
+  Content content;
+  for (const MusicStaff& staff : staves_) {
+    const std::span<const Item> items = staff.between(bar.from, next);
+    content.add(items);
+    bar.times.push_back(staffTimeOf(items));
+  }
+  endsSection_ = endsSection_ || barline.kind != 0;
+  if (content.notes.empty() && (next == nullptr || !content.fillsBar(bar.from, *next))) {
+    endsSection_ = endsSection_ || (next != nullptr && !isLeftEdge);
+    return;
+  }
+  bar.to = next != nullptr ? *next : *content.notes.rbegin() + openBar;
+  bar.music = content.notes.empty() ? bar.to : *content.notes.begin();
+  if (content.notes.empty()) {
+    bar.space = content.signs.empty() ? bar.from : *content.signs.rbegin();
+  } else {
+    bar.space = !content.signs.empty() && *content.signs.begin() < bar.music ? bar.music : bar.from;
+  }
+  bar.beginsSection = std::exchange(endsSection_, false);
+  bars_.push_back(std::move(bar));
+}
+
+void MusicSystem::forgetNotes() {
+  for (MusicStaff& staff : staves_) {
+    std::erase_if(staff.items, [](const Item& item) {
+      return !isSign(item) && !item.type().hasText() && item.type() != ItemType::barline;
+    });
+    staff.items.shrink_to_fit();
+  }
+  for (MusicBar& bar : bars_) {
+    for (StaffTime& time : bar.times) {
+      time.moments = {};
+    }
+  }
+}
+
+std::size_t MusicSystem::barFrom(float position) const {
+  std::size_t bar = 0;
+  while (bar < bars_.size() && !(position < bars_[bar].music)) {
+    ++bar;
+  }
+  return bar;
+}
+
+std::map<std::size_t, std::vector<Item>> MusicSystem::signatures(const MusicStaff& staff, ItemType type) const {
+  std::map<std::size_t, std::vector<Item>> byBar;
+  for (const Item& item : staff.items) {
+    if (item.type() == type) {
+      byBar[barFrom(item[par::position])].push_back(item);
+    }
+  }
+  return byBar;
+}
+
+float MusicSystem::leftEdge() const {
+  float left = std::numeric_limits<float>::max();
+  for (const MusicStaff& staff : staves_) {
+    const float own = staff.staff[par::position];
+    left = own < left ? own : left;
+  }
+  return left;
+}
+
+}  // namespace kiv::proof

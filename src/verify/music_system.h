@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <span>
+#include <vector>
+
+#include "verify/music_time.h"
+
+namespace kiv::proof {
+
+/// A staff that plays in a system.
+struct MusicStaff {
+  Item staff;
+  std::vector<Item> items;  ///< all others, braces included; put in the order of their positions by MusicSystem
+
+  float instrument() const { return staff[par::instrument]; }
+  /// The items from a position up to another, once they are in order; a null end is the end of the staff.
+  std::span<const Item> between(float from, const float* to) const;
+};
+
+/// Puts items in the order of their positions; those at one that is no number are left out.
+void sortByPosition(std::vector<Item>& items);
+
+struct MusicBarline {
+  float position = 0;
+  std::int16_t kind = 0;
+};
+
+/// A bar of a system: what lies between two barlines, and is more than the space in a double bar.
+struct MusicBar {
+  float from = 0;
+  float to = 0;  ///< the next barline; where there is none, right of all music
+  bool beginsSection = false;
+  float music = 0;               ///< the first note or rest; of an empty bar: its end
+  float space = 0;               ///< whole-bar rests stand in the middle between here and its end
+  std::vector<StaffTime> times;  ///< of each staff
+
+  bool isEmpty() const;
+  /// Where a moment is drawn on the staves that last as long as the bar: on the highest that has it, else between the
+  /// moments before and after it.
+  float positionOf(Ticks moment, Ticks length) const;
+  /// Where a whole-bar rest is drawn.
+  float positionOfWholeBarRest(Ticks length) const;
+};
+
+/// A system as music: the staves that play, from the top down, and its bars.
+class MusicSystem {
+ public:
+  /// Barlines are those of all staves, by position. Items at a position that is no number are left out.
+  MusicSystem(std::vector<MusicStaff> staves, const std::vector<MusicBarline>& barlines);
+
+  const std::vector<MusicStaff>& staves() const { return staves_; }
+  const std::vector<MusicBar>& bars() const { return bars_; }
+  bool endsSection() const { return endsSection_; }
+  /// Forgets notes, rests and other items whose time the bars have, and where they are drawn, to save memory.
+  /// Nothing can be placed under them then.
+  void forgetNotes();
+  float leftEdge() const;
+  /// The bar from which on a signature at this position counts; the number of bars for one after all music.
+  std::size_t barFrom(float position) const;
+  /// The signatures of a type on a staff by the bar from which on they count.
+  std::map<std::size_t, std::vector<Item>> signatures(const MusicStaff& staff, ItemType type) const;
+
+ private:
+  void addBar(const MusicBarline& barline, const float* next, bool isLeftEdge);
+
+  std::vector<MusicStaff> staves_;
+  std::vector<MusicBar> bars_;
+  bool endsSection_ = false;
+};
+
+}  // namespace kiv::proof

@@ -1,0 +1,84 @@
+#include "verify/music_time.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <set>
+
+namespace kiv::proof {
+namespace {
+
+constexpr float wholeBar = -2;
+constexpr float wholeBarToo = -12;
+constexpr float mostQuarters = 1024;
+
+Ticks ticksOf(const Item& item) {
+  return std::llround(static_cast<double>(item[par::duration]) * quarterNote);
+}
+
+/// The first end after all that end now; the ends up to it are over. There is at least one.
+Ticks passOn(std::multiset<Ticks>& ends) {
+  const Ticks now = *ends.begin();
+  while (!ends.empty() && *ends.begin() < now + leastTime) {
+    ends.erase(ends.begin());
+  }
+  return now;
+}
+
+}  // namespace
+
+bool isSameTime(Ticks one, Ticks other) {
+  return std::abs(one - other) < leastTime;
+}
+
+bool takesTime(const Item& item) {
+  if (item.type() == ItemType::rest && item[par::cuedInstrument] != 0) {
+    return false;
+  }
+  const float duration = item[par::duration];
+  return (item.type() == ItemType::note || item.type() == ItemType::rest) && duration <= mostQuarters &&
+         duration >= static_cast<float>(leastTime) / quarterNote;
+}
+
+bool isWholeBarRest(const Item& item) {
+  return item.type() == ItemType::rest && (item[par::kind] == wholeBar || item[par::kind] == wholeBarToo);
+}
+
+StaffTime staffTimeOf(std::span<const Item> items) {
+  StaffTime time;
+  std::multiset<Ticks> ends;
+  for (const Item& item : items) {
+    if (!takesTime(item)) {
+      continue;
+    }
+    time.plays = true;
+    const float position = item[par::position];
+    if (isWholeBarRest(item)) {
+      time.length = std::max(time.length, ticksOf(item));
+      time.wholeBarRest = time.wholeBarRest.value_or(position);
+      continue;
+    }
+    if (time.moments.empty()) {
+      time.moments.push_back({0, position});
+    } else if (time.moments.back().position != position) {
+      time.moments.push_back({passOn(ends), position});
+    }
+    ends.insert(time.moments.back().time + ticksOf(item));
+    time.length = std::max(time.length, *ends.rbegin());
+  }
+  return time;
+}
+
+double inQuarters(Ticks length) {
+  constexpr double rounding = 0.004;
+  const double quarters = static_cast<double>(length) / quarterNote;
+  for (const int parts : {1, 2, 4, 8, 16, 32, 3, 6, 12, 24, 5, 10, 20, 7, 14}) {
+    const double nearest = std::round(quarters * parts) / parts;
+    if (std::abs(quarters - nearest) < rounding) {
+      return nearest;
+    }
+  }
+  return std::round(quarters * 1000) / 1000;
+}
+
+}  // namespace kiv::proof

@@ -1,0 +1,63 @@
+#include "diagnostics/problem_texts.h"
+
+#include <fstream>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "messages/codes.h"
+
+namespace kiv::test {
+namespace {
+
+std::string contentOf(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream content;
+  content << file.rdbuf();
+  return content.str();
+}
+
+std::set<std::string> codesOfTheHeader() {
+  const std::string header = contentOf(std::string(SOURCE_FOLDER) + "/messages/codes.h");
+  const std::regex definition(R"(= "([a-z0-9-]+)\")");
+  std::set<std::string> codes;
+  for (std::sregex_iterator at(header.begin(), header.end(), definition), end; at != end; ++at) {
+    codes.insert((*at)[1]);
+  }
+  return codes;
+}
+
+TEST(ProblemTexts, HaveEveryCodeOnce) {
+  std::multiset<std::string> codes;
+  for (const ProblemText& text : problemTexts()) {
+    codes.emplace(text.code);
+  }
+  const std::set<std::string> expected = codesOfTheHeader();
+  ASSERT_GT(expected.size(), 50U);
+  EXPECT_EQ(codes, std::multiset<std::string>(expected.begin(), expected.end()));
+}
+
+TEST(ProblemTexts, AreSentencesAndShortTitles) {
+  for (const ProblemText& text : problemTexts()) {
+    for (const std::string_view sentence : {text.meaning, text.effect, text.remedy}) {
+      EXPECT_TRUE(sentence.ends_with('.')) << text.code << ": " << sentence;
+    }
+    EXPECT_LE(text.title.size(), 45U) << text.code;
+    EXPECT_FALSE(text.title.ends_with('.')) << text.code;
+  }
+}
+
+TEST(ProblemTexts, AreFoundByTheirCode) {
+  EXPECT_EQ(problemTextOf(code::structureError).title, "Damaged page");
+  EXPECT_EQ(problemTextOf("a code of tomorrow").code, code::other);
+}
+
+TEST(ProblemTexts, AreTheDocument) {
+  EXPECT_EQ(contentOf(std::string(SOURCE_FOLDER) + "/../docs/problems.md"), problemsDocument());
+}
+
+}  // namespace
+}  // namespace kiv::test

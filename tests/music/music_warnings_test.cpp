@@ -1,0 +1,110 @@
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/music/fitted_pages.h"
+
+namespace kiv::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using Playing = std::vector<std::vector<std::int16_t>>;
+
+const std::string both =
+    "staff 2 at 0 size 1 lines 5 instrument 101\nclef 2 at 2\nkeysignature 2 at 9 key -1\ntimesignature 2 at 17 upper "
+    "4 lower "
+    "4\nnote 2 at 30 duration 4\nbarline 2 at 60 spans 1\n"
+    "staff 1 at 0 size 1 lines 5 instrument 102\nclef 1 at 2\nkeysignature 1 at 9 key -1\ntimesignature 1 at 17 upper "
+    "4 lower "
+    "4\nnote 1 at 30 duration 4\nbarline 1 at 0 spans 2\nbarline 1 at 60 spans 1\n";
+const std::string one = "staff 1 at 0 size 1 lines 5 instrument 101\nclef 1 at 2\nbarline 1 at 0 spans 1\n";
+const Playing bothThenOne = {{101, 102}, {101}};
+
+/// The warnings about a plain conversion, and that there are none with fitting rest staves.
+std::vector<std::string> warningsOf(const std::vector<std::string>& pages, const Playing& playing = bothThenOne) {
+  FittedPages plain(pages, RestStaves::asKnownSoFar);
+  EXPECT_TRUE(plain.converted());
+  FittedPages fitted(pages);
+  EXPECT_THAT(fitted.warnings(playing), IsEmpty());
+  return plain.warnings(playing);
+}
+
+const std::string sameKey = "keysignature 1 at 9 key -1\n";
+
+TEST(MusicWarnings, RestStavesThatFitHaveNone) {
+  EXPECT_THAT(warningsOf({both, one + sameKey + "note 1 at 30 duration 4\nbarline 1 at 60 spans 1\n"}), IsEmpty());
+}
+
+TEST(MusicWarnings, ARestOfAnotherLengthThanTheMusic) {
+  EXPECT_THAT(
+      warningsOf({both, one + sameKey +
+                            "note 1 at 30 duration 4\nbarline 1 at 60 spans 1\nnote 1 at 70 duration 3\n"
+                            "barline 1 at 90 spans 1\n"}),
+      ElementsAre("bar-rest-length system 2 bar 2: rest staff 102: the rest lasts 4 quarters, the music of the bar 3 "
+                  "quarters"));
+}
+
+TEST(MusicWarnings, TwoRestsInOneBar) {
+  EXPECT_THAT(warningsOf({both, one + sameKey +
+                                    "note 1 at 30 duration 4\nbarline 1 at 60 spans 1\nbarline 1 at 62 spans 1\n"
+                                    "note 1 at 70 duration 4\nbarline 1 at 90 spans 1\n"}),
+              ElementsAre("bar-two-rests system 2 bar 2: rest staff 102: two rests fill the same time of the bar"));
+}
+
+TEST(MusicWarnings, ABarWithoutARest) {
+  EXPECT_THAT(
+      warningsOf({both, one + sameKey + "note 1 at 30 duration 4\nbarline 1 at 60 spans 1\nnote 1 at 70 duration 4\n"}),
+      ElementsAre("bar-without-rest system 2 bar 2: rest staff 102: the bar has no rest"));
+}
+
+TEST(MusicWarnings, AKeyThatIsNotThatOfTheSystem) {
+  EXPECT_THAT(warningsOf({both, one + "keysignature 1 at 9 key 2\nnote 1 at 30 duration 4\nbarline 1 at 60 spans 1\n"}),
+              ElementsAre("key-or-time-differs system 2 bar 1: rest staff 102: the key is not that of the system"));
+}
+
+TEST(MusicWarnings, ALateEntryWhoseAttributesAreNotKnown) {
+  const std::string late =
+      "staff 2 at 0 size 1 lines 5 instrument 101\nclef 2 at 2\nnote 2 at 30 duration 4\nbarline 2 at 60 spans 1\n"
+      "staff 1 at 0 size 1 lines 1 instrument 102\nclef 1 at 2\nnote 1 at 30 duration 4\nbarline 1 at 0 spans 2\n"
+      "barline 1 at 60 spans 1\n";
+  const std::string before =
+      one + "timesignature 1 at 17 upper 4 lower 4\nnote 1 at 30 duration 4\nbarline 1 at 60 spans 1\n";
+  EXPECT_THAT(
+      warningsOf({before, late}, {{101}, {101, 102}}),
+      ElementsAre("late-entry-unknown system 1: rest staff 102: size, lines or clef are not those with which the "
+                  "instrument enters later"));
+}
+
+TEST(MusicWarnings, ABraceAwayFromTheLeftEdge) {
+  const std::string indented =
+      "staff 1 at 6 size 1 lines 5 instrument 101\nclef 1 at 8\nkeysignature 1 at 15 key -1\nbarline 1 at 6 spans "
+      "1\nbarline 1 "
+      "at 6 spans 1 kind 8\nnote 1 at 30 duration 4\nbarline 1 at 60 spans 1\n";
+  EXPECT_THAT(warningsOf({both, indented}),
+              ElementsAre("brace-displaced system 2: 1 brace stands away from the left edge of the system"));
+}
+
+TEST(MusicWarnings, StavesThatDisagreeInBothConversions) {
+  const std::string three =
+      "staff 3 at 0 size 1 lines 5 instrument 101\nclef 3 at 2\nnote 3 at 30 duration 4\nbarline 3 at 60 spans 1\n"
+      "staff 2 at 0 size 1 lines 5 instrument 102\nclef 2 at 2\nnote 2 at 30 duration 4\nbarline 2 at 60 spans 1\n"
+      "staff 1 at 0 size 1 lines 5 instrument 103\nclef 1 at 2\ntimesignature 1 at 17 upper 4 lower 4\nnote 1 at 30 "
+      "duration "
+      "4\nbarline 1 at 60 spans 1\nbarline 1 at 0 spans 3\n";
+  const std::string two =
+      "staff 2 at 0 size 1 lines 5 instrument 101\nclef 2 at 2\nnote 2 at 30 duration 4\nbarline 2 at 60 spans 1\n"
+      "staff 1 at 0 size 1 lines 5 instrument 102\nclef 1 at 2\nnote 1 at 30 duration 3\nbarline 1 at 60 spans 1\n"
+      "barline 1 at 0 spans 2\n";
+  for (const RestStaves restStaves : {RestStaves::asKnownSoFar, RestStaves::fitting}) {
+    EXPECT_THAT(
+        FittedPages(std::vector<std::string>{three, two}, restStaves).warnings({{101, 102, 103}, {101, 102}}),
+        ElementsAre("staves-disagree system 2 bar 1: the staves that play last unequally long; rest staves should last "
+                    "4 quarters"));
+  }
+}
+
+}  // namespace
+}  // namespace kiv::test
