@@ -22,7 +22,7 @@ void addCorrections(CLI::App& command, Selection& selection) {
   command
       .add_option("--only", selection.corrections.only,
                   "Use only corrections of at least this confidence: sure or likely")
-      ->type_name("WORD")
+      ->type_name("sure|likely")
       ->check(CLI::IsMember({"sure", "likely"}))
       ->needs(corrections);
 }
@@ -39,7 +39,8 @@ void addPages(CLI::App& command, Selection& selection, const std::string& folder
   names->excludes(pages);
   command.add_flag("--keep-order", selection.keepOrder,
                    "Take the page files in the order in which they are named, not in natural order (P1, P2, P10)");
-  command.add_flag("-q,--quiet", selection.quiet, "Print errors only: no notes, no warnings, no progress");
+  command.add_flag("-q,--quiet", selection.quiet,
+                   "Print no notes, no warnings and no progress; errors and results are printed");
 }
 
 void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor) {
@@ -95,7 +96,9 @@ void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
                   "First result file, such as out/WORK0001.MUS (default: WORK0001.MUS beside the first page)")
       ->type_name("FILE");
   command.add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
-  command.add_flag("--no-overwrite", options.noOverwrite, "Ask before a file is replaced; No without a terminal");
+  command.add_flag(
+      "--no-overwrite", options.noOverwrite,
+      "Ask before a file is replaced, with y, n, a (yes to all) or q (no to all); without a terminal, replace none");
   command.add_flag("--no-instr-number", options.noInstrNumber, "Do not show instrument ids in the results");
   addLayout(command, options.selection,
             "The instruments of all results, as instruments --csv lists them, also those silent on all pages");
@@ -172,6 +175,7 @@ void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
       addLayout(*verify, options.selection, "The instruments of the conversion, as its option --layout had them");
   verify->add_flag("--fit", options.fit, "Check a conversion with --fit")->excludes(layout);
   verify->add_flag("--json", options.json, "Print one JSON object, with the SHA-256 of all files, and nothing else");
+  addKeepGoing(*verify, options.keepGoing, "check");
   verify->footer(
       "Reads inputs, report, verdict and results again, and checks them against the rules of a conversion, item by\n"
       "item. Changes nothing. Ends with status 0 when the conversion is correct; with 1 when it is not, or when a\n"
@@ -262,9 +266,12 @@ void addSuggest(CLI::App& app, SuggestOptions& options, int& status) {
   CLI::App* suggest = app.add_subcommand("suggest", "Propose ids for staves and cues whose ids are wrong");
   addSelection(*suggest, options.selection, "Look for the names file in this folder, too");
   addLayout(*suggest, options.selection, "The instruments, as instruments --csv lists them");
-  suggest->add_option("-o,--out", options.out, "Write the corrections as comma-separated values; - is standard output")
+  suggest
+      ->add_option("-o,--out,--output", options.out,
+                   "Write the corrections as comma-separated values; - is standard output")
       ->type_name("FILE.csv");
   suggest->add_flag("--json", options.json, "Print one JSON object and nothing else");
+  addKeepGoing(*suggest, options.keepGoing, "analyze");
   suggest->footer(
       "Analyzes the pages as analyze does, and writes no file but the corrections. An\n"
       "id is wrong if it is 0, stands twice in its system, or is a slip that few\n"

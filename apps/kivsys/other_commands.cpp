@@ -26,6 +26,7 @@ void addSurvey(CLI::App& app, SurveyOptions& options, int& status) {
   survey->add_flag("--keep-going", options.keepGoing, "Skip the bad pages of a piece and analyze its others");
   survey->add_option("--resume", options.resume, "Store finished pieces in FILE, and reuse those that have not changed")
       ->type_name("FILE");
+  survey->add_flag("--exit-code", options.exitCode, "End with status 3 when a piece needs a conversion or is bad");
   survey->add_flag("-q,--quiet", options.quiet, "Print no progress");
   CLI::Option* html = survey->add_option("--html", options.html, "Write the library as an HTML page, too")
                           ->type_name("FILE.html")

@@ -65,7 +65,7 @@ void addFix(CLI::App& app, FixOptions& options, int& status) {
       ->take_all();
   fix->add_option("--only", options.corrections.only,
                   "Use only corrections of at least this confidence: sure or likely")
-      ->type_name("WORD")
+      ->type_name("sure|likely")
       ->check(CLI::IsMember({"sure", "likely"}));
   addRenumber(*fix, options);
   addFixOutput(*fix, options);
@@ -85,7 +85,7 @@ void addFix(CLI::App& app, FixOptions& options, int& status) {
 }
 
 void addUndo(CLI::App& app, UndoOptions& options, int& status) {
-  CLI::App* undo = app.add_subcommand("undo", "Undo the last run that wrote into a folder");
+  CLI::App* undo = app.add_subcommand("undo", "Undo one run: the last one that wrote into a folder");
   undo->add_option("folder", options.folder, "Folder of the run (default: the current folder)")->type_name("FOLDER");
   undo->add_flag("--dry-run", options.dryRun, "Change nothing; print what would be undone");
   undo->add_flag("--json", options.json, "Print one JSON object and nothing else");

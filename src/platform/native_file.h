@@ -53,6 +53,9 @@ std::optional<std::string> readFailure(const std::string& path);
 /// reason: they will end the run by themselves.
 std::optional<std::string> listFailure(const std::string& folder);
 
+/// The system's words for why the call before has failed; "" when it has not.
+std::string lastCallFailure();
+
 /// Makes a folder, whose parent must exist, and waits until it is on the disk. Returns the system's text for the
 /// failure.
 [[nodiscard]] std::optional<std::string> makeFolder(const std::string& path);

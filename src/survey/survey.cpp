@@ -9,6 +9,7 @@
 #include "diagnostics/group_facts.h"
 #include "diagnostics/page_validation.h"
 #include "input/file_names.h"
+#include "messages/console_words.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "shell/kivsystem.h"
@@ -77,9 +78,11 @@ class PieceSurvey {
   PieceFindings run(const std::vector<std::string>& pages, BadPages badPages);
 
  private:
-  std::string skipBadPages(const std::string& namesFile);
+  std::string skipBadPages(const std::vector<std::string>& pages, const std::string& namesFile);
   void analyzePages(const std::string& namesFile);
   void addPageThatEndedIt(const std::vector<std::string>& pages);
+  std::string wordsOf(const Message& message) const;
+  std::string shownPage(const std::vector<std::string>& pages, const BadPage& bad, const Message& message) const;
 
   Machine& machine_;
   OverlayFiles files_;
@@ -89,8 +92,28 @@ class PieceSurvey {
   PieceFindings findings_;
 };
 
+/// "item 3: Structural error in MUS file"
+std::string PieceSurvey::wordsOf(const Message& message) const {
+  const int item = message.location.item;
+  return (item == 0 ? "" : "item " + std::to_string(item) + ": ") +
+         consoleSentence(message, [this](const std::string& name) { return withoutPath(machine_, name); });
+}
+
+/// "x3B.mus, x3A.mus (item 3: Structural error in MUS file)"
+std::string PieceSurvey::shownPage(const std::vector<std::string>& pages, const BadPage& bad,
+                                   const Message& message) const {
+  std::string shown;
+  for (const std::string& file : bad.files) {
+    const auto own = std::find_if(pages.begin(), pages.end(), [&](const std::string& page) {
+      return machine_.upperCase(withoutPath(machine_, page)) == machine_.upperCase(file);
+    });
+    shown += (shown.empty() ? "" : ", ") + (own == pages.end() ? file : withoutPath(machine_, *own));
+  }
+  return shown + " (" + wordsOf(message) + ")";
+}
+
 /// Returns a names file of the good pages; "" when none is left.
-std::string PieceSurvey::skipBadPages(const std::string& namesFile) {
+std::string PieceSurvey::skipBadPages(const std::vector<std::string>& pages, const std::string& namesFile) {
   const PageValidation validation = validatePages({files_, user_, programs_, machine_}, namesFile);
   for (const SkippedPage& page : validation.skipped) {
     BadPage& bad = findings_.badPages.emplace_back();
@@ -98,6 +121,7 @@ std::string PieceSurvey::skipBadPages(const std::string& namesFile) {
       bad.files.push_back(withoutPath(machine_, file));
     }
     bad.reason = page.message.text;
+    bad.shown = shownPage(pages, bad, page.message);
     findings_.problems.push_back(page.message.text);
   }
   const std::string goodPages = "\\good pages of a piece";
@@ -125,7 +149,10 @@ void PieceSurvey::addPageThatEndedIt(const std::vector<std::string>& pages) {
   const Message& last = user_.messages().back();
   const auto isIt = [&](const std::string& page) { return machine_.upperCase(page) == last.location.file; };
   if (std::any_of(pages.begin(), pages.end(), isIt)) {
-    findings_.badPages.push_back({{withoutPath(machine_, last.location.file)}, last.text});
+    BadPage& bad = findings_.badPages.emplace_back(BadPage{{withoutPath(machine_, last.location.file)}, last.text});
+    bad.shown = shownPage(pages, bad, last);
+  } else {
+    findings_.stopped = wordsOf(last);
   }
 }
 
@@ -134,11 +161,12 @@ PieceFindings PieceSurvey::run(const std::vector<std::string>& pages, BadPages b
   findings_.pages = countPages(machine_, pages);
   if (const auto problem = problemOfNames(machine_, pages)) {
     findings_.problems.push_back(*problem);
+    findings_.stopped = *problem;
     return std::move(findings_);
   }
   std::string namesFile = addNamesFile(pages, files_);
   if (badPages == BadPages::skipped) {
-    namesFile = skipBadPages(namesFile);
+    namesFile = skipBadPages(pages, namesFile);
   }
   if (!namesFile.empty()) {
     analyzePages(namesFile);
@@ -174,6 +202,25 @@ std::vector<Piece> piecesOf(Machine& machine, const std::vector<std::string>& na
     pieces.push_back({std::get<0>(key), namesInOrder(files)});
   }
   return pieces;
+}
+
+std::vector<std::string> removeRecovered(Machine& machine, std::vector<std::string>& names) {
+  const std::string_view prefix = recoveredPrefix;
+  std::set<std::string> known;
+  for (const std::string& name : names) {
+    known.insert(machine.upperCase(name));
+  }
+  std::vector<std::string> removed;
+  std::erase_if(names, [&](const std::string& name) {
+    const std::string upper = machine.upperCase(name);
+    const bool isRecovered =
+        upper.starts_with(prefix) && upper.ends_with(".MUS") && known.contains(upper.substr(prefix.size()));
+    if (isRecovered) {
+      removed.push_back(name);
+    }
+    return isRecovered;
+  });
+  return removed;
 }
 
 std::size_t countPages(Machine& machine, const std::vector<std::string>& files) {

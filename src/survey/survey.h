@@ -22,10 +22,17 @@ struct Piece {
 /// Groups the page files of one folder into pieces, in the order of their prefixes. Other files are ignored.
 std::vector<Piece> piecesOf(Machine& machine, const std::vector<std::string>& names);
 
+/// What the name of a recovered page begins with; the name of the damaged page follows.
+inline constexpr const char* recoveredPrefix = "RECOVERED-";
+
+/// Removes the recovered pages from the names of one folder whose damaged pages are there, too. Returns them.
+std::vector<std::string> removeRecovered(Machine& machine, std::vector<std::string>& names);
+
 /// A page that could not be analyzed.
 struct BadPage {
   std::vector<std::string> files;  ///< names without folder
   std::string reason;              ///< the text of the message
+  std::string shown = {};  ///< for people: its files as the disk has their names, and the reason in the console's words
 
   bool operator==(const BadPage&) const = default;
 };
@@ -50,6 +57,14 @@ struct PieceFindings {
   InstrumentNames names;              ///< of the instruments, by identifier
   std::vector<BadPage> badPages;      ///< all of them, or the one that ended the analysis
   SmallMap map = {};                  ///< of what was analyzed
+  std::string stopped = {};           ///< for people: why there is no analysis, if no bad page says so; else ""
+
+  /// Whether other programs can use the pages only after a conversion; nullopt when the analysis did not get there.
+  std::optional<bool> needsConversion() const {
+    return consistent && multifile ? std::optional(!*consistent || *multifile) : std::nullopt;
+  }
+  /// Whether a page, or all of them, could not be analyzed.
+  bool isBad() const { return !badPages.empty() || !systems; }
 
   bool operator==(const PieceFindings&) const = default;
 };

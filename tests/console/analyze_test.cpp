@@ -102,7 +102,8 @@ TEST_F(ConsoleAnalyze, MessagesGoToStandardErrorWithTheirSeverity) {
   EXPECT_EQ(ended.out, "");
   EXPECT_EQ(ended.error,
             "kivsys: x1.mus: note: Zero instrId(s); Results are unpredictable\n"
-            "kivsys: x2.mus: item 1: Structural error in MUS file\nNext: kivsys recover x2.mus\n");
+            "kivsys: x2.mus: item 1: Structural error in MUS file\nNext: kivsys recover x2.mus\n"
+            "kivsys: note: --keep-going skips bad pages and uses the others\n");
   const Ended like = place.kivsys({"analyze", "--like-panel", "x1.mus", "x2.mus"});
   EXPECT_EQ(like.error, "information: Zero instrId(s) in file: " + place.capitals("x1.mus") +
                             "\n  \n  Results are unpredictable.\ncritical: Structural error in MUS file: " +

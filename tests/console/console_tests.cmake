@@ -28,6 +28,7 @@ if(NOT WIN32)
     console/listed_conversion_test.cpp
     console/latecomers_test.cpp
     console/man_and_completions_test.cpp
+    console/manners_test.cpp
     console/next_step_test.cpp
     console/page_arguments_test.cpp
     console/page_commands_test.cpp
@@ -48,6 +49,7 @@ if(NOT WIN32)
     console/survey_bad_pages_test.cpp
     console/survey_command_test.cpp
     console/survey_html_test.cpp
+    console/survey_manners_test.cpp
     console/survey_state_test.cpp
     console/trace_test.cpp
     console/undo_test.cpp

@@ -119,7 +119,9 @@ TEST_F(ConsoleConvert, InputThatQualifiesIsNotConverted) {
   const Ended ended = place.kivsys({"convert", "x1.mus"});
   EXPECT_EQ(ended.status, 0);
   EXPECT_EQ(ended.out, verdictOfOne);
-  EXPECT_EQ(ended.error, qualifiesNote + "Next: kivsys convert --force PAGE...\n");
+  EXPECT_EQ(ended.error, qualifiesNote +
+                             "kivsys: note: no results were written, as the pages can be used without a conversion\n"
+                             "Next: kivsys convert --force PAGE...\n");
   EXPECT_EQ(place.read("WORK0001.MUS"), "old");
 }
 

@@ -26,10 +26,16 @@ TEST_F(ErrorLines, NameThePageAndTheItem) {
   addPage("x1.mus", bass);
   addPage("x2.mus", damaged);
   const std::string error = "kivsys: x2.mus: item 2: Structural error in MUS file" + next + "x2.mus\n";
-  for (const std::string command : {"analyze", "convert", "trace", "chart"}) {
-    expectError({command, "x1.mus", "x2.mus"}, error);
+  const std::string option = "kivsys: note: --keep-going skips bad pages and uses the others\n";
+  for (const std::string command : {"analyze", "convert", "chart", "instruments", "suggest"}) {
+    expectError({command, "x1.mus", "x2.mus"}, error + option);
+    expectError({command, "-q", "x1.mus", "x2.mus"}, error);
+    expectError({command, "x2.mus"}, error);
   }
-  expectError({"analyze", "--json", "x1.mus", "x2.mus"}, error);
+  expectError({"trace", "x1.mus", "x2.mus"}, error);
+  EXPECT_EQ(place.kivsys({"analyze", "--like-panel", "x1.mus", "x2.mus"}).error.find("--keep-going"),
+            std::string::npos);
+  expectError({"analyze", "--json", "x1.mus", "x2.mus"}, error + option);
   expectError({"draw", "x2.mus"}, error);
   expectError({"sort", "x2.mus"}, error);
 }
@@ -144,7 +150,11 @@ TEST_F(ErrorLines, AreThoseOfThePanelOnRequestAndInJson) {
 
 TEST_F(ErrorLines, SayWhatToDoNextWithPagesThatAreGoodAsTheyAre) {
   addPage("x1.mus", bass);
-  expectError({"convert", "x1.mus"}, qualifiesNote + "Next: kivsys convert --force PAGE...\n", 0);
+  expectError({"convert", "x1.mus"},
+              qualifiesNote +
+                  "kivsys: note: no results were written, as the pages can be used without a conversion\n"
+                  "Next: kivsys convert --force PAGE...\n",
+              0);
   const Ended forced = place.kivsys({"convert", "--force", "x1.mus"});
   EXPECT_EQ(forced.error.find("Next:"), std::string::npos) << forced.error;
   EXPECT_EQ(place.kivsys({"convert", "-q", "x1.mus"}).error, "");
@@ -155,7 +165,11 @@ TEST_F(ErrorLines, OfAConversionSayWhatWasWritten) {
   expectError({"convert", "x1.mus", "x2.mus", "-o", "out/R0001.MUS"},
               needsConversionNote + "kivsys: made the folder out/\n" + createdNote(2, "out/R0001.MUS", "out/R0002.MUS"),
               0);
-  expectError({"convert", "--dry-run", "x1.mus", "x2.mus"}, needsConversionNote + "Next: kivsys convert PAGE...\n", 0);
+  expectError(
+      {"convert", "--dry-run", "x1.mus", "x2.mus"},
+      needsConversionNote +
+          "kivsys: note: a dry run; without --dry-run, report and verdict would be written to the current folder\n",
+      0);
 }
 
 TEST_F(ErrorLines, AskBeforeAFileIsReplaced) {
@@ -172,7 +186,7 @@ TEST_F(ErrorLines, OfASortNameThePageThatCannotBeSorted) {
   addPage("x3.mus", fluteAndBass);
   const Ended ended = place.kivsys({"sort", "x1.mus", "x2.mus", "x3.mus"});
   EXPECT_EQ(ended.status, 1);
-  EXPECT_EQ(ended.out, "X1.PAG\n");
+  EXPECT_EQ(ended.out, "X1.PAG\nX1.PAG: already in order\n");
   EXPECT_EQ(ended.error,
             "kivsys: x2.mus: System barline problem; only a page of one system can be sorted\nNext: kivsys draw x2.mus "
             "--out x2.svg\nkivsys: only 1 of 3 pages were sorted\n");

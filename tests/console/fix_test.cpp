@@ -99,7 +99,7 @@ TEST_F(ConsoleFix, ADryRunWritesNothingAndSaysTheSame) {
   EXPECT_EQ(planned.error, "");
   EXPECT_FALSE(fs::exists(place.path() / "f"));
   EXPECT_EQ(planned.out,
-            "x1.mus: 3 ids changed\n  item 1: staff 2: 101 -> 7\n  item 4: cue in staff 1: 101 -> 7\n"
+            "x1.mus: 3 ids would be changed\n  item 1: staff 2: 101 -> 7\n  item 4: cue in staff 1: 101 -> 7\n"
             "  item 5: number shown in staff 2: 101 -> 7\n3 ids would be changed in 1 page\n");
 }
 

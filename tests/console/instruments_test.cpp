@@ -180,9 +180,10 @@ TEST_F(NamedInstruments, AreInASurvey) {
   }
   EXPECT_EQ(
       place.kivsys({"survey", "lib"}).out,
-      "folder  prefix  pages  systems  instruments  consistent  multifile  problems  files  names, bad pages\n"
-      "lib     X           3        3            2          no         no         2      3  101 (Fl\xC3\xB6te), 108 "
-      "(Viola)\n");
+      "folder  prefix  pages  systems  instruments  consistent  multifile  convert  problems  files  names, bad pages\n"
+      "lib     X           3        3            2          no         no      yes         2      3  101 "
+      "(Fl\xC3\xB6te), 108 "
+      "(Viola)\n1 piece, 1 needs a conversion, 0 bad\n");
   const std::string csv = place.kivsys({"survey", "lib", "--csv"}).out;
   EXPECT_NE(csv.find(",\"101 (Fl\xC3\xB6te), 108 (Viola)\",\n"), std::string::npos) << csv;
   const Json survey = Json::parse(place.kivsys({"survey", "lib", "--json", "--resume", "state"}).out);

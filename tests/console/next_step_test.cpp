@@ -26,7 +26,7 @@ class NextStep : public ::testing::Test {
     EXPECT_EQ(schemaErrors(all, "analyze"), std::vector<std::string>());
     const std::string next = all["next"].is_null() ? "" : all["next"].get<std::string>();
     EXPECT_EQ(human.find("Next: ") != std::string::npos, !next.empty()) << human;
-    EXPECT_TRUE(next.empty() || human.ends_with("Next: " + next + "\n")) << human;
+    EXPECT_TRUE(next.empty() || human.find("Next: " + next + "\n") != std::string::npos) << human;
     return next;
   }
 

@@ -46,7 +46,7 @@ TEST_F(ConsoleRecover, WritesBesideThePageWhatItStillHoldsAndSaysWhatWasLost) {
   EXPECT_EQ(ended.status, 0) << ended.error;
   EXPECT_EQ(ended.out,
             "X001.MUS: kept 9 items\n"
-            "header: 86 words stated, 78 recovered\n"
+            "header: 86 words stated, 78 recovered\nmissing: 8 of 86 words, about 9 % of the page\n"
             "lost 32 bytes at offset 66, between item 2 (note, staff 1) and item 3 (note, staff 1)\n"
             "written: RECOVERED-X001.MUS\n");
   EXPECT_EQ(place.read("RECOVERED-X001.MUS"), recoveredNotes());

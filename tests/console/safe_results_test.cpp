@@ -105,11 +105,18 @@ TEST_F(SafeResults, ASortedPageIsNoInput) {
 TEST_F(SafeResults, TheFirstResultEndsIn0001) {
   addTwo();
   fs::create_directory(place.path() / "dir");
-  for (const std::string result : {"dir", "dir/", "out.txt", "WORK0002.MUS", "0001.PAG", "001.MUS"}) {
-    expectRefused({"convert", "--result", result, "x1.mus", "x2.mus"},
-                  "kivsys: the name of the first result must end in 0001.MUS: " + result + "\n");
-    expectRefused({"verify", "--result", result, "x1.mus", "x2.mus"},
-                  "kivsys: the name of the first result must end in 0001.MUS: " + result + "\n");
+  const std::vector<std::pair<std::string, std::string>> names = {{"dir", "dir/WORK0001.MUS"},
+                                                                  {"dir/", "dir/WORK0001.MUS"},
+                                                                  {"out", "out/WORK0001.MUS"},
+                                                                  {"out.txt", ""},
+                                                                  {"WORK0002.MUS", "WORK00020001.MUS"},
+                                                                  {"0001.PAG", ""},
+                                                                  {"001.MUS", "0010001.MUS"}};
+  for (const auto& [result, meant] : names) {
+    const std::string error = "kivsys: the name of the first result must end in 0001.MUS: " + result +
+                              (meant.empty() ? "" : "; name it with --result " + meant) + "\n";
+    expectRefused({"convert", "--result", result, "x1.mus", "x2.mus"}, error);
+    expectRefused({"verify", "--result", result, "x1.mus", "x2.mus"}, error);
   }
   EXPECT_EQ(place.kivsys({"convert", "--result", "dir/part0001.mus", "x1.mus", "x2.mus"}).status, 0);
   EXPECT_EQ(filesIn(place.path() / "dir"), (Names{"part0001.MUS", "part0002.MUS"}));

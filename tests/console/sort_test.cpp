@@ -25,7 +25,8 @@ TEST_F(ConsoleSort, WritesTheSortedPageBesideItsInput) {
   place.write("X1.MUS", upsideDown);
   const Ended ended = place.kivsys({"sort", "X1.MUS"});
   EXPECT_EQ(ended.status, 0);
-  EXPECT_EQ(ended.out, "X1.PAG\n") << "as the user would type it";
+  EXPECT_EQ(ended.out, "X1.PAG\nX1.PAG: staff 1 is now staff 2, staff 2 is now staff 1\n")
+      << "as the user would type it";
   EXPECT_EQ(ended.error, "");
   EXPECT_EQ(place.kivsys({"sort", "--like-panel", "X1.MUS"}).out, place.capitals("X1.PAG") + "\n");
   EXPECT_EQ(place.read("X1.PAG"), sorted);

@@ -35,10 +35,12 @@ TEST_F(SurveyOfBadPages, NamesThem) {
   place.write("lib/A3B.MUS", "broken");
   EXPECT_EQ(survey(), head + "lib,A,3,-,-,-,-,1,4,,A2.MUS\n");
   EXPECT_EQ(survey({"--csv", "--keep-going"}), head + "lib,A,3,1,1,yes,no,2,4,,\"A2.MUS, A3B.MUS, A3A.MUS\"\n");
-  EXPECT_EQ(survey({"--keep-going"}),
-            "folder  prefix  pages  systems  instruments  consistent  multifile  problems  files  names, bad pages\n"
-            "lib     A           3        1            1         yes         no         2      4"
-            "  bad: A2.MUS, A3B.MUS, A3A.MUS\n");
+  EXPECT_EQ(
+      survey({"--keep-going"}),
+      "folder  prefix  pages  systems  instruments  consistent  multifile  convert  problems  files  names, bad pages\n"
+      "lib     A           3        1            1         yes         no       no         2      4"
+      "  bad: A2.MUS (item 1: Structural error in MUS file), A3B.MUS, A3A.MUS (item 1: Structural error in MUS "
+      "file)\n1 piece, 0 need a conversion, 1 bad\n");
 }
 
 TEST_F(SurveyOfBadPages, HasThemInJsonWithTheirReasons) {

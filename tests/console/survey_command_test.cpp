@@ -79,9 +79,12 @@ TEST_F(SurveyCommand, ATableHasALineForEachPieceWhateverItsName) {
   place.write("lib/l\xC3\xA4nger/A1.MUS", solo);
   EXPECT_EQ(
       survey({}),
-      "folder         prefix  pages  systems  instruments  consistent  multifile  problems  files  names, bad pages\n"
-      "lib/line\\nend  A           1        -            -           -          -         1      1\n"
-      "lib/l\xC3\xA4nger     A           1        1            1         yes         no         0      1\n");
+      "folder         prefix  pages  systems  instruments  consistent  multifile  convert  problems  files  names, bad "
+      "pages\n"
+      "lib/line\\nend  A           1        -            -           -          -        -         1      1"
+      "  not analyzed: A page file whose name holds a line end cannot be listed in a names file\n"
+      "lib/l\xC3\xA4nger     A           1        1            1         yes         no       no         0      1\n"
+      "2 pieces, 0 need a conversion, 1 bad\n");
 }
 
 TEST_F(SurveyCommand, BadPiecesDoNotStopIt) {

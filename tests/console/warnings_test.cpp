@@ -180,6 +180,7 @@ TEST_F(ConsoleWarnings, JsonHasThemAmongTheProblems) {
       {"severity", "warning"},
       {"message", nullptr},
       {"file", place.capitals("X1.MUS")},
+      {"path", (place.path() / "x1.mus").string()},
       {"system", nullptr},
       {"staff", 7},
       {"instrument", nullptr},

@@ -130,6 +130,20 @@ TEST(ConsoleQuestion, YesIsTypedInOneLetterOrThreeSmallOrCapital) {
   }
 }
 
+TEST(ConsoleQuestion, TheConsoleExplainsTheAnswersOnce) {
+  const Terminal terminal("y\nn\n");
+  {
+    const StandardInputFrom keyboard(terminal.line());
+    const StandardErrorTo screen(terminal.line());
+    ConsoleHost host;
+    host.useConsoleWords();
+    EXPECT_EQ(goOn(host.user()), Answer::yes);
+    EXPECT_EQ(goOn(host.user()), Answer::no);
+  }
+  const std::string asked = "kivsys: Go on?\n";
+  EXPECT_EQ(terminal.shown(), asked + "  [y/N/a/q] (y: yes, n: no, a: yes to all, q: no to all) " + asked + prompt);
+}
+
 TEST(ConsoleQuestion, NoIsTypedTheSameWay) {
   for (const std::string typed : {"n", "N", "no", "NO", "No", " no "}) {
     const Asked asked = askedOnATerminal(typed + "\ny\n");

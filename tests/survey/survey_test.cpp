@@ -108,7 +108,8 @@ TEST_F(SurveyPiece, ThePageThatEndsTheAnalysisIsNamed) {
   host.addFile("C:\\M\\A2.MUS", "x");
   const PieceFindings findings = surveyPiece(host, host, {"C:\\M\\A1.MUS", "C:\\M\\A2.MUS"});
   ASSERT_EQ(findings.badPages.size(), 1U);
-  EXPECT_EQ(findings.badPages[0], (BadPage{{"A2.MUS"}, findings.problems.at(0)}));
+  EXPECT_EQ(findings.badPages[0],
+            (BadPage{{"A2.MUS"}, findings.problems.at(0), "A2.MUS (Structural error in MUS file)"}));
 }
 
 TEST_F(SurveyPiece, BadPagesAreSkippedWhereThatIsWanted) {

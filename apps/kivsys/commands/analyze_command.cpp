@@ -136,9 +136,11 @@ int runAnalyze(const AnalyzeOptions& options) {
   }
   const std::string folder = folderOfRun(console.system(), options.selection);
   const SelectionUse use{
-      FolderUse::written, options.keepGoing,
+      FolderUse::written,
+      options.keepGoing,
       [&](const SelectedPages& pages) { return InputFiles(pages).refusals(analysisOutputs(console.system(), folder)); },
       [&](const SelectedPages&) { return std::vector<std::string>{console.system().diskName(folder)}; },
+      true,
       [&](const std::string& namesFile) {
         return options.strict && isRefusedByStrict(console.system(), namesFile, {options.allowZeroId, false, false});
       }};

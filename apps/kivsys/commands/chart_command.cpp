@@ -102,9 +102,13 @@ int runChart(const ChartOptions& options) {
   const bool isFile = !options.out.empty() && options.out != "-";
   const std::string out = isFile ? console.system().fullName(options.out) : options.out;
   const SelectionUse use{
-      FolderUse::read, options.keepGoing, [&](const SelectedPages& pages) {
+      FolderUse::read,
+      options.keepGoing,
+      [&](const SelectedPages& pages) {
         return refusalsOfOutput(console.system(), {"drawing", out, OutputKind::drawing}, InputFiles(pages));
-      }};
+      },
+      {},
+      true};
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
     if (!options.keepGoing) {
       return chartNames(console, namesFile, {out, options.allowZeroId, options.systemsPerRow, nullptr});

@@ -240,8 +240,8 @@ int convertNames(ConsoleHost& console, const ConvertOptions& options, const Resu
   ConvertRun run(console, options.dryRun || refusal.isRefused ? &overlay : nullptr, options, plan,
                  pages ? &*pages : nullptr, refusal.isRefused);
   const ConvertOutput output = run.run(converted, plan.firstResultFile, refusal.overMusic);
-  if (!options.selection.likePanel) {
-    console.user().printNotes(output.refused ? "" : nextCommand(output.outcome, !overlay.replaced().empty()));
+  if (!options.selection.likePanel && !output.refused) {
+    console.user().printNotes(options.dryRun ? dryRunNote(output, options, plan) : noResultsNote(output.outcome));
   }
   return print(output, options.json);
 }
@@ -266,7 +266,8 @@ int runConvert(const ConvertOptions& typed) {
                      const auto reasons = refusalsOfLayout(system, options, plan.listed);
                      return reasons.empty() ? refusalsOf(system, options, pages, plan) : reasons;
                    },
-                   {}};
+                   {},
+                   !options.trace};
   if (!options.dryRun) {
     use.writtenFolders = [&](const SelectedPages& pages) { return writtenFolders(system, options, pages, plan); };
   }

@@ -61,7 +61,7 @@ int runInstruments(const InstrumentsOptions& options) {
   if (options.format == ListFormat::json) {
     console.user().hideProgress();
   }
-  const SelectionUse use{FolderUse::read, options.keepGoing, {}, {}};
+  const SelectionUse use{FolderUse::read, options.keepGoing, {}, {}, true};
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
     if (!options.keepGoing) {
       return listNames(console, namesFile, nullptr, options);

@@ -2,12 +2,18 @@
 
 #include <string>
 
+#include "apps/kivsys/commands/conversion_plan.h"
 #include "apps/kivsys/commands/run_outcome.h"
+#include "apps/kivsys/output/conversion_output.h"
 
 namespace kiv {
 
-/// The line that says what to do after a conversion that has written no results, as a command line; "" when there is
-/// nothing to say. A conversion has planned results when a dry run would have written them.
-std::string nextCommand(const RunOutcome& outcome, bool hasPlannedResults);
+/// The lines that say, after a conversion that has written no results as none were needed, that this is so, and what to
+/// do to have them; "" when there is nothing to say.
+std::string noResultsNote(const RunOutcome& outcome);
+
+/// The line that says, after a dry run, what a run writes beside the results that the dry run lists; "" when it would
+/// not have ended normally.
+std::string dryRunNote(const ConvertOutput& output, const ConvertOptions& options, const ResultPlan& results);
 
 }  // namespace kiv

@@ -21,15 +21,17 @@
 #include "platform/bounded_file.h"
 #include "platform/console/error_line.h"
 #include "platform/console/guarded_system.h"
+#include "platform/console/message_words.h"
 #include "platform/console/standard_input.h"
 #include "repair/recovery.h"
+#include "survey/survey.h"
 
 namespace kiv {
 namespace {
 
 /// What the name of a recovered page begins with. The number and the page letter stay at its end, where pages have
 /// them, and it belongs to another piece than the damaged page.
-constexpr const char* namePrefix = "RECOVERED-";
+constexpr const char* namePrefix = recoveredPrefix;
 #ifdef _WIN32
 constexpr const char* folderEnds = "/\\:";
 #else
@@ -113,6 +115,22 @@ int print(const repair::Recovery& recovery, const RecoveryReport& report, const 
   return printOutcome(text, status);
 }
 
+/// The command line that puts the recovered page in the place of the damaged one, which is kept; "" when a name cannot
+/// be shown.
+std::string stepToReplace(const std::string& page, const std::string& recovered) {
+#ifdef _WIN32
+  constexpr const char* move = "move ";
+#else
+  constexpr const char* move = "mv ";
+#endif
+  const std::string damaged = shellWord(page);
+  const std::string kept = shellWord(page + ".damaged");
+  const std::string whole = shellWord(recovered);
+  return damaged.empty() || page.starts_with('-')
+             ? ""
+             : "Next: " + (move + damaged) + " " + kept + " && " + move + whole + " " + damaged + "\n";
+}
+
 /// Recovers the page of these bytes.
 int recoverBytes(NativeSystem& system, const std::string& bytes, const RecoverOptions& options) {
   const repair::Recovery recovery = repair::recover(bytes);
@@ -137,7 +155,11 @@ int recoverBytes(NativeSystem& system, const std::string& bytes, const RecoverOp
       return fail("cannot write " + report.written + ": " + *failure);
     }
   }
-  return print(recovery, report, options, isPrinted && !options.dryRun);
+  const int status = print(recovery, report, options, isPrinted && !options.dryRun);
+  if (options.out.empty() && !isPrinted && !options.dryRun && !options.json) {
+    NativeSystem::writeError(stepToReplace(options.page, report.shown));
+  }
+  return status;
 }
 
 }  // namespace

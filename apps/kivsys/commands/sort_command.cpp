@@ -1,16 +1,21 @@
 #include "apps/kivsys/commands/sort_command.h"
 
+#include <algorithm>
+
 #include <nlohmann/json.hpp>
 
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/outcome_json.h"
+#include "apps/kivsys/output/sort_output.h"
 #include "apps/kivsys/output/warnings_output.h"
 #include "apps/kivsys/safety/sorted_pages.h"
 #include "apps/kivsys/undo/run_journal.h"
+#include "mus/format.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
+#include "platform/console/printable.h"
 #include "sort/sort_on_instrument.h"
 
 namespace kiv {
@@ -36,13 +41,30 @@ Warnings showLosses(ConsoleHost& console, const SortOptions& options) {
   return showWarnings(console.user(), console.system(), findSortingLosses(console.system(), pages), options.json);
 }
 
+/// What has moved in each page that was sorted, a line each; "" for a run like the panel's.
+std::string movedLines(ConsoleHost& console) {
+  ConsoleSystem& system = console.system();
+  const std::vector<FoundFile>& pages = system.pages();
+  const std::vector<std::string>& sorted = console.replacedFiles();
+  std::string lines;
+  for (std::size_t p = 0; p < std::min(pages.size(), sorted.size()); ++p) {
+    const auto before = readWhole(system, pages[p].name, readableBytes);
+    const auto after = readWhole(system, sorted[p], readableBytes);
+    if (before && after) {
+      lines += printable(system.shownName(sorted[p])) + ": " + movedStaves(*before, *after) + "\n";
+    }
+  }
+  return lines;
+}
+
 int print(ConsoleHost& console, const RunOutcome& outcome, const Warnings& warnings, const SortOptions& options,
           int status) {
   if (!options.json) {
-    return printOutcome(createdLines(outcome, namerOf(console, options.selection.likePanel)), status);
+    return printOutcome(createdLines(outcome, namerOf(console, options.selection.likePanel)) + movedLines(console),
+                        status);
   }
   Json object = jsonOf(outcome);
-  object["problems"] = jsonOf(problemsOf(console.system(), outcome), warnings);
+  object["problems"] = jsonOf(problemsOf(console.system(), outcome), warnings, outcome.paths);
   object["schema_version"] = schemaVersion;
   return printOutcome(asLine(object), status);
 }

@@ -6,8 +6,10 @@
 #include <nlohmann/json.hpp>
 
 #include "apps/kivsys/commands/run_outcome.h"
+#include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/layout/layout_table.h"
+#include "apps/kivsys/output/analysis_output.h"
 #include "apps/kivsys/output/next_step.h"
 #include "apps/kivsys/output/suggestions_output.h"
 #include "apps/kivsys/safety/output_file.h"
@@ -30,6 +32,7 @@ struct SuggestRun {
   const SuggestOptions& options;
   std::string out;  // its full name
   LayoutTable layout = {};
+  const ValidPages* pages = nullptr;  // of a run that skips bad ones; else null
 };
 
 std::vector<std::string> refusals(SuggestRun& run, const SelectedPages& pages) {
@@ -50,6 +53,9 @@ std::optional<std::string> nextConversion(const SuggestRun& run, const std::opti
 std::string asJson(const SuggestRun& run, const RunOutcome& outcome, const std::optional<Suggestions>& suggestions) {
   const SelectedNames names(run.console.system());
   Json object = jsonOf(outcome);
+  if (run.pages != nullptr) {
+    run.pages->addTo(object, outcome.normalEnd);
+  }
   object["corrections"] = suggestions ? correctionsJson(*suggestions, names) : Json();
   object["undecided"] = suggestions ? undecidedJson(*suggestions, names) : Json();
   const auto next = nextConversion(run, suggestions);
@@ -73,7 +79,8 @@ void printNext(const SuggestRun& run, const std::optional<Suggestions>& suggesti
 }
 
 int deliver(const SuggestRun& run, const RunOutcome& outcome, const std::optional<Suggestions>& suggestions) {
-  const int status = outcome.normalEnd ? exit_status::normal : exit_status::critical;
+  const bool isComplete = outcome.normalEnd && (run.pages == nullptr || !run.pages->anySkipped());
+  const int status = isComplete ? exit_status::normal : exit_status::critical;
   const SelectedNames names(run.console.system());
   if (suggestions && !run.out.empty()) {
     if (const auto failure = writeOutput(run.console.system(), {"corrections", run.out, OutputKind::corrections},
@@ -88,7 +95,8 @@ int deliver(const SuggestRun& run, const RunOutcome& outcome, const std::optiona
   if (run.options.json) {
     return printOutcome(asJson(run, outcome, suggestions), status);
   }
-  const int printed = suggestions ? printOutcome(suggestionTables(*suggestions, names), status) : status;
+  const int printed = printOutcome(
+      (suggestions ? suggestionTables(*suggestions, names) : "") + summaryOf(run.pages, outcome.normalEnd), status);
   printNext(run, suggestions);
   return printed;
 }
@@ -99,7 +107,7 @@ int suggestForNames(const SuggestRun& run, const std::string& namesFile) {
   NoPrograms programs;
   KivSystem program({files, console.user(), programs, console.system()});
   std::optional<Suggestions> suggestions;
-  const bool normalEnd = endsNormally(console, [&] {
+  const bool normalEnd = !namesFile.empty() && endsNormally(console, [&] {
     analyze(program, namesFile, false);
     suggestions = suggestIds(gatherEvidence(files), run.layout.instruments);
   });
@@ -112,9 +120,16 @@ int runSuggest(const SuggestOptions& options) {
   ConsoleHost console;
   ConsoleSystem& system = console.system();
   SuggestRun run{console, options, outputName(system, options.out)};
-  const SelectionUse use{FolderUse::read, false, [&](const SelectedPages& pages) { return refusals(run, pages); }};
-  return runOnSelection(console, options.selection, use,
-                        [&](const std::string& namesFile) { return suggestForNames(run, namesFile); });
+  const SelectionUse use{
+      FolderUse::read, options.keepGoing, [&](const SelectedPages& pages) { return refusals(run, pages); }, {}, true};
+  return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
+    if (!options.keepGoing) {
+      return suggestForNames(run, namesFile);
+    }
+    const ValidPages pages(console, namesFile);
+    run.pages = &pages;
+    return suggestForNames(run, pages.namesFile());
+  });
 }
 
 }  // namespace kiv

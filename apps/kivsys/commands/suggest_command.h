@@ -11,6 +11,7 @@ struct SuggestOptions {
   Selection selection;
   std::string out;  ///< the corrections as comma-separated values; "-" is standard output, "" for none
   bool json = false;
+  bool keepGoing = false;  ///< skip pages that an analysis would end over
 };
 
 /// Analyzes the selected pages and proposes ids for staves and cue markers whose ids are wrong. Writes no file but the

@@ -13,6 +13,7 @@
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "apps/kivsys/selection/selection.h"
+#include "apps/kivsys/survey/analyzed_piece.h"
 #include "apps/kivsys/survey/open_state.h"
 #include "apps/kivsys/survey/survey_reports.h"
 #include "apps/kivsys/survey/survey_state.h"
@@ -24,43 +25,11 @@
 namespace kiv {
 namespace {
 
-constexpr std::string_view outOfMemory = "out of memory";
-
-/// The analysis of a piece, and what the system did not have for it: memory or open files. "" when it had all.
-struct Analyzed {
-  PieceFindings findings;
-  std::string lack;
-};
-
-/// A piece without an analysis, for which the system lacks something.
-Analyzed lacking(std::string_view lack, Machine& machine, const std::vector<std::string>& pages) {
-  Analyzed analyzed{{}, std::string(lack)};
-  analyzed.findings.files = pages.size();
-  analyzed.findings.pages = countPages(machine, pages);
-  analyzed.findings.problems.emplace_back(lack);
-  return analyzed;
-}
-
-void inUtf8(PieceFindings& findings) {
-  for (std::string& problem : findings.problems) {
-    problem = NativeSystem::toUtf8(problem);
-  }
-  for (auto& [id, name] : findings.names) {
-    name = NativeSystem::toUtf8(name);
-  }
-  for (BadPage& bad : findings.badPages) {
-    for (std::string& file : bad.files) {
-      file = NativeSystem::toUtf8(file);
-    }
-    bad.reason = NativeSystem::toUtf8(bad.reason);
-  }
-}
-
 /// A running survey. The workers are threads: an analysis that reads the disk and writes to memory shares nothing with
 /// another one, not even a current folder.
 class Survey {
  public:
-  Survey(const SurveyOptions& options, const std::vector<LibraryPiece>& pieces, User& user, SurveyState& state,
+  Survey(const SurveyOptions& options, const std::vector<LibraryPiece>& pieces, ConsoleUser& user, SurveyState& state,
          SurveyReports& reports)
       : options_(options),
         pieces_(pieces),
@@ -75,16 +44,17 @@ class Survey {
  private:
   void loadKnown();
   void work();
-  Analyzed analyze(NativeSystem& system, std::size_t piece);
   void startWorkers();
   void finish(std::size_t piece, Analyzed analyzed);
   void print(const std::string& text);
+  void showProgress();
   void report(NativeSystem& system, std::size_t piece, bool isNew);
   int end(bool stopped);
+  bool isAnyUnusable() const;
 
   const SurveyOptions& options_;
   const std::vector<LibraryPiece>& pieces_;
-  User& user_;
+  ConsoleUser& user_;
   SurveyState& state_;
   SurveyReports& reports_;
   std::atomic<std::size_t> next_ = 0;
@@ -100,8 +70,12 @@ class Survey {
 };
 
 void Survey::print(const std::string& text) {
-  user_.showProgress(1, 1, "pieces");
+  user_.clearProgress();
   std::cout << text << std::flush;
+}
+
+void Survey::showProgress() {
+  user_.showProgress(static_cast<int>(finished_), static_cast<int>(pieces_.size()), "pieces");
 }
 
 /// Prints the lines in the order of the pieces, up to the first unfinished one.
@@ -117,21 +91,7 @@ void Survey::finish(std::size_t piece, Analyzed analyzed) {
   for (; printed_ < pieces_.size() && findings_[printed_]; ++printed_) {
     print(lines_.line(pieces_[printed_], *findings_[printed_]));
   }
-  user_.showProgress(static_cast<int>(finished_), static_cast<int>(pieces_.size()), "pieces");
-}
-
-/// A piece that takes more memory or open files than there are has that as its only problem.
-Analyzed Survey::analyze(NativeSystem& system, std::size_t piece) {
-  const std::vector<std::string>& pages = pieces_[piece].pages;
-  try {
-    Analyzed analyzed{surveyPiece(system, system, pages, options_.keepGoing ? BadPages::skipped : BadPages::end), ""};
-    inUtf8(analyzed.findings);
-    return analyzed;
-  } catch (const std::bad_alloc&) {
-    return lacking(outOfMemory, system, pages);
-  } catch (const std::system_error& failure) {
-    return lacking(failure.code().message(), system, pages);
-  }
+  showProgress();
 }
 
 /// Writes the report of a piece, if it is wanted.
@@ -153,7 +113,8 @@ void Survey::work() {
       const bool isNew = !findings_[piece];  // else an earlier run has analyzed it
       report(system, piece, isNew);
       if (isNew) {
-        finish(piece, analyze(system, piece));
+        finish(piece,
+               analyzePiece(system, pieces_[piece].pages, options_.keepGoing ? BadPages::skipped : BadPages::end));
       }
     } catch (const std::bad_alloc&) {
       memoryLost_ = true;
@@ -181,9 +142,17 @@ void Survey::loadKnown() {
   }
 }
 
+/// Whether a piece needs a conversion, or could not be analyzed as a whole.
+bool Survey::isAnyUnusable() const {
+  return std::any_of(findings_.begin(), findings_.end(), [](const std::optional<PieceFindings>& findings) {
+    return findings && (findings->isBad() || findings->needsConversion().value_or(false));
+  });
+}
+
 int Survey::run() {
   print(lines_.head());
   loadKnown();
+  showProgress();  // known pieces are no work of this run
   startWorkers();
   const bool stopped = finished_ < pieces_.size();
   for (; printed_ < pieces_.size(); ++printed_) {
@@ -191,7 +160,7 @@ int Survey::run() {
       print(lines_.line(pieces_[printed_], *findings_[printed_]));
     }
   }
-  print(lines_.end(stopped));
+  print(lines_.end(findings_, stopped));
   stateLost_ = !state_.flush() || stateLost_;
   return end(stopped);
 }
@@ -223,15 +192,18 @@ int Survey::end(bool stopped) {
     printError("interrupted with " + std::to_string(finished_) + " of " + std::to_string(pieces_.size()) + " pieces");
     return exit_status::afterSignal(stopSignal());
   }
-  return exit_status::normal;
+  return options_.exitCode && isAnyUnusable() ? exit_status::notUsable : exit_status::normal;
 }
 
-void sayWhatIsLeftOut(const Library& library) {
+void sayWhatIsLeftOut(const Library& library, bool quiet) {
   for (const std::string& folder : library.unreadable) {
     printError("cannot list the folder " + folder);
   }
   for (const std::string& name : library.unusable) {
     printError("a folder or page whose name holds a backslash cannot be used: " + name);
+  }
+  for (const std::string& page : quiet ? std::vector<std::string>() : library.leftOut) {
+    printError("note: " + page + " is left out, as the damaged page is there, too");
   }
 }
 
@@ -269,7 +241,7 @@ int runSurvey(const SurveyOptions& options) {
     printError(*failure);
     return exit_status::critical;
   }
-  sayWhatIsLeftOut(library);
+  sayWhatIsLeftOut(library, options.quiet);
   const bool isComplete = library.unreadable.empty() && library.unusable.empty();
   const int status = Survey(options, library.pieces, console.user(), state, reports).run();
   return status == exit_status::normal && !isComplete ? exit_status::critical : status;

@@ -14,6 +14,7 @@ struct SurveyOptions {
   bool quiet = false;      ///< no progress
   unsigned jobs = 0;       ///< pieces analyzed at once; 0 is one for every processor core
   bool keepGoing = false;  ///< skip pages that the analysis of their piece would end over
+  bool exitCode = false;   ///< end with a status of its own when a piece needs a conversion or is bad
   std::string resume;      ///< the file that keeps finished pieces; "" for none
   std::string html;        ///< the page of the library to write; "" for none
   std::string reports;     ///< the folder of a report for each piece; "" for none

@@ -1,16 +1,20 @@
 #include "apps/kivsys/commands/verify_command.h"
 
-#include <algorithm>
 #include <iostream>
+#include <optional>
 
+#include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/analysis_output.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/print_outcome.h"
+#include "apps/kivsys/output/proof_step.h"
 #include "apps/kivsys/output/verification_json.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "apps/kivsys/safety/result_files.h"
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
+#include "platform/native_file.h"
 #include "platform/separators.h"
 
 namespace kiv {
@@ -79,8 +83,18 @@ void addTables(const PageCorrections& corrections, const LayoutTable& layout, st
   }
 }
 
-std::string asJson(ConsoleSystem& system, const proof::Verification& verification, const ListedConversion& listed) {
+std::string asJson(ConsoleHost& console, const proof::Verification& verification, const ListedConversion& listed,
+                   const ValidPages* pages) {
+  ConsoleSystem& system = console.system();
   Json object = toJson(verification);
+  for (std::size_t i = 0; i < verification.findings.size(); ++i) {
+    const std::string path = system.diskName(withFolder(system, verification.findings[i].file));
+    object["findings"][i]["path"] = kindOf(path) == PathKind::missing ? Json() : Json(NativeSystem::toUtf8(path));
+  }
+  if (pages != nullptr) {
+    object["messages"] = jsonOf(console.messages());
+    pages->addTo(object, true);
+  }
   std::vector<FoundFile> paths;
   for (const DigestedFile& file : verification.files) {
     paths.push_back({file.name, system.diskName(withFolder(system, file.name))});
@@ -96,41 +110,39 @@ std::string asJson(ConsoleSystem& system, const proof::Verification& verificatio
   return asLine(object);
 }
 
-/// Says where report and verdict are looked for, when they are not there.
-void hintAtFolder(ConsoleHost& console, const proof::Verification& verification, const std::string& folder) {
-  const std::string report = "KivSystem2.TXT";
-  const bool isMissing =
-      std::any_of(verification.findings.begin(), verification.findings.end(), [&](const proof::Finding& finding) {
-        return finding.file == report && console.system().openInput(report) == nullptr;
-      });
-  if (isMissing) {
-    console.user().printNotes("kivsys: note: there is no report in " +
-                              (folder.empty() ? "the current folder" : printable(folder)) +
-                              "; name the folder in which the conversion ran: --folder DIR\n");
-  }
-}
+/// What a verification is printed with.
+struct VerifyOutput {
+  const VerifyOptions& options;
+  const std::string& manifest;
+  const ListedConversion& listed;
+  const ValidPages* pages = nullptr;  // of a run that skips bad ones; else null
+};
 
-int printVerification(ConsoleHost& console, const proof::Verification& verification, const ListedConversion& listed,
-                      const std::string& manifest, const VerifyOptions& options) {
+int printVerification(ConsoleHost& console, const proof::Verification& verification, const VerifyOutput& output) {
   ConsoleSystem& system = console.system();
+  const VerifyOptions& options = output.options;
   const FileNamer nameOf = [&system](const std::string& name) { return system.shownName(name); };
-  if (!manifest.empty()) {
-    if (const auto failure = writeOutput(system, {"manifest", manifest, OutputKind::manifest},
-                                         manifestOf(system, listed.table(), verification.files))) {
+  if (!output.manifest.empty()) {
+    if (const auto failure = writeOutput(system, {"manifest", output.manifest, OutputKind::manifest},
+                                         manifestOf(system, output.listed.table(), verification.files))) {
       printError("cannot write the manifest: " + *failure);
       return exit_status::critical;
     }
   }
-  const int status = verification.proved() ? exit_status::normal : exit_status::critical;
-  if (manifest == standardOutput) {
-    std::cerr << asText(verification, nameOf);
-    return status;
+  const bool isComplete = output.pages == nullptr || !output.pages->anySkipped();
+  const int status = verification.proved() && isComplete ? exit_status::normal : exit_status::critical;
+  const std::string text = asText(verification, nameOf) + summaryOf(output.pages, true);
+  int printed = status;
+  if (output.manifest == standardOutput) {
+    std::cerr << text;
+  } else {
+    printed = printOutcome(options.json ? asJson(console, verification, output.listed, output.pages) : text, status);
   }
-  if (options.json) {
-    return printOutcome(asJson(system, verification, listed), status);
+  if (!verification.proved() && !options.json) {
+    const FileNamer fullNameOf = [&](const std::string& name) { return system.shownName(withFolder(system, name)); };
+    console.user().printNotes(
+        stepForProof(verification, {options.selection, options.result, options.fit, system.pages(), fullNameOf}));
   }
-  const int printed = printOutcome(asText(verification, nameOf), status);
-  hintAtFolder(console, verification, options.selection.folder);
   return printed;
 }
 
@@ -176,7 +188,7 @@ int runVerify(const VerifyOptions& options) {
   proof::ConversionToProve conversion{typed, std::nullopt, options.fit, {}};
   ListedConversion listed;
   const SelectionUse use{
-      FolderUse::read, false, [&](const SelectedPages& pages) {
+      FolderUse::read, options.keepGoing, [&](const SelectedPages& pages) {
         if (!options.result.empty()) {
           if (const auto reason = refusalOfResultName(options.result)) {
             return std::vector{*reason};
@@ -188,8 +200,14 @@ int runVerify(const VerifyOptions& options) {
         return reasons.empty() ? listed.prepare(system, options.selection.layout, true) : reasons;
       }};
   return runOnSelection(console, options.selection, use, [&](const std::string& namesFile) {
-    return printVerification(console, verificationOf(console, namesFile, conversion, listed), listed, manifest,
-                             options);
+    std::optional<ValidPages> pages;
+    if (options.keepGoing) {
+      pages.emplace(console, namesFile);
+    }
+    const bool isReduced = pages && pages->anyLeft();
+    return printVerification(console,
+                             verificationOf(console, isReduced ? pages->namesFile() : namesFile, conversion, listed),
+                             {options, manifest, listed, pages ? &*pages : nullptr});
   });
 }
 

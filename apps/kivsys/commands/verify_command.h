@@ -18,6 +18,7 @@ struct VerifyOptions {
   std::string manifest;  ///< the file for the digests as it was typed; "" for none
   bool fit = false;      ///< prove rest staves, braces and brackets that fit the music
   bool json = false;
+  bool keepGoing = false;  ///< leave out the pages that a conversion would have skipped
 };
 
 /// Proves a conversion that has been made, and prints what was found. Returns the program's exit status.

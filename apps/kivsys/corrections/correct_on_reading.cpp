@@ -16,9 +16,9 @@ class PagesToCorrect {
   PagesToCorrect(ConsoleSystem& system, const SelectedPages& selected, IdRequests requests)
       : system_(system), selected_(selected), requests_(std::move(requests)) {}
 
-  std::vector<std::string> plan(BadPages badPages) {
+  std::vector<std::string> plan(CorrectedBadPages badPages) {
     std::vector<std::string> errors = read(badPages);
-    if (badPages == BadPages::skipped) {
+    if (badPages == CorrectedBadPages::skipped) {
       dropSkipped();
     }
     return errors.empty() ? planPages(system_, requests_, pages_) : errors;
@@ -39,7 +39,7 @@ class PagesToCorrect {
   }
 
  private:
-  std::vector<std::string> read(BadPages badPages);
+  std::vector<std::string> read(CorrectedBadPages badPages);
   void dropSkipped();
 
   ConsoleSystem& system_;
@@ -50,7 +50,7 @@ class PagesToCorrect {
 };
 
 /// Reads the pages that are named in requests. Returns why one cannot be read.
-std::vector<std::string> PagesToCorrect::read(BadPages badPages) {
+std::vector<std::string> PagesToCorrect::read(CorrectedBadPages badPages) {
   std::set<std::string> wanted;
   for (const repair::IdRequest& request : requests_.requests) {
     wanted.insert(request.page);
@@ -64,7 +64,7 @@ std::vector<std::string> PagesToCorrect::read(BadPages badPages) {
     PlannedPage page{file, "", "", {}};
     std::string error = readPage(system_, page);
     const bool isBad = !error.empty() || !repair::idsOf(page.before);
-    if (isBad && badPages == BadPages::skipped) {
+    if (isBad && badPages == CorrectedBadPages::skipped) {
       skipped_.insert(name);
     } else if (!error.empty()) {
       errors.push_back(std::move(error));
@@ -93,7 +93,7 @@ std::string counted(std::size_t count, const std::string& what) {
 }  // namespace
 
 std::vector<std::string> correctOnReading(ConsoleSystem& system, SelectedPages& pages, const TableOptions& options,
-                                          BadPages badPages) {
+                                          CorrectedBadPages badPages) {
   for (const std::string& file : options.files) {
     if (const std::string path = pathOfTable(system, file); !path.empty()) {
       pages.tables.push_back(path);

@@ -9,7 +9,7 @@
 namespace kiv {
 
 /// What a run does with pages that cannot be used.
-enum class BadPages {
+enum class CorrectedBadPages {
   refused,
   skipped,  ///< with their corrections
 };
@@ -18,7 +18,7 @@ enum class BadPages {
 /// the inputs of the run. Returns why not, a line for each correction that does not fit its page; then the pages are
 /// read as they are.
 std::vector<std::string> correctOnReading(ConsoleSystem& system, SelectedPages& pages, const TableOptions& options,
-                                          BadPages badPages);
+                                          CorrectedBadPages badPages);
 
 /// The line that says what is corrected.
 std::string correctionNote(const PageCorrections& corrections);

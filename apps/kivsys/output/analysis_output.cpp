@@ -45,7 +45,7 @@ std::string asText(Machine& machine, const AnalysisOutput& output) {
 
 std::string asJson(const AnalysisOutput& output) {
   Json object = outcomeJson(output);
-  object["problems"] = jsonOf(output.problems, output.warnings);
+  object["problems"] = jsonOf(output.problems, output.warnings, output.outcome.paths);
   object["layouts"] = output.layouts ? jsonOf(*output.layouts) : Json();
   object["instrument_list"] = output.layouts ? jsonOf(output.instruments) : Json();
   object["schema_version"] = schemaVersion;
@@ -55,9 +55,9 @@ std::string asJson(const AnalysisOutput& output) {
 std::string asJsonLines(const AnalysisOutput& output) {
   std::string lines;
   for (const Problem& problem : output.problems) {
-    lines += recordLine("problem", jsonOf(problem));
+    lines += recordLine("problem", jsonOf(problem, output.outcome.paths));
   }
-  for (const Json& warning : jsonOf(output.warnings)) {
+  for (const Json& warning : jsonOf(output.warnings, output.outcome.paths)) {
     lines += recordLine("problem", warning);
   }
   if (output.layouts) {

@@ -24,7 +24,7 @@ std::string asJson(const ConvertOutput& output) {
   if (output.listed != nullptr) {
     object["layout"] = output.listed->asJson();
   }
-  object["problems"] = jsonOf(output.problems, output.warnings);
+  object["problems"] = jsonOf(output.problems, output.warnings, output.outcome.paths);
   object["schema_version"] = schemaVersion;
   return asLine(object);
 }

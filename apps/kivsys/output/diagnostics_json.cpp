@@ -1,5 +1,6 @@
 #include "apps/kivsys/output/diagnostics_json.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <nlohmann/json.hpp>
@@ -34,6 +35,12 @@ void addPlace(Json& object, const std::optional<ItemPlace>& place) {
   object["offset"] = place ? Json(place->offset) : Json();
 }
 
+Json pathOrNull(const std::optional<std::string>& name, const std::vector<FoundFile>& paths) {
+  const auto found =
+      std::find_if(paths.begin(), paths.end(), [&](const FoundFile& file) { return name && file.name == *name; });
+  return found == paths.end() ? Json() : Json(NativeSystem::toUtf8(found->path));
+}
+
 Json nameOrNull(const Layouts& layouts, std::int16_t instrument) {
   const auto name = layouts.names.find(instrument);
   return name == layouts.names.end() ? Json() : Json(NativeSystem::toUtf8(name->second));
@@ -47,14 +54,17 @@ Json numberJson(double number) {
                                                                    : Json(number);
 }
 
-Json jsonOf(const Problem& problem) {
+Json jsonOf(const Problem& problem, const std::vector<FoundFile>& paths) {
   Json object = {{"code", problem.code},
                  {"severity", nameOf(problem.severity)},
                  {"message", problem.message},
-                 {"file", orNull(problem.file)},
-                 {"system", problem.system ? Json(*problem.system) : Json()},
-                 {"staff", orNull(problem.staff)},
-                 {"instrument", orNull(problem.instrument)}};
+                 {"file", orNull(problem.file)}};
+  if (!paths.empty()) {
+    object["path"] = pathOrNull(problem.file, paths);
+  }
+  object["system"] = problem.system ? Json(*problem.system) : Json();
+  object["staff"] = orNull(problem.staff);
+  object["instrument"] = orNull(problem.instrument);
   if (problem.bar) {
     object["bar"] = *problem.bar;
   }

@@ -9,8 +9,9 @@
 
 namespace kiv {
 
-/// A problem as an object; what is not certain is null.
-Json jsonOf(const Problem& problem);
+/// A problem as an object, with the path of its file among these; what is not certain is null. Without paths, as in a
+/// run like the panel's, it has none.
+Json jsonOf(const Problem& problem, const std::vector<FoundFile>& paths);
 /// One layout as an object, without its deviations.
 Json jsonOf(const Layouts& layouts, const LayoutClass& layout);
 /// A deviation of a layout as an object.

@@ -34,8 +34,10 @@ std::string counted(std::size_t count, const std::string& what) {
   return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
-std::string linesOf(const FixedPage& page, const FileNamer& nameOf) {
-  const std::string changed = page.changes.empty() ? "unchanged" : counted(page.changes.size(), "id") + " changed";
+std::string linesOf(const FixedPage& page, bool dryRun, const FileNamer& nameOf) {
+  const std::string changed = page.changes.empty()
+                                  ? "unchanged"
+                                  : counted(page.changes.size(), "id") + (dryRun ? " would be changed" : " changed");
   const std::string written = page.written.empty() ? "" : ", written to " + nameOf(page.written);
   std::string lines = printable(nameOf(page.file) + ": " + changed + written) + "\n";
   for (const IdChange& change : page.changes) {
@@ -73,7 +75,7 @@ std::string asText(const FixReport& report, const FileNamer& nameOf) {
   std::string text;
   std::size_t changes = 0;
   for (const FixedPage& page : report.pages) {
-    text += linesOf(page, nameOf);
+    text += linesOf(page, report.dryRun, nameOf);
     changes += page.changes.size();
   }
   text +=

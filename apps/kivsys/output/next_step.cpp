@@ -30,13 +30,12 @@ bool concernsIds(const Message& message, const std::optional<Layouts>& layouts) 
   return message.code == code::zeroInstrumentId || message.code == code::duplicateInstrumentId;
 }
 
-/// Standard input cannot be read twice.
+}  // namespace
+
 bool canRepeat(const Selection& selection) {
   const auto& tables = selection.corrections.files;
   return selection.names != "-" && std::find(tables.begin(), tables.end(), "-") == tables.end();
 }
-
-}  // namespace
 
 std::string quotedForShell(const std::string& argument) {
   constexpr std::string_view plain =

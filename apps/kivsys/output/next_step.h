@@ -24,13 +24,16 @@ std::optional<std::string> stepForGroup(const RunOutcome& outcome, const std::op
 std::optional<std::string> nextWithCorrections(const std::string& command, const Selection& selection,
                                                const std::string& table);
 
+/// Whether another run can read the same: what came from standard input cannot be read twice.
+bool canRepeat(const Selection& selection);
+
 /// The pages of a selection as arguments of a command line, each after a blank. Names are quoted.
 std::string selectionArguments(const Selection& selection);
 
 /// The argument as a shell passes it on unchanged.
 std::string quotedForShell(const std::string& argument);
 
-/// A file name as one argument of a command line.
+/// A name as an argument that the system's shell passes on unchanged; one that begins with a hyphen is no option then.
 std::string asArgument(const std::string& name);
 
 }  // namespace kiv

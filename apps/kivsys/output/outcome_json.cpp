@@ -40,15 +40,19 @@ const char* nameOf(Icon icon) {
   return "none";
 }
 
-Json jsonOf(const RunOutcome& outcome) {
-  Json messages = Json::array();
-  for (const ShownMessage& shown : outcome.messages) {
-    messages.push_back({{"icon", nameOf(shown.message.icon)},
-                        {"text", NativeSystem::toUtf8(shown.message.text)},
-                        {"answer", nameOf(shown.answer)}});
+Json jsonOf(const std::vector<ShownMessage>& messages) {
+  Json all = Json::array();
+  for (const ShownMessage& shown : messages) {
+    all.push_back({{"icon", nameOf(shown.message.icon)},
+                   {"text", NativeSystem::toUtf8(shown.message.text)},
+                   {"answer", nameOf(shown.answer)}});
   }
+  return all;
+}
+
+Json jsonOf(const RunOutcome& outcome) {
   Json object = {{"end", outcome.normalEnd ? "normal" : "critical"},
-                 {"messages", messages},
+                 {"messages", jsonOf(outcome.messages)},
                  {"consistency", orNull(outcome.consistency)},
                  {"multifile", orNull(outcome.multifile)},
                  {"files", outcome.files},

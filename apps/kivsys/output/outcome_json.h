@@ -17,6 +17,9 @@ constexpr int schemaVersion = 2;
 /// "information", "exclamation", "critical" or "none".
 const char* nameOf(Icon icon);
 
+/// The messages of a run, in order.
+Json jsonOf(const std::vector<ShownMessage>& messages);
+
 /// The outcome as an object, without the schema's version.
 Json jsonOf(const RunOutcome& outcome);
 

@@ -62,6 +62,7 @@ Json toJson(const LibraryPiece& piece, const PieceFindings& findings) {
           {"instruments", orNull(findings.instruments)},
           {"consistent", orNull(findings.consistent)},
           {"multifile", orNull(findings.multifile)},
+          {"needs_conversion", orNull(findings.needsConversion())},
           {"problems", findings.problems},
           {"names", namesJson(findings.names)},
           {"bad_pages", badPagesJson(findings.badPages)}};

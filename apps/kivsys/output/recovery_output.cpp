@@ -1,9 +1,12 @@
 #include "apps/kivsys/output/recovery_output.h"
 
+#include <algorithm>
 #include <cmath>
+#include <map>
 
 #include <nlohmann/json.hpp>
 
+#include "apps/kivsys/output/diagnostics_json.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "base/exact_number.h"
 #include "pagetext/item_words.h"
@@ -43,19 +46,48 @@ std::string placeOf(const Recovery& recovery, const Loss& loss) {
                 : ", between " + nameOf(recovery, after - 1) + " and " + nameOf(recovery, after);
 }
 
+/// How much of the page is missing, by the words that its header states.
+std::string missingLine(const Recovery& recovery) {
+  const int stated = recovery.statedWords.value_or(0);
+  if (stated <= recovery.words) {
+    return "";
+  }
+  constexpr double all = 100;
+  const int missing = stated - recovery.words;
+  const long share = std::max(1L, std::lround(all * missing / stated));
+  return "missing: " + std::to_string(missing) + " of " + std::to_string(stated) + " words, about " +
+         std::to_string(share) + " % of the page\n";
+}
+
 std::string headerLine(const Recovery& recovery) {
   if (recovery.statedWords == recovery.words) {
     return "";
   }
   const std::string stated = recovery.statedWords ? std::to_string(*recovery.statedWords) : "no";
-  return "header: " + stated + " words stated, " + std::to_string(recovery.words) + " recovered\n";
+  return "header: " + stated + " words stated, " + std::to_string(recovery.words) + " recovered\n" +
+         missingLine(recovery);
+}
+
+/// The staves of which no item is left.
+std::string emptyStavesLine(const Recovery& recovery) {
+  std::map<float, bool> hasItems;
+  for (const SavedItem& item : recovery.items) {
+    if (std::isfinite(item.staff)) {
+      hasItems[item.staff] = hasItems[item.staff] || (item.type != ItemType::staff && item.type != ItemType::barline);
+    }
+  }
+  std::string staves;
+  for (const auto& [staff, has] : hasItems) {
+    staves += has ? "" : (staves.empty() ? "" : ", ") + exactNumber(staff);
+  }
+  return staves.empty() ? "" : "nothing is left on these staves: " + staves + "\n";
 }
 
 Json itemJson(const Recovery& recovery, std::size_t index) {
   const SavedItem& item = recovery.items[index];
   return {{"item", index + 1},
-          {"type", item.type.number()},
-          {"staff", std::isfinite(item.staff) ? Json(item.staff) : Json()}};
+          {"type", numberJson(item.type.number())},
+          {"staff", std::isfinite(item.staff) ? numberJson(item.staff) : Json()}};
 }
 
 Json lossJson(const Recovery& recovery, const Loss& loss) {
@@ -81,6 +113,7 @@ std::string asText(const Recovery& recovery, const RecoveryReport& report) {
     text += "lost " + counted(loss.bytes.size(), "byte") + " at offset " + std::to_string(loss.bytes.begin) +
             placeOf(recovery, loss) + "\n";
   }
+  text += recovery.words < recovery.statedWords.value_or(0) ? emptyStavesLine(recovery) : "";
   text += recovery.trailer ? "" : "no trailer found: the standard one, of a page in inches, takes its place\n";
   if (report.dryRun) {
     return text + "nothing written, as this is a dry run; would write " + printable(report.shown) + "\n";

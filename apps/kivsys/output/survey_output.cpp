@@ -14,16 +14,20 @@
 namespace kiv {
 namespace {
 
+// Of comma-separated values.
 constexpr std::array<const char*, 11> columns = {"folder",      "prefix",     "pages",     "systems",
                                                  "instruments", "consistent", "multifile", "problems",
                                                  "files",       "names",      "bad_pages"};
-constexpr std::size_t firstNumber = 2;  // the columns from this one on are as wide as their heads
 constexpr std::size_t namesColumn = 9;  // this one and the last one are as wide as they are
 constexpr std::size_t badPagesColumn = 10;
 
+// Of the table; what follows them is as wide as it is.
+constexpr std::array<const char*, 10> heads = {"folder",     "prefix",    "pages",   "systems",  "instruments",
+                                               "consistent", "multifile", "convert", "problems", "files"};
+constexpr std::size_t firstNumber = 2;  // the columns from this one on are as wide as their heads
 constexpr std::size_t wordsInTable = 4;
 
-using Cells = std::array<std::string, columns.size()>;
+using Cells = std::vector<std::string>;  // of comma-separated values
 
 std::string orDash(const std::optional<std::size_t>& number) {
   return number ? std::to_string(*number) : "-";
@@ -42,18 +46,18 @@ std::string namesOf(const PieceFindings& findings, std::size_t limit) {
   return joined(words, limit);
 }
 
-/// "X3.MUS, X7A.MUS", names beyond the limit only counted.
-std::string badPagesOf(const PieceFindings& findings, std::size_t limit) {
+/// "X3.MUS, X7A.MUS"
+std::string badPagesOf(const PieceFindings& findings) {
   std::vector<std::string> words;
   for (const BadPage& page : findings.badPages) {
     for (const std::string& file : page.files) {
       words.push_back(NativeSystem::fromUtf8(file));
     }
   }
-  return joined(words, limit);
+  return joined(words, SIZE_MAX);
 }
 
-Cells cellsOf(const LibraryPiece& piece, const PieceFindings& findings, std::size_t mostWords) {
+Cells cellsOf(const LibraryPiece& piece, const PieceFindings& findings) {
   return {piece.folder,
           piece.prefix,
           std::to_string(findings.pages),
@@ -63,36 +67,54 @@ Cells cellsOf(const LibraryPiece& piece, const PieceFindings& findings, std::siz
           orDash(findings.multifile),
           std::to_string(findings.problems.size()),
           std::to_string(findings.files),
-          namesOf(findings, mostWords),
-          badPagesOf(findings, mostWords)};
+          namesOf(findings, SIZE_MAX),
+          badPagesOf(findings)};
 }
 
-std::string tableLine(const Cells& cells, std::size_t folderWidth, std::size_t prefixWidth) {
+/// What stands at the end of a line of the table: "  101 (Flute)  bad: x3.mus (item 1: Structural error in MUS file)".
+std::string endOfLine(const PieceFindings& findings) {
+  const std::string names = namesOf(findings, wordsInTable);
+  std::vector<std::string> words;
+  for (const BadPage& page : findings.badPages) {
+    words.push_back(NativeSystem::fromUtf8(page.shown));
+  }
+  const std::string& stopped = findings.stopped;
+  return (names.empty() ? "" : "  " + printable(names)) +
+         (words.empty() ? "" : "  bad: " + printable(joined(words, wordsInTable))) +
+         (stopped.empty() ? "" : "  not analyzed: " + printable(NativeSystem::fromUtf8(stopped)));
+}
+
+std::string tableLine(const std::array<std::string, heads.size()>& cells, std::size_t folderWidth,
+                      std::size_t prefixWidth) {
   std::string line;
-  for (std::size_t i = 0; i < namesColumn; ++i) {
+  for (std::size_t i = 0; i < cells.size(); ++i) {
     const std::string cell = i < firstNumber ? printable(cells[i]) : cells[i];
-    const std::size_t width = i == 0 ? folderWidth : i == 1 ? prefixWidth : std::string_view(columns[i]).size();
+    const std::size_t width = i == 0 ? folderWidth : i == 1 ? prefixWidth : std::string_view(heads[i]).size();
     const std::string blanks(width - std::min(width, widthOf(cell)), ' ');
     line += (i == 0 ? "" : "  ") + (i < firstNumber ? cell + blanks : blanks + cell);
   }
-  const std::string& names = cells[namesColumn];
-  const std::string& badPages = cells[badPagesColumn];
-  return line + (names.empty() ? "" : "  " + printable(names)) +
-         (badPages.empty() ? "" : "  bad: " + printable(badPages)) + "\n";
+  return line;
 }
 
-std::string csvOf(const Cells& cells) {
-  std::vector<std::string> row(cells.begin(), cells.end());
+std::string csvOf(Cells row) {
   std::transform(row.begin(), row.begin() + firstNumber, row.begin(), cellText);
   row[namesColumn] = cellText(row[namesColumn]);
   row[badPagesColumn] = cellText(row[badPagesColumn]);
   return csvLine(row);
 }
 
-Cells heads() {
-  Cells cells;
-  std::copy(columns.begin(), columns.end(), cells.begin());
-  return cells;
+/// "3 pieces, 1 needs a conversion, 0 bad"
+std::string totalsOf(const std::vector<std::optional<PieceFindings>>& all) {
+  std::size_t pieces = 0;
+  std::size_t toConvert = 0;
+  std::size_t bad = 0;
+  for (const auto& findings : all) {
+    pieces += findings ? 1U : 0U;
+    toConvert += findings && findings->needsConversion().value_or(false) ? 1U : 0U;
+    bad += findings && findings->isBad() ? 1U : 0U;
+  }
+  return std::to_string(pieces) + (pieces == 1 ? " piece, " : " pieces, ") + std::to_string(toConvert) +
+         (toConvert == 1 ? " needs" : " need") + " a conversion, " + std::to_string(bad) + " bad\n";
 }
 
 }  // namespace
@@ -101,23 +123,22 @@ SurveyLines::SurveyLines(SurveyFormat format, const std::vector<LibraryPiece>& p
     : format_(format), folderWidth_(widthOf(columns[0])), prefixWidth_(widthOf(columns[1])) {
   for (const LibraryPiece& piece : pieces) {
     folderWidth_ = std::max(folderWidth_, widthOf(printable(piece.folder)));
-    prefixWidth_ = std::max(prefixWidth_, widthOf(printable(piece.prefix)));
+    prefixWidth_ = std::max(prefixWidth_, widthOf(printable(piece.shownPrefix)));
   }
 }
 
 std::string SurveyLines::head() const {
   switch (format_) {
     case SurveyFormat::csv:
-      return csvOf(heads());
+      return csvOf({columns.begin(), columns.end()});
     case SurveyFormat::json:
       return "{\"pieces\":[";
     case SurveyFormat::table:
       break;
   }
-  Cells head = heads();
-  head[namesColumn] = "names, bad pages";
-  head[badPagesColumn].clear();
-  return tableLine(head, folderWidth_, prefixWidth_);
+  std::array<std::string, heads.size()> cells;
+  std::copy(heads.begin(), heads.end(), cells.begin());
+  return tableLine(cells, folderWidth_, prefixWidth_) + "  names, bad pages\n";
 }
 
 std::string SurveyLines::line(const LibraryPiece& piece, const PieceFindings& findings) {
@@ -125,18 +146,23 @@ std::string SurveyLines::line(const LibraryPiece& piece, const PieceFindings& fi
   any_ = true;
   switch (format_) {
     case SurveyFormat::csv:
-      return csvOf(cellsOf(piece, findings, SIZE_MAX));
+      return csvOf(cellsOf(piece, findings));
     case SurveyFormat::json:
       return (isFirst ? "\n" : ",\n") + textOf(toJson(piece, findings));
     case SurveyFormat::table:
       break;
   }
-  return tableLine(cellsOf(piece, findings, wordsInTable), folderWidth_, prefixWidth_);
+  return tableLine({piece.folder, piece.shownPrefix, std::to_string(findings.pages), orDash(findings.systems),
+                    orDash(findings.instruments), orDash(findings.consistent), orDash(findings.multifile),
+                    orDash(findings.needsConversion()), std::to_string(findings.problems.size()),
+                    std::to_string(findings.files)},
+                   folderWidth_, prefixWidth_) +
+         endOfLine(findings) + "\n";
 }
 
-std::string SurveyLines::end(bool interrupted) const {
+std::string SurveyLines::end(const std::vector<std::optional<PieceFindings>>& findings, bool interrupted) const {
   if (format_ != SurveyFormat::json) {
-    return "";
+    return format_ == SurveyFormat::table ? totalsOf(findings) : "";
   }
   return std::string("\n],\"interrupted\":") + (interrupted ? "true" : "false") +
          ",\"schema_version\":" + std::to_string(schemaVersion) + "}\n";

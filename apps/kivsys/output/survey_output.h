@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,8 +21,9 @@ class SurveyLines {
 
   std::string head() const;
   std::string line(const LibraryPiece& piece, const PieceFindings& findings);
-  /// The end of the output; interrupted says that pieces are missing.
-  std::string end(bool interrupted) const;
+  /// The end of the output: in a table, the totals of the findings that there are; interrupted says that pieces are
+  /// missing.
+  std::string end(const std::vector<std::optional<PieceFindings>>& findings, bool interrupted) const;
 
  private:
   SurveyFormat format_;

@@ -35,10 +35,10 @@ std::string asText(const Warnings& warnings, const FileNamer& nameOf) {
   return lines;
 }
 
-std::vector<Json> jsonOf(const Warnings& warnings) {
+std::vector<Json> jsonOf(const Warnings& warnings, const std::vector<FoundFile>& paths) {
   std::vector<Json> all;
   for (const Problem& problem : warnings.problems) {
-    Json object = jsonOf(problem);
+    Json object = jsonOf(problem, paths);
     object["severity"] = "warning";
     object["message"] = Json();
     object["text"] = NativeSystem::toUtf8(warnings.messages[problem.message].text);
@@ -47,12 +47,12 @@ std::vector<Json> jsonOf(const Warnings& warnings) {
   return all;
 }
 
-Json jsonOf(const std::vector<Problem>& problems, const Warnings& warnings) {
+Json jsonOf(const std::vector<Problem>& problems, const Warnings& warnings, const std::vector<FoundFile>& paths) {
   Json all = Json::array();
   for (const Problem& problem : problems) {
-    all.push_back(jsonOf(problem));
+    all.push_back(jsonOf(problem, paths));
   }
-  for (const Json& warning : jsonOf(warnings)) {
+  for (const Json& warning : jsonOf(warnings, paths)) {
     all.push_back(warning);
   }
   return all;

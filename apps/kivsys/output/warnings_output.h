@@ -20,9 +20,10 @@ struct Warnings {
 std::string asText(const Warnings& warnings, const FileNamer& nameOf);
 
 /// Each as a problem of the severity "warning", which is about no message of the run and has a text of its own.
-std::vector<Json> jsonOf(const Warnings& warnings);
+/// The paths are those of its files.
+std::vector<Json> jsonOf(const Warnings& warnings, const std::vector<FoundFile>& paths);
 
 /// The problems of the messages and then the warnings, as one array.
-Json jsonOf(const std::vector<Problem>& problems, const Warnings& warnings);
+Json jsonOf(const std::vector<Problem>& problems, const Warnings& warnings, const std::vector<FoundFile>& paths);
 
 }  // namespace kiv

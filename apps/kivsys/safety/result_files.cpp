@@ -8,6 +8,7 @@
 #include "input/file_names.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
+#include "platform/native_file.h"
 #include "shell/analysis_run.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
@@ -119,9 +120,19 @@ class Conflicts {
 }  // namespace
 
 std::optional<std::string> refusalOfResultName(const std::string& typed) {
-  return capitals(typed).ends_with(firstNumberAndSuffix)
-             ? std::nullopt
-             : std::optional("the name of the first result must end in 0001.MUS: " + typed);
+  const std::string name = capitals(typed);
+  if (name.ends_with(firstNumberAndSuffix)) {
+    return std::nullopt;
+  }
+  const bool isPage = name.ends_with(suffix);
+  const bool isFolder =
+      kindOf(typed) == PathKind::folder || name.find('.', name.find_last_of("/\\") + 1) == std::string::npos;
+  const bool hasSeparator = typed.ends_with('/') || typed.ends_with('\\');
+  const std::string meant = isPage ? typed.substr(0, typed.size() - suffix.size()) + std::string(firstNumberAndSuffix)
+                            : isFolder ? typed + (hasSeparator ? "" : "/") + "WORK" + std::string(firstNumberAndSuffix)
+                                       : "";
+  return "the name of the first result must end in 0001.MUS: " + typed +
+         (meant.empty() ? "" : "; name it with --result " + meant);
 }
 
 std::string defaultResultFile(ConsoleSystem& system, const FoundFile& firstPage) {

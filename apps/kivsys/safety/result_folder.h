@@ -14,9 +14,10 @@ class ResultFolder {
  public:
   /// The folder as the disk names it, and as messages do.
   ResultFolder(Machine& machine, const std::string& path, const std::string& typed)
-      : path_(path), folder_(machine, path, typed) {}
+      : path_(path), typed_(typed), folder_(machine, path, typed) {}
 
   const std::string& path() const { return path_; }
+  const std::string& typed() const { return typed_; }
   bool isMissing() const { return folder_.isMissing(); }
   /// Why it cannot be made; nullopt when it can be, or is there.
   std::optional<std::string> refusal() const { return folder_.refusal(); }
@@ -26,6 +27,7 @@ class ResultFolder {
 
  private:
   std::string path_;
+  std::string typed_;
   PlannedFolder folder_;
 };
 

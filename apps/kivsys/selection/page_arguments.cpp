@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
+#include <system_error>
 #include <utility>
 
 #include "apps/kivsys/selection/natural_order.h"
@@ -53,7 +55,7 @@ std::string patternOf(const std::vector<Piece>& groups) {
 }
 
 /// The groups of pages in a folder, which the core names.
-std::vector<Piece> groupsIn(ConsoleSystem& system, const std::string& folder) {
+std::vector<Piece> groupsIn(ConsoleSystem& system, const std::string& folder, Pages& leftOut) {
   const std::string start = folder + (endsWithBackslash(system, folder) ? "" : "\\");
   Pages files;
   for (const FolderEntry& entry : system.listFolder(start)) {
@@ -61,20 +63,36 @@ std::vector<Piece> groupsIn(ConsoleSystem& system, const std::string& folder) {
       files.push_back(entry.name);
     }
   }
+  leftOut = removeRecovered(system, files);
   return piecesOf(system, files);
 }
 
-std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std::string& typed) {
+/// Whether there is a folder in the folder, which the disk names.
+bool hasFolders(const std::string& folder) {
+  std::error_code failure;
+  std::filesystem::directory_iterator entry(folder, failure);
+  for (; !failure && entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
+    std::error_code unknown;
+    if (entry->is_directory(unknown)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std::string& typed, Pages& leftOut) {
   const std::string folder = system.fullName(withoutSeparators(system, typed));
   if (const auto failure = listFailure(system.diskName(folder))) {
     return "cannot list the folder " + typed + ": " + *failure;
   }
-  std::vector<Piece> groups = groupsIn(system, folder);
+  Pages recovered;
+  std::vector<Piece> groups = groupsIn(system, folder, recovered);
   if (groups.empty() && system.upperCase(typed).ends_with(".MUS")) {
     return Pages{typed};  // a page that cannot be read
   }
   if (groups.empty()) {
-    return "no pages in the folder " + typed;
+    return "no pages in the folder " + typed +
+           (hasFolders(system.diskName(folder)) ? "; 'kivsys survey' analyzes the pieces in its subfolders" : "");
   }
   const std::string start = typed + (endsWithSeparator(system, typed) ? "" : std::string(1, preferredSeparator));
   if (groups.size() > 1) {
@@ -87,6 +105,9 @@ std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std:
   });
   for (std::string& page : pages) {
     page.insert(0, start);
+  }
+  for (const std::string& page : recovered) {
+    leftOut.push_back(start + page);
   }
   return pages;
 }
@@ -107,7 +128,22 @@ std::optional<std::string> refusalOfNewName(const std::string& typed, const std:
   return refusalOf(NativeSystem::beyondNewNames(typed), typed, what);
 }
 
-std::variant<Pages, std::string> pagesMeantBy(ConsoleSystem& system, const std::string& argument) {
+std::optional<std::string> whyNotOneFolder(ConsoleSystem& system, const std::vector<std::string>& arguments) {
+  std::set<std::string> folders;
+  std::string names;
+  for (const std::string& argument : arguments) {
+    const std::string path = system.diskName(system.fullName(withoutSeparators(system, argument)));
+    if (kindOf(path) == PathKind::folder && folders.insert(path).second) {
+      names += (names.empty() ? "" : ", ") + argument;
+    }
+  }
+  return folders.size() < 2
+             ? std::nullopt
+             : std::optional("the pages of one run are in one folder, and these are " + std::to_string(folders.size()) +
+                             ": " + names + "; 'kivsys survey' analyzes the pieces of several folders");
+}
+
+std::variant<Pages, std::string> pagesMeantBy(ConsoleSystem& system, const std::string& argument, Pages& leftOut) {
   if (argument == "-") {
     return "pages are read from files, and their list from standard input with --names -";
   }
@@ -118,7 +154,7 @@ std::variant<Pages, std::string> pagesMeantBy(ConsoleSystem& system, const std::
     }
     const std::string path = system.diskName(system.fullName(withoutSeparators(system, typed)));
     if (kindOf(path) == PathKind::folder) {
-      auto found = pagesOfFolder(system, typed);
+      auto found = pagesOfFolder(system, typed, leftOut);
       if (const auto* inside = std::get_if<Pages>(&found)) {
         pages.insert(pages.end(), inside->begin(), inside->end());
         continue;

@@ -11,7 +11,12 @@ namespace kiv {
 
 /// The page files that an argument means, as they are typed: itself, all pages of a folder, or, where the shell leaves
 /// that to the program, those that match a pattern. A text says why it means none.
-std::variant<std::vector<std::string>, std::string> pagesMeantBy(ConsoleSystem& system, const std::string& argument);
+/// Recovered pages in a folder that has the damaged ones, too, are added to those left out.
+std::variant<std::vector<std::string>, std::string> pagesMeantBy(ConsoleSystem& system, const std::string& argument,
+                                                                 std::vector<std::string>& leftOut);
+
+/// Why these arguments cannot be the pages of one run: they are several folders; nullopt when they are not.
+std::optional<std::string> whyNotOneFolder(ConsoleSystem& system, const std::vector<std::string>& arguments);
 
 /// Why the file that was typed, with this path on the disk, cannot be read; nullopt when it can be. A pattern that
 /// matched nothing is called so.

@@ -82,9 +82,13 @@ std::vector<ListedPage> pagesIn(NativeSystem& system, const NamesList& list) {
 SelectedPages findTypedPages(ConsoleSystem& system, const std::vector<std::string>& typed, const PageSearch& search) {
   SelectedPages selected;
   selected.namesFile = commandLine;
+  if (const auto reason = whyNotOneFolder(system, typed)) {
+    selected.errors.push_back(*reason);
+    return selected;
+  }
   PageFinder finder(system, search);
   for (const std::string& argument : typed) {
-    const auto meant = pagesMeantBy(system, argument);
+    const auto meant = pagesMeantBy(system, argument, selected.leftOut);
     if (const auto* problem = std::get_if<std::string>(&meant)) {
       selected.errors.push_back(*problem);
       continue;

@@ -1,6 +1,8 @@
 #include "apps/kivsys/selection/selection.h"
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 
 #include "apps/kivsys/corrections/correct_on_reading.h"
 #include "apps/kivsys/exit_status.h"
@@ -9,10 +11,13 @@
 #include "apps/kivsys/selection/page_arguments.h"
 #include "apps/kivsys/selection/panel_selection.h"
 #include "input/file_names.h"
+#include "messages/codes.h"
+#include "messages/console_words.h"
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
 #include "platform/console/stop_signals.h"
 #include "platform/separators.h"
+#include "survey/survey.h"
 
 namespace kiv {
 namespace {
@@ -92,10 +97,13 @@ std::vector<std::string> refusalsOfTables(ConsoleSystem& system, const Selection
   const auto& tables = selection.corrections.files;
   pages.isInputATable = std::find(tables.begin(), tables.end(), "-") != tables.end();
   return correctOnReading(system, pages, selection.corrections,
-                          use.skipsBadPages ? BadPages::skipped : BadPages::refused);
+                          use.skipsBadPages ? CorrectedBadPages::skipped : CorrectedBadPages::refused);
 }
 
 void printSelectionNotes(ConsoleHost& console, const SelectedPages& pages) {
+  for (const std::string& page : pages.leftOut) {
+    console.user().printNotes("kivsys: note: " + printable(page) + " is left out, as the damaged page is there, too\n");
+  }
   if (pages.isReordered) {
     console.user().printNotes(reorderingNote(console.system(), pages));
   }
@@ -152,6 +160,25 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
   return run(pages.namesFile);
 }
 
+/// Whether the analysis has ended over one page of several, which --keep-going would have skipped.
+bool endedOverAPage(ConsoleHost& console) {
+  constexpr std::array<std::string_view, 8> ofAPage = {
+      code::structureError, code::tooManyItems,        code::noSystemBarline, code::naming,
+      code::namingNoNumber, code::subscriptOutOfRange, code::overflow,        code::namesFileMissing};
+  const std::vector<FoundFile>& pages = console.system().pages();
+  std::vector<std::string> names;
+  for (const FoundFile& page : pages) {
+    names.push_back(page.name);
+  }
+  if (countPages(console.system(), names) < 2 || console.messages().empty()) {
+    return false;
+  }
+  const auto& last = console.messages().back().message;
+  return !isNote(last) && std::find(ofAPage.begin(), ofAPage.end(), last.code) != ofAPage.end() &&
+         std::any_of(pages.begin(), pages.end(),
+                     [&](const FoundFile& page) { return page.name == last.location.file; });
+}
+
 }  // namespace
 
 int refuse(const std::vector<std::string>& reasons) {
@@ -182,6 +209,9 @@ int runOnSelection(ConsoleHost& console, const Selection& selection, const Selec
   const auto ended = exitCodeOf(console.user(), [&] {
     status = selection.likePanel ? runLikePanel(console, selection, run) : runGuarded(console, selection, use, run);
   });
+  if (use.takesKeepGoing && !use.skipsBadPages && !selection.likePanel && endedOverAPage(console)) {
+    console.user().printNotes("kivsys: note: --keep-going skips bad pages and uses the others\n");
+  }
   if (const int signal = stopSignal(); signal != 0) {
     const std::string reached = console.user().reached();
     printError("ended by " + signalName(signal) + (reached.empty() ? "" : " after " + reached) +

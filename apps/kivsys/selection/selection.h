@@ -40,6 +40,7 @@ struct SelectionUse {
   /// The folders that the command writes into, which no other run may do at the same time, as the disk names them.
   /// None: it writes into no folder.
   std::function<std::vector<std::string>(const SelectedPages& pages)> writtenFolders = {};
+  bool takesKeepGoing = false;  ///< the command has the option --keep-going
   /// Whether a run on these names will write nothing after all, so that no folder is made for it.
   std::function<bool(const std::string& namesFile)> isRefused = {};
 };

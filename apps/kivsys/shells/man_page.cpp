@@ -129,8 +129,8 @@ wrong usage: a command line that cannot be understood, pages, file names or corr
 that would be overwritten; nothing was written
 .TP
 .B 3
-not usable as it stands: the pages need a conversion (\fBanalyze \-\-exit\-code\fR), or there are warnings
-or problems (\fB\-\-strict\fR)
+not usable as it stands: the pages need a conversion (\fBanalyze \-\-exit\-code\fR), a piece does or is
+bad (\fBsurvey \-\-exit\-code\fR), or there are warnings or problems (\fB\-\-strict\fR)
 .TP
 .B 4
 somebody else is at work: another run in a folder that the command writes into, or another survey with the
@@ -149,7 +149,17 @@ the report of an analysis, with one record for each staff
 .I KivSystemDump.txt
 what \fBtrace\fR writes: the items of the last system, and what is known about every instrument
 .PP
-They are in the current folder, or in that of \fB\-\-folder\fR.
+These three are in the current folder, or in that of \fB\-\-folder\fR.
+.TP
+.I .kivsys
+a hidden folder beside files that a run has replaced, with the old ones, from which \fBundo\fR restores them; the
+next run there removes what it can no longer undo
+.TP
+.I $XDG_STATE_HOME/kivsys
+the journals for \fBundo\fR, in
+.I ~/.local/state/kivsys
+if XDG_STATE_HOME is not set, on Windows in
+.I %LOCALAPPDATA%\eKivSystem
 .SH ENVIRONMENT
 .TP
 .B NO_COLOR
@@ -158,6 +168,9 @@ when it is set and not empty, text on a terminal is not colored
 .B TMPDIR
 the folder for temporary files, instead of
 .I /tmp
+.TP
+.B XDG_STATE_HOME
+the folder of programs' state, in which the journals for \fBundo\fR are
 .SH EXAMPLES
 )";
 

@@ -6,6 +6,8 @@
 #include <span>
 #include <system_error>
 
+#include "apps/kivsys/selection/natural_order.h"
+#include "apps/kivsys/undo/kept_files.h"
 #include "base/sha256.h"
 #include "mus/format.h"
 
@@ -27,10 +29,22 @@ bool hasJustChanged(const fs::path& file) {
   return fs::file_time_type::clock::now() - fs::last_write_time(file, failure) < 2s;
 }
 
+/// The prefix in the spelling of the first page.
+std::string shownPrefixOf(NativeSystem& system, const Piece& piece) {
+  std::string own = piece.files.front().substr(0, piece.prefix.size());
+  return system.upperCase(own) == piece.prefix ? own : piece.prefix;
+}
+
 LibraryPiece libraryPiece(NativeSystem& system, const fs::path& folder, const Piece& piece) {
   std::error_code failure;
   const fs::path path = fs::canonical(folder, failure);
-  LibraryPiece found{folder.string(), failure ? folder.string() : path.string(), piece.prefix, {}, {}, ""};
+  LibraryPiece found{folder.string(),
+                     failure ? folder.string() : path.string(),
+                     piece.prefix,
+                     {},
+                     {},
+                     "",
+                     shownPrefixOf(system, piece)};
   bool isSettled = true;
   for (const std::string& file : piece.files) {
     found.pages.push_back(system.fullName((folder / file).string()));
@@ -59,6 +73,9 @@ std::vector<fs::path> visit(NativeSystem& system, const fs::path& folder, Librar
   fs::directory_iterator entry(folder, failure);
   for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
     std::error_code unknown;
+    if (entry->path().filename() == keptFolderName) {
+      continue;  // what undo has kept is no part of the library
+    }
     const bool isFolder = entry->is_directory(unknown) && !entry->is_symlink(unknown);
     if (isBeyondNames(system, entry->path(), isFolder)) {
       library.unusable.push_back(entry->path().string());
@@ -71,10 +88,17 @@ std::vector<fs::path> visit(NativeSystem& system, const fs::path& folder, Librar
   if (failure) {
     library.unreadable.push_back(folder.string() + ": " + failure.message());
   }
-  for (const Piece& piece : piecesOf(system, names)) {
+  for (const std::string& name : removeRecovered(system, names)) {
+    library.leftOut.push_back((folder / name).string());
+  }
+  std::vector<Piece> pieces = piecesOf(system, names);
+  std::stable_sort(pieces.begin(), pieces.end(),
+                   [](const Piece& a, const Piece& b) { return comesBefore(a.prefix, b.prefix); });
+  for (const Piece& piece : pieces) {
     library.pieces.push_back(libraryPiece(system, folder, piece));
   }
-  std::sort(below.begin(), below.end());
+  std::sort(below.begin(), below.end(),
+            [](const fs::path& a, const fs::path& b) { return comesBefore(a.string(), b.string()); });
   return below;
 }
 

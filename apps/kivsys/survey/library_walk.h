@@ -26,6 +26,7 @@ struct LibraryPiece {
   std::vector<std::string> pages;  ///< full names, as the core writes names
   std::vector<PageStamp> stamps;   ///< of the pages; a stamp differs when its page has changed
   std::string digest;              ///< of their content, when one of them changed just before the walk; else ""
+  std::string shownPrefix = {};    ///< for people: the prefix as the disk has it in the name of the first page
 
   /// What it is known by from run to run.
   std::string key() const { return stamps.empty() ? path : path + "/" + stamps.front().name; }
@@ -33,15 +34,16 @@ struct LibraryPiece {
 
 /// A library as it was found.
 struct Library {
-  std::vector<LibraryPiece> pieces;     ///< by folder, and by prefix within one
+  std::vector<LibraryPiece> pieces;     ///< by folder, and by prefix within one, in natural order
   std::vector<std::string> unreadable;  ///< folders that cannot be listed
   std::vector<std::string> unusable;    ///< folders and pages that the core cannot name
+  std::vector<std::string> leftOut;     ///< recovered pages beside the damaged ones
 };
 
 /// The SHA-256 of what an analysis can read of the pages, as hexadecimal digits.
 std::string digestOf(const LibraryPiece& piece);
 
-/// Walks the folders with all below them. Links to folders are not followed.
+/// Walks the folders with all below them, but for what undo has kept. Links to folders are not followed.
 Library walkLibrary(NativeSystem& system, const std::vector<std::string>& folders);
 
 }  // namespace kiv

@@ -55,7 +55,7 @@ std::string stateOf(const std::string& path) {
 }
 
 std::string keptFolderOf(const std::string& folder) {
-  return pathIn(folder, ".kivsys");
+  return pathIn(folder, keptFolderName);
 }
 
 std::string keptPathOf(const FileChange& change) {

@@ -9,7 +9,9 @@ namespace kiv {
 /// What the file is, as journals write it: its SHA-256, or a file_state.
 std::string stateOf(const std::string& path);
 
-/// The hidden folder in which the replaced files of a folder are kept.
+/// The name of the hidden folder in which the replaced files of a folder are kept.
+inline constexpr const char* keptFolderName = ".kivsys";
+/// That folder of a folder.
 std::string keptFolderOf(const std::string& folder);
 /// Where the old file of a change is kept.
 std::string keptPathOf(const FileChange& change);

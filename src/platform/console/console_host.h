@@ -25,7 +25,8 @@ class ConsoleHost {
   /// From now on, messages are printed in the console's own words.
   void useConsoleWords() {
     user_.useConsoleWords([this](const std::string& name) { return system_.shownName(name); },
-                          [this](const std::string& name) { return system_.outputPath(name); });
+                          [this](const std::string& name) { return system_.outputPath(name); },
+                          [this] { return system_.writeFailure(); });
   }
 
   /// The messages in the order in which they were shown.

@@ -110,6 +110,15 @@ bool ConsoleSystem::mayWrite(const std::string& path) {
   return !refusal;
 }
 
+void ConsoleSystem::noteWriteFailure(const std::string& path, const std::string& reason) {
+  std::string folder = folderOfPath(*this, path);
+  folder = folder.empty() ? diskName(currentFolder()) : folder;
+  while (folder.size() > 1 && (folder.ends_with('/') || folder.ends_with('\\'))) {
+    folder.pop_back();
+  }
+  writeFailure_ = reason.empty() ? "" : folder + ": " + reason;
+}
+
 std::unique_ptr<OutputFile> ConsoleSystem::openOutput(const std::string& name) {
   const std::string path = NativeSystem::diskName(name);
   if (isGuarded() && !mayWrite(path)) {
@@ -121,6 +130,8 @@ std::unique_ptr<OutputFile> ConsoleSystem::openOutput(const std::string& name) {
   auto file = GuardedSystem::openOutput(name);
   if (file) {
     guard_.addWritten(path);
+  } else {
+    noteWriteFailure(path, lastCallFailure());
   }
   return journaled(std::move(file), path);
 }
@@ -148,12 +159,15 @@ std::optional<std::string> ConsoleSystem::putFile(const std::string& name, std::
   }
   if (journal_ != nullptr) {
     if (auto failure = journal_->beforeReplace(path, replacedPath(file), bytes)) {
+      noteWriteFailure(path, *failure);
       return failure;
     }
   }
   auto failure =
       existing == Existing::replaced ? GuardedSystem::replaceFile(file, bytes) : GuardedSystem::createFile(file, bytes);
-  if (!failure) {
+  if (failure) {
+    noteWriteFailure(path, *failure);
+  } else {
     guard_.addWritten(path);
     replacedFiles_.push_back(name);
     if (!pages_.empty()) {

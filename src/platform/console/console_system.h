@@ -70,6 +70,8 @@ class ConsoleSystem : public GuardedSystem {
   std::string outputPath(const std::string& name);
   /// The pages that were bound, in order, their names in upper case.
   const std::vector<FoundFile>& pages() const { return pages_; }
+  /// Why the last file could not be written, and its folder: "/music/out: Permission denied"; "" when that is unknown.
+  const std::string& writeFailure() const { return writeFailure_; }
   /// The files that replaceFile has written, in order.
   const std::vector<std::string>& replacedFiles() const { return replacedFiles_; }
   /// The same, with their paths; only of a run with bound pages.
@@ -81,6 +83,7 @@ class ConsoleSystem : public GuardedSystem {
   bool mayWrite(const std::string& path);
   enum class Existing { replaced, kept };
   std::optional<std::string> putFile(const std::string& name, std::string_view bytes, Existing existing);
+  void noteWriteFailure(const std::string& path, const std::string& reason);
   std::unique_ptr<OutputFile> journaled(std::unique_ptr<OutputFile> file, const std::string& path);
   std::string inBoundFolder(const std::string& name);
 
@@ -96,6 +99,7 @@ class ConsoleSystem : public GuardedSystem {
   PageStamps stamps_;
   PageCorrections corrections_;
   ChangeJournal* journal_ = nullptr;
+  std::string writeFailure_;
   std::vector<std::string> replacedFiles_;
   std::vector<FoundFile> writtenFiles_;
 };

@@ -94,7 +94,7 @@ Answer ConsoleUser::show(const Message& message) {
   clearProgress();
   if (isPrinted(message)) {
     NativeSystem::writeError(nameOf_
-                                 ? consoleLines(message, nameOf_, pathOf_)
+                                 ? consoleLines(message, nameOf_, pathOf_, writeFailure_ ? writeFailure_() : "")
                                  : std::string(severityOf(message.icon)) + asLines(withNamesEscaped(message)) + "\n");
   }
   const Answer answer = message.buttons == Buttons::yesNo ? ask() : Answer::ok;
@@ -111,7 +111,9 @@ Answer ConsoleUser::ask() {
   }
   std::string line;
   while (true) {
-    NativeSystem::writeError("  [y/N/a/q] ");
+    const bool explains = nameOf_ && !answersExplained_;
+    NativeSystem::writeError(explains ? "  [y/N/a/q] (y: yes, n: no, a: yes to all, q: no to all) " : "  [y/N/a/q] ");
+    answersExplained_ = true;
     letSignalsEndReading(true);
     const bool isRead = static_cast<bool>(std::getline(std::cin, line));
     letSignalsEndReading(false);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,11 +30,13 @@ class ConsoleUser : public User {
   /// Text files are read through the files, which must outlive this object.
   explicit ConsoleUser(Files& files) : files_(files), terminal_(NativeSystem::errorIsTerminal()) {}
 
-  /// From now on, messages are printed in the console's own words, with the names that users know files by. The
-  /// messages that are kept stay as they are. The second namer gives the path under which the disk has a file.
-  void useConsoleWords(FileNamer nameOf, FileNamer pathOf) {
+  /// From now on, messages are printed in the console's own words, with the names that users know files by, and
+  /// with the reason when a file could not be written. The messages that are kept stay as they are. The second namer
+  /// gives the path under which the disk has a file.
+  void useConsoleWords(FileNamer nameOf, FileNamer pathOf, std::function<std::string()> writeFailure) {
     nameOf_ = std::move(nameOf);
     pathOf_ = std::move(pathOf);
+    writeFailure_ = std::move(writeFailure);
   }
   /// The name by which the user knows a file that the core names.
   std::string nameOf(const std::string& coreName) const { return nameOf_ ? nameOf_(coreName) : coreName; }
@@ -50,6 +53,8 @@ class ConsoleUser : public User {
 
   /// From now on no progress is shown.
   void hideProgress() { showsProgress_ = false; }
+  /// Clears the line of the progress before other lines are printed; the next progress is shown again.
+  void clearProgress();
   /// How far unfinished work has come: "12 of 40 pages"; "" when there is none.
   std::string reached() const { return progress_.reached(); }
 
@@ -58,16 +63,17 @@ class ConsoleUser : public User {
 
  private:
   Answer ask();
-  void clearProgress();
   bool isPrinted(const Message& message) const;
 
   Files& files_;
   FileNamer nameOf_;  // none: messages are printed as they are
   FileNamer pathOf_;
+  std::function<std::string()> writeFailure_;
   bool terminal_;
   bool quiet_ = false;
   bool showsProgress_ = true;
   bool progressShown_ = false;
+  bool answersExplained_ = false;
   ProgressLine progress_;
   std::optional<Answer> standingAnswer_;  // to all further questions
   std::vector<ShownMessage> messages_;

@@ -85,6 +85,10 @@ std::optional<std::string> listFailure(const std::string& folder) {
   return open.isOpen() || errno == EMFILE || errno == ENFILE ? std::nullopt : std::optional(lastFailure());
 }
 
+std::string lastCallFailure() {
+  return errno == 0 ? "" : lastFailure();
+}
+
 std::optional<std::string> makeFolder(const std::string& path) {
   constexpr mode_t openToAll = 0777;
   if (::mkdir(path.c_str(), openToAll) != 0) {

@@ -79,6 +79,10 @@ std::optional<std::string> listFailure(const std::string& folder) {
   return openAs(folder, FILE_LIST_DIRECTORY).isOpen() ? std::nullopt : std::optional(lastFailure());
 }
 
+std::string lastCallFailure() {
+  return GetLastError() == ERROR_SUCCESS ? "" : lastFailure();
+}
+
 std::optional<std::string> makeFolder(const std::string& path) {
   return CreateDirectoryA(path.c_str(), nullptr) != FALSE ? std::nullopt : std::optional(lastFailure());
 }

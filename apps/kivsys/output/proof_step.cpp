@@ -1,0 +1,61 @@
+#include "apps/kivsys/output/proof_step.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "apps/kivsys/output/next_step.h"
+#include "platform/console/printable.h"
+
+namespace kiv {
+namespace {
+
+constexpr std::string_view report = "KivSystem2.TXT";
+constexpr std::string_view otherPages = "is the report of other pages";
+constexpr std::string_view structure = "has a structural error";
+constexpr std::string_view parameters = "has too many parameters";
+
+bool isUnreadable(const proof::Finding& finding) {
+  return finding.what.starts_with("cannot be read");
+}
+
+/// The page of the selection that is damaged; "" when none is.
+std::string damagedPage(const proof::Verification& verification, const std::vector<FoundFile>& pages) {
+  const auto isIt = [&](const proof::Finding& finding) {
+    const bool isPage =
+        std::any_of(pages.begin(), pages.end(), [&](const FoundFile& page) { return page.name == finding.file; });
+    return isPage && (finding.what.starts_with(structure) || finding.what.starts_with(parameters));
+  };
+  const auto found = std::find_if(verification.findings.begin(), verification.findings.end(), isIt);
+  return found == verification.findings.end() ? "" : found->file;
+}
+
+/// Why there is no proof, in one phrase.
+std::string reasonOf(const proof::Verification& verification) {
+  for (const proof::Finding& finding : verification.findings) {
+    if (finding.file == report && isUnreadable(finding)) {
+      return "the report is missing, so there is nothing to compare the results with: " + finding.file;
+    }
+    if (finding.file == report && finding.what.starts_with(otherPages)) {
+      return "the report is of other pages, or of these before they were changed: " + finding.file;
+    }
+  }
+  const std::size_t count = verification.findings.size();
+  return std::to_string(count) + (count == 1 ? " finding" : " findings");
+}
+
+}  // namespace
+
+std::string stepForProof(const proof::Verification& verification, const TypedProof& typed) {
+  const std::string page = damagedPage(verification, typed.pages);
+  std::string next = page.empty() ? "" : "kivsys recover " + asArgument(typed.nameOf(page));
+  if (next.empty() && canRepeat(typed.selection)) {
+    next = "kivsys convert" + selectionArguments(typed.selection) +
+           (typed.selection.layout.empty() ? "" : " --layout " + asArgument(typed.selection.layout)) +
+           (typed.fit ? " --fit" : "") + (typed.result.empty() ? "" : " --result " + asArgument(typed.result)) +
+           " --verify";
+  }
+  return "kivsys: not proved: " + reasonOf(verification) + "\n" +
+         (next.empty() ? "" : "Next: " + printable(next) + "\n");
+}
+
+}  // namespace kiv

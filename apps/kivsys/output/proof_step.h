@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "apps/kivsys/selection/selection.h"
+#include "messages/console_words.h"
+#include "verify/verify.h"
+
+namespace kiv {
+
+/// A run of verify, as it was typed.
+struct TypedProof {
+  const Selection& selection;
+  const std::string& result;            ///< the first result file; "" for the default one
+  bool fit = false;                     ///< of a conversion whose rest staves fit the music
+  const std::vector<FoundFile>& pages;  ///< the inputs
+  const FileNamer& nameOf;              ///< the names by which users know files
+};
+
+/// Why a conversion is not proved, and the command line that helps, as lines of their own. A report that is not there,
+/// or is of other pages, says nothing about the results.
+std::string stepForProof(const proof::Verification& verification, const TypedProof& typed);
+
+}  // namespace kiv
