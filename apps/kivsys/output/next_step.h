@@ -27,10 +27,4 @@ std::optional<std::string> nextWithCorrections(const std::string& command, const
 /// The pages of a selection as arguments of a command line, each after a blank. Names are quoted.
 std::string selectionArguments(const Selection& selection);
 
-/// The argument as a shell passes it on unchanged.
-std::string quotedForShell(const std::string& argument);
-
-/// A file name as one argument of a command line.
-std::string asArgument(const std::string& name);
-
 }  // namespace kiv

@@ -1,18 +1,14 @@
 #include "platform/console/message_words.h"
 
-#include <filesystem>
-#include <string_view>
-
 #include "platform/console/printable.h"
+#include "platform/console/shell_words.h"
 #include "platform/native_file.h"
 
 namespace kiv {
 namespace {
 
-constexpr bool isWindows = std::filesystem::path::preferred_separator == '\\';
-
 std::string nextLine(const Message& message, const std::string& file) {
-  const std::string command = nextCommand(message, file);
+  const std::string command = commandAfter(message, file);
   return command.empty() ? "" : "Next: " + command + "\n";
 }
 
@@ -23,38 +19,20 @@ bool isSilent(const Message& message) {
 
 }  // namespace
 
-std::string nextCommand(const Message& message, const std::string& file) {
-  const std::string word = shellWord(file);
-  if (word.empty() || file == "-") {
+std::string commandAfter(const Message& message, const std::string& file) {
+  const bool isOneLine = printable(file) == file;
+  if (file.empty() || file == "-" || !isOneLine) {
     return "";
   }
   const bool isOfItem = message.location.item > 0;
   if (message.code == code::structureError || message.code == code::tooManyItems ||
       (message.code == code::subscriptOutOfRange && isOfItem)) {
-    return "kivsys recover " + word;
+    return "kivsys recover " + fileWord(file);
   }
   if (message.code == code::systemBarline) {
-    return "kivsys draw " + word + " --out " + shellWord(file.substr(0, file.rfind('.')) + ".svg");
+    return "kivsys draw " + fileWord(file) + " --out " + fileWord(file.substr(0, file.rfind('.')) + ".svg");
   }
   return "";
-}
-
-std::string shellWord(const std::string& word) {
-  constexpr std::string_view plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-+=:,./\\@%";
-  if (word.empty() || printable(word) != word) {
-    return "";
-  }
-  if (isWindows) {
-    return word.find_first_not_of(plain) == std::string::npos ? word : "\"" + word + "\"";
-  }
-  if (word.find_first_not_of(plain.substr(0, plain.find('\\'))) == std::string::npos) {
-    return word;
-  }
-  std::string quoted;
-  for (const char c : word) {
-    quoted += c == '\'' ? "'\\''" : std::string(1, c);
-  }
-  return "'" + quoted + "'";
 }
 
 std::string consoleLines(const Message& message, const FileNamer& nameOf, const FileNamer& pathOf) {
