@@ -17,7 +17,7 @@ std::string writtenAgain(const StateText& state) {
   std::string text = stateHead(state.roots);
   for (const auto& [key, entry] : state.entries) {
     LibraryPiece piece;
-    piece.pages = {key};
+    piece.path = key;
     piece.stamps = entry.stamps;
     piece.digest = entry.digest;
     text += stateLine(piece, entry.findings);
@@ -25,15 +25,16 @@ std::string writtenAgain(const StateText& state) {
   return text;
 }
 
-/// The state whose names are as the first one's when they are written.
+/// The state whose names are as the first one's when they are written. A piece is known by its path and first file.
 StateText withNamesWritten(const StateText& state) {
   StateText written;
   written.roots = state.roots;
   for (auto [key, entry] : state.entries) {
+    const std::string pieceKey = key + "/" + entry.stamps.front().name;
     for (PageStamp& stamp : entry.stamps) {
       stamp.name = stateName(stamp.name);
     }
-    written.entries[stateName(key)] = entry;
+    written.entries[stateName(pieceKey)] = entry;
   }
   return written;
 }

@@ -36,6 +36,9 @@ struct Settings {
 struct KivSystem {
   explicit KivSystem(const Host& theHost) : host(theHost) {}
 
+  /// Of pages that are analyzed: whether they can be used without a conversion.
+  bool qualifies() const { return systems.isConsistent() && pages.multifileCount == 0; }
+
   Host host;
   Settings settings;
   Panel panel;

@@ -60,8 +60,8 @@ check_deb() {
   done
   (cd "$work/pages" && "$kivsys" convert SYMPH*.MUS >/dev/null 2>"$work/messages") || fail "kivsys convert fails"
   for expected in "$example"/results/*.txt; do
-    "$kivsys" build --force "$expected" "$work/expected"
-    cmp "$work/expected" "$work/pages/$(basename "$expected" .txt).MUS" || fail "result $(basename "$expected")"
+    "$kivsys" build --force "$expected" "$work/expected.MUS"
+    cmp "$work/expected.MUS" "$work/pages/$(basename "$expected" .txt).MUS" || fail "result $(basename "$expected")"
   done
   for page in "$work"/pages/SYMPH*.MUS; do
     cmp "$page" "$work/content/examples/beethoven-9/$(basename "$page")" || fail "packaged page $(basename "$page")"

@@ -13,7 +13,7 @@ namespace {
 
 /// Of each combination of damage and style of a page, as many pages.
 std::map<DamageKind, RecoveryFigures> figuresOfSamples() {
-  constexpr std::uint32_t pages = RECOVERED_SAMPLES;
+  constexpr std::uint32_t pages = 2250;
   std::map<DamageKind, RecoveryFigures> figures;
   for (std::uint32_t number = 100000; number < 100000 + pages; ++number) {
     const DamagedSample sample = sampleOf(number);
@@ -38,7 +38,7 @@ TEST(RecoveryFigures, OfDamagesThatMoveNothingNearlyAllItemsComeBackAndHardlyAny
       all.add(figures);
     }
   }
-  EXPECT_GT(all.pages, RECOVERED_SAMPLES / 2U);
+  EXPECT_GT(all.pages, 1000U);
   EXPECT_GE(all.itemsBack(), 99.5);
   EXPECT_GE(all.pagesWithoutInvented(), 99.9);
 }

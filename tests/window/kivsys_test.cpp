@@ -84,7 +84,8 @@ TEST_F(Kivsys, WritesMessagesToStandardErrorAndNeverWaits) {
   folder.addPage("X1.MUS", withoutIdentifier);
   const Ended ended = kivsys("analyze X1.MUS");
   EXPECT_EQ(ended.status, 0);
-  EXPECT_EQ(ended.error, "kivsys: X1.MUS: note: Zero instrId(s); Results are unpredictable\r\n");
+  EXPECT_EQ(ended.error,
+            "kivsys: X1.MUS: note: Zero instrId(s); Results are unpredictable\r\nNext: kivsys suggest X1.MUS\r\n");
   const Ended like = kivsys("analyze --like-panel X1.MUS");
   EXPECT_EQ(like.error, "information: Zero instrId(s) in file: " + folder.upper("X1.MUS") +
                             "\r\n  \r\n  Results are unpredictable.\r\n");

@@ -46,7 +46,7 @@ test_native() {
   say "native tests"
   ctest --test-dir build/debug --output-on-failure -j "$(nproc)" || true
   # shellcheck disable=SC2046
-  count_results build/debug/results $(cat build/debug/tests/programs.txt)
+  count_results build/debug/results $(cat build/debug/tests/programs.txt) console_half
 }
 
 # The delivered console program on a failing disk; sanitizers would interfere.

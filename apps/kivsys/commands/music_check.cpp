@@ -13,13 +13,6 @@
 #include "verify/result_names.h"
 
 namespace kiv {
-namespace {
-
-bool qualifies(const KivSystem& program) {
-  return program.systems.isConsistent() && program.pages.multifileCount == 0;
-}
-
-}  // namespace
 
 std::vector<Message> findMusicWarnings(Files& files, Machine& machine, const std::string& firstResultFile,
                                        GroupFacts& group) {
@@ -48,7 +41,7 @@ std::vector<Message> tryForMusicWarnings(ConsoleSystem& system, const std::strin
   const auto run = [&] {
     analyze(program, namesFile, conversion.allowZeroId, &group);
     result = result.empty() ? firstResultFile(system, program.names) : result;
-    if (conversion.force || !qualifies(program)) {
+    if (conversion.force || !program.qualifies()) {
       convertGroup(program, {result, true, false, ReadBack::no, conversion.restStaves, conversion.required});
       isConverted = true;
     }

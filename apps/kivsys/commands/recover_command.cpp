@@ -21,7 +21,8 @@
 #include "platform/bounded_file.h"
 #include "platform/console/error_line.h"
 #include "platform/console/guarded_system.h"
-#include "platform/console/message_words.h"
+#include "platform/console/printable.h"
+#include "platform/console/shell_words.h"
 #include "platform/console/standard_input.h"
 #include "repair/recovery.h"
 #include "survey/survey.h"
@@ -123,12 +124,11 @@ std::string stepToReplace(const std::string& page, const std::string& recovered)
 #else
   constexpr const char* move = "mv ";
 #endif
-  const std::string damaged = shellWord(page);
-  const std::string kept = shellWord(page + ".damaged");
-  const std::string whole = shellWord(recovered);
-  return damaged.empty() || page.starts_with('-')
-             ? ""
-             : "Next: " + (move + damaged) + " " + kept + " && " + move + whole + " " + damaged + "\n";
+  const bool isOneLine = printable(page + recovered) == page + recovered;
+  const std::string damaged = fileWord(page);
+  return !isOneLine ? ""
+                    : "Next: " + (move + damaged) + " " + fileWord(page + ".damaged") + " && " + move +
+                          fileWord(recovered) + " " + damaged + "\n";
 }
 
 /// Recovers the page of these bytes.

@@ -7,7 +7,6 @@
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/made_by.h"
-#include "apps/kivsys/output/next_step.h"
 #include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "apps/kivsys/safety/result_files.h"
@@ -15,6 +14,7 @@
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
+#include "platform/console/shell_words.h"
 #include "platform/default_program.h"
 #include "report_page/gather_report.h"
 #include "report_page/report_page.h"
@@ -97,9 +97,9 @@ report::ReportRequest ReportRun::requestFor(const std::string& namesFile) {
   request.allPictures = options_.all;
   request.arguments =
       shown((options_.allowZeroId ? " --allow-zero-id" : "") + shortArguments(system_, options_.selection));
-  request.argumentOf = [this](const std::string& file) { return shown(asArgument(system_.shownName(file))); };
+  request.argumentOf = [this](const std::string& file) { return shown(fileWord(system_.shownName(file))); };
   request.firstResult = result_;
-  request.typedResult = shown(asArgument(options_.result));
+  request.typedResult = shown(fileWord(options_.result));
   request.proposals = proposals_;
   return request;
 }

@@ -14,6 +14,7 @@
 #include "base/number.h"
 #include "platform/bounded_file.h"
 #include "platform/console/printable.h"
+#include "platform/console/shell_words.h"
 #include "platform/native_file.h"
 #include "repair/corrections.h"
 #include "report_page/report_problems.h"
@@ -95,7 +96,7 @@ std::optional<std::string> patternFor(ConsoleSystem& system, const std::vector<F
   }
   const std::string prefix = first.substr(0, std::min(first.find_first_of("0123456789"), same));
   const std::string suffix = first.substr(std::min(first.rfind('.'), first.size()));
-  const bool isPlain = !prefix.empty() && quotedForShell(folder + prefix + suffix) == folder + prefix + suffix;
+  const bool isPlain = !prefix.empty() && shellWord(folder + prefix + suffix) == folder + prefix + suffix;
   std::error_code failure;
   std::size_t matching = 0;
   for (const auto& entry : std::filesystem::directory_iterator(folder.empty() ? "." : folder, failure)) {

@@ -17,11 +17,10 @@ std::vector<std::string> inputsOf(const KivSystem& program) {
 }
 
 RunScope scopeOf(const KivSystem& program, const StrictRun& run) {
-  const bool qualifies = program.systems.isConsistent() && program.pages.multifileCount == 0;
-  if (run.converts && (!qualifies || run.force)) {
+  if (run.converts && (!program.qualifies() || run.force)) {
     return RunScope::conversion;
   }
-  return qualifies || run.converts ? RunScope::analysis : RunScope::beforeConversion;
+  return program.qualifies() || run.converts ? RunScope::analysis : RunScope::beforeConversion;
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
 #include "apps/kivsys/output/next_step.h"
 
 #include <algorithm>
-#include <string_view>
 
 #include "messages/codes.h"
 #include "platform/console/message_words.h"
+#include "platform/console/shell_words.h"
 
 namespace kiv {
 namespace {
@@ -37,43 +37,17 @@ bool canRepeat(const Selection& selection) {
   return selection.names != "-" && std::find(tables.begin(), tables.end(), "-") == tables.end();
 }
 
-std::string quotedForShell(const std::string& argument) {
-  constexpr std::string_view plain =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_./:=,+-"
-#ifdef _WIN32
-      "\\";
-  const std::string quote = "\"";
-  const std::string inside = "\"\"";
-#else
-      ;
-  const std::string quote = "'";
-  const std::string inside = "'\\''";
-#endif
-  if (!argument.empty() && argument.front() != '-' && argument.find_first_not_of(plain) == std::string::npos) {
-    return argument;
-  }
-  std::string text = quote;
-  for (const char c : argument) {
-    text += std::string(1, c) == quote ? inside : std::string(1, c);
-  }
-  return text + quote;
-}
-
-std::string asArgument(const std::string& name) {
-  return quotedForShell(name.starts_with('-') ? "./" + name : name);
-}
-
 std::string selectionArguments(const Selection& selection) {
   std::string arguments;
   if (!selection.names.empty()) {
-    arguments = (selection.folder.empty() ? "" : " --folder " + asArgument(selection.folder)) + " --names " +
-                asArgument(selection.names);
+    arguments = (selection.folder.empty() ? "" : " --folder " + fileWord(selection.folder)) + " --names " +
+                fileWord(selection.names);
   }
   for (const std::string& page : selection.pages) {
-    arguments += " " + asArgument(page);
+    arguments += " " + fileWord(page);
   }
   for (const std::string& table : selection.corrections.files) {
-    arguments += " --corrections " + asArgument(table);
+    arguments += " --corrections " + fileWord(table);
   }
   return arguments + (selection.corrections.only.empty() ? "" : " --only " + selection.corrections.only);
 }
@@ -81,7 +55,7 @@ std::string selectionArguments(const Selection& selection) {
 std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileNamer& nameOf) {
   for (const ShownMessage& shown : outcome.messages) {
     const std::string& file = shown.message.location.file;
-    const std::string command = file.empty() ? "" : nextCommand(shown.message, nameOf(file));
+    const std::string command = file.empty() ? "" : commandAfter(shown.message, nameOf(file));
     if (!command.empty()) {
       return command;
     }

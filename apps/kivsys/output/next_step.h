@@ -30,10 +30,4 @@ bool canRepeat(const Selection& selection);
 /// The pages of a selection as arguments of a command line, each after a blank. Names are quoted.
 std::string selectionArguments(const Selection& selection);
 
-/// The argument as a shell passes it on unchanged.
-std::string quotedForShell(const std::string& argument);
-
-/// A name as an argument that the system's shell passes on unchanged; one that begins with a hyphen is no option then.
-std::string asArgument(const std::string& name);
-
 }  // namespace kiv

@@ -5,6 +5,7 @@
 
 #include "apps/kivsys/output/next_step.h"
 #include "platform/console/printable.h"
+#include "platform/console/shell_words.h"
 
 namespace kiv {
 namespace {
@@ -47,11 +48,11 @@ std::string reasonOf(const proof::Verification& verification) {
 
 std::string stepForProof(const proof::Verification& verification, const TypedProof& typed) {
   const std::string page = damagedPage(verification, typed.pages);
-  std::string next = page.empty() ? "" : "kivsys recover " + asArgument(typed.nameOf(page));
+  std::string next = page.empty() ? "" : "kivsys recover " + fileWord(typed.nameOf(page));
   if (next.empty() && canRepeat(typed.selection)) {
     next = "kivsys convert" + selectionArguments(typed.selection) +
-           (typed.selection.layout.empty() ? "" : " --layout " + asArgument(typed.selection.layout)) +
-           (typed.fit ? " --fit" : "") + (typed.result.empty() ? "" : " --result " + asArgument(typed.result)) +
+           (typed.selection.layout.empty() ? "" : " --layout " + fileWord(typed.selection.layout)) +
+           (typed.fit ? " --fit" : "") + (typed.result.empty() ? "" : " --result " + fileWord(typed.result)) +
            " --verify";
   }
   return "kivsys: not proved: " + reasonOf(verification) + "\n" +

@@ -55,8 +55,7 @@ std::size_t countResults(ConsoleSystem& system, const SelectedPages& pages, cons
   if (exitCodeOf(user, [&] { analyze(program, pages.namesFile, results.allowZeroId); }).value_or(0) != 0) {
     return results.keepGoing ? SIZE_MAX : 0;
   }
-  const bool qualifies = program.systems.isConsistent() && program.pages.multifileCount == 0;
-  return qualifies && !results.force ? 0 : program.systems.systemCount();
+  return program.qualifies() && !results.force ? 0 : program.systems.systemCount();
 }
 
 /// Why it cannot be known what a folder has; nullopt when it can be, or there is no such folder.

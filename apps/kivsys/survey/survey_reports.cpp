@@ -4,13 +4,13 @@
 #include <filesystem>
 
 #include "apps/kivsys/output/made_by.h"
-#include "apps/kivsys/output/next_step.h"
 #include "apps/kivsys/output/suggestions_output.h"
 #include "apps/kivsys/safety/made_folder.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "base/sha256.h"
 #include "input/file_names.h"
 #include "platform/console/printable.h"
+#include "platform/console/shell_words.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "report_page/gather_report.h"
@@ -28,11 +28,11 @@ std::string shown(const std::string& text) {
 std::string argumentsOf(NativeSystem& system, const LibraryPiece& piece) {
   constexpr std::size_t mostNamed = 4;
   if (piece.pages.size() > mostNamed) {
-    return " " + asArgument(piece.path);
+    return " " + fileWord(piece.path);
   }
   std::string arguments;
   for (const std::string& page : piece.pages) {
-    arguments += " " + asArgument(system.diskName(page));
+    arguments += " " + fileWord(system.diskName(page));
   }
   return arguments;
 }
@@ -53,7 +53,7 @@ report::GatheredReport gatherPiece(NativeSystem& system, const LibraryPiece& pie
   report::ReportRequest request;
   request.namesFile = validation.pages == 0 ? "" : "\\good pages of a piece";
   request.arguments = shown(argumentsOf(system, piece));
-  request.argumentOf = [&](const std::string& file) { return shown(asArgument(system.diskName(file))); };
+  request.argumentOf = [&](const std::string& file) { return shown(fileWord(system.diskName(file))); };
   request.skipped = validation.skipped;
   const report::ReportHost host{files, system, user, shown,
                                 [&](const std::string& file) { return shown(withoutPath(system, file)); }};

@@ -13,10 +13,8 @@ namespace kiv {
 std::string consoleLines(const Message& message, const FileNamer& nameOf, const FileNamer& pathOf,
                          const std::string& writeFailure = "");
 
-/// The command line that helps after a message about a page, known to the user by that name; "" when none does.
-std::string nextCommand(const Message& message, const std::string& file);
-
-/// The word as a shell takes it; "" when it cannot be shown on one line.
-std::string shellWord(const std::string& word);
+/// The command line that helps after a message about a page, known to the user by that name; "" when none does, or none
+/// can be shown on one line.
+std::string commandAfter(const Message& message, const std::string& file);
 
 }  // namespace kiv

@@ -94,6 +94,13 @@ class ProgramFaults : public testing::TestWithParam<RunKind> {
   void expectCompleteFiles(std::size_t mostStrays) const;
   void expectFaultFreeFiles() const;
   void expectMessageOrAllDone(const Ended& ended) const;
+  std::string relativeNames(std::string text) const {
+    const std::string folder = work.path().string() + "/";
+    for (std::size_t at = text.find(folder); at != std::string::npos; at = text.find(folder)) {
+      text.erase(at, folder.size());
+    }
+    return text;
+  }
   void expectOutcome(const Ended& ended, std::size_t call, const std::string& errorText) const;
   /// A run without faults on the remaining files gives the same results as the first one.
   void expectFaultFreeRunAfterwards() const;
@@ -226,7 +233,7 @@ TEST_P(ProgramFaults, AFolderThatCannotBeListedOrNamedEndsTheRunWithAMessageOrCh
     const Ended ended =
         resetAndRun({{"AMONG", "folders"}, {"CALL", std::to_string(call)}, {"ERROR", std::to_string(EACCES)}}, 1);
     if (ended.status == 0) {
-      EXPECT_EQ(ended.out, faultFreeEnd.out);
+      EXPECT_EQ(relativeNames(ended.out), faultFreeEnd.out) << "full names where the current one is unknown";
       expectFaultFreeFiles();
     } else {
       EXPECT_TRUE(ended.status == 1 || (ended.status == 2 && !isLikePanel())) << ended.status;
