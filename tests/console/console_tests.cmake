@@ -73,7 +73,8 @@ if(NOT WIN32)
   kiv_test_program(console_groups console/corrected_groups_test.cpp console/json_schema.cpp console/run_program.cpp)
   target_link_libraries(test_console_groups PRIVATE kiv_test_groups kiv_headers)
   target_compile_definitions(test_console_groups PRIVATE KIVSYS_PROGRAM="$<TARGET_FILE:kivsys>"
-    KIVSYS_IS_SANITIZED=$<BOOL:${KIV_SANITIZE}> DOCS_FOLDER="${PROJECT_SOURCE_DIR}/docs")
+    KIVSYS_IS_SANITIZED=$<BOOL:${KIV_SANITIZE}> DOCS_FOLDER="${PROJECT_SOURCE_DIR}/docs"
+    EXAMPLE_FOLDER="${PROJECT_SOURCE_DIR}/examples/beethoven-9")
   add_dependencies(test_console_groups kivsys)
 endif()
 
