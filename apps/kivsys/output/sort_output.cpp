@@ -44,6 +44,7 @@ std::string movedStaves(std::string_view before, std::string_view after) {
   }
   std::sort(moves.begin(), moves.end());
   std::vector<std::string> words;
+  words.reserve(moves.size());
   for (const auto& [from, to] : moves) {
     words.push_back(wordsFor(from) + " is now " + wordsFor(to));
   }

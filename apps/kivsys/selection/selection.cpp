@@ -167,6 +167,7 @@ bool endedOverAPage(ConsoleHost& console) {
       code::namingNoNumber, code::subscriptOutOfRange, code::overflow,        code::namesFileMissing};
   const std::vector<FoundFile>& pages = console.system().pages();
   std::vector<std::string> names;
+  names.reserve(pages.size());
   for (const FoundFile& page : pages) {
     names.push_back(page.name);
   }
