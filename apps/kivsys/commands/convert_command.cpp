@@ -2,7 +2,6 @@
 
 #include <optional>
 
-#include "analysis/verdict.h"
 #include "apps/kivsys/commands/conversion_plan.h"
 #include "apps/kivsys/commands/dry_run.h"
 #include "apps/kivsys/commands/music_check.h"
@@ -188,7 +187,7 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
     converted = normalEnd ? std::optional(conversion) : std::nullopt;
   }
   if (converted && !options_.selection.likePanel) {
-    warnOfMusic(findMusicWarnings(program_.host.files, program_.host.machine, converted->firstResultFile, group_),
+    warnOfMusic(musicWarningsOfResults(program_.host.files, program_.host.machine, converted->firstResultFile, group_),
                 output);
   }
   output.outcome = withPagesWritten(analysis, console_, normalEnd);

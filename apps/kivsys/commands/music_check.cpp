@@ -14,8 +14,8 @@
 
 namespace kiv {
 
-std::vector<Message> findMusicWarnings(Files& files, Machine& machine, const std::string& firstResultFile,
-                                       GroupFacts& group) {
+std::vector<Message> musicWarningsOfResults(Files& files, Machine& machine, const std::string& firstResultFile,
+                                            GroupFacts& group) {
   const std::vector<SystemFact>& systems = group.systems();
   const auto names = proof::resultNames(machine, firstResultFile, systems.size());
   std::vector<CheckedResult> results;
@@ -26,7 +26,7 @@ std::vector<Message> findMusicWarnings(Files& files, Machine& machine, const std
       result.playing.insert(staff.instrument);
     }
   }
-  return kiv::findMusicWarnings(files, results);
+  return findMusicWarnings(files, results);
 }
 
 std::vector<Message> tryForMusicWarnings(ConsoleSystem& system, const std::string& namesFile,
@@ -47,7 +47,7 @@ std::vector<Message> tryForMusicWarnings(ConsoleSystem& system, const std::strin
     }
   };
   const bool normalEnd = !exitCodeOf(user, run);
-  return normalEnd && isConverted ? findMusicWarnings(files, system, result, group) : std::vector<Message>();
+  return normalEnd && isConverted ? musicWarningsOfResults(files, system, result, group) : std::vector<Message>();
 }
 
 void addMusicWarnings(ConsoleUser& user, Files& files, const std::vector<Message>& messages, bool withProblems,

@@ -14,8 +14,8 @@ namespace kiv {
 
 /// What is wrong with the results of a conversion as music. The facts have observed its analysis; the results are named
 /// by the first one, a full name.
-std::vector<Message> findMusicWarnings(Files& files, Machine& machine, const std::string& firstResultFile,
-                                       GroupFacts& group);
+std::vector<Message> musicWarningsOfResults(Files& files, Machine& machine, const std::string& firstResultFile,
+                                            GroupFacts& group);
 
 /// A conversion that is tried in memory.
 struct TriedConversion {
