@@ -256,7 +256,7 @@ std::vector<std::pair<std::size_t, std::size_t>> OtherGroups::damagedPlaces(int 
 }
 
 std::string OtherGroups::damage() {
-  static const std::vector<std::string> kinds = {"blanked", "doubled", "mistyped", "mixed"};
+  static const std::vector<std::string> damages = {"blanked", "doubled", "mistyped", "mixed"};
   static const std::vector<std::string> ways = {"alone", "in runs", "whole systems", "half of an instrument"};
   const int kind = choices_.between(0, 3);
   const int how = choices_.between(0, 3);
@@ -265,7 +265,7 @@ std::string OtherGroups::damage() {
   for (const auto& [s, i] : damagedPlaces(how, std::max<std::size_t>(1, all * percent / 100))) {
     damageStaff(systems_[s], i, kind == 3 ? choices_.between(0, 2) : kind);
   }
-  return kinds[static_cast<std::size_t>(kind)] + ", " + ways[static_cast<std::size_t>(how)];
+  return damages[static_cast<std::size_t>(kind)] + ", " + ways[static_cast<std::size_t>(how)];
 }
 
 void OtherGroups::intoPages() {

@@ -42,27 +42,29 @@ count_results() {
 
 test_native() {
   rm -rf build/debug/results
-  check "native build" build debug -DKIV_TESTS=ON
+  check "native build" build debug -DKIV_TESTS=ON -DKIV_JOINED_TESTS=ON
   say "native tests"
   ctest --test-dir build/debug --output-on-failure -j "$(nproc)" || true
   # shellcheck disable=SC2046
   count_results build/debug/results $(cat build/debug/tests/programs.txt) console_half
 }
 
-# The delivered console program on a failing disk; sanitizers would interfere.
-test_program_faults() {
+# The delivered console program on a failing disk, where sanitizers would interfere, and rates over many groups.
+test_release() {
   rm -rf build/release/results
-  check "release build" build release -DKIV_TESTS=OFF -DKIV_FAULTS=ON
+  check "release build" build release -DKIV_TESTS=OFF -DKIV_RELEASE_TESTS=ON
   say "the console program on a failing disk"
   build/release/tests/faults/program/test_program_faults --gtest_brief=1 \
     --gtest_output=xml:build/release/results/program_faults.xml || true
-  count_results build/release/results program_faults
+  say "how often suggestions and recovered items are right"
+  build/release/tests/rates/test_rates --gtest_brief=1 --gtest_output=xml:build/release/results/rates.xml || true
+  count_results build/release/results program_faults rates
   check "hardening" tests/hardening.sh build/release/apps/kivsys/kivsys
 }
 
 test_windows() {
   rm -rf build/windows/results
-  check "Windows build" build windows -DKIV_TESTS=ON
+  check "Windows build" build windows -DKIV_TESTS=ON -DKIV_JOINED_TESTS=ON
   say "Windows tests under Wine"
   # shellcheck disable=SC2046
   tests/window/run_in_wine.sh build/windows $(cat build/windows/tests/programs.txt) || true
@@ -93,7 +95,7 @@ run_test() {
   check "lint of pages" check_pages
   check "mutation script" tools/mutation/self_test.py
   test_native
-  test_program_faults
+  test_release
   test_windows
   check "demo" ./dev demo
   test_packages

@@ -4,8 +4,9 @@
 
 namespace kiv {
 
-nlohmann::ordered_json toJson(const proof::Verification& verification) {
-  using Json = nlohmann::ordered_json;
+using Json = nlohmann::ordered_json;
+
+Json toJson(const proof::Verification& verification) {
   Json findings = Json::array();
   for (const proof::Finding& finding : verification.findings) {
     findings.push_back({{"file", NativeSystem::toUtf8(finding.file)},

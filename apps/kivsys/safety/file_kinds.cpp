@@ -26,14 +26,14 @@ bool isDrawing(std::string_view content) {
   }
 }
 
-bool isDigest(std::string_view text) {
+bool isHexadecimal(std::string_view text) {
   return text.find_first_not_of("0123456789abcdef") == std::string_view::npos;
 }
 
 bool isManifestLine(std::string_view line) {
   constexpr std::size_t digits = 64;
   line.remove_prefix(line.starts_with('\\') ? 1 : 0);
-  return line.size() > digits + 2 && isDigest(line.substr(0, digits)) && line.substr(digits, 2) == "  ";
+  return line.size() > digits + 2 && isHexadecimal(line.substr(0, digits)) && line.substr(digits, 2) == "  ";
 }
 
 /// All lines of the content, of which there is one at least, are those of a manifest, after comments on tables.
