@@ -31,7 +31,9 @@ install(FILES CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES docs/cli.md docs/cli-pages.md docs/cli-repair.md docs/cli-report.md
   docs/cli-rules.md docs/conversion.md docs/json.md docs/json-schema.json
     docs/json-schema-parts.json docs/mus-format.md docs/music.md docs/page-text.md docs/problems.md docs/proof.md
-    docs/repair-methods.md docs/repair.md docs/report-format.md
+    docs/repair-methods.md docs/repair.md docs/report-format.md docs/rest-staves.md
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
+file(GLOB drawings CONFIGURE_DEPENDS docs/pictures/rest-staves-*.svg)
+install(FILES ${drawings} DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs/pictures)
 install(FILES examples/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
-install(DIRECTORY examples/beethoven-9 examples/broken-minuet DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+install(DIRECTORY examples/beethoven-9 examples/broken-minuet examples/silent-march DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)

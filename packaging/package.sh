@@ -29,7 +29,8 @@ quietly() {
 
 make_pages() {
   rm -rf "$windows/pages"
-  for text in "$sources"/examples/beethoven-9/SYMPH*.txt "$sources"/examples/broken-minuet/*.txt; do
+  for text in "$sources"/examples/beethoven-9/SYMPH*.txt "$sources"/examples/broken-minuet/*.txt \
+    "$sources"/examples/silent-march/*.txt; do
     folder_of_piece=$windows/pages/$(basename "$(dirname "$text")")
     mkdir -p "$folder_of_piece"
     "$linux/apps/kivsys/kivsys" build --force "$text" "$folder_of_piece/$(basename "$text" .txt).MUS"

@@ -22,7 +22,7 @@ endforeach()
 foreach(name IN ITEMS cli.md cli-pages.md cli-repair.md
     cli-rules.md user-guide.md conversion.md json.md json-schema.json
     json-schema-parts.json mus-format.md music.md page-text.md problems.md proof.md repair-methods.md repair.md
-    report-format.md cli-report.md)
+    report-format.md cli-report.md rest-staves.md)
   kiv_install_text(docs/${name} docs)
 endforeach()
 kiv_install_text(CHANGELOG.md .)
@@ -32,6 +32,8 @@ kiv_install_text(packaging/debian/copyright . COPYRIGHT.txt)
 foreach(picture IN ITEMS analyzed created panel result)
   install(FILES docs/pictures/${picture}.png DESTINATION docs/pictures)
 endforeach()
+file(GLOB drawings CONFIGURE_DEPENDS docs/pictures/rest-staves-*.svg)
+install(FILES ${drawings} DESTINATION docs/pictures)
 
 # packaging/package.sh has the native program print what PowerShell completes.
 install(DIRECTORY ${PROJECT_BINARY_DIR}/completions DESTINATION . OPTIONAL)
@@ -39,7 +41,7 @@ install(DIRECTORY ${PROJECT_BINARY_DIR}/completions DESTINATION . OPTIONAL)
 # The example as page texts, and as pages, which packaging/package.sh builds from them with the native program.
 kiv_install_text(examples/README.md examples)
 file(GLOB texts RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS examples/beethoven-9/*.txt
-  examples/beethoven-9/results/*.txt examples/broken-minuet/*.txt)
+  examples/beethoven-9/results/*.txt examples/broken-minuet/*.txt examples/silent-march/*.txt)
 foreach(text IN LISTS texts)
   cmake_path(GET text PARENT_PATH folder)
   kiv_install_text(${text} ${folder})

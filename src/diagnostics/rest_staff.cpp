@@ -9,18 +9,19 @@ constexpr float wholeBar = -2;
 constexpr float noTuplet = -1;
 constexpr float clefOffset = 2;
 
-/// A rest with the parameters that a conversion writes, all others being 0.
+/// A rest with the parameters that a conversion writes, all others being 0. With --fit there are shorter ones, too.
 bool isGeneratedRest(const Item& item) {
   Item generated(ItemType::rest, item[par::staff], item[par::position]);
   generated[par::duration] = item[par::duration];
-  generated[par::kind] = wholeBar;
+  generated[par::kind] = item[par::kind] == 0 ? 0 : wholeBar;
   generated[par::tuplet] = noTuplet;
   return item == generated && item[par::duration] > 0;
 }
 
-bool mayAccompanyRests(const Item& item) {
+bool mayAccompanyRests(const Item& item, float staffPosition) {
   const ItemType type = item.type();
-  return type == ItemType::clef || type == ItemType::keySignature || type == ItemType::timeSignature ||
+  const bool isName = type.hasText() && item[par::position] < staffPosition;
+  return isName || type == ItemType::clef || type == ItemType::keySignature || type == ItemType::timeSignature ||
          type == ItemType::barline || type == ItemType::instrumentNumber;
 }
 
@@ -32,7 +33,7 @@ bool isGeneratedRestStaff(float staffPosition, std::span<const Item> items) {
   for (const Item& item : items) {
     if (isGeneratedRest(item)) {
       ++rests;
-    } else if (!mayAccompanyRests(item)) {
+    } else if (!mayAccompanyRests(item, staffPosition)) {
       return false;
     } else if (item.type() == ItemType::clef) {
       ++clefs;

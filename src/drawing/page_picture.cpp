@@ -1,6 +1,8 @@
 #include "drawing/page_picture.h"
 
 #include <algorithm>
+#include <map>
+#include <utility>
 #include <vector>
 
 #include "drawing/page_drawing.h"
@@ -27,16 +29,21 @@ text { font-family: serif; font-size: 16px; fill: #111; }
 .pagelabel { font-size: 17px; font-weight: bold; }
 )";
 
+constexpr std::string_view styleOfMarks = R"(
+.mark { fill: none; stroke: #b3261e; stroke-width: 2.5; }
+.says { font-family: sans-serif; font-size: 12px; font-weight: bold; fill: #b3261e; }
+)";
+
 constexpr double legendLine = 22;
 
 /// A line of the legend, with the symbol that it explains.
 struct LegendLine {
-  enum class Symbol { none, unknown, generatedStaff };
+  enum class Symbol { none, unknown, generatedStaff, mark };
   Symbol symbol = Symbol::none;
   std::string text;
 };
 
-std::vector<LegendLine> legendOf(const PageLayout& page, const PageDrawing& drawing) {
+std::vector<LegendLine> legendOf(const PageLayout& page, const PageDrawing& drawing, std::size_t marks) {
   std::vector<LegendLine> legend;
   std::size_t generated = 0;
   for (const PlacedStaff& staff : page.staves) {
@@ -45,6 +52,10 @@ std::vector<LegendLine> legendOf(const PageLayout& page, const PageDrawing& draw
   if (generated > 0) {
     legend.push_back(
         {LegendLine::Symbol::generatedStaff, "rest staff, as a conversion inserts them: " + std::to_string(generated)});
+  }
+  if (marks > 0) {
+    legend.push_back(
+        {LegendLine::Symbol::mark, "does not fit the music (lengths in quarters): " + std::to_string(marks)});
   }
   constexpr std::size_t mostKinds = 20;
   std::size_t kinds = 0;
@@ -74,6 +85,9 @@ void drawLegend(PageDrawing& drawing, const std::vector<LegendLine>& legend, dou
     } else if (line.symbol == LegendLine::Symbol::generatedStaff) {
       drawing.svg.leaf("rect",
                        {{"class", "made"}, {"x", measure::margin}, {"y", y - 12}, {"width", 22.0}, {"height", 14.0}});
+    } else if (line.symbol == LegendLine::Symbol::mark) {
+      drawing.svg.leaf("rect",
+                       {{"class", "mark"}, {"x", measure::margin}, {"y", y - 12}, {"width", 22.0}, {"height", 14.0}});
     }
     drawing.svg.text("text", {{"class", "legend"}, {"x", textLeft}, {"y", y}}, line.text);
   }
@@ -101,6 +115,36 @@ void drawStaff(PageDrawing& drawing, const PageLayout& page, const PlacedStaff& 
   drawing.svg.close();
 }
 
+/// Frames what is marked, and writes the words above it where there is space. Returns how many marks there are.
+std::size_t drawMarks(PageDrawing& drawing, const PageLayout& page, std::span<const PageMark> marks) {
+  constexpr double beyond = 3;
+  constexpr double beside = 3;
+  constexpr double lineHeight = 13;
+  std::size_t drawn = 0;
+  std::map<std::pair<float, double>, int> lines;  // of words, at each place
+  for (const PageMark& mark : marks) {
+    const auto staff = std::find_if(page.staves.begin(), page.staves.end(),
+                                    [&](const PlacedStaff& one) { return one.number == mark.staff; });
+    if (staff == page.staves.end()) {
+      continue;
+    }
+    ++drawn;
+    const double margin = mark.from == mark.to ? 2 * measure::position : -beside;
+    const double left = page.x(mark.from) - margin;
+    const double right = std::max(std::min(page.x(mark.to), staff->right) + margin, left);
+    const double top = staff->y(staff->topLine() + beyond);
+    drawing.svg.open("g");
+    drawing.svg.text("title", {}, mark.words);
+    drawing.svg.leaf(
+        "rect",
+        {{"class", "mark"}, {"x", left}, {"y", top}, {"width", right - left}, {"height", staff->y(-beyond) - top}});
+    const int line = lines[{mark.staff, left}]++;
+    drawing.svg.text("text", {{"class", "says"}, {"x", left}, {"y", top - 4 - lineHeight * line}}, mark.words);
+    drawing.svg.close();
+  }
+  return drawn;
+}
+
 std::string definitions(const PageDrawing& drawing) {
   SvgWriter svg;
   svg.open("defs");
@@ -113,7 +157,7 @@ std::string definitions(const PageDrawing& drawing) {
 
 }  // namespace
 
-std::string pagePicture(std::span<const Item> items, std::string_view title) {
+std::string pagePicture(std::span<const Item> items, std::string_view title, std::span<const PageMark> marks) {
   const PageLayout page = layOut(items);
   PageDrawing drawing;
   for (const PlacedStaff& staff : page.staves) {
@@ -125,7 +169,7 @@ std::string pagePicture(std::span<const Item> items, std::string_view title) {
     drawStaff(drawing, page, page.staves[i]);
   }
   drawLabels(drawing, page, title);
-  const std::vector<LegendLine> legend = legendOf(page, drawing);
+  const std::vector<LegendLine> legend = legendOf(page, drawing, drawMarks(drawing, page, marks));
   drawLegend(drawing, legend, page.height);
   constexpr double legendWidth = 500;
   const double width = std::max({page.width, titleWidth(title), legend.empty() ? 0 : legendWidth});
@@ -137,7 +181,7 @@ std::string pagePicture(std::span<const Item> items, std::string_view title) {
                     {"height", height},
                     {"viewBox", "0 0 " + svgNumber(width) + " " + svgNumber(height)}});
   head.text("title", {}, title);
-  head.text("style", {}, style);
+  head.text("style", {}, std::string(style) + std::string(marks.empty() ? "" : styleOfMarks.substr(1)));
   head.leaf("rect", {{"width", width}, {"height", height}, {"fill", "#fff"}});
   return head.markup() + definitions(drawing) + drawing.svg.markup() + "</svg>\n";
 }

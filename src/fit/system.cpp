@@ -103,12 +103,15 @@ float spaceBegin(const Content& content, float begin) {
   return content.firstSign < content.firstBeat ? content.firstBeat : begin;
 }
 
-/// Whether a bar without music is one all the same, and not the space within a double bar.
-bool isEmptyBar(const Content& content, float begin, float end) {
+/// Whether a bar without music is one all the same, and not the space within a double bar, or that for the signatures
+/// at the begin of a system.
+bool isEmptyBar(const Content& content, float begin, float end, bool isLeftEdge) {
   constexpr float widestDoubleBar = 10;
   constexpr float widestSign = 20;
-  const float space = content.lastSign == begin ? widestDoubleBar : widestSign;
-  return content.anyUncounted || end - content.lastSign >= space;
+  constexpr float signatures = 17;  // a time signature is so far from the left edge
+  const float lastSign = isLeftEdge ? std::max(content.lastSign, begin + signatures) : content.lastSign;
+  const float space = lastSign == begin ? widestDoubleBar : widestSign;
+  return content.anyUncounted || end - lastSign >= space;
 }
 
 class BarFinder {
@@ -117,7 +120,7 @@ class BarFinder {
 
   void addRegion(const Barline& barline, float end, bool isOpen) {
     const Content content = contentOf(system_.staves, barline.position, end);
-    const bool isBar = content.anyBeat || (!isOpen && isEmptyBar(content, barline.position, end));
+    const bool isBar = content.anyBeat || (!isOpen && isEmptyBar(content, barline.position, end, isFirst_));
     // The barline at the left edge of the system opens none.
     opensSection_ = opensSection_ || barline.kind != 0 || (!isFirst_ && !isBar && !isOpen);
     isFirst_ = false;

@@ -18,18 +18,18 @@ bool isBrace(const Item& item) {
   return item.type() == ItemType::barline && item[par::kind] >= lowestBraceKind;
 }
 
-/// The staves of a page by their numbers. Their items are moved there.
-std::map<float, MusicStaff> stavesOf(proof::LoadedPage& page) {
+/// The staves by their numbers. Their items are moved there.
+std::map<float, MusicStaff> stavesOf(std::vector<Item>& items) {
   std::map<float, MusicStaff> staves;
-  for (const proof::PageItem& read : page.items) {
-    if (read.item.type() == ItemType::staff && !std::isnan(read.item[par::staff])) {
-      staves.emplace(read.item[par::staff], MusicStaff{read.item, {}});
+  for (const Item& item : items) {
+    if (item.type() == ItemType::staff && !std::isnan(item[par::staff])) {
+      staves.emplace(item[par::staff], MusicStaff{item, {}});
     }
   }
-  for (proof::PageItem& read : page.items) {
-    const auto staff = std::isnan(read.item[par::staff]) ? staves.end() : staves.find(read.item[par::staff]);
-    if (staff != staves.end() && read.item.type() != ItemType::staff) {
-      staff->second.items.push_back(std::move(read.item));
+  for (Item& item : items) {
+    const auto staff = std::isnan(item[par::staff]) ? staves.end() : staves.find(item[par::staff]);
+    if (staff != staves.end() && item.type() != ItemType::staff) {
+      staff->second.items.push_back(std::move(item));
     }
   }
   return staves;
@@ -49,43 +49,60 @@ std::vector<MusicBarline> barlinesOf(const std::map<float, MusicStaff>& staves) 
   return barlines;
 }
 
-int displacedBraces(const std::map<float, MusicStaff>& staves) {
+std::vector<FaultPlace> displacedBraces(const std::map<float, MusicStaff>& staves) {
   constexpr float tolerance = 1;
   float leftEdge = staves.begin()->second.staff[par::position];
   for (const auto& [number, staff] : staves) {
     leftEdge = std::min(leftEdge, staff.staff[par::position]);
   }
-  std::ptrdiff_t count = 0;
+  std::vector<FaultPlace> places;
   for (const auto& [number, staff] : staves) {
-    count += std::count_if(staff.items.begin(), staff.items.end(), [&](const Item& item) {
-      return isBrace(item) && std::abs(item[par::position] - leftEdge) > tolerance;
-    });
+    for (const Item& item : staff.items) {
+      if (isBrace(item) && std::abs(item[par::position] - leftEdge) > tolerance) {
+        places.push_back({number, {{item[par::position], item[par::position]}}});
+      }
+    }
   }
-  return static_cast<int>(count);
+  return places;
 }
 
 }  // namespace
 
 std::optional<ResultMusic> readResult(Files& files, const CheckedResult& result) {
   proof::LoadedPage page = proof::loadPage(files, result.file);
-  std::map<float, MusicStaff> staves = stavesOf(page);
-  if (!page.error.empty() || staves.empty()) {
+  if (!page.error.empty()) {
+    return std::nullopt;
+  }
+  std::vector<Item> items;
+  items.reserve(page.items.size());
+  for (proof::PageItem& read : page.items) {
+    items.push_back(std::move(read.item));
+  }
+  auto music = musicOf(std::move(items), [&](const Item& staff) {
+    const auto instrument = proof::roundedTo16Bits(staff[par::instrument]);
+    return instrument && result.playing.contains(*instrument);
+  });
+  if (music) {
+    music->real.forgetNotes();
+  }
+  return music;
+}
+
+std::optional<ResultMusic> musicOf(std::vector<Item> items, const std::function<bool(const Item& staff)>& plays) {
+  std::map<float, MusicStaff> staves = stavesOf(items);
+  if (staves.empty()) {
     return std::nullopt;
   }
   const std::vector<MusicBarline> barlines = barlinesOf(staves);
-  const int displaced = displacedBraces(staves);
+  std::vector<FaultPlace> displaced = displacedBraces(staves);
   std::vector<MusicStaff> real;
   std::vector<MusicStaff> rests;
   for (auto& [number, staff] : staves) {
-    const auto instrument = proof::roundedTo16Bits(staff.instrument());
-    const bool plays = instrument && result.playing.contains(*instrument);
     proof::sortByPosition(staff.items);
-    (plays ? real : rests).push_back(std::move(staff));
+    (plays(staff.staff) ? real : rests).push_back(std::move(staff));
   }
   std::reverse(rests.begin(), rests.end());
-  proof::MusicSystem music(std::move(real), barlines);
-  music.forgetNotes();
-  return ResultMusic{std::move(music), std::move(rests), displaced};
+  return ResultMusic{proof::MusicSystem(std::move(real), barlines), std::move(rests), std::move(displaced)};
 }
 
 }  // namespace kiv

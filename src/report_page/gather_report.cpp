@@ -10,6 +10,7 @@
 #include "diagnostics/warnings.h"
 #include "input/file_names.h"
 #include "messages/codes.h"
+#include "music/music_faults.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "repair/suggestions.h"
@@ -72,6 +73,7 @@ class ReportGatherer {
   void addCounts();
   void addChart();
   void addProblems();
+  void addMusicFaults(ProblemGrouper& grouper);
   void addPictures();
   std::vector<std::size_t> wantedSystems() const;
   std::string titleOf() const;
@@ -86,6 +88,7 @@ class ReportGatherer {
   GroupFacts facts_;
   std::optional<Layouts> layouts_;
   std::map<std::size_t, std::vector<WantedMark>> marks_;
+  std::map<std::size_t, std::vector<ResultMark>> resultMarks_;
   GatheredReport gathered_;
 };
 
@@ -145,6 +148,7 @@ void ReportGatherer::addProblems() {
   const WarnedRun run{converts ? RunScope::conversion : RunScope::analysis, request_.allowZeroId};
   grouper.addProblems(findProblems(files_, newWarnings(findWarnings(files_, inputs, run, facts_), user_.messages())),
                       true);
+  addMusicFaults(grouper);
   gathered_.data.problems = grouper.problems();
   marks_ = grouper.marks();
   if (request_.proposals) {
@@ -159,6 +163,32 @@ void ReportGatherer::addProblems() {
     if (system < facts_.systems().size()) {
       proposal.system = static_cast<std::size_t>(facts_.systems()[system].number);
       marks_[system].push_back({file, proposal.staff, proposal.item, p, true});
+    }
+  }
+}
+
+/// Adds what does not fit the music in the results.
+void ReportGatherer::addMusicFaults(ProblemGrouper& grouper) {
+  if (request_.firstResult.empty()) {
+    return;
+  }
+  std::vector<CheckedResult> results;
+  for (const SystemFact& system : facts_.systems()) {
+    CheckedResult& result = results.emplace_back();
+    result.file = resultName(request_.firstResult, results.size());
+    for (const StaffFact& staff : system.staves) {
+      result.playing.insert(staff.instrument);
+    }
+  }
+  const std::vector<MusicFault> faults = findMusicFaults(files_, results);
+  std::vector<Message> warnings;
+  for (const MusicFault& fault : faults) {
+    warnings.push_back(fault.warning);
+  }
+  grouper.addProblems(findProblems(files_, warnings), true);
+  for (const MusicFault& fault : faults) {
+    for (const FaultPlace& place : fault.places) {
+      resultMarks_[fault.result].push_back({place.staff, place.bar, grouper.indexOf(fault.warning.code)});
     }
   }
 }
@@ -191,6 +221,7 @@ void ReportGatherer::addPictures() {
   wanted.systems = wantedSystems();
   wanted.marks = marks_;
   wanted.mostBytes = request_.allPictures ? SIZE_MAX : mostPictureBytes;
+  wanted.resultMarks = resultMarks_;
   if (!request_.firstResult.empty()) {
     wanted.result = [&](std::size_t number) { return resultName(request_.firstResult, number); };
   }

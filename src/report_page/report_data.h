@@ -60,9 +60,10 @@ struct PictureStaff {
 
 /// A mark on a picture.
 struct PictureMark {
-  std::size_t staff = 0;      ///< an index
-  std::optional<int> x = {};  ///< of the item; none marks the whole staff
-  std::size_t about = 0;      ///< an index in ReportData::problems or ::proposals
+  std::size_t staff = 0;          ///< an index
+  std::optional<int> x = {};      ///< of the item; none marks the whole staff
+  std::size_t about = 0;          ///< an index in ReportData::problems or ::proposals
+  std::optional<int> right = {};  ///< of a bar, its end; x is its begin
 };
 
 struct Picture {

@@ -84,7 +84,12 @@ std::string proposalsJson(const ReportData& data) {
 std::string marksJson(const std::vector<PictureMark>& marks) {
   JsonArray all;
   for (const PictureMark& mark : marks) {
-    all.add(JsonArray().add(asNumber(mark.staff)).add(mark.x.value_or(-1)).add(asNumber(mark.about)).text());
+    JsonArray one;
+    one.add(asNumber(mark.staff)).add(mark.x.value_or(-1)).add(asNumber(mark.about));
+    if (mark.right) {
+      one.add(*mark.right);
+    }
+    all.add(one.text());
   }
   return all.text();
 }

@@ -69,6 +69,13 @@ void ProblemGrouper::addProblems(const std::vector<Problem>& problems, bool areW
   }
 }
 
+std::size_t ProblemGrouper::indexOf(std::string_view code) const {
+  const ProblemText* text = &problemTextOf(code);
+  const auto known = std::find_if(problems_.begin(), problems_.end(),
+                                  [&](const ReportProblem& problem) { return problem.text == text; });
+  return static_cast<std::size_t>(known - problems_.begin());
+}
+
 void ProblemGrouper::addSkipped(const std::vector<SkippedPage>& pages) {
   for (const SkippedPage& page : pages) {
     const std::string& file = page.message.location.file;

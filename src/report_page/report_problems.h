@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -19,6 +21,8 @@ class ProblemGrouper {
   ProblemGrouper(const ReportHost& host, const std::vector<SystemFact>& facts);
 
   void addProblems(const std::vector<Problem>& problems, bool areWarnings);
+  /// The index of the problem of that code among all; there must be one.
+  std::size_t indexOf(std::string_view code) const;
   void addSkipped(const std::vector<SkippedPage>& pages);
 
   const std::vector<ReportProblem>& problems() const { return problems_; }

@@ -28,6 +28,18 @@ PictureStaff staffOf(const PlacedStaff& placed) {
   return staff;
 }
 
+PictureMark markOf(const ResultMark& wanted, std::size_t staff, const Picture& picture) {
+  constexpr int beside = 10;  // of something that has no width
+  PictureMark mark{staff, std::nullopt, wanted.about, std::nullopt};
+  if (wanted.bar) {
+    const int margin = wanted.bar->first == wanted.bar->second ? beside : 0;
+    mark.x = std::max(0, picture.origin + pixelsAt(wanted.bar->first) - margin);
+    const int end = picture.origin + pixelsAt(wanted.bar->second) + margin;
+    mark.right = std::max(*mark.x, std::min(end, picture.staves[staff].right + margin));
+  }
+  return mark;
+}
+
 bool showsItsNumber(const PlacedStaff& staff) {
   return std::any_of(staff.items.begin(), staff.items.end(),
                      [](const Item& item) { return item.type() == ItemType::instrumentNumber; });
@@ -113,7 +125,7 @@ void PictureMaker::addMarks(const std::vector<WantedMark>& marks,
     if (staff == layout.staves.end()) {
       continue;
     }
-    PictureMark mark{static_cast<std::size_t>(staff - layout.staves.begin()), std::nullopt, wanted.about};
+    PictureMark mark{static_cast<std::size_t>(staff - layout.staves.begin()), std::nullopt, wanted.about, std::nullopt};
     const std::vector<Item>& items = page(wanted.file).items;
     const auto index = static_cast<std::size_t>(wanted.item);
     if (wanted.item > 0 && index <= items.size() && items[index - 1].type() != ItemType::staff) {
@@ -123,7 +135,8 @@ void PictureMaker::addMarks(const std::vector<WantedMark>& marks,
   }
 }
 
-Picture PictureMaker::pictureOfResult(const SystemFact& system, const PageFile& result) {
+Picture PictureMaker::pictureOfResult(const SystemFact& system, const PageFile& result,
+                                      const std::vector<ResultMark>& marks) {
   std::set<std::string> present;
   for (const StaffFact& staff : system.staves) {
     present.insert(generalNumber(static_cast<float>(staff.instrument)));
@@ -132,6 +145,11 @@ Picture PictureMaker::pictureOfResult(const SystemFact& system, const PageFile& 
   Picture picture = pictureFrom(layout);
   for (std::size_t s = 0; s < picture.staves.size(); ++s) {
     picture.staves[s].isInserted = !present.contains(generalNumber(std::fabs(layout.staves[s].instrument)));
+    for (const ResultMark& wanted : marks) {
+      if (wanted.staff == layout.staves[s].number) {
+        picture.problems.push_back(markOf(wanted, s, picture));
+      }
+    }
   }
   return picture;
 }
@@ -139,6 +157,7 @@ Picture PictureMaker::pictureOfResult(const SystemFact& system, const PageFile& 
 Pictures PictureMaker::draw(const std::vector<SystemFact>& facts, const WantedPictures& wanted) {
   Pictures pictures;
   static const std::vector<WantedMark> none;
+  static const std::vector<ResultMark> noneOfResult;
   for (const std::size_t index : wanted.systems) {
     if (codes_.bytes() + texts_.bytes() + staves_ * bytesOfAStaff > wanted.mostBytes) {
       ++pictures.leftOut;
@@ -152,7 +171,9 @@ Pictures PictureMaker::draw(const std::vector<SystemFact>& facts, const WantedPi
     if (wanted.result) {
       const PageFile& result = page(wanted.result(picture.system));
       if (!result.items.empty()) {
-        picture.after = pictureOfResult(system, result);
+        const auto found = wanted.resultMarks.find(index);
+        picture.after =
+            pictureOfResult(system, result, found == wanted.resultMarks.end() ? noneOfResult : found->second);
       }
     }
     pictures.systems.push_back(std::move(picture));

@@ -2,8 +2,10 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "diagnostics/system_facts.h"
@@ -22,12 +24,20 @@ struct WantedMark {
   bool isProposal = false;
 };
 
+/// Something that is to be marked on the picture of a result.
+struct ResultMark {
+  float staff = 0;                                  ///< its number in the result
+  std::optional<std::pair<float, float>> bar = {};  ///< from where to where; none for the whole staff
+  std::size_t about = 0;                            ///< an index
+};
+
 /// Which systems are drawn.
 struct WantedPictures {
   std::vector<std::size_t> systems;                       ///< indices of facts, the most important first
   std::map<std::size_t, std::vector<WantedMark>> marks;   ///< by the index
   std::function<std::string(std::size_t number)> result;  ///< the full name of a system's result; empty without results
-  std::size_t mostBytes = 0;                              ///< of all pictures together
+  std::map<std::size_t, std::vector<ResultMark>> resultMarks;  ///< by the index
+  std::size_t mostBytes = 0;                                   ///< of all pictures together
 };
 
 /// Draws systems from their items. The pages are read again; what cannot be read is not drawn.
@@ -47,7 +57,7 @@ class PictureMaker {
 
   const PageFile& page(const std::string& name);
   Picture pictureOf(const SystemFact& system, const std::vector<WantedMark>& marks);
-  Picture pictureOfResult(const SystemFact& system, const PageFile& result);
+  Picture pictureOfResult(const SystemFact& system, const PageFile& result, const std::vector<ResultMark>& marks);
   Picture pictureFrom(const PageLayout& layout);
   void addMarks(const std::vector<WantedMark>& marks, const std::map<std::pair<std::string, float>, float>& numbers,
                 const PageLayout& layout, Picture& picture);

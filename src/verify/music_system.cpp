@@ -13,6 +13,7 @@ namespace {
 constexpr float openBar = 10;         // the width after the last note of a bar that no barline ends
 constexpr float leastEmptyBar = 10;   // a bar without music is at least as wide
 constexpr float leastAfterSign = 20;  // or has so much space after its last clef or signature
+constexpr float signsAtLeft = 17;     // the width that clef and signatures need at the left edge
 
 bool isSign(const Item& item) {
   return item.type() == ItemType::clef || item.type() == ItemType::keySignature ||
@@ -38,9 +39,15 @@ struct Content {
   }
 
   /// Whether they bound a bar without music.
-  bool fillsBar(float from, float to) const {
-    const bool isAfterSign = !signs.empty() && *signs.rbegin() > from;
-    return hasCues || (isAfterSign ? to - *signs.rbegin() >= leastAfterSign : to - from >= leastEmptyBar);
+  bool fillsBar(float from, float to, bool isLeftEdge) const {
+    const float sign = signs.empty() ? from : *signs.rbegin();
+    if (hasCues) {
+      return true;
+    }
+    if (isLeftEdge) {
+      return to - std::max(sign, from + signsAtLeft) >= leastAfterSign;
+    }
+    return sign > from ? to - sign >= leastAfterSign : to - from >= leastEmptyBar;
   }
 };
 
@@ -143,7 +150,7 @@ void MusicSystem::addBar(const MusicBarline& barline, const float* next, bool is
     bar.times.push_back(staffTimeOf(items));
   }
   endsSection_ = endsSection_ || barline.kind != 0;
-  if (content.notes.empty() && (next == nullptr || !content.fillsBar(bar.from, *next))) {
+  if (content.notes.empty() && (next == nullptr || !content.fillsBar(bar.from, *next, isLeftEdge))) {
     endsSection_ = endsSection_ || (next != nullptr && !isLeftEdge);
     return;
   }

@@ -1,5 +1,6 @@
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <regex>
 #include <string>
 #include <vector>
@@ -45,18 +46,44 @@ std::string asInDocument(std::string text, const std::string& folder) {
   return std::regex_replace(text, std::regex(R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d)"), "2026-11-22 10:16:11");
 }
 
-TEST(WalkThrough, PrintsWhatTheDocumentShows) {
-  const std::vector<Step> steps = stepsIn("repair.md", "A walk-through");
-  ASSERT_GE(steps.size(), 10U);
-  const Workplace place;
+/// Performs the steps in a new place, of which the first one is "mkdir FOLDER && cd FOLDER".
+void perform(const std::vector<Step>& steps, const Workplace& place, const std::string& made) {
   std::string folder = ".";
   for (const Step& step : steps) {
     const Ended ended = place.shell(step.command, folder);
     EXPECT_EQ(asInDocument(ended.out, place.path().string()), step.shown) << step.command;
-    if (step.command.starts_with("mkdir minuet")) {
-      folder = "minuet";
+    if (step.command.starts_with("mkdir " + made)) {
+      folder = made;
     }
   }
+}
+
+TEST(WalkThrough, PrintsWhatTheDocumentShows) {
+  const std::vector<Step> steps = stepsIn("repair.md", "A walk-through");
+  ASSERT_GE(steps.size(), 10U);
+  perform(steps, Workplace(), "minuet");
+}
+
+TEST(WalkThrough, OfRestStavesPrintsAndDrawsWhatTheDocumentShows) {
+  const std::vector<Step> steps = stepsIn("rest-staves.md", "Try it");
+  ASSERT_GE(steps.size(), 7U);
+  const Workplace place;
+  perform(steps, place, "march");
+  const std::filesystem::path pictures = std::filesystem::path(DOCS_FOLDER) / "pictures";
+  int compared = 0;
+  for (const std::string kind : {"plain", "fit"}) {
+    for (int system = 1; system <= 6; ++system) {
+      const std::string name = "rest-staves-" + std::to_string(system) + "-" + kind + ".svg";
+      std::ifstream file(pictures / name, std::ios::binary);
+      if (file) {
+        const std::string picture{std::istreambuf_iterator<char>(file), {}};
+        const std::string page = kind + "/WORK000" + std::to_string(system) + ".MUS";
+        EXPECT_EQ(place.shell("kivsys draw " + page, "march").out, picture) << name << ": ./dev screenshots retakes it";
+        ++compared;
+      }
+    }
+  }
+  EXPECT_EQ(compared, 11);
 }
 
 }  // namespace

@@ -38,6 +38,11 @@ TEST(RestStaff, ANotationProgramsRestHasAForm) {
   EXPECT_FALSE(isGenerated(generatedItems + "rest 1 at 100 kind -2 duration 3 p9 -1 cue 101\n"));
 }
 
+TEST(RestStaff, ThatFitsTheMusicMayHaveShortRestsAndAName) {
+  EXPECT_TRUE(isGenerated(generatedItems + "rest 1 at 90 duration 1 p9 -1\ntext 1 at -9 \"Flute\"\n"));
+  EXPECT_FALSE(isGenerated(generatedItems + "rest 1 at 90 kind -1 duration 1 p9 -1\n"));
+}
+
 TEST(RestStaff, HasOneClefAndARest) {
   EXPECT_FALSE(isGenerated(generatedItems + "clef 1 at 2\n"));
   EXPECT_FALSE(isGenerated("rest 1 at 28 kind -2 duration 3 p9 -1\n"));

@@ -203,6 +203,20 @@ TEST(PagePicture, RestStavesOfAConversionAreTinted) {
   EXPECT_EQ(withClass(onAStaff(rest + "note 1 at 40 duration 1\n"), "made").size(), 0U);
 }
 
+TEST(PagePicture, MarksFrameBarsAndSayWhy) {
+  const auto items = itemsOf("staff 1 at 0 lines 5 instrument 101\nbarline 1 at 0 spans 1\nbarline 1 at 50 spans 1\n");
+  const PageMark marks[] = {{1, 0, 50, "rest 4, music 3"}, {7, 0, 50, "no such staff"}};
+  const Elements page = elementsOf(pagePicture(items, "P1.MUS", marks));
+  const Elements frames = withTag(withClass(page, "mark"), "rect");
+  ASSERT_EQ(frames.size(), 2U) << "the bar, and the legend";
+  const Elements barlines = withClass(page, "barline");
+  EXPECT_GT(frames[0].number("x"), barlines.at(0).number("x1"));
+  EXPECT_LT(frames[0].number("x") + frames[0].number("width"), barlines.at(1).number("x1"));
+  ASSERT_EQ(withClass(page, "says").size(), 1U);
+  EXPECT_EQ(withClass(page, "says")[0].text, "rest 4, music 3");
+  EXPECT_EQ(withClass(page, "legend").at(0).text, "does not fit the music (lengths in quarters): 1");
+}
+
 TEST(PagePicture, UnknownItemsAreMarkedAndListed) {
   const Elements page = onAStaff("item 7 1 20\nitem 7 1 30 4\nclef 1 at 2 kind 5\nnote 9 at 3\n");
   EXPECT_EQ(withClass(page, "unknown").size(), 3U);

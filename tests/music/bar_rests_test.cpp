@@ -115,6 +115,16 @@ TEST(BarRests, TwoBarlinesWithoutMusicBetweenThemGetNothing) {
             "40 kind -2 duration 4 p9 -1; 81 kind -2 duration 4 p9 -1");
 }
 
+TEST(BarRests, ARepeatThatBeginsAfterTheSignaturesOfASystemBoundsNoBar) {
+  EXPECT_EQ(restsBeside("barline 1 at 24 spans 1 kind 2\nnote 1 at 28 duration 4\n" + end),
+            "62 kind -2 duration 4 p9 -1");
+}
+
+TEST(BarRests, AnEmptyFirstBarOfASystemGetsItsRest) {
+  EXPECT_EQ(restsBeside("barline 1 at 40 spans 1\nnote 1 at 50 duration 4\n" + end),
+            "21 kind -2 duration 4 p9 -1; 70 kind -2 duration 4 p9 -1");
+}
+
 TEST(BarRests, ALastBarWithoutABarlineGetsItsRest) {
   EXPECT_EQ(restsBeside("note 1 at 20 duration 4\nbarline 1 at 60 spans 1\nnote 1 at 70 duration 4\n"),
             "40 kind -2 duration 4 p9 -1; 70 kind -2 duration 4 p9 -1");

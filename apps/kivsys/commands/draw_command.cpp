@@ -1,5 +1,9 @@
 #include "apps/kivsys/commands/draw_command.h"
 
+#include <cmath>
+#include <cstddef>
+#include <map>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -9,9 +13,11 @@
 #include "apps/kivsys/selection/named_input.h"
 #include "apps/kivsys/selection/page_arguments.h"
 #include "apps/kivsys/selection/selection.h"
+#include "drawing/page_layout.h"
 #include "drawing/page_picture.h"
 #include "input/file_names.h"
 #include "mus/reader.h"
+#include "music/music_faults.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
 #include "platform/memory/overlay_files.h"
@@ -30,6 +36,35 @@ std::vector<Item> itemsOf(const ItemTable& table) {
     item.text = NativeSystem::toUtf8(table.itemText(i));
   }
   return items;
+}
+
+/// What does not fit the music, in each system of a page.
+std::vector<PageMark> marksOf(const std::vector<Item>& items) {
+  struct System {
+    std::vector<Item> items;
+    std::set<float> restStaves;
+  };
+  std::map<std::size_t, System> systems;
+  std::map<float, std::size_t> systemOf;
+  for (const PlacedStaff& staff : layOut(items).staves) {
+    systemOf[staff.number] = staff.system;
+    if (staff.isGenerated) {
+      systems[staff.system].restStaves.insert(staff.number);
+    }
+  }
+  for (const Item& item : items) {
+    const auto system = std::isnan(item[par::staff]) ? systemOf.end() : systemOf.find(item[par::staff]);
+    if (system != systemOf.end()) {
+      systems[system->second].items.push_back(item);
+    }
+  }
+  std::vector<PageMark> marks;
+  for (const auto& [number, system] : systems) {
+    for (const PageFault& fault : findPageFaults(system.items, system.restStaves)) {
+      marks.push_back({fault.place.staff, fault.place.bar->first, fault.place.bar->second, fault.words});
+    }
+  }
+  return marks;
 }
 
 std::vector<std::string> refusals(ConsoleSystem& system, const DrawOptions& options, const std::string& out) {
@@ -57,7 +92,8 @@ int drawPage(ConsoleHost& console, Files& files, const std::string& page, const 
   }
   const bool isFile = page != standardInput;
   const std::string title = isFile ? NativeSystem::toUtf8(withoutPath(console.system(), page)) : "standard input";
-  return deliver(console.system(), out, pagePicture(itemsOf(table), title), OutputKind::drawing);
+  const std::vector<Item> items = itemsOf(table);
+  return deliver(console.system(), out, pagePicture(items, title, marksOf(items)), OutputKind::drawing);
 }
 
 }  // namespace

@@ -25,17 +25,19 @@ const GLYPHS = {
   heads: [3, 4, 5],
   flagUp: 6,
   flagDown: 7,
-  dot: 8,
-  wholeRest: 9,
-  halfRest: 10,
-  quarterRest: 11,
-  hook: 12,
-  sharp: 13,
-  flat: 14,
-  digits: 15,
-  common: 25,
-  cut: 26,
-  unknown: 27,
+  shortFlagUp: 8,
+  shortFlagDown: 9,
+  dot: 10,
+  wholeRest: 11,
+  halfRest: 12,
+  quarterRest: 13,
+  hook: 14,
+  sharp: 15,
+  flat: 16,
+  digits: 17,
+  common: 27,
+  cut: 28,
+  unknown: 29,
 };
 const STEP = 5;
 const LEFT_OF_ZERO = 200;
@@ -221,8 +223,10 @@ class StaffEngraver {
     const stem = isUp ? x + 5.5 : x - 5.5;
     const end = this.y(isUp ? Math.max(highest + 7, this.middle) : Math.min(lowest - 7, this.middle));
     this.sheet.line(stem, this.y(isUp ? lowest + 0.5 : highest - 0.5), stem, end, "thin");
-    for (let flag = 0; flag < halvings - 2; ++flag) {
-      this.sheet.glyph(isUp ? GLYPHS.flagUp : GLYPHS.flagDown, stem, end + (isUp ? 8 : -8) * flag);
+    const flags = halvings - 2;
+    const names = flags > 1 ? ["shortFlagUp", "shortFlagDown"] : ["flagUp", "flagDown"];
+    for (let flag = 0; flag < flags; ++flag) {
+      this.sheet.glyph(GLYPHS[names[isUp ? 0 : 1]], stem, end + (isUp ? 8 : -8) * flag);
     }
   }
 }

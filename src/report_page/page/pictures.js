@@ -100,18 +100,31 @@ function drawTints(sheet, staves, problems, proposals) {
   marked(proposals).forEach((staff) => tint(staves[staff], "doubtful"));
 }
 
-/** Marks and words over the notes. */
+/** A frame around something on a staff, from x to another. */
+function drawFrame(sheet, staff, x, right, words) {
+  const frame = sheet.rect(x, staff.top - 12, right - x, staff.bottom - staff.top + 24, "mark");
+  frame.append(titleOf(words));
+}
+
+/** Marks and words over the notes. Words about bars are written once for each staff. */
 function drawMarks(sheet, staves, picture, report) {
   const [, , , , problems, proposals] = picture;
+  const said = new Set();
   const lines = new Map();
   const lineOf = (staff) => {
     const line = lines.get(staff) ?? 0;
     lines.set(staff, line + 1);
     return staves[staff].top - 16 - 15 * line;
   };
-  for (const [staff, x, about] of problems) {
+  for (const [staff, x, about, right] of problems) {
     const words = report.problems[about][0];
-    if (x >= 0) {
+    if (right !== undefined) {
+      drawFrame(sheet, staves[staff], x, right, words);
+      if (said.has(`${staff} ${about}`)) {
+        continue;
+      }
+      said.add(`${staff} ${about}`);
+    } else if (x >= 0) {
       sheet.add(draw("ellipse", { class: "mark", cx: x + 4, cy: (staves[staff].top + staves[staff].bottom) / 2, rx: 16, ry: 32 }));
     }
     sheet.text(words, x >= 0 ? x - 12 : staves[staff].left + 60, lineOf(staff), "says");
