@@ -26,13 +26,27 @@ std::map<float, MusicStaff> stavesOf(proof::LoadedPage& page) {
       staves.emplace(read.item[par::staff], MusicStaff{read.item, {}});
     }
   }
+  auto staff = staves.end();
   for (proof::PageItem& read : page.items) {
-    const auto staff = std::isnan(read.item[par::staff]) ? staves.end() : staves.find(read.item[par::staff]);
+    const float number = read.item[par::staff];
+    if (staff == staves.end() || staff->first != number) {  // most items are on the staff of the one before
+      staff = std::isnan(number) ? staves.end() : staves.find(number);
+    }
     if (staff != staves.end() && read.item.type() != ItemType::staff) {
       staff->second.items.push_back(std::move(read.item));
     }
   }
   return staves;
+}
+
+/// Forgets what says nothing about time, keys and clefs, to save memory.
+void forgetOthers(MusicStaff& staff) {
+  std::erase_if(staff.items, [](const Item& item) {
+    const ItemType type = item.type();
+    const bool isSign = type == ItemType::clef || type == ItemType::keySignature || type == ItemType::timeSignature;
+    return !isSign && !proof::takesTime(item);
+  });
+  staff.items.shrink_to_fit();
 }
 
 /// The barlines of the lowest staff, by position.
@@ -80,6 +94,9 @@ std::optional<ResultMusic> readResult(Files& files, const CheckedResult& result)
     const auto instrument = proof::roundedTo16Bits(staff.instrument());
     const bool plays = instrument && result.playing.contains(*instrument);
     proof::sortByPosition(staff.items);
+    if (!plays) {
+      forgetOthers(staff);
+    }
     (plays ? real : rests).push_back(std::move(staff));
   }
   std::reverse(rests.begin(), rests.end());
