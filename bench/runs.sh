@@ -1,31 +1,35 @@
 #!/bin/sh
-# Times whole runs and their I/O baseline, a program that only reads and writes what the run must read and write.
-# Usage: bench/runs.sh BUILD_FOLDER [ROUNDS] [PAGES...]; without PAGES groups of 1, 50, 500 and, where they fit
+# Times whole runs and their I/O baseline, a plain C program that only reads and writes what the run must.
+# Usage: bench/runs.sh BUILD_FOLDER [ROUNDS] [PAGES...]; without PAGES groups of 1, 50, 300 and, where they fit
 # on the disk, 5000 pages. Prints a table, and leaves it in BUILD_FOLDER/bench: runs.tsv, runs.json.
+# The environment variable BENCH_FOLDER names another folder to work in, such as one on a disk in memory.
 set -eu
 here=$(cd "$(dirname "$0")" && pwd)
 build=$(cd "$1" && pwd)
 rounds=${2:-9}
 shift
 [ $# -eq 0 ] || shift
-[ $# -gt 0 ] || set -- 1 50 500 5000
+[ $# -gt 0 ] || set -- 1 50 300 5000
 kivsys=$build/apps/kivsys/kivsys
-baseline=$build/bench/io_baseline
+baseline=$build/bench/floor
 timed=$build/bench/timed
-work=$build/bench/runs
+work=${BENCH_FOLDER:-$build/bench}/runs
 table=$build/bench/runs.tsv
 caches=/proc/sys/vm/drop_caches
 largestForReference=50
 manyPages=1000
 rm -rf "$work"
-mkdir -p "$work/in"
+mkdir -p "$work/in" "$work/state"
+# What undo keeps of the runs is not the user's.
+XDG_STATE_HOME=$work/state
+export XDG_STATE_HOME
 printf 'run\tpages\trounds\tseconds\tlowest\thighest\tbaseline\tlowest\thighest\tratio\tKB\tCPU\tbaseline CPU\n' >"$table"
 
-# group PAGES: makes the group, its names file, and what the baseline needs.
+# group PAGES: makes the group and its names file.
 group() {
   group=$work/group$1
   mkdir -p "$group"
-  "$build/bench/make_group" "$group" "$1"
+  "$build/bench/make_group" "$group" "$1" incomplete
   for page in "$group"/*.MUS; do
     printf '%s 1\r\n' "$page"
   done | tr / '\\' >"$work/names.txt"
@@ -35,15 +39,23 @@ group() {
 # done with: a disk from which files have just been deleted is slow to store others.
 convert() {
   mkdir -p "$work/$1"
-  "$timed" 1 "$kivsys" convert --force --names "$work/names.txt" --result "$work/$1/WORK0001.MUS"
+  "$timed" 1 "$kivsys" convert --names "$work/names.txt" --result "$work/$1/WORK0001.MUS"
 }
-# rewrite FOLDER: the same for the baseline, which writes as much.
+# rewrite FOLDER: the same for the baseline, which writes as many bytes.
 rewrite() {
   mkdir -p "$work/$1"
-  "$timed" 1 "$baseline" convert "$work/results" "$work/$1" "$group"/*.MUS
+  files=$(find "$work/results" -name 'WORK*.MUS' | wc -l)
+  bytes=$(find "$work/results" -name 'WORK*.MUS' -printf '%s\n' | awk '{ all += $1 } END { print int(all / NR) }')
+  "$timed" 1 "$baseline" copy "$files" "$bytes" "$work/$1" "$group"/*.MUS
 }
 analyze() { "$timed" 1 "$kivsys" analyze --names "$work/names.txt"; }
+analyzeJson() { "$timed" 1 "$kivsys" analyze --json --names "$work/names.txt"; }
+verify() { "$timed" 1 "$kivsys" verify --names "$work/names.txt" --result "$work/results/WORK0001.MUS"; }
+report() { "$timed" 1 "$kivsys" report --names "$work/names.txt" --out "$work/report.html"; }
+suggest() { "$timed" 1 "$kivsys" suggest --names "$work/names.txt"; }
+survey() { "$timed" 1 "$kivsys" survey --quiet "$group"; }
 readOnly() { "$timed" 1 "$baseline" read "$group"/*.MUS; }
+readBoth() { "$timed" 1 "$baseline" read "$group"/*.MUS "$work"/results/WORK*.MUS; }
 dropCaches() {
   sync
   echo 3 >"$caches"
@@ -111,14 +123,18 @@ for pages in "$@"; do
   group "$pages"
   convert results >/dev/null
   [ "$pages" -gt "$largestForReference" ] || compareResults "$pages"
-  compare analyze readOnly "$turns"
-  row analyze "$pages"
+  for run in analyze analyzeJson report suggest survey; do
+    compare "$run" readOnly "$turns"
+    row "$run" "$pages"
+  done
+  compare verify readBoth "$turns"
+  row verify "$pages"
   compare convert rewrite "$turns"
   row convert "$pages"
-  if [ "$pages" -eq 500 ]; then
+  if [ "$pages" -eq 300 ]; then
     if [ -w "$caches" ]; then
-      compare analyze readOnly "$turns" dropCaches
-      row analyze-cold "$pages"
+      compare analyzeJson readOnly "$turns" dropCaches
+      row analyzeJson-cold "$pages"
     else
       echo "cold runs: not measured, as only root can empty the system's cache"
     fi

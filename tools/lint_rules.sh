@@ -14,7 +14,7 @@ violation() {
 }
 
 sources=$(files 'src/*.h' 'src/*.cpp' 'apps/*.h' 'apps/*.cpp' 'tests/*.h' 'tests/*.cpp' 'fuzz/*.h' 'fuzz/*.cpp' \
-  'bench/*.h' 'bench/*.cpp')
+  'bench/*.h' 'bench/*.c' 'bench/*.cpp')
 [ -n "$sources" ] || {
   echo "lint: git does not list the sources" >&2
   exit 1

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 namespace kiv {
 namespace {
@@ -17,52 +18,88 @@ constexpr std::array<std::uint32_t, 64> roundConstants = {
     0x19A4C116, 0x1E376C08, 0x2748774C, 0x34B0BCB5, 0x391C0CB3, 0x4ED8AA4A, 0x5B9CCA4F, 0x682E6FF3,
     0x748F82EE, 0x78A5636F, 0x84C87814, 0x8CC70208, 0x90BEFFFA, 0xA4506CEB, 0xBEF9A3F7, 0xC67178F2};
 
+using Words = std::array<std::uint32_t, 16>;
+
 std::uint32_t bigEndian(const char* bytes) {
-  std::uint32_t word = 0;
-  for (int i = 0; i < 4; ++i) {
-    word = word << 8U | static_cast<unsigned char>(bytes[i]);
-  }
-  return word;
+  const auto byte = [&](std::size_t i) { return std::uint32_t{static_cast<unsigned char>(bytes[i])}; };
+  return byte(0) << 24U | byte(1) << 16U | byte(2) << 8U | byte(3);
 }
 
-std::array<std::uint32_t, 64> schedule(const char* block) {
-  std::array<std::uint32_t, 64> words{};
-  for (std::size_t i = 0; i < 16; ++i) {
+Words wordsOf(const char* block) {
+  Words words{};
+  for (std::size_t i = 0; i < words.size(); ++i) {
     words[i] = bigEndian(block + 4 * i);
   }
-  for (std::size_t i = 16; i < words.size(); ++i) {
-    const std::uint32_t near = words[i - 15];
-    const std::uint32_t far = words[i - 2];
-    const std::uint32_t low = std::rotr(near, 7) ^ std::rotr(near, 18) ^ near >> 3U;
-    const std::uint32_t high = std::rotr(far, 17) ^ std::rotr(far, 19) ^ far >> 10U;
-    words[i] = words[i - 16] + low + words[i - 7] + high;
-  }
   return words;
+}
+
+/// The word of a later round, in the place of that of 16 rounds before.
+std::uint32_t nextWord(Words& words, std::size_t i) {
+  const std::uint32_t near = words[(i + 1) % words.size()];
+  const std::uint32_t far = words[(i + 14) % words.size()];
+  const std::uint32_t low = std::rotr(near, 7) ^ std::rotr(near, 18) ^ near >> 3U;
+  const std::uint32_t high = std::rotr(far, 17) ^ std::rotr(far, 19) ^ far >> 10U;
+  return words[i % words.size()] += low + words[(i + 9) % words.size()] + high;
+}
+
+/// The eight variables of the algorithm. Rather than moved from name to name in each round, they are called by names
+/// that move.
+class Rounds {
+ public:
+  explicit Rounds(const std::array<std::uint32_t, 8>& state) : v_(state) {}
+
+  /// Round i of 64; of Step only its value modulo 8 counts.
+  template <std::size_t Step>
+  void add(std::uint32_t wordAndConstant) {
+    // rotations by 6, 11 and 25, and by 2, 13 and 22, each from the one before
+    const std::uint32_t e = at<Step, 4>();
+    const std::uint32_t a = at<Step, 0>();
+    const std::uint32_t mixE = std::rotr(std::rotr(std::rotr(e, 14) ^ e, 5) ^ e, 6);
+    const std::uint32_t mixA = std::rotr(std::rotr(std::rotr(a, 9) ^ a, 11) ^ a, 2);
+    const std::uint32_t chosen = at<Step, 6>() ^ (e & (at<Step, 5>() ^ at<Step, 6>()));
+    const std::uint32_t most = (a & at<Step, 1>()) | (at<Step, 2>() & (a | at<Step, 1>()));
+    const std::uint32_t first = at<Step, 7>() + mixE + chosen + wordAndConstant;
+    at<Step, 3>() += first;
+    at<Step, 7>() = first + mixA + most;
+  }
+
+  void addTo(std::array<std::uint32_t, 8>& state) const {
+    for (std::size_t i = 0; i < state.size(); ++i) {
+      state[i] += v_[i];
+    }
+  }
+
+ private:
+  /// The variable that the algorithm calls a, b ... h, as 0 to 7, in this round.
+  template <std::size_t Step, std::size_t Name>
+  std::uint32_t& at() {
+    return v_[(Name + 8 - Step % 8) % 8];
+  }
+
+  std::array<std::uint32_t, 8> v_;
+};
+
+template <std::size_t... Step>
+void firstRounds(Rounds& rounds, const Words& words, std::index_sequence<Step...> /*steps*/) {
+  (rounds.add<Step>(words[Step] + roundConstants[Step]), ...);
+}
+
+template <std::size_t... Step>
+void laterRounds(Rounds& rounds, Words& words, std::size_t from, std::index_sequence<Step...> /*steps*/) {
+  (rounds.add<Step>(nextWord(words, Step) + roundConstants[from + Step]), ...);
 }
 
 }  // namespace
 
 void Sha256::processBlock(const char* block) {
-  const auto words = schedule(block);
-  auto [a, b, c, d, e, f, g, h] = state_;
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    const std::uint32_t mixE = std::rotr(e, 6) ^ std::rotr(e, 11) ^ std::rotr(e, 25);
-    const std::uint32_t first = h + mixE + ((e & f) ^ (~e & g)) + roundConstants[i] + words[i];
-    const std::uint32_t mixA = std::rotr(a, 2) ^ std::rotr(a, 13) ^ std::rotr(a, 22);
-    const std::uint32_t second = mixA + ((a & b) ^ (a & c) ^ (b & c));
-    h = g;
-    g = f;
-    f = e;
-    e = d + first;
-    d = c;
-    c = b;
-    b = a;
-    a = first + second;
+  constexpr std::make_index_sequence<16> steps;
+  Words words = wordsOf(block);
+  Rounds rounds(state_);
+  firstRounds(rounds, words, steps);
+  for (std::size_t from = words.size(); from < roundConstants.size(); from += words.size()) {
+    laterRounds(rounds, words, from, steps);
   }
-  const std::array<std::uint32_t, 8> added = {a, b, c, d, e, f, g, h};
-  for (std::size_t i = 0; i < state_.size(); ++i) {
-    state_[i] += added[i];
-  }
+  rounds.addTo(state_);
 }
 
 void Sha256::update(std::string_view bytes) {

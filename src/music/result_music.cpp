@@ -26,13 +26,27 @@ std::map<float, MusicStaff> stavesOf(std::vector<Item>& items) {
       staves.emplace(item[par::staff], MusicStaff{item, {}});
     }
   }
+  auto staff = staves.end();
   for (Item& item : items) {
-    const auto staff = std::isnan(item[par::staff]) ? staves.end() : staves.find(item[par::staff]);
+    const float number = item[par::staff];
+    if (staff == staves.end() || staff->first != number) {  // most items are on the staff of the one before
+      staff = std::isnan(number) ? staves.end() : staves.find(number);
+    }
     if (staff != staves.end() && item.type() != ItemType::staff) {
       staff->second.items.push_back(std::move(item));
     }
   }
   return staves;
+}
+
+/// Forgets what says nothing about time, keys and clefs, to save memory.
+void forgetOthers(MusicStaff& staff) {
+  std::erase_if(staff.items, [](const Item& item) {
+    const ItemType type = item.type();
+    const bool isSign = type == ItemType::clef || type == ItemType::keySignature || type == ItemType::timeSignature;
+    return !isSign && !proof::takesTime(item);
+  });
+  staff.items.shrink_to_fit();
 }
 
 /// The barlines of the lowest staff, by position.
@@ -99,7 +113,11 @@ std::optional<ResultMusic> musicOf(std::vector<Item> items, const std::function<
   std::vector<MusicStaff> rests;
   for (auto& [number, staff] : staves) {
     proof::sortByPosition(staff.items);
-    (plays(staff.staff) ? real : rests).push_back(std::move(staff));
+    const bool isReal = plays(staff.staff);
+    if (!isReal) {
+      forgetOthers(staff);
+    }
+    (isReal ? real : rests).push_back(std::move(staff));
   }
   std::reverse(rests.begin(), rests.end());
   return ResultMusic{proof::MusicSystem(std::move(real), barlines), std::move(rests), std::move(displaced)};

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 
 namespace kiv::proof {
 namespace {
@@ -83,6 +84,8 @@ void MusicKeys::read(const MusicSystem& system) {
   for (const auto& [instrument, signatures] : score.signatures) {
     if (!signatures.empty()) {
       signed_.insert(instrument);
+      types_[instrument].push_back(
+          {scores_.size() - 1, signatures.begin()->second[par::keyType], signatures.rbegin()->second[par::keyType]});
     } else if (!positions.empty()) {
       unsigned_.insert(instrument);
     }
@@ -161,20 +164,15 @@ int MusicKeys::fifthsBefore(std::size_t system, float instrument) const {
   return fifths;
 }
 
+/// That of the last signature before the system, else of the first in or after it.
 std::optional<float> MusicKeys::typeOf(std::size_t system, float instrument) const {
-  std::optional<float> type;
-  for (std::size_t i = 0; i < scores_.size(); ++i) {
-    const auto own = scores_[i].signatures.find(instrument);
-    if (own == scores_[i].signatures.end() || own->second.empty()) {
-      continue;
-    }
-    if (i < system) {
-      type = own->second.rbegin()->second[par::keyType];
-    } else if (!type) {
-      return own->second.begin()->second[par::keyType];
-    }
+  const auto known = types_.find(instrument);
+  if (known == types_.end()) {
+    return std::nullopt;
   }
-  return type;
+  const auto after = std::lower_bound(known->second.begin(), known->second.end(), system,
+                                      [](const Types& types, std::size_t other) { return types.system < other; });
+  return after == known->second.begin() ? after->first : std::prev(after)->last;
 }
 
 std::map<std::size_t, SilentKey> MusicKeys::keys(std::size_t system, float instrument) const {

@@ -47,11 +47,19 @@ class MusicKeys {
   int fifthsBefore(std::size_t system, float instrument) const;
   std::optional<float> typeOf(std::size_t system, float instrument) const;
 
+  /// P6 of the signatures of an instrument in a system that has some.
+  struct Types {
+    std::size_t system = 0;
+    float first = 0;
+    float last = 0;
+  };
+
   std::vector<Score> scores_;
-  std::map<float, Entry> entries_;  // where each instrument first plays
-  std::set<float> signed_;          // instruments with key signatures
-  std::set<float> unsigned_;        // those without, while others had some, in a system
-  std::map<float, int> now_;        // the keys while they are followed
+  std::map<float, Entry> entries_;             // where each instrument first plays
+  std::map<float, std::vector<Types>> types_;  // of each instrument, by system
+  std::set<float> signed_;                     // instruments with key signatures
+  std::set<float> unsigned_;                   // those without, while others had some, in a system
+  std::map<float, int> now_;                   // the keys while they are followed
 };
 
 }  // namespace kiv::proof

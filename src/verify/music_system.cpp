@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <set>
 #include <span>
 #include <utility>
 
@@ -20,18 +19,31 @@ bool isSign(const Item& item) {
          item.type() == ItemType::timeSignature;
 }
 
+/// The first and the last of some positions.
+struct Range {
+  bool isEmpty = true;
+  float first = 0;
+  float last = 0;
+
+  void add(float position) {
+    first = isEmpty || position < first ? position : first;
+    last = isEmpty || position > last ? position : last;
+    isEmpty = false;
+  }
+};
+
 /// What all staves have between two barlines.
 struct Content {
-  std::set<float> notes;  ///< the positions of what takes time
-  std::set<float> signs;
+  Range notes;  ///< what takes time
+  Range signs;
   bool hasCues = false;  ///< or grace notes
 
   void add(std::span<const Item> items) {
     for (const Item& item : items) {
       if (takesTime(item)) {
-        notes.insert(item[par::position]);
+        notes.add(item[par::position]);
       } else if (isSign(item)) {
-        signs.insert(item[par::position]);
+        signs.add(item[par::position]);
       } else {
         hasCues = hasCues || item.type() == ItemType::note || item.type() == ItemType::rest;
       }
@@ -40,14 +52,14 @@ struct Content {
 
   /// Whether they bound a bar without music.
   bool fillsBar(float from, float to, bool isLeftEdge) const {
-    const float sign = signs.empty() ? from : *signs.rbegin();
     if (hasCues) {
       return true;
     }
     if (isLeftEdge) {
-      return to - std::max(sign, from + signsAtLeft) >= leastAfterSign;
+      return to - std::max(signs.isEmpty ? from : signs.last, from + signsAtLeft) >= leastAfterSign;
     }
-    return sign > from ? to - sign >= leastAfterSign : to - from >= leastEmptyBar;
+    const bool isAfterSign = !signs.isEmpty && signs.last > from;
+    return isAfterSign ? to - signs.last >= leastAfterSign : to - from >= leastEmptyBar;
   }
 };
 
@@ -133,6 +145,7 @@ MusicSystem::MusicSystem(std::vector<MusicStaff> staves, const std::vector<Music
   for (MusicStaff& staff : staves_) {
     sortByPosition(staff.items);
   }
+  bars_.reserve(barlines.size());
   for (std::size_t b = 0; b < barlines.size(); ++b) {
     addBar(barlines[b], b + 1 < barlines.size() ? &barlines[b + 1].position : nullptr, b == 0);
   }
@@ -143,6 +156,7 @@ MusicSystem::MusicSystem(std::vector<MusicStaff> staves, const std::vector<Music
 void MusicSystem::addBar(const MusicBarline& barline, const float* next, bool isLeftEdge) {
   MusicBar bar;
   bar.from = barline.position;
+  bar.times.reserve(staves_.size());
   Content content;
   for (const MusicStaff& staff : staves_) {
     const std::span<const Item> items = staff.between(bar.from, next);
@@ -150,16 +164,16 @@ void MusicSystem::addBar(const MusicBarline& barline, const float* next, bool is
     bar.times.push_back(staffTimeOf(items));
   }
   endsSection_ = endsSection_ || barline.kind != 0;
-  if (content.notes.empty() && (next == nullptr || !content.fillsBar(bar.from, *next, isLeftEdge))) {
+  if (content.notes.isEmpty && (next == nullptr || !content.fillsBar(bar.from, *next, isLeftEdge))) {
     endsSection_ = endsSection_ || (next != nullptr && !isLeftEdge);
     return;
   }
-  bar.to = next != nullptr ? *next : *content.notes.rbegin() + openBar;
-  bar.music = content.notes.empty() ? bar.to : *content.notes.begin();
-  if (content.notes.empty()) {
-    bar.space = content.signs.empty() ? bar.from : *content.signs.rbegin();
+  bar.to = next != nullptr ? *next : content.notes.last + openBar;
+  bar.music = content.notes.isEmpty ? bar.to : content.notes.first;
+  if (content.notes.isEmpty) {
+    bar.space = content.signs.isEmpty ? bar.from : content.signs.last;
   } else {
-    bar.space = !content.signs.empty() && *content.signs.begin() < bar.music ? bar.music : bar.from;
+    bar.space = !content.signs.isEmpty && content.signs.first < bar.music ? bar.music : bar.from;
   }
   bar.beginsSection = std::exchange(endsSection_, false);
   bars_.push_back(std::move(bar));
@@ -168,7 +182,8 @@ void MusicSystem::addBar(const MusicBarline& barline, const float* next, bool is
 void MusicSystem::forgetNotes() {
   for (MusicStaff& staff : staves_) {
     std::erase_if(staff.items, [](const Item& item) {
-      return !isSign(item) && !item.type().hasText() && item.type() != ItemType::barline;
+      const bool isBrace = item.type() == ItemType::barline && item[par::kind] >= lowestBraceKind;
+      return !isSign(item) && !item.type().hasText() && !isBrace;
     });
     staff.items.shrink_to_fit();
   }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <set>
 
 namespace kiv::proof {
 namespace {
@@ -17,11 +16,9 @@ Ticks ticksOf(const Item& item) {
 }
 
 /// The first end after all that end now; the ends up to it are over. There is at least one.
-Ticks passOn(std::multiset<Ticks>& ends) {
-  const Ticks now = *ends.begin();
-  while (!ends.empty() && *ends.begin() < now + leastTime) {
-    ends.erase(ends.begin());
-  }
+Ticks passOn(std::vector<Ticks>& ends) {
+  const Ticks now = *std::min_element(ends.begin(), ends.end());
+  std::erase_if(ends, [now](Ticks end) { return end < now + leastTime; });
   return now;
 }
 
@@ -46,7 +43,7 @@ bool isWholeBarRest(const Item& item) {
 
 StaffTime staffTimeOf(std::span<const Item> items) {
   StaffTime time;
-  std::multiset<Ticks> ends;
+  std::vector<Ticks> ends;  // of a chord, or of voices: few
   for (const Item& item : items) {
     if (!takesTime(item)) {
       continue;
@@ -63,8 +60,8 @@ StaffTime staffTimeOf(std::span<const Item> items) {
     } else if (time.moments.back().position != position) {
       time.moments.push_back({passOn(ends), position});
     }
-    ends.insert(time.moments.back().time + ticksOf(item));
-    time.length = std::max(time.length, *ends.rbegin());
+    ends.push_back(time.moments.back().time + ticksOf(item));
+    time.length = std::max(time.length, ends.back());
   }
   return time;
 }

@@ -77,7 +77,9 @@ LoadedPage loadPage(Files& files, const std::string& name) {
     page.error = content.isTooLarge ? tooLarge(readableBytes, "a page") : "cannot be read";
     return page;
   }
+  constexpr std::size_t usualItem = 40;  // bytes, in the shortest of real pages
   page.bytes = std::move(*content.bytes);
+  page.items.reserve(page.bytes.size() / usualItem);
   PageWalker walker(page.bytes);
   ReadStatus status = walker.findItem();
   while (status == ReadStatus::itemRead) {

@@ -2,7 +2,7 @@
 # Format, lint rules and clang-tidy.
 
 # Every source that is, or is about to be, in the repository. A clone may belong to another user.
-sources() { git -c safe.directory="$PWD" ls-files -co --exclude-standard -- '*.h' '*.cpp' | grep .; }
+sources() { git -c safe.directory="$PWD" ls-files -co --exclude-standard -- '*.h' '*.c' '*.cpp' | grep .; }
 
 check_format() {
   list=$(sources) && printf '%s\n' "$list" | xargs clang-format --dry-run -Werror
@@ -27,7 +27,7 @@ check_windows_tidy() {
 
 check_tidy() {
   build release -DKIV_TESTS=OFF -DKIV_BENCH=ON >/dev/null &&
-    list=$(sources | grep -E '^(src|apps|bench)/.*\.cpp$' | grep -vE 'win32|apps/kivsystem') &&
+    list=$(sources | grep -E '^(src|apps|bench)/.*\.(c|cpp)$' | grep -vE 'win32|apps/kivsystem') &&
     printf '%s\n' "$list" | xargs -P "$(nproc)" -n 2 clang-tidy -p build/release --quiet \
       --extra-arg=-Wno-unknown-warning-option 2>build/release/clang-tidy.log
 }
