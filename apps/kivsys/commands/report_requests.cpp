@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "apps/kivsys/commands/fix_requests.h"
-#include "apps/kivsys/output/csv.h"
 #include "apps/kivsys/output/next_step.h"
 #include "base/csv.h"
+#include "base/csv_line.h"
 #include "base/number.h"
 #include "platform/bounded_file.h"
 #include "platform/console/printable.h"
