@@ -17,6 +17,7 @@
 #include "report_page/report_problems.h"
 #include "report_page/report_proposals.h"
 #include "report_page/report_verdict.h"
+#include "report_page/result_warnings.h"
 #include "report_page/system_pictures.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
@@ -145,6 +146,9 @@ void ReportGatherer::addProblems() {
   const WarnedRun run{converts ? RunScope::conversion : RunScope::analysis, request_.allowZeroId};
   grouper.addProblems(findProblems(files_, newWarnings(findWarnings(files_, inputs, run, facts_), user_.messages())),
                       true);
+  if (!request_.firstResult.empty()) {
+    grouper.addResultWarnings(resultWarnings(files_, request_.firstResult, facts_.systems()));
+  }
   gathered_.data.problems = grouper.problems();
   marks_ = grouper.marks();
   if (request_.proposals) {

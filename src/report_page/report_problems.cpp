@@ -69,6 +69,22 @@ void ProblemGrouper::addProblems(const std::vector<Problem>& problems, bool areW
   }
 }
 
+void ProblemGrouper::addResultWarnings(const std::vector<Message>& warnings) {
+  for (const Message& warning : warnings) {
+    const Location& at = warning.location;
+    ReportProblem& group = groupOf(warning.code, true);
+    const auto about = static_cast<std::size_t>(&group - problems_.data());
+    ReportPlace place;
+    place.words = host_.nameOf(at.file) + (at.bar ? ", bar " + std::to_string(*at.bar) : "") + ": " + warning.text;
+    if (const auto index = indices_.find(at.system.value_or(0)); index != indices_.end()) {
+      place.system = static_cast<std::size_t>(index->first);
+      const auto staff = static_cast<float>(at.staff.value_or(0));
+      marks_[index->second].push_back({at.file, staff, 0, about, false, at.bar.value_or(0)});
+    }
+    group.places.push_back(std::move(place));
+  }
+}
+
 void ProblemGrouper::addSkipped(const std::vector<SkippedPage>& pages) {
   for (const SkippedPage& page : pages) {
     const std::string& file = page.message.location.file;

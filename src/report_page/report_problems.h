@@ -19,6 +19,8 @@ class ProblemGrouper {
   ProblemGrouper(const ReportHost& host, const std::vector<SystemFact>& facts);
 
   void addProblems(const std::vector<Problem>& problems, bool areWarnings);
+  /// Those about the results of a conversion, which name their system and its bar.
+  void addResultWarnings(const std::vector<Message>& warnings);
   void addSkipped(const std::vector<SkippedPage>& pages);
 
   const std::vector<ReportProblem>& problems() const { return problems_; }

@@ -8,6 +8,8 @@
 #include "base/number.h"
 #include "mus/format.h"
 #include "mus/page_walker.h"
+#include "music/result_music.h"
+#include "report_page/result_warnings.h"
 
 namespace kiv::report {
 namespace {
@@ -123,17 +125,45 @@ void PictureMaker::addMarks(const std::vector<WantedMark>& marks,
   }
 }
 
-Picture PictureMaker::pictureOfResult(const SystemFact& system, const PageFile& result) {
+Picture PictureMaker::pictureOfResult(const SystemFact& system, const std::string& result,
+                                      const std::vector<WantedMark>& marks) {
   std::set<std::string> present;
   for (const StaffFact& staff : system.staves) {
     present.insert(generalNumber(static_cast<float>(staff.instrument)));
   }
-  const PageLayout layout = layOut(result.items);
+  const PageLayout layout = layOut(page(result).items);
   Picture picture = pictureFrom(layout);
   for (std::size_t s = 0; s < picture.staves.size(); ++s) {
     picture.staves[s].isInserted = !present.contains(generalNumber(std::fabs(layout.staves[s].instrument)));
   }
+  addResultMarks(marks, {result, playingIn(system)}, layout, picture);
   return picture;
+}
+
+/// Marks bars of the result; what is about all of its staves at the uppermost one.
+void PictureMaker::addResultMarks(const std::vector<WantedMark>& marks, const CheckedResult& result,
+                                  const PageLayout& layout, Picture& picture) {
+  std::optional<ResultMusic> music;
+  for (const WantedMark& wanted : marks) {
+    if (wanted.file != result.file || wanted.bar == 0 || layout.staves.empty()) {
+      continue;
+    }
+    if (!music) {
+      music = readResult(files_, result);
+    }
+    const auto index = static_cast<std::size_t>(wanted.bar) - 1;
+    if (!music || index >= music->real.bars().size()) {
+      continue;
+    }
+    const auto staff = std::find_if(layout.staves.begin(), layout.staves.end(),
+                                    [&](const PlacedStaff& s) { return s.number == wanted.staff; });
+    const bool isFound = staff != layout.staves.end();
+    const std::size_t at = isFound ? static_cast<std::size_t>(staff - layout.staves.begin()) : layout.staves.size() - 1;
+    const proof::MusicBar& bar = music->real.bars()[index];
+    const int left = picture.origin + pixelsAt(bar.from);
+    const int right = std::min(picture.origin + pixelsAt(bar.to), picture.staves[at].right);
+    picture.problems.push_back({at, (left + right) / 2, wanted.about});
+  }
 }
 
 Pictures PictureMaker::draw(const std::vector<SystemFact>& facts, const WantedPictures& wanted) {
@@ -150,9 +180,9 @@ Pictures PictureMaker::draw(const std::vector<SystemFact>& facts, const WantedPi
     picture.system = static_cast<std::size_t>(system.number);
     picture.before = pictureOf(system, marks == wanted.marks.end() ? none : marks->second);
     if (wanted.result) {
-      const PageFile& result = page(wanted.result(picture.system));
-      if (!result.items.empty()) {
-        picture.after = pictureOfResult(system, result);
+      const std::string result = wanted.result(picture.system);
+      if (!page(result).items.empty()) {
+        picture.after = pictureOfResult(system, result, marks == wanted.marks.end() ? none : marks->second);
       }
     }
     pictures.systems.push_back(std::move(picture));

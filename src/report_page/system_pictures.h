@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "diagnostics/system_facts.h"
+#include "music/music_warnings.h"
 #include "platform/files.h"
 #include "report_page/picture_code.h"
 #include "report_page/report_data.h"
@@ -17,9 +18,10 @@ namespace kiv::report {
 struct WantedMark {
   std::string file;       ///< full name, as facts have it
   float staff = 0;        ///< its number in the file
-  int item = 0;           ///< 0 for the whole staff
+  int item = 0;           ///< 0 for the whole staff, or for a bar of it
   std::size_t about = 0;  ///< an index
   bool isProposal = false;
+  int bar = 0;  ///< its number in the system, from 1; 0 for no bar
 };
 
 /// Which systems are drawn.
@@ -47,7 +49,9 @@ class PictureMaker {
 
   const PageFile& page(const std::string& name);
   Picture pictureOf(const SystemFact& system, const std::vector<WantedMark>& marks);
-  Picture pictureOfResult(const SystemFact& system, const PageFile& result);
+  Picture pictureOfResult(const SystemFact& system, const std::string& result, const std::vector<WantedMark>& marks);
+  void addResultMarks(const std::vector<WantedMark>& marks, const CheckedResult& result, const PageLayout& layout,
+                      Picture& picture);
   Picture pictureFrom(const PageLayout& layout);
   void addMarks(const std::vector<WantedMark>& marks, const std::map<std::pair<std::string, float>, float>& numbers,
                 const PageLayout& layout, Picture& picture);
