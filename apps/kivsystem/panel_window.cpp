@@ -9,6 +9,8 @@
 
 #include "apps/kivsystem/dpi.h"
 #include "apps/kivsystem/out_of_memory.h"
+#include "apps/kivsystem/report_menu.h"
+#include "apps/kivsystem/show_report.h"
 #include "shell/frm_kivsystem.h"
 #include "shell/select_files.h"
 
@@ -102,6 +104,7 @@ void PanelWindow::create(int show) {
   if (window_ == nullptr) {
     return;
   }
+  ReportMenu::addTo(window_);
   controls_.create(window_, panel, dpi);
   if (dpiOf(window_) != dpi) {
     placeOn(dpiOf(window_), nullptr);
@@ -176,6 +179,12 @@ bool PanelWindow::handle(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& re
     case WM_CLOSE:
       perform([this] { clicked(program_, &Panel::cmdReturn); });
       return true;
+    case WM_SYSCOMMAND:
+      if (ReportMenu::isChosen(wParam)) {
+        perform([this] { showReport(program_); });
+        return true;
+      }
+      return false;
     case WM_CTLCOLORSTATIC:
       return colorOf(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam), result);
     case WM_SETCURSOR:
@@ -248,6 +257,7 @@ void PanelWindow::perform(const std::function<void()>& handler) {
 
 void PanelWindow::refresh() {
   controls_.show(program_.panel);
+  ReportMenu::enable(window_, program_.analyzed.has_value());
   if (program_.panel.visible != (IsWindowVisible(window_) != FALSE)) {
     ShowWindow(window_, program_.panel.visible ? SW_SHOW : SW_HIDE);
     if (program_.panel.visible) {

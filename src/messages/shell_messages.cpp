@@ -38,4 +38,8 @@ Message notACommand(const std::string& command) {
   return critical(code::other, "ShellAndWait error: " + command);
 }
 
+Message reportNotShown(const std::string& file, const std::string& reason) {
+  return information(code::other, "The report cannot be shown.\r\n" + file + "\r\n" + reason);
+}
+
 }  // namespace kiv::messages

@@ -23,4 +23,8 @@ Message programNotStarted(const std::string& commandLine);
 /// Critical: a command that names neither a program nor a batch file.
 Message notACommand(const std::string& command);
 
+/// The report about a group that the panel cannot show in the browser: a page that cannot be read, or the report's own
+/// file.
+Message reportNotShown(const std::string& file, const std::string& reason);
+
 }  // namespace kiv::messages

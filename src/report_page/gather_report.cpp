@@ -10,7 +10,6 @@
 #include "diagnostics/warnings.h"
 #include "input/file_names.h"
 #include "messages/codes.h"
-#include "music/music_faults.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "repair/suggestions.h"
@@ -18,6 +17,7 @@
 #include "report_page/report_problems.h"
 #include "report_page/report_proposals.h"
 #include "report_page/report_verdict.h"
+#include "report_page/result_faults.h"
 #include "report_page/system_pictures.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
@@ -172,21 +172,8 @@ void ReportGatherer::addMusicFaults(ProblemGrouper& grouper) {
   if (request_.firstResult.empty()) {
     return;
   }
-  std::vector<CheckedResult> results;
-  for (const SystemFact& system : facts_.systems()) {
-    CheckedResult& result = results.emplace_back();
-    result.file = resultName(request_.firstResult, results.size());
-    for (const StaffFact& staff : system.staves) {
-      result.playing.insert(staff.instrument);
-    }
-  }
-  const std::vector<MusicFault> faults = findMusicFaults(files_, results);
-  std::vector<Message> warnings;
-  for (const MusicFault& fault : faults) {
-    warnings.push_back(fault.warning);
-  }
-  grouper.addProblems(findProblems(files_, warnings), true);
-  for (const MusicFault& fault : faults) {
+  for (const MusicFault& fault : resultFaults(files_, request_.firstResult, facts_.systems())) {
+    grouper.addResultWarning(fault.warning);
     for (const FaultPlace& place : fault.places) {
       resultMarks_[fault.result].push_back({place.staff, place.bar, grouper.indexOf(fault.warning.code)});
     }

@@ -30,6 +30,7 @@ struct ReportRequest {
   std::string namesFile;  ///< lists the pages; "" when none can be analyzed
   bool allowZeroId = false;
   bool allPictures = false;  ///< not only those of systems with deviations and problems
+  bool isForPanel = false;   ///< the reader is in front of the window
   std::string arguments;     ///< of a command line about the same pages, each after a blank, as UTF-8
   std::function<std::string(const std::string& file)> argumentOf = {};  ///< a page file of a command line, as UTF-8
   std::string firstResult;                                              ///< full name; "" without results

@@ -11,6 +11,14 @@ std::string count(std::size_t number, const std::string& one, const std::string&
   return "<div>" + element("dt", number == 1 ? one : many) + element("dd", std::to_string(number)) + "</div>\n";
 }
 
+std::size_t placesOf(const ReportData& data, bool isWarning) {
+  std::size_t places = 0;
+  for (const ReportProblem& problem : data.problems) {
+    places += problem.isWarning == isWarning ? problem.places.size() : 0;
+  }
+  return places;
+}
+
 /// The link to the pictures of a system.
 std::string systemLink(std::size_t system) {
   const std::string number = std::to_string(system);
@@ -41,6 +49,28 @@ std::string problemBlock(const ReportProblem& problem, std::size_t index) {
   return block + placesList(problem) + "</details>\n";
 }
 
+std::string presenceWords(const ReportInstrument& instrument, std::size_t systems) {
+  const std::string words = std::to_string(instrument.count) + " of " + std::to_string(systems);
+  return instrument.count == systems ? words : words + ": " + svgText(instrument.systems);
+}
+
+std::string commandBlock(const std::string& command) {
+  if (command.empty()) {
+    return "";
+  }
+  return R"(<div class="command"><pre tabindex="0" aria-label="Command line"><code id="next-command">)" +
+         svgText(command) + R"(</code></pre> <button type="button" id="copy-command" hidden>Copy</button></div>)" +
+         "\n";
+}
+
+std::string panelSteps(const NextStep& next) {
+  std::string list = "<ol>\n";
+  for (const std::string& step : next.panel) {
+    list += element("li", step) + "\n";
+  }
+  return list + "</ol>\n";
+}
+
 }  // namespace
 
 std::string element(const std::string& tag, const std::string& text) {
@@ -56,6 +86,12 @@ std::string countsBlock(const ReportData& data) {
   if (data.skipped > 0) {
     block += count(data.skipped, "Page left out", "Pages left out");
   }
+  if (const std::size_t problems = placesOf(data, false); problems > data.skipped) {
+    block += count(problems - data.skipped, "Problem", "Problems");
+  }
+  if (const std::size_t warnings = placesOf(data, true); warnings > 0) {
+    block += count(warnings, "Warning", "Warnings");
+  }
   if (data.deviating > 0) {
     block += count(data.deviating, "System that differs", "Systems that differ");
   }
@@ -63,17 +99,17 @@ std::string countsBlock(const ReportData& data) {
 }
 
 std::string nextStepBlock(const ReportData& data) {
-  std::string block = element("p", data.next.words) + "\n";
-  if (!data.next.command.empty()) {
-    block += R"(<div class="command"><pre tabindex="0" aria-label="Command line"><code id="next-command">)" +
-             svgText(data.next.command) +
-             R"(</code></pre> <button type="button" id="copy-command" hidden>Copy</button></div>)" + "\n";
+  const NextStep& next = data.next;
+  const std::string words = element("p", next.words) + "\n" + commandBlock(next.command);
+  if (!next.isForPanel) {
+    return words + "<details class=\"other-steps\"><summary>In the KivSystem window instead</summary>\n" +
+           panelSteps(next) + "</details>\n";
   }
-  block += "<details class=\"panel-steps\"><summary>In the KivSystem window instead</summary>\n<ol>\n";
-  for (const std::string& step : data.next.panel) {
-    block += element("li", step) + "\n";
+  if (next.command.empty()) {
+    return words + panelSteps(next);
   }
-  return block + "</ol></details>\n";
+  return panelSteps(next) + "<details class=\"other-steps\"><summary>With the console program instead</summary>\n" +
+         words + "</details>\n";
 }
 
 std::string layoutRows(const ReportData& data) {
@@ -110,8 +146,7 @@ std::string instrumentRows(const ReportData& data) {
     rows += "<tr><th scope=\"row\">" + std::to_string(instrument.id) + "</th><td><bdi>" + svgText(name) + "</bdi>" +
             (instrument.abbreviation.empty() ? "" : " <small>" + svgText(instrument.abbreviation) + "</small>") +
             "</td>" + element("td", instrument.clefs) + R"(<td class="presence" data-id=")" +
-            std::to_string(instrument.id) + "\">" + std::to_string(instrument.count) + " of " +
-            std::to_string(data.systems) + ": " + svgText(instrument.systems) + "</td>" +
+            std::to_string(instrument.id) + "\">" + presenceWords(instrument, data.systems) + "</td>" +
             element("td", instrument.first) + element("td", instrument.last) + "</tr>\n";
   }
   return rows;

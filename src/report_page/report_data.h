@@ -110,6 +110,7 @@ struct NextStep {
   std::string words;
   std::string command;             ///< "" when there is nothing to run
   std::vector<std::string> panel;  ///< what to do in the window instead, step by step
+  bool isForPanel = false;         ///< the reader is in front of the window
 };
 
 struct ReportData {

@@ -69,6 +69,16 @@ void ProblemGrouper::addProblems(const std::vector<Problem>& problems, bool areW
   }
 }
 
+void ProblemGrouper::addResultWarning(const Message& warning) {
+  const Location& at = warning.location;
+  ReportPlace place;
+  place.words = host_.nameOf(at.file) + (at.bar ? ", bar " + std::to_string(*at.bar) : "") + ": " + warning.text;
+  if (const auto index = indices_.find(at.system.value_or(0)); index != indices_.end()) {
+    place.system = static_cast<std::size_t>(index->first);
+  }
+  groupOf(warning.code, true).places.push_back(std::move(place));
+}
+
 std::size_t ProblemGrouper::indexOf(std::string_view code) const {
   const ProblemText* text = &problemTextOf(code);
   const auto known = std::find_if(problems_.begin(), problems_.end(),

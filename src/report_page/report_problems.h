@@ -21,6 +21,8 @@ class ProblemGrouper {
   ProblemGrouper(const ReportHost& host, const std::vector<SystemFact>& facts);
 
   void addProblems(const std::vector<Problem>& problems, bool areWarnings);
+  /// One about a result of a conversion, which names its system, and its bar if it is about one.
+  void addResultWarning(const Message& warning);
   /// The index of the problem of that code among all; there must be one.
   std::size_t indexOf(std::string_view code) const;
   void addSkipped(const std::vector<SkippedPage>& pages);

@@ -11,12 +11,16 @@ std::string counted(std::size_t count, const std::string& one, const std::string
   return std::to_string(count) + " " + (count == 1 ? one : many);
 }
 
-std::size_t problemPlaces(const ReportData& data) {
+std::size_t placesOf(const ReportData& data, bool areWarnings) {
   std::size_t count = 0;
   for (const ReportProblem& problem : data.problems) {
-    count += problem.isWarning ? 0 : problem.places.size();
+    count += problem.isWarning == areWarnings ? problem.places.size() : 0;
   }
   return count;
+}
+
+std::size_t problemPlaces(const ReportData& data) {
+  return placesOf(data, false);
 }
 
 /// Why the systems cannot be used as they are.
@@ -86,7 +90,11 @@ void addConversion(const ReportRequest& request, ReportData& data) {
   data.details = differences(data) + " A conversion writes one page for each system, all with the same instruments.";
   data.next.words = "Convert the pages. The results go into a new folder, the pages stay as they are.";
   data.next.command = "kivsys convert --result converted/WORK0001.MUS" + request.arguments;
-  data.next.panel = {"Select the pages and press Analyze.", "Press Convert."};
+  if (request.isForPanel) {
+    data.next.panel = {"Press Convert. If the window was closed meanwhile, select the pages and press Analyze before."};
+  } else {
+    data.next.panel = {"Select the pages and press Analyze.", "Press Convert."};
+  }
 }
 
 void addUsable(ReportData& data) {
@@ -104,6 +112,9 @@ void addConverted(const ReportRequest& request, ReportData& data) {
   data.headline = "The pages have been converted";
   data.details = "Below, each system is shown before and after the conversion. " +
                  (data.deviating + data.severalFiles > 0 ? "Before, " + differences(data) : std::string());
+  if (const std::size_t warnings = placesOf(data, true); warnings > 0) {
+    data.details += " " + counted(warnings, "warning is", "warnings are") + " listed under Problems.";
+  }
   data.next.words = "Check that the conversion has lost and changed nothing.";
   data.next.command = "kivsys verify --result " + request.typedResult + request.arguments;
   data.next.panel = {"Open the results in the notation program, and compare them with the pictures below."};
@@ -112,6 +123,7 @@ void addConverted(const ReportRequest& request, ReportData& data) {
 }  // namespace
 
 void addVerdict(const ReportRequest& request, ReportData& data) {
+  data.next.isForPanel = request.isForPanel;
   if (data.skipped > 0) {
     addDamage(request, data);
   } else if (problemPlaces(data) > 0) {

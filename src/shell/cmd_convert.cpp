@@ -11,6 +11,9 @@ void cmdConvert_Click(KivSystem& program) {
   const Message created = convertGroup(
       program, {panel.txtFirstResultFile.text, panel.chkOverwrite.checked, panel.chkShowInstrNumber.checked});
   hideWait(program);
+  if (program.analyzed) {
+    program.analyzed->firstResult = panel.txtFirstResultFile.text;
+  }
   program.host.user.show(created);
 }
 

@@ -19,6 +19,11 @@ void reportNoInput(const KivSystem& program) {
   program.host.user.show(message);
 }
 
+AnalyzedGroup analyzedGroup(const KivSystem& program) {
+  const std::vector<std::string>& names = program.names.nameList;
+  return {{names.begin(), names.begin() + program.names.nameCount}, program.settings.allowZeroInstrId, ""};
+}
+
 }  // namespace
 
 void offerConversion(KivSystem& program, Qualification qualification) {
@@ -45,6 +50,7 @@ void cmdRun_Click(KivSystem& program) {
   analyzePages(program, {program.settings.allowZeroInstrId, program.panel.chkDebug.checked});
   hideWait(program);
   writeVerdict(program);
+  program.analyzed = analyzedGroup(program);
   if (isInteractiveMode(program.settings.commandLine)) {
     offerConversion(program, showAnalysisResult(program));
   }

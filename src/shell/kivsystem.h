@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "analysis/first_clef_table.h"
@@ -10,6 +11,7 @@
 #include "input/names_table.h"
 #include "mus/item_table.h"
 #include "platform/host.h"
+#include "shell/analyzed_group.h"
 #include "shell/panel.h"
 
 namespace kiv {
@@ -49,6 +51,7 @@ struct KivSystem {
   PageTable pages;
   SystemTable systems;
   OrderTable order;
+  std::optional<AnalyzedGroup> analyzed;  ///< by the panel; none before its first analysis
 };
 
 }  // namespace kiv

@@ -86,7 +86,7 @@ describe("top", () => {
     assert.equal(await page.locator("#verdict h2").textContent(), "The pages need a conversion");
     assert.equal((await page.locator(".counts").innerText()).replaceAll("\n", " "), "Pages 5 Systems 7 Instruments 12 Files 6 Systems that differ 3");
     assert.equal(await page.locator("#next-command").count(), 1);
-    assert.equal(await page.locator(".panel-steps li").count(), 2);
+    assert.equal(await page.locator(".other-steps li").count(), 2);
   });
 
   test("copies the command", async () => {
@@ -135,6 +135,18 @@ describe("layout map", () => {
   test("says so when a system has no picture", async () => {
     const page = await open(example, { fragment: "#system-6" });
     assert.match(await page.locator("#system-note").textContent(), /^System 6 has no picture here: it has layout A\./);
+  });
+
+  test("says how it is used, and names pages by their ends", async () => {
+    const page = await open(example);
+    assert.match(await page.locator("#map-status").textContent(), /^Point at a cell/);
+    const [start, end] = await page.evaluate(() => {
+      const context = document.createElement("canvas").getContext("2d");
+      const fitting = (keepsEnd) => window.fittingText(context, "A very long name 007.MUS", 80, keepsEnd);
+      return [fitting(false), fitting(true)];
+    });
+    assert.match(start, /^A very.*…$/);
+    assert.match(end, /^….*007\.MUS$/);
   });
 
   test("can be restricted to the systems that differ", async () => {
@@ -187,6 +199,30 @@ describe("systems", () => {
     assert.equal(await figures.nth(1).locator("rect.inserted").count(), 6);
     const boxes = await figures.evaluateAll((all) => all.map((figure) => figure.getBoundingClientRect().top));
     assert.equal(boxes[0], boxes[1], "beside each other");
+  });
+
+  test("have warnings at the bars of the results", async () => {
+    const page = await open(converted);
+    const problem = page.locator("details.problem.warning").filter({ hasText: "Key or time of a rest staff" });
+    assert.equal(await problem.locator("li").first().textContent(),
+      "System 4, WORK0004.MUS, bar 1: rest staves 101, 102, 103, 104, 108, 109, 110: the key is not that of the system");
+    await problem.locator("a").first().click();
+    const figures = page.locator("#system-4 figure");
+    assert.equal(await figures.nth(0).locator("rect.mark").count(), 0);
+    assert.ok(await figures.nth(1).locator("rect.mark").count() > 0);
+    const [mark, staff] = await figures.nth(1).evaluate((figure) =>
+      [figure.querySelector("rect.mark"), figure.querySelector("rect.inserted")].map((element) => ({ x: element.getBBox().x, width: element.getBBox().width })));
+    assert.ok(mark.x >= staff.x && mark.x + mark.width <= staff.x + staff.width, "in a bar");
+    assert.match(await page.locator("#verdict").textContent(), /4 warnings are listed under Problems/);
+  });
+
+  test("scroll together when they are compared", async () => {
+    const page = await open(converted, { fragment: "#system-2" });
+    const sheets = page.locator("#system-2 .sheet");
+    await sheets.nth(0).evaluate((sheet) => { sheet.scrollLeft = 60; });
+    await page.waitForFunction(() => document.querySelectorAll("#system-2 .sheet")[1].scrollLeft === 60);
+    await sheets.nth(1).evaluate((sheet) => { sheet.scrollLeft = 20; });
+    await page.waitForFunction(() => document.querySelectorAll("#system-2 .sheet")[0].scrollLeft === 20);
   });
 
   test("can be opened all at once, as for printing", async () => {

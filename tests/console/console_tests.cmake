@@ -92,7 +92,7 @@ if(NOT WIN32)
     console/natural_order_test.cpp
     console/nearest_word_test.cpp
     console/output_file_test.cpp
-    ../apps/kivsys/output/csv.cpp ../apps/kivsys/output/diagnostics_json.cpp
+    ../apps/kivsys/output/diagnostics_json.cpp
     ../apps/kivsys/output/instruments_output.cpp
     ../apps/kivsys/output/outcome_json.cpp
     ../apps/kivsys/output/text_table.cpp ../apps/kivsys/output/verification_json.cpp

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "apps/kivsys/output/csv.h"
 #include "apps/kivsys/output/instruments_output.h"
 #include "apps/kivsys/output/text_table.h"
+#include "base/csv_line.h"
 
 namespace kiv::test {
 namespace {

@@ -32,5 +32,10 @@ TEST(ShellMessage, Programs) {
   expectCritical(messages::notACommand("NOTEPAD X.TXT"), "other", "ShellAndWait error: NOTEPAD X.TXT");
 }
 
+TEST(ShellMessage, ReportNotShownNamesTheFileAndWhy) {
+  expectInformation(messages::reportNotShown("C:\\M\\X1.MUS", "File not found."), "other",
+                    "The report cannot be shown.\r\nC:\\M\\X1.MUS\r\nFile not found.");
+}
+
 }  // namespace
 }  // namespace kiv::test

@@ -6,7 +6,6 @@
 #include "apps/kivsys/commands/report_requests.h"
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
-#include "apps/kivsys/output/made_by.h"
 #include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "apps/kivsys/safety/result_files.h"
@@ -17,6 +16,7 @@
 #include "platform/console/shell_words.h"
 #include "platform/default_program.h"
 #include "report_page/gather_report.h"
+#include "report_page/made_by.h"
 #include "report_page/report_page.h"
 
 namespace kiv {
@@ -162,7 +162,7 @@ int ReportRun::run(const std::string& namesFile) {
     console_.user().show(*gathered.ended);
     return exit_status::critical;
   }
-  gathered.data.made = madeBy(system_);
+  gathered.data.made = report::madeBy(system_, "kivsys");
   const int status = write(gathered);
   if (status != exit_status::normal) {
     return status;

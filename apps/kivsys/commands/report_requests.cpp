@@ -1,22 +1,22 @@
 #include "apps/kivsys/commands/report_requests.h"
 
-#include <filesystem>
 #include <map>
-#include <random>
 #include <set>
-#include <system_error>
 #include <utility>
 
 #include "apps/kivsys/commands/fix_requests.h"
-#include "apps/kivsys/output/csv.h"
 #include "apps/kivsys/output/next_step.h"
 #include "base/csv.h"
+#include "base/csv_line.h"
 #include "base/number.h"
+#include "input/file_names.h"
 #include "platform/bounded_file.h"
 #include "platform/console/printable.h"
 #include "platform/console/shell_words.h"
 #include "platform/native_file.h"
+#include "platform/temporary_folder.h"
 #include "repair/corrections.h"
+#include "report_page/page_pattern.h"
 #include "report_page/report_problems.h"
 #include "survey/survey.h"
 
@@ -78,34 +78,28 @@ report::ReportProposal proposalOf(const NamedCells& cells, const repair::Correct
   return proposal;
 }
 
-/// Whether the pages are all those of their piece in their folder, so that a pattern selects the same ones.
+/// A pattern for the pages, where there is one that the shell leaves as it is.
 std::optional<std::string> patternFor(ConsoleSystem& system, const std::vector<FoundFile>& pages) {
-  std::set<std::string> selected;
   const std::string folder = folderOfPath(system, pages.front().path);
+  std::set<std::string> names;
   for (const FoundFile& page : pages) {
     if (folderOfPath(system, page.path) != folder) {
       return std::nullopt;
     }
-    selected.insert(page.path.substr(folder.size()));
+    names.insert(page.path.substr(folder.size()));
   }
-  std::size_t same = 0;
-  const std::string& first = *selected.begin();
-  const std::string& last = *selected.rbegin();
-  while (same < first.size() && same < last.size() && first[same] == last[same]) {
-    ++same;
+  std::vector<std::string> others;
+  for (const FolderEntry& entry : system.listFolder(justPath(system, pages.front().name))) {
+    others.push_back(entry.name);
   }
-  const std::string prefix = first.substr(0, std::min(first.find_first_of("0123456789"), same));
-  const std::string suffix = first.substr(std::min(first.rfind('.'), first.size()));
-  const bool isPlain = !prefix.empty() && shellWord(folder + prefix + suffix) == folder + prefix + suffix;
-  std::error_code failure;
-  std::size_t matching = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(folder.empty() ? "." : folder, failure)) {
-    const std::string name = entry.path().filename().string();
-    matching += name.starts_with(prefix) && name.ends_with(suffix) ? 1U : 0U;
+  const auto pattern = report::patternFor({names.begin(), names.end()}, others);
+  if (!pattern) {
+    return std::nullopt;
   }
+  std::string plain = folder + *pattern;
+  plain.erase(plain.rfind('*'), 1);
   const std::string shownFolder = folderOfPath(system, system.shownName(pages.front().name));
-  return isPlain && !failure && matching == selected.size() ? std::optional(shownFolder + prefix + "*" + suffix)
-                                                            : std::nullopt;
+  return shellWord(plain) == plain ? std::optional(shownFolder + *pattern) : std::nullopt;
 }
 
 }  // namespace
@@ -147,21 +141,8 @@ TableProposals readProposals(ConsoleSystem& system, const std::string& file) {
 }
 
 std::string temporaryReport(NativeSystem& system) {
-  std::error_code failure;
-  const std::filesystem::path folder = std::filesystem::temp_directory_path(failure);
-  if (failure) {
-    return "";
-  }
-  std::random_device random;
-  constexpr int attempts = 10;
-  for (int attempt = 0; attempt < attempts; ++attempt) {
-    const std::filesystem::path path = folder / ("kivsys-" + std::to_string(random()));
-    if (std::filesystem::create_directory(path, failure)) {
-      std::filesystem::permissions(path, std::filesystem::perms::owner_all, failure);
-      return failure ? "" : system.fullName((path / "report.html").string());
-    }
-  }
-  return "";
+  const std::string folder = makeTemporaryFolder();
+  return folder.empty() ? "" : system.fullName(folder + "/report.html");
 }
 
 }  // namespace kiv

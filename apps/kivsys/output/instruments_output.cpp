@@ -8,9 +8,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include "apps/kivsys/output/csv.h"
 #include "apps/kivsys/output/diagnostics_json.h"
 #include "apps/kivsys/output/text_table.h"
+#include "base/csv_line.h"
 #include "base/number.h"
 #include "diagnostics/number_ranges.h"
 #include "input/file_names.h"

@@ -6,7 +6,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "apps/kivsys/output/csv.h"
 #include "apps/kivsys/output/diagnostics_json.h"
 #include "apps/kivsys/output/text_table.h"
 #include "base/number.h"
@@ -22,21 +21,6 @@ constexpr std::size_t itemColumn = 3;
 
 std::string whatOf(const DoubtfulId& at) {
   return at.isCue ? "cue" : "staff";
-}
-
-std::string itemCell(const DoubtfulId& at) {
-  return at.item == 0 ? "" : std::to_string(at.item);
-}
-
-/// The columns that say where an id is and what is wrong with it.
-Row placeCells(const DoubtfulId& at, const std::string& file) {
-  return {file,
-          std::to_string(at.system),
-          at.staff,
-          itemCell(at),
-          whatOf(at),
-          nameOf(at.problem),
-          std::to_string(at.oldId)};
 }
 
 Json placeJson(const DoubtfulId& at, const SelectedNames& names) {
@@ -105,10 +89,7 @@ std::string SelectedNames::of(const std::string& coreName) const {
 }
 
 std::string correctionLine(const Correction& correction, const std::string& name) {
-  Row row = placeCells(correction.at, cellText(NativeSystem::toUtf8(name)));
-  row.insert(row.end(), {std::to_string(correction.newId), nameOf(correction.confidence),
-                         cellText(NativeSystem::toUtf8(correction.reason))});
-  return csvLine(row);
+  return correctionLine(correction, NativeSystem::toUtf8(name), NativeSystem::toUtf8(correction.reason));
 }
 
 std::string correctionsCsv(const Suggestions& suggestions, const SelectedNames& names) {

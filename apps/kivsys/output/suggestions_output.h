@@ -5,6 +5,7 @@
 
 #include "apps/kivsys/output/outcome_json.h"
 #include "platform/console/console_system.h"
+#include "repair/correction_line.h"
 #include "repair/suggestions.h"
 
 namespace kiv {
@@ -21,9 +22,6 @@ class SelectedNames {
   ConsoleSystem& system_;
   std::map<std::string, std::string> names_;  // by the core's name in upper case
 };
-
-/// The heads of the columns of corrections.
-inline constexpr const char* correctionHeads = "file,system,staff,item,what,problem,old_id,new_id,confidence,reason";
 
 /// The line of a correction in comma-separated values in UTF-8, with its end; the name is that of the page file.
 std::string correctionLine(const Correction& correction, const std::string& name);

@@ -4,10 +4,10 @@
 #include <array>
 #include <cstdint>
 
-#include "apps/kivsys/output/csv.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/piece_json.h"
 #include "apps/kivsys/output/text_table.h"
+#include "base/csv_line.h"
 #include "diagnostics/number_ranges.h"
 #include "platform/console/printable.h"
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "apps/kivsys/output/made_by.h"
 #include "apps/kivsys/output/suggestions_output.h"
 #include "apps/kivsys/safety/made_folder.h"
 #include "apps/kivsys/safety/output_file.h"
@@ -14,6 +13,7 @@
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "report_page/gather_report.h"
+#include "report_page/made_by.h"
 #include "report_page/report_page.h"
 #include "report_page/survey_page.h"
 
@@ -142,7 +142,7 @@ std::optional<std::string> SurveyReports::write(NativeSystem& system, const Libr
   if (gathered.ended) {
     return "no report of " + piece.folder + ", " + piece.prefix + ": the analysis ended";
   }
-  gathered.data.made = madeBy(system);
+  gathered.data.made = report::madeBy(system, "kivsys");
   const std::string file = fileOf(piece);
   const auto failure = system.replaceFile(system.fullName(file), report::reportPage(gathered.data));
   return failure ? std::optional("cannot write " + file + ": " + *failure) : std::nullopt;
@@ -155,7 +155,7 @@ std::optional<std::string> SurveyReports::writePage(const std::vector<LibraryPie
   for (const std::string& folder : folders) {
     data.title += (data.title.empty() ? "" : ", ") + shown(folder);
   }
-  data.made = madeBy(system_);
+  data.made = report::madeBy(system_, "kivsys");
   for (std::size_t p = 0; p < pieces.size(); ++p) {
     if (!findings[p]) {
       data.interrupted = true;

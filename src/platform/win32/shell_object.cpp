@@ -4,28 +4,13 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/win32/apartment.h"
 #include "platform/win32/text.h"
 #include "platform/win32/win32_programs.h"
 #include "platform/win32/windows_api.h"
 
 namespace kiv {
 namespace {
-
-/// COM, usable on this thread for as long as this lives.
-class Apartment {
- public:
-  Apartment() : result_(CoInitialize(nullptr)) {}
-  Apartment(const Apartment&) = delete;
-  Apartment& operator=(const Apartment&) = delete;
-  ~Apartment() {
-    if (SUCCEEDED(result_)) {
-      CoUninitialize();
-    }
-  }
-
- private:
-  HRESULT result_;
-};
 
 struct Releaser {
   void operator()(IUnknown* object) const { object->Release(); }

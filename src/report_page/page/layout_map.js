@@ -2,6 +2,7 @@
 
 const SMALLEST_CELL = 16;
 const LARGEST_CELL = 28;
+const MAP_HINT = "Point at a cell, or move there with the arrow keys, to read here what it is.";
 
 /** The chart of a group as data that the map and others use. */
 class Chart {
@@ -66,9 +67,9 @@ class LayoutMap {
     });
     this.sizer = make("div", { class: "map-sizer" }, this.canvas);
     this.frame = make("div", { class: "map-frame" }, this.sizer);
-    this.status = make("p", { class: "map-status", id: "map-status", role: "status" });
+    this.status = make("p", { class: "map-status", id: "map-status", role: "status" }, MAP_HINT);
     this.printed = make("div", { class: "print-map" });
-    const label = make("label", {}, this.filter, " Only systems that differ or have problems");
+    const label = make("label", {}, this.filter, "Only systems that differ or have problems");
     host.append(make("p", { class: "actions" }, label), this.frame, this.status, this.legend(), this.printed);
     this.filter.disabled = !this.columns.some((index) => this.chart.differs(index));
   }

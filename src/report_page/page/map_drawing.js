@@ -1,15 +1,16 @@
 "use strict";
 
-/** Text that ends with an ellipsis where it is too wide. */
-function fittingText(context, text, width) {
+/** Text that ends with an ellipsis where it is too wide; with keepsEnd it begins with one, and numbers at its end stay. */
+function fittingText(context, text, width, keepsEnd = false) {
   if (context.measureText(text).width <= width) {
     return text;
   }
   let length = Math.max(Math.floor((text.length * width) / context.measureText(text).width), 0);
-  while (length > 0 && context.measureText(`${text.slice(0, length)}…`).width > width) {
+  const part = () => (keepsEnd ? `…${text.slice(text.length - length)}` : `${text.slice(0, length)}…`);
+  while (length > 0 && context.measureText(part()).width > width) {
     --length;
   }
-  return length > 0 ? `${text.slice(0, length)}…` : "";
+  return length > 0 ? part() : "";
 }
 
 /** The columns and rows that are in view, the last ones not included. */
@@ -48,7 +49,7 @@ function drawPageName(context, view, x, name) {
   context.font = "12px sans-serif";
   context.translate(x + view.cell / 2 + 4, height);
   context.rotate(-Math.PI / 2);
-  context.fillText(fittingText(context, name, height - 4), 0, 0);
+  context.fillText(fittingText(context, name, height - 4, true), 0, 0);
   context.restore();
 }
 

@@ -2,6 +2,19 @@
 
 const SYSTEMS_AT_ONCE = 40;
 
+/** Sheets that are compared show the same part. */
+function scrollTogether(sheets) {
+  for (const sheet of sheets) {
+    sheet.addEventListener("scroll", () => {
+      for (const other of sheets) {
+        if (Math.abs(other.scrollLeft - sheet.scrollLeft) > 1) {
+          other.scrollLeft = sheet.scrollLeft;
+        }
+      }
+    }, { passive: true });
+  }
+}
+
 /** The systems with pictures, a few at a time. A picture is drawn when its system is opened. */
 class SystemList {
   constructor(host, report, chart) {
@@ -56,7 +69,7 @@ class SystemList {
     if (common > 0) {
       words.push(`${counted(common, "system is", "systems are")} like the first one of layout A and not shown.`);
     }
-    return words.length > 0 ? `${words.join(" ")} The option --all shows all.` : "";
+    return words.length > 0 ? `${words.join(" ")} The option --all of kivsys report shows all.` : "";
   }
 
   choose(kind) {
@@ -114,6 +127,7 @@ class SystemList {
     } else if (this.report.results) {
       figures.push(make("p", { class: "note" }, "There is no result page for this system."));
     }
+    scrollTogether(figures.flatMap((figure) => [...figure.querySelectorAll(".sheet")]));
     const content = [make("div", { class: after ? "pictures compared" : "pictures" }, ...figures)];
     const problems = this.chart.problemsOf.get(system) ?? [];
     if (problems.length > 0) {
@@ -143,7 +157,7 @@ class SystemList {
     if (!this.pictures.has(system)) {
       this.note.textContent = `System ${system} has no picture here: it has layout ${
         this.chart.labels[this.chart.layoutOf[system - 1]]?.label ?? "A"
-      }. The option --all shows pictures of all systems.`;
+      }. The option --all of kivsys report shows pictures of all.`;
       this.note.scrollIntoView({ block: "center" });
       this.note.focus({ preventScroll: true });
       return;

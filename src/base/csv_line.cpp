@@ -1,4 +1,4 @@
-#include "apps/kivsys/output/csv.h"
+#include "base/csv_line.h"
 
 #include <algorithm>
 #include <string_view>
