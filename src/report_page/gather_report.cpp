@@ -180,12 +180,18 @@ void ReportGatherer::addMusicFaults(ProblemGrouper& grouper) {
   }
 }
 
-/// The systems to be drawn, the most important first: those with problems, one of each layout, all that deviate.
+/// The systems to be drawn, the most important first: those with problems, one of each layout, all that deviate, those
+/// with warnings.
 std::vector<std::size_t> ReportGatherer::wantedSystems() const {
   const ReportData& data = gathered_.data;
   std::vector<std::size_t> wanted;
+  const auto isAboutProblem = [&](const WantedMark& mark) {
+    return mark.isProposal || !data.problems[mark.about].isWarning;
+  };
   for (const auto& [system, marks] : marks_) {
-    wanted.push_back(system);
+    if (std::any_of(marks.begin(), marks.end(), isAboutProblem)) {
+      wanted.push_back(system);
+    }
   }
   std::set<std::size_t> layouts;
   for (std::size_t s = 0; s < data.layoutOfSystem.size(); ++s) {
@@ -197,6 +203,9 @@ std::vector<std::size_t> ReportGatherer::wantedSystems() const {
     if (request_.allPictures || data.layoutOfSystem[s] != 0) {
       wanted.push_back(s);
     }
+  }
+  for (const auto& [system, marks] : marks_) {
+    wanted.push_back(system);
   }
   std::set<std::size_t> known;
   std::erase_if(wanted, [&](std::size_t system) { return !known.insert(system).second; });

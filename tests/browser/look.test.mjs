@@ -83,7 +83,8 @@ describe("print", () => {
     const page = await open(files.many);
     await page.emulateMedia({ media: "print" });
     await page.evaluate(() => dispatchEvent(new Event("beforeprint")));
-    assert.equal(await page.locator(".print-map canvas").count(), 3);
+    assert.equal(await page.locator(".print-map > canvas").count(), 3);
+    assert.ok(await page.locator(".print-map .legend li").first().isVisible());
     assert.ok(await page.locator("#layouts table").isVisible());
     assert.ok(!(await page.locator("#map-canvas").isVisible()));
     assert.equal(await page.locator("button:visible").count(), 0);
@@ -102,6 +103,7 @@ describe("print", () => {
     const page = await open(files.converted);
     await page.emulateMedia({ media: "print" });
     assert.equal(await page.locator("figure").count(), 0);
+    assert.ok(!(await page.locator("#systems").isVisible()), "a heading over nothing");
     await openPart(page);
     assert.equal(await page.locator("figure").first().evaluate((figure) => getComputedStyle(figure).breakInside), "avoid");
   });

@@ -214,6 +214,9 @@ describe("systems", () => {
       [figure.querySelector("rect.mark"), figure.querySelector("rect.inserted")].map((element) => ({ x: element.getBBox().x, width: element.getBBox().width })));
     assert.ok(mark.x >= staff.x && mark.x + mark.width <= staff.x + staff.width, "in a bar");
     assert.match(await page.locator("#verdict").textContent(), /4 warnings are listed under Problems/);
+    assert.match(await page.locator("#system-4 .amount").first().textContent(), /layout A, 1 kind of warning$/);
+    await page.locator("#map-filter").check();
+    assert.equal(await page.locator("#map-status").textContent(), "3 systems in the map", "warnings are no deviations");
   });
 
   test("scroll together when they are compared", async () => {

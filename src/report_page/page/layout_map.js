@@ -20,16 +20,32 @@ class Chart {
       }
     });
     this.problemsOf = new Map();
+    this.faulty = new Set();
+    this.isWarning = problems.map(([, isWarning]) => isWarning === 1);
     problems.forEach(([, , systems], problem) => {
       for (const system of systems) {
         this.problemsOf.set(system, [...(this.problemsOf.get(system) ?? []), problem]);
+        if (!this.isWarning[problem]) {
+          this.faulty.add(system);
+        }
       }
     });
   }
 
-  /** Systems are known by their index, from 0; their numbers begin with 1. */
+  /** Systems are known by their index, from 0; their numbers begin with 1. Warnings may be about every system. */
   differs(index) {
-    return this.layoutOf[index] !== 0 || this.problemsOf.has(index + 1);
+    return this.layoutOf[index] !== 0 || this.faulty.has(index + 1);
+  }
+
+  /** "2 kinds of problems" and "1 kind of warning" of a system, known by its number. */
+  kindsOf(system) {
+    const all = this.problemsOf.get(system) ?? [];
+    const warnings = all.filter((problem) => this.isWarning[problem]).length;
+    const problems = all.length - warnings;
+    return [
+      problems > 0 ? counted(problems, "kind of problem", "kinds of problems") : "",
+      warnings > 0 ? counted(warnings, "kind of warning", "kinds of warnings") : "",
+    ].filter((words) => words);
   }
 
   nameOf(row) {
@@ -74,8 +90,7 @@ class LayoutMap {
     this.filter.disabled = !this.columns.some((index) => this.chart.differs(index));
   }
 
-  legend() {
-    const colors = pageColors();
+  legend(colors = pageColors()) {
     const used = new Set(this.chart.instruments.flatMap((instrument) => [...new Set(instrument.cells)]));
     const entries = [...used].sort().map((kind) => {
       const canvas = make("canvas", { "aria-hidden": "true" });
@@ -122,6 +137,11 @@ class LayoutMap {
       this.frame.parentElement.querySelector(".legend").replaceWith(this.legend());
       this.drawSoon();
     });
+  }
+
+  /** What a sheet of paper shows in place of the map on the screen. */
+  printable() {
+    return [...printedMaps(this.chart, this.columns), this.legend(PAPER_COLORS)];
   }
 
   setFocus(isFocused) {
@@ -199,11 +219,9 @@ class LayoutMap {
     const { chart } = this;
     const layout = chart.labels[chart.layoutOf[index]];
     const page = chart.pages[chart.pageOf[index]];
-    const problems = chart.problemsOf.get(index + 1)?.length ?? 0;
     const cell = row < 0 ? "" : `${chart.nameOf(row)}: ${CELL_WORDS[chart.instruments[row].cells[index]]}. `;
-    return `${cell}System ${index + 1}, page ${page.name}, layout ${layout ? layout.label : "A"}${
-      problems > 0 ? `, ${counted(problems, "kind of problem", "kinds of problems")}` : ""
-    }.`;
+    const parts = [`System ${index + 1}`, `page ${page.name}`, `layout ${layout ? layout.label : "A"}`, ...chart.kindsOf(index + 1)];
+    return `${cell}${parts.join(", ")}.`;
   }
 
   describe() {

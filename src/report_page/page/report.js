@@ -52,7 +52,7 @@ function startPrinting(map) {
     opened.forEach((details) => {
       details.open = true;
     });
-    map.printed.replaceChildren(...printedMaps(map.chart, map.columns));
+    map.printed.replaceChildren(...map.printable());
   });
   addEventListener("afterprint", () => {
     opened.forEach((details) => {

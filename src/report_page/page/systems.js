@@ -33,7 +33,7 @@ class SystemList {
   build(host) {
     const options = [
       ["all", "All with a picture"],
-      ["problems", "With problems"],
+      ["problems", "With problems or warnings"],
       ["proposals", "With proposals"],
     ].map(([value, words]) => make("option", { value }, words));
     this.select = make("select", { id: "system-filter" }, ...options);
@@ -99,11 +99,7 @@ class SystemList {
     const page = chart.pages[chart.pageOf[system - 1]]?.name ?? "";
     const differs = chart.layoutOf[system - 1] !== 0;
     const parts = [page, differs ? `layout ${layout.label}: as A, but ${layout.words}` : "layout A"];
-    const problems = chart.problemsOf.get(system)?.length ?? 0;
-    if (problems > 0) {
-      parts.push(counted(problems, "kind of problem", "kinds of problems"));
-    }
-    return parts.join(", ");
+    return [...parts, ...chart.kindsOf(system)].join(", ");
   }
 
   entry(system) {
