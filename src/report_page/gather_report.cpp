@@ -207,6 +207,9 @@ std::vector<std::size_t> ReportGatherer::wantedSystems() const {
   for (const auto& [system, marks] : marks_) {
     wanted.push_back(system);
   }
+  for (const auto& [system, marks] : resultMarks_) {
+    wanted.push_back(system);
+  }
   std::set<std::size_t> known;
   std::erase_if(wanted, [&](std::size_t system) { return !known.insert(system).second; });
   return wanted;
