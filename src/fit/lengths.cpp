@@ -39,7 +39,7 @@ AgreedLength agreedLength(const std::vector<double>& lengths, double inForce) {
   const double commonest = *std::max_element(lengths.begin(), lengths.end(), [&](double one, double other) {
     return std::pair(votes(one), one) < std::pair(votes(other), other);
   });
-  return {asWritten(commonest), votes(commonest) == all};
+  return {commonest, votes(commonest) == all};
 }
 
 }  // namespace kiv::fit

@@ -182,6 +182,7 @@ void ReportGatherer::addMusicFaults(ProblemGrouper& grouper) {
   }
   const std::vector<MusicFault> faults = findMusicFaults(files_, results);
   std::vector<Message> warnings;
+  warnings.reserve(faults.size());
   for (const MusicFault& fault : faults) {
     warnings.push_back(fault.warning);
   }

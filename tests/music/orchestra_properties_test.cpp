@@ -20,7 +20,7 @@ namespace {
 /// Numbers of the pieces to try. KIV_ORCHESTRAS names others: "5000", or "5000 from 12".
 struct Numbers {
   std::uint32_t first = 1;
-  std::uint32_t count = 120;
+  std::uint32_t count = 90;
 };
 
 Numbers numbers() {
