@@ -10,8 +10,14 @@ bool isSame(double one, double other) {
   return std::abs(one - other) < tolerance;
 }
 
-double asWritten(double length) {
+double asRead(double duration) {
+  constexpr double finest = 40320;  // of which the usual tuplets are whole numbers
+  return std::round(duration * finest) / finest;
+}
+
+double asWritten(double duration) {
   constexpr double rounding = 0.004;
+  const double length = asRead(duration);
   for (const double parts : {1, 2, 4, 8, 16, 32, 3, 6, 12, 24, 5, 10, 20, 7, 14}) {
     const double nearest = std::round(length * parts) / parts;
     if (std::abs(nearest - length) < rounding) {
@@ -33,7 +39,7 @@ AgreedLength agreedLength(const std::vector<double>& lengths, double inForce) {
   const double commonest = *std::max_element(lengths.begin(), lengths.end(), [&](double one, double other) {
     return std::pair(votes(one), one) < std::pair(votes(other), other);
   });
-  return {asWritten(commonest), votes(commonest) == all};
+  return {commonest, votes(commonest) == all};
 }
 
 }  // namespace kiv::fit

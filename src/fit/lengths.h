@@ -11,8 +11,11 @@ constexpr double tolerance = 1.0 / 64;
 
 bool isSame(double one, double other);
 
+/// A duration without what single precision adds to it, so that sums of the same durations are the same.
+double asRead(double duration);
+
 /// The length that notes have nearest to a sum of durations: thirds and fifths of a beat are rounded in page files.
-double asWritten(double length);
+double asWritten(double duration);
 
 /// The length that staves of one bar come to.
 struct AgreedLength {

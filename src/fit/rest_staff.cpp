@@ -61,8 +61,11 @@ class BarPositions {
         next == positions_.end() ? std::pair<double, double>(length_, bar_.end) : std::pair<double, double>(*next);
     const std::pair<double, double> left = next == positions_.begin() ? std::pair<double, double>(0, bar_.spaceBegin)
                                                                       : std::pair<double, double>(*std::prev(next));
+    // The moments that are meant, so that roundings of durations do not decide where a rest stands.
+    const double begin = asWritten(left.first);
     constexpr double thousandths = 1000;
-    const double part = std::round((moment - left.first) / (right.first - left.first) * thousandths) / thousandths;
+    const double part =
+        std::round((asWritten(moment) - begin) / (asWritten(right.first) - begin) * thousandths) / thousandths;
     return rounded(left.second + part * (right.second - left.second));
   }
 

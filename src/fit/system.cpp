@@ -53,7 +53,7 @@ std::vector<Staff> stavesOf(const ItemTable& table) {
       if (carriesTime(item)) {
         const bool isWholeBar =
             item.type() == ItemType::rest && (item[par::kind] == lastsABar || item[par::kind] == lastsABarToo);
-        staff.beats.push_back({item[par::position], item[par::duration], isWholeBar});
+        staff.beats.push_back({item[par::position], asRead(item[par::duration]), isWholeBar});
       }
     }
   }

@@ -107,7 +107,8 @@ float MusicBar::positionOf(Ticks moment, Ticks length) const {
       break;
     }
   }
-  const double part = static_cast<double>(moment - before.time) / static_cast<double>(after.time - before.time);
+  const double begin = inQuarters(before.time);
+  const double part = (inQuarters(moment) - begin) / (inQuarters(after.time) - begin);
   const double thousandths = std::round(part * 1000) / 1000;
   return inQuarterUnits(before.position + thousandths * (static_cast<double>(after.position) - before.position));
 }

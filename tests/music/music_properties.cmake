@@ -7,6 +7,7 @@ target_link_libraries(test_fit_properties PRIVATE kiv_test_scores kiv_music)
 kiv_test_program(orchestra_properties
   music/bar_lengths.cpp
   music/orchestra.cpp
+  music/orchestra_errors.cpp
   music/orchestra_plan.cpp
   music/orchestra_properties_test.cpp
   music/orchestra_voices.cpp

@@ -117,7 +117,7 @@ class SystemWriter {
                      measure.knowsTime ? measure.time.length() : 0};
     addSigns(measure, isFirst);
     const double indent = isFirst ? 28 : measure.showsKey || measure.showsTime ? 20 : 6;
-    orchestra::Spacing spacing{at_ + indent, 8.0 + 4.0 * random_.below(3)};
+    orchestra::Spacing spacing{at_ + indent, random_.oneIn(8) ? 3.0 : 8.0 + 4.0 * random_.below(3)};
     if (isFirst && random_.oneIn(10)) {  // the start of a repeat after the signatures
       bar.from = static_cast<float>(at_ + indent - 5);
       addBarline(bar.from, 2);
@@ -125,7 +125,7 @@ class SystemWriter {
     if (!measure.isEmpty) {
       addMusic(measure, spacing);
     }
-    at_ = spacing.at(measure.isEmpty ? 3 : measure.length) + 3;
+    at_ = std::max(spacing.at(measure.isEmpty ? 3 : measure.length), spacing.begin + (measure.isEmpty ? 20 : 0)) + 3;
     if (measure.closing != Closing::none) {
       bar.to = static_cast<float>(at_);
       addClosing(measure.closing);
@@ -168,6 +168,10 @@ class SystemWriter {
       addBarline(at_, repeats ? 3 : 0);
       at_ += repeats ? 1.5 : 2;
       addBarline(at_, repeats ? 2 : static_cast<int>(random_.below(2)));
+      if (random_.oneIn(6)) {
+        at_ += 1;
+        addBarline(at_, 0);
+      }
     }
   }
 

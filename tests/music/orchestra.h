@@ -37,4 +37,8 @@ std::string asText(const Orchestra& orchestra);
 /// percussion, late entries, staves without music in a bar, and pages of several systems or files.
 Orchestra orchestraOf(std::uint32_t number);
 
+/// The same piece with errors: items that are missing, that stand elsewhere, and that last longer or shorter. Staves
+/// disagree in it, and what is said of its bars is no longer true.
+Orchestra withErrors(const Orchestra& orchestra, std::uint32_t number);
+
 }  // namespace kiv::test

@@ -129,14 +129,16 @@ void choosePlayers(RandomGenerator& random, Plan& plan) {
 
 Plan planOf(RandomGenerator& random) {
   Plan plan;
+  const bool repeatsTimes = random.oneIn(4);  // at the begin of every system
   for (const Measure& measure : MeasureMaker(random).measures()) {
     const bool startsLine = plan.lines.empty() || plan.lines.back().back().endsLine;
     if (startsLine) {
       plan.lines.emplace_back();
     }
     plan.lines.back().push_back(measure);
+    plan.lines.back().back().showsTime = measure.showsTime || (startsLine && repeatsTimes && measure.knowsTime);
   }
-  const std::size_t players = 2 + random.below(6);
+  const std::size_t players = random.oneIn(20) ? 12 + random.below(16) : 2 + random.below(6);
   int id = static_cast<int>(random.below(3)) * 100;
   for (std::size_t i = 0; i < players; ++i) {
     id += 1 + static_cast<int>(random.below(5));

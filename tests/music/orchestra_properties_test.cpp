@@ -20,7 +20,7 @@ namespace {
 /// Numbers of the pieces to try. KIV_ORCHESTRAS names others: "5000", or "5000 from 12".
 struct Numbers {
   std::uint32_t first = 1;
-  std::uint32_t count = 150;
+  std::uint32_t count = 90;
 };
 
 Numbers numbers() {
@@ -102,11 +102,13 @@ std::multiset<std::string> carried(const Result& result, const OrchestraSystem& 
   return items;
 }
 
+enum class Errors { none, any };
+
 /// Looks for what is wrong with the results of a piece.
 class Trial {
  public:
-  explicit Trial(std::uint32_t number)
-      : orchestra_(orchestraOf(number)), fitted_(pagesOf(orchestra_), number % 2 == 0, RestStaves::fitting) {
+  Trial(const Orchestra& orchestra, std::uint32_t number, Errors errors)
+      : orchestra_(orchestra), errors_(errors), fitted_(pagesOf(orchestra_), number % 2 == 0, RestStaves::fitting) {
     if (!needsConversion()) {
       return;
     }
@@ -118,7 +120,9 @@ class Trial {
     ConvertedGroup plain(pagesOf(orchestra_), number % 2 == 0);
     isCompared_ = plain.converted();
     for (int system = 1; system <= fitted_.systems() && fault_.empty(); ++system) {
-      checkBars(system);
+      if (errors_ == Errors::none) {
+        checkBars(system);
+      }
       if (isCompared_) {
         compare(system, plain);
       }
@@ -216,11 +220,27 @@ class Trial {
   }
 
   Orchestra orchestra_;
+  Errors errors_;
   ConvertedGroup fitted_;
   bool isTried_ = false;
   bool isCompared_ = false;
   std::string fault_;
 };
+
+/// The pages of a failure, but for many pieces.
+std::string withPages(const Trial& trial) {
+  return std::getenv("KIV_ORCHESTRAS") == nullptr ? "\n" + trial.pages() : "";
+}
+
+TEST(FittedOrchestra, OfPiecesWithErrorsIsProvedAndCarriesTheirItems) {
+  const Numbers wanted = numbers();
+  int faults = 0;
+  for (std::uint32_t number = wanted.first; number - wanted.first < wanted.count / 3 && faults < 5; ++number) {
+    const Trial trial(withErrors(orchestraOf(number), number), number, Errors::any);
+    faults += trial.fault().empty() ? 0 : 1;
+    EXPECT_EQ(trial.fault(), "") << "piece " << number << withPages(trial);
+  }
+}
 
 TEST(FittedOrchestra, EveryBarLastsEquallyLongOnAllStavesAndNothingButRestStavesAndBracesDiffers) {
   const Numbers wanted = numbers();
@@ -228,11 +248,11 @@ TEST(FittedOrchestra, EveryBarLastsEquallyLongOnAllStavesAndNothingButRestStaves
   std::uint32_t compared = 0;
   int faults = 0;
   for (std::uint32_t number = wanted.first; number - wanted.first < wanted.count && faults < 5; ++number) {
-    const Trial trial(number);
+    const Trial trial(orchestraOf(number), number, Errors::none);
     tried += trial.isTried() ? 1U : 0U;
     compared += trial.isCompared() ? 1U : 0U;
     faults += trial.fault().empty() ? 0 : 1;
-    EXPECT_EQ(trial.fault(), "") << "piece " << number << (std::getenv("KIV_ORCHESTRAS") ? "" : "\n" + trial.pages());
+    EXPECT_EQ(trial.fault(), "") << "piece " << number << withPages(trial);
   }
   EXPECT_GT(tried, wanted.count / 3);
   EXPECT_GT(compared, wanted.count / 5);
