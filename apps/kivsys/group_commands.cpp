@@ -144,6 +144,11 @@ void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
   addKeepGoing(*convert, options.keepGoing, "convert");
   CLI::Option* fit = convert->add_flag("--fit", options.fit, "Make rest staves, braces and brackets that fit the music")
                          ->excludes("--layout");
+  convert
+      ->add_option("-j,--jobs", options.jobs,
+                   "1 writes each result before the next system is converted (default: 2, at the same time)")
+      ->type_name("N")
+      ->check(CLI::Range(1U, 1024U));
   CLI::Option* dryRun = convert->add_flag("--dry-run", options.dryRun, "Write nothing; print what would be written");
   CLI::Option* likePanel = addLikePanel(*convert, options.selection)->excludes(fit);
   convert->add_flag("--verify", options.verify, "Verify the conversion afterwards; status 1 when that fails")

@@ -145,15 +145,19 @@ void encodePage(const std::string& musFileName, ItemTable& table, std::string& b
   encoder.finish();
 }
 
-void writeFile(Files& files, const std::string& musFileName, ItemTable& table, std::string& buffer, ReadBack readBack) {
+bool encodeFile(const std::string& musFileName, ItemTable& table, std::string& buffer, ReadBack readBack) {
   if (table.itemCount() == 0) {
-    return;
+    return false;
   }
   encodePage(musFileName, table, buffer);
   if (readBack == ReadBack::yes) {
     refuseLoss(musFileName, table, buffer);
   }
-  if (files.replaceFile(musFileName, buffer)) {
+  return true;
+}
+
+void writeFile(Files& files, const std::string& musFileName, ItemTable& table, std::string& buffer, ReadBack readBack) {
+  if (encodeFile(musFileName, table, buffer, readBack) && files.replaceFile(musFileName, buffer)) {
     endProgram(messages::resultNotWritten(musFileName));
   }
 }

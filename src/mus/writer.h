@@ -21,6 +21,10 @@ std::vector<std::int16_t> writtenRows(const ItemTable& table);
 /// the program; the message names the file.
 void encodePage(const std::string& musFileName, ItemTable& table, std::string& bytes);
 
+/// Encodes the table as a page file, as encodePage does. False, and nothing is encoded, when the table is empty. A page
+/// that is read back and does not give all its items back ends the program.
+bool encodeFile(const std::string& musFileName, ItemTable& table, std::string& buffer, ReadBack readBack);
+
 /// Writes the table as a page file, which replaces any file of that name in one step. An empty table writes nothing. A
 /// file that cannot be written ends the program; so does, if it is read back, a page that does not give all its items
 /// back, and then nothing is written. The buffer may be used for one page after the other.

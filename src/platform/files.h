@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kiv {
@@ -47,6 +48,12 @@ class OutputFile {
   [[nodiscard]] virtual std::optional<std::string> write(std::string_view bytes) = 0;
 };
 
+/// A file that could not be written, and the platform's text for the failure.
+struct WriteFailure {
+  std::string name;
+  std::string reason;
+};
+
 /// The files that a run reads and writes.
 ///
 /// File names are the system's own: backslashes between folders, relative names in the current folder, bytes of
@@ -65,6 +72,14 @@ class Files {
   /// Replaces the file by one of these bytes in one step: at every moment the complete old or the complete new file
   /// exists. Returns the platform's text for the failure.
   [[nodiscard]] virtual std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) = 0;
+  /// The same, but it may return while the file is still being written, and do the next one only when that is done.
+  /// Returns the failure of this file or of the one before it; of the two, then, nothing is written of this one.
+  [[nodiscard]] virtual std::optional<WriteFailure> replaceSoon(const std::string& name, std::string_view bytes) {
+    auto failure = replaceFile(name, bytes);
+    return failure ? std::optional(WriteFailure{name, std::move(*failure)}) : std::nullopt;
+  }
+  /// Waits until the last file of replaceSoon is in its place. Returns its failure, unless that was returned before.
+  [[nodiscard]] virtual std::optional<WriteFailure> finishReplacing() { return std::nullopt; }
   /// False when there is no such file or it cannot be deleted.
   virtual bool deleteFile(const std::string& name) = 0;
   /// The entries of a folder (its name ends with a backslash) in the platform's order, "." and ".." included where

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 #include <string_view>
 
 #include "conversion/conversion.h"
 #include "input/file_names.h"
 #include "input/files.h"
 #include "messages/conversion_messages.h"
+#include "messages/page_messages.h"
 #include "messages/run_time_errors.h"
 
 namespace kiv {
@@ -45,6 +47,19 @@ class GroupConversion {
 
   /// Converts the systems 1, 2, 3 ... up to the first without a record. Returns their number.
   int run() {
+    int all = 0;
+    try {
+      all = convertAll();
+    } catch (...) {
+      finishWriting();  // a result that cannot be written comes before what has ended the systems after it
+      throw;
+    }
+    finishWriting();
+    return all;
+  }
+
+ private:
+  int convertAll() {
     const int all = conversion_.systemCount();
     for (std::int16_t system = next(0); system <= all; system = next(system)) {
       program_.host.user.showProgress(system - 1, all, "systems");
@@ -55,7 +70,6 @@ class GroupConversion {
     return all;
   }
 
- private:
   /// The number of the next system; one that 16 bits do not hold ends the program.
   std::int16_t next(std::int16_t system) const {
     if (system == std::numeric_limits<std::int16_t>::max()) {
@@ -66,18 +80,39 @@ class GroupConversion {
 
   void writeResult(std::int16_t system) {
     Files& files = program_.host.files;
-    program_.musFileName = resultName(program_.host.machine, options_.firstResultFile, system);
+    const std::string name = resultName(program_.host.machine, options_.firstResultFile, system);
+    program_.musFileName = name;
     if (options_.showInstrumentNumbers) {
       showInstrumentNumbers(program_.items);
     }
-    const bool exists = FileExists(program_.host, program_.musFileName);
-    if (exists && !options_.overwrite) {
-      askBeforeOverwriting(program_.host.user, program_.musFileName);
-    }
+    const bool isKnown = !options_.overwrite && existsAndMayGo(name);
     conversion_.finishSystem();
-    writeFile(files, program_.musFileName, program_.items, buffer_, options_.readBack);
+    const bool isWritten = encodeFile(name, program_.items, buffer_, options_.readBack);
+    const bool exists = options_.overwrite ? FileExists(program_.host, name) : isKnown;
+    if (isWritten) {
+      endIfNotWritten(files.replaceSoon(name, buffer_));
+    }
     if (exists) {
       conversion_.fileWasReplaced();
+    }
+  }
+
+  /// Whether the user lets a file be replaced that is there.
+  bool existsAndMayGo(const std::string& name) {
+    finishWriting();
+    const bool exists = FileExists(program_.host, name);
+    if (exists) {
+      askBeforeOverwriting(program_.host.user, name);
+    }
+    return exists;
+  }
+
+  void finishWriting() { endIfNotWritten(program_.host.files.finishReplacing()); }
+
+  void endIfNotWritten(const std::optional<WriteFailure>& failure) {
+    if (failure) {
+      program_.musFileName = failure->name;
+      endProgram(messages::resultNotWritten(failure->name));
     }
   }
 

@@ -49,6 +49,15 @@ test_native() {
   count_results build/debug/results $(cat build/debug/tests/programs.txt) console_half
 }
 
+# A data race changes results only now and then; this sanitizer finds it where nothing went wrong.
+test_threads() {
+  rm -rf build/tsan/results
+  check "build with the thread sanitizer" build tsan
+  say "threads"
+  build/tsan/tests/test_threads --gtest_brief=1 --gtest_output=xml:build/tsan/results/threads.xml || true
+  count_results build/tsan/results threads
+}
+
 # The delivered console program on a failing disk, where sanitizers would interfere, and rates over many groups.
 test_release() {
   rm -rf build/release/results
@@ -95,6 +104,7 @@ run_test() {
   check "lint of pages" check_pages
   check "mutation script" tools/mutation/self_test.py
   test_native
+  test_threads
   test_release
   test_windows
   check "demo" ./dev demo

@@ -257,6 +257,9 @@ int runConvert(const ConvertOptions& typed) {
   RunJournal journal(system, options.trace ? "trace" : "convert", UndoNeed::wanted);
   useJournal(system, journal, !options.noUndo && !options.dryRun);
   const std::string firstResultFile = options.result.empty() ? "" : system.fullName(options.result);
+  if (options.jobs != 1 && !options.trace && !options.dryRun) {
+    system.writeInBackground();
+  }
   const auto folder = folderOfResults(system, options, firstResultFile);
   ResultPlan plan{firstResultFile, folder ? &*folder : nullptr};
   SelectionUse use{options.dryRun ? FolderUse::planned : FolderUse::written,

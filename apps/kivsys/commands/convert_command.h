@@ -21,6 +21,7 @@ struct ConvertOptions {
   bool strict = false;     ///< do not convert after a warning
   bool keepGoing = false;  ///< skip pages that an analysis would end over
   bool fit = false;        ///< make rest staves that fit the music
+  unsigned jobs = 0;       ///< 1 writes each result before the next system is converted; 0 leaves it to the program
   bool trace = false;      ///< leave the tables of the last system in a text file
 };
 

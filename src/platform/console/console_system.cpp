@@ -90,6 +90,7 @@ std::unique_ptr<InputFile> ConsoleSystem::openInput(const std::string& name) {
   }
   const auto page = paths_.find(name);
   if (page == paths_.end()) {
+    settle();
     return GuardedSystem::openInput(inBoundFolder(name));
   }
   if (!stamps_.isSame(page->second)) {
@@ -120,6 +121,7 @@ void ConsoleSystem::noteWriteFailure(const std::string& path, const std::string&
 }
 
 std::unique_ptr<OutputFile> ConsoleSystem::openOutput(const std::string& name) {
+  settle();
   const std::string path = NativeSystem::diskName(name);
   if (isGuarded() && !mayWrite(path)) {
     return nullptr;
@@ -143,62 +145,8 @@ std::unique_ptr<OutputFile> ConsoleSystem::journaled(std::unique_ptr<OutputFile>
   return file;
 }
 
-std::optional<std::string> ConsoleSystem::replaceFile(const std::string& name, std::string_view bytes) {
-  return putFile(name, bytes, Existing::replaced);
-}
-
-std::optional<std::string> ConsoleSystem::createFile(const std::string& name, std::string_view bytes) {
-  return putFile(name, bytes, Existing::kept);
-}
-
-std::optional<std::string> ConsoleSystem::putFile(const std::string& name, std::string_view bytes, Existing existing) {
-  const std::string file = inBoundFolder(name);
-  const std::string path = NativeSystem::diskName(file);
-  if (isGuarded() && !mayWrite(path)) {
-    return "it is another file of the run";
-  }
-  if (journal_ != nullptr) {
-    if (auto failure = journal_->beforeReplace(path, replacedPath(file), bytes)) {
-      noteWriteFailure(path, *failure);
-      return failure;
-    }
-  }
-  auto failure =
-      existing == Existing::replaced ? GuardedSystem::replaceFile(file, bytes) : GuardedSystem::createFile(file, bytes);
-  if (failure) {
-    noteWriteFailure(path, *failure);
-  } else {
-    guard_.addWritten(path);
-    replacedFiles_.push_back(name);
-    if (!pages_.empty()) {
-      writtenFiles_.push_back({name, path});
-    }
-  }
-  return failure;
-}
-
-std::optional<std::string> ConsoleSystem::replacePage(const std::string& name, std::string_view bytes) {
-  const auto page = paths_.find(name);
-  if (page == paths_.end() || journal_ == nullptr) {
-    return "it is no page of a run that can be undone";
-  }
-  if (!stamps_.isSame(page->second)) {
-    return "another program has changed it";
-  }
-  const std::string file = coreName(page->second);
-  if (auto failure = journal_->beforeReplace(page->second, replacedPath(file), bytes)) {
-    return failure;
-  }
-  auto failure = GuardedSystem::replaceFile(file, bytes);
-  if (!failure) {
-    stamps_.forget(page->second);
-    replacedFiles_.push_back(name);
-    writtenFiles_.push_back({name, page->second});
-  }
-  return failure;
-}
-
 bool ConsoleSystem::deleteFile(const std::string& name) {
+  settle();
   if (names_ && name == namesFile_) {
     return true;
   }
@@ -207,6 +155,7 @@ bool ConsoleSystem::deleteFile(const std::string& name) {
 }
 
 std::vector<FolderEntry> ConsoleSystem::listFolder(const std::string& folder) {
+  settle();
   return NativeSystem::listFolder(inBoundFolder(folder));
 }
 

@@ -11,6 +11,7 @@
 #include "platform/console/change_journal.h"
 #include "platform/console/guarded_system.h"
 #include "platform/console/page_corrections.h"
+#include "platform/console/worker.h"
 #include "platform/console/write_guard.h"
 
 namespace kiv {
@@ -53,6 +54,11 @@ class ConsoleSystem : public GuardedSystem {
   std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
   std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
   std::optional<std::string> createFile(const std::string& name, std::string_view bytes) override;
+  /// From now on replaceSoon has a thread that writes the file. It is waited for before any other file than a bound
+  /// page is touched. Only with the guard, which lets no page be replaced.
+  void writeInBackground();
+  std::optional<WriteFailure> replaceSoon(const std::string& name, std::string_view bytes) override;
+  std::optional<WriteFailure> finishReplacing() override;
   bool deleteFile(const std::string& name) override;
   std::vector<FolderEntry> listFolder(const std::string& folder) override;
   /// Puts these bytes in the place of a bound page, which must be as it was when it was first read. The page, and what
@@ -86,6 +92,20 @@ class ConsoleSystem : public GuardedSystem {
   void noteWriteFailure(const std::string& path, const std::string& reason);
   std::unique_ptr<OutputFile> journaled(std::unique_ptr<OutputFile> file, const std::string& path);
   std::string inBoundFolder(const std::string& name);
+  void addReplaced(const std::string& name, const std::string& path);
+  std::optional<std::string> writePending();
+  void settle();
+
+  static constexpr const char* refusedFile = "it is another file of the run";
+
+  /// The file that the thread writes.
+  struct Pending {
+    std::string name;  // as the run has it
+    std::string file;  // in the bound folder
+    std::string path;
+    Destination destination;
+    std::string bytes;
+  };
 
   const std::string startFolder_ = startFolder();
   std::string namesFile_;
@@ -102,6 +122,9 @@ class ConsoleSystem : public GuardedSystem {
   std::string writeFailure_;
   std::vector<std::string> replacedFiles_;
   std::vector<FoundFile> writtenFiles_;
+  Pending pending_;
+  std::optional<WriteFailure> failed_;  // not yet returned to the run
+  std::unique_ptr<Worker> writer_;      // null without one; the last member, as its thread uses others
 };
 
 }  // namespace kiv

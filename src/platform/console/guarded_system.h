@@ -48,6 +48,10 @@ class GuardedSystem : public NativeSystem {
     bool isSame(const Written& other) const { return size == other.size && sum == other.sum && word == other.word; }
   };
 
+ protected:
+  /// A file has been replaced without replaceFile.
+  void addReplaced(const std::string& name) { replacedFiles_.push_back(name); }
+
  private:
   struct OwnFile {
     std::string name;  // as the run has it

@@ -36,13 +36,6 @@ void checkMemory(const std::error_code& failure) {
   }
 }
 
-mode_t modeOfNewFiles() {
-  constexpr mode_t readableByAll = 0666;
-  const mode_t withheld = ::umask(0);
-  ::umask(withheld);
-  return readableByAll & ~withheld;
-}
-
 }  // namespace
 
 PosixSystem::PosixSystem() = default;
@@ -60,53 +53,6 @@ std::unique_ptr<InputFile> PosixSystem::openInput(const std::string& name) {
 
 std::unique_ptr<OutputFile> PosixSystem::openOutput(const std::string& name) {
   return openForWriting(paths_.resolve(name));
-}
-
-std::optional<std::string> PosixSystem::replaceFile(const std::string& name, std::string_view bytes) {
-  return putFile(name, bytes, Existing::replaced);
-}
-
-std::optional<std::string> PosixSystem::createFile(const std::string& name, std::string_view bytes) {
-  return putFile(name, bytes, Existing::kept);
-}
-
-std::optional<std::string> PosixSystem::putFile(const std::string& name, std::string_view bytes, Existing existing) {
-  const auto end = linkTarget(paths_.resolve(name));
-  if (!end) {
-    return std::make_error_code(std::errc::too_many_symbolic_link_levels).message();
-  }
-  const std::string& target = *end;
-  const std::string folder = target.substr(0, target.rfind(separator) + 1);
-  const bool folderIsKnown = paths_.isCurrent(folder);
-  std::string beside = folder + ".kiv-XXXXXX";
-  const SignalsHeld held;
-  const Descriptor file(::mkstemp(beside.data()));
-  if (!file.isOpen()) {
-    return lastFailure();
-  }
-  struct stat old {};
-  const bool isNew = ::stat(target.c_str(), &old) != 0;
-  auto failure = writeAll(file, bytes);
-  if (!failure) {
-    const bool hasMode =
-        isNew ? ::fchmod(file.number(), modeOfNewFiles() & modeLimit_) == 0 : takeOwnerAndMode(file, old);
-    const bool isWritten = hasMode && ::fsync(file.number()) == 0;
-    failure = isWritten ? std::nullopt : std::optional(lastFailure());
-  }
-  if (!failure && existing == Existing::kept) {
-    failure = moveToFreePath(beside, target);
-  } else if (!failure && ::rename(beside.c_str(), target.c_str()) != 0) {
-    failure = lastFailure();
-  }
-  if (failure) {
-    ::unlink(beside.c_str());
-    return failure;
-  }
-  unflushed_.insert(folder);
-  if (folderIsKnown) {
-    paths_.addToListing(target);
-  }
-  return std::nullopt;
 }
 
 void PosixSystem::keepPrivacyOf(const std::string& path) {
@@ -128,16 +74,6 @@ std::unique_ptr<OutputFile> PosixSystem::openOwnOutput(const std::string& name) 
 bool PosixSystem::flushFile(const std::string& name) {
   const Descriptor file(::open(paths_.resolve(name).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   return file.isOpen() && (::fsync(file.number()) == 0 || errno == EINVAL);  // a pipe has nothing on the disk
-}
-
-std::optional<std::string> PosixSystem::flushFolders() {
-  for (const std::string& folder : std::exchange(unflushed_, {})) {
-    const std::string path = folder.empty() ? "." : folder;
-    if (const auto failure = flushFolder(path)) {
-      return path + ": " + *failure;
-    }
-  }
-  return std::nullopt;
 }
 
 bool PosixSystem::deleteFile(const std::string& name) {

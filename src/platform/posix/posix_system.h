@@ -10,6 +10,7 @@
 
 #include "platform/files.h"
 #include "platform/machine.h"
+#include "platform/posix/own_files.h"
 #include "platform/posix/path_finder.h"
 #include "platform/programs.h"
 
@@ -41,6 +42,21 @@ class PosixSystem : public Files, public Programs, public Machine {
   /// The same as replaceFile where there is no file yet: one that is there, or has only just come, stays, and this
   /// fails.
   [[nodiscard]] virtual std::optional<std::string> createFile(const std::string& name, std::string_view bytes);
+
+  /// Where replaceFile puts a file: all that must be known of it, so that any thread can put it there.
+  struct Destination {
+    std::string path;              ///< what a link of the name leads to
+    std::string folder;            ///< with its separator; "" for the current one
+    unsigned mode = 0;             ///< of a file that is new
+    bool isFolderCurrent = false;  ///< what is known of the folder is what it holds
+    std::shared_ptr<SignalsHeld> signals;
+  };
+  /// Finds out where the file would be put, and lets signals wait from then on. Returns the failure's text.
+  [[nodiscard]] std::optional<std::string> findDestination(const std::string& name, Destination& destination);
+  /// Puts a file of these bytes there. Uses nothing of this object. Returns the failure's text.
+  [[nodiscard]] static std::optional<std::string> putAt(const Destination& destination, std::string_view bytes);
+  /// The file has been put there.
+  void noteReplaced(const Destination& destination);
 
   /// Opens a file of the program's own empty. What a link of that name leads to stays as it is, and so does a file that
   /// has other names, too: a new file takes the name. Null when it cannot be written.
@@ -103,6 +119,7 @@ class PosixSystem : public Files, public Programs, public Machine {
  private:
   enum class Existing { replaced, kept };
   std::optional<std::string> putFile(const std::string& name, std::string_view bytes, Existing existing);
+  static std::optional<std::string> put(const Destination& destination, std::string_view bytes, Existing existing);
 
   PathFinder paths_;
   unsigned modeLimit_ = 0777;        // of files that are created

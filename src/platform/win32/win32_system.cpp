@@ -80,6 +80,15 @@ std::optional<std::string> Win32System::createFile(const std::string& name, std:
   return isWhole(name) ? createWhole(name, bytes) : systemMessage(ERROR_INVALID_NAME);
 }
 
+std::optional<std::string> Win32System::findDestination(const std::string& name, Destination& destination) {
+  destination.path = name;
+  return isWhole(name) ? std::nullopt : std::optional(systemMessage(ERROR_INVALID_NAME));
+}
+
+std::optional<std::string> Win32System::putAt(const Destination& destination, std::string_view bytes) {
+  return replaceWhole(destination.path, bytes);
+}
+
 bool Win32System::deleteFile(const std::string& name) {
   return isWhole(name) && DeleteFileA(name.c_str()) != FALSE;
 }

@@ -37,6 +37,17 @@ class Win32System : public Files, public Programs, public Machine {
   /// fails.
   [[nodiscard]] virtual std::optional<std::string> createFile(const std::string& name, std::string_view bytes);
 
+  /// Where replaceFile puts a file.
+  struct Destination {
+    std::string path;
+  };
+  /// Finds out where the file would be put. Returns the failure's text.
+  [[nodiscard]] static std::optional<std::string> findDestination(const std::string& name, Destination& destination);
+  /// Puts a file of these bytes there; any thread can. Returns the failure's text.
+  [[nodiscard]] static std::optional<std::string> putAt(const Destination& destination, std::string_view bytes);
+  /// The file has been put there: nothing has to be remembered.
+  static void noteReplaced(const Destination& /*destination*/) {}
+
   /// Opens a file of the program's own empty. What a link of that name leads to stays as it is. Null when it cannot be
   /// written.
   static std::unique_ptr<OutputFile> openOwnOutput(const std::string& name);

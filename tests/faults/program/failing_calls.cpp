@@ -8,6 +8,7 @@
 //   KIV_FAULT_AMONG   which calls are counted: those for "files", for "folders", or for "memory"
 //   KIV_FAULT_LOG     the log file, with one line for each counted call
 
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdarg>
@@ -50,7 +51,7 @@ struct FaultSettings {
 };
 
 FaultSettings settings;
-long calls = 0;
+std::atomic<long> calls = 0;  // of all threads
 constexpr int mostFiles = 64;
 char names[mostFiles][PATH_MAX];  // of the open files
 
@@ -88,7 +89,7 @@ void logCall(const char* name, const char* file) {
 __attribute__((destructor)) void logCallCount() {
   if (settings.among == Among::memory && settings.log >= 0) {
     char number[32];
-    static_cast<void>(std::snprintf(number, sizeof number, "%ld", calls));
+    static_cast<void>(std::snprintf(number, sizeof number, "%ld", calls.load()));
     logCall("memory", number);
   }
 }
@@ -102,8 +103,8 @@ Result counted(const char* name, const char* file, Result failure, Make make, Am
   if (settings.log >= 0) {
     logCall(name, file);
   }
-  ++calls;
-  const bool hit = calls == settings.call || (settings.onward && settings.call != 0 && calls > settings.call);
+  const long call = ++calls;
+  const bool hit = call == settings.call || (settings.onward && settings.call != 0 && call > settings.call);
   if (hit && settings.error != 0) {
     errno = settings.error;
     return failure;
@@ -153,8 +154,8 @@ void* __libc_malloc(std::size_t size);
 
 void* malloc(std::size_t size) {
   if (settings.counting && settings.among == Among::memory) {
-    ++calls;
-    if (calls == settings.call || (settings.onward && settings.call != 0 && calls > settings.call)) {
+    const long call = ++calls;
+    if (call == settings.call || (settings.onward && settings.call != 0 && call > settings.call)) {
       errno = ENOMEM;
       return nullptr;
     }

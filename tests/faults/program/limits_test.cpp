@@ -108,7 +108,8 @@ TEST_F(Limits, AFileThatGrowsBeyondItsLimitIsAMessageAndNoSignal) {
   }
   place.write("m/X001.MUS", place.page(duo + notes));
   EXPECT_EQ(run("-f 2"), 1);
-  EXPECT_TRUE(place.files().at("error").ends_with("/WORK0001.MUS: Open of output MUS file failed\n"))
+  EXPECT_TRUE(place.files().at("error").ends_with("/WORK0001.MUS: Open of output MUS file failed in " +
+                                                  (place.path() / "out").string() + ": File too large\n"))
       << place.files().at("error");
   expectNoStrays();
 }

@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::string notWritten = ": Open of output MUS file failed\n";
+const std::string notWritten = ": Open of output MUS file failed in ";
 constexpr std::size_t longestName = 255;  // of a file, on common file systems
 
 std::vector<std::string> conversion(const std::string& page, const std::string& result) {
@@ -34,9 +34,13 @@ class OddLocations : public testing::Test {
   }
   void expectUntouched(const std::string& name) const { EXPECT_EQ(work.files().at(name), soloPage); }
   static void expectNormalEnd(const Ended& ended) { EXPECT_EQ(ended.status, 0) << ended.error; }
+  /// The last line says what could not be written, with its folder and the system's reason.
   static void expectEnd(const Ended& ended, const std::string& text) {
     EXPECT_EQ(ended.status, 1);
     EXPECT_TRUE(ended.error.ends_with(text)) << ended.error;
+  }
+  std::string notWrittenInOut(const std::string& reason) const {
+    return notWritten + (work.path() / "out").string() + ": " + reason + "\n";
   }
 
   WorkingFolder work{{}};
@@ -90,7 +94,8 @@ TEST_F(OddLocations, ResultsWithTheLongestNames) {
   const std::string longest = "out/" + std::string(longestName - 8, 'R') + "0001.MUS";
   expectNormalEnd(convert("m/X001.MUS", longest));
   EXPECT_TRUE(work.files().contains(longest));
-  expectEnd(convert("m/X001.MUS", "out/" + std::string(longestName - 7, 'R') + "0001.MUS"), notWritten);
+  expectEnd(convert("m/X001.MUS", "out/" + std::string(longestName - 7, 'R') + "0001.MUS"),
+            notWrittenInOut("File name too long"));
   const Files files = work.files();
   EXPECT_EQ(std::count_if(files.begin(), files.end(), [](const auto& file) { return file.first.starts_with("out/"); }),
             1);
@@ -110,7 +115,7 @@ TEST_F(OddLocations, AResultFolderThatIsAFile) {
 TEST_F(OddLocations, AResultThatIsAFolder) {
   addPage("m/X001.MUS");
   addPage("out/WORK0001.MUS/inside");
-  expectEnd(convert("m/X001.MUS", "out/WORK0001.MUS"), notWritten);
+  expectEnd(convert("m/X001.MUS", "out/WORK0001.MUS"), notWrittenInOut("Is a directory"));
   expectUntouched("out/WORK0001.MUS/inside");
 }
 
@@ -119,7 +124,7 @@ TEST_F(OddLocations, AResultFolderThatMayOnlyBeRead) {
   work.write("out/WORK0001.MUS", "old");
   work.lock("out");
   const Files before = work.files();
-  expectEnd(convert("m/X001.MUS", "out/WORK0001.MUS"), notWritten);
+  expectEnd(convert("m/X001.MUS", "out/WORK0001.MUS"), notWrittenInOut("Permission denied"));
   Files after = work.files();
   std::erase_if(after, [](const auto& file) { return file.first.starts_with("run/"); });
   EXPECT_EQ(after, before);
@@ -129,7 +134,9 @@ TEST_F(OddLocations, ACurrentFolderThatMayOnlyBeRead) {
   addPage("m/X001.MUS");
   work.lock("run");
   const Files before = work.files();
-  expectEnd(convert("m/X001.MUS", "out/WORK0001.MUS"), "kivsys: Failed to create report file: KivSystem2.TXT\n");
+  expectEnd(convert("m/X001.MUS", "out/WORK0001.MUS"),
+            "kivsys: Failed to create report file: KivSystem2.TXT in " + (work.path() / "run").string() +
+                ": Permission denied; --folder DIR writes report and verdict into another folder\n");
   EXPECT_EQ(work.files(), before);
 }
 
@@ -190,7 +197,8 @@ TEST_F(OddLocations, AFullDiskHoldsResultsWholeOrNotAtAll) {
     disk.leave(freeBlocks * block);
     const Ended ended = onDisk.kivsys(run);
     full += ended.status;
-    EXPECT_TRUE(ended.status == 0 || ended.error.ends_with(notWritten) ||
+    const std::string notWrittenHere = notWritten + (onDisk.path() / "out").string() + ": No space left on device\n";
+    EXPECT_TRUE(ended.status == 0 || ended.error.ends_with(notWrittenHere) ||
                 ended.error.ends_with("kivsys: Run-time error: No space left on device; KivSystem2.TXT\n") ||
                 ended.error.ends_with("kivsys: Run-time error: No space left on device; KivSystem1.TXT\n") ||
                 ended.error.ends_with("kivsys: Failed to create report file: KivSystem2.TXT\n") ||

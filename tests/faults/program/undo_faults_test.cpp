@@ -62,7 +62,8 @@ class UndoFaults : public testing::Test {
     std::erase_if(all, [](const auto& file) { return file.first.find(".kivsys") != std::string::npos; });
     return all;
   }
-  Ended convert(const Faults& faults) const { return work.kivsys(conversionOf({"X001.MUS", "X002.MUS"}), faults); }
+  virtual std::vector<std::string> conversion() const { return conversionOf({"X001.MUS", "X002.MUS"}); }
+  Ended convert(const Faults& faults) const { return work.kivsys(conversion(), faults); }
   Ended undo(const Faults& faults = {}) const { return work.kivsys({"undo", "run"}, faults); }
   std::vector<Call> callsOfConversion() const {
     reset();
@@ -86,6 +87,8 @@ class UndoFaults : public testing::Test {
     EXPECT_TRUE(undone.status == 0 || snapshot() == before) << undone.error;
     EXPECT_EQ(snapshot(), before) << undone.error;
   }
+  void expectUndoneAfterEveryKill();
+  void expectUndoneAfterEveryFailure();
   Faults logged() const { return {{"LOG", (work.path() / "log").string()}}; }
   static std::string describe(const std::vector<Call>& calls, std::size_t call) {
     return std::to_string(call + 1) + ": " + calls[call].name + " " + calls[call].file;
@@ -97,7 +100,7 @@ class UndoFaults : public testing::Test {
   int notUndone = 0;
 };
 
-TEST_F(UndoFaults, AfterAKillAtEveryCallUndoGivesTheStateBefore) {
+void UndoFaults::expectUndoneAfterEveryKill() {
   const std::vector<Call> calls = callsOfConversion();
   EXPECT_GT(calls.size(), 60U);
   for (const char* const after : {"0", "1"}) {
@@ -112,7 +115,7 @@ TEST_F(UndoFaults, AfterAKillAtEveryCallUndoGivesTheStateBefore) {
   EXPECT_EQ(notUndone, 0);
 }
 
-TEST_F(UndoFaults, AfterAFailureOfEveryCallUndoGivesTheStateBefore) {
+void UndoFaults::expectUndoneAfterEveryFailure() {
   const std::vector<Call> calls = callsOfConversion();
   for (const int error : {EIO, ENOSPC}) {
     for (std::size_t call = 0; call < calls.size(); ++call) {
@@ -123,6 +126,28 @@ TEST_F(UndoFaults, AfterAFailureOfEveryCallUndoGivesTheStateBefore) {
   }
   EXPECT_GT(notUndone, 0);
   std::cout << calls.size() << " calls, of " << 2 * calls.size() << " runs " << notUndone << " cannot be undone\n";
+}
+
+/// The same conversion, which writes results while it reads pages: which call has which number varies.
+class BackgroundUndoFaults : public UndoFaults {
+ protected:
+  std::vector<std::string> conversion() const override { return backgroundConversionOf({"X001.MUS", "X002.MUS"}); }
+};
+
+TEST_F(UndoFaults, AfterAKillAtEveryCallUndoGivesTheStateBefore) {
+  expectUndoneAfterEveryKill();
+}
+
+TEST_F(BackgroundUndoFaults, AfterAKillAtEveryCallUndoGivesTheStateBefore) {
+  expectUndoneAfterEveryKill();
+}
+
+TEST_F(UndoFaults, AfterAFailureOfEveryCallUndoGivesTheStateBefore) {
+  expectUndoneAfterEveryFailure();
+}
+
+TEST_F(BackgroundUndoFaults, AfterAFailureOfEveryCallUndoGivesTheStateBefore) {
+  expectUndoneAfterEveryFailure();
 }
 
 TEST_F(UndoFaults, WithoutSecondNamesCopiesAreKept) {

@@ -161,6 +161,10 @@ std::vector<std::string> analysisOf(const std::vector<std::string>& pages) {
 }
 
 std::vector<std::string> conversionOf(const std::vector<std::string>& pages) {
+  return withPages({"convert", "--jobs", "1", "--folder", "run", "--result", "out/WORK0001.MUS"}, pages);
+}
+
+std::vector<std::string> backgroundConversionOf(const std::vector<std::string>& pages) {
   return withPages({"convert", "--folder", "run", "--result", "out/WORK0001.MUS"}, pages);
 }
 

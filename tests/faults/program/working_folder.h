@@ -49,8 +49,10 @@ class WorkingFolder {
   bool locked_ = false;
 };
 
-/// The arguments of an analysis or a conversion of pages in m.
+/// The arguments of an analysis or a conversion of pages in m. The conversion makes its calls in the same order each
+/// time, unless it writes in the background.
 std::vector<std::string> analysisOf(const std::vector<std::string>& pages);
 std::vector<std::string> conversionOf(const std::vector<std::string>& pages);
+std::vector<std::string> backgroundConversionOf(const std::vector<std::string>& pages);
 
 }  // namespace kiv::test

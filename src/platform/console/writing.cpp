@@ -1,0 +1,133 @@
+// How a run of the console program replaces files: at once, or by a thread of its own while the run goes ahead.
+
+#include <utility>
+
+#include "platform/console/console_system.h"
+#include "platform/console/stop_signals.h"
+
+namespace kiv {
+
+std::optional<std::string> ConsoleSystem::replaceFile(const std::string& name, std::string_view bytes) {
+  return putFile(name, bytes, Existing::replaced);
+}
+
+std::optional<std::string> ConsoleSystem::createFile(const std::string& name, std::string_view bytes) {
+  return putFile(name, bytes, Existing::kept);
+}
+
+std::optional<std::string> ConsoleSystem::putFile(const std::string& name, std::string_view bytes, Existing existing) {
+  settle();
+  const std::string file = inBoundFolder(name);
+  const std::string path = NativeSystem::diskName(file);
+  if (isGuarded() && !mayWrite(path)) {
+    return refusedFile;
+  }
+  if (journal_ != nullptr) {
+    if (auto failure = journal_->beforeReplace(path, replacedPath(file), bytes)) {
+      noteWriteFailure(path, *failure);
+      return failure;
+    }
+  }
+  auto failure =
+      existing == Existing::replaced ? GuardedSystem::replaceFile(file, bytes) : GuardedSystem::createFile(file, bytes);
+  if (failure) {
+    noteWriteFailure(path, *failure);
+  } else {
+    addReplaced(name, path);
+  }
+  return failure;
+}
+
+void ConsoleSystem::addReplaced(const std::string& name, const std::string& path) {
+  guard_.addWritten(path);
+  replacedFiles_.push_back(name);
+  if (!pages_.empty()) {
+    writtenFiles_.push_back({name, path});
+  }
+}
+
+std::optional<std::string> ConsoleSystem::replacePage(const std::string& name, std::string_view bytes) {
+  settle();
+  const auto page = paths_.find(name);
+  if (page == paths_.end() || journal_ == nullptr) {
+    return "it is no page of a run that can be undone";
+  }
+  if (!stamps_.isSame(page->second)) {
+    return "another program has changed it";
+  }
+  const std::string file = coreName(page->second);
+  if (auto failure = journal_->beforeReplace(page->second, replacedPath(file), bytes)) {
+    return failure;
+  }
+  auto failure = GuardedSystem::replaceFile(file, bytes);
+  if (!failure) {
+    stamps_.forget(page->second);
+    replacedFiles_.push_back(name);
+    writtenFiles_.push_back({name, page->second});
+  }
+  return failure;
+}
+
+void ConsoleSystem::writeInBackground() {
+  if (isGuarded()) {
+    writer_ = std::make_unique<Worker>();
+  }
+}
+
+std::optional<WriteFailure> ConsoleSystem::replaceSoon(const std::string& name, std::string_view bytes) {
+  if (writer_ == nullptr) {
+    return GuardedSystem::replaceSoon(name, bytes);
+  }
+  if (auto failure = finishReplacing()) {
+    return failure;
+  }
+  const std::string file = inBoundFolder(name);
+  pending_.path = NativeSystem::diskName(file);
+  pending_.name = name;
+  pending_.file = file;
+  if (!mayWrite(pending_.path)) {
+    return WriteFailure{name, refusedFile};
+  }
+  endIfStopped();
+  if (auto failure = findDestination(file, pending_.destination)) {
+    noteWriteFailure(pending_.path, *failure);
+    return WriteFailure{name, *failure};
+  }
+  pending_.bytes.assign(bytes);
+  writer_->begin([this] { return writePending(); });
+  return std::nullopt;
+}
+
+/// The thread's part. While it lasts, the run touches neither the journal nor what is pending.
+std::optional<std::string> ConsoleSystem::writePending() {
+  if (journal_ != nullptr) {
+    if (auto failure = journal_->beforeReplace(pending_.path, pending_.destination.path, pending_.bytes)) {
+      return failure;
+    }
+  }
+  return putAt(pending_.destination, pending_.bytes);
+}
+
+/// Waits for the file that is being written, and enters what has become of it.
+void ConsoleSystem::settle() {
+  if (writer_ == nullptr || !writer_->isBusy()) {
+    return;
+  }
+  const auto failure = writer_->wait();
+  const NativeSystem::Destination destination = std::exchange(pending_.destination, {});
+  if (failure) {
+    noteWriteFailure(pending_.path, *failure);
+    failed_ = WriteFailure{pending_.name, *failure};
+    return;
+  }
+  noteReplaced(destination);
+  GuardedSystem::addReplaced(pending_.file);
+  addReplaced(pending_.name, pending_.path);
+}
+
+std::optional<WriteFailure> ConsoleSystem::finishReplacing() {
+  settle();
+  return std::exchange(failed_, std::nullopt);
+}
+
+}  // namespace kiv
