@@ -97,6 +97,15 @@ void addConversion(const ReportRequest& request, ReportData& data) {
   }
 }
 
+void addEmpty(ReportData& data) {
+  const std::string pages = data.pages == 1 ? "page" : "pages";
+  data.kind = VerdictKind::hasProblems;
+  data.headline = "There is no system on the " + pages;
+  data.details = "No staff was found, so there is nothing to convert, and nothing that another program could use.";
+  data.next.words = "Check whether this is the right selection: look at the " + pages + " in the notation program.";
+  data.next.panel = {"Select other pages and press Analyze."};
+}
+
 void addUsable(ReportData& data) {
   data.kind = VerdictKind::usable;
   data.headline = "The pages can be used as they are";
@@ -128,6 +137,8 @@ void addVerdict(const ReportRequest& request, ReportData& data) {
     addDamage(request, data);
   } else if (problemPlaces(data) > 0) {
     addProblems(request, data);
+  } else if (data.systems == 0) {
+    addEmpty(data);
   } else if (data.hasResults) {
     addConverted(request, data);
   } else if (data.deviating + data.severalFiles > 0) {
