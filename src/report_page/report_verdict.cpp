@@ -91,7 +91,9 @@ void addConversion(const ReportRequest& request, ReportData& data) {
   data.next.words = "Convert the pages. The results go into a new folder, the pages stay as they are.";
   data.next.command = "kivsys convert --result converted/WORK0001.MUS" + request.arguments;
   if (request.isForPanel) {
-    data.next.panel = {"Press Convert. If the window was closed meanwhile, select the pages and press Analyze before."};
+    data.next.panel = {
+        "Press Convert in the KivSystem window. If it was closed meanwhile, select the pages and press Analyze "
+        "before."};
   } else {
     data.next.panel = {"Select the pages and press Analyze.", "Press Convert."};
   }

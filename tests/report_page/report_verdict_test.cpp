@@ -52,7 +52,7 @@ TEST(ReportVerdict, ConversionInTheWindowNeedsNoOtherAnalysis) {
   data = groupOf(3, 1);
   addVerdict(request, data);
   ASSERT_EQ(data.next.panel.size(), 1U);
-  EXPECT_TRUE(data.next.panel[0].starts_with("Press Convert."));
+  EXPECT_TRUE(data.next.panel[0].starts_with("Press Convert in the KivSystem window."));
   EXPECT_TRUE(data.next.isForPanel);
 }
 
