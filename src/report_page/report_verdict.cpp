@@ -91,10 +91,21 @@ void addConversion(const ReportRequest& request, ReportData& data) {
   data.next.words = "Convert the pages. The results go into a new folder, the pages stay as they are.";
   data.next.command = "kivsys convert --result converted/WORK0001.MUS" + request.arguments;
   if (request.isForPanel) {
-    data.next.panel = {"Press Convert. If the window was closed meanwhile, select the pages and press Analyze before."};
+    data.next.panel = {
+        "Press Convert in the KivSystem window. If it was closed meanwhile, select the pages and press Analyze "
+        "before."};
   } else {
     data.next.panel = {"Select the pages and press Analyze.", "Press Convert."};
   }
+}
+
+void addEmpty(ReportData& data) {
+  const std::string pages = data.pages == 1 ? "page" : "pages";
+  data.kind = VerdictKind::hasProblems;
+  data.headline = "There is no system on the " + pages;
+  data.details = "No staff was found, so there is nothing to convert, and nothing that another program could use.";
+  data.next.words = "Check whether this is the right selection: look at the " + pages + " in the notation program.";
+  data.next.panel = {"Select other pages and press Analyze."};
 }
 
 void addUsable(ReportData& data) {
@@ -128,6 +139,8 @@ void addVerdict(const ReportRequest& request, ReportData& data) {
     addDamage(request, data);
   } else if (problemPlaces(data) > 0) {
     addProblems(request, data);
+  } else if (data.systems == 0) {
+    addEmpty(data);
   } else if (data.hasResults) {
     addConverted(request, data);
   } else if (data.deviating + data.severalFiles > 0) {

@@ -185,6 +185,14 @@ TEST_F(ConsoleReport, NeverReplacesAnInputAResultOrAnotherFile) {
   written();
 }
 
+TEST_F(ConsoleReport, IsNotWrittenInPlaceOfAPageThatIsMissing) {
+  group(101, 110, 112);
+  const Ended ended = place.kivsys({"report", "x1.mus", "x99.mus", "-o", "x99.mus"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.error, HasSubstr("x99.mus"));
+  EXPECT_EQ(place.read("x99.mus"), "(no file)");
+}
+
 TEST_F(ConsoleReport, GoesToStandardOutput) {
   group(101, 110, 112);
   const Ended ended = report({"-o", "-"});

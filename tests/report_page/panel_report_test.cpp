@@ -58,7 +58,7 @@ TEST_F(PanelReport, SaysWhatToDoInTheWindowFirst) {
   EXPECT_EQ(gathered.data.next.command,
             "kivsys convert --result converted/WORK0001.MUS <C:\\M\\X1.MUS> <C:\\M\\X2.MUS>");
   const std::string page = reportPage(gathered.data);
-  const std::size_t steps = page.find("<li>Press Convert.");
+  const std::size_t steps = page.find("<li>Press Convert in the KivSystem window.");
   const std::size_t other = page.find("<summary>With the console program instead</summary>");
   EXPECT_LT(steps, other);
   EXPECT_LT(other, page.find("id=\"next-command\""));

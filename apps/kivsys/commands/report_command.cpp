@@ -65,6 +65,11 @@ std::vector<std::string> ReportRun::refusals(const SelectedPages& pages) {
       return {*reason};
     }
   }
+  for (const FoundFile& page : pages.badPages) {
+    if (!out_.empty() && system_.upperCase(page.name) == system_.upperCase(out_)) {
+      return {page.path + " is one of the pages; name another file for the report"};
+    }
+  }
   InputFiles inputs(pages);
   if (!result_.empty()) {
     constexpr std::size_t most = 32767;
