@@ -33,13 +33,17 @@ std::string withoutTrailingBlanks(const std::string& line) {
   return line.substr(0, line.find_last_not_of(' ') + 1);
 }
 
-/// The message over which a procedure of the program ends it; nullopt when it returns.
+/// The message over which a procedure of the program ends it; nullopt when it returns. The end of the whole run is
+/// passed on.
 template <typename Procedure>
 std::optional<Message> failureOf(Procedure run) {
   try {
     run();
     return std::nullopt;
   } catch (const ProgramEnd& end) {
+    if (end.endsWholeRun()) {
+      throw;
+    }
     return end.message.value_or(Message{});
   }
 }

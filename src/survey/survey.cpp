@@ -131,7 +131,7 @@ std::string PieceSurvey::skipBadPages(const std::vector<std::string>& pages, con
 
 void PieceSurvey::analyzePages(const std::string& namesFile) {
   GroupFacts facts({.instruments = true});
-  if (exitCodeOf(user_, [&] { analyze(program_, namesFile, false, &facts); }).value_or(0) == 0) {
+  if (exitCodeOfPart(user_, [&] { analyze(program_, namesFile, false, &facts); }).value_or(0) == 0) {
     findings_.systems = program_.systems.systemCount();
     findings_.instruments = program_.systems.instrumentCount;
     findings_.consistent = program_.systems.isConsistent();

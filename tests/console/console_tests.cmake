@@ -48,6 +48,7 @@ if(NOT WIN32)
     console/suggest_test.cpp
     console/survey_bad_pages_test.cpp
     console/survey_command_test.cpp
+    console/stopped_parts_test.cpp
     console/survey_html_test.cpp
     console/survey_manners_test.cpp
     console/survey_state_test.cpp

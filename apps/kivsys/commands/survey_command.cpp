@@ -225,6 +225,7 @@ int runSurvey(const SurveyOptions& options) {
     console.user().hideProgress();
   }
   noteStopSignals(SecondSignal::endsProgram);
+  finishWhenStopped();  // the lines and the page of the finished pieces are still written
   const Library library = walkLibrary(console.system(), options.folders);
   SurveyState state;
   if (!options.resume.empty()) {

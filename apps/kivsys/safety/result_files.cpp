@@ -52,7 +52,7 @@ std::size_t countResults(ConsoleSystem& system, const SelectedPages& pages, cons
   SilentUser user;
   NoPrograms programs;
   KivSystem program({files, user, programs, system});
-  if (exitCodeOf(user, [&] { analyze(program, pages.namesFile, results.allowZeroId); }).value_or(0) != 0) {
+  if (exitCodeOfPart(user, [&] { analyze(program, pages.namesFile, results.allowZeroId); }).value_or(0) != 0) {
     return results.keepGoing ? SIZE_MAX : 0;
   }
   return program.qualifies() && !results.force ? 0 : program.systems.systemCount();
