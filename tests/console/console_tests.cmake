@@ -31,6 +31,7 @@ if(NOT WIN32)
     console/manners_test.cpp
     console/next_step_test.cpp
     console/page_arguments_test.cpp
+    console/next_results_test.cpp
     console/page_commands_test.cpp
     console/pictures_test.cpp
     console/read_back_test.cpp

@@ -172,9 +172,11 @@ TEST_F(ConsoleSuggest, TheHelpFitsEightyColumns) {
 
 TEST_F(ConsoleSuggest, SaysWhatCanBeDoneWithTheTableThatIsWritten) {
   const std::string pages = " x1.mus x2.mus x3.mus x4.mus x5.mus x6.mus x7.mus x8.mus --corrections c.csv";
-  EXPECT_TRUE(suggest({"-o", "c.csv"})
-                  .error.ends_with("Next: kivsys convert" + pages + "\n  or: kivsys fix" + pages + " -o fixed\n"));
-  EXPECT_EQ(Json::parse(suggest({"-o", "c.csv", "--json"}).out)["next"], "kivsys convert" + pages);
+  const std::string result = " --result converted/WORK0001.MUS";
+  EXPECT_TRUE(
+      suggest({"-o", "c.csv"})
+          .error.ends_with("Next: kivsys convert" + pages + result + "\n  or: kivsys fix" + pages + " -o fixed\n"));
+  EXPECT_EQ(Json::parse(suggest({"-o", "c.csv", "--json"}).out)["next"], "kivsys convert" + pages + result);
   EXPECT_EQ(Json::parse(suggest({"--json"}).out)["next"], nullptr) << "no table is written";
   EXPECT_EQ(suggest({"-o", "-"}).error.find("Next:"), std::string::npos);
   EXPECT_EQ(suggest({"--corrections", "c.csv", "-o", "d.csv"}).error.find("Next:"), std::string::npos)

@@ -240,7 +240,8 @@ int convertNames(ConsoleHost& console, const ConvertOptions& options, const Resu
                  pages ? &*pages : nullptr, refusal.isRefused);
   const ConvertOutput output = run.run(converted, plan.firstResultFile, refusal.overMusic);
   if (!options.selection.likePanel && !output.refused) {
-    console.user().printNotes(options.dryRun ? dryRunNote(output, options, plan) : noResultsNote(output.outcome));
+    console.user().printNotes(options.dryRun ? dryRunNote(output, options, plan)
+                                             : noResultsNote(console.system(), output.outcome, options));
   }
   return print(output, options.json);
 }

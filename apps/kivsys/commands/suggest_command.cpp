@@ -17,6 +17,7 @@
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
 #include "platform/memory/overlay_files.h"
+#include "platform/console/shell_words.h"
 #include "platform/memory/silent_user.h"
 #include "repair/group_evidence.h"
 #include "repair/suggestions.h"
@@ -44,9 +45,11 @@ std::vector<std::string> refusals(SuggestRun& run, const SelectedPages& pages) {
 
 /// The command line that converts the pages with the corrections; none when there are none, or in no file.
 std::optional<std::string> nextConversion(const SuggestRun& run, const std::optional<Suggestions>& suggestions) {
-  return suggestions && !suggestions->corrections.empty()
-             ? nextWithCorrections("convert", run.options.selection, run.options.out)
-             : std::nullopt;
+  if (!suggestions || suggestions->corrections.empty()) {
+    return std::nullopt;
+  }
+  const auto next = nextWithCorrections("convert", run.options.selection, run.options.out);
+  return next ? std::optional(*next + newResultArgument(run.console.system())) : std::nullopt;
 }
 
 /// The outcome of the analysis with what is suggested; this is null when the analysis ended before.
@@ -73,7 +76,7 @@ void printNext(const SuggestRun& run, const std::optional<Suggestions>& suggesti
   std::string lines = "Next: " + printable(*convert) + "\n";
   if (run.options.selection.folder.empty()) {
     const auto fix = nextWithCorrections("fix", run.options.selection, run.options.out);
-    lines += "  or: " + printable(fix.value_or("")) + " -o fixed\n";
+    lines += "  or: " + printable(fix.value_or("")) + " -o " + fileWord(run.console.system().newName("fixed")) + "\n";
   }
   run.console.user().printNotes(lines);
 }
