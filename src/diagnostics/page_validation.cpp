@@ -204,6 +204,18 @@ PageValidation Validator::validate(const std::string& namesFile) {
 
 }  // namespace
 
+std::string SkippedPage::namedFile() const {
+  return message.location.file.empty() ? files.front() : message.location.file;
+}
+
+std::vector<std::string> SkippedPage::otherFiles() const {
+  const std::string named = namedFile();
+  std::vector<std::string> others;
+  std::copy_if(files.begin(), files.end(), std::back_inserter(others),
+               [&](const std::string& file) { return file != named; });
+  return others;
+}
+
 PageValidation validatePages(const Host& host, const std::string& namesFile) {
   return Validator(host).validate(namesFile);
 }

@@ -34,11 +34,11 @@ TEST_F(Manners, SuggestAndVerifySkipBadPagesOnRequest) {
   addPage("x3.mus", damaged);
   const Ended suggested = place.kivsys({"suggest", "--keep-going", "x1.mus", "x2.mus", "x3.mus"});
   EXPECT_EQ(suggested.status, 1);
-  EXPECT_TRUE(suggested.out.ends_with("2 pages analysed, 1 skipped: X3.MUS\n")) << suggested.out;
+  EXPECT_TRUE(suggested.out.ends_with("2 pages analyzed, 1 skipped: X3.MUS\n")) << suggested.out;
   const Ended verified = place.kivsys({"verify", "--keep-going", "x1.mus", "x2.mus", "x3.mus"});
   EXPECT_EQ(verified.status, 1);
   EXPECT_TRUE(verified.out.starts_with("PROVED=YES\n")) << verified.out;
-  EXPECT_TRUE(holds(verified.out, "2 pages analysed, 1 skipped: X3.MUS\n")) << verified.out;
+  EXPECT_TRUE(holds(verified.out, "2 pages analyzed, 1 skipped: X3.MUS\n")) << verified.out;
   for (const std::string command : {"suggest", "verify"}) {
     const Json all = Json::parse(place.kivsys({command, "--json", "--keep-going", "x1.mus", "x2.mus", "x3.mus"}).out);
     EXPECT_EQ(schemaErrors(all, command), Names());

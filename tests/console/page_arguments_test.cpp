@@ -143,7 +143,7 @@ TEST_F(PageArguments, AFolderWithoutPagesIsNamed) {
   const Ended kept = place.kivsys({"analyze", "--keep-going", "x1.mus", "x2.mus"});
   EXPECT_EQ(kept.status, 1);
   EXPECT_EQ(kept.error, "kivsys: cannot read x2.mus: Is a directory\n");
-  EXPECT_TRUE(kept.out.ends_with("1 page analysed, 1 skipped: X2.MUS\n")) << kept.out;
+  EXPECT_TRUE(kept.out.ends_with("1 page analyzed, 1 skipped: X2.MUS\n")) << kept.out;
 }
 
 TEST_F(PageArguments, AFolderThatCannotBeListedIsNamedWithTheReason) {
