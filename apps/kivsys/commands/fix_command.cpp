@@ -4,6 +4,7 @@
 
 #include "apps/kivsys/commands/fix_requests.h"
 #include "apps/kivsys/commands/run_outcome.h"
+#include "apps/kivsys/corrections/doubled_ids.h"
 #include "apps/kivsys/corrections/planned_pages.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/layout/layout_table.h"
@@ -42,7 +43,7 @@ class FixRun {
   std::vector<std::string> refusals(const SelectedPages& pages);
   /// The folders that the run writes into.
   std::vector<std::string> writtenFolders(const SelectedPages& pages);
-  int run();
+  int run(const std::string& namesFile);
 
  private:
   std::vector<std::string> refusalsInPlace(const SelectedPages& pages);
@@ -248,7 +249,7 @@ bool FixRun::reportChanges() {
   return true;
 }
 
-int FixRun::run() {
+int FixRun::run(const std::string& namesFile) {
   if (!readPages()) {
     return exit_status::critical;
   }
@@ -257,6 +258,7 @@ int FixRun::run() {
   }
   report_.dryRun = options_.dryRun;
   report_.all = pages_.size();
+  report_.doubled = newlyDoubled(console_, namesFile, pages_);
   done_ = pages_.size();
   if (!options_.dryRun) {
     if (const int status = !options_.inPlace && folder_.isMissing() ? folder_.make(console_) : exit_status::normal;
@@ -272,7 +274,9 @@ int FixRun::run() {
   }
   report_.normalEnd = reportChanges() && report_.normalEnd;
   const auto shownName = [&](const std::string& path) { return system_.shownName(NativeSystem::coreName(path)); };
-  return printOutcome(options_.json ? asJson(report_) : asText(report_, shownName),
+  const auto nameOf = [&](const std::string& name) { return system_.shownName(name); };
+  console_.user().printNotes(options_.json ? "" : warningLines(report_, nameOf));
+  return printOutcome(options_.json ? asJson(report_, nameOf) : asText(report_, shownName),
                       report_.normalEnd ? exit_status::normal : exit_status::critical);
 }
 
@@ -287,7 +291,8 @@ int runFix(const FixOptions& options) {
   if (!options.dryRun) {
     use.writtenFolders = [&](const SelectedPages& pages) { return fix.writtenFolders(pages); };
   }
-  return runOnSelection(console, options.selection, use, [&](const std::string&) { return fix.run(); });
+  return runOnSelection(console, options.selection, use,
+                        [&](const std::string& namesFile) { return fix.run(namesFile); });
 }
 
 }  // namespace kiv
