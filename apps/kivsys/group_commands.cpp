@@ -35,7 +35,12 @@ void addPages(CLI::App& command, Selection& selection, const std::string& folder
       command.add_option("--names", selection.names, "Names file that lists the pages; - is standard input")
           ->type_name("FILE");
   CLI::Option* pages =
-      command.add_option("page", selection.pages, "Page files of one group, or its folder")->type_name("PAGE");
+      command
+          .add_option(
+              "page", selection.pages,
+              "Page files of one group, or its folder; their names are letters, digits, optionally one letter, and "
+              "the suffix, as PIECE012B.MUS")
+          ->type_name("PAGE");
   names->excludes(pages);
   command.add_flag("--keep-order", selection.keepOrder,
                    "Take the page files in the order in which they are named, not in natural order (P1, P2, P10)");
@@ -92,8 +97,9 @@ void addNoUndo(CLI::App& command, bool& noUndo) {
 void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
   addSelection(command, options.selection, "Write report and verdict to this folder");
   command
-      .add_option("-o,--result", options.result,
-                  "First result file, such as out/WORK0001.MUS (default: WORK0001.MUS beside the first page)")
+      .add_option("-o,--result,--out,--output", options.result,
+                  "First result file, such as out/WORK0001.MUS, or the folder for the results, out/ (default: "
+                  "WORK0001.MUS beside the first page)")
       ->type_name("FILE");
   command.add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
   command.add_flag(
@@ -165,7 +171,7 @@ void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
   addSelection(*verify, options.selection, "Folder of report and verdict");
   verify
       ->add_option("--result", options.result,
-                   "First result file of the conversion (default: WORK0001.MUS beside the first page)")
+                   "First result file of the conversion, or its folder (default: WORK0001.MUS beside the first page)")
       ->type_name("FILE");
   verify
       ->add_option("--manifest", options.manifest,

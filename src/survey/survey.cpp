@@ -204,25 +204,6 @@ std::vector<Piece> piecesOf(Machine& machine, const std::vector<std::string>& na
   return pieces;
 }
 
-std::vector<std::string> removeRecovered(Machine& machine, std::vector<std::string>& names) {
-  const std::string_view prefix = recoveredPrefix;
-  std::set<std::string> known;
-  for (const std::string& name : names) {
-    known.insert(machine.upperCase(name));
-  }
-  std::vector<std::string> removed;
-  std::erase_if(names, [&](const std::string& name) {
-    const std::string upper = machine.upperCase(name);
-    const bool isRecovered =
-        upper.starts_with(prefix) && upper.ends_with(".MUS") && known.contains(upper.substr(prefix.size()));
-    if (isRecovered) {
-      removed.push_back(name);
-    }
-    return isRecovered;
-  });
-  return removed;
-}
-
 std::size_t countPages(Machine& machine, const std::vector<std::string>& files) {
   std::set<std::string> multifile;
   std::size_t count = 0;

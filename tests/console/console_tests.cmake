@@ -41,6 +41,7 @@ if(NOT WIN32)
     console/run_program.cpp
     console/running_program.cpp
     console/safe_inputs_test.cpp
+    console/result_folders_test.cpp
     console/safe_outputs_test.cpp
     console/safe_results_test.cpp
     console/safe_selection_test.cpp

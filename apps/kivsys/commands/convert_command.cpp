@@ -253,6 +253,7 @@ int runConvert(const ConvertOptions& typed) {
   ConsoleHost console(options.selection.likePanel ? Guard::off : Guard::on);
   if (options.json) {
     console.user().hideProgress();
+  options.result = typed.selection.likePanel ? typed.result : resultIn(typed.result);
   }
   ConsoleSystem& system = console.system();
   RunJournal journal(system, options.trace ? "trace" : "convert", UndoNeed::wanted);

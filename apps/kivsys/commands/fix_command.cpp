@@ -289,6 +289,7 @@ int runFix(const FixOptions& options) {
   FixRun fix(console, options);
   SelectionUse use{FolderUse::read, false, [&](const SelectedPages& pages) { return fix.refusals(pages); }, {}};
   if (!options.dryRun) {
+  use.usesPagesOnce = true;
     use.writtenFolders = [&](const SelectedPages& pages) { return fix.writtenFolders(pages); };
   }
   return runOnSelection(console, options.selection, use,

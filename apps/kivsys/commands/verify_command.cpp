@@ -198,7 +198,9 @@ std::string asText(const proof::Verification& verification, const FileNamer& nam
   return text;
 }
 
-int runVerify(const VerifyOptions& options) {
+int runVerify(const VerifyOptions& given) {
+  VerifyOptions options = given;
+  options.result = resultIn(given.result);
   ConsoleHost console;
   ConsoleSystem& system = console.system();
   if (options.json) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <filesystem>
 #include <limits>
 #include <map>
 
@@ -117,6 +118,15 @@ class Conflicts {
 };
 
 }  // namespace
+
+std::string resultIn(const std::string& typed) {
+  constexpr bool isWindows = std::filesystem::path::preferred_separator == '\\';
+  const bool hasSeparator = typed.ends_with('/') || (isWindows && typed.ends_with('\\'));
+  if (typed.empty() || (!hasSeparator && kindOf(typed) != PathKind::folder)) {
+    return typed;
+  }
+  return typed + (hasSeparator ? "" : "/") + "WORK" + std::string(firstNumberAndSuffix);
+}
 
 std::optional<std::string> refusalOfResultName(const std::string& typed) {
   const std::string name = capitals(typed);

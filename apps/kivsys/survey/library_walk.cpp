@@ -89,7 +89,10 @@ std::vector<fs::path> visit(NativeSystem& system, const fs::path& folder, Librar
     library.unreadable.push_back(folder.string() + ": " + failure.message());
   }
   for (const std::string& name : removeRecovered(system, names)) {
-    library.leftOut.push_back((folder / name).string());
+    library.leftOut.push_back((folder / name).string() + recoveredWords);
+  }
+  for (const Piece& results : removeReserved(system, names)) {
+    library.leftOut.push_back(reservedWords(results, (folder / "").string()));
   }
   std::vector<Piece> pieces = piecesOf(system, names);
   std::stable_sort(pieces.begin(), pieces.end(),
