@@ -35,8 +35,8 @@ TEST_F(KeepGoing, NamesBadPagesAndAnalyzesTheOthers) {
   EXPECT_EQ(ended.status, 1);
   EXPECT_EQ(ended.out,
             "CONSISTENCY=YES\nMULTIFILE=NO\nFiles: 2\nSystems: 2\nInstruments: 1\n"
-            "Layouts: all alike in 2 systems: 101\n"
-            "2 pages analysed, 3 skipped: X;4.MUS, GONE5.MUS, X2.MUS\n");
+            "Layouts: all alike in 2 systems: 101\n3 pages cannot be read.\n"
+            "2 pages analyzed, 3 skipped: X;4.MUS, GONE5.MUS, X2.MUS\n");
   EXPECT_EQ(ended.error,
             "kivsys: X;4.MUS: File naming problem; the form is <letter(s)><digit(s)><optionally one sequence letter>"
             ".<suffix>\n"
