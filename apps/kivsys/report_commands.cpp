@@ -49,6 +49,7 @@ void addReport(CLI::App& app, ReportOptions& options, int& status) {
     if (const std::string problem = problemOf(options); !problem.empty()) {
       throw CLI::ValidationError("report", problem);
     }
+    refuseOtherFormat("report", options.out, "HTML");
     status = runReport(options);
   });
 }
