@@ -157,7 +157,7 @@ TEST_F(ConsoleFix, WrongUsageIsNamed) {
   EXPECT_EQ(place.kivsys({"fix", "x1.mus", "-o", "f"}).status, 2);
   EXPECT_EQ(place.kivsys({"fix", "x1.mus", "--map", "101=7"}).status, 2);
   EXPECT_EQ(place.kivsys({"fix", "x1.mus", "--map", "101=0", "--set", "x1.mus", "-o", "f"}).error,
-            "kivsys: --set x1.mus: not FILE:STAFF=ID with an id from 1 to 32767\n"
+            "kivsys: --set x1.mus: not PAGE:STAFF=ID with an id from 1 to 32767\n"
             "kivsys: --map 101=0: not OLD=NEW with a new id from 1 to 32767\n");
   EXPECT_EQ(place.kivsys({"fix", "x1.mus", "--map", "40000=5", "-o", "f"}).error,
             "kivsys: --map 40000=5: the old id is no whole number from -32768 to 32767\n");

@@ -127,6 +127,9 @@ void AnalyzeRun::addNext(AnalysisOutput& output) {
 }
 
 int AnalyzeRun::run(const std::string& namesFile) {
+  if (!options_.selection.likePanel && !options_.json && !options_.jsonl) {
+    console_.user().printNotes(gapNotes(console_.system()));
+  }
   std::optional<ValidPages> pages;
   if (options_.keepGoing) {
     pages.emplace(console_, namesFile);

@@ -231,6 +231,9 @@ int convertNames(ConsoleHost& console, const ConvertOptions& options, const Resu
   OverlayFiles overlay(console.system(), console.system());
   std::optional<ValidPages> pages;
   console.user().printNotes(plan.listed.notes(console.system()));
+  if (!options.selection.likePanel && !options.json) {
+    console.user().printNotes(gapNotes(console.system()));
+  }
   if (options.keepGoing) {
     pages.emplace(console, namesFile);
   }
@@ -250,10 +253,10 @@ int convertNames(ConsoleHost& console, const ConvertOptions& options, const Resu
 
 int runConvert(const ConvertOptions& typed) {
   ConvertOptions options = typed;
+  options.result = typed.selection.likePanel ? typed.result : resultIn(typed.result);
   ConsoleHost console(options.selection.likePanel ? Guard::off : Guard::on);
   if (options.json) {
     console.user().hideProgress();
-  options.result = typed.selection.likePanel ? typed.result : resultIn(typed.result);
   }
   ConsoleSystem& system = console.system();
   RunJournal journal(system, options.trace ? "trace" : "convert", UndoNeed::wanted);

@@ -198,7 +198,8 @@ std::vector<std::string> FixRun::plan() {
   }
   report_.undecided = requests.undecided;
   report_.leftOut = requests.leftOut;
-  return planPages(system_, requests, pages_);
+  auto reasons = planPages(system_, requests, pages_);
+  return reasons.empty() && options_.inPlace ? refusalsToWrite(pages_) : reasons;
 }
 
 /// A page that takes its own place is written only when it changes.
@@ -257,8 +258,8 @@ int FixRun::run(const std::string& namesFile) {
     return refuse(reasons);
   }
   report_.dryRun = options_.dryRun;
-  report_.all = pages_.size();
   report_.doubled = newlyDoubled(console_, namesFile, pages_);
+  report_.all = pages_.size();
   done_ = pages_.size();
   if (!options_.dryRun) {
     if (const int status = !options_.inPlace && folder_.isMissing() ? folder_.make(console_) : exit_status::normal;
@@ -288,8 +289,8 @@ int runFix(const FixOptions& options) {
   useJournal(console.system(), journal, !options.noUndo && !options.dryRun);
   FixRun fix(console, options);
   SelectionUse use{FolderUse::read, false, [&](const SelectedPages& pages) { return fix.refusals(pages); }, {}};
-  if (!options.dryRun) {
   use.usesPagesOnce = true;
+  if (!options.dryRun) {
     use.writtenFolders = [&](const SelectedPages& pages) { return fix.writtenFolders(pages); };
   }
   return runOnSelection(console, options.selection, use,
