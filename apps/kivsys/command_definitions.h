@@ -19,7 +19,8 @@
 
 namespace CLI {
 class App;
-}
+class Option;
+}  // namespace CLI
 
 namespace kiv {
 
@@ -27,6 +28,15 @@ namespace kiv {
 void addPages(CLI::App& command, Selection& selection, const std::string& folderIsFor);
 /// The same, and those that read the pages with corrections.
 void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor);
+
+/// Refuses a command line that selects no pages.
+void requireSelection(const std::string& command, const Selection& selection);
+/// With this option, a page that would end the analysis is skipped.
+void addKeepGoing(CLI::App& command, bool& keepGoing, const std::string& doing);
+/// The option for a table of instruments.
+CLI::Option* addLayout(CLI::App& command, Selection& selection, const std::string& help);
+/// Refuses a file for a picture or a page of another format than the one that the command writes.
+void refuseOtherFormat(const std::string& command, const std::string& out, const std::string& format);
 
 // Each of these adds a command to the program, with its options and help. When a command line names the command, its
 // values are put into the options, the command is run, and its exit status is stored. Options and status must outlive

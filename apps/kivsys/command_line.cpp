@@ -62,6 +62,25 @@ void refuseEmptyValues(CLI::App& app) {
   }
 }
 
+/// What begins with a dash is an option after one whose file was forgotten.
+void refuseOptionsAsFiles(CLI::App& app) {
+  const CLI::Validator isNoOption(
+      [](const std::string& value) {
+        return value.size() > 1 && value.starts_with('-')
+                   ? "a name is missing before " + value + "; ./" + value + " would be a file or folder of that name"
+                   : "";
+      },
+      "");
+  for (CLI::App* command : app.get_subcommands({})) {
+    for (CLI::Option* option : command->get_options()) {
+      const ValueKind kind = valueKindOf(*option);
+      if (!option->get_positional() && (kind == ValueKind::file || kind == ValueKind::folder)) {
+        option->check(isNoOption);
+      }
+    }
+  }
+}
+
 /// A name on a command line that the core has none for.
 struct UnusableName : std::runtime_error {
   using std::runtime_error::runtime_error;
@@ -71,7 +90,8 @@ struct UnusableName : std::runtime_error {
 bool isOutput(const CLI::Option& option) {
   const std::vector<std::string>& names = option.get_lnames();
   return std::any_of(names.begin(), names.end(), [](const std::string& name) {
-    return name == "out" || name == "result" || name == "manifest" || name == "resume" || name == "folder";
+    return name == "out" || name == "result" || name == "manifest" || name == "resume" || name == "folder" ||
+           name == "html" || name == "reports";
   });
 }
 
@@ -131,6 +151,7 @@ void addCommands(CLI::App& app, CommandLine& line) {
   addHelp(app, line.described, line.status);
   addDocuments(app, line.shell, line.status);
   refuseEmptyValues(app);
+  refuseOptionsAsFiles(app);
 }
 
 /// A run like the panel's takes names as the panel does.

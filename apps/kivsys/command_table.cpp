@@ -15,10 +15,10 @@ std::string valueOf(const CLI::Option& option) {
 
 ValueKind kindOf(const std::string& value) {
   static const std::map<std::string, ValueKind> kinds = {
-      {"", ValueKind::none},          {"DIR", ValueKind::folder},    {"FOLDER", ValueKind::folder},
-      {"FILE", ValueKind::file},      {"FILE.svg", ValueKind::file}, {"FILE.csv", ValueKind::file},
-      {"TEXT", ValueKind::file},      {"PAGE", ValueKind::page},     {"SHELL", ValueKind::shell},
-      {"COMMAND", ValueKind::command}};
+      {"", ValueKind::none},          {"DIR", ValueKind::folder},     {"FOLDER", ValueKind::folder},
+      {"FILE", ValueKind::file},      {"FILE.svg", ValueKind::file},  {"FILE.csv", ValueKind::file},
+      {"FILE.html", ValueKind::file}, {"TEXT", ValueKind::file},      {"PAGE", ValueKind::page},
+      {"SHELL", ValueKind::shell},    {"COMMAND", ValueKind::command}};
   const auto found = kinds.find(value);
   return found == kinds.end() ? ValueKind::word : found->second;
 }

@@ -11,20 +11,17 @@ namespace {
 
 /// Reads the pages with corrections.
 void addCorrections(CLI::App& command, Selection& selection) {
-  CLI::Option* corrections =
-      command
-          .add_option(
-              "--corrections", selection.corrections.files,
-              "Read the pages with the corrections of this table (CSV), and change no page; - is standard input")
-          ->type_name("FILE")
-          ->expected(1)
-          ->take_all();
+  command
+      .add_option("--corrections", selection.corrections.files,
+                  "Read the pages with the corrections of this table (CSV), and change no page; - is standard input")
+      ->type_name("FILE")
+      ->expected(1)
+      ->take_all();
   command
       .add_option("--only", selection.corrections.only,
                   "Use only corrections of at least this confidence: sure or likely")
       ->type_name("sure|likely")
-      ->check(CLI::IsMember({"sure", "likely"}))
-      ->needs(corrections);
+      ->check(CLI::IsMember({"sure", "likely"}));
 }
 
 }  // namespace
@@ -35,7 +32,12 @@ void addPages(CLI::App& command, Selection& selection, const std::string& folder
       command.add_option("--names", selection.names, "Names file that lists the pages; - is standard input")
           ->type_name("FILE");
   CLI::Option* pages =
-      command.add_option("page", selection.pages, "Page files of one group, or its folder")->type_name("PAGE");
+      command
+          .add_option(
+              "page", selection.pages,
+              "Page files of one group, or its folder; their names are letters, digits, optionally one letter, and "
+              "the suffix, as PIECE012B.MUS")
+          ->type_name("PAGE");
   names->excludes(pages);
   command.add_flag("--keep-order", selection.keepOrder,
                    "Take the page files in the order in which they are named, not in natural order (P1, P2, P10)");
@@ -46,6 +48,29 @@ void addPages(CLI::App& command, Selection& selection, const std::string& folder
 void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor) {
   addPages(command, selection, folderIsFor);
   addCorrections(command, selection);
+}
+
+void requireSelection(const std::string& command, const Selection& selection) {
+  if (selection.names.empty() && selection.pages.empty()) {
+    throw CLI::ValidationError(command, "name page files, or a names file with --names");
+  }
+  const auto& tables = selection.corrections.files;
+  if (!selection.corrections.only.empty() && tables.empty()) {
+    throw CLI::ValidationError(
+        command,
+        "--only chooses rows of --corrections; to use proposals of suggest by their confidence, write them with "
+        "suggest -o FILE, and give fix or convert --corrections FILE --only " +
+            selection.corrections.only);
+  }
+  const auto fromInput = std::count(tables.begin(), tables.end(), "-") + (selection.names == "-" ? 1 : 0);
+  if (fromInput > 1) {
+    throw CLI::ValidationError(command, "only one of the names file and the corrections can be standard input");
+  }
+}
+
+void addKeepGoing(CLI::App& command, bool& keepGoing, const std::string& doing) {
+  command.add_flag("--keep-going", keepGoing,
+                   "Report every bad page and " + doing + " the others; status 1 if there was one");
 }
 
 CLI::Option* addLayout(CLI::App& command, Selection& selection, const std::string& help) {
@@ -61,24 +86,6 @@ CLI::Option* addLikePanel(CLI::App& command, Selection& selection) {
       ->excludes("--corrections");
 }
 
-/// Refuses a command line that selects no pages.
-void requireSelection(const std::string& command, const Selection& selection) {
-  if (selection.names.empty() && selection.pages.empty()) {
-    throw CLI::ValidationError(command, "name page files, or a names file with --names");
-  }
-  const auto& tables = selection.corrections.files;
-  const auto fromInput = std::count(tables.begin(), tables.end(), "-") + (selection.names == "-" ? 1 : 0);
-  if (fromInput > 1) {
-    throw CLI::ValidationError(command, "only one of the names file and the corrections can be standard input");
-  }
-}
-
-/// With this option, a page that would end the analysis is skipped.
-void addKeepGoing(CLI::App& command, bool& keepGoing, const std::string& doing) {
-  command.add_flag("--keep-going", keepGoing,
-                   "Report every bad page and " + doing + " the others; status 1 if there was one");
-}
-
 /// Without this option, a run in a folder that another run works in is refused.
 void addWait(CLI::App& command, Selection& selection) {
   command.add_flag("--wait", selection.wait, "Wait for another run that works in the folders");
@@ -92,8 +99,9 @@ void addNoUndo(CLI::App& command, bool& noUndo) {
 void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
   addSelection(command, options.selection, "Write report and verdict to this folder");
   command
-      .add_option("-o,--result", options.result,
-                  "First result file, such as out/WORK0001.MUS (default: WORK0001.MUS beside the first page)")
+      .add_option("-o,--result,--out,--output", options.result,
+                  "First result file, such as out/WORK0001.MUS, or the folder for the results, out/ (default: "
+                  "WORK0001.MUS beside the first page)")
       ->type_name("FILE");
   command.add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
   command.add_flag(
@@ -101,7 +109,8 @@ void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
       "Ask before a file is replaced, with y, n, a (yes to all) or q (no to all); without a terminal, replace none");
   command.add_flag("--no-instr-number", options.noInstrNumber, "Do not show instrument ids in the results");
   addLayout(command, options.selection,
-            "The instruments of all results, as instruments --csv lists them, also those silent on all pages");
+            "The instruments of all results, as instruments --csv lists them, also those silent on all pages; the "
+            "order of the rows counts, names are not changed");
   command.add_flag("--force", options.force, "Convert even if the input can be used without a conversion");
   command.add_flag("--json", options.json, "Print one JSON object and nothing else");
   addNoUndo(command, options.noUndo);
@@ -170,7 +179,7 @@ void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
   addSelection(*verify, options.selection, "Folder of report and verdict");
   verify
       ->add_option("--result", options.result,
-                   "First result file of the conversion (default: WORK0001.MUS beside the first page)")
+                   "First result file of the conversion, or its folder (default: WORK0001.MUS beside the first page)")
       ->type_name("FILE");
   verify
       ->add_option("--manifest", options.manifest,
@@ -239,6 +248,7 @@ void addChart(CLI::App& app, ChartOptions& options, int& status) {
       "  kivsys chart --names names.txt --out piece.svg");
   chart->callback([&options, &status] {
     requireSelection("chart", options.selection);
+    refuseOtherFormat("chart", options.out, "SVG");
     status = runChart(options);
   });
 }
@@ -264,33 +274,6 @@ void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status) {
   instruments->callback([&options, &status] {
     requireSelection("instruments", options.selection);
     status = runInstruments(options);
-  });
-}
-
-void addSuggest(CLI::App& app, SuggestOptions& options, int& status) {
-  CLI::App* suggest = app.add_subcommand("suggest", "Propose ids for staves and cues whose ids are wrong");
-  addSelection(*suggest, options.selection, "Look for the names file in this folder, too");
-  addLayout(*suggest, options.selection, "The instruments, as instruments --csv lists them");
-  suggest
-      ->add_option("-o,--out,--output", options.out,
-                   "Write the corrections as comma-separated values; - is standard output")
-      ->type_name("FILE.csv");
-  suggest->add_flag("--json", options.json, "Print one JSON object and nothing else");
-  addKeepGoing(*suggest, options.keepGoing, "analyze");
-  suggest->footer(
-      "Analyzes the pages as analyze does, and writes no file but the corrections. An\n"
-      "id is wrong if it is 0, stands twice in its system, or is a slip that few\n"
-      "systems have; a cue is if no staff of its system has its id. Ends with status\n"
-      "0; with 1 after a critical message; with 2 on wrong usage.\n\n"
-      "Examples:\n  kivsys suggest PIECE*.MUS\n"
-      "  kivsys suggest PIECE*.MUS -o corrections.csv\n"
-      "  kivsys suggest PIECE*.MUS --layout instruments.csv --json");
-  suggest->callback([&options, &status] {
-    requireSelection("suggest", options.selection);
-    if (options.json && options.out == "-") {
-      throw CLI::ValidationError("suggest", "only one of --json and the corrections can go to standard output");
-    }
-    status = runSuggest(options);
   });
 }
 

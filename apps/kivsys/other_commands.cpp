@@ -1,4 +1,8 @@
+#include <algorithm>
+#include <array>
+#include <filesystem>
 #include <string>
+#include <string_view>
 
 #include <CLI/CLI.hpp>
 
@@ -46,6 +50,17 @@ void addSurvey(CLI::App& app, SurveyOptions& options, int& status) {
   survey->callback([&options, &status] { status = runSurvey(options); });
 }
 
+void refuseOtherFormat(const std::string& command, const std::string& out, const std::string& format) {
+  constexpr std::array<std::string_view, 7> others = {".png", ".pdf", ".jpg", ".jpeg", ".gif", ".eps", ".ps"};
+  std::string suffix = std::filesystem::path(out).extension().string();
+  std::transform(suffix.begin(), suffix.end(), suffix.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  if (std::find(others.begin(), others.end(), suffix) != others.end()) {
+    throw CLI::ValidationError(command,
+                               command + " writes " + format + "; open it in a browser to print it or save it as PDF");
+  }
+}
+
 void addDraw(CLI::App& app, DrawOptions& options, int& status) {
   CLI::App* draw = app.add_subcommand("draw", "Draw a page from its items");
   draw->add_option("page", options.page, "Page file; - is standard input")->required()->type_name("PAGE");
@@ -55,7 +70,10 @@ void addDraw(CLI::App& app, DrawOptions& options, int& status) {
       "Draws a proof of the page as an SVG file. Rest staves that a conversion inserted have a colored background.\n"
       "Ends with status 0; with 1 after a critical message; with 2 on wrong usage.\n\nExample:\n"
       "  kivsys draw PIECE001.MUS --out piece001.svg");
-  draw->callback([&options, &status] { status = runDraw(options); });
+  draw->callback([&options, &status] {
+    refuseOtherFormat("draw", options.out, "SVG");
+    status = runDraw(options);
+  });
 }
 
 void addRecover(CLI::App& app, RecoverOptions& options, int& status) {

@@ -22,8 +22,10 @@ std::string problemOf(const FixOptions& options) {
 /// Of the options that say what changes, this is the only one then.
 void addRenumber(CLI::App& fix, FixOptions& options) {
   CLI::Option* renumber =
-      fix.add_option("--renumber", options.selection.layout,
-                     "New ids that rise in the order of this table of instruments, as instruments --csv lists them")
+      fix.add_option(
+             "--renumber", options.selection.layout,
+             "New ids that rise in the order of this table of instruments, as instruments --csv lists them; the order "
+             "of its rows counts, names are not changed")
           ->type_name("FILE.csv");
   for (const char* const other : {"--corrections", "--set", "--map"}) {
     renumber->excludes(other);
@@ -45,18 +47,48 @@ void addFixOutput(CLI::App& fix, FixOptions& options) {
 
 }  // namespace
 
+void addSuggest(CLI::App& app, SuggestOptions& options, int& status) {
+  CLI::App* suggest = app.add_subcommand("suggest", "Propose ids for staves and cues whose ids are wrong");
+  addSelection(*suggest, options.selection, "Look for the names file in this folder, too");
+  addLayout(*suggest, options.selection,
+            "The instruments, as instruments --csv lists them; the order of the rows counts, names are not changed");
+  suggest
+      ->add_option("-o,--out,--output", options.out,
+                   "Write the corrections as comma-separated values; - is standard output")
+      ->type_name("FILE.csv");
+  suggest->add_flag("--force", options.force, "Replace a table that is there, with all that was changed in it");
+  suggest->add_flag("--json", options.json, "Print one JSON object and nothing else");
+  addKeepGoing(*suggest, options.keepGoing, "analyze");
+  suggest->footer(
+      "Analyzes the pages as analyze does, and writes no file but the corrections. An\n"
+      "id is wrong if it is 0, stands twice in its system, or is a slip that few\n"
+      "systems have; a cue is if no staff of its system has its id. Ends with status\n"
+      "0; with 1 after a critical message; with 2 on wrong usage.\n\n"
+      "Examples:\n  kivsys suggest PIECE*.MUS\n"
+      "  kivsys suggest PIECE*.MUS -o corrections.csv\n"
+      "  kivsys suggest PIECE*.MUS --layout instruments.csv --json");
+  suggest->callback([&options, &status] {
+    requireSelection("suggest", options.selection);
+    if (options.json && options.out == "-") {
+      throw CLI::ValidationError("suggest", "only one of --json and the corrections can go to standard output");
+    }
+    status = runSuggest(options);
+  });
+}
+
 void addFix(CLI::App& app, FixOptions& options, int& status) {
   CLI::App* fix = app.add_subcommand("fix", "Correct instrument ids in copies of pages, or in the pages");
   CLI::Option* names =
       fix->add_option("--names", options.selection.names, "Names file that lists the pages; - is standard input")
           ->type_name("FILE");
-  names->excludes(fix->add_option("page", options.selection.pages, "Page files")->type_name("PAGE"));
+  names->excludes(fix->add_option("page", options.selection.pages, "Page files, or a folder with all its pages")
+                      ->type_name("PAGE"));
   fix->add_option("--corrections", options.corrections.files, "Table of corrections (CSV); - is standard input")
       ->type_name("FILE")
       ->expected(1)
       ->take_all();
-  fix->add_option("--set", options.sets, "New id for a staff: PIECE001.MUS:3=110")
-      ->type_name("FILE:STAFF=ID")
+  fix->add_option("--set", options.sets, "New id for a staff of a page: PIECE001.MUS:3=110")
+      ->type_name("PAGE:STAFF=ID")
       ->expected(1)
       ->take_all();
   fix->add_option("--map", options.maps, "New id for all staves of an old one, their cues and numbers: 66=6")
@@ -88,11 +120,14 @@ void addUndo(CLI::App& app, UndoOptions& options, int& status) {
   CLI::App* undo = app.add_subcommand("undo", "Undo one run: the last one that wrote into a folder");
   undo->add_option("folder", options.folder, "Folder of the run (default: the current folder)")->type_name("FOLDER");
   undo->add_flag("--dry-run", options.dryRun, "Change nothing; print what would be undone");
+  undo->add_flag("--keep-changed", options.keepChanged,
+                 "Leave files that have changed since as they are, and name them");
   undo->add_flag("--json", options.json, "Print one JSON object and nothing else");
   undo->footer(
       "Takes back the last convert, trace, sort or fix that wrote into the folder, in all folders that it wrote into:\n"
       "removes what it made, and restores what it replaced, with times and modes. Refuses when one of these files has\n"
-      "changed since. Ends with status 0; with 1 when a file cannot be changed; with 2 when there is no such run or a\n"
+      "changed since, unless --keep-changed is given. Ends with status 0; with 1 when a file cannot be changed; with 2 "
+      "when there is no such run or a\n"
       "file has changed; with 4 when another run is at work in one of the folders.\n\nExamples:\n"
       "  kivsys undo\n  kivsys undo --dry-run out");
   undo->callback([&options, &status] { status = runUndo(options); });

@@ -25,7 +25,9 @@ void addReport(CLI::App& app, ReportOptions& options, int& status) {
   addPages(*report, options.selection, "Look for the names file in this folder, too");
   report->add_option("-o,--out,--output", options.out, "HTML file to write; - is standard output")
       ->type_name("FILE.html");
-  report->add_option("--result", options.result, "First result of a conversion, to show systems before and after it")
+  report
+      ->add_option("--result", options.result,
+                   "First result of a conversion, or its folder, to show systems before and after it")
       ->type_name("FILE");
   report
       ->add_option("--corrections", options.corrections,
@@ -47,6 +49,7 @@ void addReport(CLI::App& app, ReportOptions& options, int& status) {
     if (const std::string problem = problemOf(options); !problem.empty()) {
       throw CLI::ValidationError("report", problem);
     }
+    refuseOtherFormat("report", options.out, "HTML");
     status = runReport(options);
   });
 }

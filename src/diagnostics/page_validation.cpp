@@ -33,13 +33,17 @@ std::string withoutTrailingBlanks(const std::string& line) {
   return line.substr(0, line.find_last_not_of(' ') + 1);
 }
 
-/// The message over which a procedure of the program ends it; nullopt when it returns.
+/// The message over which a procedure of the program ends it; nullopt when it returns. The end of the whole run is
+/// passed on.
 template <typename Procedure>
 std::optional<Message> failureOf(Procedure run) {
   try {
     run();
     return std::nullopt;
   } catch (const ProgramEnd& end) {
+    if (end.endsWholeRun()) {
+      throw;
+    }
     return end.message.value_or(Message{});
   }
 }
@@ -199,6 +203,18 @@ PageValidation Validator::validate(const std::string& namesFile) {
 }
 
 }  // namespace
+
+std::string SkippedPage::namedFile() const {
+  return message.location.file.empty() ? files.front() : message.location.file;
+}
+
+std::vector<std::string> SkippedPage::otherFiles() const {
+  const std::string named = namedFile();
+  std::vector<std::string> others;
+  std::copy_if(files.begin(), files.end(), std::back_inserter(others),
+               [&](const std::string& file) { return file != named; });
+  return others;
+}
 
 PageValidation validatePages(const Host& host, const std::string& namesFile) {
   return Validator(host).validate(namesFile);

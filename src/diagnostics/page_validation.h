@@ -15,6 +15,10 @@ struct SkippedPage {
   std::vector<std::string> files;  ///< its files; of a name that is no page, that name
   Message message;                 ///< the critical message; its location names the file that it is about
 
+  /// The file that the message is about; the first one when that is unknown.
+  std::string namedFile() const;
+  /// The other files of the page, which may be whole.
+  std::vector<std::string> otherFiles() const;
   bool operator==(const SkippedPage&) const = default;
 };
 

@@ -51,6 +51,10 @@ Message asCritical(Message message);
 struct ProgramEnd {
   int exitCode = 0;                               ///< 0 after a normal end, 1 after a critical message
   std::optional<Message> message = std::nullopt;  ///< the critical message that is still to be shown
+
+  /// Whether this is the end of the whole run, as a signal asks for it: no procedure has ended it over a message, so
+  /// those who run a procedure on its own pass it on.
+  bool endsWholeRun() const { return exitCode != 0 && !message; }
 };
 
 /// Ends the program over a critical message.

@@ -22,5 +22,7 @@ struct Host {
 /// Runs a procedure of the program, and shows the critical message that ends it. Returns the exit code when the
 /// procedure ended the program, nullopt when it returned.
 std::optional<int> exitCodeOf(User& user, const std::function<void()>& run);
+/// The same for a part of a run, which does not end with it. The end of the whole run is passed on.
+std::optional<int> exitCodeOfPart(User& user, const std::function<void()>& part);
 
 }  // namespace kiv

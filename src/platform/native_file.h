@@ -49,6 +49,9 @@ PathKind kindOf(const std::string& path);
 /// Why the path cannot be read as a file, in the system's words; nullopt when it can be.
 std::optional<std::string> readFailure(const std::string& path);
 
+/// Why the file cannot be written, in the system's words; nullopt when it can be. It stays as it is.
+std::optional<std::string> writeFailure(const std::string& path);
+
 /// Why the folder cannot be listed, in the system's words; nullopt when it can be. Too many open files are no such
 /// reason: they will end the run by themselves.
 std::optional<std::string> listFailure(const std::string& folder);

@@ -95,7 +95,7 @@ class ReportGatherer {
 /// Everything that may end the program. False when it did.
 bool ReportGatherer::analyzePages() {
   ReportData& data = gathered_.data;
-  const bool ended = exitCodeOf(user_, [&] {
+  const bool ended = exitCodeOfPart(user_, [&] {
                        analyze(program_, request_.namesFile, request_.allowZeroId, &facts_);
                        data.chart = makeChart(host_.machine, readReport(files_), request_.allowZeroId);
                        layouts_ = findLayouts(files_, program_.systems, facts_, Places::ofFirstSystems);

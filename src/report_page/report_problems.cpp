@@ -88,10 +88,11 @@ std::size_t ProblemGrouper::indexOf(std::string_view code) const {
 
 void ProblemGrouper::addSkipped(const std::vector<SkippedPage>& pages) {
   for (const SkippedPage& page : pages) {
-    const std::string& file = page.message.location.file;
-    const std::string name = file.empty() ? page.files.front() : file;
-    groupOf(page.message.code, false)
-        .places.push_back({0, placeWords(host_.nameOf(name), "", page.message.location.item)});
+    std::string words = placeWords(host_.nameOf(page.namedFile()), "", page.message.location.item);
+    for (const std::string& file : page.otherFiles()) {
+      words += "; left out with it: " + host_.nameOf(file);
+    }
+    groupOf(page.message.code, false).places.push_back({0, std::move(words)});
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "diagnostics/verdict_words.h"
 #include "messages/codes.h"
 
 namespace kiv::report {
@@ -47,7 +48,7 @@ bool isDamage(const ReportProblem& problem) {
 
 void addDamage(const ReportRequest& request, ReportData& data) {
   data.kind = VerdictKind::damaged;
-  data.headline = counted(data.skipped, "page", "pages") + " cannot be read";
+  data.headline = unreadableWords(data.skipped);
   data.details = data.systems == 0
                      ? "No page could be analyzed."
                      : "The report is about the other pages: " + counted(data.systems, "system", "systems") +
@@ -68,7 +69,7 @@ void addDamage(const ReportRequest& request, ReportData& data) {
 void addProblems(const ReportRequest& request, ReportData& data) {
   const std::size_t count = problemPlaces(data);
   data.kind = VerdictKind::hasProblems;
-  data.headline = counted(count, "problem", "problems") + " must be corrected first";
+  data.headline = problemWords(count);
   data.details = "Until then a conversion may mix up staves. " +
                  (data.deviating + data.severalFiles > 0 ? "Besides, " + differences(data)
                                                          : std::string("The systems have the same layout."));
@@ -86,7 +87,7 @@ void addProblems(const ReportRequest& request, ReportData& data) {
 
 void addConversion(const ReportRequest& request, ReportData& data) {
   data.kind = VerdictKind::needsConversion;
-  data.headline = "The pages need a conversion";
+  data.headline = needConversion;
   data.details = differences(data) + " A conversion writes one page for each system, all with the same instruments.";
   data.next.words = "Convert the pages. The results go into a new folder, the pages stay as they are.";
   data.next.command = "kivsys convert --result converted/WORK0001.MUS" + request.arguments;
@@ -110,7 +111,7 @@ void addEmpty(ReportData& data) {
 
 void addUsable(ReportData& data) {
   data.kind = VerdictKind::usable;
-  data.headline = "The pages can be used as they are";
+  data.headline = canBeUsed;
   data.details = data.systems == 1
                      ? "There is one system."
                      : "All " + std::to_string(data.systems) + " systems have the same instruments in the same order.";

@@ -75,9 +75,13 @@ std::string firstResultFile(Machine& machine, const NamesTable& names) {
 
 void refuseReservedName(const NamesTable& names) {
   const std::string& first = names.name(1);
-  if (first.ends_with(firstResult)) {
+  if (isReservedName(first)) {
     endProgram(messages::reservedName(first));
   }
+}
+
+bool isReservedName(std::string_view name) {
+  return name.ends_with(firstResult);
 }
 
 void analyzePages(KivSystem& program, const AnalysisOptions& options) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "analysis/analysis_observer.h"
 #include "shell/kivsystem.h"
@@ -28,6 +29,8 @@ std::string firstResultFile(Machine& machine, const NamesTable& names);
 
 /// Ends the program over a first input file that is named like a first result.
 void refuseReservedName(const NamesTable& names);
+/// Whether a first page of this name, in upper case, is refused.
+bool isReservedName(std::string_view name);
 
 /// Analyzes the pages of the names table: reports their problems, and writes the report. Anything critical ends the
 /// program; what was written stays.

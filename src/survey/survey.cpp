@@ -131,7 +131,7 @@ std::string PieceSurvey::skipBadPages(const std::vector<std::string>& pages, con
 
 void PieceSurvey::analyzePages(const std::string& namesFile) {
   GroupFacts facts({.instruments = true});
-  if (exitCodeOf(user_, [&] { analyze(program_, namesFile, false, &facts); }).value_or(0) == 0) {
+  if (exitCodeOfPart(user_, [&] { analyze(program_, namesFile, false, &facts); }).value_or(0) == 0) {
     findings_.systems = program_.systems.systemCount();
     findings_.instruments = program_.systems.instrumentCount;
     findings_.consistent = program_.systems.isConsistent();
@@ -202,25 +202,6 @@ std::vector<Piece> piecesOf(Machine& machine, const std::vector<std::string>& na
     pieces.push_back({std::get<0>(key), namesInOrder(files)});
   }
   return pieces;
-}
-
-std::vector<std::string> removeRecovered(Machine& machine, std::vector<std::string>& names) {
-  const std::string_view prefix = recoveredPrefix;
-  std::set<std::string> known;
-  for (const std::string& name : names) {
-    known.insert(machine.upperCase(name));
-  }
-  std::vector<std::string> removed;
-  std::erase_if(names, [&](const std::string& name) {
-    const std::string upper = machine.upperCase(name);
-    const bool isRecovered =
-        upper.starts_with(prefix) && upper.ends_with(".MUS") && known.contains(upper.substr(prefix.size()));
-    if (isRecovered) {
-      removed.push_back(name);
-    }
-    return isRecovered;
-  });
-  return removed;
 }
 
 std::size_t countPages(Machine& machine, const std::vector<std::string>& files) {

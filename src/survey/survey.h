@@ -25,8 +25,19 @@ std::vector<Piece> piecesOf(Machine& machine, const std::vector<std::string>& na
 /// What the name of a recovered page begins with; the name of the damaged page follows.
 inline constexpr const char* recoveredPrefix = "RECOVERED-";
 
+/// What is said of a recovered page after its name.
+inline constexpr const char* recoveredWords = " is left out, as the damaged page is there, too";
+
 /// Removes the recovered pages from the names of one folder whose damaged pages are there, too. Returns them.
 std::vector<std::string> removeRecovered(Machine& machine, std::vector<std::string>& names);
+
+/// Removes the groups of pages of one folder that no analysis accepts, as the name of their first page is reserved for
+/// results. Returns them.
+std::vector<Piece> removeReserved(Machine& machine, std::vector<std::string>& names);
+
+/// Why results among the pages of a folder are left out: "WORK0001.MUS to WORK0002.MUS are left out, as ..."; names
+/// begin with the folder.
+std::string reservedWords(const Piece& results, const std::string& folder);
 
 /// A page that could not be analyzed.
 struct BadPage {

@@ -30,7 +30,7 @@ TEST_F(ConsoleAnalyze, PrintsVerdictAndCounts) {
   EXPECT_EQ(ended.status, 0);
   EXPECT_TRUE(ended.out.starts_with("CONSISTENCY=NO\nMULTIFILE=NO\nFiles: 2\nSystems: 2\nInstruments: 2\nLayouts: "))
       << ended.out;
-  EXPECT_EQ(ended.error, "");
+  EXPECT_EQ(ended.error, "Next: kivsys convert x1.mus x2.mus --result converted/WORK0001.MUS\n");
   EXPECT_EQ(place.read("KivSystem1.TXT"), "CONSISTENCY=NO\r\nMULTIFILE=NO\r\n");
 }
 

@@ -13,6 +13,7 @@ if(NOT WIN32)
     console/error_lines_test.cpp
     console/example_pages.cpp
     console/example_test.cpp
+    console/everyday_mistakes_test.cpp
     console/exit_status_test.cpp
     console/explain_test.cpp
     console/fit_marks_test.cpp
@@ -31,6 +32,7 @@ if(NOT WIN32)
     console/man_and_completions_test.cpp
     console/manners_test.cpp
     console/next_step_test.cpp
+    console/next_results_test.cpp
     console/page_arguments_test.cpp
     console/page_commands_test.cpp
     console/pictures_test.cpp
@@ -40,12 +42,14 @@ if(NOT WIN32)
     console/report_test.cpp
     console/run_program.cpp
     console/running_program.cpp
+    console/result_folders_test.cpp
     console/safe_inputs_test.cpp
     console/safe_outputs_test.cpp
     console/safe_results_test.cpp
     console/safe_selection_test.cpp
     console/signals_test.cpp
     console/sort_test.cpp
+    console/stopped_parts_test.cpp
     console/suggest_test.cpp
     console/survey_bad_pages_test.cpp
     console/survey_command_test.cpp

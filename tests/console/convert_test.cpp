@@ -121,7 +121,7 @@ TEST_F(ConsoleConvert, InputThatQualifiesIsNotConverted) {
   EXPECT_EQ(ended.out, verdictOfOne);
   EXPECT_EQ(ended.error, qualifiesNote +
                              "kivsys: note: no results were written, as the pages can be used without a conversion\n"
-                             "Next: kivsys convert --force PAGE...\n");
+                             "Next: kivsys convert --force x1.mus --result converted/WORK0001.MUS\n");
   EXPECT_EQ(place.read("WORK0001.MUS"), "old");
 }
 

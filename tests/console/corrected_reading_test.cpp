@@ -98,7 +98,7 @@ TEST_F(CorrectedReading, PagesThatAreSkippedNeedNoCorrection) {
   place.write("x2.mus", place.read("x2.mus").substr(0, 50));
   const Ended ended = convert({"--keep-going"});
   EXPECT_EQ(ended.status, 1) << ended.error;
-  EXPECT_NE(ended.out.find("2 pages analysed, 1 skipped: X2.MUS"), std::string::npos) << ended.out;
+  EXPECT_NE(ended.out.find("2 pages analyzed, 1 skipped: X2.MUS"), std::string::npos) << ended.out;
   EXPECT_EQ(filesIn(place.path() / "out"), (Names{"WORK0001.MUS", "WORK0002.MUS"}));
 }
 

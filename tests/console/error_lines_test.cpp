@@ -153,7 +153,7 @@ TEST_F(ErrorLines, SayWhatToDoNextWithPagesThatAreGoodAsTheyAre) {
   expectError({"convert", "x1.mus"},
               qualifiesNote +
                   "kivsys: note: no results were written, as the pages can be used without a conversion\n"
-                  "Next: kivsys convert --force PAGE...\n",
+                  "Next: kivsys convert --force x1.mus --result converted/WORK0001.MUS\n",
               0);
   const Ended forced = place.kivsys({"convert", "--force", "x1.mus"});
   EXPECT_EQ(forced.error.find("Next:"), std::string::npos) << forced.error;

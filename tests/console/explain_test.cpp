@@ -26,7 +26,10 @@ class Explain : public ::testing::Test {
   std::string explained() {
     std::vector<std::string> arguments = {"analyze"};
     arguments.insert(arguments.end(), pages.begin(), pages.end());
-    const std::string out = place.kivsys(arguments).out;
+    std::string out = place.kivsys(arguments).out;
+    if (out.ends_with(".\n")) {  // the sentence that says whether the pages can be used
+      out.resize(out.rfind('\n', out.size() - 2) + 1);
+    }
     return out.substr(std::min(out.find("Layouts: "), out.size()));
   }
 
@@ -39,7 +42,7 @@ TEST_F(Explain, TheExampleAsTheReferenceShowsIt) {
   arguments.insert(arguments.begin(), "analyze");
   const Ended ended = place.kivsys(arguments);
   EXPECT_EQ(ended.out, shownAfter("cli.md", "kivsys analyze SYMPH*.MUS"));
-  EXPECT_EQ(ended.error, "");
+  EXPECT_TRUE(ended.error.starts_with("Next: kivsys convert ")) << ended.error;
 }
 
 TEST_F(Explain, AConsistentPieceInOneLine) {

@@ -55,6 +55,36 @@ TEST_F(ConsoleFix, AMappedIdChangesEverywhereItIsReferredTo) {
   EXPECT_EQ(place.read("f/x2.mus"), page(text("7", "")));
 }
 
+TEST_F(ConsoleFix, WarnsOfIdsThatStandTwiceInASystemNow) {
+  for (const Names& how : {Names{"-o", "f"}, Names{"--dry-run", "-o", "g"}}) {
+    Names command = {"fix", "x1.mus", "x2.mus", "--set", "x1.mus:1=5", "--set", "x2.mus:1=101"};
+    command.insert(command.end(), how.begin(), how.end());
+    const Ended ended = place.kivsys(command);
+    EXPECT_EQ(ended.status, 0);
+    const std::string words =
+        how.front() == "-o" ? "id 101 stands twice in 1 system now" : "id 101 would stand twice in 1 system";
+    EXPECT_NE(ended.error.find("kivsys: warning: " + words + ", first in x2.mus: system 2\n"), std::string::npos)
+        << ended.error;
+  }
+  const Ended ended = place.kivsys({"fix", "x1.mus", "x2.mus", "--map", "0=101", "-o", "h", "--json"});
+  Json all = Json::parse(ended.out);
+  EXPECT_EQ(schemaErrors(all, "fix"), Names());
+  ASSERT_EQ(all["warnings"].size(), 1U) << all;
+  EXPECT_EQ(all["warnings"][0]["text"], "id 101 stands twice in 2 systems now, first in x1.mus: system 1");
+  EXPECT_EQ(all["warnings"][0]["systems"], 2);
+}
+
+TEST_F(ConsoleFix, WarnsOfNoIdThatStoodTwiceBefore) {
+  addPage("x4.mus", "staff 2 at 0 instrument 101\nstaff 1 at 0 instrument 101\nbarline 1 at 0 spans 2\n");
+  const Ended ended = place.kivsys({"fix", "x1.mus", "x4.mus", "--map", "101=7", "--set", "x1.mus:1=9", "-o", "f"});
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_NE(ended.error.find("warning: id 7 stands twice in 1 system now, first in x4.mus"), std::string::npos)
+      << "it is a new id there: " << ended.error;
+  EXPECT_EQ(
+      place.kivsys({"fix", "x1.mus", "x4.mus", "--set", "x1.mus:1=101", "--dry-run", "-o", "g"}).error.find("system 2"),
+      std::string::npos);
+}
+
 TEST_F(ConsoleFix, APageWithoutACorrectionIsCopied) {
   EXPECT_EQ(place.kivsys({"fix", "x1.mus", "x2.mus", "--set", "x1.mus:1=5", "--out", "f"}).status, 0);
   EXPECT_EQ(place.read("f/x2.mus"), place.read("x2.mus"));
@@ -127,7 +157,7 @@ TEST_F(ConsoleFix, WrongUsageIsNamed) {
   EXPECT_EQ(place.kivsys({"fix", "x1.mus", "-o", "f"}).status, 2);
   EXPECT_EQ(place.kivsys({"fix", "x1.mus", "--map", "101=7"}).status, 2);
   EXPECT_EQ(place.kivsys({"fix", "x1.mus", "--map", "101=0", "--set", "x1.mus", "-o", "f"}).error,
-            "kivsys: --set x1.mus: not FILE:STAFF=ID with an id from 1 to 32767\n"
+            "kivsys: --set x1.mus: not PAGE:STAFF=ID with an id from 1 to 32767\n"
             "kivsys: --map 101=0: not OLD=NEW with a new id from 1 to 32767\n");
   EXPECT_EQ(place.kivsys({"fix", "x1.mus", "--map", "40000=5", "-o", "f"}).error,
             "kivsys: --map 40000=5: the old id is no whole number from -32768 to 32767\n");

@@ -35,8 +35,8 @@ TEST_F(KeepGoing, NamesBadPagesAndAnalyzesTheOthers) {
   EXPECT_EQ(ended.status, 1);
   EXPECT_EQ(ended.out,
             "CONSISTENCY=YES\nMULTIFILE=NO\nFiles: 2\nSystems: 2\nInstruments: 1\n"
-            "Layouts: all alike in 2 systems: 101\n"
-            "2 pages analysed, 3 skipped: X;4.MUS, GONE5.MUS, X2.MUS\n");
+            "Layouts: all alike in 2 systems: 101\n3 pages cannot be read.\n"
+            "2 pages analyzed, 3 skipped: X;4.MUS, GONE5.MUS, X2.MUS\n");
   EXPECT_EQ(ended.error,
             "kivsys: X;4.MUS: File naming problem; the form is <letter(s)><digit(s)><optionally one sequence letter>"
             ".<suffix>\n"
@@ -47,11 +47,21 @@ TEST_F(KeepGoing, NamesBadPagesAndAnalyzesTheOthers) {
   EXPECT_EQ(kept, reportWithoutDate()) << "as if the others alone had been selected";
 }
 
+TEST_F(KeepGoing, NamesThePartsOfAPageThatAreLeftOutWithABadOne) {
+  addPage("X1.MUS", good);
+  place.write("X2A.MUS", "no page at all");
+  addPage("X2B.MUS", good);
+  const Ended ended = place.kivsys({"analyze", "--keep-going", "X1.MUS", "X2A.MUS", "X2B.MUS"});
+  EXPECT_TRUE(ended.out.ends_with("1 page analyzed, 1 skipped: X2A.MUS (and with it X2B.MUS)\n")) << ended.out;
+  place.kivsys({"report", "X1.MUS", "X2A.MUS", "X2B.MUS", "-o", "r.html"});
+  EXPECT_NE(place.read("r.html").find("left out with it: X2B.MUS"), std::string::npos);
+}
+
 TEST_F(KeepGoing, WithoutBadPagesItIsAnAnalysisWithASum) {
   addPage("X1.MUS", good);
   const Ended ended = place.kivsys({"analyze", "--keep-going", "X1.MUS"});
   EXPECT_EQ(ended.status, 0);
-  EXPECT_EQ(ended.out, place.kivsys({"analyze", "X1.MUS"}).out + "1 page analysed, 0 skipped\n");
+  EXPECT_EQ(ended.out, place.kivsys({"analyze", "X1.MUS"}).out + "1 page analyzed, 0 skipped\n");
 }
 
 TEST_F(KeepGoing, ANamesFileStaysAsItIs) {
@@ -68,7 +78,7 @@ TEST_F(KeepGoing, OfOnlyBadPagesNothingIsLeft) {
   place.write("KivSystem1.TXT", "old");
   const Ended ended = place.kivsys({"analyze", "--keep-going", "X2.MUS"});
   EXPECT_EQ(ended.status, 1);
-  EXPECT_EQ(ended.out, "0 pages analysed, 1 skipped: X2.MUS\n");
+  EXPECT_EQ(ended.out, "0 pages analyzed, 1 skipped: X2.MUS\n");
   EXPECT_EQ(filesIn(place.path()), std::vector<std::string>{"X2.MUS"});
 }
 
@@ -118,7 +128,7 @@ TEST_F(KeepGoing, ConvertsTheOthers) {
   EXPECT_NE(ended.error.find("kivsys: X2.MUS: item 1: Structural error in MUS file\n"), std::string::npos);
   EXPECT_NE(ended.error.find("kivsys: X;4.MUS: File naming problem"), std::string::npos);
   EXPECT_NE(ended.out.find("PROVED=YES\n"), std::string::npos) << ended.out;
-  EXPECT_TRUE(ended.out.ends_with("\n2 pages analysed, 2 skipped: X;4.MUS, X2.MUS\n")) << ended.out;
+  EXPECT_TRUE(ended.out.ends_with("\n2 pages analyzed, 2 skipped: X;4.MUS, X2.MUS\n")) << ended.out;
   const std::string first = place.read("WORK0001.MUS");
   const std::string second = place.read("WORK0002.MUS");
   EXPECT_EQ(place.read("WORK0003.MUS"), "(no file)");
@@ -141,7 +151,7 @@ TEST_F(KeepGoing, AConversionOfOnlyBadPagesWritesNothing) {
   addPage("X2.MUS", "words 99\n");
   const Ended ended = place.kivsys({"convert", "--keep-going", "--force", "X2.MUS"});
   EXPECT_EQ(ended.status, 1);
-  EXPECT_EQ(ended.out, "0 pages analysed, 1 skipped: X2.MUS\n");
+  EXPECT_EQ(ended.out, "0 pages analyzed, 1 skipped: X2.MUS\n");
   EXPECT_EQ(filesIn(place.path()), std::vector<std::string>{"X2.MUS"});
 }
 
@@ -163,14 +173,14 @@ TEST_F(KeepGoing, ShowsTheOthersInAChart) {
   EXPECT_TRUE(ended.out.starts_with("X: 2 systems on 2 pages, 1 instrument;")) << ended.out;
   EXPECT_NE(ended.out.find("\n    page  1 3\n"), std::string::npos) << ended.out;
   EXPECT_NE(ended.out.find("\nFirst page X1.MUS, last page X3.MUS\n"), std::string::npos) << "no range";
-  EXPECT_TRUE(ended.out.ends_with("2 pages analysed, 1 skipped: X2.MUS\n")) << ended.out;
+  EXPECT_TRUE(ended.out.ends_with("2 pages analyzed, 1 skipped: X2.MUS\n")) << ended.out;
   EXPECT_NE(ended.error.find("kivsys: X2.MUS: item 1: Structural error in MUS file\n"), std::string::npos);
   const Ended drawing = place.kivsys({"chart", "--keep-going", "--out", "chart.svg", "X1.MUS", "X2.MUS", "X3.MUS"});
   EXPECT_EQ(drawing.status, 1);
   EXPECT_NE(place.read("chart.svg").find("X3"), std::string::npos);
   const Ended none = place.kivsys({"chart", "--keep-going", "X2.MUS"});
   EXPECT_EQ(none.status, 1);
-  EXPECT_EQ(none.out, "0 pages analysed, 1 skipped: X2.MUS\n");
+  EXPECT_EQ(none.out, "0 pages analyzed, 1 skipped: X2.MUS\n");
 }
 
 TEST_F(KeepGoing, ListsTheInstrumentsOfTheOthers) {

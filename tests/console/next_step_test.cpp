@@ -25,7 +25,9 @@ class NextStep : public ::testing::Test {
     const Json all = Json::parse(place.kivsys(arguments).out);
     EXPECT_EQ(schemaErrors(all, "analyze"), std::vector<std::string>());
     const std::string next = all["next"].is_null() ? "" : all["next"].get<std::string>();
-    EXPECT_EQ(human.find("Next: ") != std::string::npos, !next.empty()) << human;
+    const bool isNext =
+        human.find("Next: ") != std::string::npos && human.find("Next: kivsys convert ") == std::string::npos;
+    EXPECT_EQ(isNext, !next.empty()) << human;
     EXPECT_TRUE(next.empty() || human.find("Next: " + next + "\n") != std::string::npos) << human;
     return next;
   }
@@ -37,6 +39,30 @@ TEST_F(NextStep, IsNoneWhenNothingIsWrong) {
   addPage("x1.mus", 101, 102);
   addPage("x2.mus", 102, 101);
   EXPECT_EQ(after({"x1.mus", "x2.mus"}), "") << "pages that are not consistent are no problem";
+}
+
+/// What an analysis says to people: whether the pages can be used, and the command line that helps.
+TEST_F(NextStep, OfPagesThatNeedAConversionIsThatConversionForPeople) {
+  addPage("x1.mus", 101, 102);
+  addPage("x2.mus", 102, 101);
+  const Ended ended = place.kivsys({"analyze", "x1.mus", "x2.mus"});
+  EXPECT_TRUE(ended.out.ends_with("\nThe pages need a conversion.\n")) << ended.out;
+  EXPECT_EQ(ended.error, "Next: kivsys convert x1.mus x2.mus --result converted/WORK0001.MUS\n");
+  EXPECT_EQ(place.kivsys({"analyze", "-q", "x1.mus", "x2.mus"}).error, "");
+  const Ended usable = place.kivsys({"analyze", "x1.mus"});
+  EXPECT_TRUE(usable.out.ends_with("\nThe pages can be used as they are.\n")) << usable.out;
+  EXPECT_EQ(usable.error, "");
+  EXPECT_EQ(place.kivsys({"analyze", "--like-panel", "x1.mus"}).out.find("can be used"), std::string::npos);
+}
+
+TEST_F(NextStep, OfPagesWithProblemsIsNoConversion) {
+  addPage("x1.mus", 0, 102);
+  addPage("x2.mus", 0, 0);
+  const Ended ended = place.kivsys({"analyze", "x1.mus", "x2.mus"});
+  EXPECT_TRUE(ended.out.ends_with("\n3 problems must be corrected first.\n")) << ended.out;
+  EXPECT_EQ(ended.error.find("kivsys convert"), std::string::npos) << ended.error;
+  place.kivsys({"report", "x1.mus", "x2.mus", "-o", "r.html"});
+  EXPECT_NE(place.read("r.html").find("3 problems must be corrected first"), std::string::npos) << "in the same words";
 }
 
 TEST_F(NextStep, IsASuggestionForWrongIds) {

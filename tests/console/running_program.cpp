@@ -77,6 +77,15 @@ bool RunningProgram::says(const std::string& line) {
 }
 
 bool RunningProgram::waits() const {
+  return reaches(true);
+}
+
+bool RunningProgram::handlesSignals() const {
+  return reaches(false);
+}
+
+/// Waits until it handles SIGINT, and sleeps if that is wanted. False when it ends before.
+bool RunningProgram::reaches(bool asleep) const {
   constexpr auto pause = std::chrono::milliseconds(2);
   constexpr auto timeLimit = std::chrono::seconds(60);
   const auto deadline = std::chrono::steady_clock::now() + timeLimit;
@@ -94,7 +103,7 @@ bool RunningProgram::waits() const {
     if (state.empty() || state == "Z") {
       return false;
     }
-    if (state == "S" && (handled >> (SIGINT - 1U) & 1U) != 0) {
+    if ((!asleep || state == "S") && (handled >> (SIGINT - 1U) & 1U) != 0) {
       return true;
     }
     std::this_thread::sleep_for(pause);

@@ -22,6 +22,8 @@ class RunningProgram {
   /// Waits until it handles SIGINT and sleeps, as it does when it waits for something outside. False when it ends
   /// before.
   bool waits() const;
+  /// Waits until it handles SIGINT. False when it ends before.
+  bool handlesSignals() const;
   void signal(int number) const;
   /// Gives it this text on its standard input, which ends with it.
   void give(const std::string& text);
@@ -31,6 +33,7 @@ class RunningProgram {
 
  private:
   bool readMore();
+  bool reaches(bool asleep) const;
 
   pid_t child_ = -1;
   int input_ = -1;

@@ -157,6 +157,22 @@ TEST_F(ConsoleSuggest, OfACriticalEndAreNull) {
   EXPECT_EQ(suggest({"x9.mus"}).out, "");
 }
 
+TEST_F(ConsoleSuggest, ATableThatWasEditedIsNotReplaced) {
+  EXPECT_EQ(suggest({"-o", "c.csv"}).status, 0);
+  EXPECT_EQ(suggest({"-o", "c.csv"}).status, 0) << "it is the same";
+  const std::string edited = place.read("c.csv") + "x1.mus,1,1,,staff,zero,,7,sure,mine\n";
+  place.write("c.csv", edited);
+  const Ended ended = suggest({"-o", "c.csv"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_NE(ended.error.find("c.csv exists and has other corrections, perhaps your own; name another file, or replace "
+                             "it with --force\n"),
+            std::string::npos)
+      << ended.error;
+  EXPECT_EQ(place.read("c.csv"), edited);
+  EXPECT_EQ(suggest({"-o", "c.csv", "--force"}).status, 0);
+  EXPECT_NE(place.read("c.csv"), edited);
+}
+
 TEST_F(ConsoleSuggest, WrongUsageIsRefused) {
   EXPECT_EQ(place.kivsys({"suggest"}).status, 2);
   EXPECT_EQ(suggest({"--json", "-o", "-"}).status, 2);
@@ -172,9 +188,11 @@ TEST_F(ConsoleSuggest, TheHelpFitsEightyColumns) {
 
 TEST_F(ConsoleSuggest, SaysWhatCanBeDoneWithTheTableThatIsWritten) {
   const std::string pages = " x1.mus x2.mus x3.mus x4.mus x5.mus x6.mus x7.mus x8.mus --corrections c.csv";
-  EXPECT_TRUE(suggest({"-o", "c.csv"})
-                  .error.ends_with("Next: kivsys convert" + pages + "\n  or: kivsys fix" + pages + " -o fixed\n"));
-  EXPECT_EQ(Json::parse(suggest({"-o", "c.csv", "--json"}).out)["next"], "kivsys convert" + pages);
+  const std::string result = " --result converted/WORK0001.MUS";
+  EXPECT_TRUE(
+      suggest({"-o", "c.csv"})
+          .error.ends_with("Next: kivsys convert" + pages + result + "\n  or: kivsys fix" + pages + " -o fixed\n"));
+  EXPECT_EQ(Json::parse(suggest({"-o", "c.csv", "--json"}).out)["next"], "kivsys convert" + pages + result);
   EXPECT_EQ(Json::parse(suggest({"--json"}).out)["next"], nullptr) << "no table is written";
   EXPECT_EQ(suggest({"-o", "-"}).error.find("Next:"), std::string::npos);
   EXPECT_EQ(suggest({"--corrections", "c.csv", "-o", "d.csv"}).error.find("Next:"), std::string::npos)

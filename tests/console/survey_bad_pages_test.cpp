@@ -9,7 +9,8 @@ namespace kiv::test {
 namespace {
 
 const std::string head =
-    "folder,prefix,pages,systems,instruments,consistent,multifile,problems,files,names,bad_pages\n";
+    "folder,prefix,pages,systems,instruments,consistent,multifile,problems,files,names,bad_pages,needs_conversion,"
+    "reasons\n";
 
 /// Surveys of pieces with pages that cannot be analyzed.
 class SurveyOfBadPages : public ::testing::Test {
@@ -33,8 +34,11 @@ TEST_F(SurveyOfBadPages, NamesThem) {
   place.write("lib/A2.MUS", "broken");
   place.write("lib/A3A.MUS", duo);
   place.write("lib/A3B.MUS", "broken");
-  EXPECT_EQ(survey(), head + "lib,A,3,-,-,-,-,1,4,,A2.MUS\n");
-  EXPECT_EQ(survey({"--csv", "--keep-going"}), head + "lib,A,3,1,1,yes,no,2,4,,\"A2.MUS, A3B.MUS, A3A.MUS\"\n");
+  EXPECT_EQ(survey(), head + "lib,A,3,-,-,-,-,1,4,,A2.MUS,-,A2.MUS (item 1: Structural error in MUS file)\n");
+  EXPECT_EQ(survey({"--csv", "--keep-going"}), head +
+                                                   "lib,A,3,1,1,yes,no,2,4,,\"A2.MUS, A3B.MUS, A3A.MUS\",no,"
+                                                   "\"A2.MUS (item 1: Structural error in MUS file), A3B.MUS, A3A.MUS "
+                                                   "(item 1: Structural error in MUS file)\"\n");
   EXPECT_EQ(
       survey({"--keep-going"}),
       "folder  prefix  pages  systems  instruments  consistent  multifile  convert  problems  files  names, bad pages\n"
@@ -61,8 +65,10 @@ TEST_F(SurveyOfBadPages, TriesThemAgain) {
   place.write("lib/A1.MUS", solo);
   place.write("lib/A2.MUS", "broken");
   const std::vector<std::string> resumed = {"--csv", "--keep-going", "--resume", "state"};
-  EXPECT_EQ(survey(resumed), head + "lib,A,2,1,1,yes,no,1,2,,A2.MUS\n");
-  EXPECT_EQ(survey({"--csv", "--resume", "state"}), head + "lib,A,2,-,-,-,-,1,2,,A2.MUS\n");
+  EXPECT_EQ(survey(resumed),
+            head + "lib,A,2,1,1,yes,no,1,2,,A2.MUS,no,A2.MUS (item 1: Structural error in MUS file)\n");
+  EXPECT_EQ(survey({"--csv", "--resume", "state"}),
+            head + "lib,A,2,-,-,-,-,1,2,,A2.MUS,-,A2.MUS (item 1: Structural error in MUS file)\n");
 }
 
 }  // namespace

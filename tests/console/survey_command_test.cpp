@@ -23,7 +23,8 @@ namespace {
 namespace fs = std::filesystem;
 
 const std::string head =
-    "folder,prefix,pages,systems,instruments,consistent,multifile,problems,files,names,bad_pages\n";
+    "folder,prefix,pages,systems,instruments,consistent,multifile,problems,files,names,bad_pages,needs_conversion,"
+    "reasons\n";
 
 class SurveyCommand : public ::testing::Test {
  protected:
@@ -55,8 +56,8 @@ TEST_F(SurveyCommand, WalksThroughAllFolders) {
   place.write("lib/deep/notes.txt", "no page");
   place.write("other/C1.MUS", duo);
   EXPECT_EQ(survey({"other", "--csv"}), head +
-                                            "lib,A,1,1,1,yes,no,0,1,,\nlib,B,1,1,1,yes,no,0,1,,\n"
-                                            "lib/deep/down,A,2,2,2,no,no,0,2,,\nother,C,1,1,2,yes,no,0,1,,\n");
+                                            "lib,A,1,1,1,yes,no,0,1,,,no,\nlib,B,1,1,1,yes,no,0,1,,,no,\n"
+                                            "lib/deep/down,A,2,2,2,no,no,0,2,,,yes,\nother,C,1,1,2,yes,no,0,1,,,no,\n");
 }
 
 TEST_F(SurveyCommand, StrangeNamesAreNoObstacle) {
@@ -69,9 +70,12 @@ TEST_F(SurveyCommand, StrangeNamesAreNoObstacle) {
   EXPECT_EQ(survey(),
             head +
                 "lib/ two  blanks "
-                ",\xC3\x84\xC3\x9F\x31.MUS,1,-,-,-,-,1,1,,\xC3\x84\xC3\x9F\x31.MUS\nlib/100%,$-_,1,1,1,yes,no,0,1,,\n"
-                "lib/BACH,PIECE,1,1,2,yes,no,0,1,,\nlib/Bach,PIECE,1,1,1,yes,no,0,1,,\n"
-                "\"lib/a \"\"b\"\", c\",X,1,1,1,yes,no,0,1,,\n\"lib/line\nend\",A,1,-,-,-,-,1,1,,\n");
+                ",\xC3\x84\xC3\x9F\x31.MUS,1,-,-,-,-,1,1,,\xC3\x84\xC3\x9F\x31.MUS,-,\xC3\xA4\xC3\x9F\x31.mus "
+                "(File naming problem; the form is <letter(s)><digit(s)><optionally one sequence "
+                "letter>.<suffix>)\nlib/100%,$-_,1,1,1,yes,no,0,1,,,no,\n"
+                "lib/BACH,PIECE,1,1,2,yes,no,0,1,,,no,\nlib/Bach,PIECE,1,1,1,yes,no,0,1,,,no,\n"
+                "\"lib/a \"\"b\"\", c\",X,1,1,1,yes,no,0,1,,,no,\n\"lib/line\nend\",A,1,-,-,-,-,1,1,,,-,"
+                "A page file whose name holds a line end cannot be listed in a names file\n");
 }
 
 TEST_F(SurveyCommand, ATableHasALineForEachPieceWhateverItsName) {
@@ -90,12 +94,12 @@ TEST_F(SurveyCommand, ATableHasALineForEachPieceWhateverItsName) {
 TEST_F(SurveyCommand, BadPiecesDoNotStopIt) {
   place.write("lib/A1.MUS", "broken");
   place.write("lib/README.MUS", "no page");
-  place.write("lib/WORK0001.MUS", solo);
   place.write("lib/Z1.MUS", page("staff 1 at 0 lines 5\nbarline 1 at 0 spans 1\n"));
   EXPECT_EQ(survey(), head +
-                          "lib,A,1,-,-,-,-,1,1,,A1.MUS\nlib,README.MUS,1,-,-,-,-,1,1,,README.MUS\nlib,WORK,1,-,-,-,-,1,"
-                          "1,,WORK0001.MUS\n"
-                          "lib,Z,1,1,1,yes,no,1,1,,\n");
+                          "lib,A,1,-,-,-,-,1,1,,A1.MUS,-,A1.MUS (item 1: Structural error in MUS file)\n"
+                          "lib,README.MUS,1,-,-,-,-,1,1,,README.MUS,-,README.MUS (File naming problem; the form is "
+                          "<letter(s)><digit(s)><optionally one sequence letter>.<suffix>)\n"
+                          "lib,Z,1,1,1,yes,no,1,1,,,no,\n");
 }
 
 TEST_F(SurveyCommand, JsonHasTheProblemsInWords) {
@@ -128,7 +132,7 @@ TEST_F(SurveyCommand, NothingIsWrittenIntoTheLibrary) {
 TEST_F(SurveyCommand, LinksToFoldersAreNotFollowed) {
   place.write("lib/A1.MUS", solo);
   fs::create_directory_symlink("..", place.path() / "lib" / "up");
-  EXPECT_EQ(survey(), head + "lib,A,1,1,1,yes,no,0,1,,\n");
+  EXPECT_EQ(survey(), head + "lib,A,1,1,1,yes,no,0,1,,,no,\n");
 }
 
 TEST_F(SurveyCommand, ManyWorkersGiveTheLinesOfOne) {
@@ -151,11 +155,14 @@ TEST_F(SurveyCommand, AFinishedPieceIsReadFromTheStateUntilItChanges) {
     state.replace(at, 12, "\"systems\":77,");
   }
   place.write("state", state);
-  EXPECT_EQ(survey({"--csv", "--resume", "state"}), head + "lib,A,1,77,1,yes,no,0,1,,\nlib,B,1,77,1,yes,no,0,1,,\n");
+  EXPECT_EQ(survey({"--csv", "--resume", "state"}),
+            head + "lib,A,1,77,1,yes,no,0,1,,,no,\nlib,B,1,77,1,yes,no,0,1,,,no,\n");
   place.write("lib/B1.MUS", duo);
-  EXPECT_EQ(survey({"--csv", "--resume", "state"}), head + "lib,A,1,77,1,yes,no,0,1,,\nlib,B,1,1,2,yes,no,0,1,,\n");
+  EXPECT_EQ(survey({"--csv", "--resume", "state"}),
+            head + "lib,A,1,77,1,yes,no,0,1,,,no,\nlib,B,1,1,2,yes,no,0,1,,,no,\n");
   fs::last_write_time(place.path() / "lib/A1.MUS", fs::file_time_type::clock::now() - std::chrono::hours(1));
-  EXPECT_EQ(survey({"--csv", "--resume", "state"}), head + "lib,A,1,1,1,yes,no,0,1,,\nlib,B,1,1,2,yes,no,0,1,,\n");
+  EXPECT_EQ(survey({"--csv", "--resume", "state"}),
+            head + "lib,A,1,1,1,yes,no,0,1,,,no,\nlib,B,1,1,2,yes,no,0,1,,,no,\n");
 }
 
 TEST_F(SurveyCommand, AStateThatWasCutShortIsUsedAsFarAsItGoes) {
@@ -260,7 +267,7 @@ TEST_F(SurveyCommand, AfterAnInterruptFinishedLinesAreKeptAndAnotherRunContinues
   const auto lines = std::count(run.out().begin(), run.out().end(), '\n') - 1;
   EXPECT_GT(lines, 0);
   EXPECT_LT(lines, pieces);
-  EXPECT_TRUE(run.out().ends_with(",1,1,1,yes,no,0,1,,\n"));
+  EXPECT_TRUE(run.out().ends_with(",1,1,1,yes,no,0,1,,,no,\n"));
   EXPECT_EQ(place.read("error"), "kivsys: interrupted with " + std::to_string(lines) + " of 600 pieces\n");
   std::string state = place.read("state");
   EXPECT_EQ(std::count(state.begin(), state.end(), '\n'), 1 + lines);

@@ -139,10 +139,14 @@ TEST_F(SurveyManners, FoldersAndPiecesAreInNaturalOrder) {
   for (const char* name : {"lib/piece10/A1.MUS", "lib/piece6/A1.MUS", "lib/OP10X1.MUS", "lib/OP6X1.MUS"}) {
     place.write(name, solo);
   }
+  const std::string naming =
+      " (File naming problem; the form is <letter(s)><digit(s)><optionally one sequence letter>.<suffix>)\n";
   EXPECT_EQ(survey({"--csv"}).out,
-            "folder,prefix,pages,systems,instruments,consistent,multifile,problems,files,names,bad_pages\n"
-            "lib,OP6X1.MUS,1,-,-,-,-,1,1,,OP6X1.MUS\nlib,OP10X1.MUS,1,-,-,-,-,1,1,,OP10X1.MUS\n"
-            "lib/piece6,A,1,1,1,yes,no,0,1,,\nlib/piece10,A,1,1,1,yes,no,0,1,,\n");
+            "folder,prefix,pages,systems,instruments,consistent,multifile,problems,files,names,bad_pages,needs_"
+            "conversion,reasons\n"
+            "lib,OP6X1.MUS,1,-,-,-,-,1,1,,OP6X1.MUS,-,OP6X1.MUS" +
+                naming + "lib,OP10X1.MUS,1,-,-,-,-,1,1,,OP10X1.MUS,-,OP10X1.MUS" + naming +
+                "lib/piece6,A,1,1,1,yes,no,0,1,,,no,\nlib/piece10,A,1,1,1,yes,no,0,1,,,no,\n");
 }
 
 TEST_F(SurveyManners, ALastLineCountsThePiecesAndThoseThatNeedAConversion) {
@@ -172,6 +176,35 @@ TEST_F(SurveyManners, TheExitStatusSaysOnRequestWhetherAPieceNeedsAConversion) {
   place.write("lib/A2.MUS", duo);
   EXPECT_EQ(survey({"--exit-code"}).status, 3);
   EXPECT_EQ(survey().status, 0);
+}
+
+TEST_F(SurveyManners, CommaSeparatedValuesSayWhatNeedsAConversionAndWhy) {
+  place.write("lib/A1.MUS", solo);
+  place.write("lib/A2.MUS", duo);
+  place.write("lib/B1.MUS", solo);
+  place.write("lib/B3.MUS", "broken");
+  const std::string csv = survey({"--csv"}).out;
+  EXPECT_NE(csv.find(",bad_pages,needs_conversion,reasons\n"), std::string::npos) << csv;
+  EXPECT_NE(csv.find(",,yes,\n"), std::string::npos) << csv;
+  EXPECT_NE(csv.find(",B3.MUS,-,\"B3.MUS (item 1: Structural error in MUS file), no page 2 between B1.MUS and "
+                     "B3.MUS\"\n"),
+            std::string::npos)
+      << csv;
+}
+
+TEST_F(SurveyManners, AFolderInAnotherOneThatIsNamedCountsOnce) {
+  place.write("lib/A1.MUS", solo);
+  place.write("lib/inner/B1.MUS", solo);
+  const std::string out = place.kivsys({"survey", "lib/inner", "lib", "lib"}).out;
+  EXPECT_TRUE(out.ends_with("\n2 pieces, 0 need a conversion, 0 bad\n")) << out;
+}
+
+TEST_F(SurveyManners, ThePageOfALibraryHasEachMessageOnOneLine) {
+  place.write("lib/A1.MUS", page("staff 1 at 0\nbarline 1 at 0 spans 1\n"));
+  survey({"--html", "library.html"});
+  const std::string html = place.read("library.html");
+  EXPECT_NE(html.find("A1"), std::string::npos);
+  EXPECT_EQ(html.find("\\r\\n"), std::string::npos) << html.substr(html.find("\\r\\n") - 200, 300);
 }
 
 TEST_F(SurveyManners, TheExitStatusSaysOnRequestWhetherAPieceIsBad) {

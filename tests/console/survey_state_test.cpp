@@ -121,29 +121,29 @@ TEST_F(SurveyState, EntriesThatCannotBeAreNotUsed) {
 TEST_F(SurveyState, WhatEndedAnAnalysisIsTriedAgain) {
   place.write("lib/A1.MUS", std::string(duo.size(), 'x'));
   setAge("lib/A1.MUS", 1h);
-  EXPECT_EQ(lines(), "lib,A,1,-,-,-,-,1,1,,A1.MUS\n");
+  EXPECT_EQ(lines(), "lib,A,1,-,-,-,-,1,1,,A1.MUS,-,A1.MUS (item 1: Structural error in MUS file)\n");
   place.write("lib/A1.MUS", duo);
   setAge("lib/A1.MUS", 1h);
-  EXPECT_EQ(lines(), "lib,A,1,1,2,yes,no,0,1,,\n");
+  EXPECT_EQ(lines(), "lib,A,1,1,2,yes,no,0,1,,,no,\n");
 }
 
 TEST_F(SurveyState, APageThatChangedWithinTheTimeOfItsDiskIsNoticed) {
   place.write("lib/A1.MUS", duo);
   setAge("lib/A1.MUS", 0s);
-  EXPECT_EQ(lines(), "lib,A,1,1,2,yes,no,0,1,,\n");
+  EXPECT_EQ(lines(), "lib,A,1,1,2,yes,no,0,1,,,no,\n");
   place.write("lib/A1.MUS", twice);
   ASSERT_EQ(twice.size(), duo.size());
   setAge("lib/A1.MUS", 0s);
-  EXPECT_EQ(lines(), "lib,A,1,1,1,yes,no,1,1,,\n");
+  EXPECT_EQ(lines(), "lib,A,1,1,1,yes,no,1,1,,,no,\n");
 }
 
 TEST_F(SurveyState, OnlyPagesThatHaveJustChangedAreReadAgain) {
   place.write("lib/A1.MUS", duo);
   setAge("lib/A1.MUS", 60s);
-  EXPECT_EQ(lines(), "lib,A,1,1,2,yes,no,0,1,,\n");
+  EXPECT_EQ(lines(), "lib,A,1,1,2,yes,no,0,1,,,no,\n");
   EXPECT_EQ(place.read("state").find("sha256"), std::string::npos);
   setAge("lib/A1.MUS", -60s);  // a clock that is ahead
-  EXPECT_EQ(lines(), "lib,A,1,1,2,yes,no,0,1,,\n");
+  EXPECT_EQ(lines(), "lib,A,1,1,2,yes,no,0,1,,,no,\n");
   EXPECT_NE(place.read("state").find("sha256"), std::string::npos);
 }
 
@@ -153,7 +153,7 @@ TEST_F(SurveyState, FoldersWhoseNamesAreNoTextStayDifferent) {
     setAge(std::string(folder) + "/A1.MUS", 60s);
   }
   const std::string expected = lines();
-  EXPECT_EQ(expected, "lib/\xE4,A,1,1,2,yes,no,0,1,,\nlib/\xF6,A,1,1,1,yes,no,1,1,,\n");
+  EXPECT_EQ(expected, "lib/\xE4,A,1,1,2,yes,no,0,1,,,no,\nlib/\xF6,A,1,1,1,yes,no,1,1,,,no,\n");
   EXPECT_EQ(lines(), expected);
 }
 

@@ -151,8 +151,9 @@ TEST_F(Undo, AFileThatHasChangedSinceRefusesAll) {
   const Ended ended = place.kivsys({"undo"});
   EXPECT_EQ(ended.status, 2);
   EXPECT_EQ(ended.out, "");
-  EXPECT_EQ(ended.error, "kivsys: " + path("out/WORK0002.MUS") + " has changed since\nkivsys: " +
-                             path("KivSystem1.TXT") + " has changed since\nkivsys: nothing is undone\n");
+  EXPECT_EQ(ended.error, "kivsys: " + path("out/WORK0002.MUS") +
+                             " has changed since\nkivsys: " + path("KivSystem1.TXT") +
+                             " has changed since\nkivsys: nothing is undone\nNext: kivsys undo --keep-changed\n");
   EXPECT_EQ(snapshot(), before);
 }
 

@@ -60,8 +60,8 @@ TEST_F(Kivsys, PrintsVerdictAndCounts) {
   EXPECT_EQ(ended.out,
             "CONSISTENCY=NO\r\nMULTIFILE=NO\r\nFiles: 2\r\nSystems: 2\r\nInstruments: 2\r\n"
             "Layouts: 2 in 2 systems\r\n  A: system 1 (X1.MUS)\r\n     101, 102\r\n"
-            "  B: system 2 (X2.MUS)\r\n     A without 102\r\n");
-  EXPECT_EQ(ended.error, "");
+            "  B: system 2 (X2.MUS)\r\n     A without 102\r\nThe pages need a conversion.\r\n");
+  EXPECT_EQ(ended.error, "Next: kivsys convert X1.MUS X2.MUS --result converted/WORK0001.MUS\r\n");
   EXPECT_EQ(readFileContent("KivSystem1.TXT"), "CONSISTENCY=NO\r\nMULTIFILE=NO\r\n");
 }
 
@@ -158,9 +158,12 @@ TEST_F(Kivsys, AFolderStandsForItsPagesInNaturalOrder) {
     const std::string report = readFileContent("KivSystem2.TXT");
     EXPECT_LT(report.find("* X2.MUS"), report.find("* X10.MUS")) << arguments;
   }
-  EXPECT_EQ(kivsys("analyze SUB").error, "");
-  EXPECT_EQ(kivsys("analyze SUB\\X10.MUS SUB\\X2.MUS").error,
-            "kivsys: note: the pages are taken in natural order: X2.MUS, X10.MUS; --keep-order keeps theirs\r\n");
+  EXPECT_EQ(kivsys("analyze SUB").error,
+            "kivsys: note: no pages 3 to 9 between X2.MUS and X10.MUS\r\n"
+            "Next: kivsys convert SUB --result converted/WORK0001.MUS\r\n");
+  EXPECT_TRUE(kivsys("analyze SUB\\X10.MUS SUB\\X2.MUS")
+                  .error.starts_with("kivsys: note: the pages are taken in natural order: X2.MUS, X10.MUS; "
+                                     "--keep-order keeps theirs\r\n"));
   writeFile("SUB\\Y1.MUS", page(flute));
   const Ended several = kivsys("analyze SUB");
   EXPECT_EQ(several.status, 2);

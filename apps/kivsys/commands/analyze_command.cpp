@@ -1,6 +1,7 @@
 #include "apps/kivsys/commands/analyze_command.h"
 
 #include <optional>
+#include <utility>
 
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/valid_pages.h"
@@ -10,6 +11,7 @@
 #include "apps/kivsys/output/next_step.h"
 #include "apps/kivsys/safety/input_files.h"
 #include "apps/kivsys/selection/selection.h"
+#include "diagnostics/verdict_words.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
@@ -54,10 +56,13 @@ class AnalyzeRun {
  private:
   AnalysisOutput analyzePages(const Host& host, const std::string& namesFile, const ValidPages* pages);
   int statusOf(const AnalysisOutput& output) const;
+  void addNext(AnalysisOutput& output);
+  std::string usabilityOf(const AnalysisOutput& output, const std::vector<Problem>& problems) const;
 
   ConsoleHost& console_;
   const AnalyzeOptions& options_;
-  bool isRefused_ = false;  // by --strict
+  bool isRefused_ = false;      // by --strict
+  bool isNextPrinted_ = false;  // the command line that helps, with the message about a page
 };
 
 AnalysisOutput AnalyzeRun::analyzePages(const Host& host, const std::string& namesFile, const ValidPages* pages) {
@@ -78,10 +83,24 @@ AnalysisOutput AnalyzeRun::analyzePages(const Host& host, const std::string& nam
   if (output.layouts) {
     output.instruments = group.instruments();
   }
+  std::vector<Problem> problems = problemsOf(console_.system(), output.outcome);
   if (details) {
-    output.problems = problemsOf(console_.system(), output.outcome);
+    output.problems = std::move(problems);
+  } else if (output.outcome.normalEnd && !options_.selection.likePanel) {
+    output.usability = usabilityOf(output, problems);
   }
   return output;
+}
+
+/// The headline of a report about the same pages.
+std::string AnalyzeRun::usabilityOf(const AnalysisOutput& output, const std::vector<Problem>& problems) const {
+  if (output.pages != nullptr && output.pages->anySkipped()) {
+    return unreadableWords(output.pages->skippedCount());
+  }
+  if (!problems.empty()) {
+    return problemWords(problems.size());
+  }
+  return std::string(output.outcome.qualifies() ? canBeUsed : needConversion);
 }
 
 int AnalyzeRun::statusOf(const AnalysisOutput& output) const {
@@ -92,7 +111,25 @@ int AnalyzeRun::statusOf(const AnalysisOutput& output) const {
   return isUnusable ? exit_status::notUsable : exit_status::normal;
 }
 
+/// The command line that helps with a problem; for people, also the one that converts the pages when nothing but that
+/// is to be done.
+void AnalyzeRun::addNext(AnalysisOutput& output) {
+  if (options_.selection.likePanel) {
+    return;
+  }
+  output.next = stepForPage(output.outcome, [this](const std::string& name) { return console_.user().nameOf(name); });
+  isNextPrinted_ = output.next.has_value();
+  output.next = output.next ? output.next : stepForGroup(output.outcome, output.layouts, options_.selection);
+  if (!output.next && output.usability == needConversion && canRepeat(options_.selection)) {
+    output.next = "kivsys convert" + selectionArguments(options_.selection) +
+                  (options_.allowZeroId ? " --allow-zero-id" : "") + newResultArgument(console_.system());
+  }
+}
+
 int AnalyzeRun::run(const std::string& namesFile) {
+  if (!options_.selection.likePanel && !options_.json && !options_.jsonl) {
+    console_.user().printNotes(gapNotes(console_.system()));
+  }
   std::optional<ValidPages> pages;
   if (options_.keepGoing) {
     pages.emplace(console_, namesFile);
@@ -107,12 +144,7 @@ int AnalyzeRun::run(const std::string& namesFile) {
   if (isRefused_) {
     printError("nothing is written, as there are warnings or problems and --strict is given");
   }
-  bool isNextPrinted = false;
-  if (!options_.selection.likePanel) {
-    output.next = stepForPage(output.outcome, [this](const std::string& name) { return console_.user().nameOf(name); });
-    isNextPrinted = output.next.has_value();
-    output.next = output.next ? output.next : stepForGroup(output.outcome, output.layouts, options_.selection);
-  }
+  addNext(output);
   const int status = statusOf(output);
   if (options_.jsonl) {
     return printOutcome(asJsonLines(output), status);
@@ -121,7 +153,7 @@ int AnalyzeRun::run(const std::string& namesFile) {
     return printOutcome(asJson(output), status);
   }
   const int printed = printOutcome(asText(console_.system(), output), status);
-  if (output.next && !isNextPrinted) {
+  if (output.next && !isNextPrinted_) {
     console_.user().printNotes("Next: " + printable(*output.next) + "\n");
   }
   return printed;

@@ -231,6 +231,9 @@ int convertNames(ConsoleHost& console, const ConvertOptions& options, const Resu
   OverlayFiles overlay(console.system(), console.system());
   std::optional<ValidPages> pages;
   console.user().printNotes(plan.listed.notes(console.system()));
+  if (!options.selection.likePanel && !options.json) {
+    console.user().printNotes(gapNotes(console.system()));
+  }
   if (options.keepGoing) {
     pages.emplace(console, namesFile);
   }
@@ -240,7 +243,8 @@ int convertNames(ConsoleHost& console, const ConvertOptions& options, const Resu
                  pages ? &*pages : nullptr, refusal.isRefused);
   const ConvertOutput output = run.run(converted, plan.firstResultFile, refusal.overMusic);
   if (!options.selection.likePanel && !output.refused) {
-    console.user().printNotes(options.dryRun ? dryRunNote(output, options, plan) : noResultsNote(output.outcome));
+    console.user().printNotes(options.dryRun ? dryRunNote(output, options, plan)
+                                             : noResultsNote(console.system(), output.outcome, options));
   }
   return print(output, options.json);
 }
@@ -249,6 +253,7 @@ int convertNames(ConsoleHost& console, const ConvertOptions& options, const Resu
 
 int runConvert(const ConvertOptions& typed) {
   ConvertOptions options = typed;
+  options.result = typed.selection.likePanel ? typed.result : resultIn(typed.result);
   ConsoleHost console(options.selection.likePanel ? Guard::off : Guard::on);
   if (options.json) {
     console.user().hideProgress();

@@ -4,6 +4,7 @@
 
 #include "apps/kivsys/commands/fix_requests.h"
 #include "apps/kivsys/commands/run_outcome.h"
+#include "apps/kivsys/corrections/doubled_ids.h"
 #include "apps/kivsys/corrections/planned_pages.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/layout/layout_table.h"
@@ -42,7 +43,7 @@ class FixRun {
   std::vector<std::string> refusals(const SelectedPages& pages);
   /// The folders that the run writes into.
   std::vector<std::string> writtenFolders(const SelectedPages& pages);
-  int run();
+  int run(const std::string& namesFile);
 
  private:
   std::vector<std::string> refusalsInPlace(const SelectedPages& pages);
@@ -197,7 +198,8 @@ std::vector<std::string> FixRun::plan() {
   }
   report_.undecided = requests.undecided;
   report_.leftOut = requests.leftOut;
-  return planPages(system_, requests, pages_);
+  auto reasons = planPages(system_, requests, pages_);
+  return reasons.empty() && options_.inPlace ? refusalsToWrite(pages_) : reasons;
 }
 
 /// A page that takes its own place is written only when it changes.
@@ -248,7 +250,7 @@ bool FixRun::reportChanges() {
   return true;
 }
 
-int FixRun::run() {
+int FixRun::run(const std::string& namesFile) {
   if (!readPages()) {
     return exit_status::critical;
   }
@@ -256,6 +258,7 @@ int FixRun::run() {
     return refuse(reasons);
   }
   report_.dryRun = options_.dryRun;
+  report_.doubled = newlyDoubled(console_, namesFile, pages_);
   report_.all = pages_.size();
   done_ = pages_.size();
   if (!options_.dryRun) {
@@ -272,7 +275,9 @@ int FixRun::run() {
   }
   report_.normalEnd = reportChanges() && report_.normalEnd;
   const auto shownName = [&](const std::string& path) { return system_.shownName(NativeSystem::coreName(path)); };
-  return printOutcome(options_.json ? asJson(report_) : asText(report_, shownName),
+  const auto nameOf = [&](const std::string& name) { return system_.shownName(name); };
+  console_.user().printNotes(options_.json ? "" : warningLines(report_, nameOf));
+  return printOutcome(options_.json ? asJson(report_, nameOf) : asText(report_, shownName),
                       report_.normalEnd ? exit_status::normal : exit_status::critical);
 }
 
@@ -284,10 +289,12 @@ int runFix(const FixOptions& options) {
   useJournal(console.system(), journal, !options.noUndo && !options.dryRun);
   FixRun fix(console, options);
   SelectionUse use{FolderUse::read, false, [&](const SelectedPages& pages) { return fix.refusals(pages); }, {}};
+  use.usesPagesOnce = true;
   if (!options.dryRun) {
     use.writtenFolders = [&](const SelectedPages& pages) { return fix.writtenFolders(pages); };
   }
-  return runOnSelection(console, options.selection, use, [&](const std::string&) { return fix.run(); });
+  return runOnSelection(console, options.selection, use,
+                        [&](const std::string& namesFile) { return fix.run(namesFile); });
 }
 
 }  // namespace kiv

@@ -13,7 +13,7 @@ namespace kiv {
 struct FixOptions {
   Selection selection;
   TableOptions corrections;
-  std::vector<std::string> sets;  ///< FILE:STAFF=ID
+  std::vector<std::string> sets;  ///< PAGE:STAFF=ID
   std::vector<std::string> maps;  ///< OLD=NEW
   std::string out;                ///< the folder of the corrected pages
   bool inPlace = false;           ///< write over the pages themselves, which can be undone

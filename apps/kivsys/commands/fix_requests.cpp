@@ -26,14 +26,14 @@ bool isElsewhere(ConsoleSystem& system, const std::string& file) {
                       [&](const FoundFile& page) { return identity && identityOf(page.path) == identity; });
 }
 
-/// FILE:STAFF=ID, of which the file may have colons. An error, if there is one, is added to the requests.
+/// PAGE:STAFF=ID, of which the file may have colons. An error, if there is one, is added to the requests.
 std::optional<repair::IdRequest> requestIn(ConsoleSystem& system, const std::string& text,
                                            std::vector<std::string>& errors) {
   const auto refuse = [&](const std::string& reason) {
     errors.push_back("--set " + text + ": " + reason);
     return std::nullopt;
   };
-  const std::string expected = "not FILE:STAFF=ID with an id from 1 to 32767";
+  const std::string expected = "not PAGE:STAFF=ID with an id from 1 to 32767";
   const std::size_t equals = text.rfind('=');
   const std::size_t colon = text.rfind(':', equals);
   if (equals == std::string::npos || colon == std::string::npos || colon == 0) {

@@ -46,7 +46,7 @@ std::vector<Message> tryForMusicWarnings(ConsoleSystem& system, const std::strin
       isConverted = true;
     }
   };
-  const bool normalEnd = !exitCodeOf(user, run);
+  const bool normalEnd = !exitCodeOfPart(user, run);
   return normalEnd && isConverted ? musicWarningsOfResults(files, system, result, group) : std::vector<Message>();
 }
 

@@ -10,7 +10,7 @@ namespace kiv {
 
 /// The lines that say, after a conversion that has written no results as none were needed, that this is so, and what to
 /// do to have them; "" when there is nothing to say.
-std::string noResultsNote(const RunOutcome& outcome);
+std::string noResultsNote(const ConsoleSystem& system, const RunOutcome& outcome, const ConvertOptions& options);
 
 /// The line that says, after a dry run, what a run writes beside the results that the dry run lists; "" when it would
 /// not have ended normally.

@@ -135,10 +135,14 @@ std::string stepToReplace(const std::string& page, const std::string& recovered)
 int recoverBytes(NativeSystem& system, const std::string& bytes, const RecoverOptions& options) {
   const repair::Recovery recovery = repair::recover(bytes);
   RecoveryReport report{options.page == standardOutput ? "standard input" : options.page, "", options.dryRun};
+  const std::string output = outputOf(system, options);
+  if (recovery.isWhole && output == standardOutput && !options.dryRun) {
+    const int status = printOutcome(bytes, exit_status::normal);  // whoever reads it gets a page in any case
+    return status == exit_status::normal ? print(recovery, report, options, true) : status;
+  }
   if (recovery.isWhole || recovery.items.empty()) {
     return print(recovery, report, options, false);
   }
-  const std::string output = outputOf(system, options);
   if (const auto reasons = refusalsToWrite(system, options, output); !reasons.empty()) {
     return refuse(reasons);
   }

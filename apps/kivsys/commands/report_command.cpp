@@ -180,7 +180,9 @@ int ReportRun::run(const std::string& namesFile) {
 
 }  // namespace
 
-int runReport(const ReportOptions& options) {
+int runReport(const ReportOptions& typed) {
+  ReportOptions options = typed;
+  options.result = resultIn(typed.result);
   ConsoleHost console;
   ReportRun report(console, options);
   const SelectionUse use{FolderUse::read, true, [&](const SelectedPages& pages) { return report.refusals(pages); }, {}};

@@ -19,6 +19,6 @@ struct ReportOptions {
 };
 
 /// Analyzes the selected pages in memory, and writes one HTML page about them. Returns the program's exit status.
-int runReport(const ReportOptions& options);
+int runReport(const ReportOptions& typed);
 
 }  // namespace kiv

@@ -8,6 +8,7 @@
 #include "messages/codes.h"
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
+#include "survey/number_gaps.h"
 
 namespace kiv {
 namespace {
@@ -93,6 +94,19 @@ std::string asText(const RunOutcome& outcome) {
          "\nMULTIFILE=" + yesOrNo(outcome.multifile.value_or(false)) + "\nFiles: " + std::to_string(outcome.files) +
          "\nSystems: " + std::to_string(outcome.systems.value_or(0)) +
          "\nInstruments: " + std::to_string(outcome.instruments.value_or(0)) + "\n";
+}
+
+std::string gapNotes(ConsoleSystem& system) {
+  std::vector<std::string> files;
+  for (const FoundFile& page : system.pages()) {
+    const std::string path = system.shownName(page.name);
+    files.push_back(NativeSystem::coreName(path));
+  }
+  std::string notes;
+  for (const std::string& gap : numberGaps(system, files)) {
+    notes += "kivsys: note: " + printable(gap) + "\n";
+  }
+  return notes;
 }
 
 std::string createdLines(const RunOutcome& outcome, const FileNamer& nameOf) {

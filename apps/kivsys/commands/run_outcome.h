@@ -64,6 +64,9 @@ std::string asText(const RunOutcome& outcome);
 /// console must outlive it.
 FileNamer namerOf(ConsoleHost& console, bool likePanel);
 
+/// A note for each gap in the numbers of the pages of a run, a line each.
+std::string gapNotes(ConsoleSystem& system);
+
 /// The pages written, a line each.
 std::string createdLines(const RunOutcome& outcome, const FileNamer& nameOf);
 

@@ -13,9 +13,11 @@
 #include "apps/kivsys/output/next_step.h"
 #include "apps/kivsys/output/suggestions_output.h"
 #include "apps/kivsys/safety/output_file.h"
+#include "platform/bounded_file.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
+#include "platform/console/shell_words.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "repair/group_evidence.h"
@@ -35,6 +37,21 @@ struct SuggestRun {
   const ValidPages* pages = nullptr;  // of a run that skips bad ones; else null
 };
 
+/// Why the table that is there stays: it may have a user's own edits. The same corrections may be written again.
+std::optional<std::string> refusalOfOther(const SuggestRun& run, const std::string& corrections) {
+  ConsoleSystem& system = run.console.system();
+  const std::string path = run.out == standardOutput ? "" : system.diskName(run.out);
+  if (run.options.force || path.empty() || kindOf(path) != PathKind::file) {
+    return std::nullopt;
+  }
+  const auto old = readBounded(system, run.out, most_bytes::page).bytes;
+  return old && (old->empty() || *old == corrections)
+             ? std::nullopt
+             : std::optional(path +
+                             " exists and has other corrections, perhaps your own; name another file, or "
+                             "replace it with --force");
+}
+
 std::vector<std::string> refusals(SuggestRun& run, const SelectedPages& pages) {
   ConsoleSystem& system = run.console.system();
   auto reasons = refusalsOfOutput(system, {"corrections", run.out, OutputKind::corrections}, InputFiles(pages));
@@ -44,9 +61,11 @@ std::vector<std::string> refusals(SuggestRun& run, const SelectedPages& pages) {
 
 /// The command line that converts the pages with the corrections; none when there are none, or in no file.
 std::optional<std::string> nextConversion(const SuggestRun& run, const std::optional<Suggestions>& suggestions) {
-  return suggestions && !suggestions->corrections.empty()
-             ? nextWithCorrections("convert", run.options.selection, run.options.out)
-             : std::nullopt;
+  if (!suggestions || suggestions->corrections.empty()) {
+    return std::nullopt;
+  }
+  const auto next = nextWithCorrections("convert", run.options.selection, run.options.out);
+  return next ? std::optional(*next + newResultArgument(run.console.system())) : std::nullopt;
 }
 
 /// The outcome of the analysis with what is suggested; this is null when the analysis ended before.
@@ -73,7 +92,7 @@ void printNext(const SuggestRun& run, const std::optional<Suggestions>& suggesti
   std::string lines = "Next: " + printable(*convert) + "\n";
   if (run.options.selection.folder.empty()) {
     const auto fix = nextWithCorrections("fix", run.options.selection, run.options.out);
-    lines += "  or: " + printable(fix.value_or("")) + " -o fixed\n";
+    lines += "  or: " + printable(fix.value_or("")) + " -o " + fileWord(run.console.system().newName("fixed")) + "\n";
   }
   run.console.user().printNotes(lines);
 }
@@ -83,8 +102,12 @@ int deliver(const SuggestRun& run, const RunOutcome& outcome, const std::optiona
   const int status = isComplete ? exit_status::normal : exit_status::critical;
   const SelectedNames names(run.console.system());
   if (suggestions && !run.out.empty()) {
-    if (const auto failure = writeOutput(run.console.system(), {"corrections", run.out, OutputKind::corrections},
-                                         correctionsCsv(*suggestions, names))) {
+    const std::string corrections = correctionsCsv(*suggestions, names);
+    if (const auto reason = refusalOfOther(run, corrections)) {
+      return refuse({*reason});
+    }
+    if (const auto failure =
+            writeOutput(run.console.system(), {"corrections", run.out, OutputKind::corrections}, corrections)) {
       printError("cannot write the corrections: " + *failure);
       return exit_status::critical;
     }

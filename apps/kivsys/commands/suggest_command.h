@@ -9,7 +9,8 @@ namespace kiv {
 /// What the user asked of suggestions.
 struct SuggestOptions {
   Selection selection;
-  std::string out;  ///< the corrections as comma-separated values; "-" is standard output, "" for none
+  std::string out;     ///< the corrections as comma-separated values; "-" is standard output, "" for none
+  bool force = false;  ///< replace a table with other corrections
   bool json = false;
   bool keepGoing = false;  ///< skip pages that an analysis would end over
 };

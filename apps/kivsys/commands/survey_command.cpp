@@ -202,8 +202,8 @@ void sayWhatIsLeftOut(const Library& library, bool quiet) {
   for (const std::string& name : library.unusable) {
     printError("a folder or page whose name holds a backslash cannot be used: " + name);
   }
-  for (const std::string& page : quiet ? std::vector<std::string>() : library.leftOut) {
-    printError("note: " + page + " is left out, as the damaged page is there, too");
+  for (const std::string& words : quiet ? std::vector<std::string>() : library.leftOut) {
+    printError("note: " + words);
   }
 }
 
@@ -225,6 +225,7 @@ int runSurvey(const SurveyOptions& options) {
     console.user().hideProgress();
   }
   noteStopSignals(SecondSignal::endsProgram);
+  finishWhenStopped();  // the lines and the page of the finished pieces are still written
   const Library library = walkLibrary(console.system(), options.folders);
   SurveyState state;
   if (!options.resume.empty()) {

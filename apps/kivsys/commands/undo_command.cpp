@@ -12,6 +12,7 @@
 #include "platform/console/error_line.h"
 #include "platform/console/folder_locks.h"
 #include "platform/console/printable.h"
+#include "platform/console/shell_words.h"
 #include "platform/console/stop_signals.h"
 #include "platform/kept_file.h"
 
@@ -26,6 +27,9 @@ std::string asText(const UndoPlan& plan, const Journal& journal, bool dryRun) {
   }
   for (const std::string& path : plan.removed) {
     text += printable(path) + ": " + would + "removed\n";
+  }
+  for (const std::string& path : plan.left) {
+    text += printable(path) + ": has changed since, " + (dryRun ? "would stay as it is\n" : "left as it is\n");
   }
   for (const std::string& folder : plan.folders) {
     if (dryRun || realFolder(folder).empty()) {
@@ -52,6 +56,10 @@ std::string asJson(const UndoPlan& plan, const Journal& journal, bool dryRun) {
   object["removed"] = Json::array();
   for (const std::string& path : plan.removed) {
     object["removed"].push_back(pathJson(path));
+  }
+  object["left"] = Json::array();
+  for (const std::string& path : plan.left) {
+    object["left"].push_back(pathJson(path));
   }
   object["removed_folders"] = Json::array();
   for (const std::string& folder : plan.folders) {
@@ -80,6 +88,7 @@ class Undo {
  private:
   int prepare();
   int undo(const Journal& journal);
+  int refuseUndo(const UndoPlan& plan) const;
   std::string damaged() const {
     return "the journal " + store_.journalPath(run_) + " cannot be read, or is damaged; nothing is undone";
   }
@@ -114,12 +123,22 @@ int Undo::prepare() {
   return exit_status::normal;
 }
 
+/// Says why nothing is undone, and how to undo the rest.
+int Undo::refuseUndo(const UndoPlan& plan) const {
+  std::vector<std::string> reasons = plan.refusals;
+  reasons.emplace_back("nothing is undone");
+  const int status = refuse(reasons);
+  if (plan.onlyChanged) {
+    NativeSystem::writeError("Next: kivsys undo --keep-changed" +
+                             (options_.folder.empty() ? "" : " " + printable(fileWord(options_.folder))) + "\n");
+  }
+  return status;
+}
+
 int Undo::undo(const Journal& journal) {
-  const UndoPlan plan = planUndo(journal);
+  const UndoPlan plan = planUndo(journal, options_.keepChanged ? ChangedFiles::stay : ChangedFiles::refuse);
   if (!plan.refusals.empty()) {
-    std::vector<std::string> reasons = plan.refusals;
-    reasons.emplace_back("nothing is undone");
-    return refuse(reasons);
+    return refuseUndo(plan);
   }
   if (!options_.dryRun) {
     store_.forgetPrevious(journal);

@@ -8,6 +8,7 @@ namespace kiv {
 struct UndoOptions {
   std::string folder;  ///< "" is the current one
   bool dryRun = false;
+  bool keepChanged = false;  ///< files that have changed since stay as they are
   bool json = false;
 };
 

@@ -33,12 +33,18 @@ void ValidPages::addTo(Json& object, bool normalEnd) const {
 }
 
 std::string ValidPages::summary() const {
-  std::string text = std::to_string(validation_.pages) + (validation_.pages == 1 ? " page" : " pages") + " analysed, " +
+  std::string text = std::to_string(validation_.pages) + (validation_.pages == 1 ? " page" : " pages") + " analyzed, " +
                      std::to_string(validation_.skipped.size()) + " skipped";
   const char* separator = ": ";
+  const auto nameOf = [&](const std::string& file) { return printable(withoutPath(console_.system(), file)); };
   for (const SkippedPage& page : validation_.skipped) {
-    const std::string& file = page.message.location.file;
-    text += separator + printable(withoutPath(console_.system(), file.empty() ? page.files.front() : file));
+    text += separator + nameOf(page.namedFile());
+    const char* before = " (and with it ";
+    for (const std::string& file : page.otherFiles()) {
+      text += before + nameOf(file);
+      before = ", ";
+    }
+    text += page.otherFiles().empty() ? "" : ")";
     separator = ", ";
   }
   return text + "\n";

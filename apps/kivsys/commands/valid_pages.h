@@ -24,6 +24,7 @@ class ValidPages {
   bool anySkipped() const { return !validation_.skipped.empty(); }
   bool anyLeft() const { return validation_.pages > 0; }
   std::size_t count() const { return validation_.pages; }
+  std::size_t skippedCount() const { return validation_.skipped.size(); }
   /// How many skipped lines of the names file come before that of a valid page file.
   std::size_t skippedBefore(const std::string& file) const;
   /// Adds the number of valid pages, null for a run that did not end normally, and the skipped ones to an object.

@@ -1,19 +1,23 @@
 #include "apps/kivsys/commands/verify_command.h"
 
+#include <algorithm>
 #include <iostream>
 #include <optional>
 
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/analysis_output.h"
+#include "apps/kivsys/output/next_step.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/output/proof_step.h"
 #include "apps/kivsys/output/verification_json.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "apps/kivsys/safety/result_files.h"
+#include "input/file_names.h"
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
+#include "platform/console/shell_words.h"
 #include "platform/native_file.h"
 #include "platform/separators.h"
 
@@ -110,12 +114,27 @@ std::string asJson(ConsoleHost& console, const proof::Verification& verification
   return asLine(object);
 }
 
+/// Whether the folder that was typed with a result has pages, results perhaps, that others could replace.
+bool hasPages(ConsoleSystem& system, const std::string& firstResult) {
+  const std::vector<FolderEntry> entries = system.listFolder(justPath(system, firstResult));
+  return std::any_of(entries.begin(), entries.end(), [&](const FolderEntry& entry) {
+    return !entry.isFolder && system.upperCase(entry.name).ends_with(".MUS");
+  });
+}
+
+/// The option for results where there are none yet: as it was typed, or in a new folder.
+std::string newResultOf(ConsoleSystem& system, const VerifyOptions& options, const std::string& firstResult) {
+  return options.result.empty() || hasPages(system, firstResult) ? newResultArgument(system)
+                                                                 : " --result " + fileWord(options.result);
+}
+
 /// What a verification is printed with.
 struct VerifyOutput {
   const VerifyOptions& options;
   const std::string& manifest;
   const ListedConversion& listed;
   const ValidPages* pages = nullptr;  // of a run that skips bad ones; else null
+  const std::string& firstResult;     // its full name
 };
 
 int printVerification(ConsoleHost& console, const proof::Verification& verification, const VerifyOutput& output) {
@@ -140,8 +159,10 @@ int printVerification(ConsoleHost& console, const proof::Verification& verificat
   }
   if (!verification.proved() && !options.json) {
     const FileNamer fullNameOf = [&](const std::string& name) { return system.shownName(withFolder(system, name)); };
+    const bool hasResults = kindOf(system.diskName(output.firstResult)) == PathKind::file;
     console.user().printNotes(
-        stepForProof(verification, {options.selection, options.result, options.fit, system.pages(), fullNameOf}));
+        stepForProof(verification, {options.selection, hasResults, newResultOf(system, options, output.firstResult),
+                                    options.fit, system.pages(), fullNameOf}));
   }
   return printed;
 }
@@ -177,7 +198,9 @@ std::string asText(const proof::Verification& verification, const FileNamer& nam
   return text;
 }
 
-int runVerify(const VerifyOptions& options) {
+int runVerify(const VerifyOptions& given) {
+  VerifyOptions options = given;
+  options.result = resultIn(given.result);
   ConsoleHost console;
   ConsoleSystem& system = console.system();
   if (options.json) {
@@ -207,7 +230,7 @@ int runVerify(const VerifyOptions& options) {
     const bool isReduced = pages && pages->anyLeft();
     return printVerification(console,
                              verificationOf(console, isReduced ? pages->namesFile() : namesFile, conversion, listed),
-                             {options, manifest, listed, pages ? &*pages : nullptr});
+                             {options, manifest, listed, pages ? &*pages : nullptr, conversion.firstResultFile});
   });
 }
 

@@ -22,7 +22,7 @@ struct VerifyOptions {
 };
 
 /// Proves a conversion that has been made, and prints what was found. Returns the program's exit status.
-int runVerify(const VerifyOptions& options);
+int runVerify(const VerifyOptions& given);
 
 /// Proves the conversion of the pages in a names file, with its table of instruments if it had one.
 proof::Verification verificationOf(ConsoleHost& console, const std::string& namesFile,

@@ -31,7 +31,7 @@ bool isRefusedByStrict(ConsoleSystem& system, const std::string& namesFile, cons
   NoPrograms programs;
   KivSystem program({files, user, programs, system});
   GroupFacts group({.losses = LossScan::allItems});
-  const bool normalEnd = !exitCodeOf(user, [&] { analyze(program, namesFile, run.allowZeroId, &group); });
+  const bool normalEnd = !exitCodeOfPart(user, [&] { analyze(program, namesFile, run.allowZeroId, &group); });
   return normalEnd &&
          (std::any_of(user.messages().begin(), user.messages().end(), isProblem) ||
           !findWarnings(files, inputsOf(program), {scopeOf(program, run), run.allowZeroId}, group).empty());

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/bounded_file.h"
+#include "platform/native_file.h"
 
 namespace kiv {
 
@@ -26,6 +27,16 @@ std::string readPage(NativeSystem& system, PlannedPage& page) {
   }
   page.before = std::move(*content.bytes);
   return "";
+}
+
+std::vector<std::string> refusalsToWrite(const std::vector<PlannedPage>& pages) {
+  std::vector<std::string> reasons;
+  for (const PlannedPage& page : pages) {
+    if (const auto failure = page.after == page.before ? std::nullopt : writeFailure(page.file.path)) {
+      reasons.push_back("cannot write " + page.file.path + ": " + *failure);
+    }
+  }
+  return reasons;
 }
 
 std::vector<std::string> planPages(NativeSystem& system, const IdRequests& requests, std::vector<PlannedPage>& pages) {

@@ -40,7 +40,7 @@ std::string asText(Machine& machine, const AnalysisOutput& output) {
   };
   return asText(output.outcome) +
          (output.layouts ? explanation(machine, *output.layouts, shownNames(output.instruments), skippedBefore) : "") +
-         summaryOf(output.pages, output.outcome.normalEnd);
+         (output.usability.empty() ? "" : output.usability + ".\n") + summaryOf(output.pages, output.outcome.normalEnd);
 }
 
 std::string asJson(const AnalysisOutput& output) {

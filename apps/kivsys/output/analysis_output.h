@@ -22,6 +22,7 @@ struct AnalysisOutput {
   std::vector<Instrument> instruments;   ///< those of the layouts
   const ValidPages* pages = nullptr;     ///< of a run that skips bad pages; else null
   std::optional<std::string> next = {};  ///< the command line that helps with the problems, if one does
+  std::string usability = {};            ///< whether the pages can be used, for people
 };
 
 /// The line about the pages of a run that skips bad ones; "" without them, and for an end that leaves it unsaid.

@@ -55,6 +55,13 @@ Json numberJson(float number) {
   return std::isfinite(number) ? Json(number) : Json();
 }
 
+/// "id 2 stands twice in 10 systems now, first in x1.mus: system 1"
+std::string wordsOf(const DoubledId& doubled, bool dryRun, const FileNamer& nameOf) {
+  return "id " + std::to_string(doubled.id) + (dryRun ? " would stand twice in " : " stands twice in ") +
+         counted(doubled.systems, "system") + (dryRun ? "" : " now") + ", first in " + nameOf(doubled.firstFile) +
+         ": system " + std::to_string(doubled.firstSystem);
+}
+
 Json jsonOf(const FixedPage& page) {
   Json changes = Json::array();
   for (const IdChange& change : page.changes) {
@@ -92,7 +99,23 @@ std::string asText(const FixReport& report, const FileNamer& nameOf) {
   return text;
 }
 
-std::string asJson(const FixReport& report) {
+std::string warningLines(const FixReport& report, const FileNamer& nameOf) {
+  std::string lines;
+  for (const DoubledId& doubled : report.doubled) {
+    lines += "kivsys: warning: " + printable(wordsOf(doubled, report.dryRun, nameOf)) + "\n";
+  }
+  return lines;
+}
+
+std::string asJson(const FixReport& report, const FileNamer& nameOf) {
+  Json warnings = Json::array();
+  for (const DoubledId& doubled : report.doubled) {
+    warnings.push_back({{"id", doubled.id},
+                        {"systems", doubled.systems},
+                        {"file", NativeSystem::toUtf8(nameOf(doubled.firstFile))},
+                        {"system", doubled.firstSystem},
+                        {"text", NativeSystem::toUtf8(wordsOf(doubled, report.dryRun, nameOf))}});
+  }
   Json pages = Json::array();
   for (const FixedPage& page : report.pages) {
     pages.push_back(jsonOf(page));
@@ -102,6 +125,7 @@ std::string asJson(const FixReport& report) {
                  {"pages", pages},
                  {"undecided", report.undecided},
                  {"left_out", report.leftOut},
+                 {"warnings", warnings},
                  {"schema_version", schemaVersion}});
 }
 

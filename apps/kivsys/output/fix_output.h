@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -16,11 +17,20 @@ struct FixedPage {
   std::vector<repair::IdChange> changes;
 };
 
+/// An id that stands twice in systems in which it stood once at most before.
+struct DoubledId {
+  std::int16_t id = 0;
+  std::size_t systems = 0;       ///< the number of these systems
+  std::string firstFile;         ///< the page file of the first one, as the core names it
+  std::int16_t firstSystem = 0;  ///< its number in the group
+};
+
 struct FixReport {
   std::vector<FixedPage> pages;  ///< those that were written, or would be
   std::size_t all = 0;           ///< the pages that were to be written
   std::size_t undecided = 0;     ///< rows of tables without a new id
   std::size_t leftOut = 0;       ///< rows of less confidence than was asked for
+  std::vector<DoubledId> doubled;
   bool dryRun = false;
   bool normalEnd = true;
 };
@@ -28,7 +38,10 @@ struct FixReport {
 /// What has changed, a line for each page and each item. Paths are shown as the namer has them.
 std::string asText(const FixReport& report, const FileNamer& nameOf);
 
-/// The same as one JSON object, a line.
-std::string asJson(const FixReport& report);
+/// A warning for each doubled id, a line each.
+std::string warningLines(const FixReport& report, const FileNamer& nameOf);
+
+/// All of it as one JSON object, a line.
+std::string asJson(const FixReport& report, const FileNamer& nameOf);
 
 }  // namespace kiv

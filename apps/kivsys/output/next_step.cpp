@@ -52,6 +52,10 @@ std::string selectionArguments(const Selection& selection) {
   return arguments + (selection.corrections.only.empty() ? "" : " --only " + selection.corrections.only);
 }
 
+std::string newResultArgument(const ConsoleSystem& system) {
+  return " --result " + fileWord(system.newName("converted") + "/WORK0001.MUS");
+}
+
 std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileNamer& nameOf) {
   for (const ShownMessage& shown : outcome.messages) {
     const std::string& file = shown.message.location.file;

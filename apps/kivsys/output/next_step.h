@@ -24,6 +24,9 @@ std::optional<std::string> stepForGroup(const RunOutcome& outcome, const std::op
 std::optional<std::string> nextWithCorrections(const std::string& command, const Selection& selection,
                                                const std::string& table);
 
+/// A first result in a folder that is not there yet, as the option of a command line, after a blank.
+std::string newResultArgument(const ConsoleSystem& system);
+
 /// Whether another run can read the same: what came from standard input cannot be read twice.
 bool canRepeat(const Selection& selection);
 

@@ -30,8 +30,8 @@ std::string damagedPage(const proof::Verification& verification, const std::vect
   return found == verification.findings.end() ? "" : found->file;
 }
 
-/// Why there is no proof, in one phrase.
-std::string reasonOf(const proof::Verification& verification) {
+/// What is wrong with the report as a whole; "" when it is that of the pages.
+std::string reasonOfReport(const proof::Verification& verification) {
   for (const proof::Finding& finding : verification.findings) {
     if (finding.file == report && isUnreadable(finding)) {
       return "the report is missing, so there is nothing to compare the results with: " + finding.file;
@@ -40,23 +40,53 @@ std::string reasonOf(const proof::Verification& verification) {
       return "the report is of other pages, or of these before they were changed: " + finding.file;
     }
   }
-  const std::size_t count = verification.findings.size();
-  return std::to_string(count) + (count == 1 ? " finding" : " findings");
+  return "";
+}
+
+/// The options that a conversion may have had and this run has not, in words; "" when there are none.
+std::string otherOptions(const TypedProof& typed) {
+  std::vector<std::string> options;
+  if (!typed.fit && typed.selection.layout.empty()) {
+    options.insert(options.end(), {"--fit", "--layout"});
+  }
+  if (typed.selection.corrections.files.empty()) {
+    options.emplace_back("--corrections");
+  }
+  std::string words;
+  for (std::size_t i = 0; i < options.size(); ++i) {
+    words += (i == 0 ? "" : i + 1 == options.size() ? " or " : ", ") + options[i];
+  }
+  return words;
+}
+
+/// What to do with results that are there and deviate: nothing replaces them.
+std::string noteOnOptions(const TypedProof& typed) {
+  const std::string other = otherOptions(typed);
+  const bool isGiven = typed.fit || !typed.selection.layout.empty() || !typed.selection.corrections.files.empty();
+  return std::string("kivsys: note: verify needs the options of the conversion: ") +
+         (other.empty() ? "" : "add " + other + " if it had them") +
+         (isGiven ? std::string(other.empty() ? "" : ", and ") + "leave out those that it did not have" : "") + "\n";
 }
 
 }  // namespace
 
 std::string stepForProof(const proof::Verification& verification, const TypedProof& typed) {
+  const std::size_t count = verification.findings.size();
+  const std::string report = reasonOfReport(verification);
+  const std::string reason =
+      "kivsys: not proved: " +
+      (report.empty() ? std::to_string(count) + (count == 1 ? " finding" : " findings") : report) + "\n";
   const std::string page = damagedPage(verification, typed.pages);
   std::string next = page.empty() ? "" : "kivsys recover " + fileWord(typed.nameOf(page));
+  if (next.empty() && report.empty() && typed.hasResults) {
+    return reason + noteOnOptions(typed);
+  }
   if (next.empty() && canRepeat(typed.selection)) {
     next = "kivsys convert" + selectionArguments(typed.selection) +
            (typed.selection.layout.empty() ? "" : " --layout " + fileWord(typed.selection.layout)) +
-           (typed.fit ? " --fit" : "") + (typed.result.empty() ? "" : " --result " + fileWord(typed.result)) +
-           " --verify";
+           (typed.fit ? " --fit" : "") + typed.newResult + " --verify";
   }
-  return "kivsys: not proved: " + reasonOf(verification) + "\n" +
-         (next.empty() ? "" : "Next: " + printable(next) + "\n");
+  return reason + (next.empty() ? "" : "Next: " + printable(next) + "\n");
 }
 
 }  // namespace kiv

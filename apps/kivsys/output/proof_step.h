@@ -12,14 +12,15 @@ namespace kiv {
 /// A run of verify, as it was typed.
 struct TypedProof {
   const Selection& selection;
-  const std::string& result;            ///< the first result file; "" for the default one
+  bool hasResults = false;              ///< there is a first result
+  const std::string newResult;          ///< the option that names results where there are none yet, after a blank
   bool fit = false;                     ///< of a conversion whose rest staves fit the music
   const std::vector<FoundFile>& pages;  ///< the inputs
   const FileNamer& nameOf;              ///< the names by which users know files
 };
 
 /// Why a conversion is not proved, and the command line that helps, as lines of their own. A report that is not there,
-/// or is of other pages, says nothing about the results.
+/// or is of other pages, says nothing about the results. No command line replaces results that are there.
 std::string stepForProof(const proof::Verification& verification, const TypedProof& typed);
 
 }  // namespace kiv

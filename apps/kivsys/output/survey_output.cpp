@@ -15,11 +15,12 @@ namespace kiv {
 namespace {
 
 // Of comma-separated values.
-constexpr std::array<const char*, 11> columns = {"folder",      "prefix",     "pages",     "systems",
-                                                 "instruments", "consistent", "multifile", "problems",
-                                                 "files",       "names",      "bad_pages"};
-constexpr std::size_t namesColumn = 9;  // this one and the last one are as wide as they are
+constexpr std::array<const char*, 13> columns = {"folder",     "prefix",           "pages",    "systems", "instruments",
+                                                 "consistent", "multifile",        "problems", "files",   "names",
+                                                 "bad_pages",  "needs_conversion", "reasons"};
+constexpr std::size_t namesColumn = 9;  // these ones are as wide as they are
 constexpr std::size_t badPagesColumn = 10;
+constexpr std::size_t reasonsColumn = 12;
 
 // Of the table; what follows them is as wide as it is.
 constexpr std::array<const char*, 10> heads = {"folder",     "prefix",    "pages",   "systems",  "instruments",
@@ -57,6 +58,20 @@ std::string badPagesOf(const PieceFindings& findings) {
   return joined(words, SIZE_MAX);
 }
 
+/// Why pages or the piece could not be analyzed, and which are missing: "x3.mus (item 1: Structural error in MUS
+/// file)".
+std::string reasonsOf(const LibraryPiece& piece, const PieceFindings& findings) {
+  std::vector<std::string> words;
+  for (const BadPage& page : findings.badPages) {
+    words.push_back(printable(NativeSystem::fromUtf8(page.shown)));
+  }
+  if (!findings.stopped.empty()) {
+    words.push_back(printable(NativeSystem::fromUtf8(findings.stopped)));
+  }
+  words.insert(words.end(), piece.gaps.begin(), piece.gaps.end());
+  return joined(words, SIZE_MAX);
+}
+
 Cells cellsOf(const LibraryPiece& piece, const PieceFindings& findings) {
   return {piece.folder,
           piece.prefix,
@@ -68,11 +83,13 @@ Cells cellsOf(const LibraryPiece& piece, const PieceFindings& findings) {
           std::to_string(findings.problems.size()),
           std::to_string(findings.files),
           namesOf(findings, SIZE_MAX),
-          badPagesOf(findings)};
+          badPagesOf(findings),
+          orDash(findings.needsConversion()),
+          reasonsOf(piece, findings)};
 }
 
 /// What stands at the end of a line of the table: "  101 (Flute)  bad: x3.mus (item 1: Structural error in MUS file)".
-std::string endOfLine(const PieceFindings& findings) {
+std::string endOfLine(const LibraryPiece& piece, const PieceFindings& findings) {
   const std::string names = namesOf(findings, wordsInTable);
   std::vector<std::string> words;
   for (const BadPage& page : findings.badPages) {
@@ -81,7 +98,8 @@ std::string endOfLine(const PieceFindings& findings) {
   const std::string& stopped = findings.stopped;
   return (names.empty() ? "" : "  " + printable(names)) +
          (words.empty() ? "" : "  bad: " + printable(joined(words, wordsInTable))) +
-         (stopped.empty() ? "" : "  not analyzed: " + printable(NativeSystem::fromUtf8(stopped)));
+         (stopped.empty() ? "" : "  not analyzed: " + printable(NativeSystem::fromUtf8(stopped))) +
+         (piece.gaps.empty() ? "" : "  " + printable(joined(piece.gaps, wordsInTable)));
 }
 
 std::string tableLine(const std::array<std::string, heads.size()>& cells, std::size_t folderWidth,
@@ -100,7 +118,16 @@ std::string csvOf(Cells row) {
   std::transform(row.begin(), row.begin() + firstNumber, row.begin(), cellText);
   row[namesColumn] = cellText(row[namesColumn]);
   row[badPagesColumn] = cellText(row[badPagesColumn]);
+  row[reasonsColumn] = cellText(row[reasonsColumn]);
   return csvLine(row);
+}
+
+nlohmann::ordered_json withGaps(nlohmann::ordered_json object, const LibraryPiece& piece) {
+  object["missing_pages"] = nlohmann::ordered_json::array();
+  for (const std::string& gap : piece.gaps) {
+    object["missing_pages"].push_back(NativeSystem::toUtf8(gap));
+  }
+  return object;
 }
 
 /// "3 pieces, 1 needs a conversion, 0 bad"
@@ -148,7 +175,7 @@ std::string SurveyLines::line(const LibraryPiece& piece, const PieceFindings& fi
     case SurveyFormat::csv:
       return csvOf(cellsOf(piece, findings));
     case SurveyFormat::json:
-      return (isFirst ? "\n" : ",\n") + textOf(toJson(piece, findings));
+      return (isFirst ? "\n" : ",\n") + textOf(withGaps(toJson(piece, findings), piece));
     case SurveyFormat::table:
       break;
   }
@@ -157,7 +184,7 @@ std::string SurveyLines::line(const LibraryPiece& piece, const PieceFindings& fi
                     orDash(findings.needsConversion()), std::to_string(findings.problems.size()),
                     std::to_string(findings.files)},
                    folderWidth_, prefixWidth_) +
-         endOfLine(findings) + "\n";
+         endOfLine(piece, findings) + "\n";
 }
 
 std::string SurveyLines::end(const std::vector<std::optional<PieceFindings>>& findings, bool interrupted) const {

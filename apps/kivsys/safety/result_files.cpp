@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <filesystem>
 #include <limits>
 #include <map>
 
@@ -52,7 +53,7 @@ std::size_t countResults(ConsoleSystem& system, const SelectedPages& pages, cons
   SilentUser user;
   NoPrograms programs;
   KivSystem program({files, user, programs, system});
-  if (exitCodeOf(user, [&] { analyze(program, pages.namesFile, results.allowZeroId); }).value_or(0) != 0) {
+  if (exitCodeOfPart(user, [&] { analyze(program, pages.namesFile, results.allowZeroId); }).value_or(0) != 0) {
     return results.keepGoing ? SIZE_MAX : 0;
   }
   return program.qualifies() && !results.force ? 0 : program.systems.systemCount();
@@ -117,6 +118,15 @@ class Conflicts {
 };
 
 }  // namespace
+
+std::string resultIn(const std::string& typed) {
+  constexpr bool isWindows = std::filesystem::path::preferred_separator == '\\';
+  const bool hasSeparator = typed.ends_with('/') || (isWindows && typed.ends_with('\\'));
+  if (typed.empty() || (!hasSeparator && kindOf(typed) != PathKind::folder)) {
+    return typed;
+  }
+  return typed + (hasSeparator ? "" : "/") + "WORK" + std::string(firstNumberAndSuffix);
+}
 
 std::optional<std::string> refusalOfResultName(const std::string& typed) {
   const std::string name = capitals(typed);

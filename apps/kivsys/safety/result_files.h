@@ -9,6 +9,10 @@
 
 namespace kiv {
 
+/// The first result that was typed: of a folder, or of what can only be one as it ends with a separator, the first
+/// result in there, WORK0001.MUS.
+std::string resultIn(const std::string& typed);
+
 /// Why a name that was typed cannot be that of a first result; nullopt when it can be.
 std::optional<std::string> refusalOfResultName(const std::string& typed);
 

@@ -54,8 +54,10 @@ std::string patternOf(const std::vector<Piece>& groups) {
   return first.substr(0, group->prefix.size()) + "*" + first.substr(first.rfind('.'));
 }
 
-/// The groups of pages in a folder, which the core names.
-std::vector<Piece> groupsIn(ConsoleSystem& system, const std::string& folder, Pages& leftOut) {
+/// The groups of pages in a folder, which the core names; "typed" is what users call it, with a separator. A folder
+/// that has nothing but results keeps them, so that the analysis says what is wrong with their names.
+std::vector<Piece> groupsIn(ConsoleSystem& system, const std::string& folder, const std::string& typed,
+                            Pages& leftOut) {
   const std::string start = folder + (endsWithBackslash(system, folder) ? "" : "\\");
   Pages files;
   for (const FolderEntry& entry : system.listFolder(start)) {
@@ -63,8 +65,23 @@ std::vector<Piece> groupsIn(ConsoleSystem& system, const std::string& folder, Pa
       files.push_back(entry.name);
     }
   }
-  leftOut = removeRecovered(system, files);
-  return piecesOf(system, files);
+  for (const std::string& page : removeRecovered(system, files)) {
+    leftOut.push_back(typed + page + recoveredWords);
+  }
+  Pages others = files;
+  const std::vector<Piece> results = removeReserved(system, others);
+  if (others.empty()) {
+    return results;
+  }
+  for (const Piece& group : results) {
+    leftOut.push_back(reservedWords(group, typed));
+  }
+  return piecesOf(system, others);
+}
+
+/// Whether it is a file that is not named as pages are.
+bool isMisnamed(const Piece& piece) {
+  return piece.prefix.ends_with(".MUS");
 }
 
 /// Whether there is a folder in the folder, which the disk names.
@@ -85,8 +102,8 @@ std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std:
   if (const auto failure = listFailure(system.diskName(folder))) {
     return "cannot list the folder " + typed + ": " + *failure;
   }
-  Pages recovered;
-  std::vector<Piece> groups = groupsIn(system, folder, recovered);
+  const std::string start = typed + (endsWithSeparator(system, typed) ? "" : std::string(1, preferredSeparator));
+  std::vector<Piece> groups = groupsIn(system, folder, start, leftOut);
   if (groups.empty() && system.upperCase(typed).ends_with(".MUS")) {
     return Pages{typed};  // a page that cannot be read
   }
@@ -94,10 +111,12 @@ std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std:
     return "no pages in the folder " + typed +
            (hasFolders(system.diskName(folder)) ? "; 'kivsys survey' analyzes the pieces in its subfolders" : "");
   }
-  const std::string start = typed + (endsWithSeparator(system, typed) ? "" : std::string(1, preferredSeparator));
   if (groups.size() > 1) {
     return typed + " has pages of several groups, name those of one (as in " + start + patternOf(groups) +
-           "): " + namesOf(groups);
+           "): " + namesOf(groups) +
+           (std::any_of(groups.begin(), groups.end(), isMisnamed)
+                ? "; names of pages are letters, digits, optionally one letter, and the suffix, as PIECE012B.MUS"
+                : "");
   }
   Pages pages = std::move(groups.front().files);
   std::sort(pages.begin(), pages.end(), [&](const std::string& a, const std::string& b) {
@@ -105,9 +124,6 @@ std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std:
   });
   for (std::string& page : pages) {
     page.insert(0, start);
-  }
-  for (const std::string& page : recovered) {
-    leftOut.push_back(start + page);
   }
   return pages;
 }

@@ -11,7 +11,8 @@ namespace kiv {
 
 /// The page files that an argument means, as they are typed: itself, all pages of a folder, or, where the shell leaves
 /// that to the program, those that match a pattern. A text says why it means none.
-/// Recovered pages in a folder that has the damaged ones, too, are added to those left out.
+/// What a folder has that looks like pages and is none, recovered pages beside the damaged ones and results, is added
+/// to what is left out, a sentence each.
 std::variant<std::vector<std::string>, std::string> pagesMeantBy(ConsoleSystem& system, const std::string& argument,
                                                                  std::vector<std::string>& leftOut);
 

@@ -63,7 +63,10 @@ std::string PageFinder::add(const WantedPage& page) {
   const std::string problem = problemOf(page, path);
   if (problem.empty()) {
     pages_.push_back({page.name, path});
-    known_.emplace(system_.upperCase(page.name), FoundFile{page.typed, path});
+    const bool isNew = known_.emplace(system_.upperCase(page.name), FoundFile{page.typed, path}).second;
+    if (!isNew && std::find(repeated_.begin(), repeated_.end(), page.typed) == repeated_.end()) {
+      repeated_.push_back(page.typed);
+    }
   }
   if (problem.empty() || search_.skipsBadPages) {
     names_.push_back(page.name);

@@ -27,6 +27,9 @@ class PageFinder {
   /// Puts the pages into natural order, whatever the case of their names. Returns whether that changes anything.
   bool putIntoNaturalOrder();
 
+  /// The pages that were added more than once, as they were typed, each once.
+  const std::vector<std::string>& repeated() const { return repeated_; }
+
   /// The names file of the group.
   std::string names() const;
   const std::vector<FoundFile>& pages() const { return pages_; }
@@ -46,6 +49,7 @@ class PageFinder {
   std::vector<FoundFile> badPages_;
   std::vector<std::string> badPaths_;
   std::map<std::string, FoundFile> known_;  // by name in upper case
+  std::vector<std::string> repeated_;
 };
 
 }  // namespace kiv

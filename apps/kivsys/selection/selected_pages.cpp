@@ -104,6 +104,7 @@ SelectedPages findTypedPages(ConsoleSystem& system, const std::vector<std::strin
   selected.pages = finder.pages();
   selected.badPages = finder.badPages();
   selected.badPaths = finder.badPaths();
+  selected.repeated = finder.repeated();
   return selected;
 }
 
@@ -131,6 +132,7 @@ SelectedPages findListedPages(ConsoleSystem& system, const std::string& list, co
   selected.pages = finder.pages();
   selected.badPages = finder.badPages();
   selected.badPaths = finder.badPaths();
+  selected.repeated = finder.repeated();
   return selected;
 }
 

@@ -17,7 +17,8 @@ struct SelectedPages {
   std::vector<FoundFile> pages;       ///< those that can be read, in their order
   std::vector<FoundFile> badPages;    ///< those that are left to the command, by their names as they were typed
   std::vector<std::string> badPaths;  ///< the disk's paths of the latter, which nothing may be written over either
-  std::vector<std::string> leftOut;   ///< recovered pages in a folder that has the damaged ones, as users know them
+  std::vector<std::string> leftOut;   ///< what a folder has beside the pages, a sentence each
+  std::vector<std::string> repeated;  ///< pages that were selected more than once, as they were typed
   bool isReordered = false;           ///< the pages were typed in another order
   std::vector<std::string> errors;    ///< what is wrong, a line each; pages can be used when there are none
 };

@@ -100,9 +100,13 @@ std::vector<std::string> refusalsOfTables(ConsoleSystem& system, const Selection
                           use.skipsBadPages ? CorrectedBadPages::skipped : CorrectedBadPages::refused);
 }
 
-void printSelectionNotes(ConsoleHost& console, const SelectedPages& pages) {
-  for (const std::string& page : pages.leftOut) {
-    console.user().printNotes("kivsys: note: " + printable(page) + " is left out, as the damaged page is there, too\n");
+void printSelectionNotes(ConsoleHost& console, const SelectionUse& use, const SelectedPages& pages) {
+  for (const std::string& words : pages.leftOut) {
+    console.user().printNotes("kivsys: note: " + printable(words) + "\n");
+  }
+  for (const std::string& page : use.usesPagesOnce ? std::vector<std::string>() : pages.repeated) {
+    console.user().printNotes("kivsys: warning: " + printable(page) +
+                              " is named more than once, and counts as a page each time\n");
   }
   if (pages.isReordered) {
     console.user().printNotes(reorderingNote(console.system(), pages));
@@ -142,7 +146,7 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
   if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {
     return refuse(reasons);
   }
-  printSelectionNotes(console, pages);
+  printSelectionNotes(console, use, pages);
   SelectionUse made = use;
   made.folder = folderUse(system, selection, use, pages.namesFile);
   if (const int status = prepareFolders(console, selection, made, pages); status != exit_status::normal) {

@@ -43,6 +43,7 @@ struct SelectionUse {
   bool takesKeepGoing = false;  ///< the command has the option --keep-going
   /// Whether a run on these names will write nothing after all, so that no folder is made for it.
   std::function<bool(const std::string& namesFile)> isRefused = {};
+  bool usesPagesOnce = false;  ///< a page that is named twice makes no difference
 };
 
 /// Enters the run's folder, locks the folders that the command writes into, and runs the command on the names file of

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <set>
 #include <span>
 #include <system_error>
 
@@ -10,6 +11,8 @@
 #include "apps/kivsys/undo/kept_files.h"
 #include "base/sha256.h"
 #include "mus/format.h"
+#include "platform/native_file.h"
+#include "survey/number_gaps.h"
 
 namespace kiv {
 namespace {
@@ -44,6 +47,7 @@ LibraryPiece libraryPiece(NativeSystem& system, const fs::path& folder, const Pi
                      {},
                      {},
                      "",
+                     numberGaps(system, piece.files),
                      shownPrefixOf(system, piece)};
   bool isSettled = true;
   for (const std::string& file : piece.files) {
@@ -89,7 +93,10 @@ std::vector<fs::path> visit(NativeSystem& system, const fs::path& folder, Librar
     library.unreadable.push_back(folder.string() + ": " + failure.message());
   }
   for (const std::string& name : removeRecovered(system, names)) {
-    library.leftOut.push_back((folder / name).string());
+    library.leftOut.push_back((folder / name).string() + recoveredWords);
+  }
+  for (const Piece& results : removeReserved(system, names)) {
+    library.leftOut.push_back(reservedWords(results, (folder / "").string()));
   }
   std::vector<Piece> pieces = piecesOf(system, names);
   std::stable_sort(pieces.begin(), pieces.end(),
@@ -123,9 +130,14 @@ std::string digestOf(const LibraryPiece& piece) {
 Library walkLibrary(NativeSystem& system, const std::vector<std::string>& folders) {
   Library library;
   std::vector<fs::path> toVisit(folders.rbegin(), folders.rend());
+  std::set<FileIdentity> visited;  // a folder may be named twice, or lie in another one that is named
   while (!toVisit.empty()) {
     const fs::path folder = toVisit.back();
     toVisit.pop_back();
+    const auto identity = identityOf(folder.string());
+    if (identity && !visited.insert(*identity).second) {
+      continue;
+    }
     const auto below = visit(system, folder, library);
     toVisit.insert(toVisit.end(), below.rbegin(), below.rend());
   }

@@ -24,6 +24,15 @@ std::string shown(const std::string& text) {
   return NativeSystem::toUtf8(printable(text));
 }
 
+/// The lines of a message after one another.
+std::string onOneLine(const std::string& message) {
+  std::string line;
+  for (const char c : message) {
+    line += c == '\r' ? "" : c == '\n' ? "; " : std::string(1, c);
+  }
+  return line;
+}
+
 /// The pages as the arguments of a command line, each after a blank.
 std::string argumentsOf(NativeSystem& system, const LibraryPiece& piece) {
   constexpr std::size_t mostNamed = 4;
@@ -171,7 +180,10 @@ std::optional<std::string> SurveyReports::writePage(const std::vector<LibraryPie
                           findings[p]->map,
                           ""};
     for (const std::string& problem : findings[p]->problems) {
-      row.problems.push_back(printableUtf8(problem));
+      row.problems.push_back(printableUtf8(onOneLine(problem)));
+    }
+    for (const std::string& gap : pieces[p].gaps) {
+      row.problems.push_back(shown(gap));
     }
     row.link = !folder_.empty() && kindOf(fileOf(pieces[p])) == PathKind::file ? linkOf(pieces[p]) : "";
     data.rows.push_back(std::move(row));

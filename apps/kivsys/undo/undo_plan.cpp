@@ -19,10 +19,14 @@ bool isExpected(const FileChange& change, const std::string& state) {
   return has(state) || (has(file_state::anything) && state != file_state::other);
 }
 
-void planFile(const FileChange& change, UndoPlan& plan) {
+void planFile(const FileChange& change, ChangedFiles changed, UndoPlan& plan) {
   const std::string now = stateOf(change.path);
   if (!isExpected(change, now)) {
-    plan.refusals.push_back(change.path + " has changed since");
+    if (changed == ChangedFiles::stay) {
+      plan.left.push_back(change.path);
+    } else {
+      plan.refusals.push_back(change.path + " has changed since");
+    }
     return;
   }
   if (change.kept.empty()) {
@@ -39,6 +43,7 @@ void planFile(const FileChange& change, UndoPlan& plan) {
       plan.restored.push_back({change.path, kept});
     }
   } else if (old != file_state::missing || now != change.before) {
+    plan.onlyChanged = false;
     plan.refusals.push_back("the old " + change.path + " is no longer in " + kept);
   }
 }
@@ -49,10 +54,10 @@ std::optional<std::string> failed(const std::string& path, const std::optional<s
 
 }  // namespace
 
-UndoPlan planUndo(const Journal& journal) {
+UndoPlan planUndo(const Journal& journal, ChangedFiles changed) {
   UndoPlan plan;
   std::for_each(journal.files.rbegin(), journal.files.rend(),
-                [&](const FileChange& change) { planFile(change, plan); });
+                [&](const FileChange& change) { planFile(change, changed, plan); });
   std::copy_if(journal.madeFolders.rbegin(), journal.madeFolders.rend(), std::back_inserter(plan.folders),
                [](const std::string& folder) { return realFolder(folder) == folder; });
   return plan;

@@ -69,6 +69,16 @@ std::string usageOf(const CommandRow& command) {
   return usage + "\n";
 }
 
+Rows statusRows() {
+  return {{"0", "Done"},
+          {"1",
+           "A critical message ended the run, a page was skipped, a check failed, or a file cannot be read or written"},
+          {"2", "Wrong usage: nothing was written"},
+          {"3", "Not usable as it stands, with --exit-code or --strict"},
+          {"4", "Another run is at work in the folder"},
+          {"128 + n", "Signal n ended the run: 130 is Ctrl-C"}};
+}
+
 /// The footer's paragraphs in lines of the help; what is preformatted stays.
 std::string footerText(const std::string& footer) {
   std::istringstream lines(footer);
@@ -98,7 +108,8 @@ std::string programHelp(const CommandTable& table) {
     commands.emplace_back(command.name, command.help);
   }
   return wrapped(table.program.help, 0, 0) + "\nUsage: kivsys COMMAND [OPTION]...\n" + withRows("Commands", commands) +
-         withRows("Options", optionRows(table.program)) + footerText(table.program.footer);
+         withRows("Options", optionRows(table.program)) + withRows("Exit status", statusRows()) +
+         footerText(table.program.footer);
 }
 
 std::string commandHelp(const CommandRow& command) {

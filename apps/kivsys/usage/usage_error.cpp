@@ -1,7 +1,9 @@
 #include "apps/kivsys/usage/usage_error.h"
 
 #include <algorithm>
+#include <map>
 #include <optional>
+#include <string_view>
 
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/usage/nearest_word.h"
@@ -144,10 +146,22 @@ class CommandWords {
   std::optional<UsageError> error_;
 };
 
+/// The command that does what users of other programs look for under this name.
+std::optional<std::string> meantBy(const std::string& typed) {
+  static const std::map<std::string_view, const char*> commands = {
+      {"check", "analyze"},  {"info", "analyze"}, {"status", "analyze"}, {"test", "verify"},  {"list", "survey"},
+      {"ls", "survey"},      {"scan", "survey"},  {"rename", "fix"},     {"renumber", "fix"}, {"correct", "fix"},
+      {"show", "draw"},      {"view", "draw"},    {"svg", "draw"},       {"print", "report"}, {"html", "report"},
+      {"repair", "suggest"}, {"restore", "undo"}, {"revert", "undo"},    {"text", "dump"},    {"names", "instruments"}};
+  const auto found = commands.find(typed);
+  return found == commands.end() ? std::nullopt : std::optional<std::string>(found->second);
+}
+
 }  // namespace
 
 UsageError unknownCommand(const CommandTable& table, const std::string& typed) {
-  return {"unknown command: " + typed + didYouMean(nearestWord(typed, commandNames(table))),
+  const auto meant = meantBy(typed);
+  return {"unknown command: " + typed + didYouMean(meant ? meant : nearestWord(typed, commandNames(table))),
           helpOf(table.program) + " lists the commands."};
 }
 

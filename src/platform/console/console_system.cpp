@@ -173,6 +173,14 @@ std::string ConsoleSystem::startFolder() {
   return failure ? "" : (folder / "").string();
 }
 
+std::string ConsoleSystem::newName(const std::string& stem) const {
+  std::string name = stem;
+  for (int number = 2; kindOf(startFolder_ + name) != PathKind::missing; ++number) {
+    name = stem + std::to_string(number);
+  }
+  return name;
+}
+
 void ConsoleSystem::showAs(const std::vector<FoundFile>& files) {
   for (const FoundFile& file : files) {
     shownAs_[upperCase(file.name)] = file.path;

@@ -28,6 +28,13 @@ bool isMistakenText(const Message& message, const std::string& file) {
   return message.code == code::structureError && !file.empty() && file != "-" && isPageText(file);
 }
 
+/// Whether the message is about a list of pages that was named as one.
+bool isMistakenList(const Message& message, const std::string& file) {
+  const bool isRefused =
+      message.code == code::structureError || message.code == code::naming || message.code == code::namingNoNumber;
+  return isRefused && !file.empty() && file != "-" && isPageList(file);
+}
+
 /// Messages of which the console prints the facts elsewhere.
 bool isSilent(const Message& message) {
   return message.code == code::sortFinished;
@@ -39,6 +46,9 @@ std::string commandAfter(const Message& message, const std::string& file) {
   const bool isOneLine = printable(file) == file;
   if (file.empty() || file == "-" || !isOneLine) {
     return "";
+  }
+  if (isMistakenList(message, file)) {
+    return "kivsys analyze --names " + fileWord(file);
   }
   if (isMistakenText(message, file)) {
     const std::size_t dot = file.rfind('.');
@@ -70,12 +80,14 @@ std::string consoleLines(const Message& message, const FileNamer& nameOf, const 
   }
   std::string line = "kivsys: ";
   line += file.empty() ? "" : printable(file) + ": ";
-  const bool isText = isMistakenText(message, file);
-  line += location.item == 0 || isText ? "" : "item " + std::to_string(location.item) + ": ";
+  const bool isList = isMistakenList(message, file);
+  const bool isText = !isList && isMistakenText(message, file);
+  line += location.item == 0 || isText || isList ? "" : "item " + std::to_string(location.item) + ": ";
   line += isNote(message) ? "note: " : "";
   const FileNamer printableName = [&](const std::string& name) { return printable(nameOf(name)); };
-  const std::string sentence =
-      isText ? "this is the text of a page, not a page" : consoleSentence(message, printableName);
+  const std::string sentence = isList   ? "this is a list of pages, not a page"
+                               : isText ? "this is the text of a page, not a page"
+                                        : consoleSentence(message, printableName);
   return line + printable(sentence + reasonOf(message, writeFailure)) + "\n" + nextLine(message, file);
 }
 

@@ -19,6 +19,7 @@ std::atomic<int> noted = 0;
 static_assert(std::atomic<int>::is_always_lock_free, "a signal handler may touch nothing else");
 std::atomic<bool> stopped = false;
 std::atomic<bool> noting = false;
+std::atomic<bool> finishing = false;
 
 constexpr int signalBase = 128;
 
@@ -124,8 +125,12 @@ std::string signalName(int signal) {
   return "signal " + std::to_string(signal);
 }
 
+void finishWhenStopped() {
+  finishing = true;
+}
+
 void endIfStopped() {
-  if (noted != 0 && !stopped.exchange(true)) {
+  if (noted != 0 && !finishing && !stopped.exchange(true)) {
     throw ProgramEnd{signalBase + noted};
   }
 }

@@ -25,6 +25,8 @@ std::string signalName(int signal);
 /// A point where a run can be stopped: ends the program with status 128 + signal when a signal has asked for that. It
 /// does so once; what is to be done before the program is gone is not stopped.
 void endIfStopped();
+/// From now on endIfStopped ends nothing: the run itself asks for the signal, and finishes what it has begun.
+void finishWhenStopped();
 /// Whether endIfStopped has ended the run.
 bool hasStopped();
 

@@ -80,6 +80,11 @@ std::optional<std::string> readFailure(const std::string& path) {
   return S_ISREG(status.st_mode) ? std::nullopt : std::optional<std::string>("Not a regular file");
 }
 
+std::optional<std::string> writeFailure(const std::string& path) {
+  const Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+  return file.isOpen() ? std::nullopt : std::optional(lastFailure());
+}
+
 std::optional<std::string> listFailure(const std::string& folder) {
   const Descriptor open(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   return open.isOpen() || errno == EMFILE || errno == ENFILE ? std::nullopt : std::optional(lastFailure());

@@ -75,6 +75,10 @@ std::optional<std::string> readFailure(const std::string& path) {
   return GetFileType(file.get()) == FILE_TYPE_DISK ? std::nullopt : std::optional<std::string>("Not a file on a disk");
 }
 
+std::optional<std::string> writeFailure(const std::string& path) {
+  return openAs(path, GENERIC_WRITE).isOpen() ? std::nullopt : std::optional(lastFailure());
+}
+
 std::optional<std::string> listFailure(const std::string& folder) {
   return openAs(folder, FILE_LIST_DIRECTORY).isOpen() ? std::nullopt : std::optional(lastFailure());
 }
