@@ -275,7 +275,7 @@ class OrchestraWriter {
 std::string asText(const Orchestra& orchestra) {
   std::string all;
   for (const auto& [name, page] : orchestra.pages) {
-    all += "--- " + name + "\n" + page;
+    all.append("--- ").append(name).append("\n").append(page);
   }
   return all;
 }

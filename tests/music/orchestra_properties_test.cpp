@@ -4,6 +4,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -107,8 +108,10 @@ enum class Errors { none, any };
 /// Looks for what is wrong with the results of a piece.
 class Trial {
  public:
-  Trial(const Orchestra& orchestra, std::uint32_t number, Errors errors)
-      : orchestra_(orchestra), errors_(errors), fitted_(pagesOf(orchestra_), number % 2 == 0, RestStaves::fitting) {
+  Trial(Orchestra orchestra, std::uint32_t number, Errors errors)
+      : orchestra_(std::move(orchestra)),
+        errors_(errors),
+        fitted_(pagesOf(orchestra_), number % 2 == 0, RestStaves::fitting) {
     if (!needsConversion()) {
       return;
     }
