@@ -1,6 +1,6 @@
 #!/bin/sh
 # Counts instructions, which do not depend on the load of the machine: of each further page of an analysis, and of each
-# further system of a conversion.
+# further system of a conversion, of its proof, and of suggestions.
 # Usage: bench/instructions.sh BUILD_FOLDER [--check]; with --check it compares with bench/instructions.txt and fails
 # where a count has grown by more than 5 %.
 set -eu
@@ -11,7 +11,10 @@ kivsys=$build/apps/kivsys/kivsys
 # changes meanwhile.
 work=$(mktemp -d /var/tmp/kiv-bench-XXXXXX)
 trap 'rm -rf "$work"' EXIT
-mkdir -p "$work/pages" "$work/systems" "$work/run"
+mkdir -p "$work/pages" "$work/systems" "$work/run" "$work/state"
+# What undo keeps is not the user's.
+XDG_STATE_HOME=$work/state
+export XDG_STATE_HOME
 "$build/bench/make_group" "$work/pages" 60
 "$build/bench/make_systems" "$work/systems" 90 20
 cd "$work/run"
@@ -29,12 +32,30 @@ further() { echo $((($1 - $2) / $3)); }
 bytes=$(wc -c <"$work/pages/PAGE00001.MUS")
 # shellcheck disable=SC2046  # the names are ours and have no blanks
 page=$(further "$(count "$kivsys" analyze $(first pages 60))" "$(count "$kivsys" analyze $(first pages 10))" 50)
-# shellcheck disable=SC2046
-system=$(further "$(count "$kivsys" convert --result "$work/WORK0001.MUS" $(first systems 30))" \
-  "$(count "$kivsys" convert --result "$work/WORK0001.MUS" $(first systems 10))" 60)
+# perSystem COMMAND [OPTION...]: the same of systems.
+perSystem() {
+  # shellcheck disable=SC2046
+  further "$(count "$kivsys" "$@" $(first systems 30))" "$(count "$kivsys" "$@" $(first systems 10))" 60
+}
+system=$(perSystem convert --jobs 1 --result "$work/WORK0001.MUS")
+suggestion=$(perSystem suggest)
+# proof PAGES: the instructions that the proof of a conversion takes.
+proof() {
+  rm -f "$work"/WORK*.MUS
+  # shellcheck disable=SC2046
+  "$kivsys" convert --quiet --no-undo --result "$work/WORK0001.MUS" $(first systems "$1") >/dev/null
+  mkdir -p "$work/results"
+  rm -f "$work"/results/*
+  mv "$work"/WORK*.MUS "$work/results"
+  # shellcheck disable=SC2046
+  count "$kivsys" verify --result "$work/results/WORK0001.MUS" $(first systems "$1")
+}
+proof=$(further "$(proof 30)" "$(proof 10)" 60)
 printf 'analyze, instructions per page    %s\n' "$page"
 awk -v page="$page" -v bytes="$bytes" 'BEGIN { printf "analyze, instructions per byte    %.2f\n", page / bytes }'
 printf 'convert, instructions per system  %s\n' "$system"
+printf 'verify, instructions per system   %s\n' "$proof"
+printf 'suggest, instructions per system  %s\n' "$suggestion"
 [ "${2:-}" = --check ] || exit 0
 
 # check NAME COUNT: against the committed one.
@@ -49,3 +70,5 @@ check() {
 }
 check analyze-page "$page"
 check convert-system "$system"
+check verify-system "$proof"
+check suggest-system "$suggestion"

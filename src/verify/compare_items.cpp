@@ -57,7 +57,10 @@ class ItemComparison {
 
 /// The key of an item on its staff in its result.
 std::string fullKey(std::size_t result, const Item& item) {
-  return std::to_string(result) + ":" + wordOf(item[par::staff]) + itemKey(item);
+  std::string key = std::to_string(result) + ":";
+  appendWord(item[par::staff], key);
+  appendItemKey(item, key);
+  return key;
 }
 
 void ItemComparison::matchIdentical() {

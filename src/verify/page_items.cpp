@@ -48,9 +48,9 @@ void appendItem(const Item& item, std::string& bytes) {
   const std::string chunks = hasText ? chunksOf(item) : "";
   const int last = lastParameter(item);
   const std::size_t words = static_cast<std::size_t>(last) + chunks.size() / wordSize;
-  bytes += wordOf(static_cast<float>(words));
+  appendWord(static_cast<float>(words), bytes);
   for (int p = 1; p <= last; ++p) {
-    bytes += wordOf(item[p]);
+    appendWord(item[p], bytes);
   }
   bytes += chunks;
 }
@@ -59,7 +59,7 @@ void appendItem(const Item& item, std::string& bytes) {
 std::string trailer() {
   std::string bytes("  \0\0", wordSize);
   for (const float number : {0.0F, 3.0F, 0.0F, 5.0F, -9999.0F}) {
-    bytes += wordOf(number);
+    appendWord(number, bytes);
   }
   return bytes;
 }
@@ -113,11 +113,18 @@ Item asWritten(Item item) {
 }
 
 std::string itemKey(const Item& item) {
-  std::string key = wordOf(item[par::type]);
+  std::string key;
+  appendItemKey(item, key);
+  return key;
+}
+
+void appendItemKey(const Item& item, std::string& key) {
+  key.reserve(key.size() + wordSize * parameterCount + item.text.size());
+  appendWord(item[par::type], key);
   for (int p = par::position; p <= parameterCount; ++p) {
-    key += wordOf(item[p]);
+    appendWord(item[p], key);
   }
-  return key + item.text;
+  key += item.text;
 }
 
 std::string pageOf(const std::vector<Item>& items) {

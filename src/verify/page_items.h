@@ -33,6 +33,8 @@ Item asWritten(Item item);
 
 /// Bytes that are the same for two items exactly when the items differ in no more than their staff number.
 std::string itemKey(const Item& item);
+/// Appends these bytes.
+void appendItemKey(const Item& item, std::string& key);
 
 /// The page file of these items, in this order. Items are as asWritten gives them.
 std::string pageOf(const std::vector<Item>& items);

@@ -7,7 +7,7 @@ namespace kiv::proof {
 
 constexpr std::size_t wordSize = 4;  ///< bytes
 
-/// The word of a page file that holds a number: its bits as a single-precision number, the lowest byte first.
-std::string wordOf(float number);
+/// Appends the word of a page file that holds a number: its bits as a single-precision number, the lowest byte first.
+void appendWord(float number, std::string& bytes);
 
 }  // namespace kiv::proof
