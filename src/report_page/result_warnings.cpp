@@ -16,6 +16,7 @@ std::set<std::int16_t> playingIn(const SystemFact& system) {
 std::vector<Message> resultWarnings(Files& files, const std::string& firstResult,
                                     const std::vector<SystemFact>& systems) {
   std::vector<CheckedResult> results;
+  results.reserve(systems.size());
   for (const SystemFact& system : systems) {
     results.push_back({resultName(firstResult, static_cast<std::size_t>(system.number)), playingIn(system)});
   }
