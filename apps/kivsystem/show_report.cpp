@@ -67,6 +67,7 @@ void showReport(const KivSystem& program) {
   } catch (const std::bad_alloc&) {
     failure = messages::reportNotShown(program.analyzed->files.front(), "Out of memory");
   }
+  user.showProgress(0, 0, "pages");  // it may have ended before the last page
   user.setPointer(Pointer::normal);
   if (failure) {
     user.show(*failure);

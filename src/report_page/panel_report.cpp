@@ -28,6 +28,7 @@ std::string argumentsOf(const ReportHost& host, const AnalyzedGroup& group, cons
   if (files.size() > mostNamed) {
     const std::string folder = justPath(host.machine, group.files.front());
     std::vector<std::string> names;
+    names.reserve(files.size());
     for (const std::string& file : files) {
       names.push_back(withoutPath(host.machine, file));
     }

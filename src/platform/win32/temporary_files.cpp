@@ -57,7 +57,11 @@ std::optional<std::string> writeNew(const std::wstring& path, std::string_view b
 }  // namespace
 
 std::optional<FileFailure> openAsTemporaryPage(std::string_view page) {
-  const std::wstring path = temporaryFolder() + L"KivSystem-" + randomDigits() + L".html";
+  const std::wstring folder = temporaryFolder();
+  if (folder.empty()) {
+    return FileFailure{"%TEMP%", lastFailure()};
+  }
+  const std::wstring path = folder + L"KivSystem-" + randomDigits() + L".html";
   auto failure = writeNew(path, page);
   if (!failure) {
     failure = openInShell(path);
@@ -66,8 +70,10 @@ std::optional<FileFailure> openAsTemporaryPage(std::string_view page) {
 }
 
 std::string makeTemporaryFolder() {
-  const std::wstring path = temporaryFolder() + L"kivsys-" + randomDigits();
-  return CreateDirectoryW(path.c_str(), nullptr) != FALSE ? closestPath(path) : std::string();
+  const std::wstring folder = temporaryFolder();
+  const std::wstring path = folder + L"kivsys-" + randomDigits();
+  const bool isMade = !folder.empty() && CreateDirectoryW(path.c_str(), nullptr) != FALSE;
+  return isMade ? closestPath(path) : std::string();
 }
 
 }  // namespace kiv
