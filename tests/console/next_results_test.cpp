@@ -68,6 +68,8 @@ TEST_F(NextResults, OfPagesThatCanBeUsedAreMadeOnRequestOnly) {
   expectError({"convert", "x1.mus"}, note + "Next: kivsys convert --force x1.mus --result converted/WORK0001.MUS\n");
   expectError({"convert", "x1.mus", "-o", "new/WORK0001.MUS", "--fit"},
               note + "Next: kivsys convert --force x1.mus --fit --result new/WORK0001.MUS\n");
+  expectError({"convert", "x1.mus", "--allow-zero-id"},
+              note + "Next: kivsys convert --force x1.mus --allow-zero-id --result converted/WORK0001.MUS\n");
   expectNoNext({"convert", "--force", "x1.mus"});
 }
 

@@ -27,6 +27,12 @@ TEST_F(ResultFolders, CanBeNamedForTheFirstResult) {
   EXPECT_EQ(place.kivsys({"convert", "w", "-o", "missing"}).status, 2) << "it may be meant as a file";
 }
 
+TEST_F(ResultFolders, ThatHaveTheNameOfAResultAreInItsWay) {
+  fs::create_directories(place.path() / "out/WORK0001.MUS");
+  EXPECT_NE(place.kivsys({"convert", "w", "-o", "out/WORK0001.MUS"}).status, 0);
+  EXPECT_TRUE(fs::is_empty(place.path() / "out/WORK0001.MUS"));
+}
+
 TEST_F(ResultFolders, ThatAreThoseOfThePagesLeaveTheResultsOut) {
   ASSERT_EQ(place.kivsys({"convert", "w"}).status, 0);
   const std::string note =

@@ -26,8 +26,8 @@ std::string noResultsNote(const ConsoleSystem& system, const RunOutcome& outcome
   if (isCorrected) {
     next = "kivsys fix" + selectionArguments(selection) + " -o " + fileWord(system.newName("fixed"));
   } else {
-    next = "kivsys convert --force" + selectionArguments(selection) + (options.fit ? " --fit" : "") +
-           (selection.layout.empty() ? "" : " --layout " + fileWord(selection.layout)) +
+    next = "kivsys convert --force" + selectionArguments(selection) + (options.allowZeroId ? " --allow-zero-id" : "") +
+           (options.fit ? " --fit" : "") + (selection.layout.empty() ? "" : " --layout " + fileWord(selection.layout)) +
            (options.result.empty() ? newResultArgument(system) : " --result " + fileWord(options.result));
   }
   const bool canFix = selection.folder.empty() || selection.names.empty();

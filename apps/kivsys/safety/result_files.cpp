@@ -122,7 +122,8 @@ class Conflicts {
 std::string resultIn(const std::string& typed) {
   constexpr bool isWindows = std::filesystem::path::preferred_separator == '\\';
   const bool hasSeparator = typed.ends_with('/') || (isWindows && typed.ends_with('\\'));
-  if (typed.empty() || (!hasSeparator && kindOf(typed) != PathKind::folder)) {
+  const bool isNamedResult = capitals(typed).ends_with(firstNumberAndSuffix);  // a folder of that name is in the way
+  if (typed.empty() || (!hasSeparator && (isNamedResult || kindOf(typed) != PathKind::folder))) {
     return typed;
   }
   return typed + (hasSeparator ? "" : "/") + "WORK" + std::string(firstNumberAndSuffix);
