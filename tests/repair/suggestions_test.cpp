@@ -223,6 +223,12 @@ TEST_F(SuggestedIds, NamesLeftOfTheStavesDistinguishInstruments) {
   EXPECT_THAT(suggest().corrections.front().reason, ::testing::HasSubstr("named \"Horn\""));
 }
 
+TEST_F(SuggestedIds, AStaffIsNoEvidenceForItself) {
+  addSystems(6, score);
+  addSystem({101, 102, 0, 104, 105}, "text 3 at 1 p4 3 \"Horn\"\n");
+  EXPECT_EQ(suggest().corrections.at(0).reason, "between 102 and 104, as in 6 of 6 systems; treble clef");
+}
+
 TEST_F(SuggestedIds, ShownInstrumentNumbersDistinguishInstruments) {
   addSystems(6, score);
   addSystems(3, {101, 104, 105});
