@@ -144,7 +144,8 @@ void ConvertRun::warn(ConvertOutput& output, const std::vector<Message>& refused
   const bool converts = needsConversion_ || options_.force;
   output.warnings =
       showWarnings(console_.user(), program_, group_,
-                   {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId}, options_.json);
+                   {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId, results_.listed.ids()},
+                   options_.json);
   warnOfMusic(refusedOver, output);
   output.refused = isRefused_;
   if (output.refused) {
@@ -216,7 +217,7 @@ struct Refusal {
 
 Refusal refusalByStrict(ConsoleSystem& system, const std::string& namesFile, const ConvertOptions& options,
                         const ResultPlan& plan) {
-  if (isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force})) {
+  if (isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force, plan.listed.ids()})) {
     return {true, {}};
   }
   auto warnings = tryForMusicWarnings(
@@ -271,7 +272,8 @@ int runConvert(const ConvertOptions& typed) {
     use.writtenFolders = [&](const SelectedPages& pages) { return writtenFolders(system, options, pages, plan); };
   }
   use.isRefused = [&](const std::string& namesFile) {
-    return options.strict && isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force});
+    return options.strict &&
+           isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force, plan.listed.ids()});
   };
   return runOnSelection(console, options.selection, use,
                         [&](const std::string& namesFile) { return convertNames(console, options, plan, namesFile); });
