@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "apps/kivsys/commands/conversion_next.h"
 #include "apps/kivsys/commands/conversion_plan.h"
 #include "apps/kivsys/commands/dry_run.h"
 #include "apps/kivsys/commands/music_check.h"
@@ -173,10 +174,9 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   const bool anyPages = pages_ == nullptr || pages_->anyLeft();
   bool normalEnd = anyPages && endsNormally(console_, [&] { analyze(); }) && program_.names.nameCount > 0;
   const RunOutcome analysis = outcomeOf(program_, console_, normalEnd);
-  ConvertOutput output;
+  ConvertOutput output = outputWithNext(console_, program_, group_, {analysis, options_.selection});
   output.pages = pages_;
   output.listed = results_.listed.isGiven() ? &results_.listed : nullptr;
-  output.nameOf = namerOf(console_, options_.selection.likePanel);
   if (normalEnd && !options_.selection.likePanel) {
     warn(output, refusedOver);
   }
@@ -243,7 +243,7 @@ int convertNames(ConsoleHost& console, const ConvertOptions& options, const Resu
   if (!options.selection.likePanel && !output.refused) {
     console.user().printNotes(options.dryRun ? dryRunNote(output, options, plan) : noResultsNote(output.outcome));
   }
-  return print(output, options.json);
+  return printWithNext(console, output, options.json);
 }
 
 }  // namespace
