@@ -136,4 +136,18 @@ std::optional<CsvRecord> CsvReader::next() {
   return std::nullopt;
 }
 
+std::optional<std::string> whyOtherTable(std::string_view text) {
+  constexpr std::string_view littleEndian = "\xFF\xFE";
+  constexpr std::string_view bigEndian = "\xFE\xFF";
+  const std::string advice = "; store it as comma-separated values in UTF-8";
+  if (text.starts_with(littleEndian) || text.starts_with(bigEndian)) {
+    return "the table is in UTF-16" + advice;
+  }
+  const std::string_view head = text.substr(0, text.find_first_of("\r\n"));
+  const bool hasTabs = head.find('\t') != std::string_view::npos;
+  return hasTabs && head.find_first_of(",;") == std::string_view::npos
+             ? std::optional("tabs separate the cells of the table" + advice)
+             : std::nullopt;
+}
+
 }  // namespace kiv

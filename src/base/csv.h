@@ -54,4 +54,8 @@ class CsvReader {
   std::optional<CsvError> error_;
 };
 
+/// Why a text is none of comma-separated values, though a spreadsheet has written it: it is in UTF-16, or tabs separate
+/// its cells. Nullopt for any other text.
+std::optional<std::string> whyOtherTable(std::string_view text);
+
 }  // namespace kiv

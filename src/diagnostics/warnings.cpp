@@ -87,7 +87,7 @@ void WarningFinder::addSystem(const SystemFact& system, const std::set<std::int1
 }
 
 void WarningFinder::addSystems() {
-  std::set<std::int16_t> instruments;
+  std::set<std::int16_t> instruments = run_.required;
   for (const SystemFact& system : group_.systems()) {
     for (const StaffFact& staff : system.staves) {
       instruments.insert(staff.instrument);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -19,7 +21,8 @@ enum class RunScope {
 /// A run that warnings are about.
 struct WarnedRun {
   RunScope scope = RunScope::analysis;
-  bool allowsZeroIds = false;  ///< no message says that instrument identifiers are 0
+  bool allowsZeroIds = false;         ///< no message says that instrument identifiers are 0
+  std::set<std::int16_t> required{};  ///< instruments that every result gets, even those that no page has
 };
 
 /// What a run over pages loses or changes without a message. The facts have observed the analysis of these inputs, full

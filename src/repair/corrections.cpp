@@ -56,7 +56,8 @@ class TableReader {
       isFull_ = true;
       return fail("has too many errors before it; the rest is not read");
     }
-    if (row.cells.size() > width_) {
+    const bool endsEmpty = row.cells.size() == width_ + 1 && row.cells.back().empty();  // a separator too many
+    if (row.cells.size() > width_ && !endsEmpty) {
       return fail("has more cells than the first row");
     }
     if (cell(newId).empty()) {
@@ -188,6 +189,9 @@ std::optional<std::int16_t> idIn(std::string_view text) {
 }
 
 Corrections readCorrections(std::string_view csv) {
+  if (auto reason = whyOtherTable(csv)) {
+    return {{}, 0, {{1, std::move(*reason)}}};
+  }
   CsvReader records(csv);
   const auto head = records.next();
   if (!head) {

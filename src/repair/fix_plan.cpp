@@ -44,7 +44,7 @@ class Planner {
     if (found == nullptr) {
       return fail(request.origin, target.name + " has no " + nameOf(request));
     }
-    if (request.oldId && found->id != *request.oldId) {
+    if (request.oldId && !hasId(*found, *request.oldId)) {
       return fail(request.origin, nameOf(request) + " of " + target.name + " has the id " + generalNumber(found->id) +
                                       ", not " + generalNumber(*request.oldId));
     }
@@ -55,7 +55,7 @@ class Planner {
     bool isFound = false;
     for (std::size_t page = 0; page < pages_.size(); ++page) {
       for (const PageId& id : pages_[page].ids) {
-        if (id.id == mapping.oldId) {
+        if (hasId(id, mapping.oldId)) {
           want(page, id, mapping.newId, mapping.origin);
           isFound = true;
         }
@@ -84,6 +84,9 @@ class Planner {
     IdChange change;
     std::string origin;
   };
+
+  /// Whether the item has this id, as the file has it or as an analysis counts it.
+  static bool hasId(const PageId& at, float id) { return at.id == id || countedId(at) == id; }
 
   static bool isMeant(const PageId& id, const IdRequest& request) {
     const ItemType type = request.isCue ? ItemType::rest : ItemType::staff;

@@ -98,6 +98,9 @@ LayoutOrError readLayoutFile(std::string_view text) {
   if (text.size() > longestLayoutFile) {
     return LayoutFileError{1, "the table is longer than " + std::to_string(longestLayoutFile) + " bytes"};
   }
+  if (auto reason = whyOtherTable(text)) {
+    return LayoutFileError{1, std::move(*reason)};
+  }
   CsvReader reader(text);
   const auto heads = reader.next();
   LayoutOrError layout = heads ? readRows(reader, *heads) : LayoutFileError{1, "the table is empty"};

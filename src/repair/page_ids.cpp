@@ -1,5 +1,6 @@
 #include "repair/page_ids.h"
 
+#include <cmath>
 #include <cstddef>
 #include <limits>
 #include <utility>
@@ -77,6 +78,15 @@ class ItemDifference {
 };
 
 }  // namespace
+
+std::optional<std::int16_t> countedId(const PageId& id) {
+  const float number = id.type == ItemType::staff ? std::fabs(id.id) : id.id;
+  if (number == std::trunc(number)) {
+    return toInt16(number);
+  }
+  const auto asReportHasIt = strictNumber(generalNumber(number));
+  return asReportHasIt ? toInt16(*asReportHasIt) : std::nullopt;
+}
 
 int idParameter(ItemType type) {
   return type == ItemType::staff ? par::instrument

@@ -20,6 +20,10 @@ struct PageId {
   bool operator==(const PageId&) const = default;
 };
 
+/// The id as an analysis counts it: rounded to a whole number of 16 bits, for a staff without its sign; nullopt when it
+/// counts none.
+std::optional<std::int16_t> countedId(const PageId& id);
+
 /// The parameter that holds the id in an item of such a type.
 int idParameter(ItemType type);
 

@@ -144,9 +144,10 @@ std::vector<std::int16_t> SlotIdentifier::candidates() const {
   return {ids.begin(), ids.end()};
 }
 
+/// Whether a slot beside has this id. No id, 0, is nobody's.
 bool SlotIdentifier::isNeighbor(std::size_t slot, std::int16_t id) const {
-  return (slot > 0 && slots_[slot - 1].commonestId() == id) ||
-         (slot + 1 < slots_.size() && slots_[slot + 1].commonestId() == id);
+  return id != 0 && ((slot > 0 && slots_[slot - 1].commonestId() == id) ||
+                     (slot + 1 < slots_.size() && slots_[slot + 1].commonestId() == id));
 }
 
 /// How well an id that some staff of the slot has, or none, fits to the ids around; impossible for one that cannot be

@@ -109,8 +109,20 @@ std::string SuggestionReasons::place(std::size_t system, std::size_t staff, std:
                          (all == 1 ? " system" : " systems");
 }
 
+/// The staves of the slot in all other systems: what a staff looks like is no evidence for itself.
+LayoutSlot SuggestionReasons::slotWithout(std::size_t system, std::size_t slot) const {
+  LayoutSlot others = knowledge_.layout.slots[slot];
+  const auto& slotOf = knowledge_.layout.slotOf[system];
+  for (std::size_t i = 0; i < slotOf.size(); ++i) {
+    if (slotOf[i] == slot) {
+      others.add(knowledge_.group.systems[system][i], -1);
+    }
+  }
+  return others;
+}
+
 std::vector<std::string> SuggestionReasons::looks(std::size_t system, std::size_t staff, std::size_t slot) const {
-  const LayoutSlot& there = knowledge_.layout.slots[slot];
+  const LayoutSlot there = slotWithout(system, slot);
   const CodedStaff& coded = knowledge_.group.systems[system][staff];
   const StaffEvidence& evidence = group_[system].staves[staff];
   const auto tells = [&](Feature feature) { return there.featureScore(coded, feature, knowledge_.group) > telling; };

@@ -32,6 +32,7 @@ class SuggestionReasons {
  private:
   void collectPlacesAndNames();
   std::string place(std::size_t system, std::size_t staff, std::int16_t id) const;
+  LayoutSlot slotWithout(std::size_t system, std::size_t slot) const;
   std::vector<std::string> looks(std::size_t system, std::size_t staff, std::size_t slot) const;
 
   const GroupEvidence& group_;

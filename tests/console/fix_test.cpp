@@ -90,6 +90,17 @@ TEST_F(ConsoleFix, APageWithoutACorrectionIsCopied) {
   EXPECT_EQ(place.read("f/x2.mus"), place.read("x2.mus"));
 }
 
+TEST_F(ConsoleFix, ARowOfAPageInAnotherFolderRefusesTheRun) {
+  place.write("c.csv", head + "/somewhere/else/X1.MUS,1,1,2,staff,zero,0,102,sure,\n");
+  const Ended ended = place.kivsys({"fix", "x1.mus", "x2.mus", "--corrections", "c.csv", "-o", "fixed"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_EQ(ended.error, "kivsys: c.csv:2: /somewhere/else/X1.MUS is none of the pages\n");
+  expectUnchanged();
+  place.write("c.csv", head + path("x1.mus") + ",1,1,2,staff,zero,0,102,sure,\n");
+  const Ended named = place.kivsys({"fix", "x1.mus", "x2.mus", "--corrections", "c.csv", "-o", "fixed"});
+  EXPECT_EQ(named.status, 0) << named.error;
+}
+
 TEST_F(ConsoleFix, OneCorrectionThatDoesNotFitRefusesTheWholeRun) {
   place.write("c.csv", head +
                            "X1.MUS,1,1,2,staff,zero,0,102,sure,\n"

@@ -157,6 +157,21 @@ TEST_F(ListedConversionRun, AnotherOrderThanThatOfTheIdsIsNoted) {
                                      "that of l.csv; kivsys fix --renumber changes the ids\n"));
 }
 
+TEST_F(ListedConversionRun, ListedInstrumentsCountTowardsTheStavesThatAResultCanHave) {
+  addTwo();
+  std::string table = "id\n";
+  for (int id = 101; id <= 133; ++id) {
+    table += std::to_string(id) + "\n";
+  }
+  place.write("l.csv", table);
+  const Ended strict = convert({"x1.mus", "x2.mus", "--layout", "l.csv", "--strict"});
+  EXPECT_EQ(strict.status, 3);
+  EXPECT_NE(strict.error.find("33 staves"), std::string::npos) << strict.error;
+  EXPECT_EQ(filesIn(place.path() / "out"), Names{});
+  const Ended warned = convert({"x1.mus", "x2.mus", "--layout", "l.csv", "--json"});
+  EXPECT_NE(warned.out.find("too-many-staves"), std::string::npos) << warned.out;
+}
+
 TEST_F(ListedConversionRun, TheTableIsNoOutputAndThePanelHasNone) {
   addTwo();
   fs::rename(place.path() / "l.csv", place.path() / "KivSystem1.TXT");

@@ -122,6 +122,36 @@ TEST_F(NextStep, IsNoneAfterACriticalEndThatNoCommandMends) {
   EXPECT_EQ(after({"x1.mus"}), "");
 }
 
+TEST_F(NextStep, IsSaidAfterAConversionToo) {
+  addPage("x1.mus", 0, 102);
+  addPage("x2.mus", 101, 102);
+  for (const std::string option : {"--dry-run", "--strict"}) {
+    const std::vector<std::string> run = {"convert", "x1.mus", "x2.mus", "--result", "WORK0001.MUS", option};
+    EXPECT_NE(place.kivsys(run).error.find("Next: kivsys suggest x1.mus x2.mus\n"), std::string::npos) << option;
+    std::vector<std::string> asJson = run;
+    asJson.emplace_back("--json");
+    const Json all = Json::parse(place.kivsys(asJson).out);
+    EXPECT_EQ(all["next"], "kivsys suggest x1.mus x2.mus") << option;
+    EXPECT_EQ(schemaErrors(all, "convert"), std::vector<std::string>());
+  }
+}
+
+TEST_F(NextStep, IsNoneAfterAConversionInWhichNothingIsWrong) {
+  addPage("x1.mus", 101, 102, "rest 2 at 20 kind -2 cue 102\n");
+  addPage("x2.mus", 102, 101);
+  const Ended ended = place.kivsys({"convert", "x1.mus", "x2.mus", "--result", "WORK0001.MUS", "--dry-run"});
+  EXPECT_EQ(ended.error.find("Next: "), std::string::npos) << ended.error;
+}
+
+TEST_F(NextStep, OfAConversionHasItsTableOfInstruments) {
+  addPage("x1.mus", 0, 0);
+  addPage("x2.mus", 101, 102, "rest 2 at 20 kind -2 cue 105\n");
+  place.write("l.csv", "id\n101\n102\n");
+  EXPECT_NE(place.kivsys({"convert", "x2.mus", "--layout", "l.csv", "--result", "WORK0001.MUS", "--dry-run", "--force"})
+                .error.find("Next: kivsys suggest x2.mus --layout l.csv\n"),
+            std::string::npos);
+}
+
 TEST_F(NextStep, IsNotSaidLikeThePanel) {
   addPage("X1.MUS", 0, 102);
   EXPECT_EQ(place.kivsys({"analyze", "--like-panel", "X1.MUS"}).error.find("Next: "), std::string::npos);

@@ -59,6 +59,23 @@ TEST(ReadCorrections, EveryWrongLineIsReported) {
                                   {11, "has more cells than the first row"}}));
 }
 
+TEST(ReadCorrections, TablesInUtf16OrWithTabsAreCalledSo) {
+  using namespace std::string_view_literals;
+  const std::string advice = "; store it as comma-separated values in UTF-8";
+  EXPECT_EQ(readCorrections("\xFF\xFE"
+                            "f\0i\0l\0e\0"sv)
+                .errors,
+            (Errors{{1, "the table is in UTF-16" + advice}}));
+  EXPECT_EQ(readCorrections("file\tstaff\tnew_id\nX1.MUS\t1\t7\n").errors,
+            (Errors{{1, "tabs separate the cells of the table" + advice}}));
+}
+
+TEST(ReadCorrections, OneSeparatorTooManyIsNoError) {
+  const Corrections table = readCorrections("file,staff,new_id\nX1.MUS,1,7,\nX1.MUS,2,8,,\n");
+  EXPECT_EQ(table.rows.size(), 1U);
+  EXPECT_EQ(table.errors, (Errors{{3, "has more cells than the first row"}}));
+}
+
 TEST(ReadCorrections, HeadsAndWordsMayBeWrittenInEitherCase) {
   const Corrections table =
       readCorrections("File,STAFF,New_Id,Item,What,Old_ID,Confidence\nX1.MUS,1,7,9,Cue,66,GUESS\n");

@@ -36,6 +36,23 @@ TEST(PlanFix, AMappingChangesStavesCuesAndShownNumbers) {
   EXPECT_EQ(plan.changes, (std::vector<Changes>{{{flute, 7}, {shownFlute, 7}, {fluteCue, 7}}, {}}));
 }
 
+TEST(PlanFix, AStaffHasTheIdThatAnAnalysisCounts) {
+  const PageId negative{1, ItemType::staff, 1, -102};
+  const PageId fraction{2, ItemType::staff, 2, 102.25F};
+  const PageId negativeCue{3, ItemType::rest, 1, -102};
+  const PageId fractionCue{4, ItemType::rest, 1, 102.25F};
+  const std::vector<PageToFix> counted = {{"X1.MUS", {negative, fraction, negativeCue, fractionCue}}};
+  EXPECT_EQ(planFix(counted, {}, {{"--map 102=7", 102, 7}}).changes,
+            (std::vector<Changes>{{{negative, 7}, {fraction, 7}, {fractionCue, 7}}}));
+  EXPECT_EQ(planFix(counted, {}, {{"--map -102=7", -102, 7}}).changes,
+            (std::vector<Changes>{{{negative, 7}, {negativeCue, 7}}}));
+  for (const float staff : {1.0F, 2.0F}) {
+    IdRequest row = request("X1.MUS", staff, 7);
+    row.oldId = 102.0F;
+    EXPECT_EQ(planFix(counted, {row}, {}).errors, Texts{}) << staff;
+  }
+}
+
 TEST(PlanFix, MappingsDoNotSeeEachOther) {
   const FixPlan plan = planFix(pages, {}, {{"a", 101, 66}, {"b", 66, 101}});
   EXPECT_EQ(plan.errors, Texts{});

@@ -47,6 +47,9 @@ TEST(LayoutFile, SkipsTheStavesWithoutAnId) {
 
 TEST(LayoutFile, NamesTheLineThatIsWrong) {
   EXPECT_EQ(errorOf("id,name\n101,\"two\nlines\"\nx,Oboe\n"), (LayoutFileError{4, "\"x\" is no instrument id"}));
+  EXPECT_EQ(errorOf("id\tname\n7\tFlute\n"), (LayoutFileError{1,
+                                                              "tabs separate the cells of the table; store it as "
+                                                              "comma-separated values in UTF-8"}));
   EXPECT_EQ(errorOf("id\n7\n\n7\n"), (LayoutFileError{4, "the id 7 is listed twice"}));
   EXPECT_EQ(errorOf("id\n1.5\n"), (LayoutFileError{2, "\"1.5\" is no instrument id"}));
   EXPECT_EQ(errorOf("id\n-1\n"), (LayoutFileError{2, "\"-1\" is no instrument id"}));

@@ -1,5 +1,7 @@
 #include "repair/suggestions.h"
 
+#include <algorithm>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -17,8 +19,10 @@ void PrintTo(const DoubtfulId& at, std::ostream* out) {
 namespace kiv::test {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::SizeIs;
 using Ids = std::vector<int>;
 
 /// Suggestions for a group of pages with one system each.
@@ -58,6 +62,14 @@ class SuggestedIds : public ::testing::Test, public DiagnosedRun {
                       std::to_string(c.at.oldId) + " -> " + std::to_string(c.newId) + " " + nameOf(c.confidence));
     }
     return lines;
+  }
+
+  static ListedInstruments listed(const Ids& ids) {
+    ListedInstruments instruments;
+    for (const int id : ids) {
+      instruments.emplace_back().id = static_cast<std::int16_t>(id);
+    }
+    return instruments;
   }
 
   const Ids score = {101, 102, 103, 104, 105};
@@ -211,6 +223,12 @@ TEST_F(SuggestedIds, NamesLeftOfTheStavesDistinguishInstruments) {
   EXPECT_THAT(suggest().corrections.front().reason, ::testing::HasSubstr("named \"Horn\""));
 }
 
+TEST_F(SuggestedIds, AStaffIsNoEvidenceForItself) {
+  addSystems(6, score);
+  addSystem({101, 102, 0, 104, 105}, "text 3 at 1 p4 3 \"Horn\"\n");
+  EXPECT_EQ(suggest().corrections.at(0).reason, "between 102 and 104, as in 6 of 6 systems; treble clef");
+}
+
 TEST_F(SuggestedIds, ShownInstrumentNumbersDistinguishInstruments) {
   addSystems(6, score);
   addSystems(3, {101, 104, 105});
@@ -219,6 +237,19 @@ TEST_F(SuggestedIds, ShownInstrumentNumbersDistinguishInstruments) {
   EXPECT_EQ(suggest().corrections.front().newId, 103);
   EXPECT_THAT(suggest().corrections.front().reason, ::testing::HasSubstr("the page shows the number 103"));
 }
+
+class NeighborsWithoutIds : public SuggestedIds, public ::testing::WithParamInterface<Ids> {};
+
+TEST_P(NeighborsWithoutIds, AreNamedByAList) {
+  addSystems(6, GetParam());
+  const std::vector<std::string> found = corrections(listed(score));
+  EXPECT_EQ(found.size(), 6U * static_cast<std::size_t>(std::count(GetParam().begin(), GetParam().end(), 0)));
+  EXPECT_THAT(found, Contains("X1.MUS 4: 0 -> 102 likely"));
+  EXPECT_THAT(found, Contains("X6.MUS 3: 0 -> 103 likely"));
+}
+
+INSTANTIATE_TEST_SUITE_P(SuggestedIds, NeighborsWithoutIds,
+                         ::testing::Values(Ids{101, 0, 0, 104, 105}, Ids{101, 0, 0, 0, 105}, Ids{0, 0, 0, 0, 0}));
 
 TEST_F(SuggestedIds, ACueFollowsTheStaffWhoseIdIsWrongInTheSameWay) {
   addSystems(12, score);

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "apps/kivsys/commands/conversion_next.h"
 #include "apps/kivsys/commands/conversion_plan.h"
 #include "apps/kivsys/commands/dry_run.h"
 #include "apps/kivsys/commands/music_check.h"
@@ -144,7 +145,8 @@ void ConvertRun::warn(ConvertOutput& output, const std::vector<Message>& refused
   const bool converts = needsConversion_ || options_.force;
   output.warnings =
       showWarnings(console_.user(), program_, group_,
-                   {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId}, options_.json);
+                   {converts ? RunScope::conversion : RunScope::analysis, options_.allowZeroId, results_.listed.ids()},
+                   options_.json);
   warnOfMusic(refusedOver, output);
   output.refused = isRefused_;
   if (output.refused) {
@@ -172,10 +174,9 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   const bool anyPages = pages_ == nullptr || pages_->anyLeft();
   bool normalEnd = anyPages && endsNormally(console_, [&] { analyze(); }) && program_.names.nameCount > 0;
   const RunOutcome analysis = outcomeOf(program_, console_, normalEnd);
-  ConvertOutput output;
+  ConvertOutput output = outputWithNext(console_, program_, group_, {analysis, options_.selection});
   output.pages = pages_;
   output.listed = results_.listed.isGiven() ? &results_.listed : nullptr;
-  output.nameOf = namerOf(console_, options_.selection.likePanel);
   if (normalEnd && !options_.selection.likePanel) {
     warn(output, refusedOver);
   }
@@ -216,7 +217,7 @@ struct Refusal {
 
 Refusal refusalByStrict(ConsoleSystem& system, const std::string& namesFile, const ConvertOptions& options,
                         const ResultPlan& plan) {
-  if (isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force})) {
+  if (isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force, plan.listed.ids()})) {
     return {true, {}};
   }
   auto warnings = tryForMusicWarnings(
@@ -246,7 +247,7 @@ int convertNames(ConsoleHost& console, const ConvertOptions& options, const Resu
     console.user().printNotes(options.dryRun ? dryRunNote(output, options, plan)
                                              : noResultsNote(console.system(), output.outcome, options));
   }
-  return print(output, options.json);
+  return printWithNext(console, output, options.json);
 }
 
 }  // namespace
@@ -279,7 +280,8 @@ int runConvert(const ConvertOptions& typed) {
     use.writtenFolders = [&](const SelectedPages& pages) { return writtenFolders(system, options, pages, plan); };
   }
   use.isRefused = [&](const std::string& namesFile) {
-    return options.strict && isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force});
+    return options.strict &&
+           isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force, plan.listed.ids()});
   };
   return runOnSelection(console, options.selection, use,
                         [&](const std::string& namesFile) { return convertNames(console, options, plan, namesFile); });

@@ -1,30 +1,15 @@
 #include "apps/kivsys/commands/fix_requests.h"
 
-#include <algorithm>
 #include <limits>
 #include <optional>
 #include <utility>
 
 #include "apps/kivsys/commands/fix_command.h"
 #include "base/number.h"
-#include "input/file_names.h"
-#include "platform/native_file.h"
 #include "repair/corrections.h"
 
 namespace kiv {
 namespace {
-
-/// Whether a file that was typed with its folder is none of the pages. Without one, its name alone counts.
-bool isElsewhere(ConsoleSystem& system, const std::string& file) {
-  const std::string name = NativeSystem::coreName(file);
-  if (withoutPath(system, name) == name) {
-    return false;
-  }
-  const auto identity = identityOf(system.NativeSystem::diskName(system.fullName(file)));
-  const std::vector<FoundFile>& pages = system.pages();
-  return std::none_of(pages.begin(), pages.end(),
-                      [&](const FoundFile& page) { return identity && identityOf(page.path) == identity; });
-}
 
 /// PAGE:STAFF=ID, of which the file may have colons. An error, if there is one, is added to the requests.
 std::optional<repair::IdRequest> requestIn(ConsoleSystem& system, const std::string& text,

@@ -1,5 +1,6 @@
 #include "apps/kivsys/commands/undo_command.h"
 
+#include <algorithm>
 #include <optional>
 
 #include <nlohmann/json.hpp>
@@ -89,6 +90,9 @@ class Undo {
   int prepare();
   int undo(const Journal& journal);
   int refuseUndo(const UndoPlan& plan) const;
+  int passOver(const Journal& journal);
+  int refuseNoRun() const { return refuse({"no run in the folder " + typed() + " can be undone"}); }
+  std::string typed() const { return options_.folder.empty() ? "." : options_.folder; }
   std::string damaged() const {
     return "the journal " + store_.journalPath(run_) + " cannot be read, or is damaged; nothing is undone";
   }
@@ -97,17 +101,18 @@ class Undo {
   UndoStore store_;
   std::string folder_;
   std::string run_;
+  std::string before_;  // the run to take instead of the last one; "" for that one
   FolderLocks locks_;
 };
 
 /// Finds the run, and locks its folders. Returns the exit status of an undo that ends here.
 int Undo::prepare() {
-  const std::string typed = options_.folder.empty() ? "." : options_.folder;
-  const std::string real = realFolder(typed);
-  folder_ = real.empty() ? realPath(typed) : real;
-  run_ = folder_.empty() ? "" : store_.lastRunOf(folder_);
+  const std::string real = realFolder(typed());
+  folder_ = real.empty() ? realPath(typed()) : real;
+  const std::string last = folder_.empty() ? "" : store_.lastRunOf(folder_);
+  run_ = before_.empty() ? last : before_;
   if (run_.empty()) {
-    return refuse({"no run in the folder " + typed + " can be undone"});
+    return refuseNoRun();
   }
   const auto journal = store_.read(run_);
   if (!journal) {
@@ -116,8 +121,8 @@ int Undo::prepare() {
   if (!locks_.take(foldersOf(*journal), false)) {
     return exit_status::busy;
   }
-  if (store_.lastRunOf(folder_) != run_) {
-    printError("another run has written into the folder " + typed);
+  if (store_.lastRunOf(folder_) != last) {
+    printError("another run has written into the folder " + typed());
     return exit_status::busy;
   }
   return exit_status::normal;
@@ -156,12 +161,41 @@ int Undo::undo(const Journal& journal) {
   return printOutcome(text, exit_status::normal);
 }
 
-int Undo::run() {
-  if (const int status = prepare(); status != exit_status::normal) {
-    return status;
+/// Passes over a run that was stopped before it changed anything. Returns the exit status of an undo that ends here.
+int Undo::passOver(const Journal& journal) {
+  const auto here = std::find_if(journal.folders.begin(), journal.folders.end(),
+                                 [&](const JournalFolder& folder) { return folder.path == folder_; });
+  before_ = here == journal.folders.end() ? "" : here->previous;
+  if (options_.dryRun) {
+    return before_.empty() ? refuseNoRun() : exit_status::normal;
   }
-  const auto journal = store_.read(run_);  // as it is under the locks
-  return journal ? undo(*journal) : refuse({damaged()});
+  before_.clear();  // the store has it then
+  if (const auto failure = store_.handBack(journal)) {
+    printError("cannot change the journals of the folder " + folder_ + ": " + *failure);
+    return exit_status::critical;
+  }
+  return exit_status::normal;
+}
+
+int Undo::run() {
+  while (true) {
+    if (const int status = prepare(); status != exit_status::normal) {
+      return status;
+    }
+    const auto journal = store_.read(run_);  // as it is under the locks
+    if (!journal) {
+      return refuse({damaged()});
+    }
+    const bool hasPrevious = std::any_of(journal->folders.begin(), journal->folders.end(),
+                                         [&](const auto& folder) { return store_.read(folder.previous).has_value(); });
+    if (!hasPrevious || !planUndo(*journal, ChangedFiles::refuse).isEmpty()) {
+      return undo(*journal);
+    }
+    if (const int status = passOver(*journal); status != exit_status::normal) {
+      return status;
+    }
+    locks_ = FolderLocks();
+  }
 }
 
 }  // namespace

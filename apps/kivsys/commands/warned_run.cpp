@@ -34,7 +34,8 @@ bool isRefusedByStrict(ConsoleSystem& system, const std::string& namesFile, cons
   const bool normalEnd = !exitCodeOfPart(user, [&] { analyze(program, namesFile, run.allowZeroId, &group); });
   return normalEnd &&
          (std::any_of(user.messages().begin(), user.messages().end(), isProblem) ||
-          !findWarnings(files, inputsOf(program), {scopeOf(program, run), run.allowZeroId}, group).empty());
+          !findWarnings(files, inputsOf(program), {scopeOf(program, run), run.allowZeroId, run.required}, group)
+               .empty());
 }
 
 Warnings showWarnings(ConsoleUser& user, KivSystem& program, GroupFacts& group, const WarnedRun& run,

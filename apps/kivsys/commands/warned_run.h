@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <set>
 #include <string>
 
 #include "apps/kivsys/output/warnings_output.h"
@@ -12,8 +14,9 @@ namespace kiv {
 /// A run that --strict can refuse.
 struct StrictRun {
   bool allowZeroId = false;
-  bool converts = false;  ///< pages that do not qualify are converted
-  bool force = false;     ///< and those that do
+  bool converts = false;              ///< pages that do not qualify are converted
+  bool force = false;                 ///< and those that do
+  std::set<std::int16_t> required{};  ///< instruments that every result gets
 };
 
 /// Whether an analysis of the names file, in memory, finds a warning or a problem. One that ends early finds none: the

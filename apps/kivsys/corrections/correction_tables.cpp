@@ -1,5 +1,6 @@
 #include "apps/kivsys/corrections/correction_tables.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -37,7 +38,7 @@ std::optional<std::string> textOf(NativeSystem& system, const std::string& file,
   return std::move(content.bytes);
 }
 
-void addTable(NativeSystem& system, const std::string& file, const std::string& only, IdRequests& requests) {
+void addTable(ConsoleSystem& system, const std::string& file, const std::string& only, IdRequests& requests) {
   const auto text = textOf(system, file, requests);
   if (!text) {
     return;
@@ -53,16 +54,21 @@ void addTable(NativeSystem& system, const std::string& file, const std::string& 
       ++requests.leftOut;
       continue;
     }
-    const std::string page = nameOfPage(system, NativeSystem::fromUtf8(row.file));
+    const std::string named = NativeSystem::fromUtf8(row.file);
+    const std::string origin = file + ":" + std::to_string(row.line);
+    if (isElsewhere(system, named)) {
+      requests.errors.push_back(origin + ": " + named + " is none of the pages");
+      continue;
+    }
     requests.requests.push_back(
-        {file + ":" + std::to_string(row.line), page, row.isCue, row.staff, row.item, row.oldId, row.newId});
+        {origin, nameOfPage(system, named), row.isCue, row.staff, row.item, row.oldId, row.newId});
   }
   requests.tables.push_back({file, pathOfTable(system, file), sha256(*text), requests.requests.size() - before});
 }
 
 }  // namespace
 
-IdRequests readTables(NativeSystem& system, const TableOptions& options) {
+IdRequests readTables(ConsoleSystem& system, const TableOptions& options) {
   IdRequests requests;
   for (const std::string& file : options.files) {
     addTable(system, file, options.only, requests);
@@ -72,6 +78,17 @@ IdRequests readTables(NativeSystem& system, const TableOptions& options) {
 
 std::string pathOfTable(NativeSystem& system, const std::string& file) {
   return file == standardInput ? "" : system.diskName(system.fullName(file));
+}
+
+bool isElsewhere(ConsoleSystem& system, const std::string& file) {
+  const std::string name = NativeSystem::coreName(file);
+  if (withoutPath(system, name) == name) {
+    return false;
+  }
+  const auto identity = identityOf(system.NativeSystem::diskName(system.fullName(file)));
+  const std::vector<FoundFile>& pages = system.pages();
+  return std::none_of(pages.begin(), pages.end(),
+                      [&](const FoundFile& page) { return identity && identityOf(page.path) == identity; });
 }
 
 std::string nameOfPage(NativeSystem& system, const std::string& file) {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/console/native_system.h"
+#include "platform/console/console_system.h"
 #include "platform/console/page_corrections.h"
 #include "repair/fix_plan.h"
 
@@ -27,10 +27,13 @@ struct IdRequests {
 };
 
 /// Reads the tables. Pages are named as nameOfPage does.
-IdRequests readTables(NativeSystem& system, const TableOptions& options);
+IdRequests readTables(ConsoleSystem& system, const TableOptions& options);
 
 /// The path of a table on the disk; "" for standard input.
 std::string pathOfTable(NativeSystem& system, const std::string& file);
+
+/// Whether a file that is named with its folder is none of the pages. Without one, its name alone counts.
+bool isElsewhere(ConsoleSystem& system, const std::string& file);
 
 /// How requests name the page of a file: without folder, in capitals.
 std::string nameOfPage(NativeSystem& system, const std::string& file);

@@ -35,6 +35,14 @@ std::vector<RequiredInstrument> ListedConversion::required() const {
   return required;
 }
 
+std::set<std::int16_t> ListedConversion::ids() const {
+  std::set<std::int16_t> ids;
+  for (const ListedInstrument& listed : table_.instruments) {
+    ids.insert(listed.id);
+  }
+  return ids;
+}
+
 std::vector<proof::ListedInstrument> ListedConversion::forProof() const {
   std::vector<proof::ListedInstrument> listed;
   for (const ListedLook& look : table_.looks) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -30,6 +32,7 @@ class ListedConversion {
   std::string notes(ConsoleSystem& system) const { return isGiven() ? layoutNotes(system, table_, pages_.silent) : ""; }
 
   std::vector<RequiredInstrument> required() const;
+  std::set<std::int16_t> ids() const;
   std::vector<proof::ListedInstrument> forProof() const;
   /// Adds the silent instruments with their names.
   void addSilent(std::vector<Instrument>& instruments) const;

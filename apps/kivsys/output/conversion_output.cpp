@@ -25,6 +25,7 @@ std::string asJson(const ConvertOutput& output) {
     object["layout"] = output.listed->asJson();
   }
   object["problems"] = jsonOf(output.problems, output.warnings, output.outcome.paths);
+  object["next"] = output.next ? Json(NativeSystem::toUtf8(*output.next)) : Json();
   object["schema_version"] = schemaVersion;
   return asLine(object);
 }

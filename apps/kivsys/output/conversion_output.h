@@ -27,6 +27,8 @@ struct ConvertOutput {
   const ListedConversion* listed = nullptr;  ///< of a run with a table of instruments; else null
   const ValidPages* pages = nullptr;         ///< of a run that skips bad pages; else null
   FileNamer nameOf;                          ///< how people are shown the name of a file
+  std::optional<std::string> next;           ///< the command line that helps
+  bool isNextPrinted = false;                ///< with the message about a damaged page
 };
 
 /// Prints the outcome, as JSON or for people. Returns the program's exit status.

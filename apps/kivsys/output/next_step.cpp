@@ -67,12 +67,18 @@ std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileName
   return std::nullopt;
 }
 
+bool needsLayouts(const RunOutcome& outcome) {
+  return std::any_of(outcome.messages.begin(), outcome.messages.end(),
+                     [](const ShownMessage& shown) { return shown.message.code == code::undefinedCue; });
+}
+
 std::optional<std::string> stepForGroup(const RunOutcome& outcome, const std::optional<Layouts>& layouts,
                                         const Selection& selection) {
   if (outcome.normalEnd && canRepeat(selection) &&
       std::any_of(outcome.messages.begin(), outcome.messages.end(),
                   [&](const ShownMessage& shown) { return concernsIds(shown.message, layouts); })) {
-    return "kivsys suggest" + selectionArguments(selection);
+    const std::string layout = selection.layout.empty() ? "" : " --layout " + fileWord(selection.layout);
+    return "kivsys suggest" + selectionArguments(selection) + layout;
   }
   return std::nullopt;
 }

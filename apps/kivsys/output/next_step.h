@@ -18,6 +18,8 @@ std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileName
 /// every cue that the analysis calls undefined refers to an instrument of its system after all.
 std::optional<std::string> stepForGroup(const RunOutcome& outcome, const std::optional<Layouts>& layouts,
                                         const Selection& selection);
+/// Whether that step depends on the layouts.
+bool needsLayouts(const RunOutcome& outcome);
 
 /// The command line that reads the selected pages with the corrections of a table as well, as it was typed. None when
 /// the pages or their corrections came from standard input, or the table went to standard output.

@@ -1,11 +1,14 @@
 #include "apps/kivsys/undo/kept_files.h"
 
 #include <algorithm>
-#include <string_view>
-#include <vector>
+#include <filesystem>
+#include <optional>
+#include <set>
+#include <system_error>
 
 #include "base/sha256.h"
 #include "platform/kept_file.h"
+#include "platform/native_file.h"
 
 namespace kiv {
 namespace {
@@ -32,9 +35,53 @@ std::string digestOf(const std::string& path) {
   }
 }
 
-/// The number in the name of a kept file.
-std::size_t numberOf(const std::string& kept) {
-  return std::stoul(kept.substr(kept.find('-') + 1));
+/// The names in a folder; none when it cannot be listed.
+std::vector<std::string> namesIn(const std::string& folder) {
+  std::vector<std::string> names;
+  std::error_code failure;
+  for (std::filesystem::directory_iterator entry(folder, failure), end; !failure && entry != end;
+       entry.increment(failure)) {
+    try {
+      names.push_back(entry->path().filename().string());
+    } catch (const std::system_error&) {
+      continue;  // a name beyond the code page: no run has made it
+    }
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+/// What a hidden folder has of a run that its journal does not know.
+struct Unknown {
+  std::vector<std::string> onlyCopies;
+  std::vector<std::string> secondNames;  ///< of files beside the folder
+};
+
+Unknown unknownIn(const std::string& folder, const Journal& journal) {
+  Unknown unknown;
+  const std::string keptFolder = keptFolderOf(folder);
+  std::set<std::string> known;
+  for (const FileChange& change : journal.files) {
+    known.insert(change.kept);
+  }
+  std::optional<std::set<FileIdentity>> beside;
+  for (const std::string& name : namesIn(keptFolder)) {
+    if (!name.starts_with(journal.id + "-") || known.contains(name)) {
+      continue;
+    }
+    if (!beside) {
+      beside.emplace();
+      for (const std::string& other : namesIn(folder)) {
+        if (const auto identity = identityOf(pathIn(folder, other))) {
+          beside->insert(*identity);
+        }
+      }
+    }
+    const std::string path = pathIn(keptFolder, name);
+    const auto identity = identityOf(path);
+    (identity && beside->contains(*identity) ? unknown.secondNames : unknown.onlyCopies).push_back(path);
+  }
+  return unknown;
 }
 
 }  // namespace
@@ -62,18 +109,27 @@ std::string keptPathOf(const FileChange& change) {
   return pathIn(keptFolderOf(folderAbove(change.path)), change.kept);
 }
 
+std::vector<std::string> unknownKeptFiles(const Journal& journal) {
+  std::vector<std::string> files;
+  for (const JournalFolder& folder : journal.folders) {
+    const auto unknown = unknownIn(folder.path, journal).onlyCopies;
+    files.insert(files.end(), unknown.begin(), unknown.end());
+  }
+  return files;
+}
+
 void removeKeptFiles(const Journal& journal) {
-  std::size_t last = 0;
   for (const FileChange& change : journal.files) {
     if (!change.kept.empty()) {
       static_cast<void>(removeEntry(keptPathOf(change)));
-      last = std::max(last, numberOf(change.kept));
     }
   }
   for (const JournalFolder& folder : journal.folders) {
     const std::string kept = keptFolderOf(folder.path);
     if (entryKindOf(kept) == EntryKind::other) {
-      static_cast<void>(removeEntry(pathIn(kept, keptName(journal.id, last + 1))));
+      for (const std::string& path : unknownIn(folder.path, journal).secondNames) {
+        static_cast<void>(removeEntry(path));
+      }
       removeEmptyFolder(kept);
     }
   }

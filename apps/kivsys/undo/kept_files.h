@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "apps/kivsys/undo/journal_text.h"
 
@@ -15,8 +16,11 @@ inline constexpr const char* keptFolderName = ".kivsys";
 std::string keptFolderOf(const std::string& folder);
 /// Where the old file of a change is kept.
 std::string keptPathOf(const FileChange& change);
-/// Removes all that the run has kept, one file more than its journal knows included: the run may have been stopped
-/// before it wrote the line. Removes the hidden folders that are empty then.
+/// Files that the run has kept without a line in its journal: then lines are lost. One that is a second name of a file
+/// beside the hidden folder is none of them: nothing was changed, and the computer was stopped before it had written
+/// the line.
+std::vector<std::string> unknownKeptFiles(const Journal& journal);
+/// Removes what the run has kept, but not those files, and then the hidden folders that are empty.
 void removeKeptFiles(const Journal& journal);
 
 }  // namespace kiv

@@ -32,7 +32,22 @@ std::string textOf(const LocalTime& time) {
 
 }  // namespace
 
+RunJournal::~RunJournal() {
+  try {
+    previous_.settle();
+    if (file_ && previous_.areLeft()) {
+      file_.reset();
+      if (const auto journal = store_.read(head_.id)) {
+        static_cast<void>(store_.handBack(*journal));  // else an undo passes over this run
+      }
+    }
+  } catch (const std::exception&) {
+    // An undo passes over this run.
+  }
+}
+
 RunJournal::Failure RunJournal::record(const std::function<Failure()>& step) {
+  previous_.settle();
   auto failure = gaveUp_ ? std::nullopt : step();
   if (failure && need_ == UndoNeed::wanted) {
     giveUp(*failure);
@@ -44,6 +59,7 @@ RunJournal::Failure RunJournal::record(const std::function<Failure()>& step) {
 /// Half a journal would undo half a run.
 void RunJournal::giveUp(const std::string& reason) {
   gaveUp_ = true;
+  previous_.release();
   printError("this run cannot be undone: " + reason);
   if (file_) {
     file_.reset();
@@ -82,7 +98,7 @@ RunJournal::Failure RunJournal::open() {
   return append(journalHead(head_));
 }
 
-/// From now on the run is the last one of the folder. What the one before has kept there goes only now.
+/// From now on the run is the last one of the folder. What the one before has kept there goes with the first change.
 RunJournal::Failure RunJournal::addFolder(const std::string& folder) {
   if (folders_.contains(folder)) {
     return std::nullopt;
@@ -96,7 +112,7 @@ RunJournal::Failure RunJournal::addFolder(const std::string& folder) {
   failure = failure ? failure : store_.setLastRun(folder, head_.id);
   if (!failure) {
     folders_.insert(folder);
-    store_.forget(previous);
+    previous_.add(previous);
   }
   return failure;
 }
@@ -107,15 +123,9 @@ RunJournal::Failure RunJournal::addFolderOf(const std::string& path) {
   return real.empty() ? std::nullopt : addFolder(folderAbove(real));
 }
 
-RunJournal::Failure RunJournal::firstChange(FileChange change, Keep keep) {
-  if (change.before == file_state::missing) {
-    return append(firstChangeLine(change));
-  }
-  if (change.before == file_state::other) {
-    return change.path + " cannot be read";
-  }
+/// Gives the old file a second name, or copies it.
+RunJournal::Failure RunJournal::keepOld(const FileChange& change, Keep keep) const {
   const std::string folder = keptFolderOf(folderAbove(change.path));
-  change.kept = keptName(head_.id, ++kept_);
   const std::string kept = keptPathOf(change);
   auto failure = makeHiddenFolder(folder);
   const bool isFile = entryKindOf(change.path) == EntryKind::file;
@@ -128,8 +138,27 @@ RunJournal::Failure RunJournal::firstChange(FileChange change, Keep keep) {
     removeEmptyFolder(folder);
     return "cannot keep " + change.path + " in " + folder + ": " + *failure;
   }
-  failure = append(firstChangeLine(change));
-  return failure ? failure : flush();
+  return std::nullopt;
+}
+
+/// The line comes first: so there is no kept file that the journal does not know, unless the journal is damaged.
+RunJournal::Failure RunJournal::firstChange(FileChange& change, Keep keep) {
+  if (change.before == file_state::missing) {
+    return append(firstChangeLine(change));
+  }
+  if (change.before == file_state::other) {
+    return change.path + " cannot be read";
+  }
+  change.kept = keptName(head_.id, ++kept_);
+  const std::uint64_t size = file_->size();
+  if (auto failure = append(firstChangeLine(change))) {
+    return failure;
+  }
+  if (auto failure = keepOld(change, keep)) {
+    static_cast<void>(file_->replaceEnd(size, ""));
+    return failure;
+  }
+  return flush();
 }
 
 RunJournal::Failure RunJournal::change(const std::string& path, const std::string& after, Keep keep) {
@@ -145,10 +174,11 @@ RunJournal::Failure RunJournal::change(const std::string& path, const std::strin
     auto failure = append(laterChangeLine(real, after));
     return failure || !known->second ? failure : flush();
   }
-  const std::string before = stateOf(real);
-  auto failure = firstChange({real, before, "", {after}}, keep);
+  FileChange change{real, stateOf(real), "", {after}};
+  auto failure = firstChange(change, keep);
   if (!failure) {
-    files_.emplace(real, before != file_state::missing);
+    files_.emplace(real, change.before != file_state::missing);
+    previous_.expect(change);
   }
   return failure;
 }
@@ -157,7 +187,11 @@ std::optional<std::string> RunJournal::beforeFolder(const std::string& path) {
   return record([&]() -> Failure {
     const std::string real = realPath(path);
     auto failure = real.empty() ? std::nullopt : addFolder(real);
-    return failure || real.empty() ? failure : append(madeFolderLine(real));
+    failure = failure || real.empty() ? failure : append(madeFolderLine(real));
+    if (!failure) {
+      previous_.expectFolder(real);
+    }
+    return failure;
   });
 }
 
@@ -183,6 +217,7 @@ void RunJournal::afterWrite(const std::string& path, Sha256 written) noexcept {
   try {
     if (const std::string real = realPath(path); file_ && files_.contains(real)) {
       static_cast<void>(record([&] { return append(writtenLine(real, written.hexDigest())); }));
+      previous_.noteChange();
     }
   } catch (const std::exception&) {
     // Without the line, an undo does not ask what the file is.

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "apps/kivsys/undo/previous_runs.h"
 #include "apps/kivsys/undo/undo_store.h"
 #include "platform/console/change_journal.h"
 #include "platform/console/console_system.h"
@@ -28,6 +29,10 @@ class RunJournal : public ChangeJournal {
   /// The command is named in the journal; the clock must outlive this object.
   RunJournal(Machine& clock, std::string command, UndoNeed need)
       : clock_(clock), command_(std::move(command)), need_(need) {}
+  /// A run that has changed nothing gives its folders back to the run before it.
+  ~RunJournal() override;
+  RunJournal(const RunJournal&) = delete;
+  RunJournal& operator=(const RunJournal&) = delete;
 
   std::optional<std::string> beforeFolder(const std::string& path) override;
   std::optional<std::string> beforeReplace(const std::string& path, const std::string& target,
@@ -47,7 +52,8 @@ class RunJournal : public ChangeJournal {
   Failure addFolder(const std::string& folder);
   Failure addFolderOf(const std::string& path);
   Failure change(const std::string& path, const std::string& after, Keep keep);
-  Failure firstChange(FileChange change, Keep keep);
+  Failure firstChange(FileChange& change, Keep keep);
+  Failure keepOld(const FileChange& change, Keep keep) const;
   Failure append(const std::string& line);
   Failure flush();
 
@@ -55,6 +61,7 @@ class RunJournal : public ChangeJournal {
   std::string command_;
   UndoNeed need_;
   UndoStore store_;
+  PreviousRuns previous_{store_};
   Journal head_;
   std::optional<LockedFile> file_;
   std::set<std::string> folders_;

@@ -19,6 +19,14 @@ bool isExpected(const FileChange& change, const std::string& state) {
   return has(state) || (has(file_state::anything) && state != file_state::other);
 }
 
+/// Whether a file of the same bytes is the old one itself: before the change both names are those of one file, and a
+/// copy has the time of its original.
+bool isUntouched(const std::string& path, const std::string& kept) {
+  const auto now = stampOf(path);
+  const auto old = stampOf(kept);
+  return now && old && (now->identity == old->identity || now->changed == old->changed);
+}
+
 void planFile(const FileChange& change, ChangedFiles changed, UndoPlan& plan) {
   const std::string now = stateOf(change.path);
   if (!isExpected(change, now)) {
@@ -38,11 +46,10 @@ void planFile(const FileChange& change, ChangedFiles changed, UndoPlan& plan) {
   const std::string kept = keptPathOf(change);
   const std::string old = stateOf(kept);
   if (old == change.before) {
-    // Before the change, both names are those of one file.
-    if (now != change.before || identityOf(kept) != identityOf(change.path)) {
+    if (now != change.before || !isUntouched(change.path, kept)) {
       plan.restored.push_back({change.path, kept});
     }
-  } else if (old != file_state::missing || now != change.before) {
+  } else if (now != change.before) {  // else the run was stopped while it kept the file
     plan.onlyChanged = false;
     plan.refusals.push_back("the old " + change.path + " is no longer in " + kept);
   }
@@ -56,6 +63,10 @@ std::optional<std::string> failed(const std::string& path, const std::optional<s
 
 UndoPlan planUndo(const Journal& journal, ChangedFiles changed) {
   UndoPlan plan;
+  for (const std::string& file : unknownKeptFiles(journal)) {
+    plan.refusals.push_back(file + " is an old file that the journal does not know: the journal is damaged");
+    plan.onlyChanged = false;
+  }
   std::for_each(journal.files.rbegin(), journal.files.rend(),
                 [&](const FileChange& change) { planFile(change, changed, plan); });
   std::copy_if(journal.madeFolders.rbegin(), journal.madeFolders.rend(), std::back_inserter(plan.folders),

@@ -26,6 +26,9 @@ struct UndoPlan {
   std::vector<Restored> restored;     ///< files that get their old state
   std::vector<std::string> removed;   ///< files that the run made
   std::vector<std::string> folders;   ///< folders that it made and that are there, the last one first
+
+  /// Whether there is nothing to take back.
+  bool isEmpty() const { return refusals.empty() && restored.empty() && removed.empty() && folders.empty(); }
 };
 
 /// Compares the files with what the run has made of them. What an earlier undo has done already is left out.

@@ -98,6 +98,22 @@ void UndoStore::forgetPrevious(const Journal& journal) const {
   }
 }
 
+std::optional<std::string> UndoStore::handBack(const Journal& journal) const {
+  for (const JournalFolder& folder : journal.folders) {
+    const std::string path = namePath(folder.path);
+    if (runIn(path) != journal.id) {
+      continue;
+    }
+    const bool hasPrevious = !folder.previous.empty() && entryKindOf(journalPath(folder.previous)) == EntryKind::file;
+    auto failure = hasPrevious ? setLastRun(folder.path, folder.previous) : removeEntry(path);
+    if (failure) {
+      return failure;
+    }
+  }
+  removeKeptFiles(journal);
+  return removeEntry(journalPath(journal.id));
+}
+
 void UndoStore::forget(const std::string& run) const {
   if (entryKindOf(journalPath(run)) != EntryKind::file) {
     return;

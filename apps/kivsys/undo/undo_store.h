@@ -28,6 +28,9 @@ class UndoStore {
   void forgetPrevious(const Journal& journal) const;
   /// Removes what a run has kept, then all that is known of it. Its journal goes last, so that this can be repeated.
   void forget(const std::string& run) const;
+  /// Gives the folders of a run that has changed nothing back to the runs before it, and forgets it. Returns the
+  /// failure's text; then this can be repeated.
+  [[nodiscard]] std::optional<std::string> handBack(const Journal& journal) const;
 
  private:
   std::string namePath(const std::string& folder) const;
