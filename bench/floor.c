@@ -27,15 +27,11 @@ static int fail(const char* what, const char* name) {
 
 static int grow(size_t bytes) {
   if (bytes > bufferBytes) {
-    char* const larger = realloc(buffer, bytes);
-    if (larger == NULL) {
-      return 0;
-    }
-    memset(larger + bufferBytes, 0, bytes - bufferBytes);
-    buffer = larger;
-    bufferBytes = bytes;
+    free(buffer);
+    buffer = calloc(bytes, 1);
+    bufferBytes = buffer != NULL ? bytes : 0;
   }
-  return 1;
+  return buffer != NULL || bytes == 0;
 }
 
 static int readAll(int file, size_t bytes) {

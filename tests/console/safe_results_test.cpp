@@ -105,12 +105,11 @@ TEST_F(SafeResults, ASortedPageIsNoInput) {
 TEST_F(SafeResults, TheFirstResultEndsIn0001) {
   addTwo();
   fs::create_directory(place.path() / "dir");
-  const std::vector<std::pair<std::string, std::string>> names = {
-      {"out", "out/WORK0001.MUS"},
-      {"out.txt", ""},
-      {"WORK0002.MUS", "WORK00020001.MUS"},
-      {"0001.PAG", ""},
-      {"001.MUS", "0010001.MUS"}};
+  const std::vector<std::pair<std::string, std::string>> names = {{"out", "out/WORK0001.MUS"},
+                                                                  {"out.txt", ""},
+                                                                  {"WORK0002.MUS", "WORK00020001.MUS"},
+                                                                  {"0001.PAG", ""},
+                                                                  {"001.MUS", "0010001.MUS"}};
   for (const auto& [result, meant] : names) {
     const std::string error = "kivsys: the name of the first result must end in 0001.MUS: " + result +
                               (meant.empty() ? "" : "; name it with --result " + meant) + "\n";
