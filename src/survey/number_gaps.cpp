@@ -25,8 +25,10 @@ std::vector<std::string> numberGaps(Machine& machine, const std::vector<std::str
     if (isGap) {
       const std::string first = std::to_string(*before + 1);
       const std::string last = std::to_string(*after - 1);
-      gaps.push_back("no " + (first == last ? "page " + first : "pages " + first + " to " + last) + " between " +
-                     withoutPath(machine, files[f - 1]) + " and " + withoutPath(machine, files[f]));
+      std::string& words = gaps.emplace_back(first == last ? "no page " : "no pages ");
+      words.append(first).append(first == last ? "" : " to " + last);
+      words.append(" between ").append(withoutPath(machine, files[f - 1]));
+      words.append(" and ").append(withoutPath(machine, files[f]));
     }
   }
   return gaps;
