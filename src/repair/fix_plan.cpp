@@ -55,7 +55,7 @@ class Planner {
     bool isFound = false;
     for (std::size_t page = 0; page < pages_.size(); ++page) {
       for (const PageId& id : pages_[page].ids) {
-        if (hasId(id, mapping.oldId)) {
+        if (hasId(id, static_cast<float>(mapping.oldId))) {
           want(page, id, mapping.newId, mapping.origin);
           isFound = true;
         }
