@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include "diagnostics/page_lookup.h"
 #include "diagnostics/page_losses.h"
@@ -15,8 +16,8 @@ namespace {
 
 class WarningFinder {
  public:
-  WarningFinder(Files& files, const WarnedRun& run, GroupFacts& group)
-      : files_(files), run_(run), group_(group), pages_(files) {}
+  WarningFinder(Files& files, WarnedRun run, GroupFacts& group)
+      : files_(files), run_(std::move(run)), group_(group), pages_(files) {}
 
   std::vector<Message> find(const std::vector<std::string>& inputs);
 

@@ -38,6 +38,10 @@ std::optional<std::string> textOf(NativeSystem& system, const std::string& file,
   return std::move(content.bytes);
 }
 
+std::string noneOfThePages(const std::string& origin, const std::string& file) {
+  return origin + ": " + file + " is none of the pages";
+}
+
 void addTable(ConsoleSystem& system, const std::string& file, const std::string& only, IdRequests& requests) {
   const auto text = textOf(system, file, requests);
   if (!text) {
@@ -57,7 +61,7 @@ void addTable(ConsoleSystem& system, const std::string& file, const std::string&
     const std::string named = NativeSystem::fromUtf8(row.file);
     const std::string origin = file + ":" + std::to_string(row.line);
     if (isElsewhere(system, named)) {
-      requests.errors.push_back(origin + ": " + named + " is none of the pages");
+      requests.errors.push_back(noneOfThePages(origin, named));
       continue;
     }
     requests.requests.push_back(
