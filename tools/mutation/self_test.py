@@ -60,7 +60,7 @@ class Programs(unittest.TestCase):
 
     def test_are_built(self):
         tests = mutate.ROOT / "tests"
-        lists = "".join((tests / name).read_text() for name in ("CMakeLists.txt", "console/console_tests.cmake"))
+        lists = "".join(path.read_text() for path in [tests / "CMakeLists.txt", *tests.glob("*/*.cmake")])
         for program in sum(mutate.PROGRAMS.values(), []):
             self.assertRegex(lists, rf"kiv_(core|bare|)_?test(_program)?\({program}\b")
 
