@@ -17,7 +17,9 @@ if(KIV_JOINED_TESTS)
     mus/writer_test.cpp
     music/music_warnings_test.cpp
     properties/reference_properties_test.cpp
+    shell/cmd_run_panel_test.cpp
     shell/panel_layout_test.cpp
+    shell/panel_start_test.cpp
     sort/sort_on_instrument_test.cpp
     PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 endif()

@@ -13,7 +13,7 @@ std::string valueOf(const CLI::Option& option) {
   return name.substr(0, name.find(':'));
 }
 
-ValueKind kindOf(const std::string& value) {
+ValueKind kindOfValue(const std::string& value) {
   static const std::map<std::string, ValueKind> kinds = {
       {"", ValueKind::none},          {"DIR", ValueKind::folder},     {"FOLDER", ValueKind::folder},
       {"FILE", ValueKind::file},      {"FILE.svg", ValueKind::file},  {"FILE.csv", ValueKind::file},
@@ -33,7 +33,7 @@ OptionRow optionRow(const CLI::Option& option) {
   }
   // A flag has a value type, too, which no user writes.
   row.value = option.get_items_expected_max() == 0 ? "" : valueOf(option);
-  row.kind = kindOf(row.value);
+  row.kind = kindOfValue(row.value);
   row.help = option.get_description();
   row.required = option.get_required();
   return row;
@@ -41,7 +41,7 @@ OptionRow optionRow(const CLI::Option& option) {
 
 OperandRow operandRow(const CLI::Option& option) {
   const std::string value = valueOf(option);
-  return {value, kindOf(value), option.get_description(), option.get_required(), option.get_items_expected_max() > 1};
+  return {value, kindOfValue(value), option.get_description(), option.get_required(), option.get_items_expected_max() > 1};
 }
 
 CommandRow commandRow(const CLI::App& app) {
@@ -67,7 +67,7 @@ CommandTable tableOf(const CLI::App& app) {
 }
 
 ValueKind valueKindOf(const CLI::Option& option) {
-  return kindOf(valueOf(option));
+  return kindOfValue(valueOf(option));
 }
 
 std::vector<std::string> commandNames(const CommandTable& table) {
