@@ -111,6 +111,7 @@ if(NOT WIN32)
 endif()
 
 if(WIN32)
+  set(CMAKE_UNITY_BUILD OFF)  # names of the system's headers clash
   add_subdirectory(window)
   add_subdirectory(package)
 endif()

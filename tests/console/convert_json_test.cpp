@@ -22,7 +22,8 @@ TEST_F(ConsoleConvert, JsonIsOneObjectWithTheMessagesAndTheFiles) {
       {"files", 2},
       {"systems", 2},
       {"instruments", 2},
-      {"created", {first, last}}};
+      {"created", {first, last}},
+      {"next", nullptr}};
   Json object = Json::parse(ended.out);
   for (const char* insight : {"paths", "problems", "schema_version"}) {
     EXPECT_EQ(object.erase(insight), 1U) << insight;

@@ -54,7 +54,7 @@ TEST_F(ConsoleFitMarks, FittingRestStavesAreTintedAndHaveNoFrame) {
 TEST_F(ConsoleFitMarks, AReportListsThemAndMarksTheBars) {
   const std::string page = report("plain/WORK0001.MUS");
   EXPECT_THAT(page, HasSubstr("Rest of another length"));
-  EXPECT_THAT(page, HasSubstr("WORK0002.MUS, staff 1"));
+  EXPECT_THAT(page, HasSubstr("WORK0002.MUS, bar 1: "));
   const std::string opening = R"(id="data">)";
   const std::size_t start = page.find(opening) + opening.size();
   const Json data = Json::parse(page.substr(start, page.find("</script>", start) - start));

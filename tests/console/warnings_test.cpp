@@ -55,7 +55,8 @@ TEST_F(ConsoleWarnings, AProblemCountsAsMuchAsAWarning) {
   const Ended ended = place.kivsys({"convert", "--strict", "x1.mus", "x2.mus"});
   EXPECT_EQ(ended.status, 3);
   EXPECT_TRUE(
-      ended.error.ends_with("kivsys: nothing is written, as there are warnings or problems and --strict is given\n"))
+      ended.error.ends_with("kivsys: nothing is written, as there are warnings or problems and --strict is given\n"
+                            "Next: kivsys suggest x1.mus x2.mus\n"))
       << ended.error;
   EXPECT_EQ(place.read("WORK0001.MUS"), "(no file)");
 }

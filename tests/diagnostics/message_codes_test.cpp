@@ -45,6 +45,7 @@ std::vector<Example> analysisExamples() {
       {"noSystemBarline", noSystemBarline("X")},
       {"reportNotCreated", reportNotCreated("X")},
       {"reportNotReadForVerdict", reportNotReadForVerdict()},
+      {"reportNotShown", reportNotShown("X", "X")},
       {"reportNotReadForCount", reportNotReadForCount()},
       {"reportNotReadForConversion", reportNotReadForConversion()},
       {"verdictNotCreated", verdictNotCreated()},
@@ -233,8 +234,9 @@ TEST(MessageCodes, OnlyMessagesOfThePanelAndItsStartHaveNoneOfTheirOwn) {
       others.insert(example.function);
     }
   }
-  EXPECT_EQ(others, (Texts{"convertNow", "dropError", "folderAnswerNotRead", "folderModuleMissing", "invalidCall",
-                           "moduleMissing", "namesFileNotCreated", "notACommand", "settingsFileNotOpened"}));
+  EXPECT_EQ(others,
+            (Texts{"convertNow", "dropError", "folderAnswerNotRead", "folderModuleMissing", "invalidCall",
+                   "moduleMissing", "namesFileNotCreated", "notACommand", "reportNotShown", "settingsFileNotOpened"}));
 }
 
 TEST(MessageCodes, NoOtherSourceBuildsAMessage) {
