@@ -41,7 +41,8 @@ OptionRow optionRow(const CLI::Option& option) {
 
 OperandRow operandRow(const CLI::Option& option) {
   const std::string value = valueOf(option);
-  return {value, kindOfValue(value), option.get_description(), option.get_required(), option.get_items_expected_max() > 1};
+  return {value, kindOfValue(value), option.get_description(), option.get_required(),
+          option.get_items_expected_max() > 1};
 }
 
 CommandRow commandRow(const CLI::App& app) {
