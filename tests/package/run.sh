@@ -41,7 +41,7 @@ check_zip() {
   mv "$work"/unpacked/KivSystem-* "$work/content"
   (cd "$work/content" && find . -type f | sed 's|^\./||') >"$work/list"
   same "content of the zip" "$here/zip_contents.txt" "$work/list"
-  find "$work/content" -type f | grep -vE '\.(exe|EXE|MUS|png)$' >"$work/texts"
+  find "$work/content" -type f | grep -vE '\.(exe|EXE|MUS|png|svg)$' >"$work/texts"
   while read -r text; do
     [ "$(wc -l <"$text")" -eq "$(grep -c "$(printf '\r')\$" "$text")" ] || fail "line ends in $text"
   done <"$work/texts"
