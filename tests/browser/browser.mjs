@@ -1,4 +1,5 @@
 // The browser, and what tests ask of every page.
+import assert from "node:assert/strict";
 import { readFileSync } from "node:fs";
 import { createRequire } from "node:module";
 
@@ -41,6 +42,29 @@ export async function open(file, options = {}) {
   });
   await page.goto(url + (options.fragment ?? ""));
   return page;
+}
+
+/** Waits until a function of Node's gives true. */
+export async function until(isTrue) {
+  const end = Date.now() + 10000;
+  while (!(await isTrue())) {
+    assert.ok(Date.now() < end, `still not true: ${isTrue}`);
+    await new Promise((done) => { setTimeout(done, 10); });
+  }
+}
+
+/** Opens a report at the picture of a system, and waits until it is drawn. */
+export async function openAtSystem(file, system) {
+  const page = await open(file, { fragment: `#system-${system}` });
+  await page.locator(`#system-${system}[open] svg`).first().waitFor();
+  return page;
+}
+
+/** Opens the first system of the list and waits until it is drawn. */
+export async function openFirstSystem(page) {
+  const system = page.locator("#systems-shown > details").first();
+  await system.evaluate((entry) => { entry.open = true; });
+  await system.locator("svg").first().waitFor();
 }
 
 /** The violations that axe finds, each with the elements. */

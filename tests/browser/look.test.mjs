@@ -3,7 +3,7 @@ import assert from "node:assert/strict";
 import { mkdirSync, statSync } from "node:fs";
 import { after, afterEach, before, describe, test } from "node:test";
 
-import { axeViolations, closePages, open, overflow, startBrowser, stopBrowser } from "./browser.mjs";
+import { axeViolations, closePages, open, openAtSystem, openFirstSystem, overflow, startBrowser, stopBrowser } from "./browser.mjs";
 import { brokenGroup, exampleGroup, largeGroup, reportOf, run, work } from "./groups.mjs";
 
 const files = {};
@@ -24,9 +24,8 @@ after(stopBrowser);
 
 /** Opens everything that a reader would look at. */
 async function openPart(page) {
-  await page.locator("#systems-shown > details").first().evaluate((entry) => { entry.open = true; });
+  await openFirstSystem(page);
   await page.locator("details.problem").evaluateAll((all) => all.forEach((entry) => { entry.open = true; }));
-  await page.waitForTimeout(50);
 }
 
 for (const name of ["broken", "converted", "many"]) {
@@ -142,7 +141,7 @@ describe("keyboard", () => {
 
 describe("screen reader", () => {
   test("gets headings in order, names of tables and pictures", async () => {
-    const page = await open(files.converted, { fragment: "#system-2" });
+    const page = await openAtSystem(files.converted, 2);
     const headings = await page.locator("h1, h2").allTextContents();
     assert.deepEqual(headings, ["SYMPH", "The pages have been converted", "Next step", "Layout map", "Problems", "Proposals", "Systems", "Instruments"]);
     const labels = await page.locator("svg[role='img']").evaluateAll((all) => all.map((svg) => svg.getAttribute("aria-label")));

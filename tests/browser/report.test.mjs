@@ -5,7 +5,7 @@ import { after, afterEach, before, describe, test } from "node:test";
 
 import { FileSystemConfigLoader, HtmlValidate } from "html-validate";
 
-import { closePages, open, startBrowser, stopBrowser } from "./browser.mjs";
+import { closePages, open, openAtSystem, openFirstSystem, startBrowser, stopBrowser, until } from "./browser.mjs";
 import { brokenGroup, exampleGroup, hostile, longName, reportOf, run, usableGroup } from "./groups.mjs";
 
 let example = "";
@@ -36,8 +36,7 @@ describe("one file", () => {
 
     test(`${name}: asks for nothing, and nothing fails`, async () => {
       const page = await open(file());
-      await page.locator("details.system").first().evaluateAll((entries) => entries.forEach((entry) => { entry.open = true; }));
-      await page.waitForTimeout(50);
+      await openFirstSystem(page);
       assert.deepEqual(page.faults, []);
     });
   }
@@ -53,16 +52,16 @@ describe("one file", () => {
       document.body.append(image);
       document.body.setAttribute("style", "display: none");
     });
-    await page.waitForTimeout(50);
+    await until(() => page.faults.filter((fault) => /Content Security Policy/.test(fault)).length === 3);
     assert.equal(await page.evaluate(() => window.other), undefined);
     assert.ok(await page.locator("body").isVisible());
-    assert.equal(page.faults.filter((fault) => /Content Security Policy/.test(fault)).length, 3);
   });
 
   test("hostile texts of pages run nothing", async () => {
     const page = await open(broken);
     for (const entry of await page.locator("details.system > summary").all()) {
       await entry.click();
+      await entry.locator("xpath=..").locator("svg").first().waitFor();
     }
     assert.equal(await page.evaluate(() => window.hacked), undefined);
     assert.equal(await page.locator("main img").count(), 0);
@@ -121,7 +120,7 @@ describe("layout map", () => {
     }
     assert.match(await page.locator("#map-status").textContent(), /^102: missing, gets a rest staff\. System 2,/);
     await page.keyboard.press("Enter");
-    assert.ok(await page.locator("#system-2[open] svg").isVisible());
+    await page.locator("#system-2[open] svg").waitFor();
     assert.equal(await page.evaluate(() => document.activeElement.parentElement.id), "system-2");
   });
 
@@ -129,7 +128,7 @@ describe("layout map", () => {
     const page = await open(example);
     const { width, height } = await page.locator("#map-canvas").boundingBox();
     await page.locator("#map-canvas").click({ position: { x: width - 8 - 28 * 4.5, y: height - 20 } });
-    assert.ok(await page.locator("#system-3[open] svg").isVisible());
+    await page.locator("#system-3[open] svg").waitFor();
   });
 
   test("says so when a system has no picture", async () => {
@@ -168,22 +167,23 @@ describe("problems", () => {
     assert.equal(await problem.locator("li").first().textContent(), "System 7, KANTATE007.MUS, staff 2, item 9");
     await problem.locator("a").first().click();
     const system = page.locator("#system-7[open]");
-    assert.ok(await system.locator("svg").isVisible());
+    await system.locator("svg").waitFor();
     assert.equal(await system.locator("svg .says").first().textContent(), "Staff without an instrument id");
     assert.equal(await system.locator("rect.faulty").count(), 1);
+    await problem.evaluate((element) => { element.open = false; });
     await system.locator("a[href^='#problem-']").first().click();
-    assert.ok(await problem.evaluate((element) => element.open));
+    await problem.locator("dl").waitFor();
   });
 
   test("mark the item that they are about", async () => {
-    const page = await open(broken, { fragment: "#system-9" });
+    const page = await openAtSystem(broken, 9);
     assert.equal(await page.locator("#system-9 ellipse.mark").count(), 1);
   });
 });
 
 describe("systems", () => {
   test("are drawn as their pages are", async () => {
-    const page = await open(example, { fragment: "#system-1" });
+    const page = await openAtSystem(example, 1);
     const svg = page.locator("#system-1 svg");
     assert.equal(await svg.locator("text.id").count(), 12);
     assert.equal(await svg.locator("path.thin").count() > 60, true);
@@ -192,7 +192,7 @@ describe("systems", () => {
   });
 
   test("are shown before and after a conversion, rest staves tinted", async () => {
-    const page = await open(converted, { fragment: "#system-2" });
+    const page = await openAtSystem(converted, 2);
     const figures = page.locator("#system-2 figure");
     assert.deepEqual(await figures.locator("figcaption").allTextContents(), ["Before", "After, 6 rest staves inserted (tinted)"]);
     assert.equal(await figures.nth(0).locator("rect.inserted").count(), 0);
@@ -208,6 +208,7 @@ describe("systems", () => {
       "System 4, WORK0004.MUS, bar 1: rest staves 101, 102, 103, 104, 108, 109, 110: the key is not that of the system");
     await problem.locator("a").first().click();
     const figures = page.locator("#system-4 figure");
+    await figures.nth(1).waitFor();
     assert.equal(await figures.nth(0).locator("rect.mark").count(), 0);
     assert.ok(await figures.nth(1).locator("rect.mark").count() > 0);
     const [mark, staff] = await figures.nth(1).evaluate((figure) =>
@@ -218,9 +219,11 @@ describe("systems", () => {
     await page.locator("#map-filter").check();
     assert.equal(await page.locator("#map-status").textContent(), "3 systems in the map", "warnings are no deviations");
   });
+});
 
+describe("list of systems", () => {
   test("scroll together when they are compared", async () => {
-    const page = await open(converted, { fragment: "#system-2" });
+    const page = await openAtSystem(converted, 2);
     const sheets = page.locator("#system-2 .sheet");
     await sheets.nth(0).evaluate((sheet) => { sheet.scrollLeft = 60; });
     await page.waitForFunction(() => document.querySelectorAll("#system-2 .sheet")[1].scrollLeft === 60);
@@ -264,7 +267,7 @@ describe("proposals", () => {
   });
 
   test("have boxes at their pictures, which follow those of the table", async () => {
-    const page = await open(broken, { fragment: "#system-7" });
+    const page = await openAtSystem(broken, 7);
     await page.locator("#tick-none").click();
     await page.locator("#system-7 input[data-proposal]").check();
     assert.match(await page.locator("#proposal-count").textContent(), /^1 of 3 ticked$/);
