@@ -44,7 +44,7 @@ std::optional<std::string> refusalOfOther(const SuggestRun& run, const std::stri
   if (run.options.force || path.empty() || kindOf(path) != PathKind::file) {
     return std::nullopt;
   }
-  const auto old = readBounded(system, run.out, most_bytes::page).bytes;
+  const auto old = readBounded(system, run.out, most_bytes::corrections).bytes;
   return old && (old->empty() || *old == corrections)
              ? std::nullopt
              : std::optional(path +
