@@ -1,59 +1,26 @@
 // The I/O baseline: a plain C program that reads the pages and, for a conversion, writes as many bytes into as many
-// files, as safely as kivsys does: each beside its place, flushed, and renamed; at last the folder is flushed. It does
-// nothing else, and uses nothing of the product. floor_win32.c is the same for Windows.
+// files, as safely as kivsys does: each beside its place, flushed, and moved there. It does nothing else, and uses
+// nothing of the product. The calls of the system are in floor_posix.c and floor_win32.c.
 //
 // floor read PAGE...                         reads the pages
 // floor copy FILES BYTES FOLDER PAGE...      reads the pages, and writes FILES files of BYTES bytes each into FOLDER
 
-#include <fcntl.h>
-#include <limits.h>
+#include "floor.h"
+
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
-// Grows to the longest page, and is the content of the files that are written.
-static char* buffer;
+char* buffer;
 static size_t bufferBytes;
 
-static int fail(const char* what, const char* name) {
-  (void)fputs("floor: cannot ", stderr);
-  (void)fputs(what, stderr);
-  (void)fputc(' ', stderr);
-  perror(name);
-  return 0;
-}
-
-static int grow(size_t bytes) {
+int grow(size_t bytes) {
   if (bytes > bufferBytes) {
     free(buffer);
     buffer = calloc(bytes, 1);
     bufferBytes = buffer != NULL ? bytes : 0;
   }
   return buffer != NULL || bytes == 0;
-}
-
-static int readAll(int file, size_t bytes) {
-  size_t have = 0;
-  while (have < bytes) {
-    const ssize_t got = read(file, buffer + have, bytes - have);
-    if (got <= 0) {
-      return 0;
-    }
-    have += (size_t)got;
-  }
-  return 1;
-}
-
-static int readPage(const char* name) {
-  const int file = open(name, O_RDONLY | O_CLOEXEC);
-  if (file < 0) {
-    return fail("open", name);
-  }
-  struct stat status;
-  const int isRead = fstat(file, &status) == 0 && grow((size_t)status.st_size) && readAll(file, (size_t)status.st_size);
-  return close(file) == 0 && isRead ? 1 : fail("read", name);
 }
 
 static int readPages(int count, char** names) {
@@ -63,40 +30,6 @@ static int readPages(int count, char** names) {
     }
   }
   return 1;
-}
-
-static int writeAll(int file, size_t bytes) {
-  size_t done = 0;
-  while (done < bytes) {
-    const ssize_t written = write(file, buffer + done, bytes - done);
-    if (written < 0) {
-      return 0;
-    }
-    done += (size_t)written;
-  }
-  return 1;
-}
-
-static int writeFile(const char* folder, long number, size_t bytes) {
-  char name[PATH_MAX];
-  char beside[PATH_MAX];
-  (void)snprintf(name, sizeof name, "%s/WORK%04ld.MUS", folder, number);
-  (void)snprintf(beside, sizeof beside, "%s/.floor", folder);
-  const int file = open(beside, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-  if (file < 0) {
-    return fail("create", beside);
-  }
-  const int isWritten = writeAll(file, bytes) && fsync(file) == 0 && rename(beside, name) == 0;
-  return close(file) == 0 && isWritten ? 1 : fail("write", name);
-}
-
-static int flushFolder(const char* folder) {
-  const int opened = open(folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (opened < 0) {
-    return fail("open", folder);
-  }
-  const int isFlushed = fsync(opened) == 0;
-  return close(opened) == 0 && isFlushed ? 1 : fail("flush", folder);
 }
 
 static int copy(long files, size_t bytes, const char* folder) {
