@@ -4,28 +4,13 @@
 
 #include <shobjidl.h>
 
+#include "platform/win32/apartment.h"
 #include "platform/win32/text.h"
 #include "platform/win32/win32_system.h"
 #include "platform/win32/windows_api.h"
 
 namespace kiv {
 namespace {
-
-/// COM, usable on this thread for as long as this lives.
-class Apartment {
- public:
-  Apartment() : result_(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)) {}
-  Apartment(const Apartment&) = delete;
-  Apartment& operator=(const Apartment&) = delete;
-  ~Apartment() {
-    if (SUCCEEDED(result_)) {
-      CoUninitialize();
-    }
-  }
-
- private:
-  HRESULT result_;
-};
 
 struct Releaser {
   void operator()(IUnknown* object) const { object->Release(); }
@@ -128,7 +113,7 @@ class FileDialog {
     }
   }
 
-  Apartment apartment_;
+  Apartment apartment_{COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE};
   Com<IFileOpenDialog> dialog_;
   HRESULT result_ = S_OK;
 };

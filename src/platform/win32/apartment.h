@@ -10,7 +10,7 @@ namespace kiv {
 /// COM, usable on this thread for as long as this lives.
 class Apartment {
  public:
-  Apartment() : result_(CoInitialize(nullptr)) {}
+  explicit Apartment(DWORD model = COINIT_APARTMENTTHREADED) : result_(CoInitializeEx(nullptr, model)) {}
   Apartment(const Apartment&) = delete;
   Apartment& operator=(const Apartment&) = delete;
   ~Apartment() {
