@@ -13,12 +13,6 @@
 #include "platform/posix/posix_files.h"
 
 namespace kiv {
-namespace {
-
-constexpr mode_t readableByAll = 0666;
-
-}  // namespace
-
 struct LockedFile::State {
   std::optional<Descriptor> file{};
   bool isRegular = false;

@@ -12,8 +12,6 @@
 namespace kiv {
 namespace {
 
-constexpr mode_t readableByAll = 0666;
-
 /// Whether writing the file changes what this name stands for and nothing else.
 bool isOnlyHere(const struct stat& status) {
   return S_ISREG(status.st_mode) && status.st_nlink == 1;

@@ -11,13 +11,6 @@ namespace {
 
 constexpr char separator = '/';
 
-/// Running out of memory says nothing about a file.
-void checkMemory(const std::error_code& failure) {
-  if (failure == std::errc::not_enough_memory) {
-    throw std::bad_alloc();
-  }
-}
-
 /// Goes from a folder to the one above; the path has no separator at its end, that of the root is "".
 void goUp(std::string& path) {
   std::error_code failure;
@@ -30,6 +23,12 @@ void goUp(std::string& path) {
 }
 
 }  // namespace
+
+void checkMemory(const std::error_code& failure) {
+  if (failure == std::errc::not_enough_memory) {
+    throw std::bad_alloc();
+  }
+}
 
 std::string plainPath(std::string_view path) {
   std::string plain;

@@ -3,8 +3,12 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace kiv {
+
+/// Throws std::bad_alloc when memory ran out, which says nothing about the file that the failure is of.
+void checkMemory(const std::error_code& failure);
 
 /// An absolute path without steps to the same folder and back to the one above, and without empty components. Above a
 /// link is where the system says: the folder that holds what the link leads to. A path that ends with such a step or

@@ -13,8 +13,6 @@
 namespace kiv {
 namespace {
 
-constexpr mode_t readableByAll = 0666;
-
 class PosixInput : public InputFile {
  public:
   PosixInput(Descriptor file, off_t size) : file_(std::move(file)), size_(size) {}

@@ -5,9 +5,14 @@
 #include <string>
 #include <string_view>
 
+#include <sys/types.h>
+
 #include "platform/files.h"
 
 namespace kiv {
+
+/// The mode of a file that is created, before the user's mask.
+constexpr mode_t readableByAll = 0666;
 
 /// An open file descriptor, closed with its owner.
 class Descriptor {

@@ -18,7 +18,6 @@ namespace {
 constexpr char separator = '/';
 
 mode_t modeOfNewFiles() {
-  constexpr mode_t readableByAll = 0666;
   const mode_t withheld = ::umask(0);
   ::umask(withheld);
   return readableByAll & ~withheld;

@@ -29,13 +29,6 @@ std::string swapped(std::string text, char from, char to) {
   return text;
 }
 
-/// Running out of memory says nothing about a file.
-void checkMemory(const std::error_code& failure) {
-  if (failure == std::errc::not_enough_memory) {
-    throw std::bad_alloc();
-  }
-}
-
 }  // namespace
 
 PosixSystem::PosixSystem() = default;

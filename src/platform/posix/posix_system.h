@@ -70,8 +70,8 @@ class PosixSystem : public Files, public Programs, public Machine {
   [[nodiscard]] std::optional<std::string> flushFolders();
   /// Makes a folder, named as the user typed it, the run's current one. False when it cannot be.
   bool enterFolder(const std::string& typed);
-  /// Prepares this process, before anything else is done; nothing to do here.
-  /// Makes sure that no file gets the number of a standard stream that the program was started without.
+  /// Prepares this process, before anything else is done: no file may get the number of a standard stream that the
+  /// program was started without.
   static void prepareProcess();
   /// The full name, as the core writes names, of a file named as the user typed it.
   std::string fullName(const std::string& typed);
