@@ -9,28 +9,13 @@
 #include <string>
 #include <string_view>
 
+#include "base/csv_line.h"
 #include "fuzz/support/expect.h"
 #include "fuzz/support/parts.h"
 #include "repair/listed_look.h"
 
 namespace kiv::fuzz {
 namespace {
-
-std::string quoted(const std::string& cell) {
-  std::string text = "\"";
-  for (const char c : cell) {
-    text += c == '"' ? std::string("\"\"") : std::string(1, c);
-  }
-  return text + '"';
-}
-
-/// The reader removes one apostrophe in front of a formula, also behind others.
-std::string guarded(const std::string& cell) {
-  const std::size_t first = std::min(cell.find_first_not_of('\''), cell.size());
-  const bool isFormula =
-      first < cell.size() && std::string_view("=+-@\t\r").find(cell[first]) != std::string_view::npos;
-  return isFormula ? "'" + cell : cell;
-}
 
 std::vector<ListedInstrument> withoutLines(std::vector<ListedInstrument> instruments) {
   for (ListedInstrument& instrument : instruments) {
@@ -57,12 +42,9 @@ void checkLooks(const std::vector<ListedInstrument>& instruments) {
 void checkAgain(const std::vector<ListedInstrument>& instruments) {
   std::string text = "id,name,abbreviation,clefs,lines,size,keys\n";
   for (const ListedInstrument& instrument : instruments) {
-    text += std::to_string(instrument.id);
-    for (const std::string* const cell : {&instrument.name, &instrument.abbreviation, &instrument.clefs,
-                                          &instrument.lines, &instrument.sizes, &instrument.keys}) {
-      text += "," + quoted(guarded(*cell));
-    }
-    text += "\n";
+    text += csvLine({std::to_string(instrument.id), cellText(instrument.name), cellText(instrument.abbreviation),
+                     cellText(instrument.clefs), cellText(instrument.lines), cellText(instrument.sizes),
+                     cellText(instrument.keys)});
   }
   const auto again = readLayoutFile(text);
   if (text.size() <= longestLayoutFile) {
