@@ -2,11 +2,11 @@
 
 #include <optional>
 
-#include "apps/kivsys/commands/conversion_next.h"
+#include "apps/kivsys/commands/conversion_next_step.h"
+#include "apps/kivsys/commands/conversion_notes.h"
 #include "apps/kivsys/commands/conversion_plan.h"
 #include "apps/kivsys/commands/dry_run.h"
 #include "apps/kivsys/commands/music_check.h"
-#include "apps/kivsys/commands/next_command.h"
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/commands/verify_command.h"

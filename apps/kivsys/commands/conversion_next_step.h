@@ -1,0 +1,25 @@
+#pragma once
+
+#include "apps/kivsys/output/conversion_output.h"
+#include "apps/kivsys/selection/selection.h"
+#include "diagnostics/group_facts.h"
+#include "platform/console/console_host.h"
+#include "shell/kivsystem.h"
+
+namespace kiv {
+
+/// The analysis that a conversion began with.
+struct AnalysisOfConversion {
+  const RunOutcome& outcome;
+  const Selection& selection;
+};
+
+/// An output with the names for people, and with the command line that helps after the analysis, which has filled the
+/// program's tables and was observed by the facts; none when nothing is wrong with ids or pages, or like the panel.
+ConvertOutput outputWithNext(ConsoleHost& console, KivSystem& program, GroupFacts& group,
+                             const AnalysisOfConversion& analysis);
+
+/// Prints the outcome, and for people that command line. Returns the program's exit status.
+int printWithNext(ConsoleHost& console, const ConvertOutput& output, bool json);
+
+}  // namespace kiv
