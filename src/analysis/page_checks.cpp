@@ -16,14 +16,14 @@ namespace kiv {
 namespace {
 
 /// The staves and the cue markers of the page, each in table order.
-struct PageRows {
-  explicit PageRows(const ItemTable& table);
+struct CheckedRows {
+  explicit CheckedRows(const ItemTable& table);
 
   std::vector<int> staves;
   std::vector<int> cues;
 };
 
-PageRows::PageRows(const ItemTable& table) : staves(staffRows(table)) {
+CheckedRows::CheckedRows(const ItemTable& table) : staves(staffRows(table)) {
   for (int i = 1; i <= table.itemCount(); ++i) {
     if (table.type(i) == ItemType::rest && table.itemPar(i, par::cuedInstrument) != 0) {
       cues.push_back(i);
@@ -96,7 +96,8 @@ Location placeOfStaff(const ItemTable& table, int staff) {
   return place;
 }
 
-void findDuplicates(const PageRows& rows, const ItemTable& table, const PageSystems& systems, PageProblems& problems) {
+void findDuplicates(const CheckedRows& rows, const ItemTable& table, const PageSystems& systems,
+                    PageProblems& problems) {
   SystemList identifiers;
   SystemList staves;
   float system = 0;
@@ -123,7 +124,7 @@ void findDuplicates(const PageRows& rows, const ItemTable& table, const PageSyst
 /// The places of cue markers. Their systems are those of their staves.
 class CuePlaces {
  public:
-  CuePlaces(const PageRows& rows, const ItemTable& table) : rows_(rows), table_(table) {}
+  CuePlaces(const CheckedRows& rows, const ItemTable& table) : rows_(rows), table_(table) {}
 
   /// The cue markers that a message counts, each as often as repeatsOf says, in the order of the files.
   template <typename RepeatsOf>
@@ -154,11 +155,11 @@ class CuePlaces {
     return std::nullopt;
   }
 
-  const PageRows& rows_;
+  const CheckedRows& rows_;
   const ItemTable& table_;
 };
 
-void countStaves(const PageRows& rows, const ItemTable& table, PageProblems& problems) {
+void countStaves(const CheckedRows& rows, const ItemTable& table, PageProblems& problems) {
   std::unordered_map<float, int> cues;
   for (const int i : rows.cues) {
     ++cues[table.itemPar(i, par::cuedInstrument)];
@@ -189,7 +190,7 @@ void countStaves(const PageRows& rows, const ItemTable& table, PageProblems& pro
 
 /// The instruments that play in the system that the row after the page's last item names. That row holds what a longer
 /// page has left there.
-std::unordered_set<float> definedInstruments(const PageRows& rows, const ItemTable& table) {
+std::unordered_set<float> definedInstruments(const CheckedRows& rows, const ItemTable& table) {
   const float system = table.itemPar(table.itemCount() + 1, par::system);
   std::unordered_set<float> defined;
   for (const int i : rows.staves) {
@@ -200,7 +201,7 @@ std::unordered_set<float> definedInstruments(const PageRows& rows, const ItemTab
   return defined;
 }
 
-void findUndefinedCues(const PageRows& rows, const ItemTable& table, PageProblems& problems) {
+void findUndefinedCues(const CheckedRows& rows, const ItemTable& table, PageProblems& problems) {
   if (rows.cues.empty()) {
     return;
   }
@@ -235,7 +236,7 @@ void show(User& user, Message message, const std::vector<Location>& places) {
 
 PageProblems checkPage(const ItemTable& table, const PageSystems& systems) {
   PageProblems problems;
-  const PageRows rows(table);
+  const CheckedRows rows(table);
   findDuplicates(rows, table, systems, problems);
   countStaves(rows, table, problems);
   findUndefinedCues(rows, table, problems);

@@ -14,10 +14,6 @@ namespace {
 
 constexpr float lowestStaff = 1;
 
-bool isLeftBarline(const ItemTable& table, int i) {
-  return table.type(i) == ItemType::barline && table.itemPar(i, par::mark) == mark::leftBarline;
-}
-
 /// Raises number to the highest value of a parameter among the staves.
 void raiseToHighest(const ItemTable& table, const std::vector<int>& staves, int parameter, std::int16_t& number) {
   for (const int i : staves) {

@@ -20,10 +20,6 @@ std::string dateAndTime(const LocalTime& time) {
          twoDigits(time.hour) + ":" + twoDigits(time.minute) + ":" + twoDigits(time.second);
 }
 
-bool isLeftBarline(const ItemTable& table, int i) {
-  return table.type(i) == ItemType::barline && table.itemPar(i, par::mark) == mark::leftBarline;
-}
-
 bool isListed(const ItemTable& table, int i) {
   const ItemType type = table.type(i);
   return type == ItemType::staff || type == ItemType::rest || isLeftBarline(table, i);

@@ -9,7 +9,7 @@
 namespace kiv {
 namespace {
 
-constexpr std::string_view style = R"(
+constexpr std::string_view chartStyle = R"(
 text { font-family: serif; fill: #222; font-size: 3px; }
 .title { font-size: 5px; font-weight: bold; }
 .summary { font-size: 3.6px; }
@@ -123,7 +123,7 @@ void openDrawing(SvgWriter& svg, const Chart& chart, std::size_t sheets) {
                    {"height", svgNumber(sheetPixels * count)},
                    {"viewBox", "0 0 " + svgNumber(sheet::width) + " " + svgNumber(height)}});
   svg.text("title", {}, (chart.piece.empty() ? "" : chart.piece + ": ") + "systems by instruments");
-  svg.text("style", {}, std::string(printStyle) + std::string(style) + std::string(symbolStyle()));
+  svg.text("style", {}, std::string(printStyle) + std::string(chartStyle) + std::string(symbolStyle()));
   svg.leaf("rect", {{"width", sheet::width}, {"height", height}, {"fill", "#fff"}});
 }
 

@@ -10,7 +10,7 @@
 namespace kiv {
 namespace {
 
-constexpr std::string_view style = R"(
+constexpr std::string_view pageStyle = R"(
 svg { background: #fff; color: #111; }
 .staffline { stroke: #444; stroke-width: 0.9; }
 .ledger { stroke: #222; stroke-width: 1.3; }
@@ -181,7 +181,7 @@ std::string pagePicture(std::span<const Item> items, std::string_view title, std
                     {"height", height},
                     {"viewBox", "0 0 " + svgNumber(width) + " " + svgNumber(height)}});
   head.text("title", {}, title);
-  head.text("style", {}, std::string(style) + std::string(marks.empty() ? "" : styleOfMarks.substr(1)));
+  head.text("style", {}, std::string(pageStyle) + std::string(marks.empty() ? "" : styleOfMarks.substr(1)));
   head.leaf("rect", {{"width", width}, {"height", height}, {"fill", "#fff"}});
   return head.markup() + definitions(drawing) + drawing.svg.markup() + "</svg>\n";
 }

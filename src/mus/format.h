@@ -10,6 +10,7 @@ namespace kiv {
 
 constexpr std::size_t headerBytes = 2;
 constexpr int trailerWords = 6;
+constexpr std::size_t trailerBytes = bytesPerWord * trailerWords;
 constexpr int shortTrailerWords = 5;  ///< a trailer of one word less is accepted, and not read
 
 /// Parameters of one item that the system keeps: P1 .. P20.

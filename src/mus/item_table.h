@@ -87,6 +87,11 @@ inline bool isStaff(const ItemTable& table, int i) {
   return table.type(i) == ItemType::staff;
 }
 
+/// Whether item i is a barline that was marked as one at the left end of its staff.
+inline bool isLeftBarline(const ItemTable& table, int i) {
+  return table.type(i) == ItemType::barline && table.itemPar(i, par::mark) == mark::leftBarline;
+}
+
 /// The rows of all staff items, in table order.
 std::vector<int> staffRows(const ItemTable& table);
 

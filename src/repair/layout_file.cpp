@@ -13,7 +13,6 @@ namespace kiv {
 namespace {
 
 constexpr std::size_t noColumn = SIZE_MAX;
-constexpr std::size_t longestShown = 40;
 
 std::string trimmed(const std::string& text) {
   const std::size_t first = text.find_first_not_of(" \t");
@@ -71,13 +70,13 @@ LayoutOrError readRows(CsvReader& reader, const CsvRecord& heads) {
     const std::string cell = cellOf(*record, idColumn);
     const auto id = idOf(cell);
     if (!id) {
-      return LayoutFileError{record->line, "\"" + cell.substr(0, longestShown) + "\" is no instrument id"};
+      return LayoutFileError{record->line, "\"" + shownCell(cell) + "\" is no instrument id"};
     }
     if (*id == 0) {
       continue;
     }
     if (!ids.insert(*id).second) {
-      return LayoutFileError{record->line, "the id " + cell.substr(0, longestShown) + " is listed twice"};
+      return LayoutFileError{record->line, "the id " + shownCell(cell) + " is listed twice"};
     }
     if (instruments.size() == mostListed) {
       return LayoutFileError{record->line, "there are more than " + std::to_string(mostListed) + " instruments"};

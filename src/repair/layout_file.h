@@ -33,6 +33,11 @@ struct LayoutFileError {
   bool operator==(const LayoutFileError&) const = default;
 };
 
+/// The beginning of a cell, for a reason.
+inline std::string shownCell(std::string_view cell) {
+  return std::string(cell.substr(0, 40));
+}
+
 /// The longest table that is read, in bytes.
 inline constexpr std::size_t longestLayoutFile = std::size_t{1} << 20U;
 /// The most instruments that a table may list.

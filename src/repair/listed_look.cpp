@@ -11,8 +11,6 @@
 namespace kiv {
 namespace {
 
-constexpr std::size_t longestShown = 40;
-
 /// The first of the values in a cell.
 std::string_view firstIn(std::string_view cell) {
   return cell.substr(0, cell.find(", "));
@@ -90,7 +88,7 @@ class LookReader {
     }
     const auto found = valueIn(firstIn(cell));
     if (!found && !error_) {
-      error_ = {instrument_.line, "\"" + std::string(cell.substr(0, longestShown)) + "\" is no " + what};
+      error_ = {instrument_.line, "\"" + shownCell(cell) + "\" is no " + what};
     }
     return found;
   }

@@ -7,11 +7,6 @@
 #include "mus/page_encoding.h"
 
 namespace kiv::repair {
-namespace {
-
-constexpr std::size_t trailerBytes = bytesPerWord * trailerWords;
-
-}  // namespace
 
 std::optional<int> statedWords(std::string_view file) {
   if (file.size() < headerBytes) {

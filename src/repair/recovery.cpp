@@ -14,7 +14,6 @@
 namespace kiv::repair {
 namespace {
 
-constexpr std::size_t trailerBytes = bytesPerWord * trailerWords;
 constexpr std::size_t mostItemWords = std::numeric_limits<std::int16_t>::max() - trailerWords;
 
 /// The doubt up to which an item is one of the page, for learning from it and for saving it. Of a page on which less

@@ -9,8 +9,6 @@ namespace kiv {
 namespace {
 
 constexpr int passes = 3;
-/// In larger groups a system's own vote hardly counts, and taking it out takes time.
-constexpr std::size_t mostLeftOut = 60;
 /// More instruments than any score has; staves of further ones are in no slot.
 constexpr std::size_t mostSlots = 256;
 

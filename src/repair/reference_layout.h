@@ -17,6 +17,9 @@ struct ReferenceLayout {
   std::vector<std::vector<std::optional<std::size_t>>> slotOf;
 };
 
+/// In groups of more systems a system's own vote for a layout hardly counts, and taking it out takes time.
+inline constexpr std::size_t mostLeftOut = 60;
+
 /// Finds the layout from all systems: starting from the system that has most in common with the others, each of the
 /// others is brought in line with the slots found so far, by ids and looks, and adds what they lack.
 ReferenceLayout findLayout(const CodedGroup& group);

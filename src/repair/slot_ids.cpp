@@ -17,7 +17,7 @@ namespace kiv {
 namespace {
 
 /// In so few groups two instruments share a slot, and the second has just this id.
-const double instrumentInTurn = std::log(2e-5);
+const double anotherInTurn = std::log(2e-5);
 /// An id that fills a gap is written nowhere; and a gap that is left although the numbering is regular.
 constexpr double gapFilled = -1;
 constexpr double gapLeft = -4;
@@ -28,7 +28,7 @@ constexpr double sameSlip = 0.02;
 constexpr double manySlips = 0.02;
 constexpr double favoriteSlip = 4;
 /// Ids of a slot that may be its own: the commonest ones.
-constexpr std::size_t mostCandidates = 4;
+constexpr std::size_t mostIdsOfSlot = 4;
 
 class SlotIdentifier {
  public:
@@ -130,7 +130,7 @@ std::vector<std::int16_t> SlotIdentifier::candidates() const {
       byCount.emplace_back(-count, id);
     }
     std::sort(byCount.begin(), byCount.end());
-    byCount.resize(std::min(byCount.size(), mostCandidates));
+    byCount.resize(std::min(byCount.size(), mostIdsOfSlot));
     for (const auto& [count, id] : byCount) {
       ids.insert(id);
     }
@@ -225,7 +225,7 @@ bool SlotIdentifier::isInTurn(std::size_t slot, std::int16_t main, std::int16_t 
   const double chance = std::exp(rates_.logWritten(id, main, isNeighbor(slot, id))) * (isSlip ? favoriteSlip : 1);
   const double share = std::min(count / all, 1 - 0.5 / all);
   const auto likelihood = [&](double p) { return count * std::log(p) + (all - count) * std::log(1 - p); };
-  return instrumentInTurn + likelihood(share) > likelihood(chance);
+  return anotherInTurn + likelihood(share) > likelihood(chance);
 }
 
 bool SlotIdentifier::isWeak(std::size_t slot, const std::set<std::int16_t>& known) const {

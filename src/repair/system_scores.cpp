@@ -20,8 +20,6 @@ constexpr double unknownOfIrregular = 0.1;  // more of them where systems are no
 constexpr double instrumentInTurn = 2e-6;   // two instruments share a slot, and the rare one has just this id
 constexpr double instrumentAlone = 1e-5;    // more of them where nothing else is wrong
 
-constexpr std::size_t mostLeftOut = 60;  // a system of a larger group hardly counts in its own favor
-
 }  // namespace
 
 SystemScores::SystemScores(const GroupKnowledge& knowledge, std::size_t system)

@@ -11,14 +11,6 @@ std::string count(std::size_t number, const std::string& one, const std::string&
   return "<div>" + element("dt", number == 1 ? one : many) + element("dd", std::to_string(number)) + "</div>\n";
 }
 
-std::size_t placesOf(const ReportData& data, bool isWarning) {
-  std::size_t places = 0;
-  for (const ReportProblem& problem : data.problems) {
-    places += problem.isWarning == isWarning ? problem.places.size() : 0;
-  }
-  return places;
-}
-
 /// The link to the pictures of a system.
 std::string systemLink(std::size_t system) {
   const std::string number = std::to_string(system);

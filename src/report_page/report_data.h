@@ -139,4 +139,13 @@ struct ReportData {
   Pictures pictures;
 };
 
+/// How many places the problems name, or else the warnings.
+inline std::size_t placesOf(const ReportData& data, bool areWarnings) {
+  std::size_t count = 0;
+  for (const ReportProblem& problem : data.problems) {
+    count += problem.isWarning == areWarnings ? problem.places.size() : 0;
+  }
+  return count;
+}
+
 }  // namespace kiv::report

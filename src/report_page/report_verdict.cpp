@@ -12,14 +12,6 @@ std::string counted(std::size_t count, const std::string& one, const std::string
   return std::to_string(count) + " " + (count == 1 ? one : many);
 }
 
-std::size_t placesOf(const ReportData& data, bool areWarnings) {
-  std::size_t count = 0;
-  for (const ReportProblem& problem : data.problems) {
-    count += problem.isWarning == areWarnings ? problem.places.size() : 0;
-  }
-  return count;
-}
-
 std::size_t problemPlaces(const ReportData& data) {
   return placesOf(data, false);
 }

@@ -19,17 +19,18 @@ windows_headers() {
 
 # shellcheck disable=SC2046  # a list of words is meant
 check_windows_tidy() {
-  cmake --preset windows --log-level=WARNING >/dev/null &&
+  cmake --preset windows -B build/lint-windows -DKIV_JOINED=OFF --log-level=WARNING >/dev/null &&
     list=$(sources | grep -E '^(src/platform/win32|apps/kivsystem|apps/companions/win32)/.*\.cpp$') &&
-    printf '%s\n' "$list" | xargs -P "$(nproc)" -n 2 clang-tidy -p build/windows --quiet $(windows_headers) \
-      --extra-arg=-Wno-unknown-warning-option 2>build/windows/clang-tidy.log
+    printf '%s\n' "$list" | xargs -P "$(nproc)" -n 2 clang-tidy -p build/lint-windows --quiet $(windows_headers) \
+      --extra-arg=-Wno-unknown-warning-option 2>build/lint-windows/clang-tidy.log
 }
 
 check_tidy() {
-  build release -DKIV_TESTS=OFF -DKIV_BENCH=ON >/dev/null &&
+  cmake --preset release -B build/lint -DKIV_TESTS=OFF -DKIV_BENCH=ON -DKIV_JOINED=OFF --log-level=WARNING &&
+    cmake --build build/lint >/dev/null &&
     list=$(sources | grep -E '^(src|apps|bench)/.*\.(c|cpp)$' | grep -vE 'win32|apps/kivsystem') &&
-    printf '%s\n' "$list" | xargs -P "$(nproc)" -n 2 clang-tidy -p build/release --quiet \
-      --extra-arg=-Wno-unknown-warning-option 2>build/release/clang-tidy.log
+    printf '%s\n' "$list" | xargs -P "$(nproc)" -n 2 clang-tidy -p build/lint --quiet \
+      --extra-arg=-Wno-unknown-warning-option 2>build/lint/clang-tidy.log
 }
 
 # The templates of pages: HTML, styles and scripts.

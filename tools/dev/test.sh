@@ -42,7 +42,7 @@ count_results() {
 
 test_native() {
   rm -rf build/debug/results
-  check "native build" build debug -DKIV_TESTS=ON -DKIV_JOINED_TESTS=ON
+  check "native build" build debug -DKIV_TESTS=ON
   say "native tests"
   ctest --test-dir build/debug --output-on-failure -j "$(nproc)" || true
   # shellcheck disable=SC2046
@@ -77,7 +77,7 @@ test_release() {
 
 test_windows() {
   rm -rf build/windows/results
-  check "Windows build" build windows -DKIV_TESTS=ON -DKIV_JOINED_TESTS=ON
+  check "Windows build" build windows -DKIV_TESTS=ON
   say "Windows tests under Wine"
   # shellcheck disable=SC2046
   tests/window/run_in_wine.sh build/windows $(cat build/windows/tests/programs.txt) || true

@@ -74,7 +74,7 @@ class ProgramCopy(mutate.WorkingCopy):
         """Builds the unchanged program, and writes the groups. Returns their folder."""
         self.refresh()
         configure = ["cmake", "-G", "Ninja", "-B", str(self.build), "-DCMAKE_BUILD_TYPE=", "-DCMAKE_CXX_FLAGS=-O0",
-                     "-DKIV_TESTS=ON", "--log-level=WARNING"]
+                     "-DKIV_TESTS=ON", "-DKIV_JOINED=OFF", "--log-level=WARNING"]
         with open(self.log, "w") as log:
             configured = mutate.call(configure, self.tree, mutate.BUILD_LIMIT, log) == 0
         if not configured or not self.make("kivsys", "write_groups"):

@@ -17,8 +17,8 @@ std::string wordsFor(std::errc failure) {
   return std::make_error_code(failure).message();
 }
 
-/// The folder that holds a file or folder; "." for a name alone.
-std::string folderAbove(std::string path) {
+/// The folder that has the entry of a file or folder; "." for a name alone.
+std::string folderOfEntry(std::string path) {
   while (path.size() > 1 && path.ends_with('/')) {
     path.pop_back();
   }
@@ -99,7 +99,7 @@ std::optional<std::string> makeFolder(const std::string& path) {
   if (::mkdir(path.c_str(), openToAll) != 0) {
     return lastFailure();
   }
-  return flushFolder(folderAbove(path));
+  return flushFolder(folderOfEntry(path));
 }
 
 }  // namespace kiv

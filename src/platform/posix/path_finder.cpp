@@ -8,13 +8,12 @@
 #include <dirent.h>
 #include <sys/stat.h>
 
+#include "platform/posix/plain_path.h"
 #include "platform/posix/posix_files.h"
 #include "platform/posix/utf8.h"
 
 namespace kiv {
 namespace {
-
-constexpr char separator = '/';
 
 /// The system would treat the part up to such a byte as the whole name.
 bool hasZeroByte(const std::string& name) {

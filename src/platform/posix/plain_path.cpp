@@ -9,8 +9,6 @@
 namespace kiv {
 namespace {
 
-constexpr char separator = '/';
-
 /// Goes from a folder to the one above; the path has no separator at its end, that of the root is "".
 void goUp(std::string& path) {
   std::error_code failure;

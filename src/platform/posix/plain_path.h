@@ -7,6 +7,9 @@
 
 namespace kiv {
 
+/// Separates folders and files of a path.
+inline constexpr char separator = '/';
+
 /// Throws std::bad_alloc when memory ran out, which says nothing about the file that the failure is of.
 void checkMemory(const std::error_code& failure);
 

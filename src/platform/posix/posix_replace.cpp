@@ -15,8 +15,6 @@
 namespace kiv {
 namespace {
 
-constexpr char separator = '/';
-
 mode_t modeOfNewFiles() {
   const mode_t withheld = ::umask(0);
   ::umask(withheld);

@@ -22,8 +22,6 @@
 namespace kiv {
 namespace {
 
-constexpr char separator = '/';
-
 std::string swapped(std::string text, char from, char to) {
   std::replace(text.begin(), text.end(), from, to);
   return text;
