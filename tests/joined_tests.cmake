@@ -15,6 +15,7 @@ set_source_files_properties(
   conversion/conversion_test.cpp
   conversion/nearest_item_test.cpp
   conversion/order_table_test.cpp
+  conversion/set_rest_durations_reference_test.cpp
   conversion/set_staff_attributes_reference_test.cpp
   drawing/chart_svg_test.cpp
   faults/memory_faults_test.cpp
@@ -27,4 +28,5 @@ set_source_files_properties(
   shell/panel_layout_test.cpp
   shell/panel_start_test.cpp
   sort/sort_on_instrument_test.cpp
+  verify/verify_test.cpp
   PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)

@@ -16,10 +16,6 @@ bool isOnSamePage(const std::vector<StaffRecord>& previous, const std::vector<St
          staves.front().newStaff < previous.back().newStaff;
 }
 
-std::size_t dotOf(const std::string& name) {
-  return std::min(name.find('.'), name.size());
-}
-
 ChartPage pageOf(Machine& machine, const std::vector<StaffRecord>& staves, std::size_t system) {
   ChartPage page{withoutPath(machine, staves.front().file), 1, system};
   std::set<std::string> files = {staves.front().file};
@@ -110,6 +106,10 @@ std::string counted(std::size_t count, const std::string& singular, const std::s
 }
 
 }  // namespace
+
+std::size_t dotOf(const std::string& name) {
+  return std::min(name.find('.'), name.size());
+}
 
 std::size_t Chart::count(Presence presence) const {
   std::size_t count = 0;

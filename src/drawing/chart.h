@@ -31,6 +31,9 @@ struct ChartSystem {
   bool isMoved(std::size_t instrument) const { return instrument < moved.size() && moved[instrument]; }
 };
 
+/// Where the suffix of a file name begins; the length of a name without one.
+std::size_t dotOf(const std::string& name);
+
 /// A page of a group that has systems.
 struct ChartPage {
   std::string name;             ///< without folder; of a multifile page the first file's, with all page letters

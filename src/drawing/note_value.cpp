@@ -9,8 +9,8 @@ constexpr double longest = 4;
 constexpr double shortest = 0.015625;
 
 bool isAbout(double value, double wanted) {
-  constexpr double tolerance = 0.01;
-  return std::abs(value - wanted) < tolerance;
+  constexpr double mostApart = 0.01;
+  return std::abs(value - wanted) < mostApart;
 }
 
 }  // namespace

@@ -9,10 +9,6 @@ bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-std::size_t dotOf(const std::string& name) {
-  return std::min(name.find('.'), name.size());
-}
-
 /// How many characters all names begin with, without digits at their end.
 std::size_t sharedBegin(const std::vector<ChartPage>& pages) {
   std::size_t shared = dotOf(pages.front().name);

@@ -8,7 +8,7 @@
 namespace kiv::messages {
 namespace {
 
-Message warning(std::string_view code, std::string text, const Location& location) {
+Message musicWarning(std::string_view code, std::string text, const Location& location) {
   return {code, Icon::exclamation, Buttons::ok, std::move(text), location, {}};
 }
 
@@ -32,46 +32,48 @@ std::string quarters(double length) {
 }  // namespace
 
 Message barRestLength(const RestStavesOf& staves, double rest, double music, const Location& bar) {
-  return warning(code::barRestLength,
-                 nameOf(staves) + ": the rest lasts " + quarters(rest) + ", the music of the bar " + quarters(music),
-                 bar);
+  return musicWarning(
+      code::barRestLength,
+      nameOf(staves) + ": the rest lasts " + quarters(rest) + ", the music of the bar " + quarters(music), bar);
 }
 
 Message barTwoRests(const RestStavesOf& staves, const Location& bar) {
-  return warning(code::barTwoRests, nameOf(staves) + ": two rests fill the same time of the bar", bar);
+  return musicWarning(code::barTwoRests, nameOf(staves) + ": two rests fill the same time of the bar", bar);
 }
 
 Message barWithoutRest(const RestStavesOf& staves, const Location& bar) {
-  return warning(code::barWithoutRest, nameOf(staves) + ": the bar has no rest", bar);
+  return musicWarning(code::barWithoutRest, nameOf(staves) + ": the bar has no rest", bar);
 }
 
 Message keyDiffers(const RestStavesOf& staves, const Location& bar) {
-  return warning(code::keyOrTimeDiffers, nameOf(staves) + ": the key is not that of the system", bar);
+  return musicWarning(code::keyOrTimeDiffers, nameOf(staves) + ": the key is not that of the system", bar);
 }
 
 Message timeDiffers(const RestStavesOf& staves, const Location& bar) {
-  return warning(code::keyOrTimeDiffers, nameOf(staves) + ": the time is not that of the system", bar);
+  return musicWarning(code::keyOrTimeDiffers, nameOf(staves) + ": the time is not that of the system", bar);
 }
 
 Message lateEntryUnknown(const RestStavesOf& staves, const Location& system) {
-  return warning(code::lateEntryUnknown,
-                 nameOf(staves) + ": size, lines or clef are not those with which the instrument enters later", system);
+  return musicWarning(code::lateEntryUnknown,
+                      nameOf(staves) + ": size, lines or clef are not those with which the instrument enters later",
+                      system);
 }
 
 Message braceDisplaced(int braces, const Location& system) {
-  return warning(code::braceDisplaced,
-                 std::to_string(braces) + (braces == 1 ? " brace stands" : " braces stand") +
-                     " away from the left edge of the system",
-                 system);
+  return musicWarning(code::braceDisplaced,
+                      std::to_string(braces) + (braces == 1 ? " brace stands" : " braces stand") +
+                          " away from the left edge of the system",
+                      system);
 }
 
 Message stavesDisagree(double length, const Location& bar) {
-  return warning(code::stavesDisagree,
-                 "the staves that play last unequally long; rest staves should last " + quarters(length), bar);
+  return musicWarning(code::stavesDisagree,
+                      "the staves that play last unequally long; rest staves should last " + quarters(length), bar);
 }
 
 Message noTimeSignature(const Location& system) {
-  return warning(code::noTimeSignature, "no page has a time signature; rest staves should have bars of 4/4", system);
+  return musicWarning(code::noTimeSignature, "no page has a time signature; rest staves should have bars of 4/4",
+                      system);
 }
 
 }  // namespace kiv::messages

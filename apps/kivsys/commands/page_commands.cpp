@@ -14,11 +14,6 @@
 namespace kiv {
 namespace {
 
-int fail(const std::string& reason) {
-  printError(reason);
-  return exit_status::critical;
-}
-
 /// Whether the file is called a page, as a damaged one is, too.
 bool hasNameOfPage(NativeSystem& system, const std::string& file) {
   const std::string name = system.upperCase(file);

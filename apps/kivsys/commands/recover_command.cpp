@@ -50,11 +50,6 @@ void useBinaryStreams() {
 #endif
 }
 
-int fail(const std::string& reason) {
-  printError(reason);
-  return exit_status::critical;
-}
-
 /// The bytes of the damaged page. Nullopt when there are none, and the status of the run then.
 std::optional<std::string> read(NativeSystem& system, const std::string& page, int& status) {
   const std::string name = page == standardOutput ? page : NativeSystem::coreName(page);

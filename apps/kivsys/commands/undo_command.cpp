@@ -20,7 +20,7 @@
 namespace kiv {
 namespace {
 
-std::string asText(const UndoPlan& plan, const Journal& journal, bool dryRun) {
+std::string planText(const UndoPlan& plan, const Journal& journal, bool dryRun) {
   const std::string would = dryRun ? "would be " : "";
   std::string text;
   for (const UndoPlan::Restored& file : plan.restored) {
@@ -44,7 +44,7 @@ Json pathJson(const std::string& path) {
   return NativeSystem::toUtf8(path);
 }
 
-std::string asJson(const UndoPlan& plan, const Journal& journal, bool dryRun) {
+std::string planJson(const UndoPlan& plan, const Journal& journal, bool dryRun) {
   Json object = {{"end", "normal"}, {"dry_run", dryRun}, {"command", journal.command}, {"time", journal.time}};
   object["folders"] = Json::array();
   for (const JournalFolder& folder : journal.folders) {
@@ -154,7 +154,7 @@ int Undo::undo(const Journal& journal) {
     }
   }
   const std::string text =
-      options_.json ? asJson(plan, journal, options_.dryRun) : asText(plan, journal, options_.dryRun);
+      options_.json ? planJson(plan, journal, options_.dryRun) : planText(plan, journal, options_.dryRun);
   if (!options_.dryRun) {
     store_.forget(run_);
   }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "apps/kivsys/corrections/planned_pages.h"
+#include "apps/kivsys/output/counted.h"
 #include "base/sha256.h"
 
 namespace kiv {
@@ -84,10 +85,6 @@ void PagesToCorrect::dropSkipped() {
   requests.erase(std::remove_if(requests.begin(), requests.end(),
                                 [&](const repair::IdRequest& request) { return skipped_.contains(request.page); }),
                  requests.end());
-}
-
-std::string counted(std::size_t count, const std::string& what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <set>
 #include <vector>
 
+#include "apps/kivsys/output/counted.h"
 #include "base/number.h"
 #include "diagnostics/number_ranges.h"
 #include "input/file_names.h"
@@ -16,10 +17,6 @@ namespace {
 constexpr std::size_t mostLayouts = 10;  // with their staves, they fit on one screen
 constexpr std::size_t mostWords = 8;
 constexpr std::size_t mostPlaces = 3;
-
-std::string counted(std::size_t count, const std::string& one, const std::string& many) {
-  return std::to_string(count) + " " + (count == 1 ? one : many);
-}
 
 std::string plainNumber(int number) {
   return std::to_string(number);

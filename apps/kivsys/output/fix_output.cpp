@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "apps/kivsys/output/counted.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "base/number.h"
 #include "platform/console/native_system.h"
@@ -28,10 +29,6 @@ std::string placeOf(const IdChange& change) {
     return staff;
   }
   return std::string(change.at.type == ItemType::rest ? "cue" : "number shown") + " in " + staff;
-}
-
-std::string counted(std::size_t count, const std::string& what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 std::string linesOf(const FixedPage& page, bool dryRun, const FileNamer& nameOf) {

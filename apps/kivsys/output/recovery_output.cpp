@@ -6,6 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "apps/kivsys/output/counted.h"
 #include "apps/kivsys/output/diagnostics_json.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "base/exact_number.h"
@@ -19,10 +20,6 @@ namespace {
 using repair::Loss;
 using repair::Recovery;
 using repair::SavedItem;
-
-std::string counted(std::size_t number, const std::string& what) {
-  return std::to_string(number) + " " + what + (number == 1 ? "" : "s");
-}
 
 std::string typeOf(const SavedItem& item) {
   const ItemWord* word = itemWordOf(item.type);

@@ -193,6 +193,11 @@ int refuse(const std::vector<std::string>& reasons) {
   return exit_status::wrongUsage;
 }
 
+int fail(const std::string& reason) {
+  printError(reason);
+  return exit_status::critical;
+}
+
 std::string folderOfRun(NativeSystem& system, const Selection& selection) {
   std::string folder = selection.folder.empty() ? system.currentFolder() : system.fullName(selection.folder);
   if (folder.size() > 1 && endsWithBackslash(system, folder) && !folder.ends_with(":\\")) {

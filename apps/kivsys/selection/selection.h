@@ -56,6 +56,9 @@ int runOnSelection(ConsoleHost& console, const Selection& selection, const Selec
 /// Prints what is wrong, a line each, on standard error. Returns the exit status.
 int refuse(const std::vector<std::string>& reasons);
 
+/// Prints why a run could not do its work. Returns the exit status.
+int fail(const std::string& reason);
+
 /// The full name of the folder that the run will be in, without a backslash at its end except for a root.
 std::string folderOfRun(NativeSystem& system, const Selection& selection);
 

@@ -162,7 +162,7 @@ bool Reader::addFolder(const Json& line) {
 
 bool Reader::isInFolder(const std::string& path) const {
   return std::any_of(journal_.folders.begin(), journal_.folders.end(),
-                     [&](const JournalFolder& folder) { return folder.path == folderAbove(path); });
+                     [&](const JournalFolder& known) { return known.path == folderAbove(path); });
 }
 
 bool Reader::isKeptName(const std::string& name) const {
