@@ -5,6 +5,7 @@
 #include <map>
 
 #include "repair/other_numbering.h"
+#include "repair/rare_ids.h"
 
 namespace kiv {
 namespace {
@@ -13,8 +14,8 @@ namespace {
 constexpr double sureMargin = 7;
 constexpr double likelyMargin = 1.5;
 constexpr double guessMargin = 0.4;
-/// An id that is wrong only because it is rare might as well be right.
-constexpr double rareMargin = 2;
+/// An id that is at a wrong staff only because another one needs it might as well be right.
+constexpr double misplacedMargin = 2;
 
 /// The chance that either is wrong, as a margin.
 double together(double a, double b) {
@@ -38,6 +39,7 @@ class SystemDecider {
   std::optional<StaffDecision> decideStaff(std::size_t staff, IdProblem problem) const;
   std::optional<StaffDecision> undecided(std::size_t staff, IdProblem problem) const;
   StaffDecision leftOpen(std::size_t staff, IdProblem problem) const;
+  double leastMargin(const CodedStaff& staff, std::int16_t newId, IdProblem problem) const;
   bool settle();
 
   const GroupKnowledge& knowledge_;
@@ -56,7 +58,8 @@ std::optional<IdProblem> SystemDecider::problemOf(const CodedStaff& staff) const
   if (staff.repeated) {
     return IdProblem::duplicate;
   }
-  return knownIds_.contains(staff.id) ? std::nullopt : std::optional(IdProblem::rare);
+  const bool isRight = knownIds_.contains(staff.id) || !mayBeSlip(knowledge_.group, staff.id);
+  return isRight ? std::nullopt : std::optional(IdProblem::rare);
 }
 
 StaffDecision SystemDecider::leftOpen(std::size_t staff, IdProblem problem) const {
@@ -66,6 +69,12 @@ StaffDecision SystemDecider::leftOpen(std::size_t staff, IdProblem problem) cons
     open.candidates.push_back(candidate.id);
   }
   return open;
+}
+
+double SystemDecider::leastMargin(const CodedStaff& staff, std::int16_t newId, IdProblem problem) const {
+  return problem == IdProblem::rare        ? marginForRare(knowledge_.group, system_, staff.id, newId)
+         : problem == IdProblem::misplaced ? misplacedMargin
+                                           : guessMargin;
 }
 
 /// An id that is wrong only because it is rare or misplaced is no problem without a better one.
@@ -86,7 +95,7 @@ std::optional<StaffDecision> SystemDecider::decideStaff(std::size_t staff, IdPro
     return std::nullopt;  // the right one of two
   }
   const double margin = together(assigned.margin, instrument.margin);
-  if (margin < (isDoubtful(problem) ? rareMargin : guessMargin)) {
+  if (margin < leastMargin(staves_[staff], instrument.id, problem)) {
     return undecided(staff, problem);
   }
   const bool maySure = problem != IdProblem::misplaced && !instrument.inferred && !instrument.weak;

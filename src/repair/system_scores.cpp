@@ -18,7 +18,7 @@ constexpr double shownNumberScore = 4;  // the page shows the number of the inst
 constexpr double unknownInstrument = 1e-4;  // of all staves those of an instrument that the others do not have
 constexpr double unknownOfIrregular = 0.1;  // more of them where systems are not complete
 constexpr double instrumentInTurn = 2e-6;   // two instruments share a slot, and the rare one has just this id
-constexpr double instrumentAlone = 1e-5;    // more of them where nothing else is wrong
+constexpr double instrumentAlone = 2e-5;    // more of them where nothing else is wrong
 
 }  // namespace
 
