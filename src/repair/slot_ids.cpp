@@ -189,11 +189,12 @@ double SlotIdentifier::scoreOfNone(std::size_t slot) const {
     const bool beside = isNeighbor(slot, written);
     sum += count * (more + (beside ? rates_.logWritten(written, 0, true) : rates_.logWrittenOfAny(written)));
     if (written != 0 && !beside && !lost_[slot]) {
+      sum += isFirst ? progression_.fit(slot, written) : 0;  // a slip of another id is as strange as the id itself
       sum += (count - (isFirst ? 1 : 0)) * std::log(sameSlip);
       isFirst = false;
     }
   }
-  return sum + (lost_[slot] ? lost_[slot]->others : 0);
+  return sum + (lost_[slot] ? lost_[slot]->others + progression_.fit(slot, lost_[slot]->id) : 0);
 }
 
 /// How many times more ids of the slot are wrong than of the group, when this number is: errors come in groups.

@@ -16,6 +16,7 @@ constexpr double likelyMargin = 1.5;
 constexpr double guessMargin = 0.4;
 /// An id that is at a wrong staff only because another one needs it might as well be right.
 constexpr double misplacedMargin = 2;
+constexpr double exchangedMargin = 3;
 
 /// The chance that either is wrong, as a margin.
 double together(double a, double b) {
@@ -24,6 +25,12 @@ double together(double a, double b) {
 
 bool isDoubtful(IdProblem problem) {
   return problem == IdProblem::rare || problem == IdProblem::misplaced;
+}
+
+/// Whether all systems have the same number of staves. Otherwise staves are rather missing than exchanged.
+bool areSystemsAlike(const CodedGroup& group) {
+  return std::all_of(group.systems.begin(), group.systems.end(),
+                     [&](const CodedSystem& system) { return system.size() == group.systems.front().size(); });
 }
 
 class SystemDecider {
@@ -41,6 +48,7 @@ class SystemDecider {
   StaffDecision leftOpen(std::size_t staff, IdProblem problem) const;
   double leastMargin(const CodedStaff& staff, std::int16_t newId, IdProblem problem) const;
   bool settle();
+  bool haveExchangedIds() const;
 
   const GroupKnowledge& knowledge_;
   const std::set<std::int16_t>& knownIds_;
@@ -104,6 +112,20 @@ std::optional<StaffDecision> SystemDecider::decideStaff(std::size_t staff, IdPro
   return decision;
 }
 
+/// Whether enough ids are evidently wrong for others to be wrong, too, which are only exchanged. If most of
+/// the staves have the ids of others, they are rather numbered in another way.
+bool SystemDecider::haveExchangedIds() const {
+  const auto wrong = std::count_if(staves_.begin(), staves_.end(),
+                                   [](const CodedStaff& staff) { return staff.id == 0 || staff.repeated; });
+  std::ptrdiff_t exchanged = 0;
+  for (std::size_t i = 0; i < staves_.size(); ++i) {
+    const auto& instrument = assigned_[i].instrument;
+    const bool isOther = instrument && knowledge_.instruments[*instrument].id != staves_[i].id;
+    exchanged += inDoubt_[i] == 0 && isOther ? 1 : 0;
+  }
+  return wrong > 0 && exchanged <= 2 * wrong;
+}
+
 /// The ids that staves get whose own are in doubt, and those whose ids are given to others then.
 std::set<std::int16_t> SystemDecider::givenIds() const {
   std::set<std::int16_t> given;
@@ -152,6 +174,7 @@ SystemDecisions SystemDecider::decide() {
   const bool isOther = hasOtherNumbering(knowledge_.group, knowledge_.layout, knowledge_.instruments, system_);
   assigned_ = assignStaves(knowledge_, system_, inDoubt_);
   const std::set<std::int16_t> given = givenIds();
+  const bool mayBeExchanged = areSystemsAlike(knowledge_.group) && haveExchangedIds();
   for (std::size_t i = 0; i < staves_.size(); ++i) {
     const auto problem = problemOf(staves_[i]);
     const bool isEvident = problem && problem != IdProblem::rare;
@@ -161,7 +184,8 @@ SystemDecisions SystemDecider::decide() {
       }
     } else if (problem) {
       decisions_[i] = decideStaff(i, *problem);
-    } else if (assigned_[i].instrument && given.contains(staves_[i].id)) {
+    } else if (assigned_[i].instrument &&
+               (given.contains(staves_[i].id) || (mayBeExchanged && assigned_[i].margin >= exchangedMargin))) {
       decisions_[i] = decideStaff(i, IdProblem::misplaced);
     }
   }

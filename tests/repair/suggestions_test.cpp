@@ -10,6 +10,7 @@
 namespace kiv::test {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -79,6 +80,35 @@ TEST_F(SuggestedIds, AnIdOfAnotherStaffIsReplacedWhenThatStaffNeedsIt) {
   EXPECT_THAT(lines, ElementsAre("X9.MUS 5: 102 -> 101 likely", "X9.MUS 4: 0 -> 102 likely"))
       << "never the one without the other, so none is surer";
   EXPECT_EQ(suggest().corrections.front().at.problem, IdProblem::misplaced);
+}
+
+TEST_F(SuggestedIds, ExchangedIdsAreReplacedAmongManyThatAreEvidentlyWrong) {
+  addSystems(5, score);
+  addSystem({101, 103, 103, 104, 104});
+  addSystem({102, 102, 103, 105, 105});
+  addSystem({102, 101, 104, 104, 104});
+  EXPECT_THAT(corrections(), AllOf(Contains("X8.MUS 5: 102 -> 101 likely"), Contains("X8.MUS 4: 101 -> 102 likely")));
+}
+
+TEST_F(SuggestedIds, ExchangedIdsStayWhereNothingElseIsWrong) {
+  addSystems(5, score);
+  addSystem({102, 101, 103, 104, 105});
+  EXPECT_THAT(corrections(), IsEmpty());
+}
+
+TEST_F(SuggestedIds, AnIdIsEnoughThatASingleSystemHasInAnIrregularNumbering) {
+  addSystem({17, 1203, 5, 340, 88});
+  addSystems(3, {17, 0, 5, 340, 88});
+  EXPECT_THAT(corrections(),
+              ElementsAre("X2.MUS 4: 0 -> 1203 likely", "X3.MUS 4: 0 -> 1203 likely", "X4.MUS 4: 0 -> 1203 likely"));
+}
+
+TEST_F(SuggestedIds, TwoOfFourSystemsAreEnoughToKnowAnIdBySlips) {
+  addSystem({112, 79, 186, 84, 169, 161, 131, 39, 85, 1200, 106, 1273});
+  addSystem({112, 79, 186, 84, 170, 161, 131, 39, 85, 1290, 106, 173});
+  addSystem({112, 79, 186, 84, 169, 161, 131, 39, 85, 120, 16, 713});
+  addSystem({112, 79, 186, 84, 159, 161, 131, 39, 85, 120, 106, 173});
+  EXPECT_THAT(corrections(), AllOf(Contains("X2.MUS 8: 170 -> 169 likely"), Contains("X4.MUS 8: 159 -> 169 likely")));
 }
 
 TEST_F(SuggestedIds, ARareInstrumentKeepsItsId) {
