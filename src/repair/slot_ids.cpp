@@ -60,6 +60,7 @@ class SlotIdentifier {
   std::vector<std::int16_t> certainIds() const;
   std::vector<std::int16_t> candidates() const;
   bool isNeighbor(std::size_t slot, std::int16_t id) const;
+  bool isOfOtherSlot(std::size_t slot, std::int16_t id) const;
   double score(std::size_t slot, std::int16_t id) const;
   double scoreOfNone(std::size_t slot) const;
   double moreDamage(std::size_t slot, int wrong) const;
@@ -150,6 +151,16 @@ bool SlotIdentifier::isNeighbor(std::size_t slot, std::int16_t id) const {
                      (slot + 1 < slots_.size() && slots_[slot + 1].commonestId() == id));
 }
 
+/// Whether another slot has this id. Only such ids can have been doubled.
+bool SlotIdentifier::isOfOtherSlot(std::size_t slot, std::int16_t id) const {
+  for (std::size_t s = 0; s < slots_.size(); ++s) {
+    if (s != slot && slots_[s].commonestId() == id) {
+      return true;
+    }
+  }
+  return false;
+}
+
 /// How well an id that some staff of the slot has, or none, fits to the ids around; impossible for one that cannot be
 /// meant.
 double SlotIdentifier::fit(std::size_t slot, std::int16_t id) const {
@@ -187,7 +198,10 @@ double SlotIdentifier::scoreOfNone(std::size_t slot) const {
   bool isFirst = !missing_[slot];  // where a number is missing, another one is meant only by accident
   for (const auto& [written, count] : withBlanks(slot)) {
     const bool beside = isNeighbor(slot, written);
-    sum += count * (more + (beside ? rates_.logWritten(written, 0, true) : rates_.logWrittenOfAny(written)));
+    const bool isTyped = written != 0 && !beside && !isOfOtherSlot(slot, written);
+    sum += count * (more + (beside    ? rates_.logWritten(written, 0, true)
+                            : isTyped ? std::log(rates_.mistyped)
+                                      : rates_.logWrittenOfAny(written)));
     if (written != 0 && !beside && !lost_[slot]) {
       sum += isFirst ? progression_.fit(slot, written) : 0;  // a slip of another id is as strange as the id itself
       sum += (count - (isFirst ? 1 : 0)) * std::log(sameSlip);
@@ -268,7 +282,8 @@ std::vector<KnownInstrument> SlotIdentifier::identify() {
     }
   }
   for (KnownInstrument& instrument : instruments) {
-    instrument.weak = isWeak(instrument.slot, known);
+    // What a single staff says may be wrong itself.
+    instrument.weak = slots_[instrument.slot].countOf(instrument.id) < 2 || isWeak(instrument.slot, known);
   }
   return instruments;
 }

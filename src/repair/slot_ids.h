@@ -16,7 +16,7 @@ struct KnownInstrument {
   std::size_t slot = 0;
   double margin = 0;      ///< how much more likely this is the id of the slot than any other, as a logarithm
   bool inferred = false;  ///< no staff has the id: it fills a gap in a regular numbering, or was listed
-  bool weak = false;      ///< most staves of the slot have ids that are none of its instruments
+  bool weak = false;      ///< a single staff has it, or most staves of the slot have ids that are of no instrument
 
   bool operator==(const KnownInstrument&) const = default;
 };

@@ -65,6 +65,7 @@ int measure(const std::vector<std::string>& arguments) {
     }
   }
   constexpr long usualGroups = 2000;
+  constexpr std::size_t fewestSystems = 4;
   const long first = numbers.size() > 1 ? numbers[1] : 0;
   const long end = first + (numbers.empty() ? usualGroups : numbers[0]);
   std::map<std::string, SuggestionRates> byKind;
@@ -76,6 +77,9 @@ int measure(const std::vector<std::string>& arguments) {
     rates.add(group, suggestions);
     byKind[group.kind].add(rates);
     byKind[wholeOf(group.kind)].add(rates);
+    if (group.systems == fewestSystems) {
+      byKind[wholeOf(group.kind) + " of 4 systems"].add(rates);
+    }
     if (lists) {
       list(number, group, suggestions);
     }

@@ -103,8 +103,18 @@ WrittenGroup GroupWriter::write() {
 
 }  // namespace
 
+std::size_t systemsOf(const PlannedGroup& group) {
+  std::size_t systems = 0;
+  for (const PlannedPage& page : group.pages) {
+    systems += page.systems.size();
+  }
+  return systems;
+}
+
 WrittenGroup writeGroup(const PlannedGroup& group) {
-  return GroupWriter(group).write();
+  WrittenGroup written = GroupWriter(group).write();
+  written.systems = systemsOf(group);
+  return written;
 }
 
 }  // namespace kiv::test

@@ -63,10 +63,13 @@ struct WrittenPage {
 
 struct WrittenGroup {
   std::string kind;
+  std::size_t systems = 0;
   std::vector<WrittenPage> pages;
   std::vector<WrittenStaff> staves;
 };
 
+/// How many systems the group has.
+std::size_t systemsOf(const PlannedGroup& group);
 /// Writes the pages of the group as text.
 WrittenGroup writeGroup(const PlannedGroup& group);
 
