@@ -41,7 +41,7 @@ int Companion::failForNetwork(const std::wstring& path) const {
 }
 
 int Companion::answer(const std::string& file, std::string_view content) const {
-  if (const auto failure = replaceWhole(file, content)) {
+  if (const auto failure = replaceWhole(file, "", content)) {
     return fail(L"Cannot write " + wide(file) + L"\r\n" + wide(*failure));
   }
   return succeeded;

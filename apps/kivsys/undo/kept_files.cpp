@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "base/sha256.h"
+#include "platform/console/native_system.h"
 #include "platform/kept_file.h"
 #include "platform/native_file.h"
 
@@ -84,6 +85,16 @@ Unknown unknownIn(const std::string& folder, const Journal& journal) {
   return unknown;
 }
 
+/// Removes what a run that was stopped has left of files that it was about to put in place.
+void removeTemporaryFiles(const std::string& folder, const std::string& run) {
+  for (const std::string& name : namesIn(folder)) {
+    const std::string path = pathIn(folder, name);
+    if (name.starts_with(NativeSystem::temporaryStart(run)) && entryKindOf(path) == EntryKind::file) {
+      static_cast<void>(removeEntry(path));
+    }
+  }
+}
+
 }  // namespace
 
 std::string stateOf(const std::string& path) {
@@ -125,6 +136,7 @@ void removeKeptFiles(const Journal& journal) {
     }
   }
   for (const JournalFolder& folder : journal.folders) {
+    removeTemporaryFiles(folder.path, journal.id);
     const std::string kept = keptFolderOf(folder.path);
     if (entryKindOf(kept) == EntryKind::other) {
       for (const std::string& path : unknownIn(folder.path, journal).secondNames) {

@@ -20,7 +20,8 @@ std::string keptPathOf(const FileChange& change);
 /// beside the hidden folder is none of them: nothing was changed, and the computer was stopped before it had written
 /// the line.
 std::vector<std::string> unknownKeptFiles(const Journal& journal);
-/// Removes what the run has kept, but not those files, and then the hidden folders that are empty.
+/// Removes what the run has kept, but not those files, then the hidden folders that are empty, and what it has left of
+/// files that it was about to put in place when it was stopped.
 void removeKeptFiles(const Journal& journal);
 
 }  // namespace kiv

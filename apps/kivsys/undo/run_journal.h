@@ -34,6 +34,7 @@ class RunJournal : public ChangeJournal {
   RunJournal(const RunJournal&) = delete;
   RunJournal& operator=(const RunJournal&) = delete;
 
+  std::string temporaryMark() const override { return file_ ? head_.id : ""; }
   std::optional<std::string> beforeFolder(const std::string& path) override;
   std::optional<std::string> beforeReplace(const std::string& path, const std::string& target,
                                            std::string_view bytes) override;

@@ -17,6 +17,9 @@ class ChangeJournal {
   ChangeJournal& operator=(const ChangeJournal&) = delete;
   virtual ~ChangeJournal() = default;
 
+  /// What the temporary names of the files are to have in them that the run puts in place, so that an undo of a stopped
+  /// run knows them; "" for nothing.
+  virtual std::string temporaryMark() const { return ""; }
   /// A folder is about to be made.
   [[nodiscard]] virtual std::optional<std::string> beforeFolder(const std::string& path) = 0;
   /// A file of these bytes is about to take the place of the target, which the path leads to.

@@ -27,6 +27,7 @@ std::optional<std::string> ConsoleSystem::putFile(const std::string& name, std::
       noteWriteFailure(path, *failure);
       return failure;
     }
+    markTemporaryFiles(journal_->temporaryMark());
   }
   auto failure =
       existing == Existing::replaced ? GuardedSystem::replaceFile(file, bytes) : GuardedSystem::createFile(file, bytes);
@@ -59,6 +60,7 @@ std::optional<std::string> ConsoleSystem::replacePage(const std::string& name, s
   if (auto failure = journal_->beforeReplace(page->second, replacedPath(file), bytes)) {
     return failure;
   }
+  markTemporaryFiles(journal_->temporaryMark());
   auto failure = GuardedSystem::replaceFile(file, bytes);
   if (!failure) {
     stamps_.forget(page->second);
@@ -104,6 +106,7 @@ std::optional<std::string> ConsoleSystem::writePending() {
     if (auto failure = journal_->beforeReplace(pending_.path, pending_.destination.path, pending_.bytes)) {
       return failure;
     }
+    pending_.destination.mark = journal_->temporaryMark();
   }
   return putAt(pending_.destination, pending_.bytes);
 }

@@ -48,6 +48,7 @@ std::optional<std::string> PosixSystem::findDestination(const std::string& name,
   }
   destination.path = *end;
   destination.folder = end->substr(0, end->rfind(separator) + 1);
+  destination.mark = mark_;
   destination.isFolderCurrent = paths_.isCurrent(destination.folder);
   destination.mode = modeOfNewFiles() & modeLimit_;
   destination.signals = std::make_shared<SignalsHeld>();
@@ -60,7 +61,7 @@ std::optional<std::string> PosixSystem::putAt(const Destination& destination, st
 
 std::optional<std::string> PosixSystem::put(const Destination& destination, std::string_view bytes, Existing existing) {
   const std::string& target = destination.path;
-  std::string beside = destination.folder + ".kiv-XXXXXX";
+  std::string beside = destination.folder + temporaryStart(destination.mark) + "XXXXXX";
   const SignalsHeld held;  // by the thread that this is
   const Descriptor file(::mkstemp(beside.data()));
   if (!file.isOpen()) {

@@ -47,10 +47,15 @@ class PosixSystem : public Files, public Programs, public Machine {
   struct Destination {
     std::string path;              ///< what a link of the name leads to
     std::string folder;            ///< with its separator; "" for the current one
+    std::string mark;              ///< in the name that the file has until it is whole
     unsigned mode = 0;             ///< of a file that is new
     bool isFolderCurrent = false;  ///< what is known of the folder is what it holds
     std::shared_ptr<SignalsHeld> signals;
   };
+  /// From now on, names of files that are not whole yet have this mark in them: letters and digits.
+  void markTemporaryFiles(const std::string& mark) { mark_ = mark; }
+  /// How the names of files begin that are not whole yet, with or without a mark.
+  static std::string temporaryStart(const std::string& mark) { return mark.empty() ? ".kiv-" : ".kiv-" + mark + "-"; }
   /// Finds out where the file would be put, and lets signals wait from then on. Returns the failure's text.
   [[nodiscard]] std::optional<std::string> findDestination(const std::string& name, Destination& destination);
   /// Puts a file of these bytes there. Uses nothing of this object. Returns the failure's text.
@@ -123,6 +128,7 @@ class PosixSystem : public Files, public Programs, public Machine {
 
   PathFinder paths_;
   unsigned modeLimit_ = 0777;        // of files that are created
+  std::string mark_;                 // of temporary files
   std::set<std::string> unflushed_;  // folders in which files were replaced, as the disk names them
 };
 

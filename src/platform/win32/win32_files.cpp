@@ -55,11 +55,12 @@ Handle createFor(const std::string& name, DWORD disposition) {
 /// A new file, deleted with this object unless it was moved to the place of another one.
 class NewFile {
  public:
-  /// In the target's folder, since a move from one disk to another is not atomic.
-  explicit NewFile(const std::string& target) {
+  /// With the mark in its name, or the number of the process if it is empty. In the target's folder, since a move from
+  /// one disk to another is not atomic.
+  NewFile(const std::string& target, const std::string& mark) {
     constexpr int attempts = 1000;
-    const std::string start =
-        target.substr(0, folderLength(target)) + "kiv" + std::to_string(GetCurrentProcessId()) + "-";
+    const std::string name = "kiv" + (mark.empty() ? std::to_string(GetCurrentProcessId()) : mark) + "-";
+    const std::string start = target.substr(0, folderLength(target)) + name;
     bool isTaken = true;
     for (int i = 1; i <= attempts && isTaken; ++i) {
       name_ = start + std::to_string(i) + ".tmp";
@@ -131,8 +132,9 @@ std::optional<std::string> writeAll(const Handle& file, std::string_view bytes) 
 
 namespace {
 
-std::optional<std::string> putWhole(const std::string& target, std::string_view bytes, DWORD existing) {
-  NewFile beside(target);
+std::optional<std::string> putWhole(const std::string& target, const std::string& mark, std::string_view bytes,
+                                    DWORD existing) {
+  NewFile beside(target, mark);
   if (!beside.handle().isOpen()) {
     return lastFailure();
   }
@@ -147,12 +149,12 @@ std::optional<std::string> putWhole(const std::string& target, std::string_view 
 
 }  // namespace
 
-std::optional<std::string> replaceWhole(const std::string& target, std::string_view bytes) {
-  return putWhole(target, bytes, MOVEFILE_REPLACE_EXISTING);
+std::optional<std::string> replaceWhole(const std::string& target, const std::string& mark, std::string_view bytes) {
+  return putWhole(target, mark, bytes, MOVEFILE_REPLACE_EXISTING);
 }
 
-std::optional<std::string> createWhole(const std::string& target, std::string_view bytes) {
-  return putWhole(target, bytes, 0);
+std::optional<std::string> createWhole(const std::string& target, const std::string& mark, std::string_view bytes) {
+  return putWhole(target, mark, bytes, 0);
 }
 
 std::vector<FolderEntry> entriesMatching(const std::string& pattern) {

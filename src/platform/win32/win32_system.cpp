@@ -73,20 +73,21 @@ std::unique_ptr<OutputFile> Win32System::openOutput(const std::string& name) {
 }
 
 std::optional<std::string> Win32System::replaceFile(const std::string& name, std::string_view bytes) {
-  return isWhole(name) ? replaceWhole(name, bytes) : systemMessage(ERROR_INVALID_NAME);
+  return isWhole(name) ? replaceWhole(name, mark_, bytes) : systemMessage(ERROR_INVALID_NAME);
 }
 
 std::optional<std::string> Win32System::createFile(const std::string& name, std::string_view bytes) {
-  return isWhole(name) ? createWhole(name, bytes) : systemMessage(ERROR_INVALID_NAME);
+  return isWhole(name) ? createWhole(name, mark_, bytes) : systemMessage(ERROR_INVALID_NAME);
 }
 
 std::optional<std::string> Win32System::findDestination(const std::string& name, Destination& destination) {
   destination.path = name;
+  destination.mark = mark_;
   return isWhole(name) ? std::nullopt : std::optional(systemMessage(ERROR_INVALID_NAME));
 }
 
 std::optional<std::string> Win32System::putAt(const Destination& destination, std::string_view bytes) {
-  return replaceWhole(destination.path, bytes);
+  return replaceWhole(destination.path, destination.mark, bytes);
 }
 
 bool Win32System::deleteFile(const std::string& name) {

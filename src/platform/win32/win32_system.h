@@ -40,9 +40,14 @@ class Win32System : public Files, public Programs, public Machine {
   /// Where replaceFile puts a file.
   struct Destination {
     std::string path;
+    std::string mark;  ///< in the name that the file has until it is whole
   };
+  /// From now on, names of files that are not whole yet have this mark in them: letters and digits.
+  void markTemporaryFiles(const std::string& mark) { mark_ = mark; }
+  /// How the names of files begin that are not whole yet and have a mark.
+  static std::string temporaryStart(const std::string& mark) { return "kiv" + mark + "-"; }
   /// Finds out where the file would be put. Returns the failure's text.
-  [[nodiscard]] static std::optional<std::string> findDestination(const std::string& name, Destination& destination);
+  [[nodiscard]] std::optional<std::string> findDestination(const std::string& name, Destination& destination);
   /// Puts a file of these bytes there; any thread can. Returns the failure's text.
   [[nodiscard]] static std::optional<std::string> putAt(const Destination& destination, std::string_view bytes);
   /// The file has been put there: nothing has to be remembered.
@@ -100,6 +105,9 @@ class Win32System : public Files, public Programs, public Machine {
  protected:
   /// A disk of Windows has no folders that differ in case only.
   static void useExactFolders() {}
+
+ private:
+  std::string mark_;  // of temporary files
 };
 
 }  // namespace kiv

@@ -197,7 +197,7 @@ bool isOwnNamesFile(const std::string& file) {
 }
 
 bool isBesideResult(const std::string& file) {
-  return endsWithRandom(file, ".kiv-");
+  return baseOf(file).starts_with(".kiv-");  // then the name of the run, if it can be undone, and random characters
 }
 
 bool isKept(const std::string& file) {

@@ -38,10 +38,10 @@ class UndoFaults : public testing::Test {
       fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
     }
   }
-  /// Bytes, times and modes. A killed program may leave its temporary files.
+  /// Bytes, times and modes of all files, also of those that a killed program leaves beside its results.
   Files snapshot() const {
     Files all = work.files();
-    std::erase_if(all, [](const auto& file) { return isBesideResult(file.first) || file.first == "log"; });
+    std::erase_if(all, [](const auto& file) { return file.first == "log"; });
     for (auto& [name, content] : all) {
       struct stat status {};
       EXPECT_EQ(::stat((work.path() / name).c_str(), &status), 0);
