@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <limits>
 #include <utility>
 
 #include "analysis/cue_marker.h"
 #include "base/number.h"
+#include "diagnostics/first_text.h"
 
 namespace kiv {
 namespace {
@@ -17,6 +20,13 @@ std::optional<std::int16_t> asListed(float number) {
   }
   const auto printed = strictNumber(generalNumber(number));
   return printed ? toInt16(*printed) : std::nullopt;
+}
+
+constexpr std::size_t longestName = 100;  // characters; longer texts are not kept for all staves
+
+/// Whether it is one of the numbers that staves of real pages have. Their texts in a report differ.
+bool isOrdinaryNumber(float number) {
+  return number == std::trunc(number) && std::fabs(number) <= std::numeric_limits<std::int16_t>::max();
 }
 
 /// Puts the staves of a system behind one another, the systems as they first appear.
@@ -36,11 +46,13 @@ void groupBySystem(std::vector<SystemStaff>& staves) {
 }  // namespace
 
 void GroupFacts::beginFile(const std::string& musFileName, std::string_view bytes) {
-  const auto [place, isNew] = losses_.try_emplace(musFileName);
-  findsLosses_ = isNew && wanted_.losses == LossScan::staves;
+  const auto [place, isNew] = files_.try_emplace(musFileName);
+  const bool ofAllItems = wanted_.losses == LossScan::allItems || (wanted_.losses && needsConversion_);
+  findsLosses_ = isNew && wanted_.losses && !ofAllItems;
   bytes_ = bytes;
-  if (isNew && wanted_.losses == LossScan::allItems) {
-    place->second = findPageLosses(musFileName, bytes, LossScan::allItems);
+  if (isNew && ofAllItems) {
+    place->second.losses = findPageLosses(musFileName, bytes, LossScan::allItems);
+    place->second.ofAllItems = true;
   }
   if (fileCount_ == 0 || file().name != &place->first) {
     if (fileCount_ == pageFiles_.size()) {
@@ -55,7 +67,8 @@ void GroupFacts::beginFile(const std::string& musFileName, std::string_view byte
 
 void GroupFacts::addStaff(const PageWalker& page) {
   if (page.par(par::lines) != hiddenStaff) {
-    file().staves.push_back({page.itemsInFile(), page.par(par::staff)});
+    file().staves.push_back(
+        {{page.itemsInFile(), page.itemOffset()}, page.par(par::staff), page.par(par::position), ""});
   }
   if (findsLosses_) {
     lossFinder_.addStaffOrBarline(page);
@@ -66,6 +79,8 @@ void GroupFacts::addItem(const PageWalker& page) {
   const ItemType type = page.type();
   if (type == ItemType::staff) {
     addStaff(page);
+  } else if (page.hasText()) {
+    addName(page, file().staves);
   }
   if (wanted_.instruments && type != ItemType::barline) {
     file().described.add(page);
@@ -76,7 +91,7 @@ void GroupFacts::addItem(const PageWalker& page) {
 void GroupFacts::endFile() {
   if (findsLosses_) {
     const std::string& name = *file().name;
-    losses_[name] =
+    files_[name].losses =
         lossFinder_.hasHiddenStaff() ? findPageLosses(name, bytes_, LossScan::staves) : lossFinder_.losses(name);
     lossFinder_.clear();
   }
@@ -90,24 +105,78 @@ void GroupFacts::addRow(const ItemTable& table, int row, std::vector<SystemStaff
     return;
   }
   PageFile& of = pageFiles_[static_cast<std::size_t>(origin.file - 1)];
-  const auto read = std::ranges::lower_bound(of.staves, origin.item, {}, &ReadStaff::item);
-  if (read == of.staves.end() || read->item != origin.item) {
+  const auto read =
+      std::ranges::lower_bound(of.staves, origin.item, {}, [](const ReadStaff& s) { return s.place.item; });
+  if (read == of.staves.end() || read->place.item != origin.item) {
     return;
   }
-  rows_.push_back({of.name, *system, *instrument, table.itemPar(row, par::instrument), table.itemPar(row, par::staff),
-                   read->number});
+  const std::string* name =
+      read->isAlone && read->name.size() <= longestName ? &*names_.insert(read->name).first : nullptr;
+  rows_.push_back({of.name, name, *system, *instrument, table.itemPar(row, par::instrument),
+                   table.itemPar(row, par::staff), read->number, static_cast<std::int16_t>(read->place.item),
+                   static_cast<std::uint32_t>(read->place.offset)});
   if (wanted_.instruments) {
     const auto index = static_cast<std::size_t>(read - of.staves.begin());
     staves.push_back({of.name, *system, *instrument, &of.described.staves()[index]});
   }
 }
 
+/// Finds the staves that no other one of the file can be taken for.
+void GroupFacts::markLoneStaves(std::vector<ReadStaff>& staves) {
+  if (!std::ranges::all_of(staves, isOrdinaryNumber, &ReadStaff::number)) {
+    return;
+  }
+  std::vector<ReadStaff*> ordered;
+  for (ReadStaff& staff : staves) {
+    ordered.push_back(&staff);
+  }
+  std::ranges::sort(ordered, {}, [](const ReadStaff* staff) { return staff->number; });
+  for (std::size_t i = 0; i < ordered.size(); ++i) {
+    ordered[i]->isAlone = (i == 0 || ordered[i - 1]->number != ordered[i]->number) &&
+                          (i + 1 == ordered.size() || ordered[i + 1]->number != ordered[i]->number);
+  }
+}
+
+/// Looks whether the systems of the page are like the first one of all. Only the verdict decides about that; here it is
+/// enough to know it early.
+void GroupFacts::compareSystems(std::size_t firstRow) {
+  needsConversion_ = needsConversion_ || fileCount_ > 1;
+  for (std::size_t row = firstRow; row < rows_.size() && !needsConversion_;) {
+    std::vector<std::int16_t> system;
+    const std::int16_t number = rows_[row].system;
+    for (; row < rows_.size() && rows_[row].system == number; ++row) {
+      system.push_back(rows_[row].instrument);
+    }
+    if (firstSystem_.empty()) {
+      firstSystem_ = std::move(system);
+    } else {
+      needsConversion_ = system != firstSystem_;
+    }
+  }
+}
+
 void GroupFacts::endPage(const ItemTable& table) {
-  if (wanted_.instruments) {
-    for (std::size_t f = 0; f < fileCount_; ++f) {
+  const std::size_t firstRow = rows_.size();
+  for (std::size_t f = 0; f < fileCount_; ++f) {
+    markLoneStaves(pageFiles_[f].staves);
+    if (wanted_.instruments) {
       pageFiles_[f].described.finish();
     }
   }
+  addRows(table);
+  for (std::size_t f = 0; f < fileCount_; ++f) {
+    FileFacts& facts = files_[*pageFiles_[f].name];
+    if (facts.endRow == 0) {
+      facts.firstRow = firstRow;
+      facts.endRow = rows_.size();
+    }
+  }
+  compareSystems(firstRow);
+  fileCount_ = 0;
+  systems_.reset();
+}
+
+void GroupFacts::addRows(const ItemTable& table) {
   std::vector<SystemStaff> staves;
   for (const int row : staffRows(table)) {
     addRow(table, row, staves);
@@ -119,8 +188,20 @@ void GroupFacts::endPage(const ItemTable& table) {
     instruments_.add({system, end});
     system = end;
   }
-  fileCount_ = 0;
-  systems_.reset();
+}
+
+std::optional<FoundStaff> GroupFacts::staff(const StaffFact& fact) const {
+  const auto file = files_.find(fact.file);
+  const auto number = strictNumber(fact.staff);
+  if (file == files_.end() || !number || fact.occurrence != 1) {
+    return std::nullopt;
+  }
+  const auto first = rows_.begin() + static_cast<std::ptrdiff_t>(file->second.firstRow);
+  const auto end = rows_.begin() + static_cast<std::ptrdiff_t>(file->second.endRow);
+  const auto row = std::find_if(first, end, [&](const ListedRow& listed) {
+    return listed.name != nullptr && listed.file == &file->first && listed.staff == *number;
+  });
+  return row == end ? std::nullopt : std::optional(FoundStaff{{row->item, row->offset}, *row->name});
 }
 
 const std::vector<SystemFact>& GroupFacts::systems() {
@@ -136,9 +217,9 @@ const std::vector<SystemFact>& GroupFacts::systems() {
 }
 
 const PageLosses* GroupFacts::lossesOf(const std::string& musFileName, LossScan scan) const {
-  const auto found = losses_.find(musFileName);
-  const bool wasLookedFor = wanted_.losses == LossScan::allItems || wanted_.losses == scan;
-  return wasLookedFor && found != losses_.end() ? &found->second : nullptr;
+  const auto found = files_.find(musFileName);
+  const bool isKnown = wanted_.losses && found != files_.end();
+  return isKnown && (scan == LossScan::staves || found->second.ofAllItems) ? &found->second.losses : nullptr;
 }
 
 }  // namespace kiv

@@ -73,7 +73,7 @@ Deviation deviationOf(const LayoutEdit& edit, const SystemFact& system, PageLook
     const StaffFact& fact = staves[*edit.staff];
     deviation.file = fact.file;
     deviation.staff = strictNumber(fact.staff);
-    if (const PageItems::Staff* staff = pages.staff(fact)) {
+    if (const auto staff = pages.staff(fact)) {
       deviation.place = staff->place;
     }
   } else if (!staves.empty() && std::all_of(staves.begin(), staves.end(), [&](const StaffFact& staff) {
@@ -89,8 +89,8 @@ void addNames(const SystemFact& system, const std::set<std::int16_t>& wanted, Pa
     if (!wanted.contains(fact.instrument) || layouts.names.contains(fact.instrument)) {
       continue;
     }
-    const PageItems::Staff* staff = pages.staff(fact);
-    if (staff != nullptr && !staff->name.empty()) {
+    const auto staff = pages.staff(fact);
+    if (staff && !staff->name.empty()) {
       layouts.names[fact.instrument] = staff->name;
     }
   }
@@ -121,7 +121,7 @@ std::optional<Layouts> findLayouts(Files& files, const SystemTable& table, Group
     return std::nullopt;
   }
   addFiles(facts, layouts);
-  PageLookup pages(files);
+  PageLookup pages(files, &group);
   std::set<std::int16_t> deviating;
   for (LayoutClass& layout : layouts.classes) {
     layout.edits = layoutEdits(layouts.classes.front().instruments, layout.instruments);

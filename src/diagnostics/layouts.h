@@ -57,10 +57,9 @@ struct Layouts {
 /// Of which systems the deviations are looked up in their pages.
 enum class Places { ofEverySystem, ofFirstSystems };
 
-/// The layouts of the analysis that filled the table and was observed by the facts. Only pages with deviations, and
-/// those of the first system with the commonest layout, are read again, and none of a consistent piece. nullopt when
-/// the table of an inconsistent piece is not of that analysis, as somebody has changed the report before it was read
-/// back.
+/// The layouts of the analysis that filled the table and was observed by the facts. Only pages are read again
+/// of which the facts do not know the staves, and none of a consistent piece. nullopt when the table of an inconsistent
+/// piece is not of that analysis, as somebody has changed the report before it was read back.
 std::optional<Layouts> findLayouts(Files& files, const SystemTable& table, GroupFacts& group, Places places);
 
 /// The word for it: "missing".

@@ -5,28 +5,10 @@
 
 #include "analysis/cue_marker.h"
 #include "base/number.h"
-#include "diagnostics/instrument_names.h"
+#include "diagnostics/first_text.h"
 
 namespace kiv {
 namespace {
-
-std::string trimmed(const std::string& text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
-void addName(const PageWalker& page, std::vector<PageItems::Staff>& staves) {
-  const auto staff = std::find_if(staves.rbegin(), staves.rend(),
-                                  [&](const PageItems::Staff& s) { return s.number == page.par(par::staff); });
-  if (staff == staves.rend() || !staff->name.empty() || !(page.par(par::position) < staff->position)) {
-    return;
-  }
-  Item item;
-  page.decode(item);
-  if (std::any_of(item.text.begin(), item.text.end(), isNameLetter)) {
-    staff->name = trimmed(item.text);
-  }
-}
 
 void addItem(const PageWalker& page, PageItems& items) {
   const float number = page.par(par::staff);
@@ -71,14 +53,22 @@ std::optional<double> PageItems::instrumentOf(int item) const {
 
 const PageItems& PageLookup::page(const std::string& musFileName) {
   const auto known = pages_.find(musFileName);
-  return known != pages_.end()
-             ? known->second
-             : pages_.emplace(musFileName, lookAt(buffer_.read(files_, musFileName, readableBytes).value_or("")))
-                   .first->second;
+  if (known != pages_.end()) {
+    return known->second;
+  }
+  if (pages_.size() >= keptPages) {
+    pages_.clear();
+  }
+  return pages_.emplace(musFileName, lookAt(buffer_.read(files_, musFileName, readableBytes).value_or("")))
+      .first->second;
 }
 
-const PageItems::Staff* PageLookup::staff(const StaffFact& fact) {
-  return findListed(page(fact.file).staves, fact);
+std::optional<FoundStaff> PageLookup::staff(const StaffFact& fact) {
+  if (auto known = group_ != nullptr ? group_->staff(fact) : std::nullopt) {
+    return known;
+  }
+  const PageItems::Staff* staff = findListed(page(fact.file).staves, fact);
+  return staff != nullptr ? std::optional(FoundStaff{staff->place, staff->name}) : std::nullopt;
 }
 
 const PageItems::Staff* PageLookup::staffAt(const Location& location) {

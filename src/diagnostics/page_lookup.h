@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/group_facts.h"
 #include "diagnostics/listed_staff.h"
 #include "diagnostics/system_facts.h"
 #include "messages/message.h"
@@ -39,22 +40,26 @@ struct PageItems {
   std::optional<double> instrumentOf(int item) const;
 };
 
-/// Reads pages again, each once, and finds items in them.
+/// Finds items of pages: those that the analysis has read, and others in the pages, which are read again for them.
+/// References to a page are valid until the next call.
 class PageLookup {
  public:
-  /// The files must outlive the lookup.
-  explicit PageLookup(Files& files) : files_(files) {}
+  /// The files must outlive the lookup; so must the facts, which may be null.
+  explicit PageLookup(Files& files, const GroupFacts* group = nullptr) : files_(files), group_(group) {}
 
   /// A file that cannot be read is an empty one: a structural error at its head.
   const PageItems& page(const std::string& musFileName);
-  /// The staff item that a record was made of; null when the page does not hold it.
-  const PageItems::Staff* staff(const StaffFact& fact);
+  /// The staff item that a record was made of; nullopt when the page does not hold it.
+  std::optional<FoundStaff> staff(const StaffFact& fact);
   /// The first staff item with the number and the instrument of a location without an item. What the location does not
   /// give is no number in the page, either. Null when the page does not hold it.
   const PageItems::Staff* staffAt(const Location& location);
 
  private:
+  static constexpr std::size_t keptPages = 32;  // some 30 KB each; messages about one page follow one another
+
   Files& files_;
+  const GroupFacts* group_;
   FileBuffer buffer_;
   std::map<std::string, PageItems> pages_;
 };

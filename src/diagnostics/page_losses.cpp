@@ -38,13 +38,27 @@ std::optional<std::size_t> commonNumber(float staff, std::size_t limit) {
   return static_cast<float>(whole) == staff ? std::optional(whole) : std::nullopt;
 }
 
-/// Gives all items to the finder but those of the types that are skipped.
-template <typename Add>
-void forItems(std::string_view bytes, TypeSet skipped, const Add& add) {
+constexpr TypeSet otherTypes =
+    TypeSet::allBut({ItemType::staff, ItemType::barline, ItemType::shortText, ItemType::text, ItemType::countedText});
+
+/// Gives all items to the finder.
+void addAllItems(std::string_view bytes, PageLossFinder& finder) {
+  const auto addOther = [&](std::int16_t item, float staff) { finder.addOther(item, staff); };
+  PageWalker page(bytes);
+  page.skipItems(otherTypes, addOther);
+  while (page.findItem() == ReadStatus::itemRead) {
+    finder.add(page);
+    page.skipItems(otherTypes, addOther);
+  }
+}
+
+/// Gives all staves and barlines to the finder.
+void addStavesAndBarlines(std::string_view bytes, PageLossFinder& finder) {
+  constexpr TypeSet skipped = TypeSet::allBut({ItemType::staff, ItemType::barline});
   PageWalker page(bytes);
   page.skipItems(skipped);
   while (page.findItem() == ReadStatus::itemRead) {
-    add(page);
+    finder.addStaffOrBarline(page);
     page.skipItems(skipped);
   }
 }
@@ -60,6 +74,7 @@ void PageLossFinder::clear() {
     itemsOfCommon_ = {};
     itemsOfUncommon_.clear();
     numbers_.clear();
+    itemsOfLast_ = nullptr;
   }
 }
 
@@ -86,13 +101,22 @@ const PageLossFinder::Items& PageLossFinder::itemsOf(float staff) const {
   return common ? itemsOfCommon_[*common] : itemsOfUncommon_.at(std::bit_cast<std::uint32_t>(staff));
 }
 
+/// Items of one staff mostly follow one another.
+void PageLossFinder::addOther(int item, float staff) {
+  if (itemsOfLast_ == nullptr || staff != lastStaff_) {
+    lastStaff_ = staff + 0.0F;  // both zeros are one staff
+    itemsOfLast_ = &itemsOf(lastStaff_);
+    if (itemsOfLast_->count == 0) {
+      itemsOfLast_->first = item;
+      numbers_.push_back(lastStaff_);
+    }
+  }
+  ++itemsOfLast_->count;
+}
+
 void PageLossFinder::add(const PageWalker& page) {
   const float staff = page.par(par::staff) + 0.0F;
-  Items& items = itemsOf(staff);
-  if (items.count++ == 0) {
-    items.first = page.itemsInFile();
-    numbers_.push_back(staff);
-  }
+  addOther(page.itemsInFile(), staff);
   const ItemType type = page.type();
   if (type == ItemType::staff || type == ItemType::barline) {
     addStaffOrBarline(page);
@@ -238,7 +262,7 @@ std::vector<Message> PageLossFinder::lossesOfSorting(const std::string& musFileN
 
 std::vector<Message> findSortingLosses(const std::string& musFileName, std::string_view bytes) {
   PageLossFinder finder;
-  forItems(bytes, TypeSet({}), [&](const PageWalker& page) { finder.add(page); });
+  addAllItems(bytes, finder);
   std::vector<Message> losses = finder.lossesOfSorting(musFileName);
   const std::vector<Message> ofWriting = finder.losses(musFileName).ofWriting;
   losses.insert(losses.end(), ofWriting.begin(), ofWriting.end());
@@ -248,10 +272,9 @@ std::vector<Message> findSortingLosses(const std::string& musFileName, std::stri
 PageLosses findPageLosses(const std::string& musFileName, std::string_view bytes, LossScan scan) {
   PageLossFinder finder;
   if (scan == LossScan::allItems) {
-    forItems(bytes, TypeSet({}), [&](const PageWalker& page) { finder.add(page); });
+    addAllItems(bytes, finder);
   } else {
-    forItems(bytes, TypeSet::allBut({ItemType::staff, ItemType::barline}),
-             [&](const PageWalker& page) { finder.addStaffOrBarline(page); });
+    addStavesAndBarlines(bytes, finder);
   }
   return finder.losses(musFileName);
 }

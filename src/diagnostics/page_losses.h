@@ -34,12 +34,18 @@ struct PageLosses {
 /// finds no loose items and nothing of the writing.
 class PageLossFinder {
  public:
+  PageLossFinder() = default;
+  PageLossFinder(const PageLossFinder&) = delete;
+  PageLossFinder& operator=(const PageLossFinder&) = delete;
+
   /// Forgets all items, for another file.
   void clear();
   /// Adds a staff or a barline that the walk over the file found; other items are ignored.
   void addStaffOrBarline(const PageWalker& page);
   /// Adds any item that the walk found.
   void add(const PageWalker& page);
+  /// Adds an item of another type, without text, by its number in the file and its staff.
+  void addOther(int item, float staff);
   bool hasHiddenStaff() const;
   /// The losses of the file of this full name.
   PageLosses losses(const std::string& musFileName) const;
@@ -90,6 +96,8 @@ class PageLossFinder {
   std::array<Items, commonNumbers> itemsOfCommon_{};          // by the staff number, which nearly all items have
   std::unordered_map<std::uint32_t, Items> itemsOfUncommon_;  // by the bits of the others
   std::vector<float> numbers_;                                // of both, in the order of their first items
+  float lastStaff_ = 0;                                       // of the item added last
+  Items* itemsOfLast_ = nullptr;                              // those of its staff; null before the first item
 };
 
 /// Looks through the bytes of a page file, as far as they can be read.

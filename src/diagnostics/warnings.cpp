@@ -17,7 +17,7 @@ namespace {
 class WarningFinder {
  public:
   WarningFinder(Files& files, WarnedRun run, GroupFacts& group)
-      : files_(files), run_(std::move(run)), group_(group), pages_(files) {}
+      : files_(files), run_(std::move(run)), group_(group), pages_(files, &group) {}
 
   std::vector<Message> find(const std::vector<std::string>& inputs);
 
@@ -45,7 +45,7 @@ void WarningFinder::add(const std::vector<Message>& messages) {
 Location WarningFinder::locationOf(const SystemFact& system, const StaffFact& fact) {
   Location location{.file = fact.file};
   location.system = system.number;
-  if (const PageItems::Staff* staff = pages_.staff(fact)) {
+  if (const auto staff = pages_.staff(fact)) {
     location.item = staff->place.item;
   }
   return location;

@@ -41,7 +41,12 @@ class PageWalker {
   ReadStatus findItem() { return findCommonItem() ? ReadStatus::itemRead : findOtherItem(); }
 
   /// Skips items as long as they are of these types, without text, complete and valid. It leaves no item found.
-  void skipItems(TypeSet types);
+  void skipItems(TypeSet types) {
+    skipItems(types, [](std::int16_t, float) {});
+  }
+  /// The same. Of each item that is skipped, onItem(number, staff) is given the number in the file and the staff (P2).
+  template <typename OnItem>
+  void skipItems(TypeSet types, const OnItem& onItem);
 
   /// The file, as it was given.
   std::string_view bytes() const { return file_; }
@@ -114,7 +119,8 @@ inline float PageWalker::storedPar(int p) const {
   return p <= carried ? ByteCursor::floatAt(file_, parameters_ + bytesPerWord * static_cast<std::size_t>(p - 1)) : 0;
 }
 
-inline void PageWalker::skipItems(TypeSet types) {
+template <typename OnItem>
+void PageWalker::skipItems(TypeSet types, const OnItem& onItem) {
   // Local copies, so that no step waits for what the step before it has stored.
   std::size_t offset = cursor_.position();
   const std::size_t start = offset;
@@ -138,8 +144,9 @@ inline void PageWalker::skipItems(TypeSet types) {
     const std::uint64_t head = ByteCursor::twoWordsAt(file_, offset);
     const std::size_t lastStart = std::min(endOfItems - 1, end - bytes);
     do {
-      offset += bytes;
       ++items;
+      onItem(items, ByteCursor::floatAt(file_, offset + par::staff * bytesPerWord));
+      offset += bytes;
     } while (offset <= lastStart && ByteCursor::twoWordsAt(file_, offset) == head);
   }
   cursor_.skip(offset - start);

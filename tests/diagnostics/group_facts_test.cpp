@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "diagnostics/page_lookup.h"
+#include "messages/warnings.h"
 #include "tests/diagnostics/run.h"
 #include "tests/support/random.h"
 
@@ -65,6 +67,83 @@ TEST_F(GroupFactsOf, TheSystemsOfAnyPageAreThoseOfTheReport) {
     }
   }
   EXPECT_GT(analyzed, 100);
+}
+
+TEST_F(GroupFactsOf, TheStavesThatAreKnownAreThoseOfThePages) {
+  RandomGenerator random(12);
+  const std::vector<std::string> numbers = {"0", "1", "2", "2", "3", "4", "1.0000001", "-2", "12345678"};
+  const auto any = [&] { return numbers[random.below(static_cast<std::uint32_t>(numbers.size()))]; };
+  int known = 0;
+  for (int round = 0; round < 600; ++round) {
+    DiagnosedRun one;
+    std::string text = "staff 1 at 10 instrument 7\ntext 1 at 2 \" Flute \"\nbarline 1 at 0 spans 2\n";
+    for (std::uint32_t item = random.below(6); item > 0; --item) {
+      text += "staff " + any() + " at " + any() + " instrument " + any() + "\ntext " + any() + " at " + any() +
+              " \"Oboe " + any() + "\"\n";
+    }
+    one.addPage("X1.MUS", text);
+    one.listFile(random.below(8) == 0 ? "X1.MUS" : "X2.MUS");
+    one.host.addFile("C:\\M\\X2.MUS", page(text));
+    one.run(true);
+    for (const SystemFact& system : one.group->systems()) {
+      for (const StaffFact& fact : system.staves) {
+        if (const auto staff = one.group->staff(fact)) {
+          ++known;
+          const auto ofPage = PageLookup(one.host).staff(fact);
+          ASSERT_TRUE(ofPage) << text;
+          EXPECT_EQ(staff->place, ofPage->place) << text;
+          EXPECT_EQ(staff->name, ofPage->name) << text;
+        }
+      }
+    }
+  }
+  EXPECT_GT(known, 500);
+}
+
+TEST_F(GroupFactsOf, AStaffThatIsNotAloneWithItsNumberIsNotKnown) {
+  addPage("X1.MUS",
+          "staff 2 at 9 instrument 102\nstaff 2 at 0 instrument 102\nstaff 1 at 0 instrument 101\nbarline 1 at 0 "
+          "spans 2\n");
+  run();
+  const std::string name = firstFile;
+  EXPECT_FALSE(group->staff({102, "102", "2", "2", name}));
+  EXPECT_TRUE(group->staff({101, "101", "1", "1", name}));
+  EXPECT_FALSE(group->staff({101, "101", "1", "1", name, 2})) << "the second one of its kind";
+  EXPECT_FALSE(group->staff({101, "101", "1", "1", "C:\\M\\X9.MUS"}));
+}
+
+TEST_F(GroupFactsOf, AVeryLongNameIsLeftToThePage) {
+  addPage("X1.MUS", "staff 1 at 10 instrument 101\ntext 1 at 2 \"" + std::string(200, 'x') + "\"\n");
+  run();
+  EXPECT_FALSE(group->staff({101, "101", "1", "1", firstFile}));
+  EXPECT_EQ(PageLookup(host, &*group).staff({101, "101", "1", "1", firstFile}).value().name, std::string(200, 'x'));
+}
+
+TEST_F(GroupFactsOf, TheLossesOfAllItemsAreKnownOnceThePagesNeedAConversion) {
+  const std::string flute = "staff 1 at 0 instrument 101\nnote 7 at 5\n";
+  const std::string oboe = "staff 1 at 0 instrument 102\nnote 7 at 5\nnote 8 at 5\nnote 7 at 6\n";
+  addPage("X1.MUS", flute);
+  addPage("X2.MUS", flute);
+  addPage("X3.MUS", oboe);
+  addPage("X4.MUS", oboe);
+  run(false, {false, LossScan::staves});
+  EXPECT_THAT(group->lossesOf("C:\\M\\X3.MUS", LossScan::allItems), IsNull()) << "the first that differs";
+  const std::string last = "C:\\M\\X4.MUS";
+  ASSERT_THAT(group->lossesOf(last, LossScan::allItems), NotNull());
+  expectEqual(*group->lossesOf(last, LossScan::allItems), lossesIn(last, LossScan::allItems));
+  EXPECT_EQ(group->lossesOf(last, LossScan::allItems)->looseItems.size(), 2U);
+  EXPECT_THAT(group->lossesOf(last, LossScan::staves), NotNull());
+}
+
+TEST_F(GroupFactsOf, ItemsOnNoStaffAreCountedByStaffWhereverTheyStand) {
+  addPage("X1.MUS",
+          "note 7 at 5\nnote 8 at 5\nrest 7 at 6\nstaff 1 at 0 instrument 101\nnote 7 at 7\nnote 0 at 1\nnote -0 at "
+          "2\ntext 8 at 1 \"a\"\n");
+  const PageLosses losses = lossesIn(firstFile, LossScan::allItems);
+  EXPECT_EQ(losses.looseItems,
+            (std::vector<kiv::Message>{messages::itemsOnNoStaff(3, 7, {.file = firstFile, .item = 1}),
+                                       messages::itemsOnNoStaff(2, 8, {.file = firstFile, .item = 2}),
+                                       messages::itemsOnNoStaff(2, 0, {.file = firstFile, .item = 6})}));
 }
 
 TEST_F(GroupFactsOf, NoPageIsReadForThem) {

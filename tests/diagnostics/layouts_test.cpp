@@ -110,6 +110,16 @@ TEST_F(LayoutsOf, ATextLeftOfAStaffIsItsName) {
   EXPECT_EQ(layouts.names, (std::map<std::int16_t, std::string>{{101, "Flute 2"}}));
 }
 
+TEST_F(LayoutsOf, NoPageIsReadAgainForPlacesAndNames) {
+  addPage("X1.MUS", bass);
+  addPage("X2.MUS", "staff 2 at 10 instrument 101\ntext 2 at 1 \"Flute\"\n" + bass);
+  run();
+  const int before = host.timesRead("C:\\M\\X2.MUS");
+  const Layouts layouts = findLayouts(host, program.systems, *group, Places::ofEverySystem).value();
+  EXPECT_EQ(layouts.classes.size(), 2U);
+  EXPECT_EQ(host.timesRead("C:\\M\\X2.MUS"), before);
+}
+
 TEST_F(LayoutsOf, TheReportIsNotReadForThem) {
   addPage("X1.MUS", bass);
   addPage("X2.MUS", fluteAndBass);

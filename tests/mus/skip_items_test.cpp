@@ -1,4 +1,5 @@
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/mus/page_items.h"
@@ -51,6 +52,18 @@ TEST(SkipItems, StopsAtATypeThatIsNotWhole) {
   PageWalker page(file);
   page.skipItems(notesAndRests);
   EXPECT_EQ(page.itemsInFile(), 0);
+}
+
+TEST(SkipItems, GivesTheNumberAndTheStaffOfEachItemThatItSkips) {
+  const std::string file = pageOf(plainItem(1) + words({3, 2, 7, 5}) + words({2, 1, -1}) + plainItem(3) + plainItem(1));
+  PageWalker page(file);
+  std::vector<std::pair<int, float>> skipped;
+  const auto note = [&](std::int16_t number, float staff) { skipped.emplace_back(number, staff); };
+  page.skipItems(notesAndRests, note);
+  EXPECT_EQ(skipped, (std::vector<std::pair<int, float>>{{1, 1.0F}, {2, 7.0F}, {3, -1.0F}}));
+  ASSERT_EQ(page.findItem(), ReadStatus::itemRead);
+  page.skipItems(notesAndRests, note);
+  EXPECT_EQ(skipped.back(), std::pair(5, 1.0F));
 }
 
 TEST(SkipItems, ChangesNothingThatIsFoundAfterItWhereverThePageIsCutOrBroken) {
