@@ -74,7 +74,7 @@ void PageLossFinder::clear() {
     itemsOfCommon_ = {};
     itemsOfUncommon_.clear();
     numbers_.clear();
-    itemsOfLast_ = nullptr;
+    lastStaff_ = noStaff;
   }
 }
 
@@ -101,17 +101,13 @@ const PageLossFinder::Items& PageLossFinder::itemsOf(float staff) const {
   return common ? itemsOfCommon_[*common] : itemsOfUncommon_.at(std::bit_cast<std::uint32_t>(staff));
 }
 
-/// Items of one staff mostly follow one another.
-void PageLossFinder::addOther(int item, float staff) {
-  if (itemsOfLast_ == nullptr || staff != lastStaff_) {
-    lastStaff_ = staff + 0.0F;  // both zeros are one staff
-    itemsOfLast_ = &itemsOf(lastStaff_);
-    if (itemsOfLast_->count == 0) {
-      itemsOfLast_->first = item;
-      numbers_.push_back(lastStaff_);
-    }
+void PageLossFinder::findStaff(int item, float staff) {
+  lastStaff_ = staff + 0.0F;  // both zeros are one staff
+  itemsOfLast_ = &itemsOf(lastStaff_);
+  if (itemsOfLast_->count == 0) {
+    itemsOfLast_->first = item;
+    numbers_.push_back(lastStaff_);
   }
-  ++itemsOfLast_->count;
 }
 
 void PageLossFinder::add(const PageWalker& page) {

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -45,7 +46,12 @@ class PageLossFinder {
   /// Adds any item that the walk found.
   void add(const PageWalker& page);
   /// Adds an item of another type, without text, by its number in the file and its staff.
-  void addOther(int item, float staff);
+  void addOther(int item, float staff) {
+    if (staff != lastStaff_) {  // items of one staff mostly follow one another
+      findStaff(item, staff);
+    }
+    ++itemsOfLast_->count;
+  }
   bool hasHiddenStaff() const;
   /// The losses of the file of this full name.
   PageLosses losses(const std::string& musFileName) const;
@@ -78,7 +84,9 @@ class PageLossFinder {
     int count = 0;
   };
   static constexpr std::size_t commonNumbers = 64;
+  static constexpr float noStaff = std::numeric_limits<float>::quiet_NaN();  // equals no other number
 
+  void findStaff(int item, float staff);
   Items& itemsOf(float staff);
   const Items& itemsOf(float staff) const;
   bool hasStaff(float number, bool hiddenToo) const;
@@ -96,8 +104,8 @@ class PageLossFinder {
   std::array<Items, commonNumbers> itemsOfCommon_{};          // by the staff number, which nearly all items have
   std::unordered_map<std::uint32_t, Items> itemsOfUncommon_;  // by the bits of the others
   std::vector<float> numbers_;                                // of both, in the order of their first items
-  float lastStaff_ = 0;                                       // of the item added last
-  Items* itemsOfLast_ = nullptr;                              // those of its staff; null before the first item
+  float lastStaff_ = noStaff;                                 // of the item added last
+  Items* itemsOfLast_ = nullptr;                              // those of its staff
 };
 
 /// Looks through the bytes of a page file, as far as they can be read.

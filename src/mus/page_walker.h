@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/byte_cursor.h"
 #include "mus/item_table.h"
@@ -84,6 +85,13 @@ class PageWalker {
   const std::string& unitText() const { return unitText_; }
 
  private:
+  /// Items that are skipped, by their first two words.
+  struct SkippedKind {
+    std::uint64_t head = 0;  // their bits
+    std::size_t bytes = 0;   // of an item; 0 when it is not skipped
+  };
+
+  static std::size_t bytesToSkip(float length, float type, TypeSet types);
   float read_word();
   void read_word_text();
   std::uint32_t read_byte();
@@ -119,35 +127,46 @@ inline float PageWalker::storedPar(int p) const {
   return p <= carried ? ByteCursor::floatAt(file_, parameters_ + bytesPerWord * static_cast<std::size_t>(p - 1)) : 0;
 }
 
+inline std::size_t PageWalker::bytesToSkip(float length, float type, TypeSet types) {
+  if (!(type >= lowestItemType && type <= highestItemType) || !(length >= 2 && length <= parameterCount) ||
+      !types.contains(ItemType(type))) {
+    return 0;
+  }
+  const auto whole = static_cast<std::int32_t>(length);
+  return static_cast<float>(whole) == length ? bytesPerWord * static_cast<std::size_t>(whole + 1) : 0;
+}
+
 template <typename OnItem>
 void PageWalker::skipItems(TypeSet types, const OnItem& onItem) {
   // Local copies, so that no step waits for what the step before it has stored.
+  const std::string_view file = file_;
   std::size_t offset = cursor_.position();
   const std::size_t start = offset;
   const std::size_t end = offset + cursor_.left();
   const std::int32_t words = fileWords_ - wordsRead_ - trailerWords;
   const std::size_t endOfItems = offset + bytesPerWord * static_cast<std::size_t>(std::max(words, 0));
   std::int16_t items = itemsInFile_;
+  // Items that begin like one of the two kinds before them are skipped without another look. No item begins with 0.
+  SkippedKind kind;
+  SkippedKind otherKind;
   while (offset < endOfItems && offset + 2 * bytesPerWord <= end) {
-    const float length = ByteCursor::floatAt(file_, offset);
-    const float type = ByteCursor::floatAt(file_, offset + bytesPerWord);
-    if (!(type >= lowestItemType && type <= highestItemType) || !(length >= 2 && length <= parameterCount) ||
-        !types.contains(ItemType(type))) {
+    const std::uint64_t head = ByteCursor::twoWordsAt(file, offset);
+    if (head != kind.head) {
+      std::swap(kind, otherKind);
+    }
+    if (head != kind.head) {
+      kind = {head,
+              bytesToSkip(ByteCursor::floatAt(file, offset), ByteCursor::floatAt(file, offset + bytesPerWord), types)};
+    }
+    if (kind.bytes == 0 || end - offset < kind.bytes) {
       break;
     }
-    const auto whole = static_cast<std::int32_t>(length);
-    const std::size_t bytes = bytesPerWord * static_cast<std::size_t>(whole + 1);
-    if (static_cast<float>(whole) != length || end - offset < bytes) {
-      break;
-    }
-    // Items that begin like the one before them are passed over without another look.
-    const std::uint64_t head = ByteCursor::twoWordsAt(file_, offset);
-    const std::size_t lastStart = std::min(endOfItems - 1, end - bytes);
+    const std::size_t lastStart = std::min(endOfItems - 1, end - kind.bytes);
     do {
       ++items;
-      onItem(items, ByteCursor::floatAt(file_, offset + par::staff * bytesPerWord));
-      offset += bytes;
-    } while (offset <= lastStart && ByteCursor::twoWordsAt(file_, offset) == head);
+      onItem(items, ByteCursor::floatAt(file, offset + par::staff * bytesPerWord));
+      offset += kind.bytes;
+    } while (offset <= lastStart && ByteCursor::twoWordsAt(file, offset) == head);
   }
   cursor_.skip(offset - start);
   wordsRead_ += static_cast<std::int32_t>((offset - start) / bytesPerWord);
