@@ -1,7 +1,9 @@
 #include "verify/compare_items.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <unordered_map>
 #include <utility>
 
@@ -54,6 +56,15 @@ class ItemComparison {
   std::unordered_map<std::string, ItemIndex> known_;  // the expected items
   std::vector<std::pair<ItemIndex, Finding>> findings_;
 };
+
+/// Whether all bits of the items are the same, and their staff is a number.
+bool isSameItem(const Item& one, const Item& other) {
+  const auto haveSameBits = [](float a, float b) {
+    return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b);
+  };
+  return one[par::staff] == other[par::staff] &&
+         std::ranges::equal(one.parameters(), other.parameters(), haveSameBits) && one.text == other.text;
+}
 
 /// The key of an item on its staff in its result.
 std::string fullKey(std::size_t result, const Item& item) {
@@ -192,6 +203,24 @@ std::vector<Finding> ItemComparison::findings() {
 
 std::vector<Finding> compareItems(const std::vector<ResultPage>& results) {
   return ItemComparison(results).findings();
+}
+
+bool isAsExpected(const ResultPage& result) {
+  const auto& found = result.found.items;
+  const auto& expected = result.expected.items;
+  const bool areSameItems =
+      result.found.error.empty() &&
+      std::equal(found.begin(), found.end(), expected.begin(), expected.end(),
+                 [](const PageItem& one, const ExpectedItem& other) { return isSameItem(one.item, other.item); });
+  if (!areSameItems) {
+    return false;
+  }
+  std::vector<Item> items;
+  items.reserve(expected.size());
+  for (const ExpectedItem& item : expected) {
+    items.push_back(item.item);
+  }
+  return pageOf(items) == result.found.bytes;
 }
 
 std::vector<Finding> compareBytes(const ResultPage& result) {

@@ -20,6 +20,9 @@ struct ResultPage {
 /// another staff, or in another result is named with its origin.
 std::vector<Finding> compareItems(const std::vector<ResultPage>& results);
 
+/// Whether the result is, byte by byte, the expected page.
+bool isAsExpected(const ResultPage& result);
+
 /// Compares the bytes of a result whose items are as expected with the bytes of the expected page.
 std::vector<Finding> compareBytes(const ResultPage& result);
 

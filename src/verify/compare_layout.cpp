@@ -49,28 +49,23 @@ std::string instrumentsOf(const Layout& layout) {
 
 }  // namespace
 
-std::vector<Finding> compareLayout(const std::vector<ResultPage>& results) {
-  std::vector<Finding> findings;
-  std::string first;
-  for (const ResultPage& result : results) {
-    const Layout layout = layoutOf(result.found);
-    const std::string list = instrumentsOf(layout);
-    if (&result == &results.front()) {
-      first = list;
-    } else if (list != first) {
-      std::string what = "has the instruments ";
-      what.append(list).append(" where ").append(results.front().name).append(" has ").append(first);
-      findings.push_back({result.name, 0, what});
-    }
-    for (const auto& [staff, bars] : layout.bars) {
-      if (bars != layout.bars.begin()->second) {
-        findings.push_back({result.name, 0,
-                            "has other bars on staff " + generalForm(staff) + " than on staff " +
-                                generalForm(layout.bars.begin()->first)});
-      }
+void LayoutComparison::add(const std::string& name, const LoadedPage& found) {
+  const Layout layout = layoutOf(found);
+  const std::string list = instrumentsOf(layout);
+  if (!first_) {
+    first_ = FirstResult{name, list};
+  } else if (list != first_->instruments) {
+    std::string what = "has the instruments ";
+    what.append(list).append(" where ").append(first_->name).append(" has ").append(first_->instruments);
+    findings_.push_back({name, 0, what});
+  }
+  for (const auto& [staff, bars] : layout.bars) {
+    if (bars != layout.bars.begin()->second) {
+      findings_.push_back({name, 0,
+                           "has other bars on staff " + generalForm(staff) + " than on staff " +
+                               generalForm(layout.bars.begin()->first)});
     }
   }
-  return findings;
 }
 
 }  // namespace kiv::proof

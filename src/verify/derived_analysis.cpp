@@ -58,7 +58,7 @@ std::string reportOfPage(Machine& machine, const std::vector<PageRow>& rows, Der
 
 }  // namespace
 
-DerivedAnalysis deriveAnalysis(Machine& machine, const std::vector<PageFiles>& pages, const LoadedPages& files) {
+DerivedAnalysis deriveAnalysis(Machine& machine, const std::vector<PageFiles>& pages, const FilesOfPage& filesOf) {
   DerivedAnalysis derived;
   DerivedVerdict verdict;
   derived.report = std::string(headOfReport) + lineEnd;
@@ -69,7 +69,7 @@ DerivedAnalysis deriveAnalysis(Machine& machine, const std::vector<PageFiles>& p
   derived.report += separator;
   std::int16_t base = 0;
   for (const PageFiles& page : pages) {
-    PageRows rows = rowsOf(page, files);
+    PageRows rows = rowsOf(page, filesOf(page));
     if (!rows.failed()) {
       findSystems(page, base, rows);
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <map>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -22,7 +22,10 @@ struct DerivedAnalysis {
   std::optional<Finding> failure;  ///< what ends an analysis of these pages; report and verdict are not complete then
 };
 
-/// Derives the analysis of pages. Files has every file of theirs.
-DerivedAnalysis deriveAnalysis(Machine& machine, const std::vector<PageFiles>& pages, const LoadedPages& files);
+/// The files of a page. They are valid until the next call.
+using FilesOfPage = std::function<const LoadedPages&(const PageFiles&)>;
+
+/// Derives the analysis of pages. Asks for the files of one page after the other, each once, up to a failure.
+DerivedAnalysis deriveAnalysis(Machine& machine, const std::vector<PageFiles>& pages, const FilesOfPage& filesOf);
 
 }  // namespace kiv::proof

@@ -17,18 +17,29 @@ SystemModel modelOf(const ReportedSystems& reported, std::size_t index, GroupKno
 
 }  // namespace
 
-ExpectedPages expectedPages(const ReportedSystems& reported, bool showNumbers, const SystemProgress& progress) {
+std::string deriveExpectedPages(const ReportedSystems& reported, bool showNumbers, const SystemProgress& progress,
+                                const ExpectedPageSink& sink) {
   GroupKnowledge group{reported.known, {}};
-  ExpectedPages expected;
-  for (std::size_t i = 0; i < reported.systems.size() && expected.error.empty(); ++i) {
+  for (std::size_t i = 0; i < reported.systems.size(); ++i) {
     progress(i);
     SystemModel model = modelOf(reported, i, group);
     model.complete(showNumbers);
-    expected.error = model.error();
-    if (expected.error.empty()) {
-      expected.pages.push_back(model.page());
+    if (!model.error().empty()) {
+      return model.error();
+    }
+    if (!sink(i, model.page())) {
+      break;
     }
   }
+  return "";
+}
+
+ExpectedPages expectedPages(const ReportedSystems& reported, bool showNumbers, const SystemProgress& progress) {
+  ExpectedPages expected;
+  expected.error = deriveExpectedPages(reported, showNumbers, progress, [&](std::size_t, ExpectedPage page) {
+    expected.pages.push_back(std::move(page));
+    return true;
+  });
   return expected;
 }
 

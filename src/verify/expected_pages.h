@@ -26,6 +26,13 @@ struct ExpectedPages {
 /// Is called before each system with its index.
 using SystemProgress = std::function<void(std::size_t)>;
 
+/// Is given the result of a system with its index. False ends the derivation.
+using ExpectedPageSink = std::function<bool(std::size_t, ExpectedPage)>;
+
+/// Derives what a conversion writes, one system after the other. Returns why the next one cannot be converted, as a
+/// phrase; "" when there is none left, or the sink has ended it.
+std::string deriveExpectedPages(const ReportedSystems& reported, bool showNumbers, const SystemProgress& progress,
+                                const ExpectedPageSink& sink);
 /// Derives what a conversion writes.
 ExpectedPages expectedPages(const ReportedSystems& reported, bool showNumbers, const SystemProgress& progress);
 /// The same for one whose rest staves fit the music.

@@ -26,8 +26,8 @@ class PageClefs {
     float instrument = 0;
   };
 
-  bool addStaff(const Item& staff);
-  bool addClef(const Item& clef);
+  bool addStaff(const StavesAndClefs::Entry& staff);
+  bool addClef(const StavesAndClefs::Entry& clef);
   void raiseOffset();
 
   FirstClefs& firstClefs_;
@@ -37,8 +37,8 @@ class PageClefs {
 
 bool PageClefs::addFile(const StavesAndClefs& file) {
   raiseOffset();
-  for (const Item& item : file.items) {
-    if (!(item.type() == ItemType::staff ? addStaff(item) : addClef(item))) {
+  for (const StavesAndClefs::Entry& entry : file.entries) {
+    if (!(entry.isStaff ? addStaff(entry) : addClef(entry))) {
       return false;
     }
   }
@@ -46,26 +46,26 @@ bool PageClefs::addFile(const StavesAndClefs& file) {
 }
 
 /// An analysis ends at a staff whose raised number 16 bits do not hold.
-bool PageClefs::addStaff(const Item& staff) {
-  const float number = staff[par::staff] + static_cast<float>(offset_);
+bool PageClefs::addStaff(const StavesAndClefs::Entry& staff) {
+  const float number = staff.staff + static_cast<float>(offset_);
   const auto wholeNumber = roundedTo16Bits(number);
   if (wholeNumber) {
-    staves_.push_back({number, *wholeNumber, std::fabs(staff[par::instrument])});
+    staves_.push_back({number, *wholeNumber, std::fabs(staff.instrument)});
   }
   return wholeNumber.has_value();
 }
 
 /// Enters the clef unless its instrument has one. The clef's staff number, which is not raised, is looked for among the
 /// raised ones.
-bool PageClefs::addClef(const Item& clef) {
+bool PageClefs::addClef(const StavesAndClefs::Entry& clef) {
   const auto staff =
-      std::find_if(staves_.begin(), staves_.end(), [&](const Staff& one) { return one.number == clef[par::staff]; });
+      std::find_if(staves_.begin(), staves_.end(), [&](const Staff& one) { return one.number == clef.staff; });
   if (staff == staves_.end()) {
     return true;
   }
   const auto instrument = roundedTo16Bits(staff->instrument);
   if (instrument) {
-    firstClefs_.emplace(*instrument, FirstClef{clef[par::kind] + kindMark, clef[par::height]});
+    firstClefs_.emplace(*instrument, FirstClef{clef.kind + kindMark, clef.height});
   }
   return instrument.has_value();
 }
@@ -86,9 +86,10 @@ float FirstClef::kind() const {
 StavesAndClefs stavesAndClefsOf(const LoadedPage& page) {
   StavesAndClefs found;
   for (const PageItem& read : page.items) {
-    const ItemType type = read.item.type();
-    if (type == ItemType::clef || (type == ItemType::staff && read.item[par::lines] != hiddenStaff)) {
-      found.items.push_back(read.item);
+    const Item& item = read.item;
+    const bool isStaff = item.type() == ItemType::staff;
+    if (item.type() == ItemType::clef || (isStaff && item[par::lines] != hiddenStaff)) {
+      found.entries.push_back({isStaff, item[par::staff], item[par::instrument], item[par::kind], item[par::height]});
     }
   }
   found.isComplete = page.error.empty();

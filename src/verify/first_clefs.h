@@ -27,8 +27,16 @@ using FirstClefs = std::map<std::int16_t, FirstClef>;
 
 /// What a page file says about clefs.
 struct StavesAndClefs {
-  std::vector<Item> items;  ///< the staves that are not hidden, and the clefs, in the order of the file
-  bool isComplete = true;   ///< false when an error ends the file early
+  /// A staff or a clef by its parameters.
+  struct Entry {
+    bool isStaff = false;
+    float staff = 0;
+    float instrument = 0;  ///< of a staff
+    float kind = 0;        ///< of a clef, as its height
+    float height = 0;
+  };
+  std::vector<Entry> entries;  ///< the staves that are not hidden, and the clefs, in the order of the file
+  bool isComplete = true;      ///< false when an error ends the file early
 };
 
 StavesAndClefs stavesAndClefsOf(const LoadedPage& page);

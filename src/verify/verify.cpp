@@ -1,6 +1,8 @@
 #include "verify/verify.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <functional>
 #include <map>
 #include <set>
 #include <unordered_map>
@@ -11,13 +13,14 @@
 #include "verify/compare_items.h"
 #include "verify/compare_layout.h"
 #include "verify/compare_report.h"
-#include "verify/derived_analysis.h"
 #include "verify/expected_pages.h"
-#include "verify/first_clefs.h"
+#include "verify/group_pages.h"
+#include "verify/input_pages.h"
 #include "verify/other_results.h"
 #include "verify/report_records.h"
 #include "verify/result_names.h"
 #include "verify/selected_files.h"
+#include "verify/system_proof.h"
 
 namespace kiv::proof {
 namespace {
@@ -25,16 +28,15 @@ namespace {
 constexpr const char* reportName = "KivSystem2.TXT";
 constexpr const char* verdictName = "KivSystem1.TXT";
 
-/// The items of a page file, by their staff.
-struct InputPage {
-  std::unordered_map<float, std::vector<PageItem>> staves;
-  std::size_t items = 0;
-};
-
 class Verifier {
  public:
   Verifier(Files& files, Machine& machine, const ConversionToProve& conversion, const Progress& progress)
-      : files_(files), machine_(machine), conversion_(conversion), progress_(progress) {}
+      : files_(files),
+        machine_(machine),
+        conversion_(conversion),
+        progress_(progress),
+        group_(files, machine, progress),
+        inputPages_([this](const std::string& name) { return group_.load(name); }) {}
 
   Verification run(const std::string& namesFile);
 
@@ -43,29 +45,31 @@ class Verifier {
   void report(const std::vector<Finding>& findings);
   std::optional<std::string> readText(const std::string& name, std::size_t limit);
   void digest(const std::string& name, std::string_view bytes);
-  LoadedPages loadInputs(const std::vector<std::string>& names);
-  bool derive(const SelectedFiles& selected);
-  std::optional<Finding> deriveFrom(const std::vector<PageFiles>& pages, LoadedPages& files);
+  void addInputs();
   void compareTexts(const std::optional<std::string>& reportText, const std::optional<std::string>& verdictText);
   void groupRecords();
   bool readResults();
   bool numbersAreShown();
-  void deriveExpected();
+  bool proveOneByOne(const ReportedSystems& reported, bool showNumbers);
+  void deriveExpected(const ReportedSystems& reported, bool showNumbers);
+  void countLeftOut();
+  void proveResults();
   void compare();
-  void reportMissingAndSurplus(const StrayResults& stray);
+  void reportSurplus(const StrayResults& stray);
+  void showChecked(std::size_t done) { progress_(done, resultNames_.size(), "results checked"); }
 
   Files& files_;
   Machine& machine_;
   const ConversionToProve& conversion_;
   const Progress& progress_;
   Verification verification_;
-  DerivedAnalysis derived_;
   Records records_;
   std::vector<std::vector<Record>> systems_;
-  std::map<std::string, InputPage> inputs_;
-  FirstClefs firstClefs_;
+  GroupPages group_;
+  InputPages inputPages_;
   std::vector<std::string> resultNames_;
-  std::vector<ResultPage> results_;
+  std::ptrdiff_t numbersInResults_ = 0;  // instrument ids
+  std::vector<ResultPage> results_;      // only if they are not as expected
 };
 
 void Verifier::report(const std::vector<Finding>& findings) {
@@ -86,63 +90,23 @@ std::optional<std::string> Verifier::readText(const std::string& name, std::size
   return std::move(text.bytes);
 }
 
-LoadedPages Verifier::loadInputs(const std::vector<std::string>& names) {
-  LoadedPages pages;
-  const std::set<std::string> distinct(names.begin(), names.end());
-  for (const std::string& name : distinct) {
-    progress_(pages.size(), distinct.size(), "pages read");
-    const LoadedPage& page = pages.emplace(name, loadPage(files_, name)).first->second;
-    if (!page.bytes.empty()) {
-      digest(name, page.bytes);
+void Verifier::addInputs() {
+  verification_.counts.inputs = group_.inputs().size();
+  for (const auto& [name, input] : group_.inputs()) {
+    if (!input.digest.empty()) {
+      verification_.files.push_back({name, input.digest});
     }
   }
-  progress_(pages.size(), distinct.size(), "pages read");
-  verification_.counts.inputs = pages.size();
-  return pages;
-}
-
-/// Derives report, verdict and first clefs. False when no analysis can be made of the selection.
-bool Verifier::derive(const SelectedFiles& selected) {
-  LoadedPages files = loadInputs(selected.names);
-  const SelectedPages pages = pagesOf(machine_, selected.names);
-  std::optional<Finding> failure = selected.failure;
-  if (!failure) {
-    failure = pages.failure ? pages.failure : deriveFrom(pages.pages, files);
-  }
-  if (failure) {
-    verification_.findings.push_back(*failure);
-  }
-  return !failure;
-}
-
-/// Moves the items of the files to the inputs.
-std::optional<Finding> Verifier::deriveFrom(const std::vector<PageFiles>& pages, LoadedPages& files) {
-  derived_ = deriveAnalysis(machine_, pages, files);
-  std::map<std::string, StavesAndClefs> clefs;
-  for (auto& [name, page] : files) {
-    clefs.emplace(name, stavesAndClefsOf(page));
-    InputPage& input = inputs_[name];
-    input.items = page.items.size();
-    for (PageItem& item : page.items) {
-      const float staff = item.item[par::staff];
-      input.staves[staff].push_back(std::move(item));
-    }
-  }
-  GroupClefs group = firstClefsOf(pages, clefs);
-  firstClefs_ = std::move(group.clefs);
-  if (!derived_.failure && !group.endedBy.empty()) {
-    return Finding{group.endedBy, 0, "has a clef of an instrument that 16 bits do not hold"};
-  }
-  return derived_.failure;
 }
 
 /// With a report of other pages, the verdict is that of others, too.
 void Verifier::compareTexts(const std::optional<std::string>& reportText,
                             const std::optional<std::string>& verdictText) {
-  const auto onReport = reportText ? compareReport(reportName, *reportText, derived_.report) : std::vector<Finding>();
+  const auto onReport =
+      reportText ? compareReport(reportName, *reportText, group_.analysis().report) : std::vector<Finding>();
   report(onReport);
   if (onReport.empty() && verdictText) {
-    report(compareVerdict(verdictName, *verdictText, derived_.verdict));
+    report(compareVerdict(verdictName, *verdictText, group_.analysis().verdict));
   }
 }
 
@@ -152,7 +116,7 @@ void Verifier::groupRecords() {
   std::set<std::pair<std::string, int>> listed;
   for (const Record& record : records_.staves) {
     systems[record.system].push_back(record);
-    if (!inputs_.contains(record.file)) {
+    if (!group_.inputs().contains(record.file)) {
       report(record.file, "cannot be read, and has a staff of system " + std::to_string(record.system));
     }
     if (!listed.insert({record.file, record.staff}).second) {
@@ -176,16 +140,17 @@ bool Verifier::readResults() {
     return false;
   }
   resultNames_ = *names;
+  std::size_t done = 0;
   for (const std::string& name : resultNames_) {
-    progress_(results_.size(), resultNames_.size(), "results read");
-    ResultPage result{name, {}, loadPage(files_, name)};
-    if (!result.found.bytes.empty()) {
-      digest(name, result.found.bytes);
+    progress_(done++, resultNames_.size(), "results read");
+    const LoadedPage result = group_.load(name);
+    if (!result.bytes.empty()) {
+      digest(name, result.bytes);
     }
-    results_.push_back(std::move(result));
+    numbersInResults_ += std::count_if(result.items.begin(), result.items.end(), isInstrumentNumber);
   }
-  progress_(results_.size(), resultNames_.size(), "results read");
-  verification_.counts.results = results_.size();
+  progress_(done, resultNames_.size(), "results read");
+  verification_.counts.results = resultNames_.size();
   return true;
 }
 
@@ -194,55 +159,84 @@ bool Verifier::numbersAreShown() {
   if (conversion_.showNumbers) {
     return *conversion_.showNumbers;
   }
-  const auto isNumber = [](const PageItem& read) { return read.item.type() == ItemType::instrumentNumber; };
-  std::ptrdiff_t more = 0;
-  for (const ResultPage& result : results_) {
-    more += std::count_if(result.found.items.begin(), result.found.items.end(), isNumber);
-  }
+  std::ptrdiff_t more = numbersInResults_;
   for (const Record& record : records_.staves) {
-    const auto& staff = inputs_[record.file].staves[record.staff];
-    more -= std::count_if(staff.begin(), staff.end(), isNumber);
+    const auto input = group_.inputs().find(record.file);
+    if (input != group_.inputs().end()) {
+      const auto ofStaff = input->second.numbers.find(record.staff);
+      more -= ofStaff == input->second.numbers.end() ? 0 : ofStaff->second;
+    }
   }
   return more > 0;
 }
 
-void Verifier::deriveExpected() {
-  const KnownInstruments known = knownInstruments(records_.staves, conversion_.listed, firstClefs_);
-  const std::size_t all = results_.size();
-  const auto itemsOf = [&](const Record& record) { return &inputs_[record.file].staves[record.staff]; };
-  const auto progress = [&](std::size_t system) { progress_(system, all, "results checked"); };
+/// Looks at one system after the other. False when the results are not as expected.
+bool Verifier::proveOneByOne(const ReportedSystems& reported, bool showNumbers) {
+  const auto progress = [&](std::size_t system) {
+    inputPages_.forgetUnused();
+    showChecked(system);
+  };
+  auto proved = proveSystemBySystem(
+      reported, showNumbers, resultNames_, [&](const std::string& name) { return group_.load(name); }, progress);
+  if (!proved) {
+    return false;
+  }
+  Counts& counts = verification_.counts;
+  counts.carried = proved->counts.carried;
+  counts.barlines = proved->counts.barlines;
+  counts.added = proved->counts.added;
+  countLeftOut();
+  showChecked(resultNames_.size());
+  const StrayResults stray = strayResults(files_, machine_, conversion_.firstResultFile, resultNames_);
+  report(stray.doubled);
+  reportSurplus(stray);
+  report(proved->layout);
+  return true;
+}
+
+/// Loads all results, and derives what they should be.
+void Verifier::deriveExpected(const ReportedSystems& reported, bool showNumbers) {
   const auto derive = conversion_.fits ? expectedFittingPages : expectedPages;
-  ExpectedPages expected = derive({known, systems_, itemsOf, firstClefs_}, numbersAreShown(), progress);
+  ExpectedPages expected = derive(reported, showNumbers, [&](std::size_t system) { showChecked(system); });
   if (!expected.error.empty()) {
     const std::string system = std::to_string(expected.pages.size() + 1);
     report(reportName, "has a system " + system + " that cannot be converted: " + expected.error);
   }
-  results_.resize(std::min(all, expected.pages.size()));
-  for (std::size_t i = 0; i < results_.size(); ++i) {
-    results_[i].expected = std::move(expected.pages[i]);
+  for (std::size_t i = 0; i < std::min(resultNames_.size(), expected.pages.size()); ++i) {
+    results_.push_back({resultNames_[i], std::move(expected.pages[i]), group_.load(resultNames_[i])});
+    countItems(results_.back().expected, verification_.counts);
   }
-  progress_(all, all, "results checked");
+  showChecked(resultNames_.size());
+  countLeftOut();
+}
+
+void Verifier::countLeftOut() {
   Counts& counts = verification_.counts;
-  for (const ResultPage& result : results_) {
-    counts.barlines += result.expected.barlines;
-    for (const ExpectedItem& item : result.expected.items) {
-      ++(item.origin.file.empty() ? counts.added : counts.carried);
-    }
-  }
-  for (const auto& [name, input] : inputs_) {
+  for (const auto& [name, input] : group_.inputs()) {
     counts.leftOut += input.items;
   }
   counts.leftOut -= std::min(counts.leftOut, counts.carried + counts.barlines);
 }
 
-void Verifier::reportMissingAndSurplus(const StrayResults& stray) {
-  for (const ResultPage& result : results_) {
-    if (!result.found.error.empty()) {
-      report(result.name, result.found.error);
-    }
+void Verifier::proveResults() {
+  const KnownInstruments known = knownInstruments(records_.staves, conversion_.listed, group_.firstClefs());
+  const auto itemsOf = [&](const Record& record) {
+    return &inputPages_.staff(record.file, static_cast<float>(record.staff));
+  };
+  const ReportedSystems reported{known, systems_, itemsOf, group_.firstClefs()};
+  const bool showNumbers = numbersAreShown();
+  if (conversion_.fits || !proveOneByOne(reported, showNumbers)) {
+    deriveExpected(reported, showNumbers);
+    compare();
   }
+  for (const std::string& name : group_.changed()) {
+    report(name, "has changed while it was compared");
+  }
+}
+
+void Verifier::reportSurplus(const StrayResults& stray) {
   for (const std::string& name : stray.surplus) {
-    if (!inputs_.contains(name) && !inputs_.contains(machine_.upperCase(name))) {
+    if (!group_.inputs().contains(name) && !group_.inputs().contains(machine_.upperCase(name))) {
       report(name, "is a result, and the report has no system for it");
     }
   }
@@ -255,8 +249,15 @@ void Verifier::compare() {
     verification_.findings.push_back(*others);
     return;
   }
-  reportMissingAndSurplus(stray);
-  report(compareLayout(results_));
+  LayoutComparison layout;
+  for (const ResultPage& result : results_) {
+    if (!result.found.error.empty()) {
+      report(result.name, result.found.error);
+    }
+    layout.add(result.name, result.found);
+  }
+  reportSurplus(stray);
+  report(std::move(layout).findings());
   const auto differences = compareItems(results_);
   report(differences);
   if (!differences.empty()) {
@@ -270,19 +271,21 @@ void Verifier::compare() {
 Verification Verifier::run(const std::string& namesFile) {
   const auto reportText = readText(reportName, most_bytes::report);
   const auto verdictText = readText(verdictName, most_bytes::verdict);
-  if (!derive(selectedFilesOf(files_, machine_, namesFile))) {
+  const auto failure = group_.derive(selectedFilesOf(files_, machine_, namesFile));
+  addInputs();
+  if (failure) {
+    verification_.findings.push_back(*failure);
     return std::move(verification_);
   }
   compareTexts(reportText, verdictText);
-  records_ = readRecords(derived_.report);
+  records_ = readRecords(group_.analysis().report);
   for (const std::string& error : records_.errors) {
     report(reportName, error);
   }
   report(compareWithList(records_.staves, conversion_.listed));
   groupRecords();
   if (readResults()) {
-    deriveExpected();
-    compare();
+    proveResults();
   }
   return std::move(verification_);
 }

@@ -24,7 +24,8 @@ class DerivedAnalysisTest : public ::testing::Test {
     for (const std::string& input : inputs) {
       files[input] = proof::loadPage(host, input);
     }
-    return proof::deriveAnalysis(host, proof::pagesOf(host, inputs).pages, files);
+    return proof::deriveAnalysis(host, proof::pagesOf(host, inputs).pages,
+                                 [&](const proof::PageFiles&) -> const proof::LoadedPages& { return files; });
   }
   /// The report from its second line on, with lines that end with LF.
   std::string report() {
