@@ -217,12 +217,12 @@ struct Refusal {
 
 Refusal refusalByStrict(ConsoleSystem& system, const std::string& namesFile, const ConvertOptions& options,
                         const ResultPlan& plan) {
-  if (isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force, plan.listed.ids()})) {
+  TriedAnalysis analysis(system, namesFile, options.allowZeroId);
+  if (analysis.isRefused({options.allowZeroId, true, options.force, plan.listed.ids()})) {
     return {true, {}};
   }
   auto warnings = tryForMusicWarnings(
-      system, namesFile,
-      {plan.firstResultFile, options.allowZeroId, options.force, restStavesOf(options), plan.listed.required()});
+      analysis, {plan.firstResultFile, options.force, restStavesOf(options), plan.listed.required()});
   const bool isRefused = !warnings.empty();
   return {isRefused, std::move(warnings)};
 }

@@ -5,11 +5,8 @@
 #include <iterator>
 
 #include "music/music_warnings.h"
-#include "platform/memory/overlay_files.h"
-#include "platform/memory/silent_user.h"
 #include "shell/analysis_run.h"
 #include "shell/conversion_run.h"
-#include "shell/start_up.h"
 #include "verify/result_names.h"
 
 namespace kiv {
@@ -29,25 +26,20 @@ std::vector<Message> musicWarningsOfResults(Files& files, Machine& machine, cons
   return findMusicWarnings(files, results);
 }
 
-std::vector<Message> tryForMusicWarnings(ConsoleSystem& system, const std::string& namesFile,
-                                         const TriedConversion& conversion) {
-  OverlayFiles files(system, system);
-  SilentUser user;
-  NoPrograms programs;
-  KivSystem program({files, user, programs, system});
-  GroupFacts group({});
-  std::string result = conversion.firstResultFile;
-  bool isConverted = false;
-  const auto run = [&] {
-    analyze(program, namesFile, conversion.allowZeroId, &group);
-    result = result.empty() ? firstResultFile(system, program.names) : result;
-    if (conversion.force || !program.qualifies()) {
-      convertGroup(program, {result, true, false, ReadBack::no, conversion.restStaves, conversion.required});
-      isConverted = true;
-    }
+std::vector<Message> tryForMusicWarnings(TriedAnalysis& analysis, const TriedConversion& conversion) {
+  KivSystem& program = analysis.program();
+  if (!analysis.endedNormally() || (!conversion.force && program.qualifies())) {
+    return {};
+  }
+  const Host& host = program.host;
+  const std::string result =
+      conversion.firstResultFile.empty() ? firstResultFile(host.machine, program.names) : conversion.firstResultFile;
+  const auto convert = [&] {
+    convertGroup(program, {result, true, false, ReadBack::no, conversion.restStaves, conversion.required});
   };
-  const bool normalEnd = !exitCodeOfPart(user, run);
-  return normalEnd && isConverted ? musicWarningsOfResults(files, system, result, group) : std::vector<Message>();
+  const bool normalEnd = !exitCodeOfPart(analysis.user(), convert);
+  return normalEnd ? musicWarningsOfResults(host.files, host.machine, result, analysis.facts())
+                   : std::vector<Message>();
 }
 
 void addMusicWarnings(ConsoleUser& user, Files& files, const std::vector<Message>& messages, bool withProblems,

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/output/warnings_output.h"
 #include "conversion/fitted_staves.h"
 #include "conversion/required_instrument.h"
@@ -20,15 +21,13 @@ std::vector<Message> musicWarningsOfResults(Files& files, Machine& machine, cons
 /// A conversion that is tried in memory.
 struct TriedConversion {
   std::string firstResultFile;  ///< a full name; "" puts the results beside the first page
-  bool allowZeroId = false;
-  bool force = false;  ///< pages are converted that can be used as they are
+  bool force = false;           ///< pages are converted that can be used as they are
   RestStaves restStaves = RestStaves::asKnownSoFar;
   std::vector<RequiredInstrument> required = {};  ///< instruments that every result has
 };
 
-/// The same of the results that a conversion of the names file would have; none of one that does not end normally.
-std::vector<Message> tryForMusicWarnings(ConsoleSystem& system, const std::string& namesFile,
-                                         const TriedConversion& conversion);
+/// The same of the results that a conversion after this analysis would have; none if one of them does not end normally.
+std::vector<Message> tryForMusicWarnings(TriedAnalysis& analysis, const TriedConversion& conversion);
 
 /// Shows them to the user, of very many the first ones, and adds them to the others. The problems are filled in on
 /// request.

@@ -4,8 +4,6 @@
 #include <utility>
 
 #include "apps/kivsys/commands/run_outcome.h"
-#include "platform/memory/overlay_files.h"
-#include "platform/memory/silent_user.h"
 #include "shell/start_up.h"
 
 namespace kiv {
@@ -25,17 +23,20 @@ RunScope scopeOf(const KivSystem& program, const StrictRun& run) {
 
 }  // namespace
 
-bool isRefusedByStrict(ConsoleSystem& system, const std::string& namesFile, const StrictRun& run) {
-  OverlayFiles files(system, system);
-  SilentUser user;
-  NoPrograms programs;
-  KivSystem program({files, user, programs, system});
-  GroupFacts group({.losses = LossScan::allItems});
-  const bool normalEnd = !exitCodeOfPart(user, [&] { analyze(program, namesFile, run.allowZeroId, &group); });
-  return normalEnd &&
-         (std::any_of(user.messages().begin(), user.messages().end(), isProblem) ||
-          !findWarnings(files, inputsOf(program), {scopeOf(program, run), run.allowZeroId, run.required}, group)
+TriedAnalysis::TriedAnalysis(ConsoleSystem& system, const std::string& namesFile, bool allowZeroId)
+    : files_(system, system), program_({files_, user_, programs_, system}), facts_({.losses = LossScan::allItems}) {
+  endedNormally_ = !exitCodeOfPart(user_, [&] { analyze(program_, namesFile, allowZeroId, &facts_); });
+}
+
+bool TriedAnalysis::isRefused(const StrictRun& run) {
+  return endedNormally_ &&
+         (std::any_of(user_.messages().begin(), user_.messages().end(), isProblem) ||
+          !findWarnings(files_, inputsOf(program_), {scopeOf(program_, run), run.allowZeroId, run.required}, facts_)
                .empty());
+}
+
+bool isRefusedByStrict(ConsoleSystem& system, const std::string& namesFile, const StrictRun& run) {
+  return TriedAnalysis(system, namesFile, run.allowZeroId).isRefused(run);
 }
 
 Warnings showWarnings(ConsoleUser& user, KivSystem& program, GroupFacts& group, const WarnedRun& run,

@@ -7,6 +7,8 @@
 #include "apps/kivsys/output/warnings_output.h"
 #include "diagnostics/warnings.h"
 #include "platform/console/console_host.h"
+#include "platform/memory/overlay_files.h"
+#include "platform/memory/silent_user.h"
 #include "shell/kivsystem.h"
 
 namespace kiv {
@@ -19,8 +21,29 @@ struct StrictRun {
   std::set<std::int16_t> required{};  ///< instruments that every result gets
 };
 
-/// Whether an analysis of the names file, in memory, finds a warning or a problem. One that ends early finds none: the
-/// run itself shows why.
+/// An analysis of the names file in memory. A conversion in memory can follow.
+class TriedAnalysis {
+ public:
+  /// The system must outlive it.
+  TriedAnalysis(ConsoleSystem& system, const std::string& namesFile, bool allowZeroId);
+
+  bool endedNormally() const { return endedNormally_; }
+  /// Whether it has found a warning or a problem. One that ended early has found none: the run itself shows why.
+  bool isRefused(const StrictRun& run);
+  KivSystem& program() { return program_; }
+  SilentUser& user() { return user_; }
+  GroupFacts& facts() { return facts_; }
+
+ private:
+  OverlayFiles files_;
+  SilentUser user_;
+  NoPrograms programs_;
+  KivSystem program_;
+  GroupFacts facts_;
+  bool endedNormally_ = false;
+};
+
+/// Whether such an analysis finds a warning or a problem.
 bool isRefusedByStrict(ConsoleSystem& system, const std::string& namesFile, const StrictRun& run);
 
 /// Finds what the run after the analysis that has filled the program's tables, observed by the facts, loses, and shows
