@@ -1,6 +1,7 @@
 #!/bin/sh
-# Counts instructions, which do not depend on the load of the machine: of each further page of an analysis, and of each
-# further system of a conversion, of its proof, and of suggestions.
+# Counts instructions, which do not depend on the load of the machine: of each further page of an analysis, also of a
+# group that needs a conversion with its explanation, and of each further system of a conversion, of its proof, and of
+# suggestions.
 # Usage: bench/instructions.sh BUILD_FOLDER [--check]; with --check it compares with bench/instructions.txt and fails
 # where a count has grown by more than 5 %.
 set -eu
@@ -11,11 +12,12 @@ kivsys=$build/apps/kivsys/kivsys
 # changes meanwhile.
 work=$(mktemp -d /var/tmp/kiv-bench-XXXXXX)
 trap 'rm -rf "$work"' EXIT
-mkdir -p "$work/pages" "$work/systems" "$work/run" "$work/state"
+mkdir -p "$work/pages" "$work/incomplete" "$work/systems" "$work/run" "$work/state"
 # What undo keeps is not the user's.
 XDG_STATE_HOME=$work/state
 export XDG_STATE_HOME
 "$build/bench/make_group" "$work/pages" 60
+"$build/bench/make_group" "$work/incomplete" 60 incomplete
 "$build/bench/make_systems" "$work/systems" 90 20
 cd "$work/run"
 
@@ -32,6 +34,9 @@ further() { echo $((($1 - $2) / $3)); }
 bytes=$(wc -c <"$work/pages/PAGE00001.MUS")
 # shellcheck disable=SC2046  # the names are ours and have no blanks
 page=$(further "$(count "$kivsys" analyze $(first pages 60))" "$(count "$kivsys" analyze $(first pages 10))" 50)
+# shellcheck disable=SC2046
+explained=$(further "$(count "$kivsys" analyze --json $(first incomplete 60))" \
+  "$(count "$kivsys" analyze --json $(first incomplete 10))" 50)
 # perSystem COMMAND [OPTION...]: the same of systems.
 perSystem() {
   # shellcheck disable=SC2046
@@ -53,6 +58,7 @@ proof() {
 proof=$(further "$(proof 30)" "$(proof 10)" 60)
 printf 'analyze, instructions per page    %s\n' "$page"
 awk -v page="$page" -v bytes="$bytes" 'BEGIN { printf "analyze, instructions per byte    %.2f\n", page / bytes }'
+printf 'analyze --json, incomplete page   %s\n' "$explained"
 printf 'convert, instructions per system  %s\n' "$system"
 printf 'verify, instructions per system   %s\n' "$proof"
 printf 'suggest, instructions per system  %s\n' "$suggestion"
@@ -69,6 +75,7 @@ check() {
     END { exit !found || grown }' "$here/instructions.txt"
 }
 check analyze-page "$page"
+check explained-page "$explained"
 check convert-system "$system"
 check verify-system "$proof"
 check suggest-system "$suggestion"
