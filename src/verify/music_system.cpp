@@ -190,7 +190,7 @@ void MusicSystem::forgetNotes() {
   }
   for (MusicBar& bar : bars_) {
     for (StaffTime& time : bar.times) {
-      time.moments = {};
+      time.moments = decltype(time.moments)();  // an assignment of {} would keep the memory
     }
   }
 }
