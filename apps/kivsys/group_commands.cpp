@@ -19,7 +19,7 @@ void addCorrections(CLI::App& command, Selection& selection) {
       ->take_all();
   command
       .add_option("--only", selection.corrections.only,
-                  "Use only corrections of at least this confidence: sure or likely")
+                  "Use only rows of --corrections that are sure, or at least likely")
       ->type_name("sure|likely")
       ->check(CLI::IsMember({"sure", "likely"}));
 }
@@ -35,8 +35,8 @@ void addPages(CLI::App& command, Selection& selection, const std::string& folder
       command
           .add_option(
               "page", selection.pages,
-              "Page files of one group, or its folder; their names are letters, digits, optionally one letter, and "
-              "the suffix, as PIECE012B.MUS")
+              "Pages of one group, or their folder; the name of a page is letters, digits, sometimes one more letter, "
+              "and the suffix, as in PIECE012B.MUS")
           ->type_name("PAGE");
   names->excludes(pages);
   command.add_flag("--keep-order", selection.keepOrder,
@@ -82,7 +82,7 @@ namespace {
 CLI::Option* addLikePanel(CLI::App& command, Selection& selection) {
   return command
       .add_flag("--like-panel", selection.likePanel,
-                "Do exactly what the window does, without protecting files and without warnings; implies --keep-order")
+                "Do exactly what the Windows program does: protect no files, print no warnings; implies --keep-order")
       ->excludes("--corrections");
 }
 
@@ -103,14 +103,14 @@ void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
                   "First result file, such as out/WORK0001.MUS, or the folder for the results, out/ (default: "
                   "WORK0001.MUS beside the first page)")
       ->type_name("FILE");
-  command.add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
+  command.add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id");
   command.add_flag(
       "--no-overwrite", options.noOverwrite,
       "Ask before a file is replaced, with y, n, a (yes to all) or q (no to all); without a terminal, replace none");
   command.add_flag("--no-instr-number", options.noInstrNumber, "Do not show instrument ids in the results");
   addLayout(command, options.selection,
-            "The instruments of all results, as instruments --csv lists them, also those silent on all pages; the "
-            "order of the rows counts, names are not changed");
+            "Give every result the instruments of this table, as instruments --csv prints it, even those on no page; "
+            "results stay in the order of the ids (fix --renumber changes ids)");
   command.add_flag("--force", options.force, "Convert even if the input can be used without a conversion");
   command.add_flag("--json", options.json, "Print one JSON object and nothing else");
   addNoUndo(command, options.noUndo);
@@ -126,7 +126,7 @@ void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
 void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
   CLI::App* analyze = app.add_subcommand("analyze", "Find out whether all systems of a group have the same layout");
   addSelection(*analyze, options.selection, "Write report and verdict to this folder");
-  analyze->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
+  analyze->add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id");
   analyze->add_flag("--json", options.json, "Print one JSON object and nothing else");
   analyze->add_flag("--jsonl", options.jsonl, "Print JSON objects, one per line: problems, layouts, outcome")
       ->excludes("--json");
@@ -137,8 +137,8 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
       ->excludes(likePanel);
   addWait(*analyze, options.selection);
   analyze->footer(
-      "Writes KivSystem2.TXT (report) and KivSystem1.TXT (verdict). Ends with status 0; with 1 after a critical\n"
-      "message; with 2 on wrong usage.\n\nExamples:\n  kivsys analyze PIECE*.MUS\n"
+      "Writes KivSystem2.TXT (report) and KivSystem1.TXT (verdict). Ends with status 0; with 1 after an\n"
+      "error; with 2 on wrong usage.\n\nExamples:\n  kivsys analyze PIECE*.MUS\n"
       "  kivsys analyze --folder out --names names.txt --json\n"
       "  kivsys analyze --keep-going PIECE*.MUS");
   analyze->callback([&options, &status] {
@@ -155,7 +155,7 @@ void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
                          ->excludes("--layout");
   convert
       ->add_option("-j,--jobs", options.jobs,
-                   "1 writes each result before the next system is converted (default: 2, at the same time)")
+                   "Number of threads: 1 writes each result before it converts the next system (default: 2)")
       ->type_name("N")
       ->check(CLI::Range(1U, 1024U));
   CLI::Option* dryRun = convert->add_flag("--dry-run", options.dryRun, "Write nothing; print what would be written");
@@ -168,7 +168,7 @@ void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
   convert->footer(
       "Analyzes the pages first, and converts them unless they can be used without a conversion. Writes\n"
       "WORK0001.MUS, WORK0002.MUS ... into the folder of the first result file; report and verdict are written to the\n"
-      "current folder. Ends with status 0; with 1 after a critical message; with 2 on wrong usage.\n\nExamples:\n"
+      "current folder. Ends with status 0; with 1 after an error; with 2 on wrong usage.\n\nExamples:\n"
       "  kivsys convert PIECE*.MUS --result out/WORK0001.MUS\n"
       "  kivsys convert --names names.txt --force --json\n"
       "  kivsys convert --dry-run PIECE*.MUS");
@@ -185,8 +185,7 @@ void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
       ->add_option("--manifest", options.manifest,
                    "Write the SHA-256 of all files to FILE, for sha256sum -c; - is standard output")
       ->type_name("FILE");
-  CLI::Option* layout =
-      addLayout(*verify, options.selection, "The instruments of the conversion, as its option --layout had them");
+  CLI::Option* layout = addLayout(*verify, options.selection, "The table that the conversion had as its --layout");
   verify->add_flag("--fit", options.fit, "Check a conversion with --fit")->excludes(layout);
   verify->add_flag("--json", options.json, "Print one JSON object, with the SHA-256 of all files, and nothing else");
   addKeepGoing(*verify, options.keepGoing, "check");
@@ -240,10 +239,10 @@ void addChart(CLI::App& app, ChartOptions& options, int& status) {
                    "Wrap the chart after this number of systems (default: as many as fit on a line, or on a sheet)")
       ->type_name("N")
       ->check(CLI::Range(1, 1000));
-  chart->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
+  chart->add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id");
   addKeepGoing(*chart, options.keepGoing, "show");
   chart->footer(
-      "Analyzes the pages as analyze does. Ends with status 0; with 1 after a critical message; with 2 on wrong\n"
+      "Analyzes the pages as analyze does. Ends with status 0; with 1 after an error; with 2 on wrong\n"
       "usage. Text is colored on a terminal unless NO_COLOR is set.\n\nExamples:\n  kivsys chart PIECE*.MUS\n"
       "  kivsys chart --names names.txt --out piece.svg");
   chart->callback([&options, &status] {
@@ -261,14 +260,14 @@ void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status) {
   CLI::Option* json = instruments->add_flag_callback(
       "--json", [&options] { options.format = ListFormat::json; }, "Print one JSON object and nothing else");
   csv->excludes(json);
-  instruments->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
+  instruments->add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id");
   addKeepGoing(*instruments, options.keepGoing, "analyze");
   instruments->footer(
       "Analyzes the pages as analyze does, and writes no file. A name is a text left\n"
       "of a staff, the fullest one of all pages. Prints for each instrument: its\n"
       "place in a result, id, name, systems, first and last staff, clefs, staff\n"
       "lines, staff size, keys, and the instruments with cues of it. Ends with\n"
-      "status 0; with 1 after a critical message; with 2 on wrong usage.\n\n"
+      "status 0; with 1 after an error; with 2 on wrong usage.\n\n"
       "Examples:\n  kivsys instruments PIECE*.MUS\n"
       "  kivsys instruments --csv PIECE*.MUS > instruments.csv");
   instruments->callback([&options, &status] {

@@ -41,9 +41,10 @@ void addSurvey(CLI::App& app, SurveyOptions& options, int& status) {
       ->type_name("DIR")
       ->needs(html);
   survey->footer(
-      "Pages of one folder whose names differ only in number and page letter are a piece. Nothing is written to the\n"
-      "library. Ends with status 0; with 1 when a folder cannot be listed or the output cannot be written; with 2 on\n"
-      "wrong usage; with 4 when another survey uses the file of --resume; with 130 when it is interrupted, after\n"
+      "A piece is all pages of a folder whose names differ only in page number and page letter. Nothing is\n"
+      "written to the library. Ends with status 0; with 1 when a folder cannot be listed or the output cannot be\n"
+      "written; with 2 on wrong usage; with 4 when another survey uses the file of --resume; with 130 when it is "
+      "interrupted, after\n"
       "printing the lines of the finished pieces.\n\nExamples:\n"
       "  kivsys survey /music\n  kivsys survey /music --csv --resume survey.state > survey.csv\n"
       "  kivsys survey /music --html library.html --reports reports");
@@ -62,13 +63,13 @@ void refuseOtherFormat(const std::string& command, const std::string& out, const
 }
 
 void addDraw(CLI::App& app, DrawOptions& options, int& status) {
-  CLI::App* draw = app.add_subcommand("draw", "Draw a page from its items");
+  CLI::App* draw = app.add_subcommand("draw", "Draw a page");
   draw->add_option("page", options.page, "Page file; - is standard input")->required()->type_name("PAGE");
   draw->add_option("-o,--out,--output", options.out, "Drawing to write (default: -, standard output)")
       ->type_name("FILE.svg");
   draw->footer(
-      "Draws a proof of the page as an SVG file. Rest staves that a conversion inserted have a colored background.\n"
-      "Ends with status 0; with 1 after a critical message; with 2 on wrong usage.\n\nExample:\n"
+      "Draws the page as an SVG file, to check it by eye. Rest staves that a conversion inserted have a colored\n"
+      "background. Ends with status 0; with 1 after an error; with 2 on wrong usage.\n\nExample:\n"
       "  kivsys draw PIECE001.MUS --out piece001.svg");
   draw->callback([&options, &status] {
     refuseOtherFormat("draw", options.out, "SVG");
@@ -88,7 +89,7 @@ void addRecover(CLI::App& app, RecoverOptions& options, int& status) {
   recover->add_flag("--json", options.json, "Print one JSON object");
   recover->footer(
       "Keeps the items that are still there, byte for byte, and prints what was lost. The damaged page is never\n"
-      "changed. A page that is whole is not written again. Ends with status 0; with 1 when nothing can be recovered;\n"
+      "changed. An undamaged page is not written again. Ends with status 0; with 1 when nothing can be recovered;\n"
       "with 2 on wrong usage.\n\nExample:\n  kivsys recover PIECE001.MUS");
   recover->callback([&options, &status] { status = runRecover(options); });
 }

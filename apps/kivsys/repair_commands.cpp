@@ -21,12 +21,11 @@ std::string problemOf(const FixOptions& options) {
 
 /// Of the options that say what changes, this is the only one then.
 void addRenumber(CLI::App& fix, FixOptions& options) {
-  CLI::Option* renumber =
-      fix.add_option(
-             "--renumber", options.selection.layout,
-             "New ids that rise in the order of this table of instruments, as instruments --csv lists them; the order "
-             "of its rows counts, names are not changed")
-          ->type_name("FILE.csv");
+  CLI::Option* renumber = fix.add_option("--renumber", options.selection.layout,
+                                         "Give new ids, so that the instruments have the order of this table, as "
+                                         "instruments --csv prints it; names "
+                                         "stay as they are")
+                              ->type_name("FILE.csv");
   for (const char* const other : {"--corrections", "--set", "--map"}) {
     renumber->excludes(other);
   }
@@ -51,19 +50,19 @@ void addSuggest(CLI::App& app, SuggestOptions& options, int& status) {
   CLI::App* suggest = app.add_subcommand("suggest", "Propose ids for staves and cues whose ids are wrong");
   addSelection(*suggest, options.selection, "Look for the names file in this folder, too");
   addLayout(*suggest, options.selection,
-            "The instruments, as instruments --csv lists them; the order of the rows counts, names are not changed");
+            "Use the instruments of this table, from top to bottom, as instruments --csv prints it");
   suggest
       ->add_option("-o,--out,--output", options.out,
                    "Write the corrections as comma-separated values; - is standard output")
       ->type_name("FILE.csv");
-  suggest->add_flag("--force", options.force, "Replace a table that is there, with all that was changed in it");
+  suggest->add_flag("--force", options.force, "Replace the table if it exists, even if you have edited it");
   suggest->add_flag("--json", options.json, "Print one JSON object and nothing else");
   addKeepGoing(*suggest, options.keepGoing, "analyze");
   suggest->footer(
       "Analyzes the pages as analyze does, and writes no file but the corrections. An\n"
-      "id is wrong if it is 0, stands twice in its system, or is a slip that few\n"
-      "systems have; a cue is if no staff of its system has its id. Ends with status\n"
-      "0; with 1 after a critical message; with 2 on wrong usage.\n\n"
+      "id is wrong if it is 0, if it occurs twice in its system, or if so few systems\n"
+      "have it that it must be a slip. A cue is wrong if no staff of its system has\n"
+      "its id. Ends with status 0; with 1 after an error; with 2 on wrong usage.\n\n"
       "Examples:\n  kivsys suggest PIECE*.MUS\n"
       "  kivsys suggest PIECE*.MUS -o corrections.csv\n"
       "  kivsys suggest PIECE*.MUS --layout instruments.csv --json");
@@ -91,12 +90,12 @@ void addFix(CLI::App& app, FixOptions& options, int& status) {
       ->type_name("PAGE:STAFF=ID")
       ->expected(1)
       ->take_all();
-  fix->add_option("--map", options.maps, "New id for all staves of an old one, their cues and numbers: 66=6")
+  fix->add_option("--map", options.maps, "Replace an id everywhere, in staves, cues and shown instrument numbers: 66=6")
       ->type_name("OLD=NEW")
       ->expected(1)
       ->take_all();
   fix->add_option("--only", options.corrections.only,
-                  "Use only corrections of at least this confidence: sure or likely")
+                  "Use only rows of --corrections that are sure, or at least likely")
       ->type_name("sure|likely")
       ->check(CLI::IsMember({"sure", "likely"}));
   addRenumber(*fix, options);
@@ -126,9 +125,10 @@ void addUndo(CLI::App& app, UndoOptions& options, int& status) {
   undo->footer(
       "Takes back the last convert, trace, sort or fix that wrote into the folder, in all folders that it wrote into:\n"
       "removes what it made, and restores what it replaced, with times and modes. Refuses when one of these files has\n"
-      "changed since, unless --keep-changed is given. Ends with status 0; with 1 when a file cannot be changed; with 2 "
-      "when there is no such run or a\n"
-      "file has changed; with 4 when another run is at work in one of the folders.\n\nExamples:\n"
+      "changed since, unless --keep-changed is given. Ends with status 0; with 1 when a file cannot be changed; with "
+      "2\n"
+      "when no run can be undone or a file has changed; with 4 when another run is at work in one of the\n"
+      "folders.\n\nExamples:\n"
       "  kivsys undo\n  kivsys undo --dry-run out");
   undo->callback([&options, &status] { status = runUndo(options); });
 }

@@ -37,7 +37,7 @@ void addReport(CLI::App& app, ReportOptions& options, int& status) {
   report->add_flag("--all", options.all, "Show pictures of all systems, not only of those that differ");
   report->add_flag("--open", options.open,
                    "Open the report in the browser; without -o it is written into the folder for temporary files");
-  report->add_flag("--allow-zero-id", options.allowZeroId, "Staves without an instrument id are no problem");
+  report->add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id");
   report->add_flag("--strict", options.strict, "End with status 3 if there is a warning or a problem");
   report->footer(
       "Analyzes the pages as analyze does, and writes no file but the report, which needs no network. Pages that\n"

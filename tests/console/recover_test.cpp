@@ -64,7 +64,7 @@ TEST_F(ConsoleRecover, AWholePageIsNotWrittenAgain) {
   place.write("Y001.MUS", page(notes(1, 3)));
   const Ended ended = place.kivsys({"recover", "Y001.MUS", "-o", "Z001.MUS"});
   EXPECT_EQ(ended.status, 0);
-  EXPECT_EQ(ended.out, "Y001.MUS is whole: 3 items; nothing to recover\n");
+  EXPECT_EQ(ended.out, "Y001.MUS is undamaged: 3 items; nothing to recover\n");
   EXPECT_EQ(place.read("Z001.MUS"), "(no file)");
 }
 

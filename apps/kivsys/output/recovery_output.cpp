@@ -100,7 +100,7 @@ Json lossJson(const Recovery& recovery, const Loss& loss) {
 std::string asText(const Recovery& recovery, const RecoveryReport& report) {
   const std::string page = printable(report.page);
   if (recovery.isWhole) {
-    return page + " is whole: " + counted(recovery.items.size(), "item") + "; nothing to recover\n";
+    return page + " is undamaged: " + counted(recovery.items.size(), "item") + "; nothing to recover\n";
   }
   if (recovery.items.empty()) {
     return page + " holds no item that can be recovered\n";
@@ -111,7 +111,7 @@ std::string asText(const Recovery& recovery, const RecoveryReport& report) {
             placeOf(recovery, loss) + "\n";
   }
   text += recovery.words < recovery.statedWords.value_or(0) ? emptyStavesLine(recovery) : "";
-  text += recovery.trailer ? "" : "no trailer found: the standard one, of a page in inches, takes its place\n";
+  text += recovery.trailer ? "" : "the trailer is lost; a standard one, of a page in inches, is used instead\n";
   if (report.dryRun) {
     return text + "nothing written, as this is a dry run; would write " + printable(report.shown) + "\n";
   }
