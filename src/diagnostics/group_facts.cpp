@@ -127,6 +127,7 @@ void GroupFacts::markLoneStaves(std::vector<ReadStaff>& staves) {
     return;
   }
   std::vector<ReadStaff*> ordered;
+  ordered.reserve(staves.size());
   for (ReadStaff& staff : staves) {
     ordered.push_back(&staff);
   }

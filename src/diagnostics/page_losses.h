@@ -38,6 +38,7 @@ class PageLossFinder {
   PageLossFinder() = default;
   PageLossFinder(const PageLossFinder&) = delete;
   PageLossFinder& operator=(const PageLossFinder&) = delete;
+  ~PageLossFinder() = default;
 
   /// Forgets all items, for another file.
   void clear();
