@@ -66,6 +66,16 @@ TEST_F(ConsoleFit, StrictRefusesWhatDoesNotFit) {
   EXPECT_EQ(place.read("KivSystem2.TXT"), "(no file)");
 }
 
+TEST_F(ConsoleFit, StrictRefusesItInAFolderThatDoesNotExistYet) {
+  for (const std::vector<std::string>& options : {std::vector<std::string>{}, {"--json"}, {"--dry-run"}}) {
+    std::vector<std::string> words{"convert", "--strict", "x1.mus", "x2.mus", "--result", "new/"};
+    words.insert(words.end(), options.begin(), options.end());
+    EXPECT_EQ(place.kivsys(words).status, 3);
+    EXPECT_EQ(place.read("new/WORK0001.MUS"), "(no file)");
+  }
+  EXPECT_EQ(place.kivsys({"convert", "--fit", "--strict", "x1.mus", "x2.mus", "--result", "new/"}).status, 0);
+}
+
 TEST_F(ConsoleFit, WithFitThereIsNothingToWarnOf) {
   const Ended ended = place.kivsys({"convert", "--fit", "--strict", "--verify", "x1.mus", "x2.mus"});
   EXPECT_EQ(ended.status, 0);

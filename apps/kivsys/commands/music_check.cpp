@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <iterator>
 
+#include "input/file_names.h"
 #include "music/music_warnings.h"
 #include "shell/analysis_run.h"
 #include "shell/conversion_run.h"
@@ -35,6 +36,7 @@ std::vector<Message> tryForMusicWarnings(TriedAnalysis& analysis, const TriedCon
   const std::string result =
       conversion.firstResultFile.empty() ? firstResultFile(host.machine, program.names) : conversion.firstResultFile;
   const auto convert = [&] {
+    analysis.files().addFolder(justPath(host.machine, result));  // the run may be the one that makes it
     convertGroup(program, {result, true, false, ReadBack::no, conversion.restStaves, conversion.required});
   };
   const bool normalEnd = !exitCodeOfPart(analysis.user(), convert);

@@ -31,6 +31,7 @@ class TriedAnalysis {
   /// Whether it has found a warning or a problem. One that ended early has found none: the run itself shows why.
   bool isRefused(const StrictRun& run);
   KivSystem& program() { return program_; }
+  OverlayFiles& files() { return files_; }
   SilentUser& user() { return user_; }
   GroupFacts& facts() { return facts_; }
 
