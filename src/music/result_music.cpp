@@ -63,12 +63,17 @@ std::vector<MusicBarline> barlinesOf(const std::map<float, MusicStaff>& staves) 
   return barlines;
 }
 
-std::vector<FaultPlace> displacedBraces(const std::map<float, MusicStaff>& staves) {
+/// Those away from where the staves that play begin. A rest staff may begin elsewhere by mistake.
+std::vector<FaultPlace> displacedBraces(const std::map<float, MusicStaff>& staves,
+                                        const std::function<bool(const Item& staff)>& plays) {
   constexpr float tolerance = 1;
-  float leftEdge = staves.begin()->second.staff[par::position];
+  std::optional<float> edge;
   for (const auto& [number, staff] : staves) {
-    leftEdge = std::min(leftEdge, staff.staff[par::position]);
+    if (const float own = staff.staff[par::position]; plays(staff.staff)) {
+      edge = std::min(edge.value_or(own), own);
+    }
   }
+  const float leftEdge = edge.value_or(staves.begin()->second.staff[par::position]);
   std::vector<FaultPlace> places;
   for (const auto& [number, staff] : staves) {
     for (const Item& item : staff.items) {
@@ -108,7 +113,7 @@ std::optional<ResultMusic> musicOf(std::vector<Item> items, const std::function<
     return std::nullopt;
   }
   const std::vector<MusicBarline> barlines = barlinesOf(staves);
-  std::vector<FaultPlace> displaced = displacedBraces(staves);
+  std::vector<FaultPlace> displaced = displacedBraces(staves, plays);
   std::vector<MusicStaff> real;
   std::vector<MusicStaff> rests;
   for (auto& [number, staff] : staves) {

@@ -87,6 +87,16 @@ TEST(MusicWarnings, ABraceAwayFromTheLeftEdge) {
               ElementsAre("brace-displaced system 2: 1 brace stands away from the left edge of the system"));
 }
 
+TEST(MusicWarnings, TheLeftEdgeIsThatOfTheStavesThatPlay) {
+  // The rest staff of the first instrument is at 0, as is the brace.
+  const std::string indented =
+      "staff 1 at 20 size 1 lines 5 instrument 102\nclef 1 at 22\nkeysignature 1 at 29 key -1\nbarline 1 at 20 spans "
+      "1\n"
+      "barline 1 at 20 spans 1 kind 8\nnote 1 at 50 duration 4\nbarline 1 at 80 spans 1\n";
+  EXPECT_THAT(warningsOf({both, indented}, {{101, 102}, {102}}),
+              ElementsAre("brace-displaced system 2: 1 brace stands away from the left edge of the system"));
+}
+
 TEST(MusicWarnings, StavesThatDisagreeInBothConversions) {
   const std::string three =
       "staff 3 at 0 size 1 lines 5 instrument 101\nclef 3 at 2\nnote 3 at 30 duration 4\nbarline 3 at 60 spans 1\n"

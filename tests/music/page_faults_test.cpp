@@ -56,6 +56,22 @@ TEST(PageFaults, AreBracesAwayFromTheLeftEdge) {
   EXPECT_EQ(faultsOf("note 2 at 20 duration 4\n", rest + "barline 1 at 0 spans 2 kind 8\n"), Lines{});
 }
 
+TEST(PageFaults, AreBracesAtTheEdgeOfARestStaffAlone) {
+  FakeHost host;
+  const ItemTable table =
+      tableOf(host,
+              "staff 2 at 0 lines 5 instrument 101\nclef 2 at 2\nrest 2 at 35 kind -2 duration 4\nbarline 2 at 50\n"
+              "staff 1 at 20 lines 5 instrument 102\nclef 1 at 22\nnote 1 at 30 duration 4\nbarline 1 at 20 spans 2\n"
+              "barline 1 at 0 spans 2 kind 8\nbarline 1 at 50\n");
+  std::vector<Item> items;
+  for (int i = 1; i <= table.itemCount(); ++i) {
+    items.push_back(table.item(i));
+  }
+  const auto faults = findPageFaults(items, {2});
+  ASSERT_EQ(faults.size(), 1U);
+  EXPECT_EQ(faults[0].words, "brace away from the left edge");
+}
+
 TEST(PageFaults, NeedARestStaff) {
   EXPECT_TRUE(findPageFaults({itemOf({8, 1, 0}), itemOf({14, 1, 0}), itemOf({14, 1, 50})}, {}).empty());
 }
