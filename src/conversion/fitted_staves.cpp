@@ -62,7 +62,7 @@ float par6Of(const fit::System& system, float instrument) {
 /// The staff item of a rest staff that looks as the instrument's first staff does.
 Item staffItem(const fit::System& system, const Item& first) {
   Item item(ItemType::staff, 0, system.leftEdge);
-  item[par::par6] = par6Of(system, first[par::instrument]);
+  item[par::par6] = par6Of(system, fit::instrumentOf(first));
   for (const int p : {par::size, par::lines, par::instrument, par::par11}) {
     item[p] = first[p];
   }

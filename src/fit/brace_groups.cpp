@@ -87,7 +87,7 @@ std::vector<Item> braceItems(const std::vector<BraceGroup>& groups, const ItemTa
   float leftEdge = 0;
   for (const int i : staffRows(page)) {
     leftEdge = staves.empty() ? page.itemPar(i, par::position) : std::min(leftEdge, page.itemPar(i, par::position));
-    staves.emplace(page.itemPar(i, par::instrument), page.itemPar(i, par::staff));
+    staves.emplace(instrumentOf(page.item(i)), page.itemPar(i, par::staff));
   }
   std::vector<Item> items;
   for (const BraceGroup& group : groups) {

@@ -10,6 +10,7 @@ namespace {
 
 constexpr float commonTime = 99;
 constexpr float allaBreve = 98;
+constexpr float smallest = 0.5;  // half a beat, and the breve
 constexpr float largestUpper = 128;
 constexpr float largestLower = 64;
 
@@ -55,7 +56,7 @@ bool isMultiple(double moment, double value) {
 
 bool Meter::isKnown() const {
   const Meter time = inNumbers(*this);
-  return time.upper > 0 && time.upper <= largestUpper && time.lower > 0 && time.lower <= largestLower;
+  return time.upper >= smallest && time.upper <= largestUpper && time.lower >= smallest && time.lower <= largestLower;
 }
 
 double Meter::length() const {

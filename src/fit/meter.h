@@ -11,7 +11,8 @@ struct Meter {
   float upper = 0;  ///< 99 is common time, 98 alla breve
   float lower = 0;
 
-  /// Whether a bar of it has a length: 0 is no number of beats.
+  /// Whether it is one that music can have: at most 128 beats, and units from the breve down to 64ths. Only such a one
+  /// has a length.
   bool isKnown() const;
   /// The length of a bar in quarter notes.
   double length() const;

@@ -105,7 +105,7 @@ class RestStaff {
   }
 
  private:
-  float instrument() const { return missing_.staff[par::instrument]; }
+  float instrument() const { return instrumentOf(missing_.staff); }
   float leftEnd() const { return missing_.staff[par::position]; }
 
   void addLook() {

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <limits>
 
+#include "base/number.h"
 #include "fit/lengths.h"
 
 namespace kiv::fit {
@@ -142,6 +143,11 @@ class BarFinder {
 
 }  // namespace
 
+float instrumentOf(const Item& staff) {
+  const auto whole = toInt16(staff[par::instrument]);
+  return whole ? static_cast<float>(*whole) : std::numeric_limits<float>::quiet_NaN();
+}
+
 std::size_t System::barAfter(float position) const {
   const auto bar = std::find_if(bars.begin(), bars.end(), [&](const Bar& one) { return position < one.firstBeat; });
   return static_cast<std::size_t>(bar - bars.begin());
@@ -183,9 +189,10 @@ BarTime timeOf(const std::vector<Beat>& beats) {
     const float position = beat->position;
     time.onsets.emplace(now, position);
     for (; beat != beats.end() && beat->position == position; ++beat) {
-      const double begin = beat->lastsABar ? 0 : now;
-      ends.push_back(begin + beat->duration);
-      time.length = std::max(time.length, ends.back());
+      time.length = std::max(time.length, (beat->lastsABar ? 0 : now) + beat->duration);
+      if (!beat->lastsABar) {
+        ends.push_back(now + beat->duration);
+      }
     }
     std::erase_if(ends, [&](double end) { return end < now + tolerance; });
     now = ends.empty() ? now : *std::min_element(ends.begin(), ends.end());

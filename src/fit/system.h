@@ -9,6 +9,9 @@
 
 namespace kiv::fit {
 
+/// The identifier of a staff item's instrument, rounded to a whole number; NaN when 16 bits do not hold it.
+float instrumentOf(const Item& staff);
+
 /// A note or rest that carries time: no cue marker, no grace note.
 struct Beat {
   float position = 0;
@@ -22,7 +25,8 @@ struct Staff {
   std::vector<Item> items;  ///< all but the staff item, by position
   std::vector<Beat> beats;  ///< by position
 
-  float instrument() const { return staff[par::instrument]; }
+  /// The identifier as reports have it, a whole number; NaN when it is none of 16 bits.
+  float instrument() const { return instrumentOf(staff); }
 };
 
 /// A barline that all staves of the system will have.

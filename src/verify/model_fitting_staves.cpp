@@ -94,7 +94,7 @@ void SystemModel::addFittingStaff(const FittingSystem& fitting, std::int16_t ins
   staff.staff[par::size] = first->staff[par::size];
   staff.staff[par::par6] = par6Beside(instrument, system);
   staff.staff[par::lines] = first->staff[par::lines];
-  staff.staff[par::instrument] = instrument;
+  staff.staff[par::instrument] = first->staff[par::instrument];
   staff.staff[par::par11] = first->staff[par::par11];
   add(staff, staff.staff);
   for (Item name : fitting.group.names(fitting.index, instrument)) {
@@ -108,15 +108,16 @@ void SystemModel::addFittingStaff(const FittingSystem& fitting, std::int16_t ins
 
 void SystemModel::addFittingSignatures(const FittingSystem& fitting, ModelStaff& staff) {
   const float edge = staff.staff[par::position];
+  const float instrument = roundedTo16Bits(staff.instrument()).value_or(0);
   float clefKind = 0;
-  if (const auto known = fitting.group.clef(fitting.index, staff.instrument())) {
+  if (const auto known = fitting.group.clef(fitting.index, instrument)) {
     Item clef(ItemType::clef, 0, edge + clefAfterEdge);
     clef[par::height] = (*known)[par::height];
     clefKind = clef[par::kind] = (*known)[par::kind];
     add(staff, clef);
   }
   const MusicKeys& keys = fitting.group.keys();
-  for (const auto& [bar, known] : keys.keys(fitting.index, staff.instrument())) {
+  for (const auto& [bar, known] : keys.keys(fitting.index, instrument)) {
     if (bar == 0 && known.fifths == 0) {
       continue;
     }
@@ -157,7 +158,7 @@ void SystemModel::addFittingRests(const FittingSystem& fitting, ModelStaff& staf
 void SystemModel::addFittingBraces(const FittingSystem& fitting) {
   std::vector<float> instruments;
   for (const ModelStaff& staff : staves_) {
-    instruments.push_back(staff.instrument());
+    instruments.push_back(roundedTo16Bits(staff.instrument()).value_or(0));
   }
   std::sort(instruments.begin(), instruments.end(), std::greater<>());
   for (const BraceSpan& span : braceSpans(fitting.group.braces(), instruments)) {

@@ -63,10 +63,13 @@ Ticks MusicMeter::length() const {
 
 std::optional<MusicMeter> meterIn(const Item& signature) {
   constexpr double mostUnits = 128;
+  constexpr double leastUnits = 0.5;
   constexpr double smallestUnit = 64;
+  constexpr double largestUnit = 0.5;  // the breve
   const MusicMeter meter{signature[par::upperNumber], signature[par::lowerNumber]};
   const Fraction time = fractionOf(meter.upper, meter.lower);
-  const bool isKnown = time.upper > 0 && time.upper <= mostUnits && time.lower > 0 && time.lower <= smallestUnit;
+  const bool hasUnits = time.upper >= leastUnits && time.upper <= mostUnits;
+  const bool isKnown = hasUnits && time.lower >= largestUnit && time.lower <= smallestUnit;
   return isKnown ? std::optional(meter) : std::nullopt;
 }
 

@@ -19,7 +19,8 @@ struct MusicMeter {
   bool operator==(const MusicMeter&) const = default;
 };
 
-/// The time that a signature gives; nullopt for one of which no length follows.
+/// The time that a signature gives; nullopt for one with more than 128 units or less than half of one, and for units
+/// longer than a breve or shorter than a 64th note, so that lengths stay within what ticks can count.
 std::optional<MusicMeter> meterIn(const Item& signature);
 
 /// The rests of a part of a bar, that begins at a time of the whole bar: the largest values that fall on beats.

@@ -6,6 +6,8 @@
 #include <span>
 #include <utility>
 
+#include "verify/numbers.h"
+
 namespace kiv::proof {
 namespace {
 
@@ -120,6 +122,11 @@ float MusicBar::positionOfWholeBarRest(Ticks length) const {
     }
   }
   return inQuarterUnits((static_cast<double>(space) + to) / 2);
+}
+
+float MusicStaff::instrument() const {
+  const auto id = roundedTo16Bits(staff[par::instrument]);
+  return id ? static_cast<float>(*id) : std::numeric_limits<float>::quiet_NaN();
 }
 
 std::span<const Item> MusicStaff::between(float from, const float* to) const {

@@ -15,7 +15,8 @@ struct MusicStaff {
   Item staff;
   std::vector<Item> items;  ///< all others, braces included; put in the order of their positions by MusicSystem
 
-  float instrument() const { return staff[par::instrument]; }
+  /// The identifier rounded to a whole number, as reports have it; NaN when it has more than 16 bits.
+  float instrument() const;
   /// The items from a position up to another, once they are in order; a null end is the end of the staff.
   std::span<const Item> between(float from, const float* to) const;
 };

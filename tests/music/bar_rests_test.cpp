@@ -85,6 +85,26 @@ TEST(BarRests, AWholeBarRestCountsFromTheBeginOfTheBarAndItsPositionIsTaken) {
   EXPECT_EQ(restsBeside("rest 1 at 57 kind -2 duration 4 p9 -1\n" + end), "57 kind -2 duration 4 p9 -1");
 }
 
+TEST(BarRests, AWholeBarRestBesideANoteOfAnotherVoiceDoesNotShortenIt) {
+  const std::string voice = "note 1 at 20 duration 1\nnote 1 at 40 duration 2\n";
+  const std::string after = "note 1 at 60 duration 2\nnote 1 at 80 duration 1\n";
+  const std::string rest = "rest 1 at 40 kind -2 duration 4 p9 -1\n";
+  EXPECT_EQ(restsBeside(voice + rest + after + end, time(3, 2)), "60 kind -2 duration 6 p9 -1");
+}
+
+TEST(BarRests, ATimeSignatureWithoutASensibleLengthCountsForNothing) {
+  for (const std::string nonsense : {"6 lower 1e-20", "7 lower 0.001", "4 lower 0.4", "1e-9 lower 4", "0.4 lower 4"}) {
+    const std::string signature = "timesignature 1 at 9 upper " + nonsense + "\n";
+    EXPECT_EQ(restsBeside(signature + "note 1 at 20 duration 3\n" + end, time(3, 4)), "60 kind -2 duration 3 p9 -1")
+        << nonsense;
+  }
+}
+
+TEST(BarRests, ABarOfTheLongestUnitsIsOne) {
+  EXPECT_EQ(restsBeside("note 1 at 20 duration 16\n" + end, "timesignature 2 at 9 upper 2 lower 0.5\n"),
+            "60 kind -2 duration 16 p9 -1");
+}
+
 TEST(BarRests, ALongerBarGetsOneRestOfItsLength) {
   EXPECT_EQ(restsBeside("note 1 at 20 duration 4\nnote 1 at 60 duration 3\n" + end), "60 kind -2 duration 7 p9 -1");
 }

@@ -90,6 +90,11 @@ std::string voicesOf(int staff, const Spacing& spacing, double length, RandomGen
   for (const Tone& tone : first) {
     lines += written(staff, spacing, tone, 6, random);
   }
+  if (random.oneIn(4)) {  // another voice rests, drawn at a note of this one; long bars have rests of a whole note
+    const double rest = length > 4 ? 4 : length / 2;
+    lines += item("rest", staff, spacing.at(first[random.below(first.size())].moment)) + " kind -2" + duration(rest) +
+             " p9 -1\n";
+  }
   const std::size_t others = random.oneIn(3) ? 1 + random.below(2) : 0;
   for (std::size_t voice = 0; voice < others; ++voice) {
     // A voice that enters within the bar does so where the first one has a note.

@@ -119,6 +119,21 @@ TEST(RestStaffLooks, ClefsOfTheFilesOfAPageAreThoseOfTheirStaves) {
   EXPECT_EQ(pages.items(3, 2, "clef"), "2 kind 1");
 }
 
+TEST(RestStaffLooks, AnIdentifierThatIsNotWholeIsThatOfTheInstrument) {
+  const std::string bracket = "barline # at 0 spans 2 kind 9\n";
+  for (const std::string id : {"5.4", "4.5", "3.6"}) {
+    std::string horn = staff(1, 5, clef + key(3) + bracket);
+    horn.replace(horn.find("instrument 5"), 12, "instrument " + id);
+    FittedPages pages(
+        std::vector<std::string>{system(staff(2, 1, clef + key(2)) + horn, 2), system(staff(1, 1, clef + key(0)), 1)});
+    EXPECT_TRUE(pages.converted());
+    EXPECT_EQ(pages.findings(), "");
+    EXPECT_EQ(pages.items(2, 1, "staff"), "0 size 1 p6 1 lines 5 instrument " + id);
+    EXPECT_EQ(pages.items(2, 1, "keysignature"), "9 key 1");
+    EXPECT_EQ(pages.braces(2), "barline 1 at 0 spans 2 kind 9");
+  }
+}
+
 TEST(FittingBraces, ABracketKeepsItsKindAndJoinsItsInstrumentsAtTheLeftEdge) {
   const std::string bracket = "barline # at -3 spans 2 kind 9\n";
   FittedPages pages(
