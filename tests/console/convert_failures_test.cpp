@@ -53,7 +53,7 @@ TEST_F(ConsoleConvert, ASystemThatCannotBeConvertedLeavesTheResultsBeforeIt) {
   EXPECT_EQ(ended.status, 1);
   EXPECT_EQ(ended.out,
             "CONSISTENCY=NO\nMULTIFILE=NO\nFiles: 3\nSystems: 3\nInstruments: 2\nWORK0001.MUS\nWORK0002.MUS\n");
-  EXPECT_TRUE(ended.error.ends_with("kivsys: Logical error 3 in setRestDurations\n")) << ended.error;
+  EXPECT_NE(ended.error.find("kivsys: Logical error 3 in setRestDurations\n"), std::string::npos) << ended.error;
   EXPECT_EQ(ended.error.find("Created"), std::string::npos);
   EXPECT_EQ(dumped("WORK0002.MUS"), asDumped(numberedBass));
   EXPECT_EQ(place.read("WORK0003.MUS"), "(no file)");

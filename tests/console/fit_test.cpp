@@ -93,6 +93,55 @@ TEST_F(ConsoleFit, VerifyProvesItWithFitOnly) {
   EXPECT_EQ(place.kivsys({"verify", "x1.mus", "x2.mus"}).status, 0);
 }
 
+class ConsoleFitAfterAFailure : public ConsoleFit {
+ protected:
+  void SetUp() override {
+    ConsoleFit::SetUp();
+    // No beat is in its last bar, which ends the plain conversion.
+    addPage("x3.mus",
+            "staff 1 at 0 size 1 lines 5 instrument 101\nclef 1 at 2\nnote 1 at 20 duration 4\nbarline 1 at 0 spans 1\n"
+            "barline 1 at 60 spans 1\nbarline 1 at 62 spans 1\n");
+  }
+
+  Names words{"convert", "x1.mus", "x2.mus", "x3.mus"};
+};
+
+TEST_F(ConsoleFitAfterAFailure, WhatIsWrittenIsWarnedOfAndFitIsNext) {
+  const Ended ended = place.kivsys(words);
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_NE(ended.error.find("kivsys: Logical error 3 in setRestDurations\n" + wrongRest), std::string::npos)
+      << ended.error;
+  EXPECT_NE(ended.error.find("Next: kivsys convert --fit x1.mus x2.mus x3.mus\n"), std::string::npos) << ended.error;
+  EXPECT_EQ(place.kivsys({"convert", "--fit", "x1.mus", "x2.mus", "x3.mus"}).status, 0);
+}
+
+TEST_F(ConsoleFitAfterAFailure, TheNextStepHasTheOptionsOfTheRun) {
+  words.insert(words.end(), {"--json", "--result", "new/", "--no-instr-number"});
+  for (const std::string flag : {"--verify", "--dry-run"}) {
+    Names typed = words;
+    typed.push_back(flag);
+    const Json object = Json::parse(place.kivsys(typed).out);
+    EXPECT_EQ(object["next"],
+              "kivsys convert --fit x1.mus x2.mus x3.mus --result new/WORK0001.MUS --no-instr-number " + flag);
+    EXPECT_EQ(object["problems"].back()["code"], "bar-rest-length");
+  }
+}
+
+TEST_F(ConsoleFitAfterAFailure, StrictRefusesWhatItWouldWrite) {
+  words.insert(words.end(), {"--strict"});
+  const Ended ended = place.kivsys(words);
+  EXPECT_EQ(ended.status, 3);
+  EXPECT_NE(ended.error.find(wrongRest), std::string::npos) << ended.error;
+  EXPECT_EQ(place.read("WORK0001.MUS"), "(no file)");
+}
+
+TEST_F(ConsoleFitAfterAFailure, ARunLikeThePanelSaysNothingOfThem) {
+  words.insert(words.end(), {"--like-panel"});
+  const Ended ended = place.kivsys(words);
+  EXPECT_EQ(ended.error.find("warning"), std::string::npos) << ended.error;
+  EXPECT_EQ(ended.error.find("Next:"), std::string::npos) << ended.error;
+}
+
 TEST_F(ConsoleFit, ThePanelHasNoSuchOption) {
   EXPECT_EQ(place.kivsys({"convert", "--fit", "--like-panel", "x1.mus", "x2.mus"}).status, 2);
 }

@@ -30,6 +30,8 @@ class FittedPages {
   std::vector<std::string> warnings(const std::vector<std::vector<std::int16_t>>& playing);
   /// What verify --fit finds.
   std::string findings() { return group_.findings(); }
+  /// Makes a result something that is no page.
+  void damageResult(int system) { group_.replaceResult(system, "no page"); }
   bool converted() const { return group_.converted(); }
 
  private:

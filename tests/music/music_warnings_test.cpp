@@ -97,6 +97,14 @@ TEST(MusicWarnings, TheLeftEdgeIsThatOfTheStavesThatPlay) {
               ElementsAre("brace-displaced system 2: 1 brace stands away from the left edge of the system"));
 }
 
+TEST(MusicWarnings, AreThoseOfTheResultsBeforeOneThatCannotBeRead) {
+  const std::string threeQuarters = one + "note 1 at 30 duration 3\nbarline 1 at 60 spans 1\n";
+  FittedPages pages(std::vector<std::string>{both, threeQuarters, threeQuarters}, RestStaves::asKnownSoFar);
+  EXPECT_EQ(pages.warnings({{101, 102}, {101}, {101}}).size(), 2U);
+  pages.damageResult(3);
+  EXPECT_EQ(pages.warnings({{101, 102}, {101}, {101}}).size(), 1U);
+}
+
 TEST(MusicWarnings, StavesThatDisagreeInBothConversions) {
   const std::string three =
       "staff 3 at 0 size 1 lines 5 instrument 101\nclef 3 at 2\nnote 3 at 30 duration 4\nbarline 3 at 60 spans 1\n"

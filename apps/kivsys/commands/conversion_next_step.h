@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apps/kivsys/commands/convert_command.h"
 #include "apps/kivsys/output/conversion_output.h"
 #include "apps/kivsys/selection/selection.h"
 #include "diagnostics/group_facts.h"
@@ -18,6 +19,9 @@ struct AnalysisOfConversion {
 /// program's tables and was observed by the facts; none when nothing is wrong with ids or pages, or like the panel.
 ConvertOutput outputWithNext(ConsoleHost& console, KivSystem& program, GroupFacts& group,
                              const AnalysisOfConversion& analysis);
+
+/// Adds the same command with --fit to the output of a conversion that ended because of rest staves; to others nothing.
+void addFittingStep(const ConvertOptions& options, ConvertOutput& output);
 
 /// Prints the outcome, and for people that command line. Returns the program's exit status.
 int printWithNext(ConsoleHost& console, const ConvertOutput& output, bool json);

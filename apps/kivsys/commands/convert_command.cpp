@@ -69,6 +69,7 @@ class ConvertRun {
   bool dump();
   void warn(ConvertOutput& output, const std::vector<Message>& refusedOver);
   void warnOfMusic(const std::vector<Message>& messages, ConvertOutput& output);
+  std::vector<Message> musicWarnings(const std::string& firstResultFile, bool normalEnd);
   ConversionOptions conversionOptions(const std::string& firstResultFile) const;
 
   ConsoleHost& console_;
@@ -158,6 +159,15 @@ void ConvertRun::warnOfMusic(const std::vector<Message>& messages, ConvertOutput
   addMusicWarnings(console_.user(), program_.host.files, messages, options_.json, output.warnings);
 }
 
+/// About all results, or after a conversion that did not end normally about those that it has written.
+std::vector<Message> ConvertRun::musicWarnings(const std::string& firstResultFile, bool normalEnd) {
+  std::optional<std::vector<std::string>> written;
+  if (!normalEnd) {
+    written = overlay_ == nullptr ? console_.replacedFiles() : overlay_->replacedNames();
+  }
+  return musicWarningsOfResults(program_.host.files, program_.host.machine, {firstResultFile, written}, group_);
+}
+
 ConversionOptions ConvertRun::conversionOptions(const std::string& firstResultFile) const {
   return {firstResultFile.empty() ? kiv::firstResultFile(program_.host.machine, program_.names) : firstResultFile,
           !options_.noOverwrite,
@@ -186,10 +196,9 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
     normalEnd = convert(conversion);
     output.failure = failure_;
     converted = normalEnd ? std::optional(conversion) : std::nullopt;
-  }
-  if (converted && !options_.selection.likePanel) {
-    warnOfMusic(musicWarningsOfResults(program_.host.files, program_.host.machine, converted->firstResultFile, group_),
-                output);
+    if (!options_.selection.likePanel) {
+      warnOfMusic(musicWarnings(conversion.firstResultFile, normalEnd), output);
+    }
   }
   output.outcome = withPagesWritten(analysis, console_, normalEnd);
   output.outcome.verifies = options_.verify;
@@ -242,7 +251,8 @@ int convertNames(ConsoleHost& console, const ConvertOptions& options, const Resu
   const Refusal refusal = options.strict ? refusalByStrict(console.system(), converted, options, plan) : Refusal();
   ConvertRun run(console, options.dryRun || refusal.isRefused ? &overlay : nullptr, options, plan,
                  pages ? &*pages : nullptr, refusal.isRefused);
-  const ConvertOutput output = run.run(converted, plan.firstResultFile, refusal.overMusic);
+  ConvertOutput output = run.run(converted, plan.firstResultFile, refusal.overMusic);
+  addFittingStep(options, output);
   if (!options.selection.likePanel && !output.refused) {
     console.user().printNotes(options.dryRun ? dryRunNote(output, options, plan)
                                              : noResultsNote(console.system(), output.outcome, options));

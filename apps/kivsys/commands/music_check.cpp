@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <set>
 
 #include "input/file_names.h"
 #include "music/music_warnings.h"
@@ -12,19 +13,30 @@
 
 namespace kiv {
 
-std::vector<Message> musicWarningsOfResults(Files& files, Machine& machine, const std::string& firstResultFile,
+std::vector<Message> musicWarningsOfResults(Files& files, Machine& machine, const WrittenResults& written,
                                             GroupFacts& group) {
   const std::vector<SystemFact>& systems = group.systems();
-  const auto names = proof::resultNames(machine, firstResultFile, systems.size());
+  const auto names = proof::resultNames(machine, written.first, systems.size());
+  std::set<std::string> known;
+  for (const std::string& name : written.written.value_or(std::vector<std::string>())) {
+    known.insert(machine.upperCase(name));
+  }
+  const auto isWritten = [&](const std::string& name) {
+    return !written.written || known.contains(machine.upperCase(name));
+  };
   std::vector<CheckedResult> results;
-  for (std::size_t i = 0; names && i < systems.size(); ++i) {
+  for (std::size_t i = 0; names && i < systems.size() && isWritten((*names)[i]); ++i) {
     CheckedResult& result = results.emplace_back();
     result.file = (*names)[i];
     for (const StaffFact& staff : systems[i].staves) {
       result.playing.insert(staff.instrument);
     }
   }
-  return findMusicWarnings(files, results);
+  std::vector<Message> warnings = findMusicWarnings(files, results);
+  if (results.size() < systems.size()) {  // the others may have one
+    std::erase_if(warnings, [](const Message& warning) { return warning.code == code::noTimeSignature; });
+  }
+  return warnings;
 }
 
 std::vector<Message> tryForMusicWarnings(TriedAnalysis& analysis, const TriedConversion& conversion) {
@@ -39,9 +51,11 @@ std::vector<Message> tryForMusicWarnings(TriedAnalysis& analysis, const TriedCon
     analysis.files().addFolder(justPath(host.machine, result));  // the run may be the one that makes it
     convertGroup(program, {result, true, false, ReadBack::no, conversion.restStaves, conversion.required});
   };
-  const bool normalEnd = !exitCodeOfPart(analysis.user(), convert);
-  return normalEnd ? musicWarningsOfResults(host.files, host.machine, result, analysis.facts())
-                   : std::vector<Message>();
+  if (exitCodeOfPart(analysis.user(), convert)) {
+    const WrittenResults written{result, analysis.files().replacedNames()};
+    return musicWarningsOfResults(host.files, host.machine, written, analysis.facts());
+  }
+  return musicWarningsOfResults(host.files, host.machine, {result, {}}, analysis.facts());
 }
 
 void addMusicWarnings(ConsoleUser& user, Files& files, const std::vector<Message>& messages, bool withProblems,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,9 +14,15 @@
 
 namespace kiv {
 
-/// What is wrong with the results of a conversion as music. The facts have observed its analysis; the results are named
-/// by the first one, a full name.
-std::vector<Message> musicWarningsOfResults(Files& files, Machine& machine, const std::string& firstResultFile,
+/// The results of a conversion.
+struct WrittenResults {
+  std::string first;  ///< a full name
+  /// Of a conversion that did not end normally, what it has written; nullopt for all results.
+  std::optional<std::vector<std::string>> written = {};
+};
+
+/// What is wrong with the results of a conversion as music. The facts have observed its analysis.
+std::vector<Message> musicWarningsOfResults(Files& files, Machine& machine, const WrittenResults& results,
                                             GroupFacts& group);
 
 /// A conversion that is tried in memory.
@@ -26,7 +33,8 @@ struct TriedConversion {
   std::vector<RequiredInstrument> required = {};  ///< instruments that every result has
 };
 
-/// The same of the results that a conversion after this analysis would have; none if one of them does not end normally.
+/// The same of the results that a conversion after this analysis would write; none if the analysis did not end
+/// normally.
 std::vector<Message> tryForMusicWarnings(TriedAnalysis& analysis, const TriedConversion& conversion);
 
 /// Shows them to the user, of very many the first ones, and adds them to the others. The problems are filled in on

@@ -67,6 +67,14 @@ std::vector<std::string> OverlayFiles::names() const {
   return names;
 }
 
+std::vector<std::string> OverlayFiles::replacedNames() const {
+  std::vector<std::string> names;
+  for (const Replaced& file : replaced_) {
+    names.push_back(file.name);
+  }
+  return names;
+}
+
 void OverlayFiles::clear() {
   files_.clear();
   aliases_.clear();

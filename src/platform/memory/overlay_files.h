@@ -35,6 +35,8 @@ class OverlayFiles : public Files {
   };
   /// In the order in which they were first put there.
   const std::vector<Replaced>& replaced() const { return replaced_; }
+  /// The names of these files.
+  std::vector<std::string> replacedNames() const;
 
   void addFile(const std::string& name, std::string content);
   /// Lets a folder, whose name ends with a backslash, take files although those below do not have it.
