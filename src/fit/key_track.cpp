@@ -162,10 +162,9 @@ const KeyTrack::Instrument* KeyTrack::withKeys(float instrument) const {
 /// The key of an instrument that does not play in the system: of the last one before it in which it does, else of the
 /// first.
 Key KeyTrack::keyOf(const Instrument& instrument, std::size_t system, int groupKey) {
-  int fifths = instrument.first->fifths;
-  for (const Offset& offset : instrument.offsets) {
-    fifths = offset.system < system ? offset.fifths : fifths;
-  }
+  const auto here = std::lower_bound(instrument.offsets.begin(), instrument.offsets.end(), system,
+                                     [](const Offset& offset, std::size_t index) { return offset.system < index; });
+  const int fifths = here == instrument.offsets.begin() ? instrument.first->fifths : std::prev(here)->fifths;
   const auto later = instrument.types.lower_bound(system);
   const auto type = later == instrument.types.begin() ? instrument.firstType : std::optional(std::prev(later)->second);
   return {writable(fifths + groupKey), type};

@@ -105,15 +105,8 @@ class StaffCheck {
 
   /// Compares the staff with that on which the instrument enters later.
   void checkLook() {
-    for (std::size_t before = 0; before < index_; ++before) {
-      for (const MusicStaff& staff : group_.systems()[before].staves()) {
-        if (staff.instrument() == staff_.instrument()) {
-          return;
-        }
-      }
-    }
     const MusicStaff* first = group_.firstStaff(staff_.instrument());
-    if (first == nullptr) {
+    if (first == nullptr || group_.hasPlayed(index_, staff_.instrument())) {
       return;
     }
     constexpr float rounding = 0.001F;

@@ -147,9 +147,10 @@ void SystemModel::addFittingRests(const FittingSystem& fitting, ModelStaff& staf
       add(staff, rest);
       continue;
     }
+    const std::vector<Moment> moments = bars[b].momentsOf(bar.length);
     Ticks moment = 0;
     for (const Ticks length : restsIn(bar.meter, bar.begin, bar.length)) {
-      add(staff, restOf(bars[b].positionOf(moment, bar.length), length));
+      add(staff, restOf(bars[b].positionOf(moment, moments, bar.length), length));
       moment += length;
     }
   }

@@ -34,41 +34,10 @@ std::map<std::size_t, std::vector<Item>> timesOf(const MusicSystem& system) {
   return times;
 }
 
-const MusicStaff* staffOf(const MusicSystem& system, float instrument) {
-  for (const MusicStaff& staff : system.staves()) {
-    if (staff.instrument() == instrument) {
-      return &staff;
-    }
-  }
-  return nullptr;
-}
-
-/// The texts beside the left end of a staff, with positions from there. One without a letter is no name.
-std::vector<Item> namesOf(const MusicStaff& staff) {
-  constexpr float below = 7;  // in staff steps from the middle line
-  constexpr float above = 6;
-  const float lines = staff.staff[par::lines];
-  const float middle = lines >= 1 && lines <= 12 ? lines - 1 : 4;
-  std::vector<Item> names;
-  for (Item item : staff.items) {
-    const bool isBeside = item[par::height] - middle <= above && middle - item[par::height] <= below;
-    const bool isText = item.type().hasText() && item[par::position] < staff.staff[par::position];
-    const bool hasLetter = std::any_of(item.text.begin(), item.text.end(), [](char c) {
-      const auto byte = static_cast<unsigned char>(c);
-      return byte >= 0x80 || (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
-    });
-    if (isText && isBeside && hasLetter) {
-      item[par::position] -= staff.staff[par::position];
-      names.push_back(std::move(item));
-    }
-  }
-  return names;
-}
-
 }  // namespace
 
 MusicGroup::MusicGroup(std::vector<MusicSystem> systems)
-    : systems_(std::move(systems)), keys_(systems_), braces_(bracesOf(systems_)) {
+    : systems_(std::move(systems)), keys_(systems_), looks_(systems_), braces_(bracesOf(systems_)) {
   follow();
   placeParts();
 }
@@ -131,46 +100,8 @@ void MusicGroup::placeParts() {
 }
 
 const MusicStaff* MusicGroup::firstStaff(float instrument) const {
-  for (const MusicSystem& system : systems_) {
-    if (const MusicStaff* staff = staffOf(system, instrument)) {
-      return staff;
-    }
-  }
-  return nullptr;
-}
-
-std::optional<Item> MusicGroup::clef(std::size_t system, float instrument) const {
-  const auto isClef = [](const Item& item) { return item.type() == ItemType::clef; };
-  std::optional<Item> clef;
-  for (std::size_t i = 0; i < systems_.size() && (i < system || !clef); ++i) {
-    if (const MusicStaff* staff = staffOf(systems_[i], instrument)) {
-      const auto last = std::find_if(staff->items.rbegin(), staff->items.rend(), isClef);
-      const auto first = std::find_if(staff->items.begin(), staff->items.end(), isClef);
-      if (first != staff->items.end()) {
-        clef = i < system ? *last : *first;
-      }
-    }
-  }
-  return clef;
-}
-
-bool MusicGroup::hasNames(std::size_t system) const {
-  const auto& staves = systems_[system].staves();
-  return std::any_of(staves.begin(), staves.end(), [](const MusicStaff& staff) { return !namesOf(staff).empty(); });
-}
-
-std::vector<Item> MusicGroup::names(std::size_t system, float instrument) const {
-  std::vector<Item> names;
-  if (!hasNames(system)) {
-    return names;
-  }
-  for (std::size_t i = 0; i < systems_.size() && (i < system || names.empty()); ++i) {
-    if (const MusicStaff* staff = staffOf(systems_[i], instrument)) {
-      auto own = namesOf(*staff);
-      names = own.empty() ? names : std::move(own);
-    }
-  }
-  return names;
+  const auto entry = looks_.entry(instrument);
+  return entry ? &systems_[entry->first].staves()[entry->second] : nullptr;
 }
 
 }  // namespace kiv::proof

@@ -7,6 +7,7 @@
 
 #include "verify/music_braces.h"
 #include "verify/music_keys.h"
+#include "verify/music_looks.h"
 #include "verify/music_meter.h"
 #include "verify/music_system.h"
 
@@ -40,19 +41,24 @@ class MusicGroup {
   /// Where the instrument first plays; null when it never does.
   const MusicStaff* firstStaff(float instrument) const;
   /// The clef of the instrument where it does not play; nullopt when it never has one.
-  std::optional<Item> clef(std::size_t system, float instrument) const;
+  std::optional<Item> clef(std::size_t system, float instrument) const { return looks_.clef(system, instrument); }
   /// Its names there, with positions from the left end of the staff; none if no staff of the system has one.
-  std::vector<Item> names(std::size_t system, float instrument) const;
+  std::vector<Item> names(std::size_t system, float instrument) const { return looks_.names(system, instrument); }
+  /// Whether it plays in a system before this one.
+  bool hasPlayed(std::size_t system, float instrument) const {
+    const auto entry = looks_.entry(instrument);
+    return entry && entry->first < system;
+  }
 
  private:
   void follow();
   void placeParts();
-  bool hasNames(std::size_t system) const;
 
   std::vector<MusicSystem> systems_;
   std::vector<std::vector<BarToFill>> bars_;
   bool hasTime_ = false;
   MusicKeys keys_;
+  MusicLooks looks_;
   std::vector<MusicBrace> braces_;
 };
 

@@ -98,12 +98,14 @@ void MusicKeys::read(const MusicSystem& system) {
 void MusicKeys::move(std::size_t system) {
   Score& score = scores_[system];
   score.before = now_;
+  score.movedBefore = moved_;
   if (!score.positions.contains(0)) {
     enter(system, 0);
   }
   for (const auto& [bar, position] : score.positions) {
     const int fifths = moveOf(score, bar);
     score.moves[bar] = fifths;
+    moved_ += fifths;
     for (auto& [instrument, key] : now_) {
       key += fifths;
     }
@@ -155,13 +157,9 @@ int MusicKeys::fifthsBefore(std::size_t system, float instrument) const {
     return known->second;
   }
   const Entry& entry = entries_.at(instrument);
-  int fifths = entry.fifths;
-  for (std::size_t i = system; i <= entry.system; ++i) {
-    for (const auto& [bar, moved] : scores_[i].moves) {
-      fifths -= i < entry.system || bar == 0 ? moved : 0;
-    }
-  }
-  return fifths;
+  const auto atBegin = scores_[entry.system].moves.find(0);
+  const int moved = scores_[entry.system].movedBefore - scores_[system].movedBefore;
+  return entry.fifths - moved - (atBegin == scores_[entry.system].moves.end() ? 0 : atBegin->second);
 }
 
 /// That of the last signature before the system, else of the first in or after it.

@@ -34,6 +34,7 @@ class MusicKeys {
     std::map<std::size_t, float> positions;
     std::map<std::size_t, int> moves;  // by how many fifths all keys move before a bar
     std::map<float, int> before;       // the keys of the instruments met before the system
+    int movedBefore = 0;               // all moves before the system
   };
   struct Entry {
     std::size_t system = 0;
@@ -60,6 +61,7 @@ class MusicKeys {
   std::set<float> signed_;                     // instruments with key signatures
   std::set<float> unsigned_;                   // those without, while others had some, in a system
   std::map<float, int> now_;                   // the keys while they are followed
+  int moved_ = 0;                              // the moves so far
 };
 
 }  // namespace kiv::proof

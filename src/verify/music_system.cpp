@@ -65,26 +65,6 @@ struct Content {
   }
 };
 
-/// The moments of the staves that last that long, in their order; of the same moment that of the highest staff.
-std::vector<Moment> momentsOf(const std::vector<StaffTime>& times, Ticks length) {
-  std::vector<Moment> all;
-  for (const StaffTime& time : times) {
-    for (const Moment& moment : time.moments) {
-      const auto isKnown = [&](const Moment& other) { return isSameTime(other.time, moment.time); };
-      if (isSameTime(time.length, length) && std::none_of(all.begin(), all.end(), isKnown)) {
-        all.push_back(moment);
-      }
-    }
-  }
-  for (const StaffTime& time : times) {
-    if (all.empty() && time.wholeBarRest && isSameTime(time.length, length)) {
-      all.push_back({0, *time.wholeBarRest});
-    }
-  }
-  std::sort(all.begin(), all.end(), [](const Moment& a, const Moment& b) { return a.time < b.time; });
-  return all;
-}
-
 float inQuarterUnits(double position) {
   return static_cast<float>(std::round(position * 4) / 4);
 }
@@ -95,10 +75,35 @@ bool MusicBar::isEmpty() const {
   return std::none_of(times.begin(), times.end(), [](const StaffTime& time) { return time.plays; });
 }
 
-float MusicBar::positionOf(Ticks moment, Ticks length) const {
+std::vector<Moment> MusicBar::momentsOf(Ticks length) const {
+  std::map<Ticks, float> known;
+  for (const StaffTime& time : times) {
+    if (!isSameTime(time.length, length)) {
+      continue;
+    }
+    for (const Moment& moment : time.moments) {
+      const auto near = known.upper_bound(moment.time - leastTime);
+      if (near == known.end() || !isSameTime(near->first, moment.time)) {
+        known.emplace(moment.time, moment.position);
+      }
+    }
+  }
+  for (const StaffTime& time : times) {
+    if (known.empty() && time.wholeBarRest && isSameTime(time.length, length)) {
+      known.emplace(0, *time.wholeBarRest);
+    }
+  }
+  std::vector<Moment> moments;
+  for (const auto& [time, position] : known) {
+    moments.push_back({time, position});
+  }
+  return moments;
+}
+
+float MusicBar::positionOf(Ticks moment, const std::vector<Moment>& moments, Ticks length) const {
   Moment before{0, space};
   Moment after{length, to};
-  for (const Moment& other : momentsOf(times, length)) {
+  for (const Moment& other : moments) {
     if (isSameTime(other.time, moment)) {
       return other.position;
     }

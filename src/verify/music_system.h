@@ -39,9 +39,11 @@ struct MusicBar {
   std::vector<StaffTime> times;  ///< of each staff
 
   bool isEmpty() const;
-  /// Where a moment is drawn on the staves that last as long as the bar: on the highest that has it, else between the
-  /// moments before and after it.
-  float positionOf(Ticks moment, Ticks length) const;
+  /// The moments of the staves that last as long as the bar, in their order; of the same moment that of the highest
+  /// staff.
+  std::vector<Moment> momentsOf(Ticks length) const;
+  /// Where a moment is drawn: where one of those does, else between the moments before and after it.
+  float positionOf(Ticks moment, const std::vector<Moment>& moments, Ticks length) const;
   /// Where a whole-bar rest is drawn.
   float positionOfWholeBarRest(Ticks length) const;
 };
