@@ -18,6 +18,16 @@ bool isGeneratedRest(const Item& item) {
   return item == generated && item[par::duration] > 0;
 }
 
+/// The instrument number that a conversion shows.
+bool isGeneratedNumber(const Item& item, float staffPosition) {
+  constexpr float leftOfStaff = 4;
+  constexpr float textSize = 0.7F;
+  Item generated(ItemType::instrumentNumber, item[par::staff], staffPosition - leftOfStaff);
+  generated[par::shownNumber] = item[par::shownNumber];
+  generated[par::textSize] = textSize;
+  return item == generated;
+}
+
 bool mayAccompanyRests(const Item& item, float staffPosition) {
   const ItemType type = item.type();
   const bool isName = type.hasText() && item[par::position] < staffPosition;
@@ -29,10 +39,10 @@ bool mayAccompanyRests(const Item& item, float staffPosition) {
 
 bool isGeneratedRestStaff(float staffPosition, std::span<const Item> items) {
   int clefs = 0;
-  int rests = 0;
+  bool anySign = false;  // of a conversion
   for (const Item& item : items) {
-    if (isGeneratedRest(item)) {
-      ++rests;
+    if (isGeneratedRest(item) || isGeneratedNumber(item, staffPosition)) {
+      anySign = true;
     } else if (!mayAccompanyRests(item, staffPosition)) {
       return false;
     } else if (item.type() == ItemType::clef) {
@@ -42,7 +52,7 @@ bool isGeneratedRestStaff(float staffPosition, std::span<const Item> items) {
       }
     }
   }
-  return clefs == 1 && rests > 0;
+  return clefs <= 1 && anySign;
 }
 
 }  // namespace kiv

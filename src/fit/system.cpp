@@ -38,7 +38,7 @@ std::vector<Staff> stavesOf(const ItemTable& table) {
                    [](const Staff& a, const Staff& b) { return a.staff[par::staff] > b.staff[par::staff]; });
   for (int i = 1; i <= table.itemCount(); ++i) {
     const Item& item = table.item(i);
-    if (item.type() == ItemType::staff || std::isnan(item[par::position])) {
+    if (item.type() == ItemType::staff || !std::isfinite(item[par::position])) {
       continue;
     }
     for (Staff& staff : staves) {
@@ -71,14 +71,15 @@ struct Content {
   float lastSign = 0;
 };
 
-Content contentOf(const std::vector<Staff>& staves, float begin, float end) {
+/// A null end is that of the system.
+Content contentOf(const std::vector<Staff>& staves, float begin, const float* end) {
   Content content;
   content.lastSign = begin;
   content.lastBeat = begin;
   for (const Staff& staff : staves) {
     for (const Item& item : staff.items) {
       const float position = item[par::position];
-      if (position < begin || position >= end) {
+      if (position < begin || (end != nullptr && position >= *end)) {
         continue;
       }
       if (carriesTime(item)) {
@@ -119,14 +120,16 @@ class BarFinder {
  public:
   explicit BarFinder(System& system) : system_(system) {}
 
-  void addRegion(const Barline& barline, float end, bool isOpen) {
+  /// A null end is that of the system.
+  void addRegion(const Barline& barline, const float* end) {
     const Content content = contentOf(system_.staves, barline.position, end);
-    const bool isBar = content.anyBeat || (!isOpen && isEmptyBar(content, barline.position, end, isFirst_));
+    const bool isOpen = end == nullptr;
+    const bool isBar = content.anyBeat || (!isOpen && isEmptyBar(content, barline.position, *end, isFirst_));
     // The barline at the left edge of the system opens none.
     opensSection_ = opensSection_ || barline.kind != 0 || (!isFirst_ && !isBar && !isOpen);
     isFirst_ = false;
     if (isBar) {
-      const float right = isOpen ? content.lastBeat + openWidth : end;
+      const float right = isOpen ? content.lastBeat + openWidth : *end;
       system_.bars.push_back({barline.position, right, isOpen, !content.anyBeat, opensSection_,
                               content.anyBeat ? content.firstBeat : right, spaceBegin(content, barline.position)});
       opensSection_ = false;
@@ -163,7 +166,7 @@ System systemOf(const ItemTable& items, const std::vector<Barline>& barlines) {
   BarFinder finder(system);
   for (std::size_t b = 0; b < barlines.size(); ++b) {
     const bool isLast = b + 1 == barlines.size();
-    finder.addRegion(barlines[b], isLast ? std::numeric_limits<float>::max() : barlines[b + 1].position, isLast);
+    finder.addRegion(barlines[b], isLast ? nullptr : &barlines[b + 1].position);
   }
   return system;
 }
@@ -171,7 +174,7 @@ System systemOf(const ItemTable& items, const std::vector<Barline>& barlines) {
 std::vector<Beat> beatsIn(const Staff& staff, const Bar& bar) {
   std::vector<Beat> beats;
   std::copy_if(staff.beats.begin(), staff.beats.end(), std::back_inserter(beats),
-               [&](const Beat& beat) { return beat.position >= bar.begin && beat.position < bar.end; });
+               [&](const Beat& beat) { return beat.position >= bar.begin && (bar.isOpen || beat.position < bar.end); });
   return beats;
 }
 

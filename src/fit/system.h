@@ -39,7 +39,7 @@ struct Barline {
 struct Bar {
   float begin = 0;
   float end = 0;
-  bool isOpen = false;        ///< no barline ends it; end is right of all its music then
+  bool isOpen = false;        ///< no barline ends it; end is 10 right of its music then
   bool isEmpty = false;       ///< no staff has music in it
   bool opensSection = false;  ///< a barline before it, in this system, is no plain one
   float firstBeat = 0;        ///< where its music begins; of an empty bar its end

@@ -143,7 +143,7 @@ std::span<const Item> MusicStaff::between(float from, const float* to) const {
 
 void sortByPosition(std::vector<Item>& items) {
   const auto isLeft = [](const Item& a, const Item& b) { return a[par::position] < b[par::position]; };
-  std::erase_if(items, [](const Item& item) { return std::isnan(item[par::position]); });
+  std::erase_if(items, [](const Item& item) { return !std::isfinite(item[par::position]); });
   if (!std::is_sorted(items.begin(), items.end(), isLeft)) {  // those of a result mostly are
     std::stable_sort(items.begin(), items.end(), isLeft);
   }

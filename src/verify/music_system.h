@@ -21,7 +21,7 @@ struct MusicStaff {
   std::span<const Item> between(float from, const float* to) const;
 };
 
-/// Puts items in the order of their positions; those at one that is no number are left out.
+/// Puts items in the order of their positions; those at one that is no finite number are left out.
 void sortByPosition(std::vector<Item>& items);
 
 struct MusicBarline {
@@ -51,7 +51,7 @@ struct MusicBar {
 /// A system as music: the staves that play, from the top down, and its bars.
 class MusicSystem {
  public:
-  /// Barlines are those of all staves, by position. Items at a position that is no number are left out.
+  /// Barlines are those of all staves, by position. Items at a position that is no finite number are left out.
   MusicSystem(std::vector<MusicStaff> staves, const std::vector<MusicBarline>& barlines);
 
   const std::vector<MusicStaff>& staves() const { return staves_; }

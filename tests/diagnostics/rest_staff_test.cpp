@@ -43,9 +43,15 @@ TEST(RestStaff, ThatFitsTheMusicMayHaveShortRestsAndAName) {
   EXPECT_FALSE(isGenerated(generatedItems + "rest 1 at 90 kind -1 duration 1 p9 -1\n"));
 }
 
-TEST(RestStaff, HasOneClefAndARest) {
+TEST(RestStaff, HasAtMostOneClef) {
   EXPECT_FALSE(isGenerated(generatedItems + "clef 1 at 2\n"));
-  EXPECT_FALSE(isGenerated("rest 1 at 28 kind -2 duration 3 p9 -1\n"));
+  EXPECT_TRUE(isGenerated("rest 1 at 28 kind -2 duration 3 p9 -1\n"));
+}
+
+TEST(RestStaff, WithoutARestIsKnownByTheNumberThatAConversionShows) {
+  EXPECT_TRUE(isGenerated("item 10 1 -4 0 105 0.7\nclef 1 at 2\nbarline 1 at 0 spans 1\n"));
+  EXPECT_TRUE(isGenerated("item 10 1 -4 0 105 0.7\nbarline 1 at 0 spans 1\n"));
+  EXPECT_FALSE(isGenerated("item 10 1 -5 0 105 0.7\nclef 1 at 2\nbarline 1 at 0 spans 1\n"));
   EXPECT_FALSE(isGenerated("clef 1 at 2\nbarline 1 at 0 spans 1\n"));
 }
 

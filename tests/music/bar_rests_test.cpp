@@ -150,6 +150,17 @@ TEST(BarRests, ALastBarWithoutABarlineGetsItsRest) {
             "40 kind -2 duration 4 p9 -1; 70 kind -2 duration 4 p9 -1");
 }
 
+TEST(BarRests, ALastBarIsThatOfAllItsNotesHoweverFarAwayTheyAre) {
+  for (const std::string position : {"1e9", "3e38", "3.4028235e38"}) {
+    const std::string rests = restsBeside(
+        "note 1 at 20 duration 4\nbarline 1 at 60 spans 1\nnote 1 at 70 duration 3\n"
+        "note 1 at " +
+        position + " duration 1\n");
+    EXPECT_EQ(rests.substr(0, rests.find(';')), "40 kind -2 duration 4 p9 -1");
+    EXPECT_TRUE(rests.ends_with(" kind -2 duration 4 p9 -1")) << rests;
+  }
+}
+
 TEST(BarRests, AnEmptyBarGetsARestOfTheTimeInForce) {
   EXPECT_EQ(restsBeside("note 1 at 20 duration 3\nbarline 1 at 60 spans 1\n" + end, time(3, 4)),
             "40 kind -2 duration 3 p9 -1; 80 kind -2 duration 3 p9 -1");
