@@ -31,7 +31,7 @@ std::vector<BraceGroup> bracesOf(const System& system) {
   for (const Staff& staff : system.staves) {
     for (const Item& item : staff.items) {
       if (item.type() == ItemType::barline && item[par::kind] >= lowestBraceKind) {
-        braces.push_back({item[par::kind], joinedBy(item, staff, system)});
+        braces.push_back({item[par::kind], joinedBy(item, staff, system), 0, {}});
       }
     }
   }
@@ -48,6 +48,12 @@ Instruments common(const Instruments& a, const Instruments& b) {
   return both;
 }
 
+/// Whether a group joins, of the instruments that are present, only such as a brace of its kind joins.
+bool isPart(const BraceGroup& group, const BraceGroup& brace, const Instruments& present) {
+  const Instruments playing = common(group.instruments, present);
+  return group.kind == brace.kind && !playing.empty() && common(playing, brace.instruments) == playing;
+}
+
 }  // namespace
 
 void BraceGroups::add(const System& system) {
@@ -58,27 +64,58 @@ void BraceGroups::add(const System& system) {
     }
   }
   std::vector<BraceGroup> braces = bracesOf(system);
-  std::set<const BraceGroup*> used;
-  groups_.reserve(groups_.size() + braces.size());  // their addresses stay
+  std::set<std::size_t> used;
   std::erase_if(braces, [&](const BraceGroup& brace) {
     const auto same = std::find_if(groups_.begin(), groups_.end(), [&](const BraceGroup& group) {
       return group.kind == brace.kind && common(group.instruments, present) == brace.instruments;
     });
-    return same != groups_.end() && (used.insert(&*same), true);
+    return same != groups_.end() && (used.insert(same->number), true);
   });
   for (const BraceGroup& brace : braces) {
-    const auto part = std::find_if(groups_.begin(), groups_.end(), [&](const BraceGroup& group) {
-      const Instruments playing = common(group.instruments, present);
-      return group.kind == brace.kind && !used.contains(&group) && !playing.empty() &&
-             common(playing, brace.instruments) == playing;
-    });
-    if (part == groups_.end()) {
-      groups_.push_back(brace);
-      used.insert(&groups_.back());
-    } else {
-      part->instruments.insert(brace.instruments.begin(), brace.instruments.end());
-      used.insert(&*part);
+    used.insert(enter(brace, present, used));
+  }
+  for (BraceGroup& group : groups_) {
+    if (used.contains(group.number)) {
+      group.beside.insert(used.begin(), used.end());
     }
+  }
+}
+
+/// Makes the brace one of the groups, or more of one. Returns its number.
+std::size_t BraceGroups::enter(const BraceGroup& brace, const Instruments& present, const std::set<std::size_t>& used) {
+  const auto part = std::find_if(groups_.begin(), groups_.end(), [&](const BraceGroup& group) {
+    return !used.contains(group.number) && isPart(group, brace, present);
+  });
+  if (part == groups_.end()) {
+    groups_.push_back({brace.kind, brace.instruments, count_++, {}});
+    return groups_.back().number;
+  }
+  part->instruments.insert(brace.instruments.begin(), brace.instruments.end());
+  const std::size_t number = part->number;
+  absorb(static_cast<std::size_t>(part - groups_.begin()), brace, present, used);
+  return number;
+}
+
+/// Makes other parts of the brace one group with the part that has it.
+void BraceGroups::absorb(std::size_t part, const BraceGroup& brace, const Instruments& present,
+                         const std::set<std::size_t>& used) {
+  for (std::size_t i = part + 1; i < groups_.size();) {
+    const BraceGroup& other = groups_[i];
+    BraceGroup& whole = groups_[part];
+    if (used.contains(other.number) || whole.beside.contains(other.number) || !isPart(other, brace, present)) {
+      ++i;
+      continue;
+    }
+    whole.instruments.insert(other.instruments.begin(), other.instruments.end());
+    for (const std::size_t number : other.beside) {
+      whole.beside.insert(number);
+    }
+    for (BraceGroup& group : groups_) {
+      if (group.beside.contains(other.number)) {
+        group.beside.insert(whole.number);
+      }
+    }
+    groups_.erase(groups_.begin() + static_cast<std::ptrdiff_t>(i));
   }
 }
 

@@ -61,7 +61,7 @@ void KeyTrack::add(const System& system) {
     if (std::isnan(staff.instrument())) {
       continue;
     }
-    Played played{staff.instrument(), {}};
+    Played played{staff.instrument(), staff.staff[par::lines], {}};
     std::map<std::size_t, float> last;
     for (const Item& item : staff.items) {
       if (isKey(item)) {
@@ -87,6 +87,7 @@ void KeyTrack::learn(const Record& record) {
   for (const Played& played : record.staves) {
     Instrument& instrument = instruments_[played.instrument];
     instrument.lacksKeys = instrument.lacksKeys || (played.keys.empty() && !record.positions.empty());
+    instrument.isPitched = instrument.isPitched || played.lines != 1;
     if (!played.keys.empty()) {
       instrument.hasKeys = true;
       instrument.types[systems_.size()] = *played.keys.rbegin()->second.type;

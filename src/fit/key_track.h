@@ -34,6 +34,7 @@ class KeyTrack {
   /// Of one instrument in one system, by the bar from which they count.
   struct Played {
     float instrument = 0;
+    float lines = 0;
     std::map<std::size_t, Key> keys;
   };
   struct Record {
@@ -49,6 +50,7 @@ class KeyTrack {
   struct Instrument {
     bool hasKeys = false;    ///< in any system
     bool lacksKeys = false;  ///< in a system in which others have some
+    bool isPitched = false;  ///< it has a staff of other than one line
     std::optional<float> firstType;
     std::map<std::size_t, float> types;  ///< the last of each system
     std::optional<Offset> first;
@@ -59,7 +61,10 @@ class KeyTrack {
   void follow(std::size_t index);
   int change(const Record& record, std::size_t bar) const;
   void setOffsets(const Record& record, std::size_t index, std::size_t bar);
-  bool hasNone(const Instrument& instrument) const { return instrument.lacksKeys && !instrument.hasKeys; }
+  /// Whether it has no key signatures although others have: it has shown so, or is percussion.
+  static bool hasNone(const Instrument& instrument) {
+    return !instrument.hasKeys && (instrument.lacksKeys || !instrument.isPitched);
+  }
   const Instrument* withKeys(float instrument) const;
   static Key keyOf(const Instrument& instrument, std::size_t system, int groupKey);
 

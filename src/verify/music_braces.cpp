@@ -4,6 +4,9 @@
 #include <cmath>
 #include <cstddef>
 #include <iterator>
+#include <optional>
+#include <set>
+#include <utility>
 
 #include "mus/format.h"
 
@@ -50,51 +53,106 @@ std::vector<float> playing(const MusicBrace& brace, const MusicSystem& system) {
   return instruments;
 }
 
-/// Enters the braces of a system: first those that are known as they are, then those that are more of a known one, and
-/// new ones. A known one stands for one of them.
-void enter(const MusicSystem& system, std::vector<MusicBrace>& known) {
-  std::vector<bool> isUsed(known.size());
-  std::vector<MusicBrace> others;
-  for (const MusicBrace& brace : bracesIn(system)) {
-    bool isKnown = false;
-    for (std::size_t i = 0; i < known.size() && !isKnown; ++i) {
-      isKnown = known[i].kind == brace.kind && playing(known[i], system) == brace.instruments;
-      isUsed[i] = isUsed[i] || isKnown;
-    }
-    if (!isKnown) {
-      others.push_back(brace);
-    }
-  }
-  for (const MusicBrace& brace : others) {
-    std::size_t part = 0;
-    for (; part < known.size(); ++part) {
-      const std::vector<float> both = playing(known[part], system);
-      if (!isUsed[part] && known[part].kind == brace.kind && !both.empty() &&
-          std::includes(brace.instruments.begin(), brace.instruments.end(), both.begin(), both.end())) {
-        break;
+/// The braces met so far.
+class KnownBraces {
+ public:
+  /// Enters the braces of a system: first those that are known as they are, then those that are more of known ones, and
+  /// new ones. A known one stands for one of them.
+  void enter(const MusicSystem& system) {
+    std::set<int> shown;
+    std::vector<MusicBrace> others;
+    for (const MusicBrace& brace : bracesIn(system)) {
+      const auto same = std::find_if(known_.begin(), known_.end(), [&](const Known& known) {
+        return known.brace.kind == brace.kind && playing(known.brace, system) == brace.instruments;
+      });
+      if (same == known_.end()) {
+        others.push_back(brace);
+      } else {
+        shown.insert(same->id);
       }
     }
-    if (part == known.size()) {
-      known.push_back(brace);
-      isUsed.push_back(true);
-      continue;
+    for (const MusicBrace& brace : others) {
+      shown.insert(join(brace, system, shown));
     }
-    isUsed[part] = true;
-    std::vector<float> all;
-    std::set_union(known[part].instruments.begin(), known[part].instruments.end(), brace.instruments.begin(),
-                   brace.instruments.end(), std::back_inserter(all));
-    known[part].instruments = all;
+    for (const int one : shown) {
+      for (const int other : shown) {
+        apart_.insert({one, other});
+      }
+    }
   }
-}
+
+  std::vector<MusicBrace> all() const {
+    std::vector<MusicBrace> braces;
+    for (const Known& known : known_) {
+      braces.push_back(known.brace);
+    }
+    return braces;
+  }
+
+ private:
+  struct Known {
+    int id = 0;
+    MusicBrace brace;
+  };
+
+  /// Joins what is known to be inside a brace, as far as it plays, but for what is shown otherwise in this system, and
+  /// for what has stood apart from the first of it. Returns its id.
+  int join(const MusicBrace& brace, const MusicSystem& system, const std::set<int>& shown) {
+    std::vector<Known> kept;
+    std::optional<std::size_t> first;
+    for (const Known& known : known_) {
+      const std::vector<float> both = playing(known.brace, system);
+      const bool isInside = !shown.contains(known.id) && known.brace.kind == brace.kind && !both.empty() &&
+                            std::includes(brace.instruments.begin(), brace.instruments.end(), both.begin(), both.end());
+      if (isInside && !first) {
+        first = kept.size();
+        kept.push_back({known.id, united(known.brace, brace)});
+      } else if (isInside && !apart_.contains({kept[*first].id, known.id})) {
+        kept[*first].brace = united(kept[*first].brace, known.brace);
+        rename(known.id, kept[*first].id);
+      } else {
+        kept.push_back(known);
+      }
+    }
+    if (!first) {
+      first = kept.size();
+      kept.push_back({nextId_++, brace});
+    }
+    known_ = std::move(kept);
+    return known_[*first].id;
+  }
+
+  static MusicBrace united(const MusicBrace& one, const MusicBrace& other) {
+    MusicBrace both{one.kind, {}};
+    std::set_union(one.instruments.begin(), one.instruments.end(), other.instruments.begin(), other.instruments.end(),
+                   std::back_inserter(both.instruments));
+    return both;
+  }
+
+  /// What stood apart from one brace stands apart from the other.
+  void rename(int from, int to) {
+    std::set<std::pair<int, int>> more;
+    for (const auto& [one, other] : apart_) {
+      if (one == from || other == from) {
+        more.insert({one == from ? to : one, other == from ? to : other});
+      }
+    }
+    apart_.merge(more);
+  }
+
+  std::vector<Known> known_;
+  std::set<std::pair<int, int>> apart_;  // ids of braces that one system has had
+  int nextId_ = 0;
+};
 
 }  // namespace
 
 std::vector<MusicBrace> bracesOf(const std::vector<MusicSystem>& systems) {
-  std::vector<MusicBrace> braces;
+  KnownBraces braces;
   for (const MusicSystem& system : systems) {
-    enter(system, braces);
+    braces.enter(system);
   }
-  return braces;
+  return braces.all();
 }
 
 std::vector<BraceSpan> braceSpans(const std::vector<MusicBrace>& braces, const std::vector<float>& instruments) {

@@ -14,7 +14,8 @@ struct MusicBrace {
   bool operator==(const MusicBrace&) const = default;
 };
 
-/// The braces and brackets of a group. Where some instruments of one do not play it joins the others.
+/// The braces and brackets of a group. Where some instruments of one do not play it joins the others. What one joins
+/// later is one from the start, unless a system has shown it as several.
 std::vector<MusicBrace> bracesOf(const std::vector<MusicSystem>& systems);
 
 /// A brace in a page: its lowest staff, and the number of staves up from there.

@@ -73,6 +73,9 @@ void MusicKeys::read(const MusicSystem& system) {
       continue;
     }
     auto& own = score.signatures[staff.instrument()];
+    if (staff.staff[par::lines] != 1) {
+      pitched_.insert(staff.instrument());
+    }
     for (const auto& [bar, items] : system.signatures(staff, ItemType::keySignature)) {
       const auto last = std::find_if(items.rbegin(), items.rend(), isSignature);
       if (last != items.rend()) {
@@ -175,7 +178,8 @@ std::optional<float> MusicKeys::typeOf(std::size_t system, float instrument) con
 
 std::map<std::size_t, SilentKey> MusicKeys::keys(std::size_t system, float instrument) const {
   std::map<std::size_t, SilentKey> keys;
-  if (!entries_.contains(instrument) || (unsigned_.contains(instrument) && !signed_.contains(instrument))) {
+  const bool mayHaveKeys = pitched_.contains(instrument) && !unsigned_.contains(instrument);
+  if (!entries_.contains(instrument) || !(mayHaveKeys || signed_.contains(instrument))) {
     return keys;
   }
   const auto type = typeOf(system, instrument);

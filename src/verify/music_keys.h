@@ -60,6 +60,7 @@ class MusicKeys {
   std::map<float, std::vector<Types>> types_;  // of each instrument, by system
   std::set<float> signed_;                     // instruments with key signatures
   std::set<float> unsigned_;                   // those without, while others had some, in a system
+  std::set<float> pitched_;                    // those with staves of other than one line
   std::map<float, int> now_;                   // the keys while they are followed
   int moved_ = 0;                              // the moves so far
 };

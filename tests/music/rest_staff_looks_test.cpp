@@ -54,6 +54,15 @@ TEST(RestStaffKeys, AnInstrumentWithoutKeySignaturesKeepsNone) {
   EXPECT_EQ(pages.items(2, 1, "keysignature"), "");
 }
 
+TEST(RestStaffKeys, PercussionOnOneLineHasNoneAlsoWhereItPlaysWithoutOthersThatHaveSome) {
+  const std::string twoBars = clef + key(2) + key(4, 64) + "note # at 80 duration 4\nbarline # at 100 spans 1\n";
+  std::string drum = staff(1, 109, "clef # at 2 kind 4\n");
+  FittedPages pages(std::vector<std::string>{system(staff(1, 101, twoBars), 1),
+                                             system(drum.replace(drum.find("lines 5"), 7, "lines 1"), 1)});
+  EXPECT_EQ(pages.findings(), "");
+  EXPECT_EQ(pages.items(1, 1, "keysignature"), "");
+}
+
 TEST(RestStaffKeys, AChangeInsideASystemStandsWhereThatOfTheOthersStands) {
   const std::string twoBars = clef + key(-1) + key(2, 64) + "note # at 80 duration 4\nbarline # at 100 spans 1\n";
   FittedPages pages(
@@ -149,6 +158,28 @@ TEST(FittingBraces, ABraceInsideABracketRemainsOneOfItsOwn) {
       std::vector<std::string>{system(staff(3, 101, clef) + staff(2, 102, clef) + staff(1, 103, clef + both), 3),
                                system(staff(1, 103, clef), 1)});
   EXPECT_EQ(pages.braces(2), "barline 1 at 0 spans 3 kind 9; barline 1 at 0 spans 2 kind 9");
+}
+
+const std::string bracketOfOne = "barline # at 0 spans 1 kind 9\n";
+
+TEST(FittingBraces, BracketsOfSingleStavesThatOneJoinsLaterAreThatOne) {
+  const std::string bracketOfTwo = "barline # at 0 spans 2 kind 9\n";
+  FittedPages pages(std::vector<std::string>{
+      system(staff(1, 101, clef + bracketOfOne), 1), system(staff(1, 102, clef + bracketOfOne), 1),
+      system(staff(1, 103, clef), 1), system(staff(2, 101, clef) + staff(1, 102, clef + bracketOfTwo), 2)});
+  EXPECT_EQ(pages.findings(), "");
+  for (int number = 1; number <= 4; ++number) {
+    EXPECT_EQ(pages.braces(number), "barline 2 at 0 spans 2 kind 9") << number;
+  }
+}
+
+TEST(FittingBraces, BracketsThatStandBesideEachOtherRemainTwo) {
+  const std::string bracketOfThree = "barline # at 0 spans 3 kind 9\n";
+  FittedPages pages(std::vector<std::string>{
+      system(staff(2, 101, clef + bracketOfOne) + staff(1, 102, clef + bracketOfOne), 2),
+      system(staff(3, 101, clef) + staff(2, 102, clef) + staff(1, 103, clef + bracketOfThree), 3)});
+  EXPECT_EQ(pages.findings(), "");
+  EXPECT_EQ(pages.braces(1), "barline 1 at 0 spans 3 kind 9; barline 2 at 0 spans 1 kind 9");
 }
 
 }  // namespace
