@@ -1,5 +1,7 @@
 #include "messages/page_messages.h"
 
+#include "messages/codes.h"
+
 namespace kiv::messages {
 namespace {
 
@@ -44,6 +46,11 @@ Message resultUnreadable(const std::string& file, int itemNumber, const Location
   Message message = critical(code::resultUnreadable, std::move(text), origin.file, origin.item);
   message.names = {file};
   return message;
+}
+
+bool isDamage(const Message& message) {
+  return message.code == code::structureError || message.code == code::tooManyItems ||
+         (message.code == code::subscriptOutOfRange && message.location.item > 0);
 }
 
 Message exchangeOfDifferentKinds() {

@@ -17,6 +17,8 @@ Message resultNotWritten(const std::string& file);
 /// A page that was not written, as it does not give this item of it back. The origin is the item of an input that
 /// became it; one without a file is not named.
 Message resultUnreadable(const std::string& file, int itemNumber, const Location& origin);
+/// Whether the message says that a page file is damaged, of which kivsys recover may save what it still holds.
+bool isDamage(const Message& message);
 /// Cells of different kinds were to be exchanged; the run continues.
 Message exchangeOfDifferentKinds();
 /// Cells of a kind that cannot be exchanged; the run continues.

@@ -34,7 +34,7 @@ class FaultFinder {
       faults_.push_back({messages::braceDisplaced(count, locationOf(system)), system, result.displacedBraces});
     }
     if (restsMatter) {
-      addBars(system, findFaults(group_, system, result.restStaves));
+      addBars(system, result, findFaults(group_, system, result.restStaves));
     }
   }
 
@@ -47,19 +47,36 @@ class FaultFinder {
     return location;
   }
 
-  void addBars(std::size_t system, const StaffFaults& faults) {
+  void addBars(std::size_t system, const AddedMusic& result, const StaffFaults& faults) {
     auto fault = faults.begin();
     const auto& bars = group_.bars(system);
     for (std::size_t bar = 0; bar < bars.size() || fault != faults.end(); ++bar) {
       if (bar < bars.size() && !bars[bar].isUnanimous) {
         Location location = locationOf(system);
         location.bar = static_cast<int>(bar) + 1;
-        faults_.push_back({messages::stavesDisagree(proof::inQuarters(bars[bar].length), location), system, {}});
+        faults_.push_back({messages::stavesDisagree(proof::inQuarters(bars[bar].length), location), system,
+                           placesOfBar(system, result, bar)});
       }
       for (; fault != faults.end() && fault->first.bar == bar; ++fault) {
         faults_.push_back({messageOf(system, fault->first, fault->second), system, placesOf(system, *fault)});
       }
     }
+  }
+
+  /// The bar on all staves, which last unequally long.
+  std::vector<FaultPlace> placesOfBar(std::size_t system, const AddedMusic& result, std::size_t bar) const {
+    const proof::MusicSystem& music = group_.systems()[system];
+    if (bar >= music.bars().size()) {
+      return {};
+    }
+    const std::pair<float, float> ends{music.bars()[bar].from, music.bars()[bar].to};
+    std::vector<FaultPlace> places;
+    for (const auto* staves : {&result.restStaves, &music.staves()}) {
+      for (const proof::MusicStaff& staff : *staves) {
+        places.push_back({staff.staff[par::staff], ends});
+      }
+    }
+    return places;
   }
 
   std::vector<FaultPlace> placesOf(std::size_t system, const StaffFaults::value_type& fault) const {

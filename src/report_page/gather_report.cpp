@@ -13,10 +13,12 @@
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "repair/suggestions.h"
+#include "report_page/isolated.h"
 #include "report_page/report_instruments.h"
 #include "report_page/report_problems.h"
 #include "report_page/report_proposals.h"
 #include "report_page/report_verdict.h"
+#include "report_page/result_check.h"
 #include "report_page/result_faults.h"
 #include "report_page/system_pictures.h"
 #include "shell/kivsystem.h"
@@ -73,6 +75,7 @@ class ReportGatherer {
   void addCounts();
   void addChart();
   void addProblems();
+  void checkResults();
   void addMusicFaults(ProblemGrouper& grouper);
   void addPictures();
   std::vector<std::size_t> wantedSystems() const;
@@ -127,10 +130,10 @@ void ReportGatherer::addChart() {
   ReportData& data = gathered_.data;
   const std::vector<Instrument> instruments = facts_.instruments();
   for (const auto& [id, name] : shownNames(instruments)) {
-    data.chart.names[id] = {host_.shown(name), 0, ""};
+    data.chart.names[id] = {isolated(host_.shown(name)), 0, ""};
   }
   for (ChartPage& page : data.chart.pages) {
-    page.name = host_.shown(page.name);
+    page.name = isolated(host_.shown(page.name));
   }
   if (layouts_) {
     addLayouts(*layouts_, data);
@@ -140,7 +143,7 @@ void ReportGatherer::addChart() {
 
 void ReportGatherer::addProblems() {
   ProblemGrouper grouper(host_, facts_.systems());
-  grouper.addSkipped(request_.skipped);
+  grouper.addSkipped(request_.skipped, request_.stepAfter);
   grouper.addProblems(findProblems(files_, user_.messages()), false);
   const std::vector<std::string>& names = program_.names.nameList;
   const std::vector<std::string> inputs(names.begin(), names.begin() + program_.names.nameCount);
@@ -167,9 +170,18 @@ void ReportGatherer::addProblems() {
   }
 }
 
+/// Finds out whether the results are those of the systems. Others are not shown: without pages that were left out, for
+/// example, systems have other numbers.
+void ReportGatherer::checkResults() {
+  if (!request_.firstResult.empty()) {
+    gathered_.data.misfits = resultMisfits(host_, request_.firstResult, facts_.systems());
+    gathered_.data.hasResults = gathered_.data.misfits.empty();
+  }
+}
+
 /// Adds what does not fit the music in the results.
 void ReportGatherer::addMusicFaults(ProblemGrouper& grouper) {
-  if (request_.firstResult.empty()) {
+  if (!gathered_.data.hasResults) {
     return;
   }
   for (const MusicFault& fault : resultFaults(files_, request_.firstResult, facts_.systems())) {
@@ -221,7 +233,7 @@ void ReportGatherer::addPictures() {
   wanted.marks = marks_;
   wanted.mostBytes = request_.allPictures ? SIZE_MAX : mostPictureBytes;
   wanted.resultMarks = resultMarks_;
-  if (!request_.firstResult.empty()) {
+  if (gathered_.data.hasResults) {
     wanted.result = [&](std::size_t number) { return resultName(request_.firstResult, number); };
   }
   PictureMaker maker(files_, host_.shown);
@@ -232,10 +244,9 @@ GatheredReport ReportGatherer::gather() {
   ReportData& data = gathered_.data;
   data.skipped = request_.skipped.size();
   data.csvHead = csv_.head;
-  data.hasResults = !request_.firstResult.empty();
   if (request_.namesFile.empty()) {
     ProblemGrouper grouper(host_, facts_.systems());
-    grouper.addSkipped(request_.skipped);
+    grouper.addSkipped(request_.skipped, request_.stepAfter);
     data.problems = grouper.problems();
     data.title = "Pages";
   } else if (!analyzePages()) {
@@ -243,6 +254,7 @@ GatheredReport ReportGatherer::gather() {
   } else {
     addCounts();
     addChart();
+    checkResults();
     addProblems();
     addPictures();
     data.title = titleOf();
@@ -255,7 +267,9 @@ GatheredReport ReportGatherer::gather() {
 }  // namespace
 
 GatheredReport gatherReport(const ReportHost& host, const ReportRequest& request, const CsvWriter& csv) {
-  return ReportGatherer(host, request, csv).gather();
+  const ReportHost isolating{host.files, host.machine, host.user, host.shown,
+                             [&](const std::string& file) { return isolated(host.nameOf(file)); }};
+  return ReportGatherer(isolating, request, csv).gather();
 }
 
 std::string resultName(const std::string& firstResult, std::size_t number) {

@@ -25,18 +25,37 @@ struct ReportHost {
   std::function<std::string(const std::string& file)> nameOf;
 };
 
+/// What to do about a page that cannot be read.
+struct PageStep {
+  std::string command;   ///< as UTF-8; "" when there is none
+  std::string mistaken;  ///< what the file is instead of a page, as UTF-8; "" when it is a page
+};
+
+/// The parts of command lines about the same pages, as the system names files. All but the file names come after a
+/// blank.
+struct CommandParts {
+  /// Selects the pages, in their order. None: no other run can read the same.
+  std::optional<std::string> pages;
+  std::string zeroIds;    ///< the option that accepts staves without an id, if it was given; few commands have it
+  std::string newResult;  ///< the option for the first result of a conversion, where there is none yet
+  std::string newFolder;  ///< a folder for corrected pages that is not there yet
+  std::string result;     ///< the option for the first result of the conversion that is shown
+  std::string report;     ///< the options that make this report again
+  /// The command line as UTF-8; "" when it cannot be shown on one line. None: it is UTF-8 that may be shown.
+  std::function<std::string(const std::string& line)> shown;
+};
+
 /// What a report is to be about.
 struct ReportRequest {
   std::string namesFile;  ///< lists the pages; "" when none can be analyzed
   bool allowZeroId = false;
   bool allPictures = false;  ///< not only those of systems with deviations and problems
   bool isForPanel = false;   ///< the reader is in front of the window
-  std::string arguments;     ///< of a command line about the same pages, each after a blank, as UTF-8
-  std::function<std::string(const std::string& file)> argumentOf = {};  ///< a page file of a command line, as UTF-8
-  std::string firstResult;                                              ///< full name; "" without results
-  std::string typedResult;                                              ///< the same for a command line, as UTF-8
-  std::optional<std::vector<ReportProposal>> proposals = {};            ///< those of a table; none are made then
-  std::vector<SkippedPage> skipped = {};                                ///< pages that are left out
+  CommandParts commands;
+  std::function<PageStep(const SkippedPage& page)> stepAfter = {};  ///< a page that is left out
+  std::string firstResult;                                          ///< full name; "" without results
+  std::optional<std::vector<ReportProposal>> proposals = {};        ///< those of a table; none are made then
+  std::vector<SkippedPage> skipped = {};                            ///< pages that are left out
 };
 
 /// Writes tables of corrections.

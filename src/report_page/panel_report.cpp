@@ -1,8 +1,11 @@
 #include "report_page/panel_report.h"
 
 #include <set>
+#include <utility>
 
+#include "base/number.h"
 #include "input/file_names.h"
+#include "messages/page_messages.h"
 #include "platform/memory/overlay_files.h"
 #include "report_page/page_pattern.h"
 
@@ -20,12 +23,25 @@ std::string namesOf(const AnalyzedGroup& group) {
   return lines;
 }
 
-/// The pages as arguments of a command line: a pattern, or where none stands for them alone, their names.
+/// Whether the files are in the order of their numbers and page letters, in which the console program takes them.
+bool isInNaturalOrder(Machine& machine, const std::vector<std::string>& files) {
+  std::pair<double, std::string> last;
+  for (const std::string& file : files) {
+    std::pair<double, std::string> place{numericValue(extractPartNumb(machine, file)), extractPartPage(machine, file)};
+    if (place < last) {
+      return false;
+    }
+    last = std::move(place);
+  }
+  return true;
+}
+
+/// What selects the pages on a command line: a pattern, or where none stands for them alone, their names.
 std::string argumentsOf(const ReportHost& host, const AnalyzedGroup& group, const CommandWord& word) {
   constexpr std::size_t mostNamed = 4;
-  std::string arguments = group.allowZeroInstrId ? " --allow-zero-id" : "";
   std::set<std::string> files(group.files.begin(), group.files.end());
-  if (files.size() > mostNamed) {
+  const bool isInOrder = isInNaturalOrder(host.machine, group.files);
+  if (isInOrder && files.size() > mostNamed) {
     const std::string folder = justPath(host.machine, group.files.front());
     std::vector<std::string> names;
     names.reserve(files.size());
@@ -37,13 +53,40 @@ std::string argumentsOf(const ReportHost& host, const AnalyzedGroup& group, cons
       others.push_back(host.machine.upperCase(entry.name));
     }
     if (const auto pattern = patternFor(names, others)) {
-      return arguments + " " + word(folder + *pattern);
+      return " " + word(folder + *pattern);
     }
   }
+  std::string arguments = isInOrder ? "" : " --keep-order";
   for (const std::string& file : group.files) {
     arguments += " " + word(file);
   }
   return arguments;
+}
+
+/// A folder beside the first page that is not there yet: the stem itself, or followed by a number.
+std::string newFolder(const ReportHost& host, const AnalyzedGroup& group, const std::string& stem) {
+  const std::string folder = justPath(host.machine, group.files.front());
+  std::set<std::string> known;
+  for (const FolderEntry& entry : host.files.listFolder(folder)) {
+    known.insert(host.machine.upperCase(entry.name));
+  }
+  std::string name = stem;
+  for (int number = 2; known.contains(host.machine.upperCase(name)); ++number) {
+    name = stem + std::to_string(number);
+  }
+  return folder + name;
+}
+
+CommandParts commandsFor(const ReportHost& host, const AnalyzedGroup& group, const std::string& firstResult,
+                         const CommandWord& word) {
+  CommandParts parts;
+  parts.pages = argumentsOf(host, group, word);
+  parts.zeroIds = group.allowZeroInstrId ? " --allow-zero-id" : "";
+  parts.newResult = " --result " + word(newFolder(host, group, "converted") + "\\WORK0001.MUS");
+  parts.newFolder = word(newFolder(host, group, "corrected"));
+  parts.result = " --result " + word(firstResult);
+  parts.report = " -o report.html" + parts.zeroIds;
+  return parts;
 }
 
 /// The full name of the first result, "" when it is not there.
@@ -67,10 +110,11 @@ GatheredReport panelReport(const ReportHost& host, const AnalyzedGroup& group, c
   request.namesFile = namesFile;
   request.allowZeroId = group.allowZeroInstrId;
   request.isForPanel = true;
-  request.arguments = argumentsOf(host, group, word);
-  request.argumentOf = word;
   request.firstResult = firstResultOf(host, group);
-  request.typedResult = word(request.firstResult);
+  request.commands = commandsFor(host, group, request.firstResult, word);
+  request.stepAfter = [&](const SkippedPage& page) {
+    return PageStep{messages::isDamage(page.message) ? "kivsys recover " + word(page.namedFile()) : "", ""};
+  };
   return gatherReport({files, host.machine, host.user, host.shown, host.nameOf}, request, csv);
 }
 

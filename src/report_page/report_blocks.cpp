@@ -1,6 +1,8 @@
 #include "report_page/report_blocks.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <set>
 
 #include "drawing/svg.h"
 
@@ -55,6 +57,25 @@ std::string commandBlock(const std::string& command) {
          "\n";
 }
 
+/// Another command line, for readers without script.
+std::string withoutScript(const std::string& command) {
+  return command.empty() ? ""
+                         : R"(<noscript><p class="note">Without the script of this page, write the table with <code>)" +
+                               svgText(command) + "</code></p></noscript>\n";
+}
+
+/// The page of a system and its layout, after a comma.
+std::string placeOfSystem(const ReportData& data, std::size_t system) {
+  std::string words;
+  for (const ChartPage& page : data.chart.pages) {
+    if (page.firstSystem < system) {
+      words = ", page <bdi>" + svgText(page.name) + "</bdi>";
+    }
+  }
+  const std::size_t layout = system <= data.layoutOfSystem.size() ? data.layoutOfSystem[system - 1] : SIZE_MAX;
+  return layout < data.layouts.size() ? words + ", layout " + svgText(data.layouts[layout].label) : words;
+}
+
 std::string panelSteps(const NextStep& next) {
   std::string list = "<ol>\n";
   for (const std::string& step : next.panel) {
@@ -90,9 +111,29 @@ std::string countsBlock(const ReportData& data) {
   return block;
 }
 
+std::string systemsWithoutScript(const ReportData& data) {
+  std::set<std::size_t> named;
+  for (const ReportProblem& problem : data.problems) {
+    for (const ReportPlace& place : problem.places) {
+      named.insert(place.system);
+    }
+  }
+  for (const ReportProposal& proposal : data.proposals) {
+    named.insert(proposal.system);
+  }
+  named.erase(0);
+  std::string list;
+  for (const std::size_t system : named) {
+    const std::string number = std::to_string(system);
+    list += "<li id=\"system-" + number + "\">System " + number + placeOfSystem(data, system) + "</li>\n";
+  }
+  return list.empty() ? "" : "<ul>\n" + list + "</ul>\n";
+}
+
 std::string nextStepBlock(const ReportData& data) {
   const NextStep& next = data.next;
-  const std::string words = element("p", next.words) + "\n" + commandBlock(next.command);
+  const std::string words =
+      element("p", next.words) + "\n" + commandBlock(next.command) + withoutScript(next.withoutScript);
   if (!next.isForPanel) {
     return words + "<details class=\"other-steps\"><summary>In the KivSystem window instead</summary>\n" +
            panelSteps(next) + "</details>\n";
@@ -151,7 +192,7 @@ std::string proposalRows(const ReportData& data) {
     const std::string id = "proposal-" + std::to_string(p);
     const std::string number = std::to_string(p);
     rows.append(R"(<tr><td><input type="checkbox" id=")").append(id).append(R"(" data-proposal=")").append(number);
-    rows.append(proposal.isAccepted ? R"(" checked></td>)" : R"("></td>)");
+    rows.append(proposal.isAccepted ? R"(" checked disabled></td>)" : R"(" disabled></td>)");  // the script enables it
     rows.append("<td><label for=\"").append(id).append("\">").append(svgText(proposal.label)).append("</label></td>");
     rows.append("<td>").append(systemLink(proposal.system)).append(svgText(proposal.words)).append("</td>");
     rows.append(element("td", proposal.confidence)).append(element("td", proposal.reason)).append("</tr>\n");

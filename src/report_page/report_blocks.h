@@ -21,6 +21,9 @@ std::string instrumentRows(const ReportData& data);
 /// A row for each proposal.
 std::string proposalRows(const ReportData& data);
 
+/// A line for each system that others refer to, as a list for readers without script.
+std::string systemsWithoutScript(const ReportData& data);
+
 /// An element with a text, which is escaped. The name may have attributes after it.
 std::string element(const std::string& tag, const std::string& text);
 

@@ -103,12 +103,13 @@ struct ReportProposal {
   bool isAccepted = false;
 };
 
-enum class VerdictKind { usable, needsConversion, hasProblems, damaged, converted };
+enum class VerdictKind { usable, needsConversion, hasProblems, damaged, converted, unfitResults };
 
 /// The one thing to do next.
 struct NextStep {
   std::string words;
   std::string command;             ///< "" when there is nothing to run
+  std::string withoutScript;       ///< a command line that does what the page needs its script for; "" for none
   std::vector<std::string> panel;  ///< what to do in the window instead, step by step
   bool isForPanel = false;         ///< the reader is in front of the window
 };
@@ -116,6 +117,7 @@ struct NextStep {
 struct ReportData {
   std::string title;  ///< of the piece
   std::string made;   ///< when, and by what
+  std::string state;  ///< stands for the state of the pages, of letters and digits; "" for none
   std::size_t pages = 0;
   std::size_t files = 0;
   std::size_t systems = 0;
@@ -133,9 +135,10 @@ struct ReportData {
   std::vector<ReportInstrument> instruments;
   std::vector<ReportProblem> problems;
   std::vector<ReportProposal> proposals;
-  std::size_t undecided = 0;  ///< ids that are wrong, and for which none is proposed
-  std::string csvHead;        ///< the first line of corrections.csv, with its end
-  bool hasResults = false;
+  std::size_t undecided = 0;         ///< ids that are wrong, and for which none is proposed
+  std::string csvHead;               ///< the first line of corrections.csv, with its end
+  bool hasResults = false;           ///< that are shown
+  std::vector<std::string> misfits;  ///< why results are not shown, a sentence each; they are not of these systems
   Pictures pictures;
 };
 

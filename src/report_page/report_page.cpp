@@ -18,10 +18,16 @@ const char* classOf(VerdictKind kind) {
       return "has-problems";
     case VerdictKind::damaged:
       return "damaged";
+    case VerdictKind::unfitResults:
+      return "unfit-results";
     case VerdictKind::converted:
       break;
   }
   return "converted";
+}
+
+std::string stateTag(const ReportData& data) {
+  return data.state.empty() ? "" : "  <meta name=\"pages-state\" content=\"" + data.state + "\">\n";
 }
 
 std::string hiddenUnless(bool shown) {
@@ -37,6 +43,7 @@ std::string reportPage(const ReportData& data) {
           : element("p", std::to_string(data.undecided) + " more wrong ids stay undecided; kivsys suggest lists them.");
   return completePage(PageKind::report, {{"title", svgText(data.title)},
                                          {"made", svgText(data.made)},
+                                         {"state", stateTag(data)},
                                          {"verdict-class", classOf(data.kind)},
                                          {"headline", svgText(data.headline)},
                                          {"details", svgText(data.details)},
@@ -49,6 +56,7 @@ std::string reportPage(const ReportData& data) {
                                          {"undecided", undecided},
                                          {"proposals-hidden", hiddenUnless(!data.proposals.empty())},
                                          {"systems-hidden", hiddenUnless(data.systems > 0)},
+                                         {"systems-without-script", systemsWithoutScript(data)},
                                          {"data", reportJson(data)}});
 }
 

@@ -27,7 +27,13 @@ std::size_t ProblemGrouper::systemOf(const std::string& file, double staff) cons
   }
   const auto found = std::find_if(staves->second.begin(), staves->second.end(),
                                   [&](const auto& known) { return known.first == staff; });
-  return found == staves->second.end() ? staves->second.front().second : found->second;
+  if (found != staves->second.end()) {
+    return found->second;
+  }
+  const std::size_t first = staves->second.front().second;
+  const bool isOnlyOne = std::all_of(staves->second.begin(), staves->second.end(),
+                                     [&](const auto& known) { return known.second == first; });
+  return isOnlyOne ? first : facts_.size();
 }
 
 ReportProblem& ProblemGrouper::groupOf(std::string_view code, bool isWarning) {
@@ -86,9 +92,12 @@ std::size_t ProblemGrouper::indexOf(std::string_view code) const {
   return static_cast<std::size_t>(known - problems_.begin());
 }
 
-void ProblemGrouper::addSkipped(const std::vector<SkippedPage>& pages) {
+void ProblemGrouper::addSkipped(const std::vector<SkippedPage>& pages,
+                                const std::function<PageStep(const SkippedPage&)>& stepAfter) {
   for (const SkippedPage& page : pages) {
-    std::string words = placeWords(host_.nameOf(page.namedFile()), "", page.message.location.item);
+    const std::string mistaken = stepAfter ? stepAfter(page).mistaken : "";
+    const std::string name = host_.nameOf(page.namedFile());
+    std::string words = mistaken.empty() ? placeWords(name, "", page.message.location.item) : name + ": " + mistaken;
     for (const std::string& file : page.otherFiles()) {
       words += "; left out with it: " + host_.nameOf(file);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -25,14 +26,15 @@ class ProblemGrouper {
   void addResultWarning(const Message& warning);
   /// The index of the problem of that code among all; there must be one.
   std::size_t indexOf(std::string_view code) const;
-  void addSkipped(const std::vector<SkippedPage>& pages);
+  /// The function says what a file is instead of a page.
+  void addSkipped(const std::vector<SkippedPage>& pages, const std::function<PageStep(const SkippedPage&)>& stepAfter);
 
   const std::vector<ReportProblem>& problems() const { return problems_; }
   /// The marks of each system with problems, by its index.
   const std::map<std::size_t, std::vector<WantedMark>>& marks() const { return marks_; }
 
-  /// The index of the system that a staff of a file is of; that of the first one of the file when it has no such staff,
-  /// and one beyond the last when the file has no system.
+  /// The index of the system that a staff of a file is of; that of the only one of the file when it has no such staff,
+  /// and one beyond the last when it is not known.
   std::size_t systemOf(const std::string& file, double staff) const;
 
  private:

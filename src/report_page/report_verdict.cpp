@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "diagnostics/verdict_words.h"
-#include "messages/codes.h"
+#include "messages/page_messages.h"
 
 namespace kiv::report {
 namespace {
@@ -30,12 +30,57 @@ std::string differences(const ReportData& data) {
   return words + ".";
 }
 
-const ReportPlace& firstSkipped(const ReportData& data) {
-  return data.problems.front().places.front();
+/// The command line of a command with these parts, on which the pages follow; "" when no other run can read the same
+/// pages, or a name cannot be shown.
+std::string commandLine(const ReportRequest& request, const std::string& command) {
+  const CommandParts& parts = request.commands;
+  const std::string line = parts.pages ? "kivsys " + command + *parts.pages : "";
+  return parts.shown && !line.empty() ? parts.shown(line) : line;
 }
 
-bool isDamage(const ReportProblem& problem) {
-  return problem.text->code == code::structureError;
+std::string convertLine(const ReportRequest& request) {
+  return commandLine(request, "convert" + request.commands.newResult + request.commands.zeroIds);
+}
+
+/// A sentence for each, or for some and the number of the others.
+std::string misfitWords(const ReportData& data) {
+  constexpr std::size_t mostNamed = 4;
+  std::string words;
+  const std::size_t named = std::min(data.misfits.size(), mostNamed);
+  for (std::size_t m = 0; m < named; ++m) {
+    words += " " + data.misfits[m];
+  }
+  const std::size_t others = data.misfits.size() - named;
+  return words + (others == 0 ? "" : " " + counted(others, "more result does", "more results do") + " not fit.");
+}
+
+/// Why results that were named are not shown, after a blank; "" when they are shown.
+std::string unshownResults(const ReportRequest& request, const ReportData& data) {
+  if (request.firstResult.empty() || data.hasResults) {
+    return "";
+  }
+  if (data.skipped > 0) {
+    return " The results of the conversion are not shown: without the pages left out it is not known which result "
+           "belongs to which system.";
+  }
+  return " The results of the conversion are not shown, as they do not fit the pages:" + misfitWords(data);
+}
+
+/// What to do about a page that cannot be read.
+void addPageStep(const ReportRequest& request, const ReportProblem& problem, NextStep& next) {
+  const PageStep step = request.stepAfter ? request.stepAfter(request.skipped.front()) : PageStep{};
+  const std::string& place = problem.places.front().words;
+  next.command = step.command;
+  if (!step.mistaken.empty()) {
+    next.words = place + ".";
+    next.panel = {"Select the pages themselves.", "Press Analyze again."};
+  } else if (messages::isDamage(request.skipped.front().message)) {
+    next.words = "Save what the damaged page still holds (" + place + "), then make this report again.";
+    next.panel = {"Restore the page from a backup; the window cannot repair it.", "Press Analyze again."};
+  } else {
+    next.words = std::string(problem.text->remedy) + " (" + place + ")";
+    next.panel = {std::string(problem.text->remedy), "Press Analyze again."};
+  }
 }
 
 void addDamage(const ReportRequest& request, ReportData& data) {
@@ -45,17 +90,8 @@ void addDamage(const ReportRequest& request, ReportData& data) {
                      ? "No page could be analyzed."
                      : "The report is about the other pages: " + counted(data.systems, "system", "systems") +
                            ". Systems of the missing pages are not counted.";
-  const ReportProblem& problem = data.problems.front();
-  const std::string words = firstSkipped(data).words;
-  if (isDamage(problem)) {
-    data.next.words = "Save what the damaged page still holds (" + words + "), then make this report again.";
-    const std::string& file = request.skipped.front().message.location.file;
-    data.next.command = file.empty() ? "" : "kivsys recover " + request.argumentOf(file);
-    data.next.panel = {"Restore the page from a backup; the window cannot repair it.", "Press Analyze again."};
-  } else {
-    data.next.words = std::string(problem.text->remedy) + " (" + words + ")";
-    data.next.panel = {std::string(problem.text->remedy), "Press Analyze again."};
-  }
+  data.details += unshownResults(request, data);
+  addPageStep(request, data.problems.front(), data.next);
 }
 
 void addProblems(const ReportRequest& request, ReportData& data) {
@@ -64,17 +100,20 @@ void addProblems(const ReportRequest& request, ReportData& data) {
   data.headline = problemWords(count);
   data.details = "Until then a conversion may mix up staves. " +
                  (data.deviating + data.severalFiles > 0 ? "Besides, " + differences(data)
-                                                         : std::string("The systems have the same layout."));
+                                                         : std::string("The systems have the same layout.")) +
+                 unshownResults(request, data);
   data.next.panel = {"Correct the places listed under Problems in the notation program, and save the pages.",
                      "Press Analyze again."};
   if (data.proposals.empty()) {
     data.next.words = "Correct the places listed under Problems, then make this report again.";
-    data.next.command = "kivsys report -o report.html" + request.arguments;
+    data.next.command = commandLine(request, "report" + request.commands.report);
     return;
   }
+  data.next.command = commandLine(request, "fix --corrections corrections.csv -o " + request.commands.newFolder);
+  data.next.withoutScript = commandLine(request, "suggest -o corrections.csv");
   data.next.words = "Tick the right ones of the " + counted(data.proposals.size(), "proposal", "proposals") +
-                    " under Proposals, save them as corrections.csv, and write corrected copies of the pages:";
-  data.next.command = "kivsys fix --corrections corrections.csv -o corrected" + request.arguments;
+                    " under Proposals, save them as corrections.csv, and write corrected copies of the pages" +
+                    (data.next.command.empty() ? " with kivsys fix." : ":");
 }
 
 void addConversion(const ReportRequest& request, ReportData& data) {
@@ -82,7 +121,7 @@ void addConversion(const ReportRequest& request, ReportData& data) {
   data.headline = needConversion;
   data.details = differences(data) + " A conversion writes one page for each system, all with the same instruments.";
   data.next.words = "Convert the pages. The results go into a new folder, the pages stay as they are.";
-  data.next.command = "kivsys convert --result converted/WORK0001.MUS" + request.arguments;
+  data.next.command = convertLine(request);
   if (request.isForPanel) {
     data.next.panel = {
         "Press Convert in the KivSystem window. If it was closed meanwhile, select the pages and press Analyze "
@@ -119,9 +158,26 @@ void addConverted(const ReportRequest& request, ReportData& data) {
   if (const std::size_t warnings = placesOf(data, true); warnings > 0) {
     data.details += " " + counted(warnings, "warning is", "warnings are") + " listed under Problems.";
   }
-  data.next.words = "Check that the conversion has lost and changed nothing.";
-  data.next.command = "kivsys verify --result " + request.typedResult + request.arguments;
+  data.next.words =
+      "Check that the conversion has lost and changed nothing, with the options that it had, such as --fit.";
+  data.next.command = commandLine(request, "verify" + request.commands.result);
   data.next.panel = {"Open the results in the notation program, and compare them with the pictures below."};
+}
+
+/// The results are not those of the pages.
+void addUnfitResults(const ReportRequest& request, ReportData& data) {
+  const bool needsThem = data.deviating + data.severalFiles > 0;
+  data.kind = VerdictKind::unfitResults;
+  data.headline = "The results do not fit the pages";
+  data.details = "So they are not shown." + misfitWords(data);
+  if (needsThem) {
+    data.next.words = "Check whether these are the right pages and results. If they are, convert the pages again.";
+    data.next.command = convertLine(request);
+  } else {
+    data.next.words =
+        "Check whether these are the right pages and results. The pages can be used without a conversion.";
+  }
+  data.next.panel = {"Select all pages of the group and press Analyze.", "Press Convert."};
 }
 
 }  // namespace
@@ -134,6 +190,8 @@ void addVerdict(const ReportRequest& request, ReportData& data) {
     addProblems(request, data);
   } else if (data.systems == 0) {
     addEmpty(data);
+  } else if (!data.misfits.empty()) {
+    addUnfitResults(request, data);
   } else if (data.hasResults) {
     addConverted(request, data);
   } else if (data.deviating + data.severalFiles > 0) {

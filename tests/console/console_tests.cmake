@@ -39,6 +39,8 @@ if(NOT WIN32)
     console/read_back_test.cpp
     console/recover_test.cpp
     console/renumber_test.cpp
+    console/report_results_test.cpp
+    console/report_steps_test.cpp
     console/report_test.cpp
     console/run_program.cpp
     console/running_program.cpp

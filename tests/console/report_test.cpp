@@ -123,6 +123,47 @@ TEST_F(ConsoleReport, ShowsTheCorrectionsOfATable) {
   EXPECT_EQ(data["proposals"][0][3], "x7.mus,,2,,,,,111,,it is a cello\n");
 }
 
+TEST_F(ConsoleReport, ShowsTheIdOfThePageWhereATableHasNone) {
+  group(101, 0, 112);
+  place.write("mine.csv", "file,staff,new_id\nx7.mus,2,111\n");
+  EXPECT_EQ(dataOf(written({"--corrections", "mine.csv"}))["proposals"][0][1], "0 \xE2\x86\x92 111");
+}
+
+TEST_F(ConsoleReport, RefusesCorrectionsThatDoNotFitAsFixDoes) {
+  group(101, 0, 112);
+  place.write("mine.csv",
+              "file,staff,old_id,new_id\nx7.mus,2,0,110\nx7.mus,9,0,110\nx6.mus,2,5,110\nother.mus,1,0,5\n");
+  const Ended ended = report({"-o", "report.html", "--corrections", "mine.csv"});
+  EXPECT_EQ(ended.status, 2);
+  Lines fix = {"fix", "--corrections", "mine.csv", "-o", "corrected"};
+  for (int number = 1; number <= 7; ++number) {
+    fix.push_back("x" + std::to_string(number) + ".mus");
+  }
+  EXPECT_EQ(ended.error, place.kivsys(fix).error);
+  EXPECT_THAT(ended.error, HasSubstr("mine.csv:3: "));
+  EXPECT_THAT(ended.error, HasSubstr("mine.csv:5: "));
+  EXPECT_EQ(place.read("report.html"), "(no file)");
+}
+
+TEST_F(ConsoleReport, NamesNoSystemForWhatIsOnNoStaffOfAPageWithSeveral) {
+  const std::string staff = " at 10 lines 5 instrument 101\nbarline ";
+  place.write("x1.mus",
+              page("staff 2" + staff + "2 at 10 spans 1\nstaff 1" + staff + "1 at 10 spans 1\nnote 9 at 20\n"));
+  place.write("x2.mus", page("staff 1" + staff + "1 at 10 spans 1\nnote 9 at 20\n"));
+  place.write("x3.mus", page("staff 1 at 10 lines 5 instrument 102\nbarline 1 at 10 spans 1\n"));
+  ASSERT_EQ(place.kivsys({"report", "x1.mus", "x2.mus", "x3.mus", "-o", "report.html"}).status, 0);
+  const std::string page = place.read("report.html");
+  EXPECT_THAT(page, HasSubstr("<li>x1.mus"));
+  EXPECT_THAT(page, HasSubstr(">System 3</a>, x2.mus"));
+}
+
+TEST_F(ConsoleReport, IsolatesNamesThatAreWrittenFromRightToLeft) {
+  const std::string name = "\xD7\x97\xD7\x9C\xD7\x99\xD7\x9C";
+  group(101, 110, 115, name);
+  place.write("x6.mus", page("staff 1 at 10 lines 5 instrument 110\nbarline 1 at 10 spans 1\n"));
+  EXPECT_THAT(written(), HasSubstr("without 101 \xE2\x81\xA8" + name + "\xE2\x81\xA9, 112 Bass"));
+}
+
 TEST_F(ConsoleReport, RefusesATableThatIsNone) {
   group(101, 0, 112);
   place.write("mine.csv", "a,b\n1,2\n");

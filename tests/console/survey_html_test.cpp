@@ -79,6 +79,44 @@ TEST_F(SurveyHtml, IsTheSameWithAStateOfAnEarlierRun) {
   EXPECT_EQ(withoutTime(place.read("library.html")), withoutTime(page));
 }
 
+TEST_F(SurveyHtml, MakesAReportAgainAfterItsPiecesHaveChanged) {
+  const auto report = [&] { return place.read("reports/" + filesIn(place.path() / "reports")[1]); };
+  survey({"--reports", "reports", "--resume", "state"});
+  EXPECT_THAT(report(), HasSubstr("The pages can be used as they are"));
+  write("good", systemOf(101, 102), systemOf(101, 103));
+  place.kivsys({"survey", "music", "--resume", "state"});  // knows the new pages from now on
+  survey({"--reports", "reports", "--resume", "state"});
+  EXPECT_THAT(report(), HasSubstr("The pages need a conversion"));
+}
+
+TEST_F(SurveyHtml, LinksNoReportOfAPieceThatWasNotAnalyzed) {
+  survey({"--reports", "reports"});
+  EXPECT_THAT(place.read("library.html"), HasSubstr("reports/GOOD-"));
+  place.write("music/a b/GOOD1.MUS", page(systemOf(1, 2)));
+  survey({"--reports", "reports"});
+  EXPECT_THAT(place.read("library.html"), Not(HasSubstr("reports/GOOD-")));
+  std::filesystem::remove_all(place.path() / "reports");
+  survey({"--reports", "reports"});
+  EXPECT_EQ(filesIn(place.path() / "reports").size(), 3U);
+}
+
+TEST_F(SurveyHtml, RefusesOutputsThatWouldReplaceOneAnother) {
+  survey({"--reports", "reports"});
+  const std::string report = "reports/" + filesIn(place.path() / "reports")[1];
+  const std::vector<std::vector<std::string>> all = {
+      {"--html", report, "--reports", "reports"},
+      {"--html", "new", "--reports", "new"},
+      {"--html", "new", "--reports", "new/reports"},
+      {"--html", "new.html", "--reports", "reports", "--resume", "new.html"},
+      {"--html", "new.html", "--reports", "reports", "--resume", report}};
+  for (std::vector<std::string> options : all) {
+    options.insert(options.begin(), {"survey", "music"});
+    EXPECT_EQ(place.kivsys(options).status, 2) << options[3] << " " << options[5];
+  }
+  EXPECT_FALSE(std::filesystem::exists(place.path() / "new"));
+  EXPECT_FALSE(std::filesystem::exists(place.path() / "new.html"));
+}
+
 TEST_F(SurveyHtml, NeverReplacesAPageOrAnotherFile) {
   place.write("mine.html", "<!DOCTYPE html>\n<html>my own");
   EXPECT_EQ(place.kivsys({"survey", "music", "--html", "mine.html"}).status, 2);

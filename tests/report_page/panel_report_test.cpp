@@ -56,7 +56,7 @@ TEST_F(PanelReport, SaysWhatToDoInTheWindowFirst) {
   addPage("X2.MUS", solo);
   const GatheredReport gathered = gather();
   EXPECT_EQ(gathered.data.next.command,
-            "kivsys convert --result converted/WORK0001.MUS <C:\\M\\X1.MUS> <C:\\M\\X2.MUS>");
+            "kivsys convert --result <C:\\M\\converted\\WORK0001.MUS> <C:\\M\\X1.MUS> <C:\\M\\X2.MUS>");
   const std::string page = reportPage(gathered.data);
   const std::size_t steps = page.find("<li>Press Convert in the KivSystem window.");
   const std::size_t other = page.find("<summary>With the console program instead</summary>");
@@ -74,11 +74,39 @@ TEST_F(PanelReport, NamesManyPagesByAPattern) {
   EXPECT_THAT(gather().data.next.command, HasSubstr(" <C:\\M\\X1.MUS> <C:\\M\\X2.MUS>"));
 }
 
+TEST_F(PanelReport, KeepsAnOrderThatIsNotThatOfTheNumbers) {
+  addPage("X2.MUS", duo);
+  addPage("X1.MUS", solo);
+  EXPECT_THAT(gather().data.next.command, HasSubstr(" --keep-order <C:\\M\\X2.MUS> <C:\\M\\X1.MUS>"));
+}
+
+TEST_F(PanelReport, NamesAFolderForResultsThatIsNotThereYet) {
+  addPage("X1.MUS", duo);
+  addPage("X2.MUS", solo);
+  host.folderEntries.push_back({"CONVERTED", true});
+  EXPECT_THAT(gather().data.next.command, HasSubstr(" --result <C:\\M\\converted2\\WORK0001.MUS>"));
+}
+
 TEST_F(PanelReport, AllowsWhatTheAnalysisAllowed) {
   addPage("X1.MUS", nameless);
   EXPECT_EQ(gather().data.kind, VerdictKind::hasProblems);
+  EXPECT_THAT(gather().data.next.command, Not(HasSubstr("--allow-zero-id")));
   group.allowZeroInstrId = true;
   EXPECT_EQ(gather().data.kind, VerdictKind::usable);
+  addPage("X2.MUS", duo);
+  EXPECT_THAT(gather().data.next.command, HasSubstr("kivsys convert --result"));
+  EXPECT_THAT(gather().data.next.command, HasSubstr(" --allow-zero-id "));
+}
+
+TEST_F(PanelReport, DoesNotShowResultsOfOtherPages) {
+  addPage("X1.MUS", duo);
+  addPage("X2.MUS", solo);
+  group.firstResult = "C:\\M\\WORK0001.MUS";
+  host.addFile("C:\\M\\WORK0001.MUS", kiv::test::page(duo));
+  const GatheredReport gathered = gather();
+  EXPECT_EQ(gathered.data.kind, VerdictKind::unfitResults);
+  EXPECT_THAT(gathered.data.misfits, ElementsAre("C:\\M\\WORK0002.MUS is missing, the result of system 2."));
+  EXPECT_FALSE(gathered.data.pictures.systems.front().after);
 }
 
 TEST_F(PanelReport, ShowsTheResultsOfAConversionForAsLongAsTheyAreThere) {

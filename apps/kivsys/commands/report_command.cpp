@@ -5,7 +5,9 @@
 #include "apps/kivsys/commands/draw_command.h"
 #include "apps/kivsys/commands/report_requests.h"
 #include "apps/kivsys/commands/valid_pages.h"
+#include "apps/kivsys/corrections/correct_on_reading.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/next_step.h"
 #include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/safety/output_file.h"
 #include "apps/kivsys/safety/result_files.h"
@@ -44,6 +46,7 @@ class ReportRun {
   report::GatheredReport gather(const report::ReportRequest& request);
   report::GatheredReport gatherOthers(report::ReportRequest request);
   report::ReportRequest requestFor(const std::string& namesFile);
+  report::CommandParts commandsFor();
   int write(const report::GatheredReport& gathered);
   int open();
 
@@ -87,6 +90,9 @@ std::vector<std::string> ReportRun::refusals(const SelectedPages& pages) {
   if (!corrections_.empty()) {
     inputs.add(system_.diskName(corrections_));
     TableProposals table = readProposals(system_, corrections_);
+    if (table.errors.empty()) {
+      table.errors = misfitsOfTables(system_, pages, {{options_.corrections}, ""});
+    }
     if (!table.errors.empty()) {
       return table.errors;
     }
@@ -95,16 +101,31 @@ std::vector<std::string> ReportRun::refusals(const SelectedPages& pages) {
   return refusalsOfOutput(system_, {"report", out_, OutputKind::htmlReport}, inputs);
 }
 
+report::CommandParts ReportRun::commandsFor() {
+  report::CommandParts parts;
+  if (canRepeat(options_.selection)) {
+    parts.pages = shortArguments(system_, options_.selection);
+  }
+  parts.zeroIds = options_.allowZeroId ? " --allow-zero-id" : "";
+  parts.newResult = newResultArgument(system_);
+  parts.newFolder = fileWord(system_.newName("corrected"));
+  parts.result = options_.result.empty() ? "" : " --result " + fileWord(options_.result);
+  const bool hasName = !options_.out.empty() && options_.out != standardOutput;
+  parts.report = " -o " + (hasName ? fileWord(options_.out) : "report.html") + parts.result +
+                 (options_.corrections.empty() ? "" : " --corrections " + fileWord(options_.corrections)) +
+                 (options_.all ? " --all" : "") + parts.zeroIds;
+  parts.shown = shownCommand;
+  return parts;
+}
+
 report::ReportRequest ReportRun::requestFor(const std::string& namesFile) {
   report::ReportRequest request;
   request.namesFile = namesFile;
   request.allowZeroId = options_.allowZeroId;
   request.allPictures = options_.all;
-  request.arguments =
-      shown((options_.allowZeroId ? " --allow-zero-id" : "") + shortArguments(system_, options_.selection));
-  request.argumentOf = [this](const std::string& file) { return shown(fileWord(system_.shownName(file))); };
+  request.commands = commandsFor();
+  request.stepAfter = [this](const SkippedPage& page) { return pageStep(page, system_.shownName(page.namedFile())); };
   request.firstResult = result_;
-  request.typedResult = shown(fileWord(options_.result));
   request.proposals = proposals_;
   return request;
 }

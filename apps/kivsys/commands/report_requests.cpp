@@ -1,5 +1,6 @@
 #include "apps/kivsys/commands/report_requests.h"
 
+#include <filesystem>
 #include <map>
 #include <set>
 #include <utility>
@@ -11,11 +12,13 @@
 #include "base/number.h"
 #include "input/file_names.h"
 #include "platform/bounded_file.h"
+#include "platform/console/message_words.h"
 #include "platform/console/printable.h"
 #include "platform/console/shell_words.h"
 #include "platform/native_file.h"
 #include "platform/temporary_folder.h"
 #include "repair/corrections.h"
+#include "repair/page_ids.h"
 #include "report_page/page_pattern.h"
 #include "report_page/report_problems.h"
 #include "survey/survey.h"
@@ -64,13 +67,42 @@ std::string standardLine(const NamedCells& cells, const repair::Correction& row)
   return csvLine(line);
 }
 
+std::string labelOf(std::optional<float> oldId, std::int16_t newId) {
+  return (oldId ? generalNumber(*oldId) : std::string()) + " \xE2\x86\x92 " + std::to_string(newId);
+}
+
+/// The ids of pages, each of which is read once.
+class IdsOfPages {
+ public:
+  explicit IdsOfPages(Files& files) : files_(files) {}
+
+  /// The id that a row of a table is about; nullopt when the page has none there.
+  std::optional<float> idOf(const std::string& page, const repair::Correction& row) {
+    const auto [known, isNew] = ids_.try_emplace(page);
+    if (isNew) {
+      const auto bytes = readWhole(files_, page, most_bytes::page);
+      known->second = (bytes ? repair::idsOf(*bytes) : std::nullopt).value_or(std::vector<repair::PageId>());
+    }
+    const ItemType type = row.isCue ? ItemType::rest : ItemType::staff;
+    for (const repair::PageId& id : known->second) {
+      if (id.type == type && id.staff == row.staff && (row.item == 0 || id.item == row.item)) {
+        return id.id;
+      }
+    }
+    return std::nullopt;
+  }
+
+ private:
+  Files& files_;
+  std::map<std::string, std::vector<repair::PageId>> ids_;
+};
+
 report::ReportProposal proposalOf(const NamedCells& cells, const repair::Correction& row) {
   report::ReportProposal proposal;
   proposal.staff = row.staff;
   proposal.item = row.isCue ? row.item : 0;
   proposal.words = report::placeWords(printableUtf8(row.file), generalNumber(row.staff), proposal.item);
-  const std::string oldId = row.oldId ? generalNumber(*row.oldId) : "";
-  proposal.label = oldId + " \xE2\x86\x92 " + std::to_string(row.newId);
+  proposal.label = labelOf(row.oldId, row.newId);
   proposal.confidence = printableUtf8(row.confidence);
   proposal.reason = printableUtf8(cells.cell(row.line, "reason"));
   proposal.csvLine = standardLine(cells, row);
@@ -78,8 +110,9 @@ report::ReportProposal proposalOf(const NamedCells& cells, const repair::Correct
   return proposal;
 }
 
-/// A pattern for the pages, where there is one that the shell leaves as it is.
-std::optional<std::string> patternFor(ConsoleSystem& system, const std::vector<FoundFile>& pages) {
+}  // namespace
+
+std::optional<std::string> patternFor(NativeSystem& system, const std::vector<FoundFile>& pages) {
   const std::string folder = folderOfPath(system, pages.front().path);
   std::set<std::string> names;
   for (const FoundFile& page : pages) {
@@ -92,23 +125,41 @@ std::optional<std::string> patternFor(ConsoleSystem& system, const std::vector<F
   for (const FolderEntry& entry : system.listFolder(justPath(system, pages.front().name))) {
     others.push_back(entry.name);
   }
-  const auto pattern = report::patternFor({names.begin(), names.end()}, others);
-  if (!pattern) {
-    return std::nullopt;
-  }
-  std::string plain = folder + *pattern;
-  plain.erase(plain.rfind('*'), 1);
-  const std::string shownFolder = folderOfPath(system, system.shownName(pages.front().name));
-  return shellWord(plain) == plain ? std::optional(shownFolder + *pattern) : std::nullopt;
+  return report::patternFor({names.begin(), names.end()}, others);
 }
-
-}  // namespace
 
 std::string shortArguments(ConsoleSystem& system, const Selection& selection) {
   constexpr std::size_t mostNamed = 4;
   const bool isListed = !selection.names.empty() || selection.pages.size() <= mostNamed;
   const auto pattern = isListed || selection.keepOrder ? std::nullopt : patternFor(system, system.pages());
-  return pattern ? " " + *pattern : selectionArguments(selection);
+  if (!pattern) {
+    return selectionArguments(selection);
+  }
+  const std::string folder = folderOfPath(system, system.shownName(system.pages().front().name));
+  std::string plain = folder + *pattern;
+  plain.erase(plain.rfind('*'), 1);
+  return shellWord(plain) == plain ? " " + folder + *pattern : selectionArguments(selection);  // the shell expands it
+}
+
+std::string patternWord(const std::string& folder, const std::string& pattern) {
+  constexpr bool isWindows = std::filesystem::path::preferred_separator == '\\';
+  std::string plain = pattern;
+  plain.erase(plain.rfind('*'), 1);
+  if (shellWord(plain) != plain) {
+    return "";
+  }
+  if (isWindows) {
+    return fileWord(folder + pattern);
+  }
+  return (folder.empty() ? "" : fileWord(folder)) + pattern;
+}
+
+std::string shownCommand(const std::string& line) {
+  return printable(line) == line ? NativeSystem::toUtf8(line) : "";
+}
+
+report::PageStep pageStep(const SkippedPage& page, const std::string& name) {
+  return {NativeSystem::toUtf8(commandAfter(page.message, name)), mistakenWords(page.message, name)};
 }
 
 TableProposals readProposals(ConsoleSystem& system, const std::string& file) {
@@ -132,10 +183,14 @@ TableProposals readProposals(ConsoleSystem& system, const std::string& file) {
     names.emplace(nameOfPage(system, page.name), page.name);
   }
   const NamedCells cells(*content.bytes);
+  IdsOfPages ids(system);
   for (const repair::Correction& row : corrections.rows) {
     table.proposals.push_back(proposalOf(cells, row));
     const auto name = names.find(nameOfPage(system, NativeSystem::fromUtf8(row.file)));
     table.proposals.back().file = name == names.end() ? "" : name->second;
+    if (!row.oldId && name != names.end()) {
+      table.proposals.back().label = labelOf(ids.idOf(name->second, row), row.newId);
+    }
   }
   return table;
 }

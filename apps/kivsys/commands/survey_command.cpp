@@ -110,12 +110,16 @@ void Survey::work() {
   NativeSystem system;
   for (std::size_t piece = next_++; piece < pieces_.size() && stopSignal() == 0 && !memoryLost_; piece = next_++) {
     try {
-      const bool isNew = !findings_[piece];  // else an earlier run has analyzed it
-      report(system, piece, isNew);
-      if (isNew) {
-        finish(piece,
-               analyzePiece(system, pieces_[piece].pages, options_.keepGoing ? BadPages::skipped : BadPages::end));
+      if (findings_[piece]) {  // an earlier run has analyzed it
+        report(system, piece, false);
+        continue;
       }
+      Analyzed analyzed =
+          analyzePiece(system, pieces_[piece].pages, options_.keepGoing ? BadPages::skipped : BadPages::end);
+      if (analyzed.findings.stopped.empty()) {  // what was not analyzed has no report
+        report(system, piece, true);
+      }
+      finish(piece, std::move(analyzed));
     } catch (const std::bad_alloc&) {
       memoryLost_ = true;
     }
@@ -227,16 +231,16 @@ int runSurvey(const SurveyOptions& options) {
   noteStopSignals(SecondSignal::endsProgram);
   finishWhenStopped();  // the lines and the page of the finished pieces are still written
   const Library library = walkLibrary(console.system(), options.folders);
+  SurveyReports reports(console.system(), options.html, options.reports);
+  if (const auto reasons = reports.refusals(library, options.resume); !reasons.empty()) {
+    return refuse(reasons);
+  }
   SurveyState state;
   if (!options.resume.empty()) {
     if (const auto refusal = openState(console.system(), options, library, state)) {
       printError(refusal->reason);
       return refusal->status;
     }
-  }
-  SurveyReports reports(console.system(), options.html, options.reports);
-  if (const auto reasons = reports.refusals(library); !reasons.empty()) {
-    return refuse(reasons);
   }
   if (const auto failure = reports.prepare()) {
     printError(*failure);

@@ -105,6 +105,11 @@ std::vector<std::string> correctOnReading(ConsoleSystem& system, SelectedPages& 
   return errors;
 }
 
+std::vector<std::string> misfitsOfTables(ConsoleSystem& system, const SelectedPages& pages,
+                                         const TableOptions& options) {
+  return PagesToCorrect(system, pages, readTables(system, options)).plan(CorrectedBadPages::skipped);
+}
+
 std::string correctionNote(const PageCorrections& corrections) {
   return "kivsys: note: " + counted(corrections.ids, "id") + " in " + counted(corrections.pages.size(), "page") +
          " corrected on reading; no page is changed\n";

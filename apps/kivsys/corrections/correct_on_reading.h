@@ -20,6 +20,11 @@ enum class CorrectedBadPages {
 std::vector<std::string> correctOnReading(ConsoleSystem& system, SelectedPages& pages, const TableOptions& options,
                                           CorrectedBadPages badPages);
 
+/// Why corrections of these tables do not fit the selected pages, a line each, as commands say it that apply them.
+/// Those of pages that cannot be read are not looked at. None: all fit.
+std::vector<std::string> misfitsOfTables(ConsoleSystem& system, const SelectedPages& pages,
+                                         const TableOptions& options);
+
 /// The line that says what is corrected.
 std::string correctionNote(const PageCorrections& corrections);
 

@@ -43,6 +43,7 @@ std::string selectionArguments(const Selection& selection) {
     arguments = (selection.folder.empty() ? "" : " --folder " + fileWord(selection.folder)) + " --names " +
                 fileWord(selection.names);
   }
+  arguments += selection.keepOrder ? " --keep-order" : "";
   for (const std::string& page : selection.pages) {
     arguments += " " + fileWord(page);
   }

@@ -32,7 +32,7 @@ std::string newResultArgument(const ConsoleSystem& system);
 /// Whether another run can read the same: what came from standard input cannot be read twice.
 bool canRepeat(const Selection& selection);
 
-/// The pages of a selection as arguments of a command line, each after a blank. Names are quoted.
+/// The pages of a selection, with their order, as arguments of a command line, each after a blank. Names are quoted.
 std::string selectionArguments(const Selection& selection);
 
 }  // namespace kiv

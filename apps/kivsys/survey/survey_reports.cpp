@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <set>
 
+#include "apps/kivsys/commands/report_requests.h"
 #include "apps/kivsys/output/suggestions_output.h"
 #include "apps/kivsys/safety/made_folder.h"
 #include "apps/kivsys/safety/output_file.h"
@@ -33,21 +36,29 @@ std::string onOneLine(const std::string& message) {
   return line;
 }
 
-/// The pages as the arguments of a command line, each after a blank.
+/// The pages as the arguments of a command line, each after a blank: a pattern, which kivsys understands, or their
+/// names.
 std::string argumentsOf(NativeSystem& system, const LibraryPiece& piece) {
   constexpr std::size_t mostNamed = 4;
-  if (piece.pages.size() > mostNamed) {
-    return " " + fileWord(piece.path);
+  std::vector<FoundFile> pages;
+  for (const std::string& page : piece.pages) {
+    pages.push_back({page, system.diskName(page)});
+  }
+  const auto pattern = pages.size() > mostNamed ? patternFor(system, pages) : std::nullopt;
+  const std::string word = pattern ? patternWord(folderOfPath(system, pages.front().path), *pattern) : "";
+  if (!word.empty()) {
+    return " " + word;
   }
   std::string arguments;
-  for (const std::string& page : piece.pages) {
-    arguments += " " + fileWord(system.diskName(page));
+  for (const FoundFile& page : pages) {
+    arguments += " " + fileWord(page.path);
   }
   return arguments;
 }
 
 /// Analyzes a piece again, without the pages that cannot be read.
-report::GatheredReport gatherPiece(NativeSystem& system, const LibraryPiece& piece) {
+report::GatheredReport gatherPiece(NativeSystem& system, const LibraryPiece& piece,
+                                   const report::CommandParts& commands) {
   OverlayFiles files(system, system);
   SilentUser user;
   NoPrograms programs;
@@ -61,8 +72,9 @@ report::GatheredReport gatherPiece(NativeSystem& system, const LibraryPiece& pie
   files.addFile("\\good pages of a piece", validation.names);
   report::ReportRequest request;
   request.namesFile = validation.pages == 0 ? "" : "\\good pages of a piece";
-  request.arguments = shown(argumentsOf(system, piece));
-  request.argumentOf = [&](const std::string& file) { return shown(fileWord(system.diskName(file))); };
+  request.commands = commands;
+  request.commands.pages = argumentsOf(system, piece);
+  request.stepAfter = [&](const SkippedPage& page) { return pageStep(page, system.diskName(page.namedFile())); };
   request.skipped = validation.skipped;
   const report::ReportHost host{files, system, user, shown,
                                 [&](const std::string& file) { return shown(withoutPath(system, file)); }};
@@ -70,6 +82,15 @@ report::GatheredReport gatherPiece(NativeSystem& system, const LibraryPiece& pie
                                 return correctionLine(correction, withoutPath(system, correction.at.file));
                               }};
   return report::gatherReport(host, request, csv);
+}
+
+/// Differs when a page of the piece has changed, or there are other pages.
+std::string stateOf(const LibraryPiece& piece) {
+  std::string stamps;
+  for (const PageStamp& stamp : piece.stamps) {
+    stamps += stamp.name + "\n" + std::to_string(stamp.bytes) + "\n" + std::to_string(stamp.changed) + "\n";
+  }
+  return sha256(stamps);
 }
 
 report::PieceVerdict verdictOf(const PieceFindings& findings) {
@@ -86,7 +107,7 @@ report::PieceVerdict verdictOf(const PieceFindings& findings) {
 }  // namespace
 
 /// The name stays the same from survey to survey, and differs from piece to piece.
-std::string SurveyReports::fileOf(const LibraryPiece& piece) const {
+std::string SurveyReports::nameOf(const LibraryPiece& piece) {
   constexpr std::size_t digits = 10;
   std::string name;
   for (const char c : piece.prefix) {
@@ -94,8 +115,21 @@ std::string SurveyReports::fileOf(const LibraryPiece& piece) const {
     name += isPlain ? c : '_';
   }
   constexpr std::size_t longest = 60;
-  const std::string file = name.substr(0, longest) + "-" + sha256(piece.key()).substr(0, digits) + ".html";
-  return (std::filesystem::path(folder_) / file).string();
+  return name.substr(0, longest) + "-" + sha256(piece.key()).substr(0, digits);
+}
+
+std::string SurveyReports::fileOf(const LibraryPiece& piece) const {
+  return (std::filesystem::path(folder_) / (nameOf(piece) + ".html")).string();
+}
+
+/// What is written by the commands of different reports must not meet: each piece has folders of its own.
+report::CommandParts SurveyReports::commandsFor(const LibraryPiece& piece) const {
+  report::CommandParts parts;
+  parts.newResult = " --result " + fileWord(system_.newName("converted-" + nameOf(piece)) + "/WORK0001.MUS");
+  parts.newFolder = fileWord(system_.newName("corrected-" + nameOf(piece)));
+  parts.report = " -o report.html";
+  parts.shown = shownCommand;
+  return parts;
 }
 
 std::string SurveyReports::linkOf(const LibraryPiece& piece) const {
@@ -107,9 +141,35 @@ std::string SurveyReports::linkOf(const LibraryPiece& piece) const {
   return report::encodedLink(NativeSystem::toUtf8(file.lexically_relative(base).generic_string()));
 }
 
-std::vector<std::string> SurveyReports::refusals(const Library& library) {
+/// Why the outputs cannot be written beside one another: two have the same name.
+std::optional<std::string> SurveyReports::refusalOfNames(const Library& library, const std::string& state) const {
+  const auto key = [&](const std::string& name) { return system_.upperCase(system_.fullName(name)); };
+  const std::string page = key(page_);
+  const std::string folder = folder_.empty() ? "" : key(folder_);
+  if (folder == page || folder.starts_with(page + "\\")) {
+    return page_ + " cannot be the page of the library and a folder of reports; name another file with --html";
+  }
+  std::set<std::string> reports;
+  for (const LibraryPiece& piece : library.pieces) {
+    if (!folder.empty()) {
+      reports.insert(key(fileOf(piece)));
+    }
+  }
+  if (reports.contains(page)) {
+    return page_ + " is the report of a piece; name another file with --html";
+  }
+  if (!state.empty() && (key(state) == page || key(state) == folder || reports.contains(key(state)))) {
+    return state + " is a page of this survey; name another file with --resume";
+  }
+  return std::nullopt;
+}
+
+std::vector<std::string> SurveyReports::refusals(const Library& library, const std::string& state) {
   if (page_.empty()) {
     return {};
+  }
+  if (const auto reason = refusalOfNames(library, state)) {
+    return {*reason};
   }
   InputFiles inputs;
   for (const LibraryPiece& piece : library.pieces) {
@@ -142,16 +202,30 @@ std::optional<std::string> SurveyReports::prepare() {
   return folder.isMissing() ? folder.make(nullptr) : std::nullopt;
 }
 
+/// The report is of the pages as they are: it has their sizes and times.
+bool SurveyReports::hasReport(const LibraryPiece& piece) const {
+  constexpr std::size_t mostHead = 2000;
+  if (folder_.empty() || kindOf(fileOf(piece)) != PathKind::file) {
+    return false;
+  }
+  std::string head(mostHead, '\0');
+  std::ifstream file(fileOf(piece), std::ios::binary);
+  file.read(head.data(), static_cast<std::streamsize>(head.size()));
+  return head.find(stateOf(piece)) != std::string::npos;
+}
+
 bool SurveyReports::needsReport(const LibraryPiece& piece, bool isNew) const {
-  return !folder_.empty() && (isNew || kindOf(fileOf(piece)) != PathKind::file);
+  const bool isRecent = !piece.digest.empty();  // a page may change again without another time
+  return !folder_.empty() && (isNew || isRecent || !hasReport(piece));
 }
 
 std::optional<std::string> SurveyReports::write(NativeSystem& system, const LibraryPiece& piece) const {
-  report::GatheredReport gathered = gatherPiece(system, piece);
+  report::GatheredReport gathered = gatherPiece(system, piece, commandsFor(piece));
   if (gathered.ended) {
     return "no report of " + piece.folder + ", " + piece.prefix + ": the analysis ended";
   }
   gathered.data.made = report::madeBy(system, "kivsys");
+  gathered.data.state = stateOf(piece);
   const std::string file = fileOf(piece);
   const auto failure = system.replaceFile(system.fullName(file), report::reportPage(gathered.data));
   return failure ? std::optional("cannot write " + file + ": " + *failure) : std::nullopt;
@@ -185,7 +259,7 @@ std::optional<std::string> SurveyReports::writePage(const std::vector<LibraryPie
     for (const std::string& gap : pieces[p].gaps) {
       row.problems.push_back(shown(gap));
     }
-    row.link = !folder_.empty() && kindOf(fileOf(pieces[p])) == PathKind::file ? linkOf(pieces[p]) : "";
+    row.link = hasReport(pieces[p]) ? linkOf(pieces[p]) : "";
     data.rows.push_back(std::move(row));
   }
   const auto failure =

@@ -1,5 +1,6 @@
 #include "platform/console/message_words.h"
 
+#include "messages/page_messages.h"
 #include "platform/console/page_text_file.h"
 #include "platform/console/printable.h"
 #include "platform/console/shell_words.h"
@@ -55,15 +56,20 @@ std::string commandAfter(const Message& message, const std::string& file) {
     const bool hasSuffix = dot != std::string::npos && file.find_first_of("/\\", dot) == std::string::npos;
     return "kivsys build " + fileWord(file) + " " + fileWord(file.substr(0, hasSuffix ? dot : file.size()) + ".MUS");
   }
-  const bool isOfItem = message.location.item > 0;
-  if (message.code == code::structureError || message.code == code::tooManyItems ||
-      (message.code == code::subscriptOutOfRange && isOfItem)) {
+  if (messages::isDamage(message)) {
     return "kivsys recover " + fileWord(file);
   }
   if (message.code == code::systemBarline) {
     return "kivsys draw " + fileWord(file) + " --out " + fileWord(file.substr(0, file.rfind('.')) + ".svg");
   }
   return "";
+}
+
+std::string mistakenWords(const Message& message, const std::string& file) {
+  if (isMistakenList(message, file)) {
+    return "this is a list of pages, not a page";
+  }
+  return isMistakenText(message, file) ? "this is the text of a page, not a page" : "";
 }
 
 std::string consoleLines(const Message& message, const FileNamer& nameOf, const FileNamer& pathOf,
@@ -80,14 +86,11 @@ std::string consoleLines(const Message& message, const FileNamer& nameOf, const 
   }
   std::string line = "kivsys: ";
   line += file.empty() ? "" : printable(file) + ": ";
-  const bool isList = isMistakenList(message, file);
-  const bool isText = !isList && isMistakenText(message, file);
-  line += location.item == 0 || isText || isList ? "" : "item " + std::to_string(location.item) + ": ";
+  const std::string mistaken = mistakenWords(message, file);
+  line += location.item == 0 || !mistaken.empty() ? "" : "item " + std::to_string(location.item) + ": ";
   line += isNote(message) ? "note: " : "";
   const FileNamer printableName = [&](const std::string& name) { return printable(nameOf(name)); };
-  const std::string sentence = isList   ? "this is a list of pages, not a page"
-                               : isText ? "this is the text of a page, not a page"
-                                        : consoleSentence(message, printableName);
+  const std::string sentence = mistaken.empty() ? consoleSentence(message, printableName) : mistaken;
   return line + printable(sentence + reasonOf(message, writeFailure)) + "\n" + nextLine(message, file);
 }
 

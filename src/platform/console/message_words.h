@@ -17,4 +17,8 @@ std::string consoleLines(const Message& message, const FileNamer& nameOf, const 
 /// can be shown on one line.
 std::string commandAfter(const Message& message, const std::string& file);
 
+/// What the file is that a message about a damaged page is about, where it never was a page: "this is the text of a
+/// page, not a page"; else "".
+std::string mistakenWords(const Message& message, const std::string& file);
+
 }  // namespace kiv

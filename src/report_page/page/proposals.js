@@ -60,6 +60,9 @@ function startProposals(report) {
   byId("tick-all").addEventListener("click", () => tick(true));
   byId("tick-none").addEventListener("click", () => tick(false));
   byId("save-corrections").addEventListener("click", () => saveCorrections(report));
+  for (const box of document.querySelectorAll("input[data-proposal]")) {
+    box.disabled = false;
+  }
   byId("proposal-actions").hidden = false;
   count();
 }
