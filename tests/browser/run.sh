@@ -11,5 +11,5 @@ WORK=$(cd "$2" && pwd)
 export KIVSYS WORK
 cd "$here"
 # Measurements are taken by themselves.
-node --test --test-reporter=dot --test-concurrency=2 report.test.mjs look.test.mjs survey.test.mjs
+node --test --test-reporter=dot --test-concurrency=2 report.test.mjs report_use.test.mjs look.test.mjs survey.test.mjs
 node --test --test-reporter=spec speed.test.mjs

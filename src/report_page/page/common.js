@@ -36,6 +36,14 @@ function onColorsChange(callback) {
   for (const query of ["(prefers-color-scheme: dark)", "(forced-colors: active)", "(prefers-contrast: more)"]) {
     matchMedia(query).addEventListener("change", callback);
   }
+  const watchPixels = () => {
+    const changed = () => {
+      callback();
+      watchPixels();
+    };
+    matchMedia(`(resolution: ${devicePixelRatio}dppx)`).addEventListener("change", changed, { once: true });
+  };
+  watchPixels();
 }
 
 /** Gives a canvas its size in pixels of the page; returns its context, in which a unit is such a pixel. */

@@ -128,6 +128,7 @@ class LayoutMap {
       }
     }).observe(this.frame);
     this.canvas.addEventListener("pointermove", (event) => this.pointAt(event));
+    this.canvas.addEventListener("pointerdown", (event) => this.moveCursorTo(event));
     this.canvas.addEventListener("click", (event) => this.click(event));
     this.canvas.addEventListener("keydown", (event) => this.press(event));
     this.canvas.addEventListener("focus", () => this.setFocus(true));
@@ -135,6 +136,7 @@ class LayoutMap {
     this.filter.addEventListener("change", () => this.applyFilter());
     onColorsChange(() => {
       this.frame.parentElement.querySelector(".legend").replaceWith(this.legend());
+      this.measure();
       this.drawSoon();
     });
   }
@@ -205,11 +207,19 @@ class LayoutMap {
     }
   }
 
-  click(event) {
+  /** Before the focus comes, which describes the cell of the cursor. */
+  moveCursorTo(event) {
     const cell = this.cellAt(event);
     if (cell) {
       this.column = cell.column;
       this.row = Math.max(cell.row, 0);
+    }
+    return cell;
+  }
+
+  click(event) {
+    const cell = this.moveCursorTo(event);
+    if (cell) {
       this.choose(this.columns[cell.column] + 1);
     }
   }
@@ -229,6 +239,9 @@ class LayoutMap {
   }
 
   press(event) {
+    if (event.altKey || event.ctrlKey || event.metaKey) {
+      return; // a key of the browser, such as Alt and the left arrow
+    }
     const page = Math.max(Math.floor((this.width - this.labelWidth) / this.cell) - 1, 1);
     const steps = {
       ArrowLeft: [-1, 0],

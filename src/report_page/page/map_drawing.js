@@ -46,7 +46,7 @@ function mapHeadHeight(context, chart) {
 function drawPageName(context, view, x, name) {
   const height = view.head - 34;
   context.save();
-  context.font = "12px sans-serif";
+  context.font = `${Math.min(view.cell, 12)}px sans-serif`;
   context.translate(x + view.cell / 2 + 4, height);
   context.rotate(-Math.PI / 2);
   context.fillText(fittingText(context, name, height - 4, true), 0, 0);
@@ -84,7 +84,7 @@ function drawMapHead(context, view, visible, colors) {
 function drawMapLabels(context, view, visible, colors) {
   context.fillStyle = colors.card;
   context.fillRect(0, 0, view.labelWidth, view.height);
-  context.font = "13px sans-serif";
+  context.font = `${Math.min(view.cell, 13)}px sans-serif`;
   context.textAlign = "left";
   context.textBaseline = "middle";
   context.fillStyle = colors.ink;
@@ -120,6 +120,9 @@ function drawMapPart(context, view) {
   drawMapLabels(context, view, visible, colors);
 }
 
+const PAPER_WIDTH = 680;
+const PAPER_HEIGHT = 880;
+
 /** On paper, whatever the scheme of the screen. */
 const PAPER_COLORS = {
   card: "#fff",
@@ -131,22 +134,35 @@ const PAPER_COLORS = {
   cells: ["#b98a2c", "#2b6f6a", "#8d3fa0", "#b3261e"],
 };
 
-/** The whole map in canvases of the width of a sheet, for printing. */
+/** How many rows a sheet has room for, whether it is A4 or Letter, so that no row is cut. */
+function rowsOnASheet(head, cell) {
+  return Math.max(Math.floor((PAPER_HEIGHT - head) / cell), 1);
+}
+
+/** A part of the map for a sheet, with its names and heads. */
+function printedMap(view, rows) {
+  const height = view.head + rows * view.cell + 1;
+  const systems = `Systems ${view.columns[0] + 1} to ${view.columns.at(-1) + 1}`;
+  const canvas = make("canvas", { role: "img", "aria-label": systems });
+  drawMapPart(sizedContext(canvas, view.width, height), { ...view, height });
+  return canvas;
+}
+
+/** The whole map in canvases of the width of a sheet, for printing. A large one is printed small. */
 function printedMaps(chart, columns) {
-  const perSheet = 34;
   const labelWidth = 130;
-  const cell = 16;
+  const cell = columns.length > 272 ? 10 : 16;
+  const perSheet = Math.floor((PAPER_WIDTH - labelWidth) / cell);
+  const head = mapHeadHeight(make("canvas").getContext("2d"), chart);
+  const most = rowsOnASheet(head, cell);
   const maps = [];
   for (let first = 0; first < columns.length; first += perSheet) {
     const part = columns.slice(first, first + perSheet);
-    const canvas = make("canvas", { role: "img", "aria-label": `Systems ${part[0] + 1} to ${part.at(-1) + 1}` });
     const width = labelWidth + part.length * cell + 8;
-    const head = mapHeadHeight(canvas.getContext("2d"), chart);
-    const height = head + chart.instruments.length * cell + 4;
-    const context = sizedContext(canvas, width, height);
-    const view = { chart, columns: part, left: 0, top: 0, width, height, labelWidth, cell, head, cursor: null };
-    drawMapPart(context, { ...view, colors: PAPER_COLORS });
-    maps.push(canvas);
+    for (let row = 0; row < chart.instruments.length; row += most) {
+      const view = { chart, columns: part, left: 0, top: row * cell, width, labelWidth, cell, head, cursor: null };
+      maps.push(printedMap({ ...view, colors: PAPER_COLORS }, Math.min(most, chart.instruments.length - row)));
+    }
   }
   return maps;
 }

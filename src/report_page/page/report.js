@@ -19,8 +19,7 @@ function startCopying() {
 }
 
 /** A line for each instrument in the table: where it is present. */
-function drawPresence(chart) {
-  const colors = pageColors();
+function drawPresence(chart, colors = pageColors()) {
   const width = 160;
   const byIdentifier = new Map(chart.instruments.map((instrument) => [String(instrument.id), instrument]));
   for (const cell of document.querySelectorAll(".presence")) {
@@ -45,20 +44,23 @@ function drawPresence(chart) {
 }
 
 /** On paper everything is open that says something, and the whole map is there. */
-function startPrinting(map) {
+function startPrinting(map, systems, chart) {
   let opened = [];
   addEventListener("beforeprint", () => {
     opened = [...document.querySelectorAll("details.problem:not([open]), #layouts:not([open])")];
     opened.forEach((details) => {
       details.open = true;
     });
+    opened.push(...systems.openForPrinting());
     map.printed.replaceChildren(...map.printable());
+    drawPresence(chart, PAPER_COLORS);
   });
   addEventListener("afterprint", () => {
     opened.forEach((details) => {
       details.open = false;
     });
     map.printed.replaceChildren();
+    drawPresence(chart);
   });
 }
 
@@ -85,6 +87,16 @@ function startLinks(systems) {
   follow();
 }
 
+/** Back after a choice in the map returns there. */
+function startWayBack(map) {
+  addEventListener("hashchange", () => {
+    if (history.state?.isMap) {
+      map.frame.scrollIntoView({ block: "nearest" });
+      map.canvas.focus({ preventScroll: true });
+    }
+  });
+}
+
 function start() {
   const report = JSON.parse(byId("data").textContent);
   startCopying();
@@ -96,12 +108,14 @@ function start() {
   document.body.append(glyphDefinitions(report.glyphs));
   const systems = new SystemList(byId("system-list"), report, chart);
   const map = new LayoutMap(byId("map-view"), chart, (system) => {
-    history.replaceState(null, "", `#system-${system}`);
+    history.replaceState({ isMap: true }, "", "#map");
+    history.pushState(null, "", `#system-${system}`);
     systems.open(system);
   });
   drawPresence(chart);
   onColorsChange(() => drawPresence(chart));
-  startPrinting(map);
+  startPrinting(map, systems, chart);
+  startWayBack(map);
   startLinks(systems);
 }
 

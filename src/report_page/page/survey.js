@@ -54,8 +54,7 @@ function startSmallMaps() {
 /** What a row is sorted by in a column: a number if it is one, else the text. */
 function sortKey(row, column) {
   const text = row.children[column].textContent.trim();
-  const number = Number.parseFloat(text);
-  return Number.isNaN(number) ? text.toLocaleLowerCase() : number;
+  return /^\d+$/.test(text) ? Number(text) : text.toLocaleLowerCase();
 }
 
 function compareKeys(a, b) {

@@ -1,6 +1,7 @@
 "use strict";
 
 const SYSTEMS_AT_ONCE = 40;
+const MOST_PRINTED = 20;
 
 /** Sheets that are compared show the same part. */
 function scrollTogether(sheets) {
@@ -44,10 +45,12 @@ class SystemList {
     this.list = make("div", { id: "systems-shown" });
     this.note = make("p", { class: "note", role: "status", id: "system-note", tabindex: "-1" });
     this.note.textContent = this.leftOutWords();
+    this.printNote = make("p", { class: "note print-only" });
     host.append(
       make("p", { class: "actions" }, make("label", {}, "Show ", this.select), this.back, this.forward, this.openAll, this.range),
       this.note,
       this.list,
+      this.printNote,
     );
     this.select.addEventListener("change", () => this.choose(this.select.value));
     this.openAll.addEventListener("click", () => {
@@ -148,12 +151,34 @@ class SystemList {
     return make("figure", {}, words ? make("figcaption", {}, `${words}${more}`) : "", sheet);
   }
 
+  missingWords(system) {
+    const { chart } = this;
+    if (system < 1 || system > chart.count) {
+      return `There is no system ${system}: the pages have ${counted(chart.count, "system", "systems")}.`;
+    }
+    const layout = chart.labels[chart.layoutOf[system - 1]]?.label ?? "A";
+    return `System ${system} has no picture here: it has layout ${layout}. The option --all of kivsys report shows pictures of all.`;
+  }
+
+  /** Draws and opens systems that need attention, for printing. Returns those that were closed, and how many are left. */
+  openForPrinting() {
+    const faulty = this.systems.filter((system) => this.chart.differs(system - 1));
+    const printed = faulty.slice(0, MOST_PRINTED);
+    const entries = printed.map((system) => byId(`system-${system}`)).filter((entry) => entry && !entry.open);
+    for (const entry of entries) {
+      this.fill(entry, Number(entry.id.replace("system-", "")));
+      entry.open = true;
+    }
+    const left = faulty.filter((system) => !byId(`system-${system}`)?.open).length;
+    this.printNote.textContent =
+      left > 0 ? `Not printed: ${counted(left, "picture", "pictures")} of systems that differ or have problems. Open them in the browser to print them.` : "";
+    return entries;
+  }
+
   /** Opens a system, turns to the page that it is on, and moves the focus there. */
   open(system) {
     if (!this.pictures.has(system)) {
-      this.note.textContent = `System ${system} has no picture here: it has layout ${
-        this.chart.labels[this.chart.layoutOf[system - 1]]?.label ?? "A"
-      }. The option --all of kivsys report shows pictures of all.`;
+      this.note.textContent = this.missingWords(system);
       this.note.scrollIntoView({ block: "center" });
       this.note.focus({ preventScroll: true });
       return;

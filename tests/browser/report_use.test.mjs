@@ -1,0 +1,144 @@
+// How a report is used: with the history of the browser, with wrong links, without script, and on paper.
+import assert from "node:assert/strict";
+import { readFileSync } from "node:fs";
+import { after, afterEach, before, describe, test } from "node:test";
+
+import { closePages, open, startBrowser, stopBrowser } from "./browser.mjs";
+import { brokenGroup, build, exampleGroup, folder, largeGroup, page as pageText, reportOf, run } from "./groups.mjs";
+
+let example = "";
+let broken = "";
+let tall = "";
+
+before(async () => {
+  await startBrowser();
+  example = reportOf(exampleGroup("used-example"), 0);
+  broken = reportOf(brokenGroup("used-broken"), 1);
+  tall = reportOf(largeGroup("tall", { pages: 6, systems: 1, instruments: 60 }), 0);
+});
+afterEach(closePages);
+after(stopBrowser);
+
+/** Where the cell of a system and an instrument of the example is, both counted from 0. */
+async function cellOf(page, system, row) {
+  const cell = 28;
+  await page.locator("#map-canvas").evaluate((canvas) => canvas.scrollIntoView({ block: "center" }));
+  const box = await page.locator("#map-canvas").boundingBox();
+  return { x: box.x + box.width - 8 - cell * (7 - system - 0.5), y: box.y + box.height - 8 - cell * (12 - row - 0.5) };
+}
+
+describe("layout map", () => {
+  test("describes the cell that is pressed, not the one of the cursor before", async () => {
+    const page = await open(example);
+    const cell = await cellOf(page, 1, 2);
+    await page.mouse.move(cell.x, cell.y);
+    const words = await page.locator("#map-status").textContent();
+    assert.match(words, /System 2,/);
+    await page.mouse.down();
+    assert.equal(await page.evaluate(() => document.activeElement.id), "map-canvas");
+    assert.equal(await page.locator("#map-status").textContent(), words);
+  });
+
+  test("leaves keys of the browser to it", async () => {
+    const page = await open(example);
+    await page.locator("#map-canvas").focus();
+    const isLeft = (options) => page.evaluate((event) =>
+      document.activeElement.dispatchEvent(new window.KeyboardEvent("keydown", { cancelable: true, bubbles: true, ...event })), options);
+    assert.equal(await isLeft({ key: "ArrowLeft", altKey: true }), true);
+    assert.equal(await isLeft({ key: "n", ctrlKey: true }), true);
+    assert.equal(await isLeft({ key: "Home", metaKey: true }), true);
+    assert.equal(await isLeft({ key: "ArrowLeft" }), false);
+  });
+
+  test("is where Back leads from a system that was chosen in it", async () => {
+    const page = await open(example);
+    const cell = await cellOf(page, 1, 2);
+    await page.mouse.click(cell.x, cell.y);
+    await page.locator("#system-2[open] svg").waitFor();
+    await page.goBack();
+    await page.waitForFunction(() => document.activeElement.id === "map-canvas");
+    await page.goForward();
+    await page.waitForFunction(() => document.activeElement.parentElement.id === "system-2");
+  });
+});
+
+describe("a link to a system", () => {
+  for (const number of ["99999", "0"]) {
+    test(`says that there is no system ${number}`, async () => {
+      const page = await open(example, { fragment: `#system-${number}` });
+      assert.equal(await page.locator("#system-note").textContent(), `There is no system ${number}: the pages have 7 systems.`);
+    });
+  }
+});
+
+describe("without script", () => {
+  test("links to systems lead to a line about them", async () => {
+    const page = await open(broken, { javaScriptEnabled: false });
+    const line = page.locator("#system-7");
+    assert.match(await line.textContent(), /^System 7, page KANTATE007\.MUS, layout [A-Z]$/);
+    await page.locator("#problems details").nth(1).evaluate((element) => { element.open = true; });
+    const hrefs = await page.locator("#problems a[href^='#system-']").evaluateAll((links) => links.map((link) => link.getAttribute("href").slice(1)));
+    for (const id of hrefs) {
+      assert.equal(await page.locator(`[id="${id}"]`).count(), 1, id);
+    }
+  });
+
+  test("boxes that cannot be saved cannot be ticked, and a command does it", async () => {
+    const path = folder("scriptless");
+    for (let number = 1; number <= 4; ++number) {
+      build(`${path}/LIED00${number}.MUS`, pageText([{ id: 101 }, { id: number === 4 ? 0 : 102 }]));
+    }
+    const file = reportOf(path, 0);
+    const page = await open(file, { javaScriptEnabled: false });
+    assert.equal(await page.locator("input[data-proposal]").first().isDisabled(), true);
+    const command = await page.locator("#next noscript code").textContent();
+    assert.equal(command, "kivsys suggest -o corrections.csv LIED001.MUS LIED002.MUS LIED003.MUS LIED004.MUS");
+    const { status, error } = run(path, ...command.split(" ").slice(1));
+    assert.equal(status, 0, error);
+    assert.match(readFileSync(`${path}/corrections.csv`, "utf8"), /LIED004/);
+    const scripted = await open(file);
+    assert.equal(await scripted.locator("input[data-proposal]").first().isDisabled(), false);
+  });
+});
+
+describe("on paper", () => {
+  async function printed(file, options = {}) {
+    const page = await open(file, options);
+    await page.emulateMedia({ media: "print" });
+    await page.evaluate(() => window.dispatchEvent(new Event("beforeprint")));
+    return page;
+  }
+
+  test("systems that need attention have their pictures", async () => {
+    const page = await printed(example);
+    for (const system of [1, 2, 3]) {
+      assert.ok(await page.locator(`#system-${system} svg`).isVisible(), `system ${system}`);
+    }
+    await page.evaluate(() => window.dispatchEvent(new Event("afterprint")));
+    assert.equal(await page.locator("details.system[open]").count(), 0);
+  });
+
+  test("the number of pictures that are left out is said", async () => {
+    const page = await printed(reportOf(largeGroup("many-differ", { pages: 30, systems: 1, instruments: 8 }), 0));
+    assert.match(await page.locator(".print-only").textContent(), /^Not printed: \d+ pictures of systems that differ or have problems\./);
+  });
+
+  test("a map with many instruments is on several sheets, each with names and heads", async () => {
+    const page = await printed(tall);
+    const heights = await page.locator(".print-map > canvas").evaluateAll((all) => all.map((canvas) => canvas.getBoundingClientRect().height));
+    assert.equal(heights.length, 2);
+    assert.ok(Math.max(...heights) <= 900, `${heights}`);
+  });
+
+  test("the legend stays on its line", async () => {
+    const page = await printed(example);
+    const display = await page.locator(".print-map .legend canvas").first().evaluate((canvas) => getComputedStyle(canvas).display);
+    assert.equal(display, "inline");
+  });
+
+  test("lines of instruments have the colors of paper in a dark scheme, too", async () => {
+    const page = await printed(example, { colorScheme: "dark" });
+    const color = await page.locator(".presence canvas").first().evaluate((canvas) => [...canvas.getContext("2d").getImageData(4, 5, 1, 1).data]);
+    assert.deepEqual(color, [0x2b, 0x6f, 0x6a, 255]);
+  });
+});
