@@ -51,6 +51,15 @@ test("is sorted by the columns", async () => {
   assert.equal((await pieces(page)).at(0), "DAMAGED", "what is not known comes first");
 });
 
+test("sorts names that begin with a number as words", async () => {
+  const page = await open(survey);
+  const keys = await page.evaluate(() => {
+    const row = (text) => ({ children: [{ textContent: text }] });
+    return ["2024 Zed", "2024 Alpha", "12"].map((text) => window.sortKey(row(text), 0));
+  });
+  assert.deepEqual(keys, ["2024 zed", "2024 alpha", 12]);
+});
+
 test("is filtered by words and verdict", async () => {
   const page = await open(survey);
   await page.locator("#survey-find").fill("ball");

@@ -107,7 +107,7 @@ TEST_F(SafeResults, TheFirstResultEndsIn0001) {
   fs::create_directory(place.path() / "dir");
   const std::vector<std::pair<std::string, std::string>> names = {{"out", "out/WORK0001.MUS"},
                                                                   {"out.txt", ""},
-                                                                  {"WORK0002.MUS", "WORK00020001.MUS"},
+                                                                  {"WORK0002.MUS", "WORK0001.MUS"},
                                                                   {"0001.PAG", ""},
                                                                   {"001.MUS", "0010001.MUS"}};
   for (const auto& [result, meant] : names) {

@@ -117,6 +117,13 @@ class Conflicts {
   std::map<std::size_t, std::string> conflicts_;
 };
 
+/// The path of a page, without its suffix, up to the number that ends it.
+std::string withoutNumber(const std::string& path) {
+  const std::size_t last = path.find_last_not_of("0123456789");
+  const bool hasName = last != std::string::npos && path[last] != '/' && path[last] != '\\';
+  return hasName ? path.substr(0, last + 1) : path;
+}
+
 }  // namespace
 
 std::string resultIn(const std::string& typed) {
@@ -138,9 +145,10 @@ std::optional<std::string> refusalOfResultName(const std::string& typed) {
   const bool isFolder =
       kindOf(typed) == PathKind::folder || name.find('.', name.find_last_of("/\\") + 1) == std::string::npos;
   const bool hasSeparator = typed.ends_with('/') || typed.ends_with('\\');
-  const std::string meant = isPage ? typed.substr(0, typed.size() - suffix.size()) + std::string(firstNumberAndSuffix)
-                            : isFolder ? typed + (hasSeparator ? "" : "/") + "WORK" + std::string(firstNumberAndSuffix)
-                                       : "";
+  const std::string meant =
+      isPage     ? withoutNumber(typed.substr(0, typed.size() - suffix.size())) + std::string(firstNumberAndSuffix)
+      : isFolder ? typed + (hasSeparator ? "" : "/") + "WORK" + std::string(firstNumberAndSuffix)
+                 : "";
   return "the name of the first result must end in 0001.MUS: " + typed +
          (meant.empty() ? "" : "; name it with --result " + meant);
 }

@@ -121,7 +121,7 @@ function drawMapPart(context, view) {
 }
 
 const PAPER_WIDTH = 680;
-const PAPER_HEIGHT = 880;
+const PAPER_HEIGHT = 800;
 
 /** On paper, whatever the scheme of the screen. */
 const PAPER_COLORS = {
