@@ -1,5 +1,6 @@
 #include "report_page/isolated.h"
 
+#include <array>
 #include <cstddef>
 
 namespace kiv::report {
@@ -17,11 +18,12 @@ bool isFromRightToLeft(const std::string& text, std::size_t at) {
 }  // namespace
 
 std::string isolated(const std::string& name) {
-  constexpr const char* firstStrongIsolate = "\xE2\x81\xA8";
-  constexpr const char* popIsolate = "\xE2\x81\xA9";
+  constexpr std::array<char, 3> firstStrongIsolate = {'\xE2', '\x81', '\xA8'};
+  constexpr std::array<char, 3> popIsolate = {'\xE2', '\x81', '\xA9'};
   for (std::size_t at = 0; at < name.size(); ++at) {
     if (isFromRightToLeft(name, at)) {
-      return firstStrongIsolate + name + popIsolate;
+      return std::string(firstStrongIsolate.begin(), firstStrongIsolate.end()) + name +
+             std::string(popIsolate.begin(), popIsolate.end());
     }
   }
   return name;

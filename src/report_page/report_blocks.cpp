@@ -125,7 +125,8 @@ std::string systemsWithoutScript(const ReportData& data) {
   std::string list;
   for (const std::size_t system : named) {
     const std::string number = std::to_string(system);
-    list += "<li id=\"system-" + number + "\">System " + number + placeOfSystem(data, system) + "</li>\n";
+    list.append("<li id=\"system-").append(number).append("\">System ").append(number);
+    list.append(placeOfSystem(data, system)).append("</li>\n");
   }
   return list.empty() ? "" : "<ul>\n" + list + "</ul>\n";
 }

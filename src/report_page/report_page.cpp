@@ -27,7 +27,7 @@ const char* classOf(VerdictKind kind) {
 }
 
 std::string stateTag(const ReportData& data) {
-  return data.state.empty() ? "" : "  <meta name=\"pages-state\" content=\"" + data.state + "\">\n";
+  return data.state.empty() ? "" : R"(  <meta name="pages-state" content=")" + data.state + "\">\n";
 }
 
 std::string hiddenUnless(bool shown) {

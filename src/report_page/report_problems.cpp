@@ -97,7 +97,8 @@ void ProblemGrouper::addSkipped(const std::vector<SkippedPage>& pages,
   for (const SkippedPage& page : pages) {
     const std::string mistaken = stepAfter ? stepAfter(page).mistaken : "";
     const std::string name = host_.nameOf(page.namedFile());
-    std::string words = mistaken.empty() ? placeWords(name, "", page.message.location.item) : name + ": " + mistaken;
+    std::string words = mistaken.empty() ? placeWords(name, "", page.message.location.item)
+                                         : std::string(name).append(": ").append(mistaken);
     for (const std::string& file : page.otherFiles()) {
       words += "; left out with it: " + host_.nameOf(file);
     }
