@@ -131,6 +131,10 @@ constexpr std::array musicTexts = {
                 "Look at the bar in the notation program."},
     ProblemText{code::noTimeSignature, "No time signature", "No page has a time signature.", "Bars of 4/4 are assumed.",
                 "Enter the time signature in the notation program."},
+    ProblemText{code::keyNotShown, "Key not shown",
+                "No staff of the system has a key signature at its begin, though one had accidentals before.",
+                "Rest staves may keep a key that has changed to C major.",
+                "If it has changed, enter a key signature without accidentals in the notation program."},
 };
 
 constexpr std::array selectionTexts = {

@@ -71,6 +71,12 @@ Message stavesDisagree(double length, const Location& bar) {
                       "the staves that play last unequally long; rest staves should last " + quarters(length), bar);
 }
 
+Message keyNotShown(const Location& system) {
+  return musicWarning(code::keyNotShown,
+                      "no staff shows a key, though one did before; rest staves may keep a key that has changed",
+                      system);
+}
+
 Message noTimeSignature(const Location& system) {
   return musicWarning(code::noTimeSignature, "no page has a time signature; rest staves should have bars of 4/4",
                       system);

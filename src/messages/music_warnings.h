@@ -24,6 +24,8 @@ Message lateEntryUnknown(const RestStavesOf& staves, const Location& system);
 Message braceDisplaced(int braces, const Location& system);
 /// The staves that play last unequally long. The rest staves take the length given.
 Message stavesDisagree(double length, const Location& bar);
+/// No staff of the system has a key signature at its begin, though one had accidentals in the system before.
+Message keyNotShown(const Location& system);
 /// No system of the group has a time signature.
 Message noTimeSignature(const Location& system);
 

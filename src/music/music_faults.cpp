@@ -29,6 +29,11 @@ class FaultFinder {
       saidTime_ = true;
       faults_.push_back({messages::noTimeSignature(locationOf(system)), system, {}});
     }
+    isKeyShown_ = isKeyShown_ || !group_.keys().isHidden(system);
+    if (restsMatter && isKeyShown_ && group_.keys().isHidden(system)) {
+      isKeyShown_ = false;
+      faults_.push_back({messages::keyNotShown(locationOf(system)), system, {}});
+    }
     if (!result.displacedBraces.empty()) {
       const auto count = static_cast<int>(result.displacedBraces.size());
       faults_.push_back({messages::braceDisplaced(count, locationOf(system)), system, result.displacedBraces});
@@ -120,6 +125,7 @@ class FaultFinder {
   const std::vector<CheckedResult>& results_;
   const proof::MusicGroup& group_;
   bool saidTime_ = false;
+  bool isKeyShown_ = true;  // since the last warning that it is not
   std::vector<MusicFault> faults_;
 };
 

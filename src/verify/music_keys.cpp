@@ -96,6 +96,22 @@ void MusicKeys::read(const MusicSystem& system) {
   for (const auto& [bar, all] : positions) {
     score.positions[bar] = usualPosition(all);
   }
+  lookForKeys(score);
+}
+
+void MusicKeys::lookForKeys(Score& score) {
+  const bool isLost = std::any_of(score.signatures.begin(), score.signatures.end(),
+                                  [&](const auto& played) { return withAccidentals_.contains(played.first); });
+  isHidden_ = (isHidden_ || isLost) && !score.positions.contains(0);
+  score.isHidden = isHidden_;
+  isHidden_ = isHidden_ && score.positions.empty();
+  for (const auto& [instrument, signatures] : score.signatures) {
+    if (!signatures.empty() && signatures.rbegin()->second[par::key] != 0) {
+      withAccidentals_.insert(instrument);
+    } else {
+      withAccidentals_.erase(instrument);
+    }
+  }
 }
 
 void MusicKeys::move(std::size_t system) {

@@ -24,6 +24,9 @@ class MusicKeys {
   /// By the bar from which on they count, the keys of an instrument in a system; always that of bar 0, and after it
   /// only changes. Empty for an instrument that has no key signatures while others have some.
   std::map<std::size_t, SilentKey> keys(std::size_t system, float instrument) const;
+  /// Whether a system shows no key at its begin, though a staff that plays has had accidentals in its system before, or
+  /// the same is true of the system before. Whether the key is another is not known then; it is taken to be the same.
+  bool isHidden(std::size_t system) const { return scores_[system].isHidden; }
   /// Where the signatures that count from a bar on stand in a system.
   float position(std::size_t system, std::size_t bar) const { return scores_[system].positions.at(bar); }
 
@@ -34,7 +37,8 @@ class MusicKeys {
     std::map<std::size_t, float> positions;
     std::map<std::size_t, int> moves;  // by how many fifths all keys move before a bar
     std::map<float, int> before;       // the keys of the instruments met before the system
-    int movedBefore = 0;               // all moves before the system
+    bool isHidden = false;
+    int movedBefore = 0;  // all moves before the system
   };
   struct Entry {
     std::size_t system = 0;
@@ -42,6 +46,7 @@ class MusicKeys {
   };
 
   void read(const MusicSystem& system);
+  void lookForKeys(Score& score);
   void move(std::size_t system);
   int moveOf(const Score& score, std::size_t bar) const;
   void enter(std::size_t system, std::size_t bar);
@@ -62,6 +67,8 @@ class MusicKeys {
   std::set<float> unsigned_;                   // those without, while others had some, in a system
   std::set<float> pitched_;                    // those with staves of other than one line
   std::map<float, int> now_;                   // the keys while they are followed
+  std::set<float> withAccidentals_;            // those whose last signature has some, while the systems are read
+  bool isHidden_ = false;                      // the same of isHidden()
   int moved_ = 0;                              // the moves so far
 };
 

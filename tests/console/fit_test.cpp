@@ -19,7 +19,7 @@ const std::string solo =
     "barline 1 at 50 spans 1\nnote 1 at 60 duration 3\nbarline 1 at 100 spans 1\n";
 const std::string wrongRest =
     "kivsys: WORK0002.MUS: warning: rest staff 102: the rest lasts 4 quarters, the music of the bar 3 quarters (system "
-    "2, bar 2)\n";
+    "2, bar 2) [bar-rest-length]\n";
 const std::string hint = "kivsys: note: convert --fit makes rest staves, braces and brackets that fit the music\n";
 
 class ConsoleFit : public ConsoleConvert {

@@ -152,6 +152,7 @@ std::vector<Example> warningExamples() {
       {"lateEntryUnknown", lateEntryUnknown({101}, {})},
       {"braceDisplaced", braceDisplaced(1, {})},
       {"stavesDisagree", stavesDisagree(3, {})},
+      {"keyNotShown", keyNotShown({})},
       {"noTimeSignature", noTimeSignature({})},
   };
 }

@@ -97,8 +97,26 @@ TEST(MusicWarnings, TheLeftEdgeIsThatOfTheStavesThatPlay) {
               ElementsAre("brace-displaced system 2: 1 brace stands away from the left edge of the system"));
 }
 
+TEST(MusicWarnings, AKeyThatNoStaffShowsAnyMore) {
+  const std::string notes = "note 1 at 30 duration 4\nbarline 1 at 60 spans 1\n";
+  const std::vector<std::string> texts{both, one + notes, one + notes, one + sameKey + notes, one + notes};
+  const std::string words = "no staff shows a key, though one did before; rest staves may keep a key that has changed";
+  for (const RestStaves restStaves : {RestStaves::asKnownSoFar, RestStaves::fitting}) {
+    EXPECT_THAT(FittedPages(texts, restStaves).warnings({{101, 102}, {101}, {101}, {101}, {101}}),
+                ElementsAre("key-not-shown system 2: " + words, "key-not-shown system 5: " + words));
+  }
+}
+
+TEST(MusicWarnings, AKeyChangedBeforeTheSystemIsNotMissing) {
+  const std::string change = one + sameKey +
+                             "note 1 at 30 duration 4\nbarline 1 at 60 spans 1\nkeysignature 1 at 62 key 0\n"
+                             "note 1 at 80 duration 4\nbarline 1 at 100 spans 1\n";
+  FittedPages pages(std::vector<std::string>{both, change, one + "note 1 at 30 duration 4\nbarline 1 at 60 spans 1\n"});
+  EXPECT_THAT(pages.warnings({{101, 102}, {101}, {101}}), IsEmpty());
+}
+
 TEST(MusicWarnings, AreThoseOfTheResultsBeforeOneThatCannotBeRead) {
-  const std::string threeQuarters = one + "note 1 at 30 duration 3\nbarline 1 at 60 spans 1\n";
+  const std::string threeQuarters = one + sameKey + "note 1 at 30 duration 3\nbarline 1 at 60 spans 1\n";
   FittedPages pages(std::vector<std::string>{both, threeQuarters, threeQuarters}, RestStaves::asKnownSoFar);
   EXPECT_EQ(pages.warnings({{101, 102}, {101}, {101}}).size(), 2U);
   pages.damageResult(3);

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <iterator>
 #include <set>
+#include <string_view>
 
 #include "input/file_names.h"
 #include "music/music_warnings.h"
@@ -63,13 +64,15 @@ void addMusicWarnings(ConsoleUser& user, Files& files, const std::vector<Message
   constexpr std::size_t mostShown = 40;
   Warnings shown{messages, {}};
   shown.messages.resize(std::min(messages.size(), mostShown));
-  user.printNotes(asText(shown, [&](const std::string& name) { return user.nameOf(name); }));
+  user.printNotes(asText(
+      shown, [&](const std::string& name) { return user.nameOf(name); }, true));
   if (messages.size() > mostShown) {
     user.printNotes("kivsys: warning: there are " + std::to_string(messages.size() - mostShown) +
                     " more warnings about rest staves, which --json lists\n");
   }
   const bool isAboutRestStaves = std::any_of(messages.begin(), messages.end(), [](const Message& message) {
-    return message.code != code::stavesDisagree && message.code != code::noTimeSignature;
+    constexpr std::string_view aboutPages[] = {code::stavesDisagree, code::noTimeSignature, code::keyNotShown};
+    return std::find(std::begin(aboutPages), std::end(aboutPages), message.code) == std::end(aboutPages);
   });
   if (isAboutRestStaves) {
     user.printNotes("kivsys: note: convert --fit makes rest staves, braces and brackets that fit the music\n");

@@ -8,7 +8,7 @@
 namespace kiv {
 namespace {
 
-std::string lineOf(const Message& warning, const FileNamer& nameOf) {
+std::string lineOf(const Message& warning, const FileNamer& nameOf, bool withCode) {
   const Location& location = warning.location;
   std::string line;
   if (!location.file.empty()) {
@@ -22,15 +22,16 @@ std::string lineOf(const Message& warning, const FileNamer& nameOf) {
     const std::string bar = location.bar ? ", bar " + std::to_string(*location.bar) : "";
     line += " (system " + std::to_string(*location.system) + bar + ")";
   }
-  return "kivsys: " + printable(line) + "\n";
+  const std::string code = withCode ? " [" + std::string(warning.code) + "]" : "";
+  return "kivsys: " + printable(line) + code + "\n";
 }
 
 }  // namespace
 
-std::string asText(const Warnings& warnings, const FileNamer& nameOf) {
+std::string asText(const Warnings& warnings, const FileNamer& nameOf, bool withCodes) {
   std::string lines;
   for (const Message& warning : warnings.messages) {
-    lines += lineOf(warning, nameOf);
+    lines += lineOf(warning, nameOf, withCodes);
   }
   return lines;
 }

@@ -16,8 +16,8 @@ struct Warnings {
   std::vector<Problem> problems;  ///< of the messages; filled for output as JSON only
 };
 
-/// A line for each: "kivsys: X1.MUS: item 3: warning: ... (system 2)"
-std::string asText(const Warnings& warnings, const FileNamer& nameOf);
+/// A line for each: "kivsys: X1.MUS: item 3: warning: ... (system 2)", and on request the code: " [bar-two-rests]"
+std::string asText(const Warnings& warnings, const FileNamer& nameOf, bool withCodes = false);
 
 /// Each as a problem of the severity "warning", which is about no message of the run and has a text of its own.
 /// The paths are those of its files.
