@@ -117,7 +117,7 @@ TEST_F(ReportSteps, NeverMixResultsOfTwoGroups) {
 }
 
 TEST_F(ReportSteps, SaveWhatDamagedPagesStillHoldAsAnalysesDo) {
-  std::size_t damaged = 0;
+  std::size_t recovered = 0;
   run("for p in \"$examples\"/broken-minuet/*.txt; do kivsys build \"$p\" \"$(basename \"$p\" .txt).MUS\"; done");
   for (const auto& entry : std::filesystem::directory_iterator(place.path())) {
     const std::string name = entry.path().filename().string();
@@ -129,10 +129,10 @@ TEST_F(ReportSteps, SaveWhatDamagedPagesStillHoldAsAnalysesDo) {
     const std::string written = report({name});
     if (next != std::string::npos) {
       EXPECT_EQ(commandIn(written), error.substr(next + 6, error.find('\n', next) - next - 6));
-      ++damaged;
+      ++recovered;
     }
   }
-  EXPECT_GT(damaged, 0U);
+  EXPECT_GT(recovered, 0U);
 }
 
 TEST_F(ReportSteps, SayWhatAFileIsThatIsNoPage) {
