@@ -16,6 +16,9 @@ constexpr float keyIndent = 9;
 constexpr float wholeBarRest = -2;
 constexpr float noTuplet = -1;
 
+/// Where neighbors are nearer to each other, rounding could move a rest onto one of them.
+constexpr double leastRounded = 4;
+
 /// Positions that are computed are rounded to a quarter of a page unit.
 float rounded(double position) {
   constexpr double parts = 4;
@@ -66,7 +69,8 @@ class BarPositions {
     constexpr double thousandths = 1000;
     const double part =
         std::round((asWritten(moment) - begin) / (asWritten(right.first) - begin) * thousandths) / thousandths;
-    return rounded(left.second + part * (right.second - left.second));
+    const double position = left.second + part * (right.second - left.second);
+    return right.second - left.second < leastRounded ? static_cast<float>(position) : rounded(position);
   }
 
  private:

@@ -14,6 +14,7 @@ namespace {
 constexpr float openBar = 10;         // the width after the last note of a bar that no barline ends
 constexpr float leastEmptyBar = 10;   // a bar without music is at least as wide
 constexpr float leastAfterSign = 20;  // or has so much space after its last clef or signature
+constexpr double narrow = 4;          // a space in which rests stand at positions that are not rounded
 constexpr float signsAtLeft = 17;     // the width that clef and signatures need at the left edge
 
 bool isSign(const Item& item) {
@@ -117,7 +118,9 @@ float MusicBar::positionOf(Ticks moment, const std::vector<Moment>& moments, Tic
   const double begin = inQuarters(before.time);
   const double part = (inQuarters(moment) - begin) / (inQuarters(after.time) - begin);
   const double thousandths = std::round(part * 1000) / 1000;
-  return inQuarterUnits(before.position + thousandths * (static_cast<double>(after.position) - before.position));
+  const double width = static_cast<double>(after.position) - before.position;
+  const double position = before.position + thousandths * width;
+  return width < narrow ? static_cast<float>(position) : inQuarterUnits(position);
 }
 
 float MusicBar::positionOfWholeBarRest(Ticks length) const {

@@ -161,6 +161,12 @@ TEST(BarRests, ALastBarIsThatOfAllItsNotesHoweverFarAwayTheyAre) {
   }
 }
 
+TEST(BarRests, RestsStayBeforeABarlineThatIsVeryNear) {
+  const std::string rests =
+      restsBeside("note 1 at 20 duration 4\nbarline 1 at 60 spans 1\nnote 1 at 99.7 duration 3\n" + end);
+  EXPECT_EQ(rests, "40 kind -2 duration 4 p9 -1; 99.7 duration 2 p9 -1; 99.9001 duration 1 p9 -1");
+}
+
 TEST(BarRests, AnEmptyBarGetsARestOfTheTimeInForce) {
   EXPECT_EQ(restsBeside("note 1 at 20 duration 3\nbarline 1 at 60 spans 1\n" + end, time(3, 4)),
             "40 kind -2 duration 3 p9 -1; 80 kind -2 duration 3 p9 -1");
