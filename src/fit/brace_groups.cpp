@@ -136,7 +136,7 @@ std::vector<Item> braceItems(const std::vector<BraceGroup>& groups, const ItemTa
       }
     }
     if (!numbers.empty()) {
-      Item brace(ItemType::barline, *numbers.begin(), leftEdge);
+      Item brace(ItemType::barline, *numbers.begin(), leftEdge + 0.0F);  // no -0
       brace[par::spannedStaves] = *numbers.rbegin() - *numbers.begin() + 1;
       brace[par::kind] = group.kind;
       items.push_back(brace);

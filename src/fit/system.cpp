@@ -163,6 +163,7 @@ System systemOf(const ItemTable& items, const std::vector<Barline>& barlines) {
   for (const Staff& staff : system.staves) {
     system.leftEdge = std::min(system.leftEdge, staff.staff[par::position]);  // which a NaN is not
   }
+  system.leftEdge += 0.0F;  // no -0
   BarFinder finder(system);
   for (std::size_t b = 0; b < barlines.size(); ++b) {
     const bool isLast = b + 1 == barlines.size();

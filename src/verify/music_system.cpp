@@ -234,7 +234,7 @@ float MusicSystem::leftEdge() const {
     const float own = staff.staff[par::position];
     left = own < left ? own : left;
   }
-  return left;
+  return left == 0 ? 0 : left;  // zero may have a sign
 }
 
 }  // namespace kiv::proof

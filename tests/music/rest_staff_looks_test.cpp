@@ -152,6 +152,14 @@ TEST(FittingBraces, ABracketKeepsItsKindAndJoinsItsInstrumentsAtTheLeftEdge) {
   EXPECT_EQ(pages.braces(2), "barline 1 at 5 spans 2 kind 9");
 }
 
+TEST(FittingBraces, AtALeftEdgeOfMinusZeroIsOneOfZero) {
+  FittedPages pages(
+      std::vector<std::string>{system(staff(2, 101, clef) + staff(1, 102, clef + "barline # at 0 spans 2 kind 9\n"), 2),
+                               system(staff(1, 101, clef, "-0"), 1, "-0")});
+  EXPECT_EQ(pages.findings(), "");
+  EXPECT_EQ(pages.braces(2), "barline 1 at 0 spans 2 kind 9");
+}
+
 TEST(FittingBraces, ABraceInsideABracketRemainsOneOfItsOwn) {
   const std::string both = "barline # at 0 spans 3 kind 9\nbarline # at 0 spans 2 kind 9\n";
   FittedPages pages(

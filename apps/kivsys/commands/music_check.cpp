@@ -19,11 +19,11 @@ std::vector<Message> musicWarningsOfResults(Files& files, Machine& machine, cons
   const std::vector<SystemFact>& systems = group.systems();
   const auto names = proof::resultNames(machine, written.first, systems.size());
   std::set<std::string> known;
-  for (const std::string& name : written.written.value_or(std::vector<std::string>())) {
+  for (const std::string& name : written.names.value_or(std::vector<std::string>())) {
     known.insert(machine.upperCase(name));
   }
   const auto isWritten = [&](const std::string& name) {
-    return !written.written || known.contains(machine.upperCase(name));
+    return !written.names || known.contains(machine.upperCase(name));
   };
   std::vector<CheckedResult> results;
   for (std::size_t i = 0; names && i < systems.size() && isWritten((*names)[i]); ++i) {

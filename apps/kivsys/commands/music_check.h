@@ -18,11 +18,11 @@ namespace kiv {
 struct WrittenResults {
   std::string first;  ///< a full name
   /// Of a conversion that did not end normally, what it has written; nullopt for all results.
-  std::optional<std::vector<std::string>> written = {};
+  std::optional<std::vector<std::string>> names = {};
 };
 
 /// What is wrong with the results of a conversion as music. The facts have observed its analysis.
-std::vector<Message> musicWarningsOfResults(Files& files, Machine& machine, const WrittenResults& results,
+std::vector<Message> musicWarningsOfResults(Files& files, Machine& machine, const WrittenResults& written,
                                             GroupFacts& group);
 
 /// A conversion that is tried in memory.
