@@ -95,6 +95,7 @@ std::vector<Moment> MusicBar::momentsOf(Ticks length) const {
     }
   }
   std::vector<Moment> moments;
+  moments.reserve(known.size());
   for (const auto& [time, position] : known) {
     moments.push_back({time, position});
   }
