@@ -1,6 +1,7 @@
 #include "conversion/fitted_staves.h"
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <vector>
 
@@ -9,11 +10,14 @@
 namespace kiv {
 namespace {
 
+/// Those that bound bars: not one at a position that is no number.
 std::vector<fit::Barline> barsFrom(const BarlineList& barlines) {
   std::vector<fit::Barline> bars;
   bars.reserve(barlines.size());
   for (const ModelBarline& barline : barlines) {
-    bars.push_back({barline.position, barline.kind});
+    if (!std::isnan(barline.position)) {
+      bars.push_back({barline.position, barline.kind});
+    }
   }
   return bars;
 }

@@ -1,6 +1,7 @@
 // Rest staves, braces and brackets that fit the music of the group.
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <utility>
 
@@ -48,7 +49,9 @@ MusicSystem SystemModel::music() const {
   }
   std::vector<MusicBarline> barlines;
   for (const Bar& bar : bars_) {
-    barlines.push_back({bar.position, bar.kind});
+    if (!std::isnan(bar.position)) {  // such a one bounds nothing
+      barlines.push_back({bar.position, bar.kind});
+    }
   }
   return {std::move(staves), barlines};
 }
