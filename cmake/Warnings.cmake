@@ -8,4 +8,8 @@ else()
     -Wimplicit-fallthrough $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual>)
   # g++ 12 sees overlaps in std::string that are not there.
   target_compile_options(kiv_warnings INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+  if(KIV_JOINED)
+    # clang says so of names in unnamed namespaces of other files, too.
+    target_compile_options(kiv_warnings INTERFACE $<$<CXX_COMPILER_ID:Clang>:-Wno-shadow>)
+  endif()
 endif()
