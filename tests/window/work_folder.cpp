@@ -57,10 +57,13 @@ void removeFolder(const std::string& folder) {
 }  // namespace
 
 WorkFolder::WorkFolder(const std::string& name) : before_(currentFolder()) {
+  // Numbers of processes come again, and a program that was killed leaves its folders.
   static int count = 0;
-  ++count;
-  path_ =
-      folderForTemporaryFiles() + "kiv" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(count) + name;
+  const std::string begin = folderForTemporaryFiles() + "kiv" + std::to_string(GetCurrentProcessId()) + "-";
+  do {
+    ++count;
+    path_ = begin + std::to_string(count) + name;
+  } while (exists(path_));
   makeFolder(path_);
   EXPECT_TRUE(SetCurrentDirectoryA(path_.c_str())) << path_;
 }
