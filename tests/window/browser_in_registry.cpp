@@ -52,6 +52,8 @@ bool isRunning(const std::string& program) {
 }  // namespace
 
 BrowserInRegistry::BrowserInRegistry() : temporary_(MAX_PATH, L'\0') {
+  // Wine's desktop begins with the first program that wants it, inherits that program's open files and keeps them.
+  GetDesktopWindow();
   temporary_.resize(GetEnvironmentVariableW(L"TMP", temporary_.data(), MAX_PATH));
   std::array<char, MAX_PATH> here{};
   const std::string folder(here.data(), GetCurrentDirectoryA(MAX_PATH, here.data()));
