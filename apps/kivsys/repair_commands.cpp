@@ -120,7 +120,7 @@ void addUndo(CLI::App& app, UndoOptions& options, int& status) {
   undo->add_option("folder", options.folder, "Folder of the run (default: the current folder)")->type_name("FOLDER");
   undo->add_flag("--dry-run", options.dryRun, "Change nothing; print what would be undone");
   undo->add_flag("--keep-changed", options.keepChanged,
-                 "Leave files that have changed since as they are, and name them");
+                 "Leave files that have changed since; what the run had replaced gets a name beside them");
   undo->add_flag("--json", options.json, "Print one JSON object and nothing else");
   undo->footer(
       "Takes back the last convert, trace, sort or fix that wrote into the folder, in all folders that it wrote into:\n"

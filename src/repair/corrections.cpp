@@ -60,6 +60,9 @@ class TableReader {
     if (row.cells.size() > width_ && !endsEmpty) {
       return fail("has more cells than the first row");
     }
+    if (row.cells.size() <= columns_[newId]) {
+      return fail("has no cell for new_id; is it separated as the first row is?");
+    }
     if (cell(newId).empty()) {
       ++table_.undecided;
       return;

@@ -1,6 +1,7 @@
 #include "repair/layout_file.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <set>
@@ -13,6 +14,8 @@ namespace kiv {
 namespace {
 
 constexpr std::size_t noColumn = SIZE_MAX;
+/// What an instrument is read from.
+constexpr std::array<const char*, 7> columnNames = {"id", "name", "abbreviation", "clefs", "lines", "size", "keys"};
 
 std::string trimmed(const std::string& text) {
   const std::size_t first = text.find_first_not_of(" \t");
@@ -56,6 +59,15 @@ std::vector<TextColumn> textColumnsOf(const CsvRecord& heads) {
           {columnOf(heads, "keys"), &ListedInstrument::keys}};
 }
 
+/// The name of a column that is there twice; nullptr for none.
+const char* doubleColumn(const CsvRecord& heads) {
+  const auto* found = std::find_if(columnNames.begin(), columnNames.end(), [&](const char* name) {
+    return std::count_if(heads.cells.begin(), heads.cells.end(),
+                         [&](const std::string& head) { return inLowerCase(trimmed(head)) == name; }) > 1;
+  });
+  return found == columnNames.end() ? nullptr : *found;
+}
+
 using LayoutOrError = std::variant<std::vector<ListedInstrument>, LayoutFileError>;
 
 LayoutOrError readRows(CsvReader& reader, const CsvRecord& heads) {
@@ -63,6 +75,9 @@ LayoutOrError readRows(CsvReader& reader, const CsvRecord& heads) {
   const auto textColumns = textColumnsOf(heads);
   if (idColumn == noColumn) {
     return LayoutFileError{heads.line, "no column is named id"};
+  }
+  if (const char* name = doubleColumn(heads)) {
+    return LayoutFileError{heads.line, std::string("two columns are named ") + name};
   }
   std::vector<ListedInstrument> instruments;
   std::set<std::int16_t> ids;

@@ -53,6 +53,14 @@ TEST_F(CorrectedReading, AConversionIsThatOfCorrectedPages) {
   expectPagesUnchanged();
 }
 
+TEST_F(CorrectedReading, RowsThatAreLeftOutAreCounted) {
+  place.write("c.csv", place.read("c.csv") + "X1.MUS,1,1,2,staff,zero,,,,\nX1.MUS,1,1,2,staff,zero,,77,guess,\n");
+  const Ended ended = run("analyze", {"--only", "likely"});
+  EXPECT_TRUE(ended.error.starts_with(
+      "kivsys: note: 2 ids in 1 page corrected on reading, 2 rows left out; no page is changed\n"))
+      << ended.error;
+}
+
 TEST_F(CorrectedReading, AnAnalysisIsThatOfCorrectedPages) {
   EXPECT_NE(place.kivsys({"analyze", "x1.mus", "x2.mus", "x3.mus"}).error.find("Zero instrId"), std::string::npos);
   const Ended ended = run("analyze", {"--json"});
@@ -132,7 +140,7 @@ TEST_F(CorrectedReading, AProofNeedsTheCorrectionsAndStatesThem) {
 
 TEST_F(CorrectedReading, OnlyRowsOfThatConfidenceAreUsed) {
   const Ended ended = run("instruments", {"--csv", "--only", "sure"});
-  EXPECT_EQ(ended.error, "kivsys: note: 1 id in 1 page corrected on reading; no page is changed\n");
+  EXPECT_EQ(ended.error, "kivsys: note: 1 id in 1 page corrected on reading, 1 row left out; no page is changed\n");
   EXPECT_NE(ended.out.find("\n1,9,"), std::string::npos) << ended.out;
   EXPECT_EQ(place.kivsys({"analyze", "x1.mus", "--only", "sure"}).status, 2) << "there is no table";
 }

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <fstream>
 #include <map>
 #include <string>
 
@@ -56,6 +57,23 @@ class Undo : public ConsoleConvert {
     const Ended ended = place.kivsys({"undo", folder});
     EXPECT_EQ(ended.status, 2);
     EXPECT_EQ(ended.error, "kivsys: no run in the folder " + folder + " can be undone\n");
+  }
+  /// Leaves the first lines of the only journal, and a part of the next one.
+  void cutJournal(int lines, const std::string& rest) const {
+    const fs::path folder = place.stateFolder() / "kivsys/undo";
+    for (const std::string& file : filesIn(folder)) {
+      if (!file.starts_with("run-")) {
+        continue;
+      }
+      std::ifstream in(folder / file);
+      std::string head;
+      std::string line;
+      for (int i = 0; i < lines && std::getline(in, line); ++i) {
+        head += line + "\n";
+      }
+      in.close();
+      std::ofstream(folder / file, std::ios::trunc) << head << rest;
+    }
   }
   bool hasKept(const std::string& folder) const { return fs::exists(place.path() / folder / ".kivsys"); }
   std::string path(const std::string& file) const { return (place.path() / file).string(); }

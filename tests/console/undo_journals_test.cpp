@@ -18,21 +18,21 @@ TEST_F(Undo, ARunThatFailsBeforeItChangesAnythingLeavesTheUndoOfTheOneBefore) {
   expectUndone(before);
 }
 
+TEST_F(Undo, OldFilesOfAFolderThatTheJournalLostRefuseAll) {
+  EXPECT_EQ(place.kivsys({"fix", "x1.mus", "x2.mus", "--map", "102=7", "--in-place"}).status, 0);
+  cutJournal(1, "{\"folder\":");
+  const Snapshot before = snapshot();
+  const Ended ended = place.kivsys({"undo"});
+  EXPECT_EQ(ended.status, 2) << ended.out;
+  EXPECT_NE(ended.error.find(" is an old file that the journal does not know: the journal is damaged\n"),
+            std::string::npos)
+      << ended.error;
+  EXPECT_EQ(snapshot(), before);
+}
+
 TEST_F(Undo, OldFilesThatACutJournalDoesNotKnowRefuseAll) {
   EXPECT_EQ(place.kivsys({"fix", "x1.mus", "x2.mus", "--map", "102=7", "--in-place"}).status, 0);
-  const fs::path folder = place.stateFolder() / "kivsys/undo";
-  for (const std::string& file : filesIn(folder)) {
-    if (file.starts_with("run-")) {
-      std::ifstream in(folder / file);
-      std::string head;
-      std::string line;
-      for (int lines = 0; lines < 2 && std::getline(in, line); ++lines) {
-        head += line + "\n";
-      }
-      in.close();
-      std::ofstream(folder / file, std::ios::trunc) << head;
-    }
-  }
+  cutJournal(2, "");
   const Snapshot before = snapshot();
   const Ended ended = place.kivsys({"undo"});
   EXPECT_EQ(ended.status, 2);
@@ -43,6 +43,7 @@ TEST_F(Undo, OldFilesThatACutJournalDoesNotKnowRefuseAll) {
 }
 
 TEST_F(Undo, ADamagedJournalUndoesNothing) {
+  addOld("KivSystem2.TXT");
   EXPECT_EQ(convert().status, 0);
   const fs::path folder = place.stateFolder() / "kivsys/undo";
   for (const std::string& file : filesIn(folder)) {
@@ -53,7 +54,11 @@ TEST_F(Undo, ADamagedJournalUndoesNothing) {
   const Snapshot before = snapshot();
   const Ended ended = place.kivsys({"undo"});
   EXPECT_EQ(ended.status, 2);
-  EXPECT_TRUE(ended.error.ends_with(" cannot be read, or is damaged; nothing is undone\n")) << ended.error;
+  EXPECT_TRUE(
+      ended.error.ends_with(" cannot be read, or is damaged; nothing is undone\n"
+                            "kivsys: files that runs have replaced here are in " +
+                            path(".kivsys") + "\n"))
+      << ended.error;
   EXPECT_EQ(snapshot(), before);
 }
 

@@ -104,15 +104,66 @@ TEST_F(Undo, AFileThatHasChangedSinceRefusesAll) {
   EXPECT_EQ(snapshot(), before);
 }
 
+constexpr const char* nothingIsUndone = "kivsys: nothing is undone\nNext: kivsys undo --keep-changed\n";
+
 TEST_F(Undo, AKeptFileThatHasChangedRefusesAll) {
   addOld("out/WORK0001.MUS");
   EXPECT_EQ(convert().status, 0);
   const std::string kept = "out/.kivsys/" + filesIn(place.path() / "out/.kivsys").at(0);
   place.write(kept, "changed");
   const Snapshot before = snapshot();
-  EXPECT_EQ(place.kivsys({"undo"}).error, "kivsys: the old " + path("out/WORK0001.MUS") + " is no longer in " +
-                                              path(kept) + "\nkivsys: nothing is undone\n");
+  EXPECT_EQ(place.kivsys({"undo"}).error, "kivsys: the old " + path("out/WORK0001.MUS") + ", " + path(kept) +
+                                              ", has changed since\n" + nothingIsUndone);
   EXPECT_EQ(snapshot(), before);
+  fs::remove(place.path() / kept);
+  EXPECT_EQ(place.kivsys({"undo"}).error,
+            "kivsys: the old " + path("out/WORK0001.MUS") + " is no longer " + path(kept) + "\n" + nothingIsUndone);
+}
+
+TEST_F(Undo, AFileThatIsMissingNowIsRestoredOnRequest) {
+  addOld("out/WORK0001.MUS");
+  const Snapshot before = snapshot();
+  EXPECT_EQ(convert().status, 0);
+  fs::remove(place.path() / "out/WORK0001.MUS");
+  EXPECT_EQ(place.kivsys({"undo"}).status, 2);
+  const Ended ended = place.kivsys({"undo", "--keep-changed"});
+  EXPECT_EQ(ended.status, 0) << ended.error;
+  EXPECT_TRUE(ended.out.starts_with(path("out/WORK0001.MUS") + ": restored\n")) << ended.out;
+  EXPECT_EQ(snapshot(), before);
+}
+
+TEST_F(Undo, WhatARunHadReplacedGetsANameBesideAFileThatStays) {
+  addOld("out/WORK0001.MUS", "replaced");
+  addOld("out/WORK0001.MUS.old", "mine");
+  EXPECT_EQ(convert().status, 0);
+  place.write("out/WORK0001.MUS", "edited");
+  const std::string left = path("out/WORK0001.MUS") + ": has changed since, ";
+  const std::string old = path("out/WORK0001.MUS.old2") + "\n";
+  const Ended dry = place.kivsys({"undo", "--keep-changed", "--dry-run"});
+  EXPECT_NE(dry.out.find(left + "would stay as it is; what the run had replaced would be " + old), std::string::npos)
+      << dry.out;
+  EXPECT_EQ(Json::parse(place.kivsys({"undo", "--keep-changed", "--dry-run", "--json"}).out)["set_aside"],
+            Json({path("out/WORK0001.MUS.old2")}));
+  const Ended ended = place.kivsys({"undo", "--keep-changed"});
+  EXPECT_EQ(ended.status, 0) << ended.error;
+  EXPECT_NE(ended.out.find(left + "left as it is; what the run had replaced is " + old), std::string::npos)
+      << ended.out;
+  EXPECT_EQ(place.read("out/WORK0001.MUS"), "edited");
+  EXPECT_EQ(place.read("out/WORK0001.MUS.old"), "mine");
+  EXPECT_EQ(place.read("out/WORK0001.MUS.old2"), "replaced");
+  EXPECT_FALSE(hasKept("out"));
+}
+
+TEST_F(Undo, AKeptFileThatHasChangedIsNotLostEither) {
+  addOld("out/WORK0001.MUS", "replaced");
+  addOld("KivSystem2.TXT", "mine");
+  EXPECT_EQ(convert().status, 0);
+  const std::string result = place.read("out/WORK0001.MUS");
+  place.write("out/.kivsys/" + filesIn(place.path() / "out/.kivsys").at(0), "damaged");
+  EXPECT_EQ(place.kivsys({"undo", "--keep-changed"}).status, 0);
+  EXPECT_EQ(place.read("KivSystem2.TXT"), "mine");
+  EXPECT_EQ(place.read("out/WORK0001.MUS"), result);
+  EXPECT_EQ(place.read("out/WORK0001.MUS.old"), "damaged");
 }
 
 TEST_F(Undo, ARunThatFailsAtAFolderInItsWayIsUndone) {

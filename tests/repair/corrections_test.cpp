@@ -34,6 +34,14 @@ TEST(ReadCorrections, ARowWithoutANewIdIsLeftOut) {
   EXPECT_EQ(table.rows.size() + table.errors.size(), 0U);
 }
 
+TEST(ReadCorrections, ARowThatEndsBeforeTheNewIdIsWrong) {
+  const Corrections table = readCorrections("file;staff;new_id;reason\nX1.MUS,2,7,\nX1.MUS;2\nX1.MUS;2;7\nX1.MUS;3;\n");
+  EXPECT_EQ(table.errors, (Errors{{2, "has no cell for new_id; is it separated as the first row is?"},
+                                  {3, "has no cell for new_id; is it separated as the first row is?"}}));
+  EXPECT_EQ(table.rows, (std::vector<Correction>{{4, "X1.MUS", false, 2, 0, std::nullopt, 7, ""}}));
+  EXPECT_EQ(table.undecided, 1U);
+}
+
 TEST(ReadCorrections, EveryWrongLineIsReported) {
   const Corrections table = readCorrections(head +
                                             "X1.MUS,1,3,14,staff,zero,0,0,,\n"

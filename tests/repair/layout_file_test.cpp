@@ -51,6 +51,8 @@ TEST(LayoutFile, NamesTheLineThatIsWrong) {
                                                               "tabs separate the cells of the table; store it as "
                                                               "comma-separated values in UTF-8"}));
   EXPECT_EQ(errorOf("id\n7\n\n7\n"), (LayoutFileError{4, "the id 7 is listed twice"}));
+  EXPECT_EQ(errorOf("id,name,ID\n7,Flute,8\n"), (LayoutFileError{1, "two columns are named id"}));
+  EXPECT_EQ(errorOf("name,id,Name \nFlute,7,Oboe\n"), (LayoutFileError{1, "two columns are named name"}));
   EXPECT_EQ(errorOf("id\n1.5\n"), (LayoutFileError{2, "\"1.5\" is no instrument id"}));
   EXPECT_EQ(errorOf("id\n-1\n"), (LayoutFileError{2, "\"-1\" is no instrument id"}));
   EXPECT_EQ(errorOf("id\n32768\n"), (LayoutFileError{2, "\"32768\" is no instrument id"}));

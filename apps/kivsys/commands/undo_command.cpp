@@ -8,6 +8,7 @@
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/selection/selection.h"
+#include "apps/kivsys/undo/kept_files.h"
 #include "apps/kivsys/undo/undo_plan.h"
 #include "apps/kivsys/undo/undo_store.h"
 #include "platform/console/error_line.h"
@@ -29,8 +30,10 @@ std::string planText(const UndoPlan& plan, const Journal& journal, bool dryRun) 
   for (const std::string& path : plan.removed) {
     text += printable(path) + ": " + would + "removed\n";
   }
-  for (const std::string& path : plan.left) {
-    text += printable(path) + ": has changed since, " + (dryRun ? "would stay as it is\n" : "left as it is\n");
+  for (const UndoPlan::Left& file : plan.left) {
+    text += printable(file.path) + ": has changed since, " + (dryRun ? "would stay as it is" : "left as it is");
+    const std::string old = std::string("; what the run had replaced ") + (dryRun ? "would be " : "is ");
+    text += file.oldName.empty() ? "\n" : old + printable(file.oldName) + "\n";
   }
   for (const std::string& folder : plan.folders) {
     if (dryRun || realFolder(folder).empty()) {
@@ -59,8 +62,12 @@ std::string planJson(const UndoPlan& plan, const Journal& journal, bool dryRun) 
     object["removed"].push_back(pathJson(path));
   }
   object["left"] = Json::array();
-  for (const std::string& path : plan.left) {
-    object["left"].push_back(pathJson(path));
+  object["set_aside"] = Json::array();
+  for (const UndoPlan::Left& file : plan.left) {
+    object["left"].push_back(pathJson(file.path));
+    if (!file.oldName.empty()) {
+      object["set_aside"].push_back(pathJson(file.oldName));
+    }
   }
   object["removed_folders"] = Json::array();
   for (const std::string& folder : plan.folders) {
@@ -93,9 +100,8 @@ class Undo {
   int passOver(const Journal& journal);
   int refuseNoRun() const { return refuse({"no run in the folder " + typed() + " can be undone"}); }
   std::string typed() const { return options_.folder.empty() ? "." : options_.folder; }
-  std::string damaged() const {
-    return "the journal " + store_.journalPath(run_) + " cannot be read, or is damaged; nothing is undone";
-  }
+  std::optional<Journal> read() const;
+  int refuseDamaged() const;
 
   const UndoOptions& options_;
   UndoStore store_;
@@ -104,6 +110,25 @@ class Undo {
   std::string before_;  // the run to take instead of the last one; "" for that one
   FolderLocks locks_;
 };
+
+/// The journal of the run, which wrote into the folder even when the line that says so was cut off.
+std::optional<Journal> Undo::read() const {
+  auto journal = store_.read(run_);
+  if (journal && std::none_of(journal->folders.begin(), journal->folders.end(),
+                              [&](const JournalFolder& folder) { return folder.path == folder_; })) {
+    journal->folders.push_back({folder_, ""});
+  }
+  return journal;
+}
+
+int Undo::refuseDamaged() const {
+  std::vector<std::string> reasons = {"the journal " + store_.journalPath(run_) +
+                                      " cannot be read, or is damaged; nothing is undone"};
+  if (const std::string kept = keptFolderOf(folder_); !realFolder(kept).empty()) {
+    reasons.push_back("files that runs have replaced here are in " + kept);
+  }
+  return refuse(reasons);
+}
 
 /// Finds the run, and locks its folders. Returns the exit status of an undo that ends here.
 int Undo::prepare() {
@@ -114,9 +139,9 @@ int Undo::prepare() {
   if (run_.empty()) {
     return refuseNoRun();
   }
-  const auto journal = store_.read(run_);
+  const auto journal = read();
   if (!journal) {
-    return refuse({damaged()});
+    return refuseDamaged();
   }
   if (!locks_.take(foldersOf(*journal), false)) {
     return exit_status::busy;
@@ -182,9 +207,9 @@ int Undo::run() {
     if (const int status = prepare(); status != exit_status::normal) {
       return status;
     }
-    const auto journal = store_.read(run_);  // as it is under the locks
+    const auto journal = read();  // as it is under the locks
     if (!journal) {
-      return refuse({damaged()});
+      return refuseDamaged();
     }
     const bool hasPrevious = std::any_of(journal->folders.begin(), journal->folders.end(),
                                          [&](const auto& folder) { return store_.read(folder.previous).has_value(); });

@@ -26,7 +26,7 @@ class PagesToCorrect {
   }
 
   PageCorrections corrections() && {
-    PageCorrections corrections{std::move(requests_.tables), {}, 0};
+    PageCorrections corrections{std::move(requests_.tables), {}, 0, requests_.undecided + requests_.leftOut};
     for (PlannedPage& page : pages_) {
       if (!page.changes.empty()) {
         corrections.ids += page.changes.size();
@@ -112,7 +112,9 @@ std::vector<std::string> misfitsOfTables(ConsoleSystem& system, const SelectedPa
 
 std::string correctionNote(const PageCorrections& corrections) {
   return "kivsys: note: " + counted(corrections.ids, "id") + " in " + counted(corrections.pages.size(), "page") +
-         " corrected on reading; no page is changed\n";
+         " corrected on reading" +
+         (corrections.leftOut > 0 ? ", " + counted(corrections.leftOut, "row") + " left out" : "") +
+         "; no page is changed\n";
 }
 
 }  // namespace kiv

@@ -27,11 +27,34 @@ bool isUntouched(const std::string& path, const std::string& kept) {
   return now && old && (now->identity == old->identity || now->changed == old->changed);
 }
 
+/// A name beside a file that is free, or that an undo that was stopped has given to the old file.
+std::string oldNameFor(const std::string& path, const std::string& kept) {
+  const auto old = identityOf(kept);
+  std::string name = path + ".old";
+  for (int n = 2; entryKindOf(name) != EntryKind::missing && identityOf(name) != old; ++n) {
+    name = path + ".old" + std::to_string(n);
+  }
+  return name;
+}
+
+/// Nothing is lost: a file that was changed stays, and the old one as well.
+void leaveFile(const FileChange& change, const std::string& now, UndoPlan& plan) {
+  const std::string kept = change.kept.empty() ? "" : keptPathOf(change);
+  const std::string old = kept.empty() ? file_state::missing : stateOf(kept);
+  if (old == file_state::missing) {
+    plan.left.push_back({change.path, "", ""});
+  } else if (now == file_state::missing && old == change.before) {
+    plan.restored.push_back({change.path, kept});
+  } else {
+    plan.left.push_back({change.path, kept, oldNameFor(change.path, kept)});
+  }
+}
+
 void planFile(const FileChange& change, ChangedFiles changed, UndoPlan& plan) {
   const std::string now = stateOf(change.path);
   if (!isExpected(change, now)) {
     if (changed == ChangedFiles::stay) {
-      plan.left.push_back(change.path);
+      leaveFile(change, now, plan);
     } else {
       plan.refusals.push_back(change.path + " has changed since");
     }
@@ -50,13 +73,31 @@ void planFile(const FileChange& change, ChangedFiles changed, UndoPlan& plan) {
       plan.restored.push_back({change.path, kept});
     }
   } else if (now != change.before) {  // else the run was stopped while it kept the file
-    plan.onlyChanged = false;
-    plan.refusals.push_back("the old " + change.path + " is no longer in " + kept);
+    if (changed == ChangedFiles::stay) {
+      leaveFile(change, now, plan);
+    } else {
+      plan.refusals.push_back(
+          "the old " + change.path +
+          (old == file_state::missing ? " is no longer " + kept : ", " + kept + ", has changed since"));
+    }
   }
 }
 
 std::optional<std::string> failed(const std::string& path, const std::optional<std::string>& failure) {
   return failure ? std::optional("cannot change " + path + ": " + *failure) : std::nullopt;
+}
+
+/// Gives the old files of those that stay their new names, before what the run has kept is removed.
+std::optional<std::string> setAside(const std::vector<UndoPlan::Left>& files) {
+  for (const UndoPlan::Left& file : files) {
+    if (file.oldName.empty() || identityOf(file.oldName) == identityOf(file.kept)) {
+      continue;
+    }
+    if (auto failure = failed(file.oldName, keepFile(file.kept, file.oldName))) {
+      return failure;
+    }
+  }
+  return std::nullopt;
 }
 
 }  // namespace
@@ -75,6 +116,9 @@ UndoPlan planUndo(const Journal& journal, ChangedFiles changed) {
 }
 
 std::optional<std::string> carryOut(const UndoPlan& plan, const Journal& journal) {
+  if (auto failure = setAside(plan.left)) {
+    return failure;
+  }
   for (const UndoPlan::Restored& file : plan.restored) {
     if (auto failure = failed(file.path, moveOver(file.kept, file.path))) {
       return failure;
