@@ -9,10 +9,12 @@
 #include <cstdlib>
 #include <iostream>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "messages/message.h"
 #include "tests/suggestions/calibration_groups.h"
 #include "tests/suggestions/suggestion_rates.h"
 #include "tests/suggestions/validation_groups.h"
@@ -51,6 +53,17 @@ std::string wholeOf(const std::string& kind) {
   return "all " + (begin == "undamaged" || begin == "consistent" ? begin : "others");
 }
 
+/// Nullopt for a group whose analysis ends over a critical message, as one with too many instruments does: there is
+/// nothing to suggest then. The message is printed.
+std::optional<Suggestions> suggestionsOrEnd(long number, const WrittenGroup& group) {
+  try {
+    return suggestFor(group);
+  } catch (const ProgramEnd& end) {
+    std::cerr << "group " << number << ": " << (end.message ? end.message->text : "ends") << '\n';
+    return std::nullopt;
+  }
+}
+
 int measure(const std::vector<std::string>& arguments) {
   bool lists = false;
   bool validates = false;
@@ -72,16 +85,19 @@ int measure(const std::vector<std::string>& arguments) {
   for (long number = first; number < end; ++number) {
     const auto seed = static_cast<std::uint32_t>(number);
     const WrittenGroup group = writeGroup(validates ? validationGroup(seed) : calibrationGroup(seed));
-    const Suggestions suggestions = suggestFor(group);
+    const auto suggestions = suggestionsOrEnd(number, group);
+    if (!suggestions) {
+      continue;
+    }
     SuggestionRates rates;
-    rates.add(group, suggestions);
+    rates.add(group, *suggestions);
     byKind[group.kind].add(rates);
     byKind[wholeOf(group.kind)].add(rates);
     if (group.systems == fewestSystems) {
       byKind[wholeOf(group.kind) + " of 4 systems"].add(rates);
     }
     if (lists) {
-      list(number, group, suggestions);
+      list(number, group, *suggestions);
     }
   }
   printRates(std::cout, byKind);
