@@ -3,6 +3,7 @@
 #include <chrono>
 #include <csignal>
 #include <iostream>
+#include <set>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -189,6 +190,66 @@ TEST_F(UndoFaults, AnUndoThatFailsSaysSoAndIsFinishedByTheNext) {
     EXPECT_TRUE(ended.status == 0 || !ended.error.empty());
     static_cast<void>(undo());
     EXPECT_EQ(snapshot(), before) << ended.error;
+  }
+}
+
+/// An undo that leaves changed files: a result that had replaced one was edited since, and the report was deleted.
+class KeepChangedFaults : public UndoFaults {
+ protected:
+  void convertAndChange() const {
+    reset();
+    EXPECT_EQ(convert({}).status, 0);
+    work.write("out/WORK0001.MUS", "edited");
+    fs::remove(work.path() / "run/KivSystem2.TXT");
+  }
+  Ended keepChanged(const Faults& faults = {}) const { return work.kivsys({"undo", "run", "--keep-changed"}, faults); }
+  std::vector<Call> callsOfKeepChanged() const {
+    convertAndChange();
+    static_cast<void>(keepChanged(logged()));
+    return callsIn(work.files().at("log"));
+  }
+  void expectNothingLost() const {
+    Files files = work.files();
+    files.erase("log");
+    EXPECT_EQ(files, (Files{{"m/X001.MUS", pages.at("m/X001.MUS")},
+                            {"m/X002.MUS", pages.at("m/X002.MUS")},
+                            {"out/WORK0001.MUS", "edited"},
+                            {"out/WORK0001.MUS.old", "old result"},
+                            {"run/KivSystem1.TXT", "old verdict"},
+                            {"run/KivSystem2.TXT", "old report"}}));
+  }
+};
+
+TEST_F(KeepChangedFaults, AKilledOneLosesNothingAndIsFinishedByTheNext) {
+  const std::vector<Call> calls = callsOfKeepChanged();
+  EXPECT_GT(calls.size(), 20U);
+  for (const char* const after : {"0", "1"}) {
+    for (std::size_t call = 0; call < calls.size(); ++call) {
+      SCOPED_TRACE(describe(calls, call) + (*after == '1' ? ", after" : ", before"));
+      convertAndChange();
+      EXPECT_EQ(keepChanged({{"CALL", std::to_string(call + 1)}, {"AFTER", after}}).status, -SIGKILL);
+      static_cast<void>(keepChanged());
+      expectNothingLost();
+    }
+  }
+}
+
+/// A file that cannot be read counts as one that has changed, so it may stay with the old one beside it.
+TEST_F(KeepChangedFaults, OneThatFailsLosesNothing) {
+  const std::vector<Call> calls = callsOfKeepChanged();
+  for (std::size_t call = 0; call < calls.size(); ++call) {
+    SCOPED_TRACE(describe(calls, call));
+    convertAndChange();
+    const Ended ended = keepChanged({{"CALL", std::to_string(call + 1)}, {"ERROR", std::to_string(EIO)}});
+    EXPECT_TRUE(ended.status == 0 || !ended.error.empty());
+    static_cast<void>(keepChanged());
+    std::set<std::string> contents;
+    for (const auto& [name, content] : work.files()) {
+      contents.insert(content);
+    }
+    for (const char* const precious : {"edited", "old result", "old report", "old verdict"}) {
+      EXPECT_TRUE(contents.contains(precious)) << precious;
+    }
   }
 }
 
