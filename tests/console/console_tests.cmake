@@ -31,6 +31,7 @@ if(NOT WIN32)
     console/latecomers_test.cpp
     console/man_and_completions_test.cpp
     console/manners_test.cpp
+    console/missing_folders_test.cpp
     console/next_step_test.cpp
     console/next_results_test.cpp
     console/page_arguments_test.cpp

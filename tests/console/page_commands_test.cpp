@@ -63,7 +63,10 @@ TEST_F(ConsolePages, FilesThatCannotBeReadOrWrittenAreNamed) {
   place.write("x1.txt", "staff 1 at 0\n");
   const Ended ended = place.kivsys({"build", "x1.txt", "nowhere/x1.mus"});
   EXPECT_EQ(ended.status, 1);
-  EXPECT_EQ(ended.error, "kivsys: cannot write nowhere/x1.mus: No such file or directory\n");
+  EXPECT_EQ(ended.error,
+            "kivsys: cannot write nowhere/x1.mus: No such file or directory; make the folder nowhere first, or name a "
+            "file in "
+            "another one\n");
 }
 
 }  // namespace

@@ -89,7 +89,7 @@ TEST_F(VerifyCommand, AManifestThatCannotBeWrittenIsReported) {
   const Ended ended = onAllPages("verify", {"--manifest", "nowhere/manifest.txt"});
   EXPECT_EQ(ended.status, 1);
   EXPECT_EQ(ended.out, "");
-  EXPECT_TRUE(ended.error.starts_with("kivsys: cannot write the manifest: ")) << ended.error;
+  EXPECT_TRUE(ended.error.starts_with("kivsys: cannot write ")) << ended.error;
 }
 
 TEST_F(VerifyCommand, NothingIsWritten) {

@@ -118,12 +118,12 @@ int runDraw(const DrawOptions& options) {
   return drawPage(console, files, standardInput, out);
 }
 
-int deliver(NativeSystem& system, const std::string& out, const std::string& content, OutputKind kind) {
+int deliver(ConsoleSystem& system, const std::string& out, const std::string& content, OutputKind kind) {
   if (out == standardOutput) {
     return printOutcome(content, exit_status::normal);
   }
   if (const auto failure = writeOutput(system, {"output", out, kind}, content)) {
-    printError("cannot write " + system.diskName(out) + ": " + *failure);
+    printError(notWritten(system.shownName(out), system.diskName(out), *failure));
     return exit_status::critical;
   }
   return exit_status::normal;

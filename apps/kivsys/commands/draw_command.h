@@ -3,7 +3,7 @@
 #include <string>
 
 #include "apps/kivsys/safety/file_kinds.h"
-#include "platform/console/native_system.h"
+#include "platform/console/console_system.h"
 
 namespace kiv {
 
@@ -19,6 +19,6 @@ int runDraw(const DrawOptions& options);
 /// Prints the content for "-", else writes it into the file of that full name, where the old content stays whole until
 /// the new one is complete, and where a file of another kind that has come meanwhile stays. Returns the program's exit
 /// status.
-int deliver(NativeSystem& system, const std::string& out, const std::string& content, OutputKind kind);
+int deliver(ConsoleSystem& system, const std::string& out, const std::string& content, OutputKind kind);
 
 }  // namespace kiv

@@ -74,7 +74,7 @@ int runBuild(const PageFiles& files) {
   const OldFile oldFile = files.force ? OldFile::alwaysReplaced : OldFile::kept;
   if (const auto failure = writeOutput(system, {"page", NativeSystem::coreName(page), OutputKind::page},
                                        std::get<std::string>(built), oldFile)) {
-    return fail("cannot write " + page + ": " + *failure);
+    return fail(notWritten(page, system.diskName(NativeSystem::coreName(page)), *failure));
   }
   return exit_status::normal;
 }

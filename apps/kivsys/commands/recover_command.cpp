@@ -151,7 +151,7 @@ int recoverBytes(NativeSystem& system, const std::string& bytes, const RecoverOp
     if (const auto failure =
             writeOutput(system, {"recovered page", output, OutputKind::page}, repair::recoveredPage(bytes, recovery),
                         options.force ? OldFile::replaced : OldFile::kept)) {
-      return fail("cannot write " + report.written + ": " + *failure);
+      return fail(notWritten(report.shown, system.diskName(output), *failure));
     }
   }
   const int status = print(recovery, report, options, isPrinted && !options.dryRun);

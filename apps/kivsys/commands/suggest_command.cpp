@@ -108,8 +108,8 @@ int deliver(const SuggestRun& run, const RunOutcome& outcome, const std::optiona
     }
     if (const auto failure =
             writeOutput(run.console.system(), {"corrections", run.out, OutputKind::corrections}, corrections)) {
-      printError("cannot write the corrections: " + *failure);
-      return exit_status::critical;
+      ConsoleSystem& system = run.console.system();
+      return fail(notWritten(system.shownName(run.out), system.diskName(run.out), *failure));
     }
     if (run.out == standardOutput) {
       return status;

@@ -144,8 +144,7 @@ int printVerification(ConsoleHost& console, const proof::Verification& verificat
   if (!output.manifest.empty()) {
     if (const auto failure = writeOutput(system, {"manifest", output.manifest, OutputKind::manifest},
                                          manifestOf(system, output.listed.table(), verification.files))) {
-      printError("cannot write the manifest: " + *failure);
-      return exit_status::critical;
+      return fail(notWritten(system.shownName(output.manifest), system.diskName(output.manifest), *failure));
     }
   }
   const bool isComplete = output.pages == nullptr || !output.pages->anySkipped();

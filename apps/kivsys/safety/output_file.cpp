@@ -1,5 +1,6 @@
 #include "apps/kivsys/safety/output_file.h"
 
+#include <filesystem>
 #include <iostream>
 
 #include "platform/bounded_file.h"
@@ -98,6 +99,16 @@ std::optional<std::string> writeOutput(NativeSystem& system, const OutputFilePla
   const auto device = system.NativeSystem::openOutput(name);  // not a new file in the place of the device
   letSignalsEndReading(false);
   return device ? device->write(content) : std::optional<std::string>("it cannot be opened");
+}
+
+std::string notWritten(const std::string& shown, const std::string& path, const std::string& failure) {
+  const std::string folder = std::filesystem::path(path).parent_path().string();
+  const std::string shownFolder = std::filesystem::path(shown).parent_path().string();
+  const bool isFolderMissing = !folder.empty() && kindOf(folder) == PathKind::missing;
+  return "cannot write " + shown + ": " + failure +
+         (isFolderMissing ? "; make the folder " + (shownFolder.empty() ? folder : shownFolder) +
+                                " first, or name a file in another one"
+                          : "");
 }
 
 }  // namespace kiv

@@ -42,4 +42,8 @@ enum class OldFile {
 [[nodiscard]] std::optional<std::string> writeOutput(NativeSystem& system, const OutputFilePlan& output,
                                                      std::string_view content, OldFile oldFile = OldFile::replaced);
 
+/// The line about a file that could not be written: its name for users, the system's reason, and what to do when its
+/// folder is missing, which the path on the disk shows.
+std::string notWritten(const std::string& shown, const std::string& path, const std::string& failure);
+
 }  // namespace kiv

@@ -264,7 +264,7 @@ std::optional<std::string> SurveyReports::writePage(const std::vector<LibraryPie
   }
   const auto failure =
       writeOutput(system_, {"report", system_.fullName(page_), OutputKind::htmlReport}, report::surveyPage(data));
-  return failure ? std::optional("cannot write " + page_ + ": " + *failure) : std::nullopt;
+  return failure ? std::optional(notWritten(page_, page_, *failure)) : std::nullopt;
 }
 
 }  // namespace kiv
