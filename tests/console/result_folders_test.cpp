@@ -46,9 +46,18 @@ TEST_F(ResultFolders, ThatAreThoseOfThePagesLeaveTheResultsOut) {
   EXPECT_EQ(survey.out.find("WORK"), std::string::npos) << survey.out;
 }
 
-TEST_F(ResultFolders, OfResultsAloneSayWhatIsWrongWithTheirNames) {
+TEST_F(ResultFolders, OfResultsAloneSayWhichCommandsReadResults) {
   ASSERT_EQ(place.kivsys({"convert", "w", "-o", "out/"}).status, 0);
-  expectError({"analyze", "out"}, "reserved for output");
+  for (const std::string command : {"analyze", "convert", "verify", "chart", "instruments", "suggest", "sort"}) {
+    const Ended ended = place.kivsys({command, "out"});
+    EXPECT_EQ(ended.status, 2) << command;
+    EXPECT_EQ(
+        ended.error,
+        "kivsys: no pages in the folder out, only results (WORK0001.MUS to WORK0002.MUS), which 'kivsys draw' and "
+        "'kivsys verify --result' read; pages of your own need another name than WORK0001.MUS\n");
+  }
+  fs::create_directory(place.path() / "empty");
+  EXPECT_EQ(place.kivsys({"analyze", "empty"}).error, "kivsys: no pages in the folder empty\n");
   fs::remove(place.path() / "out/WORK0001.MUS");
   EXPECT_EQ(place.kivsys({"analyze", "out"}).status, 0) << "only the first name is reserved";
 }

@@ -54,10 +54,14 @@ std::string patternOf(const std::vector<Piece>& groups) {
   return first.substr(0, group->prefix.size()) + "*" + first.substr(first.rfind('.'));
 }
 
-/// The groups of pages in a folder, which the core names; "typed" is what users call it, with a separator. A folder
-/// that has nothing but results keeps them, so that the analysis says what is wrong with their names.
-std::vector<Piece> groupsIn(ConsoleSystem& system, const std::string& folder, const std::string& typed,
-                            Pages& leftOut) {
+/// What a folder has.
+struct FolderGroups {
+  std::vector<Piece> pages;
+  std::vector<Piece> results;
+};
+
+/// The groups of pages in a folder, which the core names; "typed" is what users call it, with a separator.
+FolderGroups groupsIn(ConsoleSystem& system, const std::string& folder, const std::string& typed, Pages& leftOut) {
   const std::string start = folder + (endsWithBackslash(system, folder) ? "" : "\\");
   Pages files;
   for (const FolderEntry& entry : system.listFolder(start)) {
@@ -68,15 +72,11 @@ std::vector<Piece> groupsIn(ConsoleSystem& system, const std::string& folder, co
   for (const std::string& page : removeRecovered(system, files)) {
     leftOut.push_back(typed + page + recoveredWords);
   }
-  Pages others = files;
-  const std::vector<Piece> results = removeReserved(system, others);
-  if (others.empty()) {
-    return results;
-  }
-  for (const Piece& group : results) {
+  std::vector<Piece> results = removeReserved(system, files);
+  for (const Piece& group : files.empty() ? std::vector<Piece>() : results) {
     leftOut.push_back(reservedWords(group, typed));
   }
-  return piecesOf(system, others);
+  return {piecesOf(system, files), std::move(results)};
 }
 
 /// Whether it is a file that is not named as pages are.
@@ -97,19 +97,32 @@ bool hasFolders(const std::string& folder) {
   return false;
 }
 
+/// What is said of a folder without pages. Results are pages for commands that look at one page, and for no others.
+std::string noPagesWords(ConsoleSystem& system, const std::string& typed, const std::string& folder,
+                         const std::vector<Piece>& results) {
+  if (!results.empty()) {
+    const Pages& files = results.front().files;
+    return "no pages in the folder " + typed + ", only results (" + files.front() +
+           (files.size() > 1 ? " to " + files.back() : "") +
+           "), which 'kivsys draw' and 'kivsys verify --result' read; pages of your own need another name than " +
+           files.front();
+  }
+  return "no pages in the folder " + typed +
+         (hasFolders(system.diskName(folder)) ? "; 'kivsys survey' analyzes the pieces in its subfolders" : "");
+}
+
 std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std::string& typed, Pages& leftOut) {
   const std::string folder = system.fullName(withoutSeparators(system, typed));
   if (const auto failure = listFailure(system.diskName(folder))) {
     return "cannot list the folder " + typed + ": " + *failure;
   }
   const std::string start = typed + (endsWithSeparator(system, typed) ? "" : std::string(1, preferredSeparator));
-  std::vector<Piece> groups = groupsIn(system, folder, start, leftOut);
+  auto [groups, results] = groupsIn(system, folder, start, leftOut);
   if (groups.empty() && system.upperCase(typed).ends_with(".MUS")) {
     return Pages{typed};  // a page that cannot be read
   }
   if (groups.empty()) {
-    return "no pages in the folder " + typed +
-           (hasFolders(system.diskName(folder)) ? "; 'kivsys survey' analyzes the pieces in its subfolders" : "");
+    return noPagesWords(system, typed, folder, results);
   }
   if (groups.size() > 1) {
     return typed + " has pages of several groups, name those of one (as in " + start + patternOf(groups) +
