@@ -9,6 +9,7 @@ if(NOT WIN32)
     console/convert_test.cpp
     console/corrected_reading_test.cpp
     console/documents_test.cpp
+    console/dry_run_refusals_test.cpp
     console/dry_run_test.cpp
     console/error_lines_test.cpp
     console/example_pages.cpp
@@ -32,6 +33,7 @@ if(NOT WIN32)
     console/man_and_completions_test.cpp
     console/manners_test.cpp
     console/missing_folders_test.cpp
+    console/mistaken_pages_test.cpp
     console/next_step_test.cpp
     console/next_results_test.cpp
     console/page_arguments_test.cpp

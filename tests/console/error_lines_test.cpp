@@ -53,7 +53,7 @@ TEST_F(ErrorLines, NameThePageAsTheUserCanFindIt) {
 }
 
 TEST_F(ErrorLines, OfAPageThatIsNoPageHaveNoItem) {
-  place.write("x1.mus", "");
+  place.write("x1.mus", std::string(1, '\x01'));
   expectError({"analyze", "x1.mus"}, "kivsys: x1.mus: Structural error in MUS file" + next + "x1.mus\n");
 }
 

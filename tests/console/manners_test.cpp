@@ -92,7 +92,7 @@ TEST_F(Manners, ThePageTextThatIsTakenForAPageIsCalledSo) {
   EXPECT_EQ(place.kivsys({"analyze", "x1.txt"}).error, error);
   place.write("x2.txt", place.kivsys({"dump", "x1.txt"}).out);
   expectError({"draw", "x2.txt"}, "Next: kivsys build x2.txt x2.MUS\n");
-  place.write("x3.mus", "no page at all");
+  place.write("x3.mus", "no page at all\x01\x02");
   expectError({"draw", "x3.mus"}, "Next: kivsys recover x3.mus\n");
 }
 

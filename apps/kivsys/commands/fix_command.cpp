@@ -46,7 +46,6 @@ class FixRun {
   int run(const std::string& namesFile);
 
  private:
-  std::vector<std::string> refusalsInPlace(const SelectedPages& pages);
   std::vector<std::string> refusalsOfOutputs(const std::vector<FoundFile>& pages, const InputFiles& inputs);
   std::optional<std::string> put(const PlannedPage& page);
   std::string outputOf(const FoundFile& page);
@@ -82,31 +81,6 @@ std::string FixRun::outputOf(const FoundFile& page) {
   return out_ + page.path.substr(folderOfPath(system_, page.path).size());
 }
 
-/// Why the pages cannot be replaced: one is also a table of corrections, the list of the pages, or another page.
-std::vector<std::string> FixRun::refusalsInPlace(const SelectedPages& pages) {
-  InputFiles others;
-  for (const std::string& table : options_.corrections.files) {
-    others.addTyped(system_, table);
-  }
-  for (const std::string& table : pages.tables) {
-    others.add(table);
-  }
-  if (!pages.listPath.empty()) {
-    others.add(pages.listPath);
-  }
-  if (pages.namesFile == "-") {
-    others.addStandardInput();
-  }
-  std::vector<std::string> reasons;
-  for (const FoundFile& page : distinctPages(pages.pages)) {
-    if (const auto reason = others.refusalToReplace("corrected page", page.path)) {
-      reasons.push_back(*reason);
-    }
-    others.add(page.path);
-  }
-  return reasons;
-}
-
 /// The folders of the corrected pages. Those of pages that links lead to belong to their own runs.
 std::vector<std::string> FixRun::writtenFolders(const SelectedPages& pages) {
   if (!options_.inPlace) {
@@ -122,7 +96,7 @@ std::vector<std::string> FixRun::writtenFolders(const SelectedPages& pages) {
 
 std::vector<std::string> FixRun::refusals(const SelectedPages& pages) {
   if (options_.inPlace) {
-    return refusalsInPlace(pages);
+    return refusalsInPlace(system_, options_, pages);
   }
   if (const auto reason = folder_.refusal()) {
     return {*reason};
@@ -134,9 +108,11 @@ std::vector<std::string> FixRun::refusals(const SelectedPages& pages) {
   return refusalsOfOutputs(distinctPages(pages.pages), inputs);
 }
 
-/// Why the corrected pages cannot be written. They are looked at twice: others may write while corrections are read.
+/// Why the corrected pages cannot be written. They are looked at twice: others may write while corrections are read. A
+/// dry run only reports pages that are in the way.
 std::vector<std::string> FixRun::refusalsOfOutputs(const std::vector<FoundFile>& pages, const InputFiles& inputs) {
   std::vector<std::string> reasons;
+  report_.refusals.clear();
   if (kindOf(folder_.path()) == PathKind::missing) {
     return reasons;  // it will be made, whatever there is in another case
   }
@@ -146,10 +122,13 @@ std::vector<std::string> FixRun::refusalsOfOutputs(const std::vector<FoundFile>&
     if (const auto reason = inputs.refusalToReplace("corrected page", path)) {
       reasons.push_back(*reason);
     } else if (kind == PathKind::folder) {
-      reasons.push_back(path + " is a folder, and is not replaced");
+      report_.refusals.push_back(path + " is a folder, and is not replaced");
     } else if (kind == PathKind::file && !options_.force) {
-      reasons.push_back(path + " exists; --force replaces it");
+      report_.refusals.push_back(path + " exists; --force replaces it");
     }
+  }
+  if (!options_.dryRun) {
+    reasons.insert(reasons.end(), report_.refusals.begin(), report_.refusals.end());
   }
   return reasons;
 }

@@ -89,4 +89,28 @@ IdRequests readRequests(ConsoleSystem& system, const FixOptions& options) {
   return requests;
 }
 
+std::vector<std::string> refusalsInPlace(ConsoleSystem& system, const FixOptions& options, const SelectedPages& pages) {
+  InputFiles others;
+  for (const std::string& table : options.corrections.files) {
+    others.addTyped(system, table);
+  }
+  for (const std::string& table : pages.tables) {
+    others.add(table);
+  }
+  if (!pages.listPath.empty()) {
+    others.add(pages.listPath);
+  }
+  if (pages.namesFile == "-") {
+    others.addStandardInput();
+  }
+  std::vector<std::string> reasons;
+  for (const FoundFile& page : distinctPages(pages.pages)) {
+    if (const auto reason = others.refusalToReplace("corrected page", page.path)) {
+      reasons.push_back(*reason);
+    }
+    others.add(page.path);
+  }
+  return reasons;
+}
+
 }  // namespace kiv

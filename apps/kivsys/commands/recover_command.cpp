@@ -21,6 +21,7 @@
 #include "platform/bounded_file.h"
 #include "platform/console/error_line.h"
 #include "platform/console/guarded_system.h"
+#include "platform/console/page_text_file.h"
 #include "platform/console/printable.h"
 #include "platform/console/shell_words.h"
 #include "platform/console/standard_input.h"
@@ -85,12 +86,18 @@ std::string shownOutput(const RecoverOptions& options) {
   return options.page.substr(0, folder) + namePrefix + options.page.substr(folder);
 }
 
-/// Why the page may not be written. None: it may.
-std::vector<std::string> refusalsToWrite(NativeSystem& system, const RecoverOptions& options,
-                                         const std::string& output) {
+/// Why the page may not be written: it is the damaged one. Nullopt when it is another file.
+std::optional<std::string> refusalOfInput(NativeSystem& system, const RecoverOptions& options,
+                                          const std::string& output) {
   InputFiles inputs;
   inputs.addTyped(system, options.page);
-  auto reasons = refusalsOfOutput(system, {"recovered page", output, OutputKind::page}, inputs);
+  return output == standardOutput ? std::nullopt : inputs.refusal("recovered page", system.diskName(output));
+}
+
+/// Why the file that is there is not replaced. None: it may be, or there is none.
+std::vector<std::string> refusalsToReplace(NativeSystem& system, const RecoverOptions& options,
+                                           const std::string& output) {
+  auto reasons = refusalsOfOutput(system, {"recovered page", output, OutputKind::page}, InputFiles());
   const bool isFile = output != standardOutput && kindOf(system.diskName(output)) == PathKind::file;
   if (reasons.empty() && isFile && !options.force) {
     reasons.push_back(system.diskName(output) + " exists; --force replaces it");
@@ -98,32 +105,62 @@ std::vector<std::string> refusalsToWrite(NativeSystem& system, const RecoverOpti
   return reasons;
 }
 
-/// Prints to standard error when the page itself goes to standard output.
+/// Prints the report, to standard error when the page itself goes to standard output, and what to do next.
 int print(const repair::Recovery& recovery, const RecoveryReport& report, const RecoverOptions& options,
           bool pageIsPrinted) {
   const std::string text = options.json ? asJson(recovery, report) : asText(recovery, report);
   const bool isAnything = recovery.isWhole || !recovery.items.empty();
-  const int status = isAnything ? exit_status::normal : exit_status::critical;
-  if (pageIsPrinted) {
+  int status = isAnything ? exit_status::normal : exit_status::critical;
+  if (!pageIsPrinted) {
+    status = printOutcome(text, status);
+  } else if (!options.quiet) {
     NativeSystem::writeError(text);
-    return status;
   }
-  return printOutcome(text, status);
+  if (report.next && !options.json && !options.quiet) {
+    NativeSystem::writeError("Next: " + *report.next + "\n");
+  }
+  return status;
 }
 
-/// The command line that puts the recovered page in the place of the damaged one, which is kept; "" when a name cannot
-/// be shown.
-std::string stepToReplace(const std::string& page, const std::string& recovered) {
+/// The command line that puts the recovered page in the place of the damaged one, which is kept; none when a name
+/// cannot be shown.
+std::optional<std::string> stepToReplace(const std::string& page, const std::string& recovered) {
 #ifdef _WIN32
   constexpr const char* move = "move ";
 #else
   constexpr const char* move = "mv ";
 #endif
-  const bool isOneLine = printable(page + recovered) == page + recovered;
+  if (printable(page + recovered) != page + recovered) {
+    return std::nullopt;
+  }
   const std::string damaged = fileWord(page);
-  return !isOneLine ? ""
-                    : "Next: " + (move + damaged) + " " + fileWord(page + ".damaged") + " && " + move +
-                          fileWord(recovered) + " " + damaged + "\n";
+  return move + damaged + " " + fileWord(page + ".damaged") + " && " + move + fileWord(recovered) + " " + damaged;
+}
+
+/// Reports bytes of which no page is made: they are one already, or nothing can be recovered.
+int reportOnly(const repair::Recovery& recovery, RecoveryReport report, const RecoverOptions& options,
+               const std::string& bytes) {
+  const NoPage kind = recovery.isWhole ? NoPage::none : noPageIn(bytes);
+  report.mistaken = wordsOf(kind);
+  const bool canBuild = kind == NoPage::pageText && options.page != standardOutput;
+  if (canBuild && printable(options.page) == options.page) {
+    report.next = buildCommand(options.page);
+  }
+  return print(recovery, report, options, false);
+}
+
+/// Writes the page, if this is no dry run. Returns the failure's line.
+std::optional<std::string> write(NativeSystem& system, const std::string& page, const RecoverOptions& options,
+                                 const std::string& output) {
+  if (options.dryRun) {
+    return std::nullopt;
+  }
+  if (options.page != standardOutput) {
+    system.keepPrivacyOf(system.diskName(NativeSystem::coreName(options.page)));
+  }
+  const auto failure = writeOutput(system, {"recovered page", output, OutputKind::page}, page,
+                                   options.force ? OldFile::replaced : OldFile::kept);
+  return failure ? std::optional(notWritten(shownOutput(options), system.diskName(output), *failure)) : std::nullopt;
 }
 
 /// Recovers the page of these bytes.
@@ -136,29 +173,25 @@ int recoverBytes(NativeSystem& system, const std::string& bytes, const RecoverOp
     return status == exit_status::normal ? print(recovery, report, options, true) : status;
   }
   if (recovery.isWhole || recovery.items.empty()) {
-    return print(recovery, report, options, false);
+    return reportOnly(recovery, report, options, bytes);
   }
-  if (const auto reasons = refusalsToWrite(system, options, output); !reasons.empty()) {
-    return refuse(reasons);
+  if (const auto reason = refusalOfInput(system, options, output)) {
+    return refuse({*reason});
+  }
+  report.refusals = refusalsToReplace(system, options, output);
+  if (!report.refusals.empty() && !options.dryRun) {
+    return refuse(report.refusals);
   }
   const bool isPrinted = output == standardOutput;
   report.written = isPrinted ? "standard output" : system.diskName(output);
   report.shown = shownOutput(options);
-  if (!options.dryRun) {
-    if (options.page != standardOutput) {
-      system.keepPrivacyOf(system.diskName(NativeSystem::coreName(options.page)));
-    }
-    if (const auto failure =
-            writeOutput(system, {"recovered page", output, OutputKind::page}, repair::recoveredPage(bytes, recovery),
-                        options.force ? OldFile::replaced : OldFile::kept)) {
-      return fail(notWritten(report.shown, system.diskName(output), *failure));
-    }
+  if (const auto failure = write(system, repair::recoveredPage(bytes, recovery), options, output)) {
+    return fail(*failure);
   }
-  const int status = print(recovery, report, options, isPrinted && !options.dryRun);
-  if (options.out.empty() && !isPrinted && !options.dryRun && !options.json) {
-    NativeSystem::writeError(stepToReplace(options.page, report.shown));
+  if (options.out.empty() && !isPrinted && !options.dryRun) {
+    report.next = stepToReplace(options.page, report.shown);
   }
-  return status;
+  return print(recovery, report, options, isPrinted && !options.dryRun);
 }
 
 }  // namespace

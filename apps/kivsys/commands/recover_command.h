@@ -11,6 +11,7 @@ struct RecoverOptions {
   bool force = false;  ///< replace a page that exists
   bool dryRun = false;
   bool json = false;
+  bool quiet = false;  ///< nothing on standard error but errors
 };
 
 /// Saves what a damaged page still holds as another page, and prints what was lost. Never writes to its input. Returns

@@ -93,6 +93,12 @@ std::string asText(const FixReport& report, const FileNamer& nameOf) {
   if (report.leftOut > 0) {
     text += counted(report.leftOut, "row") + " of less confidence left out\n";
   }
+  if (report.dryRun && !report.refusals.empty()) {
+    text += "without --dry-run nothing would be written:\n";
+    for (const std::string& reason : report.refusals) {
+      text += "  " + printable(reason) + "\n";
+    }
+  }
   return text;
 }
 
@@ -122,6 +128,8 @@ std::string asJson(const FixReport& report, const FileNamer& nameOf) {
                  {"pages", pages},
                  {"undecided", report.undecided},
                  {"left_out", report.leftOut},
+                 {"refusals", textsJson(report.refusals)},
+                 {"next", report.next ? Json(NativeSystem::toUtf8(*report.next)) : Json()},
                  {"warnings", warnings},
                  {"schema_version", schemaVersion}});
 }

@@ -32,6 +32,8 @@ struct FixReport {
   std::size_t leftOut = 0;       ///< rows of less confidence than was asked for
   std::vector<DoubledId> doubled;
   bool dryRun = false;
+  std::vector<std::string> refusals = {};  ///< of a dry run: why the pages would not be written
+  std::optional<std::string> next = {};    ///< the command line that helps
   bool normalEnd = true;
 };
 

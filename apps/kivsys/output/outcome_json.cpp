@@ -100,4 +100,12 @@ std::string asLine(const Json& object) {
   return object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
+Json textsJson(const std::vector<std::string>& texts) {
+  Json all = Json::array();
+  for (const std::string& text : texts) {
+    all.push_back(NativeSystem::toUtf8(text));
+  }
+  return all;
+}
+
 }  // namespace kiv

@@ -32,4 +32,7 @@ Json pathsJson(const std::vector<FoundFile>& files);
 /// The object in UTF-8 on a line of its own.
 std::string asLine(const Json& object);
 
+/// The texts as a list.
+Json textsJson(const std::vector<std::string>& texts);
+
 }  // namespace kiv

@@ -103,7 +103,8 @@ std::string asText(const Recovery& recovery, const RecoveryReport& report) {
     return page + " is undamaged: " + counted(recovery.items.size(), "item") + "; nothing to recover\n";
   }
   if (recovery.items.empty()) {
-    return page + " holds no item that can be recovered\n";
+    return report.mistaken.empty() ? page + " holds no item that can be recovered\n"
+                                   : page + ": " + report.mistaken + "\n";
   }
   std::string text = page + ": kept " + counted(recovery.items.size(), "item") + "\n" + headerLine(recovery);
   for (const Loss& loss : recovery.losses) {
@@ -112,6 +113,13 @@ std::string asText(const Recovery& recovery, const RecoveryReport& report) {
   }
   text += recovery.words < recovery.statedWords.value_or(0) ? emptyStavesLine(recovery) : "";
   text += recovery.trailer ? "" : "the trailer is lost; a standard one, of a page in inches, is used instead\n";
+  if (report.dryRun && !report.refusals.empty()) {
+    text += "nothing written, as this is a dry run; without --dry-run it would not be written either:\n";
+    for (const std::string& reason : report.refusals) {
+      text += "  " + printable(reason) + "\n";
+    }
+    return text;
+  }
   if (report.dryRun) {
     return text + "nothing written, as this is a dry run; would write " + printable(report.shown) + "\n";
   }
@@ -132,6 +140,8 @@ std::string asJson(const Recovery& recovery, const RecoveryReport& report) {
                        {"trailer_found", recovery.trailer.has_value()},
                        {"written", isPlanned ? Json() : Json(NativeSystem::toUtf8(report.written))},
                        {"dry_run", report.dryRun},
+                       {"refusals", textsJson(report.refusals)},
+                       {"next", report.next ? Json(NativeSystem::toUtf8(*report.next)) : Json()},
                        {"schema_version", schemaVersion}};
   return asLine(object);
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "repair/recovery.h"
 
@@ -11,7 +13,10 @@ struct RecoveryReport {
   std::string page;     ///< as it was typed
   std::string written;  ///< the path of the page that was written; "" for none
   bool dryRun = false;
-  std::string shown = {};  ///< the name of the page that was written, for people
+  std::string shown = {};                  ///< the name of the page that was written, for people
+  std::string mistaken = {};               ///< what the file is, if it never was a page
+  std::vector<std::string> refusals = {};  ///< of a dry run: why the page would not be written
+  std::optional<std::string> next = {};    ///< the command line to use then
 };
 
 /// What was kept and what was lost, for people.

@@ -24,16 +24,15 @@ std::string reasonOf(const Message& message, const std::string& writeFailure) {
          (isOfAnalysis ? "; --folder DIR writes report and verdict into another folder" : "");
 }
 
-/// Whether the message is about a file that is the text of a page.
-bool isMistakenText(const Message& message, const std::string& file) {
-  return message.code == code::structureError && !file.empty() && file != "-" && isPageText(file);
-}
-
-/// Whether the message is about a list of pages that was named as one.
-bool isMistakenList(const Message& message, const std::string& file) {
-  const bool isRefused =
-      message.code == code::structureError || message.code == code::naming || message.code == code::namingNoNumber;
-  return isRefused && !file.empty() && file != "-" && isPageList(file);
+/// What the file of the message is, if it never was a page.
+NoPage noPageOf(const Message& message, const std::string& file) {
+  const bool isDamaged = message.code == code::structureError;
+  const bool isMisnamed = message.code == code::naming || message.code == code::namingNoNumber;
+  if (file.empty() || file == "-" || !(isDamaged || isMisnamed)) {
+    return NoPage::none;
+  }
+  const NoPage kind = noPageAt(file);
+  return isDamaged || kind == NoPage::listOfPages ? kind : NoPage::none;
 }
 
 /// Messages of which the console prints the facts elsewhere.
@@ -48,13 +47,16 @@ std::string commandAfter(const Message& message, const std::string& file) {
   if (file.empty() || file == "-" || !isOneLine) {
     return "";
   }
-  if (isMistakenList(message, file)) {
-    return "kivsys analyze --names " + fileWord(file);
-  }
-  if (isMistakenText(message, file)) {
-    const std::size_t dot = file.rfind('.');
-    const bool hasSuffix = dot != std::string::npos && file.find_first_of("/\\", dot) == std::string::npos;
-    return "kivsys build " + fileWord(file) + " " + fileWord(file.substr(0, hasSuffix ? dot : file.size()) + ".MUS");
+  switch (noPageOf(message, file)) {
+    case NoPage::listOfPages:
+      return "kivsys analyze --names " + fileWord(file);
+    case NoPage::pageText:
+      return buildCommand(file);
+    case NoPage::empty:
+    case NoPage::otherText:
+      return "";
+    case NoPage::none:
+      break;
   }
   if (messages::isDamage(message)) {
     return "kivsys recover " + fileWord(file);
@@ -66,10 +68,7 @@ std::string commandAfter(const Message& message, const std::string& file) {
 }
 
 std::string mistakenWords(const Message& message, const std::string& file) {
-  if (isMistakenList(message, file)) {
-    return "this is a list of pages, not a page";
-  }
-  return isMistakenText(message, file) ? "this is the text of a page, not a page" : "";
+  return wordsOf(noPageOf(message, file));
 }
 
 std::string consoleLines(const Message& message, const FileNamer& nameOf, const FileNamer& pathOf,
