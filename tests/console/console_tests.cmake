@@ -36,6 +36,7 @@ if(NOT WIN32)
     console/mistaken_pages_test.cpp
     console/next_step_test.cpp
     console/next_results_test.cpp
+    console/old_results_test.cpp
     console/page_arguments_test.cpp
     console/page_commands_test.cpp
     console/pictures_test.cpp

@@ -23,7 +23,8 @@ TEST_F(ConsoleConvert, JsonIsOneObjectWithTheMessagesAndTheFiles) {
       {"systems", 2},
       {"instruments", 2},
       {"created", {first, last}},
-      {"next", nullptr}};
+      {"next", nullptr},
+      {"old_results", {{"replaced", 0}, {"left", Json::array()}}}};
   Json object = Json::parse(ended.out);
   for (const char* insight : {"paths", "problems", "schema_version"}) {
     EXPECT_EQ(object.erase(insight), 1U) << insight;

@@ -19,6 +19,7 @@ TEST_F(ConsoleConvert, ZeroIdentifiersCanBeAllowed) {
   addPage("x2.mus", bass);
   const std::string problem = "kivsys: x1.mus: note: Zero instrId(s); Results are unpredictable\n";
   const Ended warned = place.kivsys({"convert", "x1.mus", "x2.mus"});
+  EXPECT_EQ(place.kivsys({"undo"}).status, 0);
   const Ended allowed = place.kivsys({"convert", "--allow-zero-id", "x1.mus", "x2.mus"});
   EXPECT_EQ(warned.status, 0);
   EXPECT_EQ(allowed.status, 0);
@@ -52,7 +53,8 @@ TEST_F(ConsoleConvert, WithoutATerminalNothingIsOverwritten) {
   EXPECT_EQ(ended.out, verdictOfTwo + "WORK0001.MUS\n");
   EXPECT_EQ(ended.error, needsConversionNote +
                              "kivsys: File exists: WORK0002.MUS; Overwrite?\n"
-                             "kivsys: Abnormal termination forced by user\n");
+                             "kivsys: Abnormal termination forced by user\n"
+                             "kivsys: warning: WORK0002.MUS remains, and is not of this run\n");
   EXPECT_EQ(dumped("WORK0001.MUS"), asDumped(numberedFluteAndBass));
   EXPECT_EQ(place.read("WORK0002.MUS"), "old");
 }

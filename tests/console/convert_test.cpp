@@ -138,6 +138,7 @@ TEST_F(ConsoleConvert, InputThatQualifiesIsConvertedByForceAndTheMessageStays) {
 TEST_F(ConsoleConvert, ForceChangesNothingForInputThatNeedsAConversion) {
   addTwo();
   const Ended plain = place.kivsys({"convert", "x1.mus", "x2.mus"});
+  EXPECT_EQ(place.kivsys({"undo"}).status, 0);
   const Ended forced = place.kivsys({"convert", "--force", "x1.mus", "x2.mus"});
   EXPECT_EQ(forced.status, plain.status);
   EXPECT_EQ(forced.out, plain.out);

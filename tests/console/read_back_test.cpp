@@ -26,7 +26,8 @@ TEST_F(ConsoleReadBack, AResultThatNoReaderReadsIsRefused) {
   place.write("WORK0002.MUS", "old");
   const Ended ended = place.kivsys({"convert", "--no-instr-number", "x1.mus", "x2.mus"});
   EXPECT_EQ(ended.status, 1);
-  EXPECT_EQ(ended.error, needsConversionNote + refused("WORK0002.MUS", 3, "x2.mus", 3));
+  EXPECT_EQ(ended.error, needsConversionNote + refused("WORK0002.MUS", 3, "x2.mus", 3) +
+                             "kivsys: warning: WORK0002.MUS remains, and is not of this run\n");
   EXPECT_EQ(dumped("WORK0001.MUS"), asDumped(plainFluteAndBass));
   EXPECT_EQ(place.read("WORK0002.MUS"), "old");
 }

@@ -42,6 +42,7 @@ TEST_F(ConsoleTrace, DoesWhatConvertDoesOtherwise) {
   const Ended converted = place.kivsys({"convert", "x1.mus", "x2.mus"});
   EXPECT_EQ(place.read("KivSystemDump.txt"), "(no file)");
   const Names pages = {place.read("WORK0001.MUS"), place.read("WORK0002.MUS")};
+  EXPECT_EQ(place.kivsys({"undo"}).status, 0);
   const Ended traced = place.kivsys({"trace", "x1.mus", "x2.mus"});
   EXPECT_EQ(traced.status, 0);
   EXPECT_EQ(traced.out, converted.out);

@@ -8,6 +8,7 @@
 #include "apps/kivsys/commands/dry_run.h"
 #include "apps/kivsys/commands/music_check.h"
 #include "apps/kivsys/commands/run_outcome.h"
+#include "apps/kivsys/commands/strict_conversion.h"
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/commands/verify_command.h"
 #include "apps/kivsys/commands/warned_run.h"
@@ -34,10 +35,6 @@ namespace {
 /// What is to be known of the group, beside what the conversion needs.
 WantedFacts wantedFacts(const ConvertOptions& options, bool isDryRun) {
   return {isDryRun, options.selection.likePanel ? std::nullopt : std::optional(LossScan::allItems)};
-}
-
-RestStaves restStavesOf(const ConvertOptions& options) {
-  return options.fit ? RestStaves::fitting : RestStaves::asKnownSoFar;
 }
 
 /// Analyzes and converts one group, as the buttons of the panel do.
@@ -70,6 +67,9 @@ class ConvertRun {
   void warn(ConvertOutput& output, const std::vector<Message>& refusedOver);
   void warnOfMusic(const std::vector<Message>& messages, ConvertOutput& output);
   std::vector<Message> musicWarnings(const std::string& firstResultFile, bool normalEnd);
+  std::vector<std::string> writtenResults() const {
+    return overlay_ == nullptr ? console_.replacedFiles() : overlay_->replacedNames();
+  }
   ConversionOptions conversionOptions(const std::string& firstResultFile) const;
 
   ConsoleHost& console_;
@@ -163,7 +163,7 @@ void ConvertRun::warnOfMusic(const std::vector<Message>& messages, ConvertOutput
 std::vector<Message> ConvertRun::musicWarnings(const std::string& firstResultFile, bool normalEnd) {
   std::optional<std::vector<std::string>> written;
   if (!normalEnd) {
-    written = overlay_ == nullptr ? console_.replacedFiles() : overlay_->replacedNames();
+    written = writtenResults();
   }
   return musicWarningsOfResults(program_.host.files, program_.host.machine, {firstResultFile, written}, group_);
 }
@@ -193,10 +193,12 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   std::optional<ConversionOptions> converted;
   if (normalEnd && (needsConversion_ || options_.force) && !output.refused) {
     const ConversionOptions conversion = conversionOptions(firstResultFile);
+    const auto there = resultsThere(console_.system(), conversion.firstResultFile);
     normalEnd = convert(conversion);
     output.failure = failure_;
     converted = normalEnd ? std::optional(conversion) : std::nullopt;
     if (!options_.selection.likePanel) {
+      output.oldResults = oldResultsAfter(console_.system(), there, conversion.firstResultFile, writtenResults());
       warnOfMusic(musicWarnings(conversion.firstResultFile, normalEnd), output);
     }
   }
@@ -218,24 +220,6 @@ ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& f
   return output;
 }
 
-/// Whether --strict lets the run write nothing.
-struct Refusal {
-  bool isRefused = false;
-  std::vector<Message> overMusic;  ///< the warnings about rest staves that are the reason
-};
-
-Refusal refusalByStrict(ConsoleSystem& system, const std::string& namesFile, const ConvertOptions& options,
-                        const ResultPlan& plan) {
-  TriedAnalysis analysis(system, namesFile, options.allowZeroId);
-  if (analysis.isRefused({options.allowZeroId, true, options.force, plan.listed.ids()})) {
-    return {true, {}};
-  }
-  auto warnings = tryForMusicWarnings(
-      analysis, {plan.firstResultFile, options.force, restStavesOf(options), plan.listed.required()});
-  const bool isRefused = !warnings.empty();
-  return {isRefused, std::move(warnings)};
-}
-
 int convertNames(ConsoleHost& console, const ConvertOptions& options, const ResultPlan& plan,
                  const std::string& namesFile) {
   OverlayFiles overlay(console.system(), console.system());
@@ -254,6 +238,7 @@ int convertNames(ConsoleHost& console, const ConvertOptions& options, const Resu
   ConvertOutput output = run.run(converted, plan.firstResultFile, refusal.overMusic);
   addFittingStep(options, output);
   if (!options.selection.likePanel && !output.refused) {
+    console.user().printNotes(oldResultsNote(output.oldResults, options.dryRun));
     console.user().printNotes(options.dryRun ? dryRunNote(output, options, plan)
                                              : noResultsNote(console.system(), output.outcome, options));
   }

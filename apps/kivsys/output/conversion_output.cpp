@@ -24,6 +24,7 @@ std::string asJson(const ConvertOutput& output) {
   if (output.listed != nullptr) {
     object["layout"] = output.listed->asJson();
   }
+  object["old_results"] = {{"replaced", output.oldResults.replaced}, {"left", textsJson(output.oldResults.left)}};
   object["problems"] = jsonOf(output.problems, output.warnings, output.outcome.paths);
   object["next"] = output.next ? Json(NativeSystem::toUtf8(*output.next)) : Json();
   object["schema_version"] = schemaVersion;

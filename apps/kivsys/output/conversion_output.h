@@ -10,6 +10,7 @@
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/layout/listed_conversion.h"
 #include "apps/kivsys/output/warnings_output.h"
+#include "apps/kivsys/safety/old_results.h"
 #include "diagnostics/problems.h"
 
 namespace kiv {
@@ -26,6 +27,7 @@ struct ConvertOutput {
   std::vector<Instrument> instruments;       ///< of a dry run
   const ListedConversion* listed = nullptr;  ///< of a run with a table of instruments; else null
   const ValidPages* pages = nullptr;         ///< of a run that skips bad pages; else null
+  OldResults oldResults;                     ///< what has become of those that were there before
   FileNamer nameOf;                          ///< how people are shown the name of a file
   std::optional<std::string> next;           ///< the command line that helps
   bool isNextPrinted = false;                ///< with the message about a damaged page

@@ -15,7 +15,7 @@ namespace {
 
 using repair::IdChange;
 
-const char* kindOf(const IdChange& change) {
+const char* kindWordOf(const IdChange& change) {
   if (change.at.type == ItemType::staff) {
     return "staff";
   }
@@ -45,7 +45,7 @@ std::string linesOf(const FixedPage& page, bool dryRun, const FileNamer& nameOf)
 }
 
 /// A whole number as such, and one that is none as JSON can have it.
-Json numberJson(float number) {
+Json idJson(float number) {
   if (const auto whole = toInt32(number); whole && static_cast<float>(*whole) == number) {
     return *whole;
   }
@@ -63,9 +63,9 @@ Json jsonOf(const FixedPage& page) {
   Json changes = Json::array();
   for (const IdChange& change : page.changes) {
     changes.push_back({{"item", change.at.item},
-                       {"what", kindOf(change)},
-                       {"staff", numberJson(change.at.staff)},
-                       {"old_id", numberJson(change.at.id)},
+                       {"what", kindWordOf(change)},
+                       {"staff", idJson(change.at.staff)},
+                       {"old_id", idJson(change.at.id)},
                        {"new_id", change.newId}});
   }
   return {{"file", NativeSystem::toUtf8(page.file)},

@@ -160,6 +160,27 @@ std::string defaultResultFile(ConsoleSystem& system, const FoundFile& firstPage)
   return firstResultFile(system, names);
 }
 
+std::size_t numberOfResult(ConsoleSystem& system, const std::string& firstResult, const std::string& name) {
+  const std::string stem = system.upperCase(
+      firstResult.substr(0, firstResult.size() - std::min(firstResult.size(), firstNumberAndSuffix.size())));
+  const std::string upper = system.upperCase(name);
+  return upper.starts_with(stem) ? numberIn(upper.substr(stem.size())).value_or(0) : 0;
+}
+
+std::vector<NamedResult> resultsThere(ConsoleSystem& system, const std::string& firstResult) {
+  const std::string folder = justPath(system, firstResult);
+  std::vector<NamedResult> results;
+  for (const FolderEntry& entry : system.listFolder(folder)) {
+    const std::size_t number = entry.isFolder ? 0 : numberOfResult(system, firstResult, folder + entry.name);
+    if (number > 0) {
+      results.push_back({number, folder + entry.name});
+    }
+  }
+  std::sort(results.begin(), results.end(),
+            [](const NamedResult& a, const NamedResult& b) { return a.number < b.number; });
+  return results;
+}
+
 std::vector<std::string> refusalsOfResults(ConsoleSystem& system, const SelectedPages& pages,
                                            const PlannedResults& results) {
   if (pages.pages.empty()) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,6 +19,18 @@ std::optional<std::string> refusalOfResultName(const std::string& typed);
 
 /// The first result of a conversion unless another one is named: beside the first page.
 std::string defaultResultFile(ConsoleSystem& system, const FoundFile& firstPage);
+
+/// A file that has the name of a result.
+struct NamedResult {
+  std::size_t number = 0;
+  std::string name;  ///< full, as the core writes it
+};
+
+/// The files that are there under names of results of a conversion with this first one, a full name, by their numbers.
+std::vector<NamedResult> resultsThere(ConsoleSystem& system, const std::string& firstResult);
+
+/// The number of the result of that full name, in a conversion with this first one; 0 when it is none.
+std::size_t numberOfResult(ConsoleSystem& system, const std::string& firstResult, const std::string& name);
 
 /// The results that a conversion of pages is to write.
 struct PlannedResults {
