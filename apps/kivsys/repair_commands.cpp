@@ -124,7 +124,11 @@ void addUndo(CLI::App& app, UndoOptions& options, int& status) {
   undo->add_flag("--json", options.json, "Print one JSON object and nothing else");
   undo->footer(
       "Takes back the last convert, trace, sort or fix that wrote into the folder, in all folders that it wrote into:\n"
-      "removes what it made, and restores what it replaced, with times and modes. Refuses when one of these files has\n"
+      "removes what it made, and restores what it replaced, with times and modes. Only the last run of a folder can "
+      "be\n"
+      "undone: a later run that writes into one of these folders takes its place, also if it replaces only the "
+      "report,\n"
+      "and a run with --no-undo or --like-panel cannot be undone. Refuses when one of these files has\n"
       "changed since, unless --keep-changed is given. Ends with status 0; with 1 when a file cannot be changed; with "
       "2\n"
       "when no run can be undone or a file has changed; with 4 when another run is at work in one of the\n"

@@ -64,6 +64,7 @@ if(NOT WIN32)
     console/survey_state_test.cpp
     console/trace_test.cpp
     console/undo_journals_test.cpp
+    console/undo_reasons_test.cpp
     console/undo_test.cpp
     console/usage_test.cpp
     console/verify_test.cpp

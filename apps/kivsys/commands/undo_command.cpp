@@ -40,7 +40,7 @@ std::string planText(const UndoPlan& plan, const Journal& journal, bool dryRun) 
       text += printable(folder) + ": " + (dryRun ? "would be removed if it is empty\n" : "removed\n");
     }
   }
-  return text + printable(journal.command + " of " + journal.time) + ": " + would + "undone\n";
+  return text + printable(wordsOf(journal)) + ": " + would + "undone\n";
 }
 
 Json pathJson(const std::string& path) {
@@ -98,7 +98,7 @@ class Undo {
   int undo(const Journal& journal);
   int refuseUndo(const UndoPlan& plan) const;
   int passOver(const Journal& journal);
-  int refuseNoRun() const { return refuse({"no run in the folder " + typed() + " can be undone"}); }
+  int refuseNoRun() const;
   std::string typed() const { return options_.folder.empty() ? "." : options_.folder; }
   std::optional<Journal> read() const;
   int refuseDamaged() const;
@@ -128,6 +128,20 @@ int Undo::refuseDamaged() const {
     reasons.push_back("files that runs have replaced here are in " + kept);
   }
   return refuse(reasons);
+}
+
+/// Says why there is no run that can be undone.
+int Undo::refuseNoRun() const {
+  std::string reason = "no run that wrote into it is known, or it was made with --no-undo or --like-panel";
+  if (realFolder(typed()).empty()) {
+    reason = "there is no such folder";
+  } else if (const auto end = store_.endOf(folder_)) {
+    reason = end->follower.empty()
+                 ? "its last run, the " + end->run + ", is undone"
+                 : "the " + end->run + " was followed by the " + end->follower + " in the folder " + end->where;
+    reason += "; only the last run of a folder can be undone";
+  }
+  return refuse({"no run in the folder " + typed() + " can be undone: " + reason});
 }
 
 /// Finds the run, and locks its folders. Returns the exit status of an undo that ends here.
@@ -182,6 +196,7 @@ int Undo::undo(const Journal& journal) {
       options_.json ? planJson(plan, journal, options_.dryRun) : planText(plan, journal, options_.dryRun);
   if (!options_.dryRun) {
     store_.forget(run_);
+    store_.noteEnd(journal, {wordsOf(journal), "", ""});
   }
   return printOutcome(text, exit_status::normal);
 }

@@ -17,15 +17,23 @@ bool isSecondName(const FileChange& change) {
 
 }  // namespace
 
-void PreviousRuns::add(const std::string& run) {
+/// A failure to remember why must not keep the run from being forgotten.
+void PreviousRuns::forget(const std::string& run, const std::string& folder) const {
+  if (const auto journal = store_.read(run)) {
+    store_.noteEnd(*journal, {wordsOf(*journal), wordsOf(head_), folder});
+  }
+  store_.forget(run);
+}
+
+void PreviousRuns::add(const std::string& run, const std::string& folder) {
   if (run.empty()) {
     return;
   }
   if (hasChanged_ || isAnyMade()) {
-    store_.forget(run);
+    forget(run, folder);
     noteChange();
   } else {
-    runs_.insert(run);
+    runs_.emplace(run, folder);
   }
 }
 
@@ -43,8 +51,8 @@ void PreviousRuns::expectFolder(const std::string& path) {
 
 void PreviousRuns::noteChange() {
   hasChanged_ = true;
-  for (const std::string& run : runs_) {
-    store_.forget(run);
+  for (const auto& [run, folder] : runs_) {
+    forget(run, folder);
   }
   runs_.clear();
   changes_.clear();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <set>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -12,11 +12,11 @@ namespace kiv {
 /// that fails before that must not cost the user the undo of the run before.
 class PreviousRuns {
  public:
-  /// The store must outlive this object.
-  explicit PreviousRuns(const UndoStore& store) : store_(store) {}
+  /// The store, and the head of this run's journal, must outlive this object.
+  PreviousRuns(const UndoStore& store, const Journal& head) : store_(store), head_(head) {}
 
   /// The run before this one in a folder; "" for none.
-  void add(const std::string& run);
+  void add(const std::string& run, const std::string& folder);
   /// This file, or this folder, is about to be changed, which may fail.
   void expect(const FileChange& change);
   void expectFolder(const std::string& path);
@@ -36,9 +36,11 @@ class PreviousRuns {
   };
   static bool isMade(const Expected& expected);
   bool isAnyMade() const;
+  void forget(const std::string& run, const std::string& folder) const;
 
   const UndoStore& store_;
-  std::set<std::string> runs_;
+  const Journal& head_;
+  std::map<std::string, std::string> runs_;  // each with the folder in which this run follows it
   bool hasChanged_ = false;
   std::vector<Expected> changes_;
   std::vector<std::string> folders_;

@@ -112,7 +112,7 @@ RunJournal::Failure RunJournal::addFolder(const std::string& folder) {
   failure = failure ? failure : store_.setLastRun(folder, head_.id);
   if (!failure) {
     folders_.insert(folder);
-    previous_.add(previous);
+    previous_.add(previous, folder);
   }
   return failure;
 }

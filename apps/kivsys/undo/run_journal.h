@@ -62,7 +62,7 @@ class RunJournal : public ChangeJournal {
   std::string command_;
   UndoNeed need_;
   UndoStore store_;
-  PreviousRuns previous_{store_};
+  PreviousRuns previous_{store_, head_};
   Journal head_;
   std::optional<LockedFile> file_;
   std::set<std::string> folders_;

@@ -1,10 +1,16 @@
 #include "apps/kivsys/undo/undo_store.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <memory>
+#include <sstream>
+
+#include <nlohmann/json.hpp>
 
 #include "apps/kivsys/undo/kept_files.h"
 #include "base/sha256.h"
+#include "platform/console/native_system.h"
 #include "platform/kept_file.h"
 #include "platform/locked_file.h"
 
@@ -44,7 +50,13 @@ std::optional<std::string> writeNew(const std::string& path, const std::string& 
 
 }  // namespace
 
-UndoStore::UndoStore() : folder_(stateFolder().empty() ? "" : pathIn(stateFolder(), "undo")) {}
+std::string wordsOf(const Journal& journal) {
+  return journal.command + " of " + journal.time;
+}
+
+UndoStore::UndoStore()
+    : folder_(stateFolder().empty() ? "" : pathIn(stateFolder(), "undo")),
+      ends_(stateFolder().empty() ? "" : pathIn(stateFolder(), "ended-runs")) {}
 
 std::optional<std::string> UndoStore::prepare() const {
   if (folder_.empty()) {
@@ -128,6 +140,51 @@ void UndoStore::forget(const std::string& run) const {
     }
   }
   static_cast<void>(removeEntry(journalPath(run)));
+}
+
+std::vector<std::string> UndoStore::endLines() const {
+  constexpr std::size_t limit = std::size_t{1024} * 1024;
+  std::istringstream text(ends_.empty() ? "" : wholeOf(ends_, limit).value_or(""));
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(text, line);) {
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+void UndoStore::noteEnd(const Journal& journal, const RunEnd& end) const {
+  constexpr std::ptrdiff_t most = 200;
+  std::vector<std::string> lines = endLines();
+  for (const JournalFolder& folder : journal.folders) {
+    lines.push_back(nlohmann::json{{"folder", sha256(pathKey(folder.path))},
+                                   {"run", end.run},
+                                   {"follower", end.follower},
+                                   {"where", NativeSystem::toUtf8(end.where)}}
+                        .dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
+  }
+  std::string text;
+  std::for_each(lines.end() - std::min(most, std::ssize(lines)), lines.end(),
+                [&](const std::string& line) { text += line + "\n"; });
+  const std::string beside = ends_ + "-" + journal.id;
+  if (writeNew(beside, text) || moveOver(beside, ends_)) {
+    static_cast<void>(removeEntry(beside));
+  }
+}
+
+std::optional<RunEnd> UndoStore::endOf(const std::string& folder) const {
+  const std::vector<std::string> lines = endLines();
+  const std::string key = sha256(pathKey(folder));
+  for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
+    const auto object = nlohmann::json::parse(*line, nullptr, false);
+    const auto textOf = [&](const char* name) {
+      const auto found = object.is_object() ? object.find(name) : object.end();
+      return object.is_object() && found != object.end() && found->is_string() ? found->get<std::string>() : "";
+    };
+    if (textOf("folder") == key && !textOf("run").empty()) {
+      return RunEnd{textOf("run"), textOf("follower"), NativeSystem::fromUtf8(textOf("where"))};
+    }
+  }
+  return std::nullopt;
 }
 
 }  // namespace kiv
