@@ -56,6 +56,7 @@ if(NOT WIN32)
     console/signals_test.cpp
     console/sort_test.cpp
     console/stopped_parts_test.cpp
+    console/stopped_undo_test.cpp
     console/suggest_test.cpp
     console/survey_bad_pages_test.cpp
     console/survey_command_test.cpp

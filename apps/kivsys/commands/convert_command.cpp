@@ -17,6 +17,7 @@
 #include "apps/kivsys/output/conversion_output.h"
 #include "apps/kivsys/safety/result_files.h"
 #include "apps/kivsys/safety/result_folder.h"
+#include "apps/kivsys/selection/stopped_run.h"
 #include "apps/kivsys/undo/run_journal.h"
 #include "conversion/dump_memory.h"
 #include "input/file_names.h"
@@ -237,6 +238,10 @@ int convertNames(ConsoleHost& console, const ConvertOptions& options, const Resu
                  pages ? &*pages : nullptr, refusal.isRefused);
   ConvertOutput output = run.run(converted, plan.firstResultFile, refusal.overMusic);
   addFittingStep(options, output);
+  if (const auto step = stepAfterStop(console)) {
+    output.next = step;
+    output.isNextPrinted = true;  // at the end, after the line about the signal
+  }
   if (!options.selection.likePanel && !output.refused) {
     console.user().printNotes(oldResultsNote(output.oldResults, options.dryRun));
     console.user().printNotes(options.dryRun ? dryRunNote(output, options, plan)

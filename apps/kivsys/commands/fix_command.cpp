@@ -204,11 +204,13 @@ bool FixRun::write() {
   }
   for (done_ = 0; done_ < pages_.size(); ++done_) {
     const PlannedPage& page = pages_[done_];
+    console_.user().showProgress(static_cast<int>(done_), static_cast<int>(pages_.size()), "pages");
     if (const auto failure = put(page)) {
       fail("cannot write " + pathOf(page) + ": " + *failure);
       return false;
     }
   }
+  console_.user().showProgress(static_cast<int>(done_), static_cast<int>(done_), "pages");
   return flushResults(console_);
 }
 
@@ -264,6 +266,9 @@ int FixRun::run(const std::string& namesFile) {
 
 int runFix(const FixOptions& options) {
   ConsoleHost console;
+  if (options.json) {
+    console.user().hideProgress();
+  }
   RunJournal journal(console.system(), "fix", options.inPlace ? UndoNeed::required : UndoNeed::wanted);
   useJournal(console.system(), journal, !options.noUndo && !options.dryRun);
   FixRun fix(console, options);

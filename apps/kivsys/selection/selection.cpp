@@ -10,6 +10,7 @@
 #include "apps/kivsys/safety/made_folder.h"
 #include "apps/kivsys/selection/page_arguments.h"
 #include "apps/kivsys/selection/panel_selection.h"
+#include "apps/kivsys/selection/stopped_run.h"
 #include "input/file_names.h"
 #include "messages/codes.h"
 #include "messages/console_words.h"
@@ -223,10 +224,7 @@ int runOnSelection(ConsoleHost& console, const Selection& selection, const Selec
     console.user().printNotes("kivsys: note: --keep-going skips bad pages and uses the others\n");
   }
   if (const int signal = stopSignal(); signal != 0) {
-    const std::string reached = console.user().reached();
-    printError("ended by " + signalName(signal) + (reached.empty() ? "" : " after " + reached) +
-               "; written: " + console.system().writtenWords());
-    return exit_status::afterSignal(signal);
+    return reportStop(console, signal);
   }
   return ended.value_or(status);
 }

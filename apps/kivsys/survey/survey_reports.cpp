@@ -85,7 +85,7 @@ report::GatheredReport gatherPiece(NativeSystem& system, const LibraryPiece& pie
 }
 
 /// Differs when a page of the piece has changed, or there are other pages.
-std::string stateOf(const LibraryPiece& piece) {
+std::string stateMark(const LibraryPiece& piece) {
   std::string stamps;
   for (const PageStamp& stamp : piece.stamps) {
     stamps += stamp.name + "\n" + std::to_string(stamp.bytes) + "\n" + std::to_string(stamp.changed) + "\n";
@@ -211,7 +211,7 @@ bool SurveyReports::hasReport(const LibraryPiece& piece) const {
   std::string head(mostHead, '\0');
   std::ifstream file(fileOf(piece), std::ios::binary);
   file.read(head.data(), static_cast<std::streamsize>(head.size()));
-  return head.find(stateOf(piece)) != std::string::npos;
+  return head.find(stateMark(piece)) != std::string::npos;
 }
 
 bool SurveyReports::needsReport(const LibraryPiece& piece, bool isNew) const {
@@ -225,7 +225,7 @@ std::optional<std::string> SurveyReports::write(NativeSystem& system, const Libr
     return "no report of " + piece.folder + ", " + piece.prefix + ": the analysis ended";
   }
   gathered.data.made = report::madeBy(system, "kivsys");
-  gathered.data.state = stateOf(piece);
+  gathered.data.state = stateMark(piece);
   const std::string file = fileOf(piece);
   const auto failure = system.replaceFile(system.fullName(file), report::reportPage(gathered.data));
   return failure ? std::optional("cannot write " + file + ": " + *failure) : std::nullopt;

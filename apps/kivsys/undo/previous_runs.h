@@ -24,6 +24,8 @@ class PreviousRuns {
   void noteChange();
   /// Looks whether one of the expected changes was made.
   void settle();
+  /// Whether this run has changed something.
+  bool hasChanged() const { return hasChanged_ || isAnyMade(); }
   /// Whether there are some that can still be undone.
   bool areLeft() const { return !runs_.empty(); }
   /// From now on they are nothing to this run.

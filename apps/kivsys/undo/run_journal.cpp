@@ -46,6 +46,10 @@ RunJournal::~RunJournal() {
   }
 }
 
+std::string RunJournal::folderToUndo() const {
+  return file_ && previous_.hasChanged() ? lastFolder_ : "";
+}
+
 RunJournal::Failure RunJournal::record(const std::function<Failure()>& step) {
   previous_.settle();
   auto failure = gaveUp_ ? std::nullopt : step();
@@ -112,6 +116,7 @@ RunJournal::Failure RunJournal::addFolder(const std::string& folder) {
   failure = failure ? failure : store_.setLastRun(folder, head_.id);
   if (!failure) {
     folders_.insert(folder);
+    lastFolder_ = folder;
     previous_.add(previous, folder);
   }
   return failure;

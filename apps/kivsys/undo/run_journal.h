@@ -34,6 +34,7 @@ class RunJournal : public ChangeJournal {
   RunJournal(const RunJournal&) = delete;
   RunJournal& operator=(const RunJournal&) = delete;
 
+  std::string folderToUndo() const override;
   std::string temporaryMark() const override { return file_ ? head_.id : ""; }
   std::optional<std::string> beforeFolder(const std::string& path) override;
   std::optional<std::string> beforeReplace(const std::string& path, const std::string& target,
@@ -66,6 +67,7 @@ class RunJournal : public ChangeJournal {
   Journal head_;
   std::optional<LockedFile> file_;
   std::set<std::string> folders_;
+  std::string lastFolder_;
   std::map<std::string, bool> files_;  // whether they were there, by path
   std::size_t kept_ = 0;
   bool gaveUp_ = false;

@@ -20,6 +20,9 @@ class ChangeJournal {
   /// What the temporary names of the files are to have in them that the run puts in place, so that an undo of a stopped
   /// run knows them; "" for nothing.
   virtual std::string temporaryMark() const { return ""; }
+  /// A folder that the run has changed something in, by which an undo finds it; "" when nothing can be undone. The last
+  /// one in which the run began to work.
+  virtual std::string folderToUndo() const { return ""; }
   /// A folder is about to be made.
   [[nodiscard]] virtual std::optional<std::string> beforeFolder(const std::string& path) = 0;
   /// A file of these bytes is about to take the place of the target, which the path leads to.

@@ -202,4 +202,9 @@ std::string ConsoleSystem::shownName(const std::string& name) {
   return rest.starts_with('-') ? "./" + rest : rest;
 }
 
+std::string ConsoleSystem::shownFolder(const std::string& path) {
+  const std::string inFolder = (std::filesystem::path(path) / "").string();
+  return inFolder == startFolder_ ? "." : shownName(NativeSystem::coreName(path));
+}
+
 }  // namespace kiv

@@ -72,6 +72,8 @@ class ConsoleSystem : public GuardedSystem {
   /// The name by which users know a file that the core names: its path on the disk, from the folder that the program
   /// was started in if it is in there.
   std::string shownName(const std::string& name);
+  /// The same of a folder's path on the disk; "." for the folder that the program was started in.
+  std::string shownFolder(const std::string& path);
   /// A name that nothing in the folder that the program was started in has: the stem itself, or followed by a number.
   std::string newName(const std::string& stem) const;
   /// The path of a file that is to be written under a name of the core.
