@@ -35,11 +35,12 @@ group() {
   done | tr / '\\' >"$work/names.txt"
 }
 
-# convert FOLDER: converts the group into a new folder, prints seconds and memory. The folders stay until the group is
-# done with: a disk from which files have just been deleted is slow to store others.
+# convert FOLDER: converts the group into a new folder, prints seconds and memory. A single page needs no conversion, so
+# only --force lets it have results. The folders stay until the group is done with: a disk from which files have just been
+# deleted is slow to store others.
 convert() {
   mkdir -p "$work/$1"
-  "$timed" 1 "$kivsys" convert --names "$work/names.txt" --result "$work/$1/WORK0001.MUS"
+  "$timed" 1 "$kivsys" convert --force --names "$work/names.txt" --result "$work/$1/WORK0001.MUS"
 }
 # rewrite FOLDER: the same for the baseline, which writes as many bytes.
 rewrite() {
