@@ -75,6 +75,7 @@ class TypeSet {
     const auto whole = static_cast<std::int32_t>(type.number());
     return static_cast<float>(whole) == type.number() && (bits_ >> static_cast<unsigned>(whole) & 1U) != 0;
   }
+  constexpr bool operator==(const TypeSet&) const = default;
 
  private:
   std::uint32_t bits_ = 0;

@@ -85,10 +85,25 @@ class PageWalker {
   const std::string& unitText() const { return unitText_; }
 
  private:
-  /// Items that are skipped, by their first two words.
-  struct SkippedKind {
-    std::uint64_t head = 0;  // their bits
-    std::size_t bytes = 0;   // of an item; 0 when it is not skipped
+  /// The two kinds of items that were skipped last, by their first two words: those that begin like them are skipped
+  /// without another look.
+  class SkippedKinds {
+   public:
+    SkippedKinds() = default;
+    explicit SkippedKinds(TypeSet types) : types_(types) {}
+    bool of(TypeSet types) const { return types_ == types; }
+    /// The bytes of the item there, of which two words must be; 0 when it is not skipped.
+    std::size_t bytesAt(std::string_view file, std::size_t offset);
+
+   private:
+    struct Kind {
+      std::uint64_t head = 0;  // its bits; no item begins with 0
+      std::size_t bytes = 0;
+    };
+
+    TypeSet types_{};
+    Kind last_;
+    Kind other_;
   };
 
   static std::size_t bytesToSkip(float length, float type, TypeSet types);
@@ -109,6 +124,7 @@ class PageWalker {
   std::int16_t fileWords_ = -1;
   std::int32_t wordsRead_ = 0;
   std::int16_t itemsInFile_ = 0;
+  SkippedKinds skippedKinds_;
 
   std::size_t itemOffset_ = 0;
   float lengthWord_ = 0;
@@ -136,6 +152,22 @@ inline std::size_t PageWalker::bytesToSkip(float length, float type, TypeSet typ
   return static_cast<float>(whole) == length ? bytesPerWord * static_cast<std::size_t>(whole + 1) : 0;
 }
 
+inline std::size_t PageWalker::SkippedKinds::bytesAt(std::string_view file, std::size_t offset) {
+  const std::uint64_t head = ByteCursor::twoWordsAt(file, offset);
+  if (head == last_.head) {
+    return last_.bytes;
+  }
+  if (head == other_.head) {
+    return other_.bytes;
+  }
+  const std::size_t bytes =
+      bytesToSkip(ByteCursor::floatAt(file, offset), ByteCursor::floatAt(file, offset + bytesPerWord), types_);
+  if (bytes != 0) {
+    other_ = std::exchange(last_, {head, bytes});
+  }
+  return bytes;
+}
+
 template <typename OnItem>
 void PageWalker::skipItems(TypeSet types, const OnItem& onItem) {
   // Local copies, so that no step waits for what the step before it has stored.
@@ -145,29 +177,21 @@ void PageWalker::skipItems(TypeSet types, const OnItem& onItem) {
   const std::size_t end = offset + cursor_.left();
   const std::int32_t words = fileWords_ - wordsRead_ - trailerWords;
   const std::size_t endOfItems = offset + bytesPerWord * static_cast<std::size_t>(std::max(words, 0));
+  // Before here, any item that is skipped is complete.
+  constexpr std::size_t longest = bytesPerWord * (parameterCount + 1);
+  const std::size_t endOfCertain = std::min(endOfItems, end - std::min(end, longest));
   std::int16_t items = itemsInFile_;
-  // Items that begin like one of the two kinds before them are skipped without another look. No item begins with 0.
-  SkippedKind kind;
-  SkippedKind otherKind;
+  SkippedKinds kinds = skippedKinds_.of(types) ? skippedKinds_ : SkippedKinds(types);
   while (offset < endOfItems && offset + 2 * bytesPerWord <= end) {
-    const std::uint64_t head = ByteCursor::twoWordsAt(file, offset);
-    if (head != kind.head) {
-      std::swap(kind, otherKind);
-    }
-    if (head != kind.head) {
-      kind = {head,
-              bytesToSkip(ByteCursor::floatAt(file, offset), ByteCursor::floatAt(file, offset + bytesPerWord), types)};
-    }
-    if (kind.bytes == 0 || end - offset < kind.bytes) {
+    const std::size_t bytes = kinds.bytesAt(file, offset);
+    if (bytes == 0 || (offset >= endOfCertain && end - offset < bytes)) {
       break;
     }
-    const std::size_t lastStart = std::min(endOfItems - 1, end - kind.bytes);
-    do {
-      ++items;
-      onItem(items, ByteCursor::floatAt(file, offset + par::staff * bytesPerWord));
-      offset += kind.bytes;
-    } while (offset <= lastStart && ByteCursor::twoWordsAt(file, offset) == head);
+    ++items;
+    onItem(items, ByteCursor::floatAt(file, offset + par::staff * bytesPerWord));
+    offset += bytes;
   }
+  skippedKinds_ = kinds;
   cursor_.skip(offset - start);
   wordsRead_ += static_cast<std::int32_t>((offset - start) / bytesPerWord);
   itemsInFile_ = items;

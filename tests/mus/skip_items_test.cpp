@@ -66,6 +66,17 @@ TEST(SkipItems, GivesTheNumberAndTheStaffOfEachItemThatItSkips) {
   EXPECT_EQ(skipped.back(), std::pair(5, 1.0F));
 }
 
+TEST(SkipItems, AsksAgainWhetherItemsAreSkippedWhenTheTypesAreOthers) {
+  const std::string file = pageOf(plainItem(1) + plainItem(3) + plainItem(1) + plainItem(2));
+  PageWalker page(file);
+  page.skipItems(notesAndRests);
+  ASSERT_EQ(page.findItem(), ReadStatus::itemRead);
+  page.skipItems({ItemType::rest});
+  EXPECT_EQ(page.itemsInFile(), 2) << "a note like the one that was skipped stays";
+  page.skipItems(notesAndRests);
+  EXPECT_EQ(page.itemsInFile(), 4);
+}
+
 TEST(SkipItems, ChangesNothingThatIsFoundAfterItWhereverThePageIsCutOrBroken) {
   const std::string whole = pageOf(plainItem(1) + plainItem(1) + plainItem(3) + words({5, 2}) + zeroWords(4) +
                                    textItem(14, 15, 0, 0, "ABCD") + plainItem(1) + plainItem(8) + plainItem(2));
