@@ -126,6 +126,12 @@ std::vector<std::string> PathFinder::candidates(const std::string& folder, const
   return others;
 }
 
+std::optional<PathFinder::Attempt> PathFinder::attemptIn(const std::string& folder, std::string_view rest) {
+  struct stat status {};
+  const bool isKnown = ::stat(folder.empty() ? "." : folder.c_str(), &status) == 0;
+  return isKnown ? std::optional(Attempt{status.st_dev, status.st_ino, rest.size()}) : std::nullopt;
+}
+
 std::optional<std::string> PathFinder::find(const std::string& folder, std::string_view rest) {
   std::set<Attempt> failed;
   return find(folder, rest, failed);
@@ -136,11 +142,11 @@ std::optional<std::string> PathFinder::find(const std::string& folder, std::stri
   if (rest.empty()) {
     return folder;
   }
-  struct stat status {};
-  const bool known = ::stat(folder.empty() ? "." : folder.c_str(), &status) == 0;
-  const Attempt attempt{status.st_dev, status.st_ino, rest.size()};
-  if (known && failed.contains(attempt)) {
-    return std::nullopt;
+  if (!failed.empty()) {
+    const auto attempt = attemptIn(folder, rest);
+    if (attempt && failed.contains(*attempt)) {
+      return std::nullopt;
+    }
   }
   const std::size_t end = std::min(rest.find(separator), rest.size());
   const std::string component(rest.substr(0, end));
@@ -161,8 +167,8 @@ std::optional<std::string> PathFinder::find(const std::string& folder, std::stri
       }
     }
   }
-  if (known) {
-    failed.insert(attempt);
+  if (const auto attempt = attemptIn(folder, rest)) {
+    failed.insert(*attempt);
   }
   return std::nullopt;
 }

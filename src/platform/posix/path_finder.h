@@ -48,6 +48,8 @@ class PathFinder {
   };
   /// A folder by its identity, and how much of a name was still to be found there.
   using Attempt = std::tuple<dev_t, ino_t, std::size_t>;
+  /// Nullopt for a folder that is not there. Only a search that has failed somewhere needs to ask.
+  static std::optional<Attempt> attemptIn(const std::string& folder, std::string_view rest);
 
   /// The existing file or folder that the rest of a path leads to from a folder; nullopt when there is none. No folder
   /// is searched twice for the same rest, so links that lead back cost nothing.
