@@ -4,6 +4,9 @@
 #include <bit>
 #include <utility>
 
+#include "base/processor.h"
+#include "base/sha256_block.h"
+
 namespace kiv {
 namespace {
 
@@ -46,7 +49,7 @@ std::uint32_t nextWord(Words& words, std::size_t i) {
 /// that move.
 class Rounds {
  public:
-  explicit Rounds(const std::array<std::uint32_t, 8>& state) : v_(state) {}
+  explicit Rounds(const Sha256State& state) : v_(state) {}
 
   /// Round i of 64; of Step only its value modulo 8 counts.
   template <std::size_t Step>
@@ -63,7 +66,7 @@ class Rounds {
     at<Step, 7>() = first + mixA + most;
   }
 
-  void addTo(std::array<std::uint32_t, 8>& state) const {
+  void addTo(Sha256State& state) const {
     for (std::size_t i = 0; i < state.size(); ++i) {
       state[i] += v_[i];
     }
@@ -76,7 +79,7 @@ class Rounds {
     return v_[(Name + 8 - Step % 8) % 8];
   }
 
-  std::array<std::uint32_t, 8> v_;
+  Sha256State v_;
 };
 
 template <std::size_t... Step>
@@ -91,15 +94,32 @@ void laterRounds(Rounds& rounds, Words& words, std::size_t from, std::index_sequ
 
 }  // namespace
 
-void Sha256::processBlock(const char* block) {
+void addBlockPortably(Sha256State& state, const char* block) {
   constexpr std::make_index_sequence<16> steps;
   Words words = wordsOf(block);
-  Rounds rounds(state_);
+  Rounds rounds(state);
   firstRounds(rounds, words, steps);
   for (std::size_t from = words.size(); from < roundConstants.size(); from += words.size()) {
     laterRounds(rounds, words, from, steps);
   }
-  rounds.addTo(state_);
+  rounds.addTo(state);
+}
+
+bool hasSha256Instructions() {
+  static const bool hasThem = isX86WithSha256();
+  return hasThem;
+}
+
+void addBlockByInstructions(Sha256State& state, const char* block) {
+  addBlockOnX86(state.data(), roundConstants.data(), block);
+}
+
+void Sha256::processBlock(const char* block) {
+  if (hasSha256Instructions()) {
+    addBlockByInstructions(state_, block);
+  } else {
+    addBlockPortably(state_, block);
+  }
 }
 
 void Sha256::update(std::string_view bytes) {

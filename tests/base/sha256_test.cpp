@@ -1,6 +1,10 @@
 #include "base/sha256.h"
 
+#include <random>
+
 #include <gtest/gtest.h>
+
+#include "base/sha256_block.h"
 
 namespace kiv {
 namespace {
@@ -34,6 +38,59 @@ TEST(Sha256, PiecesOfAnySizeGiveTheDigestOfTheWhole) {
     digest.update(std::string_view(bytes).substr(0, cut));
     digest.update(std::string_view(bytes).substr(cut));
     EXPECT_EQ(digest.hexDigest(), sha256(bytes)) << cut;
+  }
+}
+
+TEST(Sha256, InstructionsForItAndPortableCodeAgreeOnAnyBytes) {
+  if (!hasSha256Instructions()) {
+    GTEST_SKIP() << "this processor has no such instructions";
+  }
+  std::mt19937 random(1);
+  Sha256State portable{};
+  Sha256State fast{};
+  for (int round = 0; round < 2000; ++round) {
+    std::string block(64 + 3, '\0');  // at any address
+    for (char& byte : block) {
+      byte = static_cast<char>(random());
+    }
+    const char* begin = block.data() + random() % 4;
+    addBlockPortably(portable, begin);
+    addBlockByInstructions(fast, begin);
+    ASSERT_EQ(fast, portable) << round;
+  }
+}
+
+/// The digest by the portable code alone.
+std::string portableDigest(std::string bytes) {
+  const std::uint64_t bits = 8 * bytes.size();
+  bytes += '\x80';
+  while (bytes.size() % 64 != 56) {
+    bytes += '\0';
+  }
+  for (int shift = 56; shift >= 0; shift -= 8) {
+    bytes += static_cast<char>(bits >> static_cast<unsigned>(shift) & 0xFFU);
+  }
+  Sha256State state = {0x6A09E667, 0xBB67AE85, 0x3C6EF372, 0xA54FF53A, 0x510E527F, 0x9B05688C, 0x1F83D9AB, 0x5BE0CD19};
+  for (std::size_t block = 0; block < bytes.size(); block += 64) {
+    addBlockPortably(state, bytes.data() + block);
+  }
+  std::string hex;
+  for (const std::uint32_t word : state) {
+    for (int shift = 28; shift >= 0; shift -= 4) {
+      hex += "0123456789abcdef"[word >> static_cast<unsigned>(shift) & 0xFU];
+    }
+  }
+  return hex;
+}
+
+TEST(Sha256, OfAnyLengthIsTheOneOfThePortableCode) {
+  std::mt19937 random(2);
+  for (int round = 0; round < 300; ++round) {
+    std::string bytes(random() % 1000, '\0');
+    for (char& byte : bytes) {
+      byte = static_cast<char>(random());
+    }
+    ASSERT_EQ(sha256(bytes), portableDigest(bytes)) << bytes.size();
   }
 }
 
