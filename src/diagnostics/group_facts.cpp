@@ -51,8 +51,10 @@ void GroupFacts::beginFile(const std::string& musFileName, std::string_view byte
   findsLosses_ = isNew && wanted_.losses && !ofAllItems;
   bytes_ = bytes;
   if (isNew && ofAllItems) {
-    place->second.losses = findPageLosses(musFileName, bytes, LossScan::allItems);
+    lossFinder_.addAll(bytes);
+    place->second.losses = lossFinder_.losses(musFileName);
     place->second.ofAllItems = true;
+    lossFinder_.clear();
   }
   if (fileCount_ == 0 || file().name != &place->first) {
     if (fileCount_ == pageFiles_.size()) {

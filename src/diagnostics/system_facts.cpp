@@ -25,7 +25,10 @@ void SystemFacts::add(std::int16_t system, StaffFact staff) {
   staff.occurrence = ++occurrences_[staff.instrumentText + "," + staff.staff + "," + std::to_string(lastFile_)];
   const auto [index, isNew] = indices_.emplace(system, systems_.size());
   if (isNew) {
+    // Mostly as many as in the system before: growing step by step would leave half as much again unused.
+    const std::size_t expected = systems_.empty() ? 0 : systems_.back().staves.size();
     systems_.push_back({system, {}});
+    systems_.back().staves.reserve(expected);
   }
   systems_[index->second].staves.push_back(std::move(staff));
 }
