@@ -18,6 +18,7 @@ if(NOT WIN32)
     console/exit_status_test.cpp
     console/explain_test.cpp
     console/fit_marks_test.cpp
+    console/fit_step_test.cpp
     console/fit_test.cpp
     console/fix_in_place_test.cpp
     console/folder_lock_test.cpp

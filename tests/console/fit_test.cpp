@@ -1,34 +1,11 @@
 #include <string>
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
-#include "tests/console/convert_fixture.h"
+#include "tests/console/fit_fixture.h"
 
 namespace kiv::test {
 namespace {
-
-const std::string duo =
-    "staff 2 at 0 size 1 lines 5 instrument 101\nclef 2 at 2\ntimesignature 2 at 17 upper 4 lower 4\n"
-    "note 2 at 30 duration 4\nbarline 2 at 60 spans 1\n"
-    "staff 1 at 0 size 1 lines 5 instrument 102\nclef 1 at 2\ntimesignature 1 at 17 upper 4 lower 4\n"
-    "note 1 at 30 duration 4\nbarline 1 at 0 spans 2\nbarline 1 at 60 spans 1\n";
-// The second bar is too short.
-const std::string solo =
-    "staff 1 at 0 size 1 lines 5 instrument 101\nclef 1 at 2\nnote 1 at 20 duration 4\nbarline 1 at 0 spans 1\n"
-    "barline 1 at 50 spans 1\nnote 1 at 60 duration 3\nbarline 1 at 100 spans 1\n";
-const std::string wrongRest =
-    "kivsys: WORK0002.MUS: warning: rest staff 102: the rest lasts 4 quarters, the music of the bar 3 quarters (system "
-    "2, bar 2) [bar-rest-length]\n";
-const std::string hint = "kivsys: note: convert --fit makes rest staves, braces and brackets that fit the music\n";
-
-class ConsoleFit : public ConsoleConvert {
- protected:
-  void SetUp() override {
-    addPage("x1.mus", duo);
-    addPage("x2.mus", solo);
-  }
-};
 
 TEST_F(ConsoleFit, AConversionWarnsOfRestStavesThatDoNotFit) {
   const Ended ended = place.kivsys({"convert", "x1.mus", "x2.mus"});
@@ -91,55 +68,6 @@ TEST_F(ConsoleFit, VerifyProvesItWithFitOnly) {
   place.kivsys({"convert", "x1.mus", "x2.mus"});
   EXPECT_EQ(place.kivsys({"verify", "--fit", "x1.mus", "x2.mus"}).status, 1);
   EXPECT_EQ(place.kivsys({"verify", "x1.mus", "x2.mus"}).status, 0);
-}
-
-class ConsoleFitAfterAFailure : public ConsoleFit {
- protected:
-  void SetUp() override {
-    ConsoleFit::SetUp();
-    // No beat is in its last bar, which ends the plain conversion.
-    addPage("x3.mus",
-            "staff 1 at 0 size 1 lines 5 instrument 101\nclef 1 at 2\nnote 1 at 20 duration 4\nbarline 1 at 0 spans 1\n"
-            "barline 1 at 60 spans 1\nbarline 1 at 62 spans 1\n");
-  }
-
-  Names words{"convert", "x1.mus", "x2.mus", "x3.mus"};
-};
-
-TEST_F(ConsoleFitAfterAFailure, WhatIsWrittenIsWarnedOfAndFitIsNext) {
-  const Ended ended = place.kivsys(words);
-  EXPECT_EQ(ended.status, 1);
-  EXPECT_NE(ended.error.find("kivsys: Logical error 3 in setRestDurations\n" + wrongRest), std::string::npos)
-      << ended.error;
-  EXPECT_NE(ended.error.find("Next: kivsys convert --fit x1.mus x2.mus x3.mus\n"), std::string::npos) << ended.error;
-  EXPECT_EQ(place.kivsys({"convert", "--fit", "x1.mus", "x2.mus", "x3.mus"}).status, 0);
-}
-
-TEST_F(ConsoleFitAfterAFailure, TheNextStepHasTheOptionsOfTheRun) {
-  words.insert(words.end(), {"--json", "--result", "new/", "--no-instr-number"});
-  for (const std::string flag : {"--verify", "--dry-run"}) {
-    Names typed = words;
-    typed.push_back(flag);
-    const Json object = Json::parse(place.kivsys(typed).out);
-    EXPECT_EQ(object["next"],
-              "kivsys convert --fit x1.mus x2.mus x3.mus --result new/WORK0001.MUS --no-instr-number " + flag);
-    EXPECT_EQ(object["problems"].back()["code"], "bar-rest-length");
-  }
-}
-
-TEST_F(ConsoleFitAfterAFailure, StrictRefusesWhatItWouldWrite) {
-  words.insert(words.end(), {"--strict"});
-  const Ended ended = place.kivsys(words);
-  EXPECT_EQ(ended.status, 3);
-  EXPECT_NE(ended.error.find(wrongRest), std::string::npos) << ended.error;
-  EXPECT_EQ(place.read("WORK0001.MUS"), "(no file)");
-}
-
-TEST_F(ConsoleFitAfterAFailure, ARunLikeThePanelSaysNothingOfThem) {
-  words.insert(words.end(), {"--like-panel"});
-  const Ended ended = place.kivsys(words);
-  EXPECT_EQ(ended.error.find("warning"), std::string::npos) << ended.error;
-  EXPECT_EQ(ended.error.find("Next:"), std::string::npos) << ended.error;
 }
 
 TEST_F(ConsoleFit, ThePanelHasNoSuchOption) {

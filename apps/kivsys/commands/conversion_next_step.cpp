@@ -18,15 +18,18 @@ bool concernsRestStaves(const Message& message) {
   return message.code == code::timeSignature || (message.code == code::logicalError && !isOfOrder);
 }
 
-std::string withFit(const ConvertOptions& options) {
+/// Results that a run may not replace are there already after it has failed: the next one has a folder of its own.
+std::string withFit(const ConsoleSystem& system, const ConvertOptions& options, bool leftResults) {
   const Selection& selection = options.selection;
+  const bool isElsewhere = options.noOverwrite && leftResults;
+  const std::string result = options.result.empty() ? "" : " --result " + fileWord(options.result);
+  const bool isFolderMissing = !selection.folder.empty() && selection.names.empty();
   std::string words = "kivsys convert --fit" + std::string(options.force ? " --force" : "") +
-                      selectionArguments(selection) + (selection.keepOrder ? " --keep-order" : "") +
-                      (selection.layout.empty() ? "" : " --layout " + fileWord(selection.layout)) +
-                      (options.result.empty() ? "" : " --result " + fileWord(options.result));
+                      (isFolderMissing ? " --folder " + fileWord(selection.folder) : "") +
+                      selectionArguments(selection) + (isElsewhere ? newResultArgument(system) : result);
   const std::pair<bool, const char*> flags[] = {{options.allowZeroId, " --allow-zero-id"},
                                                 {options.noInstrNumber, " --no-instr-number"},
-                                                {options.noOverwrite, " --no-overwrite"},
+                                                {options.noOverwrite && !isElsewhere, " --no-overwrite"},
                                                 {options.keepGoing, " --keep-going"},
                                                 {options.noUndo, " --no-undo"},
                                                 {options.dryRun, " --dry-run"},
@@ -38,15 +41,24 @@ std::string withFit(const ConvertOptions& options) {
   return words;
 }
 
+/// Whether a conversion ended because of rest staves.
+bool failedOverRests(const RunOutcome& outcome) {
+  return !outcome.normalEnd && !outcome.messages.empty() && concernsRestStaves(outcome.messages.back().message);
+}
+
 }  // namespace
 
-void addFittingStep(const ConvertOptions& options, ConvertOutput& output) {
-  const auto& messages = output.outcome.messages;
-  const bool isPossible =
-      !options.fit && !options.trace && !options.selection.likePanel && canRepeat(options.selection);
-  if (isPossible && !output.next && !output.outcome.normalEnd && !messages.empty() &&
-      concernsRestStaves(messages.back().message)) {
-    output.next = withFit(options);
+bool canFit(const ConvertOptions& options) {
+  return !options.fit && options.selection.layout.empty() && !options.selection.likePanel;
+}
+
+void addFittingStep(const ConsoleSystem& system, const ConvertOptions& options, bool isAccepted,
+                    ConvertOutput& output) {
+  const bool isPossible = canFit(options) && !options.trace && canRepeat(options.selection);
+  const bool helps = options.strict ? isAccepted : failedOverRests(output.outcome);
+  if (isPossible && !output.next && helps) {
+    const bool leftResults = output.outcome.created && !output.outcome.created->empty();
+    output.next = withFit(system, options, leftResults);
   }
 }
 

@@ -20,8 +20,12 @@ struct AnalysisOfConversion {
 ConvertOutput outputWithNext(ConsoleHost& console, KivSystem& program, GroupFacts& group,
                              const AnalysisOfConversion& analysis);
 
-/// Adds the same command with --fit to the output of a conversion that ended because of rest staves; to others nothing.
-void addFittingStep(const ConvertOptions& options, ConvertOutput& output);
+/// Whether --fit can be added to a run: --layout and --like-panel exclude it.
+bool canFit(const ConvertOptions& options);
+
+/// Adds the same command with --fit to the output of a conversion that ended because of rest staves. With --strict that
+/// is a run which would be accepted with --fit, as the caller knows. To others nothing is added.
+void addFittingStep(const ConsoleSystem& system, const ConvertOptions& options, bool isAccepted, ConvertOutput& output);
 
 /// Prints the outcome, and for people that command line. Returns the program's exit status.
 int printWithNext(ConsoleHost& console, const ConvertOutput& output, bool json);

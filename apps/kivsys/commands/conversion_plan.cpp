@@ -6,6 +6,10 @@
 
 namespace kiv {
 
+RestStaves restStavesOf(const ConvertOptions& options) {
+  return options.fit ? RestStaves::fitting : RestStaves::asKnownSoFar;
+}
+
 std::optional<ResultFolder> folderOfResults(ConsoleSystem& system, const ConvertOptions& options,
                                             const std::string& firstResultFile) {
   if (firstResultFile.empty() || options.selection.likePanel) {

@@ -7,6 +7,7 @@
 #include "apps/kivsys/commands/convert_command.h"
 #include "apps/kivsys/layout/listed_conversion.h"
 #include "apps/kivsys/safety/result_folder.h"
+#include "conversion/fitted_staves.h"
 #include "platform/console/console_system.h"
 
 namespace kiv {
@@ -17,6 +18,9 @@ struct ResultPlan {
   const ResultFolder* folder = nullptr;  ///< null for results beside the first page
   ListedConversion listed = {};
 };
+
+/// How the conversion makes rest staves.
+RestStaves restStavesOf(const ConvertOptions& options);
 
 /// The folder of a result that was typed; nullopt for results beside the first page, and for those like the panel's.
 std::optional<ResultFolder> folderOfResults(ConsoleSystem& system, const ConvertOptions& options,

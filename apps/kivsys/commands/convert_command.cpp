@@ -8,7 +8,7 @@
 #include "apps/kivsys/commands/dry_run.h"
 #include "apps/kivsys/commands/music_check.h"
 #include "apps/kivsys/commands/run_outcome.h"
-#include "apps/kivsys/commands/strict_conversion.h"
+#include "apps/kivsys/commands/strict_refusal.h"
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/commands/verify_command.h"
 #include "apps/kivsys/commands/warned_run.h"
@@ -158,6 +158,9 @@ void ConvertRun::warn(ConvertOutput& output, const std::vector<Message>& refused
 
 void ConvertRun::warnOfMusic(const std::vector<Message>& messages, ConvertOutput& output) {
   addMusicWarnings(console_.user(), program_.host.files, messages, options_.json, output.warnings);
+  if (canFit(options_)) {
+    console_.user().printNotes(noteOnFit(messages));
+  }
 }
 
 /// About all results, or after a conversion that did not end normally about those that it has written.
@@ -234,10 +237,13 @@ int convertNames(ConsoleHost& console, const ConvertOptions& options, const Resu
   }
   const std::string& converted = pages ? pages->namesFile() : namesFile;
   const Refusal refusal = options.strict ? refusalByStrict(console.system(), converted, options, plan) : Refusal();
-  ConvertRun run(console, options.dryRun || refusal.isRefused ? &overlay : nullptr, options, plan,
+  ConvertRun run(console, options.dryRun || refusal.writesNothing() ? &overlay : nullptr, options, plan,
                  pages ? &*pages : nullptr, refusal.isRefused);
   ConvertOutput output = run.run(converted, plan.firstResultFile, refusal.overMusic);
-  addFittingStep(options, output);
+  if (refusal.endsWithError) {
+    printError("nothing is written, as the conversion ends with an error and --strict is given");
+  }
+  addFittingStep(console.system(), options, refusal.isAvoidedByFit, output);
   if (const auto step = stepAfterStop(console)) {
     output.next = step;
     output.isNextPrinted = true;  // at the end, after the line about the signal
@@ -280,8 +286,7 @@ int runConvert(const ConvertOptions& typed) {
     use.writtenFolders = [&](const SelectedPages& pages) { return writtenFolders(system, options, pages, plan); };
   }
   use.isRefused = [&](const std::string& namesFile) {
-    return options.strict &&
-           isRefusedByStrict(system, namesFile, {options.allowZeroId, true, options.force, plan.listed.ids()});
+    return options.strict && refusalByStrict(system, namesFile, options, plan).writesNothing();
   };
   return runOnSelection(console, options.selection, use,
                         [&](const std::string& namesFile) { return convertNames(console, options, plan, namesFile); });

@@ -40,7 +40,7 @@ std::vector<Message> musicWarningsOfResults(Files& files, Machine& machine, cons
   return warnings;
 }
 
-std::vector<Message> tryForMusicWarnings(TriedAnalysis& analysis, const TriedConversion& conversion) {
+TriedMusic tryForMusicWarnings(TriedAnalysis& analysis, const TriedConversion& conversion) {
   KivSystem& program = analysis.program();
   if (!analysis.endedNormally() || (!conversion.force && program.qualifies())) {
     return {};
@@ -54,9 +54,9 @@ std::vector<Message> tryForMusicWarnings(TriedAnalysis& analysis, const TriedCon
   };
   if (exitCodeOfPart(analysis.user(), convert)) {
     const WrittenResults written{result, analysis.files().replacedNames()};
-    return musicWarningsOfResults(host.files, host.machine, written, analysis.facts());
+    return {musicWarningsOfResults(host.files, host.machine, written, analysis.facts()), false};
   }
-  return musicWarningsOfResults(host.files, host.machine, {result, {}}, analysis.facts());
+  return {musicWarningsOfResults(host.files, host.machine, {result, {}}, analysis.facts())};
 }
 
 void addMusicWarnings(ConsoleUser& user, Files& files, const std::vector<Message>& messages, bool withProblems,
@@ -70,18 +70,20 @@ void addMusicWarnings(ConsoleUser& user, Files& files, const std::vector<Message
     user.printNotes("kivsys: warning: there are " + std::to_string(messages.size() - mostShown) +
                     " more warnings about rest staves, which --json lists\n");
   }
-  const bool isAboutRestStaves = std::any_of(messages.begin(), messages.end(), [](const Message& message) {
-    constexpr std::string_view aboutPages[] = {code::stavesDisagree, code::noTimeSignature, code::keyNotShown};
-    return std::find(std::begin(aboutPages), std::end(aboutPages), message.code) == std::end(aboutPages);
-  });
-  if (isAboutRestStaves) {
-    user.printNotes("kivsys: note: convert --fit makes rest staves, braces and brackets that fit the music\n");
-  }
   for (Problem problem : withProblems ? findProblems(files, messages) : std::vector<Problem>()) {
     problem.message += warnings.messages.size();
     warnings.problems.push_back(problem);
   }
   std::copy(messages.begin(), messages.end(), std::back_inserter(warnings.messages));
+}
+
+std::string noteOnFit(const std::vector<Message>& warnings) {
+  const bool isAboutRestStaves = std::any_of(warnings.begin(), warnings.end(), [](const Message& warning) {
+    constexpr std::string_view aboutPages[] = {code::stavesDisagree, code::noTimeSignature, code::keyNotShown};
+    return std::find(std::begin(aboutPages), std::end(aboutPages), warning.code) == std::end(aboutPages);
+  });
+  return isAboutRestStaves ? "kivsys: note: convert --fit makes rest staves, braces and brackets that fit the music\n"
+                           : "";
 }
 
 }  // namespace kiv

@@ -33,13 +33,21 @@ struct TriedConversion {
   std::vector<RequiredInstrument> required = {};  ///< instruments that every result has
 };
 
-/// The same of the results that a conversion after this analysis would write; none if the analysis did not end
-/// normally.
-std::vector<Message> tryForMusicWarnings(TriedAnalysis& analysis, const TriedConversion& conversion);
+/// What such a conversion comes to.
+struct TriedMusic {
+  std::vector<Message> warnings = {};  ///< about the results that it would write
+  bool endsNormally = true;
+};
+
+/// Tries a conversion after this analysis; nothing is wrong with one that the analysis makes needless or impossible.
+TriedMusic tryForMusicWarnings(TriedAnalysis& analysis, const TriedConversion& conversion);
 
 /// Shows them to the user, of very many the first ones, and adds them to the others. The problems are filled in on
 /// request.
 void addMusicWarnings(ConsoleUser& user, Files& files, const std::vector<Message>& messages, bool withProblems,
                       Warnings& warnings);
+
+/// The line that says that convert --fit avoids such warnings; "" when it avoids none of these.
+std::string noteOnFit(const std::vector<Message>& warnings);
 
 }  // namespace kiv
