@@ -96,20 +96,19 @@ void MusicKeys::read(const MusicSystem& system) {
   for (const auto& [bar, all] : positions) {
     score.positions[bar] = usualPosition(all);
   }
-  lookForKeys(score);
 }
 
+/// Compares what the staves show at the begin of a system with the keys that follow from the systems before.
 void MusicKeys::lookForKeys(Score& score) {
-  const bool isLost = std::any_of(score.signatures.begin(), score.signatures.end(),
-                                  [&](const auto& played) { return withAccidentals_.contains(played.first); });
+  const bool isLost = std::any_of(score.signatures.begin(), score.signatures.end(), [&](const auto& played) {
+    return shown_.contains(played.first) && signatureOf(now_.at(played.first)) != 0;
+  });
   isHidden_ = (isHidden_ || isLost) && !score.positions.contains(0);
   score.isHidden = isHidden_;
   isHidden_ = isHidden_ && score.positions.empty();
   for (const auto& [instrument, signatures] : score.signatures) {
-    if (!signatures.empty() && signatures.rbegin()->second[par::key] != 0) {
-      withAccidentals_.insert(instrument);
-    } else {
-      withAccidentals_.erase(instrument);
+    if (!signatures.empty()) {
+      shown_.insert(instrument);
     }
   }
 }
@@ -118,6 +117,7 @@ void MusicKeys::move(std::size_t system) {
   Score& score = scores_[system];
   score.before = now_;
   score.movedBefore = moved_;
+  lookForKeys(score);
   if (!score.positions.contains(0)) {
     enter(system, 0);
   }

@@ -24,8 +24,9 @@ class MusicKeys {
   /// By the bar from which on they count, the keys of an instrument in a system; always that of bar 0, and after it
   /// only changes. Empty for an instrument that has no key signatures while others have some.
   std::map<std::size_t, SilentKey> keys(std::size_t system, float instrument) const;
-  /// Whether a system shows no key at its begin, though a staff that plays has had accidentals in its system before, or
-  /// the same is true of the system before. Whether the key is another is not known then; it is taken to be the same.
+  /// Whether a system shows no key at its begin, though a staff that plays has had signatures before and should have
+  /// accidentals by what the others have shown since, or the same is true of the system before. Whether the key is
+  /// another is not known then; it is taken to be the same.
   bool isHidden(std::size_t system) const { return scores_[system].isHidden; }
   /// Where the signatures that count from a bar on stand in a system.
   float position(std::size_t system, std::size_t bar) const { return scores_[system].positions.at(bar); }
@@ -67,7 +68,7 @@ class MusicKeys {
   std::set<float> unsigned_;                   // those without, while others had some, in a system
   std::set<float> pitched_;                    // those with staves of other than one line
   std::map<float, int> now_;                   // the keys while they are followed
-  std::set<float> withAccidentals_;            // those whose last signature has some, while the systems are read
+  std::set<float> shown_;                      // those that have had a signature so far
   bool isHidden_ = false;                      // the same of isHidden()
   int moved_ = 0;                              // the moves so far
 };

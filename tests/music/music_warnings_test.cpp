@@ -115,6 +115,24 @@ TEST(MusicWarnings, AKeyChangedBeforeTheSystemIsNotMissing) {
   EXPECT_THAT(pages.warnings({{101, 102}, {101}, {101}}), IsEmpty());
 }
 
+TEST(MusicWarnings, AKeyIsKnownWhereOthersHaveChangedItToNone) {
+  const std::string notes = "note 1 at 30 duration 4\nbarline 1 at 60 spans 1\n";
+  const std::string other = "staff 1 at 0 size 1 lines 5 instrument 102\nclef 1 at 2\nbarline 1 at 0 spans 1\n";
+  const std::string change = one + sameKey + notes +
+                             "keysignature 1 at 62 key 0\nnote 1 at 80 duration 4\n"
+                             "barline 1 at 100 spans 1\n";
+  const Playing playing{{101, 102}, {101}, {102}};
+  EXPECT_THAT(FittedPages(std::vector<std::string>{both, change, other + notes}).warnings(playing), IsEmpty());
+  // The key of 102 is that of 101, of two flats, moved by as much.
+  std::string apart = both;
+  apart.replace(apart.find("key -1"), 6, "key -2");
+  EXPECT_THAT(FittedPages(std::vector<std::string>{apart, one + sameKey + notes, other + notes}).warnings(playing),
+              IsEmpty());
+  EXPECT_THAT(FittedPages(std::vector<std::string>{both, one + sameKey + notes, other + notes}).warnings(playing),
+              ElementsAre("key-not-shown system 3: no staff shows a key, though one did before; rest staves may keep a "
+                          "key that has changed"));
+}
+
 TEST(MusicWarnings, AreThoseOfTheResultsBeforeOneThatCannotBeRead) {
   const std::string threeQuarters = one + sameKey + "note 1 at 30 duration 3\nbarline 1 at 60 spans 1\n";
   FittedPages pages(std::vector<std::string>{both, threeQuarters, threeQuarters}, RestStaves::asKnownSoFar);
