@@ -71,6 +71,11 @@ Message stavesDisagree(double length, const Location& bar) {
                       "the staves that play last unequally long; rest staves should last " + quarters(length), bar);
 }
 
+Message durationTooLong(double longest, const Location& bar) {
+  return musicWarning(code::durationTooLong,
+                      "a note or rest lasts more than " + quarters(longest) + ", so it is not counted", bar);
+}
+
 Message keyNotShown(const Location& system) {
   return musicWarning(code::keyNotShown,
                       "no staff shows a key, though one did before; rest staves may keep a key that has changed",

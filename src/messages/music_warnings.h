@@ -24,6 +24,8 @@ Message lateEntryUnknown(const RestStavesOf& staves, const Location& system);
 Message braceDisplaced(int braces, const Location& system);
 /// The staves that play last unequally long. The rest staves take the length given.
 Message stavesDisagree(double length, const Location& bar);
+/// Notes or rests last longer than that and are not counted. Without a bar, they stand between bars.
+Message durationTooLong(double longest, const Location& bar);
 /// No staff of the system has a key signature at its begin, though one had accidentals in the system before.
 Message keyNotShown(const Location& system);
 /// No system of the group has a time signature.

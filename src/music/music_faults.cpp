@@ -39,6 +39,7 @@ class FaultFinder {
       faults_.push_back({messages::braceDisplaced(count, locationOf(system)), system, result.displacedBraces});
     }
     if (restsMatter) {
+      addTooLong(system, result);
       addBars(system, result, findFaults(group_, system, result.restStaves));
     }
   }
@@ -50,6 +51,15 @@ class FaultFinder {
     Location location{.file = results_[system].file};
     location.system = static_cast<std::int16_t>(system + 1);
     return location;
+  }
+
+  void addTooLong(std::size_t system, const AddedMusic& result) {
+    for (const auto& bar : group_.systems()[system].tooLong()) {
+      Location location = locationOf(system);
+      location.bar = bar ? std::optional(static_cast<int>(*bar) + 1) : std::nullopt;
+      faults_.push_back({messages::durationTooLong(proof::longestNote, location), system,
+                         bar ? placesOfBar(system, result, *bar) : std::vector<FaultPlace>()});
+    }
   }
 
   void addBars(std::size_t system, const AddedMusic& result, const StaffFaults& faults) {

@@ -44,7 +44,7 @@ void forgetOthers(MusicStaff& staff) {
   std::erase_if(staff.items, [](const Item& item) {
     const ItemType type = item.type();
     const bool isSign = type == ItemType::clef || type == ItemType::keySignature || type == ItemType::timeSignature;
-    return !isSign && !proof::takesTime(item);
+    return !isSign && !proof::takesTime(item, proof::longestRest);
   });
   staff.items.shrink_to_fit();
 }

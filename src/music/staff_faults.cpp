@@ -17,7 +17,7 @@ bool hasTwoRests(std::span<const Item> items) {
   std::multiset<float> positions;
   bool anyWholeBar = false;
   for (const Item& item : items) {
-    if (proof::takesTime(item)) {
+    if (proof::takesTime(item, proof::longestRest)) {
       positions.insert(item[par::position]);
       anyWholeBar = anyWholeBar || proof::isWholeBarRest(item);
     }
@@ -49,7 +49,7 @@ class StaffCheck {
   void checkRests(std::size_t bar) {
     const MusicBar& place = system_.bars()[bar];
     const std::span<const Item> items = staff_.between(place.from, &place.to);
-    const proof::StaffTime time = proof::staffTimeOf(items);
+    const proof::StaffTime time = proof::staffTimeOf(items, proof::longestRest);
     const proof::Ticks music = group_.bars(index_)[bar].length;
     if (!time.plays) {
       add(bar, FaultKind::noRest);

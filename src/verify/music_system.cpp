@@ -40,6 +40,7 @@ struct Content {
   Range notes;  ///< what takes time
   Range signs;
   bool hasCues = false;  ///< or grace notes
+  bool hasTooLong = false;
 
   void add(std::span<const Item> items) {
     for (const Item& item : items) {
@@ -49,6 +50,7 @@ struct Content {
         signs.add(item[par::position]);
       } else {
         hasCues = hasCues || item.type() == ItemType::note || item.type() == ItemType::rest;
+        hasTooLong = hasTooLong || isTooLong(item);
       }
     }
   }
@@ -181,7 +183,11 @@ void MusicSystem::addBar(const MusicBarline& barline, const float* next, bool is
     bar.times.push_back(staffTimeOf(items));
   }
   endsSection_ = endsSection_ || barline.kind != 0;
-  if (content.notes.isEmpty && (next == nullptr || !content.fillsBar(bar.from, *next, isLeftEdge))) {
+  const bool isNone = content.notes.isEmpty && (next == nullptr || !content.fillsBar(bar.from, *next, isLeftEdge));
+  if (content.hasTooLong) {
+    tooLong_.push_back(isNone ? std::nullopt : std::optional(bars_.size()));
+  }
+  if (isNone) {
     endsSection_ = endsSection_ || (next != nullptr && !isLeftEdge);
     return;
   }

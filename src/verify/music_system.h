@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -57,6 +58,8 @@ class MusicSystem {
   const std::vector<MusicStaff>& staves() const { return staves_; }
   const std::vector<MusicBar>& bars() const { return bars_; }
   bool endsSection() const { return endsSection_; }
+  /// Where notes or rests are too long to be counted: the bar, or nullopt for between bars.
+  const std::vector<std::optional<std::size_t>>& tooLong() const { return tooLong_; }
   /// Forgets notes, rests and other items whose time the bars have, and where they are drawn, to save memory.
   /// Nothing can be placed under them then.
   void forgetNotes();
@@ -72,6 +75,7 @@ class MusicSystem {
   std::vector<MusicStaff> staves_;
   std::vector<MusicBar> bars_;
   bool endsSection_ = false;
+  std::vector<std::optional<std::size_t>> tooLong_;
 };
 
 }  // namespace kiv::proof

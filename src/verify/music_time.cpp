@@ -9,10 +9,14 @@ namespace {
 
 constexpr float wholeBar = -2;
 constexpr float wholeBarToo = -12;
-constexpr float mostQuarters = 1024;
 
 Ticks ticksOf(const Item& item) {
   return std::llround(static_cast<double>(item[par::duration]) * quarterNote);
+}
+
+/// Whether it is a note or a rest, and no cue marker.
+bool isPlayed(const Item& item) {
+  return item.type() == ItemType::note || (item.type() == ItemType::rest && item[par::cuedInstrument] == 0);
 }
 
 /// The first end after all that end now; the ends up to it are over. There is at least one.
@@ -28,24 +32,24 @@ bool isSameTime(Ticks one, Ticks other) {
   return std::abs(one - other) < leastTime;
 }
 
-bool takesTime(const Item& item) {
-  if (item.type() == ItemType::rest && item[par::cuedInstrument] != 0) {
-    return false;
-  }
+bool takesTime(const Item& item, float longest) {
   const float duration = item[par::duration];
-  return (item.type() == ItemType::note || item.type() == ItemType::rest) && duration <= mostQuarters &&
-         duration >= static_cast<float>(leastTime) / quarterNote;
+  return isPlayed(item) && duration <= longest && duration >= static_cast<float>(leastTime) / quarterNote;
+}
+
+bool isTooLong(const Item& item) {
+  return isPlayed(item) && item[par::duration] > longestNote;
 }
 
 bool isWholeBarRest(const Item& item) {
   return item.type() == ItemType::rest && (item[par::kind] == wholeBar || item[par::kind] == wholeBarToo);
 }
 
-StaffTime staffTimeOf(std::span<const Item> items) {
+StaffTime staffTimeOf(std::span<const Item> items, float longest) {
   StaffTime time;
   std::vector<Ticks> ends;  // of a chord, or of voices: few
   for (const Item& item : items) {
-    if (!takesTime(item)) {
+    if (!takesTime(item, longest)) {
       continue;
     }
     time.plays = true;

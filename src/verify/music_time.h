@@ -18,8 +18,15 @@ constexpr Ticks leastTime = quarterNote / 64;
 
 bool isSameTime(Ticks one, Ticks other);
 
+/// The longest note or rest of the music, in quarter notes. What is longer is a mistake, and is not counted.
+constexpr float longestNote = 1024;
+/// The longest rest on a rest staff: it may be as long as all notes of a bar.
+constexpr float longestRest = 1E9F;
+
 /// Whether an item is a note or a rest that takes time: no cue marker, no grace note.
-bool takesTime(const Item& item);
+bool takesTime(const Item& item, float longest = longestNote);
+/// Whether it would, if it were not too long.
+bool isTooLong(const Item& item);
 /// Whether it is a rest that lasts from the begin of its bar, wherever it is drawn.
 bool isWholeBarRest(const Item& item);
 
@@ -38,7 +45,7 @@ struct StaffTime {
 };
 
 /// The time of the items of one bar of a staff, in the order of their positions. Those that take no time are ignored.
-StaffTime staffTimeOf(std::span<const Item> items);
+StaffTime staffTimeOf(std::span<const Item> items, float longest = longestNote);
 
 /// The length in quarter notes that durations in page files stand for.
 double inQuarters(Ticks length);

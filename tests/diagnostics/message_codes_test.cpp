@@ -152,6 +152,7 @@ std::vector<Example> warningExamples() {
       {"lateEntryUnknown", lateEntryUnknown({101}, {})},
       {"braceDisplaced", braceDisplaced(1, {})},
       {"stavesDisagree", stavesDisagree(3, {})},
+      {"durationTooLong", durationTooLong(1024, {})},
       {"keyNotShown", keyNotShown({})},
       {"noTimeSignature", noTimeSignature({})},
   };

@@ -141,6 +141,32 @@ TEST(MusicWarnings, AreThoseOfTheResultsBeforeOneThatCannotBeRead) {
   EXPECT_EQ(pages.warnings({{101, 102}, {101}, {101}}).size(), 1U);
 }
 
+/// The result after `both` in which 101 plays that.
+FittedPages fittedAfterBoth(const std::string& music) {
+  return FittedPages(std::vector<std::string>{both, one + sameKey + music});
+}
+
+TEST(MusicWarnings, TheRestOfAVeryLongBarIsNone) {
+  std::string notes;
+  for (int note = 0; note < 12; ++note) {
+    notes += "note 1 at " + std::to_string(30 + 5 * note) + " duration 100\n";
+  }
+  FittedPages pages = fittedAfterBoth(notes + "barline 1 at 100 spans 1\n");
+  EXPECT_EQ(pages.items(2, 1, "rest"), "65 kind -2 duration 1200 p9 -1");
+  EXPECT_THAT(pages.warnings(bothThenOne), IsEmpty());
+}
+
+TEST(MusicWarnings, ANoteThatIsTooLongToBeCounted) {
+  const std::string words = ": a note or rest lasts more than 1024 quarters, so it is not counted";
+  EXPECT_THAT(fittedAfterBoth("note 1 at 30 duration 4\nnote 1 at 50 duration 1030\nbarline 1 at 100 spans 1\n")
+                  .warnings(bothThenOne),
+              ElementsAre("duration-too-long system 2 bar 1" + words));
+  EXPECT_THAT(fittedAfterBoth("note 1 at 30 duration 4\nbarline 1 at 60 spans 1\nnote 1 at 80 duration 1E30\n")
+                  .warnings(bothThenOne),
+              ElementsAre("duration-too-long system 2" + words))
+      << "the last bar is none without it";
+}
+
 TEST(MusicWarnings, StavesThatDisagreeInBothConversions) {
   const std::string three =
       "staff 3 at 0 size 1 lines 5 instrument 101\nclef 3 at 2\nnote 3 at 30 duration 4\nbarline 3 at 60 spans 1\n"
