@@ -232,6 +232,20 @@ TEST_F(SafeSelection, PagesThatDifferInCaseOnlyAreNoGroup) {
   EXPECT_EQ(place.kivsys({"analyze", "p001.mus", "p001.mus"}).status, 0) << "one file twice is one file";
 }
 
+TEST_F(SafeSelection, PagesThatAreNoGroupAreRefusedByCommandsThatSkipBadPages) {
+  addPage("p001.mus", bass);
+  addPage("P001.MUS", fluteAndBass);
+  addPage("lib/p002.mus", bass);
+  const std::string inCase = "kivsys: P001.MUS and p001.mus differ in case only, and cannot be in one group\n";
+  const std::string inFolder = "kivsys: not in the folder of the first page: lib/p002.mus\n";
+  for (const std::string verb : {"analyze", "convert", "verify", "suggest", "chart", "instruments"}) {
+    expectRefused({verb, "--keep-going", "p001.mus", "P001.MUS"}, inCase);
+    expectRefused({verb, "--keep-going", "--keep-order", "p001.mus", "lib/p002.mus"}, inFolder);
+  }
+  expectRefused({"report", "-o", "r.html", "p001.mus", "P001.MUS"}, inCase);
+  expectRefused({"report", "-o", "r.html", "--keep-order", "p001.mus", "lib/p002.mus"}, inFolder);
+}
+
 TEST_F(SafeSelection, JsonHasThePathOfEveryFile) {
   addPage("X1.mus", fluteAndBass);
   addPage("x2.Mus", bass);

@@ -24,7 +24,7 @@ std::string PageFinder::fileOf(const std::string& name) {
                               : search_.folder + (endsWithBackslash(system_, search_.folder) ? "" : "\\") + name);
 }
 
-std::string PageFinder::problemOf(const WantedPage& page, const std::string& path) {
+std::string PageFinder::problemOfPage(const WantedPage& page, const std::string& path) {
   if (lastBackslash(system_, page.name) == std::string::npos) {
     const bool hasSlash = page.name.find('/') != std::string::npos;
     return "no folder in the name of the page: " + page.typed +
@@ -37,12 +37,17 @@ std::string PageFinder::problemOf(const WantedPage& page, const std::string& pat
   if (hasTwoBackslashes(system_, page.name)) {
     return "a page cannot have two backslashes in its name, as network paths have: " + page.typed;
   }
+  return "";
+}
+
+std::string PageFinder::conflictOf(const WantedPage& page, const std::string& path, bool isReadable) {
   const std::string upper = system_.upperCase(page.name);
   if (const auto known = known_.find(upper); known != known_.end() && known->second.path != path) {
     return page.typed + " and " + known->second.name + " differ in case only, and cannot be in one group";
   }
-  if (!pages_.empty() && (justPath(system_, system_.upperCase(pages_.front().name)) != justPath(system_, upper) ||
-                          folderOfPath(system_, pages_.front().path) != folderOfPath(system_, path))) {
+  if (isReadable && !pages_.empty() &&
+      (justPath(system_, system_.upperCase(pages_.front().name)) != justPath(system_, upper) ||
+       folderOfPath(system_, pages_.front().path) != folderOfPath(system_, path))) {
     return "not in the folder of the first page: " + page.typed;
   }
   return "";
@@ -60,10 +65,13 @@ std::string PageFinder::add(const WantedPage& page) {
   if (names_.size() == mostPages) {
     return page.place + "a group cannot have more than 32767 pages: " + page.typed;
   }
-  const std::string problem = problemOf(page, path);
+  const std::string problem = problemOfPage(page, path);
+  if (const std::string conflict = conflictOf(page, path, problem.empty()); !conflict.empty()) {
+    return page.place + conflict;  // a group without one of them would be another group
+  }
+  const bool isNew = known_.emplace(system_.upperCase(page.name), FoundFile{page.typed, path}).second;
   if (problem.empty()) {
     pages_.push_back({page.name, path});
-    const bool isNew = known_.emplace(system_.upperCase(page.name), FoundFile{page.typed, path}).second;
     if (!isNew && std::find(repeated_.begin(), repeated_.end(), page.typed) == repeated_.end()) {
       repeated_.push_back(page.typed);
     }

@@ -40,7 +40,10 @@ class PageFinder {
 
  private:
   std::string fileOf(const std::string& name);
-  std::string problemOf(const WantedPage& page, const std::string& path);
+  /// Why the page cannot be used, with whatever others; "" when it can.
+  std::string problemOfPage(const WantedPage& page, const std::string& path);
+  /// Why the page cannot be in one group with those before it; "" when it can.
+  std::string conflictOf(const WantedPage& page, const std::string& path, bool isReadable);
 
   ConsoleSystem& system_;
   const PageSearch& search_;
