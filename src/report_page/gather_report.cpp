@@ -174,7 +174,7 @@ void ReportGatherer::addProblems() {
 /// example, systems have other numbers.
 void ReportGatherer::checkResults() {
   if (!request_.firstResult.empty()) {
-    gathered_.data.misfits = resultMisfits(host_, request_.firstResult, facts_.systems());
+    gathered_.data.misfits = resultMisfits(host_, files_, request_.firstResult, facts_.systems());
     gathered_.data.hasResults = gathered_.data.misfits.empty();
   }
 }

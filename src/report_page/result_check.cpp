@@ -1,20 +1,21 @@
 #include "report_page/result_check.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <iterator>
-#include <optional>
+#include <map>
 #include <set>
+#include <utility>
 
 #include "base/number.h"
 #include "mus/format.h"
-#include "mus/page_walker.h"
+#include "report_page/staff_contents.h"
 
 namespace kiv::report {
 namespace {
 
 using Ids = std::set<int>;
+using Contents = std::map<int, StaffContent>;  // by instrument
 
 /// The ids of all staves; 0 stands for no instrument.
 Ids idsOf(const std::vector<SystemFact>& systems) {
@@ -28,21 +29,6 @@ Ids idsOf(const std::vector<SystemFact>& systems) {
   return ids;
 }
 
-/// The ids of the staves of a page; nullopt when it is damaged or has no staff.
-std::optional<Ids> idsOf(const std::string& bytes) {
-  PageWalker walker(bytes);
-  Ids ids;
-  bool hasStaff = false;
-  ReadStatus status = walker.findItem();
-  for (; status == ReadStatus::itemRead; status = walker.findItem()) {
-    if (walker.type() == ItemType::staff) {
-      hasStaff = true;
-      ids.insert(toInt16(std::fabs(walker.par(par::instrument))).value_or(0));
-    }
-  }
-  return hasStaff && status == ReadStatus::endOfItems ? std::optional(ids) : std::nullopt;
-}
-
 std::string listed(const std::vector<int>& ids) {
   std::string words;
   for (const int id : ids) {
@@ -51,35 +37,140 @@ std::string listed(const std::vector<int>& ids) {
   return words;
 }
 
-/// Why a result cannot be that of a system; "" when it can be.
-std::string misfitOf(const ReportHost& host, const std::string& result, std::size_t system, const Ids& wanted) {
-  const std::string name = host.nameOf(result);
-  const auto bytes = readWhole(host.files, result, readableBytes);
-  if (!bytes) {
-    return name + " is missing, the result of system " + std::to_string(system) + ".";
+std::string counted(std::size_t count, const std::string& word) {
+  return std::to_string(count) + " " + word + (count == 1 ? "" : "s");
+}
+
+/// Compares results with the systems, one after the other.
+class ResultCheck {
+ public:
+  ResultCheck(const ReportHost& host, Files& files, const std::vector<SystemFact>& systems)
+      : host_(host), files_(files), systems_(systems), wanted_(idsOf(systems)) {}
+
+  /// Why a result cannot be that of a system; "" when it can be.
+  std::string misfitOf(const std::string& result, const SystemFact& system);
+  /// The ids of silent staves that results have, and no page.
+  const std::map<int, std::size_t>& added() const { return added_; }
+
+ private:
+  const PageContent& page(const std::string& name);
+  Contents contentsOf(const SystemFact& system);
+  std::string wrongIds(const Contents& found) const;
+  static std::string wrongItems(const SystemFact& system, const Contents& wanted, const Contents& found);
+
+  const ReportHost& host_;
+  Files& files_;
+  const std::vector<SystemFact>& systems_;
+  Ids wanted_;
+  std::map<int, std::size_t> added_;
+  std::map<std::string, PageContent> pages_;  // those read last
+};
+
+const PageContent& ResultCheck::page(const std::string& name) {
+  constexpr std::size_t mostKept = 32;  // a page has no more files than letters
+  const auto known = pages_.find(name);
+  if (known != pages_.end()) {
+    return known->second;
   }
-  const auto ids = idsOf(*bytes);
-  if (!ids) {
+  if (pages_.size() >= mostKept) {
+    pages_.clear();
+  }
+  return pages_.emplace(name, contentOf(readWhole(files_, name, readableBytes).value_or(""))).first->second;
+}
+
+Contents ResultCheck::contentsOf(const SystemFact& system) {
+  Contents contents;
+  std::set<std::pair<std::string, float>> known;
+  for (const StaffFact& staff : system.staves) {
+    const auto number = static_cast<float>(numericValue(staff.staff));
+    const auto& staves = page(staff.file).staves;
+    const auto content = staves.find(number);
+    if (content != staves.end() && known.emplace(staff.file, number).second) {
+      contents[std::abs(int{staff.instrument})].add(content->second);
+    }
+  }
+  return contents;
+}
+
+/// Every result has the instruments of the group, and no other that plays.
+std::string ResultCheck::wrongIds(const Contents& found) const {
+  std::vector<int> missing;
+  std::vector<int> surplus;
+  std::copy_if(wanted_.begin(), wanted_.end(), std::back_inserter(missing),
+               [&](int id) { return !found.contains(id); });
+  for (const auto& [id, content] : found) {
+    if (id != 0 && content.hasNotes && !wanted_.contains(id)) {
+      surplus.push_back(id);
+    }
+  }
+  if (!missing.empty()) {
+    return " has no staff of " + listed(missing) + ".";
+  }
+  return surplus.empty() ? "" : " has a staff of " + listed(surplus) + ", which no page has.";
+}
+
+/// Staves of the system are in its result as they were, and the others have no notes.
+std::string ResultCheck::wrongItems(const SystemFact& system, const Contents& wanted, const Contents& found) {
+  const std::string number = std::to_string(system.number);
+  for (const auto& [id, content] : found) {
+    const auto own = wanted.find(id);
+    if (own == wanted.end() && content.hasNotes) {
+      return " has notes of " + std::to_string(id) + ", which does not play in system " + number + ".";
+    }
+    const std::size_t missing = own == wanted.end() ? 0 : missingItems(own->second, content);
+    if (missing > 0) {
+      return " lacks " + counted(missing, "item") + " that the staff of " + std::to_string(id) + " in system " +
+             number + " has.";
+    }
+  }
+  return "";
+}
+
+std::string ResultCheck::misfitOf(const std::string& result, const SystemFact& system) {
+  const std::string name = host_.nameOf(result);
+  const auto bytes = readWhole(host_.files, result, readableBytes);
+  if (!bytes) {
+    return name + " is missing, the result of system " + std::to_string(system.number) + ".";
+  }
+  const PageContent content = contentOf(*bytes);
+  Contents found;
+  for (const auto& [number, staff] : content.staves) {
+    if (staff.isStaff) {
+      found[staff.instrument].add(staff);
+    }
+  }
+  if (content.isDamaged || found.empty()) {
     return name + " is damaged.";
   }
-  std::vector<int> missing;
-  std::set_difference(wanted.begin(), wanted.end(), ids->begin(), ids->end(), std::back_inserter(missing));
-  return missing.empty() ? "" : name + " has no staff of " + listed(missing) + ".";
+  for (const auto& [id, staff] : found) {
+    added_[id] += id != 0 && !wanted_.contains(id) ? 1U : 0U;
+  }
+  std::string misfit = wrongIds(found);
+  if (misfit.empty()) {
+    misfit = wrongItems(system, contentsOf(system), found);
+  }
+  return misfit.empty() ? "" : name + misfit;
 }
 
 }  // namespace
 
-std::vector<std::string> resultMisfits(const ReportHost& host, const std::string& firstResult,
+std::vector<std::string> resultMisfits(const ReportHost& host, Files& files, const std::string& firstResult,
                                        const std::vector<SystemFact>& systems) {
-  const Ids wanted = idsOf(systems);
+  ResultCheck check(host, files, systems);
   std::vector<std::string> misfits;
   std::size_t last = 0;
   for (const SystemFact& system : systems) {
     const auto number = static_cast<std::size_t>(system.number);
     last = std::max(last, number);
-    std::string misfit = misfitOf(host, resultName(firstResult, number), number, wanted);
+    std::string misfit = check.misfitOf(resultName(firstResult, number), system);
     if (!misfit.empty()) {
       misfits.push_back(std::move(misfit));
+    }
+  }
+  for (const auto& [id, count] : check.added()) {
+    if (count > 0 && count < systems.size()) {  // a list of instruments adds it to all
+      misfits.push_back(counted(count, "result") + (count == 1 ? " has" : " have") + " a staff of " +
+                        std::to_string(id) + ", which no page has.");
     }
   }
   const std::string next = resultName(firstResult, last + 1);

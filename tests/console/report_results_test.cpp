@@ -135,5 +135,70 @@ TEST_F(ReportResults, HaveAFrameOnAllStavesWhereTheyLastUnequallyLong) {
   EXPECT_TRUE(isMarked);
 }
 
+/// Results in numbers and instruments like those of the pages, with other contents.
+class ReportOtherResults : public ReportResults {
+ protected:
+  void SetUp() override {
+    writeGroup("x", 1);
+    writeGroup("y", 5);
+    convert({"x1.mus", "x2.mus", "x3.mus"}, "out");
+    convert({"y1.mus", "y2.mus", "y3.mus"}, "other");
+  }
+  /// Three pages whose notes differ by their heights; the second one lacks an instrument.
+  void writeGroup(const std::string& name, int height) const {
+    const auto notes = [&](int staff, int h) {
+      return "note " + std::to_string(staff) + " at 20 height " + std::to_string(h) + " duration 4\n";
+    };
+    const std::string joined = "barline 1 at 10 spans 2\n";
+    const std::string one = staffOf(2, 101, notes(2, height)) + staffOf(1, 102, notes(1, height + 1)) + joined;
+    const std::string two = staffOf(1, 102, notes(1, height + 2)) + "barline 1 at 10 spans 1\n";
+    const std::string three = staffOf(2, 101, notes(2, height + 3)) + staffOf(1, 102, notes(1, height)) + joined;
+    place.write(name + "1.mus", page(one));
+    place.write(name + "2.mus", page(two));
+    place.write(name + "3.mus", page(three));
+  }
+  void convert(std::vector<std::string> arguments, const std::string& folder) const {
+    arguments.insert(arguments.begin(), "convert");
+    arguments.insert(arguments.end(), {"--result", folder + "/WORK0001.MUS"});
+    EXPECT_EQ(place.kivsys(arguments).status, 0);
+  }
+};
+
+TEST_F(ReportOtherResults, AreThoseOfTheGroupWhenTheyHoldItsItems) {
+  EXPECT_EQ(resultsShownIn(report()), 3U);
+}
+
+TEST_F(ReportOtherResults, DoNotFitWhenTheyAreOfAnotherGroupWithTheSameIds) {
+  expectUnfit(report({"x1.mus", "x2.mus", "x3.mus"}, "other/WORK0001.MUS"),
+              "WORK0001.MUS lacks 1 item that the staff of 101 in system 1 has.");
+}
+
+TEST_F(ReportOtherResults, DoNotFitWhenTwoAreSwapped) {
+  const std::string second = place.read("out/WORK0002.MUS");
+  place.write("out/WORK0002.MUS", place.read("out/WORK0003.MUS"));
+  place.write("out/WORK0003.MUS", second);
+  expectUnfit(report(), "WORK0002.MUS has notes of 101, which does not play in system 2.");
+}
+
+TEST_F(ReportOtherResults, DoNotFitWhenTheyAreInAnotherOrder) {
+  convert({"--keep-order", "x3.mus", "x2.mus", "x1.mus"}, "order");
+  expectUnfit(report({"x1.mus", "x2.mus", "x3.mus"}, "order/WORK0001.MUS"), "WORK0001.MUS lacks 1 item");
+  EXPECT_EQ(resultsShownIn(report({"--keep-order", "x3.mus", "x2.mus", "x1.mus"}, "order/WORK0001.MUS")), 3U);
+}
+
+TEST_F(ReportOtherResults, DoNotFitWhenTheyHaveAnInstrumentThatThePagesLack) {
+  place.write("x2.mus", page(staffOf(1, 103, note(1, "4")) + "barline 1 at 10 spans 1\n"));
+  convert({"x1.mus", "x2.mus", "x3.mus"}, "more");
+  writeGroup("x", 1);
+  expectUnfit(report({"x1.mus", "x2.mus", "x3.mus"}, "more/WORK0001.MUS"),
+              "WORK0002.MUS has a staff of 103, which no page has.");
+}
+
+TEST_F(ReportOtherResults, MayHaveSilentInstrumentsOfAList) {
+  place.write("list.csv", "id,name,clef\n101,Flute,treble\n102,Bass,bass\n110,Harp,treble\n");
+  convert({"--layout", "list.csv", "x1.mus", "x2.mus", "x3.mus"}, "listed");
+  EXPECT_EQ(resultsShownIn(report({"x1.mus", "x2.mus", "x3.mus"}, "listed/WORK0001.MUS")), 3U);
+}
+
 }  // namespace
 }  // namespace kiv::test
