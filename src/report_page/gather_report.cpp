@@ -13,6 +13,7 @@
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "repair/suggestions.h"
+#include "report_page/corrected_group.h"
 #include "report_page/isolated.h"
 #include "report_page/report_instruments.h"
 #include "report_page/report_problems.h"
@@ -21,6 +22,7 @@
 #include "report_page/result_check.h"
 #include "report_page/result_faults.h"
 #include "report_page/system_pictures.h"
+#include "report_page/wanted_systems.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
 
@@ -64,6 +66,7 @@ class ReportGatherer {
         request_(request),
         csv_(csv),
         files_(host.files, host.machine),
+        correctedFiles_(host.files, host.machine),
         user_(host.user),
         program_({files_, user_, programs_, host.machine}),
         facts_({.instruments = true, .losses = LossScan::allItems}) {}
@@ -75,21 +78,27 @@ class ReportGatherer {
   void addCounts();
   void addChart();
   void addProblems();
+  void analyzeWithTable();
   void checkResults();
+  const std::vector<SystemFact>& convertedSystems() {
+    return haveCorrectedResults() ? corrected_->systems : facts_.systems();
+  }
+  bool haveCorrectedResults() const { return gathered_.data.corrected && gathered_.data.corrected->haveResults; }
   void addMusicFaults(ProblemGrouper& grouper);
   void addPictures();
-  std::vector<std::size_t> wantedSystems() const;
   std::string titleOf() const;
 
   const ReportHost& host_;
   const ReportRequest& request_;
   const CsvWriter& csv_;
-  OverlayFiles files_;  // report and verdict are not asked for
+  OverlayFiles files_;           // report and verdict are not asked for
+  OverlayFiles correctedFiles_;  // with the pages as the reader's table makes them
   ProgressUser user_;
   NoPrograms programs_;
   KivSystem program_;
   GroupFacts facts_;
   std::optional<Layouts> layouts_;
+  std::optional<CorrectedGroup> corrected_;
   std::map<std::size_t, std::vector<WantedMark>> marks_;
   std::map<std::size_t, std::vector<ResultMark>> resultMarks_;
   GatheredReport gathered_;
@@ -154,8 +163,8 @@ void ReportGatherer::addProblems() {
   addMusicFaults(grouper);
   gathered_.data.problems = grouper.problems();
   marks_ = grouper.marks();
-  if (request_.proposals) {
-    gathered_.data.proposals = *request_.proposals;
+  if (request_.table) {
+    gathered_.data.proposals = request_.table->proposals;
   } else {
     addProposals(host_, csv_, suggestIds(gatherEvidence(files_)), gathered_.data);
   }
@@ -170,13 +179,41 @@ void ReportGatherer::addProblems() {
   }
 }
 
-/// Finds out whether the results are those of the systems. Others are not shown: without pages that were left out, for
-/// example, systems have other numbers.
-void ReportGatherer::checkResults() {
-  if (!request_.firstResult.empty()) {
-    gathered_.data.misfits = resultMisfits(host_, files_, request_.firstResult, facts_.systems());
-    gathered_.data.hasResults = gathered_.data.misfits.empty();
+/// Finds out what the reader's table makes of the group.
+void ReportGatherer::analyzeWithTable() {
+  if (!request_.table || request_.table->pages.empty()) {
+    return;
   }
+  for (const auto& [name, page] : request_.table->pages) {
+    correctedFiles_.addFile(name, page);
+  }
+  corrected_ = analyzeCorrected(correctedFiles_, host_, request_);
+  if (corrected_ && corrected_->systems.size() == facts_.systems().size()) {
+    gathered_.data.corrected = CorrectedPages{request_.table->name, corrected_->problems, !corrected_->qualifies};
+  }
+}
+
+/// Finds out whether the results are those of the systems, corrected or as they are. Others are not shown: without
+/// pages that were left out, for example, systems have other numbers.
+void ReportGatherer::checkResults() {
+  ReportData& data = gathered_.data;
+  if (request_.firstResult.empty()) {
+    return;
+  }
+  ResultMisfits found;
+  if (data.corrected) {
+    found = resultMisfits(host_, correctedFiles_, request_.firstResult, corrected_->systems);
+    data.corrected->haveResults = found.sentences.empty();
+  }
+  if (!data.corrected || !data.corrected->haveResults) {
+    ResultMisfits asTheyAre = resultMisfits(host_, files_, request_.firstResult, facts_.systems());
+    if (!data.corrected || asTheyAre.sentences.empty()) {
+      found = std::move(asTheyAre);
+    }
+  }
+  data.misfits = std::move(found.sentences);
+  data.firstMissing = found.firstMissing;
+  data.hasResults = data.misfits.empty();
 }
 
 /// Adds what does not fit the music in the results.
@@ -184,7 +221,7 @@ void ReportGatherer::addMusicFaults(ProblemGrouper& grouper) {
   if (!gathered_.data.hasResults) {
     return;
   }
-  for (const MusicFault& fault : resultFaults(files_, request_.firstResult, facts_.systems())) {
+  for (const MusicFault& fault : resultFaults(files_, request_.firstResult, convertedSystems())) {
     grouper.addResultWarning(fault.warning);
     for (const FaultPlace& place : fault.places) {
       resultMarks_[fault.result].push_back({place.staff, place.bar, grouper.indexOf(fault.warning.code)});
@@ -192,48 +229,14 @@ void ReportGatherer::addMusicFaults(ProblemGrouper& grouper) {
   }
 }
 
-/// The systems to be drawn, the most important first: those with problems, one of each layout, all that deviate, those
-/// with warnings.
-std::vector<std::size_t> ReportGatherer::wantedSystems() const {
-  const ReportData& data = gathered_.data;
-  std::vector<std::size_t> wanted;
-  const auto isAboutProblem = [&](const WantedMark& mark) {
-    return mark.isProposal || !data.problems[mark.about].isWarning;
-  };
-  for (const auto& [system, marks] : marks_) {
-    if (std::any_of(marks.begin(), marks.end(), isAboutProblem)) {
-      wanted.push_back(system);
-    }
-  }
-  std::set<std::size_t> layouts;
-  for (std::size_t s = 0; s < data.layoutOfSystem.size(); ++s) {
-    if (layouts.insert(data.layoutOfSystem[s]).second) {
-      wanted.push_back(s);
-    }
-  }
-  for (std::size_t s = 0; s < data.layoutOfSystem.size(); ++s) {
-    if (request_.allPictures || data.layoutOfSystem[s] != 0) {
-      wanted.push_back(s);
-    }
-  }
-  for (const auto& [system, marks] : marks_) {
-    wanted.push_back(system);
-  }
-  for (const auto& [system, marks] : resultMarks_) {
-    wanted.push_back(system);
-  }
-  std::set<std::size_t> known;
-  std::erase_if(wanted, [&](std::size_t system) { return !known.insert(system).second; });
-  return wanted;
-}
-
 void ReportGatherer::addPictures() {
   WantedPictures wanted;
-  wanted.systems = wantedSystems();
   wanted.marks = marks_;
   wanted.mostBytes = request_.allPictures ? SIZE_MAX : mostPictureBytes;
   wanted.resultMarks = resultMarks_;
+  wanted.systems = wantedSystems(gathered_.data, wanted, request_.allPictures);
   if (gathered_.data.hasResults) {
+    wanted.converted = &convertedSystems();
     wanted.result = [&](std::size_t number) { return resultName(request_.firstResult, number); };
   }
   PictureMaker maker(files_, host_.shown);
@@ -254,6 +257,7 @@ GatheredReport ReportGatherer::gather() {
   } else {
     addCounts();
     addChart();
+    analyzeWithTable();
     checkResults();
     addProblems();
     addPictures();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -40,9 +41,17 @@ struct CommandParts {
   std::string newResult;  ///< the option for the first result of a conversion, where there is none yet
   std::string newFolder;  ///< a folder for corrected pages that is not there yet
   std::string result;     ///< the option for the first result of the conversion that is shown
+  std::string table;      ///< the option that reads the pages with the reader's table of corrections
   std::string report;     ///< the options that make this report again
   /// The command line as UTF-8; "" when it cannot be shown on one line. None: it is UTF-8 that may be shown.
   std::function<std::string(const std::string& line)> shown;
+};
+
+/// A table of corrections that the reader has.
+struct GivenTable {
+  std::string name;                          ///< as UTF-8 that may be shown
+  std::vector<ReportProposal> proposals;     ///< its rows
+  std::map<std::string, std::string> pages;  ///< those that it changes, as it makes them, by their full names
 };
 
 /// What a report is to be about.
@@ -54,7 +63,7 @@ struct ReportRequest {
   CommandParts commands;
   std::function<PageStep(const SkippedPage& page)> stepAfter = {};  ///< a page that is left out
   std::string firstResult;                                          ///< full name; "" without results
-  std::optional<std::vector<ReportProposal>> proposals = {};        ///< those of a table; none are made then
+  std::optional<GivenTable> table = {};                             ///< no other proposals are made then
   std::vector<SkippedPage> skipped = {};                            ///< pages that are left out
 };
 

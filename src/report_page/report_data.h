@@ -103,6 +103,14 @@ struct ReportProposal {
   bool isAccepted = false;
 };
 
+/// What the table of corrections that the reader has makes of the group.
+struct CorrectedPages {
+  std::string table;         ///< its name, as UTF-8
+  std::size_t problems = 0;  ///< that are left
+  bool needConversion = false;
+  bool haveResults = false;  ///< the results that are shown are those of the corrected pages
+};
+
 enum class VerdictKind { usable, needsConversion, hasProblems, damaged, converted, unfitResults };
 
 /// The one thing to do next.
@@ -135,10 +143,13 @@ struct ReportData {
   std::vector<ReportInstrument> instruments;
   std::vector<ReportProblem> problems;
   std::vector<ReportProposal> proposals;
-  std::size_t undecided = 0;         ///< ids that are wrong, and for which none is proposed
-  std::string csvHead;               ///< the first line of corrections.csv, with its end
-  bool hasResults = false;           ///< that are shown
+  std::optional<CorrectedPages> corrected;  ///< none without a table, and when it changes nothing
+  std::size_t undecided = 0;                ///< ids that are wrong, and for which none is proposed
+  std::string csvHead;                      ///< the first line of corrections.csv, with its end
+  bool hasResults = false;                  ///< that are shown
   std::vector<std::string> misfits;  ///< why results are not shown, a sentence each; they are not of these systems
+  std::size_t firstMissing =
+      0;  ///< the first system without a result, if those before fit and no later one has any; or 0
   Pictures pictures;
 };
 

@@ -30,16 +30,27 @@ std::string differences(const ReportData& data) {
   return words + ".";
 }
 
-/// The command line of a command with these parts, on which the pages follow; "" when no other run can read the same
-/// pages, or a name cannot be shown.
-std::string commandLine(const ReportRequest& request, const std::string& command) {
+/// The command line of a command with these parts, on which the pages follow, and then an option that could take them
+/// for its own; "" when no other run can read the same pages, or a name cannot be shown.
+std::string commandLine(const ReportRequest& request, const std::string& command, const std::string& lastOption = "") {
   const CommandParts& parts = request.commands;
-  const std::string line = parts.pages ? "kivsys " + command + *parts.pages : "";
+  const std::string line = parts.pages ? "kivsys " + command + *parts.pages + lastOption : "";
   return parts.shown && !line.empty() ? parts.shown(line) : line;
 }
 
-std::string convertLine(const ReportRequest& request) {
-  return commandLine(request, "convert" + request.commands.newResult + request.commands.zeroIds);
+/// The option for the table of corrections where it makes a difference.
+std::string tableOption(const ReportRequest& request, const ReportData& data) {
+  return data.corrected ? request.commands.table : "";
+}
+
+std::string convertLine(const ReportRequest& request, const ReportData& data, const std::string& option = "") {
+  const CommandParts& parts = request.commands;
+  return commandLine(request, "convert" + option + parts.newResult + parts.zeroIds, tableOption(request, data));
+}
+
+/// " with the corrections of mine.csv", where there are some.
+std::string withTable(const ReportData& data) {
+  return data.corrected ? " with the corrections of " + data.corrected->table : "";
 }
 
 /// A sentence for each, or for some and the number of the others.
@@ -94,6 +105,16 @@ void addDamage(const ReportRequest& request, ReportData& data) {
   addPageStep(request, data.problems.front(), data.next);
 }
 
+/// Corrects the pages with the reader's table.
+void addFix(const ReportRequest& request, ReportData& data) {
+  const std::size_t left = data.corrected->problems;
+  data.next.command = commandLine(request, "fix" + request.commands.table + " -o " + request.commands.newFolder);
+  data.next.words = "Write corrected copies of the pages" + withTable(data) + "." +
+                    (left == 0 ? std::string() : " They leave " + counted(left, "problem", "problems") + ".") +
+                    " To use only some of them, tick these under Proposals, save them as corrections.csv, and name "
+                    "that table instead.";
+}
+
 void addProblems(const ReportRequest& request, ReportData& data) {
   const std::size_t count = problemPlaces(data);
   data.kind = VerdictKind::hasProblems;
@@ -104,6 +125,10 @@ void addProblems(const ReportRequest& request, ReportData& data) {
                  unshownResults(request, data);
   data.next.panel = {"Correct the places listed under Problems in the notation program, and save the pages.",
                      "Press Analyze again."};
+  if (data.corrected) {
+    addFix(request, data);
+    return;
+  }
   if (data.proposals.empty()) {
     data.next.words = "Correct the places listed under Problems, then make this report again.";
     data.next.command = commandLine(request, "report" + request.commands.report);
@@ -120,8 +145,9 @@ void addConversion(const ReportRequest& request, ReportData& data) {
   data.kind = VerdictKind::needsConversion;
   data.headline = needConversion;
   data.details = differences(data) + " A conversion writes one page for each system, all with the same instruments.";
-  data.next.words = "Convert the pages. The results go into a new folder, the pages stay as they are.";
-  data.next.command = convertLine(request);
+  data.next.words =
+      "Convert the pages" + withTable(data) + ". The results go into a new folder, the pages stay as they are.";
+  data.next.command = convertLine(request, data);
   if (request.isForPanel) {
     data.next.panel = {
         "Press Convert in the KivSystem window. If it was closed meanwhile, select the pages and press Analyze "
@@ -129,6 +155,27 @@ void addConversion(const ReportRequest& request, ReportData& data) {
   } else {
     data.next.panel = {"Select the pages and press Analyze.", "Press Convert."};
   }
+}
+
+/// Nothing is a problem, and the reader's table still changes ids.
+void addCorrection(const ReportRequest& request, ReportData& data) {
+  const bool areAlike = data.deviating + data.severalFiles == 0;
+  const std::string asTheyAre = areAlike ? "As they are, the pages have the same instruments in all systems."
+                                         : "As they are, " + differences(data);
+  data.kind = data.corrected->problems > 0 ? VerdictKind::hasProblems : VerdictKind::needsConversion;
+  data.headline = "The pages are to be corrected" + std::string(data.corrected->needConversion ? " and converted" : "");
+  data.details = asTheyAre + " The corrections of " + data.corrected->table + " have not been made yet.";
+  if (data.corrected->needConversion && data.corrected->problems == 0) {
+    const std::string details = data.details;
+    const std::string headline = data.headline;
+    addConversion(request, data);
+    data.details = details;
+    data.headline = headline;
+  } else {
+    addFix(request, data);
+  }
+  data.next.panel = {"Correct the ids listed under Proposals in the notation program, and save the pages.",
+                     "Press Analyze again."};
 }
 
 void addEmpty(ReportData& data) {
@@ -155,12 +202,20 @@ void addConverted(const ReportRequest& request, ReportData& data) {
   data.headline = "The pages have been converted";
   data.details = "Below, each system is shown before and after the conversion. " +
                  (data.deviating + data.severalFiles > 0 ? "Before, " + differences(data) : std::string());
+  const bool areCorrected = data.corrected && data.corrected->haveResults;
+  if (areCorrected) {
+    data.details += " The results are those of the pages" + withTable(data) + ".";
+  } else if (data.corrected) {
+    data.details += " The results are those of the pages without the corrections of " + data.corrected->table + ".";
+  }
+  data.details += problemPlaces(data) > 0 ? " The problems listed below are those before the corrections." : "";
   if (const std::size_t warnings = placesOf(data, true); warnings > 0) {
     data.details += " " + counted(warnings, "warning is", "warnings are") + " listed under Problems.";
   }
   data.next.words =
       "Check that the conversion has lost and changed nothing, with the options that it had, such as --fit.";
-  data.next.command = commandLine(request, "verify" + request.commands.result);
+  const std::string table = areCorrected ? request.commands.table : "";
+  data.next.command = commandLine(request, "verify" + request.commands.result, table);
   data.next.panel = {"Open the results in the notation program, and compare them with the pictures below."};
 }
 
@@ -170,9 +225,13 @@ void addUnfitResults(const ReportRequest& request, ReportData& data) {
   data.kind = VerdictKind::unfitResults;
   data.headline = "The results do not fit the pages";
   data.details = "So they are not shown." + misfitWords(data);
-  if (needsThem) {
+  if (data.firstMissing > 1) {
+    data.next.words = "The conversion has ended before system " + std::to_string(data.firstMissing) +
+                      ". Convert the pages again, with rest staves that fit the music:";
+    data.next.command = convertLine(request, data, " --fit");
+  } else if (needsThem) {
     data.next.words = "Check whether these are the right pages and results. If they are, convert the pages again.";
-    data.next.command = convertLine(request);
+    data.next.command = convertLine(request, data);
   } else {
     data.next.words =
         "Check whether these are the right pages and results. The pages can be used without a conversion.";
@@ -186,6 +245,8 @@ void addVerdict(const ReportRequest& request, ReportData& data) {
   data.next.isForPanel = request.isForPanel;
   if (data.skipped > 0) {
     addDamage(request, data);
+  } else if (data.hasResults && data.corrected && data.corrected->haveResults && data.corrected->problems == 0) {
+    addConverted(request, data);
   } else if (problemPlaces(data) > 0) {
     addProblems(request, data);
   } else if (data.systems == 0) {
@@ -194,6 +255,8 @@ void addVerdict(const ReportRequest& request, ReportData& data) {
     addUnfitResults(request, data);
   } else if (data.hasResults) {
     addConverted(request, data);
+  } else if (data.corrected) {
+    addCorrection(request, data);
   } else if (data.deviating + data.severalFiles > 0) {
     addConversion(request, data);
   } else {

@@ -154,18 +154,28 @@ std::string ResultCheck::misfitOf(const std::string& result, const SystemFact& s
 
 }  // namespace
 
-std::vector<std::string> resultMisfits(const ReportHost& host, Files& files, const std::string& firstResult,
-                                       const std::vector<SystemFact>& systems) {
+ResultMisfits resultMisfits(const ReportHost& host, Files& files, const std::string& firstResult,
+                            const std::vector<SystemFact>& systems) {
   ResultCheck check(host, files, systems);
-  std::vector<std::string> misfits;
+  ResultMisfits all;
+  std::vector<std::string>& misfits = all.sentences;
   std::size_t last = 0;
+  std::size_t missing = 0;
   for (const SystemFact& system : systems) {
     const auto number = static_cast<std::size_t>(system.number);
     last = std::max(last, number);
     std::string misfit = check.misfitOf(resultName(firstResult, number), system);
-    if (!misfit.empty()) {
-      misfits.push_back(std::move(misfit));
+    if (misfit.empty()) {
+      continue;
     }
+    misfits.push_back(std::move(misfit));
+    if (!host.files.openInput(resultName(firstResult, number))) {
+      ++missing;
+      all.firstMissing = all.firstMissing == 0 ? number : all.firstMissing;
+    }
+  }
+  if (missing != misfits.size() || all.firstMissing + missing != last + 1) {
+    all.firstMissing = 0;
   }
   for (const auto& [id, count] : check.added()) {
     if (count > 0 && count < systems.size()) {  // a list of instruments adds it to all
@@ -178,7 +188,7 @@ std::vector<std::string> resultMisfits(const ReportHost& host, Files& files, con
     misfits.push_back(host.nameOf(next) + " is there, but the pages have only " + std::to_string(last) +
                       (last == 1 ? " system." : " systems."));
   }
-  return misfits;
+  return all;
 }
 
 }  // namespace kiv::report

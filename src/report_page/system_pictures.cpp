@@ -172,8 +172,8 @@ Pictures PictureMaker::draw(const std::vector<SystemFact>& facts, const WantedPi
       const PageFile& result = page(wanted.result(picture.system));
       if (!result.items.empty()) {
         const auto found = wanted.resultMarks.find(index);
-        picture.after =
-            pictureOfResult(system, result, found == wanted.resultMarks.end() ? noneOfResult : found->second);
+        picture.after = pictureOfResult(wanted.converted == nullptr ? system : (*wanted.converted)[index], result,
+                                        found == wanted.resultMarks.end() ? noneOfResult : found->second);
       }
     }
     pictures.systems.push_back(std::move(picture));

@@ -36,6 +36,7 @@ struct WantedPictures {
   std::vector<std::size_t> systems;                       ///< indices of facts, the most important first
   std::map<std::size_t, std::vector<WantedMark>> marks;   ///< by the index
   std::function<std::string(std::size_t number)> result;  ///< the full name of a system's result; empty without results
+  const std::vector<SystemFact>* converted = nullptr;     ///< the systems as the results have them, by the same indices
   std::map<std::size_t, std::vector<ResultMark>> resultMarks;  ///< by the index
   std::size_t mostBytes = 0;                                   ///< of all pictures together
 };

@@ -44,6 +44,7 @@ if(NOT WIN32)
     console/read_back_test.cpp
     console/recover_test.cpp
     console/renumber_test.cpp
+    console/report_corrections_test.cpp
     console/report_results_test.cpp
     console/report_steps_test.cpp
     console/report_test.cpp

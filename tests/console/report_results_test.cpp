@@ -74,6 +74,17 @@ TEST_F(ReportResults, AreShownWhenTheyFit) {
 TEST_F(ReportResults, DoNotFitWhenOneIsMissing) {
   std::filesystem::remove(place.path() / "out/WORK0002.MUS");
   expectUnfit(report(), "WORK0002.MUS is missing, the result of system 2.");
+  EXPECT_THAT(report(), Not(HasSubstr("The conversion has ended before")));
+}
+
+TEST_F(ReportResults, OfAConversionThatHasEndedEarlyLeadToOneThatFitsTheMusic) {
+  std::filesystem::remove(place.path() / "out/WORK0003.MUS");
+  const std::string page = report();
+  expectUnfit(page, "WORK0003.MUS is missing, the result of system 3.");
+  EXPECT_THAT(page, HasSubstr("The conversion has ended before system 3."));
+  EXPECT_THAT(page, HasSubstr("kivsys convert --fit --result converted/WORK0001.MUS x1.mus x2.mus x3.mus</code>"));
+  std::filesystem::remove(place.path() / "out/WORK0002.MUS");
+  EXPECT_THAT(report(), HasSubstr("The conversion has ended before system 2."));
 }
 
 TEST_F(ReportResults, DoNotFitWhenOneIsDamaged) {

@@ -57,7 +57,7 @@ class ReportRun {
   std::string result_;
   std::string corrections_;
   bool hasBadPages_ = false;
-  std::optional<std::vector<report::ReportProposal>> proposals_;
+  std::optional<report::GivenTable> table_;
 };
 
 /// The report is none of the files that it is about: pages, results, corrections.
@@ -90,13 +90,14 @@ std::vector<std::string> ReportRun::refusals(const SelectedPages& pages) {
   if (!corrections_.empty()) {
     inputs.add(system_.diskName(corrections_));
     TableProposals table = readProposals(system_, corrections_);
-    if (table.errors.empty()) {
-      table.errors = misfitsOfTables(system_, pages, {{options_.corrections}, ""});
-    }
     if (!table.errors.empty()) {
       return table.errors;
     }
-    proposals_ = std::move(table.proposals);
+    CorrectedGroupPages corrected = correctedBy(system_, pages, {{options_.corrections}, ""});
+    if (!corrected.errors.empty()) {
+      return corrected.errors;
+    }
+    table_ = {shown(options_.corrections), std::move(table.proposals), std::move(corrected.pages)};
   }
   return refusalsOfOutput(system_, {"report", out_, OutputKind::htmlReport}, inputs);
 }
@@ -110,9 +111,9 @@ report::CommandParts ReportRun::commandsFor() {
   parts.newResult = newResultArgument(system_);
   parts.newFolder = fileWord(system_.newName("corrected"));
   parts.result = options_.result.empty() ? "" : " --result " + fileWord(options_.result);
+  parts.table = options_.corrections.empty() ? "" : " --corrections " + fileWord(options_.corrections);
   const bool hasName = !options_.out.empty() && options_.out != standardOutput;
-  parts.report = " -o " + (hasName ? fileWord(options_.out) : "report.html") + parts.result +
-                 (options_.corrections.empty() ? "" : " --corrections " + fileWord(options_.corrections)) +
+  parts.report = " -o " + (hasName ? fileWord(options_.out) : "report.html") + parts.result + parts.table +
                  (options_.all ? " --all" : "") + parts.zeroIds;
   parts.shown = shownCommand;
   return parts;
@@ -126,7 +127,7 @@ report::ReportRequest ReportRun::requestFor(const std::string& namesFile) {
   request.commands = commandsFor();
   request.stepAfter = [this](const SkippedPage& page) { return pageStep(page, system_.shownName(page.namedFile())); };
   request.firstResult = result_;
-  request.proposals = proposals_;
+  request.table = table_;
   return request;
 }
 

@@ -39,6 +39,17 @@ class PagesToCorrect {
     return corrections;
   }
 
+  /// The pages that change, corrected.
+  std::map<std::string, std::string> contents() && {
+    std::map<std::string, std::string> contents;
+    for (PlannedPage& page : pages_) {
+      if (!page.changes.empty()) {
+        contents[page.file.name] = std::move(page.after);
+      }
+    }
+    return contents;
+  }
+
  private:
   std::vector<std::string> read(CorrectedBadPages badPages);
   void dropSkipped();
@@ -105,9 +116,14 @@ std::vector<std::string> correctOnReading(ConsoleSystem& system, SelectedPages& 
   return errors;
 }
 
-std::vector<std::string> misfitsOfTables(ConsoleSystem& system, const SelectedPages& pages,
-                                         const TableOptions& options) {
-  return PagesToCorrect(system, pages, readTables(system, options)).plan(CorrectedBadPages::skipped);
+CorrectedGroupPages correctedBy(ConsoleSystem& system, const SelectedPages& pages, const TableOptions& options) {
+  PagesToCorrect corrected(system, pages, readTables(system, options));
+  CorrectedGroupPages result;
+  result.errors = corrected.plan(CorrectedBadPages::skipped);
+  if (result.errors.empty()) {
+    result.pages = std::move(corrected).contents();
+  }
+  return result;
 }
 
 std::string correctionNote(const PageCorrections& corrections) {

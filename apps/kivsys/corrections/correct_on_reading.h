@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -20,10 +21,15 @@ enum class CorrectedBadPages {
 std::vector<std::string> correctOnReading(ConsoleSystem& system, SelectedPages& pages, const TableOptions& options,
                                           CorrectedBadPages badPages);
 
-/// Why corrections of these tables do not fit the selected pages, a line each, as commands say it that apply them.
-/// Those of pages that cannot be read are not looked at. None: all fit.
-std::vector<std::string> misfitsOfTables(ConsoleSystem& system, const SelectedPages& pages,
-                                         const TableOptions& options);
+/// What tables make of the selected pages.
+struct CorrectedGroupPages {
+  std::map<std::string, std::string> pages;  ///< the bytes of those that change, by their names of the core
+  /// Why corrections do not fit the pages, a line each, as commands say it that apply them. None: all fit.
+  std::vector<std::string> errors;
+};
+
+/// Corrects the pages in memory. Corrections of pages that cannot be read are not looked at.
+CorrectedGroupPages correctedBy(ConsoleSystem& system, const SelectedPages& pages, const TableOptions& options);
 
 /// The line that says what is corrected.
 std::string correctionNote(const PageCorrections& corrections);
