@@ -29,6 +29,9 @@ void addPages(CLI::App& command, Selection& selection, const std::string& folder
 /// The same, and those that read the pages with corrections.
 void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor);
 
+/// With this option, only results and errors are printed.
+void addQuiet(CLI::App& command, bool& quiet);
+
 /// Refuses a command line that selects no pages.
 void requireSelection(const std::string& command, const Selection& selection);
 /// With this option, a page that would end the analysis is skipped.

@@ -132,6 +132,8 @@ void addCommands(CLI::App& app, CommandLine& line) {
   app.require_subcommand(1);
   app.footer(
       "The command line of a sibling tool works, too:\n  kivsys \"CALLEDBY=KIV,FUNCTION=ANALYZE,NAMES=names.txt\"\n\n"
+      "With -q a command prints only the result that was asked for and errors: no notes and warnings, no 'Next:' with\n"
+      "the command line to use next, no line about a folder that was made, no progress.\n\n"
       "'kivsys COMMAND --help' describes a command in detail, and so does 'kivsys help COMMAND'.");
   addAnalyze(app, line.analyze, line.status);
   addConvert(app, line.convert, line.status);

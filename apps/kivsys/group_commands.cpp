@@ -41,8 +41,11 @@ void addPages(CLI::App& command, Selection& selection, const std::string& folder
   names->excludes(pages);
   command.add_flag("--keep-order", selection.keepOrder,
                    "Take the page files in the order in which they are named, not in natural order (P1, P2, P10)");
-  command.add_flag("-q,--quiet", selection.quiet,
-                   "Print no notes, no warnings and no progress; errors and results are printed");
+  addQuiet(command, selection.quiet);
+}
+
+void addQuiet(CLI::App& command, bool& quiet) {
+  command.add_flag("-q,--quiet", quiet, "Print only results and errors: no notes, warnings, next steps or progress");
 }
 
 void addSelection(CLI::App& command, Selection& selection, const std::string& folderIsFor) {

@@ -31,7 +31,7 @@ void addSurvey(CLI::App& app, SurveyOptions& options, int& status) {
   survey->add_option("--resume", options.resume, "Store finished pieces in FILE, and reuse those that have not changed")
       ->type_name("FILE");
   survey->add_flag("--exit-code", options.exitCode, "End with status 3 when a piece needs a conversion or is bad");
-  survey->add_flag("-q,--quiet", options.quiet, "Print no progress");
+  addQuiet(*survey, options.quiet);
   CLI::Option* html = survey->add_option("--html", options.html, "Write the library as an HTML page, too")
                           ->type_name("FILE.html")
                           ->check([](const std::string& file) {
@@ -67,6 +67,7 @@ void addDraw(CLI::App& app, DrawOptions& options, int& status) {
   draw->add_option("page", options.page, "Page file; - is standard input")->required()->type_name("PAGE");
   draw->add_option("-o,--out,--output", options.out, "Drawing to write (default: -, standard output)")
       ->type_name("FILE.svg");
+  addQuiet(*draw, options.quiet);
   draw->footer(
       "Draws the page as an SVG file, to check it by eye. Rest staves that a conversion inserted have a colored\n"
       "background. Ends with status 0; with 1 after an error; with 2 on wrong usage.\n\nExample:\n"
@@ -87,6 +88,7 @@ void addRecover(CLI::App& app, RecoverOptions& options, int& status) {
   recover->add_flag("--force", options.force, "Replace the file if it exists");
   recover->add_flag("--dry-run", options.dryRun, "Only print what would be kept and lost");
   recover->add_flag("--json", options.json, "Print one JSON object");
+  addQuiet(*recover, options.quiet);
   recover->footer(
       "Keeps the items that are still there, byte for byte, and prints what was lost. The damaged page is never\n"
       "changed. An undamaged page is not written again. Ends with status 0; with 1 when nothing can be recovered;\n"

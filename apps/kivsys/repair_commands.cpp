@@ -100,6 +100,7 @@ void addFix(CLI::App& app, FixOptions& options, int& status) {
       ->check(CLI::IsMember({"sure", "likely"}));
   addRenumber(*fix, options);
   addFixOutput(*fix, options);
+  addQuiet(*fix, options.selection.quiet);
   fix->footer(
       "Writes every page into the folder, corrected where it has to be; all other bytes stay as they are. Refuses\n"
       "everything when one correction does not fit its page. Reads the pages again at the end, and prints what has\n"
@@ -122,6 +123,7 @@ void addUndo(CLI::App& app, UndoOptions& options, int& status) {
   undo->add_flag("--keep-changed", options.keepChanged,
                  "Leave files that have changed since; what the run had replaced gets a name beside them");
   undo->add_flag("--json", options.json, "Print one JSON object and nothing else");
+  addQuiet(*undo, options.quiet);
   undo->footer(
       "Takes back the last convert, trace, sort or fix that wrote into the folder, in all folders that it wrote into:\n"
       "removes what it made, and restores what it replaced, with times and modes. Only the last run of a folder can "

@@ -35,12 +35,14 @@ if(NOT WIN32)
     console/manners_test.cpp
     console/missing_folders_test.cpp
     console/mistaken_pages_test.cpp
+    console/next_in_json_test.cpp
     console/next_step_test.cpp
     console/next_results_test.cpp
     console/old_results_test.cpp
     console/page_arguments_test.cpp
     console/page_commands_test.cpp
     console/pictures_test.cpp
+    console/quiet_test.cpp
     console/read_back_test.cpp
     console/recover_test.cpp
     console/renumber_test.cpp

@@ -123,7 +123,7 @@ TEST_F(ManAndCompletions, TheHelpIsUnderstood) {
   EXPECT_EQ(commands(),
             (Words{"analyze", "convert", "verify", "survey", "trace", "sort", "draw", "chart", "instruments", "suggest",
                    "report", "recover", "fix", "undo", "dump", "build", "help", "completions", "man"}));
-  EXPECT_EQ(optionsIn(help("draw")), (Words{"-h", "--help", "-o", "--out", "--output"}));
+  EXPECT_EQ(optionsIn(help("draw")), (Words{"-h", "--help", "-o", "--out", "--output", "-q", "--quiet"}));
 }
 
 TEST_F(ManAndCompletions, ThePageHasEveryCommandAndOption) {

@@ -152,7 +152,7 @@ TEST_F(Manners, TheHelpNamesTheChoicesAndWhatIsUndone) {
   EXPECT_TRUE(holds(place.kivsys({"fix", "--help"}).out, "--only sure|likely"));
   EXPECT_TRUE(holds(place.kivsys({"suggest", "--help"}).out, "--output"));
   EXPECT_TRUE(holds(place.kivsys({"undo", "--help"}).out, "Undo one run: the last one that wrote into a folder"));
-  EXPECT_TRUE(holds(place.kivsys({"analyze", "--help"}).out, "Print no notes, no warnings"));
+  EXPECT_TRUE(holds(place.kivsys({"analyze", "--help"}).out, "Print only results and errors"));
   EXPECT_TRUE(holds(place.kivsys({"convert", "--help"}).out, "a (yes to all)"));
 }
 

@@ -18,7 +18,7 @@ using Lines = std::vector<std::string>;
 constexpr const char* heads = "file,system,staff,item,what,problem,old_id,new_id,confidence,reason\n";
 
 /// A system of three staves with names; the ids from the top down.
-std::string systemOf(int flute, int viola, int bass) {
+std::string groupOfIds(int flute, int viola, int bass) {
   const auto staff = [](int number, int id, int clef, const std::string& name) {
     const std::string n = std::to_string(number);
     return "staff " + n + " at 10 lines 5 instrument " + std::to_string(id) + "\nclef " + n + " at 12 kind " +
@@ -33,10 +33,10 @@ class ConsoleSuggest : public ::testing::Test {
  protected:
   void SetUp() override {
     for (int number = 1; number <= 6; ++number) {
-      place.write("x" + std::to_string(number) + ".mus", page(systemOf(101, 110, 112)));
+      place.write("x" + std::to_string(number) + ".mus", page(groupOfIds(101, 110, 112)));
     }
-    place.write("x7.mus", page(systemOf(101, 0, 112)));
-    place.write("x8.mus", page(systemOf(101, 110, 112) + "rest 3 at 30 kind -2 cue 1122\n"));
+    place.write("x7.mus", page(groupOfIds(101, 0, 112)));
+    place.write("x8.mus", page(groupOfIds(101, 110, 112) + "rest 3 at 30 kind -2 cue 1122\n"));
   }
   Ended suggest(Lines options) const {
     options.insert(options.begin(), "suggest");
@@ -143,7 +143,7 @@ TEST_F(ConsoleSuggest, OnlyLooks) {
 }
 
 TEST_F(ConsoleSuggest, EscapesTextsOfPagesInItsTableOnly) {
-  place.write("x7.mus", page(systemOf(101, 0, 112) + "text 2 at 1 p4 3 \"=1\\x1B[31m\"\n"));
+  place.write("x7.mus", page(groupOfIds(101, 0, 112) + "text 2 at 1 p4 3 \"=1\\x1B[31m\"\n"));
   EXPECT_EQ(suggest({}).out.find('\x1B'), std::string::npos);
 }
 

@@ -61,7 +61,8 @@ class AnalyzeRun {
 
   ConsoleHost& console_;
   const AnalyzeOptions& options_;
-  bool isRefused_ = false;      // by --strict
+  bool isRefused_ = false;  // by --strict
+  bool needsOnlyConversion_ = false;
   bool isNextPrinted_ = false;  // the command line that helps, with the message about a page
 };
 
@@ -84,10 +85,13 @@ AnalysisOutput AnalyzeRun::analyzePages(const Host& host, const std::string& nam
     output.instruments = group.instruments();
   }
   std::vector<Problem> problems = problemsOf(console_.system(), output.outcome);
+  const bool hasVerdict = output.outcome.normalEnd && !options_.selection.likePanel;
+  const std::string usability = hasVerdict ? usabilityOf(output, problems) : "";
+  needsOnlyConversion_ = usability == needConversion;
   if (details) {
     output.problems = std::move(problems);
-  } else if (output.outcome.normalEnd && !options_.selection.likePanel) {
-    output.usability = usabilityOf(output, problems);
+  } else {
+    output.usability = usability;
   }
   return output;
 }
@@ -111,8 +115,7 @@ int AnalyzeRun::statusOf(const AnalysisOutput& output) const {
   return isUnusable ? exit_status::notUsable : exit_status::normal;
 }
 
-/// The command line that helps with a problem; for people, also the one that converts the pages when nothing but that
-/// is to be done.
+/// The command line that helps with a problem, or that converts the pages when nothing but that is to be done.
 void AnalyzeRun::addNext(AnalysisOutput& output) {
   if (options_.selection.likePanel) {
     return;
@@ -120,7 +123,7 @@ void AnalyzeRun::addNext(AnalysisOutput& output) {
   output.next = stepForPage(output.outcome, [this](const std::string& name) { return console_.user().nameOf(name); });
   isNextPrinted_ = output.next.has_value();
   output.next = output.next ? output.next : stepForGroup(output.outcome, output.layouts, options_.selection);
-  if (!output.next && output.usability == needConversion && canRepeat(options_.selection)) {
+  if (!output.next && needsOnlyConversion_ && canRepeat(options_.selection)) {
     output.next = "kivsys convert" + selectionArguments(options_.selection) +
                   (options_.allowZeroId ? " --allow-zero-id" : "") + newResultArgument(console_.system());
   }

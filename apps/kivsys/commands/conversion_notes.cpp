@@ -15,7 +15,8 @@ std::string usableWords(const ConvertOptions& options) {
 
 }  // namespace
 
-std::string noResultsNote(const ConsoleSystem& system, const RunOutcome& outcome, const ConvertOptions& options) {
+std::string addNoResultsStep(const ConsoleSystem& system, const ConvertOptions& options, ConvertOutput& output) {
+  const RunOutcome& outcome = output.outcome;
   const bool isConverted = !outcome.created.value_or(std::vector<std::string>()).empty();
   if (!outcome.normalEnd || isConverted || !outcome.qualifies()) {
     return "";
@@ -31,10 +32,11 @@ std::string noResultsNote(const ConsoleSystem& system, const RunOutcome& outcome
            (options.result.empty() ? newResultArgument(system) : " --result " + fileWord(options.result));
   }
   const bool canFix = selection.folder.empty() || selection.names.empty();
-  const bool isNext = canRepeat(selection) && (!isCorrected || canFix);
+  if (!output.next && canRepeat(selection) && (!isCorrected || canFix)) {
+    output.next = next;
+  }
   return "kivsys: note: no results were written, as " + usableWords(options) +
-         (isCorrected ? "; the page files still have the old ids\n" : "\n") +
-         (isNext ? "Next: " + printable(next) + "\n" : "");
+         (isCorrected ? "; the page files still have the old ids\n" : "\n");
 }
 
 std::string dryRunNote(const ConvertOutput& output, const ConvertOptions& options, const ResultPlan& results) {

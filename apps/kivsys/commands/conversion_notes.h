@@ -8,9 +8,9 @@
 
 namespace kiv {
 
-/// The lines that say, after a conversion that has written no results as none were needed, that this is so, and what to
-/// do to have them; "" when there is nothing to say.
-std::string noResultsNote(const ConsoleSystem& system, const RunOutcome& outcome, const ConvertOptions& options);
+/// The line that says, after a conversion that has written no results as none were needed, that this is so; "" when
+/// there is nothing to say. What to do to have them is added to the output, unless something else is to be done first.
+std::string addNoResultsStep(const ConsoleSystem& system, const ConvertOptions& options, ConvertOutput& output);
 
 /// The line that says, after a dry run, what a run writes beside the results that the dry run lists; "" when it would
 /// not have ended normally.

@@ -244,14 +244,14 @@ int convertNames(ConsoleHost& console, const ConvertOptions& options, const Resu
     printError("nothing is written, as the conversion ends with an error and --strict is given");
   }
   addFittingStep(console.system(), options, refusal.isAvoidedByFit, output);
-  if (const auto step = stepAfterStop(console)) {
-    output.next = step;
-    output.isNextPrinted = true;  // at the end, after the line about the signal
-  }
   if (!options.selection.likePanel && !output.refused) {
     console.user().printNotes(oldResultsNote(output.oldResults, options.dryRun));
     console.user().printNotes(options.dryRun ? dryRunNote(output, options, plan)
-                                             : noResultsNote(console.system(), output.outcome, options));
+                                             : addNoResultsStep(console.system(), options, output));
+  }
+  if (const auto step = stepAfterStop(console)) {
+    output.next = step;
+    output.isNextPrinted = true;  // at the end, after the line about the signal
   }
   return printWithNext(console, output, options.json);
 }

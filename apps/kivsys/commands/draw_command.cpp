@@ -101,6 +101,9 @@ int drawPage(ConsoleHost& console, Files& files, const std::string& page, const 
 int runDraw(const DrawOptions& options) {
   ConsoleHost console;
   console.useConsoleWords();
+  if (options.quiet) {
+    console.user().beQuiet();
+  }
   ConsoleSystem& system = console.system();
   const std::string out = isStandardOutput(options.out) ? standardOutput : NativeSystem::coreName(options.out);
   if (const auto reasons = refusals(system, options, out); !reasons.empty()) {

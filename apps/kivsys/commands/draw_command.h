@@ -11,6 +11,7 @@ namespace kiv {
 struct DrawOptions {
   std::string page;
   std::string out = "-";  ///< "-" is standard output
+  bool quiet = false;     ///< nothing on standard error but errors
 };
 
 /// Draws the page as an SVG file. Returns the program's exit status.

@@ -20,13 +20,14 @@ namespace kiv {
 namespace {
 
 /// The outcome of the analysis with the instruments; these are null when it ended before it knew them.
-std::string asJson(const RunOutcome& outcome, const std::optional<std::vector<Instrument>>& instruments,
-                   const ValidPages* pages) {
+std::string asJson(ConsoleHost& console, const RunOutcome& outcome,
+                   const std::optional<std::vector<Instrument>>& instruments, const ValidPages* pages) {
   Json object = jsonOf(outcome);
   if (pages != nullptr) {
     pages->addTo(object, outcome.normalEnd);
   }
   object["instrument_list"] = instruments ? jsonOf(*instruments) : Json();
+  object["next"] = nextJson(stepForPage(outcome, namerOf(console, false)));
   object["schema_version"] = schemaVersion;
   return asLine(object);
 }
@@ -49,7 +50,7 @@ int listNames(ConsoleHost& console, const std::string& namesFile, const ValidPag
   const bool isComplete = normalEnd && (pages == nullptr || !pages->anySkipped());
   const int status = isComplete ? exit_status::normal : exit_status::critical;
   if (options.format == ListFormat::json) {
-    return printOutcome(asJson(outcomeOf(program, console, normalEnd), instruments, pages), status);
+    return printOutcome(asJson(console, outcomeOf(program, console, normalEnd), instruments, pages), status);
   }
   return instruments ? printOutcome(asText(console.system(), *instruments, options.format), status) : status;
 }

@@ -7,10 +7,12 @@
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/warned_run.h"
 #include "apps/kivsys/exit_status.h"
+#include "apps/kivsys/output/next_step.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/sort_output.h"
 #include "apps/kivsys/output/warnings_output.h"
 #include "apps/kivsys/safety/sorted_pages.h"
+#include "apps/kivsys/selection/stopped_run.h"
 #include "apps/kivsys/undo/run_journal.h"
 #include "mus/format.h"
 #include "platform/console/console_host.h"
@@ -65,6 +67,10 @@ int print(ConsoleHost& console, const RunOutcome& outcome, const Warnings& warni
   }
   Json object = jsonOf(outcome);
   object["problems"] = jsonOf(problemsOf(console.system(), outcome), warnings, outcome.paths);
+  const FileNamer nameOf = namerOf(console, options.selection.likePanel);
+  const auto next = options.selection.likePanel ? std::nullopt : stepForPage(outcome, nameOf);
+  const auto afterStop = stepAfterStop(console);
+  object["next"] = nextJson(afterStop ? afterStop : next);
   object["schema_version"] = schemaVersion;
   return printOutcome(asLine(object), status);
 }

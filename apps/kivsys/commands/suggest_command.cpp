@@ -78,7 +78,7 @@ std::string asJson(const SuggestRun& run, const RunOutcome& outcome, const std::
   object["corrections"] = suggestions ? correctionsJson(*suggestions, names) : Json();
   object["undecided"] = suggestions ? undecidedJson(*suggestions, names) : Json();
   const auto next = nextConversion(run, suggestions);
-  object["next"] = next ? Json(NativeSystem::toUtf8(*next)) : Json();
+  object["next"] = nextJson(next ? next : stepForPage(outcome, namerOf(run.console, false)));
   object["schema_version"] = schemaVersion;
   return asLine(object);
 }

@@ -242,7 +242,7 @@ int runSurvey(const SurveyOptions& options) {
       return refusal->status;
     }
   }
-  if (const auto failure = reports.prepare()) {
+  if (const auto failure = reports.prepare(console.user())) {
     printError(*failure);
     return exit_status::critical;
   }

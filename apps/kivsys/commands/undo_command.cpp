@@ -172,7 +172,7 @@ int Undo::refuseUndo(const UndoPlan& plan) const {
   std::vector<std::string> reasons = plan.refusals;
   reasons.emplace_back("nothing is undone");
   const int status = refuse(reasons);
-  if (plan.onlyChanged) {
+  if (plan.onlyChanged && !options_.quiet) {
     NativeSystem::writeError("Next: kivsys undo --keep-changed" +
                              (options_.folder.empty() ? "" : " " + printable(fileWord(options_.folder))) + "\n");
   }

@@ -10,6 +10,7 @@ struct UndoOptions {
   bool dryRun = false;
   bool keepChanged = false;  ///< files that have changed since stay as they are
   bool json = false;
+  bool quiet = false;  ///< nothing on standard error but errors
 };
 
 /// Takes back the last run that wrote into the folder, in all folders that it wrote into, or nothing of it. Prints what

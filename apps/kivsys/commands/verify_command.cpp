@@ -87,17 +87,27 @@ void addTables(const PageCorrections& corrections, const LayoutTable& layout, st
   }
 }
 
-std::string asJson(ConsoleHost& console, const proof::Verification& verification, const ListedConversion& listed,
-                   const ValidPages* pages) {
+/// What a verification is printed with.
+struct VerifyOutput {
+  const VerifyOptions& options;
+  const std::string& manifest;
+  const ListedConversion& listed;
+  const ValidPages* pages = nullptr;  // of a run that skips bad ones; else null
+  const std::string& firstResult;     // its full name
+};
+
+/// The step is that of a conversion that is not proved. Before it come messages about pages.
+std::string asJson(ConsoleHost& console, const proof::Verification& verification, const VerifyOutput& output,
+                   const std::optional<std::string>& step) {
   ConsoleSystem& system = console.system();
   Json object = toJson(verification);
   for (std::size_t i = 0; i < verification.findings.size(); ++i) {
     const std::string path = system.diskName(withFolder(system, verification.findings[i].file));
     object["findings"][i]["path"] = kindOf(path) == PathKind::missing ? Json() : Json(NativeSystem::toUtf8(path));
   }
-  if (pages != nullptr) {
+  if (output.pages != nullptr) {
     object["messages"] = jsonOf(console.messages());
-    pages->addTo(object, true);
+    output.pages->addTo(object, true);
   }
   std::vector<FoundFile> paths;
   for (const DigestedFile& file : verification.files) {
@@ -107,9 +117,11 @@ std::string asJson(ConsoleHost& console, const proof::Verification& verification
   if (!system.corrections().tables.empty()) {
     object["corrected_by"] = jsonOf(system.corrections());
   }
-  if (listed.isGiven()) {
-    object["layout"] = listed.asJson();
+  if (output.listed.isGiven()) {
+    object["layout"] = output.listed.asJson();
   }
+  const auto ofPage = stepForPage(console.messages(), [&](const std::string& name) { return system.shownName(name); });
+  object["next"] = nextJson(ofPage ? ofPage : step);
   object["schema_version"] = schemaVersion;
   return asLine(object);
 }
@@ -128,14 +140,15 @@ std::string newResultOf(ConsoleSystem& system, const VerifyOptions& options, con
                                                                  : " --result " + fileWord(options.result);
 }
 
-/// What a verification is printed with.
-struct VerifyOutput {
-  const VerifyOptions& options;
-  const std::string& manifest;
-  const ListedConversion& listed;
-  const ValidPages* pages = nullptr;  // of a run that skips bad ones; else null
-  const std::string& firstResult;     // its full name
-};
+/// What is said when the conversion is not proved.
+ProofStep stepOf(ConsoleHost& console, const proof::Verification& verification, const VerifyOutput& output) {
+  ConsoleSystem& system = console.system();
+  const FileNamer fullNameOf = [&](const std::string& name) { return system.shownName(withFolder(system, name)); };
+  const bool hasResults = kindOf(system.diskName(output.firstResult)) == PathKind::file;
+  return stepForProof(verification,
+                      {output.options.selection, hasResults, newResultOf(system, output.options, output.firstResult),
+                       output.options.fit, system.pages(), fullNameOf});
+}
 
 int printVerification(ConsoleHost& console, const proof::Verification& verification, const VerifyOutput& output) {
   ConsoleSystem& system = console.system();
@@ -149,19 +162,17 @@ int printVerification(ConsoleHost& console, const proof::Verification& verificat
   }
   const bool isComplete = output.pages == nullptr || !output.pages->anySkipped();
   const int status = verification.proved() && isComplete ? exit_status::normal : exit_status::critical;
+  const ProofStep step = verification.proved() ? ProofStep() : stepOf(console, verification, output);
   const std::string text = asText(verification, nameOf) + summaryOf(output.pages, true);
   int printed = status;
-  if (output.manifest == standardOutput) {
+  if (output.manifest != standardOutput) {
+    printed = printOutcome(options.json ? asJson(console, verification, output, step.next) : text, status);
+  } else if (status != exit_status::normal || !console.user().isQuiet()) {
     std::cerr << text;
-  } else {
-    printed = printOutcome(options.json ? asJson(console, verification, output.listed, output.pages) : text, status);
   }
   if (!verification.proved() && !options.json) {
-    const FileNamer fullNameOf = [&](const std::string& name) { return system.shownName(withFolder(system, name)); };
-    const bool hasResults = kindOf(system.diskName(output.firstResult)) == PathKind::file;
-    console.user().printNotes(
-        stepForProof(verification, {options.selection, hasResults, newResultOf(system, options, output.firstResult),
-                                    options.fit, system.pages(), fullNameOf}));
+    printError(step.reason);
+    console.user().printNotes(step.note + (step.next ? "Next: " + printable(*step.next) + "\n" : ""));
   }
   return printed;
 }

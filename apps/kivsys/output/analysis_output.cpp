@@ -5,6 +5,7 @@
 #include "apps/kivsys/output/diagnostics_json.h"
 #include "apps/kivsys/output/explain_text.h"
 #include "apps/kivsys/output/instruments_output.h"
+#include "apps/kivsys/output/next_step.h"
 
 namespace kiv {
 namespace {
@@ -15,7 +16,7 @@ Json outcomeJson(const AnalysisOutput& output) {
   if (output.pages != nullptr) {
     output.pages->addTo(object, output.outcome.normalEnd);
   }
-  object["next"] = output.next ? Json(NativeSystem::toUtf8(*output.next)) : Json();
+  object["next"] = nextJson(output.next);
   return object;
 }
 

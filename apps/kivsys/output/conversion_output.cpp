@@ -6,6 +6,7 @@
 #include "apps/kivsys/output/analysis_output.h"
 #include "apps/kivsys/output/diagnostics_json.h"
 #include "apps/kivsys/output/instruments_output.h"
+#include "apps/kivsys/output/next_step.h"
 #include "apps/kivsys/output/print_outcome.h"
 
 namespace kiv {
@@ -26,7 +27,7 @@ std::string asJson(const ConvertOutput& output) {
   }
   object["old_results"] = {{"replaced", output.oldResults.replaced}, {"left", textsJson(output.oldResults.left)}};
   object["problems"] = jsonOf(output.problems, output.warnings, output.outcome.paths);
-  object["next"] = output.next ? Json(NativeSystem::toUtf8(*output.next)) : Json();
+  object["next"] = nextJson(output.next);
   object["schema_version"] = schemaVersion;
   return asLine(object);
 }

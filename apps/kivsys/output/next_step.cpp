@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <nlohmann/json.hpp>
+
 #include "messages/codes.h"
 #include "platform/console/message_words.h"
 #include "platform/console/shell_words.h"
@@ -57,8 +59,16 @@ std::string newResultArgument(const ConsoleSystem& system) {
   return " --result " + fileWord(system.newName("converted") + "/WORK0001.MUS");
 }
 
+Json nextJson(const std::optional<std::string>& next) {
+  return next ? Json(NativeSystem::toUtf8(*next)) : Json();
+}
+
 std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileNamer& nameOf) {
-  for (const ShownMessage& shown : outcome.messages) {
+  return stepForPage(outcome.messages, nameOf);
+}
+
+std::optional<std::string> stepForPage(const std::vector<ShownMessage>& messages, const FileNamer& nameOf) {
+  for (const ShownMessage& shown : messages) {
     const std::string& file = shown.message.location.file;
     const std::string command = file.empty() ? "" : commandAfter(shown.message, nameOf(file));
     if (!command.empty()) {

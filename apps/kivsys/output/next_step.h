@@ -4,6 +4,7 @@
 #include <string>
 
 #include "apps/kivsys/commands/run_outcome.h"
+#include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/selection/selection.h"
 #include "diagnostics/layouts.h"
 #include "messages/console_words.h"
@@ -12,7 +13,11 @@ namespace kiv {
 
 /// The command line that helps after an analysis with a page that is damaged. It has been printed with the message
 /// about that page, if messages are printed. Names are quoted as the system's shell needs it.
+std::optional<std::string> stepForPage(const std::vector<ShownMessage>& messages, const FileNamer& nameOf);
 std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileNamer& nameOf);
+
+/// A command line as JSON has it: null for none.
+Json nextJson(const std::optional<std::string>& next);
 
 /// The command line that helps after an analysis that has found wrong ids: suggestions for the same pages. None when
 /// every cue that the analysis calls undefined refers to an instrument of its system after all.

@@ -70,23 +70,23 @@ std::string noteOnOptions(const TypedProof& typed) {
 
 }  // namespace
 
-std::string stepForProof(const proof::Verification& verification, const TypedProof& typed) {
+ProofStep stepForProof(const proof::Verification& verification, const TypedProof& typed) {
   const std::size_t count = verification.findings.size();
   const std::string report = reasonOfReport(verification);
-  const std::string reason =
-      "kivsys: not proved: " +
-      (report.empty() ? std::to_string(count) + (count == 1 ? " finding" : " findings") : report) + "\n";
+  ProofStep step;
+  step.reason =
+      "not proved: " + (report.empty() ? std::to_string(count) + (count == 1 ? " finding" : " findings") : report);
   const std::string page = damagedPage(verification, typed.pages);
-  std::string next = page.empty() ? "" : "kivsys recover " + fileWord(typed.nameOf(page));
-  if (next.empty() && report.empty() && typed.hasResults) {
-    return reason + noteOnOptions(typed);
+  if (!page.empty()) {
+    step.next = "kivsys recover " + fileWord(typed.nameOf(page));
+  } else if (report.empty() && typed.hasResults) {
+    step.note = noteOnOptions(typed);
+  } else if (canRepeat(typed.selection)) {
+    step.next = "kivsys convert" + selectionArguments(typed.selection) +
+                (typed.selection.layout.empty() ? "" : " --layout " + fileWord(typed.selection.layout)) +
+                (typed.fit ? " --fit" : "") + typed.newResult + " --verify";
   }
-  if (next.empty() && canRepeat(typed.selection)) {
-    next = "kivsys convert" + selectionArguments(typed.selection) +
-           (typed.selection.layout.empty() ? "" : " --layout " + fileWord(typed.selection.layout)) +
-           (typed.fit ? " --fit" : "") + typed.newResult + " --verify";
-  }
-  return reason + (next.empty() ? "" : "Next: " + printable(next) + "\n");
+  return step;
 }
 
 }  // namespace kiv

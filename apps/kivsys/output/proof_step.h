@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,8 +20,15 @@ struct TypedProof {
   const FileNamer& nameOf;              ///< the names by which users know files
 };
 
-/// Why a conversion is not proved, and the command line that helps, as lines of their own. A report that is not there,
-/// or is of other pages, says nothing about the results. No command line replaces results that are there.
-std::string stepForProof(const proof::Verification& verification, const TypedProof& typed);
+/// What is said of a conversion that is not proved.
+struct ProofStep {
+  std::string reason;               ///< a sentence
+  std::string note = {};            ///< a line about options, with its end; "" for none
+  std::optional<std::string> next;  ///< the command line that helps
+};
+
+/// Why a conversion is not proved, and what helps. A report that is not there, or is of other pages, says nothing about
+/// the results. No command line replaces results that are there.
+ProofStep stepForProof(const proof::Verification& verification, const TypedProof& typed);
 
 }  // namespace kiv

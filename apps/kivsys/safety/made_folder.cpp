@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "platform/console/console_system.h"
-#include "platform/console/error_line.h"
+#include "platform/console/printable.h"
 #include "platform/native_file.h"
 #include "platform/separators.h"
 
@@ -44,7 +44,7 @@ std::optional<std::string> PlannedFolder::refusal() const {
              : std::optional("cannot make the folder " + typed_ + ", as the one above it does not exist");
 }
 
-std::optional<std::string> PlannedFolder::make(ChangeJournal* journal) const {
+std::optional<std::string> PlannedFolder::make(ChangeJournal* journal, ConsoleUser& user) const {
   if (kindOf(path_) == PathKind::folder) {
     return std::nullopt;
   }
@@ -56,7 +56,7 @@ std::optional<std::string> PlannedFolder::make(ChangeJournal* journal) const {
   if (failure) {
     return "cannot make the folder " + typed_ + ": " + *failure;
   }
-  printError("made the folder " + typed_);
+  user.printNotes("kivsys: made the folder " + printable(typed_) + "\n");
   return std::nullopt;
 }
 

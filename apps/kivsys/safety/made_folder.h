@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/console/change_journal.h"
+#include "platform/console/console_user.h"
 #include "platform/machine.h"
 
 namespace kiv {
@@ -17,9 +18,9 @@ class PlannedFolder {
   bool isMissing() const { return isMissing_; }
   /// Why it cannot be made; nullopt when it can be, or is there.
   std::optional<std::string> refusal() const;
-  /// Makes it when it is missing, and says so on standard error; the journal, if any, is notified before. Returns why
-  /// it cannot be made.
-  [[nodiscard]] std::optional<std::string> make(ChangeJournal* journal) const;
+  /// Makes it when it is missing, and says so to the user; the journal, if any, is notified before. Returns why it
+  /// cannot be made.
+  [[nodiscard]] std::optional<std::string> make(ChangeJournal* journal, ConsoleUser& user) const;
 
  private:
   std::string typed_;

@@ -6,7 +6,7 @@
 namespace kiv {
 
 int ResultFolder::make(ConsoleHost& console) const {
-  if (const auto failure = folder_.make(console.system().journal())) {
+  if (const auto failure = folder_.make(console.system().journal(), console.user())) {
     printError(*failure);
     return exit_status::critical;
   }

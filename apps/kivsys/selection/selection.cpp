@@ -37,7 +37,7 @@ int prepareFolders(ConsoleHost& console, const Selection& selection, const Selec
   if (selection.folder.empty() || use.folder != FolderUse::written || !folder.isMissing()) {
     return exit_status::normal;
   }
-  if (const auto failure = folder.make(console.system().journal())) {
+  if (const auto failure = folder.make(console.system().journal(), console.user())) {
     printError(*failure);
     return exit_status::critical;
   }
@@ -215,6 +215,7 @@ int runOnSelection(ConsoleHost& console, const Selection& selection, const Selec
   }
   if (selection.quiet) {
     console.user().beQuiet();
+    console.locks().waitSilently();
   }
   int status = exit_status::critical;
   const auto ended = exitCodeOf(console.user(), [&] {

@@ -194,12 +194,12 @@ std::vector<std::string> SurveyReports::refusals(const Library& library, const s
   return reasons;
 }
 
-std::optional<std::string> SurveyReports::prepare() {
+std::optional<std::string> SurveyReports::prepare(ConsoleUser& user) {
   if (folder_.empty()) {
     return std::nullopt;
   }
   const PlannedFolder folder(system_, folder_, folder_);
-  return folder.isMissing() ? folder.make(nullptr) : std::nullopt;
+  return folder.isMissing() ? folder.make(nullptr, user) : std::nullopt;
 }
 
 /// The report is of the pages as they are: it has their sizes and times.

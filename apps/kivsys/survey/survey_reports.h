@@ -8,6 +8,7 @@
 
 #include "apps/kivsys/survey/library_walk.h"
 #include "platform/console/console_system.h"
+#include "platform/console/console_user.h"
 #include "report_page/gather_report.h"
 #include "survey/survey.h"
 
@@ -24,7 +25,7 @@ class SurveyReports {
   /// the survey ("" for none), or a file that is no report. None: they can.
   std::vector<std::string> refusals(const Library& library, const std::string& state);
   /// Makes the folder of the reports when it is missing. Returns why it cannot be made.
-  [[nodiscard]] std::optional<std::string> prepare();
+  [[nodiscard]] std::optional<std::string> prepare(ConsoleUser& user);
   /// Whether the piece still needs its report: there is none of its pages as they are, or its findings are new.
   bool needsReport(const LibraryPiece& piece, bool isNew) const;
   /// Analyzes the piece and writes its report. Many of these can run at once, each on a system of its own. Returns why

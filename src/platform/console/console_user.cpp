@@ -93,8 +93,9 @@ bool ConsoleUser::isPrinted(const Message& message) const {
 Answer ConsoleUser::show(const Message& message) {
   clearProgress();
   if (isPrinted(message)) {
+    const NextLine next = quiet_ ? NextLine::hidden : NextLine::shown;
     NativeSystem::writeError(nameOf_
-                                 ? consoleLines(message, nameOf_, pathOf_, writeFailure_ ? writeFailure_() : "")
+                                 ? consoleLines(message, nameOf_, pathOf_, writeFailure_ ? writeFailure_() : "", next)
                                  : std::string(severityOf(message.icon)) + asLines(withNamesEscaped(message)) + "\n");
   }
   const Answer answer = message.buttons == Buttons::yesNo ? ask() : Answer::ok;

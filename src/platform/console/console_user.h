@@ -40,8 +40,10 @@ class ConsoleUser : public User {
   }
   /// The name by which the user knows a file that the core names.
   std::string nameOf(const std::string& coreName) const { return nameOf_ ? nameOf_(coreName) : coreName; }
-  /// From now on only critical messages and questions are printed, and no progress; all messages are kept.
+  /// From now on only critical messages and questions are printed, without what to do next, and no progress; all
+  /// messages are kept.
   void beQuiet() { quiet_ = true; }
+  bool isQuiet() const { return quiet_; }
   /// Prints lines on standard error that are no message, unless the user wants none.
   void printNotes(std::string_view lines);
 

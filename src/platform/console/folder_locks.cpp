@@ -19,9 +19,9 @@ std::string anotherRun(const FolderLock& lock) {
 
 }  // namespace
 
-bool FolderLocks::lock(Folder& folder, bool wait) {
+bool FolderLocks::lock(Folder& folder, bool wait) const {
   constexpr auto pause = std::chrono::milliseconds(50);
-  bool isReported = false;
+  bool isReported = !saysWaiting_;
   while (true) {
     switch (folder.lock.tryLock()) {
       case FolderLock::Outcome::locked:

@@ -14,16 +14,19 @@ class FolderLocks {
   /// another run works in is waited for, or reported on standard error; then none of these is locked, and this is
   /// false. One that the system cannot lock is reported, too, and not locked; one that does not exist is skipped.
   [[nodiscard]] bool take(const std::vector<std::string>& folders, bool wait);
+  /// From now on it is not said that another run is waited for.
+  void waitSilently() { saysWaiting_ = false; }
 
  private:
   struct Folder {
     std::string name;
     FolderLock lock;
   };
-  static bool lock(Folder& folder, bool wait);
+  bool lock(Folder& folder, bool wait) const;
   static bool isIn(const std::vector<Folder>& folders, const FolderLock& lock);
 
   std::vector<Folder> folders_;
+  bool saysWaiting_ = true;
 };
 
 }  // namespace kiv

@@ -72,7 +72,7 @@ std::string mistakenWords(const Message& message, const std::string& file) {
 }
 
 std::string consoleLines(const Message& message, const FileNamer& nameOf, const FileNamer& pathOf,
-                         const std::string& writeFailure) {
+                         const std::string& writeFailure, NextLine next) {
   if (isSilent(message)) {
     return "";
   }
@@ -90,7 +90,8 @@ std::string consoleLines(const Message& message, const FileNamer& nameOf, const 
   line += isNote(message) ? "note: " : "";
   const FileNamer printableName = [&](const std::string& name) { return printable(nameOf(name)); };
   const std::string sentence = mistaken.empty() ? consoleSentence(message, printableName) : mistaken;
-  return line + printable(sentence + reasonOf(message, writeFailure)) + "\n" + nextLine(message, file);
+  return line + printable(sentence + reasonOf(message, writeFailure)) + "\n" +
+         (next == NextLine::shown ? nextLine(message, file) : "");
 }
 
 }  // namespace kiv

@@ -6,12 +6,15 @@
 
 namespace kiv {
 
+/// Whether what to do next follows a message.
+enum class NextLine { shown, hidden };
+
 /// A message as users of the console read it: "kivsys: FILE: item 3: text", without the words that make sense in a box
 /// only, and what to do next on a second line, if that is known. Ends with a line end; "" when there is nothing to say.
 /// The second namer gives the path under which the disk has a file, from whatever folder. After a file that could not
 /// be written, the line has its folder and the reason, "/music: Permission denied".
 std::string consoleLines(const Message& message, const FileNamer& nameOf, const FileNamer& pathOf,
-                         const std::string& writeFailure = "");
+                         const std::string& writeFailure = "", NextLine next = NextLine::shown);
 
 /// The command line that helps after a message about a page, known to the user by that name; "" when none does, or none
 /// can be shown on one line.
