@@ -131,7 +131,15 @@ void addCommands(CLI::App& app, CommandLine& line) {
                        "Print the version");
   app.require_subcommand(1);
   app.footer(
-      "The command line of a sibling tool works, too:\n  kivsys \"CALLEDBY=KIV,FUNCTION=ANALYZE,NAMES=names.txt\"\n\n"
+      "A page is a MUS file. A system is the staves that are played at the same time. Each staff has the id of its\n"
+      "instrument, and the layout of a system is which instruments it has, in which order. A group is the pages of "
+      "one\n"
+      "piece: files of one folder whose names differ in their numbers, as PIECE001.MUS and PIECE002.MUS. A conversion\n"
+      "gives an instrument that a system lacks a rest staff, which has nothing but rests.\n\n"
+      "The command line of a sibling tool works, too:\n  kivsys \"CALLEDBY=KIV,FUNCTION=ANALYZE,NAMES=names.txt\"\n"
+      "In such a call, and with --like-panel, a names file that cannot be used is shown and then deleted, as by the\n"
+      "Windows program: a name in it has no folder, has another folder than the first one, or is that of no file. In\n"
+      "all other runs names files are only read.\n\n"
       "With -q a command prints only the result that was asked for and errors: no notes and warnings, no 'Next:' with\n"
       "the command line to use next, no line about a folder that was made, no progress.\n\n"
       "'kivsys COMMAND --help' describes a command in detail, and so does 'kivsys help COMMAND'.");

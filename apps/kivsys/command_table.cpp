@@ -7,18 +7,20 @@
 namespace kiv {
 namespace {
 
+constexpr const char* staffOfPage = "PAGE:STAFF=ID";
+
 /// The name of the value, without the range that it is checked for.
 std::string valueOf(const CLI::Option& option) {
   const std::string name = option.get_type_name();
-  return name.substr(0, name.find(':'));
+  return name == staffOfPage ? name : name.substr(0, name.find(':'));
 }
 
 ValueKind kindOfValue(const std::string& value) {
   static const std::map<std::string, ValueKind> kinds = {
-      {"", ValueKind::none},          {"DIR", ValueKind::folder},     {"FOLDER", ValueKind::folder},
-      {"FILE", ValueKind::file},      {"FILE.svg", ValueKind::file},  {"FILE.csv", ValueKind::file},
-      {"FILE.html", ValueKind::file}, {"TEXT", ValueKind::file},      {"PAGE", ValueKind::page},
-      {"SHELL", ValueKind::shell},    {"COMMAND", ValueKind::command}};
+      {"", ValueKind::none},          {"DIR", ValueKind::folder},    {"FOLDER", ValueKind::folder},
+      {"FILE", ValueKind::file},      {"FILE.svg", ValueKind::file}, {"FILE.csv", ValueKind::file},
+      {"FILE.html", ValueKind::file}, {"TEXT", ValueKind::file},     {"PAGE", ValueKind::page},
+      {staffOfPage, ValueKind::page}, {"SHELL", ValueKind::shell},   {"COMMAND", ValueKind::command}};
   const auto found = kinds.find(value);
   return found == kinds.end() ? ValueKind::word : found->second;
 }

@@ -73,7 +73,8 @@ void requireSelection(const std::string& command, const Selection& selection) {
 
 void addKeepGoing(CLI::App& command, bool& keepGoing, const std::string& doing) {
   command.add_flag("--keep-going", keepGoing,
-                   "Report every bad page and " + doing + " the others; status 1 if there was one");
+                   "Skip pages that cannot be used, name each with the reason, and " + doing +
+                       " the others; status 1 if there was one");
 }
 
 CLI::Option* addLayout(CLI::App& command, Selection& selection, const std::string& help) {
@@ -85,13 +86,15 @@ namespace {
 CLI::Option* addLikePanel(CLI::App& command, Selection& selection) {
   return command
       .add_flag("--like-panel", selection.likePanel,
-                "Do exactly what the Windows program does: protect no files, print no warnings; implies --keep-order")
+                "Do exactly what the Windows program does: protect no files, print no warnings, delete a names file "
+                "that cannot be used; implies --keep-order and --no-undo")
       ->excludes("--corrections");
 }
 
 /// Without this option, a run in a folder that another run works in is refused.
 void addWait(CLI::App& command, Selection& selection) {
-  command.add_flag("--wait", selection.wait, "Wait for another run that works in the folders");
+  command.add_flag("--wait", selection.wait,
+                   "Wait if another run works in the folders, instead of ending with status 4");
 }
 
 /// With this option, `kivsys undo` cannot undo the run.
@@ -106,15 +109,18 @@ void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
                   "First result file, such as out/WORK0001.MUS, or the folder for the results, out/ (default: "
                   "WORK0001.MUS beside the first page)")
       ->type_name("FILE");
-  command.add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id");
+  command.add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id (id 0)");
   command.add_flag(
       "--no-overwrite", options.noOverwrite,
-      "Ask before a file is replaced, with y, n, a (yes to all) or q (no to all); without a terminal, replace none");
+      "Ask before a result replaces a file: y (yes), n (no, which ends the run), a (yes to all) or q (no to all); "
+      "without a terminal the answer is no. Report and verdict are replaced without a question");
   command.add_flag("--no-instr-number", options.noInstrNumber, "Do not show instrument ids in the results");
   addLayout(command, options.selection,
             "Give every result the instruments of this table, as instruments --csv prints it, even those on no page; "
             "results stay in the order of the ids (fix --renumber changes ids)");
-  command.add_flag("--force", options.force, "Convert even if the input can be used without a conversion");
+  command.add_flag(
+      "--force", options.force,
+      "Convert even if the pages can be used without a conversion; files are replaced with it and without it");
   command.add_flag("--json", options.json, "Print one JSON object and nothing else");
   addNoUndo(command, options.noUndo);
   addWait(command, options.selection);
@@ -129,19 +135,23 @@ void addConversion(CLI::App& command, ConvertOptions& options, int& status) {
 void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
   CLI::App* analyze = app.add_subcommand("analyze", "Find out whether all systems of a group have the same layout");
   addSelection(*analyze, options.selection, "Write report and verdict to this folder");
-  analyze->add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id");
+  analyze->add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id (id 0)");
   analyze->add_flag("--json", options.json, "Print one JSON object and nothing else");
   analyze->add_flag("--jsonl", options.jsonl, "Print JSON objects, one per line: problems, layouts, outcome")
       ->excludes("--json");
   addKeepGoing(*analyze, options.keepGoing, "analyze");
   CLI::Option* likePanel = addLikePanel(*analyze, options.selection);
-  analyze->add_flag("--exit-code", options.exitCode, "End with status 3 when the input needs a conversion");
+  analyze->add_flag("--exit-code", options.exitCode, "End with status 3 when the pages need a conversion");
   analyze->add_flag("--strict", options.strict, "Write nothing if there is a warning or a problem; status 3")
       ->excludes(likePanel);
   addWait(*analyze, options.selection);
   analyze->footer(
-      "Writes KivSystem2.TXT (report) and KivSystem1.TXT (verdict). Ends with status 0; with 1 after an\n"
-      "error; with 2 on wrong usage.\n\nExamples:\n  kivsys analyze PIECE*.MUS\n"
+      "Writes KivSystem2.TXT, the report with a record for each staff, and KivSystem1.TXT, the verdict: CONSISTENCY\n"
+      "says whether all systems have the same layout, MULTIFILE whether a page is spread over several files. Pages "
+      "with\n"
+      "YES and NO can be used without a conversion. Ends with status 0; with 1 after an error; with 2 on wrong usage;\n"
+      "with 3 if --exit-code or --strict asks for it; with 4 when another run is at work in the folder.\n\nExamples:\n "
+      " kivsys analyze PIECE*.MUS\n"
       "  kivsys analyze --folder out --names names.txt --json\n"
       "  kivsys analyze --keep-going PIECE*.MUS");
   analyze->callback([&options, &status] {
@@ -154,14 +164,18 @@ void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
   CLI::App* convert = app.add_subcommand("convert", "Write one page per system, all with the same layout");
   addConversion(*convert, options, status);
   addKeepGoing(*convert, options.keepGoing, "convert");
-  CLI::Option* fit = convert->add_flag("--fit", options.fit, "Make rest staves, braces and brackets that fit the music")
+  CLI::Option* fit = convert
+                         ->add_flag("--fit", options.fit,
+                                    "Make rest staves, braces and brackets that fit the music: lengths of bars, keys, "
+                                    "times; without it they are those of the Windows program")
                          ->excludes("--layout");
   convert
       ->add_option("-j,--jobs", options.jobs,
                    "Number of threads: 1 writes each result before it converts the next system (default: 2)")
       ->type_name("N")
       ->check(CLI::Range(1U, 1024U));
-  CLI::Option* dryRun = convert->add_flag("--dry-run", options.dryRun, "Write nothing; print what would be written");
+  CLI::Option* dryRun = convert->add_flag("--dry-run", options.dryRun,
+                                          "Write nothing, not even report and verdict; print what would be written");
   CLI::Option* likePanel = addLikePanel(*convert, options.selection)->excludes(fit);
   convert->add_flag("--verify", options.verify, "Verify the conversion afterwards; status 1 when that fails")
       ->excludes(dryRun);
@@ -171,7 +185,10 @@ void addConvert(CLI::App& app, ConvertOptions& options, int& status) {
   convert->footer(
       "Analyzes the pages first, and converts them unless they can be used without a conversion. Writes\n"
       "WORK0001.MUS, WORK0002.MUS ... into the folder of the first result file; report and verdict are written to the\n"
-      "current folder. Ends with status 0; with 1 after an error; with 2 on wrong usage.\n\nExamples:\n"
+      "current folder, unless --folder names another one. Replaces files of these names, says how many results it has\n"
+      "replaced, and names those that remain of an earlier conversion; 'kivsys undo' restores what was replaced. Ends\n"
+      "with status 0; with 1 after an error; with 2 on wrong usage; with 3 if --strict asks for it; with 4 when\n"
+      "another run is at work in one of the folders.\n\nExamples:\n"
       "  kivsys convert PIECE*.MUS --result out/WORK0001.MUS\n"
       "  kivsys convert --names names.txt --force --json\n"
       "  kivsys convert --dry-run PIECE*.MUS");
@@ -194,7 +211,8 @@ void addVerify(CLI::App& app, VerifyOptions& options, int& status) {
   addKeepGoing(*verify, options.keepGoing, "check");
   verify->footer(
       "Reads inputs, report, verdict and results again, and checks them against the rules of a conversion, item by\n"
-      "item. Changes nothing. Ends with status 0 when the conversion is correct; with 1 when it is not, or when a\n"
+      "item. Changes nothing. Needs the options --corrections, --layout and --fit that the conversion had. Ends with "
+      "status 0 when the conversion is correct; with 1 when it is not, or when a\n"
       "file cannot be read or written; with 2 on wrong usage.\n\nExamples:\n"
       "  kivsys verify PIECE*.MUS --result out/WORK0001.MUS\n"
       "  kivsys verify --names names.txt --result out/WORK0001.MUS --manifest sums.txt\n"
@@ -217,14 +235,15 @@ void addTrace(CLI::App& app, ConvertOptions& options, int& status) {
 
 void addSort(CLI::App& app, SortOptions& options, int& status) {
   CLI::App* sort = app.add_subcommand("sort", "Sort the staves of each page by instrument, top to bottom");
-  addSelection(*sort, options.selection, "Run in this folder");
+  addSelection(*sort, options.selection, "Look for the names file in this folder, too");
   CLI::Option* likePanel = addLikePanel(*sort, options.selection);
   sort->add_flag("--strict", options.strict, "Write nothing if there is a warning; status 3")->excludes(likePanel);
   sort->add_flag("--json", options.json, "Print one JSON object and nothing else");
   addNoUndo(*sort, options.noUndo);
   addWait(*sort, options.selection);
   sort->footer(
-      "For pages of one system. Writes each page beside its input with the suffix PAG. Ends with status 0;\n"
+      "For pages of one system, such as results of a conversion. The staves get the order of their instrument ids.\n"
+      "Writes each page beside its input with the suffix PAG, and replaces a file of that name. Ends with status 0;\n"
       "with 1 when a page cannot be sorted; with 2 on wrong usage.\n\nExample:\n  kivsys sort PIECE001.MUS");
   sort->callback([&options, &status] {
     requireSelection("sort", options.selection);
@@ -242,7 +261,7 @@ void addChart(CLI::App& app, ChartOptions& options, int& status) {
                    "Wrap the chart after this number of systems (default: as many as fit on a line, or on a sheet)")
       ->type_name("N")
       ->check(CLI::Range(1, 1000));
-  chart->add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id");
+  chart->add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id (id 0)");
   addKeepGoing(*chart, options.keepGoing, "show");
   chart->footer(
       "Analyzes the pages as analyze does. Ends with status 0; with 1 after an error; with 2 on wrong\n"
@@ -252,30 +271,6 @@ void addChart(CLI::App& app, ChartOptions& options, int& status) {
     requireSelection("chart", options.selection);
     refuseOtherFormat("chart", options.out, "SVG");
     status = runChart(options);
-  });
-}
-
-void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status) {
-  CLI::App* instruments = app.add_subcommand("instruments", "List the instruments of a group, with their names");
-  addSelection(*instruments, options.selection, "Look for the names file in this folder, too");
-  CLI::Option* csv = instruments->add_flag_callback(
-      "--csv", [&options] { options.format = ListFormat::csv; }, "Print comma-separated values in UTF-8");
-  CLI::Option* json = instruments->add_flag_callback(
-      "--json", [&options] { options.format = ListFormat::json; }, "Print one JSON object and nothing else");
-  csv->excludes(json);
-  instruments->add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id");
-  addKeepGoing(*instruments, options.keepGoing, "analyze");
-  instruments->footer(
-      "Analyzes the pages as analyze does, and writes no file. A name is a text left\n"
-      "of a staff, the fullest one of all pages. Prints for each instrument: its\n"
-      "place in a result, id, name, systems, first and last staff, clefs, staff\n"
-      "lines, staff size, keys, and the instruments with cues of it. Ends with\n"
-      "status 0; with 1 after an error; with 2 on wrong usage.\n\n"
-      "Examples:\n  kivsys instruments PIECE*.MUS\n"
-      "  kivsys instruments --csv PIECE*.MUS > instruments.csv");
-  instruments->callback([&options, &status] {
-    requireSelection("instruments", options.selection);
-    status = runInstruments(options);
   });
 }
 

@@ -85,8 +85,11 @@ void addRecover(CLI::App& app, RecoverOptions& options, int& status) {
       ->add_option("-o,--out,--output", options.out,
                    "Page file to write (default: RECOVERED-PAGE beside the page); - is standard output")
       ->type_name("FILE");
-  recover->add_flag("--force", options.force, "Replace the file if it exists");
-  recover->add_flag("--dry-run", options.dryRun, "Only print what would be kept and lost");
+  recover->add_flag(
+      "--force", options.force,
+      "Replace the page to write if it exists; the damaged page, and a file that is no page, are never replaced");
+  recover->add_flag("--dry-run", options.dryRun,
+                    "Write nothing; print what would be kept and lost, and why a page would not be written");
   recover->add_flag("--json", options.json, "Print one JSON object");
   addQuiet(*recover, options.quiet);
   recover->footer(
@@ -99,7 +102,10 @@ void addRecover(CLI::App& app, RecoverOptions& options, int& status) {
 void addPageCommands(CLI::App& app, PageFiles& files, int& status) {
   CLI::App* dump = app.add_subcommand("dump", "Print a page as text, one item per line");
   dump->add_option("page", files.page, "Page file; - is standard input")->required()->type_name("PAGE");
-  dump->footer("Example:\n  kivsys dump PIECE001.MUS > piece001.txt");
+  dump->footer(
+      "Messages name items by the numbers that they have in this text. Ends with status 0; with 1 when the page is\n"
+      "too large; with 2 on wrong usage, or when the page cannot be read.\n\nExample:\n  kivsys dump PIECE001.MUS > "
+      "piece001.txt");
   dump->callback([&files, &status] { status = runDump(files.page); });
 
   CLI::App* build = app.add_subcommand("build", "Build a page from its text");
@@ -107,8 +113,11 @@ void addPageCommands(CLI::App& app, PageFiles& files, int& status) {
       ->required()
       ->type_name("TEXT");
   build->add_option("page", files.page, "Page file to write; - is standard output")->required()->type_name("PAGE");
-  build->add_flag("--force", files.force, "Replace the page if it exists");
-  build->footer("Example:\n  kivsys build piece001.txt PIECE001.MUS");
+  build->add_flag("--force", files.force, "Replace the page if it exists; a file that is no page is never replaced");
+  build->footer(
+      "Makes the page whose text this is, byte for byte. Ends with status 0; with 1 when the text has an error, or\n"
+      "the page cannot be written; with 2 on wrong usage, or when the text cannot be read or the page "
+      "exists.\n\nExample:\n  kivsys build piece001.txt PIECE001.MUS");
   build->callback([&files, &status] { status = runBuild(files); });
 }
 

@@ -37,11 +37,14 @@ void addFixOutput(CLI::App& fix, FixOptions& options) {
                          ->type_name("DIR");
   CLI::Option* inPlace =
       fix.add_flag("--in-place", options.inPlace, "Write over the pages themselves; kivsys undo restores them");
-  inPlace->excludes(out)->excludes(fix.add_flag("--force", options.force, "Replace pages that are in the folder"));
+  inPlace->excludes(out)->excludes(
+      fix.add_flag("--force", options.force,
+                   "Replace files of the same names in the folder; the pages that are read are never replaced"));
   inPlace->excludes(fix.add_flag("--no-undo", options.noUndo, "Write no journal, so that the run cannot be undone"));
-  fix.add_flag("--dry-run", options.dryRun, "Write nothing; print what would change");
+  fix.add_flag("--dry-run", options.dryRun, "Write nothing; print what would change, or why it would be refused");
   fix.add_flag("--json", options.json, "Print one JSON object and nothing else");
-  fix.add_flag("--wait", options.selection.wait, "Wait for another run that works in the folder");
+  fix.add_flag("--wait", options.selection.wait,
+               "Wait if another run works in the folder, instead of ending with status 4");
 }
 
 }  // namespace
@@ -55,14 +58,16 @@ void addSuggest(CLI::App& app, SuggestOptions& options, int& status) {
       ->add_option("-o,--out,--output", options.out,
                    "Write the corrections as comma-separated values; - is standard output")
       ->type_name("FILE.csv");
-  suggest->add_flag("--force", options.force, "Replace the table if it exists, even if you have edited it");
+  suggest->add_flag("--force", options.force,
+                    "Replace the table if it exists, even if you have edited it; another file is never replaced");
   suggest->add_flag("--json", options.json, "Print one JSON object and nothing else");
   addKeepGoing(*suggest, options.keepGoing, "analyze");
   suggest->footer(
       "Analyzes the pages as analyze does, and writes no file but the corrections. An\n"
       "id is wrong if it is 0, if it occurs twice in its system, or if so few systems\n"
-      "have it that it must be a slip. A cue is wrong if no staff of its system has\n"
-      "its id. Ends with status 0; with 1 after an error; with 2 on wrong usage.\n\n"
+      "have it that it must be a slip. A cue, which shows what another instrument\n"
+      "plays, is wrong if no staff of its system has its id. Ends with status 0; with 1 after an error; with 2 on "
+      "wrong usage.\n\n"
       "Examples:\n  kivsys suggest PIECE*.MUS\n"
       "  kivsys suggest PIECE*.MUS -o corrections.csv\n"
       "  kivsys suggest PIECE*.MUS --layout instruments.csv --json");
@@ -102,6 +107,7 @@ void addFix(CLI::App& app, FixOptions& options, int& status) {
   addFixOutput(*fix, options);
   addQuiet(*fix, options.selection.quiet);
   fix->footer(
+      "Say what to correct with --corrections, --set, --map or --renumber, and where to write with -o or --in-place.\n"
       "Writes every page into the folder, corrected where it has to be; all other bytes stay as they are. Refuses\n"
       "everything when one correction does not fit its page. Reads the pages again at the end, and prints what has\n"
       "changed. Ends with status 0; with 1 when a file cannot be read or written; with 2 on wrong usage and when\n"
@@ -118,7 +124,8 @@ void addFix(CLI::App& app, FixOptions& options, int& status) {
 
 void addUndo(CLI::App& app, UndoOptions& options, int& status) {
   CLI::App* undo = app.add_subcommand("undo", "Undo one run: the last one that wrote into a folder");
-  undo->add_option("folder", options.folder, "Folder of the run (default: the current folder)")->type_name("FOLDER");
+  undo->add_option("folder", options.folder, "One of the folders that the run wrote into (default: the current folder)")
+      ->type_name("FOLDER");
   undo->add_flag("--dry-run", options.dryRun, "Change nothing; print what would be undone");
   undo->add_flag("--keep-changed", options.keepChanged,
                  "Leave files that have changed since; what the run had replaced gets a name beside them");

@@ -37,7 +37,7 @@ void addReport(CLI::App& app, ReportOptions& options, int& status) {
   report->add_flag("--all", options.all, "Show pictures of all systems, not only of those that differ");
   report->add_flag("--open", options.open,
                    "Open the report in the browser; without -o it is written into the folder for temporary files");
-  report->add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id");
+  report->add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id (id 0)");
   report->add_flag("--strict", options.strict, "End with status 3 if there is a warning or a problem");
   report->footer(
       "Analyzes the pages as analyze does, and writes no file but the report, which needs no network. Pages that\n"
@@ -51,6 +51,30 @@ void addReport(CLI::App& app, ReportOptions& options, int& status) {
     }
     refuseOtherFormat("report", options.out, "HTML");
     status = runReport(options);
+  });
+}
+
+void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status) {
+  CLI::App* instruments = app.add_subcommand("instruments", "List the instruments of a group, with their names");
+  addSelection(*instruments, options.selection, "Look for the names file in this folder, too");
+  CLI::Option* csv = instruments->add_flag_callback(
+      "--csv", [&options] { options.format = ListFormat::csv; }, "Print comma-separated values in UTF-8");
+  CLI::Option* json = instruments->add_flag_callback(
+      "--json", [&options] { options.format = ListFormat::json; }, "Print one JSON object and nothing else");
+  csv->excludes(json);
+  instruments->add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id (id 0)");
+  addKeepGoing(*instruments, options.keepGoing, "analyze");
+  instruments->footer(
+      "Analyzes the pages as analyze does, and writes no file. A name is a text left\n"
+      "of a staff, the fullest one of all pages. Prints for each instrument: its\n"
+      "place in a result, id, name, systems, first and last staff, clefs, staff\n"
+      "lines, staff size, keys, and the instruments with cues of it. Ends with\n"
+      "status 0; with 1 after an error; with 2 on wrong usage.\n\n"
+      "Examples:\n  kivsys instruments PIECE*.MUS\n"
+      "  kivsys instruments --csv PIECE*.MUS > instruments.csv");
+  instruments->callback([&options, &status] {
+    requireSelection("instruments", options.selection);
+    status = runInstruments(options);
   });
 }
 

@@ -8,6 +8,7 @@ if(NOT WIN32)
     console/convert_options_test.cpp
     console/convert_test.cpp
     console/corrected_reading_test.cpp
+    console/documented_options_test.cpp
     console/documents_test.cpp
     console/dry_run_refusals_test.cpp
     console/dry_run_test.cpp

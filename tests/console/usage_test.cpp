@@ -191,6 +191,28 @@ TEST_F(Usage, QuietRunsPrintNoNotes) {
   EXPECT_EQ(object["messages"].size(), 1U) << "messages are still in the object";
 }
 
+TEST_F(Usage, TheHelpSaysWhenANamesFileIsDeletedAndWhatIsReplaced) {
+  const auto help = [&](const std::string& command) {
+    std::istringstream words(place.kivsys({command, "--help"}).out + place.kivsys({"--help"}).out);
+    std::string text;
+    for (std::string word; words >> word;) {
+      text += word + " ";
+    }
+    return text;
+  };
+  EXPECT_NE(help("analyze").find("In such a call, and with --like-panel, a names file that cannot be used is shown and "
+                                 "then deleted"),
+            std::string::npos);
+  for (const std::string command : {"convert", "trace"}) {
+    EXPECT_NE(help(command).find("Ask before a result replaces a file"), std::string::npos) << command;
+    EXPECT_NE(help(command).find("files are replaced with it and without it"), std::string::npos) << command;
+  }
+  for (const std::string command : {"suggest", "recover", "fix", "build"}) {
+    EXPECT_TRUE(help(command).find("never replaced") != std::string::npos) << command;
+  }
+  EXPECT_NE(help("fix").find("--set PAGE:STAFF=ID "), std::string::npos);
+}
+
 TEST_F(Usage, QuietRunsPrintErrors) {
   addPage("x1.mus", "words 99\n");
   const Ended loud = place.kivsys({"analyze", "x1.mus"});
