@@ -5,6 +5,7 @@
 
 #include "mus/item_table.h"
 #include "mus/page_walker.h"
+#include "mus/reader.h"
 
 namespace kiv {
 
@@ -22,6 +23,9 @@ class AnalysisObserver {
   /// An item of the file: each staff, hidden ones too, clef, key signature, barline, rest, cue marker and text. Items
   /// of other types may be left out.
   virtual void addItem(const PageWalker& page) = 0;
+  /// Lets the walk skip items of these types, which come next. An observer that looks at some of them, too, does so
+  /// here.
+  virtual void skipItems(MusReader& reader, TypeSet types) { reader.skipItems(types); }
   /// The file has been read to its end.
   virtual void endFile() = 0;
   /// The page of these files has been analyzed. The table has its staves as the report lists them.

@@ -68,14 +68,15 @@ class PageItems {
 };
 
 bool PageItems::addAll(AnalysisObserver* observer) {
-  const TypeSet ignored = observer == nullptr ? ignoredTypes : typesNobodySees;
   ReadStatus readStatus = reader_.readItem();
   while (readStatus == ReadStatus::itemRead) {
     add();
     if (observer != nullptr) {
       observer->addItem(reader_.page());
+      observer->skipItems(reader_, typesNobodySees);
+    } else {
+      reader_.skipItems(ignoredTypes);
     }
-    reader_.skipItems(ignored);
     readStatus = reader_.readItem();
   }
   return readStatus == ReadStatus::endOfItems;

@@ -47,15 +47,12 @@ void groupBySystem(std::vector<SystemStaff>& staves) {
 
 void GroupFacts::beginFile(const std::string& musFileName, std::string_view bytes) {
   const auto [place, isNew] = files_.try_emplace(musFileName);
-  const bool ofAllItems = wanted_.losses == LossScan::allItems || (wanted_.losses && needsConversion_);
-  findsLosses_ = isNew && wanted_.losses && !ofAllItems;
-  bytes_ = bytes;
-  if (isNew && ofAllItems) {
-    lossFinder_.addAll(bytes);
-    place->second.losses = lossFinder_.losses(musFileName);
-    place->second.ofAllItems = true;
-    lossFinder_.clear();
+  scan_ = isNew ? wanted_.losses : std::nullopt;
+  if (scan_ && needsConversion_) {
+    scan_ = LossScan::allItems;
   }
+  lossFinder_.clear();
+  bytes_ = bytes;
   if (fileCount_ == 0 || file().name != &place->first) {
     if (fileCount_ == pageFiles_.size()) {
       pageFiles_.emplace_back();
@@ -72,7 +69,7 @@ void GroupFacts::addStaff(const PageWalker& page) {
     file().staves.push_back(
         {{page.itemsInFile(), page.itemOffset()}, page.par(par::staff), page.par(par::position), ""});
   }
-  if (findsLosses_) {
+  if (scan_ == LossScan::staves) {
     lossFinder_.addStaffOrBarline(page);
   }
 }
@@ -87,15 +84,27 @@ void GroupFacts::addItem(const PageWalker& page) {
   if (wanted_.instruments && type != ItemType::barline) {
     file().described.add(page);
   }
+  if (scan_ == LossScan::allItems) {
+    lossFinder_.add(page);
+  }
 }
 
-/// Barlines matter beside hidden staves only, which few files have.
+void GroupFacts::skipItems(MusReader& reader, TypeSet types) {
+  if (scan_ == LossScan::allItems) {
+    reader.skipItems(types, [this](std::int16_t item, float staff) { lossFinder_.addOther(item, staff); });
+  } else {
+    reader.skipItems(types);
+  }
+}
+
+/// Of staves alone, barlines matter beside hidden ones only, which few files have.
 void GroupFacts::endFile() {
-  if (findsLosses_) {
+  if (scan_) {
     const std::string& name = *file().name;
-    files_[name].losses =
-        lossFinder_.hasHiddenStaff() ? findPageLosses(name, bytes_, LossScan::staves) : lossFinder_.losses(name);
-    lossFinder_.clear();
+    FileFacts& facts = files_[name];
+    const bool isBarlineMissing = scan_ == LossScan::staves && lossFinder_.hasHiddenStaff();
+    facts.losses = isBarlineMissing ? findPageLosses(name, bytes_, LossScan::staves) : lossFinder_.losses(name);
+    facts.scan = scan_;
   }
 }
 
@@ -221,8 +230,9 @@ const std::vector<SystemFact>& GroupFacts::systems() {
 
 const PageLosses* GroupFacts::lossesOf(const std::string& musFileName, LossScan scan) const {
   const auto found = files_.find(musFileName);
-  const bool isKnown = wanted_.losses && found != files_.end();
-  return isKnown && (scan == LossScan::staves || found->second.ofAllItems) ? &found->second.losses : nullptr;
+  const bool isKnown = found != files_.end() && found->second.scan &&
+                       (scan == LossScan::staves || found->second.scan == LossScan::allItems);
+  return isKnown ? &found->second.losses : nullptr;
 }
 
 }  // namespace kiv

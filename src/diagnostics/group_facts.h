@@ -39,6 +39,7 @@ class GroupFacts : public AnalysisObserver {
 
   void beginFile(const std::string& musFileName, std::string_view bytes) override;
   void addItem(const PageWalker& page) override;
+  void skipItems(MusReader& reader, TypeSet types) override;
   void endFile() override;
   void endPage(const ItemTable& table) override;
 
@@ -64,7 +65,7 @@ class GroupFacts : public AnalysisObserver {
   /// What is known of a file.
   struct FileFacts {
     PageLosses losses;
-    bool ofAllItems = false;  // the losses
+    std::optional<LossScan> scan;  // that found the losses, once the file has been read to its end
     // Of the page of the file: indices in rows_.
     std::size_t firstRow = 0;
     std::size_t endRow = 0;
@@ -99,7 +100,7 @@ class GroupFacts : public AnalysisObserver {
   std::vector<PageFile> pageFiles_;  // reused by later pages
   std::size_t fileCount_ = 0;        // of them, those of this page
   std::string_view bytes_;           // of the file that is being read
-  bool findsLosses_ = false;         // of the staves of this file
+  std::optional<LossScan> scan_;     // for losses of this file
   PageLossFinder lossFinder_;
   std::unordered_map<std::string, FileFacts> files_;  // by the names of all files
   std::set<std::string> names_;                       // that texts give to staves

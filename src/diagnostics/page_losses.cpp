@@ -41,6 +41,17 @@ std::optional<std::size_t> commonNumber(float staff, std::size_t limit) {
 constexpr TypeSet otherTypes =
     TypeSet::allBut({ItemType::staff, ItemType::barline, ItemType::shortText, ItemType::text, ItemType::countedText});
 
+/// Gives all items to the finder.
+void addAllItems(std::string_view bytes, PageLossFinder& finder) {
+  const auto addOther = [&](std::int16_t item, float staff) { finder.addOther(item, staff); };
+  PageWalker page(bytes);
+  page.skipItems(otherTypes, addOther);
+  while (page.findItem() == ReadStatus::itemRead) {
+    finder.add(page);
+    page.skipItems(otherTypes, addOther);
+  }
+}
+
 /// Gives all staves and barlines to the finder.
 void addStavesAndBarlines(std::string_view bytes, PageLossFinder& finder) {
   constexpr TypeSet skipped = TypeSet::allBut({ItemType::staff, ItemType::barline});
@@ -109,16 +120,6 @@ void PageLossFinder::add(const PageWalker& page) {
     texts_.push_back({page.itemsInFile(), staff, true});
   } else if (type == ItemType::text && page.chunks().size() < shortestTextOf(type)) {
     texts_.push_back({page.itemsInFile(), staff, false});
-  }
-}
-
-void PageLossFinder::addAll(std::string_view bytes) {
-  const auto addTheOther = [this](std::int16_t item, float staff) { addOther(item, staff); };
-  PageWalker page(bytes);
-  page.skipItems(otherTypes, addTheOther);
-  while (page.findItem() == ReadStatus::itemRead) {
-    add(page);
-    page.skipItems(otherTypes, addTheOther);
   }
 }
 
@@ -257,7 +258,7 @@ std::vector<Message> PageLossFinder::lossesOfSorting(const std::string& musFileN
 
 std::vector<Message> findSortingLosses(const std::string& musFileName, std::string_view bytes) {
   PageLossFinder finder;
-  finder.addAll(bytes);
+  addAllItems(bytes, finder);
   std::vector<Message> losses = finder.lossesOfSorting(musFileName);
   const std::vector<Message> ofWriting = finder.losses(musFileName).ofWriting;
   losses.insert(losses.end(), ofWriting.begin(), ofWriting.end());
@@ -267,7 +268,7 @@ std::vector<Message> findSortingLosses(const std::string& musFileName, std::stri
 PageLosses findPageLosses(const std::string& musFileName, std::string_view bytes, LossScan scan) {
   PageLossFinder finder;
   if (scan == LossScan::allItems) {
-    finder.addAll(bytes);
+    addAllItems(bytes, finder);
   } else {
     addStavesAndBarlines(bytes, finder);
   }

@@ -46,8 +46,6 @@ class PageLossFinder {
   void addStaffOrBarline(const PageWalker& page);
   /// Adds any item that the walk found.
   void add(const PageWalker& page);
-  /// Adds all items of a page file, as far as its bytes can be read.
-  void addAll(std::string_view bytes);
   /// Adds an item of another type, without text, by its number in the file and its staff.
   void addOther(int item, float staff) {
     if (staff != lastStaff_) {  // items of one staff mostly follow one another

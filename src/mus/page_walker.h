@@ -182,9 +182,13 @@ void PageWalker::skipItems(TypeSet types, const OnItem& onItem) {
   const std::size_t endOfCertain = std::min(endOfItems, end - std::min(end, longest));
   std::int16_t items = itemsInFile_;
   SkippedKinds kinds = skippedKinds_.of(types) ? skippedKinds_ : SkippedKinds(types);
-  while (offset < endOfItems && offset + 2 * bytesPerWord <= end) {
+  while (true) {
+    const bool isCertain = offset < endOfCertain;
+    if (!isCertain && (offset >= endOfItems || end - offset < 2 * bytesPerWord)) {
+      break;
+    }
     const std::size_t bytes = kinds.bytesAt(file, offset);
-    if (bytes == 0 || (offset >= endOfCertain && end - offset < bytes)) {
+    if (bytes == 0 || (!isCertain && end - offset < bytes)) {
       break;
     }
     ++items;

@@ -146,6 +146,31 @@ TEST_F(GroupFactsOf, ItemsOnNoStaffAreCountedByStaffWhereverTheyStand) {
                                        messages::itemsOnNoStaff(2, 0, {.file = firstFile, .item = 6})}));
 }
 
+TEST_F(GroupFactsOf, ItemsThatTheAnalysisSkipsAreCountedWhileItSkipsThem) {
+  const std::string other = "C:\\M\\X2.MUS";
+  addPage("X1.MUS",
+          "note 7 at 5\nnote 8 at 5\nrest 7 at 6\nstaff 1 at 0 instrument 101\nnote 7 at 7\nnote 0 at 1\ntext 8 at 1 "
+          "\"a\"\nnote 8 at 9\nnote 8 at 9\nclef 8 at 9\nstaff 2 at 0 lines -1 instrument 102\nnote 2 at 4\n");
+  addPage("X2.MUS", "staff 1 at 0 instrument 101\nnote 1 at 5\nnote 8 at 5\n");
+  run(false, {true, LossScan::allItems});
+  for (const std::string& file : {firstFile, other}) {
+    ASSERT_THAT(group->lossesOf(file, LossScan::allItems), NotNull());
+    expectEqual(*group->lossesOf(file, LossScan::allItems), lossesIn(file, LossScan::allItems));
+    EXPECT_EQ(group->lossesOf(file, LossScan::allItems)->ofWriting, lossesIn(file, LossScan::allItems).ofWriting);
+  }
+  EXPECT_EQ(group->lossesOf(other, LossScan::allItems)->looseItems,
+            std::vector<kiv::Message>{messages::itemsOnNoStaff(1, 8, {.file = other, .item = 3})});
+}
+
+TEST_F(GroupFactsOf, TheLossesOfAFileThatEndsTheRunAreNotKnown) {
+  addPage("X1.MUS", "staff 1 at 0 instrument 101\nnote 7 at 5\n");
+  addPage("X2.MUS", "staff 40000 at 0 instrument 101\nnote 7 at 5\n");
+  run(true, {false, LossScan::allItems});
+  ASSERT_TRUE(end);
+  EXPECT_THAT(group->lossesOf(firstFile, LossScan::staves), NotNull());
+  EXPECT_THAT(group->lossesOf("C:\\M\\X2.MUS", LossScan::staves), IsNull());
+}
+
 TEST_F(GroupFactsOf, NoPageIsReadForThem) {
   addOrdinaryPages();
   run(false, {true, LossScan::allItems});
