@@ -36,7 +36,7 @@ void addBlockOnX86(std::uint32_t* state, const std::uint32_t* constants, const c
   __m128i cdgh = cdghBefore;
   const __m128i bigEndian = _mm_set_epi8(12, 13, 14, 15, 8, 9, 10, 11, 4, 5, 6, 7, 0, 1, 2, 3);
   __m128i words[4];
-  for (unsigned four = 0; four < 16; ++four) {
+  for (std::size_t four = 0; four < 16; ++four) {
     __m128i& now = words[four % 4];
     now = four < 4 ? _mm_shuffle_epi8(load(block + 16 * four), bigEndian)
                    : nextWords(now, words[(four + 1) % 4], words[(four + 2) % 4], words[(four + 3) % 4]);
