@@ -12,7 +12,7 @@ using Sha256State = std::array<std::uint32_t, 8>;
 /// Adds a block of 64 bytes, on any processor.
 void addBlockPortably(Sha256State& state, const char* block);
 
-/// Whether this processor has instructions for SHA-256, which take a fifth of the time.
+/// Whether this processor has instructions for SHA-256, which take a quarter of the time.
 bool hasSha256Instructions();
 /// The same with these instructions. Only where the processor has them.
 void addBlockByInstructions(Sha256State& state, const char* block);
