@@ -63,6 +63,7 @@ inline constexpr std::string_view barTwoRests = "bar-two-rests";
 inline constexpr std::string_view barWithoutRest = "bar-without-rest";
 inline constexpr std::string_view keyOrTimeDiffers = "key-or-time-differs";
 inline constexpr std::string_view lateEntryUnknown = "late-entry-unknown";
+inline constexpr std::string_view clefDiffers = "clef-differs";
 inline constexpr std::string_view braceDisplaced = "brace-displaced";
 inline constexpr std::string_view stavesDisagree = "staves-disagree";
 inline constexpr std::string_view noTimeSignature = "no-time-signature";

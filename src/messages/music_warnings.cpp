@@ -59,6 +59,11 @@ Message lateEntryUnknown(const RestStavesOf& staves, const Location& system) {
                       system);
 }
 
+Message clefDiffers(const RestStavesOf& staves, const Location& system) {
+  return musicWarning(code::clefDiffers, nameOf(staves) + ": the clef is not the last one that the instrument had",
+                      system);
+}
+
 Message braceDisplaced(int braces, const Location& system) {
   return musicWarning(code::braceDisplaced,
                       std::to_string(braces) + (braces == 1 ? " brace stands" : " braces stand") +

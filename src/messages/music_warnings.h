@@ -21,6 +21,8 @@ Message keyDiffers(const RestStavesOf& staves, const Location& bar);
 Message timeDiffers(const RestStavesOf& staves, const Location& bar);
 /// The instruments play later only, and what their staves are like there was not known.
 Message lateEntryUnknown(const RestStavesOf& staves, const Location& system);
+/// The instruments have played before, with another clef at the end.
+Message clefDiffers(const RestStavesOf& staves, const Location& system);
 Message braceDisplaced(int braces, const Location& system);
 /// The staves that play last unequally long. The rest staves take the length given.
 Message stavesDisagree(double length, const Location& bar);

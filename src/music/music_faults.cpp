@@ -17,6 +17,10 @@ struct AddedMusic {
   std::vector<FaultPlace> displacedBraces;
 };
 
+bool isOfWholeStaff(const Fault& fault) {
+  return fault.kind == FaultKind::clef || fault.kind == FaultKind::lateEntry;
+}
+
 /// Puts the faults of all results into words.
 class FaultFinder {
  public:
@@ -99,7 +103,7 @@ class FaultFinder {
     std::vector<FaultPlace> places;
     for (const proof::MusicStaff* staff : fault.second) {
       FaultPlace& place = places.emplace_back(FaultPlace{staff->staff[par::staff], {}});
-      if (fault.first.kind != FaultKind::lateEntry && fault.first.bar < bars.size()) {
+      if (!isOfWholeStaff(fault.first) && fault.first.bar < bars.size()) {
         place.bar = {bars[fault.first.bar].from, bars[fault.first.bar].to};
       }
     }
@@ -114,8 +118,9 @@ class FaultFinder {
     Location location = locationOf(system);
     location.staff = staves.front()->staff[par::staff];
     location.instrument = instruments.front();
-    if (fault.kind == FaultKind::lateEntry) {
-      return messages::lateEntryUnknown(instruments, location);
+    if (isOfWholeStaff(fault)) {
+      return fault.kind == FaultKind::clef ? messages::clefDiffers(instruments, location)
+                                           : messages::lateEntryUnknown(instruments, location);
     }
     location.bar = static_cast<int>(fault.bar) + 1;
     switch (fault.kind) {

@@ -103,10 +103,16 @@ class StaffCheck {
     return last;
   }
 
-  /// Compares the staff with that on which the instrument enters later.
+  /// Compares the staff with that on which the instrument enters later, or its clef with the one before.
   void checkLook() {
     const MusicStaff* first = group_.firstStaff(staff_.instrument());
-    if (first == nullptr || group_.hasPlayed(index_, staff_.instrument())) {
+    if (first == nullptr) {
+      return;
+    }
+    if (group_.hasPlayed(index_, staff_.instrument())) {
+      if (!hasClef(group_.clef(index_, staff_.instrument()))) {
+        add(0, FaultKind::clef);
+      }
       return;
     }
     constexpr float rounding = 0.001F;

@@ -10,11 +10,11 @@
 namespace kiv {
 
 /// What can be wrong with a rest staff, in the order in which it is reported for a bar.
-enum class FaultKind { restLength, twoRests, noRest, key, time, lateEntry };
+enum class FaultKind { restLength, twoRests, noRest, key, time, clef, lateEntry };
 
 /// Faults that are the same on several staves are one.
 struct Fault {
-  std::size_t bar = 0;  ///< its index in the system; of a late entry 0
+  std::size_t bar = 0;  ///< its index in the system; of a clef or a late entry 0
   FaultKind kind = FaultKind::restLength;
   double rest = 0;   ///< in quarter notes; of a rest of another length only
   double music = 0;  ///< the same

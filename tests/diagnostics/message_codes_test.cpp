@@ -150,6 +150,7 @@ std::vector<Example> warningExamples() {
       {"keyDiffers", keyDiffers({101}, {})},
       {"timeDiffers", timeDiffers({101}, {})},
       {"lateEntryUnknown", lateEntryUnknown({101}, {})},
+      {"clefDiffers", clefDiffers({101}, {})},
       {"braceDisplaced", braceDisplaced(1, {})},
       {"stavesDisagree", stavesDisagree(3, {})},
       {"durationTooLong", durationTooLong(1024, {})},

@@ -78,6 +78,24 @@ TEST(MusicWarnings, ALateEntryWhoseAttributesAreNotKnown) {
                   "instrument enters later"));
 }
 
+TEST(MusicWarnings, AClefThatIsNotTheLastOneBefore) {
+  // In a group of pages of several files, the plain conversion knows only first clefs.
+  const std::string upper =
+      "staff 1 at 0 size 1 lines 5 instrument 101\nclef 1 at 2\nkeysignature 1 at 9 key -1\ntimesignature 1 at 17 "
+      "upper "
+      "4 lower 4\nnote 1 at 30 duration 4\nbarline 1 at 0 spans 1\nbarline 1 at 60 spans 1\n";
+  std::string lower = upper;
+  lower.replace(lower.find("101"), 3, "102");
+  const std::string change = "clef 1 at 65 height 4 kind 1\nnote 1 at 70 duration 4\nbarline 1 at 90 spans 1\n";
+  const FittedPages::Files files{{{"P1A.MUS", upper + "note 1 at 70 duration 4\nbarline 1 at 90 spans 1\n"},
+                                  {"P1B.MUS", lower + change},
+                                  {"P2.MUS", upper}}};
+  EXPECT_THAT(
+      FittedPages(files, RestStaves::asKnownSoFar).warnings(bothThenOne),
+      ElementsAre("clef-differs system 2: rest staff 102: the clef is not the last one that the instrument had"));
+  EXPECT_THAT(FittedPages(files).warnings(bothThenOne), IsEmpty());
+}
+
 TEST(MusicWarnings, ABraceAwayFromTheLeftEdge) {
   const std::string indented =
       "staff 1 at 6 size 1 lines 5 instrument 101\nclef 1 at 8\nkeysignature 1 at 15 key -1\nbarline 1 at 6 spans "
