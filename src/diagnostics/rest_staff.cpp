@@ -28,6 +28,14 @@ bool isGeneratedNumber(const Item& item, float staffPosition) {
   return item == generated;
 }
 
+/// The clef that a conversion writes.
+bool isGeneratedClef(const Item& item, float staffPosition) {
+  Item generated(ItemType::clef, item[par::staff], staffPosition + clefOffset);
+  generated[par::height] = item[par::height];
+  generated[par::kind] = item[par::kind];
+  return item == generated;
+}
+
 bool mayAccompanyRests(const Item& item, float staffPosition) {
   const ItemType type = item.type();
   const bool isName = type.hasText() && item[par::position] < staffPosition;
@@ -53,6 +61,14 @@ bool isGeneratedRestStaff(float staffPosition, std::span<const Item> items) {
     }
   }
   return clefs <= 1 && anySign;
+}
+
+bool isBareStaff(float staffPosition, std::span<const Item> items) {
+  const auto isClef = [&](const Item& item) { return isGeneratedClef(item, staffPosition); };
+  return std::count_if(items.begin(), items.end(), isClef) == 1 &&
+         std::all_of(items.begin(), items.end(), [&](const Item& item) {
+           return item.type() == ItemType::clef ? isClef(item) : mayAccompanyRests(item, staffPosition);
+         });
 }
 
 }  // namespace kiv

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <set>
 
 #include "diagnostics/rest_staff.h"
 #include "drawing/note_value.h"
@@ -121,6 +122,25 @@ void findSystems(PageLayout& page) {
   }
 }
 
+bool hasMusic(const PlacedStaff& staff) {
+  return std::any_of(staff.items.begin(), staff.items.end(),
+                     [](const Item& item) { return item.type() == ItemType::note || item.type() == ItemType::rest; });
+}
+
+/// Finds rest staves that only the music of other staves shows to be some.
+void findBareStaves(PageLayout& page) {
+  std::set<std::size_t> withMusic;
+  for (const PlacedStaff& staff : page.staves) {
+    if (hasMusic(staff)) {
+      withMusic.insert(staff.system);
+    }
+  }
+  for (PlacedStaff& staff : page.staves) {
+    const bool isBare = withMusic.contains(staff.system) && isBareStaff(staff.position, staff.items);
+    staff.isGenerated = staff.isGenerated || isBare;
+  }
+}
+
 void findEnds(PageLayout& page) {
   std::map<std::size_t, double> ends;
   double first = 0;
@@ -215,6 +235,7 @@ PageLayout layOut(std::span<const Item> items) {
     staff.isGenerated = isGeneratedRestStaff(staff.position, staff.items);
   }
   findSystems(page);
+  findBareStaves(page);
   findEnds(page);
   stack(page);
   return page;

@@ -45,6 +45,15 @@ TEST_F(ConsoleFitMarks, DrawFramesBarsWhoseRestsDoNotFitTheMusic) {
   EXPECT_THAT(drawn("X2.MUS"), Not(HasSubstr(mark))) << "no result";
 }
 
+TEST_F(ConsoleFitMarks, DrawKnowsARestStaffWithoutRestAndNumber) {
+  place.write("X2.MUS", page("staff 1 at 0 lines 5 instrument 101\nclef 1 at 2\nnote 1 at 20 duration 4\n"));
+  place.kivsys({"convert", "--no-instr-number", "X1.MUS", "X2.MUS", "--result", "plain/WORK0001.MUS"});
+  const std::string page = drawn("plain/WORK0002.MUS");
+  EXPECT_THAT(page, HasSubstr("class=\"made\""));
+  EXPECT_THAT(page, HasSubstr("<title>no rest</title>"));
+  EXPECT_THAT(drawn("plain/WORK0001.MUS"), Not(HasSubstr("class=\"made\"")));
+}
+
 TEST_F(ConsoleFitMarks, FittingRestStavesAreTintedAndHaveNoFrame) {
   const std::string page = drawn("fit/WORK0002.MUS");
   EXPECT_THAT(page, HasSubstr("class=\"made\""));

@@ -55,5 +55,15 @@ TEST(RestStaff, WithoutARestIsKnownByTheNumberThatAConversionShows) {
   EXPECT_FALSE(isGenerated("clef 1 at 2\nbarline 1 at 0 spans 1\n"));
 }
 
+TEST(RestStaff, WithoutRestAndNumberIsBare) {
+  const auto isBare = [](const std::string& text) { return isBareStaff(0, itemsOf(text)); };
+  EXPECT_TRUE(isBare("clef 1 at 2 kind 1\nkeysignature 1 at 9 key -1\nbarline 1 at 0 spans 1\n"));
+  EXPECT_FALSE(isBare("barline 1 at 0 spans 1\n")) << "a staff of which nothing is known";
+  EXPECT_FALSE(isBare("clef 1 at 3 kind 1\nbarline 1 at 0 spans 1\n"));
+  EXPECT_FALSE(isBare("clef 1 at 2 kind 1 p7 0.7\nbarline 1 at 0 spans 1\n"));
+  EXPECT_FALSE(isBare("clef 1 at 2\nclef 1 at 40\n"));
+  EXPECT_FALSE(isBare("clef 1 at 2\nnote 1 at 40 duration 1\n"));
+}
+
 }  // namespace
 }  // namespace kiv::test
