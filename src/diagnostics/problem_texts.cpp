@@ -141,6 +141,9 @@ constexpr std::array musicTexts = {
                 "No staff of the system has a key signature at its begin, though one had accidentals before.",
                 "Rest staves may keep a key that has changed to C major.",
                 "If it has changed, enter a key signature without accidentals in the notation program."},
+    ProblemText{code::resultsNotChecked, "Results not checked",
+                "The result cannot be read, so its rest staves and those of the results after it are not checked.",
+                "They may not fit the music.", "Convert again, and check the disk."},
 };
 
 constexpr std::array selectionTexts = {

@@ -69,5 +69,6 @@ inline constexpr std::string_view stavesDisagree = "staves-disagree";
 inline constexpr std::string_view noTimeSignature = "no-time-signature";
 inline constexpr std::string_view durationTooLong = "duration-too-long";
 inline constexpr std::string_view keyNotShown = "key-not-shown";
+inline constexpr std::string_view resultsNotChecked = "results-not-checked";
 inline constexpr std::string_view other = "other";  ///< a message without a code of its own
 }  // namespace kiv::code

@@ -87,6 +87,11 @@ Message keyNotShown(const Location& system) {
                       system);
 }
 
+Message resultsNotChecked(const Location& result) {
+  return musicWarning(code::resultsNotChecked,
+                      "the result cannot be read; the rest staves in it and in those after it are not checked", result);
+}
+
 Message noTimeSignature(const Location& system) {
   return musicWarning(code::noTimeSignature, "no page has a time signature; rest staves should have bars of 4/4",
                       system);

@@ -30,6 +30,8 @@ Message stavesDisagree(double length, const Location& bar);
 Message durationTooLong(double longest, const Location& bar);
 /// No staff of the system has a key signature at its begin, though one had accidentals in the system before.
 Message keyNotShown(const Location& system);
+/// The result cannot be read, so that it and those after it are not checked.
+Message resultsNotChecked(const Location& result);
 /// No system of the group has a time signature.
 Message noTimeSignature(const Location& system);
 

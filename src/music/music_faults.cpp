@@ -50,13 +50,13 @@ class FaultFinder {
 
   std::vector<MusicFault> take() { return std::move(faults_); }
 
- private:
   Location locationOf(std::size_t system) const {
     Location location{.file = results_[system].file};
     location.system = static_cast<std::int16_t>(system + 1);
     return location;
   }
 
+ private:
   void addTooLong(std::size_t system, const AddedMusic& result) {
     for (const auto& bar : group_.systems()[system].tooLong()) {
       Location location = locationOf(system);
@@ -165,6 +165,7 @@ std::vector<MusicFault> findMusicFaults(Files& files, const std::vector<CheckedR
   std::vector<MusicFault> faults = finder.take();
   if (read.size() < results.size()) {  // the others may have one
     std::erase_if(faults, [](const MusicFault& fault) { return fault.warning.code == code::noTimeSignature; });
+    faults.insert(faults.begin(), {messages::resultsNotChecked(finder.locationOf(read.size())), read.size(), {}});
   }
   return faults;
 }

@@ -35,7 +35,7 @@ struct MusicFault {
 
 /// Looks in the results of one conversion, which must be all of them in the order of the systems, for rest staves that
 /// do not fit the music, and for braces out of their position. Knows nothing of how they were made. A result that
-/// cannot be read ends the search: those before it are known. Writes and shows nothing.
+/// cannot be read ends the search, which the first fault says. Writes and shows nothing.
 std::vector<MusicFault> findMusicFaults(Files& files, const std::vector<CheckedResult>& results);
 
 /// What is wrong at one place of a page.

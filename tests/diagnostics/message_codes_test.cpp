@@ -91,6 +91,7 @@ std::vector<Example> conversionExamples() {
       {"noRestStaff", noRestStaff("P")},
       {"noReferenceStaff", noReferenceStaff("P")},
       {"noBeatInBar", noBeatInBar()},
+      {"resultsNotChecked", resultsNotChecked({})},
       {"noTimeSignature", noTimeSignature()},
       {"oddTimeSignature", oddTimeSignature(0, 4)},
       {"fileExists", fileExists("X")},

@@ -151,12 +151,16 @@ TEST(MusicWarnings, AKeyIsKnownWhereOthersHaveChangedItToNone) {
                           "key that has changed"));
 }
 
-TEST(MusicWarnings, AreThoseOfTheResultsBeforeOneThatCannotBeRead) {
+TEST(MusicWarnings, AreThoseOfTheResultsBeforeOneThatCannotBeReadWhichTheFirstOneNames) {
   const std::string threeQuarters = one + sameKey + "note 1 at 30 duration 3\nbarline 1 at 60 spans 1\n";
   FittedPages pages(std::vector<std::string>{both, threeQuarters, threeQuarters}, RestStaves::asKnownSoFar);
   EXPECT_EQ(pages.warnings({{101, 102}, {101}, {101}}).size(), 2U);
   pages.damageResult(3);
-  EXPECT_EQ(pages.warnings({{101, 102}, {101}, {101}}).size(), 1U);
+  const auto warnings = pages.warnings({{101, 102}, {101}, {101}});
+  ASSERT_EQ(warnings.size(), 2U);
+  EXPECT_EQ(warnings[0],
+            "results-not-checked system 3: the result cannot be read; the rest staves in it and in those after it are "
+            "not checked");
 }
 
 /// The result after `both` in which 101 plays that.

@@ -80,7 +80,7 @@ void addMusicWarnings(ConsoleUser& user, Files& files, const std::vector<Message
 std::string noteOnFit(const std::vector<Message>& warnings) {
   const bool isAboutRestStaves = std::any_of(warnings.begin(), warnings.end(), [](const Message& warning) {
     constexpr std::string_view aboutPages[] = {code::stavesDisagree, code::noTimeSignature, code::keyNotShown,
-                                               code::durationTooLong};
+                                               code::durationTooLong, code::resultsNotChecked};
     return std::find(std::begin(aboutPages), std::end(aboutPages), warning.code) == std::end(aboutPages);
   });
   return isAboutRestStaves ? "kivsys: note: convert --fit makes rest staves, braces and brackets that fit the music\n"
