@@ -48,7 +48,7 @@ void SystemModel::addStaff(const Record& record, const std::vector<PageItem>& it
   if (staffItems != 1) {
     fail("staff " + std::to_string(record.staff) + " of " + record.file + " has " + std::to_string(staffItems) +
          " staff items");
-  } else if (staff.instrument() < 0 || roundedTo16Bits(staff.instrument()) != record.instrument) {
+  } else if (roundedTo16Bits(staff.instrument()) != record.instrument) {
     fail("staff " + std::to_string(record.staff) + " of " + record.file + " is of instrument " +
          generalForm(staff.instrument()) + ", which the report calls " + std::to_string(record.instrument));
   }

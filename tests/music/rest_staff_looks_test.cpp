@@ -143,6 +143,15 @@ TEST(RestStaffLooks, AnIdentifierThatIsNotWholeIsThatOfTheInstrument) {
   }
 }
 
+TEST(RestStaffLooks, AnIdentifierBelowZeroThatRoundsToZeroIsThatOfAnInstrument) {
+  std::string horn = staff(1, 5, clef + key(3));
+  horn.replace(horn.find("instrument 5"), 12, "instrument -0.4");
+  FittedPages pages(
+      std::vector<std::string>{system(staff(2, 1, clef + key(2)) + horn, 2), system(staff(1, 1, clef + key(0)), 1)});
+  EXPECT_TRUE(pages.converted());
+  EXPECT_EQ(pages.findings(), "");
+}
+
 TEST(FittingBraces, ABracketKeepsItsKindAndJoinsItsInstrumentsAtTheLeftEdge) {
   const std::string bracket = "barline # at -3 spans 2 kind 9\n";
   FittedPages pages(
