@@ -26,7 +26,7 @@ std::pair<std::optional<Item>, std::optional<Item>> clefsOf(const Staff& staff) 
 }  // namespace
 
 bool TimedBar::isWhole() const {
-  return length > meter.length() - tolerance;
+  return length > meter.length() - leastDifference;
 }
 
 void GroupMusic::add(const System& system) {

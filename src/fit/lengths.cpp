@@ -7,7 +7,7 @@
 namespace kiv::fit {
 
 bool isSame(double one, double other) {
-  return std::abs(one - other) < tolerance;
+  return std::abs(one - other) < leastDifference;
 }
 
 double asRead(double duration) {

@@ -8,6 +8,10 @@ namespace kiv::fit {
 
 /// The shortest length that counts; lengths and moments that differ by less are the same. Half of a 128th note.
 constexpr double tolerance = 1.0 / 64;
+/// More than what sums of such lengths lose, and less than two of them can differ by.
+constexpr double sumError = 1E-6;
+/// Lengths and moments that differ by exactly the shortest length are two, however they were summed.
+constexpr double leastDifference = tolerance - sumError;
 
 bool isSame(double one, double other);
 

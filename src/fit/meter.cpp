@@ -27,7 +27,7 @@ Meter inNumbers(const Meter& meter) {
 std::vector<double> valuesOf(const Meter& meter) {
   constexpr double shortest = 1.0 / 16;
   const Meter time = inNumbers(meter);
-  const double unit = 4.0 / time.lower;
+  const double unit = asRead(4.0 / time.lower);
   const auto units = static_cast<int>(time.upper);
   const bool isWhole = static_cast<float>(units) == time.upper;
   const bool isCompound = isWhole && units > 3 && units % 3 == 0;
@@ -61,7 +61,7 @@ bool Meter::isKnown() const {
 
 double Meter::length() const {
   const Meter time = inNumbers(*this);
-  return 4.0 * time.upper / time.lower;
+  return asRead(4.0 * time.upper / time.lower);
 }
 
 Meter meterOf(const Item& timeSignature) {
@@ -73,12 +73,13 @@ std::vector<double> restsOf(const Meter& meter, double offset, double length) {
   const double end = offset + length;
   std::vector<double> rests;
   double moment = offset;
-  while (end - moment >= tolerance) {
+  while (end - moment >= leastDifference) {
     const double left = end - moment;
-    const auto fits = std::find_if(values.begin(), values.end(),
-                                   [&](double value) { return value < left + tolerance && isMultiple(moment, value); });
+    const auto fits = std::find_if(values.begin(), values.end(), [&](double value) {
+      return value < left + leastDifference && isMultiple(moment, value);
+    });
     // From within a tuplet, one rest lasts to the next quarter.
-    const double toNext = std::floor(moment + tolerance) + 1 - moment;
+    const double toNext = std::floor(moment + tolerance + sumError) + 1 - moment;
     const double value = fits == values.end() ? std::min(left, toNext) : *fits;
     rests.push_back(isSame(value, left) ? left : value);
     moment += rests.back();

@@ -19,6 +19,9 @@ constexpr float noTuplet = -1;
 /// Where neighbors are nearer to each other, rounding could move a rest onto one of them.
 constexpr double leastRounded = 4;
 
+constexpr double thousandths = 1000;
+constexpr double millionths = 1000000;  // of a moment that is nearly that of a neighbor
+
 /// Positions that are computed are rounded to a quarter of a page unit.
 float rounded(double position) {
   constexpr double parts = 4;
@@ -66,16 +69,19 @@ class BarPositions {
                                                                       : std::pair<double, double>(*std::prev(next));
     // The moments that are meant, so that roundings of durations do not decide where a rest stands.
     const double begin = asWritten(left.first);
-    constexpr double thousandths = 1000;
-    const double part =
-        std::round((asWritten(moment) - begin) / (asWritten(right.first) - begin) * thousandths) / thousandths;
-    const double position = left.second + part * (right.second - left.second);
-    return right.second - left.second < leastRounded ? static_cast<float>(position) : rounded(position);
+    const double part = (asWritten(moment) - begin) / (asWritten(right.first) - begin);
+    const auto exact = [&](double parts) {
+      return left.second + std::round(part * parts) / parts * (right.second - left.second);
+    };
+    const double position = exact(thousandths);
+    const float near = right.second - left.second < leastRounded ? static_cast<float>(position) : rounded(position);
+    const bool isBetween = left.second < near && near < right.second;
+    return isBetween ? near : static_cast<float>(exact(millionths));
   }
 
  private:
   std::optional<float> known(double moment) const {
-    const auto near = positions_.lower_bound(moment - tolerance);
+    const auto near = positions_.lower_bound(moment - leastDifference);
     return near != positions_.end() && isSame(near->first, moment) ? std::optional(near->second) : std::nullopt;
   }
 

@@ -198,9 +198,9 @@ BarTime timeOf(const std::vector<Beat>& beats) {
         ends.push_back(now + beat->duration);
       }
     }
-    std::erase_if(ends, [&](double end) { return end < now + tolerance; });
+    std::erase_if(ends, [&](double end) { return end < now + leastDifference; });
     now = ends.empty() ? now : *std::min_element(ends.begin(), ends.end());
-    std::erase_if(ends, [&](double end) { return end < now + tolerance; });
+    std::erase_if(ends, [&](double end) { return end < now + leastDifference; });
   }
   return time;
 }

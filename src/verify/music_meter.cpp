@@ -7,7 +7,7 @@
 namespace kiv::proof {
 namespace {
 
-constexpr Ticks rounding = quarterNote / 250;
+constexpr double rounding = 0.004 * quarterNote;
 
 struct Fraction {
   double upper = 4;
@@ -24,7 +24,7 @@ Fraction fractionOf(float upper, float lower) {
 /// Whether a moment falls on a multiple of a value.
 bool fallsOn(Ticks moment, Ticks value) {
   const Ticks over = moment % value;
-  return std::min(over, value - over) < rounding;
+  return static_cast<double>(std::min(over, value - over)) < rounding;
 }
 
 /// The values of rests in a time, the largest first: beats, two, four and so on of them where the bar divides so, and
@@ -83,10 +83,11 @@ std::vector<Ticks> restsIn(const MusicMeter& meter, Ticks begin, Ticks length) {
     Ticks rest = std::min(left, quarterNote - (now + leastTime) % quarterNote + leastTime);
     for (const Ticks value : values) {
       if (value < left + leastTime && fallsOn(now, value)) {
-        rest = isSameTime(value, left) ? left : value;
+        rest = value;
         break;
       }
     }
+    rest = isSameTime(rest, left) ? left : rest;
     rests.push_back(rest);
     left -= rest;
   }

@@ -120,10 +120,13 @@ float MusicBar::positionOf(Ticks moment, const std::vector<Moment>& moments, Tic
   }
   const double begin = inQuarters(before.time);
   const double part = (inQuarters(moment) - begin) / (inQuarters(after.time) - begin);
-  const double thousandths = std::round(part * 1000) / 1000;
   const double width = static_cast<double>(after.position) - before.position;
-  const double position = before.position + thousandths * width;
-  return width < narrow ? static_cast<float>(position) : inQuarterUnits(position);
+  const double position = before.position + std::round(part * 1E3) / 1E3 * width;
+  const float drawn = width < narrow ? static_cast<float>(position) : inQuarterUnits(position);
+  if (before.position < drawn && drawn < after.position) {
+    return drawn;
+  }
+  return static_cast<float>(before.position + std::round(part * 1E6) / 1E6 * width);
 }
 
 float MusicBar::positionOfWholeBarRest(Ticks length) const {

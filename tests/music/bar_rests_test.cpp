@@ -167,6 +167,25 @@ TEST(BarRests, RestsStayBeforeABarlineThatIsVeryNear) {
   EXPECT_EQ(rests, "40 kind -2 duration 4 p9 -1; 99.7 duration 2 p9 -1; 99.9001 duration 1 p9 -1");
 }
 
+TEST(BarRests, RestsStayBeforeABarlineThatAQuarterOfAUnitWouldReach) {
+  // The last rest is of a 256th note, while the last note has 10 units for its dotted quarter.
+  const std::string notes = "note 1 at 30 duration 0.75\nnote 1 at 50 duration 0.015625\nnote 1 at 90 duration 1.5\n";
+  FittedPages pages(std::vector<std::string>{bothPlay(time(12, 8)), onePlays(notes + end)});
+  EXPECT_EQ(pages.findings(), "");
+  EXPECT_EQ(pages.warnings({{101, 102}, {101}}), std::vector<std::string>());
+}
+
+TEST(BarRests, ALengthThatIsShorterByTheLeastDifferenceIsAnother) {
+  std::string notes;
+  int position = 20;
+  for (const std::string duration : {"0.3333333", "0.08333333", "0.3333333", "0.6666667", "0.015625", "0.08333333"}) {
+    notes += "note 1 at " + std::to_string(position) + " duration " + duration + "\n";
+    position += 10;
+  }
+  EXPECT_EQ(restsBeside(notes + end, time(2, 2)),
+            "20 duration 1 p9 -1; 53.75 duration 0.5 p9 -1; 94.5 duration 0.016 p9 -1");
+}
+
 TEST(BarRests, AnEmptyBarGetsARestOfTheTimeInForce) {
   EXPECT_EQ(restsBeside("note 1 at 20 duration 3\nbarline 1 at 60 spans 1\n" + end, time(3, 4)),
             "40 kind -2 duration 3 p9 -1; 80 kind -2 duration 3 p9 -1");
