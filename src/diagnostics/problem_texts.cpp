@@ -210,6 +210,14 @@ constexpr std::array runTexts = {
                 "It depends on the message.", "Read the message."},
 };
 
+/// The texts of codes that say something else about an item of a page.
+constexpr std::array itemTexts = {
+    ProblemText{code::subscriptOutOfRange, "Damaged item",
+                "An item of the page has more numbers than any item can have, so its bytes are broken.",
+                "What follows the damage cannot be read, so the page is left out.",
+                "Restore the page from a backup, or save what it still holds with kivsys recover."},
+};
+
 struct Section {
   std::string_view title;
   std::span<const ProblemText> texts;
@@ -241,11 +249,25 @@ std::span<const ProblemText> problemTexts() {
   return allTexts;
 }
 
-const ProblemText& problemTextOf(std::string_view code) {
-  const auto found =
-      std::find_if(allTexts.begin(), allTexts.end(), [&](const ProblemText& text) { return text.code == code; });
+const ProblemText& problemTextOf(std::string_view code, bool isAboutItem) {
+  const auto isOfCode = [&](const ProblemText& text) { return text.code == code; };
+  const auto ofItem = std::find_if(itemTexts.begin(), itemTexts.end(), isOfCode);
+  if (isAboutItem && ofItem != itemTexts.end()) {
+    return *ofItem;
+  }
+  const auto found = std::find_if(allTexts.begin(), allTexts.end(), isOfCode);
   return found == allTexts.end() ? allTexts.back() : *found;
 }
+
+namespace {
+
+void appendText(const ProblemText& problem, std::string_view about, std::string& text) {
+  text.append("\n### `").append(problem.code).append("`").append(about).append(": ").append(problem.title);
+  text.append("\n\n").append(problem.meaning).append(" ").append(problem.effect);
+  text.append(" **What to do:** ").append(problem.remedy).append("\n");
+}
+
+}  // namespace
 
 std::string problemsDocument() {
   std::string text =
@@ -256,9 +278,10 @@ std::string problemsDocument() {
   for (const Section& section : sections) {
     text.append("\n## ").append(section.title).append("\n");
     for (const ProblemText& problem : section.texts) {
-      text.append("\n### `").append(problem.code).append("`: ").append(problem.title).append("\n\n");
-      text.append(problem.meaning).append(" ").append(problem.effect);
-      text.append(" **What to do:** ").append(problem.remedy).append("\n");
+      appendText(problem, "", text);
+      if (const ProblemText& ofItem = problemTextOf(problem.code, true); &ofItem != &problemTextOf(problem.code)) {
+        appendText(ofItem, " at an item of a page", text);
+      }
     }
   }
   return text;

@@ -18,8 +18,8 @@ struct ProblemText {
 /// The texts of all codes, in the order of docs/problems.md.
 std::span<const ProblemText> problemTexts();
 
-/// The texts of a code; those of code::other when there are none.
-const ProblemText& problemTextOf(std::string_view code);
+/// The texts of a code, about an item of a page or about something else; those of code::other when there are none.
+const ProblemText& problemTextOf(std::string_view code, bool isAboutItem = false);
 
 /// The text of docs/problems.md.
 std::string problemsDocument();

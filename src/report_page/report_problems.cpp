@@ -36,8 +36,8 @@ std::size_t ProblemGrouper::systemOf(const std::string& file, double staff) cons
   return isOnlyOne ? first : facts_.size();
 }
 
-ReportProblem& ProblemGrouper::groupOf(std::string_view code, bool isWarning) {
-  const ProblemText* text = &problemTextOf(code);
+ReportProblem& ProblemGrouper::groupOf(std::string_view code, bool isWarning, bool isAboutItem) {
+  const ProblemText* text = &problemTextOf(code, isAboutItem);
   const auto known = std::find_if(problems_.begin(), problems_.end(),
                                   [&](const ReportProblem& problem) { return problem.text == text; });
   if (known != problems_.end()) {
@@ -102,7 +102,7 @@ void ProblemGrouper::addSkipped(const std::vector<SkippedPage>& pages,
     for (const std::string& file : page.otherFiles()) {
       words += "; left out with it: " + host_.nameOf(file);
     }
-    groupOf(page.message.code, false).places.push_back({0, std::move(words)});
+    groupOf(page.message.code, false, page.message.location.item > 0).places.push_back({0, std::move(words)});
   }
 }
 

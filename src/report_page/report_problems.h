@@ -38,7 +38,7 @@ class ProblemGrouper {
   std::size_t systemOf(const std::string& file, double staff) const;
 
  private:
-  ReportProblem& groupOf(std::string_view code, bool isWarning);
+  ReportProblem& groupOf(std::string_view code, bool isWarning, bool isAboutItem = false);
   void addPlace(const Problem& problem, bool isWarning);
 
   const ReportHost& host_;

@@ -129,6 +129,7 @@ TEST_F(ReportSteps, SaveWhatDamagedPagesStillHoldAsAnalysesDo) {
     const std::string written = report({name});
     if (next != std::string::npos) {
       EXPECT_EQ(commandIn(written), error.substr(next + 6, error.find('\n', next) - next - 6));
+      EXPECT_THAT(written, HasSubstr("save what it still holds with kivsys recover.</dd>")) << "as the problem says";
       ++recovered;
     }
   }

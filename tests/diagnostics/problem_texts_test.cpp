@@ -5,6 +5,7 @@
 #include <set>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -41,7 +42,9 @@ TEST(ProblemTexts, HaveEveryCodeOnce) {
 }
 
 TEST(ProblemTexts, AreSentencesAndShortTitles) {
-  for (const ProblemText& text : problemTexts()) {
+  std::vector<ProblemText> texts(problemTexts().begin(), problemTexts().end());
+  texts.push_back(problemTextOf(code::subscriptOutOfRange, true));
+  for (const ProblemText& text : texts) {
     for (const std::string_view sentence : {text.meaning, text.effect, text.remedy}) {
       EXPECT_TRUE(sentence.ends_with('.')) << text.code << ": " << sentence;
     }
@@ -53,6 +56,12 @@ TEST(ProblemTexts, AreSentencesAndShortTitles) {
 TEST(ProblemTexts, AreFoundByTheirCode) {
   EXPECT_EQ(problemTextOf(code::structureError).title, "Damaged page");
   EXPECT_EQ(problemTextOf("a code of tomorrow").code, code::other);
+}
+
+TEST(ProblemTexts, OfAnItemThatHoldsTooMuchAreThoseOfDamage) {
+  EXPECT_EQ(problemTextOf(code::subscriptOutOfRange).title, "More than the tables hold");
+  EXPECT_EQ(problemTextOf(code::subscriptOutOfRange, true).title, "Damaged item");
+  EXPECT_EQ(problemTextOf(code::structureError, true).title, "Damaged page");
 }
 
 TEST(ProblemTexts, AreTheDocument) {
