@@ -102,6 +102,9 @@ void addDamage(const ReportRequest& request, ReportData& data) {
                      : "The report is about the other pages: " + counted(data.systems, "system", "systems") +
                            ". Systems of the missing pages are not counted.";
   data.details += unshownResults(request, data);
+  if (!data.proposals.empty() && !request.table) {
+    data.next.withoutScript = commandLine(request, "suggest --keep-going -o corrections.csv");
+  }
   addPageStep(request, data.problems.front(), data.next);
 }
 

@@ -133,7 +133,7 @@ describe("layout map", () => {
 
   test("says so when a system has no picture", async () => {
     const page = await open(example, { fragment: "#system-6" });
-    assert.match(await page.locator("#system-note").textContent(), /^System 6 has no picture here: it has layout A\./);
+    assert.match(await page.locator("#system-note").textContent(), /^System 6 has no picture here: it is like the first one of layout A\./);
   });
 
   test("says how it is used, and names pages by their ends", async () => {

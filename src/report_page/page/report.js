@@ -18,6 +18,21 @@ function startCopying() {
   });
 }
 
+/** Where several systems share a pixel, the height says in how many of them an instrument is present. */
+function drawShares(context, cells, width, colors) {
+  const height = 8;
+  for (let x = 0; x < width; ++x) {
+    const first = Math.floor((x * cells.length) / width);
+    const part = cells.slice(first, Math.max(first + 1, Math.floor(((x + 1) * cells.length) / width)));
+    const present = part.filter((kind) => kind !== 0);
+    if (present.length > 0) {
+      const share = (height * present.length) / part.length;
+      context.fillStyle = colors.cells[Math.max(...present)];
+      context.fillRect(x, 2 + height - share, 1, share);
+    }
+  }
+}
+
 /** A line for each instrument in the table: where it is present. */
 function drawPresence(chart, colors = pageColors()) {
   const width = 160;
@@ -33,12 +48,16 @@ function drawPresence(chart, colors = pageColors()) {
     const unit = width / instrument.cells.length;
     context.fillStyle = colors.line;
     context.fillRect(0, 10, width, 1);
-    instrument.cells.forEach((kind, system) => {
-      if (kind !== 0) {
-        context.fillStyle = colors.cells[kind];
-        context.fillRect(system * unit, 2, Math.max(unit - (unit > 4 ? 1 : 0), 0.5), 8);
-      }
-    });
+    if (unit < 1) {
+      drawShares(context, instrument.cells, width, colors);
+    } else {
+      instrument.cells.forEach((kind, system) => {
+        if (kind !== 0) {
+          context.fillStyle = colors.cells[kind];
+          context.fillRect(system * unit, 2, unit - (unit > 4 ? 1 : 0), 8);
+        }
+      });
+    }
     cell.prepend(canvas);
   }
 }
@@ -46,12 +65,13 @@ function drawPresence(chart, colors = pageColors()) {
 /** On paper everything is open that says something, and the whole map is there. */
 function startPrinting(map, systems, chart) {
   let opened = [];
+  let closeSystems = () => {};
   addEventListener("beforeprint", () => {
     opened = [...document.querySelectorAll("details.problem:not([open]), #layouts:not([open])")];
     opened.forEach((details) => {
       details.open = true;
     });
-    opened.push(...systems.openForPrinting());
+    closeSystems = systems.openForPrinting();
     map.printed.replaceChildren(...map.printable());
     drawPresence(chart, PAPER_COLORS);
   });
@@ -59,6 +79,7 @@ function startPrinting(map, systems, chart) {
     opened.forEach((details) => {
       details.open = false;
     });
+    closeSystems();
     map.printed.replaceChildren();
     drawPresence(chart);
   });

@@ -16,6 +16,23 @@ function scrollTogether(sheets) {
   }
 }
 
+/** Scrolls sheets to their first mark, where it is out of sight. */
+function scrollToMarks(sheets) {
+  for (const sheet of sheets) {
+    const { mark, end } = sheet.dataset;
+    if (mark !== undefined && Number(end) > sheet.clientWidth) {
+      sheet.scrollLeft = Number(mark) - sheet.clientWidth / 4;
+    }
+  }
+}
+
+/** From where to where the first mark of a picture lies, in pixels; null without one. */
+function firstMark(picture) {
+  const scale = 0.75;
+  const marks = [...picture[4], ...picture[5]].filter(([, x]) => x >= 0).sort((a, b) => a[1] - b[1]);
+  return marks.length > 0 ? { from: scale * marks[0][1], to: scale * (marks[0][3] ?? marks[0][1] + 20) } : null;
+}
+
 /** The systems with pictures, a few at a time. A picture is drawn when its system is opened. */
 class SystemList {
   constructor(host, report, chart) {
@@ -44,10 +61,11 @@ class SystemList {
     this.openAll = make("button", { type: "button", id: "systems-open" }, "Open all shown");
     this.list = make("div", { id: "systems-shown" });
     this.note = make("p", { class: "note", role: "status", id: "system-note", tabindex: "-1" });
-    this.note.textContent = this.leftOutWords();
+    const leftOut = make("p", { class: "note", id: "systems-left-out" }, this.leftOutWords());
     this.printNote = make("p", { class: "note print-only" });
     host.append(
       make("p", { class: "actions" }, make("label", {}, "Show ", this.select), this.back, this.forward, this.openAll, this.range),
+      leftOut,
       this.note,
       this.list,
       this.printNote,
@@ -76,6 +94,7 @@ class SystemList {
   }
 
   choose(kind) {
+    this.note.textContent = "";
     this.select.value = kind;
     const isWanted = {
       all: () => true,
@@ -115,6 +134,8 @@ class SystemList {
   fill(entry, system) {
     if (entry.childElementCount === 1) {
       entry.append(...this.content(system));
+      // A closed entry has no widths.
+      requestAnimationFrame(() => scrollToMarks(entry.querySelectorAll(".sheet")));
     }
   }
 
@@ -146,6 +167,10 @@ class SystemList {
     const label = `${words || "Picture"} of system ${system}, ${counted(staves, "staff", "staves")}`;
     const svg = drawPicture(picture, this.report, label);
     const sheet = make("div", { class: "sheet", tabindex: "0", role: "region", "aria-label": `${label}, can be scrolled` }, svg);
+    const mark = firstMark(picture);
+    if (mark) {
+      Object.assign(sheet.dataset, { mark: mark.from, end: mark.to });
+    }
     const inserted = picture[3].filter((staff) => staff[7] === 1).length;
     const more = inserted > 0 ? `, ${counted(inserted, "rest staff", "rest staves")} inserted (tinted)` : "";
     return make("figure", {}, words ? make("figcaption", {}, `${words}${more}`) : "", sheet);
@@ -156,23 +181,44 @@ class SystemList {
     if (system < 1 || system > chart.count) {
       return `There is no system ${system}: the pages have ${counted(chart.count, "system", "systems")}.`;
     }
-    const layout = chart.labels[chart.layoutOf[system - 1]]?.label ?? "A";
-    return `System ${system} has no picture here: it has layout ${layout}. The option --all of kivsys report shows pictures of all.`;
+    const isCommon = chart.layoutOf[system - 1] === 0 && !chart.problemsOf.has(system);
+    const reason = isCommon ? "it is like the first one of layout A" : "it was left out to keep the file small";
+    return `System ${system} has no picture here: ${reason}. The option --all of kivsys report shows pictures of all.`;
   }
 
-  /** Draws and opens systems that need attention, for printing. Returns those that were closed, and how many are left. */
+  /** The systems with pictures that need attention, from all parts of the list, the most important first. */
+  systemsToPrint() {
+    const { chart } = this;
+    const all = [...this.pictures.keys()];
+    return [...new Set([
+      ...all.filter((system) => chart.faulty.has(system) || this.proposalsOf.has(system)),
+      ...all.filter((system) => chart.differs(system - 1)),
+      ...all.filter((system) => chart.problemsOf.has(system)),
+    ])];
+  }
+
+  /** Lists and opens systems that need attention beside those that are open, for printing. Returns what undoes that. */
   openForPrinting() {
-    const faulty = this.systems.filter((system) => this.chart.differs(system - 1));
-    const printed = faulty.slice(0, MOST_PRINTED);
-    const entries = printed.map((system) => byId(`system-${system}`)).filter((entry) => entry && !entry.open);
+    const listed = [...this.list.children];
+    const numberOf = (entry) => Number(entry.id.replace("system-", ""));
+    const wanted = this.systemsToPrint();
+    const wereOpen = listed.filter((entry) => entry.open);
+    const numbers = new Set([...wereOpen.map(numberOf), ...wanted.slice(0, MOST_PRINTED)]);
+    const entries = [...numbers].sort((a, b) => a - b).map((system) => byId(`system-${system}`) ?? this.entry(system));
+    this.list.replaceChildren(...entries);
     for (const entry of entries) {
-      this.fill(entry, Number(entry.id.replace("system-", "")));
+      this.fill(entry, numberOf(entry));
       entry.open = true;
     }
-    const left = faulty.filter((system) => !byId(`system-${system}`)?.open).length;
+    const left = wanted.filter((system) => !numbers.has(system)).length;
     this.printNote.textContent =
-      left > 0 ? `Not printed: ${counted(left, "picture", "pictures")} of systems that differ or have problems. Open them in the browser to print them.` : "";
-    return entries;
+      left > 0 ? `Not printed: ${counted(left, "picture", "pictures")} of systems that differ, or have problems or warnings. Open them in the browser to print them.` : "";
+    return () => {
+      for (const entry of entries) {
+        entry.open = wereOpen.includes(entry);
+      }
+      this.list.replaceChildren(...listed);
+    };
   }
 
   /** Opens a system, turns to the page that it is on, and moves the focus there. */
@@ -183,6 +229,7 @@ class SystemList {
       this.note.focus({ preventScroll: true });
       return;
     }
+    this.note.textContent = "";
     if (!this.systems.includes(system)) {
       this.choose("all");
     }
