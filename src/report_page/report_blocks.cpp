@@ -147,7 +147,7 @@ std::string nextStepBlock(const ReportData& data) {
 }
 
 std::string layoutRows(const ReportData& data) {
-  constexpr std::size_t mostRows = 300;
+  constexpr std::size_t mostRows = 150;
   std::string rows;
   for (std::size_t l = 0; l < std::min(data.layouts.size(), mostRows); ++l) {
     const ReportLayout& layout = data.layouts[l];

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -33,6 +34,9 @@ struct ReportLayout {
   std::string systems;      ///< "1 to 4, 7"
   std::string instruments;  ///< from the top, for A; what differs from A for others
   std::size_t count = 0;    ///< of systems
+  /// The ids that differ from layout A: those that are missing, that A does not have, that are there more than once,
+  /// and that are in another place.
+  std::array<std::vector<std::int16_t>, 4> edits = {};
 };
 
 struct ReportInstrument {

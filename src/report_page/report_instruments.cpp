@@ -1,7 +1,8 @@
 #include "report_page/report_instruments.h"
 
 #include <algorithm>
-#include <set>
+#include <array>
+#include <utility>
 
 #include "diagnostics/clef_word.h"
 #include "diagnostics/number_ranges.h"
@@ -34,24 +35,30 @@ std::string instrumentList(const ReportData& data, const std::vector<std::int16_
   return joined(words, mostWords);
 }
 
-/// "without 104 Oboe; with 113 Harp; twice: 101 Flute; in another place: 105 Horn"
-std::string differencesOf(const ReportData& data, const LayoutClass& layout) {
-  struct Words {
-    DeviationKind kind;
-    const char* text;
-  };
-  std::string all;
-  for (const Words& words :
-       {Words{DeviationKind::missing, "without "}, Words{DeviationKind::extra, "with "},
-        Words{DeviationKind::duplicate, "more than once: "}, Words{DeviationKind::moved, "in another place: "}}) {
-    std::vector<std::int16_t> ids;
+/// The ids that differ, by the kinds of the words for them.
+constexpr std::array<std::pair<DeviationKind, const char*>, 4> editWords = {
+    {{DeviationKind::missing, "without "},
+     {DeviationKind::extra, "with "},
+     {DeviationKind::duplicate, "more than once: "},
+     {DeviationKind::moved, "in another place: "}}};
+
+void addEdits(const LayoutClass& layout, ReportLayout& shown) {
+  for (std::size_t kind = 0; kind < editWords.size(); ++kind) {
+    std::vector<std::int16_t>& ids = shown.edits.at(kind);
     for (const LayoutEdit& edit : layout.edits) {
-      if (edit.kind == words.kind && std::find(ids.begin(), ids.end(), edit.instrument) == ids.end()) {
+      if (edit.kind == editWords.at(kind).first && std::find(ids.begin(), ids.end(), edit.instrument) == ids.end()) {
         ids.push_back(edit.instrument);
       }
     }
-    if (!ids.empty()) {
-      all += (all.empty() ? "" : "; ") + std::string(words.text) + instrumentList(data, ids);
+  }
+}
+
+/// "without 104 Oboe; with 113 Harp; more than once: 101 Flute; in another place: 105 Horn"
+std::string differencesOf(const ReportData& data, const ReportLayout& layout) {
+  std::string all;
+  for (std::size_t kind = 0; kind < editWords.size(); ++kind) {
+    if (const std::vector<std::int16_t>& ids = layout.edits.at(kind); !ids.empty()) {
+      all += (all.empty() ? "" : "; ") + std::string(editWords.at(kind).second) + instrumentList(data, ids);
     }
   }
   return all;
@@ -75,9 +82,10 @@ void addLayouts(const Layouts& layouts, ReportData& data) {
       }
     }
     data.deviating += c == 0 ? 0 : layout.systems.size();
-    data.layouts.push_back({layout.label, ranges(numbers),
-                            c == 0 ? instrumentList(data, layout.instruments) : differencesOf(data, layout),
-                            layout.systems.size()});
+    ReportLayout shown{layout.label, ranges(numbers), "", layout.systems.size()};
+    addEdits(layout, shown);
+    shown.instruments = c == 0 ? instrumentList(data, layout.instruments) : differencesOf(data, shown);
+    data.layouts.push_back(std::move(shown));
   }
 }
 

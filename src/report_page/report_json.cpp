@@ -1,5 +1,6 @@
 #include "report_page/report_json.h"
 
+#include <algorithm>
 #include <set>
 
 #include "drawing/glyphs.h"
@@ -37,6 +38,21 @@ std::string pagesJson(const Chart& chart) {
   return pages.text();
 }
 
+/// The ids by their kinds; the script knows the names. Kinds without an id at the end are left out.
+std::string editsJson(const ReportLayout& layout) {
+  const auto isEmpty = [](const auto& ids) { return ids.empty(); };
+  const auto end = std::find_if_not(layout.edits.rbegin(), layout.edits.rend(), isEmpty).base();
+  JsonArray kinds;
+  for (auto kind = layout.edits.begin(); kind != end; ++kind) {
+    JsonArray ids;
+    for (const std::int16_t id : *kind) {
+      ids.add(id);
+    }
+    kinds.add(ids.text());
+  }
+  return kinds.text();
+}
+
 std::string layoutsJson(const ReportData& data) {
   std::vector<std::int64_t> layouts;
   for (const std::size_t layout : data.layoutOfSystem) {
@@ -44,7 +60,7 @@ std::string layoutsJson(const ReportData& data) {
   }
   JsonArray labels;
   for (const ReportLayout& layout : data.layouts) {
-    labels.add(JsonArray().addText(layout.label).addText(layout.instruments).text());
+    labels.add(JsonArray().addText(layout.label).add(editsJson(layout)).text());
   }
   return JsonObject().add("labels", labels.text()).add("systems", runLengths(layouts)).text();
 }

@@ -116,6 +116,19 @@ describe("a picture", () => {
   });
 });
 
+describe("a layout", () => {
+  test("has the same words at its systems as in its table", async () => {
+    const page = await open(example);
+    const rows = await page.locator("#layouts tbody tr").evaluateAll((all) => all.map((row) => [...row.cells].map((cell) => cell.textContent)));
+    const headings = await page.locator("details.system .amount").allTextContents();
+    assert.ok(rows.length > 2);
+    for (const [label, , , words] of rows.slice(1)) {
+      const expected = `layout ${label}: ${words.replace("As A", "as A")}`;
+      assert.ok(headings.some((heading) => heading.includes(expected)), `${expected} in ${headings}`);
+    }
+  });
+});
+
 describe("a line of an instrument", () => {
   test("says in how many systems of a pixel it is present", async () => {
     const page = await open(reportOf(largeGroup("very-long", { pages: 200, systems: 3, instruments: 6 }), 0));

@@ -71,6 +71,10 @@ TEST_F(ReportResults, AreShownWhenTheyFit) {
   EXPECT_EQ(resultsShownIn(report()), 3U);
 }
 
+TEST_F(ReportResults, OfManyLayoutsAreShortAsEachHasOnlyItsIds) {
+  EXPECT_EQ(dataOf(report())["chart"]["layouts"]["labels"], Json::parse(R"([["A", []], ["B", [[102]]]])"));
+}
+
 TEST_F(ReportResults, DoNotFitWhenOneIsMissing) {
   std::filesystem::remove(place.path() / "out/WORK0002.MUS");
   expectUnfit(report(), "WORK0002.MUS is missing, the result of system 2.");

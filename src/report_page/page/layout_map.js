@@ -2,6 +2,7 @@
 
 const SMALLEST_CELL = 16;
 const LARGEST_CELL = 28;
+const EDIT_WORDS = ["without ", "with ", "more than once: ", "in another place: "];
 const MAP_HINT = "Point at a cell, or move there with the arrow keys, to read here what it is.";
 
 /** The chart of a group as data that the map and others use. */
@@ -9,8 +10,9 @@ class Chart {
   constructor(data, problems) {
     this.count = data.count;
     this.instruments = data.instruments.map(([id, name, runs]) => ({ id, name, cells: expandRuns(runs) }));
+    this.namesById = new Map(this.instruments.map(({ id, name }) => [id, name]));
     this.pages = data.pages.map(([name, first]) => ({ name, first }));
-    this.labels = data.layouts.labels.map(([label, words]) => ({ label, words }));
+    this.labels = data.layouts.labels.map(([label, edits]) => ({ label, edits }));
     this.layoutOf = expandRuns(data.layouts.systems);
     this.pageOf = [];
     this.pages.forEach((page, index) => {
@@ -35,6 +37,16 @@ class Chart {
   /** Systems are known by their index, from 0; their numbers begin with 1. Warnings may be about every system. */
   differs(index) {
     return this.layoutOf[index] !== 0 || this.faulty.has(index + 1);
+  }
+
+  /** How a layout differs from A: "without 104 Oboe; with 113 Harp". */
+  layoutWords({ edits }) {
+    const most = 60;
+    const listed = (ids) => {
+      const names = ids.slice(0, most).map((id) => [id, this.namesById.get(id)].filter((part) => part).join(" "));
+      return names.join(", ") + (ids.length > most ? ` and ${ids.length - most} more` : "");
+    };
+    return edits.map((ids, kind) => (ids.length > 0 ? EDIT_WORDS[kind] + listed(ids) : "")).filter((words) => words).join("; ");
   }
 
   /** "2 kinds of problems" and "1 kind of warning" of a system, known by its number. */

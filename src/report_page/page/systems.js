@@ -117,10 +117,10 @@ class SystemList {
 
   heading(system) {
     const { chart } = this;
-    const layout = chart.labels[chart.layoutOf[system - 1]] ?? { label: "A", words: "" };
+    const layout = chart.labels[chart.layoutOf[system - 1]] ?? { label: "A", edits: [] };
     const page = chart.pages[chart.pageOf[system - 1]]?.name ?? "";
     const differs = chart.layoutOf[system - 1] !== 0;
-    const parts = [page, differs ? `layout ${layout.label}: as A, but ${layout.words}` : "layout A"];
+    const parts = [page, differs ? `layout ${layout.label}: as A, but ${chart.layoutWords(layout)}` : "layout A"];
     return [...parts, ...chart.kindsOf(system)].join(", ");
   }
 
