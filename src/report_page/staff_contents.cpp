@@ -29,7 +29,7 @@ class Digest {
   std::uint64_t value_ = 0xCBF29CE484222325;
 };
 
-bool isMadeAnew(ItemType type) {
+bool isRegenerated(ItemType type) {
   return type == ItemType::barline || type == ItemType::instrumentNumber;
 }
 
@@ -73,7 +73,7 @@ PageContent contentOf(std::string_view page) {
   Item item;
   ReadStatus status = walker.findItem();
   for (; status == ReadStatus::itemRead; status = walker.findItem()) {
-    if (isMadeAnew(walker.type()) || std::isnan(walker.par(par::staff))) {
+    if (isRegenerated(walker.type()) || std::isnan(walker.par(par::staff))) {
       continue;
     }
     StaffContent& staff = content.staves[walker.par(par::staff)];

@@ -9,7 +9,7 @@
 
 namespace kiv::report {
 
-/// What a conversion carries over of a staff: all its items but barlines, braces and shown ids, which it makes anew.
+/// What a conversion carries over of a staff: all its items but barlines, braces and shown ids, which it generates.
 struct StaffContent {
   int instrument = 0;  ///< the id, 0 for none
   bool isStaff = false;
