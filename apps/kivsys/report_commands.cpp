@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <filesystem>
 #include <string>
 
 #include <CLI/CLI.hpp>
@@ -7,6 +9,14 @@
 namespace kiv {
 namespace {
 
+/// The suffix of a name in small letters.
+std::string fileKindOf(const std::string& name) {
+  std::string suffix = std::filesystem::path(name).extension().string();
+  std::transform(suffix.begin(), suffix.end(), suffix.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  return suffix;
+}
+
 /// What is wrong with a command line; "" when nothing is.
 std::string problemOf(const ReportOptions& options) {
   if (options.selection.names.empty() && options.selection.pages.empty()) {
@@ -14,6 +24,9 @@ std::string problemOf(const ReportOptions& options) {
   }
   if (options.out.empty() && !options.open) {
     return "name a file with -o, or say --open";
+  }
+  if (fileKindOf(options.out) == ".mus") {
+    return options.out + " has the name of a page; name a file that ends in .html";
   }
   return options.open && options.out == "-" ? "a report on standard output cannot be opened" : "";
 }

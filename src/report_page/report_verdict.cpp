@@ -139,8 +139,11 @@ void addProblems(const ReportRequest& request, ReportData& data) {
   }
   data.next.command = commandLine(request, "fix --corrections corrections.csv -o " + request.commands.newFolder);
   data.next.withoutScript = commandLine(request, "suggest -o corrections.csv");
-  data.next.words = "Tick the right ones of the " + counted(data.proposals.size(), "proposal", "proposals") +
-                    " under Proposals, save them as corrections.csv, and write corrected copies of the pages" +
+  const std::size_t proposals = data.proposals.size();
+  data.next.words = (proposals == 1 ? "If the proposal under Proposals is right, tick it, save it as corrections.csv,"
+                                    : "Tick the right ones of the " + std::to_string(proposals) +
+                                          " proposals under Proposals, save them as corrections.csv,") +
+                    std::string(" and write corrected copies of the pages") +
                     (data.next.command.empty() ? " with kivsys fix." : ":");
 }
 

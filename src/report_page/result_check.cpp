@@ -10,6 +10,7 @@
 #include "base/number.h"
 #include "mus/format.h"
 #include "report_page/staff_contents.h"
+#include "verify/result_names.h"
 
 namespace kiv::report {
 namespace {
@@ -152,6 +153,22 @@ std::string ResultCheck::misfitOf(const std::string& result, const SystemFact& s
   return misfit.empty() ? "" : name + misfit;
 }
 
+/// The files that are named like a result of another system, and are no pages of these.
+std::vector<std::string> surplusResults(const ReportHost& host, const std::string& firstResult,
+                                        const std::vector<SystemFact>& systems) {
+  std::vector<std::string> names;
+  std::set<std::string> pages;
+  for (const SystemFact& system : systems) {
+    names.push_back(resultName(firstResult, static_cast<std::size_t>(system.number)));
+    for (const StaffFact& staff : system.staves) {
+      pages.insert(host.machine.upperCase(staff.file));
+    }
+  }
+  std::vector<std::string> surplus = proof::strayResults(host.files, host.machine, firstResult, names).surplus;
+  std::erase_if(surplus, [&](const std::string& name) { return pages.contains(host.machine.upperCase(name)); });
+  return surplus;
+}
+
 }  // namespace
 
 ResultMisfits resultMisfits(const ReportHost& host, Files& files, const std::string& firstResult,
@@ -183,10 +200,8 @@ ResultMisfits resultMisfits(const ReportHost& host, Files& files, const std::str
                         std::to_string(id) + ", which no page has.");
     }
   }
-  const std::string next = resultName(firstResult, last + 1);
-  if (host.files.openInput(next)) {
-    misfits.push_back(host.nameOf(next) + " is there, but the pages have only " + std::to_string(last) +
-                      (last == 1 ? " system." : " systems."));
+  for (const std::string& file : surplusResults(host, firstResult, systems)) {
+    misfits.push_back(host.nameOf(file) + " is there, but the pages have only " + counted(last, "system") + ".");
   }
   return all;
 }

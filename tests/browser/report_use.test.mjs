@@ -116,6 +116,17 @@ describe("a picture", () => {
   });
 });
 
+describe("proposals", () => {
+  test("can be saved as soon as one is ticked", async () => {
+    const page = await open(broken);
+    const save = page.locator("#save-corrections");
+    await page.locator("#tick-none").click();
+    assert.equal(await save.isDisabled(), true);
+    await page.locator("input[data-proposal]").first().check();
+    assert.equal(await save.isDisabled(), false);
+  });
+});
+
 describe("a layout", () => {
   test("has the same words at its systems as in its table", async () => {
     const page = await open(example);

@@ -125,6 +125,14 @@ TEST_F(ReportCorrections, ThatResultsLackAreCalledSo) {
   EXPECT_THAT(run(after).second, HasSubstr("PROVED=YES"));
 }
 
+TEST_F(ReportCorrections, ThatChangeNothingAreNotShown) {
+  group(139, 102);
+  place.write("mine.csv", "file,staff,new_id\nx3.mus,2,101\nx3.mus,1,102\nx1.mus,1,102\n");
+  const Json data = dataOf(report({}));
+  ASSERT_EQ(data["proposals"].size(), 1U);
+  EXPECT_EQ(data["proposals"][0][1], "139 \xE2\x86\x92 101");
+}
+
 TEST_F(ReportCorrections, ThatLeaveProblemsSayHowMany) {
   group(0, 101);
   place.write("x2.mus", page(staffOf(2, 101) + staffOf(1, 0) + "barline 1 at 10 spans 2\n"));

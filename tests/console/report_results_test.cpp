@@ -103,6 +103,17 @@ TEST_F(ReportResults, DoNotFitWhenThereAreMoreThanSystems) {
   expectUnfit(report({"x1.mus", "x3.mus"}), "WORK0003.MUS is there, but the pages have only 2 systems.");
 }
 
+TEST_F(ReportResults, DoNotFitWhenThereIsOneAfterAGap) {
+  place.write("out/WORK0009.MUS", place.read("out/WORK0003.MUS"));
+  expectUnfit(report(), "WORK0009.MUS is there, but the pages have only 3 systems.");
+}
+
+TEST_F(ReportResults, AreNoPlaceForTheReportItself) {
+  const Ended ended = place.kivsys({"report", "x1.mus", "-o", "out/WORK0009.MUS"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.error, HasSubstr("out/WORK0009.MUS has the name of a page; name a file that ends in .html"));
+}
+
 TEST_F(ReportResults, DoNotFitWhenTheyAreOfOtherInstruments) {
   place.write("y1.mus",
               page(staffOf(2, 201, note(2, "4")) + staffOf(1, 102, note(1, "4")) + "barline 1 at 10 spans 2\n"));

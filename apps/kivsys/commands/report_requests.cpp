@@ -188,8 +188,14 @@ TableProposals readProposals(ConsoleSystem& system, const std::string& file) {
     table.proposals.push_back(proposalOf(cells, row));
     const auto name = names.find(nameOfPage(system, NativeSystem::fromUtf8(row.file)));
     table.proposals.back().file = name == names.end() ? "" : name->second;
-    if (!row.oldId && name != names.end()) {
-      table.proposals.back().label = labelOf(ids.idOf(name->second, row), row.newId);
+    if (name == names.end()) {
+      continue;
+    }
+    const std::optional<float> id = ids.idOf(name->second, row);
+    if (id == static_cast<float>(row.newId)) {
+      table.proposals.pop_back();  // there is nothing to accept
+    } else if (!row.oldId) {
+      table.proposals.back().label = labelOf(id, row.newId);
     }
   }
   return table;

@@ -42,7 +42,9 @@ function startProposals(report) {
     return;
   }
   const count = () => {
-    byId("proposal-count").textContent = `${tickedProposals(all).length} of ${all} ticked`;
+    const ticked = tickedProposals(all).length;
+    byId("proposal-count").textContent = `${ticked} of ${all} ticked`;
+    byId("save-corrections").disabled = ticked === 0;
   };
   document.addEventListener("change", (event) => {
     const { proposal } = event.target.dataset;
