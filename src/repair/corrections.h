@@ -39,8 +39,8 @@ struct Corrections {
 
 /// Reads a table of corrections: comma-separated values whose first row names the columns, in any order. It must have
 /// `file`, `staff` and `new_id`; `what` (staff or cue; staff without that column), `item`, `old_id` and `confidence`
-/// are read, too, and others ignored. A row must reach as far as `new_id`. A cue needs its item. Heads and words may be written in either case. At most
-/// 250000 rows are read, and none after 1000 errors.
+/// are read, too, and others ignored. A row must reach as far as `new_id`. A cue needs its item. Heads and words may be
+/// written in either case. At most 250000 rows are read, and none after 1000 errors.
 Corrections readCorrections(std::string_view csv);
 
 /// The id that the text is: a whole number from 1 to 32767.

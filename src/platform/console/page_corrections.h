@@ -31,7 +31,7 @@ struct PageCorrections {
   std::vector<CorrectionTable> tables;         ///< none for a run that reads its pages as they are
   std::map<std::string, CorrectedPage> pages;  ///< those that change, by their names of the core in upper case
   std::size_t ids = 0;                         ///< that change in all of them
-  std::size_t leftOut = 0;                     ///< rows of the tables without a new id, or of less confidence than wanted
+  std::size_t leftOut = 0;  ///< rows of the tables without a new id, or of less confidence than wanted
 };
 
 /// Reads a file, which must be the page that was to be corrected, as the corrected page. A file that has become another
