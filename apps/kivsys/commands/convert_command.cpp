@@ -15,6 +15,7 @@
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/layout/listed_conversion.h"
 #include "apps/kivsys/output/conversion_output.h"
+#include "apps/kivsys/safety/old_results.h"
 #include "apps/kivsys/safety/result_files.h"
 #include "apps/kivsys/safety/result_folder.h"
 #include "apps/kivsys/selection/stopped_run.h"

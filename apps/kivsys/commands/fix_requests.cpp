@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "apps/kivsys/commands/fix_command.h"
+#include "apps/kivsys/corrections/planned_pages.h"
+#include "apps/kivsys/safety/input_files.h"
 #include "base/number.h"
 #include "repair/corrections.h"
 

@@ -9,6 +9,7 @@
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
 #include "apps/kivsys/output/instruments_output.h"
+#include "apps/kivsys/output/next_step.h"
 #include "diagnostics/group_facts.h"
 #include "platform/console/console_host.h"
 #include "platform/memory/overlay_files.h"

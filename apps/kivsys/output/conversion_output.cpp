@@ -7,6 +7,7 @@
 #include "apps/kivsys/output/diagnostics_json.h"
 #include "apps/kivsys/output/instruments_output.h"
 #include "apps/kivsys/output/next_step.h"
+#include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/print_outcome.h"
 
 namespace kiv {
