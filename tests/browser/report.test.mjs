@@ -262,7 +262,7 @@ describe("proposals", () => {
     const table = await saved(page);
     assert.equal(table, run(path, "suggest", "-o", "-", ...readable).out);
     await page.locator("#tick-none").click();
-    assert.equal(await saved(page), table.split("\n")[0] + "\n");
+    assert.equal(await page.locator("#save-corrections").isDisabled(), true);
     assert.match(await page.locator("#proposal-count").textContent(), /^0 of 3 ticked$/);
   });
 
