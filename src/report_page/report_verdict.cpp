@@ -245,15 +245,18 @@ void addUnfitResults(const ReportRequest& request, ReportData& data) {
   data.next.panel = {"Select all pages of the group and press Analyze.", "Press Convert."};
 }
 
+/// Whether the results are those of pages without the problems.
+bool areProblemsCorrected(const ReportData& data) {
+  return data.hasResults && data.corrected && data.corrected->haveResults && data.corrected->problems == 0;
+}
+
 }  // namespace
 
 void addVerdict(const ReportRequest& request, ReportData& data) {
   data.next.isForPanel = request.isForPanel;
   if (data.skipped > 0) {
     addDamage(request, data);
-  } else if (data.hasResults && data.corrected && data.corrected->haveResults && data.corrected->problems == 0) {
-    addConverted(request, data);
-  } else if (problemPlaces(data) > 0) {
+  } else if (problemPlaces(data) > 0 && !areProblemsCorrected(data)) {
     addProblems(request, data);
   } else if (data.systems == 0) {
     addEmpty(data);

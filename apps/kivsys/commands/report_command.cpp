@@ -43,6 +43,7 @@ class ReportRun {
   int run(const std::string& namesFile);
 
  private:
+  std::optional<std::string> refusalOfBadPages(const SelectedPages& pages);
   report::GatheredReport gather(const report::ReportRequest& request);
   report::GatheredReport gatherOthers(report::ReportRequest request);
   report::ReportRequest requestFor(const std::string& namesFile);
@@ -60,6 +61,24 @@ class ReportRun {
   std::optional<report::GivenTable> table_;
 };
 
+/// A page that cannot be read is left out; one that can belongs to another group, or is to become the report.
+std::optional<std::string> ReportRun::refusalOfBadPages(const SelectedPages& pages) {
+  for (const FoundFile& page : pages.badPages) {
+    const std::string path = system_.diskName(page.name);
+    const bool isElsewhere =
+        !pages.pages.empty() &&
+        (folderOfPath(system_, path) != folderOfPath(system_, pages.pages[0].path) ||
+         justPath(system_, system_.upperCase(page.name)) != justPath(system_, system_.upperCase(pages.pages[0].name)));
+    if (isElsewhere && !readFailure(path)) {
+      return "not in the folder of the first page: " + page.path;
+    }
+    if (!out_.empty() && system_.upperCase(page.name) == system_.upperCase(out_)) {
+      return page.path + " is one of the pages; name another file for the report";
+    }
+  }
+  return std::nullopt;
+}
+
 /// The report is none of the files that it is about: pages, results, corrections.
 std::vector<std::string> ReportRun::refusals(const SelectedPages& pages) {
   hasBadPages_ = !pages.badPages.empty();
@@ -68,10 +87,8 @@ std::vector<std::string> ReportRun::refusals(const SelectedPages& pages) {
       return {*reason};
     }
   }
-  for (const FoundFile& page : pages.badPages) {
-    if (!out_.empty() && system_.upperCase(page.name) == system_.upperCase(out_)) {
-      return {page.path + " is one of the pages; name another file for the report"};
-    }
+  if (const auto reason = refusalOfBadPages(pages)) {
+    return {*reason};
   }
   InputFiles inputs(pages);
   if (!result_.empty()) {

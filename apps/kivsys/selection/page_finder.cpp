@@ -37,18 +37,18 @@ std::string PageFinder::problemOfPage(const WantedPage& page, const std::string&
   if (hasTwoBackslashes(system_, page.name)) {
     return "a page cannot have two backslashes in its name, as network paths have: " + page.typed;
   }
+  if (!pages_.empty() &&
+      (justPath(system_, system_.upperCase(pages_.front().name)) != justPath(system_, system_.upperCase(page.name)) ||
+       folderOfPath(system_, pages_.front().path) != folderOfPath(system_, path))) {
+    return "not in the folder of the first page: " + page.typed;
+  }
   return "";
 }
 
-std::string PageFinder::conflictOf(const WantedPage& page, const std::string& path, bool isReadable) {
+std::string PageFinder::conflictOf(const WantedPage& page, const std::string& path) {
   const std::string upper = system_.upperCase(page.name);
   if (const auto known = known_.find(upper); known != known_.end() && known->second.path != path) {
     return page.typed + " and " + known->second.name + " differ in case only, and cannot be in one group";
-  }
-  if (isReadable && !pages_.empty() &&
-      (justPath(system_, system_.upperCase(pages_.front().name)) != justPath(system_, upper) ||
-       folderOfPath(system_, pages_.front().path) != folderOfPath(system_, path))) {
-    return "not in the folder of the first page: " + page.typed;
   }
   return "";
 }
@@ -66,8 +66,8 @@ std::string PageFinder::add(const WantedPage& page) {
     return page.place + "a group cannot have more than 32767 pages: " + page.typed;
   }
   const std::string problem = problemOfPage(page, path);
-  if (const std::string conflict = conflictOf(page, path, problem.empty()); !conflict.empty()) {
-    return page.place + conflict;  // a group without one of them would be another group
+  if (const std::string conflict = conflictOf(page, path); !conflict.empty()) {
+    return page.place + conflict;  // under one name there is one page
   }
   const bool isNew = known_.emplace(system_.upperCase(page.name), FoundFile{page.typed, path}).second;
   if (problem.empty()) {

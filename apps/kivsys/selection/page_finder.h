@@ -40,10 +40,10 @@ class PageFinder {
 
  private:
   std::string fileOf(const std::string& name);
-  /// Why the page cannot be used, with whatever others; "" when it can.
+  /// Why the page cannot be used; "" when it can.
   std::string problemOfPage(const WantedPage& page, const std::string& path);
-  /// Why the page cannot be in one group with those before it; "" when it can.
-  std::string conflictOf(const WantedPage& page, const std::string& path, bool isReadable);
+  /// Why one of the page and those before it would be taken for the other; "" when none would.
+  std::string conflictOf(const WantedPage& page, const std::string& path);
 
   ConsoleSystem& system_;
   const PageSearch& search_;
