@@ -24,7 +24,7 @@ const char* kindWordOf(const IdChange& change) {
 
 /// Where the id stands: "staff 3", "cue in staff 3".
 std::string placeOf(const IdChange& change) {
-  const std::string staff = "staff " + generalNumber(change.at.staff);
+  std::string staff = "staff " + generalNumber(change.at.staff);
   if (change.at.type == ItemType::staff) {
     return staff;
   }
