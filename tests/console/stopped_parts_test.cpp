@@ -73,7 +73,7 @@ TEST_F(StoppedParts, NoResultIsMadeOfPagesThatWereNotLookedAt) {
     stop({"convert", option, "--no-undo", "big", "--result", "out/WORK0001.MUS"}, [&](const std::string& error) {
       const bool isCompleteList = error.find("skipped") == std::string::npos;
       EXPECT_TRUE(isCompleteList) << error;
-      if (fs::exists(place.path() / "out")) {
+      if (fs::exists(place.path() / "out") && !filesIn(place.path() / "out").empty()) {
         EXPECT_LT(filesIn(place.path() / "out").size(), 699U) << "the run went on to its end";
         EXPECT_NE(error.find(" of 700 systems"), std::string::npos) << error;
       }
