@@ -2,16 +2,10 @@
 set_source_files_properties(
   analysis/page_checks_test.cpp
   console/analyze_test.cpp
-  console/everyday_mistakes_test.cpp
-  console/fit_marks_test.cpp
   console/json_test.cpp
-  console/next_results_test.cpp
-  console/result_folders_test.cpp
   console/safe_inputs_test.cpp
-  console/stopped_parts_test.cpp
   console/survey_bad_pages_test.cpp
   console/survey_command_test.cpp
-  console/undo_journals_test.cpp
   conversion/conversion_test.cpp
   conversion/nearest_item_test.cpp
   conversion/order_table_test.cpp

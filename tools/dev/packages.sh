@@ -26,9 +26,11 @@ need_wine() { need wine wine64 xvfb; }
 need_packaging() { need git nsis zip unzip dpkg-dev file man-db; }
 need_bare_system() { need debootstrap lintian; }
 need_browser() { need chromium imagemagick fonts-liberation poppler-utils; }
-# Node with npm, from Debian or elsewhere, and the pinned packages that check pages.
+# Node with npm, from Debian or elsewhere.
+need_npm() { command -v npm >/dev/null || need nodejs npm; }
+# The pinned packages that check pages.
 need_pages() {
-  command -v npm >/dev/null || need nodejs npm
+  need_npm
   lock=tests/browser/package-lock.json
   installed=tests/browser/node_modules/.installed
   if ! cmp -s "$lock" "$installed"; then

@@ -18,6 +18,14 @@ check() {
   fi
 }
 
+# wait_for PROCESS LOG: waits for something that runs in the background, and prints what it said if it has failed.
+wait_for() {
+  wait "$1" || {
+    cat "$2"
+    return 1
+  }
+}
+
 # count_results FOLDER PROGRAM...: adds up the results of the test programs; one without a result has crashed.
 count_results() {
   folder=$1
@@ -78,6 +86,10 @@ test_release() {
 test_windows() {
   rm -rf build/windows/results
   check "Windows build" build windows -DKIV_TESTS=ON
+  # These tests mostly wait, so what the last check needs is built behind them.
+  cmake --preset fuzz --log-level=WARNING >/dev/null || true
+  nice -n 19 cmake --build --preset fuzz >build/fuzz/build.log 2>&1 &
+  fuzz_build=$!
   say "Windows tests under Wine"
   # shellcheck disable=SC2046
   tests/window/run_in_wine.sh build/windows $(cat build/windows/tests/programs.txt) || true
@@ -99,13 +111,17 @@ run_test() {
   need_windows
   need_wine
   need_browser
-  need_pages
+  need_npm
   need_lint
   need_packaging
+  need_fuzz
   need python3
+  # Takes from seconds to minutes, as fast as the registry is.
+  mkdir -p build
+  (need_pages) >build/pages.log 2>&1 &
+  pages=$!
   check "format" check_format
   check "lint rules" tools/lint_rules.sh
-  check "lint of pages" check_pages
   check "mutation script" tools/mutation/self_test.py
   test_native
   test_threads
@@ -113,6 +129,10 @@ run_test() {
   test_windows
   check "demo" ./dev demo
   test_packages
+  check "packages that check pages" wait_for "$pages" build/pages.log
+  check "lint of pages" check_pages
+  # Browsers are timed, so nothing is built any more.
+  wait "$fuzz_build" || echo "the fuzz targets are built again below"
   check "pictures in a browser" tests/drawing/browser.sh build/release/apps/kivsys/kivsys build/pictures
   check "reports in a browser" tests/browser/run.sh build/release/apps/kivsys/kivsys build/browser
   check "instruction counts" ./dev bench --check
