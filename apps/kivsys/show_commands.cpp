@@ -33,6 +33,53 @@ std::string problemOf(const ReportOptions& options) {
 
 }  // namespace
 
+void addChart(CLI::App& app, ChartOptions& options, int& status) {
+  CLI::App* chart = app.add_subcommand("chart", "Analyze a group and show its systems by instruments");
+  addSelection(*chart, options.selection, "Look for the names file in this folder, too");
+  chart->add_option("-o,--out,--output", options.out, "Write an SVG file; - is standard output (default: text)")
+      ->type_name("FILE.svg");
+  chart
+      ->add_option("--per-row", options.systemsPerRow,
+                   "Wrap the chart after this number of systems (default: as many as fit on a line, or on a sheet)")
+      ->type_name("N")
+      ->check(CLI::Range(1, 1000));
+  chart->add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id (id 0)");
+  addKeepGoing(*chart, options.keepGoing, "show");
+  chart->footer(
+      "Analyzes the pages as analyze does. Ends with status 0; with 1 after an error; with 2 on wrong\n"
+      "usage. Text is colored on a terminal unless NO_COLOR is set.\n\nExamples:\n  kivsys chart PIECE*.MUS\n"
+      "  kivsys chart --names names.txt --out piece.svg");
+  chart->callback([&options, &status] {
+    requireSelection("chart", options.selection);
+    refuseOtherFormat("chart", options.out, "SVG");
+    status = runChart(options);
+  });
+}
+
+void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status) {
+  CLI::App* instruments = app.add_subcommand("instruments", "List the instruments of a group, with their names");
+  addSelection(*instruments, options.selection, "Look for the names file in this folder, too");
+  CLI::Option* csv = instruments->add_flag_callback(
+      "--csv", [&options] { options.format = ListFormat::csv; }, "Print comma-separated values in UTF-8");
+  CLI::Option* json = instruments->add_flag_callback(
+      "--json", [&options] { options.format = ListFormat::json; }, "Print one JSON object and nothing else");
+  csv->excludes(json);
+  instruments->add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id (id 0)");
+  addKeepGoing(*instruments, options.keepGoing, "analyze");
+  instruments->footer(
+      "Analyzes the pages as analyze does, and writes no file. A name is a text left\n"
+      "of a staff, the fullest one of all pages. Prints for each instrument: its\n"
+      "place in a result, id, name, systems, first and last staff, clefs, staff\n"
+      "lines, staff size, keys, and the instruments with cues of it. Ends with\n"
+      "status 0; with 1 after an error; with 2 on wrong usage.\n\n"
+      "Examples:\n  kivsys instruments PIECE*.MUS\n"
+      "  kivsys instruments --csv PIECE*.MUS > instruments.csv");
+  instruments->callback([&options, &status] {
+    requireSelection("instruments", options.selection);
+    status = runInstruments(options);
+  });
+}
+
 void addReport(CLI::App& app, ReportOptions& options, int& status) {
   CLI::App* report = app.add_subcommand("report", "Write one HTML page about a group, to look at, send and print");
   addPages(*report, options.selection, "Look for the names file in this folder, too");
@@ -64,30 +111,6 @@ void addReport(CLI::App& app, ReportOptions& options, int& status) {
     }
     refuseOtherFormat("report", options.out, "HTML");
     status = runReport(options);
-  });
-}
-
-void addInstruments(CLI::App& app, InstrumentsOptions& options, int& status) {
-  CLI::App* instruments = app.add_subcommand("instruments", "List the instruments of a group, with their names");
-  addSelection(*instruments, options.selection, "Look for the names file in this folder, too");
-  CLI::Option* csv = instruments->add_flag_callback(
-      "--csv", [&options] { options.format = ListFormat::csv; }, "Print comma-separated values in UTF-8");
-  CLI::Option* json = instruments->add_flag_callback(
-      "--json", [&options] { options.format = ListFormat::json; }, "Print one JSON object and nothing else");
-  csv->excludes(json);
-  instruments->add_flag("--allow-zero-id", options.allowZeroId, "Accept staves without an instrument id (id 0)");
-  addKeepGoing(*instruments, options.keepGoing, "analyze");
-  instruments->footer(
-      "Analyzes the pages as analyze does, and writes no file. A name is a text left\n"
-      "of a staff, the fullest one of all pages. Prints for each instrument: its\n"
-      "place in a result, id, name, systems, first and last staff, clefs, staff\n"
-      "lines, staff size, keys, and the instruments with cues of it. Ends with\n"
-      "status 0; with 1 after an error; with 2 on wrong usage.\n\n"
-      "Examples:\n  kivsys instruments PIECE*.MUS\n"
-      "  kivsys instruments --csv PIECE*.MUS > instruments.csv");
-  instruments->callback([&options, &status] {
-    requireSelection("instruments", options.selection);
-    status = runInstruments(options);
   });
 }
 
