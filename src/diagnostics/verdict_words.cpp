@@ -1,13 +1,8 @@
 #include "diagnostics/verdict_words.h"
 
+#include "base/counted.h"
+
 namespace kiv {
-namespace {
-
-std::string counted(std::size_t count, std::string_view one, std::string_view many) {
-  return std::to_string(count) + " " + std::string(count == 1 ? one : many);
-}
-
-}  // namespace
 
 std::string unreadableWords(std::size_t pages) {
   return counted(pages, "page", "pages") + " cannot be read";

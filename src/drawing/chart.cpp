@@ -5,6 +5,7 @@
 #include <set>
 #include <utility>
 
+#include "base/counted.h"
 #include "input/file_names.h"
 
 namespace kiv {
@@ -99,10 +100,6 @@ std::vector<bool> movedInstruments(const std::vector<StaffRecord>& staves,
     }
   }
   return result;
-}
-
-std::string counted(std::size_t count, const std::string& singular, const std::string& plural) {
-  return std::to_string(count) + " " + (count == 1 ? singular : plural);
 }
 
 }  // namespace

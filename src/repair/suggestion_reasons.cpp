@@ -3,6 +3,7 @@
 #include <cmath>
 #include <optional>
 
+#include "base/counted.h"
 #include "base/number.h"
 #include "diagnostics/instrument_names.h"
 
@@ -104,9 +105,7 @@ std::string SuggestionReasons::place(std::size_t system, std::size_t staff, std:
       same += (here.above == 0 || there.above == here.above) && (here.below == 0 || there.below == here.below) ? 1 : 0;
     }
   }
-  return same == 0 ? ""
-                   : words + ", as in " + std::to_string(same) + " of " + std::to_string(all) +
-                         (all == 1 ? " system" : " systems");
+  return same == 0 ? "" : words + ", as in " + std::to_string(same) + " of " + counted(all, "system");
 }
 
 /// The staves of the slot in all other systems: what a staff looks like is no evidence for itself.

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <set>
 
+#include "base/counted.h"
 #include "drawing/svg.h"
 
 namespace kiv::report {
@@ -35,8 +36,7 @@ std::string problemBlock(const ReportProblem& problem, std::size_t index) {
                       (index == 0 ? " open>\n" : ">\n");
   block += "<summary><h3>" + svgText(problem.text->title) + "</h3> " +
            element("span class=\"tag\"", problem.isWarning ? "Warning" : "Problem") + " " +
-           element("span class=\"amount\"", std::to_string(places) + (places == 1 ? " place" : " places")) +
-           "</summary>\n<dl class=\"explained\">\n";
+           element("span class=\"amount\"", counted(places, "place")) + "</summary>\n<dl class=\"explained\">\n";
   block += "<div>" + element("dt", "What it means") + element("dd", std::string(problem.text->meaning)) + "</div>\n";
   block += "<div>" + element("dt", "Why it matters") + element("dd", std::string(problem.text->effect)) + "</div>\n";
   block += "<div>" + element("dt", "What to do") + element("dd", std::string(problem.text->remedy)) + "</div>\n</dl>\n";

@@ -2,15 +2,12 @@
 
 #include <algorithm>
 
+#include "base/counted.h"
 #include "diagnostics/verdict_words.h"
 #include "messages/page_messages.h"
 
 namespace kiv::report {
 namespace {
-
-std::string counted(std::size_t count, const std::string& one, const std::string& many) {
-  return std::to_string(count) + " " + (count == 1 ? one : many);
-}
 
 std::size_t problemPlaces(const ReportData& data) {
   return placesOf(data, false);

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <string_view>
 
+#include "base/counted.h"
 #include "drawing/svg.h"
 #include "report_page/page_template.h"
 #include "report_page/report_blocks.h"
@@ -33,8 +34,7 @@ std::string problemsCell(const std::vector<std::string>& problems) {
   if (problems.empty()) {
     return "<td></td>";
   }
-  std::string cell = "<td><details><summary>" + std::to_string(problems.size()) +
-                     (problems.size() == 1 ? " message" : " messages") + "</summary><ul>";
+  std::string cell = "<td><details><summary>" + counted(problems.size(), "message") + "</summary><ul>";
   for (const std::string& problem : problems) {
     cell += element("li", problem);
   }

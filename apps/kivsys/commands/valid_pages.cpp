@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "base/counted.h"
 #include "input/file_names.h"
 #include "platform/console/printable.h"
 
@@ -33,8 +34,8 @@ void ValidPages::addTo(Json& object, bool normalEnd) const {
 }
 
 std::string ValidPages::summary() const {
-  std::string text = std::to_string(validation_.pages) + (validation_.pages == 1 ? " page" : " pages") + " analyzed, " +
-                     std::to_string(validation_.skipped.size()) + " skipped";
+  std::string text =
+      counted(validation_.pages, "page") + " analyzed, " + std::to_string(validation_.skipped.size()) + " skipped";
   const char* separator = ": ";
   const auto nameOf = [&](const std::string& file) { return printable(withoutPath(console_.system(), file)); };
   for (const SkippedPage& page : validation_.skipped) {

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "apps/kivsys/corrections/planned_pages.h"
-#include "apps/kivsys/output/counted.h"
+#include "base/counted.h"
 #include "base/sha256.h"
 
 namespace kiv {

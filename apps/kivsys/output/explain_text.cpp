@@ -5,7 +5,7 @@
 #include <set>
 #include <vector>
 
-#include "apps/kivsys/output/counted.h"
+#include "base/counted.h"
 #include "base/number.h"
 #include "diagnostics/number_ranges.h"
 #include "input/file_names.h"

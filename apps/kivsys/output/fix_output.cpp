@@ -4,8 +4,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "apps/kivsys/output/counted.h"
 #include "apps/kivsys/output/outcome_json.h"
+#include "base/counted.h"
 #include "base/number.h"
 #include "platform/console/native_system.h"
 #include "platform/console/printable.h"

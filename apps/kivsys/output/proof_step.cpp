@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "apps/kivsys/output/next_step.h"
+#include "base/counted.h"
 #include "platform/console/printable.h"
 #include "platform/console/shell_words.h"
 
@@ -74,8 +75,7 @@ ProofStep stepForProof(const proof::Verification& verification, const TypedProof
   const std::size_t count = verification.findings.size();
   const std::string report = reasonOfReport(verification);
   ProofStep step;
-  step.reason =
-      "not proved: " + (report.empty() ? std::to_string(count) + (count == 1 ? " finding" : " findings") : report);
+  step.reason = "not proved: " + (report.empty() ? counted(count, "finding") : report);
   const std::string page = damagedPage(verification, typed.pages);
   if (!page.empty()) {
     step.next = "kivsys recover " + fileWord(typed.nameOf(page));

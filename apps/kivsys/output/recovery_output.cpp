@@ -6,9 +6,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include "apps/kivsys/output/counted.h"
 #include "apps/kivsys/output/diagnostics_json.h"
 #include "apps/kivsys/output/outcome_json.h"
+#include "base/counted.h"
 #include "base/exact_number.h"
 #include "pagetext/item_words.h"
 #include "platform/console/native_system.h"

@@ -7,6 +7,7 @@
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/piece_json.h"
 #include "apps/kivsys/output/text_table.h"
+#include "base/counted.h"
 #include "base/csv_line.h"
 #include "diagnostics/number_ranges.h"
 #include "platform/console/printable.h"
@@ -140,8 +141,8 @@ std::string totalsOf(const std::vector<std::optional<PieceFindings>>& all) {
     toConvert += findings && findings->needsConversion().value_or(false) ? 1U : 0U;
     bad += findings && findings->isBad() ? 1U : 0U;
   }
-  return std::to_string(pieces) + (pieces == 1 ? " piece, " : " pieces, ") + std::to_string(toConvert) +
-         (toConvert == 1 ? " needs" : " need") + " a conversion, " + std::to_string(bad) + " bad\n";
+  return counted(pieces, "piece") + ", " + counted(toConvert, "needs", "need") + " a conversion, " +
+         std::to_string(bad) + " bad\n";
 }
 
 }  // namespace

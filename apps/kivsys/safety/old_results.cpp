@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <set>
 
-#include "apps/kivsys/output/counted.h"
+#include "base/counted.h"
 #include "platform/console/printable.h"
 
 namespace kiv {
