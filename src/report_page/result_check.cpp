@@ -7,8 +7,10 @@
 #include <set>
 #include <utility>
 
+#include "base/counted.h"
 #include "base/number.h"
 #include "mus/format.h"
+#include "report_page/recent_pages.h"
 #include "report_page/staff_contents.h"
 #include "verify/result_names.h"
 
@@ -38,15 +40,11 @@ std::string listed(const std::vector<int>& ids) {
   return words;
 }
 
-std::string counted(std::size_t count, const std::string& word) {
-  return std::to_string(count) + " " + word + (count == 1 ? "" : "s");
-}
-
 /// Compares results with the systems, one after the other.
 class ResultCheck {
  public:
   ResultCheck(const ReportHost& host, Files& files, const std::vector<SystemFact>& systems)
-      : host_(host), files_(files), systems_(systems), wanted_(idsOf(systems)) {}
+      : host_(host), systems_(systems), wanted_(idsOf(systems)), pages_(files, contentOf) {}
 
   /// Why a result cannot be that of a system; "" when it can be.
   std::string misfitOf(const std::string& result, const SystemFact& system);
@@ -54,37 +52,23 @@ class ResultCheck {
   const std::map<int, std::size_t>& added() const { return added_; }
 
  private:
-  const PageContent& page(const std::string& name);
   Contents contentsOf(const SystemFact& system);
   std::string wrongIds(const Contents& found) const;
   static std::string wrongItems(const SystemFact& system, const Contents& wanted, const Contents& found);
 
   const ReportHost& host_;
-  Files& files_;
   const std::vector<SystemFact>& systems_;
   Ids wanted_;
   std::map<int, std::size_t> added_;
-  std::map<std::string, PageContent> pages_;  // those read last
+  RecentPages<PageContent> pages_;
 };
-
-const PageContent& ResultCheck::page(const std::string& name) {
-  constexpr std::size_t mostKept = 32;  // a page has no more files than letters
-  const auto known = pages_.find(name);
-  if (known != pages_.end()) {
-    return known->second;
-  }
-  if (pages_.size() >= mostKept) {
-    pages_.clear();
-  }
-  return pages_.emplace(name, contentOf(readWhole(files_, name, readableBytes).value_or(""))).first->second;
-}
 
 Contents ResultCheck::contentsOf(const SystemFact& system) {
   Contents contents;
   std::set<std::pair<std::string, float>> known;
   for (const StaffFact& staff : system.staves) {
     const auto number = static_cast<float>(numericValue(staff.staff));
-    const auto& staves = page(staff.file).staves;
+    const auto& staves = pages_.page(staff.file).staves;
     const auto content = staves.find(number);
     if (content != staves.end() && known.emplace(staff.file, number).second) {
       contents[std::abs(int{staff.instrument})].add(content->second);

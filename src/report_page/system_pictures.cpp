@@ -45,29 +45,24 @@ bool showsItsNumber(const PlacedStaff& staff) {
                      [](const Item& item) { return item.type() == ItemType::instrumentNumber; });
 }
 
-}  // namespace
-
-const PictureMaker::PageFile& PictureMaker::page(const std::string& name) {
-  constexpr std::size_t mostKept = 32;  // a page has no more files than letters
-  const auto known = pages_.find(name);
-  if (known != pages_.end()) {
-    return known->second;
-  }
-  if (pages_.size() >= mostKept) {
-    pages_.clear();
-  }
-  PageFile& file = pages_[name];
-  const std::string bytes = readWhole(files_, name, readableBytes).value_or("");
+/// The items of a page, with texts in UTF-8; item 1 comes first.
+std::vector<Item> itemsOf(const std::string& bytes, const PictureMaker::Text& text) {
+  std::vector<Item> items;
   PageWalker walker(bytes);
   while (walker.findItem() == ReadStatus::itemRead) {
-    Item& item = file.items.emplace_back();
+    Item& item = items.emplace_back();
     walker.decode(item);
     if (!item.text.empty()) {
-      item.text = text_(item.text);
+      item.text = text(item.text);
     }
   }
-  return file;
+  return items;
 }
+
+}  // namespace
+
+PictureMaker::PictureMaker(Files& files, const Text& text)
+    : pages_(files, [text](const std::string& bytes) { return itemsOf(bytes, text); }) {}
 
 Picture PictureMaker::pictureFrom(const PageLayout& layout) {
   Picture picture;
@@ -97,8 +92,7 @@ Picture PictureMaker::pictureOf(const SystemFact& system, const std::vector<Want
   }
   std::vector<Item> items;
   for (const std::string& name : names) {
-    const PageFile& file = page(name);
-    for (const Item& item : file.items) {
+    for (const Item& item : pages_.page(name)) {
       const auto number = numbers.find({name, item[par::staff]});
       if (number != numbers.end()) {
         items.push_back(item);
@@ -126,7 +120,7 @@ void PictureMaker::addMarks(const std::vector<WantedMark>& marks,
       continue;
     }
     PictureMark mark{static_cast<std::size_t>(staff - layout.staves.begin()), std::nullopt, wanted.about, std::nullopt};
-    const std::vector<Item>& items = page(wanted.file).items;
+    const std::vector<Item>& items = pages_.page(wanted.file);
     const auto index = static_cast<std::size_t>(wanted.item);
     if (wanted.item > 0 && index <= items.size() && items[index - 1].type() != ItemType::staff) {
       mark.x = picture.origin + pixelsAt(items[index - 1][par::position]);
@@ -135,13 +129,13 @@ void PictureMaker::addMarks(const std::vector<WantedMark>& marks,
   }
 }
 
-Picture PictureMaker::pictureOfResult(const SystemFact& system, const PageFile& result,
+Picture PictureMaker::pictureOfResult(const SystemFact& system, const std::vector<Item>& result,
                                       const std::vector<ResultMark>& marks) {
   std::set<std::string> present;
   for (const StaffFact& staff : system.staves) {
     present.insert(generalNumber(static_cast<float>(staff.instrument)));
   }
-  const PageLayout layout = layOut(result.items);
+  const PageLayout layout = layOut(result);
   Picture picture = pictureFrom(layout);
   for (std::size_t s = 0; s < picture.staves.size(); ++s) {
     picture.staves[s].isInserted = !present.contains(generalNumber(std::fabs(layout.staves[s].instrument)));
@@ -169,8 +163,8 @@ Pictures PictureMaker::draw(const std::vector<SystemFact>& facts, const WantedPi
     picture.system = static_cast<std::size_t>(system.number);
     picture.before = pictureOf(system, marks == wanted.marks.end() ? none : marks->second);
     if (wanted.result) {
-      const PageFile& result = page(wanted.result(picture.system));
-      if (!result.items.empty()) {
+      const std::vector<Item>& result = pages_.page(wanted.result(picture.system));
+      if (!result.empty()) {
         const auto found = wanted.resultMarks.find(index);
         picture.after = pictureOfResult(wanted.converted == nullptr ? system : (*wanted.converted)[index], result,
                                         found == wanted.resultMarks.end() ? noneOfResult : found->second);

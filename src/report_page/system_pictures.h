@@ -11,6 +11,7 @@
 #include "diagnostics/system_facts.h"
 #include "platform/files.h"
 #include "report_page/picture_code.h"
+#include "report_page/recent_pages.h"
 #include "report_page/report_data.h"
 
 namespace kiv::report {
@@ -47,25 +48,19 @@ class PictureMaker {
   using Text = std::function<std::string(const std::string&)>;
 
   /// The function gives texts of pages in UTF-8. Files must outlive the maker.
-  PictureMaker(Files& files, Text text) : files_(files), text_(std::move(text)) {}
+  PictureMaker(Files& files, const Text& text);
 
   Pictures draw(const std::vector<SystemFact>& facts, const WantedPictures& wanted);
 
  private:
-  struct PageFile {
-    std::vector<Item> items;  ///< item 1 comes first
-  };
-
-  const PageFile& page(const std::string& name);
   Picture pictureOf(const SystemFact& system, const std::vector<WantedMark>& marks);
-  Picture pictureOfResult(const SystemFact& system, const PageFile& result, const std::vector<ResultMark>& marks);
+  Picture pictureOfResult(const SystemFact& system, const std::vector<Item>& result,
+                          const std::vector<ResultMark>& marks);
   Picture pictureFrom(const PageLayout& layout);
   void addMarks(const std::vector<WantedMark>& marks, const std::map<std::pair<std::string, float>, float>& numbers,
                 const PageLayout& layout, Picture& picture);
 
-  Files& files_;
-  Text text_;
-  std::map<std::string, PageFile> pages_;  // those read last
+  RecentPages<std::vector<Item>> pages_;
   TextPool codes_;
   TextPool texts_;
   std::size_t staves_ = 0;
