@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 namespace kiv {
@@ -13,7 +14,8 @@ inline constexpr std::size_t mostDistinct = 100;
 /// out.
 template <typename Value>
 void addDistinct(std::vector<Value>& values, const Value& value) {
-  if (value == value && values.size() < mostDistinct &&
+  const bool equalsItself = std::equal_to<Value>{}(value, value);
+  if (equalsItself && values.size() < mostDistinct &&
       std::find(values.begin(), values.end(), value) == values.end()) {
     values.push_back(value);
   }

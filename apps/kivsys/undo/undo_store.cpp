@@ -172,19 +172,19 @@ void UndoStore::noteEnd(const Journal& journal, const RunEnd& end) const {
 }
 
 std::optional<RunEnd> UndoStore::endOf(const std::string& folder) const {
-  const std::vector<std::string> lines = endLines();
   const std::string key = sha256(pathKey(folder));
-  for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
-    const auto object = nlohmann::json::parse(*line, nullptr, false);
+  std::optional<RunEnd> last;
+  for (const std::string& line : endLines()) {
+    const auto object = nlohmann::json::parse(line, nullptr, false);
     const auto textOf = [&](const char* name) {
       const auto found = object.is_object() ? object.find(name) : object.end();
       return object.is_object() && found != object.end() && found->is_string() ? found->get<std::string>() : "";
     };
     if (textOf("folder") == key && !textOf("run").empty()) {
-      return RunEnd{textOf("run"), textOf("follower"), NativeSystem::fromUtf8(textOf("where"))};
+      last = RunEnd{textOf("run"), textOf("follower"), NativeSystem::fromUtf8(textOf("where"))};
     }
   }
-  return std::nullopt;
+  return last;
 }
 
 }  // namespace kiv
