@@ -11,8 +11,7 @@ build() {
 }
 
 run_build() {
-  need_native
-  need_windows
+  need building windows
   build release -DKIV_TESTS=OFF
   build windows -DKIV_TESTS=OFF
   mkdir -p dist/linux dist/windows
@@ -24,9 +23,7 @@ run_build() {
 }
 
 run_package() {
-  need_native
-  need_windows
-  need_packaging
+  need building windows packaging
   build release -DKIV_TESTS=OFF
   build windows -DKIV_TESTS=OFF
   say "packages"
@@ -36,9 +33,7 @@ run_package() {
 
 # The Debian package alone, where a new user installs it. As root, as only root can enter a bare system.
 run_install_test() {
-  need_native
-  need_packaging
-  need_bare_system
+  need building packaging bare_system
   build release -DKIV_TESTS=OFF
   say "the Debian package"
   SOURCE_DATE_EPOCH=$(git log -1 --format=%ct)
@@ -54,7 +49,7 @@ run_install_test() {
 }
 
 run_demo() {
-  need_native
+  need building
   build release -DKIV_TESTS=OFF
   say "the example, analyzed and converted"
   examples/demo.sh build/release/apps/kivsys/kivsys build/demo

@@ -37,10 +37,8 @@ check_tidy() {
 check_pages() { node tests/browser/lint.mjs; }
 
 run_lint() {
-  need_native
-  need_windows
-  need_lint
-  need_pages
+  need building windows format lint
+  need_page_checks
   say "format"
   check_format
   say "lint rules"
@@ -53,6 +51,6 @@ run_lint() {
 }
 
 run_format() {
-  need_lint
+  need format
   sources | xargs clang-format -i
 }

@@ -3,8 +3,7 @@
 
 # bench [--check]: the figures; or only the counts of instructions, compared with the committed ones.
 run_bench() {
-  need_native
-  need_bench
+  need building measuring
   build release -DKIV_TESTS=OFF -DKIV_BENCH=ON
   say "instructions"
   bench/instructions.sh build/release "$@"
@@ -23,8 +22,7 @@ run_bench() {
 
 # recovery [PAGES]
 run_recovery() {
-  need_native
-  need_tests
+  need building tests
   cmake -G Ninja -B build/recovery -DCMAKE_BUILD_TYPE=Release --log-level=WARNING
   cmake --build build/recovery --target measure_recovery
   build/recovery/tests/measure_recovery "$@"
@@ -32,9 +30,7 @@ run_recovery() {
 
 # coverage [FILE...]: a file, or a part of its path, as in "mus/exch" or "src/".
 run_coverage() {
-  need_native
-  need_tests
-  need gcovr python3
+  need building tests coverage
   build coverage
   find build/coverage -name '*.gcda' -delete
   say "native tests"

@@ -2,11 +2,7 @@
 # The pictures of the documents.
 
 run_screenshots() {
-  need_native
-  need_tests
-  need_windows
-  need_wine
-  need_browser
+  need building tests windows wine browser
   build release -DKIV_TESTS=OFF
   build windows -DKIV_TESTS=ON
   tests/window/screenshots.sh build/windows build/release/apps/kivsys/kivsys docs/pictures

@@ -6,8 +6,7 @@ fuzz_targets='mus_reader names_file settings report page_text recovery correctio
 
 # fuzz [--fast] [TARGET] [SECONDS]; or fuzz --check
 run_fuzz() {
-  need_native
-  need_fuzz
+  need building fuzzing
   preset=fuzz
   if [ "${1:-}" = --fast ]; then
     preset=fuzz-fast
@@ -27,23 +26,17 @@ run_fuzz() {
 }
 
 run_memcheck() {
-  need_native
-  need_tests
-  need valgrind
+  need building tests valgrind
   build memcheck -DKIV_TESTS=ON
   tools/memcheck.sh build/memcheck
 }
 
 run_mutate() {
-  need_native
-  need_tests
-  need git python3
+  need building tests scripts
   tools/mutation/mutate.py "$@"
 }
 
 run_prove_proof() {
-  need_native
-  need_tests
-  need git python3
+  need building tests scripts
   tools/mutation/prove_proof.py "$@"
 }

@@ -106,30 +106,24 @@ test_packages() {
 }
 
 run_test() {
-  need_native
-  need_tests
-  need_windows
-  need_wine
-  need_browser
-  need_npm
-  need_lint
-  need_packaging
-  need_fuzz
-  need python3
-  # Takes from seconds to minutes, as fast as the registry is.
+  need building tests format scripts
+  # The rest is large, and arrives while the first build runs.
   mkdir -p build
-  (need_pages) >build/pages.log 2>&1 &
-  pages=$!
+  (
+    need windows wine browser npm packaging fuzzing measuring
+    need_page_checks
+  ) >build/packages.log 2>&1 &
+  packages=$!
   check "format" check_format
   check "lint rules" tools/lint_rules.sh
   check "mutation script" tools/mutation/self_test.py
   test_native
   test_threads
   test_release
+  check "packages for what follows" wait_for "$packages" build/packages.log
   test_windows
   check "demo" ./dev demo
   test_packages
-  check "packages that check pages" wait_for "$pages" build/pages.log
   check "lint of pages" check_pages
   # Browsers are timed, so nothing is built any more.
   wait "$fuzz_build" || echo "the fuzz targets are built again below"
