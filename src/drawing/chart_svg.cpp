@@ -135,7 +135,7 @@ std::string chartSvg(const Chart& chart, std::size_t systemsPerRow) {
   openDrawing(svg, chart, layout.sheets);
   auto first = layout.panels.begin();
   do {
-    const Panels end =
+    const auto end =
         std::find_if(first, layout.panels.end(), [&](const ChartPanel& panel) { return panel.sheet != first->sheet; });
     drawSheet(svg, chart, layout, first, end);
     first = end;

@@ -58,9 +58,7 @@ Explanations::Explanations(const Candidates& candidates, const Plausibility& pla
 void Explanations::measureChains() {
   chains_.resize(file_.size() + 1);
   const std::span<const Candidate> all = candidates_.all();
-  for (auto item = all.rbegin(); item != all.rend(); ++item) {
-    chains_[item->start] = 1 + chains_[item->end];
-  }
+  std::for_each(all.rbegin(), all.rend(), [&](const Candidate& item) { chains_[item.start] = 1 + chains_[item.end]; });
 }
 
 double Explanations::lossAt(std::size_t offset) const {

@@ -71,7 +71,7 @@ class Planner {
     for (const auto& wanted : wanted_) {
       std::vector<IdChange>& changes = plan.changes.emplace_back();
       for (const auto& [item, want] : wanted) {
-        if (want.change.at.id != want.change.newId) {
+        if (want.change.at.id != static_cast<float>(want.change.newId)) {
           changes.push_back(want.change);
         }
       }

@@ -184,7 +184,7 @@ double Plausibility::ofText(const Candidate& item) const {
   constexpr double countFits = 3;
   const std::size_t from = item.start + bytesPerWord * (textHeadWords + 1);
   const std::string_view text = file_.substr(from, item.end - from);
-  const double characters = static_cast<double>(text.size());
+  const auto characters = static_cast<double>(text.size());
   double score = std::max(mostAgainst, perWord * static_cast<double>(std::ranges::count_if(text, isControl)));
   if (item.type == ItemType::countedText) {
     const double counted = word(item, par::textLength);
