@@ -59,6 +59,16 @@ TEST_F(MistakenPages, AreNotRecovered) {
   EXPECT_EQ(place.kivsys({"recover", "text1.txt"}).error, "Next: kivsys build text1.txt text1.MUS\n");
 }
 
+TEST_F(MistakenPages, AreKnownFromAnyFolder) {
+  fs::create_directory(place.path() / "out");
+  for (const auto& [file, words] : {std::pair("empty1.mus", emptyWords), std::pair("letter1.mus", textWords)}) {
+    const Ended ended = place.kivsys({"analyze", "--folder", "out", file});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(ended.error, "kivsys: " + std::string(file) + ": " + words);
+    EXPECT_EQ(Json::parse(place.kivsys({"analyze", "--json", "--folder", "out", file}).out)["next"], Json());
+  }
+}
+
 TEST_F(MistakenPages, AreNotWhatIsLeftOfADamagedPage) {
   place.write("damaged1.mus", page("bytes FF FF FF FF\n"));
   EXPECT_EQ(after("draw", "damaged1.mus"),

@@ -120,7 +120,7 @@ void AnalyzeRun::addNext(AnalysisOutput& output) {
   if (options_.selection.likePanel) {
     return;
   }
-  output.next = stepForPage(output.outcome, [this](const std::string& name) { return console_.user().nameOf(name); });
+  output.next = stepForPage(output.outcome, console_.system());
   isNextPrinted_ = output.next.has_value();
   output.next = output.next ? output.next : stepForGroup(output.outcome, output.layouts, options_.selection);
   if (!output.next && needsOnlyConversion_ && canRepeat(options_.selection)) {

@@ -69,7 +69,7 @@ ConvertOutput outputWithNext(ConsoleHost& console, KivSystem& program, GroupFact
   if (analysis.selection.likePanel) {
     return output;
   }
-  output.next = stepForPage(analysis.outcome, output.nameOf);
+  output.next = stepForPage(analysis.outcome, console.system());
   output.isNextPrinted = output.next.has_value();
   std::optional<Layouts> layouts;
   if (!output.next && analysis.outcome.normalEnd && needsLayouts(analysis.outcome)) {

@@ -28,7 +28,7 @@ std::string asJson(ConsoleHost& console, const RunOutcome& outcome,
     pages->addTo(object, outcome.normalEnd);
   }
   object["instrument_list"] = instruments ? jsonOf(*instruments) : Json();
-  object["next"] = nextJson(stepForPage(outcome, namerOf(console, false)));
+  object["next"] = nextJson(stepForPage(outcome, console.system()));
   object["schema_version"] = schemaVersion;
   return asLine(object);
 }

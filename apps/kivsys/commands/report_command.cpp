@@ -142,7 +142,10 @@ report::ReportRequest ReportRun::requestFor(const std::string& namesFile) {
   request.allowZeroId = options_.allowZeroId;
   request.allPictures = options_.all;
   request.commands = commandsFor();
-  request.stepAfter = [this](const SkippedPage& page) { return pageStep(page, system_.shownName(page.namedFile())); };
+  request.stepAfter = [this](const SkippedPage& page) {
+    const std::string file = page.namedFile();
+    return pageStep(page, {system_.shownName(file), system_.diskName(file)});
+  };
   request.firstResult = result_;
   request.table = table_;
   return request;

@@ -158,8 +158,8 @@ std::string shownCommand(const std::string& line) {
   return printable(line) == line ? NativeSystem::toUtf8(line) : "";
 }
 
-report::PageStep pageStep(const SkippedPage& page, const std::string& name) {
-  return {NativeSystem::toUtf8(commandAfter(page.message, name)), mistakenWords(page.message, name)};
+report::PageStep pageStep(const SkippedPage& page, const MessageFile& file) {
+  return {NativeSystem::toUtf8(commandAfter(page.message, file)), mistakenWords(page.message, file)};
 }
 
 TableProposals readProposals(ConsoleSystem& system, const std::string& file) {

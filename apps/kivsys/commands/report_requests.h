@@ -6,6 +6,7 @@
 
 #include "apps/kivsys/output/suggestions_output.h"
 #include "apps/kivsys/selection/selection.h"
+#include "platform/console/message_words.h"
 #include "report_page/gather_report.h"
 
 namespace kiv {
@@ -17,8 +18,8 @@ std::string shortArguments(ConsoleSystem& system, const Selection& selection);
 /// The command line as a report has it; "" when a name in it cannot be shown.
 std::string shownCommand(const std::string& line);
 
-/// What a report says about a page that cannot be read, known to the user by that name.
-report::PageStep pageStep(const SkippedPage& page, const std::string& name);
+/// What a report says about a page that cannot be read.
+report::PageStep pageStep(const SkippedPage& page, const MessageFile& file);
 
 /// A pattern for the pages, names of the core with their paths on the disk, where there is one; its folder is as in the
 /// path of the first.

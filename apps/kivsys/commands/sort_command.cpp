@@ -67,8 +67,7 @@ int print(ConsoleHost& console, const RunOutcome& outcome, const Warnings& warni
   }
   Json object = jsonOf(outcome);
   object["problems"] = jsonOf(problemsOf(console.system(), outcome), warnings, outcome.paths);
-  const FileNamer nameOf = namerOf(console, options.selection.likePanel);
-  const auto next = options.selection.likePanel ? std::nullopt : stepForPage(outcome, nameOf);
+  const auto next = options.selection.likePanel ? std::nullopt : stepForPage(outcome, console.system());
   const auto afterStop = stepAfterStop(console);
   object["next"] = nextJson(afterStop ? afterStop : next);
   object["schema_version"] = schemaVersion;

@@ -78,7 +78,7 @@ std::string asJson(const SuggestRun& run, const RunOutcome& outcome, const std::
   object["corrections"] = suggestions ? correctionsJson(*suggestions, names) : Json();
   object["undecided"] = suggestions ? undecidedJson(*suggestions, names) : Json();
   const auto next = nextConversion(run, suggestions);
-  object["next"] = nextJson(next ? next : stepForPage(outcome, namerOf(run.console, false)));
+  object["next"] = nextJson(next ? next : stepForPage(outcome, run.console.system()));
   object["schema_version"] = schemaVersion;
   return asLine(object);
 }

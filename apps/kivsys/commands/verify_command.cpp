@@ -120,7 +120,7 @@ std::string asJson(ConsoleHost& console, const proof::Verification& verification
   if (output.listed.isGiven()) {
     object["layout"] = output.listed.asJson();
   }
-  const auto ofPage = stepForPage(console.messages(), [&](const std::string& name) { return system.shownName(name); });
+  const auto ofPage = stepForPage(console.messages(), system);
   object["next"] = nextJson(ofPage ? ofPage : step);
   object["schema_version"] = schemaVersion;
   return asLine(object);

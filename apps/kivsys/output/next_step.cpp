@@ -63,14 +63,15 @@ Json nextJson(const std::optional<std::string>& next) {
   return next ? Json(NativeSystem::toUtf8(*next)) : Json();
 }
 
-std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileNamer& nameOf) {
-  return stepForPage(outcome.messages, nameOf);
+std::optional<std::string> stepForPage(const RunOutcome& outcome, ConsoleSystem& system) {
+  return stepForPage(outcome.messages, system);
 }
 
-std::optional<std::string> stepForPage(const std::vector<ShownMessage>& messages, const FileNamer& nameOf) {
+std::optional<std::string> stepForPage(const std::vector<ShownMessage>& messages, ConsoleSystem& system) {
   for (const ShownMessage& shown : messages) {
     const std::string& file = shown.message.location.file;
-    const std::string command = file.empty() ? "" : commandAfter(shown.message, nameOf(file));
+    const std::string command =
+        file.empty() ? "" : commandAfter(shown.message, {system.shownName(file), system.diskName(file)});
     if (!command.empty()) {
       return command;
     }

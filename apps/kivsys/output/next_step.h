@@ -13,8 +13,8 @@ namespace kiv {
 
 /// The command line that helps after an analysis with a page that is damaged. It has been printed with the message
 /// about that page, if messages are printed. Names are quoted as the system's shell needs it.
-std::optional<std::string> stepForPage(const std::vector<ShownMessage>& messages, const FileNamer& nameOf);
-std::optional<std::string> stepForPage(const RunOutcome& outcome, const FileNamer& nameOf);
+std::optional<std::string> stepForPage(const std::vector<ShownMessage>& messages, ConsoleSystem& system);
+std::optional<std::string> stepForPage(const RunOutcome& outcome, ConsoleSystem& system);
 
 /// A command line as JSON has it: null for none.
 Json nextJson(const std::optional<std::string>& next);

@@ -74,7 +74,10 @@ report::GatheredReport gatherPiece(NativeSystem& system, const LibraryPiece& pie
   request.namesFile = validation.pages == 0 ? "" : "\\good pages of a piece";
   request.commands = commands;
   request.commands.pages = argumentsOf(system, piece);
-  request.stepAfter = [&](const SkippedPage& page) { return pageStep(page, system.diskName(page.namedFile())); };
+  request.stepAfter = [&](const SkippedPage& page) {
+    const std::string path = system.diskName(page.namedFile());
+    return pageStep(page, {path, path});
+  };
   request.skipped = validation.skipped;
   const report::ReportHost host{files, system, user, shown,
                                 [&](const std::string& file) { return shown(withoutPath(system, file)); }};

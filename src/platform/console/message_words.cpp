@@ -9,7 +9,7 @@
 namespace kiv {
 namespace {
 
-std::string nextLine(const Message& message, const std::string& file) {
+std::string nextLine(const Message& message, const MessageFile& file) {
   const std::string command = commandAfter(message, file);
   return command.empty() ? "" : "Next: " + command + "\n";
 }
@@ -25,13 +25,13 @@ std::string reasonOf(const Message& message, const std::string& writeFailure) {
 }
 
 /// What the file of the message is, if it never was a page.
-NoPage noPageOf(const Message& message, const std::string& file) {
+NoPage noPageOf(const Message& message, const MessageFile& file) {
   const bool isDamaged = message.code == code::structureError;
   const bool isMisnamed = message.code == code::naming || message.code == code::namingNoNumber;
-  if (file.empty() || file == "-" || !(isDamaged || isMisnamed)) {
+  if (file.name.empty() || file.name == "-" || !(isDamaged || isMisnamed)) {
     return NoPage::none;
   }
-  const NoPage kind = noPageAt(file);
+  const NoPage kind = noPageAt(file.path);
   return isDamaged || kind == NoPage::listOfPages ? kind : NoPage::none;
 }
 
@@ -42,16 +42,17 @@ bool isSilent(const Message& message) {
 
 }  // namespace
 
-std::string commandAfter(const Message& message, const std::string& file) {
-  const bool isOneLine = printable(file) == file;
-  if (file.empty() || file == "-" || !isOneLine) {
+std::string commandAfter(const Message& message, const MessageFile& file) {
+  const std::string& name = file.name;
+  const bool isOneLine = printable(name) == name;
+  if (name.empty() || name == "-" || !isOneLine) {
     return "";
   }
   switch (noPageOf(message, file)) {
     case NoPage::listOfPages:
-      return "kivsys analyze --names " + fileWord(file);
+      return "kivsys analyze --names " + fileWord(name);
     case NoPage::pageText:
-      return buildCommand(file);
+      return buildCommand(name);
     case NoPage::empty:
     case NoPage::otherText:
       return "";
@@ -59,15 +60,15 @@ std::string commandAfter(const Message& message, const std::string& file) {
       break;
   }
   if (messages::isDamage(message)) {
-    return "kivsys recover " + fileWord(file);
+    return "kivsys recover " + fileWord(name);
   }
   if (message.code == code::systemBarline) {
-    return "kivsys draw " + fileWord(file) + " --out " + fileWord(file.substr(0, file.rfind('.')) + ".svg");
+    return "kivsys draw " + fileWord(name) + " --out " + fileWord(name.substr(0, name.rfind('.')) + ".svg");
   }
   return "";
 }
 
-std::string mistakenWords(const Message& message, const std::string& file) {
+std::string mistakenWords(const Message& message, const MessageFile& file) {
   return wordsOf(noPageOf(message, file));
 }
 
@@ -77,14 +78,15 @@ std::string consoleLines(const Message& message, const FileNamer& nameOf, const 
     return "";
   }
   const Location& location = message.location;
-  const std::string file = location.file.empty() ? "" : nameOf(location.file);
-  if (message.code == code::namesFileMissing && !file.empty()) {
-    const auto failure = readFailure(pathOf(location.file));
-    const auto reason = failure ? failure : readFailure(file);  // it may be refused for its name alone
-    return "kivsys: cannot read " + printable(file) + (reason ? ": " + *reason : "") + "\n";
+  const bool isAboutFile = !location.file.empty();
+  const MessageFile file{isAboutFile ? nameOf(location.file) : "", isAboutFile ? pathOf(location.file) : ""};
+  if (message.code == code::namesFileMissing && isAboutFile) {
+    const auto failure = readFailure(file.path);
+    const auto reason = failure ? failure : readFailure(file.name);  // it may be refused for its name alone
+    return "kivsys: cannot read " + printable(file.name) + (reason ? ": " + *reason : "") + "\n";
   }
   std::string line = "kivsys: ";
-  line += file.empty() ? "" : printable(file) + ": ";
+  line += file.name.empty() ? "" : printable(file.name) + ": ";
   const std::string mistaken = mistakenWords(message, file);
   line += location.item == 0 || !mistaken.empty() ? "" : "item " + std::to_string(location.item) + ": ";
   line += isNote(message) ? "note: " : "";

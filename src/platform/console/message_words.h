@@ -16,12 +16,17 @@ enum class NextLine { shown, hidden };
 std::string consoleLines(const Message& message, const FileNamer& nameOf, const FileNamer& pathOf,
                          const std::string& writeFailure = "", NextLine next = NextLine::shown);
 
-/// The command line that helps after a message about a page, known to the user by that name; "" when none does, or none
-/// can be shown on one line.
-std::string commandAfter(const Message& message, const std::string& file);
+/// The file of a message.
+struct MessageFile {
+  std::string name;  ///< by which the user knows it
+  std::string path;  ///< under which the disk has it, from whatever folder
+};
+
+/// The command line that helps after a message about a page; "" when none does, or none can be shown on one line.
+std::string commandAfter(const Message& message, const MessageFile& file);
 
 /// What the file is that a message about a damaged page is about, where it never was a page: "this is the text of a
 /// page, not a page"; else "".
-std::string mistakenWords(const Message& message, const std::string& file);
+std::string mistakenWords(const Message& message, const MessageFile& file);
 
 }  // namespace kiv
