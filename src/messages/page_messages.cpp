@@ -49,7 +49,7 @@ Message resultUnreadable(const std::string& file, int itemNumber, const Location
 }
 
 bool isDamage(const Message& message) {
-  return message.code == code::structureError || message.code == code::tooManyItems ||
+  return message.code == code::structureError ||
          (message.code == code::subscriptOutOfRange && message.location.item > 0);
 }
 

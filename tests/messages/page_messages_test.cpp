@@ -29,6 +29,11 @@ TEST(PageMessage, TooManyItems) {
                  "MUS file too big for operation. Hit OK to terminate.", {.file = "C:\\M\\X1.MUS"});
 }
 
+TEST(PageMessage, OnlyABrokenPageIsDamaged) {
+  EXPECT_TRUE(messages::isDamage(messages::structuralErrorInSort("C:\\M\\X1.MUS", 7)));
+  EXPECT_FALSE(messages::isDamage(messages::tooManyItems("C:\\M\\X1.MUS"))) << "nothing can be recovered from it";
+}
+
 TEST(PageMessage, ResultNotWritten) {
   expectCritical(messages::resultNotWritten("C:\\R\\WORK0001.MUS"), "result-not-written",
                  "Open of output MUS file failed. Hit OK to terminate.", {.file = "C:\\R\\WORK0001.MUS"});

@@ -62,6 +62,9 @@ std::string commandAfter(const Message& message, const MessageFile& file) {
   if (messages::isDamage(message)) {
     return "kivsys recover " + fileWord(name);
   }
+  if (message.code == code::tooManyItems) {
+    return "kivsys dump " + fileWord(name);
+  }
   if (message.code == code::systemBarline) {
     return "kivsys draw " + fileWord(name) + " --out " + fileWord(name.substr(0, name.rfind('.')) + ".svg");
   }
