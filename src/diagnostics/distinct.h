@@ -15,8 +15,7 @@ inline constexpr std::size_t mostDistinct = 100;
 template <typename Value>
 void addDistinct(std::vector<Value>& values, const Value& value) {
   const bool equalsItself = std::equal_to<Value>{}(value, value);
-  if (equalsItself && values.size() < mostDistinct &&
-      std::find(values.begin(), values.end(), value) == values.end()) {
+  if (equalsItself && values.size() < mostDistinct && std::find(values.begin(), values.end(), value) == values.end()) {
     values.push_back(value);
   }
 }

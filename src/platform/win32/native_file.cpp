@@ -31,7 +31,7 @@ FileIdentity identityOf(const BY_HANDLE_FILE_INFORMATION& information) {
 }  // namespace
 
 std::optional<FileIdentity> identityOfStandardInput() {
-  const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
+  HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
   BY_HANDLE_FILE_INFORMATION information{};
   const bool isFile = GetFileType(input) == FILE_TYPE_DISK && GetFileInformationByHandle(input, &information) != FALSE;
   return isFile ? std::optional(identityOf(information)) : std::nullopt;
