@@ -33,10 +33,13 @@ struct MusicFault {
   std::vector<FaultPlace> places;
 };
 
+/// Whether it is wanted where on the pages faults are.
+enum class FaultPlaces : bool { no, yes };
+
 /// Looks in the results of one conversion, which must be all of them in the order of the systems, for rest staves that
 /// do not fit the music, and for braces out of their position. Knows nothing of how they were made. A result that
 /// cannot be read ends the search, which the first fault says. Writes and shows nothing.
-std::vector<MusicFault> findMusicFaults(Files& files, const std::vector<CheckedResult>& results);
+std::vector<MusicFault> findMusicFaults(Files& files, const std::vector<CheckedResult>& results, FaultPlaces places);
 
 /// What is wrong at one place of a page.
 struct PageFault {

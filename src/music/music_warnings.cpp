@@ -4,12 +4,17 @@
 
 namespace kiv {
 
-std::vector<Message> findMusicWarnings(Files& files, const std::vector<CheckedResult>& results) {
+std::vector<Message> warningsOf(std::vector<MusicFault> faults) {
   std::vector<Message> warnings;
-  for (MusicFault& fault : findMusicFaults(files, results)) {
+  warnings.reserve(faults.size());
+  for (MusicFault& fault : faults) {
     warnings.push_back(std::move(fault.warning));
   }
   return warnings;
+}
+
+std::vector<Message> findMusicWarnings(Files& files, const std::vector<CheckedResult>& results) {
+  return warningsOf(findMusicFaults(files, results, FaultPlaces::no));
 }
 
 }  // namespace kiv

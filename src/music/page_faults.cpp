@@ -1,10 +1,9 @@
-#include <algorithm>
-#include <utility>
+#include <string>
 
 #include "base/number.h"
+#include "music/bar_faults.h"
 #include "music/music_faults.h"
 #include "music/result_music.h"
-#include "music/staff_faults.h"
 
 namespace kiv {
 namespace {
@@ -41,16 +40,16 @@ std::vector<PageFault> findPageFaults(const std::vector<Item>& system, const std
   for (const FaultPlace& brace : music->displacedBraces) {
     faults.push_back({brace, "brace away from the left edge"});
   }
-  std::vector<proof::MusicSystem> systems;
-  systems.push_back(std::move(music->real));
-  const proof::MusicGroup group(std::move(systems));
-  const auto& bars = group.systems().front().bars();
-  for (const auto& [fault, staves] : findFaults(group, 0, music->restStaves)) {
-    const std::string words = fault.bar < bars.size() ? wordsOf(fault, bars[fault.bar], group.hasTime()) : "";
-    for (const proof::MusicStaff* staff : staves) {
-      if (!words.empty()) {
-        faults.push_back({{staff->staff[par::staff], {{bars[fault.bar].from, bars[fault.bar].to}}}, words});
-      }
+  const auto& bars = music->real.bars();
+  const SystemBars toFill = barsOf(music->real, proof::timesOf(music->real), music->restStaves);
+  const bool hasTime = !toFill.changes.empty();
+  proof::MusicMeter meter = hasTime ? toFill.changes.begin()->second : proof::MusicMeter();
+  StaffFaults found;
+  addRestFaults(toFill, meter, found);
+  for (const auto& [fault, staves] : found) {
+    const std::string words = wordsOf(fault, bars[fault.bar], hasTime);
+    for (const RestStaff& staff : words.empty() ? std::vector<RestStaff>() : staves) {
+      faults.push_back({{staff.number, {{bars[fault.bar].from, bars[fault.bar].to}}}, words});
     }
   }
   return faults;

@@ -5,8 +5,9 @@
 #include <map>
 #include <utility>
 
+#include "mus/page_walker.h"
+#include "platform/bounded_file.h"
 #include "verify/numbers.h"
-#include "verify/page_items.h"
 
 namespace kiv {
 namespace {
@@ -88,23 +89,26 @@ std::vector<FaultPlace> displacedBraces(const std::map<float, MusicStaff>& stave
 }  // namespace
 
 std::optional<ResultMusic> readResult(Files& files, const CheckedResult& result) {
-  proof::LoadedPage page = proof::loadPage(files, result.file);
-  if (!page.error.empty()) {
+  const BoundedContent content = readBounded(files, result.file, readableBytes);
+  return content.bytes ? musicOfPage(*content.bytes, result.playing) : std::nullopt;
+}
+
+std::optional<ResultMusic> musicOfPage(std::string_view bytes, const std::set<std::int16_t>& playing) {
+  constexpr std::size_t usualItem = 40;  // bytes, in the shortest of real pages
+  std::vector<Item> items;
+  items.reserve(bytes.size() / usualItem);
+  PageWalker walker(bytes);
+  ReadStatus status = walker.findItem();
+  for (; status == ReadStatus::itemRead; status = walker.findItem()) {
+    walker.decode(items.emplace_back());
+  }
+  if (status == ReadStatus::structuralError || status == ReadStatus::tooManyParameters) {
     return std::nullopt;
   }
-  std::vector<Item> items;
-  items.reserve(page.items.size());
-  for (proof::PageItem& read : page.items) {
-    items.push_back(std::move(read.item));
-  }
-  auto music = musicOf(std::move(items), [&](const Item& staff) {
+  return musicOf(std::move(items), [&](const Item& staff) {
     const auto instrument = proof::roundedTo16Bits(staff[par::instrument]);
-    return instrument && result.playing.contains(*instrument);
+    return instrument && playing.contains(*instrument);
   });
-  if (music) {
-    music->real.forgetNotes();
-  }
-  return music;
 }
 
 std::optional<ResultMusic> musicOf(std::vector<Item> items, const std::function<bool(const Item& staff)>& plays) {

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
+#include <set>
+#include <string_view>
 #include <vector>
 
 #include "music/music_faults.h"
@@ -16,8 +19,11 @@ struct ResultMusic {
   std::vector<FaultPlace> displacedBraces;    ///< that stand away from the left edge
 };
 
-/// Reads a result; nullopt when it cannot be read. The real staves have forgotten their notes.
+/// Reads a result; nullopt when it cannot be read.
 std::optional<ResultMusic> readResult(Files& files, const CheckedResult& result);
+
+/// The same of the bytes of a result. The instruments are those that its system had.
+std::optional<ResultMusic> musicOfPage(std::string_view bytes, const std::set<std::int16_t>& playing);
 
 /// The same of a system's items; nullopt when there is no staff. The function says of a staff item whether its
 /// instrument plays.

@@ -1,155 +1,133 @@
 #include "music/staff_faults.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
-#include <optional>
-#include <set>
-#include <span>
+#include <cstdint>
 
 namespace kiv {
 namespace {
 
-using proof::MusicBar;
-using proof::MusicStaff;
-
-/// Whether two rests begin together, or a rest stands beside one that fills the whole bar.
-bool hasTwoRests(std::span<const Item> items) {
-  std::multiset<float> positions;
-  bool anyWholeBar = false;
-  for (const Item& item : items) {
-    if (proof::takesTime(item, proof::longestRest)) {
-      positions.insert(item[par::position]);
-      anyWholeBar = anyWholeBar || proof::isWholeBarRest(item);
-    }
-  }
-  const auto repeats = [&](float position) { return positions.count(position) > 1; };
-  return (anyWholeBar && positions.size() > 1) || std::any_of(positions.begin(), positions.end(), repeats);
+std::uint32_t bitsOf(float number) {
+  return std::bit_cast<std::uint32_t>(number);
 }
 
-/// Looks for the faults of one rest staff.
-class StaffCheck {
- public:
-  StaffCheck(const proof::MusicGroup& group, std::size_t system, const MusicStaff& staff, StaffFaults& faults)
-      : group_(group), index_(system), system_(group.systems()[system]), staff_(staff), faults_(faults) {}
+std::pair<std::size_t, std::uint32_t> bitsOf(const std::pair<std::size_t, float>& key) {
+  return {key.first, bitsOf(key.second)};
+}
 
-  void run() {
-    for (std::size_t bar = 0; bar < system_.bars().size(); ++bar) {
-      checkRests(bar);
+std::size_t lastOf(std::size_t bars) {
+  return bars == 0 ? 0 : bars - 1;
+}
+
+/// The first bar from which on the key is another; nullopt when it is always right.
+std::optional<std::size_t> firstWrongKey(const RestStaffLook& look,
+                                         const std::map<std::size_t, proof::SilentKey>& expected) {
+  float now = 0;
+  int right = 0;
+  auto found = look.keys.begin();
+  for (std::size_t bar = 0; bar <= look.bars; ++bar) {
+    for (; found != look.keys.end() && found->first == bar; ++found) {
+      now = found->second;
     }
-    checkKeys();
-    checkTimes();
-    checkLook();
-  }
-
- private:
-  void add(std::size_t bar, FaultKind kind, double rest = 0, double music = 0) {
-    faults_[{bar, kind, rest, music}].push_back(&staff_);
-  }
-
-  void checkRests(std::size_t bar) {
-    const MusicBar& place = system_.bars()[bar];
-    const std::span<const Item> items = staff_.between(place.from, &place.to);
-    const proof::StaffTime time = proof::staffTimeOf(items, proof::longestRest);
-    const proof::Ticks music = group_.bars(index_)[bar].length;
-    if (!time.plays) {
-      add(bar, FaultKind::noRest);
-    } else if (hasTwoRests(items)) {
-      add(bar, FaultKind::twoRests);
+    if (const auto other = expected.find(bar); other != expected.end()) {
+      right = other->second.fifths;
     }
-    if (time.plays && !proof::isSameTime(time.length, music)) {
-      add(bar, FaultKind::restLength, proof::inQuarters(time.length), proof::inQuarters(music));
+    if (now != static_cast<float>(right)) {
+      return std::min(bar, lastOf(look.bars));
     }
   }
+  return std::nullopt;
+}
 
-  /// Reports the first bar from which on the key is another.
-  void checkKeys() {
-    const auto found = system_.signatures(staff_, ItemType::keySignature);
-    const auto expected = group_.keys().keys(index_, staff_.instrument());
-    float now = 0;
-    int right = 0;
-    for (std::size_t bar = 0; bar <= system_.bars().size(); ++bar) {
-      if (const auto other = found.find(bar); other != found.end()) {
-        now = other->second.back()[par::key];
-      }
-      if (const auto other = expected.find(bar); other != expected.end()) {
-        right = other->second.fifths;
-      }
-      if (now != static_cast<float>(right)) {
-        add(std::min(bar, lastBar()), FaultKind::key);
-        return;
-      }
-    }
+bool hasClef(const RestStaffLook& look, const std::optional<Item>& expected) {
+  if (!expected || !look.clef) {
+    return !expected || look.clef;
   }
+  return look.clef->first == (*expected)[par::kind] && look.clef->second == (*expected)[par::height];
+}
 
-  void checkTimes() {
-    const auto found = system_.signatures(staff_, ItemType::timeSignature);
-    const auto expected = group_.times(index_);
-    for (std::size_t bar = 0; bar <= system_.bars().size(); ++bar) {
-      if (lastTime(found, bar) != lastTime(expected, bar)) {
-        add(std::min(bar, lastBar()), FaultKind::time);
-        return;
-      }
-    }
-  }
+/// Whether a staff is like the one on which its instrument enters.
+bool isSameStaff(const RestStaffLook& look, const Item& entry) {
+  constexpr float rounding = 0.001F;
+  return std::abs(entry[par::size] - look.size) < rounding && entry[par::lines] == look.lines &&
+         entry[par::par11] == look.par11;
+}
 
-  static std::optional<proof::MusicMeter> lastTime(const std::map<std::size_t, std::vector<Item>>& times,
-                                                   std::size_t bar) {
-    std::optional<proof::MusicMeter> last;
-    const auto known = times.find(bar);
-    for (const Item& item : known == times.end() ? std::vector<Item>() : known->second) {
+std::optional<proof::MusicMeter> lastTime(const std::map<std::size_t, std::vector<Item>>& times, std::size_t bar) {
+  std::optional<proof::MusicMeter> last;
+  if (const auto known = times.find(bar); known != times.end()) {
+    for (const Item& item : known->second) {
       const auto meter = proof::meterIn(item);
       last = meter ? meter : last;
     }
-    return last;
   }
-
-  /// Compares the staff with that on which the instrument enters later, or its clef with the one before.
-  void checkLook() {
-    const MusicStaff* first = group_.firstStaff(staff_.instrument());
-    if (first == nullptr) {
-      return;
-    }
-    if (group_.hasPlayed(index_, staff_.instrument())) {
-      if (!hasClef(group_.clef(index_, staff_.instrument()))) {
-        add(0, FaultKind::clef);
-      }
-      return;
-    }
-    constexpr float rounding = 0.001F;
-    const bool sameStaff = std::abs(first->staff[par::size] - staff_.staff[par::size]) < rounding &&
-                           first->staff[par::lines] == staff_.staff[par::lines] &&
-                           first->staff[par::par11] == staff_.staff[par::par11];
-    if (!sameStaff || !hasClef(group_.clef(index_, staff_.instrument()))) {
-      add(0, FaultKind::lateEntry);
-    }
-  }
-
-  bool hasClef(const std::optional<Item>& expected) const {
-    const auto clef = std::find_if(staff_.items.begin(), staff_.items.end(),
-                                   [](const Item& item) { return item.type() == ItemType::clef; });
-    if (!expected || clef == staff_.items.end()) {
-      return !expected || clef != staff_.items.end();
-    }
-    return (*clef)[par::kind] == (*expected)[par::kind] && (*clef)[par::height] == (*expected)[par::height];
-  }
-
-  std::size_t lastBar() const { return system_.bars().empty() ? 0 : system_.bars().size() - 1; }
-
-  const proof::MusicGroup& group_;
-  std::size_t index_;
-  const proof::MusicSystem& system_;
-  const MusicStaff& staff_;
-  StaffFaults& faults_;
-};
+  return last;
+}
 
 }  // namespace
 
-StaffFaults findFaults(const proof::MusicGroup& group, std::size_t system, const std::vector<MusicStaff>& restStaves) {
-  StaffFaults faults;
-  for (const MusicStaff& staff : restStaves) {
-    StaffCheck(group, system, staff, faults).run();
+bool RestStaffLook::operator<(const RestStaffLook& other) const {
+  const auto bits = [](const RestStaffLook& look) {
+    const auto [kind, height] = look.clef.value_or(std::pair<float, float>());
+    return std::tuple(look.bars, bitsOf(look.size), bitsOf(look.lines), bitsOf(look.par11), look.clef.has_value(),
+                      bitsOf(kind), bitsOf(height));
+  };
+  if (const auto own = bits(*this), others = bits(other); own != others) {
+    return own < others;
   }
-  return faults;
+  return std::lexicographical_compare(keys.begin(), keys.end(), other.keys.begin(), other.keys.end(),
+                                      [](const auto& one, const auto& two) { return bitsOf(one) < bitsOf(two); });
+}
+
+RestStaffLook lookOf(const proof::MusicSystem& system, const proof::MusicStaff& staff) {
+  RestStaffLook look{
+      system.bars().size(), staff.staff[par::size], staff.staff[par::lines], staff.staff[par::par11], {}, {}};
+  const auto clef = std::find_if(staff.items.begin(), staff.items.end(),
+                                 [](const Item& item) { return item.type() == ItemType::clef; });
+  if (clef != staff.items.end()) {
+    look.clef = {(*clef)[par::kind], (*clef)[par::height]};
+  }
+  for (const auto& [bar, items] : system.signatures(staff, ItemType::keySignature)) {
+    look.keys.emplace_back(bar, items.back()[par::key]);
+  }
+  return look;
+}
+
+void addLookFaults(const proof::MusicKeys& keys, const proof::MusicLooks& looks, std::size_t system,
+                   const std::pair<RestStaff, const RestStaffLook*>& staff, StaffFaults& faults) {
+  const auto& [restStaff, look] = staff;
+  const float instrument = restStaff.instrument;
+  if (const auto bar = firstWrongKey(*look, keys.keys(system, instrument))) {
+    faults[{*bar, FaultKind::key}].push_back(restStaff);
+  }
+  const Item* entry = looks.firstStaff(instrument);
+  if (entry == nullptr) {
+    return;
+  }
+  const bool isClefRight = hasClef(*look, looks.clef(system, instrument));
+  if (looks.hasPlayed(system, instrument)) {
+    if (!isClefRight) {
+      faults[{0, FaultKind::clef}].push_back(restStaff);
+    }
+  } else if (!isClefRight || !isSameStaff(*look, *entry)) {
+    faults[{0, FaultKind::lateEntry}].push_back(restStaff);
+  }
+}
+
+void addTimeFaults(const proof::MusicSystem& system, const std::map<std::size_t, std::vector<Item>>& times,
+                   const std::vector<proof::MusicStaff>& restStaves, StaffFaults& faults) {
+  const std::size_t bars = system.bars().size();
+  for (const proof::MusicStaff& staff : restStaves) {
+    const auto found = system.signatures(staff, ItemType::timeSignature);
+    std::size_t bar = 0;
+    while (bar <= bars && lastTime(found, bar) == lastTime(times, bar)) {
+      ++bar;
+    }
+    if (bar <= bars) {
+      faults[{std::min(bar, lastOf(bars)), FaultKind::time}].push_back({staff.staff[par::staff], staff.instrument()});
+    }
+  }
 }
 
 }  // namespace kiv

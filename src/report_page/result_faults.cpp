@@ -14,7 +14,7 @@ std::vector<MusicFault> resultFaults(Files& files, const std::string& firstResul
       result.playing.insert(staff.instrument);
     }
   }
-  return findMusicFaults(files, results);
+  return findMusicFaults(files, results, FaultPlaces::yes);
 }
 
 }  // namespace kiv::report

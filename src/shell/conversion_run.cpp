@@ -92,6 +92,9 @@ class GroupConversion {
     if (isWritten) {
       endIfNotWritten(files.replaceSoon(name, buffer_));
     }
+    if (isWritten && options_.observer != nullptr) {
+      options_.observer->resultHandedOver(system, name, buffer_);
+    }
     if (exists) {
       conversion_.fileWasReplaced();
     }

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "conversion/conversion_observer.h"
 #include "conversion/fitted_staves.h"
 #include "conversion/required_instrument.h"
 #include "messages/message.h"
@@ -19,6 +20,7 @@ struct ConversionOptions {
   ReadBack readBack = ReadBack::no;   ///< refuses a result that does not give all its items back
   RestStaves restStaves = RestStaves::asKnownSoFar;
   std::vector<RequiredInstrument> required = {};  ///< instruments that every result has, also if no page has them
+  ConversionObserver* observer = nullptr;         ///< null for none; must outlive the run
 };
 
 /// Writes one page file per system of the report, all with the same layout. Anything critical ends the program; the

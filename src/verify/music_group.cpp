@@ -4,9 +4,7 @@
 #include <utility>
 
 namespace kiv::proof {
-namespace {
 
-/// The time signatures of the highest staff that has the time of most, by bar.
 std::map<std::size_t, std::vector<Item>> timesOf(const MusicSystem& system) {
   std::map<std::size_t, std::vector<std::vector<Item>>> byBar;
   for (const MusicStaff& staff : system.staves()) {
@@ -34,16 +32,10 @@ std::map<std::size_t, std::vector<Item>> timesOf(const MusicSystem& system) {
   return times;
 }
 
-}  // namespace
-
 MusicGroup::MusicGroup(std::vector<MusicSystem> systems)
     : systems_(std::move(systems)), keys_(systems_), looks_(systems_), braces_(bracesOf(systems_)) {
   follow();
   placeParts();
-}
-
-std::map<std::size_t, std::vector<Item>> MusicGroup::times(std::size_t system) const {
-  return timesOf(systems_[system]);
 }
 
 /// Follows the time from the first system to the last.
@@ -56,7 +48,6 @@ void MusicGroup::follow() {
       first = meterIn(times.back().begin()->second.back());
     }
   }
-  hasTime_ = first.has_value();
   MusicMeter meter = first.value_or(MusicMeter());
   for (std::size_t s = 0; s < systems_.size(); ++s) {
     auto& bars = bars_.emplace_back();
@@ -65,9 +56,7 @@ void MusicGroup::follow() {
         meter = *meterIn(change->second.back());
       }
       if (bar < systems_[s].bars().size()) {
-        const auto& staves = systems_[s].bars()[bar].times;
-        const Ticks length = lengthOf(staves, meter);
-        bars.push_back({meter, length, 0, isUnanimous(staves, length)});
+        bars.push_back({meter, lengthOf(systems_[s].bars()[bar].times, meter), 0});
       }
     }
   }

@@ -17,11 +17,13 @@ namespace kiv::proof {
 struct BarToFill {
   MusicMeter meter;
   Ticks length = 0;
-  Ticks begin = 0;          ///< of a part of a bar: where in the whole bar it begins
-  bool isUnanimous = true;  ///< the staves that play in it last equally long
+  Ticks begin = 0;  ///< of a part of a bar: where in the whole bar it begins
 
   bool isOneRest() const { return length > meter.length() - leastTime; }
 };
+
+/// The time signatures of the highest staff that has the time of most, by the bar from which on they count.
+std::map<std::size_t, std::vector<Item>> timesOf(const MusicSystem& system);
 
 /// What follows from the music of a group for staves of instruments that do not play.
 class MusicGroup {
@@ -32,9 +34,7 @@ class MusicGroup {
   /// The bars of the system with that index.
   const std::vector<BarToFill>& bars(std::size_t system) const { return bars_[system]; }
   /// The time signatures that rest staves have in a system, by the bar from which on they count.
-  std::map<std::size_t, std::vector<Item>> times(std::size_t system) const;
-  /// Whether there is a time signature anywhere.
-  bool hasTime() const { return hasTime_; }
+  std::map<std::size_t, std::vector<Item>> times(std::size_t system) const { return timesOf(systems_[system]); }
   const MusicKeys& keys() const { return keys_; }
   const std::vector<MusicBrace>& braces() const { return braces_; }
 
@@ -44,11 +44,6 @@ class MusicGroup {
   std::optional<Item> clef(std::size_t system, float instrument) const { return looks_.clef(system, instrument); }
   /// Its names there, with positions from the left end of the staff; none if no staff of the system has one.
   std::vector<Item> names(std::size_t system, float instrument) const { return looks_.names(system, instrument); }
-  /// Whether it plays in a system before this one.
-  bool hasPlayed(std::size_t system, float instrument) const {
-    const auto entry = looks_.entry(instrument);
-    return entry && entry->first < system;
-  }
 
  private:
   void follow();
@@ -56,7 +51,6 @@ class MusicGroup {
 
   std::vector<MusicSystem> systems_;
   std::vector<std::vector<BarToFill>> bars_;
-  bool hasTime_ = false;
   MusicKeys keys_;
   MusicLooks looks_;
   std::vector<MusicBrace> braces_;

@@ -54,25 +54,30 @@ float usualPosition(const std::vector<float>& positions) {
   return usual->first;
 }
 
+/// Of what was recorded by system, the first record of one from this system on.
+template <typename Record>
+auto firstFrom(const std::vector<Record>& records, std::size_t system) {
+  return std::lower_bound(records.begin(), records.end(), system,
+                          [](const Record& record, std::size_t other) { return record.system < other; });
+}
+
 }  // namespace
 
 MusicKeys::MusicKeys(const std::vector<MusicSystem>& systems) {
   for (const MusicSystem& system : systems) {
     read(system);
   }
-  for (std::size_t i = 0; i < scores_.size(); ++i) {
-    move(i);
-  }
+  finish();
 }
 
 void MusicKeys::read(const MusicSystem& system) {
-  Score& score = scores_.emplace_back();
+  std::map<float, std::map<std::size_t, Item>> signatures;  // of each instrument the last ones before each bar
   std::map<std::size_t, std::vector<float>> positions;
   for (const MusicStaff& staff : system.staves()) {
     if (std::isnan(staff.instrument())) {
       continue;
     }
-    auto& own = score.signatures[staff.instrument()];
+    auto& own = signatures[staff.instrument()];
     if (staff.staff[par::lines] != 1) {
       pitched_.insert(staff.instrument());
     }
@@ -84,67 +89,118 @@ void MusicKeys::read(const MusicSystem& system) {
       }
     }
   }
-  for (const auto& [instrument, signatures] : score.signatures) {
-    if (!signatures.empty()) {
-      signed_.insert(instrument);
-      types_[instrument].push_back(
-          {scores_.size() - 1, signatures.begin()->second[par::keyType], signatures.rbegin()->second[par::keyType]});
-    } else if (!positions.empty()) {
-      unsigned_.insert(instrument);
+  Signs signs;
+  for (const auto& [instrument, own] : signatures) {
+    remember(instrument, own, !positions.empty());
+    if (own.empty()) {
+      signs.push_back({instrument});
+    }
+    for (const auto& [bar, item] : own) {
+      signs.push_back({instrument, bar, static_cast<int>(std::lround(item[par::key]))});
     }
   }
+  Score& score = scores_.emplace_back();
+  score.signs = &*signs_.insert(std::move(signs)).first;
+  score.changes.reserve(positions.size());
   for (const auto& [bar, all] : positions) {
-    score.positions[bar] = usualPosition(all);
+    score.changes.push_back({bar, usualPosition(all)});
+  }
+}
+
+/// Remembers what counts for other systems of an instrument that plays in the next one.
+void MusicKeys::remember(float instrument, const std::map<std::size_t, Item>& signatures, bool haveOthers) {
+  if (signatures.empty()) {
+    if (haveOthers) {
+      unsigned_.insert(instrument);
+    }
+    return;
+  }
+  signed_.insert(instrument);
+  auto& types = types_[instrument];
+  const float first = signatures.begin()->second[par::keyType];
+  const float last = signatures.rbegin()->second[par::keyType];
+  if (types.empty() || types.back().last != last) {
+    types.push_back({scores_.size(), first, last});
+  }
+}
+
+void MusicKeys::finish() {
+  for (std::size_t i = 0; i < scores_.size(); ++i) {
+    move(i);
+  }
+  for (Score& score : scores_) {
+    score.signs = nullptr;
+  }
+  signs_.clear();
+}
+
+/// The key of an instrument after all that was followed so far; nullopt when it has not played.
+std::optional<int> MusicKeys::keyNow(float instrument) const {
+  const auto known = offsets_.find(instrument);
+  return known == offsets_.end() ? std::nullopt : std::optional(known->second.back().fifths + moved_);
+}
+
+void MusicKeys::setKey(std::size_t system, float instrument, int fifths) {
+  auto& offsets = offsets_[instrument];
+  const int offset = fifths - moved_;
+  if (!offsets.empty() && offsets.back().system == system) {
+    offsets.back().fifths = offset;
+  } else if (offsets.empty() || offsets.back().fifths != offset) {
+    offsets.push_back({system, offset});
   }
 }
 
 /// Compares what the staves show at the begin of a system with the keys that follow from the systems before.
 void MusicKeys::lookForKeys(Score& score) {
-  const bool isLost = std::any_of(score.signatures.begin(), score.signatures.end(), [&](const auto& played) {
-    return shown_.contains(played.first) && signatureOf(now_.at(played.first)) != 0;
+  const bool isLost = std::any_of(score.signs->begin(), score.signs->end(), [&](const Sign& sign) {
+    return shown_.contains(sign.instrument) && signatureOf(keyNow(sign.instrument).value_or(0)) != 0;
   });
-  isHidden_ = (isHidden_ || isLost) && !score.positions.contains(0);
+  isHidden_ = (isHidden_ || isLost) && !score.hasChangeAtBegin();
   score.isHidden = isHidden_;
-  isHidden_ = isHidden_ && score.positions.empty();
-  for (const auto& [instrument, signatures] : score.signatures) {
-    if (!signatures.empty()) {
-      shown_.insert(instrument);
+  isHidden_ = isHidden_ && score.changes.empty();
+  for (const Sign& sign : *score.signs) {
+    if (sign.bar) {
+      shown_.insert(sign.instrument);
     }
   }
 }
 
 void MusicKeys::move(std::size_t system) {
   Score& score = scores_[system];
-  score.before = now_;
   score.movedBefore = moved_;
   lookForKeys(score);
-  if (!score.positions.contains(0)) {
+  if (!score.hasChangeAtBegin()) {
     enter(system, 0);
   }
-  for (const auto& [bar, position] : score.positions) {
-    const int fifths = moveOf(score, bar);
-    score.moves[bar] = fifths;
-    moved_ += fifths;
-    for (auto& [instrument, key] : now_) {
-      key += fifths;
-    }
-    enter(system, bar);
+  for (Change& change : score.changes) {
+    change.move = moveOf(score, change.bar);
+    moved_ += change.move;  // which moves the key of everybody
+    enter(system, change.bar);
   }
+}
+
+/// Of each instrument that plays the signature before a bar; nullopt without one.
+std::vector<std::pair<float, std::optional<int>>> MusicKeys::signsBefore(std::size_t bar, const Signs& signs) {
+  std::vector<std::pair<float, std::optional<int>>> before;
+  before.reserve(signs.size());
+  for (const Sign& sign : signs) {
+    if (before.empty() || before.back().first != sign.instrument) {
+      before.emplace_back(sign.instrument, std::nullopt);
+    }
+    if (sign.bar == bar) {
+      before.back().second = sign.fifths;
+    }
+  }
+  return before;
 }
 
 /// By how many fifths most of those that have played before, and play now, move.
 int MusicKeys::moveOf(const Score& score, std::size_t bar) const {
   std::vector<int> wishes;
-  for (const auto& [instrument, signatures] : score.signatures) {
-    const auto now = now_.find(instrument);
-    if (now == now_.end() || !signed_.contains(instrument)) {
-      continue;
-    }
-    const auto signature = signatures.find(bar);
-    if (signature != signatures.end()) {
-      wishes.push_back(static_cast<int>(std::lround(signature->second[par::key])) - now->second);
-    } else {
-      wishes.push_back(bar == 0 ? -now->second : 0);
+  for (const auto& [instrument, fifths] : signsBefore(bar, *score.signs)) {
+    const auto now = keyNow(instrument);
+    if (now && signed_.contains(instrument)) {
+      wishes.push_back(fifths || bar == 0 ? fifths.value_or(0) - *now : 0);
     }
   }
   int best = wishes.empty() ? 0 : wishes.front();
@@ -158,27 +214,28 @@ int MusicKeys::moveOf(const Score& score, std::size_t bar) const {
 /// others have one or if the instrument is new.
 void MusicKeys::enter(std::size_t system, std::size_t bar) {
   const Score& score = scores_[system];
-  for (const auto& [instrument, signatures] : score.signatures) {
-    const auto signature = signatures.find(bar);
-    if (signature != signatures.end()) {
-      now_[instrument] = static_cast<int>(std::lround(signature->second[par::key]));
-    } else if (bar == 0 && (score.positions.contains(0) || !now_.contains(instrument))) {
-      now_[instrument] = 0;
+  for (const auto& [instrument, fifths] : signsBefore(bar, *score.signs)) {
+    const auto now = keyNow(instrument);
+    if (fifths || (bar == 0 && (score.hasChangeAtBegin() || !now))) {
+      setKey(system, instrument, fifths.value_or(0));
     }
-    entries_.emplace(instrument, Entry{system, now_[instrument]});
+    entries_.emplace(instrument, Entry{system, keyNow(instrument).value_or(0)});
   }
 }
 
 /// The key before the moves of the system.
 int MusicKeys::fifthsBefore(std::size_t system, float instrument) const {
-  const auto known = scores_[system].before.find(instrument);
-  if (known != scores_[system].before.end()) {
-    return known->second;
+  const auto known = offsets_.find(instrument);
+  if (known != offsets_.end()) {
+    const auto later = firstFrom(known->second, system);
+    if (later != known->second.begin()) {
+      return std::prev(later)->fifths + scores_[system].movedBefore;
+    }
   }
   const Entry& entry = entries_.at(instrument);
-  const auto atBegin = scores_[entry.system].moves.find(0);
-  const int moved = scores_[entry.system].movedBefore - scores_[system].movedBefore;
-  return entry.fifths - moved - (atBegin == scores_[entry.system].moves.end() ? 0 : atBegin->second);
+  const Score& score = scores_[entry.system];
+  const int moved = score.movedBefore - scores_[system].movedBefore;
+  return entry.fifths - moved - (score.hasChangeAtBegin() ? score.changes.front().move : 0);
 }
 
 /// That of the last signature before the system, else of the first in or after it.
@@ -187,9 +244,14 @@ std::optional<float> MusicKeys::typeOf(std::size_t system, float instrument) con
   if (known == types_.end()) {
     return std::nullopt;
   }
-  const auto after = std::lower_bound(known->second.begin(), known->second.end(), system,
-                                      [](const Types& types, std::size_t other) { return types.system < other; });
+  const auto after = firstFrom(known->second, system);
   return after == known->second.begin() ? after->first : std::prev(after)->last;
+}
+
+float MusicKeys::position(std::size_t system, std::size_t bar) const {
+  const auto& changes = scores_[system].changes;
+  return std::find_if(changes.begin(), changes.end(), [bar](const Change& change) { return change.bar == bar; })
+      ->position;
 }
 
 std::map<std::size_t, SilentKey> MusicKeys::keys(std::size_t system, float instrument) const {
@@ -201,10 +263,10 @@ std::map<std::size_t, SilentKey> MusicKeys::keys(std::size_t system, float instr
   const auto type = typeOf(system, instrument);
   int fifths = fifthsBefore(system, instrument);
   keys[0] = {signatureOf(fifths), type};
-  for (const auto& [bar, moved] : scores_[system].moves) {
-    fifths += moved;
-    if (bar == 0 || moved != 0) {
-      keys[bar] = {signatureOf(fifths), type};
+  for (const Change& change : scores_[system].changes) {
+    fifths += change.move;
+    if (change.bar == 0 || change.move != 0) {
+      keys[change.bar] = {signatureOf(fifths), type};
     }
   }
   return keys;

@@ -56,12 +56,13 @@ const Record* lastBefore(const std::vector<Record>& records, std::size_t system)
 }  // namespace
 
 MusicLooks::MusicLooks(const std::vector<MusicSystem>& systems) {
-  for (std::size_t index = 0; index < systems.size(); ++index) {
-    read(index, systems[index]);
+  for (const MusicSystem& system : systems) {
+    read(system);
   }
 }
 
-void MusicLooks::read(std::size_t index, const MusicSystem& system) {
+void MusicLooks::read(const MusicSystem& system) {
+  const std::size_t index = hasNames_.size();
   bool anyName = false;
   for (std::size_t s = 0; s < system.staves().size(); ++s) {
     const MusicStaff& staff = system.staves()[s];
@@ -70,7 +71,7 @@ void MusicLooks::read(std::size_t index, const MusicSystem& system) {
     const bool isSecond = std::any_of(system.staves().begin(), system.staves().begin() + static_cast<std::ptrdiff_t>(s),
                                       [&](const MusicStaff& other) { return other.instrument() == instrument; });
     if (!std::isnan(instrument) && !isSecond) {
-      readStaff(index, staff, players_.try_emplace(instrument, Player{{index, s}, {}, {}}).first->second);
+      readStaff(index, staff, players_.try_emplace(instrument, Player{{index, s}, staff.staff, {}, {}}).first->second);
     }
   }
   hasNames_.push_back(anyName);
@@ -97,6 +98,11 @@ void MusicLooks::readStaff(std::size_t index, const MusicStaff& staff, Player& p
 std::optional<std::pair<std::size_t, std::size_t>> MusicLooks::entry(float instrument) const {
   const auto player = players_.find(instrument);
   return player == players_.end() ? std::nullopt : std::optional(player->second.entry);
+}
+
+const Item* MusicLooks::firstStaff(float instrument) const {
+  const auto player = players_.find(instrument);
+  return player == players_.end() ? nullptr : &player->second.staff;
 }
 
 std::optional<Item> MusicLooks::clef(std::size_t system, float instrument) const {

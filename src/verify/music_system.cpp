@@ -205,21 +205,6 @@ void MusicSystem::addBar(const MusicBarline& barline, const float* next, bool is
   bars_.push_back(std::move(bar));
 }
 
-void MusicSystem::forgetNotes() {
-  for (MusicStaff& staff : staves_) {
-    std::erase_if(staff.items, [](const Item& item) {
-      const bool isBrace = item.type() == ItemType::barline && item[par::kind] >= lowestBraceKind;
-      return !isSign(item) && !item.type().hasText() && !isBrace;
-    });
-    staff.items.shrink_to_fit();
-  }
-  for (MusicBar& bar : bars_) {
-    for (StaffTime& time : bar.times) {
-      time.moments = decltype(time.moments)();  // an assignment of {} would keep the memory
-    }
-  }
-}
-
 std::size_t MusicSystem::barFrom(float position) const {
   std::size_t bar = 0;
   while (bar < bars_.size() && !(position < bars_[bar].music)) {

@@ -60,9 +60,6 @@ class MusicSystem {
   bool endsSection() const { return endsSection_; }
   /// Where notes or rests are too long to be counted: the bar, or nullopt for between bars.
   const std::vector<std::optional<std::size_t>>& tooLong() const { return tooLong_; }
-  /// Forgets notes, rests and other items whose time the bars have, and where they are drawn, to save memory.
-  /// Nothing can be placed under them then.
-  void forgetNotes();
   float leftEdge() const;
   /// The bar from which on a signature at this position counts; the number of bars for one after all music.
   std::size_t barFrom(float position) const;

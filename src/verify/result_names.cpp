@@ -24,18 +24,27 @@ bool isNumberAndSuffix(std::string_view rest) {
 
 }  // namespace
 
+std::optional<std::string> stemOfResults(Machine& machine, const std::string& firstResultFile) {
+  auto stem = stemOf(machine, firstResultFile);
+  return stem && lastBackslash(machine, *stem) != std::string::npos ? std::move(stem) : std::nullopt;
+}
+
+std::string resultName(const std::string& stem, std::size_t system) {
+  const std::string number = std::to_string(system);
+  std::string name = stem;
+  return name.append(digits - std::min(digits, number.size()), '0').append(number).append(suffix);
+}
+
 std::optional<std::vector<std::string>> resultNames(Machine& machine, const std::string& firstResultFile,
                                                     std::size_t count) {
-  const auto stem = stemOf(machine, firstResultFile);
-  if (!stem || lastBackslash(machine, *stem) == std::string::npos) {
+  const auto stem = stemOfResults(machine, firstResultFile);
+  if (!stem) {
     return std::nullopt;
   }
   std::vector<std::string> names;
+  names.reserve(count);
   for (std::size_t system = 1; system <= count; ++system) {
-    const std::string number = std::to_string(system);
-    std::string name = *stem;
-    name.append(digits - std::min(digits, number.size()), '0').append(number).append(suffix);
-    names.push_back(std::move(name));
+    names.push_back(resultName(*stem, system));
   }
   return names;
 }

@@ -11,6 +11,12 @@
 
 namespace kiv::proof {
 
+/// What the names of results begin with, by that of the first one: number and suffix at its end are left out. Nullopt
+/// when it is too short, or has no folder.
+std::optional<std::string> stemOfResults(Machine& machine, const std::string& firstResultFile);
+/// The name of the result of a system.
+std::string resultName(const std::string& stem, std::size_t system);
+
 /// The names of count results, by that of the first one: number and suffix at its end are replaced. Nullopt when it
 /// is too short, or has no folder.
 std::optional<std::vector<std::string>> resultNames(Machine& machine, const std::string& firstResultFile,

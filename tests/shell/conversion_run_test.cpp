@@ -1,6 +1,10 @@
 #include "shell/conversion_run.h"
 
+#include <cstdint>
+#include <map>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -73,6 +77,41 @@ TEST_F(ConversionRun, ShowsInstrumentNumbersOnRequest) {
     EXPECT_EQ(showsNumbers(result1), shown);
     EXPECT_EQ(showsNumbers(result2), shown);
   }
+}
+
+// --- the observer ---
+
+/// Notes what it is given, and whether the result before is there.
+class NotingObserver : public ConversionObserver {
+ public:
+  explicit NotingObserver(const FakeHost& host) : host_(host) {}
+
+  void resultHandedOver(std::int16_t system, const std::string& name, std::string_view bytes) override {
+    EXPECT_TRUE(system == 1 || host_.hasFile(result1));
+    systems.push_back(system);
+    results[name] = bytes;
+  }
+
+  std::vector<std::int16_t> systems;
+  std::map<std::string, std::string> results;
+
+ private:
+  const FakeHost& host_;
+};
+
+TEST_F(ConversionRun, GivesEachResultToTheObserver) {
+  NotingObserver observer(host);
+  convertGroup(program, {.firstResultFile = result1, .observer = &observer});
+  EXPECT_EQ(observer.systems, (std::vector<std::int16_t>{1, 2}));
+  EXPECT_EQ(observer.results,
+            (std::map<std::string, std::string>{{result1, host.file(result1)}, {result2, host.file(result2)}}));
+}
+
+TEST_F(ConversionRun, GivesTheObserverNoResultThatCannotBeWritten) {
+  host.unwritable.insert(result2);
+  NotingObserver observer(host);
+  EXPECT_THROW(convertGroup(program, {.firstResultFile = result1, .observer = &observer}), ProgramEnd);
+  EXPECT_EQ(observer.systems, std::vector<std::int16_t>{1});
 }
 
 // --- the options that the handler takes from the controls ---

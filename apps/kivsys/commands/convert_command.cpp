@@ -72,7 +72,7 @@ class ConvertRun {
   std::vector<std::string> writtenResults() const {
     return overlay_ == nullptr ? console_.replacedFiles() : overlay_->replacedNames();
   }
-  ConversionOptions conversionOptions(const std::string& firstResultFile) const;
+  ConversionOptions conversionOptions(const std::string& firstResultFile);
 
   ConsoleHost& console_;
   OverlayFiles* overlay_;
@@ -83,6 +83,7 @@ class ConvertRun {
   DryRunUser dryRunUser_;
   NoPrograms noPrograms_;
   GroupFacts group_;
+  MusicOfResults music_{group_};
   KivSystem program_;
   bool needsConversion_ = false;
   int failure_ = exit_status::critical;  // the status of a run that does not end normally
@@ -170,16 +171,17 @@ std::vector<Message> ConvertRun::musicWarnings(const std::string& firstResultFil
   if (!normalEnd) {
     written = writtenResults();
   }
-  return musicWarningsOfResults(program_.host.files, program_.host.machine, {firstResultFile, written}, group_);
+  return music_.warnings(program_.host.files, program_.host.machine, {firstResultFile, written});
 }
 
-ConversionOptions ConvertRun::conversionOptions(const std::string& firstResultFile) const {
+ConversionOptions ConvertRun::conversionOptions(const std::string& firstResultFile) {
   return {firstResultFile.empty() ? kiv::firstResultFile(program_.host.machine, program_.names) : firstResultFile,
           !options_.noOverwrite,
           !options_.noInstrNumber,
           options_.selection.likePanel ? ReadBack::no : ReadBack::yes,
           restStavesOf(options_),
-          results_.listed.required()};
+          results_.listed.required(),
+          options_.selection.likePanel ? nullptr : &music_};
 }
 
 ConvertOutput ConvertRun::run(const std::string& namesFile, const std::string& firstResultFile,

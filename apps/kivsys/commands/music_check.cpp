@@ -14,30 +14,64 @@
 
 namespace kiv {
 
-std::vector<Message> musicWarningsOfResults(Files& files, Machine& machine, const WrittenResults& written,
-                                            GroupFacts& group) {
-  const std::vector<SystemFact>& systems = group.systems();
-  const auto names = proof::resultNames(machine, written.first, systems.size());
+namespace {
+
+std::set<std::int16_t> instrumentsOf(const SystemFact& system) {
+  std::set<std::int16_t> instruments;
+  for (const StaffFact& staff : system.staves) {
+    instruments.insert(staff.instrument);
+  }
+  return instruments;
+}
+
+/// How many of the results, from the first on, have been written.
+std::size_t writtenCount(Machine& machine, const std::string& stem, const WrittenResults& written, std::size_t all) {
+  if (!written.names) {
+    return all;
+  }
   std::set<std::string> known;
-  for (const std::string& name : written.names.value_or(std::vector<std::string>())) {
+  for (const std::string& name : *written.names) {
     known.insert(machine.upperCase(name));
   }
-  const auto isWritten = [&](const std::string& name) {
-    return !written.names || known.contains(machine.upperCase(name));
+  std::size_t count = 0;
+  while (count < all && known.contains(machine.upperCase(proof::resultName(stem, count + 1)))) {
+    ++count;
+  }
+  return count;
+}
+
+}  // namespace
+
+void MusicOfResults::resultHandedOver(std::int16_t system, const std::string&, std::string_view bytes) {
+  if (last_) {
+    check_.add(*last_);
+    last_.reset();
+  }
+  const std::size_t index = check_.count();
+  hasGap_ = hasGap_ || static_cast<std::size_t>(system) != index + 1 || index >= group_.systems().size();
+  if (!hasGap_) {
+    last_ = musicOfPage(bytes, instrumentsOf(group_.systems()[index]));
+    hasGap_ = !last_;
+  }
+}
+
+std::vector<Message> MusicOfResults::warnings(Files& files, Machine& machine, const WrittenResults& written) {
+  const auto stem = proof::stemOfResults(machine, written.first);
+  if (!stem) {
+    return {};
+  }
+  const std::vector<SystemFact>& systems = group_.systems();
+  const std::size_t count = writtenCount(machine, *stem, written, systems.size());
+  if (last_ && check_.count() < count) {
+    check_.add(*last_);
+  }
+  if (check_.count() > count) {  // results that are not there count for nothing
+    check_ = MusicCheck(FaultPlaces::no);
+  }
+  const auto resultAt = [&](std::size_t index) {
+    return CheckedResult{proof::resultName(*stem, index + 1), instrumentsOf(systems[index])};
   };
-  std::vector<CheckedResult> results;
-  for (std::size_t i = 0; names && i < systems.size() && isWritten((*names)[i]); ++i) {
-    CheckedResult& result = results.emplace_back();
-    result.file = (*names)[i];
-    for (const StaffFact& staff : systems[i].staves) {
-      result.playing.insert(staff.instrument);
-    }
-  }
-  std::vector<Message> warnings = findMusicWarnings(files, results);
-  if (results.size() < systems.size()) {  // the others may have one
-    std::erase_if(warnings, [](const Message& warning) { return warning.code == code::noTimeSignature; });
-  }
-  return warnings;
+  return warningsOf(check_.finish(files, {count, resultAt, count == systems.size()}));
 }
 
 TriedMusic tryForMusicWarnings(TriedAnalysis& analysis, const TriedConversion& conversion) {
@@ -48,15 +82,16 @@ TriedMusic tryForMusicWarnings(TriedAnalysis& analysis, const TriedConversion& c
   const Host& host = program.host;
   const std::string result =
       conversion.firstResultFile.empty() ? firstResultFile(host.machine, program.names) : conversion.firstResultFile;
+  MusicOfResults music(analysis.facts());
   const auto convert = [&] {
     analysis.files().addFolder(justPath(host.machine, result));  // the run may be the one that makes it
-    convertGroup(program, {result, true, false, ReadBack::no, conversion.restStaves, conversion.required});
+    convertGroup(program, {result, true, false, ReadBack::no, conversion.restStaves, conversion.required, &music});
   };
   if (exitCodeOfPart(analysis.user(), convert)) {
     const WrittenResults written{result, analysis.files().replacedNames()};
-    return {musicWarningsOfResults(host.files, host.machine, written, analysis.facts()), false};
+    return {music.warnings(host.files, host.machine, written), false};
   }
-  return {musicWarningsOfResults(host.files, host.machine, {result, {}}, analysis.facts())};
+  return {music.warnings(host.files, host.machine, {result, {}})};
 }
 
 void addMusicWarnings(ConsoleUser& user, Files& files, const std::vector<Message>& messages, bool withProblems,
