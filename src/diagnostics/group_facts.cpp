@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -23,11 +24,6 @@ std::optional<std::int16_t> asListed(float number) {
 }
 
 constexpr std::size_t longestName = 100;  // characters; longer texts are not kept for all staves
-
-/// Whether it is one of the numbers that staves of real pages have. Their texts in a report differ.
-bool isOrdinaryNumber(float number) {
-  return number == std::trunc(number) && std::fabs(number) <= std::numeric_limits<std::int16_t>::max();
-}
 
 /// Puts the staves of a system behind one another, the systems as they first appear.
 void groupBySystem(std::vector<SystemStaff>& staves) {
@@ -51,6 +47,9 @@ void GroupFacts::beginFile(const std::string& musFileName, std::string_view byte
   if (scan_ && needsConversion_) {
     scan_ = LossScan::allItems;
   }
+  if (isNew) {
+    place->second.index = listed_.addFile(place->first);
+  }
   lossFinder_.clear();
   bytes_ = bytes;
   if (fileCount_ == 0 || file().name != &place->first) {
@@ -59,6 +58,7 @@ void GroupFacts::beginFile(const std::string& musFileName, std::string_view byte
     }
     ++fileCount_;
     file().name = &place->first;
+    file().index = place->second.index;
     file().staves.clear();
     file().described.clear();
   }
@@ -103,7 +103,10 @@ void GroupFacts::endFile() {
     const std::string& name = *file().name;
     FileFacts& facts = files_[name];
     const bool isBarlineMissing = scan_ == LossScan::staves && lossFinder_.hasHiddenStaff();
-    facts.losses = isBarlineMissing ? findPageLosses(name, bytes_, LossScan::staves) : lossFinder_.losses(name);
+    PageLosses losses = isBarlineMissing ? findPageLosses(name, bytes_, LossScan::staves) : lossFinder_.losses(name);
+    if (!losses.isEmpty()) {
+      facts.losses = std::make_unique<PageLosses>(std::move(losses));
+    }
     facts.scan = scan_;
   }
 }
@@ -121,11 +124,12 @@ void GroupFacts::addRow(const ItemTable& table, int row, std::vector<SystemStaff
   if (read == of.staves.end() || read->place.item != origin.item) {
     return;
   }
-  const std::string* name =
-      read->isAlone && read->name.size() <= longestName ? &*names_.insert(read->name).first : nullptr;
-  rows_.push_back({of.name, name, *system, *instrument, table.itemPar(row, par::instrument),
-                   table.itemPar(row, par::staff), read->number, static_cast<std::int16_t>(read->place.item),
-                   static_cast<std::uint32_t>(read->place.offset)});
+  listed_.add(
+      *system,
+      {of.index,
+       read->isAlone && read->name.size() <= longestName ? listed_.addName(read->name) : ListedSystems::noName,
+       static_cast<std::uint32_t>(read->place.offset), table.itemPar(row, par::instrument),
+       table.itemPar(row, par::staff), read->number, 1, *instrument, static_cast<std::int16_t>(read->place.item)});
   if (wanted_.instruments) {
     const auto index = static_cast<std::size_t>(read - of.staves.begin());
     staves.push_back({of.name, *system, *instrument, &of.described.staves()[index]});
@@ -151,24 +155,21 @@ void GroupFacts::markLoneStaves(std::vector<ReadStaff>& staves) {
 
 /// Looks whether the systems of the page are like the first one of all. Only the verdict decides about that; here it is
 /// enough to know it early.
-void GroupFacts::compareSystems(std::size_t firstRow) {
+void GroupFacts::compareSystems() {
   needsConversion_ = needsConversion_ || fileCount_ > 1;
-  for (std::size_t row = firstRow; row < rows_.size() && !needsConversion_;) {
-    std::vector<std::int16_t> system;
-    const std::int16_t number = rows_[row].system;
-    for (; row < rows_.size() && rows_[row].system == number; ++row) {
-      system.push_back(rows_[row].instrument);
-    }
+  if (needsConversion_) {
+    return;
+  }
+  for (std::vector<std::int16_t>& system : listed_.instrumentsOfPage()) {
     if (firstSystem_.empty()) {
       firstSystem_ = std::move(system);
     } else {
-      needsConversion_ = system != firstSystem_;
+      needsConversion_ = needsConversion_ || system != firstSystem_;
     }
   }
 }
 
 void GroupFacts::endPage(const ItemTable& table) {
-  const std::size_t firstRow = rows_.size();
   for (std::size_t f = 0; f < fileCount_; ++f) {
     markLoneStaves(pageFiles_[f].staves);
     if (wanted_.instruments) {
@@ -176,16 +177,9 @@ void GroupFacts::endPage(const ItemTable& table) {
     }
   }
   addRows(table);
-  for (std::size_t f = 0; f < fileCount_; ++f) {
-    FileFacts& facts = files_[*pageFiles_[f].name];
-    if (facts.endRow == 0) {
-      facts.firstRow = firstRow;
-      facts.endRow = rows_.size();
-    }
-  }
-  compareSystems(firstRow);
+  compareSystems();
+  listed_.endPage();
   fileCount_ = 0;
-  systems_.reset();
 }
 
 void GroupFacts::addRows(const ItemTable& table) {
@@ -205,34 +199,40 @@ void GroupFacts::addRows(const ItemTable& table) {
 std::optional<FoundStaff> GroupFacts::staff(const StaffFact& fact) const {
   const auto file = files_.find(fact.file);
   const auto number = strictNumber(fact.staff);
-  if (file == files_.end() || !number || fact.occurrence != 1) {
-    return std::nullopt;
-  }
-  const auto first = rows_.begin() + static_cast<std::ptrdiff_t>(file->second.firstRow);
-  const auto end = rows_.begin() + static_cast<std::ptrdiff_t>(file->second.endRow);
-  const auto row = std::find_if(first, end, [&](const ListedRow& listed) {
-    return listed.name != nullptr && listed.file == &file->first && listed.staff == *number;
-  });
-  return row == end ? std::nullopt : std::optional(FoundStaff{{row->item, row->offset}, *row->name});
+  return file == files_.end() || !number || fact.occurrence != 1 ? std::nullopt
+                                                                 : listed_.find(file->second.index, *number);
 }
 
-const std::vector<SystemFact>& GroupFacts::systems() {
-  if (!systems_) {
-    SystemFacts facts;
-    for (const ListedRow& row : rows_) {
-      facts.add(row.system, {row.instrument, generalNumber(row.instrumentNumber), generalNumber(row.newStaff),
-                             generalNumber(row.staff), *row.file});
-    }
-    systems_ = std::move(facts).systems();
+SystemFact GroupFacts::system(std::size_t system) const {
+  SystemFact fact{systemNumber(system), {}};
+  const std::vector<SystemRow> staves = rows(system);
+  fact.staves.reserve(staves.size());
+  std::ranges::transform(staves, std::back_inserter(fact.staves), factOf);
+  return fact;
+}
+
+std::vector<SystemFact> GroupFacts::systems() const {
+  std::vector<SystemFact> systems;
+  systems.reserve(systemCount());
+  for (std::size_t index = 0; index < systemCount(); ++index) {
+    systems.push_back(system(index));
   }
-  return *systems_;
+  return systems;
+}
+
+bool GroupFacts::sharesASystem(const std::string& musFileName) const {
+  const auto file = files_.find(musFileName);
+  return file != files_.end() && listed_.isShared(file->second.index);
 }
 
 const PageLosses* GroupFacts::lossesOf(const std::string& musFileName, LossScan scan) const {
   const auto found = files_.find(musFileName);
   const bool isKnown = found != files_.end() && found->second.scan &&
                        (scan == LossScan::staves || found->second.scan == LossScan::allItems);
-  return isKnown ? &found->second.losses : nullptr;
+  if (!isKnown) {
+    return nullptr;
+  }
+  return found->second.losses != nullptr ? found->second.losses.get() : &noLosses_;
 }
 
 }  // namespace kiv

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -11,6 +12,7 @@
 
 #include "analysis/analysis_observer.h"
 #include "diagnostics/instruments.h"
+#include "diagnostics/listed_systems.h"
 #include "diagnostics/page_losses.h"
 #include "diagnostics/page_staves.h"
 #include "diagnostics/system_facts.h"
@@ -23,12 +25,6 @@ struct WantedFacts {
   /// nullopt for none. Of staves, the losses of all items are found, too, once a page shows that the group needs a
   /// conversion.
   std::optional<LossScan> losses = std::nullopt;
-};
-
-/// A staff item that a record of the report was made of.
-struct FoundStaff {
-  ItemPlace place;
-  std::string name;  ///< the first text with a letter in it that lies left of the staff; "" when there is none
 };
 
 /// Gathers facts about a group while an analysis reads it: give it to the analysis as its observer. Pages and report
@@ -45,8 +41,18 @@ class GroupFacts : public AnalysisObserver {
 
   /// The instruments in their order; none unless they are wanted.
   std::vector<Instrument> instruments() const { return instruments_.instruments(); }
-  /// The systems as the report lists them, in the order of the pages.
-  const std::vector<SystemFact>& systems();
+  /// The systems of the report, in the order of the pages. They are put together when they are asked for.
+  std::size_t systemCount() const { return listed_.systemCount(); }
+  std::int16_t systemNumber(std::size_t system) const { return listed_.systemNumber(system); }
+  /// The staves of the system with an index, from the top down.
+  std::vector<SystemRow> rows(std::size_t system) const { return listed_.rows(system); }
+  /// Their instruments.
+  std::set<std::int16_t> instrumentsOf(std::size_t system) const { return listed_.instrumentsOf(system); }
+  SystemFact system(std::size_t system) const;
+  /// All of them, which may be much.
+  std::vector<SystemFact> systems() const;
+  /// Whether a page of several files has this one.
+  bool sharesASystem(const std::string& musFileName) const;
   /// The staff item that a record of these systems was made of. nullopt where the page must be asked, as two staves of
   /// the file may be meant.
   std::optional<FoundStaff> staff(const StaffFact& fact) const;
@@ -62,38 +68,24 @@ class GroupFacts : public AnalysisObserver {
     std::string name;
     bool isAlone = false;  // no other one in the file can be meant by its number
   };
-  /// What is known of a file.
+  /// What is known of a file. There are very many of them, so they are small.
   struct FileFacts {
-    PageLosses losses;
-    std::optional<LossScan> scan;  // that found the losses, once the file has been read to its end
-    // Of the page of the file: indices in rows_.
-    std::size_t firstRow = 0;
-    std::size_t endRow = 0;
+    std::unique_ptr<PageLosses> losses;  // null when there are none
+    std::optional<LossScan> scan;        // that found the losses, once the file has been read to its end
+    std::uint32_t index = 0;             // in the listed systems
   };
   /// A file of the page that is being read.
   struct PageFile {
     const std::string* name = nullptr;  // a key of files_
+    std::uint32_t index = 0;            // in the listed systems
     std::vector<ReadStaff> staves;      // in the order of the file
     StaffDescriber described;
   };
-  /// A staff as the report lists it. There are very many of them, so they are small.
-  struct ListedRow {
-    const std::string* file = nullptr;  // a key of files_
-    const std::string* name = nullptr;  // one of names_; null when the staff is not certain
-    std::int16_t system = 0;
-    std::int16_t instrument = 0;
-    float instrumentNumber = 0;
-    float newStaff = 0;
-    float staff = 0;
-    std::int16_t item = 0;
-    std::uint32_t offset = 0;
-  };
-
   void addStaff(const PageWalker& page);
   void addRow(const ItemTable& table, int row, std::vector<SystemStaff>& staves);
   static void markLoneStaves(std::vector<ReadStaff>& staves);
   void addRows(const ItemTable& table);
-  void compareSystems(std::size_t firstRow);
+  void compareSystems();
   PageFile& file() { return pageFiles_[fileCount_ - 1]; }
 
   WantedFacts wanted_;
@@ -103,12 +95,11 @@ class GroupFacts : public AnalysisObserver {
   std::optional<LossScan> scan_;     // for losses of this file
   PageLossFinder lossFinder_;
   std::unordered_map<std::string, FileFacts> files_;  // by the names of all files
-  std::set<std::string> names_;                       // that texts give to staves
-  std::vector<ListedRow> rows_;
+  ListedSystems listed_;
   std::vector<std::int16_t> firstSystem_;  // its instruments
   bool needsConversion_ = false;           // as far as the pages show it
   InstrumentCollector instruments_;
-  std::optional<std::vector<SystemFact>> systems_;  // once they were asked for
+  PageLosses noLosses_;
 };
 
 }  // namespace kiv

@@ -49,13 +49,13 @@ std::vector<LayoutClass> classesOf(const SystemTable& table) {
 }
 
 /// Enters the files of each system. The report lists the files of a system one after the other.
-void addFiles(const std::vector<SystemFact>& facts, Layouts& layouts) {
-  std::unordered_map<std::string, std::size_t> known;
-  for (std::size_t s = 0; s < layouts.systems.size() && s < facts.size(); ++s) {
+void addFiles(const GroupFacts& group, Layouts& layouts) {
+  std::unordered_map<const std::string*, std::size_t> known;
+  for (std::size_t s = 0; s < layouts.systems.size() && s < group.systemCount(); ++s) {
     SystemOfLayout& system = layouts.systems[s];
     bool isFirst = true;
-    for (const StaffFact& staff : facts[s].staves) {
-      const auto [index, isNew] = known.emplace(staff.file, layouts.files.size());
+    for (const SystemRow& staff : group.rows(s)) {
+      const auto [index, isNew] = known.emplace(&staff.file, layouts.files.size());
       if (isNew) {
         layouts.files.push_back(staff.file);
       }
@@ -66,41 +66,45 @@ void addFiles(const std::vector<SystemFact>& facts, Layouts& layouts) {
   }
 }
 
-Deviation deviationOf(const LayoutEdit& edit, const SystemFact& system, PageLookup& pages) {
-  Deviation deviation{edit.kind, edit.instrument, system.number, {}, {}, {}};
-  const std::vector<StaffFact>& staves = system.staves;
+Deviation deviationOf(const LayoutEdit& edit, std::int16_t system, const std::vector<SystemRow>& staves,
+                      PageLookup& pages) {
+  Deviation deviation{edit.kind, edit.instrument, system, {}, {}, {}};
   if (edit.staff && *edit.staff < staves.size()) {
-    const StaffFact& fact = staves[*edit.staff];
-    deviation.file = fact.file;
-    deviation.staff = strictNumber(fact.staff);
-    if (const auto staff = pages.staff(fact)) {
+    const SystemRow& row = staves[*edit.staff];
+    deviation.file = row.file;
+    deviation.staff = strictNumber(generalNumber(row.staff));
+    if (const auto staff = pages.staff(row)) {
       deviation.place = staff->place;
     }
-  } else if (!staves.empty() && std::all_of(staves.begin(), staves.end(), [&](const StaffFact& staff) {
-               return staff.file == staves.front().file;
+  } else if (!staves.empty() && std::all_of(staves.begin(), staves.end(), [&](const SystemRow& staff) {
+               return &staff.file == &staves.front().file;
              })) {
     deviation.file = staves.front().file;
   }
   return deviation;
 }
 
-void addNames(const SystemFact& system, const std::set<std::int16_t>& wanted, PageLookup& pages, Layouts& layouts) {
-  for (const StaffFact& fact : system.staves) {
-    if (!wanted.contains(fact.instrument) || layouts.names.contains(fact.instrument)) {
+void addNames(const std::vector<SystemRow>& staves, const std::set<std::int16_t>& wanted, PageLookup& pages,
+              Layouts& layouts) {
+  for (const SystemRow& row : staves) {
+    if (!wanted.contains(row.instrument) || layouts.names.contains(row.instrument)) {
       continue;
     }
-    const auto staff = pages.staff(fact);
+    const auto staff = pages.staff(row);
     if (staff && !staff->name.empty()) {
-      layouts.names[fact.instrument] = staff->name;
+      layouts.names[row.instrument] = staff->name;
     }
   }
 }
 
-void findDeviations(const std::vector<SystemFact>& facts, Places places, PageLookup& pages, LayoutClass& layout) {
+void findDeviations(const GroupFacts& group, Places places, PageLookup& pages, LayoutClass& layout) {
   const std::size_t count = places == Places::ofFirstSystems ? 1 : layout.systems.size();
-  for (std::size_t s = 0; s < count; ++s) {
+  layout.deviations.reserve(count * layout.edits.size());
+  for (std::size_t s = 0; s < count && !layout.edits.empty(); ++s) {
+    const std::size_t system = layout.systems[s];
+    const std::vector<SystemRow> staves = group.rows(system);
     for (const LayoutEdit& edit : layout.edits) {
-      layout.deviations.push_back(deviationOf(edit, facts[layout.systems[s]], pages));
+      layout.deviations.push_back(deviationOf(edit, group.systemNumber(system), staves, pages));
     }
   }
 }
@@ -116,22 +120,21 @@ std::optional<Layouts> findLayouts(Files& files, const SystemTable& table, Group
   if (layouts.isConsistent()) {
     return layouts;
   }
-  const std::vector<SystemFact>& facts = group.systems();
-  if (facts.size() != table.systems.size()) {
+  if (group.systemCount() != table.systems.size()) {
     return std::nullopt;
   }
-  addFiles(facts, layouts);
+  addFiles(group, layouts);
   PageLookup pages(files, &group);
   std::set<std::int16_t> deviating;
   for (LayoutClass& layout : layouts.classes) {
     layout.edits = layoutEdits(layouts.classes.front().instruments, layout.instruments);
-    findDeviations(facts, places, pages, layout);
+    findDeviations(group, places, pages, layout);
     for (const LayoutEdit& edit : layout.edits) {
       deviating.insert(edit.instrument);
     }
   }
   for (const LayoutClass& layout : layouts.classes) {
-    addNames(facts[layout.systems.front()], deviating, pages, layouts);
+    addNames(group.rows(layout.systems.front()), deviating, pages, layouts);
   }
   return layouts;
 }

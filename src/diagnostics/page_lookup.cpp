@@ -71,6 +71,10 @@ std::optional<FoundStaff> PageLookup::staff(const StaffFact& fact) {
   return staff != nullptr ? std::optional(FoundStaff{staff->place, staff->name}) : std::nullopt;
 }
 
+std::optional<FoundStaff> PageLookup::staff(const SystemRow& row) {
+  return row.name != nullptr ? FoundStaff{row.place, *row.name} : staff(factOf(row));
+}
+
 const PageItems::Staff* PageLookup::staffAt(const Location& location) {
   const PageItems& items = page(location.file);
   const auto found = std::find_if(items.staves.begin(), items.staves.end(), [&](const PageItems::Staff& staff) {

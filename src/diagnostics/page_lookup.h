@@ -51,6 +51,7 @@ class PageLookup {
   const PageItems& page(const std::string& musFileName);
   /// The staff item that a record was made of; nullopt when the page does not hold it.
   std::optional<FoundStaff> staff(const StaffFact& fact);
+  std::optional<FoundStaff> staff(const SystemRow& row);
   /// The first staff item with the number and the instrument of a location without an item. What the location does not
   /// give is no number in the page, either. Null when the page does not hold it.
   const PageItems::Staff* staffAt(const Location& location);

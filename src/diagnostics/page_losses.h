@@ -29,6 +29,8 @@ struct PageLosses {
   std::vector<Message> hiddenStaves;  ///< hidden bottom staves, if the file is a page by itself
   std::vector<Message> looseItems;    ///< items on no staff, or a hidden one, left out of a conversion
   std::vector<Message> ofWriting;     ///< what the writer cuts or sets to 0
+
+  bool isEmpty() const { return ofAnalysis.empty() && hiddenStaves.empty() && looseItems.empty() && ofWriting.empty(); }
 };
 
 /// Finds what a run loses of a page file, item by item. Without the other items, from the staves and barlines alone, it

@@ -1,12 +1,15 @@
 #include "diagnostics/warnings.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <set>
+#include <string_view>
+#include <unordered_set>
 #include <utility>
 
+#include "base/number.h"
 #include "diagnostics/page_lookup.h"
 #include "diagnostics/page_losses.h"
-#include "diagnostics/system_facts.h"
 #include "messages/warnings.h"
 #include "mus/format.h"
 #include "platform/file_buffer.h"
@@ -23,12 +26,11 @@ class WarningFinder {
 
  private:
   void addSystems();
-  void addSystem(const SystemFact& system, const std::set<std::int16_t>& instruments);
-  void addRepeats(const SystemFact& system);
+  void addSystem(std::size_t system, const std::set<std::int16_t>& instruments);
+  void addRepeats(std::size_t system, const std::vector<SystemRow>& staves);
   void addInput(const std::string& input);
   void add(const std::vector<Message>& messages);
-  Location locationOf(const SystemFact& system, const StaffFact& fact);
-  bool sharesASystem(const std::string& file);
+  Location locationOf(std::size_t system, const SystemRow& row);
 
   Files& files_;
   WarnedRun run_;
@@ -42,69 +44,60 @@ void WarningFinder::add(const std::vector<Message>& messages) {
   warnings_.insert(warnings_.end(), messages.begin(), messages.end());
 }
 
-Location WarningFinder::locationOf(const SystemFact& system, const StaffFact& fact) {
-  Location location{.file = fact.file};
-  location.system = system.number;
-  if (const auto staff = pages_.staff(fact)) {
+Location WarningFinder::locationOf(std::size_t system, const SystemRow& row) {
+  Location location{.file = row.file};
+  location.system = group_.systemNumber(system);
+  if (const auto staff = pages_.staff(row)) {
     location.item = staff->place.item;
   }
   return location;
 }
 
 /// Instruments and staff numbers that occur again; identifiers of 0 are counted by themselves.
-void WarningFinder::addRepeats(const SystemFact& system) {
+void WarningFinder::addRepeats(std::size_t system, const std::vector<SystemRow>& staves) {
   std::set<std::string> instruments;
   std::set<std::string> numbers;
-  for (const StaffFact& staff : system.staves) {
-    if (staff.instrumentText != "0" && !instruments.insert(staff.instrumentText).second) {
+  for (const SystemRow& staff : staves) {
+    if (staff.instrumentNumber != 0 && !instruments.insert(generalNumber(staff.instrumentNumber)).second) {
       warnings_.push_back(messages::repeatedInstrumentId(locationOf(system, staff)));
     }
-    if (!numbers.insert(staff.newStaff).second) {
+    if (!numbers.insert(generalNumber(staff.newStaff)).second) {
       warnings_.push_back(messages::repeatedStaffNumber(locationOf(system, staff)));
     }
   }
 }
 
-void WarningFinder::addSystem(const SystemFact& system, const std::set<std::int16_t>& instruments) {
-  const auto hasNoId = [](const StaffFact& staff) { return staff.instrumentText == "0"; };
-  const auto zeroIds = std::ranges::count_if(system.staves, hasNoId);
+void WarningFinder::addSystem(std::size_t system, const std::set<std::int16_t>& instruments) {
+  const std::vector<SystemRow> rows = group_.rows(system);
+  const auto hasNoId = [](const SystemRow& staff) { return staff.instrumentNumber == 0; };
+  const auto zeroIds = std::ranges::count_if(rows, hasNoId);
   if (zeroIds > 1 && (run_.allowsZeroIds || run_.scope == RunScope::conversion)) {
-    warnings_.push_back(messages::severalZeroIds(static_cast<int>(zeroIds),
-                                                 locationOf(system, *std::ranges::find_if(system.staves, hasNoId))));
+    warnings_.push_back(
+        messages::severalZeroIds(static_cast<int>(zeroIds), locationOf(system, *std::ranges::find_if(rows, hasNoId))));
   }
   std::set<std::int16_t> missing = instruments;
-  for (const StaffFact& staff : system.staves) {
+  for (const SystemRow& staff : rows) {
     missing.erase(staff.instrument);
   }
-  const std::size_t staves = system.staves.size() + missing.size();
+  const std::size_t staves = rows.size() + missing.size();
   if (staves > writtenStaves) {
-    Location location{.file = system.staves.front().file};
-    location.system = system.number;
+    Location location{.file = rows.front().file};
+    location.system = group_.systemNumber(system);
     warnings_.push_back(messages::tooManyStaves(static_cast<int>(staves), location));
   }
   if (run_.scope == RunScope::conversion) {
-    addRepeats(system);
+    addRepeats(system, rows);
   }
 }
 
 void WarningFinder::addSystems() {
   std::set<std::int16_t> instruments = run_.required;
-  for (const SystemFact& system : group_.systems()) {
-    for (const StaffFact& staff : system.staves) {
-      instruments.insert(staff.instrument);
-    }
+  for (std::size_t system = 0; system < group_.systemCount(); ++system) {
+    instruments.merge(group_.instrumentsOf(system));
   }
-  for (const SystemFact& system : group_.systems()) {
+  for (std::size_t system = 0; system < group_.systemCount(); ++system) {
     addSystem(system, instruments);
   }
-}
-
-/// Whether a page of several files has this one.
-bool WarningFinder::sharesASystem(const std::string& file) {
-  return std::ranges::any_of(group_.systems(), [&](const SystemFact& system) {
-    const auto isOfFile = [&](const StaffFact& staff) { return staff.file == file; };
-    return std::ranges::any_of(system.staves, isOfFile) && !std::ranges::all_of(system.staves, isOfFile);
-  });
 }
 
 void WarningFinder::addInput(const std::string& input) {
@@ -113,7 +106,7 @@ void WarningFinder::addInput(const std::string& input) {
   const PageLosses losses =
       known != nullptr ? *known : findPageLosses(input, buffer_.read(files_, input, readableBytes).value_or(""), scan);
   add(losses.ofAnalysis);
-  if (!losses.hiddenStaves.empty() && !sharesASystem(input)) {
+  if (!losses.hiddenStaves.empty() && !group_.sharesASystem(input)) {
     add(losses.hiddenStaves);
   }
   if (run_.scope != RunScope::analysis) {
@@ -129,7 +122,7 @@ std::vector<Message> WarningFinder::find(const std::vector<std::string>& inputs)
   if (run_.scope != RunScope::analysis) {
     addSystems();
   }
-  std::set<std::string> known;
+  std::unordered_set<std::string_view> known;
   for (const std::string& input : inputs) {
     if (known.insert(input).second) {
       addInput(input);

@@ -80,9 +80,7 @@ class ReportGatherer {
   void addProblems();
   void analyzeWithTable();
   void checkResults();
-  const std::vector<SystemFact>& convertedSystems() {
-    return haveCorrectedResults() ? corrected_->systems : facts_.systems();
-  }
+  const std::vector<SystemFact>& convertedSystems() { return haveCorrectedResults() ? corrected_->systems : systems_; }
   bool haveCorrectedResults() const { return gathered_.data.corrected && gathered_.data.corrected->haveResults; }
   void addMusicFaults(ProblemGrouper& grouper);
   void addPictures();
@@ -97,6 +95,7 @@ class ReportGatherer {
   NoPrograms programs_;
   KivSystem program_;
   GroupFacts facts_;
+  std::vector<SystemFact> systems_;  // of the facts
   std::optional<Layouts> layouts_;
   std::optional<CorrectedGroup> corrected_;
   std::map<std::size_t, std::vector<WantedMark>> marks_;
@@ -112,6 +111,7 @@ bool ReportGatherer::analyzePages() {
                        data.chart = makeChart(host_.machine, readReport(files_), request_.allowZeroId);
                        layouts_ = findLayouts(files_, program_.systems, facts_, Places::ofFirstSystems);
                      }).value_or(0) != 0;
+  systems_ = facts_.systems();
   if (ended) {
     gathered_.ended = user_.messages().back();
   }
@@ -151,7 +151,7 @@ void ReportGatherer::addChart() {
 }
 
 void ReportGatherer::addProblems() {
-  ProblemGrouper grouper(host_, facts_.systems());
+  ProblemGrouper grouper(host_, systems_);
   grouper.addSkipped(request_.skipped, request_.stepAfter);
   grouper.addProblems(findProblems(files_, user_.messages()), false);
   const std::vector<std::string>& names = program_.names.nameList;
@@ -172,8 +172,8 @@ void ReportGatherer::addProblems() {
     ReportProposal& proposal = gathered_.data.proposals[p];
     const std::string file = host_.machine.upperCase(proposal.file);
     const std::size_t system = grouper.systemOf(file, proposal.staff);
-    if (system < facts_.systems().size()) {
-      proposal.system = static_cast<std::size_t>(facts_.systems()[system].number);
+    if (system < systems_.size()) {
+      proposal.system = static_cast<std::size_t>(systems_[system].number);
       marks_[system].push_back({file, proposal.staff, proposal.item, p, true});
     }
   }
@@ -188,7 +188,7 @@ void ReportGatherer::analyzeWithTable() {
     correctedFiles_.addFile(name, page);
   }
   corrected_ = analyzeCorrected(correctedFiles_, host_, request_);
-  if (corrected_ && corrected_->systems.size() == facts_.systems().size()) {
+  if (corrected_ && corrected_->systems.size() == systems_.size()) {
     gathered_.data.corrected = CorrectedPages{request_.table->name, corrected_->problems, !corrected_->qualifies};
   }
 }
@@ -206,7 +206,7 @@ void ReportGatherer::checkResults() {
     data.corrected->haveResults = found.sentences.empty();
   }
   if (!data.corrected || !data.corrected->haveResults) {
-    ResultMisfits asTheyAre = resultMisfits(host_, files_, request_.firstResult, facts_.systems());
+    ResultMisfits asTheyAre = resultMisfits(host_, files_, request_.firstResult, systems_);
     if (!data.corrected || asTheyAre.sentences.empty()) {
       found = std::move(asTheyAre);
     }
@@ -240,7 +240,7 @@ void ReportGatherer::addPictures() {
     wanted.result = [&](std::size_t number) { return resultName(request_.firstResult, number); };
   }
   PictureMaker maker(files_, host_.shown);
-  gathered_.data.pictures = maker.draw(facts_.systems(), wanted);
+  gathered_.data.pictures = maker.draw(systems_, wanted);
 }
 
 GatheredReport ReportGatherer::gather() {
@@ -248,7 +248,7 @@ GatheredReport ReportGatherer::gather() {
   data.skipped = request_.skipped.size();
   data.csvHead = csv_.head;
   if (request_.namesFile.empty()) {
-    ProblemGrouper grouper(host_, facts_.systems());
+    ProblemGrouper grouper(host_, systems_);
     grouper.addSkipped(request_.skipped, request_.stepAfter);
     data.problems = grouper.problems();
     data.title = "Pages";

@@ -137,7 +137,12 @@ void PieceSurvey::analyzePages(const std::string& namesFile) {
     findings_.consistent = program_.systems.isConsistent();
     findings_.multifile = program_.pages.multifileCount != 0;
     findings_.names = shownNames(facts.instruments());
-    findings_.map = smallMap(facts.systems());
+    std::vector<std::vector<std::int16_t>> systems;
+    for (std::size_t system = 0; system < facts.systemCount(); ++system) {
+      const std::set<std::int16_t> instruments = facts.instrumentsOf(system);
+      systems.emplace_back(instruments.begin(), instruments.end());
+    }
+    findings_.map = smallMap(systems);
   }
 }
 
@@ -218,12 +223,10 @@ std::size_t countPages(Machine& machine, const std::vector<std::string>& files) 
   return count;
 }
 
-SmallMap smallMap(const std::vector<SystemFact>& systems) {
+SmallMap smallMap(const std::vector<std::vector<std::int16_t>>& systems) {
   std::set<std::int16_t> ids;
-  for (const SystemFact& system : systems) {
-    for (const StaffFact& staff : system.staves) {
-      ids.insert(staff.instrument);
-    }
+  for (const std::vector<std::int16_t>& system : systems) {
+    ids.insert(system.begin(), system.end());
   }
   std::map<std::int16_t, std::size_t> rowOf;
   for (const std::int16_t id : ids) {
@@ -235,10 +238,7 @@ SmallMap smallMap(const std::vector<SystemFact>& systems) {
   std::vector<std::vector<std::size_t>> possible = present;
   for (std::size_t s = 0; s < systems.size(); ++s) {
     const std::size_t column = s * columns / systems.size();
-    std::set<std::int16_t> here;
-    for (const StaffFact& staff : systems[s].staves) {
-      here.insert(staff.instrument);
-    }
+    const std::set<std::int16_t> here(systems[s].begin(), systems[s].end());
     for (const auto& [id, index] : rowOf) {
       const std::size_t row = index * rows / ids.size();
       ++possible[row][column];

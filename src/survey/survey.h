@@ -1,12 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "diagnostics/instruments.h"
-#include "diagnostics/system_facts.h"
 #include "platform/files.h"
 #include "platform/machine.h"
 
@@ -83,8 +83,8 @@ struct PieceFindings {
 /// The number of pages that files are: those that differ in their page letter only are one.
 std::size_t countPages(Machine& machine, const std::vector<std::string>& files);
 
-/// The small map of these systems.
-SmallMap smallMap(const std::vector<SystemFact>& systems);
+/// The small map of systems that have these instruments.
+SmallMap smallMap(const std::vector<std::vector<std::int16_t>>& systems);
 
 /// Whether bad pages are left out of an analysis, or end it.
 enum class BadPages { end, skipped };

@@ -159,19 +159,8 @@ TEST_F(SurveyPiece, ANameThatCannotBeListedIsAProblem) {
   EXPECT_EQ(surveyPiece(host, host, {"C:\\M\\A\n1.MUS"}).problems.size(), 1U);
 }
 
-std::vector<SystemFact> systemsOf(const std::vector<std::vector<std::int16_t>>& ids) {
-  std::vector<SystemFact> systems;
-  for (const auto& system : ids) {
-    SystemFact& fact = systems.emplace_back();
-    for (const std::int16_t id : system) {
-      fact.staves.emplace_back().instrument = id;
-    }
-  }
-  return systems;
-}
-
 TEST(SmallMap, HasARowForEachInstrumentAndACharacterForEachSystem) {
-  EXPECT_EQ(smallMap(systemsOf({{101, 103}, {102, 101}, {103}})), (SmallMap{"110", "010", "101"}));
+  EXPECT_EQ(smallMap({{101, 103}, {102, 101}, {103}}), (SmallMap{"110", "010", "101"}));
   EXPECT_EQ(smallMap({}), SmallMap{});
 }
 
@@ -185,7 +174,7 @@ TEST(SmallMap, PutsSeveralIntoOneWhereThereAreMany) {
       }
     }
   }
-  const SmallMap map = smallMap(systemsOf(ids));
+  const SmallMap map = smallMap(ids);
   ASSERT_EQ(map.size(), mostMapRows);
   EXPECT_EQ(map[0], std::string(mostMapColumns, '2'));
   EXPECT_EQ(map[1], std::string(mostMapColumns, '1'));

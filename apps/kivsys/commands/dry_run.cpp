@@ -16,10 +16,8 @@ namespace {
 /// The instruments of every system.
 std::map<std::int16_t, std::set<std::int16_t>> instrumentsBySystem(GroupFacts& group) {
   std::map<std::int16_t, std::set<std::int16_t>> instruments;
-  for (const SystemFact& system : group.systems()) {
-    for (const StaffFact& staff : system.staves) {
-      instruments[system.number].insert(staff.instrument);
-    }
+  for (std::size_t system = 0; system < group.systemCount(); ++system) {
+    instruments.emplace(group.systemNumber(system), group.instrumentsOf(system));
   }
   return instruments;
 }

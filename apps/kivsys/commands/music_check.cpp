@@ -16,14 +16,6 @@ namespace kiv {
 
 namespace {
 
-std::set<std::int16_t> instrumentsOf(const SystemFact& system) {
-  std::set<std::int16_t> instruments;
-  for (const StaffFact& staff : system.staves) {
-    instruments.insert(staff.instrument);
-  }
-  return instruments;
-}
-
 /// How many of the results, from the first on, have been written.
 std::size_t writtenCount(Machine& machine, const std::string& stem, const WrittenResults& written, std::size_t all) {
   if (!written.names) {
@@ -48,9 +40,9 @@ void MusicOfResults::resultHandedOver(std::int16_t system, const std::string&, s
     last_.reset();
   }
   const std::size_t index = check_.count();
-  hasGap_ = hasGap_ || static_cast<std::size_t>(system) != index + 1 || index >= group_.systems().size();
+  hasGap_ = hasGap_ || static_cast<std::size_t>(system) != index + 1 || index >= group_.systemCount();
   if (!hasGap_) {
-    last_ = musicOfPage(bytes, instrumentsOf(group_.systems()[index]));
+    last_ = musicOfPage(bytes, group_.instrumentsOf(index));
     hasGap_ = !last_;
   }
 }
@@ -60,8 +52,7 @@ std::vector<Message> MusicOfResults::warnings(Files& files, Machine& machine, co
   if (!stem) {
     return {};
   }
-  const std::vector<SystemFact>& systems = group_.systems();
-  const std::size_t count = writtenCount(machine, *stem, written, systems.size());
+  const std::size_t count = writtenCount(machine, *stem, written, group_.systemCount());
   if (last_ && check_.count() < count) {
     check_.add(*last_);
   }
@@ -69,9 +60,9 @@ std::vector<Message> MusicOfResults::warnings(Files& files, Machine& machine, co
     check_ = MusicCheck(FaultPlaces::no);
   }
   const auto resultAt = [&](std::size_t index) {
-    return CheckedResult{proof::resultName(*stem, index + 1), instrumentsOf(systems[index])};
+    return CheckedResult{proof::resultName(*stem, index + 1), group_.instrumentsOf(index)};
   };
-  return warningsOf(check_.finish(files, {count, resultAt, count == systems.size()}));
+  return warningsOf(check_.finish(files, {count, resultAt, count == group_.systemCount()}));
 }
 
 TriedMusic tryForMusicWarnings(TriedAnalysis& analysis, const TriedConversion& conversion) {

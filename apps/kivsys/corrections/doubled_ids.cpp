@@ -31,11 +31,11 @@ Doubled doubledIn(ConsoleHost& console, const std::string& namesFile, const std:
   if (exitCodeOfPart(user, [&] { analyze(program, namesFile, false, &facts); }).value_or(0) != 0) {
     return doubled;
   }
-  for (const SystemFact& system : facts.systems()) {
+  for (std::size_t system = 0; system < facts.systemCount(); ++system) {
     std::set<std::int16_t> ids;
-    for (const StaffFact& staff : system.staves) {
+    for (const SystemRow& staff : facts.rows(system)) {
       if (staff.instrument != 0 && !ids.insert(staff.instrument).second) {
-        doubled[staff.instrument].emplace(system.number, staff.file);
+        doubled[staff.instrument].emplace(facts.systemNumber(system), staff.file);
       }
     }
   }
