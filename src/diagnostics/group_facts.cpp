@@ -169,6 +169,17 @@ void GroupFacts::compareSystems() {
   }
 }
 
+/// Whether a file was listed twice for the page.
+bool GroupFacts::hasFileTwice() const {
+  for (std::size_t f = 1; f < fileCount_; ++f) {
+    const auto isIt = [&](const PageFile& other) { return other.name == pageFiles_[f].name; };
+    if (std::any_of(pageFiles_.begin(), pageFiles_.begin() + static_cast<std::ptrdiff_t>(f), isIt)) {
+      return true;
+    }
+  }
+  return false;
+}
+
 void GroupFacts::endPage(const ItemTable& table) {
   for (std::size_t f = 0; f < fileCount_; ++f) {
     markLoneStaves(pageFiles_[f].staves);
@@ -178,7 +189,7 @@ void GroupFacts::endPage(const ItemTable& table) {
   }
   addRows(table);
   compareSystems();
-  listed_.endPage();
+  listed_.endPage(hasFileTwice());
   fileCount_ = 0;
 }
 

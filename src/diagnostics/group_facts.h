@@ -85,6 +85,7 @@ class GroupFacts : public AnalysisObserver {
   void addRow(const ItemTable& table, int row, std::vector<SystemStaff>& staves);
   static void markLoneStaves(std::vector<ReadStaff>& staves);
   void addRows(const ItemTable& table);
+  bool hasFileTwice() const;
   void compareSystems();
   PageFile& file() { return pageFiles_[fileCount_ - 1]; }
 

@@ -72,11 +72,11 @@ int ListedSystems::occurrencesIn(Range rows, const Row& row) const {
 }
 
 /// Counts the rows whose records say the same of a staff. One alone with its number in a new file is the first.
-void ListedSystems::countOccurrences() {
+void ListedSystems::countOccurrences(bool hasFileTwice) {
   for (std::size_t r = firstOfPage_; r < rows_.size(); ++r) {
     Row& row = rows_[r];
     const Range before = files_[row.file].lastPage;
-    if (row.name == noName || before.end != 0) {
+    if (hasFileTwice || row.name == noName || before.end != 0) {
       const Range here{static_cast<std::uint32_t>(firstOfPage_), static_cast<std::uint32_t>(r)};
       row.occurrence = std::max(occurrencesIn(before, row), occurrencesIn(here, row)) + 1;
     }
@@ -97,8 +97,8 @@ std::size_t ListedSystems::systemOf(std::int16_t number, std::uint32_t firstRow)
   return systems_.size() - 1;
 }
 
-void ListedSystems::endPage() {
-  countOccurrences();
+void ListedSystems::endPage(bool hasFileTwice) {
+  countOccurrences(hasFileTwice);
   const Range page{static_cast<std::uint32_t>(firstOfPage_), static_cast<std::uint32_t>(rows_.size())};
   for (std::size_t i = 0; i < systemOfRow_.size(); ++i) {
     const auto row = static_cast<std::uint32_t>(firstOfPage_ + i);

@@ -62,7 +62,8 @@ class ListedSystems {
   std::uint32_t addName(const std::string& name);
   /// The next staff of the page.
   void add(std::int16_t system, const Row& row);
-  void endPage();
+  /// A page may have one file twice.
+  void endPage(bool hasFileTwice = false);
 
   /// The instruments of the systems of the page, before it ends.
   std::vector<std::vector<std::int16_t>> instrumentsOfPage() const;
@@ -92,7 +93,7 @@ class ListedSystems {
   };
 
   int occurrencesIn(Range rows, const Row& row) const;
-  void countOccurrences();
+  void countOccurrences(bool hasFileTwice);
   std::size_t systemOf(std::int16_t number, std::uint32_t firstRow);
   template <typename Visitor>
   void visitRows(std::size_t system, Visitor visit) const;

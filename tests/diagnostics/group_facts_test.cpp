@@ -69,6 +69,13 @@ TEST_F(GroupFactsOf, TheSystemsOfAnyPageAreThoseOfTheReport) {
   EXPECT_GT(analyzed, 100);
 }
 
+TEST_F(GroupFactsOf, TheSystemsOfAPageWithAFileTwiceAreThoseOfTheReport) {
+  addOrdinaryPages();
+  listFile("X2A.MUS");
+  run();
+  EXPECT_EQ(group->systems(), readSystemFacts(host));
+}
+
 TEST_F(GroupFactsOf, TheStavesThatAreKnownAreThoseOfThePages) {
   RandomGenerator random(12);
   const std::vector<std::string> numbers = {"0", "1", "2", "2", "3", "4", "1.0000001", "-2", "12345678"};

@@ -90,6 +90,15 @@ TEST_F(ListedSystemsTest, StavesOfAFileOnTwoPagesAreCountedOn) {
   EXPECT_EQ(listed.rows(1).front().name, nullptr) << "the page must be asked";
 }
 
+TEST_F(ListedSystemsTest, StavesOfAFileThatAPageHasTwiceAreCountedOn) {
+  const std::uint32_t flute = listed.addName("Flute");
+  add(1, a, 101, 1, flute);
+  add(1, b, 102, 1);
+  add(1, a, 101, 1, flute);
+  listed.endPage(true);
+  EXPECT_THAT(occurrences(0), ElementsAre(1, 1, 2));
+}
+
 TEST_F(ListedSystemsTest, KeepTheNameOfACertainStaffOnce) {
   add(1, a, 101, 1, listed.addName("Flute"));
   add(1, a, 102, 2);
