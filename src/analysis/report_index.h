@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -20,9 +22,33 @@ struct StaffRecord {
   bool operator==(const StaffRecord&) const = default;
 };
 
-/// The records of a report, read once: its lines by system.
+/// The records of a report, read once: by system. There are very many, so each takes few bytes.
 struct ReportIndex {
-  std::map<double, std::vector<std::string>> systems;  ///< the lines of each system, in the order of the report
+  /// A record. Its numbers are 0 when one of them does not fit.
+  struct Record {
+    const std::string* file = nullptr;  ///< a key of lastUse
+    std::uint32_t next = 0;             ///< of the same system, an index in records; 0 for none
+    std::int16_t instrId = 0;
+    std::int16_t stavesUp = 0;
+    std::int16_t staff = 0;
+    std::int16_t newStaff = 0;
+  };
+  /// The records of a system: indices in records.
+  struct Chain {
+    std::uint32_t first = 0;
+    std::uint32_t last = 0;
+  };
+
+  ReportIndex() = default;
+  ReportIndex(const ReportIndex&) = delete;
+  ReportIndex& operator=(const ReportIndex&) = delete;
+  ReportIndex(ReportIndex&&) = default;
+  ReportIndex& operator=(ReportIndex&&) = default;
+  ~ReportIndex() = default;
+
+  std::map<double, Chain> systems;  ///< in the order of the report
+  std::deque<Record> records;
+  std::map<std::uint32_t, std::string> unfitLines;     ///< of the records with a number that 16 bits do not hold
   std::vector<std::int16_t> instruments;               ///< the distinct identifiers, in order of first appearance
   std::map<std::string, double, std::less<>> lastUse;  ///< of each page file, the highest system that it serves
 
