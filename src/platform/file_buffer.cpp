@@ -19,6 +19,9 @@ std::optional<std::string_view> FileBuffer::read(InputFile& file, std::size_t li
       break;
     }
     have += *got;
+    if (file.isAtEnd()) {
+      break;
+    }
   }
   return std::string_view(buffer_).substr(0, have);
 }

@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/file_stamp.h"
+
 namespace kiv {
 
 struct FolderEntry {
@@ -28,6 +30,10 @@ class InputFile {
   /// Reads up to buffer.size() bytes from where the last read ended. Returns the number read; 0 at the end of the file,
   /// nullopt on an I/O error.
   virtual std::optional<std::size_t> read(std::span<char> buffer) = 0;
+
+  /// Whether the last read has met the end of the file, so that another one would find nothing. False where that is not
+  /// known: then a read that returns 0 shows the end.
+  virtual bool isAtEnd() const { return false; }
 
   /// The number of bytes that the file had when it was opened or asked; nullopt when that is not known.
   virtual std::optional<std::uint64_t> size() const { return std::nullopt; }

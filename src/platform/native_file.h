@@ -1,37 +1,20 @@
 #pragma once
 
-#include <compare>
-#include <cstdint>
 #include <optional>
 #include <string>
+
+#include "platform/file_stamp.h"
 
 namespace kiv {
 
 // Files and folders as the system knows them. Their names are the disk's own: with the system's separators, and read
 // as they are, without a search regardless of case.
 
-/// What makes a file this one, whatever its name: the same for all its names, links and spellings.
-struct FileIdentity {
-  std::uint64_t volume = 0;
-  std::uint64_t file = 0;
-
-  auto operator<=>(const FileIdentity&) const = default;  // NOLINT(modernize-use-nullptr)
-};
-
 /// The identity of the file or folder that a path leads to, links followed; nullopt when there is none.
 std::optional<FileIdentity> identityOf(const std::string& path);
 
 /// The same of the file that standard input is; nullopt when it is none.
 std::optional<FileIdentity> identityOfStandardInput();
-
-/// By this a file that has changed differs from the one that it was.
-struct FileStamp {
-  FileIdentity identity;
-  std::uint64_t size = 0;
-  std::int64_t changed = 0;  ///< the time of its last change, in the system's own unit
-
-  bool operator==(const FileStamp&) const = default;
-};
 
 /// The stamp of the file that a path leads to, links followed; nullopt when there is none.
 std::optional<FileStamp> stampOf(const std::string& path);

@@ -21,13 +21,19 @@ class PosixInput : public InputFile {
     while (true) {
       const ssize_t got = ::read(file_.number(), buffer.data(), buffer.size());
       if (got >= 0) {
-        return static_cast<std::size_t>(got);
+        const auto count = static_cast<std::size_t>(got);
+        position_ += count;
+        // Before the end that the file had, fewer bytes may come of an I/O error, which the next read reports.
+        isAtEnd_ = count < buffer.size() && position_ >= static_cast<std::uint64_t>(size_);
+        return count;
       }
       if (errno != EINTR) {
         return std::nullopt;
       }
     }
   }
+
+  bool isAtEnd() const override { return isAtEnd_; }
 
   std::optional<std::uint64_t> size() const override { return static_cast<std::uint64_t>(size_); }
 
@@ -54,7 +60,9 @@ class PosixInput : public InputFile {
   }
 
   Descriptor file_;
-  off_t size_;
+  off_t size_;  // when it was opened
+  std::uint64_t position_ = 0;
+  bool isAtEnd_ = false;
 };
 
 class PosixOutput : public OutputFile {
