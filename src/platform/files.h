@@ -38,6 +38,9 @@ class InputFile {
   /// The number of bytes that the file had when it was opened or asked; nullopt when that is not known.
   virtual std::optional<std::uint64_t> size() const { return std::nullopt; }
 
+  /// What the file was when it was opened or asked; nullopt when that is not known.
+  virtual std::optional<FileStamp> stamp() const { return std::nullopt; }
+
   /// Lets the system fetch the file from the disk while other work is done. A hint; it changes nothing else.
   virtual void prefetch() {}
 };

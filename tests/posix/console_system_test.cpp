@@ -1,5 +1,7 @@
 #include "platform/console/console_system.h"
 
+#include <filesystem>
+
 #include <gtest/gtest.h>
 
 #include "tests/posix/temporary_folder.h"
@@ -28,6 +30,13 @@ TEST_F(ConsoleSystemFiles, ABoundPageIsReadWhateverElseHasItsName) {
   EXPECT_EQ(readWhole(system, name), "the page");
   EXPECT_EQ(system.diskName(name), disk.path("lib/p1.mus").string());
   EXPECT_EQ(readWhole(system, disk.core("LIB/P1.MUS")), "another");
+}
+
+TEST_F(ConsoleSystemFiles, ABoundPageThatIsGoneIsNotReadFromAnotherFile) {
+  system.bindPages({{disk.core("lib/p1.mus"), disk.path("lib/p1.mus").string()}});
+  disk.addFile("lib/P1.MUS", "another");
+  std::filesystem::remove(disk.path("lib/p1.mus"));
+  EXPECT_EQ(system.openInput(upper("lib/p1.mus")), nullptr);
 }
 
 TEST_F(ConsoleSystemFiles, ANewFileGoesBesideTheBoundPageWhenAskedFor) {

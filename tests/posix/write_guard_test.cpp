@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "messages/run_time_errors.h"
 #include "platform/console/console_system.h"
@@ -62,6 +63,30 @@ TEST_F(WriteGuardTest, ARunThatReadsAChangedPageAgainEnds) {
   disk.addFile("p2.mus", "another!");
   fs::rename(disk.path("p2.mus"), disk.path("p1.mus"));
   EXPECT_THROW(static_cast<void>(system.openInput(name)), ProgramEnd);
+}
+
+TEST_F(WriteGuardTest, ARunThatReadsAPageAgainWhichIsGoneOrNoFileEnds) {
+  disk.addFile("p1.mus", "the page");
+  ConsoleSystem system;
+  system.bindPages({{disk.core("p1.mus"), path("p1.mus")}});
+  const std::string name = system.upperCase(disk.core("p1.mus"));
+  EXPECT_TRUE(system.openInput(name));
+  fs::remove(disk.path("p1.mus"));
+  EXPECT_THROW(static_cast<void>(system.openInput(name)), ProgramEnd);
+  fs::create_directory(disk.path("p1.mus"));
+  EXPECT_THROW(static_cast<void>(system.openInput(name)), ProgramEnd);
+}
+
+TEST_F(WriteGuardTest, APageThatCannotBeOpenedAnyMoreHasNotChanged) {
+  disk.addFile("p1.mus", "the page");
+  ConsoleSystem system;
+  system.bindPages({{disk.core("p1.mus"), path("p1.mus")}});
+  const std::string name = system.upperCase(disk.core("p1.mus"));
+  const auto first = system.openInput(name);
+  ASSERT_TRUE(first);
+  EXPECT_EQ(first->stamp(), stampOf(path("p1.mus")));
+  fs::permissions(disk.path("p1.mus"), fs::perms::none);
+  EXPECT_EQ(system.openInput(name) == nullptr, ::geteuid() != 0);
 }
 
 TEST_F(WriteGuardTest, AResultIsNotWrittenOverAPageOrAnotherResult) {

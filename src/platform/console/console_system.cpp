@@ -7,6 +7,8 @@
 
 #include "messages/run_time_errors.h"
 #include "platform/console/error_line.h"
+#include "platform/console/stop_signals.h"
+#include "platform/kept_file.h"
 #include "platform/memory/memory_input.h"
 #include "platform/separators.h"
 
@@ -93,13 +95,21 @@ std::unique_ptr<InputFile> ConsoleSystem::openInput(const std::string& name) {
     settle();
     return GuardedSystem::openInput(inBoundFolder(name));
   }
-  if (!stamps_.isSame(page->second)) {
-    endProgram(messages::fileChanged(name));
-  }
-  auto file = GuardedSystem::openInput(coreName(page->second));
+  auto file = openPage(name, page->second);
   const auto corrected = corrections_.pages.find(name);
   return file && corrected != corrections_.pages.end() ? openCorrected(std::move(file), corrected->second, name)
                                                        : std::move(file);
+}
+
+/// Opens a page before it is compared with what it was: then it is this very file that has not changed.
+std::unique_ptr<InputFile> ConsoleSystem::openPage(const std::string& name, const std::string& path) {
+  endIfStopped();
+  auto file = openExactly(path);
+  const auto stamp = file ? file->stamp() : std::nullopt;
+  if (!(stamp ? stamps_.isSame(path, stamp) : stamps_.isSame(path))) {
+    endProgram(messages::fileChanged(name));
+  }
+  return file;
 }
 
 /// Whether a file may be written here; a line on standard error when not.

@@ -89,6 +89,7 @@ class ConsoleSystem : public GuardedSystem {
 
  private:
   static std::string startFolder();
+  std::unique_ptr<InputFile> openPage(const std::string& name, const std::string& path);
   std::string bound(const std::string& name);
   bool mayWrite(const std::string& path);
   enum class Existing { replaced, kept };

@@ -51,8 +51,7 @@ void WriteGuard::addWritten(const std::string& path) {
   }
 }
 
-bool PageStamps::isSame(const std::string& path) {
-  const auto stamp = stampOf(path);
+bool PageStamps::isSame(const std::string& path, const std::optional<FileStamp>& stamp) {
   if (!stamp) {
     return !stamps_.contains(path);
   }

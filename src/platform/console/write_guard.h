@@ -30,8 +30,10 @@ class WriteGuard {
 /// Knows what the pages of a run were when it first read them.
 class PageStamps {
  public:
-  /// Whether the file is as it was at the first call for it.
-  bool isSame(const std::string& path);
+  /// Whether the file is as it was at the first call for it. The stamp is what it is now, nullopt for no file.
+  bool isSame(const std::string& path, const std::optional<FileStamp>& stamp);
+  /// The same for the file that the path leads to.
+  bool isSame(const std::string& path) { return isSame(path, stampOf(path)); }
   /// The run itself has changed the file; the next call for it is its first one.
   void forget(const std::string& path) { stamps_.erase(path); }
 

@@ -43,14 +43,8 @@ std::optional<FileIdentity> identityOfStandardInput() {
 }
 
 std::optional<FileStamp> stampOf(const std::string& path) {
-  constexpr std::int64_t nanoseconds = 1000000000;
   struct stat status {};
-  if (::stat(path.c_str(), &status) != 0) {
-    return std::nullopt;
-  }
-  return FileStamp{{status.st_dev, status.st_ino},
-                   static_cast<std::uint64_t>(status.st_size),
-                   status.st_mtim.tv_sec * nanoseconds + status.st_mtim.tv_nsec};
+  return ::stat(path.c_str(), &status) == 0 ? std::optional(stampOf(status)) : std::nullopt;
 }
 
 PathKind kindOf(const std::string& path) {

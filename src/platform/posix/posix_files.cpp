@@ -6,7 +6,6 @@
 #include <utility>
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <sys/uio.h>
 #include <unistd.h>
 
@@ -15,7 +14,7 @@ namespace {
 
 class PosixInput : public InputFile {
  public:
-  PosixInput(Descriptor file, off_t size) : file_(std::move(file)), size_(size) {}
+  PosixInput(Descriptor file, const FileStamp& stamp) : file_(std::move(file)), stamp_(stamp) {}
 
   std::optional<std::size_t> read(std::span<char> buffer) override {
     while (true) {
@@ -24,7 +23,7 @@ class PosixInput : public InputFile {
         const auto count = static_cast<std::size_t>(got);
         position_ += count;
         // Before the end that the file had, fewer bytes may come of an I/O error, which the next read reports.
-        isAtEnd_ = count < buffer.size() && position_ >= static_cast<std::uint64_t>(size_);
+        isAtEnd_ = count < buffer.size() && position_ >= stamp_.size;
         return count;
       }
       if (errno != EINTR) {
@@ -35,7 +34,9 @@ class PosixInput : public InputFile {
 
   bool isAtEnd() const override { return isAtEnd_; }
 
-  std::optional<std::uint64_t> size() const override { return static_cast<std::uint64_t>(size_); }
+  std::optional<std::uint64_t> size() const override { return stamp_.size; }
+
+  std::optional<FileStamp> stamp() const override { return stamp_; }
 
   void prefetch() override {
 #ifdef POSIX_FADV_WILLNEED  // not every system has it
@@ -60,7 +61,7 @@ class PosixInput : public InputFile {
   }
 
   Descriptor file_;
-  off_t size_;  // when it was opened
+  FileStamp stamp_;  // when it was opened
   std::uint64_t position_ = 0;
   bool isAtEnd_ = false;
 };
@@ -112,6 +113,13 @@ std::optional<std::string> writeAll(const Descriptor& file, std::string_view byt
   return std::nullopt;
 }
 
+FileStamp stampOf(const struct stat& status) {
+  constexpr std::int64_t nanoseconds = 1000000000;
+  return {{status.st_dev, status.st_ino},
+          static_cast<std::uint64_t>(status.st_size),
+          status.st_mtim.tv_sec * nanoseconds + status.st_mtim.tv_nsec};
+}
+
 std::unique_ptr<InputFile> openForReading(const std::string& path) {
   // Only a regular file certainly ends. Without O_NONBLOCK, opening a pipe would wait for a writer.
   Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
@@ -123,7 +131,7 @@ std::unique_ptr<InputFile> openForReading(const std::string& path) {
   if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
     return nullptr;
   }
-  return std::make_unique<PosixInput>(std::move(file), status.st_size);
+  return std::make_unique<PosixInput>(std::move(file), stampOf(status));
 }
 
 std::unique_ptr<OutputFile> openForWriting(const std::string& path) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include <sys/stat.h>
 #include <sys/types.h>
 
 #include "platform/files.h"
@@ -41,6 +42,9 @@ std::unique_ptr<OutputFile> openForWriting(const std::string& path);
 std::unique_ptr<OutputFile> asOutput(Descriptor file);
 /// The system's words for the last failure.
 std::string lastFailure();
+
+/// What a status says of its file.
+FileStamp stampOf(const struct stat& status);
 
 /// Throws std::bad_alloc or std::system_error when the last call failed for too little memory or too many open files,
 /// which says nothing about the file or folder that it was for.

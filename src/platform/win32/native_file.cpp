@@ -2,6 +2,7 @@
 
 #include "platform/win32/handle.h"
 #include "platform/win32/text.h"
+#include "platform/win32/win32_files.h"
 
 namespace kiv {
 namespace {
@@ -19,22 +20,12 @@ bool isFolder(const std::string& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-std::uint64_t joined(DWORD high, DWORD low) {
-  constexpr unsigned bitsOfHalf = 32;
-  return (std::uint64_t{high} << bitsOfHalf) | low;
-}
-
-FileIdentity identityOf(const BY_HANDLE_FILE_INFORMATION& information) {
-  return {information.dwVolumeSerialNumber, joined(information.nFileIndexHigh, information.nFileIndexLow)};
-}
-
 }  // namespace
 
 std::optional<FileIdentity> identityOfStandardInput() {
   HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
-  BY_HANDLE_FILE_INFORMATION information{};
-  const bool isFile = GetFileType(input) == FILE_TYPE_DISK && GetFileInformationByHandle(input, &information) != FALSE;
-  return isFile ? std::optional(identityOf(information)) : std::nullopt;
+  const auto stamp = GetFileType(input) == FILE_TYPE_DISK ? stampOfHandle(input) : std::nullopt;
+  return stamp ? std::optional(stamp->identity) : std::nullopt;
 }
 
 std::optional<FileIdentity> identityOf(const std::string& path) {
@@ -44,13 +35,7 @@ std::optional<FileIdentity> identityOf(const std::string& path) {
 
 std::optional<FileStamp> stampOf(const std::string& path) {
   const Handle file = openAs(path, 0);
-  BY_HANDLE_FILE_INFORMATION information{};
-  if (!file.isOpen() || GetFileInformationByHandle(file.get(), &information) == FALSE) {
-    return std::nullopt;
-  }
-  const FILETIME& changed = information.ftLastWriteTime;
-  return FileStamp{identityOf(information), joined(information.nFileSizeHigh, information.nFileSizeLow),
-                   static_cast<std::int64_t>(joined(changed.dwHighDateTime, changed.dwLowDateTime))};
+  return file.isOpen() ? stampOfHandle(file.get()) : std::nullopt;
 }
 
 PathKind kindOf(const std::string& path) {

@@ -33,6 +33,8 @@ class Win32Input : public InputFile {
                                                       : std::optional(static_cast<std::uint64_t>(size.QuadPart));
   }
 
+  std::optional<FileStamp> stamp() const override { return stampOfHandle(file_.get()); }
+
  private:
   Handle file_;
 };
@@ -95,11 +97,27 @@ class NewFile {
   bool isHere_ = false;
 };
 
+std::uint64_t joined(DWORD high, DWORD low) {
+  constexpr unsigned bitsOfHalf = 32;
+  return (std::uint64_t{high} << bitsOfHalf) | low;
+}
+
 struct SearchCloser {
   void operator()(HANDLE search) const { FindClose(search); }
 };
 
 }  // namespace
+
+std::optional<FileStamp> stampOfHandle(HANDLE file) {
+  BY_HANDLE_FILE_INFORMATION information{};
+  if (GetFileInformationByHandle(file, &information) == FALSE) {
+    return std::nullopt;
+  }
+  const FILETIME& changed = information.ftLastWriteTime;
+  return FileStamp{{information.dwVolumeSerialNumber, joined(information.nFileIndexHigh, information.nFileIndexLow)},
+                   joined(information.nFileSizeHigh, information.nFileSizeLow),
+                   static_cast<std::int64_t>(joined(changed.dwHighDateTime, changed.dwLowDateTime))};
+}
 
 std::unique_ptr<InputFile> openForReading(const std::string& name) {
   Handle file(CreateFileA(name.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,

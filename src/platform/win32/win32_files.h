@@ -15,6 +15,8 @@ namespace kiv {
 std::unique_ptr<InputFile> openForReading(const std::string& name);
 /// Opens the file empty. Null when it cannot be written.
 std::unique_ptr<OutputFile> openForWriting(const std::string& name);
+/// What an open file or folder is; nullopt when the system does not say.
+std::optional<FileStamp> stampOfHandle(HANDLE file);
 /// Writes all bytes. Returns the failure's text.
 std::optional<std::string> writeAll(const Handle& file, std::string_view bytes);
 /// Writes the bytes beside the target and then moves them to its place: at every moment the old or the new file is
