@@ -29,8 +29,19 @@ enum class PathKind {
 /// What a path leads to, links followed.
 PathKind kindOf(const std::string& path);
 
+/// What opening a file for reading shows.
+struct ReadCheck {
+  std::optional<std::string> failure;    ///< why it cannot be read as a file, in the system's words
+  std::optional<FileIdentity> identity;  ///< nullopt when it cannot be opened, or the system does not say
+};
+
+/// Opens the file that a path leads to, and closes it. A pipe or a device is not waited for.
+ReadCheck checkReadable(const std::string& path);
+
 /// Why the path cannot be read as a file, in the system's words; nullopt when it can be.
-std::optional<std::string> readFailure(const std::string& path);
+inline std::optional<std::string> readFailure(const std::string& path) {
+  return checkReadable(path).failure;
+}
 
 /// Why the file cannot be written, in the system's words; nullopt when it can be. It stays as it is.
 std::optional<std::string> writeFailure(const std::string& path);

@@ -32,6 +32,11 @@ TEST_F(ConsoleSystemFiles, ABoundPageIsReadWhateverElseHasItsName) {
   EXPECT_EQ(readWhole(system, disk.core("LIB/P1.MUS")), "another");
 }
 
+TEST_F(ConsoleSystemFiles, ABoundPageIsShownByItsOwnPathWhateverElseHasItsName) {
+  system.bindPages({{disk.core("lib/p1.mus"), disk.path("lib/p1.mus").string()}});
+  EXPECT_EQ(system.shownName(upper("lib/p1.mus")), disk.path("lib/p1.mus").string());
+}
+
 TEST_F(ConsoleSystemFiles, ABoundPageThatIsGoneIsNotReadFromAnotherFile) {
   system.bindPages({{disk.core("lib/p1.mus"), disk.path("lib/p1.mus").string()}});
   disk.addFile("lib/P1.MUS", "another");

@@ -8,7 +8,7 @@ namespace kiv {
 
 InputFiles::InputFiles(const SelectedPages& pages) {
   for (const FoundFile& page : pages.pages) {
-    add(page.path);
+    add(page);
   }
   for (const std::string& path : pages.badPaths) {
     add(path);
@@ -24,9 +24,9 @@ InputFiles::InputFiles(const SelectedPages& pages) {
   }
 }
 
-void InputFiles::add(const std::string& path) {
-  if (const auto identity = identityOf(path)) {
-    paths_.emplace(*identity, path);
+void InputFiles::add(const FoundFile& file) {
+  if (const auto identity = file.identity ? file.identity : identityOf(file.path)) {
+    paths_.emplace(*identity, file.path);
   }
 }
 

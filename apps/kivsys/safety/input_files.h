@@ -15,11 +15,13 @@ namespace kiv {
 class InputFiles {
  public:
   InputFiles() = default;
-  /// The pages of a selection, also those that are skipped, their list and their tables.
+  /// The pages of a selection, also those that are skipped, their list and their tables. A page is the file that it was
+  /// when it was found, or when refreshIdentities was called.
   explicit InputFiles(const SelectedPages& pages);
 
   /// Adds a file by its path on the disk, if it is there.
-  void add(const std::string& path);
+  void add(const std::string& path) { add(FoundFile{"", path}); }
+  void add(const FoundFile& file);
   /// Adds the file that standard input is, if it is one.
   void addStandardInput();
   /// Adds an input as it was typed: a file, or "-" for standard input.

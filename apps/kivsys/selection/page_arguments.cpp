@@ -60,12 +60,29 @@ struct FolderGroups {
   std::vector<Piece> results;
 };
 
+/// What a name of the core leads to.
+struct Entry {
+  std::string path;
+  PathKind kind;
+};
+
+/// Only what is not there as it is written needs a search.
+Entry entryOf(ConsoleSystem& system, const std::string& name) {
+  Entry entry{NativeSystem::exactPath(name), PathKind::missing};
+  entry.kind = kindOf(entry.path);
+  if (entry.kind == PathKind::missing) {
+    entry.path = system.diskName(name);
+    entry.kind = kindOf(entry.path);
+  }
+  return entry;
+}
+
 /// The groups of pages in a folder, which the core names; "typed" is what users call it, with a separator.
 FolderGroups groupsIn(ConsoleSystem& system, const std::string& folder, const std::string& typed, Pages& leftOut) {
   const std::string start = folder + (endsWithBackslash(system, folder) ? "" : "\\");
   Pages files;
   for (const FolderEntry& entry : system.listFolder(start)) {
-    if (kindOf(system.diskName(start + entry.name)) == PathKind::file) {
+    if (entryOf(system, start + entry.name).kind == PathKind::file) {
       files.push_back(entry.name);
     }
   }
@@ -153,6 +170,10 @@ std::optional<std::string> refusalOfName(const std::string& typed, const std::st
   return refusalOf(NativeSystem::beyondNames(typed), typed, what);
 }
 
+std::optional<std::string> refusalOfName(NativeSystem& system, const std::string& typed, const std::string& what) {
+  return refusalOf(system.beyondKnownNames(typed), typed, what);
+}
+
 std::optional<std::string> refusalOfNewName(const std::string& typed, const std::string& what) {
   return refusalOf(NativeSystem::beyondNewNames(typed), typed, what);
 }
@@ -161,8 +182,8 @@ std::optional<std::string> whyNotOneFolder(ConsoleSystem& system, const std::vec
   std::set<std::string> folders;
   std::string names;
   for (const std::string& argument : arguments) {
-    const std::string path = system.diskName(system.fullName(withoutSeparators(system, argument)));
-    if (kindOf(path) == PathKind::folder && folders.insert(path).second) {
+    const Entry entry = entryOf(system, system.fullName(withoutSeparators(system, argument)));
+    if (entry.kind == PathKind::folder && folders.insert(entry.path).second) {
       names += (names.empty() ? "" : ", ") + argument;
     }
   }
@@ -178,11 +199,11 @@ std::variant<Pages, std::string> pagesMeantBy(ConsoleSystem& system, const std::
   }
   Pages pages;
   for (const std::string& typed : NativeSystem::filesMatching(argument)) {
-    if (const auto reason = refusalOfName(typed, "page file")) {
+    if (const auto reason = refusalOfName(system, typed, "page file")) {
       return *reason;
     }
-    const std::string path = system.diskName(system.fullName(withoutSeparators(system, typed)));
-    if (kindOf(path) == PathKind::folder) {
+    const auto [path, kind] = entryOf(system, system.fullName(withoutSeparators(system, typed)));
+    if (kind == PathKind::folder) {
       auto found = pagesOfFolder(system, typed, leftOut);
       if (const auto* inside = std::get_if<Pages>(&found)) {
         pages.insert(pages.end(), inside->begin(), inside->end());
@@ -190,7 +211,7 @@ std::variant<Pages, std::string> pagesMeantBy(ConsoleSystem& system, const std::
       }
       return found;
     }
-    if (isPattern(typed) && kindOf(path) == PathKind::missing) {
+    if (isPattern(typed) && kind == PathKind::missing) {
       return whyUnreadable(typed, path).value_or(typed);
     }
     pages.push_back(typed);

@@ -26,6 +26,8 @@ std::optional<std::string> whyUnreadable(const std::string& typed, const std::st
 /// Why a file or folder that was typed cannot be used: the core cannot name it. "what" is what messages call it;
 /// nullopt when it can be.
 std::optional<std::string> refusalOfName(const std::string& typed, const std::string& what);
+/// The same, as the system knows the folder of what was typed.
+std::optional<std::string> refusalOfName(NativeSystem& system, const std::string& typed, const std::string& what);
 /// The same for one that is to be written, and need not be there yet.
 std::optional<std::string> refusalOfNewName(const std::string& typed, const std::string& what);
 

@@ -17,29 +17,34 @@ constexpr std::size_t mostPages = std::numeric_limits<std::int16_t>::max();
 
 }  // namespace
 
-/// The file that a name stands for in the folder of the run, which has not been entered yet.
-std::string PageFinder::fileOf(const std::string& name) {
-  return system_.diskName(NativeSystem::isFullName(name)
-                              ? name
-                              : search_.folder + (endsWithBackslash(system_, search_.folder) ? "" : "\\") + name);
+/// Looks in the folder of the run, which has not been entered yet. Only a file that is not there as it is written needs
+/// a search.
+PageFinder::Look PageFinder::lookFor(const std::string& name) {
+  const std::string full = NativeSystem::isFullName(name)
+                               ? name
+                               : search_.folder + (endsWithBackslash(system_, search_.folder) ? "" : "\\") + name;
+  const std::string exact = NativeSystem::exactPath(full);
+  ReadCheck check = checkReadable(exact);
+  const std::string path = check.failure ? system_.diskName(full) : exact;
+  return {path, path == exact ? check : checkReadable(path)};
 }
 
-std::string PageFinder::problemOfPage(const WantedPage& page, const std::string& path) {
+std::string PageFinder::problemOfPage(const WantedPage& page, const Look& look) {
   if (lastBackslash(system_, page.name) == std::string::npos) {
     const bool hasSlash = page.name.find('/') != std::string::npos;
     return "no folder in the name of the page: " + page.typed +
            (hasSlash ? "; write \\ for /, or leave out the 1 at the ends of all lines" : "");
   }
-  if (const auto failure = readFailure(path)) {
-    const bool isMissing = kindOf(path) == PathKind::missing && !page.place.empty();
-    return isMissing ? "no such page: " + page.typed : "cannot read " + page.typed + ": " + *failure;
+  if (look.check.failure) {
+    const bool isMissing = kindOf(look.path) == PathKind::missing && !page.place.empty();
+    return isMissing ? "no such page: " + page.typed : "cannot read " + page.typed + ": " + *look.check.failure;
   }
   if (hasTwoBackslashes(system_, page.name)) {
     return "a page cannot have two backslashes in its name, as network paths have: " + page.typed;
   }
   if (!pages_.empty() &&
       (justPath(system_, system_.upperCase(pages_.front().name)) != justPath(system_, system_.upperCase(page.name)) ||
-       folderOfPath(system_, pages_.front().path) != folderOfPath(system_, path))) {
+       folderOfPath(system_, pages_.front().path) != folderOfPath(system_, look.path))) {
     return "not in the folder of the first page: " + page.typed;
   }
   return "";
@@ -58,20 +63,21 @@ std::string PageFinder::add(const WantedPage& page) {
   if (page.name.find_first_of("\r\n") != std::string::npos) {
     return page.place + "a page file whose name holds a line end cannot be listed in a names file";
   }
-  if (const auto reason = refusalOfName(page.typed, "page file")) {
+  if (const auto reason = refusalOfName(system_, page.typed, "page file")) {
     return page.place + *reason;
   }
-  const std::string path = fileOf(page.name);
+  const Look look = lookFor(page.name);
+  const std::string& path = look.path;
   if (names_.size() == mostPages) {
     return page.place + "a group cannot have more than 32767 pages: " + page.typed;
   }
-  const std::string problem = problemOfPage(page, path);
+  const std::string problem = problemOfPage(page, look);
   if (const std::string conflict = conflictOf(page, path); !conflict.empty()) {
     return page.place + conflict;  // under one name there is one page
   }
   const bool isNew = known_.emplace(system_.upperCase(page.name), FoundFile{page.typed, path}).second;
   if (problem.empty()) {
-    pages_.push_back({page.name, path});
+    pages_.push_back({page.name, path, look.check.identity});
     if (!isNew && std::find(repeated_.begin(), repeated_.end(), page.typed) == repeated_.end()) {
       repeated_.push_back(page.typed);
     }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "apps/kivsys/selection/selected_pages.h"
+#include "platform/native_file.h"
 
 namespace kiv {
 
@@ -39,9 +40,14 @@ class PageFinder {
   const std::vector<std::string>& badPaths() const { return badPaths_; }
 
  private:
-  std::string fileOf(const std::string& name);
+  /// The file that a name stands for, and whether it can be read.
+  struct Look {
+    std::string path;
+    ReadCheck check;
+  };
+  Look lookFor(const std::string& name);
   /// Why the page cannot be used; "" when it can.
-  std::string problemOfPage(const WantedPage& page, const std::string& path);
+  std::string problemOfPage(const WantedPage& page, const Look& look);
   /// Why one of the page and those before it would be taken for the other; "" when none would.
   std::string conflictOf(const WantedPage& page, const std::string& path);
 

@@ -79,9 +79,16 @@ std::vector<ListedPage> pagesIn(NativeSystem& system, const NamesList& list) {
 
 }  // namespace
 
+void refreshIdentities(SelectedPages& pages) {
+  for (FoundFile& page : pages.pages) {
+    page.identity = identityOf(page.path);
+  }
+}
+
 SelectedPages findTypedPages(ConsoleSystem& system, const std::vector<std::string>& typed, const PageSearch& search) {
   SelectedPages selected;
   selected.namesFile = commandLine;
+  const NativeSystem::FolderMemory memory(system);
   if (const auto reason = whyNotOneFolder(system, typed)) {
     selected.errors.push_back(*reason);
     return selected;
@@ -117,6 +124,7 @@ SelectedPages findListedPages(ConsoleSystem& system, const std::string& list, co
   for (const ListError& error : lines.errors) {
     errors.emplace_back(error.line, placeOf(error.line) + error.text);
   }
+  const NativeSystem::FolderMemory memory(system);
   PageFinder finder(system, search);
   for (const ListedPage& page : pagesIn(system, lines)) {
     const std::string name = page.isRecord ? page.name : system.fullName(page.name);

@@ -23,6 +23,9 @@ struct SelectedPages {
   std::vector<std::string> errors;    ///< what is wrong, a line each; pages can be used when there are none
 };
 
+/// Asks again which files the pages are: others may have taken their places while the run waited.
+void refreshIdentities(SelectedPages& pages);
+
 /// How pages are looked for.
 struct PageSearch {
   std::string folder;          ///< of the run, a full name: names in a names file are relative to it

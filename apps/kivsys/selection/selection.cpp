@@ -155,6 +155,7 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
   }
   if (use.writtenFolders) {
     // Another run may have changed the folders until now.
+    refreshIdentities(pages);
     if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {
       return refuse(reasons);
     }

@@ -65,7 +65,7 @@ void ConsoleSystem::bindPages(const std::vector<FoundFile>& pages) {
     const std::string name = upperCase(page.name);
     paths_[name] = page.path;
     pages_.push_back({name, page.path});
-    protectFile(page.path);
+    protectFile(page);
   }
 }
 
@@ -198,11 +198,12 @@ void ConsoleSystem::showAs(const std::vector<FoundFile>& files) {
 }
 
 std::string ConsoleSystem::shownName(const std::string& name) {
-  if (const auto typed = shownAs_.find(upperCase(name)); typed != shownAs_.end()) {
+  constexpr bool isWindows = std::filesystem::path::preferred_separator == '\\';
+  if (const auto typed = shownAs_.empty() ? shownAs_.end() : shownAs_.find(upperCase(name)); typed != shownAs_.end()) {
     return typed->second;
   }
-  constexpr bool isWindows = std::filesystem::path::preferred_separator == '\\';
-  std::string path = outputPath(name);
+  const auto page = isWindows ? paths_.end() : paths_.find(name);  // its name is the disk's there
+  std::string path = page == paths_.end() ? outputPath(name) : page->second;
   const std::string start = path.substr(0, startFolder_.size());
   const bool isInside = isWindows ? upperCase(start) == upperCase(startFolder_) : start == startFolder_;
   if (startFolder_.empty() || !isInside || path.size() == start.size()) {

@@ -19,7 +19,8 @@ namespace kiv {
 /// A file as the core names it, and the file of the disk that is meant.
 struct FoundFile {
   std::string name;
-  std::string path;  ///< as the disk has it
+  std::string path;                                     ///< as the disk has it
+  std::optional<FileIdentity> identity = std::nullopt;  ///< of the file when it was found, if that is known
   bool operator==(const FoundFile&) const = default;
 };
 
@@ -35,7 +36,8 @@ class ConsoleSystem : public GuardedSystem {
   /// Serves a text as the names file of this name. It cannot be deleted.
   void serveNamesFile(const std::string& name, std::string text);
   /// The file of the disk is one that the run reads: nothing is written over it.
-  void protectFile(const std::string& path) { guard_.addInput(path); }
+  void protectFile(const std::string& path) { protectFile({"", path}); }
+  void protectFile(const FoundFile& file) { guard_.addInput(file.path, file.identity); }
   /// From now on, these names stand for these files, in whatever case they are written. They are protected, and a run
   /// that reads one of them again after another program has changed it ends.
   void bindPages(const std::vector<FoundFile>& pages);

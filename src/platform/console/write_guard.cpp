@@ -18,9 +18,9 @@ std::string folderOf(const std::string& path) {
 
 }  // namespace
 
-void WriteGuard::addInput(const std::string& path) {
-  if (const auto identity = identityOf(path)) {
-    inputs_.emplace(*identity, path);
+void WriteGuard::addInput(const std::string& path, const std::optional<FileIdentity>& identity) {
+  if (const auto known = identity ? identity : identityOf(path)) {
+    inputs_.emplace(*known, path);
   }
 }
 

@@ -13,8 +13,8 @@ namespace kiv {
 /// when folders and links change while it is at work. All names are the disk's.
 class WriteGuard {
  public:
-  /// From now on the file, if there is one, is an input.
-  void addInput(const std::string& path);
+  /// From now on the file, if there is one, is an input. Its identity is asked for unless it is given.
+  void addInput(const std::string& path, const std::optional<FileIdentity>& identity = std::nullopt);
   /// Why a file cannot be written here: it is an input, another file that the run has written, or its folder is not the
   /// one that it was. Nullopt when it can be.
   std::optional<std::string> refusal(const std::string& path);

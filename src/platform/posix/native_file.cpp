@@ -58,20 +58,18 @@ PathKind kindOf(const std::string& path) {
   return S_ISREG(status.st_mode) ? PathKind::file : PathKind::device;
 }
 
-std::optional<std::string> readFailure(const std::string& path) {
+ReadCheck checkReadable(const std::string& path) {
   // Without O_NONBLOCK, opening a pipe would wait for a writer.
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  if (!file.isOpen()) {
-    return lastFailure();
-  }
   struct stat status {};
-  if (::fstat(file.number(), &status) != 0) {
-    return lastFailure();
+  if (!file.isOpen() || ::fstat(file.number(), &status) != 0) {
+    return {lastFailure(), std::nullopt};
   }
+  const FileIdentity identity{status.st_dev, status.st_ino};
   if (S_ISDIR(status.st_mode)) {
-    return wordsFor(std::errc::is_a_directory);
+    return {wordsFor(std::errc::is_a_directory), identity};
   }
-  return S_ISREG(status.st_mode) ? std::nullopt : std::optional<std::string>("Not a regular file");
+  return {S_ISREG(status.st_mode) ? std::nullopt : std::optional<std::string>("Not a regular file"), identity};
 }
 
 std::optional<std::string> writeFailure(const std::string& path) {

@@ -125,14 +125,39 @@ bool PosixSystem::enterFolder(const std::string& typed) {
   std::error_code failure;
   std::filesystem::current_path(typed, failure);
   paths_.clear();
+  fullFolders_.clear();
   return !failure;
 }
 
-std::string PosixSystem::fullName(const std::string& typed) {
+/// Nullopt when the current folder is not known.
+std::optional<std::string> PosixSystem::plainPathOf(const std::string& typed) {
   std::error_code failure;
   const auto path = std::filesystem::absolute(typed, failure);
   checkMemory(failure);
-  return coreName(failure ? typed : plainPath(path.native()));
+  return failure ? std::nullopt : std::optional(plainPath(path.native()));
+}
+
+std::string PosixSystem::fullPath(const std::string& typed) {
+  const std::size_t fileAt = typed.rfind(separator) + 1;
+  const std::string file = typed.substr(fileAt);
+  if (!remembersFolders_ || file.empty() || file == "." || file == "..") {
+    return plainPathOf(typed).value_or(typed);
+  }
+  const std::string folder = typed.substr(0, fileAt);
+  auto known = fullFolders_.find(folder);
+  if (known == fullFolders_.end()) {
+    const auto path = plainPathOf(folder.empty() ? "." : folder);
+    if (!path) {
+      return typed;
+    }
+    known = fullFolders_.emplace(folder, *path).first;
+  }
+  return known->second + file;
+}
+
+void PosixSystem::forgetFolders() {
+  remembersFolders_ = false;
+  fullFolders_.clear();
 }
 
 std::string PosixSystem::coreName(const std::string& typed) {
@@ -153,10 +178,10 @@ void PosixSystem::prepareProcess() {
 }
 
 std::string PosixSystem::beyondNames(const std::string& typed) {
-  std::error_code failure;
-  const auto absolute = std::filesystem::absolute(typed.empty() ? "." : typed, failure);
-  checkMemory(failure);
-  const std::string path = failure ? typed : plainPath(absolute.native());
+  return beyondNames(typed, plainPathOf(typed.empty() ? "." : typed).value_or(typed));
+}
+
+std::string PosixSystem::beyondNames(const std::string& typed, const std::string& path) {
   for (std::size_t at = path.find('\\'); at != std::string::npos;) {
     const std::string start = path.substr(0, path.find(separator, at));
     struct stat status {};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -79,7 +80,19 @@ class PosixSystem : public Files, public Programs, public Machine {
   /// program was started without.
   static void prepareProcess();
   /// The full name, as the core writes names, of a file named as the user typed it.
-  std::string fullName(const std::string& typed);
+  std::string fullName(const std::string& typed) { return coreName(fullPath(typed)); }
+  /// As long as one lives, fullName and beyondKnownNames ask only once about the current folder and about each folder
+  /// that names are typed with. For many names in a row.
+  class FolderMemory {
+   public:
+    explicit FolderMemory(PosixSystem& system) : system_(system) { system.remembersFolders_ = true; }
+    FolderMemory(const FolderMemory&) = delete;
+    FolderMemory& operator=(const FolderMemory&) = delete;
+    ~FolderMemory() { system_.forgetFolders(); }
+
+   private:
+    PosixSystem& system_;
+  };
   /// Whether a name of the core begins at the root. A drive is a folder like any other.
   static bool isFullName(const std::string& name) { return name.starts_with('\\'); }
   /// A file name as the user typed it, as the core writes names.
@@ -87,6 +100,10 @@ class PosixSystem : public Files, public Programs, public Machine {
   /// The file or folder on the way to what was typed that the core cannot name, as it takes backslashes for separators:
   /// what was typed if the backslash is in there, else the path of the folder. "" when there is none.
   static std::string beyondNames(const std::string& typed);
+  /// The same, as fullName finds the file.
+  std::string beyondKnownNames(const std::string& typed) {
+    return beyondNames(typed, fullPath(typed.empty() ? "." : typed));
+  }
   /// The same for a file or folder that need not be there yet.
   static std::string beyondNewNames(const std::string& typed) {
     return typed.find('\\') == std::string::npos ? beyondNames(typed) : typed;
@@ -122,14 +139,21 @@ class PosixSystem : public Files, public Programs, public Machine {
   void useExactFolders() { paths_.useExactFolders(); }
 
  private:
+  static std::string beyondNames(const std::string& typed, const std::string& path);
+  static std::optional<std::string> plainPathOf(const std::string& typed);
+  std::string fullPath(const std::string& typed);
+  void forgetFolders();
+
   enum class Existing { replaced, kept };
   std::optional<std::string> putFile(const std::string& name, std::string_view bytes, Existing existing);
   static std::optional<std::string> put(const Destination& destination, std::string_view bytes, Existing existing);
 
   PathFinder paths_;
-  unsigned modeLimit_ = 0777;        // of files that are created
-  std::string mark_;                 // of temporary files
-  std::set<std::string> unflushed_;  // folders in which files were replaced, as the disk names them
+  bool remembersFolders_ = false;
+  std::map<std::string, std::string> fullFolders_;  // by folder as it was typed; only what is remembered
+  unsigned modeLimit_ = 0777;                       // of files that are created
+  std::string mark_;                                // of temporary files
+  std::set<std::string> unflushed_;                 // folders in which files were replaced, as the disk names them
 };
 
 }  // namespace kiv

@@ -49,15 +49,19 @@ PathKind kindOf(const std::string& path) {
   return GetFileType(file.get()) == FILE_TYPE_DISK ? PathKind::file : PathKind::device;
 }
 
-std::optional<std::string> readFailure(const std::string& path) {
+ReadCheck checkReadable(const std::string& path) {
   if (isFolder(path)) {
-    return "Is a folder";
+    return {"Is a folder", std::nullopt};
   }
   const Handle file = openAs(path, GENERIC_READ);
   if (!file.isOpen()) {
-    return lastFailure();
+    return {lastFailure(), std::nullopt};
   }
-  return GetFileType(file.get()) == FILE_TYPE_DISK ? std::nullopt : std::optional<std::string>("Not a file on a disk");
+  if (GetFileType(file.get()) != FILE_TYPE_DISK) {
+    return {"Not a file on a disk", std::nullopt};
+  }
+  const auto stamp = stampOfHandle(file.get());
+  return {std::nullopt, stamp ? std::optional(stamp->identity) : std::nullopt};
 }
 
 std::optional<std::string> writeFailure(const std::string& path) {

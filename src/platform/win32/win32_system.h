@@ -72,8 +72,13 @@ class Win32System : public Files, public Programs, public Machine {
   static bool isFullName(const std::string& name) { return name.starts_with('\\') || name.find(':') == 1; }
   /// A file name as the user typed it, as the core writes names.
   static std::string coreName(const std::string& typed);
+  /// Nothing is remembered: fullName asks about no folder.
+  struct FolderMemory {
+    explicit FolderMemory(Win32System& /*system*/) {}
+  };
   /// The file or folder on the way to what was typed that the core cannot name; "" when there is none.
   static std::string beyondNames(const std::string& /*typed*/) { return ""; }
+  static std::string beyondKnownNames(const std::string& /*typed*/) { return ""; }
   /// The same for a file or folder that need not be there yet.
   static std::string beyondNewNames(const std::string& /*typed*/) { return ""; }
   /// The name under which the disk has a file that the core names.

@@ -5,7 +5,7 @@
 //   KIV_FAULT_ONWARD  not 0: all later calls fail, too
 //   KIV_FAULT_ERROR   the error number of the failure; without it, the call kills the process:
 //   KIV_FAULT_AFTER   not 0: after the call instead of before it
-//   KIV_FAULT_AMONG   which calls are counted: those for "files", for "folders", or for "memory"
+//   KIV_FAULT_AMONG   which calls are counted: those for "files", for "folders", for "status", or for "memory"
 //   KIV_FAULT_LOG     the log file, with one line for each counted call
 
 #include <atomic>
@@ -24,12 +24,15 @@
 
 namespace {
 
-enum class Among { files, folders, memory };
+enum class Among { files, folders, status, memory };
 
 Among amongIn(const char* name) {
   const char* const text = std::getenv(name);
   if (text == nullptr || std::strcmp(text, "files") == 0) {
     return Among::files;
+  }
+  if (std::strcmp(text, "status") == 0) {
+    return Among::status;
   }
   return std::strcmp(text, "memory") == 0 ? Among::memory : Among::folders;
 }
@@ -226,6 +229,16 @@ DIR* opendir(const char* path) {
   return counted(
       "opendir", path, static_cast<DIR*>(nullptr), [&] { return next<DIR*(const char*)>("opendir")(path); },
       Among::folders);
+}
+
+int stat(const char* path, struct stat* status) noexcept {
+  return counted(
+      "stat", path, -1, [&] { return next<int(const char*, struct stat*)>("stat")(path, status); }, Among::status);
+}
+
+int lstat(const char* path, struct stat* status) noexcept {
+  return counted(
+      "lstat", path, -1, [&] { return next<int(const char*, struct stat*)>("lstat")(path, status); }, Among::status);
 }
 
 char* getcwd(char* buffer, std::size_t size) noexcept {
