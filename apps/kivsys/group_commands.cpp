@@ -65,6 +65,12 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& options, int& status) {
   analyze->add_flag("--jsonl", options.jsonl, "Print JSON objects, one per line: problems, layouts, outcome")
       ->excludes("--json");
   addKeepGoing(*analyze, options.keepGoing, "analyze");
+  analyze
+      ->add_option(
+          "-j,--jobs", options.jobs,
+          "Number of threads: 1 reads each page when its turn comes (default: 2, one of which reads pages ahead)")
+      ->type_name("N")
+      ->check(CLI::Range(1U, 1024U));
   CLI::Option* likePanel = addLikePanel(*analyze, options.selection);
   analyze->add_flag("--exit-code", options.exitCode, "End with status 3 when the pages need a conversion");
   analyze->add_flag("--strict", options.strict, "Write nothing if there is a warning or a problem; status 3")

@@ -6,6 +6,9 @@ namespace kiv {
 
 std::optional<std::string_view> FileBuffer::read(InputFile& file, std::size_t limit) {
   constexpr std::size_t least = std::size_t{64} * 1024;
+  if (const auto size = file.exchangeContent(buffer_)) {
+    return std::string_view(buffer_).substr(0, std::min(*size, limit));
+  }
   std::size_t have = 0;
   while (have < limit) {
     if (have == buffer_.size()) {

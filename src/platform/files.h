@@ -41,6 +41,10 @@ class InputFile {
   /// What the file was when it was opened or asked; nullopt when that is not known.
   virtual std::optional<FileStamp> stamp() const { return std::nullopt; }
 
+  /// Where the whole file is in memory already, and nothing of it has been read yet: gives it away by exchanging its
+  /// buffer for this one. Returns how many of the buffer's bytes are the file's; nullopt where it has to be read.
+  virtual std::optional<std::size_t> exchangeContent(std::string& /*buffer*/) { return std::nullopt; }
+
   /// Lets the system fetch the file from the disk while other work is done. A hint; it changes nothing else.
   virtual void prefetch() {}
 };
@@ -76,6 +80,9 @@ class Files {
 
   /// Null when the file cannot be opened for reading; a folder cannot.
   virtual std::unique_ptr<InputFile> openInput(const std::string& name) = 0;
+  /// These files are about to be opened and read, in this order and each as often as it is named; nothing for none any
+  /// more. A hint, with which they can be read before they are opened; it changes nothing else.
+  virtual void expectReading(const std::vector<std::string>& /*names*/) {}
   /// Opens the file empty, replacing what it held. Null when it cannot be opened for writing.
   virtual std::unique_ptr<OutputFile> openOutput(const std::string& name) = 0;
   /// Replaces the file by one of these bytes in one step: at every moment the complete old or the complete new file

@@ -1,5 +1,7 @@
 #include "shell/analysis_run.h"
 
+#include <utility>
+
 #include "analysis/page_checks.h"
 #include "analysis/page_systems.h"
 #include "analysis/report.h"
@@ -19,6 +21,27 @@ void countMultifilePages(PageTable& pages) {
   }
 }
 
+/// The files of the pages, in the order in which they are read. As long as it lives they are expected to be.
+class ExpectedFiles {
+ public:
+  ExpectedFiles(Files& files, Machine& machine, const PageTable& pages) : files_(files) {
+    std::vector<std::string> names;
+    names.reserve(pages.pages.size());
+    for (const PageEntry& page : pages.pages) {
+      for (std::string& name : filesOf(machine, page)) {
+        names.push_back(std::move(name));
+      }
+    }
+    files_.expectReading(names);
+  }
+  ExpectedFiles(const ExpectedFiles&) = delete;
+  ExpectedFiles& operator=(const ExpectedFiles&) = delete;
+  ~ExpectedFiles() { files_.expectReading({}); }
+
+ private:
+  Files& files_;
+};
+
 /// The analysis of one page after the other.
 class PageAnalysis {
  public:
@@ -34,6 +57,7 @@ class PageAnalysis {
     User& user = program_.host.user;
     const int all = static_cast<int>(program_.pages.pages.size());
     int done = 0;
+    const ExpectedFiles expected(program_.host.files, program_.host.machine, program_.pages);
     for (const PageEntry& page : program_.pages.pages) {
       user.showProgress(done, all, "pages");
       analyze(page);

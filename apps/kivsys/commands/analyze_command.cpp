@@ -169,6 +169,9 @@ int runAnalyze(const AnalyzeOptions& options) {
   if (options.json || options.jsonl) {
     console.user().hideProgress();
   }
+  if (options.jobs != 1) {
+    console.system().readAhead();
+  }
   const std::string folder = folderOfRun(console.system(), options.selection);
   const SelectionUse use{
       FolderUse::written,

@@ -15,6 +15,7 @@ struct AnalyzeOptions {
   bool exitCode = false;
   bool keepGoing = false;  ///< skip bad pages
   bool strict = false;     ///< end with status 3 after a warning
+  unsigned jobs = 0;       ///< 1 reads each page when its turn comes; 0 leaves it to the program
 };
 
 /// Runs the analysis and prints its outcome. Returns the program's exit status.

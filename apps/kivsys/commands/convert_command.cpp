@@ -275,6 +275,9 @@ int runConvert(const ConvertOptions& typed) {
   if (options.jobs != 1 && !options.trace && !options.dryRun) {
     system.writeInBackground();
   }
+  if (options.jobs != 1 && !options.trace) {
+    system.readAhead();
+  }
   const auto folder = folderOfResults(system, options, firstResultFile);
   ResultPlan plan{firstResultFile, folder ? &*folder : nullptr};
   SelectionUse use{options.dryRun ? FolderUse::planned : FolderUse::written,

@@ -104,12 +104,33 @@ std::unique_ptr<InputFile> ConsoleSystem::openInput(const std::string& name) {
 /// Opens a page before it is compared with what it was: then it is this very file that has not changed.
 std::unique_ptr<InputFile> ConsoleSystem::openPage(const std::string& name, const std::string& path) {
   endIfStopped();
-  auto file = openExactly(path);
+  auto file = pagesAhead_ ? pagesAhead_->take(path) : nullptr;
+  if (!file) {
+    file = openExactly(path);
+  }
   const auto stamp = file ? file->stamp() : std::nullopt;
   if (!(stamp ? stamps_.isSame(path, stamp) : stamps_.isSame(path))) {
     endProgram(messages::fileChanged(name));
   }
   return file;
+}
+
+void ConsoleSystem::expectReading(const std::vector<std::string>& names) {
+  constexpr std::size_t fewPages = 16;  // for fewer, a thread costs more than it saves
+  constexpr std::size_t largestPage = std::size_t{256} * 1024;
+  pagesAhead_.reset();
+  if (!readsAhead_ || names.size() < fewPages) {
+    return;
+  }
+  std::vector<std::string> paths;
+  for (const std::string& name : names) {
+    const auto page = paths_.find(name);
+    if (page == paths_.end()) {
+      return;
+    }
+    paths.push_back(page->second);
+  }
+  pagesAhead_ = std::make_unique<ReadAhead>(std::move(paths), largestPage);
 }
 
 /// Whether a file may be written here; a line on standard error when not.

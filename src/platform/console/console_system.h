@@ -11,6 +11,7 @@
 #include "platform/console/change_journal.h"
 #include "platform/console/guarded_system.h"
 #include "platform/console/page_corrections.h"
+#include "platform/console/read_ahead.h"
 #include "platform/console/worker.h"
 #include "platform/console/write_guard.h"
 
@@ -53,6 +54,10 @@ class ConsoleSystem : public GuardedSystem {
   ChangeJournal* journal() const { return journal_; }
 
   std::unique_ptr<InputFile> openInput(const std::string& name) override;
+  /// From now on a thread reads the next bound pages that are expected to be read, of groups of some size. What it
+  /// cannot read, and a page that has changed, is reported when the page is opened.
+  void readAhead() { readsAhead_ = true; }
+  void expectReading(const std::vector<std::string>& names) override;
   std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
   std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
   std::optional<std::string> createFile(const std::string& name, std::string_view bytes) override;
@@ -131,7 +136,9 @@ class ConsoleSystem : public GuardedSystem {
   std::vector<FoundFile> writtenFiles_;
   Pending pending_;
   std::optional<WriteFailure> failed_;  // not yet returned to the run
-  std::unique_ptr<Worker> writer_;      // null without one; the last member, as its thread uses others
+  bool readsAhead_ = false;
+  std::unique_ptr<ReadAhead> pagesAhead_;  // null while no pages are read ahead
+  std::unique_ptr<Worker> writer_;         // null without one; the last member, as its thread uses others
 };
 
 }  // namespace kiv

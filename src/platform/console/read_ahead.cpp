@@ -1,0 +1,175 @@
+#include "platform/console/read_ahead.h"
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
+#include "platform/kept_file.h"
+
+namespace kiv {
+namespace {
+
+constexpr std::size_t mostFiles = 6;
+/// Waking a thread costs about as much as reading a file, so the thread is woken for several at a time.
+constexpr std::size_t fewFiles = 2;
+
+}  // namespace
+
+class ReadAhead::Buffers {
+ public:
+  std::string take() {
+    const std::lock_guard lock(mutex_);
+    if (spare_.empty()) {
+      return "";
+    }
+    std::string buffer = std::move(spare_.back());
+    spare_.pop_back();
+    return buffer;
+  }
+  void giveBack(std::string buffer) noexcept {
+    try {
+      const std::lock_guard lock(mutex_);
+      spare_.push_back(std::move(buffer));
+    } catch (...) {  // NOLINT(bugprone-empty-catch): without memory for it, the buffer is only not used again
+    }
+  }
+
+ private:
+  std::mutex mutex_;
+  std::vector<std::string> spare_;
+};
+
+/// A file that has been read.
+class ReadAhead::ReadFile : public InputFile {
+ public:
+  ReadFile(Content content, std::shared_ptr<Buffers> buffers)
+      : content_(std::move(content)), size_(content_.size.value_or(0)), buffers_(std::move(buffers)) {}
+  ReadFile(const ReadFile&) = delete;
+  ReadFile& operator=(const ReadFile&) = delete;
+  ~ReadFile() override { buffers_->giveBack(std::move(content_.bytes)); }
+
+  std::optional<std::size_t> read(std::span<char> buffer) override {
+    const std::size_t count = std::min(buffer.size(), size_ - position_);
+    std::copy_n(content_.bytes.data() + position_, count, buffer.data());
+    position_ += count;
+    return count;
+  }
+  std::optional<std::uint64_t> size() const override { return size_; }
+  std::optional<FileStamp> stamp() const override { return content_.stamp; }
+  std::optional<std::size_t> exchangeContent(std::string& buffer) override {
+    if (position_ > 0) {
+      return std::nullopt;
+    }
+    std::swap(content_.bytes, buffer);
+    return std::exchange(size_, 0);
+  }
+
+ private:
+  Content content_;
+  std::size_t size_;
+  std::size_t position_ = 0;
+  std::shared_ptr<Buffers> buffers_;
+};
+
+ReadAhead::ReadAhead(std::vector<std::string> paths, std::size_t limit)
+    : paths_(std::move(paths)), limit_(limit), buffers_(std::make_shared<Buffers>()) {
+  ready_.reserve(mostFiles);
+  try {
+    thread_ = std::thread([this] { run(); });
+  } catch (const std::system_error&) {
+    taken_ = paths_.size();  // a process has a limited number; the run reads all files itself
+  }
+}
+
+ReadAhead::~ReadAhead() {
+  if (!thread_.joinable()) {
+    return;
+  }
+  {
+    const std::lock_guard lock(mutex_);
+    isEnding_ = true;
+  }
+  changed_.notify_all();
+  thread_.join();
+}
+
+std::unique_ptr<InputFile> ReadAhead::take(const std::string& path) {
+  if (taken_ == paths_.size() || paths_[taken_] != path) {
+    return nullptr;
+  }
+  ++taken_;
+  Content content;
+  bool wakesThread = false;
+  {
+    std::unique_lock lock(mutex_);
+    isWanted_ = true;
+    changed_.wait(lock, [this] { return !ready_.empty(); });
+    isWanted_ = false;
+    content = std::move(ready_.front());
+    ready_.erase(ready_.begin());
+    wakesThread = isFull_ && ready_.size() <= fewFiles;
+  }
+  if (wakesThread) {
+    changed_.notify_all();
+  }
+  if (!content.size) {
+    return nullptr;
+  }
+  return std::make_unique<ReadFile>(std::move(content), buffers_);
+}
+
+void ReadAhead::run() {
+  for (const std::string& path : paths_) {
+    Content content = contentOf(path);
+    std::unique_lock lock(mutex_);
+    ready_.push_back(std::move(content));
+    if (isWanted_) {
+      changed_.notify_all();
+    }
+    if (ready_.size() == mostFiles) {
+      isFull_ = true;
+      changed_.wait(lock, [this] { return ready_.size() <= fewFiles || isEnding_; });
+      isFull_ = false;
+    }
+    if (isEnding_) {
+      return;
+    }
+  }
+}
+
+/// Any failure is found again, and reported, by the run.
+ReadAhead::Content ReadAhead::contentOf(const std::string& path) noexcept {
+  Content content;
+  try {
+    fill(path, content);
+  } catch (...) {
+    content.size = std::nullopt;
+  }
+  return content;
+}
+
+void ReadAhead::fill(const std::string& path, Content& content) {
+  const auto file = openExactly(path);
+  const auto expected = file ? file->size() : std::nullopt;
+  if (!expected || *expected > limit_) {
+    return;
+  }
+  content.stamp = file->stamp();
+  content.bytes = buffers_->take();
+  // With a byte more than the file has, one read shows its end.
+  content.bytes.resize(std::max(content.bytes.size(), static_cast<std::size_t>(*expected) + 1));
+  std::size_t have = 0;
+  while (have < content.bytes.size()) {
+    const auto got = file->read(std::span(content.bytes).subspan(have));
+    if (!got) {
+      return;
+    }
+    have += *got;
+    if (*got == 0 || file->isAtEnd()) {
+      content.size = have;
+      return;
+    }
+  }
+}
+
+}  // namespace kiv
