@@ -156,8 +156,10 @@ void ReadAhead::fill(const std::string& path, Content& content) {
   }
   content.stamp = file->stamp();
   content.bytes = buffers_->take();
-  // With a byte more than the file has, one read shows its end.
-  content.bytes.resize(std::max(content.bytes.size(), static_cast<std::size_t>(*expected) + 1));
+  // With more bytes than the file has, one read shows its end. In large steps, as the next file may be a little larger.
+  constexpr std::size_t step = std::size_t{64} * 1024;
+  const std::size_t wanted = (static_cast<std::size_t>(*expected) / step + 1) * step;
+  content.bytes.resize(std::max(content.bytes.size(), wanted));
   std::size_t have = 0;
   while (have < content.bytes.size()) {
     const auto got = file->read(std::span(content.bytes).subspan(have));
