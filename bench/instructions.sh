@@ -33,10 +33,10 @@ further() { echo $((($1 - $2) / $3)); }
 
 bytes=$(wc -c <"$work/pages/PAGE00001.MUS")
 # shellcheck disable=SC2046  # the names are ours and have no blanks
-page=$(further "$(count "$kivsys" analyze $(first pages 60))" "$(count "$kivsys" analyze $(first pages 10))" 50)
+page=$(further "$(count "$kivsys" analyze --jobs 1 $(first pages 60))" "$(count "$kivsys" analyze --jobs 1 $(first pages 10))" 50)
 # shellcheck disable=SC2046
-explained=$(further "$(count "$kivsys" analyze --json $(first incomplete 60))" \
-  "$(count "$kivsys" analyze --json $(first incomplete 10))" 50)
+explained=$(further "$(count "$kivsys" analyze --jobs 1 --json $(first incomplete 60))" \
+  "$(count "$kivsys" analyze --jobs 1 --json $(first incomplete 10))" 50)
 # perSystem COMMAND [OPTION...]: the same of systems.
 perSystem() {
   # shellcheck disable=SC2046
