@@ -273,10 +273,8 @@ int runConvert(const ConvertOptions& typed) {
   useJournal(system, journal, !options.noUndo && !options.dryRun);
   const std::string firstResultFile = options.result.empty() ? "" : system.fullName(options.result);
   if (options.jobs != 1 && !options.trace && !options.dryRun) {
-    system.writeInBackground();
-  }
-  if (options.jobs != 1 && !options.trace) {
     system.readAhead();
+    system.writeInBackground();
   }
   const auto folder = folderOfResults(system, options, firstResultFile);
   ResultPlan plan{firstResultFile, folder ? &*folder : nullptr};
