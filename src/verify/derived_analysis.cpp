@@ -58,10 +58,12 @@ std::string reportOfPage(Machine& machine, const std::vector<PageRow>& rows, Der
 
 }  // namespace
 
-DerivedAnalysis deriveAnalysis(Machine& machine, const std::vector<PageFiles>& pages, const FilesOfPage& filesOf) {
+DerivedAnalysis deriveAnalysis(Machine& machine, const std::vector<PageFiles>& pages, const FilesOfPage& filesOf,
+                               std::size_t reportSize) {
   DerivedAnalysis derived;
   DerivedVerdict verdict;
-  derived.report = std::string(headOfReport) + lineEnd;
+  derived.report.reserve(reportSize);
+  derived.report.append(headOfReport).append(lineEnd);
   for (const PageFiles& page : pages) {
     derived.report += inZones(machine, {page.name, page.letters, page.folder}) + lineEnd;
     verdict.addPage(page);

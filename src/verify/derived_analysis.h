@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -25,7 +26,9 @@ struct DerivedAnalysis {
 /// The files of a page. They are valid until the next call.
 using FilesOfPage = std::function<const LoadedPages&(const PageFiles&)>;
 
-/// Derives the analysis of pages. Asks for the files of one page after the other, each once, up to a failure.
-DerivedAnalysis deriveAnalysis(Machine& machine, const std::vector<PageFiles>& pages, const FilesOfPage& filesOf);
+/// Derives the analysis of pages. Asks for the files of one page after the other, each once, up to a failure. The
+/// report is likely to have that many bytes; a long one would take twice the memory if it had to grow.
+DerivedAnalysis deriveAnalysis(Machine& machine, const std::vector<PageFiles>& pages, const FilesOfPage& filesOf,
+                               std::size_t reportSize = 0);
 
 }  // namespace kiv::proof

@@ -11,8 +11,8 @@ namespace kiv::proof {
 
 /// The systems of a report, and how to find the items of their staves.
 struct ReportedSystems {
-  const KnownInstruments& known;                    ///< of all systems, and of a list
-  const std::vector<std::vector<Record>>& systems;  ///< the records by system
+  const KnownInstruments& known;                           ///< of all systems, and of a list
+  const std::vector<std::vector<const Record*>>& systems;  ///< the records by system
   std::function<const std::vector<PageItem>*(const Record&)> itemsOf;
   const FirstClefs& firstClefs;
 };

@@ -39,12 +39,12 @@ LoadedPage GroupPages::readInput(const std::string& name, std::size_t all) {
   return page;
 }
 
-std::optional<Finding> GroupPages::derive(const SelectedFiles& selected) {
+std::optional<Finding> GroupPages::derive(const SelectedFiles& selected, std::size_t reportSize) {
   const std::set<std::string> names(selected.names.begin(), selected.names.end());
   const SelectedPages pages = pagesOf(machine_, selected.names);
   std::optional<Finding> failure = selected.failure;
   if (!failure) {
-    failure = pages.failure ? pages.failure : deriveFrom(pages.pages, names.size());
+    failure = pages.failure ? pages.failure : deriveFrom(pages.pages, names.size(), reportSize);
   }
   for (const std::string& name : names) {
     if (!inputs_.contains(name)) {
@@ -55,9 +55,10 @@ std::optional<Finding> GroupPages::derive(const SelectedFiles& selected) {
   return failure;
 }
 
-std::optional<Finding> GroupPages::deriveFrom(const std::vector<PageFiles>& pages, std::size_t all) {
+std::optional<Finding> GroupPages::deriveFrom(const std::vector<PageFiles>& pages, std::size_t all,
+                                              std::size_t reportSize) {
   LoadedPages files;
-  derived_ = deriveAnalysis(machine_, pages, [&](const PageFiles& page) -> const LoadedPages& {
+  const auto filesOf = [&](const PageFiles& page) -> const LoadedPages& {
     files.clear();
     for (const std::string& name : page.files) {
       if (!files.contains(name)) {
@@ -65,7 +66,8 @@ std::optional<Finding> GroupPages::deriveFrom(const std::vector<PageFiles>& page
       }
     }
     return files;
-  });
+  };
+  derived_ = deriveAnalysis(machine_, pages, filesOf, reportSize);
   if (derived_.failure) {
     return derived_.failure;
   }

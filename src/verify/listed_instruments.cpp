@@ -33,7 +33,7 @@ std::vector<Finding> compareWithList(const std::vector<Record>& records, const s
   std::vector<Finding> findings;
   for (const Record& record : records) {
     if (!listed.empty() && known.insert(record.instrument).second) {
-      findings.push_back({record.file, 0,
+      findings.push_back({*record.file, 0,
                           "has staff " + std::to_string(record.staff) + " of instrument " +
                               std::to_string(record.instrument) + ", which is not listed"});
     }

@@ -1,6 +1,7 @@
 #include "verify/report_records.h"
 
 #include <optional>
+#include <utility>
 
 #include "verify/numbers.h"
 #include "verify/text_lines.h"
@@ -25,7 +26,8 @@ bool readNumber(std::string_view record, std::string_view key, std::int16_t& num
   return whole.has_value();
 }
 
-std::optional<Record> recordIn(std::string_view line) {
+/// The record of a line and the name of its file.
+std::optional<std::pair<Record, std::string_view>> recordIn(std::string_view line) {
   Record record;
   const auto file = fieldOf(line, ",FILE=");
   if (!file || file->empty() || !readNumber(line, "SYSTEM=", record.system) ||
@@ -33,8 +35,7 @@ std::optional<Record> recordIn(std::string_view line) {
       !readNumber(line, ",STAFF=", record.staff)) {
     return std::nullopt;
   }
-  record.file = *file;
-  return record;
+  return std::pair(record, *file);
 }
 
 }  // namespace
@@ -47,9 +48,11 @@ Records readRecords(std::string_view report) {
     if (line.starts_with('*')) {
       continue;
     }
-    if (auto record = recordIn(line)) {
-      record->line = number;
-      records.staves.push_back(*record);
+    if (auto known = recordIn(line)) {
+      auto& [record, name] = *known;
+      const bool isSameFile = !records.staves.empty() && *records.staves.back().file == name;
+      record.file = isSameFile ? records.staves.back().file : &*records.files.emplace(name).first;
+      records.staves.push_back(record);
     } else {
       records.errors.push_back("line " + std::to_string(number) + " is no record of a staff");
     }

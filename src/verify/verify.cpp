@@ -64,7 +64,7 @@ class Verifier {
   const Progress& progress_;
   Verification verification_;
   Records records_;
-  std::vector<std::vector<Record>> systems_;
+  std::vector<std::vector<const Record*>> systems_;  // of the records
   GroupPages group_;
   InputPages inputPages_;
   std::vector<std::string> resultNames_;
@@ -112,34 +112,34 @@ void Verifier::compareTexts(const std::optional<std::string>& reportText,
 
 /// Groups the records by system. The systems must be numbered without a gap.
 void Verifier::groupRecords() {
-  std::map<int, std::vector<Record>> systems;
-  std::set<std::pair<std::string, int>> listed;
+  std::map<int, std::vector<const Record*>> systems;
+  std::set<std::pair<const std::string*, int>> listed;
   for (const Record& record : records_.staves) {
-    systems[record.system].push_back(record);
-    if (!group_.inputs().contains(record.file)) {
-      report(record.file, "cannot be read, and has a staff of system " + std::to_string(record.system));
+    systems[record.system].push_back(&record);
+    if (!group_.inputs().contains(*record.file)) {
+      report(*record.file, "cannot be read, and has a staff of system " + std::to_string(record.system));
     }
     if (!listed.insert({record.file, record.staff}).second) {
-      report(reportName, "lists staff " + std::to_string(record.staff) + " of " + record.file + " more than once");
+      report(reportName, "lists staff " + std::to_string(record.staff) + " of " + *record.file + " more than once");
     }
   }
-  for (const auto& [number, records] : systems) {
+  for (auto& [number, records] : systems) {
     if (number != static_cast<int>(systems_.size()) + 1) {
       report(reportName, "has a system " + std::to_string(number) + ", which no conversion reaches");
     } else {
-      systems_.push_back(records);
+      systems_.push_back(std::move(records));
     }
   }
 }
 
 /// False when there cannot be any.
 bool Verifier::readResults() {
-  const auto names = resultNames(machine_, conversion_.firstResultFile, systems_.size());
+  auto names = resultNames(machine_, conversion_.firstResultFile, systems_.size());
   if (!names) {
     report(conversion_.firstResultFile, "cannot be the name of a first result");
     return false;
   }
-  resultNames_ = *names;
+  resultNames_ = std::move(*names);
   std::size_t done = 0;
   for (const std::string& name : resultNames_) {
     progress_(done++, resultNames_.size(), "results read");
@@ -161,7 +161,7 @@ bool Verifier::numbersAreShown() {
   }
   std::ptrdiff_t more = numbersInResults_;
   for (const Record& record : records_.staves) {
-    const auto input = group_.inputs().find(record.file);
+    const auto input = group_.inputs().find(*record.file);
     if (input != group_.inputs().end()) {
       const auto ofStaff = input->second.numbers.find(record.staff);
       more -= ofStaff == input->second.numbers.end() ? 0 : ofStaff->second;
@@ -221,7 +221,7 @@ void Verifier::countLeftOut() {
 void Verifier::proveResults() {
   const KnownInstruments known = knownInstruments(records_.staves, conversion_.listed, group_.firstClefs());
   const auto itemsOf = [&](const Record& record) {
-    return &inputPages_.staff(record.file, static_cast<float>(record.staff));
+    return &inputPages_.staff(*record.file, static_cast<float>(record.staff));
   };
   const ReportedSystems reported{known, systems_, itemsOf, group_.firstClefs()};
   const bool showNumbers = numbersAreShown();
@@ -269,19 +269,18 @@ void Verifier::compare() {
 }
 
 Verification Verifier::run(const std::string& namesFile) {
-  const auto reportText = readText(reportName, most_bytes::report);
+  auto reportText = readText(reportName, most_bytes::report);
   const auto verdictText = readText(verdictName, most_bytes::verdict);
-  const auto failure = group_.derive(selectedFilesOf(files_, machine_, namesFile));
+  const auto failure = group_.derive(selectedFilesOf(files_, machine_, namesFile), reportText ? reportText->size() : 0);
   addInputs();
   if (failure) {
     verification_.findings.push_back(*failure);
     return std::move(verification_);
   }
   compareTexts(reportText, verdictText);
-  records_ = readRecords(group_.analysis().report);
-  for (const std::string& error : records_.errors) {
-    report(reportName, error);
-  }
+  reportText.reset();  // it is the largest text of all, as is the derived one
+  records_ = readRecords(group_.takeReport());
+  std::for_each(records_.errors.begin(), records_.errors.end(), [&](const auto& what) { report(reportName, what); });
   report(compareWithList(records_.staves, conversion_.listed));
   groupRecords();
   if (readResults()) {
