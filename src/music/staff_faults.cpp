@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstdint>
 
+#include "verify/music_meter.h"
+
 namespace kiv {
 namespace {
 
