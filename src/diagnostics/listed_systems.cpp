@@ -100,12 +100,13 @@ std::size_t ListedSystems::systemOf(std::int16_t number, std::uint32_t firstRow)
 void ListedSystems::endPage(bool hasFileTwice) {
   countOccurrences(hasFileTwice);
   const Range page{static_cast<std::uint32_t>(firstOfPage_), static_cast<std::uint32_t>(rows_.size())};
+  std::size_t system = 0;
   for (std::size_t i = 0; i < systemOfRow_.size(); ++i) {
     const auto row = static_cast<std::uint32_t>(firstOfPage_ + i);
     File& file = files_[rows_[row].file];
     file.firstPage = file.firstPage.end == 0 ? page : file.firstPage;
     file.lastPage = page;
-    const std::size_t system = systemOf(systemOfRow_[i], row);
+    system = i > 0 && systemOfRow_[i] == systemOfRow_[i - 1] ? system : systemOf(systemOfRow_[i], row);
     if (systems_[system].rows.end == row) {
       ++systems_[system].rows.end;
     } else {
