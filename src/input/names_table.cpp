@@ -14,8 +14,6 @@ namespace kiv {
 namespace {
 
 constexpr std::string_view recordEnd = " 1";
-/// Pages that are prefetched from the disk: as many as fit into any machine's memory.
-constexpr std::int16_t prefetchedFiles = 1000;
 
 enum class Loading { continues, isOver };
 
@@ -96,14 +94,9 @@ Loading NamesLoader::checkRecord(const std::string& record, bool terminated) {
     return refuse(messages::foldersDiffer(namesFile_));
   }
   const std::string& latest = names_.nameList.back();
-  const auto file = openExisting(host_.files, host_.machine, latest);
-  if (!file) {
-    return checkFile(latest);
-  }
-  if (names_.nameCount <= prefetchedFiles) {
-    file->prefetch();
-  }
-  return Loading::continues;
+  const Fetch fetch = names_.nameCount <= prefetchedFiles ? Fetch::wanted : Fetch::notWanted;
+  const bool isThere = !hasTwoBackslashes(host_.machine, latest) && host_.files.willOpen(latest, fetch);
+  return isThere ? Loading::continues : checkFile(latest);
 }
 
 Loading NamesLoader::refuse(const Message& message) {

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/fetch.h"
 #include "platform/file_stamp.h"
 
 namespace kiv {
@@ -80,6 +81,15 @@ class Files {
 
   /// Null when the file cannot be opened for reading; a folder cannot.
   virtual std::unique_ptr<InputFile> openInput(const std::string& name) = 0;
+  /// Whether openInput can open the file, which is about to be read some time later. If it is wanted, the system may
+  /// fetch the file from the disk until then.
+  virtual bool willOpen(const std::string& name, Fetch fetch) {
+    const auto file = openInput(name);
+    if (file && fetch == Fetch::wanted) {
+      file->prefetch();
+    }
+    return file != nullptr;
+  }
   /// These files are about to be opened and read, in this order and each as often as it is named; nothing for none any
   /// more. A hint, with which they can be read before they are opened; it changes nothing else.
   virtual void expectReading(const std::vector<std::string>& /*names*/) {}

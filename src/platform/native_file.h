@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/fetch.h"
 #include "platform/file_stamp.h"
 
 namespace kiv {
@@ -36,7 +37,7 @@ struct ReadCheck {
 };
 
 /// Opens the file that a path leads to, and closes it. A pipe or a device is not waited for.
-ReadCheck checkReadable(const std::string& path);
+ReadCheck checkReadable(const std::string& path, Fetch fetch = Fetch::notWanted);
 
 /// Why the path cannot be read as a file, in the system's words; nullopt when it can be.
 inline std::optional<std::string> readFailure(const std::string& path) {

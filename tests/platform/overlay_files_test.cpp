@@ -56,6 +56,15 @@ TEST_F(Overlay, WhatIsDeletedIsGoneHereOnly) {
   EXPECT_THAT(disk.calls, ElementsAre());
 }
 
+TEST_F(Overlay, KnowsWhatWillOpenHereAndBelow) {
+  EXPECT_EQ(overlay.openOutput("NEW.TXT")->write("here"), std::nullopt);
+  EXPECT_TRUE(overlay.willOpen("OLD.TXT", Fetch::notWanted));
+  EXPECT_TRUE(overlay.willOpen("NEW.TXT", Fetch::notWanted));
+  EXPECT_FALSE(overlay.willOpen("NONE.TXT", Fetch::notWanted));
+  EXPECT_TRUE(overlay.deleteFile("OLD.TXT"));
+  EXPECT_FALSE(overlay.willOpen("OLD.TXT", Fetch::notWanted));
+}
+
 TEST_F(Overlay, ReplacedFilesAreListedOnceWithWhatWasThere) {
   EXPECT_EQ(overlay.replaceFile("C:\\R\\NEW.MUS", "1"), std::nullopt);
   EXPECT_EQ(overlay.replaceFile("C:\\KIV\\OLD.TXT", "2"), std::nullopt);

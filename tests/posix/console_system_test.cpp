@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "messages/run_time_errors.h"
 #include "tests/posix/temporary_folder.h"
 
 namespace kiv::test {
@@ -42,6 +43,22 @@ TEST_F(ConsoleSystemFiles, ABoundPageThatIsGoneIsNotReadFromAnotherFile) {
   disk.addFile("lib/P1.MUS", "another");
   std::filesystem::remove(disk.path("lib/p1.mus"));
   EXPECT_EQ(system.openInput(upper("lib/p1.mus")), nullptr);
+}
+
+TEST_F(ConsoleSystemFiles, ABoundPageIsLookedForOnTheDisk) {
+  system.bindPages({{disk.core("lib/p1.mus"), disk.path("lib/p1.mus").string()}});
+  EXPECT_TRUE(system.willOpen(upper("lib/p1.mus"), Fetch::wanted));
+  std::filesystem::remove(disk.path("lib/p1.mus"));
+  EXPECT_THROW(static_cast<void>(system.willOpen(upper("lib/p1.mus"), Fetch::wanted)), ProgramEnd);
+}
+
+TEST_F(ConsoleSystemFiles, ABoundPageThatHasJustBeenOpenedIsNotLookedForUntilItMayBeAnotherOne) {
+  system.bindPages({{disk.core("lib/p1.mus"), disk.path("lib/p1.mus").string()}}, PagesBefore::opened);
+  std::filesystem::remove(disk.path("lib/p1.mus"));
+  EXPECT_TRUE(system.willOpen(upper("lib/p1.mus"), Fetch::wanted));
+  EXPECT_FALSE(system.willOpen(upper("lib/p2.mus"), Fetch::wanted)) << "it is not bound";
+  system.openPagesAgain();
+  EXPECT_FALSE(system.willOpen(upper("lib/p1.mus"), Fetch::wanted));
 }
 
 TEST_F(ConsoleSystemFiles, ANewFileGoesBesideTheBoundPageWhenAskedFor) {

@@ -50,6 +50,7 @@ TEST_F(NativeFile, WhyAFileCannotBeReadIsInTheSystemsWords) {
   ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
   ASSERT_EQ(::chmod(path("secret").c_str(), 0), 0);
   EXPECT_EQ(readFailure(path("file")), std::nullopt);
+  EXPECT_EQ(checkReadable(path("file"), Fetch::wanted).failure, std::nullopt);
   EXPECT_EQ(readFailure(path("folder")), "Is a directory");
   EXPECT_EQ(readFailure(path("gone")), "No such file or directory");
   EXPECT_EQ(readFailure(path("pipe")), "Not a regular file");

@@ -79,10 +79,14 @@ std::vector<ListedPage> pagesIn(NativeSystem& system, const NamesList& list) {
 
 }  // namespace
 
-void refreshIdentities(SelectedPages& pages) {
+bool refreshIdentities(SelectedPages& pages) {
+  bool areTheSame = true;
   for (FoundFile& page : pages.pages) {
-    page.identity = identityOf(page.path);
+    const auto identity = identityOf(page.path);
+    areTheSame = areTheSame && identity && identity == page.identity;
+    page.identity = identity;
   }
+  return areTheSame;
 }
 
 SelectedPages findTypedPages(ConsoleSystem& system, const std::vector<std::string>& typed, const PageSearch& search) {

@@ -134,7 +134,7 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
   const PageSearch search{folderOfRun(system, selection), selection.keepOrder, use.skipsBadPages};
   SelectedPages pages = selection.names.empty() ? findTypedPages(system, selection.pages, search)
                                                 : findListedPages(system, selection.names, search);
-  system.bindPages(pages.pages);
+  system.bindPages(pages.pages, PagesBefore::opened);
   system.showAs(pages.badPages);
   for (const std::string& path : pages.badPaths) {
     system.protectFile(path);
@@ -155,7 +155,9 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
   }
   if (use.writtenFolders) {
     // Another run may have changed the folders until now.
-    refreshIdentities(pages);
+    if (!refreshIdentities(pages)) {
+      system.openPagesAgain();
+    }
     if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {
       return refuse(reasons);
     }

@@ -60,7 +60,8 @@ void ConsoleSystem::serveNamesFile(const std::string& name, std::string text) {
   names_ = std::make_shared<const std::string>(std::move(text));
 }
 
-void ConsoleSystem::bindPages(const std::vector<FoundFile>& pages) {
+void ConsoleSystem::bindPages(const std::vector<FoundFile>& pages, PagesBefore before) {
+  pagesBefore_ = before;
   for (const FoundFile& page : pages) {
     const std::string name = upperCase(page.name);
     paths_[name] = page.path;
@@ -99,6 +100,12 @@ std::unique_ptr<InputFile> ConsoleSystem::openInput(const std::string& name) {
   const auto corrected = corrections_.pages.find(name);
   return file && corrected != corrections_.pages.end() ? openCorrected(std::move(file), corrected->second, name)
                                                        : std::move(file);
+}
+
+bool ConsoleSystem::willOpen(const std::string& name, Fetch fetch) {
+  endIfStopped();
+  const bool isKnown = pagesBefore_ == PagesBefore::opened && paths_.contains(name);
+  return isKnown || GuardedSystem::willOpen(name, fetch);
 }
 
 /// Opens a page before it is compared with what it was: then it is this very file that has not changed.

@@ -90,8 +90,19 @@ std::unique_ptr<InputFile> OverlayFiles::openInput(const std::string& name) {
   if (below_ == nullptr) {
     return nullptr;
   }
+  return below_->openInput(nameBelow(name, key));
+}
+
+bool OverlayFiles::willOpen(const std::string& name, Fetch fetch) {
+  const std::string key = fullName(name);
+  const bool isBelow = below_ != nullptr && !files_.contains(key);
+  return isBelow ? below_->willOpen(nameBelow(name, key), fetch) : Files::willOpen(name, fetch);
+}
+
+/// The name by which the files below know a file.
+const std::string& OverlayFiles::nameBelow(const std::string& name, const std::string& key) const {
   const auto alias = aliases_.find(key);
-  return below_->openInput(alias == aliases_.end() ? name : alias->second);
+  return alias == aliases_.end() ? name : alias->second;
 }
 
 std::unique_ptr<OutputFile> OverlayFiles::openOutput(const std::string& name) {

@@ -51,6 +51,7 @@ class OverlayFiles : public Files {
   void clear();
 
   std::unique_ptr<InputFile> openInput(const std::string& name) override;
+  bool willOpen(const std::string& name, Fetch fetch) override;
   std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
   std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
   bool deleteFile(const std::string& name) override;
@@ -67,6 +68,7 @@ class OverlayFiles : public Files {
 
  private:
   bool hasFolder(const std::string& key);
+  const std::string& nameBelow(const std::string& name, const std::string& key) const;
 
   Files* below_ = nullptr;
   Machine& machine_;

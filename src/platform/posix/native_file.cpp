@@ -58,7 +58,7 @@ PathKind kindOf(const std::string& path) {
   return S_ISREG(status.st_mode) ? PathKind::file : PathKind::device;
 }
 
-ReadCheck checkReadable(const std::string& path) {
+ReadCheck checkReadable(const std::string& path, Fetch fetch) {
   // Without O_NONBLOCK, opening a pipe would wait for a writer.
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status {};
@@ -69,7 +69,13 @@ ReadCheck checkReadable(const std::string& path) {
   if (S_ISDIR(status.st_mode)) {
     return {wordsFor(std::errc::is_a_directory), identity};
   }
-  return {S_ISREG(status.st_mode) ? std::nullopt : std::optional<std::string>("Not a regular file"), identity};
+  if (!S_ISREG(status.st_mode)) {
+    return {"Not a regular file", identity};
+  }
+  if (fetch == Fetch::wanted) {
+    fetchSoon(file);
+  }
+  return {std::nullopt, identity};
 }
 
 std::optional<std::string> writeFailure(const std::string& path) {

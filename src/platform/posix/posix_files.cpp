@@ -12,6 +12,17 @@
 namespace kiv {
 namespace {
 
+/// Whether the beginning of the file, and so most likely all of it, need not be fetched from the disk.
+[[maybe_unused]] bool isInMemory(const Descriptor& file) {
+#ifdef RWF_NOWAIT
+  char byte = 0;
+  const iovec target{&byte, 1};
+  return ::preadv2(file.number(), &target, 1, 0, RWF_NOWAIT) >= 0;
+#else
+  return false;
+#endif
+}
+
 class PosixInput : public InputFile {
  public:
   PosixInput(Descriptor file, const FileStamp& stamp) : file_(std::move(file)), stamp_(stamp) {}
@@ -38,28 +49,9 @@ class PosixInput : public InputFile {
 
   std::optional<FileStamp> stamp() const override { return stamp_; }
 
-  void prefetch() override {
-#ifdef POSIX_FADV_WILLNEED  // not every system has it
-    if (isInMemory()) {
-      return;
-    }
-    constexpr off_t toTheEnd = 0;
-    ::posix_fadvise(file_.number(), 0, toTheEnd, POSIX_FADV_WILLNEED);
-#endif
-  }
+  void prefetch() override { fetchSoon(file_); }
 
  private:
-  /// Whether the beginning of the file, and so most likely all of it, need not be fetched from the disk.
-  [[maybe_unused]] bool isInMemory() const {
-#ifdef RWF_NOWAIT
-    char byte = 0;
-    const iovec target{&byte, 1};
-    return ::preadv2(file_.number(), &target, 1, 0, RWF_NOWAIT) >= 0;
-#else
-    return false;
-#endif
-  }
-
   Descriptor file_;
   FileStamp stamp_;  // when it was opened
   std::uint64_t position_ = 0;
@@ -111,6 +103,15 @@ std::optional<std::string> writeAll(const Descriptor& file, std::string_view byt
     }
   }
   return std::nullopt;
+}
+
+void fetchSoon([[maybe_unused]] const Descriptor& file) {
+#ifdef POSIX_FADV_WILLNEED  // not every system has it
+  if (!isInMemory(file)) {
+    constexpr off_t toTheEnd = 0;
+    ::posix_fadvise(file.number(), 0, toTheEnd, POSIX_FADV_WILLNEED);
+  }
+#endif
 }
 
 FileStamp stampOf(const struct stat& status) {

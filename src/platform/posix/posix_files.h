@@ -43,6 +43,9 @@ std::unique_ptr<OutputFile> asOutput(Descriptor file);
 /// The system's words for the last failure.
 std::string lastFailure();
 
+/// Lets the system fetch the file from the disk, unless it is in memory. A hint; it changes nothing else.
+void fetchSoon(const Descriptor& file);
+
 /// What a status says of its file.
 FileStamp stampOf(const struct stat& status);
 

@@ -49,7 +49,7 @@ PathKind kindOf(const std::string& path) {
   return GetFileType(file.get()) == FILE_TYPE_DISK ? PathKind::file : PathKind::device;
 }
 
-ReadCheck checkReadable(const std::string& path) {
+ReadCheck checkReadable(const std::string& path, Fetch /*fetch*/) {
   if (isFolder(path)) {
     return {"Is a folder", std::nullopt};
   }

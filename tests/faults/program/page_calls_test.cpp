@@ -54,8 +54,8 @@ class PageCalls : public testing::Test {
   const std::vector<std::string> ofFolder{"analyze", "--folder", "run", "m"};
 };
 
-TEST_F(PageCalls, AListedPageIsOpenedToFindItToCheckItsNameAndToReadIt) {
-  EXPECT_EQ(calls(ofList, "files", "open"), 3);
+TEST_F(PageCalls, AListedPageIsOpenedToFindItAndToReadIt) {
+  EXPECT_EQ(calls(ofList, "files", "open"), 2);
 }
 
 TEST_F(PageCalls, APageThatFitsIntoTheBufferIsReadInOneCall) {
@@ -68,7 +68,7 @@ TEST_F(PageCalls, AListedPageIsAskedForOnceMoreWhenTheFolderIsLocked) {
 }
 
 TEST_F(PageCalls, APageOfAFolderIsAskedForOnceMoreForItsKindAndInTheList) {
-  EXPECT_EQ(calls(ofFolder, "files", "open"), 3);
+  EXPECT_EQ(calls(ofFolder, "files", "open"), 2);
   EXPECT_EQ(calls(ofFolder, "status", "stat"), 3);
   EXPECT_EQ(calls(ofFolder, "status", "lstat"), 0);
 }
