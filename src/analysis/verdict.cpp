@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <set>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 
 #include "analysis/report.h"
 #include "analysis/report_record.h"
+#include "base/hash_index.h"
 #include "base/number.h"
 #include "messages/analysis_messages.h"
 #include "messages/run_time_errors.h"
@@ -31,22 +31,47 @@ class Identifiers {
   std::set<std::string, std::less<>> texts_;
 };
 
+/// Finds the systems of a table by their numbers.
+class SystemsByNumber {
+ public:
+  explicit SystemsByNumber(SystemTable& table) : systems_(table.systems) {}
+
+  /// The system of the next record, which is added to the table when it is new.
+  SystemTable::System& system(std::int16_t number) {
+    if (systems_.empty() || systems_[latest_].systemNumber != number) {  // staves of one system mostly follow
+      latest_ = indexOf(number);
+    }
+    return systems_[latest_];
+  }
+
+ private:
+  static std::size_t hashOf(std::int16_t number) { return static_cast<std::uint16_t>(number); }
+  std::size_t indexOf(std::int16_t number) {
+    const auto known =
+        index_.find(hashOf(number), [&](std::uint32_t system) { return systems_[system].systemNumber == number; });
+    if (known) {
+      return *known;
+    }
+    index_.add(hashOf(number), [this](std::uint32_t system) { return hashOf(systems_[system].systemNumber); });
+    systems_.push_back({number});
+    return systems_.size() - 1;
+  }
+
+  std::vector<SystemTable::System>& systems_;
+  HashIndex index_;
+  std::size_t latest_ = 0;
+};
+
 void readSystems(LineReader report, SystemTable& table) {
   table = {};
   Identifiers identifiers;
-  std::unordered_map<std::int16_t, std::size_t> known;
-  std::size_t index = 0;
+  SystemsByNumber systems(table);
   forEachRecord(std::move(report), reportFile, [&](std::string_view line) {
     const ReportRecord record(line);
-    const std::int16_t system = record.strictWhole(ReportRecord::system);
+    const std::int16_t number = record.strictWhole(ReportRecord::system);
     const std::int16_t identifier = record.strictWhole(ReportRecord::anyInstrument);
-    if (table.systems.empty() || table.systems[index].systemNumber != system) {  // staves of one system mostly follow
-      index = known.try_emplace(system, table.systems.size()).first->second;
-      if (index == table.systems.size()) {
-        table.systems.push_back({system, ""});
-      }
-    }
-    table.systems[index].systemInstrList.append(std::to_string(identifier)).append(",");
+    SystemTable::System& system = systems.system(number);
+    system.systemInstrList = table.lists.append(system.systemInstrList, identifier);
     identifiers.add(line);
   });
   table.instrumentCount = identifiers.count();

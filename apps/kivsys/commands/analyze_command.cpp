@@ -49,7 +49,11 @@ std::optional<Layouts> layoutsOf(ConsoleHost& console, Files& files, const Syste
 /// The run of one command.
 class AnalyzeRun {
  public:
-  AnalyzeRun(ConsoleHost& console, const AnalyzeOptions& options) : console_(console), options_(options) {}
+  AnalyzeRun(ConsoleHost& console, const AnalyzeOptions& options)
+      : console_(console),
+        options_(options),
+        group_({.instruments = true,
+                .losses = options.selection.likePanel ? std::nullopt : std::optional(LossScan::staves)}) {}
 
   int run(const std::string& namesFile);
 
@@ -61,6 +65,7 @@ class AnalyzeRun {
 
   ConsoleHost& console_;
   const AnalyzeOptions& options_;
+  GroupFacts group_;
   bool isRefused_ = false;  // by --strict
   bool needsOnlyConversion_ = false;
   bool isNextPrinted_ = false;  // the command line that helps, with the message about a page
@@ -68,21 +73,19 @@ class AnalyzeRun {
 
 AnalysisOutput AnalyzeRun::analyzePages(const Host& host, const std::string& namesFile, const ValidPages* pages) {
   KivSystem program(host);
-  GroupFacts group = options_.selection.likePanel ? GroupFacts({.instruments = true})
-                                                  : GroupFacts({.instruments = true, .losses = LossScan::staves});
-  const bool normalEnd = runAnalysis(console_, program, namesFile, options_.allowZeroId, group);
+  const bool normalEnd = runAnalysis(console_, program, namesFile, options_.allowZeroId, group_);
   const bool details = options_.json || options_.jsonl;
   AnalysisOutput output{outcomeOf(program, console_, normalEnd), {}, {}, {}, {}, pages};
   if (output.outcome.normalEnd && !options_.selection.likePanel) {
     output.warnings =
-        showWarnings(console_.user(), program, group, {scopeOf(output.outcome), options_.allowZeroId}, details);
+        showWarnings(console_.user(), program, group_, {scopeOf(output.outcome), options_.allowZeroId}, details);
   }
   if (output.outcome.normalEnd) {
-    output.layouts = layoutsOf(console_, host.files, program.systems, group,
+    output.layouts = layoutsOf(console_, host.files, program.systems, group_,
                                details ? Places::ofEverySystem : Places::ofFirstSystems);
   }
   if (output.layouts) {
-    output.instruments = group.instruments();
+    output.instruments = group_.instruments();
   }
   std::vector<Problem> problems = problemsOf(console_.system(), output.outcome);
   const bool hasVerdict = output.outcome.normalEnd && !options_.selection.likePanel;

@@ -36,8 +36,8 @@ std::string summaryOf(const ValidPages* pages, bool normalEnd) {
 }
 
 std::string asText(Machine& machine, const AnalysisOutput& output) {
-  const auto skippedBefore = [&](const std::string& file) {
-    return output.pages == nullptr ? 0 : output.pages->skippedBefore(file);
+  const auto skippedBefore = [&](std::string_view file) {
+    return output.pages == nullptr ? 0 : output.pages->skippedBefore(std::string(file));
   };
   return asText(output.outcome) +
          (output.layouts ? explanation(machine, *output.layouts, shownNames(output.instruments), skippedBefore) : "") +

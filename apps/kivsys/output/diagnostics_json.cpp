@@ -46,6 +46,10 @@ Json nameOrNull(const Layouts& layouts, std::int16_t instrument) {
   return name == layouts.names.end() ? Json() : Json(NativeSystem::toUtf8(name->second));
 }
 
+Json fileJson(const Layouts& layouts, std::uint32_t file) {
+  return NativeSystem::toUtf8(std::string(layouts.files[file]));
+}
+
 }  // namespace
 
 Json numberJson(double number) {
@@ -78,7 +82,7 @@ Json jsonOf(const Layouts& layouts, const Deviation& deviation) {
                  {"instrument", deviation.instrument},
                  {"name", nameOrNull(layouts, deviation.instrument)},
                  {"system", deviation.system},
-                 {"file", orNull(deviation.file)},
+                 {"file", deviation.file ? fileJson(layouts, *deviation.file) : Json()},
                  {"staff", orNull(deviation.staff)}};
   addPlace(object, deviation.place);
   return object;
