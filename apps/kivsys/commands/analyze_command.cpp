@@ -153,10 +153,10 @@ int AnalyzeRun::run(const std::string& namesFile) {
   addNext(output);
   const int status = statusOf(output);
   if (options_.jsonl) {
-    return printOutcome(asJsonLines(output), status);
+    return printOutcome([&](OutputText& text) { addJsonLines(text, output); }, status);
   }
   if (options_.json) {
-    return printOutcome(asJson(output), status);
+    return printOutcome([&](OutputText& text) { addJson(text, output); }, status);
   }
   const int printed = printOutcome(asText(console_.system(), output), status);
   if (output.next && !isNextPrinted_) {

@@ -19,6 +19,11 @@ std::string yesOrNo(bool value) {
 
 }  // namespace
 
+std::optional<std::string_view> FilePaths::find(std::string_view name) const {
+  const auto path = pages != nullptr ? pages->find(name) : std::nullopt;
+  return path || written == nullptr ? path : written->find(name);
+}
+
 bool endsNormally(ConsoleHost& console, const std::function<void()>& run) {
   return exitCodeOf(console.user(), run).value_or(exit_status::normal) == exit_status::normal;
 }
@@ -49,7 +54,7 @@ RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& console, bool 
   }
   outcome.messages = console.messages();
   outcome.files = program.names.nameCount;
-  outcome.paths = console.system().pages();
+  outcome.paths = {&console.system().pageTable(), nullptr};
   outcome.corrections = &console.system().corrections();
   return outcome;
 }
@@ -58,10 +63,8 @@ RunOutcome withPagesWritten(RunOutcome analysis, const ConsoleHost& console, boo
   analysis.normalEnd = normalEnd;
   analysis.messages = console.messages();
   analysis.created = console.replacedFiles();
-  analysis.paths = console.system().pages();
+  analysis.paths = {&console.system().pageTable(), &console.system().writtenFiles()};
   analysis.corrections = &console.system().corrections();
-  const auto& written = console.system().writtenFiles();
-  analysis.paths.insert(analysis.paths.end(), written.begin(), written.end());
   return analysis;
 }
 
