@@ -57,8 +57,9 @@ void appendStaffRecord(const ItemTable& table, int i, std::string& record) {
 
 }  // namespace
 
-Report::Report(Files& files, Machine& machine) : machine_(machine), file_(files.openOutput(reportFile)) {
-  if (!file_) {
+Report::Report(Files& files, Machine& machine)
+    : machine_(machine), ownFile_(files.openOutput(reportFile)), file_(ownFile_.get()) {
+  if (!ownFile_) {
     endProgram(messages::reportNotCreated(reportFile));
   }
 }

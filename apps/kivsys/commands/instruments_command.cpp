@@ -49,7 +49,7 @@ int listNames(ConsoleHost& console, const std::string& namesFile, const ValidPag
   GroupFacts facts({.instruments = true});
   std::optional<std::vector<Instrument>> instruments;
   const bool normalEnd = !namesFile.empty() && endsNormally(console, [&] {
-    analyze(program, namesFile, options.allowZeroId, &facts);
+    analyzeWithoutReport(program, namesFile, options.allowZeroId, &facts);
     instruments = facts.instruments();
   });
   const bool isComplete = normalEnd && (pages == nullptr || !pages->anySkipped());
