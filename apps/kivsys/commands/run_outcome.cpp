@@ -62,8 +62,9 @@ RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& console, bool 
 RunOutcome withPagesWritten(RunOutcome analysis, const ConsoleHost& console, bool normalEnd) {
   analysis.normalEnd = normalEnd;
   analysis.messages = console.messages();
-  analysis.created = console.replacedFiles();
-  analysis.paths = {&console.system().pageTable(), &console.system().writtenFiles()};
+  const ConsoleSystem& system = console.system();
+  analysis.created = &system.writtenFiles();
+  analysis.paths = {&system.pageTable(), system.pageTable().isEmpty() ? nullptr : &system.writtenFiles()};
   analysis.corrections = &console.system().corrections();
   return analysis;
 }
@@ -114,8 +115,8 @@ std::string gapNotes(ConsoleSystem& system) {
 
 std::string createdLines(const RunOutcome& outcome, const FileNamer& nameOf) {
   std::string lines;
-  for (const std::string& file : outcome.created.value_or(std::vector<std::string>())) {
-    lines += printable(nameOf(file)) + "\n";
+  for (std::size_t file = 0; outcome.created != nullptr && file < outcome.created->size(); ++file) {
+    lines += printable(nameOf(std::string(outcome.created->name(file)))) + "\n";
   }
   return lines;
 }

@@ -38,7 +38,7 @@ struct RunOutcome {
   bool verifies = false;                            ///< the conversion was to be proved
   std::optional<proof::Verification> verification;  ///< only of a conversion that ended and was to be proved
   FilePaths paths;                                  ///< where the pages are; none of a run like the panel's
-  std::optional<std::vector<std::string>> created;  ///< the pages written, in order; only of runs that write pages
+  const PathTable* created = nullptr;               ///< the pages written, in order; null unless a run writes pages
 
   const PageCorrections* corrections = nullptr;  ///< with which the pages were read; of the console
 

@@ -62,7 +62,7 @@ Json jsonOf(const RunOutcome& outcome) {
                  {"files", outcome.files},
                  {"systems", orNull(outcome.systems)},
                  {"instruments", orNull(outcome.instruments)}};
-  if (outcome.created) {
+  if (outcome.created != nullptr) {
     object["created"] = Json::array();
   }
   if (!outcome.paths.isEmpty()) {
@@ -79,8 +79,8 @@ Json jsonOf(const RunOutcome& outcome) {
 
 std::vector<LongMember> longMembersOf(const RunOutcome& outcome) {
   const auto addCreated = [&](JsonArray& array) {
-    for (const std::string& file : *outcome.created) {
-      array.add(NativeSystem::toUtf8(file));
+    for (std::size_t file = 0; file < outcome.created->size(); ++file) {
+      array.add(NativeSystem::toUtf8(std::string(outcome.created->name(file))));
     }
   };
   const auto addPaths = [&](JsonArray& array) {

@@ -84,10 +84,10 @@ class ConsoleSystem : public GuardedSystem {
   std::vector<FoundFile> pages() const { return pages_.files(); }
   /// Why the last file could not be written, and its folder: "/music/out: Permission denied"; "" when that is unknown.
   const std::string& writeFailure() const { return writeFailure_; }
-  /// The files that replaceFile has written, in order.
-  const std::vector<std::string>& replacedFiles() const { return replacedFiles_; }
-  /// The same, with their paths; only of a run with bound pages.
+  /// The files that replaceFile has written, in order, with their paths.
   const PathTable& writtenFiles() const { return writtenFiles_; }
+  /// A copy of their names.
+  std::vector<std::string> replacedFiles() const { return writtenFiles_.names(); }
 
  private:
   static std::string startFolder();
@@ -128,7 +128,6 @@ class ConsoleSystem : public GuardedSystem {
   PageCorrections corrections_;
   ChangeJournal* journal_ = nullptr;
   std::string writeFailure_;
-  std::vector<std::string> replacedFiles_;
   Pending pending_;
   std::optional<WriteFailure> failed_;  // not yet returned to the run
   bool readsAhead_ = false;

@@ -24,4 +24,13 @@ std::vector<FoundFile> PathTable::files() const {
   return files;
 }
 
+std::vector<std::string> PathTable::names() const {
+  std::vector<std::string> names;
+  names.reserve(files_.size());
+  for (std::size_t file = 0; file < files_.size(); ++file) {
+    names.emplace_back(name(file));
+  }
+  return names;
+}
+
 }  // namespace kiv

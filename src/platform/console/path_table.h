@@ -35,6 +35,7 @@ class PathTable {
   std::optional<std::string_view> find(std::string_view name) const;
   /// All of them, which may be much.
   std::vector<FoundFile> files() const;
+  std::vector<std::string> names() const;
 
  private:
   struct File {

@@ -41,10 +41,7 @@ std::optional<std::string> ConsoleSystem::putFile(const std::string& name, std::
 
 void ConsoleSystem::addReplaced(const std::string& name, const std::string& path) {
   guard_.addWritten(path);
-  replacedFiles_.push_back(name);
-  if (!pages_.isEmpty()) {
-    writtenFiles_.add(name, path);
-  }
+  writtenFiles_.add(name, path);
 }
 
 std::optional<std::string> ConsoleSystem::replacePage(const std::string& name, std::string_view bytes) {
@@ -65,7 +62,6 @@ std::optional<std::string> ConsoleSystem::replacePage(const std::string& name, s
   auto failure = GuardedSystem::replaceFile(file, bytes);
   if (!failure) {
     stamps_.forget(path);
-    replacedFiles_.push_back(name);
     writtenFiles_.add(name, path);
   }
   return failure;
