@@ -1,10 +1,13 @@
 #include "base/text_table.h"
 
 #include <algorithm>
+#include <cstring>
 #include <functional>
 
 namespace kiv {
 namespace {
+
+using Length = std::uint32_t;
 
 constexpr std::size_t blockBytes = 4096;
 
@@ -15,7 +18,7 @@ std::size_t textHash(std::string_view text) {
 }  // namespace
 
 std::optional<std::uint32_t> TextTable::find(std::string_view text) const {
-  return index_.find(textHash(text), [&](std::uint32_t number) { return texts_[number] == text; });
+  return index_.find(textHash(text), [&](std::uint32_t number) { return (*this)[number] == text; });
 }
 
 std::uint32_t TextTable::add(std::string_view text) {
@@ -23,18 +26,28 @@ std::uint32_t TextTable::add(std::string_view text) {
     return *known;
   }
   texts_.push_back(keep(text));
-  index_.add(textHash(text), [this](std::uint32_t number) { return textHash(texts_[number]); });
+  index_.add(textHash(text), [this](std::uint32_t number) { return textHash((*this)[number]); });
   return static_cast<std::uint32_t>(texts_.size() - 1);
 }
 
-std::string_view TextTable::keep(std::string_view text) {
-  if (text.size() > freeBytes_) {
-    freeBytes_ = std::max(blockBytes, text.size());
+std::string_view TextTable::operator[](std::uint32_t number) const {
+  const char* const text = texts_[number];
+  Length length = 0;
+  std::memcpy(&length, text - sizeof(length), sizeof(length));
+  return {text, length};
+}
+
+const char* TextTable::keep(std::string_view text) {
+  const auto length = static_cast<Length>(text.size());
+  const std::size_t bytes = sizeof(length) + text.size();
+  if (bytes > freeBytes_) {
+    freeBytes_ = std::max(blockBytes, bytes);
     end_ = blocks_.emplace_back(new char[freeBytes_]).get();
   }
-  const std::string_view kept(end_, text.size());
-  end_ = std::copy(text.begin(), text.end(), end_);
-  freeBytes_ -= text.size();
+  std::memcpy(end_, &length, sizeof(length));
+  const char* const kept = end_ + sizeof(length);
+  end_ = std::copy(text.begin(), text.end(), end_ + sizeof(length));
+  freeBytes_ -= bytes;
   return kept;
 }
 

@@ -60,7 +60,7 @@ std::size_t ListedSystems::ListedHash::operator()(const Listed& listed) const {
 }
 
 std::uint32_t ListedSystems::addFile(std::string_view name) {
-  files_.push_back({name, {}, {}});
+  files_.push_back({name});
   return static_cast<std::uint32_t>(files_.size() - 1);
 }
 
@@ -88,13 +88,21 @@ std::vector<std::vector<std::int16_t>> ListedSystems::instrumentsOfPage() const 
   return systems;
 }
 
+ListedSystems::Range ListedSystems::runsOf(std::uint32_t page) const {
+  if (page == noPage) {
+    return {};
+  }
+  const std::size_t next = page + std::size_t{1};
+  return {firstRuns_[page], next < firstRuns_.size() ? firstRuns_[next] : static_cast<std::uint32_t>(runs_.size())};
+}
+
 std::vector<ListedSystems::Row> ListedSystems::rowsOf(std::uint32_t run) const {
   const Run& of = runs_[run];
   std::vector<Row> rows;
   for (const Listed& listed : lists_.elements(of.list)) {
-    const Place& place = places_[of.firstPlace + rows.size()];
-    rows.push_back({of.file + listed.fileStep, listed.name, place.offset, listed.instrumentNumber, listed.newStaff,
-                    listed.staff, listed.occurrence, listed.instrument, place.item});
+    const std::size_t place = of.firstPlace + rows.size();
+    rows.push_back({of.file + listed.fileStep, listed.name, offsets_[place], listed.instrumentNumber, listed.newStaff,
+                    listed.staff, listed.occurrence, listed.instrument, items_[place]});
   }
   return rows;
 }
@@ -123,7 +131,7 @@ int ListedSystems::occurrencesIn(Range runs, const Row& row) const {
 void ListedSystems::countOccurrences(bool hasFileTwice) {
   for (std::size_t r = 0; r < page_.size(); ++r) {
     Row& row = page_[r];
-    const Range before = files_[row.file].lastPage;
+    const Range before = runsOf(files_[row.file].lastPage);
     if (hasFileTwice || row.name == noName || before.end != 0) {
       row.occurrence = std::max(occurrencesIn(before, row), occurrencesIn(std::span(page_).first(r), row)) + 1;
     }
@@ -146,11 +154,12 @@ std::size_t ListedSystems::systemOf(std::int16_t number, std::uint32_t run) {
 
 /// Moves rows of one system from the page to a run.
 void ListedSystems::addRun(std::size_t firstRow, std::size_t end) {
-  Run run{static_cast<std::uint32_t>(places_.size()), Lists::emptyList, page_[firstRow].file};
+  Run run{static_cast<std::uint32_t>(offsets_.size()), Lists::emptyList, page_[firstRow].file};
   for (std::size_t r = firstRow; r < end; ++r) {
     const Row& row = page_[r];
     run.list = lists_.append(run.list, Listed(row, run.file));
-    places_.push_back({row.offset, row.item});
+    offsets_.push_back(row.offset);
+    items_.push_back(row.item);
   }
   const auto number = static_cast<std::uint32_t>(runs_.size());
   const std::size_t system = systemOf(systemOfRow_[firstRow], number);
@@ -162,17 +171,17 @@ void ListedSystems::addRun(std::size_t firstRow, std::size_t end) {
 
 void ListedSystems::endPage(bool hasFileTwice) {
   countOccurrences(hasFileTwice);
-  const auto firstRun = static_cast<std::uint32_t>(runs_.size());
+  const auto page = static_cast<std::uint32_t>(firstRuns_.size());
+  firstRuns_.push_back(static_cast<std::uint32_t>(runs_.size()));
   for (std::size_t first = 0, end = 0; first < page_.size(); first = end) {
     while (end < page_.size() && systemOfRow_[end] == systemOfRow_[first]) {
       ++end;
     }
     addRun(first, end);
   }
-  const Range page{firstRun, static_cast<std::uint32_t>(runs_.size())};
   for (const Row& row : page_) {
     File& file = files_[row.file];
-    file.firstPage = file.firstPage.end == 0 ? page : file.firstPage;
+    file.firstPage = file.firstPage == noPage ? page : file.firstPage;
     file.lastPage = page;
   }
   page_.clear();
@@ -216,7 +225,7 @@ std::set<std::int16_t> ListedSystems::instrumentsOf(std::size_t system) const {
 }
 
 std::optional<FoundStaff> ListedSystems::find(std::uint32_t file, double staff) const {
-  const Range runs = files_[file].firstPage;
+  const Range runs = runsOf(files_[file].firstPage);
   for (std::uint32_t run = runs.first; run < runs.end; ++run) {
     for (const Row& row : rowsOf(run)) {
       if (row.name != noName && row.file == file && row.staff == staff) {

@@ -82,12 +82,7 @@ class ListedSystems {
   bool isShared(std::uint32_t file) const;
 
  private:
-  /// Where the item of a row is.
-  struct Place {
-    std::uint32_t offset = 0;
-    std::int16_t item = 0;
-  };
-  /// The rest of a row, as systems have it in common.
+  /// A row without its place, as systems have it in common.
   struct Listed {
     std::uint32_t fileStep = 0;  // from the file of the run's first row to that of the row; wraps around
     std::uint32_t name = noName;
@@ -118,14 +113,15 @@ class ListedSystems {
   };
   struct File {
     std::string_view name;
-    Range firstPage;  // the runs of the first page with this file
-    Range lastPage;   // the same of the last one
+    std::uint32_t firstPage = noPage;
+    std::uint32_t lastPage = noPage;
   };
   struct System {
     std::int16_t number = 0;
     std::uint32_t run = 0;  // its first one
   };
 
+  Range runsOf(std::uint32_t page) const;
   std::vector<Row> rowsOf(std::uint32_t run) const;
   static int occurrencesIn(std::span<const Row> rows, const Row& row);
   int occurrencesIn(Range runs, const Row& row) const;
@@ -135,12 +131,16 @@ class ListedSystems {
   template <typename Visitor>
   void visitRows(std::size_t system, Visitor visit) const;
 
-  std::vector<File> files_;
+  static constexpr std::uint32_t noPage = std::numeric_limits<std::uint32_t>::max();
+
+  std::deque<File> files_;
   std::map<std::string, std::uint32_t> names_;
   std::vector<const std::string*> nameOf_;  // by number
   std::vector<Row> page_;                   // the rows of the page
   std::vector<std::int16_t> systemOfRow_;   // of them, the numbers
-  std::deque<Place> places_;
+  std::deque<std::uint32_t> offsets_;       // of the items of all rows
+  std::deque<std::int16_t> items_;          // their numbers
+  std::vector<std::uint32_t> firstRuns_;    // by the numbers of the pages
   Lists lists_;
   std::vector<Run> runs_;
   std::vector<System> systems_;

@@ -58,6 +58,7 @@ class AnalyzeRun {
   int run(const std::string& namesFile);
 
  private:
+  SystemTable systemsOfRun(const Host& host, const std::string& namesFile, AnalysisOutput& output);
   AnalysisOutput analyzePages(const Host& host, const std::string& namesFile, const ValidPages* pages);
   int statusOf(const AnalysisOutput& output) const;
   void addNext(AnalysisOutput& output);
@@ -71,18 +72,26 @@ class AnalyzeRun {
   bool isNextPrinted_ = false;  // the command line that helps, with the message about a page
 };
 
-AnalysisOutput AnalyzeRun::analyzePages(const Host& host, const std::string& namesFile, const ValidPages* pages) {
+/// Runs the analysis and adds its outcome and warnings. Its tables are not kept but for the systems.
+SystemTable AnalyzeRun::systemsOfRun(const Host& host, const std::string& namesFile, AnalysisOutput& output) {
   KivSystem program(host);
   const bool normalEnd = runAnalysis(console_, program, namesFile, options_.allowZeroId, group_);
-  const bool details = options_.json || options_.jsonl;
-  AnalysisOutput output{outcomeOf(program, console_, normalEnd), {}, {}, {}, {}, pages};
-  if (output.outcome.normalEnd && !options_.selection.likePanel) {
-    output.warnings =
-        showWarnings(console_.user(), program, group_, {scopeOf(output.outcome), options_.allowZeroId}, details);
+  output.outcome = outcomeOf(program, console_, normalEnd);
+  if (normalEnd && !options_.selection.likePanel) {
+    output.warnings = showWarnings(console_.user(), program, group_, {scopeOf(output.outcome), options_.allowZeroId},
+                                   options_.json || options_.jsonl);
   }
+  return std::move(program.systems);
+}
+
+AnalysisOutput AnalyzeRun::analyzePages(const Host& host, const std::string& namesFile, const ValidPages* pages) {
+  const bool details = options_.json || options_.jsonl;
+  AnalysisOutput output;
+  output.pages = pages;
+  const SystemTable systems = systemsOfRun(host, namesFile, output);
   if (output.outcome.normalEnd) {
-    output.layouts = layoutsOf(console_, host.files, program.systems, group_,
-                               details ? Places::ofEverySystem : Places::ofFirstSystems);
+    output.layouts =
+        layoutsOf(console_, host.files, systems, group_, details ? Places::ofEverySystem : Places::ofFirstSystems);
   }
   if (output.layouts) {
     output.instruments = group_.instruments();
