@@ -29,11 +29,16 @@ class SharedLists {
     return static_cast<std::uint32_t>(ends_.size());
   }
 
+  /// Calls visit for each element, the last one first.
+  template <typename Visit>
+  void visitFromEnd(std::uint32_t list, Visit visit) const {
+    for (; list != emptyList; list = ends_[list - 1].before) {
+      visit(ends_[list - 1].last);
+    }
+  }
   std::vector<Element> elements(std::uint32_t list) const {
     std::vector<Element> elements;
-    for (; list != emptyList; list = ends_[list - 1].before) {
-      elements.push_back(ends_[list - 1].last);
-    }
+    visitFromEnd(list, [&](const Element& element) { elements.push_back(element); });
     std::reverse(elements.begin(), elements.end());
     return elements;
   }

@@ -96,14 +96,21 @@ ListedSystems::Range ListedSystems::runsOf(std::uint32_t page) const {
   return {firstRuns_[page], next < firstRuns_.size() ? firstRuns_[next] : static_cast<std::uint32_t>(runs_.size())};
 }
 
+std::size_t ListedSystems::rowsIn(std::uint32_t run) const {
+  const std::size_t next = run + std::size_t{1};
+  return (next < runs_.size() ? runs_[next].firstPlace : offsets_.size()) - runs_[run].firstPlace;
+}
+
 std::vector<ListedSystems::Row> ListedSystems::rowsOf(std::uint32_t run) const {
   const Run& of = runs_[run];
-  std::vector<Row> rows;
-  for (const Listed& listed : lists_.elements(of.list)) {
-    const std::size_t place = of.firstPlace + rows.size();
-    rows.push_back({of.file + listed.fileStep, listed.name, offsets_[place], listed.instrumentNumber, listed.newStaff,
-                    listed.staff, listed.occurrence, listed.instrument, items_[place]});
-  }
+  std::vector<Row> rows(rowsIn(run));
+  std::size_t place = of.firstPlace + rows.size();
+  lists_.visitFromEnd(of.list, [&](const Listed& listed) {
+    --place;
+    rows[place - of.firstPlace] = {of.file + listed.fileStep, listed.name,       offsets_[place],
+                                   listed.instrumentNumber,   listed.newStaff,   listed.staff,
+                                   listed.occurrence,         listed.instrument, items_[place]};
+  });
   return rows;
 }
 
@@ -203,6 +210,7 @@ void ListedSystems::visitRows(std::size_t system, Visitor visit) const {
 
 std::vector<SystemRow> ListedSystems::rows(std::size_t system) const {
   std::vector<SystemRow> rows;
+  rows.reserve(rowsIn(systems_[system].run));
   visitRows(system, [&](const Row& row) {
     const bool isCertain = row.name != noName && row.occurrence == 1;
     rows.push_back({row.instrument,

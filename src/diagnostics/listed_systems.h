@@ -122,6 +122,7 @@ class ListedSystems {
   };
 
   Range runsOf(std::uint32_t page) const;
+  std::size_t rowsIn(std::uint32_t run) const;
   std::vector<Row> rowsOf(std::uint32_t run) const;
   static int occurrencesIn(std::span<const Row> rows, const Row& row);
   int occurrencesIn(Range runs, const Row& row) const;
