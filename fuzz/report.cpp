@@ -36,9 +36,9 @@ const std::string& page() {
 
 /// Consistency by its definition: no two systems whose lists differ.
 bool isConsistent(const SystemTable& table) {
-  std::set<std::string> lists;
+  std::set<std::vector<std::int16_t>> lists;
   for (const SystemTable::System& system : table.systems) {
-    lists.insert(system.systemInstrList);
+    lists.insert(table.lists.elements(system.systemInstrList));
   }
   return lists.size() <= 1;
 }
@@ -88,8 +88,7 @@ void checkIndex(FuzzHost& host) {
       expect(!staves.empty(), "a system has staves");
     }
     for (const StaffRecord& staff : staves) {
-      const auto last = index.lastUse.find(staff.file);
-      expect(last != index.lastUse.end() && last->second >= system, "a file is kept for as long as it is needed");
+      expect(index.lastUseOf(staff.file) >= system, "a file is kept for as long as it is needed");
     }
   }
 }

@@ -11,10 +11,10 @@ namespace {
 
 /// The suffix of a name in small letters.
 std::string fileKindOf(const std::string& name) {
-  std::string suffix = std::filesystem::path(name).extension().string();
-  std::transform(suffix.begin(), suffix.end(), suffix.begin(),
+  std::string kind = std::filesystem::path(name).extension().string();
+  std::transform(kind.begin(), kind.end(), kind.begin(),
                  [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-  return suffix;
+  return kind;
 }
 
 /// What is wrong with a command line; "" when nothing is.

@@ -88,6 +88,7 @@ std::vector<std::string> filesOf(Machine& machine, const PageEntry& page) {
 PageTable groupPages(const Host& host, const NamesTable& names) {
   PageTable table;
   MultifilePages multifile;
+  table.pages.reserve(static_cast<std::size_t>(names.nameCount));
   for (int i = 1; i <= names.nameCount; ++i) {
     const std::string& name = names.name(i);
     addFile(split(host, name), justPath(host.machine, name), name, multifile, table.pages);

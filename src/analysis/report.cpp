@@ -9,6 +9,7 @@ namespace kiv {
 namespace {
 
 constexpr std::size_t separatorLength = 87;
+constexpr std::size_t longText = std::size_t{32} * 1024;
 constexpr std::string_view lineEnd = "\r\n";
 
 std::string twoDigits(int number) {
@@ -56,8 +57,9 @@ void appendStaffRecord(const ItemTable& table, int i, std::string& record) {
 
 }  // namespace
 
-Report::Report(Files& files, Machine& machine) : machine_(machine), file_(files.openOutput(reportFile)) {
-  if (!file_) {
+Report::Report(Files& files, Machine& machine)
+    : machine_(machine), ownFile_(files.openOutput(reportFile)), file_(ownFile_.get()) {
+  if (!ownFile_) {
     endProgram(messages::reportNotCreated(reportFile));
   }
 }
@@ -81,6 +83,9 @@ void Report::writeHead(std::string_view versionText, const PageTable& pages) {
   line("* KivSystem - " + std::string(versionText) + "   " + dateAndTime(machine_.now()));
   for (const PageEntry& page : pages.pages) {
     line(ZonedLine(machine_, "* ").field(page.pageName).field(page.pageLetters).field(page.pagePath).text());
+    if (pending_.size() >= longText) {
+      flush();
+    }
   }
   separator();
   flush();

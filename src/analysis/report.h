@@ -19,6 +19,8 @@ class Report {
  public:
   /// Opens the report, replacing an old one. When it cannot be created the program ends.
   Report(Files& files, Machine& machine);
+  /// Writes to a file that is open, and outlives this.
+  Report(OutputFile& file, Machine& machine) : machine_(machine), file_(&file) {}
 
   /// The head: program and time, then a line for every page.
   void writeHead(std::string_view versionText, const PageTable& pages);
@@ -33,7 +35,8 @@ class Report {
   void flush();
 
   Machine& machine_;
-  std::unique_ptr<OutputFile> file_;
+  std::unique_ptr<OutputFile> ownFile_;  // null when it is another's
+  OutputFile* file_;
   std::string pending_;
 };
 

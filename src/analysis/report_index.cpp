@@ -1,6 +1,7 @@
 #include "analysis/report_index.h"
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 #include <string_view>
 #include <unordered_set>
@@ -14,14 +15,18 @@
 namespace kiv {
 namespace {
 
-/// Notes that a system uses a file. Returns the key.
-const std::string* raise(std::map<std::string, double, std::less<>>& lastUse, std::string_view file, double system) {
-  auto known = lastUse.find(file);
-  if (known == lastUse.end()) {
-    known = lastUse.emplace(file, system).first;
+/// Notes that a system uses a file. Returns the file's number.
+std::uint32_t raise(ReportIndex& report, std::string_view file, double system) {
+  const std::uint32_t number = report.files.add(file);
+  if (number == report.lastUse.size()) {
+    report.lastUse.push_back(system);
   }
-  known->second = std::max(known->second, system);
-  return &known->first;
+  report.lastUse[number] = std::max(report.lastUse[number], system);
+  return number;
+}
+
+std::size_t hashOf(double number) {
+  return std::hash<double>()(number);
 }
 
 /// The number that a field's text begins with; nullopt when 16 bits do not hold it.
@@ -38,23 +43,24 @@ std::optional<ReportIndex::Record> numbersIn(const ReportRecord& record) {
   if (!instrId || !stavesUp || !staff || !newStaff) {
     return std::nullopt;
   }
-  return ReportIndex::Record{nullptr, 0, *instrId, *stavesUp, *staff, *newStaff};
+  return ReportIndex::Record{0, 0, *instrId, *stavesUp, *staff, *newStaff};
 }
 
 void addRecord(const ReportRecord& record, ReportIndex& report) {
-  const double system = numericValue(record.text(ReportRecord::system));
-  const auto index = static_cast<std::uint32_t>(report.records.size());
+  const double number = numericValue(record.text(ReportRecord::system));
   const auto numbers = numbersIn(record);
   if (!numbers) {
-    report.unfitLines.emplace(index, record.line());
+    report.unfitLines.emplace_back(record.line());
   }
-  report.records.push_back(numbers.value_or(ReportIndex::Record()));
-  report.records.back().file = raise(report.lastUse, record.file(), system);
-  const auto [chain, isNew] = report.systems.try_emplace(system, ReportIndex::Chain{index, index});
-  if (!isNew) {
-    report.records[chain->second.last].next = index;
-    chain->second.last = index;
+  ReportIndex::Record entry = numbers.value_or(ReportIndex::Record());
+  entry.unfitLine = numbers ? 0 : static_cast<std::uint32_t>(report.unfitLines.size());
+  const std::uint32_t file = raise(report, record.file(), number);
+  ReportIndex::System& system = report.system(number);
+  if (system.records == ReportIndex::Lists::emptyList) {
+    system.file = file;
   }
+  entry.fileStep = file - system.file;
+  system.records = report.lists.append(system.records, entry);
 }
 
 /// The staff of a record, whose numbers must fit.
@@ -70,9 +76,35 @@ StaffRecord staffIn(const ReportRecord& record) {
 
 }  // namespace
 
+std::size_t ReportIndex::RecordHash::operator()(const Record& record) const {
+  constexpr std::size_t prime = 1000003;
+  std::size_t hash = record.fileStep + prime * record.unfitLine;
+  for (const std::int16_t number : {record.instrId, record.stavesUp, record.staff, record.newStaff}) {
+    hash = hash * prime + static_cast<std::uint16_t>(number);
+  }
+  return hash;
+}
+
+const ReportIndex::System* ReportIndex::find(double number) const {
+  const auto known = systemIndex.find(hashOf(number), [&](std::uint32_t s) { return systems[s].number == number; });
+  return known ? &systems[*known] : nullptr;
+}
+
+ReportIndex::System& ReportIndex::system(double number) {
+  if (!systems.empty() && systems.back().number == number) {  // staves of one system mostly follow
+    return systems.back();
+  }
+  const auto known = systemIndex.find(hashOf(number), [&](std::uint32_t s) { return systems[s].number == number; });
+  if (known) {
+    return systems[*known];
+  }
+  systemIndex.add(hashOf(number), [this](std::uint32_t s) { return hashOf(systems[s].number); });
+  return systems.emplace_back(System{number});
+}
+
 int ReportIndex::systemCount() const {
   int count = 0;
-  while (systems.contains(count + 1)) {
+  while (find(count + 1) != nullptr) {
     ++count;
   }
   return count;
@@ -98,19 +130,18 @@ ReportIndex readReport(Files& files) {
 
 std::vector<StaffRecord> stavesOf(const ReportIndex& report, std::int16_t system) {
   std::vector<StaffRecord> staves;
-  const auto chain = report.systems.find(system);
-  if (chain == report.systems.end()) {
+  const ReportIndex::System* found = report.find(system);
+  if (found == nullptr) {
     return staves;
   }
-  std::uint32_t index = chain->second.first;
-  do {
-    const ReportIndex::Record& record = report.records[index];
-    const auto unfit = report.unfitLines.find(index);
-    staves.push_back(unfit != report.unfitLines.end()
-                         ? staffIn(ReportRecord(unfit->second))
-                         : StaffRecord{record.instrId, record.stavesUp, record.staff, *record.file, record.newStaff});
-    index = record.next;
-  } while (index != 0);
+  const std::vector<ReportIndex::Record> records = report.lists.elements(found->records);
+  staves.reserve(records.size());
+  for (const ReportIndex::Record& record : records) {
+    staves.push_back(record.unfitLine != 0
+                         ? staffIn(ReportRecord(report.unfitLines[record.unfitLine - 1]))
+                         : StaffRecord{record.instrId, record.stavesUp, record.staff,
+                                       std::string(report.files[found->file + record.fileStep]), record.newStaff});
+  }
   return staves;
 }
 

@@ -1,12 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <deque>
-#include <functional>
-#include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "base/hash_index.h"
+#include "base/shared_lists.h"
+#include "base/text_table.h"
 #include "platform/files.h"
 
 namespace kiv {
@@ -22,38 +24,46 @@ struct StaffRecord {
   bool operator==(const StaffRecord&) const = default;
 };
 
-/// The records of a report, read once: by system. There are very many, so each takes few bytes.
+/// The records of a report, read once: by system. There are very many, and most systems list the same but for the file,
+/// so their lists are shared.
 struct ReportIndex {
   /// A record. Its numbers are 0 when one of them does not fit.
   struct Record {
-    const std::string* file = nullptr;  ///< a key of lastUse
-    std::uint32_t next = 0;             ///< of the same system, an index in records; 0 for none
+    std::uint32_t fileStep = 0;   ///< from the file of the system's first record to its own; wraps around
+    std::uint32_t unfitLine = 0;  ///< of a record with a number that 16 bits do not hold, from 1; else 0
     std::int16_t instrId = 0;
     std::int16_t stavesUp = 0;
     std::int16_t staff = 0;
     std::int16_t newStaff = 0;
+
+    bool operator==(const Record&) const = default;
   };
-  /// The records of a system: indices in records.
-  struct Chain {
-    std::uint32_t first = 0;
-    std::uint32_t last = 0;
+  struct RecordHash {
+    std::size_t operator()(const Record& record) const;
+  };
+  using Lists = SharedLists<Record, RecordHash>;
+  struct System {
+    double number = 0;
+    std::uint32_t records = 0;  ///< one of the lists
+    std::uint32_t file = 0;     ///< of the first record, a number in files
   };
 
-  ReportIndex() = default;
-  ReportIndex(const ReportIndex&) = delete;
-  ReportIndex& operator=(const ReportIndex&) = delete;
-  ReportIndex(ReportIndex&&) = default;
-  ReportIndex& operator=(ReportIndex&&) = default;
-  ~ReportIndex() = default;
-
-  std::map<double, Chain> systems;  ///< in the order of the report
-  std::deque<Record> records;
-  std::map<std::uint32_t, std::string> unfitLines;     ///< of the records with a number that 16 bits do not hold
-  std::vector<std::int16_t> instruments;               ///< the distinct identifiers, in order of first appearance
-  std::map<std::string, double, std::less<>> lastUse;  ///< of each page file, the highest system that it serves
-
+  /// Null when there is no such system.
+  const System* find(double number) const;
+  /// The system, which is added when it is new.
+  System& system(double number);
   /// The systems 1, 2, 3 ... up to the first number without a record; those beyond it are not converted.
   int systemCount() const;
+  /// Of a page file of a record, the highest system that it serves.
+  double lastUseOf(std::string_view file) const { return lastUse[files.find(file).value()]; }
+
+  std::vector<System> systems;  ///< in the order in which they first appear
+  HashIndex systemIndex;        ///< of systems, by number
+  Lists lists;
+  std::vector<std::string> unfitLines;
+  std::vector<std::int16_t> instruments;  ///< the distinct identifiers, in order of first appearance
+  TextTable files;                        ///< the page files
+  std::vector<double> lastUse;            ///< of each, the highest system that it serves
 };
 
 /// Reads the report. One that cannot be opened or read ends the program, and so does an identifier that 16 bits do not

@@ -1,13 +1,11 @@
 #include "analysis/verdict.h"
 
 #include <algorithm>
-#include <set>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 
 #include "analysis/report.h"
-#include "analysis/report_record.h"
+#include "analysis/reported_systems.h"
 #include "base/number.h"
 #include "messages/analysis_messages.h"
 #include "messages/run_time_errors.h"
@@ -16,40 +14,10 @@
 namespace kiv {
 namespace {
 
-/// The distinct identifiers of records, compared as texts.
-class Identifiers {
- public:
-  void add(std::string_view record) {
-    const auto identifier = findElt(record, ReportRecord::instrument);
-    if (identifier && !texts_.contains(*identifier)) {
-      texts_.emplace(*identifier);
-    }
-  }
-  std::size_t count() const { return texts_.size(); }
-
- private:
-  std::set<std::string, std::less<>> texts_;
-};
-
 void readSystems(LineReader report, SystemTable& table) {
-  table = {};
-  Identifiers identifiers;
-  std::unordered_map<std::int16_t, std::size_t> known;
-  std::size_t index = 0;
-  forEachRecord(std::move(report), reportFile, [&](std::string_view line) {
-    const ReportRecord record(line);
-    const std::int16_t system = record.strictWhole(ReportRecord::system);
-    const std::int16_t identifier = record.strictWhole(ReportRecord::anyInstrument);
-    if (table.systems.empty() || table.systems[index].systemNumber != system) {  // staves of one system mostly follow
-      index = known.try_emplace(system, table.systems.size()).first->second;
-      if (index == table.systems.size()) {
-        table.systems.push_back({system, ""});
-      }
-    }
-    table.systems[index].systemInstrList.append(std::to_string(identifier)).append(",");
-    identifiers.add(line);
-  });
-  table.instrumentCount = identifiers.count();
+  SystemsReader reader(table);
+  forEachRecord(std::move(report), reportFile, [&](std::string_view line) { reader.add(line); });
+  reader.finish();
 }
 
 }  // namespace

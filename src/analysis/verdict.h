@@ -1,11 +1,11 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
 
+#include "base/shared_lists.h"
 #include "platform/files.h"
 
 namespace kiv {
@@ -16,12 +16,10 @@ inline const std::string verdictFile = "KivSystem1.TXT";
 struct SystemTable {
   struct System {
     std::int16_t systemNumber = 0;
-    std::string systemInstrList;  ///< the identifiers from the top staff down, each with a comma: "101,104,"
-    std::array<std::string, 3> columns = {"0", "0", "1"};
-
-    bool operator==(const System&) const = default;
+    std::uint32_t systemInstrList = 0;  ///< one of the lists
   };
   std::vector<System> systems;
+  SharedLists<std::int16_t> lists;  ///< the identifiers from the top staff down
   std::size_t instrumentCount = 0;  ///< of the distinct identifiers, compared as texts
 
   std::size_t systemCount() const { return systems.size(); }

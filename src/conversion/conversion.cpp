@@ -123,7 +123,7 @@ void Conversion::countPresent() {
 /// Drops the files of which no later system needs a staff.
 void Conversion::dropFinishedPages(const std::vector<StaffRecord>& staves, std::int16_t system) {
   for (const StaffRecord& staff : staves) {
-    if (report_.lastUse.find(staff.file)->second <= system) {
+    if (report_.lastUseOf(staff.file) <= system) {
       pages_.drop(staff.file);
     }
   }

@@ -42,23 +42,24 @@ void groupBySystem(std::vector<SystemStaff>& staves) {
 }  // namespace
 
 void GroupFacts::beginFile(const std::string& musFileName, std::string_view bytes) {
-  const auto [place, isNew] = files_.try_emplace(musFileName);
+  const std::uint32_t number = fileNames_.add(musFileName);
+  const bool isNew = number == files_.size();
   scan_ = isNew ? wanted_.losses : std::nullopt;
   if (scan_ && needsConversion_) {
     scan_ = LossScan::allItems;
   }
   if (isNew) {
-    place->second.index = listed_.addFile(place->first);
+    files_.emplace_back();
+    listed_.addFile(fileNames_[number]);
   }
   lossFinder_.clear();
   bytes_ = bytes;
-  if (fileCount_ == 0 || file().name != &place->first) {
+  if (fileCount_ == 0 || file().number != number) {
     if (fileCount_ == pageFiles_.size()) {
       pageFiles_.emplace_back();
     }
     ++fileCount_;
-    file().name = &place->first;
-    file().index = place->second.index;
+    file().number = number;
     file().staves.clear();
     file().described.clear();
   }
@@ -100,8 +101,8 @@ void GroupFacts::skipItems(MusReader& reader, TypeSet types) {
 /// Of staves alone, barlines matter beside hidden ones only, which few files have.
 void GroupFacts::endFile() {
   if (scan_) {
-    const std::string& name = *file().name;
-    FileFacts& facts = files_[name];
+    const std::string name(fileNames_[file().number]);
+    FileFacts& facts = files_[file().number];
     const bool isBarlineMissing = scan_ == LossScan::staves && lossFinder_.hasHiddenStaff();
     PageLosses losses = isBarlineMissing ? findPageLosses(name, bytes_, LossScan::staves) : lossFinder_.losses(name);
     if (!losses.isEmpty()) {
@@ -126,13 +127,13 @@ void GroupFacts::addRow(const ItemTable& table, int row, std::vector<SystemStaff
   }
   listed_.add(
       *system,
-      {of.index,
+      {of.number,
        read->isAlone && read->name.size() <= longestName ? listed_.addName(read->name) : ListedSystems::noName,
        static_cast<std::uint32_t>(read->place.offset), table.itemPar(row, par::instrument),
        table.itemPar(row, par::staff), read->number, 1, *instrument, static_cast<std::int16_t>(read->place.item)});
   if (wanted_.instruments) {
     const auto index = static_cast<std::size_t>(read - of.staves.begin());
-    staves.push_back({of.name, *system, *instrument, &of.described.staves()[index]});
+    staves.push_back({fileNames_[of.number], *system, *instrument, &of.described.staves()[index]});
   }
 }
 
@@ -172,7 +173,7 @@ void GroupFacts::compareSystems() {
 /// Whether a file was listed twice for the page.
 bool GroupFacts::hasFileTwice() const {
   for (std::size_t f = 1; f < fileCount_; ++f) {
-    const auto isIt = [&](const PageFile& other) { return other.name == pageFiles_[f].name; };
+    const auto isIt = [&](const PageFile& other) { return other.number == pageFiles_[f].number; };
     if (std::any_of(pageFiles_.begin(), pageFiles_.begin() + static_cast<std::ptrdiff_t>(f), isIt)) {
       return true;
     }
@@ -208,10 +209,9 @@ void GroupFacts::addRows(const ItemTable& table) {
 }
 
 std::optional<FoundStaff> GroupFacts::staff(const StaffFact& fact) const {
-  const auto file = files_.find(fact.file);
+  const auto file = fileNames_.find(fact.file);
   const auto number = strictNumber(fact.staff);
-  return file == files_.end() || !number || fact.occurrence != 1 ? std::nullopt
-                                                                 : listed_.find(file->second.index, *number);
+  return !file || !number || fact.occurrence != 1 ? std::nullopt : listed_.find(*file, *number);
 }
 
 SystemFact GroupFacts::system(std::size_t system) const {
@@ -232,18 +232,19 @@ std::vector<SystemFact> GroupFacts::systems() const {
 }
 
 bool GroupFacts::sharesASystem(const std::string& musFileName) const {
-  const auto file = files_.find(musFileName);
-  return file != files_.end() && listed_.isShared(file->second.index);
+  const auto file = fileNames_.find(musFileName);
+  return file && listed_.isShared(*file);
 }
 
 const PageLosses* GroupFacts::lossesOf(const std::string& musFileName, LossScan scan) const {
-  const auto found = files_.find(musFileName);
-  const bool isKnown = found != files_.end() && found->second.scan &&
-                       (scan == LossScan::staves || found->second.scan == LossScan::allItems);
+  const auto number = fileNames_.find(musFileName);
+  const FileFacts* found = number ? &files_[*number] : nullptr;
+  const bool isKnown =
+      found != nullptr && found->scan && (scan == LossScan::staves || found->scan == LossScan::allItems);
   if (!isKnown) {
     return nullptr;
   }
-  return found->second.losses != nullptr ? found->second.losses.get() : &noLosses_;
+  return found->losses != nullptr ? found->losses.get() : &noLosses_;
 }
 
 }  // namespace kiv

@@ -2,15 +2,16 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "analysis/analysis_observer.h"
+#include "base/text_table.h"
 #include "diagnostics/instruments.h"
 #include "diagnostics/listed_systems.h"
 #include "diagnostics/page_losses.h"
@@ -72,13 +73,11 @@ class GroupFacts : public AnalysisObserver {
   struct FileFacts {
     std::unique_ptr<PageLosses> losses;  // null when there are none
     std::optional<LossScan> scan;        // that found the losses, once the file has been read to its end
-    std::uint32_t index = 0;             // in the listed systems
   };
   /// A file of the page that is being read.
   struct PageFile {
-    const std::string* name = nullptr;  // a key of files_
-    std::uint32_t index = 0;            // in the listed systems
-    std::vector<ReadStaff> staves;      // in the order of the file
+    std::uint32_t number = 0;
+    std::vector<ReadStaff> staves;  // in the order of the file
     StaffDescriber described;
   };
   void addStaff(const PageWalker& page);
@@ -95,7 +94,8 @@ class GroupFacts : public AnalysisObserver {
   std::string_view bytes_;           // of the file that is being read
   std::optional<LossScan> scan_;     // for losses of this file
   PageLossFinder lossFinder_;
-  std::unordered_map<std::string, FileFacts> files_;  // by the names of all files
+  TextTable fileNames_;          // their numbers are those of the listed systems, too
+  std::deque<FileFacts> files_;  // by number
   ListedSystems listed_;
   std::vector<std::int16_t> firstSystem_;  // its instruments
   bool needsConversion_ = false;           // as far as the pages show it

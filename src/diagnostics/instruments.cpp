@@ -10,7 +10,7 @@ namespace kiv {
 namespace {
 
 InstrumentPlace placeOf(const SystemStaff& staff, float number, int item) {
-  return {*staff.file, staff.system, generalNumber(number), item};
+  return {std::string(staff.file), staff.system, generalNumber(number), item};
 }
 
 /// Enters a system, which nearly always is the last one or a new one behind it.

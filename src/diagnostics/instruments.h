@@ -6,6 +6,7 @@
 #include <set>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "diagnostics/instrument_names.h"
@@ -42,7 +43,7 @@ struct Instrument {
 
 /// A staff of a system.
 struct SystemStaff {
-  const std::string* file = nullptr;  ///< full name
+  std::string_view file;  ///< full name
   std::int16_t system = 0;
   std::int16_t instrument = 0;
   const DescribedStaff* staff = nullptr;

@@ -7,7 +7,7 @@
 
 namespace kiv {
 
-enum class DeviationKind { missing, extra, moved, duplicate };
+enum class DeviationKind : std::uint8_t { missing, extra, moved, duplicate };
 
 /// One step from a common layout to another one.
 struct LayoutEdit {

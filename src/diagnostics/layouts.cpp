@@ -16,25 +16,17 @@ std::string labelOf(std::size_t index) {
   return index < letters ? last : labelOf(index / letters - 1) + last;
 }
 
-std::vector<std::int16_t> instrumentsIn(const std::string& list) {
-  std::vector<std::int16_t> instruments;
-  for (std::size_t at = 0; at < list.size(); at = list.find(',', at) + 1) {
-    instruments.push_back(static_cast<std::int16_t>(std::stoi(list.substr(at))));
-  }
-  return instruments;
-}
-
 /// The systems of each list, the commonest list first.
 std::vector<LayoutClass> classesOf(const SystemTable& table) {
   std::vector<LayoutClass> classes;
-  std::unordered_map<std::string, std::size_t> known;
+  std::unordered_map<std::uint32_t, std::size_t> known;
   for (std::size_t s = 0; s < table.systems.size(); ++s) {
-    const std::string& list = table.systems[s].systemInstrList;
+    const std::uint32_t list = table.systems[s].systemInstrList;
     const auto [index, isNew] = known.emplace(list, classes.size());
     if (isNew) {
-      classes.push_back({"", instrumentsIn(list), {}, {}, {}});
+      classes.push_back({"", table.lists.elements(list), {}, {}, {}});
     }
-    classes[index->second].systems.push_back(s);
+    classes[index->second].systems.push_back(static_cast<std::uint32_t>(s));
   }
   const auto commonest =
       std::max_element(classes.begin(), classes.end(),
@@ -48,38 +40,58 @@ std::vector<LayoutClass> classesOf(const SystemTable& table) {
   return classes;
 }
 
-/// Enters the files of each system. The report lists the files of a system one after the other.
-void addFiles(const GroupFacts& group, Layouts& layouts) {
-  std::unordered_map<const std::string*, std::size_t> known;
+/// The files of the layouts, numbered as they appear.
+class FilesOfLayouts {
+ public:
+  explicit FilesOfLayouts(Layouts& layouts) : files_(layouts.files) {}
+
+  std::uint32_t indexOf(const SystemRow& row) {
+    const auto next = static_cast<std::uint32_t>(files_.size());
+    if (row.fileNumber >= indices_.size()) {
+      indices_.resize(row.fileNumber + 1, unknown);
+    }
+    std::uint32_t& index = indices_[row.fileNumber];
+    if (index == unknown) {
+      index = next;
+      files_.push_back(row.file);
+    }
+    return index;
+  }
+
+ private:
+  static constexpr std::uint32_t unknown = UINT32_MAX;
+  std::vector<std::string_view>& files_;
+  std::vector<std::uint32_t> indices_;  // by the numbers of the facts
+};
+
+/// Enters the files of each system.
+void addFiles(const GroupFacts& group, FilesOfLayouts& files, Layouts& layouts) {
   for (std::size_t s = 0; s < layouts.systems.size() && s < group.systemCount(); ++s) {
     SystemOfLayout& system = layouts.systems[s];
     bool isFirst = true;
     for (const SystemRow& staff : group.rows(s)) {
-      const auto [index, isNew] = known.emplace(&staff.file, layouts.files.size());
-      if (isNew) {
-        layouts.files.push_back(staff.file);
-      }
-      system.firstFile = isFirst ? index->second : std::min(system.firstFile, index->second);
-      system.lastFile = isFirst ? index->second : std::max(system.lastFile, index->second);
+      const std::uint32_t file = files.indexOf(staff);
+      system.firstFile = isFirst ? file : std::min(system.firstFile, file);
+      system.lastFile = isFirst ? file : std::max(system.lastFile, file);
       isFirst = false;
     }
   }
 }
 
 Deviation deviationOf(const LayoutEdit& edit, std::int16_t system, const std::vector<SystemRow>& staves,
-                      PageLookup& pages) {
+                      FilesOfLayouts& files, PageLookup& pages) {
   Deviation deviation{edit.kind, edit.instrument, system, {}, {}, {}};
   if (edit.staff && *edit.staff < staves.size()) {
     const SystemRow& row = staves[*edit.staff];
-    deviation.file = row.file;
+    deviation.file = files.indexOf(row);
     deviation.staff = strictNumber(generalNumber(row.staff));
     if (const auto staff = pages.staff(row)) {
       deviation.place = staff->place;
     }
   } else if (!staves.empty() && std::all_of(staves.begin(), staves.end(), [&](const SystemRow& staff) {
-               return &staff.file == &staves.front().file;
+               return staff.fileNumber == staves.front().fileNumber;
              })) {
-    deviation.file = staves.front().file;
+    deviation.file = files.indexOf(staves.front());
   }
   return deviation;
 }
@@ -97,14 +109,15 @@ void addNames(const std::vector<SystemRow>& staves, const std::set<std::int16_t>
   }
 }
 
-void findDeviations(const GroupFacts& group, Places places, PageLookup& pages, LayoutClass& layout) {
+void findDeviations(const GroupFacts& group, Places places, FilesOfLayouts& files, PageLookup& pages,
+                    LayoutClass& layout) {
   const std::size_t count = places == Places::ofFirstSystems ? 1 : layout.systems.size();
   layout.deviations.reserve(count * layout.edits.size());
   for (std::size_t s = 0; s < count && !layout.edits.empty(); ++s) {
-    const std::size_t system = layout.systems[s];
+    const std::uint32_t system = layout.systems[s];
     const std::vector<SystemRow> staves = group.rows(system);
     for (const LayoutEdit& edit : layout.edits) {
-      layout.deviations.push_back(deviationOf(edit, group.systemNumber(system), staves, pages));
+      layout.deviations.push_back(deviationOf(edit, group.systemNumber(system), staves, files, pages));
     }
   }
 }
@@ -113,6 +126,7 @@ void findDeviations(const GroupFacts& group, Places places, PageLookup& pages, L
 
 std::optional<Layouts> findLayouts(Files& files, const SystemTable& table, GroupFacts& group, Places places) {
   Layouts layouts;
+  layouts.systems.reserve(table.systems.size());
   for (const SystemTable::System& system : table.systems) {
     layouts.systems.push_back({system.systemNumber});
   }
@@ -123,12 +137,13 @@ std::optional<Layouts> findLayouts(Files& files, const SystemTable& table, Group
   if (group.systemCount() != table.systems.size()) {
     return std::nullopt;
   }
-  addFiles(group, layouts);
+  FilesOfLayouts layoutFiles(layouts);
+  addFiles(group, layoutFiles, layouts);
   PageLookup pages(files, &group);
   std::set<std::int16_t> deviating;
   for (LayoutClass& layout : layouts.classes) {
     layout.edits = layoutEdits(layouts.classes.front().instruments, layout.instruments);
-    findDeviations(group, places, pages, layout);
+    findDeviations(group, places, layoutFiles, pages, layout);
     for (const LayoutEdit& edit : layout.edits) {
       deviating.insert(edit.instrument);
     }

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "analysis/verdict.h"
@@ -21,9 +22,10 @@ struct Deviation {
   DeviationKind kind = DeviationKind::missing;
   std::int16_t instrument = 0;
   std::int16_t system = 0;
-  std::optional<std::string> file;  ///< full name; of a missing staff only where the system lies in one file
-  std::optional<double> staff;      ///< its number in the file
-  std::optional<ItemPlace> place;   ///< of its staff item
+  std::optional<std::uint32_t>
+      file;                        ///< an index in Layouts::files; of a missing staff only where the system lies in one
+  std::optional<double> staff;     ///< its number in the file
+  std::optional<ItemPlace> place;  ///< of its staff item
 
   bool operator==(const Deviation&) const = default;
 };
@@ -31,22 +33,22 @@ struct Deviation {
 /// A system as the layouts name it.
 struct SystemOfLayout {
   std::int16_t number = 0;
-  std::size_t firstFile = 0;  ///< its page files: indices in Layouts::files
-  std::size_t lastFile = 0;
+  std::uint32_t firstFile = 0;  ///< its page files: indices in Layouts::files
+  std::uint32_t lastFile = 0;
 };
 
 /// The systems that list the same instruments in the same order.
 struct LayoutClass {
   std::string label;                      ///< "A" is the commonest, or the first of those; the others as they appear
   std::vector<std::int16_t> instruments;  ///< from the top
-  std::vector<std::size_t> systems;       ///< indices in Layouts::systems
+  std::vector<std::uint32_t> systems;     ///< indices in Layouts::systems
   std::vector<LayoutEdit> edits;          ///< what turns layout A into this one
   std::vector<Deviation> deviations;      ///< the edits in the systems of this layout, system by system
 };
 
-/// How the layouts of a piece differ.
+/// How the layouts of a piece differ. The names of its files are those of the facts, which must outlive this.
 struct Layouts {
-  std::vector<std::string> files;  ///< in the order of the pages; empty for a consistent piece
+  std::vector<std::string_view> files;  ///< full names, in the order of the pages; empty for a consistent piece
   std::vector<SystemOfLayout> systems;
   std::vector<LayoutClass> classes;
   std::map<std::int16_t, std::string> names;  ///< of deviating instruments, where a page names them

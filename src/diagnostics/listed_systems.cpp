@@ -1,6 +1,7 @@
 #include "diagnostics/listed_systems.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 
 #include "base/number.h"
@@ -25,12 +26,41 @@ StaffFact factOf(const SystemRow& row) {
           generalNumber(row.instrumentNumber),
           generalNumber(row.newStaff),
           generalNumber(row.staff),
-          row.file,
+          std::string(row.file),
           row.occurrence};
 }
 
-std::uint32_t ListedSystems::addFile(const std::string& name) {
-  files_.push_back({&name, {}, {}});
+/// Numbers that are no numbers, and zeros with a sign, are what they are, too.
+ListedSystems::Listed::Listed(const Row& row, std::uint32_t firstFile)
+    : fileStep(row.file - firstFile),
+      name(row.name),
+      instrumentNumber(row.instrumentNumber),
+      newStaff(row.newStaff),
+      staff(row.staff),
+      occurrence(row.occurrence),
+      instrument(row.instrument) {}
+
+bool ListedSystems::Listed::operator==(const Listed& other) const {
+  const auto bits = [](float number) { return std::bit_cast<std::uint32_t>(number); };
+  return fileStep == other.fileStep && name == other.name && bits(instrumentNumber) == bits(other.instrumentNumber) &&
+         bits(newStaff) == bits(other.newStaff) && bits(staff) == bits(other.staff) && occurrence == other.occurrence &&
+         instrument == other.instrument;
+}
+
+std::size_t ListedSystems::ListedHash::operator()(const Listed& listed) const {
+  constexpr std::size_t prime = 1000003;
+  std::size_t hash = listed.fileStep;
+  for (const std::uint32_t part :
+       {listed.name, std::bit_cast<std::uint32_t>(listed.instrumentNumber),
+        std::bit_cast<std::uint32_t>(listed.newStaff), std::bit_cast<std::uint32_t>(listed.staff),
+        static_cast<std::uint32_t>(listed.occurrence)}) {
+    hash = hash * prime + part;
+  }
+  return hash;
+}
+
+std::uint32_t ListedSystems::addFile(std::string_view name) {
+  files_.push_back({name});
   return static_cast<std::uint32_t>(files_.size() - 1);
 }
 
@@ -43,26 +73,51 @@ std::uint32_t ListedSystems::addName(const std::string& name) {
 }
 
 void ListedSystems::add(std::int16_t system, const Row& row) {
-  rows_.push_back(row);
+  page_.push_back(row);
   systemOfRow_.push_back(system);
 }
 
 std::vector<std::vector<std::int16_t>> ListedSystems::instrumentsOfPage() const {
   std::vector<std::vector<std::int16_t>> systems;
-  for (std::size_t i = 0; i < systemOfRow_.size(); ++i) {
+  for (std::size_t i = 0; i < page_.size(); ++i) {
     if (i == 0 || systemOfRow_[i] != systemOfRow_[i - 1]) {
       systems.emplace_back();
     }
-    systems.back().push_back(rows_[firstOfPage_ + i].instrument);
+    systems.back().push_back(page_[i].instrument);
   }
   return systems;
 }
 
+ListedSystems::Range ListedSystems::runsOf(std::uint32_t page) const {
+  if (page == noPage) {
+    return {};
+  }
+  const std::size_t next = page + std::size_t{1};
+  return {firstRuns_[page], next < firstRuns_.size() ? firstRuns_[next] : static_cast<std::uint32_t>(runs_.size())};
+}
+
+std::size_t ListedSystems::rowsIn(std::uint32_t run) const {
+  const std::size_t next = run + std::size_t{1};
+  return (next < runs_.size() ? runs_[next].firstPlace : offsets_.size()) - runs_[run].firstPlace;
+}
+
+std::vector<ListedSystems::Row> ListedSystems::rowsOf(std::uint32_t run) const {
+  const Run& of = runs_[run];
+  std::vector<Row> rows(rowsIn(run));
+  std::size_t place = of.firstPlace + rows.size();
+  lists_.visitFromEnd(of.list, [&](const Listed& listed) {
+    --place;
+    rows[place - of.firstPlace] = {of.file + listed.fileStep, listed.name,       offsets_[place],
+                                   listed.instrumentNumber,   listed.newStaff,   listed.staff,
+                                   listed.occurrence,         listed.instrument, items_[place]};
+  });
+  return rows;
+}
+
 /// The highest occurrence of the staff of a row among others.
-int ListedSystems::occurrencesIn(Range rows, const Row& row) const {
+int ListedSystems::occurrencesIn(std::span<const Row> rows, const Row& row) {
   int occurrences = 0;
-  for (std::size_t r = rows.first; r < rows.end; ++r) {
-    const Row& other = rows_[r];
+  for (const Row& other : rows) {
     if (other.file == row.file && isSameText(other.instrumentNumber, row.instrumentNumber) &&
         isSameText(other.staff, row.staff)) {
       occurrences = std::max(occurrences, other.occurrence);
@@ -71,20 +126,27 @@ int ListedSystems::occurrencesIn(Range rows, const Row& row) const {
   return occurrences;
 }
 
+int ListedSystems::occurrencesIn(Range runs, const Row& row) const {
+  int occurrences = 0;
+  for (std::uint32_t run = runs.first; run < runs.end; ++run) {
+    occurrences = std::max(occurrences, occurrencesIn(rowsOf(run), row));
+  }
+  return occurrences;
+}
+
 /// Counts the rows whose records say the same of a staff. One alone with its number in a new file is the first.
 void ListedSystems::countOccurrences(bool hasFileTwice) {
-  for (std::size_t r = firstOfPage_; r < rows_.size(); ++r) {
-    Row& row = rows_[r];
-    const Range before = files_[row.file].lastPage;
+  for (std::size_t r = 0; r < page_.size(); ++r) {
+    Row& row = page_[r];
+    const Range before = runsOf(files_[row.file].lastPage);
     if (hasFileTwice || row.name == noName || before.end != 0) {
-      const Range here{static_cast<std::uint32_t>(firstOfPage_), static_cast<std::uint32_t>(r)};
-      row.occurrence = std::max(occurrencesIn(before, row), occurrencesIn(here, row)) + 1;
+      row.occurrence = std::max(occurrencesIn(before, row), occurrencesIn(std::span(page_).first(r), row)) + 1;
     }
   }
 }
 
 /// The index of the system with that number, which is added when it is new.
-std::size_t ListedSystems::systemOf(std::int16_t number, std::uint32_t firstRow) {
+std::size_t ListedSystems::systemOf(std::int16_t number, std::uint32_t run) {
   if (!systems_.empty() && number <= highest_) {
     const auto known = std::find_if(systems_.rbegin(), systems_.rend(),
                                     [number](const System& system) { return system.number == number; });
@@ -93,47 +155,62 @@ std::size_t ListedSystems::systemOf(std::int16_t number, std::uint32_t firstRow)
     }
   }
   highest_ = systems_.empty() ? number : std::max(highest_, number);
-  systems_.push_back({number, {firstRow, firstRow}});
+  systems_.push_back({number, run});
   return systems_.size() - 1;
+}
+
+/// Moves rows of one system from the page to a run.
+void ListedSystems::addRun(std::size_t firstRow, std::size_t end) {
+  Run run{static_cast<std::uint32_t>(offsets_.size()), Lists::emptyList, page_[firstRow].file};
+  for (std::size_t r = firstRow; r < end; ++r) {
+    const Row& row = page_[r];
+    run.list = lists_.append(run.list, Listed(row, run.file));
+    offsets_.push_back(row.offset);
+    items_.push_back(row.item);
+  }
+  const auto number = static_cast<std::uint32_t>(runs_.size());
+  const std::size_t system = systemOf(systemOfRow_[firstRow], number);
+  if (systems_[system].run != number) {
+    moreRuns_[system].push_back(number);
+  }
+  runs_.push_back(run);
 }
 
 void ListedSystems::endPage(bool hasFileTwice) {
   countOccurrences(hasFileTwice);
-  const Range page{static_cast<std::uint32_t>(firstOfPage_), static_cast<std::uint32_t>(rows_.size())};
-  std::size_t system = 0;
-  for (std::size_t i = 0; i < systemOfRow_.size(); ++i) {
-    const auto row = static_cast<std::uint32_t>(firstOfPage_ + i);
-    File& file = files_[rows_[row].file];
-    file.firstPage = file.firstPage.end == 0 ? page : file.firstPage;
-    file.lastPage = page;
-    system = i > 0 && systemOfRow_[i] == systemOfRow_[i - 1] ? system : systemOf(systemOfRow_[i], row);
-    if (systems_[system].rows.end == row) {
-      ++systems_[system].rows.end;
-    } else {
-      moreRows_[system].push_back({row, row + 1});
+  const auto page = static_cast<std::uint32_t>(firstRuns_.size());
+  firstRuns_.push_back(static_cast<std::uint32_t>(runs_.size()));
+  for (std::size_t first = 0, end = 0; first < page_.size(); first = end) {
+    while (end < page_.size() && systemOfRow_[end] == systemOfRow_[first]) {
+      ++end;
     }
+    addRun(first, end);
   }
-  firstOfPage_ = rows_.size();
+  for (const Row& row : page_) {
+    File& file = files_[row.file];
+    file.firstPage = file.firstPage == noPage ? page : file.firstPage;
+    file.lastPage = page;
+  }
+  page_.clear();
   systemOfRow_.clear();
 }
 
 template <typename Visitor>
 void ListedSystems::visitRows(std::size_t system, Visitor visit) const {
-  const auto visitRange = [&](Range range) {
-    for (std::size_t r = range.first; r < range.end; ++r) {
-      visit(rows_[r]);
+  const auto visitRun = [&](std::uint32_t run) {
+    for (const Row& row : rowsOf(run)) {
+      visit(row);
     }
   };
-  visitRange(systems_[system].rows);
-  if (const auto more = moreRows_.find(system); more != moreRows_.end()) {
-    std::for_each(more->second.begin(), more->second.end(), visitRange);
+  visitRun(systems_[system].run);
+  if (const auto more = moreRuns_.find(system); more != moreRuns_.end()) {
+    std::for_each(more->second.begin(), more->second.end(), visitRun);
   }
 }
 
 std::vector<SystemRow> ListedSystems::rows(std::size_t system) const {
   std::vector<SystemRow> rows;
-  const Range mostly = systems_[system].rows;
-  rows.reserve(mostly.end - mostly.first);
+  rows.reserve(rowsIn(systems_[system].run));
   visitRows(system, [&](const Row& row) {
     const bool isCertain = row.name != noName && row.occurrence == 1;
     rows.push_back({row.instrument,
@@ -141,7 +218,8 @@ std::vector<SystemRow> ListedSystems::rows(std::size_t system) const {
                     row.newStaff,
                     row.staff,
                     row.occurrence,
-                    *files_[row.file].name,
+                    row.file,
+                    files_[row.file].name,
                     isCertain ? nameOf_[row.name] : nullptr,
                     {row.item, row.offset}});
   });
@@ -155,11 +233,12 @@ std::set<std::int16_t> ListedSystems::instrumentsOf(std::size_t system) const {
 }
 
 std::optional<FoundStaff> ListedSystems::find(std::uint32_t file, double staff) const {
-  const Range rows = files_[file].firstPage;
-  for (std::size_t r = rows.first; r < rows.end; ++r) {
-    const Row& row = rows_[r];
-    if (row.name != noName && row.file == file && row.staff == staff) {
-      return FoundStaff{{row.item, row.offset}, *nameOf_[row.name]};
+  const Range runs = runsOf(files_[file].firstPage);
+  for (std::uint32_t run = runs.first; run < runs.end; ++run) {
+    for (const Row& row : rowsOf(run)) {
+      if (row.name != noName && row.file == file && row.staff == staff) {
+        return FoundStaff{{row.item, row.offset}, *nameOf_[row.name]};
+      }
     }
   }
   return std::nullopt;

@@ -7,9 +7,12 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "base/shared_lists.h"
 #include "diagnostics/listed_staff.h"
 #include "diagnostics/system_facts.h"
 
@@ -21,14 +24,15 @@ struct FoundStaff {
   std::string name;  ///< the first text with a letter in it that lies left of the staff; "" when there is none
 };
 
-/// A staff of a system as the report lists it; its texts are in StaffFact. The references are to the facts.
+/// A staff of a system as the report lists it; its texts are in StaffFact. The views are of the facts.
 struct SystemRow {
   std::int16_t instrument = 0;
   float instrumentNumber = 0;  ///< before it was rounded
   float newStaff = 0;          ///< its number in the page
   float staff = 0;             ///< its number in the file
   int occurrence = 1;          ///< as in StaffFact
-  const std::string& file;
+  std::uint32_t fileNumber = 0;
+  std::string_view file;
   const std::string* name = nullptr;  ///< null when the page must be asked
   ItemPlace place;
 };
@@ -39,7 +43,8 @@ StaffFact factOf(const SystemRow& row);
 /// Whether it is one of the numbers that staves of real pages have. Their texts in a report differ.
 bool isOrdinaryNumber(float number);
 
-/// The systems of a report, gathered page by page while it is written. Every staff of a group is kept, so in few bytes.
+/// The systems of a report, gathered page by page while it is written. Every staff of a group is kept, so in few bytes:
+/// most systems list the same staves, but for the file and the places in it.
 class ListedSystems {
  public:
   /// A staff as the report lists it.
@@ -56,8 +61,8 @@ class ListedSystems {
   };
   static constexpr std::uint32_t noName = std::numeric_limits<std::uint32_t>::max();
 
-  /// Numbers a file. Its name must outlive this.
-  std::uint32_t addFile(const std::string& name);
+  /// Numbers a file: 0, 1, 2 ... Its name must outlive this.
+  std::uint32_t addFile(std::string_view name);
   /// Numbers a name of staves, which is kept once.
   std::uint32_t addName(const std::string& name);
   /// The next staff of the page.
@@ -77,36 +82,71 @@ class ListedSystems {
   bool isShared(std::uint32_t file) const;
 
  private:
-  /// Some of the rows.
+  /// A row without its place, as systems have it in common.
+  struct Listed {
+    std::uint32_t fileStep = 0;  // from the file of the run's first row to that of the row; wraps around
+    std::uint32_t name = noName;
+    float instrumentNumber = 0;
+    float newStaff = 0;
+    float staff = 0;
+    std::int32_t occurrence = 1;
+    std::int16_t instrument = 0;
+
+    explicit Listed(const Row& row, std::uint32_t firstFile);
+    Listed() = default;
+    bool operator==(const Listed& other) const;
+  };
+  struct ListedHash {
+    std::size_t operator()(const Listed& listed) const;
+  };
+  using Lists = SharedLists<Listed, ListedHash>;
+  /// Rows of one system that follow one another on a page.
+  struct Run {
+    std::uint32_t firstPlace = 0;
+    std::uint32_t list = 0;
+    std::uint32_t file = 0;  // of the first row
+  };
+  /// Some of the runs.
   struct Range {
     std::uint32_t first = 0;
     std::uint32_t end = 0;
   };
   struct File {
-    const std::string* name = nullptr;
-    Range firstPage;  // the rows of the first page with this file
-    Range lastPage;   // the same of the last one
+    std::string_view name;
+    std::uint32_t firstPage = noPage;
+    std::uint32_t lastPage = noPage;
   };
   struct System {
     std::int16_t number = 0;
-    Range rows;
+    std::uint32_t run = 0;  // its first one
   };
 
-  int occurrencesIn(Range rows, const Row& row) const;
+  Range runsOf(std::uint32_t page) const;
+  std::size_t rowsIn(std::uint32_t run) const;
+  std::vector<Row> rowsOf(std::uint32_t run) const;
+  static int occurrencesIn(std::span<const Row> rows, const Row& row);
+  int occurrencesIn(Range runs, const Row& row) const;
   void countOccurrences(bool hasFileTwice);
-  std::size_t systemOf(std::int16_t number, std::uint32_t firstRow);
+  std::size_t systemOf(std::int16_t number, std::uint32_t run);
+  void addRun(std::size_t firstRow, std::size_t end);
   template <typename Visitor>
   void visitRows(std::size_t system, Visitor visit) const;
 
-  std::vector<File> files_;
+  static constexpr std::uint32_t noPage = std::numeric_limits<std::uint32_t>::max();
+
+  std::deque<File> files_;
   std::map<std::string, std::uint32_t> names_;
   std::vector<const std::string*> nameOf_;  // by number
-  std::deque<Row> rows_;
-  std::size_t firstOfPage_ = 0;            // of the rows
-  std::vector<std::int16_t> systemOfRow_;  // of those of the page, the numbers
+  std::vector<Row> page_;                   // the rows of the page
+  std::vector<std::int16_t> systemOfRow_;   // of them, the numbers
+  std::deque<std::uint32_t> offsets_;       // of the items of all rows
+  std::deque<std::int16_t> items_;          // their numbers
+  std::vector<std::uint32_t> firstRuns_;    // by the numbers of the pages
+  Lists lists_;
+  std::vector<Run> runs_;
   std::vector<System> systems_;
-  std::map<std::size_t, std::vector<Range>> moreRows_;  // of systems whose rows do not follow one another
-  std::int16_t highest_ = 0;                            // of the numbers of systems
+  std::map<std::size_t, std::vector<std::uint32_t>> moreRuns_;  // of systems that have several
+  std::int16_t highest_ = 0;                                    // of the numbers of systems
 };
 
 }  // namespace kiv

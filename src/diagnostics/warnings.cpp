@@ -45,7 +45,7 @@ void WarningFinder::add(const std::vector<Message>& messages) {
 }
 
 Location WarningFinder::locationOf(std::size_t system, const SystemRow& row) {
-  Location location{.file = row.file};
+  Location location{.file = std::string(row.file)};
   location.system = group_.systemNumber(system);
   if (const auto staff = pages_.staff(row)) {
     location.item = staff->place.item;
@@ -81,7 +81,7 @@ void WarningFinder::addSystem(std::size_t system, const std::set<std::int16_t>& 
   }
   const std::size_t staves = rows.size() + missing.size();
   if (staves > writtenStaves) {
-    Location location{.file = rows.front().file};
+    Location location{.file = std::string(rows.front().file)};
     location.system = group_.systemNumber(system);
     warnings_.push_back(messages::tooManyStaves(static_cast<int>(staves), location));
   }

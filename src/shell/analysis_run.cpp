@@ -50,7 +50,8 @@ class PageAnalysis {
         options_(options),
         inputFolder_(justPath(program.host.machine, program.names.name(1))),
         reader_(program.host.files, program.host.user, program.host.machine, options.observer),
-        report_(program.host.files, program.host.machine) {}
+        report_(options.systems != nullptr ? Report(*options.systems, program.host.machine)
+                                           : Report(program.host.files, program.host.machine)) {}
 
   void run() {
     report_.writeHead(program_.settings.versionText, program_.pages);
@@ -132,7 +133,11 @@ void analyzeSelection(KivSystem& program, const AnalysisOptions& options) {
   refuseReservedName(program.names);
   analyzePages(program, options);
   user.setPointer(Pointer::normal);
-  writeVerdict(program);
+  if (options.systems != nullptr) {
+    options.systems->finish();
+  } else {
+    writeVerdict(program);
+  }
 }
 
 Qualification showAnalysisResult(KivSystem& program) {

@@ -40,10 +40,10 @@ double heightOver(const std::string& osName) {
   return osName == "XP" ? height : height + tallerFrame;
 }
 
-void runAnalysis(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId, AnalysisObserver* observer) {
+void runAnalysis(KivSystem& program, const std::string& namesFile, const AnalysisOptions& options) {
   program.settings.namesFile = namesFile;
-  program.settings.allowZeroInstrId = allowZeroInstrId;
-  analyzeSelection(program, {allowZeroInstrId, false, observer});
+  program.settings.allowZeroInstrId = options.allowZeroInstrId;
+  analyzeSelection(program, options);
 }
 
 void setUpPanel(KivSystem& program) {
@@ -87,7 +87,15 @@ void prepareForPanel(KivSystem& program) {
 void analyze(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId, AnalysisObserver* observer) {
   nameVersion(program);
   deleteOldResults(program.host.files);
-  runAnalysis(program, namesFile, allowZeroInstrId, observer);
+  runAnalysis(program, namesFile, {allowZeroInstrId, false, observer});
+}
+
+void analyzeWithoutReport(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId,
+                          AnalysisObserver* observer) {
+  nameVersion(program);
+  deleteOldResults(program.host.files);
+  ReportedSystems systems(program.systems);
+  runAnalysis(program, namesFile, {allowZeroInstrId, false, observer, &systems});
 }
 
 void refuseCall(KivSystem& program, const std::string& commandLine) {
@@ -106,7 +114,7 @@ void Form_Load(KivSystem& program, const std::string& commandLine) {
   deleteOldResults(program.host.files);
   settings.allowZeroInstrId = false;
   if (isAnalysisMode(commandLine)) {
-    runAnalysis(program, namesFileIn(commandLine), contains(commandLine, ",ALLOWZEROID=YES"), nullptr);
+    runAnalysis(program, namesFileIn(commandLine), {contains(commandLine, ",ALLOWZEROID=YES")});
     throw ProgramEnd{0};
   }
   if (FileExists(program.host, developerMarker)) {

@@ -23,6 +23,11 @@ void Form_Load(KivSystem& program, const std::string& commandLine);
 void analyze(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId,
              AnalysisObserver* observer = nullptr);
 
+/// The same without a report and a verdict, of which those of an earlier run are deleted, too: only the program's table
+/// of systems is filled.
+void analyzeWithoutReport(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId,
+                          AnalysisObserver* observer);
+
 /// Makes the program ready for the panel's buttons: its version, its command line, and no results of an earlier run.
 void prepareForPanel(KivSystem& program);
 

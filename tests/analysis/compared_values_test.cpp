@@ -51,11 +51,6 @@ TEST(ComparedValues, RecordsOfTheReportDifferInEachMember) {
                                                                   {101, 2, 3, "X1.MUS", 9}});
 }
 
-TEST(ComparedValues, SystemsDifferInNumberInstrumentsAndColumns) {
-  expectComparesEveryMember(SystemTable::System{1, "101,", {"0", "0", "1"}},
-                            {{2, "101,", {"0", "0", "1"}}, {1, "102,", {"0", "0", "1"}}, {1, "101,", {"0", "1", "1"}}});
-}
-
 TEST(ComparedValues, VerdictsDifferInEachLine) {
   expectComparesEveryMember(Verdict{"CONSISTENCY=YES", "MULTIFILE=NO"},
                             {{"CONSISTENCY=NO", "MULTIFILE=NO"}, {"CONSISTENCY=YES", "MULTIFILE=YES"}});

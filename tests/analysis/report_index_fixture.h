@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -59,6 +60,14 @@ class ReportIndexTest : public ::testing::Test {
   std::vector<std::int16_t> orderOf(const std::string& lines) {
     read(lines);
     return report.instruments;
+  }
+  /// The highest system of each page file.
+  std::map<std::string, double> lastUses() const {
+    std::map<std::string, double> uses;
+    for (std::uint32_t file = 0; file < report.files.size(); ++file) {
+      uses[std::string(report.files[file])] = report.lastUseOf(report.files[file]);
+    }
+    return uses;
   }
   void expectOverflow(const std::string& line) {
     EXPECT_EQ(end, 1) << line;

@@ -48,7 +48,7 @@ TEST_F(ReportIndexTest, CommentIsIgnoredEvenWhenItContainsARecord) {
   read("*" + record("1", "5") + "* " + record("1", "6") + record("1", "7"));
   EXPECT_THAT(report.instruments, ElementsAre(7));
   EXPECT_THAT(stavesOf(report, 1), SizeIs(1));
-  EXPECT_THAT(report.lastUse, SizeIs(1));
+  EXPECT_THAT(lastUses(), SizeIs(1));
 }
 
 TEST_F(ReportIndexTest, OnlyAStarAtTheStartMakesAComment) {
@@ -61,7 +61,7 @@ TEST_F(ReportIndexTest, LineWithoutASystemIsNoRecord) {
   read("\r\n,INSTRID=1,FILE=A\r\nSYSTEM,INSTRID=2\r\nSYSTEM =1,INSTRID=3\r\nsystem=1,INSTRID=4\r\n");
   EXPECT_THAT(report.instruments, IsEmpty());
   EXPECT_THAT(report.systems, IsEmpty());
-  EXPECT_THAT(report.lastUse, IsEmpty());
+  EXPECT_THAT(lastUses(), IsEmpty());
 }
 
 TEST_F(ReportIndexTest, LineWithoutASystemMayHoldAnyIdentifier) {
@@ -162,14 +162,13 @@ TEST_F(ReportIndexTest, SystemWithoutANumberIsZeroAndNotConverted) {
 TEST_F(ReportIndexTest, PageFileIsInUseUpToItsHighestSystem) {
   read(record("1", "5", "A") + record("3", "5", "A") + record("2", "5", "A") + record("2", "6", "B") +
        record("1.5", "5", "a") + "SYSTEM=4,INSTRID=5\r\n" + record("-7", "5", "C,D"));
-  EXPECT_THAT(report.lastUse,
-              UnorderedElementsAre(Pair("A", 3), Pair("B", 2), Pair("a", 1.5), Pair("", 4), Pair("C", -7)));
+  EXPECT_THAT(lastUses(), UnorderedElementsAre(Pair("A", 3), Pair("B", 2), Pair("a", 1.5), Pair("", 4), Pair("C", -7)));
 }
 
 TEST_F(ReportIndexTest, PageFileInUseIsTheOneThatTheStaffIsReadFrom) {
   const std::string line = "FILE=A,SYSTEM=1,OLDFILE=B,FILE=C\r\n";
   EXPECT_EQ(staves(1, line).at(0).file, "C");
-  EXPECT_THAT(report.lastUse, UnorderedElementsAre(Pair("C", 1)));
+  EXPECT_THAT(lastUses(), UnorderedElementsAre(Pair("C", 1)));
 }
 
 // --- the file ---

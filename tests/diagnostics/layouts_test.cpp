@@ -30,7 +30,7 @@ TEST_F(LayoutsOf, AConsistentPieceIsOneAndNoPageIsReadAgain) {
   ASSERT_EQ(layouts.classes.size(), 1U);
   EXPECT_EQ(layouts.classes[0].label, "A");
   EXPECT_EQ(layouts.classes[0].instruments, std::vector<std::int16_t>{102});
-  EXPECT_EQ(layouts.classes[0].systems, (std::vector<std::size_t>{0, 1}));
+  EXPECT_EQ(layouts.classes[0].systems, (std::vector<std::uint32_t>{0, 1}));
 }
 
 TEST_F(LayoutsOf, NoSystemsHaveNone) {
@@ -45,10 +45,10 @@ TEST_F(LayoutsOf, TheMostFrequentIsA) {
   const Layouts layouts = find();
   ASSERT_EQ(layouts.classes.size(), 2U);
   EXPECT_EQ(layouts.classes[0].instruments, (std::vector<std::int16_t>{101, 102}));
-  EXPECT_EQ(layouts.classes[0].systems, (std::vector<std::size_t>{1, 2}));
+  EXPECT_EQ(layouts.classes[0].systems, (std::vector<std::uint32_t>{1, 2}));
   EXPECT_EQ(layouts.classes[1].label, "B");
   EXPECT_EQ(layouts.classes[1].deviations,
-            (std::vector<Deviation>{{DeviationKind::missing, 101, 1, "C:\\M\\X1.MUS", std::nullopt, std::nullopt}}));
+            (std::vector<Deviation>{{DeviationKind::missing, 101, 1, 0, std::nullopt, std::nullopt}}));
 }
 
 TEST_F(LayoutsOf, OfEquallyCommonOnesTheFirstIsA) {
@@ -58,7 +58,7 @@ TEST_F(LayoutsOf, OfEquallyCommonOnesTheFirstIsA) {
   ASSERT_EQ(layouts.classes.size(), 2U);
   EXPECT_EQ(layouts.classes[0].instruments, std::vector<std::int16_t>{102});
   EXPECT_EQ(layouts.classes[1].deviations,
-            (std::vector<Deviation>{{DeviationKind::extra, 101, 2, "C:\\M\\X2.MUS", 2, ItemPlace{1, 2}}}));
+            (std::vector<Deviation>{{DeviationKind::extra, 101, 2, 1, 2, ItemPlace{1, 2}}}));
 }
 
 TEST_F(LayoutsOf, ADeviationNamesTheStaffOfItsFile) {
@@ -68,7 +68,8 @@ TEST_F(LayoutsOf, ADeviationNamesTheStaffOfItsFile) {
   const Layouts layouts = find();
   ASSERT_EQ(layouts.classes.size(), 2U);
   EXPECT_EQ(layouts.classes[1].deviations,
-            (std::vector<Deviation>{{DeviationKind::extra, 101, 2, "C:\\M\\X2A.MUS", 1, ItemPlace{2, 18}}}));
+            (std::vector<Deviation>{{DeviationKind::extra, 101, 2, 1, 1, ItemPlace{2, 18}}}));
+  EXPECT_EQ(layouts.files[1], "C:\\M\\X2A.MUS");
   EXPECT_EQ(layouts.systems[1].firstFile, 1U);
   EXPECT_EQ(layouts.systems[1].lastFile, 2U);
 }

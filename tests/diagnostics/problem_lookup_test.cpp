@@ -94,15 +94,15 @@ TEST(DeviationKinds, HaveNames) {
 // Tests compare these values as a whole, so a comparison that forgot a member would hide what is wrong with it.
 
 TEST(ComparedDiagnostics, DeviationsDifferInEachMember) {
-  const Deviation deviation{DeviationKind::extra, 101, 2, "X1.MUS", 3.0, ItemPlace{4, 82}};
+  const Deviation deviation{DeviationKind::extra, 101, 2, 0, 3.0, ItemPlace{4, 82}};
   expectComparesEveryMember(
-      deviation, {changed(deviation, [](Deviation& d) { d.kind = DeviationKind::moved; }),
-                  changed(deviation, [](Deviation& d) { d.instrument = 102; }),
-                  changed(deviation, [](Deviation& d) { d.system = 1; }),
-                  changed(deviation, [](Deviation& d) { d.file = "X2.MUS"; }),
-                  changed(deviation, [](Deviation& d) { d.staff = 1; }), changed(deviation, [](Deviation& d) {
-                    d.place = ItemPlace{4, 2};
-                  })});
+      deviation,
+      {changed(deviation, [](Deviation& d) { d.kind = DeviationKind::moved; }),
+       changed(deviation, [](Deviation& d) { d.instrument = 102; }),
+       changed(deviation, [](Deviation& d) { d.system = 1; }), changed(deviation, [](Deviation& d) { d.file = 1; }),
+       changed(deviation, [](Deviation& d) { d.staff = 1; }), changed(deviation, [](Deviation& d) {
+         d.place = ItemPlace{4, 2};
+       })});
 }
 
 TEST(ComparedDiagnostics, PlacesAndEditsAndPlannedStavesDifferInEachMember) {

@@ -67,7 +67,8 @@ TEST_F(ConsoleSystemFiles, ANewFileGoesBesideTheBoundPageWhenAskedFor) {
   EXPECT_EQ(system.replaceFile(upper("lib/") + "NEW", "new"), std::nullopt);
   EXPECT_EQ(disk.file("lib/NEW"), "new");
   EXPECT_EQ(system.replacedFiles(), std::vector<std::string>{upper("lib/") + "NEW"});
-  EXPECT_EQ(system.writtenFiles(), (std::vector<FoundFile>{{upper("lib/") + "NEW", disk.path("lib/NEW").string()}}));
+  EXPECT_EQ(system.writtenFiles().files(),
+            (std::vector<FoundFile>{{upper("lib/") + "NEW", disk.path("lib/NEW").string()}}));
 }
 
 TEST_F(ConsoleSystemFiles, TheNamesFileIsInMemoryAndStays) {

@@ -1,7 +1,9 @@
 #include "platform/console/read_ahead.h"
 
+#include <deque>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -24,17 +26,18 @@ class ReadAheadTest : public testing::Test {
   }
   static std::string name(int number) { return "P" + std::to_string(number) + ".MUS"; }
   std::string path(int number) const { return disk.path(name(number)).string(); }
-  std::vector<std::string> files(int count) {
-    std::vector<std::string> paths;
+  std::vector<std::string_view> files(int count) {
+    std::vector<std::string_view> paths;
     for (int number = 1; number <= count; ++number) {
       disk.addFile(name(number), content(number));
-      paths.push_back(path(number));
+      paths.push_back(texts.emplace_back(path(number)));
     }
     return paths;
   }
 
   TemporaryFolder disk;
   FileBuffer buffer;
+  std::deque<std::string> texts;  // of the paths
 };
 
 TEST_F(ReadAheadTest, FilesComeInTheirOrderWithTheirBytesAndStamps) {
@@ -67,7 +70,7 @@ TEST_F(ReadAheadTest, AFileIsReadUpToALimitOnly) {
 }
 
 TEST_F(ReadAheadTest, WhatCannotBeReadIsLeftToTheRun) {
-  std::vector<std::string> paths = files(6);
+  std::vector<std::string_view> paths = files(6);
   std::filesystem::remove(path(2));
   std::filesystem::remove(path(3));
   std::filesystem::create_directory(path(3));
@@ -88,7 +91,7 @@ TEST_F(ReadAheadTest, AnotherFileThanTheNextOneIsLeftToTheRun) {
 }
 
 TEST_F(ReadAheadTest, ARunThatEndsEarlyEndsTheThread) {
-  const std::vector<std::string> paths = files(50);
+  const std::vector<std::string_view> paths = files(50);
   for (int taken = 0; taken < 20; ++taken) {
     ReadAhead ahead(paths, limit);
     std::unique_ptr<InputFile> last;

@@ -20,7 +20,8 @@ class WriteGuardTest : public testing::Test {
   std::string path(const std::string& name) const { return disk.path(name).string(); }
 
   TemporaryFolder disk;
-  WriteGuard guard;
+  TextTable paths;
+  WriteGuard guard{paths};
 };
 
 TEST_F(WriteGuardTest, AnInputIsRefusedUnderWhateverName) {

@@ -49,11 +49,16 @@ std::optional<Layouts> layoutsOf(ConsoleHost& console, Files& files, const Syste
 /// The run of one command.
 class AnalyzeRun {
  public:
-  AnalyzeRun(ConsoleHost& console, const AnalyzeOptions& options) : console_(console), options_(options) {}
+  AnalyzeRun(ConsoleHost& console, const AnalyzeOptions& options)
+      : console_(console),
+        options_(options),
+        group_({.instruments = true,
+                .losses = options.selection.likePanel ? std::nullopt : std::optional(LossScan::staves)}) {}
 
   int run(const std::string& namesFile);
 
  private:
+  SystemTable systemsOfRun(const Host& host, const std::string& namesFile, AnalysisOutput& output);
   AnalysisOutput analyzePages(const Host& host, const std::string& namesFile, const ValidPages* pages);
   int statusOf(const AnalysisOutput& output) const;
   void addNext(AnalysisOutput& output);
@@ -61,28 +66,35 @@ class AnalyzeRun {
 
   ConsoleHost& console_;
   const AnalyzeOptions& options_;
+  GroupFacts group_;
   bool isRefused_ = false;  // by --strict
   bool needsOnlyConversion_ = false;
   bool isNextPrinted_ = false;  // the command line that helps, with the message about a page
 };
 
-AnalysisOutput AnalyzeRun::analyzePages(const Host& host, const std::string& namesFile, const ValidPages* pages) {
+/// Runs the analysis and adds its outcome and warnings. Its tables are not kept but for the systems.
+SystemTable AnalyzeRun::systemsOfRun(const Host& host, const std::string& namesFile, AnalysisOutput& output) {
   KivSystem program(host);
-  GroupFacts group = options_.selection.likePanel ? GroupFacts({.instruments = true})
-                                                  : GroupFacts({.instruments = true, .losses = LossScan::staves});
-  const bool normalEnd = runAnalysis(console_, program, namesFile, options_.allowZeroId, group);
-  const bool details = options_.json || options_.jsonl;
-  AnalysisOutput output{outcomeOf(program, console_, normalEnd), {}, {}, {}, {}, pages};
-  if (output.outcome.normalEnd && !options_.selection.likePanel) {
-    output.warnings =
-        showWarnings(console_.user(), program, group, {scopeOf(output.outcome), options_.allowZeroId}, details);
+  const bool normalEnd = runAnalysis(console_, program, namesFile, options_.allowZeroId, group_);
+  output.outcome = outcomeOf(program, console_, normalEnd);
+  if (normalEnd && !options_.selection.likePanel) {
+    output.warnings = showWarnings(console_.user(), program, group_, {scopeOf(output.outcome), options_.allowZeroId},
+                                   options_.json || options_.jsonl);
   }
+  return std::move(program.systems);
+}
+
+AnalysisOutput AnalyzeRun::analyzePages(const Host& host, const std::string& namesFile, const ValidPages* pages) {
+  const bool details = options_.json || options_.jsonl;
+  AnalysisOutput output;
+  output.pages = pages;
+  const SystemTable systems = systemsOfRun(host, namesFile, output);
   if (output.outcome.normalEnd) {
-    output.layouts = layoutsOf(console_, host.files, program.systems, group,
-                               details ? Places::ofEverySystem : Places::ofFirstSystems);
+    output.layouts =
+        layoutsOf(console_, host.files, systems, group_, details ? Places::ofEverySystem : Places::ofFirstSystems);
   }
   if (output.layouts) {
-    output.instruments = group.instruments();
+    output.instruments = group_.instruments();
   }
   std::vector<Problem> problems = problemsOf(console_.system(), output.outcome);
   const bool hasVerdict = output.outcome.normalEnd && !options_.selection.likePanel;
@@ -150,10 +162,10 @@ int AnalyzeRun::run(const std::string& namesFile) {
   addNext(output);
   const int status = statusOf(output);
   if (options_.jsonl) {
-    return printOutcome(asJsonLines(output), status);
+    return printOutcome([&](OutputText& text) { addJsonLines(text, output); }, status);
   }
   if (options_.json) {
-    return printOutcome(asJson(output), status);
+    return printOutcome([&](OutputText& text) { addJson(text, output); }, status);
   }
   const int printed = printOutcome(asText(console_.system(), output), status);
   if (output.next && !isNextPrinted_) {

@@ -57,7 +57,7 @@ void addFittingStep(const ConsoleSystem& system, const ConvertOptions& options, 
   const bool isPossible = canFit(options) && !options.trace && canRepeat(options.selection);
   const bool helps = options.strict ? isAccepted : failedOverRests(output.outcome);
   if (isPossible && !output.next && helps) {
-    const bool leftResults = output.outcome.created && !output.outcome.created->empty();
+    const bool leftResults = output.outcome.created != nullptr && !output.outcome.created->isEmpty();
     output.next = withFit(system, options, leftResults);
   }
 }

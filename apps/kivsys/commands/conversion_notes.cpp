@@ -17,7 +17,7 @@ std::string usableWords(const ConvertOptions& options) {
 
 std::string addNoResultsStep(const ConsoleSystem& system, const ConvertOptions& options, ConvertOutput& output) {
   const RunOutcome& outcome = output.outcome;
-  const bool isConverted = !outcome.created.value_or(std::vector<std::string>()).empty();
+  const bool isConverted = outcome.created != nullptr && !outcome.created->isEmpty();
   if (!outcome.normalEnd || isConverted || !outcome.qualifies()) {
     return "";
   }

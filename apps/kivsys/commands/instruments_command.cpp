@@ -21,16 +21,20 @@ namespace kiv {
 namespace {
 
 /// The outcome of the analysis with the instruments; these are null when it ended before it knew them.
-std::string asJson(ConsoleHost& console, const RunOutcome& outcome,
-                   const std::optional<std::vector<Instrument>>& instruments, const ValidPages* pages) {
+void addJson(OutputText& text, ConsoleHost& console, const RunOutcome& outcome,
+             const std::optional<std::vector<Instrument>>& instruments, const ValidPages* pages) {
   Json object = jsonOf(outcome);
   if (pages != nullptr) {
     pages->addTo(object, outcome.normalEnd);
   }
-  object["instrument_list"] = instruments ? jsonOf(*instruments) : Json();
+  object["instrument_list"] = Json();
   object["next"] = nextJson(stepForPage(outcome, console.system()));
   object["schema_version"] = schemaVersion;
-  return asLine(object);
+  std::vector<LongMember> longMembers = longMembersOf(outcome);
+  if (instruments) {
+    longMembers.push_back(instrumentsMember(*instruments));
+  }
+  addLine(text, object, longMembers);
 }
 
 std::string asText(Machine& machine, const std::vector<Instrument>& instruments, ListFormat format) {
@@ -45,13 +49,14 @@ int listNames(ConsoleHost& console, const std::string& namesFile, const ValidPag
   GroupFacts facts({.instruments = true});
   std::optional<std::vector<Instrument>> instruments;
   const bool normalEnd = !namesFile.empty() && endsNormally(console, [&] {
-    analyze(program, namesFile, options.allowZeroId, &facts);
+    analyzeWithoutReport(program, namesFile, options.allowZeroId, &facts);
     instruments = facts.instruments();
   });
   const bool isComplete = normalEnd && (pages == nullptr || !pages->anySkipped());
   const int status = isComplete ? exit_status::normal : exit_status::critical;
   if (options.format == ListFormat::json) {
-    return printOutcome(asJson(console, outcomeOf(program, console, normalEnd), instruments, pages), status);
+    const RunOutcome outcome = outcomeOf(program, console, normalEnd);
+    return printOutcome([&](OutputText& text) { addJson(text, console, outcome, instruments, pages); }, status);
   }
   return instruments ? printOutcome(asText(console.system(), *instruments, options.format), status) : status;
 }

@@ -19,6 +19,11 @@ std::string yesOrNo(bool value) {
 
 }  // namespace
 
+std::optional<std::string_view> FilePaths::find(std::string_view name) const {
+  const auto path = pages != nullptr ? pages->find(name) : std::nullopt;
+  return path || written == nullptr ? path : written->find(name);
+}
+
 bool endsNormally(ConsoleHost& console, const std::function<void()>& run) {
   return exitCodeOf(console.user(), run).value_or(exit_status::normal) == exit_status::normal;
 }
@@ -49,7 +54,7 @@ RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& console, bool 
   }
   outcome.messages = console.messages();
   outcome.files = program.names.nameCount;
-  outcome.paths = console.system().pages();
+  outcome.paths = {&console.system().pageTable(), nullptr};
   outcome.corrections = &console.system().corrections();
   return outcome;
 }
@@ -57,11 +62,10 @@ RunOutcome outcomeOf(const KivSystem& program, const ConsoleHost& console, bool 
 RunOutcome withPagesWritten(RunOutcome analysis, const ConsoleHost& console, bool normalEnd) {
   analysis.normalEnd = normalEnd;
   analysis.messages = console.messages();
-  analysis.created = console.replacedFiles();
-  analysis.paths = console.system().pages();
+  const ConsoleSystem& system = console.system();
+  analysis.created = &system.writtenFiles();
+  analysis.paths = {&system.pageTable(), system.pageTable().isEmpty() ? nullptr : &system.writtenFiles()};
   analysis.corrections = &console.system().corrections();
-  const auto& written = console.system().writtenFiles();
-  analysis.paths.insert(analysis.paths.end(), written.begin(), written.end());
   return analysis;
 }
 
@@ -111,8 +115,8 @@ std::string gapNotes(ConsoleSystem& system) {
 
 std::string createdLines(const RunOutcome& outcome, const FileNamer& nameOf) {
   std::string lines;
-  for (const std::string& file : outcome.created.value_or(std::vector<std::string>())) {
-    lines += printable(nameOf(file)) + "\n";
+  for (std::size_t file = 0; outcome.created != nullptr && file < outcome.created->size(); ++file) {
+    lines += printable(nameOf(std::string(outcome.created->name(file)))) + "\n";
   }
   return lines;
 }

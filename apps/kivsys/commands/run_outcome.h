@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "apps/kivsys/output/print_outcome.h"
@@ -14,6 +15,16 @@
 #include "verify/verify.h"
 
 namespace kiv {
+
+/// Where the files of a run are. The tables are the console's.
+struct FilePaths {
+  const PathTable* pages = nullptr;    ///< null for none
+  const PathTable* written = nullptr;  ///< null for none
+
+  bool isEmpty() const { return (pages == nullptr || pages->isEmpty()) && (written == nullptr || written->isEmpty()); }
+  /// The path of a file that the core names.
+  std::optional<std::string_view> find(std::string_view name) const;
+};
 
 /// How an analysis ended, and its results. What it did not reach is empty.
 struct RunOutcome {
@@ -26,8 +37,8 @@ struct RunOutcome {
   std::optional<std::size_t> instruments;
   bool verifies = false;                            ///< the conversion was to be proved
   std::optional<proof::Verification> verification;  ///< only of a conversion that ended and was to be proved
-  std::vector<FoundFile> paths;                     ///< where the pages are; none of a run like the panel's
-  std::optional<std::vector<std::string>> created;  ///< the pages written, in order; only of runs that write pages
+  FilePaths paths;                                  ///< where the pages are; none of a run like the panel's
+  const PathTable* created = nullptr;               ///< the pages written, in order; null unless a run writes pages
 
   const PageCorrections* corrections = nullptr;  ///< with which the pages were read; of the console
 

@@ -26,7 +26,7 @@ namespace {
 /// Whether every page has its sorted one. A line on standard error says how many have not, unless the message about the
 /// only page says so.
 bool sortedAll(ConsoleHost& console, bool isSorted) {
-  const std::size_t pages = console.system().pages().size();
+  const std::size_t pages = console.system().pageTable().size();
   const std::size_t sorted = console.replacedFiles().size();
   if (sorted < pages && (isSorted || pages > 1)) {
     printError("only " + std::to_string(sorted) + " of " + std::to_string(pages) + " pages were sorted");
@@ -66,12 +66,15 @@ int print(ConsoleHost& console, const RunOutcome& outcome, const Warnings& warni
                         status);
   }
   Json object = jsonOf(outcome);
-  object["problems"] = jsonOf(problemsOf(console.system(), outcome), warnings, outcome.paths);
+  object["problems"] = Json::array();
+  const std::vector<Problem> problems = problemsOf(console.system(), outcome);
+  std::vector<LongMember> longMembers = longMembersOf(outcome);
+  longMembers.push_back(problemsMember(problems, warnings, outcome.paths));
   const auto next = options.selection.likePanel ? std::nullopt : stepForPage(outcome, console.system());
   const auto afterStop = stepAfterStop(console);
   object["next"] = nextJson(afterStop ? afterStop : next);
   object["schema_version"] = schemaVersion;
-  return printOutcome(asLine(object), status);
+  return printOutcome([&](OutputText& text) { addLine(text, object, longMembers); }, status);
 }
 
 int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOptions& options) {

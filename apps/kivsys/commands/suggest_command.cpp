@@ -69,7 +69,8 @@ std::optional<std::string> nextConversion(const SuggestRun& run, const std::opti
 }
 
 /// The outcome of the analysis with what is suggested; this is null when the analysis ended before.
-std::string asJson(const SuggestRun& run, const RunOutcome& outcome, const std::optional<Suggestions>& suggestions) {
+void addJson(OutputText& text, const SuggestRun& run, const RunOutcome& outcome,
+             const std::optional<Suggestions>& suggestions) {
   const SelectedNames names(run.console.system());
   Json object = jsonOf(outcome);
   if (run.pages != nullptr) {
@@ -80,7 +81,7 @@ std::string asJson(const SuggestRun& run, const RunOutcome& outcome, const std::
   const auto next = nextConversion(run, suggestions);
   object["next"] = nextJson(next ? next : stepForPage(outcome, run.console.system()));
   object["schema_version"] = schemaVersion;
-  return asLine(object);
+  addLine(text, object, longMembersOf(outcome));
 }
 
 /// The lines that say what can be done with the corrections that were written.
@@ -116,7 +117,7 @@ int deliver(const SuggestRun& run, const RunOutcome& outcome, const std::optiona
     }
   }
   if (run.options.json) {
-    return printOutcome(asJson(run, outcome, suggestions), status);
+    return printOutcome([&](OutputText& text) { addJson(text, run, outcome, suggestions); }, status);
   }
   const int printed = printOutcome(
       (suggestions ? suggestionTables(*suggestions, names) : "") + summaryOf(run.pages, outcome.normalEnd), status);

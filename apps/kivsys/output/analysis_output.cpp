@@ -20,12 +20,24 @@ Json outcomeJson(const AnalysisOutput& output) {
   return object;
 }
 
-/// The object, its kind as the first key and the schema's version as the last one.
-std::string recordLine(const char* kind, const Json& object) {
+/// Adds the object on a line, its kind as the first key and the schema's version as the last one.
+void addRecord(OutputText& text, const char* kind, const Json& object,
+               const std::vector<LongMember>& longMembers = {}) {
   Json record = {{"record", kind}};
   record.update(object);
   record["schema_version"] = schemaVersion;
-  return asLine(record);
+  addLine(text, record, longMembers);
+}
+
+void addLayoutRecords(OutputText& text, const Layouts& layouts) {
+  for (const LayoutClass& layout : layouts.classes) {
+    addRecord(text, "layout", jsonOf(layout), {systemsMember(layouts, layout)});
+    for (const Deviation& deviation : layout.deviations) {
+      Json object = jsonOf(layouts, deviation);
+      object["layout"] = layout.label;
+      addRecord(text, "deviation", object);
+    }
+  }
 }
 
 }  // namespace
@@ -36,45 +48,45 @@ std::string summaryOf(const ValidPages* pages, bool normalEnd) {
 }
 
 std::string asText(Machine& machine, const AnalysisOutput& output) {
-  const auto skippedBefore = [&](const std::string& file) {
-    return output.pages == nullptr ? 0 : output.pages->skippedBefore(file);
+  const auto skippedBefore = [&](std::string_view file) {
+    return output.pages == nullptr ? 0 : output.pages->skippedBefore(std::string(file));
   };
   return asText(output.outcome) +
          (output.layouts ? explanation(machine, *output.layouts, shownNames(output.instruments), skippedBefore) : "") +
          (output.usability.empty() ? "" : output.usability + ".\n") + summaryOf(output.pages, output.outcome.normalEnd);
 }
 
-std::string asJson(const AnalysisOutput& output) {
+void addJson(OutputText& text, const AnalysisOutput& output) {
+  const RunOutcome& outcome = output.outcome;
   Json object = outcomeJson(output);
-  object["problems"] = jsonOf(output.problems, output.warnings, output.outcome.paths);
-  object["layouts"] = output.layouts ? jsonOf(*output.layouts) : Json();
-  object["instrument_list"] = output.layouts ? jsonOf(output.instruments) : Json();
+  object["problems"] = Json::array();
+  object["layouts"] = Json();
+  object["instrument_list"] = Json();
   object["schema_version"] = schemaVersion;
-  return asLine(object);
+  std::vector<LongMember> longMembers = longMembersOf(outcome);
+  longMembers.push_back(problemsMember(output.problems, output.warnings, outcome.paths));
+  if (output.layouts) {
+    longMembers.push_back({"layouts", [&](JsonArray& array) { addLayouts(*output.layouts, array); }});
+    longMembers.push_back(instrumentsMember(output.instruments));
+  }
+  addLine(text, object, longMembers);
 }
 
-std::string asJsonLines(const AnalysisOutput& output) {
-  std::string lines;
+void addJsonLines(OutputText& text, const AnalysisOutput& output) {
+  const RunOutcome& outcome = output.outcome;
   for (const Problem& problem : output.problems) {
-    lines += recordLine("problem", jsonOf(problem, output.outcome.paths));
+    addRecord(text, "problem", jsonOf(problem, outcome.paths));
   }
-  for (const Json& warning : jsonOf(output.warnings, output.outcome.paths)) {
-    lines += recordLine("problem", warning);
+  for (const Problem& problem : output.warnings.problems) {
+    addRecord(text, "problem", jsonOf(output.warnings, problem, outcome.paths));
   }
   if (output.layouts) {
-    for (const LayoutClass& layout : output.layouts->classes) {
-      lines += recordLine("layout", jsonOf(*output.layouts, layout));
-      for (const Deviation& deviation : layout.deviations) {
-        Json object = jsonOf(*output.layouts, deviation);
-        object["layout"] = layout.label;
-        lines += recordLine("deviation", object);
-      }
-    }
+    addLayoutRecords(text, *output.layouts);
   }
   for (const Instrument& instrument : output.instruments) {
-    lines += recordLine("instrument", jsonOf(instrument));
+    addRecord(text, "instrument", jsonOf(instrument), {systemsMember(instrument)});
   }
-  return lines + recordLine("outcome", outcomeJson(output));
+  addRecord(text, "outcome", outcomeJson(output), longMembersOf(outcome));
 }
 
 }  // namespace kiv

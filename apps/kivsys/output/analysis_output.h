@@ -6,6 +6,7 @@
 
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/valid_pages.h"
+#include "apps/kivsys/output/print_outcome.h"
 #include "apps/kivsys/output/warnings_output.h"
 #include "diagnostics/instruments.h"
 #include "diagnostics/layouts.h"
@@ -31,8 +32,8 @@ std::string summaryOf(const ValidPages* pages, bool normalEnd);
 /// The verdict, the counts and the layouts; last, the pages that were skipped.
 std::string asText(Machine& machine, const AnalysisOutput& output);
 /// One JSON object on a line of its own.
-std::string asJson(const AnalysisOutput& output);
+void addJson(OutputText& text, const AnalysisOutput& output);
 /// A JSON object a line: the problems, the layouts and their deviations, the instruments, the outcome.
-std::string asJsonLines(const AnalysisOutput& output);
+void addJsonLines(OutputText& text, const AnalysisOutput& output);
 
 }  // namespace kiv

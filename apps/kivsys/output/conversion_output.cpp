@@ -13,24 +13,29 @@
 namespace kiv {
 namespace {
 
-std::string asJson(const ConvertOutput& output) {
+void addJson(OutputText& text, const ConvertOutput& output) {
   Json object = jsonOf(output.outcome);
+  std::vector<LongMember> longMembers = longMembersOf(output.outcome);
   if (output.pages != nullptr) {
     output.pages->addTo(object, output.outcome.consistency.has_value());
   }
   if (output.planned) {
     object["dry_run"] = true;
     object["planned"] = plannedJson(*output.planned);
-    object["instrument_list"] = output.outcome.consistency ? jsonOf(output.instruments) : Json();
+    object["instrument_list"] = Json();
+    if (output.outcome.consistency) {
+      longMembers.push_back(instrumentsMember(output.instruments));
+    }
   }
   if (output.listed != nullptr) {
     object["layout"] = output.listed->asJson();
   }
   object["old_results"] = {{"replaced", output.oldResults.replaced}, {"left", textsJson(output.oldResults.left)}};
-  object["problems"] = jsonOf(output.problems, output.warnings, output.outcome.paths);
+  object["problems"] = Json::array();
+  longMembers.push_back(problemsMember(output.problems, output.warnings, output.outcome.paths));
   object["next"] = nextJson(output.next);
   object["schema_version"] = schemaVersion;
-  return asLine(object);
+  addLine(text, object, longMembers);
 }
 
 std::string asText(const ConvertOutput& output) {
@@ -56,7 +61,8 @@ int exitStatusOf(const ConvertOutput& output) {
 }  // namespace
 
 int print(const ConvertOutput& output, bool json) {
-  return printOutcome(json ? asJson(output) : asText(output), exitStatusOf(output));
+  return printOutcome([&](OutputText& text) { json ? addJson(text, output) : text.add(asText(output)); },
+                      exitStatusOf(output));
 }
 
 }  // namespace kiv

@@ -1,6 +1,5 @@
 #include "apps/kivsys/output/diagnostics_json.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include <nlohmann/json.hpp>
@@ -16,29 +15,14 @@ Json orNull(const std::optional<double>& number) {
   return number ? numberJson(*number) : Json();
 }
 
-/// The systems as runs of numbers that follow one another.
-Json ranges(const Layouts& layouts, const LayoutClass& layout) {
-  Json all = Json::array();
-  for (const std::size_t s : layout.systems) {
-    const int number = layouts.systems[s].number;
-    if (!all.empty() && all.back()["last"] == number - 1) {
-      all.back()["last"] = number;
-    } else {
-      all.push_back({{"first", number}, {"last", number}});
-    }
-  }
-  return all;
-}
-
 void addPlace(Json& object, const std::optional<ItemPlace>& place) {
   object["item"] = place ? Json(place->item) : Json();
   object["offset"] = place ? Json(place->offset) : Json();
 }
 
-Json pathOrNull(const std::optional<std::string>& name, const std::vector<FoundFile>& paths) {
-  const auto found =
-      std::find_if(paths.begin(), paths.end(), [&](const FoundFile& file) { return name && file.name == *name; });
-  return found == paths.end() ? Json() : Json(NativeSystem::toUtf8(found->path));
+Json pathOrNull(const std::optional<std::string>& name, const FilePaths& paths) {
+  const auto path = name ? paths.find(*name) : std::nullopt;
+  return path ? Json(NativeSystem::toUtf8(std::string(*path))) : Json();
 }
 
 Json nameOrNull(const Layouts& layouts, std::int16_t instrument) {
@@ -46,7 +30,28 @@ Json nameOrNull(const Layouts& layouts, std::int16_t instrument) {
   return name == layouts.names.end() ? Json() : Json(NativeSystem::toUtf8(name->second));
 }
 
+Json fileJson(const Layouts& layouts, std::uint32_t file) {
+  return NativeSystem::toUtf8(std::string(layouts.files[file]));
+}
+
 }  // namespace
+
+void RangesJson::add(int number) {
+  if (last_ && *last_ == number - 1) {
+    last_ = number;
+    return;
+  }
+  finish();
+  first_ = number;
+  last_ = number;
+}
+
+void RangesJson::finish() {
+  if (last_) {
+    array_.add({{"first", first_}, {"last", *last_}});
+  }
+  last_.reset();
+}
 
 Json numberJson(double number) {
   constexpr double exact = 9007199254740992.0;
@@ -54,12 +59,12 @@ Json numberJson(double number) {
                                                                    : Json(number);
 }
 
-Json jsonOf(const Problem& problem, const std::vector<FoundFile>& paths) {
+Json jsonOf(const Problem& problem, const FilePaths& paths) {
   Json object = {{"code", problem.code},
                  {"severity", nameOf(problem.severity)},
                  {"message", problem.message},
                  {"file", orNull(problem.file)}};
-  if (!paths.empty()) {
+  if (!paths.isEmpty()) {
     object["path"] = pathOrNull(problem.file, paths);
   }
   object["system"] = problem.system ? Json(*problem.system) : Json();
@@ -78,28 +83,37 @@ Json jsonOf(const Layouts& layouts, const Deviation& deviation) {
                  {"instrument", deviation.instrument},
                  {"name", nameOrNull(layouts, deviation.instrument)},
                  {"system", deviation.system},
-                 {"file", orNull(deviation.file)},
+                 {"file", deviation.file ? fileJson(layouts, *deviation.file) : Json()},
                  {"staff", orNull(deviation.staff)}};
   addPlace(object, deviation.place);
   return object;
 }
 
-Json jsonOf(const Layouts& layouts, const LayoutClass& layout) {
-  return {{"layout", layout.label}, {"systems", ranges(layouts, layout)}, {"instruments", layout.instruments}};
+Json jsonOf(const LayoutClass& layout) {
+  return {{"layout", layout.label}, {"systems", Json::array()}, {"instruments", layout.instruments}};
 }
 
-Json jsonOf(const Layouts& layouts) {
-  Json all = Json::array();
+LongMember systemsMember(const Layouts& layouts, const LayoutClass& layout) {
+  return {"systems", [&](JsonArray& array) {
+            RangesJson ranges(array);
+            for (const std::size_t s : layout.systems) {
+              ranges.add(layouts.systems[s].number);
+            }
+            ranges.finish();
+          }};
+}
+
+void addLayouts(const Layouts& layouts, JsonArray& array) {
   for (const LayoutClass& layout : layouts.classes) {
-    Json object = jsonOf(layouts, layout);
-    Json deviations = Json::array();
-    for (const Deviation& deviation : layout.deviations) {
-      deviations.push_back(jsonOf(layouts, deviation));
-    }
-    object["deviations"] = deviations;
-    all.push_back(object);
+    Json object = jsonOf(layout);
+    object["deviations"] = Json::array();
+    const auto addDeviations = [&](JsonArray& deviations) {
+      for (const Deviation& deviation : layout.deviations) {
+        deviations.add(jsonOf(layouts, deviation));
+      }
+    };
+    array.add(object, {systemsMember(layouts, layout), {"deviations", addDeviations}});
   }
-  return all;
 }
 
 }  // namespace kiv

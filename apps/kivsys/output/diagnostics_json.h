@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,13 +12,30 @@ namespace kiv {
 
 /// A problem as an object, with the path of its file among these; what is not certain is null. Without paths, as in a
 /// run like the panel's, it has none.
-Json jsonOf(const Problem& problem, const std::vector<FoundFile>& paths);
-/// One layout as an object, without its deviations.
-Json jsonOf(const Layouts& layouts, const LayoutClass& layout);
+Json jsonOf(const Problem& problem, const FilePaths& paths);
+/// One layout as an object, without its systems and its deviations.
+Json jsonOf(const LayoutClass& layout);
+/// Its systems, which refer to the layout.
+LongMember systemsMember(const Layouts& layouts, const LayoutClass& layout);
 /// A deviation of a layout as an object.
 Json jsonOf(const Layouts& layouts, const Deviation& deviation);
-/// All layouts as one array, with their deviations.
-Json jsonOf(const Layouts& layouts);
+/// Adds all layouts, with their deviations.
+void addLayouts(const Layouts& layouts, JsonArray& array);
+
+/// Adds numbers as ranges of those that follow one another.
+class RangesJson {
+ public:
+  explicit RangesJson(JsonArray& array) : array_(array) {}
+
+  void add(int number);
+  /// Adds the last range.
+  void finish();
+
+ private:
+  JsonArray& array_;
+  int first_ = 0;
+  std::optional<int> last_;  // nullopt without a range
+};
 
 /// A whole number without a fraction, others as they are.
 Json numberJson(double number);

@@ -34,7 +34,7 @@ std::string systemsOf(const Layouts& layouts, const LayoutClass& layout) {
 std::vector<int> fileNumbers(const Layouts& layouts, const SkippedBefore& skippedBefore) {
   std::vector<int> numbers;
   std::size_t skipped = 0;
-  for (const std::string& file : layouts.files) {
+  for (const std::string_view file : layouts.files) {
     const std::size_t before = skippedBefore(file);
     numbers.push_back((numbers.empty() ? 0 : numbers.back() + 1) + (before != skipped ? 1 : 0));
     skipped = before;
@@ -48,7 +48,7 @@ std::string filesOf(Machine& machine, const Layouts& layouts, const LayoutClass&
   std::map<int, std::string> files;
   for (const std::size_t s : layout.systems) {
     for (std::size_t f = layouts.systems[s].firstFile; f <= layouts.systems[s].lastFile; ++f) {
-      files[numbers[f]] = printable(withoutPath(machine, layouts.files[f]));
+      files[numbers[f]] = printable(withoutPath(machine, std::string(layouts.files[f])));
     }
   }
   std::vector<int> listed;
@@ -110,14 +110,15 @@ std::string difference(const Layouts& layouts, const LayoutClass& layout, const 
 }
 
 /// The items of the staves in the first system that are not as in layout A.
-std::string placesLine(Machine& machine, const LayoutClass& layout) {
+std::string placesLine(Machine& machine, const Layouts& layouts, const LayoutClass& layout) {
   std::vector<std::string> words;
   for (const Deviation& deviation : layout.deviations) {
     if (deviation.system != layout.deviations.front().system || !deviation.file || !deviation.place) {
       continue;
     }
-    words.push_back(std::to_string(deviation.instrument) + " in " + printable(withoutPath(machine, *deviation.file)) +
-                    " staff " + generalNumber(static_cast<float>(deviation.staff.value_or(0))) + " item " +
+    const std::string file(layouts.files[*deviation.file]);
+    words.push_back(std::to_string(deviation.instrument) + " in " + printable(withoutPath(machine, file)) + " staff " +
+                    generalNumber(static_cast<float>(deviation.staff.value_or(0))) + " item " +
                     std::to_string(deviation.place->item));
   }
   if (words.empty()) {
@@ -132,7 +133,7 @@ std::string layoutLines(Machine& machine, const Layouts& layouts, const LayoutCl
   return "  " + layout.label + ": " + systemsOf(layouts, layout) + " (" +
          filesOf(machine, layouts, layout, skippedBefore) + ")\n     " +
          (isCommonest ? instrumentWords(layout.instruments, names) : difference(layouts, layout, names)) + "\n" +
-         placesLine(machine, layout);
+         placesLine(machine, layouts, layout);
 }
 
 std::string consistentLine(const Layouts& layouts, const InstrumentNames& names) {

@@ -35,7 +35,7 @@ std::string listed(const std::vector<Value>& values, const WordOf& wordOf, std::
   return joined(words, limit);
 }
 
-std::string systemsOf(const Instrument& instrument, std::size_t limit) {
+std::string systemWords(const Instrument& instrument, std::size_t limit) {
   return joined(inRanges({instrument.systems.begin(), instrument.systems.end()},
                          [](int system) { return std::to_string(system); }),
                 limit);
@@ -71,7 +71,7 @@ std::string placeCell(Machine& machine, const InstrumentPlace& place) {
 Row tableRow(Machine& machine, const Instrument& instrument) {
   Row row = withSigns(
       {std::to_string(instrument.order), idWord(instrument.id), nameCell(instrument.name),
-       systemsOf(instrument, mostWords), placeCell(machine, instrument.first), placeCell(machine, instrument.last)},
+       systemWords(instrument, mostWords), placeCell(machine, instrument.first), placeCell(machine, instrument.last)},
       signsOf(instrument, mostWords));
   for (std::string& cell : row) {
     cell = cell.empty() ? "-" : cell;
@@ -85,8 +85,12 @@ Row placeCells(Machine& machine, const InstrumentPlace& place) {
 }
 
 Row csvRow(Machine& machine, const Instrument& instrument) {
-  Row row = {std::to_string(instrument.order), idWord(instrument.id),          instrument.name.full,
-             instrument.name.abbreviation,     systemsOf(instrument, noLimit), std::to_string(instrument.staves)};
+  Row row = {std::to_string(instrument.order),
+             idWord(instrument.id),
+             instrument.name.full,
+             instrument.name.abbreviation,
+             systemWords(instrument, noLimit),
+             std::to_string(instrument.staves)};
   for (const InstrumentPlace* place : {&instrument.first, &instrument.last}) {
     row = withSigns(std::move(row), placeCells(machine, *place));
   }
@@ -117,18 +121,6 @@ Json numbersJson(const std::vector<float>& numbers) {
   Json all = Json::array();
   for (const float number : numbers) {
     all.push_back(numberJson(number));
-  }
-  return all;
-}
-
-Json rangesJson(const std::vector<std::int16_t>& systems) {
-  Json all = Json::array();
-  for (const int system : systems) {
-    if (!all.empty() && all.back()["last"] == system - 1) {
-      all.back()["last"] = system;
-    } else {
-      all.push_back({{"first", system}, {"last", system}});
-    }
   }
   return all;
 }
@@ -170,7 +162,7 @@ Json jsonOf(const Instrument& instrument) {
           {"id", instrument.id},
           {"name", textOrNull(instrument.name.full)},
           {"abbreviation", textOrNull(instrument.name.abbreviation)},
-          {"systems", rangesJson(instrument.systems)},
+          {"systems", Json::array()},
           {"staves", instrument.staves},
           {"first", jsonOf(instrument.first)},
           {"last", jsonOf(instrument.last)},
@@ -181,12 +173,22 @@ Json jsonOf(const Instrument& instrument) {
           {"cued_by", instrument.cuedBy}};
 }
 
-Json jsonOf(const std::vector<Instrument>& instruments) {
-  Json all = Json::array();
-  for (const Instrument& instrument : instruments) {
-    all.push_back(jsonOf(instrument));
-  }
-  return all;
+LongMember systemsMember(const Instrument& instrument) {
+  return {"systems", [&](JsonArray& array) {
+            RangesJson ranges(array);
+            for (const std::int16_t system : instrument.systems) {
+              ranges.add(system);
+            }
+            ranges.finish();
+          }};
+}
+
+LongMember instrumentsMember(const std::vector<Instrument>& instruments) {
+  return {"instrument_list", [&](JsonArray& array) {
+            for (const Instrument& instrument : instruments) {
+              array.add(jsonOf(instrument), {systemsMember(instrument)});
+            }
+          }};
 }
 
 std::string namesInWords(const std::vector<Instrument>& instruments, std::size_t limit) {

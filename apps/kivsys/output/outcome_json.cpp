@@ -24,6 +24,10 @@ Json orNull(const std::optional<Value>& value) {
   return value ? Json(*value) : Json();
 }
 
+Json pathJson(std::string_view name, std::string_view path) {
+  return {{"file", NativeSystem::toUtf8(std::string(name))}, {"path", NativeSystem::toUtf8(std::string(path))}};
+}
+
 }  // namespace
 
 const char* nameOf(Icon icon) {
@@ -58,15 +62,11 @@ Json jsonOf(const RunOutcome& outcome) {
                  {"files", outcome.files},
                  {"systems", orNull(outcome.systems)},
                  {"instruments", orNull(outcome.instruments)}};
-  if (outcome.created) {
-    Json created = Json::array();
-    for (const std::string& file : *outcome.created) {
-      created.push_back(NativeSystem::toUtf8(file));
-    }
-    object["created"] = created;
+  if (outcome.created != nullptr) {
+    object["created"] = Json::array();
   }
-  if (!outcome.paths.empty()) {
-    object["paths"] = pathsJson(outcome.paths);
+  if (!outcome.paths.isEmpty()) {
+    object["paths"] = Json::array();
   }
   if (outcome.corrections != nullptr && !outcome.corrections->tables.empty()) {
     object["corrected_by"] = jsonOf(*outcome.corrections);
@@ -75,6 +75,22 @@ Json jsonOf(const RunOutcome& outcome) {
     object["verified"] = outcome.verification ? toJson(*outcome.verification) : Json();
   }
   return object;
+}
+
+std::vector<LongMember> longMembersOf(const RunOutcome& outcome) {
+  const auto addCreated = [&](JsonArray& array) {
+    for (std::size_t file = 0; file < outcome.created->size(); ++file) {
+      array.add(NativeSystem::toUtf8(std::string(outcome.created->name(file))));
+    }
+  };
+  const auto addPaths = [&](JsonArray& array) {
+    for (const PathTable* files : {outcome.paths.pages, outcome.paths.written}) {
+      for (std::size_t file = 0; files != nullptr && file < files->size(); ++file) {
+        array.add(pathJson(files->name(file), files->path(file)));
+      }
+    }
+  };
+  return {{"created", addCreated}, {"paths", addPaths}};
 }
 
 Json jsonOf(const PageCorrections& corrections) {
@@ -91,13 +107,13 @@ Json jsonOf(const PageCorrections& corrections) {
 Json pathsJson(const std::vector<FoundFile>& files) {
   Json paths = Json::array();
   for (const FoundFile& file : files) {
-    paths.push_back({{"file", NativeSystem::toUtf8(file.name)}, {"path", NativeSystem::toUtf8(file.path)}});
+    paths.push_back(pathJson(file.name, file.path));
   }
   return paths;
 }
 
 std::string asLine(const Json& object) {
-  return object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+  return asText(object) + "\n";
 }
 
 Json textsJson(const std::vector<std::string>& texts) {

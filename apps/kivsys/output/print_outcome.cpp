@@ -7,8 +7,27 @@
 
 namespace kiv {
 
-int printOutcome(const std::string& text, int status) {
-  std::cout << text << std::flush;
+void OutputText::add(std::string_view text) {
+  constexpr std::size_t enough = std::size_t{64} * 1024;
+  pending_ += text;
+  if (pending_.size() >= enough) {
+    flush();
+  }
+}
+
+void OutputText::flush() {
+  std::cout << pending_ << std::flush;
+  pending_.clear();
+}
+
+int printOutcome(std::string_view text, int status) {
+  return printOutcome([&](OutputText& output) { output.add(text); }, status);
+}
+
+int printOutcome(const std::function<void(OutputText& text)>& addText, int status) {
+  OutputText output;
+  addText(output);
+  output.flush();
   if (std::cout) {
     return status;
   }

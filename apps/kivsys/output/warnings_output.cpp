@@ -36,27 +36,23 @@ std::string asText(const Warnings& warnings, const FileNamer& nameOf, bool withC
   return lines;
 }
 
-std::vector<Json> jsonOf(const Warnings& warnings, const std::vector<FoundFile>& paths) {
-  std::vector<Json> all;
-  for (const Problem& problem : warnings.problems) {
-    Json object = jsonOf(problem, paths);
-    object["severity"] = "warning";
-    object["message"] = Json();
-    object["text"] = NativeSystem::toUtf8(warnings.messages[problem.message].text);
-    all.push_back(object);
-  }
-  return all;
+Json jsonOf(const Warnings& warnings, const Problem& problem, const FilePaths& paths) {
+  Json object = jsonOf(problem, paths);
+  object["severity"] = "warning";
+  object["message"] = Json();
+  object["text"] = NativeSystem::toUtf8(warnings.messages[problem.message].text);
+  return object;
 }
 
-Json jsonOf(const std::vector<Problem>& problems, const Warnings& warnings, const std::vector<FoundFile>& paths) {
-  Json all = Json::array();
-  for (const Problem& problem : problems) {
-    all.push_back(jsonOf(problem, paths));
-  }
-  for (const Json& warning : jsonOf(warnings, paths)) {
-    all.push_back(warning);
-  }
-  return all;
+LongMember problemsMember(const std::vector<Problem>& problems, const Warnings& warnings, const FilePaths& paths) {
+  return {"problems", [&](JsonArray& array) {
+            for (const Problem& problem : problems) {
+              array.add(jsonOf(problem, paths));
+            }
+            for (const Problem& problem : warnings.problems) {
+              array.add(jsonOf(warnings, problem, paths));
+            }
+          }};
 }
 
 }  // namespace kiv

@@ -19,11 +19,11 @@ struct Warnings {
 /// A line for each: "kivsys: X1.MUS: item 3: warning: ... (system 2)", and on request the code: " [bar-two-rests]"
 std::string asText(const Warnings& warnings, const FileNamer& nameOf, bool withCodes = false);
 
-/// Each as a problem of the severity "warning", which is about no message of the run and has a text of its own.
+/// One of them as a problem of the severity "warning", which is about no message of the run and has a text of its own.
 /// The paths are those of its files.
-std::vector<Json> jsonOf(const Warnings& warnings, const std::vector<FoundFile>& paths);
+Json jsonOf(const Warnings& warnings, const Problem& problem, const FilePaths& paths);
 
-/// The problems of the messages and then the warnings, as one array.
-Json jsonOf(const std::vector<Problem>& problems, const Warnings& warnings, const std::vector<FoundFile>& paths);
+/// The problems of the messages and then the warnings. What is given must outlive it.
+LongMember problemsMember(const std::vector<Problem>& problems, const Warnings& warnings, const FilePaths& paths);
 
 }  // namespace kiv

@@ -125,11 +125,9 @@ FolderUse folderUse(NativeSystem& system, const Selection& selection, const Sele
   return isMade && use.isRefused && use.isRefused(namesFile) ? FolderUse::planned : use.folder;
 }
 
-int runGuarded(ConsoleHost& console, const Selection& selection, const SelectionUse& use,
-               const std::function<int(const std::string& namesFile)>& run) {
-  if (const auto reason = refusalOfName(selection.folder, "folder")) {
-    return refuse({*reason});
-  }
+/// Finds the pages, and prepares everything for a run on them. Returns the exit status of a run that ends here. What is
+/// known of the pages is not kept; the run has a names file, whose name is put into the text.
+int prepareRun(ConsoleHost& console, const Selection& selection, const SelectionUse& use, std::string& namesFile) {
   ConsoleSystem& system = console.system();
   const PageSearch search{folderOfRun(system, selection), selection.keepOrder, use.skipsBadPages};
   SelectedPages pages = selection.names.empty() ? findTypedPages(system, selection.pages, search)
@@ -165,7 +163,18 @@ int runGuarded(ConsoleHost& console, const Selection& selection, const Selection
   if (const auto reasons = enterFolderOfRun(system, selection, made.folder); !reasons.empty()) {
     return refuse(reasons);
   }
-  return run(pages.namesFile);
+  namesFile = pages.namesFile;
+  return exit_status::normal;
+}
+
+int runGuarded(ConsoleHost& console, const Selection& selection, const SelectionUse& use,
+               const std::function<int(const std::string& namesFile)>& run) {
+  if (const auto reason = refusalOfName(selection.folder, "folder")) {
+    return refuse({*reason});
+  }
+  std::string namesFile;
+  const int status = prepareRun(console, selection, use, namesFile);
+  return status != exit_status::normal ? status : run(namesFile);
 }
 
 /// Whether the analysis has ended over one page of several, which --keep-going would have skipped.
@@ -173,19 +182,21 @@ bool endedOverAPage(ConsoleHost& console) {
   constexpr std::array<std::string_view, 8> ofAPage = {
       code::structureError, code::tooManyItems,        code::noSystemBarline, code::naming,
       code::namingNoNumber, code::subscriptOutOfRange, code::overflow,        code::namesFileMissing};
-  const std::vector<FoundFile>& pages = console.system().pages();
-  std::vector<std::string> names;
-  names.reserve(pages.size());
-  for (const FoundFile& page : pages) {
-    names.push_back(page.name);
-  }
-  if (countPages(console.system(), names) < 2 || console.messages().empty()) {
+  if (console.messages().empty()) {
     return false;
   }
+  const PathTable& pages = console.system().pageTable();
   const auto& last = console.messages().back().message;
-  return !isNote(last) && std::find(ofAPage.begin(), ofAPage.end(), last.code) != ofAPage.end() &&
-         std::any_of(pages.begin(), pages.end(),
-                     [&](const FoundFile& page) { return page.name == last.location.file; });
+  if (isNote(last) || std::find(ofAPage.begin(), ofAPage.end(), last.code) == ofAPage.end() ||
+      !pages.find(last.location.file)) {
+    return false;
+  }
+  std::vector<std::string> names;
+  names.reserve(pages.size());
+  for (std::size_t page = 0; page < pages.size(); ++page) {
+    names.emplace_back(pages.name(page));
+  }
+  return countPages(console.system(), names) > 1;
 }
 
 }  // namespace

@@ -126,7 +126,7 @@ class Reader {
  public:
   bool addHead(const Json& line);
   bool addLine(const Json& line);
-  const Journal& journal() const { return journal_; }
+  Journal journal() && { return std::move(journal_); }
 
  private:
   bool addFolder(const Json& line);
@@ -251,7 +251,7 @@ std::optional<Journal> readJournal(std::string_view text) {
     isHead = false;
     text.remove_prefix(end + 1);
   }
-  return isHead ? std::nullopt : std::optional(reader.journal());
+  return isHead ? std::nullopt : std::optional(std::move(reader).journal());
 }
 
 std::string journalHead(const Journal& journal) {

@@ -175,14 +175,15 @@ RunJournal::Failure RunJournal::change(const std::string& path, const std::strin
   if (auto failure = addFolder(folderAbove(real))) {
     return failure;
   }
-  if (const auto known = files_.find(real); known != files_.end()) {
+  if (const auto known = files_.find(real)) {
     auto failure = append(laterChangeLine(real, after));
-    return failure || !known->second ? failure : flush();
+    return failure || !werePresent_[*known] ? failure : flush();
   }
   FileChange change{real, stateOf(real), "", {after}};
   auto failure = firstChange(change, keep);
   if (!failure) {
-    files_.emplace(real, change.before != file_state::missing);
+    files_.add(real);
+    werePresent_.push_back(change.before != file_state::missing);
     previous_.expect(change);
   }
   return failure;
@@ -220,7 +221,7 @@ std::optional<std::string> RunJournal::beforeDelete(const std::string& path) {
 
 void RunJournal::afterWrite(const std::string& path, Sha256 written) noexcept {
   try {
-    if (const std::string real = realPath(path); file_ && files_.contains(real)) {
+    if (const std::string real = realPath(path); file_ && files_.find(real)) {
       static_cast<void>(record([&] { return append(writtenLine(real, written.hexDigest())); }));
       previous_.noteChange();
     }

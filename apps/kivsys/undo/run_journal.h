@@ -2,14 +2,15 @@
 
 #include <cstddef>
 #include <functional>
-#include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "apps/kivsys/undo/previous_runs.h"
 #include "apps/kivsys/undo/undo_store.h"
+#include "base/text_table.h"
 #include "platform/console/change_journal.h"
 #include "platform/console/console_system.h"
 #include "platform/locked_file.h"
@@ -68,7 +69,8 @@ class RunJournal : public ChangeJournal {
   std::optional<LockedFile> file_;
   std::set<std::string> folders_;
   std::string lastFolder_;
-  std::map<std::string, bool> files_;  // whether they were there, by path
+  TextTable files_;                // the paths of those that were changed
+  std::vector<bool> werePresent_;  // the same, by their numbers
   std::size_t kept_ = 0;
   bool gaveUp_ = false;
 };

@@ -31,7 +31,7 @@ class ConsoleHost {
 
   /// The messages in the order in which they were shown.
   const std::vector<ShownMessage>& messages() const { return user_.messages(); }
-  const std::vector<std::string>& replacedFiles() const { return system_.replacedFiles(); }
+  std::vector<std::string> replacedFiles() const { return system_.replacedFiles(); }
 
  private:
   ConsoleSystem system_;

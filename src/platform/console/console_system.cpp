@@ -63,17 +63,15 @@ void ConsoleSystem::serveNamesFile(const std::string& name, std::string text) {
 void ConsoleSystem::bindPages(const std::vector<FoundFile>& pages, PagesBefore before) {
   pagesBefore_ = before;
   for (const FoundFile& page : pages) {
-    const std::string name = upperCase(page.name);
-    paths_[name] = page.path;
-    pages_.push_back({name, page.path});
+    pages_.add(upperCase(page.name), page.path);
     protectFile(page);
   }
 }
 
 void ConsoleSystem::bindFolder() {
-  if (!pages_.empty()) {
-    boundFolder_ = folderOf(*this, pages_.front().name);
-    pageFolder_ = folderOf(*this, coreName(pages_.front().path));
+  if (!pages_.isEmpty()) {
+    boundFolder_ = folderOf(*this, std::string(pages_.name(0)));
+    pageFolder_ = folderOf(*this, coreName(std::string(pages_.path(0))));
   }
 }
 
@@ -83,20 +81,20 @@ std::string ConsoleSystem::inBoundFolder(const std::string& name) {
 }
 
 std::string ConsoleSystem::bound(const std::string& name) {
-  const auto page = paths_.find(name);
-  return page == paths_.end() ? inBoundFolder(name) : coreName(page->second);
+  const auto path = pages_.find(name);
+  return path ? coreName(std::string(*path)) : inBoundFolder(name);
 }
 
 std::unique_ptr<InputFile> ConsoleSystem::openInput(const std::string& name) {
   if (names_ && name == namesFile_) {
     return std::make_unique<MemoryInput>(names_);
   }
-  const auto page = paths_.find(name);
-  if (page == paths_.end()) {
+  const auto path = pages_.find(name);
+  if (!path) {
     settle();
     return GuardedSystem::openInput(inBoundFolder(name));
   }
-  auto file = openPage(name, page->second);
+  auto file = openPage(name, std::string(*path));
   const auto corrected = corrections_.pages.find(name);
   return file && corrected != corrections_.pages.end() ? openCorrected(std::move(file), corrected->second, name)
                                                        : std::move(file);
@@ -104,7 +102,7 @@ std::unique_ptr<InputFile> ConsoleSystem::openInput(const std::string& name) {
 
 bool ConsoleSystem::willOpen(const std::string& name, Fetch fetch) {
   endIfStopped();
-  const bool isKnown = pagesBefore_ == PagesBefore::opened && paths_.contains(name);
+  const bool isKnown = pagesBefore_ == PagesBefore::opened && pages_.find(name).has_value();
   return isKnown || GuardedSystem::willOpen(name, fetch);
 }
 
@@ -129,13 +127,14 @@ void ConsoleSystem::expectReading(const std::vector<std::string>& names) {
   if (!readsAhead_ || names.size() < fewPages) {
     return;
   }
-  std::vector<std::string> paths;
+  std::vector<std::string_view> paths;
+  paths.reserve(names.size());
   for (const std::string& name : names) {
-    const auto page = paths_.find(name);
-    if (page == paths_.end()) {
+    const auto path = pages_.find(name);
+    if (!path) {
       return;
     }
-    paths.push_back(page->second);
+    paths.push_back(*path);
   }
   pagesAhead_ = std::make_unique<ReadAhead>(std::move(paths), largestPage);
 }
@@ -230,8 +229,8 @@ std::string ConsoleSystem::shownName(const std::string& name) {
   if (const auto typed = shownAs_.empty() ? shownAs_.end() : shownAs_.find(upperCase(name)); typed != shownAs_.end()) {
     return typed->second;
   }
-  const auto page = isWindows ? paths_.end() : paths_.find(name);  // its name is the disk's there
-  std::string path = page == paths_.end() ? outputPath(name) : page->second;
+  const auto page = isWindows ? std::nullopt : pages_.find(name);  // its name is the disk's there
+  std::string path = page ? std::string(*page) : outputPath(name);
   const std::string start = path.substr(0, startFolder_.size());
   const bool isInside = isWindows ? upperCase(start) == upperCase(startFolder_) : start == startFolder_;
   if (startFolder_.empty() || !isInside || path.size() == start.size()) {

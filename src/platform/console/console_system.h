@@ -11,19 +11,12 @@
 #include "platform/console/change_journal.h"
 #include "platform/console/guarded_system.h"
 #include "platform/console/page_corrections.h"
+#include "platform/console/path_table.h"
 #include "platform/console/read_ahead.h"
 #include "platform/console/worker.h"
 #include "platform/console/write_guard.h"
 
 namespace kiv {
-
-/// A file as the core names it, and the file of the disk that is meant.
-struct FoundFile {
-  std::string name;
-  std::string path;                                     ///< as the disk has it
-  std::optional<FileIdentity> identity = std::nullopt;  ///< of the file when it was found, if that is known
-  bool operator==(const FoundFile&) const = default;
-};
 
 /// What is known of pages that are bound.
 enum class PagesBefore {
@@ -96,13 +89,15 @@ class ConsoleSystem : public GuardedSystem {
   /// The path of a file that is to be written under a name of the core.
   std::string outputPath(const std::string& name);
   /// The pages that were bound, in order, their names in upper case.
-  const std::vector<FoundFile>& pages() const { return pages_; }
+  const PathTable& pageTable() const { return pages_; }
+  /// A copy of them.
+  std::vector<FoundFile> pages() const { return pages_.files(); }
   /// Why the last file could not be written, and its folder: "/music/out: Permission denied"; "" when that is unknown.
   const std::string& writeFailure() const { return writeFailure_; }
-  /// The files that replaceFile has written, in order.
-  const std::vector<std::string>& replacedFiles() const { return replacedFiles_; }
-  /// The same, with their paths; only of a run with bound pages.
-  const std::vector<FoundFile>& writtenFiles() const { return writtenFiles_; }
+  /// The files that replaceFile has written, in order, with their paths.
+  const PathTable& writtenFiles() const { return writtenFiles_; }
+  /// A copy of their names.
+  std::vector<std::string> replacedFiles() const { return writtenFiles_.names(); }
 
  private:
   static std::string startFolder();
@@ -132,18 +127,17 @@ class ConsoleSystem : public GuardedSystem {
   const std::string startFolder_ = startFolder();
   std::string namesFile_;
   std::shared_ptr<const std::string> names_;  // null when none is served
-  std::vector<FoundFile> pages_;
-  std::map<std::string, std::string> paths_;    // of the disk, by name in upper case
+  TextTable paths_;                           // of the disk: those of all files that the next members know
+  PathTable pages_{paths_};
+  PathTable writtenFiles_{paths_};
+  WriteGuard guard_{paths_};
+  PageStamps stamps_{paths_};
   std::map<std::string, std::string> shownAs_;  // by name in upper case
   std::string boundFolder_;                     // in upper case, with its backslash; "" for none
   std::string pageFolder_;                      // the real one
-  WriteGuard guard_;
-  PageStamps stamps_;
   PageCorrections corrections_;
   ChangeJournal* journal_ = nullptr;
   std::string writeFailure_;
-  std::vector<std::string> replacedFiles_;
-  std::vector<FoundFile> writtenFiles_;
   Pending pending_;
   std::optional<WriteFailure> failed_;  // not yet returned to the run
   PagesBefore pagesBefore_ = PagesBefore::unknown;

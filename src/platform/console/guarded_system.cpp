@@ -116,7 +116,7 @@ std::optional<std::string> GuardedSystem::replaceFile(const std::string& name, s
   endIfStopped();
   auto failure = NativeSystem::replaceFile(name, bytes);
   if (!failure) {
-    replacedFiles_.push_back(name);
+    addReplaced(name);
   }
   return failure;
 }
@@ -125,9 +125,16 @@ std::optional<std::string> GuardedSystem::createFile(const std::string& name, st
   endIfStopped();
   auto failure = NativeSystem::createFile(name, bytes);
   if (!failure) {
-    replacedFiles_.push_back(name);
+    addReplaced(name);
   }
   return failure;
+}
+
+void GuardedSystem::addReplaced(const std::string& name) {
+  if (replacedCount_++ == 0) {
+    firstReplaced_ = name;
+  }
+  lastReplaced_ = name;
 }
 
 std::string GuardedSystem::writtenWords() {
@@ -136,12 +143,11 @@ std::string GuardedSystem::writtenWords() {
     words += (words.empty() ? "" : ", ") + NativeSystem::diskName(own.name) +
              (own.written->complete ? "" : " (not complete)");
   }
-  if (!replacedFiles_.empty()) {
-    words += (words.empty() ? "" : ", ") + NativeSystem::diskName(replacedFiles_.front());
+  if (replacedCount_ > 0) {
+    words += (words.empty() ? "" : ", ") + NativeSystem::diskName(firstReplaced_);
   }
-  if (replacedFiles_.size() > 1) {
-    words += " to " + NativeSystem::diskName(replacedFiles_.back()) + " (" + std::to_string(replacedFiles_.size()) +
-             " files)";
+  if (replacedCount_ > 1) {
+    words += " to " + NativeSystem::diskName(lastReplaced_) + " (" + std::to_string(replacedCount_) + " files)";
   }
   return words.empty() ? "nothing" : words;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -50,7 +51,7 @@ class GuardedSystem : public NativeSystem {
 
  protected:
   /// A file has been replaced without replaceFile.
-  void addReplaced(const std::string& name) { replacedFiles_.push_back(name); }
+  void addReplaced(const std::string& name);
 
  private:
   struct OwnFile {
@@ -59,7 +60,9 @@ class GuardedSystem : public NativeSystem {
   };
 
   Guard guard_;
-  std::vector<std::string> replacedFiles_;
+  std::size_t replacedCount_ = 0;
+  std::string firstReplaced_;
+  std::string lastReplaced_;
   std::map<std::string, OwnFile> ownFiles_;  // those opened for writing, by upper-case name
 };
 

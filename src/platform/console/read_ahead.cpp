@@ -71,7 +71,7 @@ class ReadAhead::ReadFile : public InputFile {
   std::shared_ptr<Buffers> buffers_;
 };
 
-ReadAhead::ReadAhead(std::vector<std::string> paths, std::size_t limit)
+ReadAhead::ReadAhead(std::vector<std::string_view> paths, std::size_t limit)
     : paths_(std::move(paths)), limit_(limit), buffers_(std::make_shared<Buffers>()) {
   ready_.reserve(mostFiles);
   try {
@@ -119,7 +119,7 @@ std::unique_ptr<InputFile> ReadAhead::take(const std::string& path) {
 }
 
 void ReadAhead::run() {
-  for (const std::string& path : paths_) {
+  for (const std::string_view path : paths_) {
     Content content = contentOf(path);
     std::unique_lock lock(mutex_);
     ready_.push_back(std::move(content));
@@ -138,10 +138,10 @@ void ReadAhead::run() {
 }
 
 /// Any failure is found again, and reported, by the run.
-ReadAhead::Content ReadAhead::contentOf(const std::string& path) noexcept {
+ReadAhead::Content ReadAhead::contentOf(std::string_view path) noexcept {
   Content content;
   try {
-    fill(path, content);
+    fill(std::string(path), content);
   } catch (...) {
     content.size = std::nullopt;
   }

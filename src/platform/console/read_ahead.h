@@ -6,6 +6,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -18,8 +19,8 @@ namespace kiv {
 /// owner's.
 class ReadAhead {
  public:
-  /// The paths are the disk's. Files of more bytes than the limit are left to the run.
-  ReadAhead(std::vector<std::string> paths, std::size_t limit);
+  /// The paths are the disk's; their texts must outlive this. Files of more bytes than the limit are left to the run.
+  ReadAhead(std::vector<std::string_view> paths, std::size_t limit);
   ReadAhead(const ReadAhead&) = delete;
   ReadAhead& operator=(const ReadAhead&) = delete;
   /// Waits for the file under way.
@@ -40,10 +41,10 @@ class ReadAhead {
   };
 
   void run();
-  Content contentOf(const std::string& path) noexcept;
+  Content contentOf(std::string_view path) noexcept;
   void fill(const std::string& path, Content& content);
 
-  const std::vector<std::string> paths_;
+  const std::vector<std::string_view> paths_;
   const std::size_t limit_;
   const std::shared_ptr<Buffers> buffers_;
   std::size_t taken_ = 0;  // for the owner only

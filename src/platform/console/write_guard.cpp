@@ -16,11 +16,35 @@ std::string folderOf(const std::string& path) {
   return separator == std::string::npos ? "." : path.substr(0, separator + 1);
 }
 
+std::size_t hashOf(const FileIdentity& identity) {
+  constexpr std::uint64_t prime = 1000003;
+  return static_cast<std::size_t>(identity.volume * prime + identity.file);
+}
+
 }  // namespace
 
+std::optional<std::uint32_t> WriteGuard::KnownFiles::indexOf(const FileIdentity& identity) const {
+  return index_.find(hashOf(identity), [&](std::uint32_t file) { return files_[file].identity == identity; });
+}
+
+std::optional<std::uint32_t> WriteGuard::KnownFiles::find(const FileIdentity& identity) const {
+  const auto file = indexOf(identity);
+  return file ? std::optional(files_[*file].path) : std::nullopt;
+}
+
+void WriteGuard::KnownFiles::set(const FileIdentity& identity, std::uint32_t path) {
+  if (const auto known = indexOf(identity)) {
+    files_[*known].path = path;
+    return;
+  }
+  index_.add(hashOf(identity), [this](std::uint32_t file) { return hashOf(files_[file].identity); });
+  files_.push_back({identity, path});
+}
+
 void WriteGuard::addInput(const std::string& path, const std::optional<FileIdentity>& identity) {
-  if (const auto known = identity ? identity : identityOf(path)) {
-    inputs_.emplace(*known, path);
+  const auto known = identity ? identity : identityOf(path);
+  if (known && !inputs_.find(*known)) {
+    inputs_.set(*known, paths_.add(path));
   }
 }
 
@@ -36,26 +60,40 @@ std::optional<std::string> WriteGuard::refusal(const std::string& path) {
   if (!identity) {
     return std::nullopt;
   }
-  if (const auto input = inputs_.find(*identity); input != inputs_.end()) {
-    return path + " is not written, as it is the same file as the input " + input->second;
+  if (const auto input = inputs_.find(*identity)) {
+    return path + " is not written, as it is the same file as the input " + std::string(paths_[*input]);
   }
-  if (const auto other = written_.find(*identity); other != written_.end() && other->second != path) {
-    return path + " is not written, as it is the same file as " + other->second + ", which the run has written";
+  if (const auto other = written_.find(*identity); other && paths_[*other] != path) {
+    return path + " is not written, as it is the same file as " + std::string(paths_[*other]) +
+           ", which the run has written";
   }
   return std::nullopt;
 }
 
 void WriteGuard::addWritten(const std::string& path) {
   if (const auto identity = identityOf(path)) {
-    written_.insert_or_assign(*identity, path);
+    written_.set(*identity, paths_.add(path));
   }
 }
 
-bool PageStamps::isSame(const std::string& path, const std::optional<FileStamp>& stamp) {
-  if (!stamp) {
-    return !stamps_.contains(path);
+bool PageStamps::isSame(std::string_view path, const std::optional<FileStamp>& stamp) {
+  const std::uint32_t number = paths_.add(path);
+  if (stamps_.size() <= number) {
+    stamps_.resize(number + std::size_t{1});
   }
-  return stamps_.emplace(path, *stamp).first->second == *stamp;
+  std::optional<FileStamp>& first = stamps_[number];
+  if (!stamp) {
+    return !first;
+  }
+  first = first ? first : stamp;
+  return first == stamp;
+}
+
+void PageStamps::forget(std::string_view path) {
+  const auto number = paths_.find(path);
+  if (number && *number < stamps_.size()) {
+    stamps_[*number].reset();
+  }
 }
 
 }  // namespace kiv

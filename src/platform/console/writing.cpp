@@ -41,31 +41,28 @@ std::optional<std::string> ConsoleSystem::putFile(const std::string& name, std::
 
 void ConsoleSystem::addReplaced(const std::string& name, const std::string& path) {
   guard_.addWritten(path);
-  replacedFiles_.push_back(name);
-  if (!pages_.empty()) {
-    writtenFiles_.push_back({name, path});
-  }
+  writtenFiles_.add(name, path);
 }
 
 std::optional<std::string> ConsoleSystem::replacePage(const std::string& name, std::string_view bytes) {
   settle();
-  const auto page = paths_.find(name);
-  if (page == paths_.end() || journal_ == nullptr) {
+  const auto page = pages_.find(name);
+  if (!page || journal_ == nullptr) {
     return "it is no page of a run that can be undone";
   }
-  if (!stamps_.isSame(page->second)) {
+  const std::string path(*page);
+  if (!stamps_.isSame(path)) {
     return "another program has changed it";
   }
-  const std::string file = coreName(page->second);
-  if (auto failure = journal_->beforeReplace(page->second, replacedPath(file), bytes)) {
+  const std::string file = coreName(path);
+  if (auto failure = journal_->beforeReplace(path, replacedPath(file), bytes)) {
     return failure;
   }
   markTemporaryFiles(journal_->temporaryMark());
   auto failure = GuardedSystem::replaceFile(file, bytes);
   if (!failure) {
-    stamps_.forget(page->second);
-    replacedFiles_.push_back(name);
-    writtenFiles_.push_back({name, page->second});
+    stamps_.forget(path);
+    writtenFiles_.add(name, path);
   }
   return failure;
 }

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include "base/hash_index.h"
+
+namespace kiv {
+
+/// Lists of which most are alike. Each is a number, and what lists have in common from their starts is kept once.
+template <typename Element, typename Hash = std::hash<Element>>
+class SharedLists {
+ public:
+  static constexpr std::uint32_t emptyList = 0;
+
+  /// The list with one more element at its end.
+  std::uint32_t append(std::uint32_t list, const Element& element) {
+    const std::size_t hash = hashOfEnd({list, element});
+    const auto known =
+        index_.find(hash, [&](std::uint32_t end) { return ends_[end].before == list && ends_[end].last == element; });
+    if (known) {
+      return *known + 1;
+    }
+    index_.add(hash, [this](std::uint32_t end) { return hashOfEnd(ends_[end]); });
+    ends_.push_back({list, element});
+    return static_cast<std::uint32_t>(ends_.size());
+  }
+
+  /// Calls visit for each element, the last one first.
+  template <typename Visit>
+  void visitFromEnd(std::uint32_t list, Visit visit) const {
+    for (; list != emptyList; list = ends_[list - 1].before) {
+      visit(ends_[list - 1].last);
+    }
+  }
+  std::vector<Element> elements(std::uint32_t list) const {
+    std::vector<Element> elements;
+    visitFromEnd(list, [&](const Element& element) { elements.push_back(element); });
+    std::reverse(elements.begin(), elements.end());
+    return elements;
+  }
+
+ private:
+  /// The end of the list whose number is one more than its own.
+  struct End {
+    std::uint32_t before = emptyList;
+    Element last;
+  };
+  static std::size_t hashOfEnd(const End& end) {
+    constexpr std::size_t prime = 1000003;
+    return Hash()(end.last) * prime + end.before;
+  }
+
+  std::vector<End> ends_;
+  HashIndex index_;
+};
+
+}  // namespace kiv

@@ -1,0 +1,54 @@
+#include "base/text_table.h"
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+
+namespace kiv {
+namespace {
+
+using Length = std::uint32_t;
+
+constexpr std::size_t blockBytes = 4096;
+
+std::size_t textHash(std::string_view text) {
+  return std::hash<std::string_view>()(text);
+}
+
+}  // namespace
+
+std::optional<std::uint32_t> TextTable::find(std::string_view text) const {
+  return index_.find(textHash(text), [&](std::uint32_t number) { return (*this)[number] == text; });
+}
+
+std::uint32_t TextTable::add(std::string_view text) {
+  if (const auto known = find(text)) {
+    return *known;
+  }
+  texts_.push_back(keep(text));
+  index_.add(textHash(text), [this](std::uint32_t number) { return textHash((*this)[number]); });
+  return static_cast<std::uint32_t>(texts_.size() - 1);
+}
+
+std::string_view TextTable::operator[](std::uint32_t number) const {
+  const char* const text = texts_[number];
+  Length length = 0;
+  std::memcpy(&length, text - sizeof(length), sizeof(length));
+  return {text, length};
+}
+
+const char* TextTable::keep(std::string_view text) {
+  const auto length = static_cast<Length>(text.size());
+  const std::size_t bytes = sizeof(length) + text.size();
+  if (bytes > freeBytes_) {
+    freeBytes_ = std::max(blockBytes, bytes);
+    end_ = blocks_.emplace_back(new char[freeBytes_]).get();
+  }
+  std::memcpy(end_, &length, sizeof(length));
+  const char* const kept = end_ + sizeof(length);
+  end_ = std::copy(text.begin(), text.end(), end_ + sizeof(length));
+  freeBytes_ -= bytes;
+  return kept;
+}
+
+}  // namespace kiv

@@ -1,0 +1,91 @@
+#include "analysis/reported_systems.h"
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "messages/message.h"
+#include "tests/support/fake_host.h"
+
+namespace kiv::test {
+namespace {
+
+/// The systems, each with its number and identifiers, and the number of instruments.
+std::string described(const SystemTable& table) {
+  std::string text = std::to_string(table.instrumentCount) + " instruments";
+  for (const SystemTable::System& system : table.systems) {
+    text += "; " + std::to_string(system.systemNumber) + ":";
+    for (const std::int16_t identifier : table.lists.elements(system.systemInstrList)) {
+      text += " " + std::to_string(identifier);
+    }
+  }
+  return text;
+}
+
+/// What a report gives that is written in pieces: the systems, or the end of the program.
+class ReportedSystemsTest : public ::testing::Test {
+ protected:
+  std::string written(const std::vector<std::string>& pieces) {
+    host.messages.clear();
+    SystemTable table;
+    ReportedSystems systems(table);
+    for (const std::string& piece : pieces) {
+      EXPECT_EQ(systems.write(piece), std::nullopt);
+    }
+    const auto end = endOf(host, [&] { systems.finish(); });
+    return end ? "end: " + host.messages.back().text : described(table);
+  }
+  std::string readBack(const std::string& report) {
+    host.messages.clear();
+    host.addFile("KivSystem2.TXT", report);
+    SystemTable table;
+    const auto end = endOf(host, [&] { phase5(host, 0, table); });
+    return end ? "end: " + host.messages.back().text : described(table);
+  }
+
+  FakeHost host;
+};
+
+TEST_F(ReportedSystemsTest, AreThoseOfTheRecords) {
+  EXPECT_EQ(
+      written({"* SYSTEM=9,INSTRID=9\r\nSYSTEM=1,INSTRID=101\r\n", "SYSTEM=2,INSTRID=101\r\nSYSTEM=1,INSTRID=5\r\n"}),
+      "2 instruments; 1: 101 5; 2: 101");
+  EXPECT_EQ(written({"SYSTEM=1,INST", "RID=5\r", "\nSYSTEM=1,INSTRID=6\rSYSTEM=1,INSTRID=7"}),
+            "3 instruments; 1: 5 6 7");
+}
+
+TEST_F(ReportedSystemsTest, ARecordEndsTheProgramWhenTheReportIsComplete) {
+  EXPECT_EQ(written({"SYSTEM=1,INSTRID=x\r\n", "SYSTEM=y,INSTRID=1\r\n"}), readBack("SYSTEM=1,INSTRID=x\r\n"));
+}
+
+TEST_F(ReportedSystemsTest, AreThoseOfTheReportReadBack) {
+  const std::vector<std::string> parts = {"SYSTEM=",
+                                          "1",
+                                          "2",
+                                          ",INSTRID=",
+                                          "\r\n",
+                                          "\r",
+                                          "\n",
+                                          "*",
+                                          "\r\n",
+                                          "40000",
+                                          "-",
+                                          ",",
+                                          "SYSTEM=1,INSTRID=7\r\n",
+                                          "SYSTEM=2,INSTRID=8\r\n"};
+  std::mt19937 random(5);
+  for (int run = 0; run < 2000; ++run) {
+    std::vector<std::string> pieces;
+    std::string report;
+    for (auto count = random() % 12; count > 0; --count) {
+      pieces.push_back(parts[random() % parts.size()]);
+      report += pieces.back();
+    }
+    EXPECT_EQ(written(pieces), readBack(report)) << report;
+  }
+}
+
+}  // namespace
+}  // namespace kiv::test

@@ -1,0 +1,94 @@
+#include "base/shared_lists.h"
+
+#include <map>
+#include <random>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "base/text_table.h"
+
+namespace kiv {
+namespace {
+
+class SharedListsTest : public ::testing::Test {
+ protected:
+  std::uint32_t listOf(std::string_view word) {
+    std::uint32_t list = SharedLists<char>::emptyList;
+    for (const char letter : word) {
+      list = lists.append(list, letter);
+    }
+    return list;
+  }
+  std::string wordOf(std::uint32_t list) const {
+    std::string word;
+    for (const char letter : lists.elements(list)) {
+      word += letter;
+    }
+    return word;
+  }
+
+  SharedLists<char> lists;
+};
+
+TEST_F(SharedListsTest, AListHasTheElementsThatWereAppended) {
+  const std::uint32_t part = listOf("part");
+  const std::uint32_t party = lists.append(part, 'y');
+  EXPECT_EQ(wordOf(party), "party");
+  EXPECT_EQ(wordOf(part), "part");
+  EXPECT_EQ(wordOf(SharedLists<char>::emptyList), "");
+}
+
+TEST_F(SharedListsTest, EqualListsHaveOneNumber) {
+  const std::uint32_t tree = listOf("tree");
+  EXPECT_NE(listOf("three"), tree);
+  EXPECT_NE(listOf("tre"), tree);
+  EXPECT_EQ(listOf("tree"), tree);
+}
+
+TEST_F(SharedListsTest, ManyListsStayDifferent) {
+  std::mt19937 random(7);
+  std::map<std::string, std::uint32_t> known;
+  for (int run = 0; run < 3000; ++run) {
+    std::string word;
+    for (auto length = random() % 8; length > 0; --length) {
+      word += static_cast<char>('a' + random() % 4);
+    }
+    const std::uint32_t list = known.emplace(word, listOf(word)).first->second;
+    EXPECT_EQ(listOf(word), list);
+    EXPECT_EQ(wordOf(list), word);
+  }
+}
+
+TEST(TextTable, NumbersTextsInTheOrderInWhichTheyAreAdded) {
+  TextTable texts;
+  EXPECT_EQ(texts.add("one"), 0U);
+  EXPECT_EQ(texts.add(""), 1U);
+  EXPECT_EQ(texts.add("one"), 0U);
+  EXPECT_EQ(texts.add("two"), 2U);
+  EXPECT_EQ(texts[1], "");
+  EXPECT_EQ(texts[2], "two");
+  EXPECT_EQ(texts.find("two"), 2U);
+  EXPECT_EQ(texts.find("three"), std::nullopt);
+  EXPECT_EQ(texts.size(), 3U);
+}
+
+TEST(TextTable, KeepsVeryManyAndVeryLongTextsWhereTheyAre) {
+  TextTable first;
+  const std::string longText(100000, 'x');
+  const std::string_view kept = first[first.add(longText)];
+  for (std::uint32_t number = 1; number < 5000; ++number) {
+    EXPECT_EQ(first.add("text " + std::to_string(number)), number);
+  }
+  const TextTable moved = std::move(first);
+  EXPECT_EQ(kept, longText);
+  EXPECT_EQ(moved.find(longText), 0U);
+  EXPECT_EQ(moved[4999], "text 4999");
+  EXPECT_EQ(moved.find("text 2500"), 2500U);
+}
+
+}  // namespace
+}  // namespace kiv
