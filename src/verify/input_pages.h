@@ -31,6 +31,8 @@ class InputPages {
     bool isUsed = true;
   };
 
+  static void divide(LoadedPage loaded, Page& page);
+
   PageLoader load_;
   std::map<std::string, Page> pages_;
 };

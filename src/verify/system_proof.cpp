@@ -32,7 +32,7 @@ std::optional<ProvedResults> proveSystemBySystem(const ReportedSystems& reported
 void countItems(const ExpectedPage& page, Counts& counts) {
   counts.barlines += page.barlines;
   for (const ExpectedItem& item : page.items) {
-    ++(item.origin.file.empty() ? counts.added : counts.carried);
+    ++(item.origin.isInput() ? counts.carried : counts.added);
   }
 }
 
