@@ -39,12 +39,12 @@ LoadedPage GroupPages::readInput(const std::string& name, std::size_t all) {
   return page;
 }
 
-std::optional<Finding> GroupPages::derive(const SelectedFiles& selected, std::size_t reportSize) {
+std::optional<Finding> GroupPages::derive(const SelectedFiles& selected, const ReportSink& report) {
   const std::set<std::string> names(selected.names.begin(), selected.names.end());
   const SelectedPages pages = pagesOf(machine_, selected.names);
   std::optional<Finding> failure = selected.failure;
   if (!failure) {
-    failure = pages.failure ? pages.failure : deriveFrom(pages.pages, names.size(), reportSize);
+    failure = pages.failure ? pages.failure : deriveFrom(pages.pages, names.size(), report);
   }
   for (const std::string& name : names) {
     if (!inputs_.contains(name)) {
@@ -56,7 +56,7 @@ std::optional<Finding> GroupPages::derive(const SelectedFiles& selected, std::si
 }
 
 std::optional<Finding> GroupPages::deriveFrom(const std::vector<PageFiles>& pages, std::size_t all,
-                                              std::size_t reportSize) {
+                                              const ReportSink& report) {
   LoadedPages files;
   const auto filesOf = [&](const PageFiles& page) -> const LoadedPages& {
     files.clear();
@@ -67,7 +67,7 @@ std::optional<Finding> GroupPages::deriveFrom(const std::vector<PageFiles>& page
     }
     return files;
   };
-  derived_ = deriveAnalysis(machine_, pages, filesOf, reportSize);
+  derived_ = deriveAnalysis(machine_, pages, filesOf, report);
   if (derived_.failure) {
     return derived_.failure;
   }

@@ -38,20 +38,17 @@ class GroupPages {
   /// Loads a page file, and notes whether it has changed since it was loaded first.
   LoadedPage load(const std::string& name);
   /// Reads all inputs, and derives report, verdict and first clefs. Returns why no analysis can be made of them.
-  /// The report is likely to have that many bytes.
-  std::optional<Finding> derive(const SelectedFiles& selected, std::size_t reportSize);
+  std::optional<Finding> derive(const SelectedFiles& selected, const ReportSink& report);
 
   const std::map<std::string, InputFacts>& inputs() const { return inputs_; }
   const DerivedAnalysis& analysis() const { return derived_; }
-  /// The derived report, which is forgotten here.
-  std::string takeReport() { return std::move(derived_.report); }
   FirstClefs& firstClefs() { return firstClefs_; }
   /// The files that had another content when they were loaded again.
   const std::set<std::string>& changed() const { return changed_; }
 
  private:
   LoadedPage readInput(const std::string& name, std::size_t all);
-  std::optional<Finding> deriveFrom(const std::vector<PageFiles>& pages, std::size_t all, std::size_t reportSize);
+  std::optional<Finding> deriveFrom(const std::vector<PageFiles>& pages, std::size_t all, const ReportSink& report);
 
   Files& files_;
   Machine& machine_;

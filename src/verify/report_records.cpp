@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "verify/numbers.h"
-#include "verify/text_lines.h"
 
 namespace kiv::proof {
 namespace {
@@ -40,24 +39,19 @@ std::optional<std::pair<Record, std::string_view>> recordIn(std::string_view lin
 
 }  // namespace
 
-Records readRecords(std::string_view report) {
-  Records records;
-  int number = 0;
-  for (const std::string_view line : linesOf(report)) {
-    ++number;
-    if (line.starts_with('*')) {
-      continue;
-    }
-    if (auto known = recordIn(line)) {
-      auto& [record, name] = *known;
-      const bool isSameFile = !records.staves.empty() && *records.staves.back().file == name;
-      record.file = isSameFile ? records.staves.back().file : &*records.files.emplace(name).first;
-      records.staves.push_back(record);
-    } else {
-      records.errors.push_back("line " + std::to_string(number) + " is no record of a staff");
-    }
+void RecordReader::addLine(std::string_view line) {
+  ++lines_;
+  if (line.starts_with('*')) {
+    return;
   }
-  return records;
+  if (auto known = recordIn(line)) {
+    auto& [record, name] = *known;
+    const bool isSameFile = !records_.staves.empty() && *records_.staves.back().file == name;
+    record.file = isSameFile ? records_.staves.back().file : &*records_.files.emplace(name).first;
+    records_.staves.push_back(record);
+  } else {
+    records_.errors.push_back("line " + std::to_string(lines_) + " is no record of a staff");
+  }
 }
 
 }  // namespace kiv::proof

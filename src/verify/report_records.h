@@ -4,6 +4,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kiv::proof {
@@ -31,6 +32,16 @@ struct Records {
   std::vector<std::string> errors;  ///< lines that are neither records nor comments, as phrases
 };
 
-Records readRecords(std::string_view report);
+/// Reads the records of a report that comes line by line.
+class RecordReader {
+ public:
+  void addLine(std::string_view line);
+  /// The records of all lines that were added.
+  Records take() && { return std::move(records_); }
+
+ private:
+  Records records_;
+  int lines_ = 0;  // that were added
+};
 
 }  // namespace kiv::proof

@@ -9,11 +9,10 @@
 #include <utility>
 
 #include "base/sha256.h"
-#include "platform/bounded_file.h"
 #include "verify/compare_items.h"
 #include "verify/compare_layout.h"
-#include "verify/compare_report.h"
 #include "verify/expected_pages.h"
+#include "verify/found_texts.h"
 #include "verify/group_pages.h"
 #include "verify/input_pages.h"
 #include "verify/other_results.h"
@@ -21,12 +20,10 @@
 #include "verify/result_names.h"
 #include "verify/selected_files.h"
 #include "verify/system_proof.h"
+#include "verify/text_lines.h"
 
 namespace kiv::proof {
 namespace {
-
-constexpr const char* reportName = "KivSystem2.TXT";
-constexpr const char* verdictName = "KivSystem1.TXT";
 
 class Verifier {
  public:
@@ -43,10 +40,9 @@ class Verifier {
  private:
   void report(const std::string& file, const std::string& what) { verification_.findings.push_back({file, 0, what}); }
   void report(const std::vector<Finding>& findings);
-  std::optional<std::string> readText(const std::string& name, std::size_t limit);
   void digest(const std::string& name, std::string_view bytes);
   void addInputs();
-  void compareTexts(const std::optional<std::string>& reportText, const std::optional<std::string>& verdictText);
+  std::optional<Finding> derive(const std::string& namesFile, FoundTexts& texts);
   void groupRecords();
   bool readResults();
   bool numbersAreShown();
@@ -80,16 +76,6 @@ void Verifier::digest(const std::string& name, std::string_view bytes) {
   verification_.files.push_back({name, sha256(bytes)});
 }
 
-std::optional<std::string> Verifier::readText(const std::string& name, std::size_t limit) {
-  BoundedContent text = readBounded(files_, name, limit);
-  if (text.bytes) {
-    digest(name, *text.bytes);
-  } else {
-    report(name, text.isTooLarge ? tooLarge(limit, "this file") : "cannot be read");
-  }
-  return std::move(text.bytes);
-}
-
 void Verifier::addInputs() {
   verification_.counts.inputs = group_.inputs().size();
   for (const auto& [name, input] : group_.inputs()) {
@@ -99,15 +85,19 @@ void Verifier::addInputs() {
   }
 }
 
-/// With a report of other pages, the verdict is that of others, too.
-void Verifier::compareTexts(const std::optional<std::string>& reportText,
-                            const std::optional<std::string>& verdictText) {
-  const auto onReport =
-      reportText ? compareReport(reportName, *reportText, group_.analysis().report) : std::vector<Finding>();
-  report(onReport);
-  if (onReport.empty() && verdictText) {
-    report(compareVerdict(verdictName, *verdictText, group_.analysis().verdict));
-  }
+/// Derives the analysis and compares the texts with it. Returns why no analysis can be made.
+std::optional<Finding> Verifier::derive(const std::string& namesFile, FoundTexts& texts) {
+  RecordReader records;
+  const auto onReport = [&](std::string_view lines) {
+    for (const std::string_view line : linesOf(lines)) {
+      texts.expect(line);
+      records.addLine(line);
+    }
+  };
+  auto failure = group_.derive(selectedFilesOf(files_, machine_, namesFile), onReport);
+  texts.finish();
+  records_ = std::move(records).take();
+  return failure;
 }
 
 /// Groups the records by system. The systems must be numbered without a gap.
@@ -269,17 +259,16 @@ void Verifier::compare() {
 }
 
 Verification Verifier::run(const std::string& namesFile) {
-  auto reportText = readText(reportName, most_bytes::report);
-  const auto verdictText = readText(verdictName, most_bytes::verdict);
-  const auto failure = group_.derive(selectedFilesOf(files_, machine_, namesFile), reportText ? reportText->size() : 0);
+  FoundTexts texts(files_);
+  const auto failure = derive(namesFile, texts);
+  report(texts.unreadable());
+  verification_.files = texts.digests();
   addInputs();
   if (failure) {
     verification_.findings.push_back(*failure);
     return std::move(verification_);
   }
-  compareTexts(reportText, verdictText);
-  reportText.reset();  // it is the largest text of all, as is the derived one
-  records_ = readRecords(group_.takeReport());
+  report(texts.differences(group_.analysis().verdict));
   std::for_each(records_.errors.begin(), records_.errors.end(), [&](const auto& what) { report(reportName, what); });
   report(compareWithList(records_.staves, conversion_.listed));
   groupRecords();
