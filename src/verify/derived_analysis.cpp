@@ -58,18 +58,20 @@ std::string reportOfPage(Machine& machine, const std::vector<PageRow>& rows, Der
 
 }  // namespace
 
-DerivedAnalysis deriveAnalysis(Machine& machine, const std::vector<PageFiles>& pages, const FilesOfPage& filesOf,
+DerivedAnalysis deriveAnalysis(Machine& machine, const SelectedPages& pages, const FilesOfPage& filesOf,
                                const ReportSink& report) {
   DerivedAnalysis derived;
   DerivedVerdict verdict;
   report(std::string(headOfReport) + lineEnd);
-  for (const PageFiles& page : pages) {
+  for (std::size_t i = 0; i < pages.size(); ++i) {
+    const PageFiles page = pages.page(i);
     report(inZones(machine, {page.name, page.letters, page.folder}) + lineEnd);
     verdict.addPage(page);
   }
   report(separator);
   std::int16_t base = 0;
-  for (const PageFiles& page : pages) {
+  for (std::size_t i = 0; i < pages.size(); ++i) {
+    const PageFiles page = pages.page(i);
     PageRows rows = rowsOf(page, filesOf(page));
     if (!rows.failed()) {
       findSystems(page, base, rows);

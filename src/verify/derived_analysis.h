@@ -29,7 +29,7 @@ using ReportSink = std::function<void(std::string_view lines)>;
 using FilesOfPage = std::function<const LoadedPages&(const PageFiles&)>;
 
 /// Derives the analysis of pages. Asks for the files of one page after the other, each once, up to a failure.
-DerivedAnalysis deriveAnalysis(Machine& machine, const std::vector<PageFiles>& pages, const FilesOfPage& filesOf,
+DerivedAnalysis deriveAnalysis(Machine& machine, const SelectedPages& pages, const FilesOfPage& filesOf,
                                const ReportSink& report);
 
 }  // namespace kiv::proof

@@ -8,8 +8,8 @@ namespace {
 /// The real staves of a system.
 SystemModel modelOf(const ReportedSystems& reported, std::size_t index, GroupKnowledge& group) {
   SystemModel model(group, reported.firstClefs);
-  for (const Record* record : reported.systems[index]) {
-    model.addStaff(*record, *reported.itemsOf(*record));
+  for (const Record& record : reported.systems[index]) {
+    model.addStaff(record, reported.records.fileOf(record), *reported.itemsOf(record));
   }
   model.prepare();
   return model;

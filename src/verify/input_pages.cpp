@@ -24,18 +24,14 @@ void InputPages::divide(LoadedPage loaded, Page& page) {
 const std::vector<PageItem>& InputPages::staff(const std::string& file, float number) {
   const auto [entry, isNew] = pages_.try_emplace(file);
   Page& page = entry->second;
-  page.isUsed = true;
   if (isNew) {
     divide(load_(file), page);
   }
   return page.staves[number];
 }
 
-void InputPages::forgetUnused() {
-  std::erase_if(pages_, [](const auto& entry) { return !entry.second.isUsed; });
-  for (auto& [file, page] : pages_) {
-    page.isUsed = false;
-  }
+void InputPages::keepOnly(const std::set<std::string_view>& files) {
+  std::erase_if(pages_, [&](const auto& entry) { return !files.contains(entry.first); });
 }
 
 }  // namespace kiv::proof

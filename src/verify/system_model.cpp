@@ -34,27 +34,27 @@ void SystemModel::addReplaced(ModelStaff& staff, const Item& barline) {
   staff.barlines.push_back({barline, {}, order_++});
 }
 
-void SystemModel::addStaff(const Record& record, const std::vector<PageItem>& items) {
+void SystemModel::addStaff(const Record& record, const std::string& file, const std::vector<PageItem>& items) {
   ModelStaff staff;
   staff.number = record.newStaff;
   staff.items.reserve(items.size() + 1);  // barlines and an identifier are added, as many barlines as left out
   int staffItems = 0;
   for (const PageItem& read : items) {
     if (isBarline(read.item)) {
-      staff.barlines.push_back({read.item, {record.file, read.number}, order_++});
+      staff.barlines.push_back({read.item, {&file, read.number}, order_++});
       continue;
     }
     if (read.item.type() == ItemType::staff) {
       staff.staff = read.item;
       ++staffItems;
     }
-    staff.items.push_back({read.item, {record.file, read.number}, order_++});
+    staff.items.push_back({read.item, {&file, read.number}, order_++});
   }
   if (staffItems != 1) {
-    fail("staff " + std::to_string(record.staff) + " of " + *record.file + " has " + std::to_string(staffItems) +
+    fail("staff " + std::to_string(record.staff) + " of " + file + " has " + std::to_string(staffItems) +
          " staff items");
   } else if (roundedTo16Bits(staff.instrument()) != record.instrument) {
-    fail("staff " + std::to_string(record.staff) + " of " + *record.file + " is of instrument " +
+    fail("staff " + std::to_string(record.staff) + " of " + file + " is of instrument " +
          generalForm(staff.instrument()) + ", which the report calls " + std::to_string(record.instrument));
   }
   staves_.push_back(std::move(staff));

@@ -26,7 +26,7 @@ class DerivedAnalysisTest : public ::testing::Test {
     }
     derivedReport.clear();
     return proof::deriveAnalysis(
-        host, proof::pagesOf(host, inputs).pages,
+        host, proof::SelectedPages(host, inputs),
         [&](const proof::PageFiles&) -> const proof::LoadedPages& { return files; },
         [this](std::string_view lines) { derivedReport += lines; });
   }
