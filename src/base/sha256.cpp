@@ -140,7 +140,7 @@ void Sha256::update(std::string_view bytes) {
   }
 }
 
-std::string Sha256::hexDigest() {
+Sha256Digest Sha256::digest() {
   const std::uint64_t bits = allBytes_ * 8;
   constexpr std::size_t lengthBytes = 8;
   std::string tail("\x80", 1);
@@ -149,20 +149,35 @@ std::string Sha256::hexDigest() {
     tail += static_cast<char>(bits >> 8 * (lengthBytes - 1 - i) & 0xFFU);
   }
   update(tail);
-  constexpr std::string_view digits = "0123456789abcdef";
-  std::string hex;
-  for (const std::uint32_t word : state_) {
-    for (int shift = 28; shift >= 0; shift -= 4) {
-      hex += digits[word >> static_cast<unsigned>(shift) & 0xFU];
-    }
+  Sha256Digest digest{};
+  for (std::size_t i = 0; i < digest.size(); ++i) {
+    digest[i] = static_cast<unsigned char>(state_[i / 4] >> 8 * (3 - i % 4) & 0xFFU);
   }
-  return hex;
+  return digest;
+}
+
+std::string Sha256::hexDigest() {
+  return hexDigits(digest());
 }
 
 std::string sha256(std::string_view bytes) {
-  Sha256 digest;
-  digest.update(bytes);
-  return digest.hexDigest();
+  return hexDigits(digestOf(bytes));
+}
+
+Sha256Digest digestOf(std::string_view bytes) {
+  Sha256 sha;
+  sha.update(bytes);
+  return sha.digest();
+}
+
+std::string hexDigits(const Sha256Digest& digest) {
+  constexpr std::string_view digits = "0123456789abcdef";
+  std::string hex;
+  for (const unsigned char byte : digest) {
+    hex += digits[byte >> 4U];
+    hex += digits[byte & 0xFU];
+  }
+  return hex;
 }
 
 }  // namespace kiv

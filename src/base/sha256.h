@@ -8,11 +8,16 @@
 
 namespace kiv {
 
+/// A digest as it is, in half the memory that its digits take.
+using Sha256Digest = std::array<unsigned char, 32>;
+
 /// The SHA-256 digest of bytes that come in pieces.
 class Sha256 {
  public:
   void update(std::string_view bytes);
-  /// The digest of all bytes so far as 64 lower-case hexadecimal digits. Nothing may be added afterwards.
+  /// The digest of all bytes so far. Nothing may be added afterwards.
+  Sha256Digest digest();
+  /// The same as 64 lower-case hexadecimal digits.
   std::string hexDigest();
 
  private:
@@ -27,7 +32,11 @@ class Sha256 {
   std::uint64_t allBytes_ = 0;
 };
 
-/// The digest of these bytes.
+/// The digest of these bytes as 64 lower-case hexadecimal digits.
 std::string sha256(std::string_view bytes);
+/// The same as it is.
+Sha256Digest digestOf(std::string_view bytes);
+/// A digest as 64 lower-case hexadecimal digits.
+std::string hexDigits(const Sha256Digest& digest);
 
 }  // namespace kiv

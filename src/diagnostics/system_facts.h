@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -38,6 +39,10 @@ class SystemFacts {
   void add(std::int16_t system, StaffFact staff);
   /// The systems in the order in which they first appeared.
   std::vector<SystemFact> systems() && { return std::move(systems_); }
+  /// Gives away the systems so far, of which no staff will be added any more.
+  std::vector<SystemFact> takeSystems();
+  /// Forgets the files so far, of which no staff will be added any more.
+  void forgetFiles() { occurrences_.clear(); }
 
  private:
   std::vector<SystemFact> systems_;
@@ -51,5 +56,12 @@ class SystemFacts {
 /// The systems of the report in the current folder, in the order of the pages. Never ends the program: no report, or
 /// an I/O error in it, gives no systems, and a record without whole numbers of 16 bits is skipped.
 std::vector<SystemFact> readSystemFacts(Files& files);
+
+/// Is given a system of the report.
+using SystemFactVisitor = std::function<void(const SystemFact&)>;
+
+/// Gives the same systems, one by one: only one is in memory at a time, if the staves of each system and those of each
+/// file follow each other. False when an I/O error has ended the report; then those that were given do not count.
+bool forEachSystemFact(Files& files, const SystemFactVisitor& visit);
 
 }  // namespace kiv

@@ -94,7 +94,7 @@ CodedStaff Encoder::encodeStaff(const StaffEvidence& staff, std::optional<float>
   }
   CodedStaff coded;
   coded.id = staff.id;
-  coded.name = nameCode(staff.name);
+  coded.name = nameCode(staff.name.text());
   coded.shownNumber = staff.shownNumber ? toInt16(*staff.shownNumber).value_or(0) : std::int16_t{0};
   // A staff without a brace says something, too.
   coded.features = {code(Feature::clef, clef),
@@ -111,6 +111,7 @@ CodedSystem Encoder::encodeSystem(const SystemEvidence& system) {
   const auto key = keyOf(system);
   std::map<std::int16_t, int> counts;
   CodedSystem coded;
+  coded.reserve(system.staves.size());
   for (const StaffEvidence& staff : system.staves) {
     coded.push_back(encodeStaff(staff, key));
     ++counts[staff.id];

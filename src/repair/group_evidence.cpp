@@ -2,6 +2,7 @@
 
 #include <map>
 #include <set>
+#include <unordered_map>
 #include <utility>
 
 #include "diagnostics/system_facts.h"
@@ -27,11 +28,14 @@ class EvidenceGatherer {
  private:
   const ReadPage& page(const std::string& file);
   StaffEvidence describe(const StaffFact& fact);
+  SharedText shared(const std::string& text);
   void forgetOthers(const SystemFact& system);
 
   Files& files_;
   FileBuffer buffer_;
-  std::map<std::string, ReadPage> pages_;  // those of the system that is added
+  SharedText lastFile_;                                // its staves mostly follow each other
+  std::unordered_map<std::string, SharedText> texts_;  // numbers and names of staves
+  std::map<std::string, ReadPage> pages_;              // those of the system that is added
 };
 
 const ReadPage& EvidenceGatherer::page(const std::string& file) {
@@ -43,10 +47,17 @@ const ReadPage& EvidenceGatherer::page(const std::string& file) {
   return pages_.emplace(file, ReadPage{describeStaves(bytes), findSigns(bytes)}).first->second;
 }
 
+SharedText EvidenceGatherer::shared(const std::string& text) {
+  return text.empty() ? SharedText() : texts_.try_emplace(text, text).first->second;
+}
+
 StaffEvidence EvidenceGatherer::describe(const StaffFact& fact) {
   StaffEvidence evidence;
-  evidence.file = fact.file;
-  evidence.staff = fact.staff;
+  if (fact.file != lastFile_.text()) {
+    lastFile_ = SharedText(fact.file);
+  }
+  evidence.file = lastFile_;
+  evidence.staff = shared(fact.staff);
   evidence.id = fact.instrument;
   const ReadPage& read = page(fact.file);
   const DescribedStaff* staff = findListed(read.staves, fact);
@@ -54,7 +65,7 @@ StaffEvidence EvidenceGatherer::describe(const StaffFact& fact) {
     return evidence;
   }
   evidence.item = staff->place.item;
-  evidence.name = staff->beside;
+  evidence.name = shared(staff->beside);
   evidence.lines = staff->lines;
   evidence.size = staff->size;
   if (!staff->clefs.empty()) {
@@ -84,16 +95,17 @@ void EvidenceGatherer::forgetOthers(const SystemFact& system) {
 
 GroupEvidence EvidenceGatherer::gather() {
   GroupEvidence group;
-  for (const SystemFact& system : readSystemFacts(files_)) {
+  const bool isRead = forEachSystemFact(files_, [&](const SystemFact& system) {
     forgetOthers(system);
     SystemEvidence evidence;
     evidence.number = system.number;
+    evidence.staves.reserve(system.staves.size());
     for (const StaffFact& fact : system.staves) {
       evidence.staves.push_back(describe(fact));
     }
     group.push_back(std::move(evidence));
-  }
-  return group;
+  });
+  return isRead ? std::move(group) : GroupEvidence();
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -9,6 +10,22 @@
 #include "platform/files.h"
 
 namespace kiv {
+
+/// A text that many staves have, which is in memory once.
+class SharedText {
+ public:
+  SharedText() = default;
+  explicit SharedText(const std::string& text)
+      : text_(text.empty() ? nullptr : std::make_shared<const std::string>(text)) {}
+
+  const std::string& text() const {
+    static const std::string none;
+    return text_ ? *text_ : none;
+  }
+
+ private:
+  std::shared_ptr<const std::string> text_;  // null without a character
+};
 
 /// A cue marker of a staff.
 struct CueEvidence {
@@ -20,11 +37,11 @@ struct CueEvidence {
 
 /// What a page says about one staff: all evidence of its instrument. What it does not say is empty.
 struct StaffEvidence {
-  std::string file;              ///< full name
-  std::string staff;             ///< its number in the file, in general number form
+  SharedText file;               ///< full name
+  SharedText staff;              ///< its number in the file, in general number form
   int item = 0;                  ///< the number of its staff item, from 1; 0 when the page does not hold it any more
   std::int16_t id = 0;           ///< the instrument identifier as it stands in the page, not negative
-  std::string name;              ///< the text left of it
+  SharedText name;               ///< the text left of it
   std::optional<ClefForm> clef;  ///< the first one
   std::optional<float> lines;
   std::optional<float> size;

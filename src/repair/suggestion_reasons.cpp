@@ -69,8 +69,8 @@ void SuggestionReasons::collectPlacesAndNames() {
     for (std::size_t i = 0; i < group_[s].staves.size(); ++i) {
       const std::int16_t id = decided_[s][i];
       places_[id].emplace_back(s, i);
-      if (id != 0 && !group_[s].staves[i].name.empty()) {
-        texts[id].add(group_[s].staves[i].name, NamePlace::besideStaff);
+      if (id != 0 && !group_[s].staves[i].name.text().empty()) {
+        texts[id].add(group_[s].staves[i].name.text(), NamePlace::besideStaff);
       }
     }
   }
@@ -127,7 +127,7 @@ std::vector<std::string> SuggestionReasons::looks(std::size_t system, std::size_
   const auto tells = [&](Feature feature) { return there.featureScore(coded, feature, knowledge_.group) > telling; };
   std::vector<std::string> words;
   if (there.nameScore(coded, knowledge_.group) > telling) {
-    words.push_back("named \"" + evidence.name + "\"");
+    words.push_back("named \"" + evidence.name.text() + "\"");
   }
   if (evidence.clef && tells(Feature::clef)) {
     words.push_back(clefWords(*evidence.clef));

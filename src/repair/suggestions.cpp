@@ -44,7 +44,7 @@ class Suggester {
   DamageRates rates_;
   std::vector<KnownInstrument> instruments_;
   std::set<std::int16_t> known_;
-  std::vector<SystemDecisions> decisions_;
+  std::vector<SystemDecisions> decisions_;  // none for a system in which nothing is wrong
   DecidedIds decided_;
   Suggestions suggestions_;
 };
@@ -73,29 +73,33 @@ bool Suggester::hasSeveralNumberings() const {
 void Suggester::decideStaves() {
   const Confidence surest = hasSeveralNumberings() ? Confidence::likely : Confidence::sure;
   for (std::size_t s = 0; s < group_.size(); ++s) {
-    decisions_.push_back(decideSystem({coded_, layout_, instruments_, rates_}, known_, s));
-    decided_.emplace_back();
+    SystemDecisions decisions = decideSystem({coded_, layout_, instruments_, rates_}, known_, s);
+    decided_.emplace_back().reserve(group_[s].staves.size());
     for (std::size_t i = 0; i < group_[s].staves.size(); ++i) {
-      auto& decision = decisions_[s][i];
+      auto& decision = decisions[i];
       if (decision) {
         decision->confidence = std::max(decision->confidence, surest);
       }
       const std::int16_t written = group_[s].staves[i].id;
       decided_[s].push_back(!decision ? written : decision->instrument ? decision->instrument->id : std::int16_t{0});
     }
+    const bool isWrong =
+        std::any_of(decisions.begin(), decisions.end(), [](const auto& one) { return one.has_value(); });
+    decisions_.push_back(isWrong ? std::move(decisions) : SystemDecisions());
   }
 }
 
 DoubtfulId Suggester::placeOf(std::size_t system, std::size_t staff, IdProblem problem) const {
   const StaffEvidence& evidence = group_[system].staves[staff];
-  return {evidence.file, group_[system].number, evidence.staff, evidence.item, false, problem, evidence.id};
+  return {evidence.file.text(), group_[system].number, evidence.staff.text(), evidence.item, false, problem,
+          evidence.id};
 }
 
 void Suggester::addStaff(std::size_t system, std::size_t staff, const SuggestionReasons& reasons) {
-  const auto& decision = decisions_[system][staff];
-  if (!decision) {
+  if (decisions_[system].empty() || !decisions_[system][staff]) {
     return;
   }
+  const auto& decision = decisions_[system][staff];
   const DoubtfulId at = placeOf(system, staff, decision->problem);
   if (decision->instrument) {
     suggestions_.corrections.push_back({at, decision->instrument->id, decision->confidence, decision->margin,

@@ -5,6 +5,7 @@
 #include <set>
 #include <utility>
 
+#include "analysis/records_in_memory.h"
 #include "analysis/report_index.h"
 #include "diagnostics/group_facts.h"
 #include "diagnostics/warnings.h"
@@ -89,7 +90,7 @@ class ReportGatherer {
   const ReportHost& host_;
   const ReportRequest& request_;
   const CsvWriter& csv_;
-  OverlayFiles files_;           // report and verdict are not asked for
+  RecordsInMemory files_;        // report and verdict are not asked for
   OverlayFiles correctedFiles_;  // with the pages as the reader's table makes them
   ProgressUser user_;
   NoPrograms programs_;

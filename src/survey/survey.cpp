@@ -6,6 +6,7 @@
 #include <tuple>
 #include <utility>
 
+#include "analysis/records_in_memory.h"
 #include "diagnostics/group_facts.h"
 #include "diagnostics/page_validation.h"
 #include "input/file_names.h"
@@ -85,7 +86,7 @@ class PieceSurvey {
   std::string shownPage(const std::vector<std::string>& pages, const BadPage& bad, const Message& message) const;
 
   Machine& machine_;
-  OverlayFiles files_;
+  RecordsInMemory files_;
   SilentUser user_;
   NoPrograms programs_;
   KivSystem program_;

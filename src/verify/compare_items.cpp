@@ -181,9 +181,9 @@ void ItemComparison::report(ItemIndex found, const std::string& what) {
 
 std::string ItemComparison::nameOf(const ExpectedItem& expected) const {
   const std::string type = nameOfType(expected.item.type());
-  return expected.origin.file.empty()
-             ? "the " + type + " that a conversion adds at " + generalForm(expected.item[par::position])
-             : "item " + std::to_string(expected.origin.number) + " of " + expected.origin.file + " (" + type + ")";
+  return expected.origin.isInput()
+             ? "item " + std::to_string(expected.origin.number) + " of " + *expected.origin.file + " (" + type + ")"
+             : "the " + type + " that a conversion adds at " + generalForm(expected.item[par::position]);
 }
 
 std::vector<Finding> ItemComparison::findings() {
@@ -215,26 +215,25 @@ bool isAsExpected(const ResultPage& result) {
   if (!areSameItems) {
     return false;
   }
-  std::vector<Item> items;
-  items.reserve(expected.size());
+  PageBytes bytes;
   for (const ExpectedItem& item : expected) {
-    items.push_back(item.item);
+    bytes.add(item.item);
   }
-  return pageOf(items) == result.found.bytes;
+  return std::move(bytes).complete() == result.found.bytes;
 }
 
 std::vector<Finding> compareBytes(const ResultPage& result) {
   const auto& found = result.found.items;
   const auto& expected = result.expected.items;
-  std::vector<Item> items;
+  PageBytes page;
   for (std::size_t i = 0; i < expected.size(); ++i) {
     const Item& item = expected[i].item;
     if (itemKey(item) != itemKey(found[i].item) || item[par::staff] != found[i].item[par::staff]) {
       return {{result.name, found[i].number, "stands where another item belongs"}};
     }
-    items.push_back(item);
+    page.add(item);
   }
-  const std::string bytes = pageOf(items);
+  const std::string bytes = std::move(page).complete();
   if (bytes == result.found.bytes) {
     return {};
   }

@@ -9,8 +9,7 @@ namespace kiv::proof {
 namespace {
 
 constexpr std::size_t mostLines = 3;  // that are reported one by one
-
-using Lines = std::vector<std::string_view>;
+constexpr std::size_t crLf = 2;       // bytes
 
 /// Whether a text has the form of another, in which each 0 stands for a digit, and each 9 for one or more.
 bool hasForm(std::string_view text, std::string_view form) {
@@ -33,79 +32,110 @@ bool isHead(std::string_view line) {
   return line.starts_with(head) && hasForm(line.substr(head.size()), "v9.9.9.9   00-00-0000   00:00:00");
 }
 
-/// The line where the pages end that the head of a report lists.
-std::size_t endOfPages(const Lines& lines) {
-  const auto end = std::find_if(lines.begin(), lines.end(), [](auto line) { return line.starts_with("* ==="); });
-  return static_cast<std::size_t>(end - lines.begin());
+/// Whether the list of the pages ends here, in the head of a report.
+bool isEndOfPages(std::string_view line) {
+  return line.starts_with("* ===");
 }
 
-std::string quoted(const Lines& lines, std::size_t i) {
-  return i < lines.size() ? "\"" + std::string(lines[i]) + "\"" : "missing";
+using OptionalLine = std::optional<std::string_view>;
+
+std::string quoted(const OptionalLine& line) {
+  return line ? "\"" + std::string(*line) + "\"" : "missing";
 }
 
-std::string lineDiffers(const Lines& found, const Lines& expected, std::size_t i) {
-  return "line " + std::to_string(i + 1) + " is " + quoted(found, i) + "; by an analysis of the inputs it is " +
-         quoted(expected, i);
+std::string lineDiffers(const OptionalLine& found, const OptionalLine& expected, std::size_t index) {
+  return "line " + std::to_string(index + 1) + " is " + quoted(found) + "; by an analysis of the inputs it is " +
+         quoted(expected);
 }
 
-/// The indices of the lines that differ, from first on.
-std::vector<std::size_t> differences(const Lines& found, const Lines& expected, std::size_t first) {
-  std::vector<std::size_t> all;
-  for (std::size_t i = first; i < std::max(found.size(), expected.size()); ++i) {
-    if (i >= found.size() || i >= expected.size() || found[i] != expected[i]) {
-      all.push_back(i);
-    }
-  }
-  return all;
-}
-
-/// The findings on texts whose lines are the same from first on, or differ.
-std::vector<Finding> findingsOn(const std::string& name, const Lines& found, const Lines& expected, std::size_t first) {
-  const auto different = differences(found, expected, first);
-  if (different.size() > mostLines) {
+/// The findings on a text by the number of lines that differ, and phrases about the first of them.
+std::vector<Finding> findingsOn(const std::string& name, const std::vector<std::string>& phrases,
+                                std::size_t different) {
+  if (different > mostLines) {
     return {{name, 0,
-             "is not that of these pages as they are now: " + std::to_string(different.size()) +
-                 " lines differ, of which " + lineDiffers(found, expected, different.front())}};
+             "is not that of these pages as they are now: " + std::to_string(different) + " lines differ, of which " +
+                 phrases.front()}};
   }
   std::vector<Finding> findings;
-  findings.reserve(different.size());
-  for (const std::size_t i : different) {
-    findings.push_back({name, 0, lineDiffers(found, expected, i)});
+  findings.reserve(phrases.size());
+  for (const std::string& phrase : phrases) {
+    findings.push_back({name, 0, phrase});
   }
   return findings;
 }
 
 /// Reports lines that end otherwise than with CR LF, where the lines themselves are right.
-std::vector<Finding> compareLineEnds(const std::string& name, std::string_view found, std::string_view expected) {
-  if (found.substr(std::min(found.find_first_of("\r\n"), found.size())) ==
-      expected.substr(std::min(expected.find_first_of("\r\n"), expected.size()))) {
-    return {};
-  }
+std::vector<Finding> otherLineEnds(const std::string& name) {
   return {{name, 0, "ends its lines otherwise than an analysis does"}};
 }
 
 }  // namespace
 
-std::vector<Finding> compareReport(const std::string& name, std::string_view found, std::string_view expected) {
-  const Lines ours = linesOf(expected);
-  const Lines theirs = linesOf(found);
-  if (theirs.empty() || !isHead(theirs.front())) {
+void ReportComparison::expect(std::string_view line) {
+  const Line found = found_.nextLine();
+  if (lines_ == 0) {
+    hasHead_ = found && isHead(*found);
+    headBytes_ = found ? found->size() : 0;
+    ++lines_;
+    return;
+  }
+  expectedBytes_ += line.size() + crLf;
+  if (!expectedEndOfPages_ && isEndOfPages(line)) {
+    expectedEndOfPages_ = lines_;
+  }
+  compare(found, line);
+}
+
+void ReportComparison::finish() {
+  for (Line found = found_.nextLine(); found; found = found_.nextLine()) {
+    compare(found, std::nullopt);
+  }
+}
+
+void ReportComparison::compare(const Line& found, const Line& expected) {
+  hasEndOfPages_ = hasEndOfPages_ || (found && isEndOfPages(*found));
+  if (found != expected) {
+    if (different_ < mostLines) {
+      differences_.push_back(lineDiffers(found, expected, lines_));
+    }
+    firstDifference_ = firstDifference_.value_or(lines_);
+    ++different_;
+  }
+  ++lines_;
+}
+
+std::vector<Finding> ReportComparison::findings(const std::string& name) const {
+  if (!hasHead_) {
     return {{name, 0, "does not begin as a report does"}};
   }
-  const std::size_t end = endOfPages(ours);
-  const auto first = differences(theirs, ours, 1);
-  if (!first.empty() && first.front() <= end && endOfPages(theirs) < theirs.size()) {
-    return {{name, 0, "is the report of other pages: " + lineDiffers(theirs, ours, first.front())}};
+  if (firstDifference_ && firstDifference_ <= expectedEndOfPages_.value_or(lines_) && hasEndOfPages_) {
+    return {{name, 0, "is the report of other pages: " + differences_.front()}};
   }
-  const auto findings = findingsOn(name, theirs, ours, 1);
-  return findings.empty() ? compareLineEnds(name, found, expected) : findings;
+  if (different_ > 0) {
+    return findingsOn(name, differences_, different_);
+  }
+  // No line end is longer than CR LF, so the same lines have as many bytes only if all of them end with it.
+  const bool areSameEnds = found_.bytes() == headBytes_ + crLf + expectedBytes_;
+  return areSameEnds ? std::vector<Finding>() : otherLineEnds(name);
 }
 
 std::vector<Finding> compareVerdict(const std::string& name, std::string_view found, std::string_view expected) {
-  const auto findings = findingsOn(name, linesOf(found), linesOf(expected), 0);
-  return findings.empty() && found != expected
-             ? std::vector<Finding>{{name, 0, "ends its lines otherwise than an analysis does"}}
-             : findings;
+  const std::vector<std::string_view> theirs = linesOf(found);
+  const std::vector<std::string_view> ours = linesOf(expected);
+  const auto lineAt = [](const auto& lines, std::size_t i) {
+    return i < lines.size() ? OptionalLine(lines[i]) : std::nullopt;
+  };
+  std::vector<std::string> differences;
+  std::size_t different = 0;
+  for (std::size_t i = 0; i < std::max(theirs.size(), ours.size()); ++i) {
+    if (lineAt(theirs, i) != lineAt(ours, i) && ++different <= mostLines) {
+      differences.push_back(lineDiffers(lineAt(theirs, i), lineAt(ours, i), i));
+    }
+  }
+  if (different > 0) {
+    return findingsOn(name, differences, different);
+  }
+  return found == expected ? std::vector<Finding>() : otherLineEnds(name);
 }
 
 }  // namespace kiv::proof

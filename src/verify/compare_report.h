@@ -1,16 +1,47 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "verify/finding.h"
+#include "verify/found_report.h"
 
 namespace kiv::proof {
 
-/// Compares a report with the derived one. Of the first line of a report, the numbers in version, date and time may be
-/// any. A report of other pages, or one of which more than a few lines differ, is one finding; otherwise each line is.
-std::vector<Finding> compareReport(const std::string& name, std::string_view found, std::string_view expected);
+/// Compares a report with the derived one, line by line, so that neither is in memory as a whole. Of the first line of
+/// a report, the numbers in version, date and time may be any.
+class ReportComparison {
+ public:
+  /// Nothing has been read of the report, which must outlive the comparison.
+  explicit ReportComparison(FoundReport& found) : found_(found) {}
+
+  /// The next line of the derived report, without its end; every line of it ends with CR LF.
+  void expect(std::string_view line);
+  /// Reads what is left of the report, after the last line of the derived one.
+  void finish();
+  /// What is wrong with the report that has this name, once it was read. One of other pages, or one of which more than
+  /// a few lines differ, is one finding; otherwise each line is.
+  std::vector<Finding> findings(const std::string& name) const;
+
+ private:
+  using Line = std::optional<std::string_view>;
+
+  void compare(const Line& found, const Line& expected);
+
+  FoundReport& found_;
+  std::size_t lines_ = 0;          // that were compared
+  std::size_t expectedBytes_ = 0;  // of the derived report, without its first line
+  std::size_t headBytes_ = 0;      // of the first line of the report
+  bool hasHead_ = false;
+  bool hasEndOfPages_ = false;                     // the report
+  std::optional<std::size_t> expectedEndOfPages_;  // the index of the line where the pages end that a head lists
+  std::optional<std::size_t> firstDifference_;     // the index of its line
+  std::size_t different_ = 0;                      // lines
+  std::vector<std::string> differences_;           // the first of them, as phrases
+};
 
 /// Compares a verdict with the derived one, line by line.
 std::vector<Finding> compareVerdict(const std::string& name, std::string_view found, std::string_view expected);

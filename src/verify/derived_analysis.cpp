@@ -58,19 +58,20 @@ std::string reportOfPage(Machine& machine, const std::vector<PageRow>& rows, Der
 
 }  // namespace
 
-DerivedAnalysis deriveAnalysis(Machine& machine, const std::vector<PageFiles>& pages, const FilesOfPage& filesOf,
-                               std::size_t reportSize) {
+DerivedAnalysis deriveAnalysis(Machine& machine, const SelectedPages& pages, const FilesOfPage& filesOf,
+                               const ReportSink& report) {
   DerivedAnalysis derived;
   DerivedVerdict verdict;
-  derived.report.reserve(reportSize);
-  derived.report.append(headOfReport).append(lineEnd);
-  for (const PageFiles& page : pages) {
-    derived.report += inZones(machine, {page.name, page.letters, page.folder}) + lineEnd;
+  report(std::string(headOfReport) + lineEnd);
+  for (std::size_t i = 0; i < pages.size(); ++i) {
+    const PageFiles page = pages.page(i);
+    report(inZones(machine, {page.name, page.letters, page.folder}) + lineEnd);
     verdict.addPage(page);
   }
-  derived.report += separator;
+  report(separator);
   std::int16_t base = 0;
-  for (const PageFiles& page : pages) {
+  for (std::size_t i = 0; i < pages.size(); ++i) {
+    const PageFiles page = pages.page(i);
     PageRows rows = rowsOf(page, filesOf(page));
     if (!rows.failed()) {
       findSystems(page, base, rows);
@@ -79,7 +80,7 @@ DerivedAnalysis deriveAnalysis(Machine& machine, const std::vector<PageFiles>& p
       derived.failure = rows.failure;
       return derived;
     }
-    derived.report += reportOfPage(machine, rows.rows, verdict);
+    report(reportOfPage(machine, rows.rows, verdict));
   }
   derived.verdict = verdict.text();
   derived.failure = verdict.failure();

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/machine.h"
@@ -16,19 +16,20 @@ namespace kiv::proof {
 /// The first line of a derived report is this text; that of a report adds version, date and time.
 constexpr const char* headOfReport = "* KivSystem - ";
 
-/// Report and verdict as the pages require them, derived from the rules alone.
+/// The verdict as the pages require it, derived from the rules alone.
 struct DerivedAnalysis {
-  std::string report;
   std::string verdict;
   std::optional<Finding> failure;  ///< what ends an analysis of these pages; report and verdict are not complete then
 };
 
+/// Is given the derived report from its first line to its last, some lines at a time, each of which ends with CR LF.
+using ReportSink = std::function<void(std::string_view lines)>;
+
 /// The files of a page. They are valid until the next call.
 using FilesOfPage = std::function<const LoadedPages&(const PageFiles&)>;
 
-/// Derives the analysis of pages. Asks for the files of one page after the other, each once, up to a failure. The
-/// report is likely to have that many bytes; a long one would take twice the memory if it had to grow.
-DerivedAnalysis deriveAnalysis(Machine& machine, const std::vector<PageFiles>& pages, const FilesOfPage& filesOf,
-                               std::size_t reportSize = 0);
+/// Derives the analysis of pages. Asks for the files of one page after the other, each once, up to a failure.
+DerivedAnalysis deriveAnalysis(Machine& machine, const SelectedPages& pages, const FilesOfPage& filesOf,
+                               const ReportSink& report);
 
 }  // namespace kiv::proof

@@ -8,11 +8,18 @@ namespace {
 /// The real staves of a system.
 SystemModel modelOf(const ReportedSystems& reported, std::size_t index, GroupKnowledge& group) {
   SystemModel model(group, reported.firstClefs);
-  for (const Record* record : reported.systems[index]) {
-    model.addStaff(*record, *reported.itemsOf(*record));
+  for (const Record& record : reported.systems[index]) {
+    model.addStaff(record, reported.records.fileOf(record), *reported.itemsOf(record));
   }
   model.prepare();
   return model;
+}
+
+/// The result of a system; what it was derived from is forgotten. An error is why there is none.
+ExpectedPage pageOf(SystemModel model, bool showNumbers, std::string& error) {
+  model.complete(showNumbers);
+  error = model.error();
+  return error.empty() ? model.page() : ExpectedPage();
 }
 
 }  // namespace
@@ -22,12 +29,12 @@ std::string deriveExpectedPages(const ReportedSystems& reported, bool showNumber
   GroupKnowledge group{reported.known, {}};
   for (std::size_t i = 0; i < reported.systems.size(); ++i) {
     progress(i);
-    SystemModel model = modelOf(reported, i, group);
-    model.complete(showNumbers);
-    if (!model.error().empty()) {
-      return model.error();
+    std::string error;
+    ExpectedPage page = pageOf(modelOf(reported, i, group), showNumbers, error);
+    if (!error.empty()) {
+      return error;
     }
-    if (!sink(i, model.page())) {
+    if (!sink(i, std::move(page))) {
       break;
     }
   }

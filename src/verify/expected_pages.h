@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -11,8 +12,9 @@ namespace kiv::proof {
 
 /// The systems of a report, and how to find the items of their staves.
 struct ReportedSystems {
-  const KnownInstruments& known;                           ///< of all systems, and of a list
-  const std::vector<std::vector<const Record*>>& systems;  ///< the records by system
+  const KnownInstruments& known;  ///< of all systems, and of a list
+  const Records& records;         ///< they must outlive what is derived
+  const std::vector<std::span<const Record>>& systems;
   std::function<const std::vector<PageItem>*(const Record&)> itemsOf;
   const FirstClefs& firstClefs;
 };

@@ -17,7 +17,7 @@ class PageClefs {
   explicit PageClefs(FirstClefs& firstClefs) : firstClefs_(firstClefs) {}
 
   /// Adds the next file of the page. False when an analysis ends here.
-  bool addFile(const StavesAndClefs& file);
+  bool addFile(const LoadedPage& file);
 
  private:
   struct Staff {
@@ -26,8 +26,8 @@ class PageClefs {
     float instrument = 0;
   };
 
-  bool addStaff(const StavesAndClefs::Entry& staff);
-  bool addClef(const StavesAndClefs::Entry& clef);
+  bool addStaff(const Item& staff);
+  bool addClef(const Item& clef);
   void raiseOffset();
 
   FirstClefs& firstClefs_;
@@ -35,37 +35,39 @@ class PageClefs {
   std::int16_t offset_ = 0;
 };
 
-bool PageClefs::addFile(const StavesAndClefs& file) {
+bool PageClefs::addFile(const LoadedPage& file) {
   raiseOffset();
-  for (const StavesAndClefs::Entry& entry : file.entries) {
-    if (!(entry.isStaff ? addStaff(entry) : addClef(entry))) {
+  for (const PageItem& read : file.items) {
+    const Item& item = read.item;
+    const bool isStaff = item.type() == ItemType::staff && item[par::lines] != hiddenStaff;
+    if ((isStaff && !addStaff(item)) || (item.type() == ItemType::clef && !addClef(item))) {
       return false;
     }
   }
-  return file.isComplete;
+  return file.error.empty();
 }
 
 /// An analysis ends at a staff whose raised number 16 bits do not hold.
-bool PageClefs::addStaff(const StavesAndClefs::Entry& staff) {
-  const float number = staff.staff + static_cast<float>(offset_);
+bool PageClefs::addStaff(const Item& staff) {
+  const float number = staff[par::staff] + static_cast<float>(offset_);
   const auto wholeNumber = roundedTo16Bits(number);
   if (wholeNumber) {
-    staves_.push_back({number, *wholeNumber, std::fabs(staff.instrument)});
+    staves_.push_back({number, *wholeNumber, std::fabs(staff[par::instrument])});
   }
   return wholeNumber.has_value();
 }
 
 /// Enters the clef unless its instrument has one. The clef's staff number, which is not raised, is looked for among the
 /// raised ones.
-bool PageClefs::addClef(const StavesAndClefs::Entry& clef) {
+bool PageClefs::addClef(const Item& clef) {
   const auto staff =
-      std::find_if(staves_.begin(), staves_.end(), [&](const Staff& one) { return one.number == clef.staff; });
+      std::find_if(staves_.begin(), staves_.end(), [&](const Staff& one) { return one.number == clef[par::staff]; });
   if (staff == staves_.end()) {
     return true;
   }
   const auto instrument = roundedTo16Bits(staff->instrument);
   if (instrument) {
-    firstClefs_.emplace(*instrument, FirstClef{clef.kind + kindMark, clef.height});
+    firstClefs_.emplace(*instrument, FirstClef{clef[par::kind] + kindMark, clef[par::height]});
   }
   return instrument.has_value();
 }
@@ -83,32 +85,14 @@ float FirstClef::kind() const {
   return markedKind - kindMark;
 }
 
-StavesAndClefs stavesAndClefsOf(const LoadedPage& page) {
-  StavesAndClefs found;
-  for (const PageItem& read : page.items) {
-    const Item& item = read.item;
-    const bool isStaff = item.type() == ItemType::staff;
-    if (item.type() == ItemType::clef || (isStaff && item[par::lines] != hiddenStaff)) {
-      found.entries.push_back({isStaff, item[par::staff], item[par::instrument], item[par::kind], item[par::height]});
+void FirstClefsOfGroup::addPage(const PageFiles& page, const LoadedPages& files) {
+  PageClefs clefs(clefs_);
+  for (std::size_t left = page.files.size(); left > 0 && endedBy_.empty(); --left) {
+    const std::string& file = page.files[left - 1];
+    if (!clefs.addFile(files.at(file))) {
+      endedBy_ = file;
     }
   }
-  found.isComplete = page.error.empty();
-  return found;
-}
-
-GroupClefs firstClefsOf(const std::vector<PageFiles>& pages, const std::map<std::string, StavesAndClefs>& files) {
-  GroupClefs group;
-  for (const PageFiles& page : pages) {
-    PageClefs clefs(group.clefs);
-    for (std::size_t left = page.files.size(); left > 0; --left) {
-      const std::string& file = page.files[left - 1];
-      if (!clefs.addFile(files.at(file))) {
-        group.endedBy = file;
-        return group;
-      }
-    }
-  }
-  return group;
 }
 
 }  // namespace kiv::proof

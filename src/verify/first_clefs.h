@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "verify/page_files.h"
 #include "verify/page_items.h"
@@ -25,31 +25,21 @@ struct FirstClef {
 /// By instrument identifier.
 using FirstClefs = std::map<std::int16_t, FirstClef>;
 
-/// What a page file says about clefs.
-struct StavesAndClefs {
-  /// A staff or a clef by its parameters.
-  struct Entry {
-    bool isStaff = false;
-    float staff = 0;
-    float instrument = 0;  ///< of a staff
-    float kind = 0;        ///< of a clef, as its height
-    float height = 0;
-  };
-  std::vector<Entry> entries;  ///< the staves that are not hidden, and the clefs, in the order of the file
-  bool isComplete = true;      ///< false when an error ends the file early
+/// Finds the first clef of every instrument in the order in which an analysis reads the pages: the files of one from
+/// the last to the first.
+class FirstClefsOfGroup {
+ public:
+  /// Adds the next page with its files. Nothing is added any more once an analysis ends at one.
+  void addPage(const PageFiles& page, const LoadedPages& files);
+
+  /// The file at which an analysis ends; "" when it reads them all.
+  const std::string& endedBy() const { return endedBy_; }
+  /// Of a group that no analysis can read to its end, the clefs up to there.
+  FirstClefs take() && { return std::move(clefs_); }
+
+ private:
+  FirstClefs clefs_;
+  std::string endedBy_;
 };
-
-StavesAndClefs stavesAndClefsOf(const LoadedPage& page);
-
-/// The first clefs of a group.
-struct GroupClefs {
-  FirstClefs clefs;
-  std::string endedBy;  ///< the file at which an analysis ends; "" when it reads them all
-};
-
-/// The first clef of every instrument in the order in which an analysis reads the pages: the files of one from the
-/// last to the first. Of a group that no analysis can read to its end, the clefs up to there. The files have all of
-/// the pages.
-GroupClefs firstClefsOf(const std::vector<PageFiles>& pages, const std::map<std::string, StavesAndClefs>& files);
 
 }  // namespace kiv::proof

@@ -1,82 +1,81 @@
 #include "verify/group_pages.h"
 
-#include <functional>
-#include <string_view>
+#include <algorithm>
+#include <cmath>
 #include <utility>
-
-#include "base/sha256.h"
 
 namespace kiv::proof {
 
-bool isInstrumentNumber(const PageItem& read) {
-  return read.item.type() == ItemType::instrumentNumber;
-}
-
-LoadedPage GroupPages::load(const std::string& name) {
+LoadedPage GroupPages::load(const std::string& name, FileFacts& facts) {
   LoadedPage page = loadPage(files_, name);
-  const std::size_t hash = std::hash<std::string_view>()(page.bytes);
-  if (contents_.try_emplace(name, hash).first->second != hash) {
+  if (!facts.note(page.bytes)) {
     changed_.insert(name);
   }
   return page;
 }
 
-LoadedPage GroupPages::readInput(const std::string& name, std::size_t all) {
-  progress_(inputs_.size(), all, "pages read");
-  LoadedPage page = load(name);
-  const auto [entry, isNew] = inputs_.try_emplace(name);
+LoadedPage GroupPages::load(const std::string& name) {
+  const auto input = inputs_.find(name);
+  return load(name, input ? inputs_.facts(*input) : others_[name]);
+}
+
+LoadedPage GroupPages::readInput(const std::string& name) {
+  progress_(inputsRead_, inputs_.size(), "pages read");
+  InputFacts& input = inputs_.facts(*inputs_.find(name));
+  const bool isNew = !input.isRead;
+  LoadedPage page = load(name, input);
   if (isNew) {
-    InputFacts& input = entry->second;
-    input.items = page.items.size();
-    input.digest = page.bytes.empty() ? "" : sha256(page.bytes);
+    ++inputsRead_;
+    input.items = static_cast<std::uint32_t>(page.items.size());
     for (const PageItem& item : page.items) {
-      if (isInstrumentNumber(item)) {
-        ++input.numbers[item.item[par::staff]];
+      if (isInstrumentNumber(item) && !std::isnan(item.item[par::staff])) {
+        input.numberStaves.push_back(item.item[par::staff]);
       }
     }
-    clefs_.emplace(name, stavesAndClefsOf(page));
+    input.numberStaves.shrink_to_fit();
+    std::sort(input.numberStaves.begin(), input.numberStaves.end());
   }
   return page;
 }
 
-std::optional<Finding> GroupPages::derive(const SelectedFiles& selected, std::size_t reportSize) {
-  const std::set<std::string> names(selected.names.begin(), selected.names.end());
-  const SelectedPages pages = pagesOf(machine_, selected.names);
+std::optional<Finding> GroupPages::derive(SelectedFiles selected, const ReportSink& report) {
+  inputs_ = InputFiles(std::move(selected.names));
+  const SelectedPages pages(machine_, inputs_.selection());
   std::optional<Finding> failure = selected.failure;
   if (!failure) {
-    failure = pages.failure ? pages.failure : deriveFrom(pages.pages, names.size(), reportSize);
+    failure = pages.failure() ? pages.failure() : deriveFrom(pages, report);
   }
-  for (const std::string& name : names) {
-    if (!inputs_.contains(name)) {
-      readInput(name, names.size());
+  for (std::size_t i = 0; i < inputs_.size(); ++i) {
+    if (!inputs_.facts(i).isRead) {
+      readInput(inputs_.name(i));
     }
   }
-  progress_(names.size(), names.size(), "pages read");
+  progress_(inputs_.size(), inputs_.size(), "pages read");
   return failure;
 }
 
-std::optional<Finding> GroupPages::deriveFrom(const std::vector<PageFiles>& pages, std::size_t all,
-                                              std::size_t reportSize) {
+std::optional<Finding> GroupPages::deriveFrom(const SelectedPages& pages, const ReportSink& report) {
   LoadedPages files;
+  FirstClefsOfGroup clefs;
   const auto filesOf = [&](const PageFiles& page) -> const LoadedPages& {
     files.clear();
     for (const std::string& name : page.files) {
       if (!files.contains(name)) {
-        files.emplace(name, readInput(name, all));
+        files.emplace(name, readInput(name));
       }
     }
+    clefs.addPage(page, files);
     return files;
   };
-  derived_ = deriveAnalysis(machine_, pages, filesOf, reportSize);
-  if (derived_.failure) {
-    return derived_.failure;
+  DerivedAnalysis derived = deriveAnalysis(machine_, pages, filesOf, report);
+  verdict_ = std::move(derived.verdict);
+  if (derived.failure) {
+    return derived.failure;
   }
-  GroupClefs group = firstClefsOf(pages, clefs_);
-  clefs_.clear();
-  firstClefs_ = std::move(group.clefs);
-  if (!group.endedBy.empty()) {
-    return Finding{group.endedBy, 0, "has a clef of an instrument that 16 bits do not hold"};
+  if (!clefs.endedBy().empty()) {
+    return Finding{clefs.endedBy(), 0, "has a clef of an instrument that 16 bits do not hold"};
   }
+  firstClefs_ = std::move(clefs).take();
   return std::nullopt;
 }
 

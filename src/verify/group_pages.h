@@ -5,28 +5,18 @@
 #include <optional>
 #include <set>
 #include <string>
-#include <unordered_map>
-#include <utility>
 #include <vector>
 
 #include "platform/files.h"
 #include "platform/machine.h"
 #include "verify/derived_analysis.h"
 #include "verify/first_clefs.h"
+#include "verify/input_files.h"
 #include "verify/page_items.h"
 #include "verify/selected_files.h"
 #include "verify/verify.h"
 
 namespace kiv::proof {
-
-/// What is kept of an input once it was read.
-struct InputFacts {
-  std::size_t items = 0;
-  std::string digest;                                 ///< "" of an empty file, and of one that cannot be read
-  std::unordered_map<float, std::ptrdiff_t> numbers;  ///< of instrument ids, on each staff that shows some
-};
-
-bool isInstrumentNumber(const PageItem& read);
 
 /// The pages of a conversion and their analysis. Files are read again whenever they are needed, as a group is too large
 /// to keep all its items.
@@ -35,32 +25,31 @@ class GroupPages {
   GroupPages(Files& files, Machine& machine, const Progress& progress)
       : files_(files), machine_(machine), progress_(progress) {}
 
-  /// Loads a page file, and notes whether it has changed since it was loaded first.
+  /// Loads an input, or a file that is known by its name alone.
   LoadedPage load(const std::string& name);
+  /// Loads a file, and notes in its facts what it holds, or that it has changed since it was loaded first.
+  LoadedPage load(const std::string& name, FileFacts& facts);
   /// Reads all inputs, and derives report, verdict and first clefs. Returns why no analysis can be made of them.
-  /// The report is likely to have that many bytes.
-  std::optional<Finding> derive(const SelectedFiles& selected, std::size_t reportSize);
+  std::optional<Finding> derive(SelectedFiles selected, const ReportSink& report);
 
-  const std::map<std::string, InputFacts>& inputs() const { return inputs_; }
-  const DerivedAnalysis& analysis() const { return derived_; }
-  /// The derived report, which is forgotten here.
-  std::string takeReport() { return std::move(derived_.report); }
+  const InputFiles& inputs() const { return inputs_; }
+  const std::string& verdict() const { return verdict_; }
   FirstClefs& firstClefs() { return firstClefs_; }
   /// The files that had another content when they were loaded again.
   const std::set<std::string>& changed() const { return changed_; }
 
  private:
-  LoadedPage readInput(const std::string& name, std::size_t all);
-  std::optional<Finding> deriveFrom(const std::vector<PageFiles>& pages, std::size_t all, std::size_t reportSize);
+  LoadedPage readInput(const std::string& name);
+  std::optional<Finding> deriveFrom(const SelectedPages& pages, const ReportSink& report);
 
   Files& files_;
   Machine& machine_;
   const Progress& progress_;
-  std::map<std::string, InputFacts> inputs_;
-  std::map<std::string, StavesAndClefs> clefs_;  // of the inputs, until the first clefs are known
-  std::map<std::string, std::size_t> contents_;  // hash values of all files that were loaded
+  InputFiles inputs_;
+  std::size_t inputsRead_ = 0;
+  std::map<std::string, FileFacts> others_;  // files that are no inputs
   std::set<std::string> changed_;
-  DerivedAnalysis derived_;
+  std::string verdict_;
   FirstClefs firstClefs_;
 };
 

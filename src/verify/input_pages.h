@@ -2,7 +2,9 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -22,14 +24,15 @@ class InputPages {
   /// The items of a staff in the order of the file; none when the file has no such staff or cannot be read. They are
   /// valid until the file is forgotten.
   const std::vector<PageItem>& staff(const std::string& file, float number);
-  /// Forgets the files that nobody has asked for since the last call.
-  void forgetUnused();
+  /// Forgets all other files than these.
+  void keepOnly(const std::set<std::string_view>& files);
 
  private:
   struct Page {
     std::unordered_map<float, std::vector<PageItem>> staves;
-    bool isUsed = true;
   };
+
+  static void divide(LoadedPage loaded, Page& page);
 
   PageLoader load_;
   std::map<std::string, Page> pages_;

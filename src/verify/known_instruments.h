@@ -12,8 +12,10 @@ namespace kiv::proof {
 
 /// The origin of an item of a result.
 struct Origin {
-  std::string file;  ///< the input; "" for an item that a conversion adds
-  int number = 0;    ///< the item's number in it
+  const std::string* file = nullptr;  ///< the name of the input, that of a record; null for an item that is added
+  int number = 0;                     ///< the item's number in it
+
+  bool isInput() const { return file != nullptr; }
 };
 
 /// An item of an expected result.

@@ -25,15 +25,15 @@ KnownInstruments knownInstruments(const std::vector<Record>& records, const std:
   return known;
 }
 
-std::vector<Finding> compareWithList(const std::vector<Record>& records, const std::vector<ListedInstrument>& listed) {
+std::vector<Finding> compareWithList(const Records& records, const std::vector<ListedInstrument>& listed) {
   std::set<std::int16_t> known{0};
   for (const ListedInstrument& instrument : listed) {
     known.insert(instrument.id);
   }
   std::vector<Finding> findings;
-  for (const Record& record : records) {
+  for (const Record& record : records.staves()) {
     if (!listed.empty() && known.insert(record.instrument).second) {
-      findings.push_back({*record.file, 0,
+      findings.push_back({records.fileOf(record), 0,
                           "has staff " + std::to_string(record.staff) + " of instrument " +
                               std::to_string(record.instrument) + ", which is not listed"});
     }

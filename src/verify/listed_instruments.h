@@ -28,6 +28,6 @@ KnownInstruments knownInstruments(const std::vector<Record>& records, const std:
 
 /// A finding for every instrument of the records that is not listed, unless nothing is. Staves without an id need not
 /// be.
-std::vector<Finding> compareWithList(const std::vector<Record>& records, const std::vector<ListedInstrument>& listed);
+std::vector<Finding> compareWithList(const Records& records, const std::vector<ListedInstrument>& listed);
 
 }  // namespace kiv::proof

@@ -13,22 +13,22 @@ namespace {
 struct PlacedItem {
   float instrument = 0;
   int staff = 0;
-  ModelItem model;
+  const ModelItem* model = nullptr;
   bool isReplaced = false;
 };
 
 /// The items in their order. Those that others replace take part, and are left out then.
 std::vector<PlacedItem> sorted(std::vector<PlacedItem> placed) {
-  std::sort(placed.begin(), placed.end(), [](const auto& a, const auto& b) { return a.model.order < b.model.order; });
+  std::sort(placed.begin(), placed.end(), [](const auto& a, const auto& b) { return a.model->order < b.model->order; });
   std::vector<OrderKey> keys;
   keys.reserve(placed.size());
   for (const PlacedItem& item : placed) {
-    keys.push_back({item.instrument, item.model.item[par::position], item.model.item[par::height]});
+    keys.push_back({item.instrument, item.model->item[par::position], item.model->item[par::height]});
   }
   std::vector<PlacedItem> inOrder;
   for (const std::size_t i : orderOf(keys)) {
     if (!placed[i].isReplaced) {
-      inOrder.push_back(std::move(placed[i]));
+      inOrder.push_back(placed[i]);
     }
   }
   return inOrder;
@@ -62,29 +62,35 @@ void SystemModel::addKnownBraces() {
 
 ExpectedPage SystemModel::page() const {
   ExpectedPage page;
+  const ModelItem systemBarline{systemBarline_, {}, systemBarlineOrder_};
   std::vector<PlacedItem> placed;
   for (const ModelStaff& staff : staves_) {
     const int number = staffOf(staff.instrument(), staves_);
     for (const ModelItem& model : staff.items) {
-      placed.push_back({staff.instrument(), number, model});
+      placed.push_back({staff.instrument(), number, &model});
     }
     for (const ModelItem& barline : staff.barlines) {
-      page.barlines += barline.origin.file.empty() ? 0U : 1U;
-      placed.push_back({staff.instrument(), number, barline, true});
+      page.barlines += barline.origin.isInput() ? 1U : 0U;
+      placed.push_back({staff.instrument(), number, &barline, true});
     }
     if (staff.number == 1) {
-      placed.push_back({staff.instrument(), 1, {systemBarline_, {}, systemBarlineOrder_}});
+      placed.push_back({staff.instrument(), 1, &systemBarline});
     }
   }
   placed = sorted(std::move(placed));
+  std::vector<ModelItem> braces;
+  braces.reserve(braces_.size());
   for (const Item& brace : braces_) {
-    placed.push_back({0, static_cast<int>(brace[par::staff]), {brace, {}, 0}});
+    braces.push_back({brace, {}, 0});
+    placed.push_back({0, static_cast<int>(brace[par::staff]), &braces.back()});
   }
   std::stable_sort(placed.begin(), placed.end(),
                    [](const PlacedItem& a, const PlacedItem& b) { return a.staff < b.staff; });
-  for (PlacedItem& item : placed) {
-    item.model.item[par::staff] = static_cast<float>(item.staff);
-    page.items.push_back({asWritten(item.model.item), item.model.origin});
+  page.items.reserve(placed.size());
+  for (const PlacedItem& placedItem : placed) {
+    Item item = placedItem.model->item;
+    item[par::staff] = static_cast<float>(placedItem.staff);
+    page.items.push_back({asWritten(std::move(item)), placedItem.model->origin});
   }
   return page;
 }

@@ -13,7 +13,7 @@ constexpr std::size_t smallPart = 4;
 /// The number of expected items that come from an input.
 std::size_t carriedBy(const ExpectedPage& page) {
   return static_cast<std::size_t>(
-      std::count_if(page.items.begin(), page.items.end(), [](const auto& item) { return !item.origin.file.empty(); }));
+      std::count_if(page.items.begin(), page.items.end(), [](const auto& item) { return item.origin.isInput(); }));
 }
 
 /// The number of these items that a result has, on whatever staff.
@@ -24,7 +24,7 @@ std::size_t foundIn(const ResultPage& result) {
   }
   std::size_t found = 0;
   for (const ExpectedItem& expected : result.expected.items) {
-    if (expected.origin.file.empty()) {
+    if (!expected.origin.isInput()) {
       continue;
     }
     const auto match = open.find(itemKey(expected.item));

@@ -1,6 +1,8 @@
 #include "verify/page_files.h"
 
+#include <algorithm>
 #include <map>
+#include <numeric>
 #include <string_view>
 
 #include "platform/separators.h"
@@ -58,48 +60,76 @@ NameForm formOf(std::string_view name) {
   return form;
 }
 
+std::string nameWithoutFolder(Machine& machine, const std::string& file) {
+  return file.substr(lastBackslash(machine, file) + 1);
+}
+
+/// The name of a page that several files make up: that of any of them, without its letter.
+std::string nameWithoutLetter(const std::string& name) {
+  return std::string(name).erase(formOf(name).end - 1, 1);
+}
+
 /// The page of a file alone, with the name that the report has for it.
-PageFiles singleFile(const std::string& file, std::size_t folder, std::size_t letters) {
+PageFiles singleFile(Machine& machine, const std::string& file) {
+  const std::string name = nameWithoutFolder(machine, file);
   PageFiles page;
-  page.folder = file.substr(0, folder);
-  page.name = letters > 1 ? file : file.substr(folder);
+  page.folder = file.substr(0, file.size() - name.size());
+  page.name = formOf(name).letters > 1 ? file : name;
   page.files = {file};
   return page;
 }
 
 }  // namespace
 
-SelectedPages pagesOf(Machine& machine, const std::vector<std::string>& inputs) {
-  SelectedPages selected;
-  std::map<std::string, std::size_t> lettered;  // by the names without the letter
+SelectedPages::SelectedPages(Machine& machine, const std::vector<std::string>& inputs)
+    : machine_(machine), inputs_(inputs) {
+  std::map<std::string, std::uint32_t> lettered;  // pages by the names without the letter
+  std::vector<std::uint32_t> pages;               // of each file
+  std::uint32_t count = 0;
   for (const std::string& file : inputs) {
-    const std::size_t folder = lastBackslash(machine, file) + 1;
-    const std::string name = file.substr(folder);
+    const std::string name = nameWithoutFolder(machine, file);
     const NameForm form = formOf(name);
     if (!form.isValid || !form.hasNumber) {
       const bool lacksNumber = form.isValid && !form.hasNumber;
-      selected.failure = Finding{file, 0, lacksNumber ? "has a name without a number" : "has no name of a page file"};
-      return selected;
+      failure_ = Finding{file, 0, lacksNumber ? "has a name without a number" : "has no name of a page file"};
+      return;
     }
-    if (form.letters != 1) {
-      selected.pages.push_back(singleFile(file, folder, form.letters));
-      continue;
-    }
-    const std::string pageName = std::string(name).erase(form.end - 1, 1);
-    const auto [known, isNew] = lettered.emplace(pageName, selected.pages.size());
-    if (isNew) {
-      selected.pages.push_back({pageName, "", file.substr(0, folder), {}});
-    }
-    PageFiles& page = selected.pages[known->second];
-    page.letters += name[form.end - 1];
+    const std::uint32_t page =
+        form.letters == 1 ? lettered.emplace(nameWithoutLetter(name), count).first->second : count;
+    pages.push_back(page);
+    count = std::max(count, page + 1);
+  }
+  divide(pages, count);
+}
+
+/// Sorts the files by their pages, of which there are count.
+void SelectedPages::divide(const std::vector<std::uint32_t>& pages, std::size_t count) {
+  files_.resize(pages.size());
+  std::iota(files_.begin(), files_.end(), 0U);
+  std::stable_sort(files_.begin(), files_.end(), [&](std::uint32_t a, std::uint32_t b) { return pages[a] < pages[b]; });
+  ends_.resize(count);
+  for (std::size_t i = 0; i < files_.size(); ++i) {
+    ends_[pages[files_[i]]] = static_cast<std::uint32_t>(i + 1);
+  }
+}
+
+PageFiles SelectedPages::page(std::size_t index) const {
+  const std::size_t begin = index == 0 ? 0 : ends_[index - 1];
+  const std::string& first = inputs_[files_[begin]];
+  if (ends_[index] - begin == 1) {
+    return singleFile(machine_, first);
+  }
+  PageFiles page;
+  const std::string firstName = nameWithoutFolder(machine_, first);
+  page.name = nameWithoutLetter(firstName);
+  page.folder = first.substr(0, first.size() - firstName.size());
+  for (std::size_t i = begin; i < ends_[index]; ++i) {
+    const std::string& file = inputs_[files_[i]];
+    const std::string name = nameWithoutFolder(machine_, file);
+    page.letters += name[formOf(name).end - 1];
     page.files.push_back(file);
   }
-  for (PageFiles& page : selected.pages) {
-    if (page.letters.size() == 1) {
-      page = singleFile(page.files.front(), page.folder.size(), 1);
-    }
-  }
-  return selected;
+  return page;
 }
 
 }  // namespace kiv::proof

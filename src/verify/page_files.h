@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,13 +22,27 @@ struct PageFiles {
   bool isMultifile() const { return !letters.empty(); }
 };
 
-/// The pages of a selection, in the order of their first files.
-struct SelectedPages {
-  std::vector<PageFiles> pages;
-  std::optional<Finding> failure;  ///< a file with a name that no page file may have
-};
+/// The pages of a selection, in the order of their first files. Of each no more is kept than which files it has.
+class SelectedPages {
+ public:
+  /// Groups full names in upper case. Files whose names differ in the single letter after the number are one page. The
+  /// names must outlive the pages.
+  SelectedPages(Machine& machine, const std::vector<std::string>& inputs);
 
-/// Groups full names in upper case. Files whose names differ in the single letter after the number are one page.
-SelectedPages pagesOf(Machine& machine, const std::vector<std::string>& inputs);
+  /// A file with a name that no page file may have: there are no pages then.
+  const std::optional<Finding>& failure() const { return failure_; }
+  std::size_t size() const { return ends_.size(); }
+  /// A page by its index.
+  PageFiles page(std::size_t index) const;
+
+ private:
+  void divide(const std::vector<std::uint32_t>& pages, std::size_t count);
+
+  Machine& machine_;
+  const std::vector<std::string>& inputs_;
+  std::vector<std::uint32_t> files_;  // indices of inputs, page by page
+  std::vector<std::uint32_t> ends_;   // of each page in files_
+  std::optional<Finding> failure_;
+};
 
 }  // namespace kiv::proof

@@ -77,9 +77,9 @@ LoadedPage loadPage(Files& files, const std::string& name) {
     page.error = content.isTooLarge ? tooLarge(readableBytes, "a page") : "cannot be read";
     return page;
   }
-  constexpr std::size_t usualItem = 40;  // bytes, in the shortest of real pages
+  constexpr std::size_t shortItem = 32;  // bytes, on average of a page; what is reserved in vain takes no memory
   page.bytes = std::move(*content.bytes);
-  page.items.reserve(page.bytes.size() / usualItem);
+  page.items.reserve(page.bytes.size() / shortItem);
   PageWalker walker(page.bytes);
   ReadStatus status = walker.findItem();
   while (status == ReadStatus::itemRead) {
@@ -127,16 +127,16 @@ void appendItemKey(const Item& item, std::string& key) {
   key += item.text;
 }
 
-std::string pageOf(const std::vector<Item>& items) {
-  std::string bytes(headerBytes, '\0');
-  for (const Item& item : items) {
-    appendItem(item, bytes);
-  }
-  bytes += trailer();
-  const std::size_t words = (bytes.size() - headerBytes) / wordSize;
-  bytes[0] = static_cast<char>(words & 0xFFU);
-  bytes[1] = static_cast<char>(words >> 8U & 0xFFU);
-  return bytes;
+void PageBytes::add(const Item& item) {
+  appendItem(item, bytes_);
+}
+
+std::string PageBytes::complete() && {
+  bytes_ += trailer();
+  const std::size_t words = (bytes_.size() - headerBytes) / wordSize;
+  bytes_[0] = static_cast<char>(words & 0xFFU);
+  bytes_[1] = static_cast<char>(words >> 8U & 0xFFU);
+  return std::move(bytes_);
 }
 
 std::string nameOfType(ItemType type) {

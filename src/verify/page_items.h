@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "mus/format.h"
 #include "mus/item.h"
 #include "platform/files.h"
 
@@ -36,8 +37,16 @@ std::string itemKey(const Item& item);
 /// Appends these bytes.
 void appendItemKey(const Item& item, std::string& key);
 
-/// The page file of these items, in this order. Items are as asWritten gives them.
-std::string pageOf(const std::vector<Item>& items);
+/// The bytes of a page file, which is put together item by item. Items are as asWritten gives them.
+class PageBytes {
+ public:
+  void add(const Item& item);
+  /// The page of all items that were added.
+  std::string complete() &&;
+
+ private:
+  std::string bytes_ = std::string(headerBytes, '\0');
+};
 
 /// What an item is, for messages: "note", "clef", "item of type 9".
 std::string nameOfType(ItemType type);

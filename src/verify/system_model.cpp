@@ -13,6 +13,10 @@ bool isBarline(const Item& item) {
   return item.type() == ItemType::barline;
 }
 
+std::string numberOf(const ModelItem& model) {
+  return "item " + std::to_string(model.origin.number) + " of " + (model.origin.isInput() ? *model.origin.file : "");
+}
+
 }  // namespace
 
 void SystemModel::fail(const std::string& reason) {
@@ -30,26 +34,27 @@ void SystemModel::addReplaced(ModelStaff& staff, const Item& barline) {
   staff.barlines.push_back({barline, {}, order_++});
 }
 
-void SystemModel::addStaff(const Record& record, const std::vector<PageItem>& items) {
+void SystemModel::addStaff(const Record& record, const std::string& file, const std::vector<PageItem>& items) {
   ModelStaff staff;
   staff.number = record.newStaff;
+  staff.items.reserve(items.size() + 1);  // barlines and an identifier are added, as many barlines as left out
   int staffItems = 0;
   for (const PageItem& read : items) {
     if (isBarline(read.item)) {
-      staff.barlines.push_back({read.item, {*record.file, read.number}, order_++});
+      staff.barlines.push_back({read.item, {&file, read.number}, order_++});
       continue;
     }
     if (read.item.type() == ItemType::staff) {
       staff.staff = read.item;
       ++staffItems;
     }
-    staff.items.push_back({read.item, {*record.file, read.number}, order_++});
+    staff.items.push_back({read.item, {&file, read.number}, order_++});
   }
   if (staffItems != 1) {
-    fail("staff " + std::to_string(record.staff) + " of " + *record.file + " has " + std::to_string(staffItems) +
+    fail("staff " + std::to_string(record.staff) + " of " + file + " has " + std::to_string(staffItems) +
          " staff items");
   } else if (roundedTo16Bits(staff.instrument()) != record.instrument) {
-    fail("staff " + std::to_string(record.staff) + " of " + *record.file + " is of instrument " +
+    fail("staff " + std::to_string(record.staff) + " of " + file + " is of instrument " +
          generalForm(staff.instrument()) + ", which the report calls " + std::to_string(record.instrument));
   }
   staves_.push_back(std::move(staff));
@@ -120,8 +125,7 @@ void SystemModel::collectBars() {
     if (barline[par::kind] < lowestBraceKind) {
       const auto kind = roundedTo16Bits(barline[par::kind]);
       if (!kind) {
-        fail("item " + std::to_string(model.origin.number) + " of " + model.origin.file +
-             " is a barline of a kind that 16 bits do not hold");
+        fail(numberOf(model) + " is a barline of a kind that 16 bits do not hold");
         return;
       }
       bars.push_back({barline[par::position], *kind});
@@ -148,8 +152,7 @@ void SystemModel::collectBraces() {
       }
       const auto kind = roundedTo16Bits(brace[par::braceKind]);
       if (!kind) {
-        fail("item " + std::to_string(model.origin.number) + " of " + model.origin.file +
-             " is a brace of a kind that 16 bits do not hold");
+        fail(numberOf(model) + " is a brace of a kind that 16 bits do not hold");
       }
       group_.braces.emplace_back(staff.instrument(), kind.value_or(0));
     }

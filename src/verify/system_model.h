@@ -40,8 +40,9 @@ class SystemModel {
  public:
   SystemModel(GroupKnowledge& group, const FirstClefs& firstClefs) : group_(group), firstClefs_(firstClefs) {}
 
-  /// Adds a staff of the report with its items. Staves come in the order of the report.
-  void addStaff(const Record& record, const std::vector<PageItem>& items);
+  /// Adds a staff of the report with its items, and the name of its file, which must outlive the model. Staves come in
+  /// the order of the report.
+  void addStaff(const Record& record, const std::string& file, const std::vector<PageItem>& items);
   /// Collects what a conversion remembers. All staves have been added before.
   void prepare();
   /// The real staves and their bars; only of a system that was prepared without an error.

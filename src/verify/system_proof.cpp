@@ -8,13 +8,13 @@
 namespace kiv::proof {
 
 std::optional<ProvedResults> proveSystemBySystem(const ReportedSystems& reported, bool showNumbers,
-                                                 const std::vector<std::string>& names, const PageLoader& load,
-                                                 const SystemProgress& progress) {
+                                                 const ResultLoader& load, const SystemProgress& progress) {
   ProvedResults proved;
   LayoutComparison layout;
   bool isProved = true;
   const std::string error = deriveExpectedPages(reported, showNumbers, progress, [&](std::size_t i, ExpectedPage page) {
-    const ResultPage result{names[i], std::move(page), load(names[i])};
+    FoundResult found = load(i);
+    const ResultPage result{std::move(found.name), std::move(page), std::move(found.page)};
     isProved = isAsExpected(result);
     if (isProved) {
       layout.add(result.name, result.found);
@@ -32,7 +32,7 @@ std::optional<ProvedResults> proveSystemBySystem(const ReportedSystems& reported
 void countItems(const ExpectedPage& page, Counts& counts) {
   counts.barlines += page.barlines;
   for (const ExpectedItem& item : page.items) {
-    ++(item.origin.file.empty() ? counts.added : counts.carried);
+    ++(item.origin.isInput() ? counts.carried : counts.added);
   }
 }
 

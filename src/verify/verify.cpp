@@ -3,30 +3,29 @@
 #include <algorithm>
 #include <cstddef>
 #include <functional>
-#include <map>
+#include <optional>
 #include <set>
-#include <unordered_map>
+#include <span>
 #include <utility>
 
 #include "base/sha256.h"
-#include "platform/bounded_file.h"
 #include "verify/compare_items.h"
 #include "verify/compare_layout.h"
-#include "verify/compare_report.h"
 #include "verify/expected_pages.h"
+#include "verify/found_texts.h"
 #include "verify/group_pages.h"
+#include "verify/input_files.h"
 #include "verify/input_pages.h"
 #include "verify/other_results.h"
+#include "verify/records_by_system.h"
 #include "verify/report_records.h"
 #include "verify/result_names.h"
 #include "verify/selected_files.h"
 #include "verify/system_proof.h"
+#include "verify/text_lines.h"
 
 namespace kiv::proof {
 namespace {
-
-constexpr const char* reportName = "KivSystem2.TXT";
-constexpr const char* verdictName = "KivSystem1.TXT";
 
 class Verifier {
  public:
@@ -41,33 +40,36 @@ class Verifier {
   Verification run(const std::string& namesFile);
 
  private:
+  void prove(const std::string& namesFile);
   void report(const std::string& file, const std::string& what) { verification_.findings.push_back({file, 0, what}); }
   void report(const std::vector<Finding>& findings);
-  std::optional<std::string> readText(const std::string& name, std::size_t limit);
-  void digest(const std::string& name, std::string_view bytes);
-  void addInputs();
-  void compareTexts(const std::optional<std::string>& reportText, const std::optional<std::string>& verdictText);
-  void groupRecords();
+  void addFiles();
+  std::optional<Finding> derive(const std::string& namesFile, FoundTexts& texts);
   bool readResults();
-  bool numbersAreShown();
+  bool numbersAreShown() const;
+  std::string nameOfResult(std::size_t index) const { return resultName(stemOfResults_, index + 1); }
+  LoadedPage loadResult(std::size_t index) { return group_.load(nameOfResult(index), resultFacts_[index]); }
   bool proveOneByOne(const ReportedSystems& reported, bool showNumbers);
   void deriveExpected(const ReportedSystems& reported, bool showNumbers);
   void countLeftOut();
   void proveResults();
   void compare();
+  StrayResults findStrayResults();
   void reportSurplus(const StrayResults& stray);
-  void showChecked(std::size_t done) { progress_(done, resultNames_.size(), "results checked"); }
+  void showChecked(std::size_t done) { progress_(done, resultFacts_.size(), "results checked"); }
 
   Files& files_;
   Machine& machine_;
   const ConversionToProve& conversion_;
   const Progress& progress_;
   Verification verification_;
-  Records records_;
-  std::vector<std::vector<const Record*>> systems_;  // of the records
   GroupPages group_;
+  std::optional<Records> records_{group_.inputs()};
+  std::optional<KnownInstruments> known_;         // once the pages are analyzed
+  std::vector<std::span<const Record>> systems_;  // of the records
   InputPages inputPages_;
-  std::vector<std::string> resultNames_;
+  std::string stemOfResults_;
+  std::vector<FileFacts> resultFacts_;
   std::ptrdiff_t numbersInResults_ = 0;  // instrument ids
   std::vector<ResultPage> results_;      // only if they are not as expected
 };
@@ -76,95 +78,65 @@ void Verifier::report(const std::vector<Finding>& findings) {
   verification_.findings.insert(verification_.findings.end(), findings.begin(), findings.end());
 }
 
-void Verifier::digest(const std::string& name, std::string_view bytes) {
-  verification_.files.push_back({name, sha256(bytes)});
-}
-
-std::optional<std::string> Verifier::readText(const std::string& name, std::size_t limit) {
-  BoundedContent text = readBounded(files_, name, limit);
-  if (text.bytes) {
-    digest(name, *text.bytes);
-  } else {
-    report(name, text.isTooLarge ? tooLarge(limit, "this file") : "cannot be read");
-  }
-  return std::move(text.bytes);
-}
-
-void Verifier::addInputs() {
-  verification_.counts.inputs = group_.inputs().size();
-  for (const auto& [name, input] : group_.inputs()) {
-    if (!input.digest.empty()) {
-      verification_.files.push_back({name, input.digest});
+/// Adds inputs and results that have been read.
+void Verifier::addFiles() {
+  const InputFiles& inputs = group_.inputs();
+  std::vector<DigestedFile>& files = verification_.files;
+  files.reserve(files.size() + inputs.size() + resultFacts_.size());
+  const auto add = [&](const std::string& name, const FileFacts& facts) {
+    if (facts.digest) {
+      files.push_back({name, hexDigits(*facts.digest)});
     }
+  };
+  for (std::size_t i = 0; i < inputs.size(); ++i) {
+    add(inputs.name(i), inputs.facts(i));
+  }
+  for (std::size_t i = 0; i < resultFacts_.size(); ++i) {
+    add(nameOfResult(i), resultFacts_[i]);
   }
 }
 
-/// With a report of other pages, the verdict is that of others, too.
-void Verifier::compareTexts(const std::optional<std::string>& reportText,
-                            const std::optional<std::string>& verdictText) {
-  const auto onReport =
-      reportText ? compareReport(reportName, *reportText, group_.analysis().report) : std::vector<Finding>();
-  report(onReport);
-  if (onReport.empty() && verdictText) {
-    report(compareVerdict(verdictName, *verdictText, group_.analysis().verdict));
-  }
-}
-
-/// Groups the records by system. The systems must be numbered without a gap.
-void Verifier::groupRecords() {
-  std::map<int, std::vector<const Record*>> systems;
-  std::set<std::pair<const std::string*, int>> listed;
-  for (const Record& record : records_.staves) {
-    systems[record.system].push_back(&record);
-    if (!group_.inputs().contains(*record.file)) {
-      report(*record.file, "cannot be read, and has a staff of system " + std::to_string(record.system));
+/// Derives the analysis and compares the texts with it. Returns why no analysis can be made.
+std::optional<Finding> Verifier::derive(const std::string& namesFile, FoundTexts& texts) {
+  const auto onReport = [&](std::string_view lines) {
+    for (const std::string_view line : linesOf(lines)) {
+      texts.expect(line);
+      records_->addLine(line);
     }
-    if (!listed.insert({record.file, record.staff}).second) {
-      report(reportName, "lists staff " + std::to_string(record.staff) + " of " + *record.file + " more than once");
-    }
-  }
-  for (auto& [number, records] : systems) {
-    if (number != static_cast<int>(systems_.size()) + 1) {
-      report(reportName, "has a system " + std::to_string(number) + ", which no conversion reaches");
-    } else {
-      systems_.push_back(std::move(records));
-    }
-  }
+  };
+  auto failure = group_.derive(selectedFilesOf(files_, machine_, namesFile), onReport);
+  texts.finish();
+  return failure;
 }
 
 /// False when there cannot be any.
 bool Verifier::readResults() {
-  auto names = resultNames(machine_, conversion_.firstResultFile, systems_.size());
-  if (!names) {
+  const auto stem = stemOfResults(machine_, conversion_.firstResultFile);
+  if (!stem) {
     report(conversion_.firstResultFile, "cannot be the name of a first result");
     return false;
   }
-  resultNames_ = std::move(*names);
-  std::size_t done = 0;
-  for (const std::string& name : resultNames_) {
-    progress_(done++, resultNames_.size(), "results read");
-    const LoadedPage result = group_.load(name);
-    if (!result.bytes.empty()) {
-      digest(name, result.bytes);
-    }
+  stemOfResults_ = *stem;
+  resultFacts_.resize(systems_.size());
+  for (std::size_t i = 0; i < resultFacts_.size(); ++i) {
+    progress_(i, resultFacts_.size(), "results read");
+    const LoadedPage result = loadResult(i);
     numbersInResults_ += std::count_if(result.items.begin(), result.items.end(), isInstrumentNumber);
   }
-  progress_(done, resultNames_.size(), "results read");
-  verification_.counts.results = resultNames_.size();
+  progress_(resultFacts_.size(), resultFacts_.size(), "results read");
+  verification_.counts.results = resultFacts_.size();
   return true;
 }
 
 /// Unless that is known, results that have more instrument ids than their inputs show them.
-bool Verifier::numbersAreShown() {
+bool Verifier::numbersAreShown() const {
   if (conversion_.showNumbers) {
     return *conversion_.showNumbers;
   }
   std::ptrdiff_t more = numbersInResults_;
-  for (const Record& record : records_.staves) {
-    const auto input = group_.inputs().find(*record.file);
-    if (input != group_.inputs().end()) {
-      const auto ofStaff = input->second.numbers.find(record.staff);
-      more -= ofStaff == input->second.numbers.end() ? 0 : ofStaff->second;
+  for (const Record& record : records_->staves()) {
+    if (records_->isOfInput(record)) {
+      more -= group_.inputs().facts(record.file).numbersOn(record.staff);
     }
   }
   return more > 0;
@@ -173,11 +145,15 @@ bool Verifier::numbersAreShown() {
 /// Looks at one system after the other. False when the results are not as expected.
 bool Verifier::proveOneByOne(const ReportedSystems& reported, bool showNumbers) {
   const auto progress = [&](std::size_t system) {
-    inputPages_.forgetUnused();
+    std::set<std::string_view> files;
+    for (const Record& record : systems_[system]) {
+      files.insert(records_->fileOf(record));
+    }
+    inputPages_.keepOnly(files);
     showChecked(system);
   };
-  auto proved = proveSystemBySystem(
-      reported, showNumbers, resultNames_, [&](const std::string& name) { return group_.load(name); }, progress);
+  const auto load = [&](std::size_t i) { return FoundResult{nameOfResult(i), loadResult(i)}; };
+  auto proved = proveSystemBySystem(reported, showNumbers, load, progress);
   if (!proved) {
     return false;
   }
@@ -186,8 +162,8 @@ bool Verifier::proveOneByOne(const ReportedSystems& reported, bool showNumbers) 
   counts.barlines = proved->counts.barlines;
   counts.added = proved->counts.added;
   countLeftOut();
-  showChecked(resultNames_.size());
-  const StrayResults stray = strayResults(files_, machine_, conversion_.firstResultFile, resultNames_);
+  showChecked(resultFacts_.size());
+  const StrayResults stray = findStrayResults();
   report(stray.doubled);
   reportSurplus(stray);
   report(proved->layout);
@@ -202,28 +178,27 @@ void Verifier::deriveExpected(const ReportedSystems& reported, bool showNumbers)
     const std::string system = std::to_string(expected.pages.size() + 1);
     report(reportName, "has a system " + system + " that cannot be converted: " + expected.error);
   }
-  for (std::size_t i = 0; i < std::min(resultNames_.size(), expected.pages.size()); ++i) {
-    results_.push_back({resultNames_[i], std::move(expected.pages[i]), group_.load(resultNames_[i])});
+  for (std::size_t i = 0; i < std::min(resultFacts_.size(), expected.pages.size()); ++i) {
+    results_.push_back({nameOfResult(i), std::move(expected.pages[i]), loadResult(i)});
     countItems(results_.back().expected, verification_.counts);
   }
-  showChecked(resultNames_.size());
+  showChecked(resultFacts_.size());
   countLeftOut();
 }
 
 void Verifier::countLeftOut() {
   Counts& counts = verification_.counts;
-  for (const auto& [name, input] : group_.inputs()) {
-    counts.leftOut += input.items;
+  for (std::size_t i = 0; i < group_.inputs().size(); ++i) {
+    counts.leftOut += group_.inputs().facts(i).items;
   }
   counts.leftOut -= std::min(counts.leftOut, counts.carried + counts.barlines);
 }
 
 void Verifier::proveResults() {
-  const KnownInstruments known = knownInstruments(records_.staves, conversion_.listed, group_.firstClefs());
   const auto itemsOf = [&](const Record& record) {
-    return &inputPages_.staff(*record.file, static_cast<float>(record.staff));
+    return &inputPages_.staff(records_->fileOf(record), static_cast<float>(record.staff));
   };
-  const ReportedSystems reported{known, systems_, itemsOf, group_.firstClefs()};
+  const ReportedSystems reported{*known_, *records_, systems_, itemsOf, group_.firstClefs()};
   const bool showNumbers = numbersAreShown();
   if (conversion_.fits || !proveOneByOne(reported, showNumbers)) {
     deriveExpected(reported, showNumbers);
@@ -232,6 +207,11 @@ void Verifier::proveResults() {
   for (const std::string& name : group_.changed()) {
     report(name, "has changed while it was compared");
   }
+}
+
+StrayResults Verifier::findStrayResults() {
+  const auto names = resultNames(machine_, conversion_.firstResultFile, resultFacts_.size());
+  return strayResults(files_, machine_, conversion_.firstResultFile, names.value_or(std::vector<std::string>()));
 }
 
 void Verifier::reportSurplus(const StrayResults& stray) {
@@ -243,7 +223,7 @@ void Verifier::reportSurplus(const StrayResults& stray) {
 }
 
 void Verifier::compare() {
-  const StrayResults stray = strayResults(files_, machine_, conversion_.firstResultFile, resultNames_);
+  const StrayResults stray = findStrayResults();
   report(stray.doubled);
   if (const auto others = findOtherResults(results_)) {
     verification_.findings.push_back(*others);
@@ -268,24 +248,37 @@ void Verifier::compare() {
   }
 }
 
-Verification Verifier::run(const std::string& namesFile) {
-  auto reportText = readText(reportName, most_bytes::report);
-  const auto verdictText = readText(verdictName, most_bytes::verdict);
-  const auto failure = group_.derive(selectedFilesOf(files_, machine_, namesFile), reportText ? reportText->size() : 0);
-  addInputs();
+void Verifier::prove(const std::string& namesFile) {
+  FoundTexts texts(files_);
+  const auto failure = derive(namesFile, texts);
+  report(texts.unreadable());
+  verification_.files = texts.digests();
+  verification_.counts.inputs = group_.inputs().size();
   if (failure) {
     verification_.findings.push_back(*failure);
-    return std::move(verification_);
+    return;
   }
-  compareTexts(reportText, verdictText);
-  reportText.reset();  // it is the largest text of all, as is the derived one
-  records_ = readRecords(group_.takeReport());
-  std::for_each(records_.errors.begin(), records_.errors.end(), [&](const auto& what) { report(reportName, what); });
-  report(compareWithList(records_.staves, conversion_.listed));
-  groupRecords();
+  report(texts.differences(group_.verdict()));
+  for (const std::string& what : records_->errors()) {
+    report(reportName, what);
+  }
+  report(compareWithList(*records_, conversion_.listed));
+  known_ = knownInstruments(records_->staves(), conversion_.listed, group_.firstClefs());
+  RecordsBySystem grouped = groupBySystem(*records_);
+  report(grouped.findings);
+  systems_ = std::move(grouped.systems);
   if (readResults()) {
     proveResults();
   }
+}
+
+Verification Verifier::run(const std::string& namesFile) {
+  prove(namesFile);
+  // The names of all files take the memory that these have taken.
+  results_.clear();
+  inputPages_.keepOnly({});
+  records_.reset();
+  addFiles();
   return std::move(verification_);
 }
 

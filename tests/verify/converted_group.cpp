@@ -1,5 +1,8 @@
 #include "tests/verify/converted_group.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "analysis/report.h"
 #include "analysis/verdict.h"
 #include "shell/cmd_convert.h"
@@ -80,7 +83,9 @@ void ConvertedGroup::changeResult(int system, const std::function<void(std::vect
     items.push_back(read.item);
   }
   change(items);
-  replaceResult(system, proof::pageOf(items));
+  proof::PageBytes bytes;
+  std::for_each(items.begin(), items.end(), [&](const Item& item) { bytes.add(item); });
+  replaceResult(system, std::move(bytes).complete());
 }
 
 }  // namespace kiv::test

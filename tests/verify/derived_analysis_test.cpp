@@ -24,12 +24,16 @@ class DerivedAnalysisTest : public ::testing::Test {
     for (const std::string& input : inputs) {
       files[input] = proof::loadPage(host, input);
     }
-    return proof::deriveAnalysis(host, proof::pagesOf(host, inputs).pages,
-                                 [&](const proof::PageFiles&) -> const proof::LoadedPages& { return files; });
+    derivedReport.clear();
+    return proof::deriveAnalysis(
+        host, proof::SelectedPages(host, inputs),
+        [&](const proof::PageFiles&) -> const proof::LoadedPages& { return files; },
+        [this](std::string_view lines) { derivedReport += lines; });
   }
   /// The report from its second line on, with lines that end with LF.
   std::string report() {
-    std::string text = derive().report;
+    derive();
+    std::string text = derivedReport;
     std::erase(text, '\r');
     return text.substr(text.find('\n') + 1);
   }
@@ -49,6 +53,7 @@ class DerivedAnalysisTest : public ::testing::Test {
 
   FakeHost host;
   std::vector<std::string> inputs;
+  std::string derivedReport;
 };
 
 TEST_F(DerivedAnalysisTest, TheFilesOfAPageAreOneSystem) {

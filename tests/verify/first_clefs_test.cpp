@@ -22,11 +22,16 @@ class FirstClefsTest : public ::testing::Test {
   }
 
   proof::FirstClefs firstClefs() {
-    std::map<std::string, proof::StavesAndClefs> files;
+    proof::LoadedPages files;
     for (const std::string& input : inputs) {
-      files.emplace(input, proof::stavesAndClefsOf(proof::loadPage(host, input)));
+      files.emplace(input, proof::loadPage(host, input));
     }
-    return proof::firstClefsOf(proof::pagesOf(host, inputs).pages, files).clefs;
+    const proof::SelectedPages pages(host, inputs);
+    proof::FirstClefsOfGroup clefs;
+    for (std::size_t i = 0; i < pages.size(); ++i) {
+      clefs.addPage(pages.page(i), files);
+    }
+    return std::move(clefs).take();
   }
 
   FakeHost host;

@@ -44,15 +44,13 @@ TEST_F(InputPagesTest, AStaffHasItsItemsInTheOrderOfTheFile) {
   EXPECT_THAT(pages.staff("C:\\M\\NONE.MUS", 1), IsEmpty());
 }
 
-TEST_F(InputPagesTest, AFileIsLoadedAgainOnlyWhenASystemHasNotUsedIt) {
+TEST_F(InputPagesTest, AFileIsLoadedAgainOnlyWhenItWasForgotten) {
   pages.staff("C:\\M\\A.MUS", 1);
-  pages.forgetUnused();
   pages.staff("C:\\M\\A.MUS", 2);
   pages.staff("C:\\M\\B.MUS", 1);
   EXPECT_THAT(loaded, ElementsAre("C:\\M\\A.MUS", "C:\\M\\B.MUS"));
-  pages.forgetUnused();
+  pages.keepOnly({"C:\\M\\B.MUS", "C:\\M\\C.MUS"});
   pages.staff("C:\\M\\B.MUS", 1);
-  pages.forgetUnused();
   pages.staff("C:\\M\\A.MUS", 1);
   EXPECT_THAT(loaded, ElementsAre("C:\\M\\A.MUS", "C:\\M\\B.MUS", "C:\\M\\A.MUS"));
 }

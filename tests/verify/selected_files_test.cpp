@@ -60,9 +60,10 @@ std::string pages(const std::vector<std::string>& names) {
     inputs.push_back("C:\\M\\" + name);
   }
   FakeHost host;
-  const proof::SelectedPages selected = proof::pagesOf(host, inputs);
-  std::string text = selected.failure ? selected.failure->what : "";
-  for (const proof::PageFiles& page : selected.pages) {
+  const proof::SelectedPages selected(host, inputs);
+  std::string text = selected.failure() ? selected.failure()->what : "";
+  for (std::size_t i = 0; i < selected.size(); ++i) {
+    const proof::PageFiles page = selected.page(i);
     EXPECT_EQ(page.folder, "C:\\M\\");
     text += page.name + "," + page.letters + "," + std::to_string(page.files.size()) + ";";
   }

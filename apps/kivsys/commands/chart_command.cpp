@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "analysis/records_in_memory.h"
 #include "analysis/report_index.h"
 #include "apps/kivsys/commands/draw_command.h"
 #include "apps/kivsys/commands/valid_pages.h"
@@ -16,7 +17,6 @@
 #include "drawing/chart_drawings.h"
 #include "platform/console/console_host.h"
 #include "platform/console/printable.h"
-#include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
@@ -75,7 +75,7 @@ int chartNames(ConsoleHost& console, const std::string& namesFile, const Planned
   if (namesFile.empty()) {
     return printOutcome(summaryOf(plan.pages, false), exit_status::critical);
   }
-  OverlayFiles files(console.system(), console.system());  // report and verdict are not asked for
+  RecordsInMemory files(console.system(), console.system());  // report and verdict are not asked for
   NoPrograms programs;
   KivSystem program({files, console.user(), programs, console.system()});
   GroupFacts facts({.instruments = true});

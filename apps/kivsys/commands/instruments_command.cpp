@@ -5,6 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "analysis/records_in_memory.h"
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
@@ -12,7 +13,6 @@
 #include "apps/kivsys/output/next_step.h"
 #include "diagnostics/group_facts.h"
 #include "platform/console/console_host.h"
-#include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
@@ -43,7 +43,7 @@ std::string asText(Machine& machine, const std::vector<Instrument>& instruments,
 
 int listNames(ConsoleHost& console, const std::string& namesFile, const ValidPages* pages,
               const InstrumentsOptions& options) {
-  OverlayFiles files(console.system(), console.system());  // report and verdict are not asked for
+  RecordsInMemory files(console.system(), console.system());  // report and verdict are not asked for
   NoPrograms programs;
   KivSystem program({files, console.user(), programs, console.system()});
   GroupFacts facts({.instruments = true});

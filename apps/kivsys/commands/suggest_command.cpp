@@ -5,6 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "analysis/records_in_memory.h"
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
@@ -18,7 +19,6 @@
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
 #include "platform/console/shell_words.h"
-#include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "repair/group_evidence.h"
 #include "repair/suggestions.h"
@@ -127,7 +127,7 @@ int deliver(const SuggestRun& run, const RunOutcome& outcome, const std::optiona
 
 int suggestForNames(const SuggestRun& run, const std::string& namesFile) {
   ConsoleHost& console = run.console;
-  OverlayFiles files(console.system(), console.system());  // report and verdict are not asked for
+  RecordsInMemory files(console.system(), console.system());  // report and verdict are not asked for
   NoPrograms programs;
   KivSystem program({files, console.user(), programs, console.system()});
   std::optional<Suggestions> suggestions;
