@@ -7,6 +7,7 @@
 #include "apps/kivsys/commands/conversion_plan.h"
 #include "apps/kivsys/commands/dry_run.h"
 #include "apps/kivsys/commands/music_check.h"
+#include "apps/kivsys/commands/music_of_results.h"
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/strict_refusal.h"
 #include "apps/kivsys/commands/valid_pages.h"
