@@ -84,7 +84,7 @@ class ConvertRun {
   DryRunUser dryRunUser_;
   NoPrograms noPrograms_;
   GroupFacts group_;
-  MusicOfResults music_{group_};
+  MusicOfResults music_{group_, goesAhead(options_) ? ByThread::yes : ByThread::no};
   KivSystem program_;
   bool needsConversion_ = false;
   int failure_ = exit_status::critical;  // the status of a run that does not end normally
@@ -273,7 +273,7 @@ int runConvert(const ConvertOptions& typed) {
   RunJournal journal(system, options.trace ? "trace" : "convert", UndoNeed::wanted);
   useJournal(system, journal, !options.noUndo && !options.dryRun);
   const std::string firstResultFile = options.result.empty() ? "" : system.fullName(options.result);
-  if (options.jobs != 1 && !options.trace && !options.dryRun) {
+  if (goesAhead(options)) {
     system.readAhead();
     system.writeInBackground();
   }

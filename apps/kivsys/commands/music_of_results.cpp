@@ -28,6 +28,27 @@ std::size_t writtenCount(Machine& machine, const std::string& stem, const Writte
 }  // namespace
 
 void MusicOfResults::resultHandedOver(std::int16_t system, const std::string&, std::string_view bytes) {
+  if (worker_ == nullptr) {
+    compare(system, bytes);
+    return;
+  }
+  settle();
+  bytes_.assign(bytes);
+  worker_->begin([this, system]() -> Worker::Outcome {
+    compare(system, bytes_);
+    return std::nullopt;
+  });
+}
+
+/// Waits for the result that is being compared.
+void MusicOfResults::settle() {
+  if (worker_ != nullptr && worker_->isBusy()) {
+    static_cast<void>(worker_->wait());
+  }
+}
+
+/// The thread's part, if there is one. While it lasts, nothing else uses what it changes.
+void MusicOfResults::compare(std::int16_t system, std::string_view bytes) {
   if (last_) {
     check_.add(*last_);
     last_.reset();
@@ -41,6 +62,7 @@ void MusicOfResults::resultHandedOver(std::int16_t system, const std::string&, s
 }
 
 std::vector<Message> MusicOfResults::warnings(Files& files, Machine& machine, const WrittenResults& written) {
+  settle();
   const auto stem = proof::stemOfResults(machine, written.first);
   if (!stem) {
     return {};
