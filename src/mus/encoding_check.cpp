@@ -72,9 +72,14 @@ Location originOf(const ItemTable& table, int row) {
 }  // namespace
 
 std::optional<LostItem> findLostItem(std::string_view page, const ItemTable& table) {
+  return findLostItem(page, {table, writtenRows(table)});
+}
+
+std::optional<LostItem> findLostItem(std::string_view page, const WrittenRows& written) {
+  const ItemTable& table = written.table;
   PageWalker walker(page);
   int number = 1;
-  for (const std::int16_t row : writtenRows(table)) {
+  for (const std::int16_t row : written.rows) {
     if (table.type(row) == ItemType::deleted) {
       continue;
     }
