@@ -114,10 +114,7 @@ std::string_view PageWalker::chunks() const {
 }
 
 void decodeItem(std::string_view file, const ItemBytes& place, Item& item) {
-  const auto kept = static_cast<std::size_t>(place.kept);
-  const std::span<float> parameters = item.parameters();
-  ByteCursor::copyFloats(file, place.parameters, parameters.first(kept));
-  std::ranges::fill(parameters.subspan(kept), 0.0F);
+  ByteCursor::copyFloats(file, place.parameters, static_cast<std::size_t>(place.kept), item.parameters());
   const ItemType type = item.type();
   if (!type.hasText()) {
     item.text.clear();
