@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -79,21 +80,24 @@ class ByteCursor {
     }
   }
 
-  /// Whether the words from a byte offset on, which must be there, are these bit by bit.
-  static bool holdsFloats(std::string_view bytes, std::size_t offset, std::span<const float> floats) {
-    if (floats.empty()) {
-      return true;
-    }
+  /// Fills an array with the words from a byte offset on, and with zeros after this number of them, which must be
+  /// there.
+  template <std::size_t size>
+  static void copyFloats(std::string_view bytes, std::size_t offset, std::size_t count, std::span<float, size> to) {
     if constexpr (std::endian::native == std::endian::little) {
-      return std::memcmp(bytes.data() + offset, floats.data(), floats.size_bytes()) == 0;
-    }
-    for (const float number : floats) {
-      if (std::bit_cast<std::uint32_t>(number) != std::bit_cast<std::uint32_t>(floatAt(bytes, offset))) {
-        return false;
+      if (bytes.size() - offset >= size * bytesPerWord) {
+        // All of them, as a fixed number of bytes is copied faster.
+        std::memcpy(to.data(), bytes.data() + offset, size * bytesPerWord);
+        const auto kept = static_cast<std::int32_t>(count);
+        for (std::int32_t i = 0; i < static_cast<std::int32_t>(size); ++i) {  // without branches
+          float& number = to[static_cast<std::size_t>(i)];
+          number = i < kept ? number : 0;
+        }
+        return;
       }
-      offset += bytesPerWord;
     }
-    return true;
+    copyFloats(bytes, offset, to.first(count));
+    std::fill(to.begin() + static_cast<std::ptrdiff_t>(count), to.end(), 0.0F);
   }
 
   static std::uint32_t byteAt(std::string_view bytes, std::size_t offset) {

@@ -64,10 +64,13 @@ Item staffBarline(const OrderTable& order, std::int16_t instr, float staff, cons
 
 void normalizeBarlines(ItemTable& items, const OrderTable& order, const BarlineList& barlines) {
   const std::vector<int> staves = discardBarlines(items);
-  for (const int i : staves) {
+  for (const int i : barlines.size() > 1 ? staves : std::vector<int>()) {
+    const std::int16_t instr = wholePar(items, i, par::instrument);
+    Item barline = staffBarline(order, instr, items.itemPar(i, par::staff), barlines[1]);
     for (std::size_t b = 1; b < barlines.size(); ++b) {
-      const std::int16_t instr = wholePar(items, i, par::instrument);
-      items.store_item(staffBarline(order, instr, items.itemPar(i, par::staff), barlines[b]));
+      barline[par::position] = barlines[b].position;
+      barline[par::kind] = barlines[b].kind;
+      items.store_item(barline);
     }
   }
   if (barlines.empty()) {

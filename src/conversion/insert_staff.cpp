@@ -1,5 +1,7 @@
 #include "conversion/insert_staff.h"
 
+#include <vector>
+
 #include "conversion/set_rest_durations.h"
 #include "conversion/set_time_signature.h"
 #include "messages/conversion_messages.h"
@@ -23,86 +25,90 @@ float lastPar(const ItemTable& items, int p) {
   return items.itemPar(items.itemCount(), p);
 }
 
-/// Spans of 0 on staff 1 become 1. Returns the widest span; one that 16 bits do not hold ends the program.
-std::int16_t widestSpan(ItemTable& items) {
-  std::int16_t widest = 0;
-  for (int i = 1; i <= items.itemCount(); ++i) {
-    if (items.type(i) != ItemType::barline || items.itemPar(i, par::staff) != 1) {
-      continue;
-    }
-    float& span = items.itemPar(i, par::spannedStaves);
-    if (span == 0) {
-      span = 1;
-    }
-    if (span > static_cast<float>(widest)) {
-      widest = wholePar(items, i, par::spannedStaves);
-    }
+/// The rows of the staff items.
+using StaffRows = std::vector<int>;
+
+/// A barline on staff 1: a span of 0 becomes 1. Returns the widest span up to now; one that 16 bits do not hold ends
+/// the program.
+std::int16_t correctSpan(ItemTable& items, int i, std::int16_t widest) {
+  float& span = items.itemPar(i, par::spannedStaves);
+  if (span == 0) {
+    span = 1;
   }
-  return widest;
+  return span > static_cast<float>(widest) ? wholePar(items, i, par::spannedStaves) : widest;
 }
 
-float highestStaff(const ItemTable& items) {
-  float top = 0;
+/// Corrects the spans of the barlines on staff 1. Returns the rows of the staves.
+StaffRows correctSpans(ItemTable& items) {
+  StaffRows staves;
+  std::int16_t widest = 0;  // is not used, but a span that is too wide is an error
   for (int i = 1; i <= items.itemCount(); ++i) {
-    if (isStaff(items, i) && items.itemPar(i, par::staff) > top) {
-      top = items.itemPar(i, par::staff);
+    const Item& item = items.item(i);
+    if (item.type() == ItemType::staff) {
+      staves.push_back(i);
+    } else if (item.type() == ItemType::barline && item[par::staff] == 1) {
+      widest = correctSpan(items, i, widest);
     }
+  }
+  return staves;
+}
+
+float highestStaff(const ItemTable& items, const StaffRows& staves) {
+  float top = 0;
+  for (const int i : staves) {
+    top = items.itemPar(i, par::staff) > top ? items.itemPar(i, par::staff) : top;
   }
   return top;
 }
 
 /// The staff number that the new staff takes: that of the adjacent instrument's staff, or its identifier where it has
 /// none. Once it is a staff number, later staves are still compared with it by their identifiers.
-float numberOfAdjacentStaff(const ItemTable& items, std::int16_t adjacent) {
+float numberOfAdjacentStaff(const ItemTable& items, const StaffRows& staves, std::int16_t adjacent) {
   float w = adjacent;
-  for (int i = 1; i <= items.itemCount(); ++i) {
-    if (isStaff(items, i) && items.itemPar(i, par::instrument) == w) {
+  for (const int i : staves) {
+    if (items.itemPar(i, par::instrument) == w) {
       w = items.itemPar(i, par::staff);
     }
   }
   return w;
 }
 
-/// Moves the staves from w to top up by one. Returns the place that becomes free, with position and P6 of the last
-/// staff item.
-StaffPlace shiftStavesUp(ItemTable& items, float w, float top) {
-  StaffPlace place{w};
+/// Moves the staves from w to top up by one.
+void shiftStavesUp(ItemTable& items, float w, float top) {
   for (int i = 1; i <= items.itemCount(); ++i) {
     float& staff = items.itemPar(i, par::staff);
     if (staff >= w && staff <= top) {
       staff += 1;
     }
-    if (isStaff(items, i)) {
-      place.position = items.itemPar(i, par::position);
-      place.par6 = items.itemPar(i, par::par6);
-    }
   }
-  return place;
 }
 
-StaffPlace placeNextTo(ItemTable& items, std::int16_t adjacent) {
-  const float w = numberOfAdjacentStaff(items, adjacent);
-  const float top = highestStaff(items);
+/// The place that becomes free when staves move up, with position and P6 of the last staff item.
+StaffPlace placeNextTo(ItemTable& items, const StaffRows& staves, std::int16_t adjacent) {
+  const float w = numberOfAdjacentStaff(items, staves, adjacent);
+  const float top = highestStaff(items, staves);
   if (w == 0 || top == 0 || top < w) {
     endProgram(messages::noPlaceForStaff(w, top));
   }
-  return shiftStavesUp(items, w, top);
+  shiftStavesUp(items, w, top);
+  const Item& last = items.item(staves.back());  // there is one, as one is the highest
+  return {w, last[par::position], last[par::par6]};
 }
 
-StaffPlace placeOnTop(const ItemTable& items) {
-  const float top = highestStaff(items);
+StaffPlace placeOnTop(const ItemTable& items, const StaffRows& staves) {
+  const float top = highestStaff(items, staves);
   if (top == 0) {
     endProgram(messages::noPlaceOnTop(top));
   }
   return {top + 1};
 }
 
-StaffPlace findPlace(ItemTable& items, std::int16_t instr, const OrderTable& order) {
+StaffPlace findPlace(ItemTable& items, const StaffRows& staves, std::int16_t instr, const OrderTable& order) {
   const int k = order.find(instr);
   if (k == 0) {
     endProgram(messages::subscriptOutOfRange({.file = items.file()}));
   }
-  return k == 1 ? placeOnTop(items) : placeNextTo(items, order.entry(k - 1).instr);
+  return k == 1 ? placeOnTop(items, staves) : placeNextTo(items, staves, order.entry(k - 1).instr);
 }
 
 void appendStaff(ItemTable& items, const StaffPlace& place, std::int16_t instr, const OrderTable& order) {
@@ -140,8 +146,8 @@ void appendKeySignature(ItemTable& items, std::int16_t instr, const OrderTable& 
 
 void insertStaff(ItemTable& items, std::int16_t instr, const OrderTable& order, const FirstClefTable& firstClefs,
                  const BarlineList& barlines) {
-  static_cast<void>(widestSpan(items));  // the result is not used, but a span that is too wide is an error
-  appendStaff(items, findPlace(items, instr, order), instr, order);
+  const StaffRows staves = correctSpans(items);
+  appendStaff(items, findPlace(items, staves, instr, order), instr, order);
   appendClef(items, instr, firstClefs);
   appendKeySignature(items, instr, order);
   for (std::size_t b = 1; b < barlines.size(); ++b) {

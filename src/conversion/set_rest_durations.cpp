@@ -17,31 +17,26 @@ struct TimeSignature {
   float lower = 0;
 };
 
-bool isBeat(const ItemTable& items, int i) {
-  const ItemType type = items.type(i);
-  return type == ItemType::note || type == ItemType::rest;
-}
+/// What says where the rests of a rest staff are, and how long.
+struct Models {
+  NearestItem beats;  ///< of the real staff whose bars it copies
+  NearestItem times;  ///< its own time signatures
+};
 
-NearestItem beatsOf(const ItemTable& items, float staff) {
-  NearestItem beats;
+Models modelsOf(const ItemTable& items, const StaffPair& staves) {
+  Models models;
   for (int i = 1; i <= items.itemCount(); ++i) {
-    if (isBeat(items, i) && items.itemPar(i, par::staff) == staff) {
-      beats.add(items, i);
+    const Item& item = items.item(i);
+    if (item[par::staff] == staves.reference && (item.type() == ItemType::note || item.type() == ItemType::rest)) {
+      models.beats.add(items, i);
+    }
+    if (item[par::staff] == staves.rest && item.type() == ItemType::timeSignature) {
+      models.times.add(items, i);
     }
   }
-  beats.sort();
-  return beats;
-}
-
-NearestItem timeSignaturesOf(const ItemTable& items, float staff) {
-  NearestItem times;
-  for (int i = 1; i <= items.itemCount(); ++i) {
-    if (items.type(i) == ItemType::timeSignature && items.itemPar(i, par::staff) == staff) {
-      times.add(items, i);
-    }
-  }
-  times.sort();
-  return times;
+  models.beats.sort();
+  models.times.sort();
+  return models;
 }
 
 /// The first time signature in the order table, for a staff that has none of its own.
@@ -86,15 +81,14 @@ Item barRest(float staff, float position, float length) {
 void setRestDurations(ItemTable& items, std::int16_t instrument, const OrderTable& order, const BarlineList& barlines) {
   const StaffPair staves = findStaffPair(items, instrument, "setRestDurations");
   // An added rest has the position of a beat that precedes it in item order, so it is never the first one there.
-  const NearestItem beats = beatsOf(items, staves.reference);
-  const NearestItem times = timeSignaturesOf(items, staves.rest);
+  const Models models = modelsOf(items, staves);
   for (std::size_t b = 0; b + 1 < barlines.size(); ++b) {
-    const int beat = beats.rightOf(barlines[b].position);
+    const int beat = models.beats.rightOf(barlines[b].position);
     if (beat == 0) {
       endProgram(messages::noBeatInBar());
     }
     const float position = items.itemPar(beat, par::position);
-    const int time = times.leftOf(position);
+    const int time = models.times.leftOf(position);
     const TimeSignature signature =
         time == 0 ? anyTimeSignature(order)
                   : TimeSignature{items.itemPar(time, par::upperNumber), items.itemPar(time, par::lowerNumber)};

@@ -7,6 +7,11 @@ namespace {
 
 constexpr float leftOfAnything = -9999;
 
+bool isStaffOrSign(ItemType type) {
+  return type == ItemType::staff || type == ItemType::clef || type == ItemType::keySignature ||
+         type == ItemType::timeSignature;
+}
+
 /// The rightmost item of a kind on a staff; of several at its position the first.
 struct Rightmost {
   int item = 0;
@@ -30,6 +35,9 @@ std::unordered_map<float, StaffState> stateAtTheRightEnd(const ItemTable& items)
   std::unordered_map<float, StaffState> states;
   for (int i = 1; i <= items.itemCount(); ++i) {
     const ItemType type = items.type(i);
+    if (!isStaffOrSign(type)) {
+      continue;
+    }
     StaffState& state = states[items.itemPar(i, par::staff)];
     if (type == ItemType::clef) {
       state.clef.update(items, i);

@@ -1,9 +1,11 @@
 #include "mus/encoding_check.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <string>
 
@@ -52,10 +54,9 @@ bool isCopy(const PageWalker& page, const Item& written) {
     return false;
   }
   const ItemBytes place = page.itemBytes();
-  const auto kept = static_cast<std::size_t>(place.kept);
-  const std::span<const float> parameters = written.parameters();
-  return ByteCursor::holdsFloats(page.bytes(), place.parameters, parameters.first(kept)) &&
-         std::ranges::all_of(parameters.subspan(kept), [](float parameter) { return parameter == 0; });
+  std::array<float, parameterCount> read{};
+  ByteCursor::copyFloats(page.bytes(), place.parameters, static_cast<std::size_t>(place.kept), std::span(read));
+  return std::memcmp(read.data(), written.parameters().data(), sizeof read) == 0;
 }
 
 Item decoded(const PageWalker& page) {
@@ -72,9 +73,14 @@ Location originOf(const ItemTable& table, int row) {
 }  // namespace
 
 std::optional<LostItem> findLostItem(std::string_view page, const ItemTable& table) {
+  return findLostItem(page, {table, writtenRows(table)});
+}
+
+std::optional<LostItem> findLostItem(std::string_view page, const WrittenRows& written) {
+  const ItemTable& table = written.table;
   PageWalker walker(page);
   int number = 1;
-  for (const std::int16_t row : writtenRows(table)) {
+  for (const std::int16_t row : written.rows) {
     if (table.type(row) == ItemType::deleted) {
       continue;
     }

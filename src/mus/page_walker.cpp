@@ -13,6 +13,17 @@ std::string_view chunksOf(std::string_view file, const ItemBytes& place) {
                      bytesPerWord * static_cast<std::size_t>(place.length - textHeadWords));
 }
 
+void decodeText(std::string_view file, const ItemBytes& place, Item& item) {
+  const ItemType type = item.type();
+  std::string_view text = chunksOf(file, place);
+  if (type == ItemType::shortText) {
+    text = text.substr(0, shortTextCharacters);
+  } else if (type == ItemType::countedText) {
+    text = text.substr(0, static_cast<std::size_t>(toInt32(item[par::textLength]).value_or(0)));
+  }
+  item.text = text;
+}
+
 }  // namespace
 
 PageWalker::PageWalker(std::string_view file) : file_(file), cursor_(file) {
@@ -114,22 +125,13 @@ std::string_view PageWalker::chunks() const {
 }
 
 void decodeItem(std::string_view file, const ItemBytes& place, Item& item) {
-  const auto kept = static_cast<std::size_t>(place.kept);
-  const std::span<float> parameters = item.parameters();
-  ByteCursor::copyFloats(file, place.parameters, parameters.first(kept));
-  std::ranges::fill(parameters.subspan(kept), 0.0F);
-  const ItemType type = item.type();
-  if (!type.hasText()) {
+  ByteCursor::copyFloats(file, place.parameters, static_cast<std::size_t>(place.kept), item.parameters());
+  const bool hasText = place.kept != place.length;  // of any other item all words are kept
+  if (!hasText) {
     item.text.clear();
     return;
   }
-  std::string_view text = chunksOf(file, place);
-  if (type == ItemType::shortText) {
-    text = text.substr(0, shortTextCharacters);
-  } else if (type == ItemType::countedText) {
-    text = text.substr(0, static_cast<std::size_t>(toInt32(item[par::textLength]).value_or(0)));
-  }
-  item.text = text;
+  decodeText(file, place, item);
 }
 
 }  // namespace kiv

@@ -73,7 +73,9 @@ std::vector<std::int16_t> sortedRows(const std::vector<SortKey>& keys) {
     // Many staves are listed from left to right already.
     for (auto row = order.begin(); (row = std::is_sorted_until(row, order.end(), isBefore)) != order.end();) {
       const auto [start, end] = std::equal_range(order.begin(), order.end(), *row, isHigher);
-      std::stable_sort(start, end, isBefore);
+      // What a conversion has added to a staff is at its end.
+      std::stable_sort(row, end, isBefore);
+      std::inplace_merge(start, row, end, isBefore);
       row = end;
     }
     return order;

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
 #include <numeric>
 
 #include "base/bytes.h"
@@ -25,12 +29,27 @@ std::string blankFilled(ItemType type, std::string_view text) {
   return filled;
 }
 
+/// Whether this parameter and the one before it are 0, with whatever sign.
+bool areBothZero(const Item& item, int p) {
+  constexpr std::uint64_t allButSigns = 0x7FFFFFFF7FFFFFFF;
+  std::uint64_t bits = 0;
+  std::memcpy(&bits, &item.parameters()[static_cast<std::size_t>(p - 2)], sizeof bits);
+  return (bits & allButSigns) == 0;
+}
+
+/// The last parameter that is not 0: P2, the number of a staff, or one after it.
+int lastParameter(const Item& item) {
+  int last = parameterCount;
+  while (areBothZero(item, last)) {
+    last -= 2;
+  }
+  return item[last] == 0 ? last - 1 : last;
+}
+
 /// Writes one item after the other and counts their words.
 class PageEncoder {
  public:
-  PageEncoder(const std::string& musFileName, std::string& content) : musFileName_(musFileName), content_(content) {
-    content_.assign(headerBytes, '\0');
-  }
+  PageEncoder(const std::string& musFileName, std::string& content) : musFileName_(musFileName), content_(content) {}
 
   void add(Item& item);
   void finish();
@@ -39,12 +58,29 @@ class PageEncoder {
   void addText(Item& item);
   void addPlain(const Item& item);
   void addWords(float length, const Item& item, int last);
+  void addBytes(std::string_view bytes);
+  char* spaceFor(std::size_t bytes);
   void addToCount(double words);
 
   const std::string& musFileName_;
   std::string& content_;
+  std::size_t size_ = headerBytes;  // of the content; what lies beyond is cut off in the end
   std::int16_t wordCount_ = 0;
 };
+
+/// Where the next bytes go. They count once size_ includes them.
+char* PageEncoder::spaceFor(std::size_t bytes) {
+  constexpr std::size_t step = 4096;
+  if (content_.size() < size_ + bytes) {
+    content_.resize(size_ + bytes + step);
+  }
+  return content_.data() + size_;
+}
+
+void PageEncoder::addBytes(std::string_view bytes) {
+  std::ranges::copy(bytes, spaceFor(bytes.size()));
+  size_ += bytes.size();
+}
 
 void PageEncoder::addToCount(double words) {
   const auto sum = toInt16(wordCount_ + words);
@@ -55,16 +91,19 @@ void PageEncoder::addToCount(double words) {
 }
 
 void PageEncoder::addWords(float length, const Item& item, int last) {
-  std::array<char, bytesPerWord*(parameterCount + 1)> words{};
-  putWord(length, words.data());
-  char* place = words.data();
-  for (int p = 1; p <= last; ++p) {
+  // All parameters, as a fixed number is written faster. The next item replaces those that are too many.
+  char* place = spaceFor(bytesPerWord * (parameterCount + 1));
+  putWord(length, place);
+  for (const float parameter : item.parameters()) {
     place += bytesPerWord;
-    putWord(item[p], place);
+    putWord(parameter, place);
   }
   const int count = last + 1;
-  content_.append(words.data(), bytesPerWord * static_cast<std::size_t>(count));
-  addToCount(count);
+  size_ += bytesPerWord * static_cast<std::size_t>(count);
+  if (count > std::numeric_limits<std::int16_t>::max() - wordCount_) {
+    endProgram(messages::overflow({.file = musFileName_}));
+  }
+  wordCount_ = static_cast<std::int16_t>(wordCount_ + count);
 }
 
 void PageEncoder::add(Item& item) {
@@ -87,34 +126,41 @@ void PageEncoder::addText(Item& item) {
   const std::string chunks = blankFilled(type, item.text);
   const double chunkCount = static_cast<double>(chunks.size()) / bytesPerWord;
   addWords(static_cast<float>(chunkCount + textHeadWords), item, textHeadWords);
-  content_ += chunks;
+  addBytes(chunks);
   addToCount(chunkCount);
 }
 
 void PageEncoder::addPlain(const Item& item) {
-  int last = parameterCount;
-  while (item[last] == 0) {  // P2 is the number of a staff, and ends it at the latest
-    --last;
-  }
+  const int last = lastParameter(item);
   addWords(static_cast<float>(last), item, last);
 }
 
 void PageEncoder::finish() {
-  content_ += standardTrailer();
+  addBytes(standardTrailer());
+  content_.resize(size_);
   addToCount(trailerWords);
   const auto bits = static_cast<std::uint16_t>(wordCount_);
   content_[0] = static_cast<char>(bits & 0xFFU);
   content_[1] = static_cast<char>(bits >> 8U);
 }
 
-int writtenStaff(const ItemTable& table, int i) {
+std::uint8_t writtenStaff(const ItemTable& table, int i) {
   const float staff = table.itemPar(i, par::staff);
   const bool written = staff >= 1 && staff <= highestStaff && staff == static_cast<float>(static_cast<int>(staff));
-  return written ? static_cast<int>(staff) : 0;
+  return written ? static_cast<std::uint8_t>(staff) : std::uint8_t{0};
 }
 
-void refuseLoss(const std::string& musFileName, const ItemTable& table, std::string_view bytes) {
-  if (const auto lost = findLostItem(bytes, table)) {
+void encodeRows(const std::string& musFileName, const std::vector<std::int16_t>& rows, ItemTable& table,
+                std::string& bytes) {
+  PageEncoder encoder(musFileName, bytes);
+  for (const std::int16_t i : rows) {
+    encoder.add(table.item(i));
+  }
+  encoder.finish();
+}
+
+void refuseLoss(const std::string& musFileName, const WrittenRows& written, std::string_view bytes) {
+  if (const auto lost = findLostItem(bytes, written)) {
     endProgram(messages::resultUnreadable(musFileName, lost->number, lost->location));
   }
 }
@@ -122,36 +168,39 @@ void refuseLoss(const std::string& musFileName, const ItemTable& table, std::str
 }  // namespace
 
 std::vector<std::int16_t> writtenRows(const ItemTable& table) {
+  std::vector<std::uint8_t> staves;  // of the rows
+  staves.reserve(static_cast<std::size_t>(table.itemCount()));
   std::array<std::int16_t, highestStaff + 2> next{};
   for (int i = 1; i <= table.itemCount(); ++i) {
-    ++next[static_cast<std::size_t>(writtenStaff(table, i)) + 1];
+    const std::uint8_t staff = writtenStaff(table, i);
+    staves.push_back(staff);
+    ++next[staff + 1U];
   }
   next[1] = 0;
   std::partial_sum(next.begin(), next.end(), next.begin());
   std::vector<std::int16_t> rows(static_cast<std::size_t>(next.back()));
-  for (int i = 1; i <= table.itemCount(); ++i) {
-    if (const int staff = writtenStaff(table, i); staff != 0) {
-      rows[static_cast<std::size_t>(next[static_cast<std::size_t>(staff)]++)] = static_cast<std::int16_t>(i);
+  std::int16_t row = 0;
+  for (const std::uint8_t staff : staves) {
+    ++row;
+    if (staff != 0) {
+      rows[static_cast<std::size_t>(next[staff]++)] = row;
     }
   }
   return rows;
 }
 
 void encodePage(const std::string& musFileName, ItemTable& table, std::string& bytes) {
-  PageEncoder encoder(musFileName, bytes);
-  for (const std::int16_t i : writtenRows(table)) {
-    encoder.add(table.item(i));
-  }
-  encoder.finish();
+  encodeRows(musFileName, writtenRows(table), table, bytes);
 }
 
 bool encodeFile(const std::string& musFileName, ItemTable& table, std::string& buffer, ReadBack readBack) {
   if (table.itemCount() == 0) {
     return false;
   }
-  encodePage(musFileName, table, buffer);
+  const std::vector<std::int16_t> rows = writtenRows(table);
+  encodeRows(musFileName, rows, table, buffer);
   if (readBack == ReadBack::yes) {
-    refuseLoss(musFileName, table, buffer);
+    refuseLoss(musFileName, {table, rows}, buffer);
   }
   return true;
 }

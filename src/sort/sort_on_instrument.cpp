@@ -1,5 +1,6 @@
 #include "sort/sort_on_instrument.h"
 
+#include <limits>
 #include <unordered_map>
 #include <vector>
 
@@ -33,19 +34,26 @@ StaffKeys staffKeys(const ItemTable& table) {
   return list;
 }
 
+float keyOfStaff(const StaffKeys& staves, std::int16_t staff) {
+  const auto key = staves.keys.find(staff);
+  if (key == staves.keys.end()) {
+    endProgram(messages::sortProblem());
+  }
+  return key->second;
+}
+
 void sortByKey(const StaffKeys& staves, ItemTable& table) {
   std::vector<SortKey> keys;
   keys.reserve(static_cast<std::size_t>(table.itemCount()));
-  auto key = staves.keys.end();
+  float staff = std::numeric_limits<float>::quiet_NaN();
+  float key = 0;
   for (int i = 1; i <= table.itemCount(); ++i) {
-    const std::int16_t staff = staffOf(table, i);
-    if (key == staves.keys.end() || key->first != staff) {  // items mostly come staff by staff
-      key = staves.keys.find(staff);
+    const Item& item = table.item(i);
+    if (item[par::staff] != staff) {  // items mostly come staff by staff
+      key = keyOfStaff(staves, staffOf(table, i));
+      staff = item[par::staff];
     }
-    if (key == staves.keys.end()) {
-      endProgram(messages::sortProblem());
-    }
-    keys.push_back({key->second, table.itemPar(i, par::position), table.itemPar(i, par::height)});
+    keys.push_back({key, item[par::position], item[par::height]});
   }
   table.reorder(sortedRows(keys));
 }

@@ -1,6 +1,10 @@
 #include "base/byte_cursor.h"
 
-#include <vector>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <span>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -47,13 +51,18 @@ TEST(ByteCursor, FillsACutOffFloatWithZeroBytes) {
   EXPECT_FALSE(cursor.ok());
 }
 
-TEST(ByteCursor, ComparesWordsBitByBit) {
-  const test::ExactBytes content(bytes("FF 00 00 80 3F 00 00 00 80"));
-  const std::vector<float> same = {1, -0.0F};
-  EXPECT_TRUE(ByteCursor::holdsFloats(content.view(), 1, same));
-  EXPECT_TRUE(ByteCursor::holdsFloats(content.view(), 9, {}));
-  EXPECT_FALSE(ByteCursor::holdsFloats(content.view(), 1, std::vector<float>{1, 0})) << "another zero";
-  EXPECT_FALSE(ByteCursor::holdsFloats(content.view(), 1, std::vector<float>{2, -0.0F}));
+TEST(ByteCursor, FillsAnArrayWithWordsAndThenZeros) {
+  // Words beyond those that are wanted may be there, or not.
+  for (const std::string_view text : {"FF 00 00 80 3F 00 00 C0 7F", "FF 00 00 80 3F 00 00 C0 7F 00 00 00 40",
+                                      "FF 00 00 80 3F 00 00 C0 7F 00 00 00 40 00 00 40 40 00 00 80 40"}) {
+    const test::ExactBytes content(bytes(text));
+    for (const std::size_t count : {0U, 1U, 2U}) {
+      std::array<float, 3> numbers = {7, 8, 9};
+      ByteCursor::copyFloats(content.view(), 1, count, std::span(numbers));
+      const std::array<std::uint32_t, 3> expected = {count > 0 ? 0x3F800000U : 0, count > 1 ? 0x7FC00000U : 0, 0};
+      EXPECT_EQ((std::bit_cast<std::array<std::uint32_t, 3>>(numbers)), expected) << text << ", " << count;
+    }
+  }
 }
 
 TEST(ByteCursor, ReadsWhatIsLeft) {

@@ -10,6 +10,10 @@ RestStaves restStavesOf(const ConvertOptions& options) {
   return options.fit ? RestStaves::fitting : RestStaves::asKnownSoFar;
 }
 
+bool goesAhead(const ConvertOptions& options) {
+  return options.jobs != 1 && !options.trace && !options.dryRun;
+}
+
 std::optional<ResultFolder> folderOfResults(ConsoleSystem& system, const ConvertOptions& options,
                                             const std::string& firstResultFile) {
   if (firstResultFile.empty() || options.selection.likePanel) {

@@ -22,6 +22,9 @@ struct ResultPlan {
 /// How the conversion makes rest staves.
 RestStaves restStavesOf(const ConvertOptions& options);
 
+/// Whether threads write results and compare them with the music while the next systems are converted.
+bool goesAhead(const ConvertOptions& options);
+
 /// The folder of a result that was typed; nullopt for results beside the first page, and for those like the panel's.
 std::optional<ResultFolder> folderOfResults(ConsoleSystem& system, const ConvertOptions& options,
                                             const std::string& firstResultFile);

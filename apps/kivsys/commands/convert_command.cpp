@@ -7,6 +7,7 @@
 #include "apps/kivsys/commands/conversion_plan.h"
 #include "apps/kivsys/commands/dry_run.h"
 #include "apps/kivsys/commands/music_check.h"
+#include "apps/kivsys/commands/music_of_results.h"
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/strict_refusal.h"
 #include "apps/kivsys/commands/valid_pages.h"
@@ -83,7 +84,7 @@ class ConvertRun {
   DryRunUser dryRunUser_;
   NoPrograms noPrograms_;
   GroupFacts group_;
-  MusicOfResults music_{group_};
+  MusicOfResults music_{group_, goesAhead(options_) ? ByThread::yes : ByThread::no};
   KivSystem program_;
   bool needsConversion_ = false;
   int failure_ = exit_status::critical;  // the status of a run that does not end normally
@@ -272,7 +273,7 @@ int runConvert(const ConvertOptions& typed) {
   RunJournal journal(system, options.trace ? "trace" : "convert", UndoNeed::wanted);
   useJournal(system, journal, !options.noUndo && !options.dryRun);
   const std::string firstResultFile = options.result.empty() ? "" : system.fullName(options.result);
-  if (options.jobs != 1 && !options.trace && !options.dryRun) {
+  if (goesAhead(options)) {
     system.readAhead();
     system.writeInBackground();
   }

@@ -21,8 +21,8 @@ namespace {
 
 using Row = std::vector<std::string>;
 
-constexpr std::size_t mostWords = 8;     // of a cell of the table
-constexpr std::size_t longestCell = 32;  // columns that a name fills in the table
+constexpr std::size_t mostWordsOfCell = 8;  // of the table
+constexpr std::size_t longestCell = 32;     // columns that a name fills in the table
 constexpr std::size_t noLimit = SIZE_MAX;
 
 template <typename Value, typename WordOf>
@@ -69,10 +69,10 @@ std::string placeCell(Machine& machine, const InstrumentPlace& place) {
 }
 
 Row tableRow(Machine& machine, const Instrument& instrument) {
-  Row row = withSigns(
-      {std::to_string(instrument.order), idWord(instrument.id), nameCell(instrument.name),
-       systemWords(instrument, mostWords), placeCell(machine, instrument.first), placeCell(machine, instrument.last)},
-      signsOf(instrument, mostWords));
+  Row row = withSigns({std::to_string(instrument.order), idWord(instrument.id), nameCell(instrument.name),
+                       systemWords(instrument, mostWordsOfCell), placeCell(machine, instrument.first),
+                       placeCell(machine, instrument.last)},
+                      signsOf(instrument, mostWordsOfCell));
   for (std::string& cell : row) {
     cell = cell.empty() ? "-" : cell;
   }

@@ -18,7 +18,7 @@ namespace kiv {
 namespace {
 
 constexpr std::string_view firstNumberAndSuffix = "0001.MUS";
-constexpr std::string_view suffix = ".MUS";
+constexpr std::string_view pageSuffix = ".MUS";
 constexpr std::size_t digits = 4;
 
 std::string capitals(std::string text) {
@@ -29,16 +29,17 @@ std::string capitals(std::string text) {
 
 std::string numbered(const std::string& stem, std::size_t number) {
   const std::string text = std::to_string(number);
-  return stem + std::string(digits - std::min(digits, text.size()), '0') + text + std::string(suffix);
+  return stem + std::string(digits - std::min(digits, text.size()), '0') + text + std::string(pageSuffix);
 }
 
 /// The number in a result's name, of which the rest after the stem is given; nullopt when no result is named so.
 std::optional<std::size_t> numberIn(const std::string& rest) {
   constexpr std::size_t mostDigits = 5;  // of a 16-bit number
-  if (!rest.ends_with(suffix) || rest.size() < digits + suffix.size() || rest.size() > mostDigits + suffix.size()) {
+  if (!rest.ends_with(pageSuffix) || rest.size() < digits + pageSuffix.size() ||
+      rest.size() > mostDigits + pageSuffix.size()) {
     return std::nullopt;
   }
-  const std::string text = rest.substr(0, rest.size() - suffix.size());
+  const std::string text = rest.substr(0, rest.size() - pageSuffix.size());
   if (text.find_first_not_of("0123456789") != std::string::npos) {
     return std::nullopt;
   }
@@ -141,12 +142,12 @@ std::optional<std::string> refusalOfResultName(const std::string& typed) {
   if (name.ends_with(firstNumberAndSuffix)) {
     return std::nullopt;
   }
-  const bool isPage = name.ends_with(suffix);
+  const bool isPage = name.ends_with(pageSuffix);
   const bool isFolder =
       kindOf(typed) == PathKind::folder || name.find('.', name.find_last_of("/\\") + 1) == std::string::npos;
   const bool hasSeparator = typed.ends_with('/') || typed.ends_with('\\');
   const std::string meant =
-      isPage     ? withoutNumber(typed.substr(0, typed.size() - suffix.size())) + std::string(firstNumberAndSuffix)
+      isPage     ? withoutNumber(typed.substr(0, typed.size() - pageSuffix.size())) + std::string(firstNumberAndSuffix)
       : isFolder ? typed + (hasSeparator ? "" : "/") + "WORK" + std::string(firstNumberAndSuffix)
                  : "";
   return "the name of the first result must end in 0001.MUS: " + typed +
