@@ -19,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-PageStamp stampOf(const fs::path& file) {
+PageStamp pageStampOf(const fs::path& file) {
   std::error_code failure;
   return {file.filename().string(), fs::file_size(file, failure),
           static_cast<std::int64_t>(fs::last_write_time(file, failure).time_since_epoch().count())};
@@ -52,7 +52,7 @@ LibraryPiece libraryPiece(NativeSystem& system, const fs::path& folder, const Pi
   bool isSettled = true;
   for (const std::string& file : piece.files) {
     found.pages.push_back(system.fullName((folder / file).string()));
-    found.stamps.push_back(stampOf(folder / file));
+    found.stamps.push_back(pageStampOf(folder / file));
     isSettled = isSettled && !hasJustChanged(folder / file);
   }
   if (!isSettled) {
