@@ -112,7 +112,9 @@ if(NOT WIN32)
     console/output_file_test.cpp
     ../apps/kivsys/output/diagnostics_json.cpp
     ../apps/kivsys/output/instruments_output.cpp
+    ../apps/kivsys/output/json_text.cpp
     ../apps/kivsys/output/outcome_json.cpp
+    ../apps/kivsys/output/print_outcome.cpp
     ../apps/kivsys/output/text_table.cpp ../apps/kivsys/output/verification_json.cpp
     ../apps/kivsys/safety/file_kinds.cpp ../apps/kivsys/safety/input_files.cpp
     ../apps/kivsys/safety/output_file.cpp

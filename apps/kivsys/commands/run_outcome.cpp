@@ -19,11 +19,6 @@ std::string yesOrNo(bool value) {
 
 }  // namespace
 
-std::optional<std::string_view> FilePaths::find(std::string_view name) const {
-  const auto path = pages != nullptr ? pages->find(name) : std::nullopt;
-  return path || written == nullptr ? path : written->find(name);
-}
-
 bool endsNormally(ConsoleHost& console, const std::function<void()>& run) {
   return exitCodeOf(console.user(), run).value_or(exit_status::normal) == exit_status::normal;
 }

@@ -4,27 +4,17 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "apps/kivsys/output/print_outcome.h"
 #include "diagnostics/problems.h"
 #include "messages/console_words.h"
 #include "platform/console/console_host.h"
+#include "platform/console/path_table.h"
 #include "shell/kivsystem.h"
 #include "verify/verify.h"
 
 namespace kiv {
-
-/// Where the files of a run are. The tables are the console's.
-struct FilePaths {
-  const PathTable* pages = nullptr;    ///< null for none
-  const PathTable* written = nullptr;  ///< null for none
-
-  bool isEmpty() const { return (pages == nullptr || pages->isEmpty()) && (written == nullptr || written->isEmpty()); }
-  /// The path of a file that the core names.
-  std::optional<std::string_view> find(std::string_view name) const;
-};
 
 /// How an analysis ended, and its results. What it did not reach is empty.
 struct RunOutcome {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
+#include <utility>
 
 #include "apps/kivsys/selection/natural_order.h"
 #include "apps/kivsys/selection/page_arguments.h"
@@ -109,12 +110,15 @@ bool PageFinder::putIntoNaturalOrder() {
   return true;
 }
 
-std::string PageFinder::names() const {
-  std::string lines;
-  for (const std::string& name : names_) {
-    lines += name + " 1\r\n";
+void PageFinder::giveTo(SelectedPages& selected) && {
+  for (const std::string& name : std::exchange(names_, {})) {
+    selected.names += name + " 1\r\n";
   }
-  return lines;
+  known_.clear();
+  selected.pages = std::move(pages_);
+  selected.badPages = std::move(badPages_);
+  selected.badPaths = std::move(badPaths_);
+  selected.repeated = std::move(repeated_);
 }
 
 }  // namespace kiv

@@ -28,16 +28,8 @@ class PageFinder {
   /// Puts the pages into natural order, whatever the case of their names. Returns whether that changes anything.
   bool putIntoNaturalOrder();
 
-  /// The pages that were added more than once, as they were typed, each once.
-  const std::vector<std::string>& repeated() const { return repeated_; }
-
-  /// The names file of the group.
-  std::string names() const;
-  const std::vector<FoundFile>& pages() const { return pages_; }
-  /// The pages that are left to the command, by their names as they were typed.
-  const std::vector<FoundFile>& badPages() const { return badPages_; }
-  /// The same by their paths on the disk.
-  const std::vector<std::string>& badPaths() const { return badPaths_; }
+  /// Gives away what it has found, after the last page.
+  void giveTo(SelectedPages& selected) &&;
 
  private:
   /// The file that a name stands for, and whether it can be read.
@@ -55,10 +47,10 @@ class PageFinder {
   const PageSearch& search_;
   std::vector<std::string> names_;  // of the pages that the command is to have, bad ones too
   std::vector<FoundFile> pages_;
-  std::vector<FoundFile> badPages_;
-  std::vector<std::string> badPaths_;
+  std::vector<FoundFile> badPages_;         // those left to the command, by their names as they were typed
+  std::vector<std::string> badPaths_;       // the same by their paths on the disk
   std::map<std::string, FoundFile> known_;  // by name in upper case
-  std::vector<std::string> repeated_;
+  std::vector<std::string> repeated_;       // as they were typed, each once
 };
 
 }  // namespace kiv

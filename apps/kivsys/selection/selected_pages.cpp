@@ -58,8 +58,8 @@ bool isFile(NativeSystem& system, const std::string& typed) {
 
 /// The pages of a list. A plain path is meant as it is written: with the blanks at its end, and even if it begins like
 /// a comment, when there is such a file.
-std::vector<ListedPage> pagesIn(NativeSystem& system, const NamesList& list) {
-  std::vector<ListedPage> pages = list.pages;
+std::vector<ListedPage> pagesIn(NativeSystem& system, NamesList list) {
+  std::vector<ListedPage> pages = std::move(list.pages);
   const bool isPlain = std::none_of(pages.begin(), pages.end(), [](const ListedPage& page) { return page.isRecord; });
   if (!isPlain) {
     return pages;
@@ -111,18 +111,14 @@ SelectedPages findTypedPages(ConsoleSystem& system, const std::vector<std::strin
     }
   }
   selected.isReordered = !search.keepsOrder && finder.putIntoNaturalOrder();
-  selected.names = finder.names();
-  selected.pages = finder.pages();
-  selected.badPages = finder.badPages();
-  selected.badPaths = finder.badPaths();
-  selected.repeated = finder.repeated();
+  std::move(finder).giveTo(selected);
   return selected;
 }
 
 SelectedPages findListedPages(ConsoleSystem& system, const std::string& list, const PageSearch& search) {
   SelectedPages selected;
   const auto text = readList(system, list, search, selected);
-  const NamesList lines = readNamesList(text.value_or(""));
+  NamesList lines = readNamesList(text.value_or(""));
   const auto placeOf = [&](std::size_t line) { return list + ":" + std::to_string(line) + ": "; };
   std::vector<std::pair<std::size_t, std::string>> errors;
   for (const ListError& error : lines.errors) {
@@ -130,7 +126,7 @@ SelectedPages findListedPages(ConsoleSystem& system, const std::string& list, co
   }
   const NativeSystem::FolderMemory memory(system);
   PageFinder finder(system, search);
-  for (const ListedPage& page : pagesIn(system, lines)) {
+  for (const ListedPage& page : pagesIn(system, std::move(lines))) {
     const std::string name = page.isRecord ? page.name : system.fullName(page.name);
     if (std::string problem = finder.add({name, page.name, placeOf(page.line)}); !problem.empty()) {
       errors.emplace_back(page.line, std::move(problem));
@@ -140,11 +136,7 @@ SelectedPages findListedPages(ConsoleSystem& system, const std::string& list, co
   for (auto& [line, error] : errors) {
     selected.errors.push_back(std::move(error));
   }
-  selected.names = finder.names();
-  selected.pages = finder.pages();
-  selected.badPages = finder.badPages();
-  selected.badPaths = finder.badPaths();
-  selected.repeated = finder.repeated();
+  std::move(finder).giveTo(selected);
   return selected;
 }
 

@@ -33,4 +33,9 @@ std::vector<std::string> PathTable::names() const {
   return names;
 }
 
+std::optional<std::string_view> FilePaths::find(std::string_view name) const {
+  const auto path = pages != nullptr ? pages->find(name) : std::nullopt;
+  return path || written == nullptr ? path : written->find(name);
+}
+
 }  // namespace kiv

@@ -48,4 +48,14 @@ class PathTable {
   std::vector<File> files_;
 };
 
+/// Where the files of a run are. The tables are the console's.
+struct FilePaths {
+  const PathTable* pages = nullptr;    ///< null for none
+  const PathTable* written = nullptr;  ///< null for none
+
+  bool isEmpty() const { return (pages == nullptr || pages->isEmpty()) && (written == nullptr || written->isEmpty()); }
+  /// The path of a file that the core names.
+  std::optional<std::string_view> find(std::string_view name) const;
+};
+
 }  // namespace kiv

@@ -9,9 +9,9 @@
 namespace kiv {
 namespace {
 
-constexpr std::size_t mostFiles = 6;
+constexpr std::size_t mostFiles = 4;
 /// Waking a thread costs about as much as reading a file, so the thread is woken for several at a time.
-constexpr std::size_t fewFiles = 2;
+constexpr std::size_t fewFiles = 1;
 
 }  // namespace
 
