@@ -41,8 +41,10 @@ const char* TextTable::keep(std::string_view text) {
   const auto length = static_cast<Length>(text.size());
   const std::size_t bytes = sizeof(length) + text.size();
   if (bytes > freeBytes_) {
-    freeBytes_ = std::max(blockBytes, bytes);
-    end_ = blocks_.emplace_back(new char[freeBytes_]).get();
+    const std::size_t size = std::max(blockBytes, bytes);
+    blocks_.push_back(std::make_unique_for_overwrite<char[]>(size));  // NOLINT(modernize-avoid-c-arrays)
+    end_ = blocks_.back().get();
+    freeBytes_ = size;
   }
   std::memcpy(end_, &length, sizeof(length));
   const char* const kept = end_ + sizeof(length);
