@@ -106,6 +106,7 @@ if(NOT WIN32)
     console/file_kinds_test.cpp
     console/instrument_cells_test.cpp
     console/journal_text_test.cpp
+    console/json_text_test.cpp
     console/names_list_test.cpp
     console/natural_order_test.cpp
     console/nearest_word_test.cpp
