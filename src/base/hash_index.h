@@ -28,7 +28,7 @@ class HashIndex {
   /// Adds the thing with the next number. The hashes of those before it may be asked for.
   template <typename HashOf>
   void add(std::size_t hash, HashOf hashOf) {
-    if (2 * (count_ + 1) > slots_.size()) {
+    if (std::size_t{2} * (count_ + 1) > slots_.size()) {
       grow(hashOf);
     }
     enter(hash, count_++);
