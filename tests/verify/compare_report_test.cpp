@@ -19,7 +19,8 @@ class ReportComparisonTest : public ::testing::Test {
     host.addFile("R.TXT", found);
     proof::FoundReport report(host, "R.TXT");
     proof::ReportComparison comparison(report);
-    for (const std::string_view line : proof::linesOf("* KivSystem - \r\n" + pageList + recordLines)) {
+    const std::string derived = "* KivSystem - \r\n" + pageList + recordLines;
+    for (const std::string_view line : proof::linesOf(derived)) {
       comparison.expect(line);
     }
     comparison.finish();
