@@ -48,6 +48,14 @@ bool hasWholeWords(const PageWalker& page) {
   return page.lengthWord() == static_cast<float>(page.itemLength());
 }
 
+using ParameterBits = std::array<std::uint32_t, parameterCount>;
+
+ParameterBits bitsOf(std::span<const float, parameterCount> parameters) {
+  ParameterBits bits{};
+  std::memcpy(bits.data(), parameters.data(), sizeof bits);
+  return bits;
+}
+
 /// Whether an item without text is in the page bit by bit, as nearly all are.
 bool isCopy(const PageWalker& page, const Item& written) {
   if (page.hasText() || written.type().hasText() || !written.text.empty()) {
@@ -56,7 +64,7 @@ bool isCopy(const PageWalker& page, const Item& written) {
   const ItemBytes place = page.itemBytes();
   std::array<float, parameterCount> read{};
   ByteCursor::copyFloats(page.bytes(), place.parameters, static_cast<std::size_t>(place.kept), std::span(read));
-  return std::memcmp(read.data(), written.parameters().data(), sizeof read) == 0;
+  return bitsOf(read) == bitsOf(written.parameters());
 }
 
 Item decoded(const PageWalker& page) {

@@ -151,11 +151,11 @@ int prepareRun(ConsoleHost& console, const Selection& selection, const Selection
   if (const int status = prepareFolders(console, selection, made, pages); status != exit_status::normal) {
     return status;
   }
+  // Others may have changed the folders while the run read its tables, or waited for another one.
+  if (!refreshIdentities(pages)) {
+    system.openPagesAgain();
+  }
   if (use.writtenFolders) {
-    // Another run may have changed the folders until now.
-    if (!refreshIdentities(pages)) {
-      system.openPagesAgain();
-    }
     if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {
       return refuse(reasons);
     }
