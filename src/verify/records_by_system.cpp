@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <utility>
 
 #include "verify/found_texts.h"
 
@@ -21,8 +22,9 @@ std::vector<Finding> findingsOnStaves(const Records& records) {
       findings.push_back({file, 0, "cannot be read, and has a staff of system " + std::to_string(record.system)});
     }
     if (next != repeated.end() && *next == i) {
-      const std::string staff = std::to_string(record.staff);
-      findings.push_back({reportName, 0, "lists staff " + staff + " of " + file + " more than once"});
+      std::string what = "lists staff " + std::to_string(record.staff);
+      what.append(" of ").append(file).append(" more than once");
+      findings.push_back({reportName, 0, std::move(what)});
       ++next;
     }
   }

@@ -37,7 +37,7 @@ mode_t modeOfNewFiles() {
   if (const auto withheld = listedUmask()) {
     return readableByAll & ~*withheld;
   }
-  // The only call that tells changes it for a moment, also for files that other threads create.
+  // The only call that says it changes it for a moment, also for files that other threads create.
   const mode_t withheld = ::umask(0);
   ::umask(withheld);
   return readableByAll & ~withheld;
