@@ -1,14 +1,8 @@
-#include <algorithm>
 #include <atomic>
 #include <filesystem>
 #include <future>
 #include <set>
 #include <string>
-#include <thread>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include "tests/posix/posix_disk.h"
 
@@ -52,30 +46,6 @@ TEST_F(PosixReplace, ANewFileHasTheModeThatTheUserWantsNewFilesToHave) {
   EXPECT_EQ(system.replaceFile(disk.core("a.mus"), "new"), std::nullopt);
   ::umask(before);
   EXPECT_EQ(modeOf("a.mus"), 0640U);
-}
-
-TEST_F(PosixReplace, TheModeOfNewFilesIsAskedForWithoutChangingItForOtherThreads) {
-  std::atomic<bool> isOver = false;
-  std::atomic<int> widest = 0;
-  std::thread other([&] {
-    while (!isOver) {
-      const int file = ::open(disk.path("other").c_str(), O_WRONLY | O_CREAT, 0666);
-      struct stat status {};
-      ::fstat(file, &status);
-      ::close(file);
-      ::unlink(disk.path("other").c_str());
-      widest = std::max<int>(widest, status.st_mode & 0777U);
-    }
-  });
-  for (int round = 0; round < 2000; ++round) {
-    PosixSystem::Destination destination;
-    EXPECT_EQ(PosixSystem().findDestination(disk.core("a.mus"), destination), std::nullopt);
-  }
-  isOver = true;
-  other.join();
-  const mode_t withheld = ::umask(0);
-  ::umask(withheld);
-  EXPECT_EQ(static_cast<mode_t>(widest), 0666 & ~withheld);
 }
 
 TEST_F(PosixReplace, ALinkStaysAndTheFileThatItLeadsToIsReplaced) {

@@ -1,11 +1,6 @@
 // How files are put in their places.
 
 #include <cstdio>
-#include <cstdlib>
-#include <fstream>
-#include <optional>
-#include <string>
-#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -20,24 +15,7 @@
 namespace kiv {
 namespace {
 
-/// What the user withholds from new files, as Linux lists it. Nullopt where that is not so.
-std::optional<mode_t> listedUmask() {
-  constexpr std::string_view key = "Umask:\t";
-  std::ifstream status("/proc/self/status");
-  for (std::string line; std::getline(status, line);) {
-    if (line.starts_with(key)) {
-      constexpr int octal = 8;
-      return static_cast<mode_t>(std::strtoul(line.c_str() + key.size(), nullptr, octal));
-    }
-  }
-  return std::nullopt;
-}
-
 mode_t modeOfNewFiles() {
-  if (const auto withheld = listedUmask()) {
-    return readableByAll & ~*withheld;
-  }
-  // The only call that says it changes it for a moment, also for files that other threads create.
   const mode_t withheld = ::umask(0);
   ::umask(withheld);
   return readableByAll & ~withheld;
@@ -72,8 +50,7 @@ std::optional<std::string> PosixSystem::findDestination(const std::string& name,
   destination.folder = end->substr(0, end->rfind(separator) + 1);
   destination.mark = mark_;
   destination.isFolderCurrent = paths_.isCurrent(destination.folder);
-  modeOfNewFiles_ = modeOfNewFiles_ ? modeOfNewFiles_ : modeOfNewFiles();
-  destination.mode = *modeOfNewFiles_ & modeLimit_;
+  destination.mode = modeOfNewFiles() & modeLimit_;
   destination.signals = std::make_shared<SignalsHeld>();
   return std::nullopt;
 }

@@ -152,7 +152,6 @@ class PosixSystem : public Files, public Programs, public Machine {
   bool remembersFolders_ = false;
   std::map<std::string, std::string> fullFolders_;  // by folder as it was typed; only what is remembered
   unsigned modeLimit_ = 0777;                       // of files that are created
-  std::optional<unsigned> modeOfNewFiles_;          // as the user wants it; nullopt until it is needed
   std::string mark_;                                // of temporary files
   std::set<std::string> unflushed_;                 // folders in which files were replaced, as the disk names them
 };
