@@ -41,10 +41,12 @@ TEST_F(PosixReplace, TheModeIsKept) {
   }
 }
 
-TEST_F(PosixReplace, ANewFileHasTheModeThatTheUserWantsNewFilesToHave) {
+TEST_F(PosixReplace, ANewFileHasTheModeThatTheUserWantedWhenTheProcessBegan) {
   const mode_t before = ::umask(027);
-  EXPECT_EQ(system.replaceFile(disk.core("a.mus"), "new"), std::nullopt);
+  PosixSystem::prepareProcess();
   ::umask(before);
+  EXPECT_EQ(system.replaceFile(disk.core("a.mus"), "new"), std::nullopt);
+  PosixSystem::prepareProcess();
   EXPECT_EQ(modeOf("a.mus"), 0640U);
 }
 

@@ -12,6 +12,8 @@
 namespace kiv {
 namespace {
 
+std::optional<mode_t> notedMode;
+
 /// Whether the beginning of the file, and so most likely all of it, need not be fetched from the disk.
 [[maybe_unused]] bool isInMemory(const Descriptor& file) {
 #ifdef RWF_NOWAIT
@@ -112,6 +114,19 @@ void fetchSoon([[maybe_unused]] const Descriptor& file) {
     ::posix_fadvise(file.number(), 0, toTheEnd, POSIX_FADV_WILLNEED);
   }
 #endif
+}
+
+void noteWithheldMode() {
+  const mode_t withheld = ::umask(0);
+  ::umask(withheld);
+  notedMode = withheld;
+}
+
+mode_t withheldMode() {
+  if (!notedMode) {
+    noteWithheldMode();
+  }
+  return *notedMode;
 }
 
 FileStamp stampOf(const struct stat& status) {

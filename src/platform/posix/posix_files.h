@@ -43,6 +43,12 @@ std::unique_ptr<OutputFile> asOutput(Descriptor file);
 /// The system's words for the last failure.
 std::string lastFailure();
 
+/// Notes which permissions the user withholds from new files. To be called before there are other threads: the system
+/// only says it while it withholds none.
+void noteWithheldMode();
+/// The bits of these permissions.
+mode_t withheldMode();
+
 /// Lets the system fetch the file from the disk, unless it is in memory. A hint; it changes nothing else.
 void fetchSoon(const Descriptor& file);
 

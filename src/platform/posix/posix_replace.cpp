@@ -13,16 +13,6 @@
 #include "platform/posix/posix_system.h"
 
 namespace kiv {
-namespace {
-
-mode_t modeOfNewFiles() {
-  const mode_t withheld = ::umask(0);
-  ::umask(withheld);
-  return readableByAll & ~withheld;
-}
-
-}  // namespace
-
 std::optional<std::string> PosixSystem::replaceFile(const std::string& name, std::string_view bytes) {
   return putFile(name, bytes, Existing::replaced);
 }
@@ -50,7 +40,7 @@ std::optional<std::string> PosixSystem::findDestination(const std::string& name,
   destination.folder = end->substr(0, end->rfind(separator) + 1);
   destination.mark = mark_;
   destination.isFolderCurrent = paths_.isCurrent(destination.folder);
-  destination.mode = modeOfNewFiles() & modeLimit_;
+  destination.mode = readableByAll & ~withheldMode() & modeLimit_;
   destination.signals = std::make_shared<SignalsHeld>();
   return std::nullopt;
 }

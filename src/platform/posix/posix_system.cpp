@@ -175,6 +175,7 @@ void PosixSystem::prepareProcess() {
       static_cast<void>(::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY));
     }
   }
+  noteWithheldMode();
 }
 
 std::string PosixSystem::beyondNames(const std::string& typed) {
