@@ -32,8 +32,8 @@ PathKind kindOf(const std::string& path);
 
 /// What opening a file for reading shows.
 struct ReadCheck {
-  std::optional<std::string> failure;    ///< why it cannot be read as a file, in the system's words
-  std::optional<FileIdentity> identity;  ///< nullopt when it cannot be opened, or the system does not say
+  std::optional<std::string> failure;  ///< why it cannot be read as a file, in the system's words
+  std::optional<FileStamp> stamp;      ///< nullopt when it cannot be opened, or the system does not say
 };
 
 /// Opens the file that a path leads to, and closes it. A pipe or a device is not waited for.

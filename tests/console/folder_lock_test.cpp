@@ -120,6 +120,27 @@ TEST_F(FolderLockOfRuns, APageThatIsGoneAfterTheWaitIsNotSorted) {
   EXPECT_TRUE(run.error().ends_with("kivsys: only 0 of 1 pages were sorted\n")) << run.error();
 }
 
+TEST_F(FolderLockOfRuns, APageThatIsGoneAfterTheWaitIsNotAnalyzed) {
+  auto held = std::make_unique<HeldFolder>(place.path());
+  RunningProgram run(place.path(), {"analyze", "x1.mus", "x2.mus", "--wait"});
+  EXPECT_TRUE(run.says("kivsys: waiting for " + self() + " in the folder " + place.path().string()));
+  fs::remove(place.path() / "x2.mus");
+  held.reset();
+  EXPECT_EQ(run.end(), 1) << run.error();
+  EXPECT_NE(run.error().find("x2.mus"), std::string::npos) << run.error();
+  EXPECT_EQ(place.read("KivSystem1.TXT"), "(no file)") << "nothing has been read";
+}
+
+TEST_F(FolderLockOfRuns, APageThatHasChangedAfterTheWaitIsReadAsItIsThen) {
+  auto held = std::make_unique<HeldFolder>(place.path());
+  RunningProgram run(place.path(), {"analyze", "x1.mus", "x2.mus", "--wait"});
+  EXPECT_TRUE(run.says("kivsys: waiting for " + self() + " in the folder " + place.path().string()));
+  place.write("x2.mus", place.read("x2.mus") + " ");
+  held.reset();
+  EXPECT_EQ(run.end(), place.kivsys({"analyze", "x1.mus", "x2.mus"}).status) << run.error();
+  EXPECT_EQ(run.error().find("another program"), std::string::npos) << run.error();
+}
+
 TEST_F(FolderLockOfRuns, NothingOfTheLockStays) {
   EXPECT_EQ(place.kivsys(convert()).status, 0);
   EXPECT_EQ(filesIn(place.path()), (Names{"KivSystem1.TXT", "KivSystem2.TXT", "out", "x1.mus", "x2.mus"}));

@@ -1,6 +1,8 @@
 #include "platform/console/console_system.h"
 
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -20,6 +22,18 @@ class ConsoleSystemFiles : public testing::Test {
     disk.addFile("LIB/P1.MUS", "another");
   }
   std::string upper(const std::string& name) { return system.upperCase(disk.core(name)); }
+  FoundFile found(const std::string& name) {
+    const std::string path = disk.path(name).string();
+    return {disk.core(name), path, stampOf(path)};
+  }
+  void bindOpened(const std::vector<std::string>& names) {
+    std::vector<FoundFile> pages;
+    for (const std::string& name : names) {
+      pages.push_back(found(name));
+    }
+    system.bindPages(pages);
+    system.countAsOpened(pages);
+  }
 
   TemporaryFolder disk;
   ConsoleSystem system;
@@ -52,13 +66,35 @@ TEST_F(ConsoleSystemFiles, ABoundPageIsLookedForOnTheDisk) {
   EXPECT_THROW(static_cast<void>(system.willOpen(upper("lib/p1.mus"), Fetch::wanted)), ProgramEnd);
 }
 
-TEST_F(ConsoleSystemFiles, ABoundPageThatHasJustBeenOpenedIsNotLookedForUntilItMayBeAnotherOne) {
-  system.bindPages({{disk.core("lib/p1.mus"), disk.path("lib/p1.mus").string()}}, PagesBefore::opened);
+TEST_F(ConsoleSystemFiles, PagesThatHaveJustBeenOpenedAreNotLookedForUntilOneIsRead) {
+  disk.addFile("lib/p2.mus", "the next page");
+  bindOpened({"lib/p1.mus", "lib/p2.mus"});
+  std::filesystem::remove(disk.path("lib/p2.mus"));
+  EXPECT_TRUE(system.willOpen(upper("lib/p2.mus"), Fetch::wanted));
+  EXPECT_FALSE(system.willOpen(upper("lib/p3.mus"), Fetch::wanted)) << "it is not bound";
+  EXPECT_EQ(readWhole(system, upper("lib/p1.mus")), "the page");
+  EXPECT_THROW(static_cast<void>(system.willOpen(upper("lib/p2.mus"), Fetch::wanted)), ProgramEnd);
+}
+
+TEST_F(ConsoleSystemFiles, APageThatChangesAfterItWasOpenedEndsTheRun) {
+  bindOpened({"lib/p1.mus"});
+  disk.addFile("lib/p1.mus", "another page");
+  EXPECT_THROW(static_cast<void>(system.openInput(upper("lib/p1.mus"))), ProgramEnd);
+}
+
+TEST_F(ConsoleSystemFiles, APageThatGoesAfterItWasOpenedEndsTheRun) {
+  bindOpened({"lib/p1.mus"});
   std::filesystem::remove(disk.path("lib/p1.mus"));
-  EXPECT_TRUE(system.willOpen(upper("lib/p1.mus"), Fetch::wanted));
-  EXPECT_FALSE(system.willOpen(upper("lib/p2.mus"), Fetch::wanted)) << "it is not bound";
-  system.openPagesAgain();
-  EXPECT_FALSE(system.willOpen(upper("lib/p1.mus"), Fetch::wanted));
+  EXPECT_THROW(static_cast<void>(system.openInput(upper("lib/p1.mus"))), ProgramEnd);
+}
+
+TEST_F(ConsoleSystemFiles, PagesOfWhichOneHasChangedDoNotCountAsOpened) {
+  const FoundFile page = found("lib/p1.mus");
+  system.bindPages({page});
+  EXPECT_EQ(readWhole(system, upper("lib/p1.mus")), "the page");
+  disk.addFile("lib/p1.mus", "another page");
+  system.countAsOpened({found("lib/p1.mus")});
+  EXPECT_THROW(static_cast<void>(system.willOpen(upper("lib/p1.mus"), Fetch::wanted)), ProgramEnd);
 }
 
 TEST_F(ConsoleSystemFiles, ANewFileGoesBesideTheBoundPageWhenAskedFor) {

@@ -50,12 +50,20 @@ TEST_F(NativeFile, WhyAFileCannotBeReadIsInTheSystemsWords) {
   ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
   ASSERT_EQ(::chmod(path("secret").c_str(), 0), 0);
   EXPECT_EQ(readFailure(path("file")), std::nullopt);
-  EXPECT_EQ(checkReadable(path("file"), Fetch::wanted).failure, std::nullopt);
   EXPECT_EQ(readFailure(path("folder")), "Is a directory");
   EXPECT_EQ(readFailure(path("gone")), "No such file or directory");
   EXPECT_EQ(readFailure(path("pipe")), "Not a regular file");
   const OrdinaryUser user;
   EXPECT_EQ(readFailure(path("secret")), "Permission denied");
+}
+
+TEST_F(NativeFile, AFileThatCanBeReadHasItsStamp) {
+  disk.addFile("file");
+  const ReadCheck check = checkReadable(path("file"), Fetch::wanted);
+  EXPECT_EQ(check.failure, std::nullopt);
+  EXPECT_TRUE(check.stamp);
+  EXPECT_EQ(check.stamp, stampOf(path("file")));
+  EXPECT_FALSE(checkReadable(path("gone")).stamp);
 }
 
 TEST_F(NativeFile, AFolderIsMadeInOneThatIsThere) {

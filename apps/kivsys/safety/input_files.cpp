@@ -25,7 +25,7 @@ InputFiles::InputFiles(const SelectedPages& pages) {
 }
 
 void InputFiles::add(const FoundFile& file) {
-  if (const auto identity = file.identity ? file.identity : identityOf(file.path)) {
+  if (const auto identity = file.stamp ? file.stamp->identity : identityOf(file.path)) {
     paths_.emplace(*identity, file.path);
   }
 }

@@ -81,7 +81,7 @@ std::string PageFinder::add(const WantedPage& page) {
   }
   const bool isNew = known_.emplace(system_.upperCase(page.name), FoundFile{page.typed, path}).second;
   if (problem.empty()) {
-    pages_.push_back({page.name, path, look.check.identity});
+    pages_.push_back({page.name, path, look.check.stamp});
     if (!isNew && std::find(repeated_.begin(), repeated_.end(), page.typed) == repeated_.end()) {
       repeated_.push_back(page.typed);
     }

@@ -79,12 +79,12 @@ std::vector<ListedPage> pagesIn(NativeSystem& system, NamesList list) {
 
 }  // namespace
 
-bool refreshIdentities(SelectedPages& pages) {
+bool refreshStamps(SelectedPages& pages) {
   bool areTheSame = true;
   for (FoundFile& page : pages.pages) {
-    const auto identity = identityOf(page.path);
-    areTheSame = areTheSame && identity && identity == page.identity;
-    page.identity = identity;
+    const auto stamp = stampOf(page.path);
+    areTheSame = areTheSame && stamp && stamp == page.stamp;
+    page.stamp = stamp;
   }
   return areTheSame;
 }

@@ -23,9 +23,9 @@ struct SelectedPages {
   std::vector<std::string> errors;    ///< what is wrong, a line each; pages can be used when there are none
 };
 
-/// Asks again which files the pages are: others may have taken their places while the run waited. Returns whether they
-/// are known to be the same.
-bool refreshIdentities(SelectedPages& pages);
+/// Asks again what the pages are: they may have changed while the run waited. Returns whether they are known to be the
+/// same.
+bool refreshStamps(SelectedPages& pages);
 
 /// How pages are looked for.
 struct PageSearch {

@@ -132,7 +132,7 @@ int prepareRun(ConsoleHost& console, const Selection& selection, const Selection
   const PageSearch search{folderOfRun(system, selection), selection.keepOrder, use.skipsBadPages};
   SelectedPages pages = selection.names.empty() ? findTypedPages(system, selection.pages, search)
                                                 : findListedPages(system, selection.names, search);
-  system.bindPages(pages.pages, PagesBefore::opened);
+  system.bindPages(pages.pages);
   system.showAs(pages.badPages);
   for (const std::string& path : pages.badPaths) {
     system.protectFile(path);
@@ -152,8 +152,8 @@ int prepareRun(ConsoleHost& console, const Selection& selection, const Selection
     return status;
   }
   // Others may have changed the folders while the run read its tables, or waited for another one.
-  if (!refreshIdentities(pages)) {
-    system.openPagesAgain();
+  if (refreshStamps(pages)) {
+    system.countAsOpened(pages.pages);
   }
   if (use.writtenFolders) {
     if (const auto reasons = refusalsOf(system, selection, use, pages); !reasons.empty()) {

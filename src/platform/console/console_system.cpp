@@ -60,12 +60,21 @@ void ConsoleSystem::serveNamesFile(const std::string& name, std::string text) {
   names_ = std::make_shared<const std::string>(std::move(text));
 }
 
-void ConsoleSystem::bindPages(const std::vector<FoundFile>& pages, PagesBefore before) {
-  pagesBefore_ = before;
+void ConsoleSystem::protectFile(const FoundFile& file) {
+  guard_.addInput(file.path, file.stamp ? std::optional(file.stamp->identity) : std::nullopt);
+}
+
+void ConsoleSystem::bindPages(const std::vector<FoundFile>& pages) {
   for (const FoundFile& page : pages) {
     pages_.add(upperCase(page.name), page.path);
     protectFile(page);
   }
+}
+
+void ConsoleSystem::countAsOpened(const std::vector<FoundFile>& pages) {
+  areOpened_ = std::all_of(pages.begin(), pages.end(), [this](const FoundFile& page) {
+    return page.stamp && stamps_.isSame(page.path, page.stamp);
+  });
 }
 
 void ConsoleSystem::bindFolder() {
@@ -102,13 +111,13 @@ std::unique_ptr<InputFile> ConsoleSystem::openInput(const std::string& name) {
 
 bool ConsoleSystem::willOpen(const std::string& name, Fetch fetch) {
   endIfStopped();
-  const bool isKnown = pagesBefore_ == PagesBefore::opened && pages_.find(name).has_value();
-  return isKnown || GuardedSystem::willOpen(name, fetch);
+  return (areOpened_ && pages_.find(name)) || GuardedSystem::willOpen(name, fetch);
 }
 
 /// Opens a page before it is compared with what it was: then it is this very file that has not changed.
 std::unique_ptr<InputFile> ConsoleSystem::openPage(const std::string& name, const std::string& path) {
   endIfStopped();
+  areOpened_ = false;
   auto file = pagesAhead_ ? pagesAhead_->take(path) : nullptr;
   if (!file) {
     file = openExactly(path);

@@ -18,12 +18,6 @@
 
 namespace kiv {
 
-/// What is known of pages that are bound.
-enum class PagesBefore {
-  unknown,
-  opened,  ///< each has just been opened for reading; the system fetches the first ones from the disk
-};
-
 /// The folder of a path of the disk, with its separator; "" for a name alone.
 std::string folderOfPath(Machine& machine, const std::string& path);
 
@@ -37,12 +31,13 @@ class ConsoleSystem : public GuardedSystem {
   void serveNamesFile(const std::string& name, std::string text);
   /// The file of the disk is one that the run reads: nothing is written over it.
   void protectFile(const std::string& path) { protectFile({"", path}); }
-  void protectFile(const FoundFile& file) { guard_.addInput(file.path, file.identity); }
+  void protectFile(const FoundFile& file);
   /// From now on, these names stand for these files, in whatever case they are written. They are protected, and a run
   /// that reads one of them again after another program has changed it ends.
-  void bindPages(const std::vector<FoundFile>& pages, PagesBefore before = PagesBefore::unknown);
-  /// Bound pages that were opened when they were bound may be others by now.
-  void openPagesAgain() { pagesBefore_ = PagesBefore::unknown; }
+  void bindPages(const std::vector<FoundFile>& pages);
+  /// Each of the bound pages has just been opened, and has its stamp: willOpen need not open them again until one is
+  /// read. They must not change from then on.
+  void countAsOpened(const std::vector<FoundFile>& pages);
   /// From now on, bound pages are read with these corrections.
   void correctPages(PageCorrections corrections) { corrections_ = std::move(corrections); }
   const PageCorrections& corrections() const { return corrections_; }
@@ -55,7 +50,6 @@ class ConsoleSystem : public GuardedSystem {
   ChangeJournal* journal() const { return journal_; }
 
   std::unique_ptr<InputFile> openInput(const std::string& name) override;
-  /// A bound page is not opened for that if it has just been when it was bound.
   bool willOpen(const std::string& name, Fetch fetch) override;
   /// From now on a thread reads the next bound pages that are expected to be read, of groups of some size. What it
   /// cannot read, and a page that has changed, is reported when the page is opened.
@@ -140,7 +134,7 @@ class ConsoleSystem : public GuardedSystem {
   std::string writeFailure_;
   Pending pending_;
   std::optional<WriteFailure> failed_;  // not yet returned to the run
-  PagesBefore pagesBefore_ = PagesBefore::unknown;
+  bool areOpened_ = false;              // countAsOpened() holds
   bool readsAhead_ = false;
   std::unique_ptr<ReadAhead> pagesAhead_;  // null while no pages are read ahead
   std::unique_ptr<Worker> writer_;         // null without one; the last member, as its thread uses others

@@ -15,8 +15,8 @@ namespace kiv {
 /// A file as the core names it, and the file of the disk that is meant.
 struct FoundFile {
   std::string name;
-  std::string path;                                     ///< as the disk has it
-  std::optional<FileIdentity> identity = std::nullopt;  ///< of the file when it was found, if that is known
+  std::string path;                               ///< as the disk has it
+  std::optional<FileStamp> stamp = std::nullopt;  ///< of the file when it was found, if that is known
   bool operator==(const FoundFile&) const = default;
 };
 

@@ -65,17 +65,17 @@ ReadCheck checkReadable(const std::string& path, Fetch fetch) {
   if (!file.isOpen() || ::fstat(file.number(), &status) != 0) {
     return {lastFailure(), std::nullopt};
   }
-  const FileIdentity identity{status.st_dev, status.st_ino};
+  const FileStamp stamp = stampOf(status);
   if (S_ISDIR(status.st_mode)) {
-    return {wordsFor(std::errc::is_a_directory), identity};
+    return {wordsFor(std::errc::is_a_directory), stamp};
   }
   if (!S_ISREG(status.st_mode)) {
-    return {"Not a regular file", identity};
+    return {"Not a regular file", stamp};
   }
   if (fetch == Fetch::wanted) {
     fetchSoon(file);
   }
-  return {std::nullopt, identity};
+  return {std::nullopt, stamp};
 }
 
 std::optional<std::string> writeFailure(const std::string& path) {

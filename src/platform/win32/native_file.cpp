@@ -60,8 +60,7 @@ ReadCheck checkReadable(const std::string& path, Fetch /*fetch*/) {
   if (GetFileType(file.get()) != FILE_TYPE_DISK) {
     return {"Not a file on a disk", std::nullopt};
   }
-  const auto stamp = stampOfHandle(file.get());
-  return {std::nullopt, stamp ? std::optional(stamp->identity) : std::nullopt};
+  return {std::nullopt, stampOfHandle(file.get())};
 }
 
 std::optional<std::string> writeFailure(const std::string& path) {
