@@ -6,7 +6,6 @@
 #include <tuple>
 #include <utility>
 
-#include "analysis/records_in_memory.h"
 #include "diagnostics/group_facts.h"
 #include "diagnostics/page_validation.h"
 #include "input/file_names.h"
@@ -86,7 +85,7 @@ class PieceSurvey {
   std::string shownPage(const std::vector<std::string>& pages, const BadPage& bad, const Message& message) const;
 
   Machine& machine_;
-  RecordsInMemory files_;
+  OverlayFiles files_;
   SilentUser user_;
   NoPrograms programs_;
   KivSystem program_;
@@ -132,7 +131,7 @@ std::string PieceSurvey::skipBadPages(const std::vector<std::string>& pages, con
 
 void PieceSurvey::analyzePages(const std::string& namesFile) {
   GroupFacts facts({.instruments = true});
-  if (exitCodeOfPart(user_, [&] { analyze(program_, namesFile, false, &facts); }).value_or(0) == 0) {
+  if (exitCodeOfPart(user_, [&] { analyzeWithoutReport(program_, namesFile, false, &facts); }).value_or(0) == 0) {
     findings_.systems = program_.systems.systemCount();
     findings_.instruments = program_.systems.instrumentCount;
     findings_.consistent = program_.systems.isConsistent();
