@@ -9,6 +9,10 @@ std::unique_ptr<InputFile> openExisting(Files& files, Machine& machine, const st
   return hasTwoBackslashes(machine, filename) ? nullptr : files.openInput(filename);
 }
 
+bool existingWillOpen(Files& files, Machine& machine, const std::string& filename, Fetch fetch) {
+  return !hasTwoBackslashes(machine, filename) && files.willOpen(filename, fetch);
+}
+
 bool FileExists(const Host& host, const std::string& filename) {
   return openExisting(host.files, host.machine, filename) != nullptr;
 }

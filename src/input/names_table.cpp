@@ -94,9 +94,8 @@ Loading NamesLoader::checkRecord(const std::string& record, bool terminated) {
     return refuse(messages::foldersDiffer(namesFile_));
   }
   const std::string& latest = names_.nameList.back();
-  const Fetch fetch = names_.nameCount <= prefetchedFiles ? Fetch::wanted : Fetch::notWanted;
-  const bool isThere = !hasTwoBackslashes(host_.machine, latest) && host_.files.willOpen(latest, fetch);
-  return isThere ? Loading::continues : checkFile(latest);
+  const Fetch fetch = fetchOf(names_.nameList.size() - 1);
+  return existingWillOpen(host_.files, host_.machine, latest, fetch) ? Loading::continues : checkFile(latest);
 }
 
 Loading NamesLoader::refuse(const Message& message) {

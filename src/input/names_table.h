@@ -8,9 +8,6 @@
 
 namespace kiv {
 
-/// Pages that are prefetched from the disk: as many as fit into any machine's memory.
-constexpr int prefetchedFiles = 1000;
-
 /// The input files of a run, as the names file lists them.
 struct NamesTable {
   std::int16_t nameCount = 0;

@@ -1,14 +1,12 @@
 #include "apps/kivsys/selection/page_finder.h"
 
 #include <algorithm>
-#include <iterator>
 #include <limits>
 #include <utility>
 
 #include "apps/kivsys/selection/natural_order.h"
 #include "apps/kivsys/selection/page_arguments.h"
 #include "input/file_names.h"
-#include "input/names_table.h"
 #include "platform/console/stop_signals.h"
 #include "platform/native_file.h"
 #include "platform/separators.h"
@@ -27,7 +25,7 @@ PageFinder::Look PageFinder::lookFor(const std::string& name) {
                                ? name
                                : search_.folder + (endsWithBackslash(system_, search_.folder) ? "" : "\\") + name;
   const std::string exact = NativeSystem::exactPath(full);
-  const Fetch fetch = std::ssize(pages_) < prefetchedFiles ? Fetch::wanted : Fetch::notWanted;
+  const Fetch fetch = fetchOf(pages_.size());
   ReadCheck check = checkReadable(exact, fetch);
   const std::string path = check.failure ? system_.diskName(full) : exact;
   return {path, path == exact ? check : checkReadable(path, fetch)};
