@@ -18,32 +18,45 @@ std::string printed(const std::function<void(OutputText& text)>& addText) {
 TEST(JsonText, IsTheSameWithAndWithoutLongMembers) {
   const Json whole = {
       {"a", 1}, {"list", {"x", {{"y", 2}}, Json::array()}}, {"\"b\"", nullptr}, {"none", Json::array()}};
-  Json object = whole;
-  object["list"] = nullptr;
-  object["none"] = nullptr;
-  const auto addList = [&](JsonArray& array) {
+  LongObject object = whole;
+  object.setArray("list", [&](JsonArray& array) {
     for (const Json& element : whole["list"]) {
       array.add(element);
     }
-  };
-  EXPECT_EQ(printed([&](OutputText& text) {
-              addObject(text, object, {{"list", addList}, {"none", [](JsonArray& /*array*/) {}}});
-            }),
-            whole.dump());
+  });
+  object.setArray("none", [](JsonArray& /*array*/) {});
+  EXPECT_EQ(printed([&](OutputText& text) { addObject(text, object); }), whole.dump());
+}
+
+TEST(JsonText, AnObjectMayHaveLongMembersOnlyOrNone) {
+  LongObject object;
+  EXPECT_EQ(printed([&](OutputText& text) { addObject(text, object); }), "{}");
+  object.setArray("list", [](JsonArray& array) { array.add(Json("x")); });
+  EXPECT_EQ(printed([&](OutputText& text) { addObject(text, object); }), "{\"list\":[\"x\"]}");
+}
+
+TEST(JsonText, MembersOfAnotherObjectFollow) {
+  LongObject object(Json{{"first", 1}});
+  LongObject other(Json{{"second", 2}});
+  other.setArray("list", [](JsonArray& array) { array.add(Json(3)); });
+  object.append(other);
+  EXPECT_EQ(printed([&](OutputText& text) { addObject(text, object); }), "{\"first\":1,\"second\":2,\"list\":[3]}");
 }
 
 TEST(JsonText, HasLongMembersWithinLongMembers) {
-  const auto addNumbers = [](JsonArray& array) {
-    array.add(1);
-    array.add(2);
-  };
-  const auto addObjects = [&](JsonArray& array) {
-    array.add({{"numbers", 0}}, {{"numbers", addNumbers}});
-    array.add({{"numbers", 0}, {"end", true}}, {{"numbers", addNumbers}});
-  };
-  EXPECT_EQ(printed([&](OutputText& text) {
-              addLine(text, {{"objects", 0}}, {{"objects", addObjects}});
-            }),
+  LongObject numbers;
+  numbers.setArray("numbers", [](JsonArray& array) {
+    array.add(Json(1));
+    array.add(Json(2));
+  });
+  LongObject withEnd = numbers;
+  withEnd.plain()["end"] = true;
+  LongObject objects;
+  objects.setArray("objects", [&](JsonArray& array) {
+    array.add(numbers);
+    array.add(withEnd);
+  });
+  EXPECT_EQ(printed([&](OutputText& text) { addLine(text, objects); }),
             "{\"objects\":[{\"numbers\":[1,2]},{\"numbers\":[1,2],\"end\":true}]}\n");
 }
 
@@ -57,15 +70,13 @@ TEST(JsonText, ComesWholeHoweverLongItIs) {
   for (int number = 0; number < count; ++number) {
     whole["numbers"].push_back(number);
   }
-  const auto addNumbers = [](JsonArray& array) {
+  LongObject object;
+  object.setArray("numbers", [](JsonArray& array) {
     for (int number = 0; number < count; ++number) {
-      array.add(number);
+      array.add(Json(number));
     }
-  };
-  EXPECT_EQ(printed([&](OutputText& text) {
-              addObject(text, {{"numbers", 0}}, {{"numbers", addNumbers}});
-            }),
-            whole.dump());
+  });
+  EXPECT_EQ(printed([&](OutputText& text) { addObject(text, object); }), whole.dump());
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "analysis/records_in_memory.h"
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
@@ -13,6 +12,7 @@
 #include "apps/kivsys/output/next_step.h"
 #include "diagnostics/group_facts.h"
 #include "platform/console/console_host.h"
+#include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
@@ -23,18 +23,18 @@ namespace {
 /// The outcome of the analysis with the instruments; these are null when it ended before it knew them.
 void addJson(OutputText& text, ConsoleHost& console, const RunOutcome& outcome,
              const std::optional<std::vector<Instrument>>& instruments, const ValidPages* pages) {
-  Json object = jsonOf(outcome);
+  LongObject whole = jsonOf(outcome);
+  Json& object = whole.plain();
   if (pages != nullptr) {
     pages->addTo(object, outcome.normalEnd);
   }
   object["instrument_list"] = Json();
+  if (instruments) {
+    whole.setArray("instrument_list", elementsOf(*instruments));
+  }
   object["next"] = nextJson(stepForPage(outcome, console.system()));
   object["schema_version"] = schemaVersion;
-  std::vector<LongMember> longMembers = longMembersOf(outcome);
-  if (instruments) {
-    longMembers.push_back(instrumentsMember(*instruments));
-  }
-  addLine(text, object, longMembers);
+  addLine(text, whole);
 }
 
 std::string asText(Machine& machine, const std::vector<Instrument>& instruments, ListFormat format) {
@@ -43,7 +43,7 @@ std::string asText(Machine& machine, const std::vector<Instrument>& instruments,
 
 int listNames(ConsoleHost& console, const std::string& namesFile, const ValidPages* pages,
               const InstrumentsOptions& options) {
-  RecordsInMemory files(console.system(), console.system());  // report and verdict are not asked for
+  OverlayFiles files(console.system(), console.system());
   NoPrograms programs;
   KivSystem program({files, console.user(), programs, console.system()});
   GroupFacts facts({.instruments = true});

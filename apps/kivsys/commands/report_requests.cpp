@@ -135,7 +135,7 @@ std::string shortArguments(ConsoleSystem& system, const Selection& selection) {
   if (!pattern) {
     return selectionArguments(selection);
   }
-  const std::string folder = folderOfPath(system, system.shownName(system.pages().front().name));
+  const std::string folder = folderOfPath(system, system.shownName(std::string(system.pageTable().name(0))));
   std::string plain = folder + *pattern;
   plain.erase(plain.rfind('*'), 1);
   return shellWord(plain) == plain ? " " + folder + *pattern : selectionArguments(selection);  // the shell expands it

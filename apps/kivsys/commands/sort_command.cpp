@@ -27,7 +27,7 @@ namespace {
 /// only page says so.
 bool sortedAll(ConsoleHost& console, bool isSorted) {
   const std::size_t pages = console.system().pageTable().size();
-  const std::size_t sorted = console.replacedFiles().size();
+  const std::size_t sorted = console.system().writtenFiles().size();
   if (sorted < pages && (isSorted || pages > 1)) {
     printError("only " + std::to_string(sorted) + " of " + std::to_string(pages) + " pages were sorted");
   }
@@ -46,14 +46,15 @@ Warnings showLosses(ConsoleHost& console, const SortOptions& options) {
 /// What has moved in each page that was sorted, a line each; "" for a run like the panel's.
 std::string movedLines(ConsoleHost& console) {
   ConsoleSystem& system = console.system();
-  const std::vector<FoundFile>& pages = system.pages();
-  const std::vector<std::string>& sorted = console.replacedFiles();
+  const PathTable& pages = system.pageTable();
+  const PathTable& sorted = system.writtenFiles();
   std::string lines;
   for (std::size_t p = 0; p < std::min(pages.size(), sorted.size()); ++p) {
-    const auto before = readWhole(system, pages[p].name, readableBytes);
-    const auto after = readWhole(system, sorted[p], readableBytes);
+    const std::string name(sorted.name(p));
+    const auto before = readWhole(system, std::string(pages.name(p)), readableBytes);
+    const auto after = readWhole(system, name, readableBytes);
     if (before && after) {
-      lines += printable(system.shownName(sorted[p])) + ": " + movedStaves(*before, *after) + "\n";
+      lines += printable(system.shownName(name)) + ": " + movedStaves(*before, *after) + "\n";
     }
   }
   return lines;
@@ -65,16 +66,14 @@ int print(ConsoleHost& console, const RunOutcome& outcome, const Warnings& warni
     return printOutcome(createdLines(outcome, namerOf(console, options.selection.likePanel)) + movedLines(console),
                         status);
   }
-  Json object = jsonOf(outcome);
-  object["problems"] = Json::array();
+  LongObject object = jsonOf(outcome);
   const std::vector<Problem> problems = problemsOf(console.system(), outcome);
-  std::vector<LongMember> longMembers = longMembersOf(outcome);
-  longMembers.push_back(problemsMember(problems, warnings, outcome.paths));
+  object.setArray("problems", elementsOf(problems, warnings, outcome.paths));
   const auto next = options.selection.likePanel ? std::nullopt : stepForPage(outcome, console.system());
   const auto afterStop = stepAfterStop(console);
-  object["next"] = nextJson(afterStop ? afterStop : next);
-  object["schema_version"] = schemaVersion;
-  return printOutcome([&](OutputText& text) { addLine(text, object, longMembers); }, status);
+  object.plain()["next"] = nextJson(afterStop ? afterStop : next);
+  object.plain()["schema_version"] = schemaVersion;
+  return printOutcome([&](OutputText& text) { addLine(text, object); }, status);
 }
 
 int sortNames(ConsoleHost& console, const std::string& namesFile, const SortOptions& options) {

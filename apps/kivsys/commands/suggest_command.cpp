@@ -72,7 +72,8 @@ std::optional<std::string> nextConversion(const SuggestRun& run, const std::opti
 void addJson(OutputText& text, const SuggestRun& run, const RunOutcome& outcome,
              const std::optional<Suggestions>& suggestions) {
   const SelectedNames names(run.console.system());
-  Json object = jsonOf(outcome);
+  LongObject whole = jsonOf(outcome);
+  Json& object = whole.plain();
   if (run.pages != nullptr) {
     run.pages->addTo(object, outcome.normalEnd);
   }
@@ -81,7 +82,7 @@ void addJson(OutputText& text, const SuggestRun& run, const RunOutcome& outcome,
   const auto next = nextConversion(run, suggestions);
   object["next"] = nextJson(next ? next : stepForPage(outcome, run.console.system()));
   object["schema_version"] = schemaVersion;
-  addLine(text, object, longMembersOf(outcome));
+  addLine(text, whole);
 }
 
 /// The lines that say what can be done with the corrections that were written.

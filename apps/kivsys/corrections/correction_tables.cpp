@@ -90,7 +90,7 @@ bool isElsewhere(ConsoleSystem& system, const std::string& file) {
     return false;
   }
   const auto identity = identityOf(system.NativeSystem::diskName(system.fullName(file)));
-  const std::vector<FoundFile>& pages = system.pages();
+  const std::vector<FoundFile> pages = system.pages();
   return std::none_of(pages.begin(), pages.end(),
                       [&](const FoundFile& page) { return identity && identityOf(page.path) == identity; });
 }

@@ -11,27 +11,26 @@ namespace kiv {
 namespace {
 
 /// The object of an outcome, with the skipped pages.
-Json outcomeJson(const AnalysisOutput& output) {
-  Json object = jsonOf(output.outcome);
+LongObject outcomeJson(const AnalysisOutput& output) {
+  LongObject object = jsonOf(output.outcome);
   if (output.pages != nullptr) {
-    output.pages->addTo(object, output.outcome.normalEnd);
+    output.pages->addTo(object.plain(), output.outcome.normalEnd);
   }
-  object["next"] = nextJson(output.next);
+  object.plain()["next"] = nextJson(output.next);
   return object;
 }
 
 /// Adds the object on a line, its kind as the first key and the schema's version as the last one.
-void addRecord(OutputText& text, const char* kind, const Json& object,
-               const std::vector<LongMember>& longMembers = {}) {
-  Json record = {{"record", kind}};
-  record.update(object);
-  record["schema_version"] = schemaVersion;
-  addLine(text, record, longMembers);
+void addRecord(OutputText& text, const char* kind, const LongObject& object) {
+  LongObject record(Json{{"record", kind}});
+  record.append(object);
+  record.plain()["schema_version"] = schemaVersion;
+  addLine(text, record);
 }
 
 void addLayoutRecords(OutputText& text, const Layouts& layouts) {
   for (const LayoutClass& layout : layouts.classes) {
-    addRecord(text, "layout", jsonOf(layout), {systemsMember(layouts, layout)});
+    addRecord(text, "layout", jsonOf(layouts, layout));
     for (const Deviation& deviation : layout.deviations) {
       Json object = jsonOf(layouts, deviation);
       object["layout"] = layout.label;
@@ -58,18 +57,16 @@ std::string asText(Machine& machine, const AnalysisOutput& output) {
 
 void addJson(OutputText& text, const AnalysisOutput& output) {
   const RunOutcome& outcome = output.outcome;
-  Json object = outcomeJson(output);
-  object["problems"] = Json::array();
-  object["layouts"] = Json();
-  object["instrument_list"] = Json();
-  object["schema_version"] = schemaVersion;
-  std::vector<LongMember> longMembers = longMembersOf(outcome);
-  longMembers.push_back(problemsMember(output.problems, output.warnings, outcome.paths));
+  LongObject object = outcomeJson(output);
+  object.setArray("problems", elementsOf(output.problems, output.warnings, outcome.paths));
+  object.plain()["layouts"] = Json();
+  object.plain()["instrument_list"] = Json();
   if (output.layouts) {
-    longMembers.push_back({"layouts", [&](JsonArray& array) { addLayouts(*output.layouts, array); }});
-    longMembers.push_back(instrumentsMember(output.instruments));
+    object.setArray("layouts", elementsOf(*output.layouts));
+    object.setArray("instrument_list", elementsOf(output.instruments));
   }
-  addLine(text, object, longMembers);
+  object.plain()["schema_version"] = schemaVersion;
+  addLine(text, object);
 }
 
 void addJsonLines(OutputText& text, const AnalysisOutput& output) {
@@ -84,9 +81,9 @@ void addJsonLines(OutputText& text, const AnalysisOutput& output) {
     addLayoutRecords(text, *output.layouts);
   }
   for (const Instrument& instrument : output.instruments) {
-    addRecord(text, "instrument", jsonOf(instrument), {systemsMember(instrument)});
+    addRecord(text, "instrument", jsonOf(instrument));
   }
-  addRecord(text, "outcome", outcomeJson(output), longMembersOf(outcome));
+  addRecord(text, "outcome", outcomeJson(output));
 }
 
 }  // namespace kiv

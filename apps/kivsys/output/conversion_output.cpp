@@ -14,8 +14,8 @@ namespace kiv {
 namespace {
 
 void addJson(OutputText& text, const ConvertOutput& output) {
-  Json object = jsonOf(output.outcome);
-  std::vector<LongMember> longMembers = longMembersOf(output.outcome);
+  LongObject whole = jsonOf(output.outcome);
+  Json& object = whole.plain();
   if (output.pages != nullptr) {
     output.pages->addTo(object, output.outcome.consistency.has_value());
   }
@@ -24,18 +24,17 @@ void addJson(OutputText& text, const ConvertOutput& output) {
     object["planned"] = plannedJson(*output.planned);
     object["instrument_list"] = Json();
     if (output.outcome.consistency) {
-      longMembers.push_back(instrumentsMember(output.instruments));
+      whole.setArray("instrument_list", elementsOf(output.instruments));
     }
   }
   if (output.listed != nullptr) {
     object["layout"] = output.listed->asJson();
   }
   object["old_results"] = {{"replaced", output.oldResults.replaced}, {"left", textsJson(output.oldResults.left)}};
-  object["problems"] = Json::array();
-  longMembers.push_back(problemsMember(output.problems, output.warnings, output.outcome.paths));
+  whole.setArray("problems", elementsOf(output.problems, output.warnings, output.outcome.paths));
   object["next"] = nextJson(output.next);
   object["schema_version"] = schemaVersion;
-  addLine(text, object, longMembers);
+  addLine(text, whole);
 }
 
 std::string asText(const ConvertOutput& output) {

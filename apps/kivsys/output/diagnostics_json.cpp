@@ -89,31 +89,31 @@ Json jsonOf(const Layouts& layouts, const Deviation& deviation) {
   return object;
 }
 
-Json jsonOf(const LayoutClass& layout) {
-  return {{"layout", layout.label}, {"systems", Json::array()}, {"instruments", layout.instruments}};
+LongObject jsonOf(const Layouts& layouts, const LayoutClass& layout) {
+  LongObject object(Json{{"layout", layout.label}});
+  object.setArray("systems", [&](JsonArray& array) {
+    RangesJson ranges(array);
+    for (const std::size_t s : layout.systems) {
+      ranges.add(layouts.systems[s].number);
+    }
+    ranges.finish();
+  });
+  object.plain()["instruments"] = layout.instruments;
+  return object;
 }
 
-LongMember systemsMember(const Layouts& layouts, const LayoutClass& layout) {
-  return {"systems", [&](JsonArray& array) {
-            RangesJson ranges(array);
-            for (const std::size_t s : layout.systems) {
-              ranges.add(layouts.systems[s].number);
-            }
-            ranges.finish();
-          }};
-}
-
-void addLayouts(const Layouts& layouts, JsonArray& array) {
-  for (const LayoutClass& layout : layouts.classes) {
-    Json object = jsonOf(layout);
-    object["deviations"] = Json::array();
-    const auto addDeviations = [&](JsonArray& deviations) {
-      for (const Deviation& deviation : layout.deviations) {
-        deviations.add(jsonOf(layouts, deviation));
-      }
-    };
-    array.add(object, {systemsMember(layouts, layout), {"deviations", addDeviations}});
-  }
+AddElements elementsOf(const Layouts& layouts) {
+  return [&](JsonArray& array) {
+    for (const LayoutClass& layout : layouts.classes) {
+      LongObject object = jsonOf(layouts, layout);
+      object.setArray("deviations", [&](JsonArray& deviations) {
+        for (const Deviation& deviation : layout.deviations) {
+          deviations.add(jsonOf(layouts, deviation));
+        }
+      });
+      array.add(object);
+    }
+  };
 }
 
 }  // namespace kiv

@@ -13,14 +13,12 @@ namespace kiv {
 /// A problem as an object, with the path of its file among these; what is not certain is null. Without paths, as in a
 /// run like the panel's, it has none.
 Json jsonOf(const Problem& problem, const FilePaths& paths);
-/// One layout as an object, without its systems and its deviations.
-Json jsonOf(const LayoutClass& layout);
-/// Its systems, which refer to the layout.
-LongMember systemsMember(const Layouts& layouts, const LayoutClass& layout);
+/// One layout, which must outlive the object, without its deviations.
+LongObject jsonOf(const Layouts& layouts, const LayoutClass& layout);
 /// A deviation of a layout as an object.
 Json jsonOf(const Layouts& layouts, const Deviation& deviation);
-/// Adds all layouts, with their deviations.
-void addLayouts(const Layouts& layouts, JsonArray& array);
+/// All layouts, which must outlive it, with their deviations.
+AddElements elementsOf(const Layouts& layouts);
 
 /// Adds numbers as ranges of those that follow one another.
 class RangesJson {

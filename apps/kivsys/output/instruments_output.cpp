@@ -153,42 +153,39 @@ std::string instrumentCsv(Machine& machine, const std::vector<Instrument>& instr
   return text;
 }
 
-Json jsonOf(const Instrument& instrument) {
+LongObject jsonOf(const Instrument& instrument) {
   Json clefs = Json::array();
   for (const ClefForm& clef : instrument.clefs) {
     clefs.push_back(jsonOf(clef));
   }
-  return {{"order", instrument.order},
-          {"id", instrument.id},
-          {"name", textOrNull(instrument.name.full)},
-          {"abbreviation", textOrNull(instrument.name.abbreviation)},
-          {"systems", Json::array()},
-          {"staves", instrument.staves},
-          {"first", jsonOf(instrument.first)},
-          {"last", jsonOf(instrument.last)},
-          {"clefs", clefs},
-          {"lines", numbersJson(instrument.lines)},
-          {"size", numbersJson(instrument.sizes)},
-          {"keys", numbersJson(instrument.keys)},
-          {"cued_by", instrument.cuedBy}};
+  LongObject object(Json{{"order", instrument.order},
+                         {"id", instrument.id},
+                         {"name", textOrNull(instrument.name.full)},
+                         {"abbreviation", textOrNull(instrument.name.abbreviation)}});
+  object.setArray("systems", [&](JsonArray& array) {
+    RangesJson ranges(array);
+    for (const std::int16_t system : instrument.systems) {
+      ranges.add(system);
+    }
+    ranges.finish();
+  });
+  object.append(Json{{"staves", instrument.staves},
+                     {"first", jsonOf(instrument.first)},
+                     {"last", jsonOf(instrument.last)},
+                     {"clefs", clefs},
+                     {"lines", numbersJson(instrument.lines)},
+                     {"size", numbersJson(instrument.sizes)},
+                     {"keys", numbersJson(instrument.keys)},
+                     {"cued_by", instrument.cuedBy}});
+  return object;
 }
 
-LongMember systemsMember(const Instrument& instrument) {
-  return {"systems", [&](JsonArray& array) {
-            RangesJson ranges(array);
-            for (const std::int16_t system : instrument.systems) {
-              ranges.add(system);
-            }
-            ranges.finish();
-          }};
-}
-
-LongMember instrumentsMember(const std::vector<Instrument>& instruments) {
-  return {"instrument_list", [&](JsonArray& array) {
-            for (const Instrument& instrument : instruments) {
-              array.add(jsonOf(instrument), {systemsMember(instrument)});
-            }
-          }};
+AddElements elementsOf(const std::vector<Instrument>& instruments) {
+  return [&](JsonArray& array) {
+    for (const Instrument& instrument : instruments) {
+      array.add(jsonOf(instrument));
+    }
+  };
 }
 
 std::string namesInWords(const std::vector<Instrument>& instruments, std::size_t limit) {

@@ -20,13 +20,11 @@ std::string instrumentTable(Machine& machine, const std::vector<Instrument>& ins
 /// The instruments as comma-separated values in UTF-8, with a line of heads.
 std::string instrumentCsv(Machine& machine, const std::vector<Instrument>& instruments);
 
-/// An instrument as an object, without its systems; what is not known is null.
-Json jsonOf(const Instrument& instrument);
-/// Its systems, which refer to the instrument.
-LongMember systemsMember(const Instrument& instrument);
+/// An instrument, which must outlive the object; what is not known is null.
+LongObject jsonOf(const Instrument& instrument);
 
 /// The instruments, which must outlive it.
-LongMember instrumentsMember(const std::vector<Instrument>& instruments);
+AddElements elementsOf(const std::vector<Instrument>& instruments);
 
 /// "101 (Flute), 102 (Oboe)": the instruments that have a name, those beyond the limit only counted; "" for none.
 std::string namesInWords(const std::vector<Instrument>& instruments, std::size_t limit);

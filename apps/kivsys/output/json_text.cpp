@@ -1,8 +1,7 @@
 #include "apps/kivsys/output/json_text.h"
 
 #include <algorithm>
-
-#include <nlohmann/json.hpp>
+#include <utility>
 
 namespace kiv {
 
@@ -10,37 +9,58 @@ std::string asText(const Json& value) {
   return value.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-void JsonArray::add(const Json& object, const std::vector<LongMember>& longMembers) {
-  text_.add(isEmpty_ ? "" : ",");
-  isEmpty_ = false;
-  addObject(text_, object, longMembers);
+void LongObject::setArray(const char* key, AddElements addElements) {
+  plain_[key] = Json::array();
+  longMembers_.push_back({key, std::move(addElements)});
 }
 
-void addObject(OutputText& text, const Json& object, const std::vector<LongMember>& longMembers) {
-  if (longMembers.empty()) {
-    text.add(asText(object));
-    return;
-  }
-  const char* before = "{";
-  for (const auto& [key, value] : object.items()) {
+void LongObject::append(const LongObject& other) {
+  plain_.update(other.plain_);
+  longMembers_.insert(longMembers_.end(), other.longMembers_.begin(), other.longMembers_.end());
+}
+
+const AddElements* LongObject::elementsOf(std::string_view key) const {
+  const auto found = std::find_if(longMembers_.begin(), longMembers_.end(),
+                                  [key](const LongMember& member) { return member.key == key; });
+  return found == longMembers_.end() ? nullptr : &found->addElements;
+}
+
+void JsonArray::addComma() {
+  text_.add(isEmpty_ ? "" : ",");
+  isEmpty_ = false;
+}
+
+void JsonArray::add(const Json& element) {
+  addComma();
+  text_.add(asText(element));
+}
+
+void JsonArray::add(const LongObject& object) {
+  addComma();
+  addObject(text_, object);
+}
+
+void addObject(OutputText& text, const LongObject& object) {
+  text.add("{");
+  const char* before = "";
+  for (const auto& [key, value] : object.plain().items()) {
     text.add(before + asText(Json(key)) + ":");
     before = ",";
-    const auto found = std::find_if(longMembers.begin(), longMembers.end(),
-                                    [&](const LongMember& member) { return member.key == key; });
-    if (found == longMembers.end()) {
+    const AddElements* addElements = object.elementsOf(key);
+    if (addElements == nullptr) {
       text.add(asText(value));
       continue;
     }
     text.add("[");
     JsonArray array(text);
-    found->addElements(array);
+    (*addElements)(array);
     text.add("]");
   }
   text.add("}");
 }
 
-void addLine(OutputText& text, const Json& object, const std::vector<LongMember>& longMembers) {
-  addObject(text, object, longMembers);
+void addLine(OutputText& text, const LongObject& object) {
+  addObject(text, object);
   text.add("\n");
 }
 

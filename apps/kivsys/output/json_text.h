@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include <nlohmann/json_fwd.hpp>
+#include <nlohmann/json.hpp>
 
 #include "apps/kivsys/output/print_outcome.h"
 
@@ -15,27 +15,52 @@ using Json = nlohmann::ordered_json;
 
 class JsonArray;
 
-/// A member of an object that is an array, and can be so long that it is printed element by element.
-struct LongMember {
-  std::string_view key;
-  std::function<void(JsonArray& array)> addElements;
+/// Adds the elements of an array while it is being printed.
+using AddElements = std::function<void(JsonArray& array)>;
+
+/// An object that can have members which are so long that they are printed element by element.
+class LongObject {
+ public:
+  LongObject() : plain_(Json::object()) {}
+  /// It has these members; arrays can be set, too.
+  LongObject(Json plain) : plain_(std::move(plain)) {}  // NOLINT(google-explicit-constructor): any object is one
+
+  /// The members that are not long, and may be changed. The long ones keep their places in it.
+  Json& plain() { return plain_; }
+  const Json& plain() const { return plain_; }
+  /// The member becomes an array of what is added when it is printed.
+  void setArray(const char* key, AddElements addElements);
+  /// Adds the members of another object after its own.
+  void append(const LongObject& other);
+  /// How the elements of this member are added; null for one that is not long.
+  const AddElements* elementsOf(std::string_view key) const;
+
+ private:
+  struct LongMember {
+    std::string_view key;
+    AddElements addElements;
+  };
+
+  Json plain_;
+  std::vector<LongMember> longMembers_;
 };
 
-/// Prints an object in UTF-8. Its members of these keys, whose values here do not matter, are long ones.
-void addObject(OutputText& text, const Json& object, const std::vector<LongMember>& longMembers);
+/// Prints an object in UTF-8.
+void addObject(OutputText& text, const LongObject& object);
 /// The same on a line of its own.
-void addLine(OutputText& text, const Json& object, const std::vector<LongMember>& longMembers = {});
+void addLine(OutputText& text, const LongObject& object);
 
 /// An array while it is being printed.
 class JsonArray {
  public:
   explicit JsonArray(OutputText& text) : text_(text) {}
 
-  void add(const Json& element) { add(element, {}); }
-  /// An object with members that may be long.
-  void add(const Json& object, const std::vector<LongMember>& longMembers);
+  void add(const Json& element);
+  void add(const LongObject& object);
 
  private:
+  void addComma();
+
   OutputText& text_;
   bool isEmpty_ = true;
 };

@@ -28,6 +28,18 @@ Json pathJson(std::string_view name, std::string_view path) {
   return {{"file", NativeSystem::toUtf8(std::string(name))}, {"path", NativeSystem::toUtf8(std::string(path))}};
 }
 
+void addNames(const PathTable& files, JsonArray& array) {
+  for (std::size_t file = 0; file < files.size(); ++file) {
+    array.add(Json(NativeSystem::toUtf8(std::string(files.name(file)))));
+  }
+}
+
+void addPaths(const PathTable* files, JsonArray& array) {
+  for (std::size_t file = 0; files != nullptr && file < files->size(); ++file) {
+    array.add(pathJson(files->name(file), files->path(file)));
+  }
+}
+
 }  // namespace
 
 const char* nameOf(Icon icon) {
@@ -54,43 +66,30 @@ Json jsonOf(const std::vector<ShownMessage>& messages) {
   return all;
 }
 
-Json jsonOf(const RunOutcome& outcome) {
-  Json object = {{"end", outcome.normalEnd ? "normal" : "critical"},
-                 {"messages", jsonOf(outcome.messages)},
-                 {"consistency", orNull(outcome.consistency)},
-                 {"multifile", orNull(outcome.multifile)},
-                 {"files", outcome.files},
-                 {"systems", orNull(outcome.systems)},
-                 {"instruments", orNull(outcome.instruments)}};
+LongObject jsonOf(const RunOutcome& outcome) {
+  LongObject object(Json{{"end", outcome.normalEnd ? "normal" : "critical"},
+                         {"messages", jsonOf(outcome.messages)},
+                         {"consistency", orNull(outcome.consistency)},
+                         {"multifile", orNull(outcome.multifile)},
+                         {"files", outcome.files},
+                         {"systems", orNull(outcome.systems)},
+                         {"instruments", orNull(outcome.instruments)}});
   if (outcome.created != nullptr) {
-    object["created"] = Json::array();
+    object.setArray("created", [&](JsonArray& array) { addNames(*outcome.created, array); });
   }
   if (!outcome.paths.isEmpty()) {
-    object["paths"] = Json::array();
+    object.setArray("paths", [&](JsonArray& array) {
+      addPaths(outcome.paths.pages, array);
+      addPaths(outcome.paths.written, array);
+    });
   }
   if (outcome.corrections != nullptr && !outcome.corrections->tables.empty()) {
-    object["corrected_by"] = jsonOf(*outcome.corrections);
+    object.plain()["corrected_by"] = jsonOf(*outcome.corrections);
   }
   if (outcome.verifies) {
-    object["verified"] = outcome.verification ? toJson(*outcome.verification) : Json();
+    object.plain()["verified"] = outcome.verification ? toJson(*outcome.verification) : Json();
   }
   return object;
-}
-
-std::vector<LongMember> longMembersOf(const RunOutcome& outcome) {
-  const auto addCreated = [&](JsonArray& array) {
-    for (std::size_t file = 0; file < outcome.created->size(); ++file) {
-      array.add(NativeSystem::toUtf8(std::string(outcome.created->name(file))));
-    }
-  };
-  const auto addPaths = [&](JsonArray& array) {
-    for (const PathTable* files : {outcome.paths.pages, outcome.paths.written}) {
-      for (std::size_t file = 0; files != nullptr && file < files->size(); ++file) {
-        array.add(pathJson(files->name(file), files->path(file)));
-      }
-    }
-  };
-  return {{"created", addCreated}, {"paths", addPaths}};
 }
 
 Json jsonOf(const PageCorrections& corrections) {

@@ -2,8 +2,6 @@
 
 #include <string>
 
-#include <nlohmann/json_fwd.hpp>
-
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/output/json_text.h"
 #include "messages/message.h"
@@ -19,10 +17,8 @@ const char* nameOf(Icon icon);
 /// The messages of a run, in order.
 Json jsonOf(const std::vector<ShownMessage>& messages);
 
-/// The outcome as an object, without the schema's version and its long members.
-Json jsonOf(const RunOutcome& outcome);
-/// These members, which refer to the outcome.
-std::vector<LongMember> longMembersOf(const RunOutcome& outcome);
+/// The outcome, which must outlive the object, without the schema's version.
+LongObject jsonOf(const RunOutcome& outcome);
 
 /// The tables of corrections with which the pages were read, and how much they change.
 Json jsonOf(const PageCorrections& corrections);

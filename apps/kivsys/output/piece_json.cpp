@@ -84,8 +84,4 @@ PieceFindings findingsIn(const Json& object) {
   return findings;
 }
 
-std::string textOf(const Json& object) {
-  return object.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
 }  // namespace kiv

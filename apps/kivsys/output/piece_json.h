@@ -15,7 +15,4 @@ nlohmann::ordered_json toJson(const LibraryPiece& piece, const PieceFindings& fi
 /// object.
 PieceFindings findingsIn(const nlohmann::ordered_json& object);
 
-/// The object on one line.
-std::string textOf(const nlohmann::ordered_json& object);
-
 }  // namespace kiv

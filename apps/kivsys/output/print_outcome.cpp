@@ -9,10 +9,12 @@ namespace kiv {
 
 void OutputText::add(std::string_view text) {
   constexpr std::size_t enough = std::size_t{64} * 1024;
-  pending_ += text;
-  if (pending_.size() >= enough) {
-    flush();
+  if (pending_.size() + text.size() < enough) {
+    pending_ += text;
+    return;
   }
+  std::cout << pending_ << text;
+  pending_.clear();
 }
 
 void OutputText::flush() {

@@ -74,10 +74,11 @@ std::string asTable(std::vector<Row> rows) {
 SelectedNames::SelectedNames(ConsoleSystem& system) : system_(system) {
   std::map<std::string, std::size_t> uses;
   const auto withoutFolder = [&](const std::string& path) { return path.substr(folderOfPath(system, path).size()); };
-  for (const FoundFile& page : system.pages()) {
+  const std::vector<FoundFile> pages = system.pages();
+  for (const FoundFile& page : pages) {
     ++uses[withoutFolder(page.path)];
   }
-  for (const FoundFile& page : system.pages()) {
+  for (const FoundFile& page : pages) {
     const std::string name = withoutFolder(page.path);
     names_[system.upperCase(page.name)] = uses[name] > 1 ? page.path : name;
   }

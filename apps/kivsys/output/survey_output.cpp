@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 
+#include "apps/kivsys/output/json_text.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/piece_json.h"
 #include "apps/kivsys/output/text_table.h"
@@ -176,7 +177,7 @@ std::string SurveyLines::line(const LibraryPiece& piece, const PieceFindings& fi
     case SurveyFormat::csv:
       return csvOf(cellsOf(piece, findings));
     case SurveyFormat::json:
-      return (isFirst ? "\n" : ",\n") + textOf(withGaps(toJson(piece, findings), piece));
+      return (isFirst ? "\n" : ",\n") + asText(withGaps(toJson(piece, findings), piece));
     case SurveyFormat::table:
       break;
   }

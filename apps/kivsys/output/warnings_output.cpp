@@ -44,15 +44,15 @@ Json jsonOf(const Warnings& warnings, const Problem& problem, const FilePaths& p
   return object;
 }
 
-LongMember problemsMember(const std::vector<Problem>& problems, const Warnings& warnings, const FilePaths& paths) {
-  return {"problems", [&](JsonArray& array) {
-            for (const Problem& problem : problems) {
-              array.add(jsonOf(problem, paths));
-            }
-            for (const Problem& problem : warnings.problems) {
-              array.add(jsonOf(warnings, problem, paths));
-            }
-          }};
+AddElements elementsOf(const std::vector<Problem>& problems, const Warnings& warnings, const FilePaths& paths) {
+  return [&](JsonArray& array) {
+    for (const Problem& problem : problems) {
+      array.add(jsonOf(problem, paths));
+    }
+    for (const Problem& problem : warnings.problems) {
+      array.add(jsonOf(warnings, problem, paths));
+    }
+  };
 }
 
 }  // namespace kiv

@@ -24,6 +24,6 @@ std::string asText(const Warnings& warnings, const FileNamer& nameOf, bool withC
 Json jsonOf(const Warnings& warnings, const Problem& problem, const FilePaths& paths);
 
 /// The problems of the messages and then the warnings. What is given must outlive it.
-LongMember problemsMember(const std::vector<Problem>& problems, const Warnings& warnings, const FilePaths& paths);
+AddElements elementsOf(const std::vector<Problem>& problems, const Warnings& warnings, const FilePaths& paths);
 
 }  // namespace kiv

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "apps/kivsys/output/json_text.h"
 #include "apps/kivsys/output/piece_json.h"
 #include "base/utf8_character.h"
 
@@ -125,7 +126,7 @@ std::optional<StateText> readState(std::string_view text) {
 }
 
 std::string stateHead(const std::vector<std::string>& roots) {
-  return textOf({{"kivsys_survey_state", 1}, {"folders", roots}}) + "\n";
+  return asText({{"kivsys_survey_state", 1}, {"folders", roots}}) + "\n";
 }
 
 std::string stateLine(const LibraryPiece& piece, const PieceFindings& findings) {
@@ -143,7 +144,7 @@ std::string stateLine(const LibraryPiece& piece, const PieceFindings& findings) 
   if (!piece.digest.empty()) {
     object["sha256"] = piece.digest;
   }
-  return textOf(object) + "\n";
+  return asText(object) + "\n";
 }
 
 std::string stateName(std::string_view name) {
