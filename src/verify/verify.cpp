@@ -48,7 +48,7 @@ class Verifier {
   bool readResults();
   bool numbersAreShown() const;
   std::string nameOfResult(std::size_t index) const { return resultName(stemOfResults_, index + 1); }
-  LoadedPage loadResult(std::size_t index) { return group_.load(nameOfResult(index), resultFacts_[index]); }
+  LoadedPage loadResult(std::size_t index) { return group_.loadResult(nameOfResult(index), resultFacts_[index]); }
   bool proveOneByOne(const ReportedSystems& reported, bool showNumbers);
   void deriveExpected(const ReportedSystems& reported, bool showNumbers);
   void countLeftOut();
