@@ -31,12 +31,9 @@ SystemTable::System& SystemsReader::system(std::int16_t number) {
   if (!systems.empty() && systems[latest_].systemNumber == number) {
     return systems[latest_];
   }
-  const auto known = index_.find(hashOf(number), [&](std::uint32_t s) { return systems[s].systemNumber == number; });
-  if (!known) {
-    index_.add(hashOf(number), [&](std::uint32_t s) { return hashOf(systems[s].systemNumber); });
-    systems.push_back({number});
-  }
-  latest_ = known ? *known : systems.size() - 1;
+  latest_ = index_.findOrAdd(
+      hashOf(number), [&](std::uint32_t s) { return systems[s].systemNumber == number; },
+      [&](std::uint32_t s) { return hashOf(systems[s].systemNumber); }, [&] { systems.push_back({number}); });
   return systems[latest_];
 }
 

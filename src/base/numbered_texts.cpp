@@ -22,12 +22,9 @@ std::optional<std::uint32_t> NumberedTexts::find(std::string_view text) const {
 }
 
 std::uint32_t NumberedTexts::add(std::string_view text) {
-  if (const auto known = find(text)) {
-    return *known;
-  }
-  texts_.push_back(keep(text));
-  index_.add(textHash(text), [this](std::uint32_t number) { return textHash((*this)[number]); });
-  return static_cast<std::uint32_t>(texts_.size() - 1);
+  return index_.findOrAdd(
+      textHash(text), [&](std::uint32_t number) { return (*this)[number] == text; },
+      [this](std::uint32_t number) { return textHash((*this)[number]); }, [&] { texts_.push_back(keep(text)); });
 }
 
 std::string_view NumberedTexts::operator[](std::uint32_t number) const {

@@ -44,7 +44,6 @@ class WriteGuard {
       FileIdentity identity;
       std::uint32_t path = 0;
     };
-    std::optional<std::uint32_t> indexOf(const FileIdentity& identity) const;
 
     std::vector<File> files_;
     HashIndex index_;
