@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <vector>
 
@@ -48,7 +49,7 @@ class SharedLists {
     return Hash()(end.last) * prime + end.before;
   }
 
-  std::vector<End> ends_;
+  std::deque<End> ends_;  // not doubled, and never moved
   HashIndex index_;
 };
 
