@@ -19,7 +19,7 @@ bool FileFacts::note(std::string_view bytes) {
   isRead = true;
   hash = found;
   if (!bytes.empty()) {
-    digest = digestOf(bytes);
+    digest = sha256Digest(bytes);
   }
   return true;
 }
