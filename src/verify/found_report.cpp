@@ -29,6 +29,10 @@ class DigestingFile : public InputFile {
 
 }  // namespace
 
+std::string whyUnreadable(bool isTooLarge, std::size_t limit) {
+  return isTooLarge ? tooLarge(limit, "this file") : "cannot be read";
+}
+
 FoundReport::FoundReport(Files& files, const std::string& name, std::size_t limit)
     : read_(std::make_unique<ReadBytes>()) {
   read_->limit = limit;
@@ -44,10 +48,8 @@ std::optional<std::string_view> FoundReport::nextLine() {
 }
 
 std::string FoundReport::error() const {
-  if (read_->isTooLarge) {
-    return tooLarge(read_->limit, "this file");
-  }
-  return lines_ && !lines_->failed() ? "" : "cannot be read";
+  const bool isRead = lines_ && !lines_->failed() && !read_->isTooLarge;
+  return isRead ? "" : whyUnreadable(read_->isTooLarge, read_->limit);
 }
 
 }  // namespace kiv::proof

@@ -13,6 +13,9 @@
 
 namespace kiv::proof {
 
+/// Why a text cannot be read, as a phrase.
+std::string whyUnreadable(bool isTooLarge, std::size_t limit);
+
 /// The bytes of a file that have been read.
 struct ReadBytes {
   std::size_t limit = 0;  ///< the most that it may have

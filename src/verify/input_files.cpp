@@ -7,10 +7,6 @@
 
 namespace kiv::proof {
 
-bool isInstrumentNumber(const PageItem& read) {
-  return read.item.type() == ItemType::instrumentNumber;
-}
-
 bool FileFacts::note(std::string_view bytes) {
   const std::size_t found = std::hash<std::string_view>()(bytes);
   if (isRead) {
