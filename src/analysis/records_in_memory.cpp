@@ -5,12 +5,14 @@
 #include <utility>
 
 #include "analysis/report.h"
+#include "analysis/written_records.h"
 
 namespace kiv {
 namespace {
 
 constexpr std::size_t blockSize = std::size_t{64} * 1024;
-constexpr std::size_t mostAlike = 255;  // characters whose number one byte holds
+constexpr std::size_t mostAlike = 255;   // characters whose number one byte holds
+constexpr std::size_t besideMiddle = 3;  // bytes of a line
 constexpr std::string_view endOfLine = "\r\n";
 
 /// How many characters of two texts are the same from the beginning on, as far as a byte counts.
@@ -29,27 +31,15 @@ std::size_t byteAt(const std::string& bytes, std::size_t at) {
   return static_cast<unsigned char>(bytes[at]);
 }
 
-/// Keeps the records of a report that is written, whose lines end with CR LF.
-class RecordsOutput : public OutputFile {
+/// Keeps the records of a report that is written. Every line of it has an end.
+class RecordsOutput : public WrittenRecords {
  public:
   explicit RecordsOutput(std::shared_ptr<SimilarLines> records) : records_(std::move(records)) {}
 
-  std::optional<std::string> write(std::string_view bytes) override {
-    begun_ += bytes;
-    std::string_view left = begun_;
-    for (std::size_t end = left.find('\n'); end != std::string_view::npos; end = left.find('\n')) {
-      if (!left.starts_with('*')) {
-        records_->add(left.substr(0, end - (end > 0 && left[end - 1] == '\r' ? 1 : 0)));
-      }
-      left.remove_prefix(end + 1);
-    }
-    begun_.erase(0, begun_.size() - left.size());
-    return std::nullopt;
-  }
-
  private:
+  void addRecord(std::string_view record) override { records_->add(record); }
+
   std::shared_ptr<SimilarLines> records_;
-  std::string begun_;  // a line that is not complete
 };
 
 /// The records of a report, open for reading.
@@ -84,7 +74,7 @@ void SimilarLines::add(std::string_view line) {
   const std::size_t begin = line.size() - rest.size();
   const std::size_t end = sameAtEnd(rest, std::string_view(last_).substr(begin));
   const std::string_view middle = rest.substr(0, rest.size() - end);
-  if (blocks_.empty() || blocks_.back().size() + middle.size() > blockSize) {
+  if (blocks_.empty() || blocks_.back().size() + middle.size() + besideMiddle > blockSize) {
     blocks_.emplace_back().reserve(blockSize);
   }
   std::string& block = blocks_.back();

@@ -94,12 +94,9 @@ ReportIndex::System& ReportIndex::system(double number) {
   if (!systems.empty() && systems.back().number == number) {  // staves of one system mostly follow
     return systems.back();
   }
-  const auto known = systemIndex.find(hashOf(number), [&](std::uint32_t s) { return systems[s].number == number; });
-  if (known) {
-    return systems[*known];
-  }
-  systemIndex.add(hashOf(number), [this](std::uint32_t s) { return hashOf(systems[s].number); });
-  return systems.emplace_back(System{number});
+  return systems[systemIndex.findOrAdd(
+      hashOf(number), [&](std::uint32_t s) { return systems[s].number == number; },
+      [this](std::uint32_t s) { return hashOf(systems[s].number); }, [&] { systems.push_back({number}); })];
 }
 
 int ReportIndex::systemCount() const {

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "base/hash_index.h"
+#include "base/numbered_texts.h"
 #include "base/shared_lists.h"
-#include "base/text_table.h"
 #include "platform/files.h"
 
 namespace kiv {
@@ -62,7 +62,7 @@ struct ReportIndex {
   Lists lists;
   std::vector<std::string> unfitLines;
   std::vector<std::int16_t> instruments;  ///< the distinct identifiers, in order of first appearance
-  TextTable files;                        ///< the page files
+  NumberedTexts files;                    ///< the page files
   std::vector<double> lastUse;            ///< of each, the highest system that it serves
 };
 

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "analysis/report.h"
-#include "analysis/reported_systems.h"
+#include "analysis/systems_of_report.h"
 #include "base/number.h"
 #include "messages/analysis_messages.h"
 #include "messages/run_time_errors.h"

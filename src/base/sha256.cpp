@@ -161,10 +161,10 @@ std::string Sha256::hexDigest() {
 }
 
 std::string sha256(std::string_view bytes) {
-  return hexDigits(digestOf(bytes));
+  return hexDigits(sha256Digest(bytes));
 }
 
-Sha256Digest digestOf(std::string_view bytes) {
+Sha256Digest sha256Digest(std::string_view bytes) {
   Sha256 sha;
   sha.update(bytes);
   return sha.digest();

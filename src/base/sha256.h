@@ -35,7 +35,7 @@ class Sha256 {
 /// The digest of these bytes as 64 lower-case hexadecimal digits.
 std::string sha256(std::string_view bytes);
 /// The same as it is.
-Sha256Digest digestOf(std::string_view bytes);
+Sha256Digest sha256Digest(std::string_view bytes);
 /// A digest as 64 lower-case hexadecimal digits.
 std::string hexDigits(const Sha256Digest& digest);
 

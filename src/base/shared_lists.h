@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <vector>
 
@@ -18,15 +19,9 @@ class SharedLists {
 
   /// The list with one more element at its end.
   std::uint32_t append(std::uint32_t list, const Element& element) {
-    const std::size_t hash = hashOfEnd({list, element});
-    const auto known =
-        index_.find(hash, [&](std::uint32_t end) { return ends_[end].before == list && ends_[end].last == element; });
-    if (known) {
-      return *known + 1;
-    }
-    index_.add(hash, [this](std::uint32_t end) { return hashOfEnd(ends_[end]); });
-    ends_.push_back({list, element});
-    return static_cast<std::uint32_t>(ends_.size());
+    const auto isIt = [&](std::uint32_t end) { return ends_[end].before == list && ends_[end].last == element; };
+    const auto hashOf = [this](std::uint32_t end) { return hashOfEnd(ends_[end]); };
+    return index_.findOrAdd(hashOfEnd({list, element}), isIt, hashOf, [&] { ends_.push_back({list, element}); }) + 1;
   }
 
   /// Calls visit for each element, the last one first.
@@ -54,7 +49,7 @@ class SharedLists {
     return Hash()(end.last) * prime + end.before;
   }
 
-  std::vector<End> ends_;
+  std::deque<End> ends_;  // not doubled, and never moved
   HashIndex index_;
 };
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "analysis/analysis_observer.h"
-#include "base/text_table.h"
+#include "base/numbered_texts.h"
 #include "diagnostics/instruments.h"
 #include "diagnostics/listed_systems.h"
 #include "diagnostics/page_losses.h"
@@ -94,7 +94,7 @@ class GroupFacts : public AnalysisObserver {
   std::string_view bytes_;           // of the file that is being read
   std::optional<LossScan> scan_;     // for losses of this file
   PageLossFinder lossFinder_;
-  TextTable fileNames_;          // their numbers are those of the listed systems, too
+  NumberedTexts fileNames_;      // their numbers are those of the listed systems, too
   std::deque<FileFacts> files_;  // by number
   ListedSystems listed_;
   std::vector<std::int16_t> firstSystem_;  // its instruments

@@ -64,14 +64,6 @@ std::uint32_t ListedSystems::addFile(std::string_view name) {
   return static_cast<std::uint32_t>(files_.size() - 1);
 }
 
-std::uint32_t ListedSystems::addName(const std::string& name) {
-  const auto [known, isNew] = names_.try_emplace(name, static_cast<std::uint32_t>(nameOf_.size()));
-  if (isNew) {
-    nameOf_.push_back(&known->first);
-  }
-  return known->second;
-}
-
 void ListedSystems::add(std::int16_t system, const Row& row) {
   page_.push_back(row);
   systemOfRow_.push_back(system);
@@ -126,20 +118,28 @@ int ListedSystems::occurrencesIn(std::span<const Row> rows, const Row& row) {
   return occurrences;
 }
 
-int ListedSystems::occurrencesIn(Range runs, const Row& row) const {
-  int occurrences = 0;
+std::vector<ListedSystems::Row> ListedSystems::rowsOnPage(std::uint32_t page) const {
+  std::vector<Row> rows;
+  const Range runs = runsOf(page);
   for (std::uint32_t run = runs.first; run < runs.end; ++run) {
-    occurrences = std::max(occurrences, occurrencesIn(rowsOf(run), row));
+    const std::vector<Row> more = rowsOf(run);
+    rows.insert(rows.end(), more.begin(), more.end());
   }
-  return occurrences;
+  return rows;
 }
 
 /// Counts the rows whose records say the same of a staff. One alone with its number in a new file is the first.
 void ListedSystems::countOccurrences(bool hasFileTwice) {
+  std::vector<Row> before;  // on the last page with the file; rows of a file mostly follow one another
+  std::uint32_t pageBefore = noPage;
   for (std::size_t r = 0; r < page_.size(); ++r) {
     Row& row = page_[r];
-    const Range before = runsOf(files_[row.file].lastPage);
-    if (hasFileTwice || row.name == noName || before.end != 0) {
+    const std::uint32_t lastPage = files_[row.file].lastPage;
+    if (lastPage != pageBefore) {
+      before = rowsOnPage(lastPage);
+      pageBefore = lastPage;
+    }
+    if (hasFileTwice || row.name == noName || lastPage != noPage) {
       row.occurrence = std::max(occurrencesIn(before, row), occurrencesIn(std::span(page_).first(r), row)) + 1;
     }
   }
@@ -155,7 +155,7 @@ std::size_t ListedSystems::systemOf(std::int16_t number, std::uint32_t run) {
     }
   }
   highest_ = systems_.empty() ? number : std::max(highest_, number);
-  systems_.push_back({number, run});
+  systems_.push_back({number, false, run});
   return systems_.size() - 1;
 }
 
@@ -174,6 +174,20 @@ void ListedSystems::addRun(std::size_t firstRow, std::size_t end) {
     moreRuns_[system].push_back(number);
   }
   runs_.push_back(run);
+  noteSharing(systems_[system], std::span(page_).subspan(firstRow, end - firstRow));
+}
+
+/// All files of a system share it as soon as there are two.
+void ListedSystems::noteSharing(System& system, std::span<const Row> rows) {
+  const std::uint32_t first = runs_[system.run].file;
+  system.isOfSeveralFiles = system.isOfSeveralFiles ||
+                            std::any_of(rows.begin(), rows.end(), [&](const Row& row) { return row.file != first; });
+  if (system.isOfSeveralFiles) {
+    files_[first].isShared = true;
+    for (const Row& row : rows) {
+      files_[row.file].isShared = true;
+    }
+  }
 }
 
 void ListedSystems::endPage(bool hasFileTwice) {
@@ -220,7 +234,7 @@ std::vector<SystemRow> ListedSystems::rows(std::size_t system) const {
                     row.occurrence,
                     row.file,
                     files_[row.file].name,
-                    isCertain ? nameOf_[row.name] : nullptr,
+                    isCertain ? std::optional(names_[row.name]) : std::nullopt,
                     {row.item, row.offset}});
   });
   return rows;
@@ -237,26 +251,11 @@ std::optional<FoundStaff> ListedSystems::find(std::uint32_t file, double staff) 
   for (std::uint32_t run = runs.first; run < runs.end; ++run) {
     for (const Row& row : rowsOf(run)) {
       if (row.name != noName && row.file == file && row.staff == staff) {
-        return FoundStaff{{row.item, row.offset}, *nameOf_[row.name]};
+        return FoundStaff{{row.item, row.offset}, std::string(names_[row.name])};
       }
     }
   }
   return std::nullopt;
-}
-
-bool ListedSystems::isShared(std::uint32_t file) const {
-  for (std::size_t system = 0; system < systems_.size(); ++system) {
-    bool isIn = false;
-    bool areOthersIn = false;
-    visitRows(system, [&](const Row& row) {
-      isIn = isIn || row.file == file;
-      areOthersIn = areOthersIn || row.file != file;
-    });
-    if (isIn && areOthersIn) {
-      return true;
-    }
-  }
-  return false;
 }
 
 }  // namespace kiv

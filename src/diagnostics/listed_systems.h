@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/numbered_texts.h"
 #include "base/shared_lists.h"
 #include "diagnostics/listed_staff.h"
 #include "diagnostics/system_facts.h"
@@ -33,7 +34,7 @@ struct SystemRow {
   int occurrence = 1;          ///< as in StaffFact
   std::uint32_t fileNumber = 0;
   std::string_view file;
-  const std::string* name = nullptr;  ///< null when the page must be asked
+  std::optional<std::string_view> name;  ///< nullopt when the page must be asked
   ItemPlace place;
 };
 
@@ -64,7 +65,7 @@ class ListedSystems {
   /// Numbers a file: 0, 1, 2 ... Its name must outlive this.
   std::uint32_t addFile(std::string_view name);
   /// Numbers a name of staves, which is kept once.
-  std::uint32_t addName(const std::string& name);
+  std::uint32_t addName(std::string_view name) { return names_.add(name); }
   /// The next staff of the page.
   void add(std::int16_t system, const Row& row);
   /// A page may have one file twice.
@@ -79,7 +80,7 @@ class ListedSystems {
   /// The staff of a file with a number; nullopt where the page must be asked.
   std::optional<FoundStaff> find(std::uint32_t file, double staff) const;
   /// Whether a system has staves of this file and of another one.
-  bool isShared(std::uint32_t file) const;
+  bool isShared(std::uint32_t file) const { return files_[file].isShared; }
 
  private:
   /// A row without its place, as systems have it in common.
@@ -115,33 +116,35 @@ class ListedSystems {
     std::string_view name;
     std::uint32_t firstPage = noPage;
     std::uint32_t lastPage = noPage;
+    bool isShared = false;
   };
   struct System {
     std::int16_t number = 0;
+    bool isOfSeveralFiles = false;
     std::uint32_t run = 0;  // its first one
   };
 
   Range runsOf(std::uint32_t page) const;
   std::size_t rowsIn(std::uint32_t run) const;
   std::vector<Row> rowsOf(std::uint32_t run) const;
+  std::vector<Row> rowsOnPage(std::uint32_t page) const;
   static int occurrencesIn(std::span<const Row> rows, const Row& row);
-  int occurrencesIn(Range runs, const Row& row) const;
   void countOccurrences(bool hasFileTwice);
   std::size_t systemOf(std::int16_t number, std::uint32_t run);
   void addRun(std::size_t firstRow, std::size_t end);
+  void noteSharing(System& system, std::span<const Row> rows);
   template <typename Visitor>
   void visitRows(std::size_t system, Visitor visit) const;
 
   static constexpr std::uint32_t noPage = std::numeric_limits<std::uint32_t>::max();
 
   std::deque<File> files_;
-  std::map<std::string, std::uint32_t> names_;
-  std::vector<const std::string*> nameOf_;  // by number
-  std::vector<Row> page_;                   // the rows of the page
-  std::vector<std::int16_t> systemOfRow_;   // of them, the numbers
-  std::deque<std::uint32_t> offsets_;       // of the items of all rows
-  std::deque<std::int16_t> items_;          // their numbers
-  std::vector<std::uint32_t> firstRuns_;    // by the numbers of the pages
+  NumberedTexts names_;
+  std::vector<Row> page_;                  // the rows of the page
+  std::vector<std::int16_t> systemOfRow_;  // of them, the numbers
+  std::deque<std::uint32_t> offsets_;      // of the items of all rows
+  std::deque<std::int16_t> items_;         // their numbers
+  std::vector<std::uint32_t> firstRuns_;   // by the numbers of the pages
   Lists lists_;
   std::vector<Run> runs_;
   std::vector<System> systems_;

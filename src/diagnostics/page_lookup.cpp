@@ -72,7 +72,7 @@ std::optional<FoundStaff> PageLookup::staff(const StaffFact& fact) {
 }
 
 std::optional<FoundStaff> PageLookup::staff(const SystemRow& row) {
-  return row.name != nullptr ? FoundStaff{row.place, *row.name} : staff(factOf(row));
+  return row.name ? FoundStaff{row.place, std::string(*row.name)} : staff(factOf(row));
 }
 
 const PageItems::Staff* PageLookup::staffAt(const Location& location) {

@@ -1,8 +1,10 @@
 #include "diagnostics/system_facts.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -19,9 +21,9 @@ StaffFact staffOf(const ReportRecord& record, std::int16_t instrument) {
           std::string(record.fileToEnd())};
 }
 
-/// Calls visit with the system and the instrument of every record, and the record. False after an I/O error.
+/// Calls visit with the system of every record that has one, and the record. False after an I/O error.
 template <typename Visit>
-bool forEachStaff(Files& files, const Visit& visit) {
+bool forEachSystemRecord(Files& files, const Visit& visit) {
   auto file = files.openInput(reportFile);
   if (!file) {
     return true;
@@ -29,10 +31,8 @@ bool forEachStaff(Files& files, const Visit& visit) {
   LineReader lines(std::move(file));
   while (const auto line = lines.next()) {
     const ReportRecord record(*line);
-    const auto system = line->starts_with('*') ? std::nullopt : record.wholeOrNone(ReportRecord::system);
-    const auto instrument = system ? record.wholeOrNone(ReportRecord::instrument) : std::nullopt;
-    if (instrument) {
-      visit(*system, *instrument, record);
+    if (const auto system = line->starts_with('*') ? std::nullopt : record.wholeOrNone(ReportRecord::system)) {
+      visit(*system, record);
     }
   }
   return !lines.failed();
@@ -59,24 +59,33 @@ class Runs {
 
 /// Whether the staves of each system and those of each file follow each other, whatever else their records say.
 bool areTogether(Files& files) {
-  auto file = files.openInput(reportFile);
-  if (!file) {
-    return true;
-  }
   Runs<std::int16_t> systems;
   Runs<std::string> pages;
-  LineReader lines(std::move(file));
-  while (const auto line = lines.next()) {
-    const ReportRecord record(*line);
-    if (const auto system = line->starts_with('*') ? std::nullopt : record.wholeOrNone(ReportRecord::system)) {
-      systems.add(*system);
-      pages.add(record.fileToEnd());
-    }
-  }
+  forEachSystemRecord(files, [&](std::int16_t system, const ReportRecord& record) {
+    systems.add(system);
+    pages.add(record.fileToEnd());
+  });
   return systems.areWhole() && pages.areWhole();
 }
 
-}  // namespace
+/// Puts listed staves together to systems.
+class SystemFacts {
+ public:
+  /// Adds a staff to a system, after those that were added before. Its occurrence is filled in.
+  void add(std::int16_t system, StaffFact staff);
+  /// The systems so far in the order in which they first appeared; no staff of them will be added any more.
+  std::vector<SystemFact> takeSystems();
+  /// Forgets the files so far, of which no staff will be added any more.
+  void forgetFiles();
+
+ private:
+  std::vector<SystemFact> systems_;
+  std::unordered_map<std::int16_t, std::size_t> indices_;  // by the number of the system
+  std::unordered_map<std::string, std::size_t> files_;     // their numbers
+  std::size_t lastFile_ = 0;
+  std::string lastFileName_;
+  std::unordered_map<std::string, int> occurrences_;  // of each staff, by its texts and the number of its file
+};
 
 void SystemFacts::add(std::int16_t system, StaffFact staff) {
   if (files_.empty() || staff.file != lastFileName_) {  // the staves of a file mostly follow each other
@@ -99,14 +108,12 @@ std::vector<SystemFact> SystemFacts::takeSystems() {
   return std::exchange(systems_, {});
 }
 
-std::vector<SystemFact> readSystemFacts(Files& files) {
-  SystemFacts systems;
-  const bool isRead =
-      forEachStaff(files, [&](std::int16_t system, std::int16_t instrument, const ReportRecord& record) {
-        systems.add(system, staffOf(record, instrument));
-      });
-  return isRead ? std::move(systems).systems() : std::vector<SystemFact>();
+void SystemFacts::forgetFiles() {
+  files_.clear();
+  occurrences_.clear();
 }
+
+}  // namespace
 
 bool forEachSystemFact(Files& files, const SystemFactVisitor& visit) {
   const bool together = areTogether(files);
@@ -117,18 +124,21 @@ bool forEachSystemFact(Files& files, const SystemFactVisitor& visit) {
     const std::vector<SystemFact> systems = facts.takeSystems();
     std::for_each(systems.begin(), systems.end(), visit);
   };
-  const bool isRead =
-      forEachStaff(files, [&](std::int16_t system, std::int16_t instrument, const ReportRecord& record) {
-        if (together && last && *last != system) {
-          visitAll();
-        }
-        if (together && record.fileToEnd() != lastFile) {
-          facts.forgetFiles();
-          lastFile = record.fileToEnd();
-        }
-        facts.add(system, staffOf(record, instrument));
-        last = system;
-      });
+  const bool isRead = forEachSystemRecord(files, [&](std::int16_t system, const ReportRecord& record) {
+    const auto instrument = record.wholeOrNone(ReportRecord::instrument);
+    if (!instrument) {
+      return;
+    }
+    if (together && last && *last != system) {
+      visitAll();
+    }
+    if (together && record.fileToEnd() != lastFile) {
+      facts.forgetFiles();
+      lastFile = record.fileToEnd();
+    }
+    facts.add(system, staffOf(record, *instrument));
+    last = system;
+  });
   visitAll();
   return isRead;
 }

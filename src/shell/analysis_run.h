@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "analysis/analysis_observer.h"
-#include "analysis/reported_systems.h"
+#include "analysis/systems_of_report.h"
 #include "shell/kivsystem.h"
 
 namespace kiv {
@@ -14,7 +14,7 @@ struct AnalysisOptions {
   bool allowZeroInstrId = false;         ///< staves without an instrument identifier are no problem
   bool viewReport = false;               ///< shows the report when it is written
   AnalysisObserver* observer = nullptr;  ///< is given what is read, if there is one
-  ReportedSystems* systems = nullptr;    ///< if there are some, they are found without a report and a verdict
+  SystemsOfReport* systems = nullptr;    ///< if there are some, they are found without a report and a verdict
 };
 
 /// What an analysis finds out about the input as a whole.

@@ -94,7 +94,7 @@ void analyzeWithoutReport(KivSystem& program, const std::string& namesFile, bool
                           AnalysisObserver* observer) {
   nameVersion(program);
   deleteOldResults(program.host.files);
-  ReportedSystems systems(program.systems);
+  SystemsOfReport systems(program.systems);
   runAnalysis(program, namesFile, {allowZeroInstrId, false, observer, &systems});
 }
 

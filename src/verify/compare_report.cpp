@@ -37,31 +37,13 @@ bool isEndOfPages(std::string_view line) {
   return line.starts_with("* ===");
 }
 
-using OptionalLine = std::optional<std::string_view>;
-
-std::string quoted(const OptionalLine& line) {
+std::string quoted(const LineDifferences::Line& line) {
   return line ? "\"" + std::string(*line) + "\"" : "missing";
 }
 
-std::string lineDiffers(const OptionalLine& found, const OptionalLine& expected, std::size_t index) {
+std::string lineDiffers(const LineDifferences::Line& found, const LineDifferences::Line& expected, std::size_t index) {
   return "line " + std::to_string(index + 1) + " is " + quoted(found) + "; by an analysis of the inputs it is " +
          quoted(expected);
-}
-
-/// The findings on a text by the number of lines that differ, and phrases about the first of them.
-std::vector<Finding> findingsOn(const std::string& name, const std::vector<std::string>& phrases,
-                                std::size_t different) {
-  if (different > mostLines) {
-    return {{name, 0,
-             "is not that of these pages as they are now: " + std::to_string(different) + " lines differ, of which " +
-                 phrases.front()}};
-  }
-  std::vector<Finding> findings;
-  findings.reserve(phrases.size());
-  for (const std::string& phrase : phrases) {
-    findings.push_back({name, 0, phrase});
-  }
-  return findings;
 }
 
 /// Reports lines that end otherwise than with CR LF, where the lines themselves are right.
@@ -71,17 +53,42 @@ std::vector<Finding> otherLineEnds(const std::string& name) {
 
 }  // namespace
 
+void LineDifferences::compare(const Line& found, const Line& expected) {
+  if (found != expected) {
+    if (different_ < mostLines) {
+      phrases_.push_back(lineDiffers(found, expected, lines_));
+    }
+    first_ = first_.value_or(lines_);
+    ++different_;
+  }
+  ++lines_;
+}
+
+std::vector<Finding> LineDifferences::findings(const std::string& name) const {
+  if (different_ > mostLines) {
+    return {{name, 0,
+             "is not that of these pages as they are now: " + std::to_string(different_) + " lines differ, of which " +
+                 phrases_.front()}};
+  }
+  std::vector<Finding> findings;
+  findings.reserve(phrases_.size());
+  for (const std::string& phrase : phrases_) {
+    findings.push_back({name, 0, phrase});
+  }
+  return findings;
+}
+
 void ReportComparison::expect(std::string_view line) {
   const Line found = found_.nextLine();
-  if (lines_ == 0) {
+  if (differences_.lines() == 0) {
     hasHead_ = found && isHead(*found);
     headBytes_ = found ? found->size() : 0;
-    ++lines_;
+    differences_.skipLine();
     return;
   }
   expectedBytes_ += line.size() + crLf;
   if (!expectedEndOfPages_ && isEndOfPages(line)) {
-    expectedEndOfPages_ = lines_;
+    expectedEndOfPages_ = differences_.lines();
   }
   compare(found, line);
 }
@@ -94,25 +101,19 @@ void ReportComparison::finish() {
 
 void ReportComparison::compare(const Line& found, const Line& expected) {
   hasEndOfPages_ = hasEndOfPages_ || (found && isEndOfPages(*found));
-  if (found != expected) {
-    if (different_ < mostLines) {
-      differences_.push_back(lineDiffers(found, expected, lines_));
-    }
-    firstDifference_ = firstDifference_.value_or(lines_);
-    ++different_;
-  }
-  ++lines_;
+  differences_.compare(found, expected);
 }
 
 std::vector<Finding> ReportComparison::findings(const std::string& name) const {
   if (!hasHead_) {
     return {{name, 0, "does not begin as a report does"}};
   }
-  if (firstDifference_ && firstDifference_ <= expectedEndOfPages_.value_or(lines_) && hasEndOfPages_) {
-    return {{name, 0, "is the report of other pages: " + differences_.front()}};
+  const auto first = differences_.first();
+  if (first && first <= expectedEndOfPages_.value_or(differences_.lines()) && hasEndOfPages_) {
+    return {{name, 0, "is the report of other pages: " + differences_.firstPhrase()}};
   }
-  if (different_ > 0) {
-    return findingsOn(name, differences_, different_);
+  if (first) {
+    return differences_.findings(name);
   }
   // No line end is longer than CR LF, so the same lines have as many bytes only if all of them end with it.
   const bool areSameEnds = found_.bytes() == headBytes_ + crLf + expectedBytes_;
@@ -123,17 +124,14 @@ std::vector<Finding> compareVerdict(const std::string& name, std::string_view fo
   const std::vector<std::string_view> theirs = linesOf(found);
   const std::vector<std::string_view> ours = linesOf(expected);
   const auto lineAt = [](const auto& lines, std::size_t i) {
-    return i < lines.size() ? OptionalLine(lines[i]) : std::nullopt;
+    return i < lines.size() ? LineDifferences::Line(lines[i]) : std::nullopt;
   };
-  std::vector<std::string> differences;
-  std::size_t different = 0;
+  LineDifferences differences;
   for (std::size_t i = 0; i < std::max(theirs.size(), ours.size()); ++i) {
-    if (lineAt(theirs, i) != lineAt(ours, i) && ++different <= mostLines) {
-      differences.push_back(lineDiffers(lineAt(theirs, i), lineAt(ours, i), i));
-    }
+    differences.compare(lineAt(theirs, i), lineAt(ours, i));
   }
-  if (different > 0) {
-    return findingsOn(name, differences, different);
+  if (differences.first()) {
+    return differences.findings(name);
   }
   return found == expected ? std::vector<Finding>() : otherLineEnds(name);
 }

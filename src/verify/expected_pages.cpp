@@ -15,11 +15,16 @@ SystemModel modelOf(const ReportedSystems& reported, std::size_t index, GroupKno
   return model;
 }
 
-/// The result of a system; what it was derived from is forgotten. An error is why there is none.
-ExpectedPage pageOf(SystemModel model, bool showNumbers, std::string& error) {
+/// The result of a system.
+struct DerivedPage {
+  ExpectedPage page;
+  std::string error;  // why there is none, as a phrase; "" when there is one
+};
+
+/// Derives a result; what it was derived from is forgotten.
+DerivedPage pageOf(SystemModel model, bool showNumbers) {
   model.complete(showNumbers);
-  error = model.error();
-  return error.empty() ? model.page() : ExpectedPage();
+  return model.error().empty() ? DerivedPage{model.page(), ""} : DerivedPage{{}, model.error()};
 }
 
 }  // namespace
@@ -29,12 +34,11 @@ std::string deriveExpectedPages(const ReportedSystems& reported, bool showNumber
   GroupKnowledge group{reported.known, {}};
   for (std::size_t i = 0; i < reported.systems.size(); ++i) {
     progress(i);
-    std::string error;
-    ExpectedPage page = pageOf(modelOf(reported, i, group), showNumbers, error);
-    if (!error.empty()) {
-      return error;
+    DerivedPage derived = pageOf(modelOf(reported, i, group), showNumbers);
+    if (!derived.error.empty()) {
+      return std::move(derived.error);
     }
-    if (!sink(i, std::move(page))) {
+    if (!sink(i, std::move(derived.page))) {
       break;
     }
   }

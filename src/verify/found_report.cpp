@@ -3,8 +3,6 @@
 #include <span>
 #include <utility>
 
-#include "platform/bounded_file.h"
-
 namespace kiv::proof {
 namespace {
 
@@ -19,7 +17,7 @@ class DigestingFile : public InputFile {
       return std::nullopt;
     }
     read_.count += *got;
-    read_.isTooLarge = read_.count > most_bytes::report;
+    read_.isTooLarge = read_.count > read_.limit;
     read_.digest.update(std::string_view(buffer.data(), *got));
     return read_.isTooLarge ? 0 : *got;
   }
@@ -31,9 +29,15 @@ class DigestingFile : public InputFile {
 
 }  // namespace
 
-FoundReport::FoundReport(Files& files, const std::string& name) {
+std::string whyUnreadable(bool isTooLarge, std::size_t limit) {
+  return isTooLarge ? tooLarge(limit, "this file") : "cannot be read";
+}
+
+FoundReport::FoundReport(Files& files, const std::string& name, std::size_t limit)
+    : read_(std::make_unique<ReadBytes>()) {
+  read_->limit = limit;
   auto file = files.openInput(name);
-  read_->isTooLarge = file && isLarger(*file, most_bytes::report);
+  read_->isTooLarge = file && isLarger(*file, limit);
   if (file && !read_->isTooLarge) {
     lines_.emplace(std::make_unique<DigestingFile>(std::move(file), *read_));
   }
@@ -44,10 +48,8 @@ std::optional<std::string_view> FoundReport::nextLine() {
 }
 
 std::string FoundReport::error() const {
-  if (read_->isTooLarge) {
-    return tooLarge(most_bytes::report, "this file");
-  }
-  return lines_ && !lines_->failed() ? "" : "cannot be read";
+  const bool isRead = lines_ && !lines_->failed() && !read_->isTooLarge;
+  return isRead ? "" : whyUnreadable(read_->isTooLarge, read_->limit);
 }
 
 }  // namespace kiv::proof

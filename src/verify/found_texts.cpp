@@ -22,8 +22,7 @@ void FoundTexts::finish() {
   if (verdict_.bytes) {
     digests_.push_back({verdictName, sha256(*verdict_.bytes)});
   } else {
-    const bool isTooLarge = verdict_.isTooLarge;
-    unreadable_.push_back({verdictName, 0, isTooLarge ? tooLarge(most_bytes::verdict, "this file") : "cannot be read"});
+    unreadable_.push_back({verdictName, 0, whyUnreadable(verdict_.isTooLarge, most_bytes::verdict)});
   }
 }
 

@@ -21,6 +21,8 @@ constexpr const char* reportName = "KivSystem2.TXT";
 class FoundTexts {
  public:
   explicit FoundTexts(Files& files);
+  FoundTexts(const FoundTexts&) = delete;  // the comparison refers to the report
+  FoundTexts& operator=(const FoundTexts&) = delete;
 
   /// The next line of the derived report, without its end.
   void expect(std::string_view line) { comparison_.expect(line); }

@@ -6,17 +6,29 @@
 
 namespace kiv::proof {
 
-LoadedPage GroupPages::load(const std::string& name, FileFacts& facts) {
-  LoadedPage page = loadPage(files_, name);
-  if (!facts.note(page.bytes)) {
+void GroupPages::note(const std::string& name, std::string_view bytes, FileFacts& facts) {
+  if (!facts.note(bytes)) {
     changed_.insert(name);
   }
+}
+
+LoadedPage GroupPages::load(const std::string& name, FileFacts& facts) {
+  LoadedPage page = loadPage(files_, name);
+  note(name, page.bytes, facts);
   return page;
 }
 
 LoadedPage GroupPages::load(const std::string& name) {
   const auto input = inputs_.find(name);
   return load(name, input ? inputs_.facts(*input) : others_[name]);
+}
+
+LoadedPage GroupPages::loadResult(const std::string& name, FileFacts& facts) {
+  LoadedPage page = load(name, facts);
+  if (const auto input = inputs_.find(name)) {
+    note(name, page.bytes, inputs_.facts(*input));
+  }
+  return page;
 }
 
 LoadedPage GroupPages::readInput(const std::string& name) {

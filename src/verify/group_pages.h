@@ -5,6 +5,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/files.h"
@@ -27,18 +28,20 @@ class GroupPages {
 
   /// Loads an input, or a file that is known by its name alone.
   LoadedPage load(const std::string& name);
-  /// Loads a file, and notes in its facts what it holds, or that it has changed since it was loaded first.
-  LoadedPage load(const std::string& name, FileFacts& facts);
+  /// Loads a result, which may bear the name of an input, and notes in its facts what it holds.
+  LoadedPage loadResult(const std::string& name, FileFacts& facts);
   /// Reads all inputs, and derives report, verdict and first clefs. Returns why no analysis can be made of them.
   std::optional<Finding> derive(SelectedFiles selected, const ReportSink& report);
 
   const InputFiles& inputs() const { return inputs_; }
   const std::string& verdict() const { return verdict_; }
   FirstClefs& firstClefs() { return firstClefs_; }
-  /// The files that had another content when they were loaded again.
+  /// The files that had another content when they were loaded again, be it as input or as result.
   const std::set<std::string>& changed() const { return changed_; }
 
  private:
+  void note(const std::string& name, std::string_view bytes, FileFacts& facts);
+  LoadedPage load(const std::string& name, FileFacts& facts);
   LoadedPage readInput(const std::string& name);
   std::optional<Finding> deriveFrom(const SelectedPages& pages, const ReportSink& report);
 

@@ -7,10 +7,6 @@
 
 namespace kiv::proof {
 
-bool isInstrumentNumber(const PageItem& read) {
-  return read.item.type() == ItemType::instrumentNumber;
-}
-
 bool FileFacts::note(std::string_view bytes) {
   const std::size_t found = std::hash<std::string_view>()(bytes);
   if (isRead) {
@@ -19,7 +15,7 @@ bool FileFacts::note(std::string_view bytes) {
   isRead = true;
   hash = found;
   if (!bytes.empty()) {
-    digest = digestOf(bytes);
+    digest = sha256Digest(bytes);
   }
   return true;
 }

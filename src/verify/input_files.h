@@ -31,8 +31,6 @@ struct InputFacts : FileFacts {
   std::ptrdiff_t numbersOn(float staff) const;
 };
 
-bool isInstrumentNumber(const PageItem& read);
-
 /// The inputs of a conversion: their names, each once, and what is kept of them.
 class InputFiles {
  public:

@@ -16,6 +16,10 @@ struct PageItem {
   int number = 0;
 };
 
+inline bool isInstrumentNumber(const PageItem& read) {
+  return read.item.type() == ItemType::instrumentNumber;
+}
+
 /// A page file as it is on the disk.
 struct LoadedPage {
   std::string bytes;

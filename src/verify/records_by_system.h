@@ -14,7 +14,8 @@ struct RecordsBySystem {
   std::vector<Finding> findings;  ///< on staves of files that are no inputs, staves listed twice, and other systems
 };
 
-/// Sorts the records by their systems.
+/// Sorts the records by their systems. Afterwards they are not in the order of the report any more; what needs that
+/// order is to be found out before.
 RecordsBySystem groupBySystem(Records& records);
 
 }  // namespace kiv::proof

@@ -35,20 +35,6 @@ std::string resultName(const std::string& stem, std::size_t system) {
   return name.append(digits - std::min(digits, number.size()), '0').append(number).append(suffix);
 }
 
-std::optional<std::vector<std::string>> resultNames(Machine& machine, const std::string& firstResultFile,
-                                                    std::size_t count) {
-  const auto stem = stemOfResults(machine, firstResultFile);
-  if (!stem) {
-    return std::nullopt;
-  }
-  std::vector<std::string> names;
-  names.reserve(count);
-  for (std::size_t system = 1; system <= count; ++system) {
-    names.push_back(resultName(*stem, system));
-  }
-  return names;
-}
-
 StrayResults strayResults(Files& files, Machine& machine, const std::string& firstResultFile,
                           const std::vector<std::string>& names) {
   const std::string folder = justPath(machine, firstResultFile);

@@ -17,17 +17,13 @@ std::optional<std::string> stemOfResults(Machine& machine, const std::string& fi
 /// The name of the result of a system.
 std::string resultName(const std::string& stem, std::size_t system);
 
-/// The names of count results, by that of the first one: number and suffix at its end are replaced. Nullopt when it
-/// is too short, or has no folder.
-std::optional<std::vector<std::string>> resultNames(Machine& machine, const std::string& firstResultFile,
-                                                    std::size_t count);
-
 /// What else the folder of the results holds.
 struct StrayResults {
   std::vector<std::string> surplus;  ///< full names of files that are named like a result, but are none of these
   std::vector<Finding> doubled;      ///< results that exist in more than one spelling
 };
 
+/// Looks through the folder of the results, which have these names.
 StrayResults strayResults(Files& files, Machine& machine, const std::string& firstResultFile,
                           const std::vector<std::string>& names);
 

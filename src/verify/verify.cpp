@@ -48,7 +48,7 @@ class Verifier {
   bool readResults();
   bool numbersAreShown() const;
   std::string nameOfResult(std::size_t index) const { return resultName(stemOfResults_, index + 1); }
-  LoadedPage loadResult(std::size_t index) { return group_.load(nameOfResult(index), resultFacts_[index]); }
+  LoadedPage loadResult(std::size_t index) { return group_.loadResult(nameOfResult(index), resultFacts_[index]); }
   bool proveOneByOne(const ReportedSystems& reported, bool showNumbers);
   void deriveExpected(const ReportedSystems& reported, bool showNumbers);
   void countLeftOut();
@@ -210,8 +210,12 @@ void Verifier::proveResults() {
 }
 
 StrayResults Verifier::findStrayResults() {
-  const auto names = resultNames(machine_, conversion_.firstResultFile, resultFacts_.size());
-  return strayResults(files_, machine_, conversion_.firstResultFile, names.value_or(std::vector<std::string>()));
+  std::vector<std::string> names;
+  names.reserve(resultFacts_.size());
+  for (std::size_t i = 0; i < resultFacts_.size(); ++i) {
+    names.push_back(nameOfResult(i));
+  }
+  return strayResults(files_, machine_, conversion_.firstResultFile, names);
 }
 
 void Verifier::reportSurplus(const StrayResults& stray) {
@@ -264,7 +268,7 @@ void Verifier::prove(const std::string& namesFile) {
   }
   report(compareWithList(*records_, conversion_.listed));
   known_ = knownInstruments(records_->staves(), conversion_.listed, group_.firstClefs());
-  RecordsBySystem grouped = groupBySystem(*records_);
+  RecordsBySystem grouped = groupBySystem(*records_);  // no more in the order of the report
   report(grouped.findings);
   systems_ = std::move(grouped.systems);
   if (readResults()) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "analysis/report.h"
+#include "platform/line_reader.h"
 #include "tests/support/fake_host.h"
 
 namespace kiv::test {
@@ -43,6 +44,11 @@ TEST_F(RecordsInMemoryTest, LinesOfAnyLikenessAreKept) {
   EXPECT_EQ(readWhole(files, reportFile), lines);
 }
 
+TEST_F(RecordsInMemoryTest, LinesEndAsForWhoReadsAReport) {
+  write(reportFile, {"SYSTEM=1\rSYSTEM=2\n", "* x\rSYSTEM=3\r", "\n\rSYSTEM=4\r\n"});
+  EXPECT_EQ(readWhole(files, reportFile), "SYSTEM=1\r\nSYSTEM=2\r\nSYSTEM=3\r\n\r\nSYSTEM=4\r\n");
+}
+
 TEST_F(RecordsInMemoryTest, AReportMayBeLongerThanABlock) {
   std::string lines;
   for (int i = 0; i < 40000; ++i) {
@@ -69,8 +75,9 @@ TEST_F(RecordsInMemoryTest, ADeletedReportIsGone) {
 
 TEST_F(RecordsInMemoryTest, AReportThatIsWrittenAgainReplacesTheOldOne) {
   write(reportFile, {"SYSTEM=1\r\n"});
-  const auto old = files.openInput(reportFile);
+  LineReader old(files.openInput(reportFile));
   write(reportFile, {"SYSTEM=2\r\n"});
+  EXPECT_EQ(old.next(), "SYSTEM=1") << "who has opened it reads on";
   EXPECT_EQ(readWhole(files, reportFile), "SYSTEM=2\r\n");
 }
 

@@ -4,12 +4,9 @@
 #include <random>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include "base/text_table.h"
 
 namespace kiv {
 namespace {
@@ -61,33 +58,6 @@ TEST_F(SharedListsTest, ManyListsStayDifferent) {
     EXPECT_EQ(listOf(word), list);
     EXPECT_EQ(wordOf(list), word);
   }
-}
-
-TEST(TextTable, NumbersTextsInTheOrderInWhichTheyAreAdded) {
-  TextTable texts;
-  EXPECT_EQ(texts.add("one"), 0U);
-  EXPECT_EQ(texts.add(""), 1U);
-  EXPECT_EQ(texts.add("one"), 0U);
-  EXPECT_EQ(texts.add("two"), 2U);
-  EXPECT_EQ(texts[1], "");
-  EXPECT_EQ(texts[2], "two");
-  EXPECT_EQ(texts.find("two"), 2U);
-  EXPECT_EQ(texts.find("three"), std::nullopt);
-  EXPECT_EQ(texts.size(), 3U);
-}
-
-TEST(TextTable, KeepsVeryManyAndVeryLongTextsWhereTheyAre) {
-  TextTable first;
-  const std::string longText(100000, 'x');
-  const std::string_view kept = first[first.add(longText)];
-  for (std::uint32_t number = 1; number < 5000; ++number) {
-    EXPECT_EQ(first.add("text " + std::to_string(number)), number);
-  }
-  const TextTable moved = std::move(first);
-  EXPECT_EQ(kept, longText);
-  EXPECT_EQ(moved.find(longText), 0U);
-  EXPECT_EQ(moved[4999], "text 4999");
-  EXPECT_EQ(moved.find("text 2500"), 2500U);
 }
 
 }  // namespace

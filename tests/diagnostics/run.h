@@ -8,6 +8,7 @@
 
 #include "diagnostics/group_facts.h"
 #include "diagnostics/problems.h"
+#include "diagnostics/system_facts.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
 #include "tests/support/fake_host.h"
@@ -25,6 +26,13 @@ inline void PrintTo(const Problem& problem, std::ostream* out) {
 }  // namespace kiv
 
 namespace kiv::test {
+
+/// All systems of the report.
+inline std::vector<SystemFact> reportedSystems(Files& files) {
+  std::vector<SystemFact> systems;
+  forEachSystemFact(files, [&](const SystemFact& system) { systems.push_back(system); });
+  return systems;
+}
 
 /// An analysis of pages in C:\M, the facts about them, and the problems in its messages.
 struct DiagnosedRun {

@@ -15,7 +15,7 @@ class PathTableTest : public testing::Test {
     table.add("C:\\M\\P2.MUS", "/m/p2.mus");
   }
 
-  TextTable paths;
+  NumberedTexts paths;
   PathTable table{paths};
 };
 

@@ -20,7 +20,7 @@ class WriteGuardTest : public testing::Test {
   std::string path(const std::string& name) const { return disk.path(name).string(); }
 
   TemporaryFolder disk;
-  TextTable paths;
+  NumberedTexts paths;
   WriteGuard guard{paths};
 };
 

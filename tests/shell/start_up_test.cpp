@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "tests/support/fake_host.h"
@@ -9,6 +10,8 @@
 
 namespace kiv::test {
 namespace {
+
+using ::testing::ElementsAre;
 
 class StartUp : public ::testing::Test {
  protected:
@@ -126,6 +129,39 @@ TEST_F(StartUp, ARefusedStartDeletesThemToo) {
   host.addFile("KivSystem2.TXT", "old report");
   start("");
   EXPECT_FALSE(host.hasFile("KivSystem2.TXT"));
+}
+
+/// An analysis of which only the systems are asked for.
+class StartUpWithoutReport : public StartUp {
+ protected:
+  void analyzePage(const std::string& text) {
+    host.addFile("C:\\M\\X2.MUS", page(text));
+    host.addFile("C:\\W\\N.TXT", "C:\\M\\X1.MUS 1\r\nC:\\M\\X2.MUS 1\r\n");
+    end = endOf(host, [&] { analyzeWithoutReport(program, "C:\\W\\N.TXT", false, nullptr); });
+  }
+};
+
+TEST_F(StartUpWithoutReport, OldResultsAreDeletedAndNoneIsWritten) {
+  host.addFile("KivSystem1.TXT", "old verdict");
+  host.addFile("KivSystem2.TXT", "old report");
+  analyzePage("staff 2 at 0 instrument 101\nstaff 1 at 0 instrument 102\nbarline 1 at 0 spans 2\n");
+  EXPECT_EQ(end, std::nullopt);
+  EXPECT_FALSE(host.hasFile("KivSystem1.TXT"));
+  EXPECT_FALSE(host.hasFile("KivSystem2.TXT"));
+  ASSERT_EQ(program.systems.systems.size(), 2U);
+  EXPECT_THAT(program.systems.lists.elements(program.systems.systems[1].systemInstrList), ElementsAre(101, 102));
+  EXPECT_EQ(program.systems.instrumentCount, 2U);
+}
+
+TEST_F(StartUpWithoutReport, ARecordThatDoesNotFitEndsTheProgramAfterTheLastPage) {
+  host.addFile("C:\\M\\X1.MUS", page("staff 1 at 0 instrument 40000\n"));
+  analyzePage("staff 1 at 0 instrument 101\n");
+  EXPECT_EQ(end, 1);
+  EXPECT_EQ(
+      host.messages,
+      std::vector{critical(
+          "Run-time error: Overflow\r\nSYSTEM=1,INSTRID=40000,NEWSTAFF=1,STAVESUP=1,STAFF=1,FILE=C:\\M\\X1.MUS")});
+  EXPECT_EQ(host.progress.back(), "2/2 pages");
 }
 
 TEST_F(StartUp, AnalysisModeWinsOverTheDevelopersMarker) {

@@ -10,7 +10,7 @@
 
 #include "apps/kivsys/undo/previous_runs.h"
 #include "apps/kivsys/undo/undo_store.h"
-#include "base/text_table.h"
+#include "base/numbered_texts.h"
 #include "platform/console/change_journal.h"
 #include "platform/console/console_system.h"
 #include "platform/locked_file.h"
@@ -69,7 +69,7 @@ class RunJournal : public ChangeJournal {
   std::optional<LockedFile> file_;
   std::set<std::string> folders_;
   std::string lastFolder_;
-  TextTable files_;                // the paths of those that were changed
+  NumberedTexts files_;            // the paths of those that were changed
   std::vector<bool> werePresent_;  // the same, by their numbers
   std::size_t kept_ = 0;
   bool gaveUp_ = false;

@@ -121,7 +121,7 @@ class ConsoleSystem : public GuardedSystem {
   const std::string startFolder_ = startFolder();
   std::string namesFile_;
   std::shared_ptr<const std::string> names_;  // null when none is served
-  TextTable paths_;                           // of the disk: those of all files that the next members know
+  NumberedTexts paths_;                       // of the disk: those of all files that the next members know
   PathTable pages_{paths_};
   PathTable writtenFiles_{paths_};
   WriteGuard guard_{paths_};

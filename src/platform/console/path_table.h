@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/text_table.h"
+#include "base/numbered_texts.h"
 #include "platform/file_stamp.h"
 
 namespace kiv {
@@ -24,7 +24,7 @@ struct FoundFile {
 class PathTable {
  public:
   /// The paths are kept in the table, which must outlive this.
-  explicit PathTable(TextTable& paths) : paths_(paths) {}
+  explicit PathTable(NumberedTexts& paths) : paths_(paths) {}
 
   void add(std::string_view name, std::string_view path);
   bool isEmpty() const { return files_.empty(); }
@@ -42,8 +42,8 @@ class PathTable {
     std::uint32_t name = 0;
     std::uint32_t path = 0;
   };
-  TextTable& paths_;
-  TextTable names_;
+  NumberedTexts& paths_;
+  NumberedTexts names_;
   std::vector<std::uint32_t> firstFile_;  // by the numbers of names
   std::vector<File> files_;
 };

@@ -23,22 +23,19 @@ std::size_t hashOf(const FileIdentity& identity) {
 
 }  // namespace
 
-std::optional<std::uint32_t> WriteGuard::KnownFiles::indexOf(const FileIdentity& identity) const {
-  return index_.find(hashOf(identity), [&](std::uint32_t file) { return files_[file].identity == identity; });
-}
-
 std::optional<std::uint32_t> WriteGuard::KnownFiles::find(const FileIdentity& identity) const {
-  const auto file = indexOf(identity);
+  const auto file = index_.find(hashOf(identity), [&](std::uint32_t f) { return files_[f].identity == identity; });
   return file ? std::optional(files_[*file].path) : std::nullopt;
 }
 
 void WriteGuard::KnownFiles::set(const FileIdentity& identity, std::uint32_t path) {
-  if (const auto known = indexOf(identity)) {
-    files_[*known].path = path;
-    return;
-  }
-  index_.add(hashOf(identity), [this](std::uint32_t file) { return hashOf(files_[file].identity); });
-  files_.push_back({identity, path});
+  const std::uint32_t file = index_.findOrAdd(
+      hashOf(identity), [&](std::uint32_t f) { return files_[f].identity == identity; },
+      [this](std::uint32_t f) { return hashOf(files_[f].identity); },
+      [&] {
+        files_.push_back({identity, path});
+      });
+  files_[file].path = path;
 }
 
 void WriteGuard::addInput(const std::string& path, const std::optional<FileIdentity>& identity) {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "base/hash_index.h"
-#include "base/text_table.h"
+#include "base/numbered_texts.h"
 #include "platform/native_file.h"
 
 namespace kiv {
@@ -20,7 +20,7 @@ namespace kiv {
 class WriteGuard {
  public:
   /// The paths are kept in the table, which must outlive this.
-  explicit WriteGuard(TextTable& paths) : paths_(paths) {}
+  explicit WriteGuard(NumberedTexts& paths) : paths_(paths) {}
 
   /// From now on the file, if there is one, is an input. Its identity is asked for unless it is given.
   void addInput(const std::string& path, const std::optional<FileIdentity>& identity = std::nullopt);
@@ -44,13 +44,12 @@ class WriteGuard {
       FileIdentity identity;
       std::uint32_t path = 0;
     };
-    std::optional<std::uint32_t> indexOf(const FileIdentity& identity) const;
 
     std::vector<File> files_;
     HashIndex index_;
   };
 
-  TextTable& paths_;
+  NumberedTexts& paths_;
   KnownFiles inputs_;
   KnownFiles written_;
   std::map<std::string, FileIdentity> folders_;  // of written files, by name
@@ -60,7 +59,7 @@ class WriteGuard {
 class PageStamps {
  public:
   /// The paths are kept in the table, which must outlive this.
-  explicit PageStamps(TextTable& paths) : paths_(paths) {}
+  explicit PageStamps(NumberedTexts& paths) : paths_(paths) {}
 
   /// Whether the file is as it was at the first call for it. The stamp is what it is now, nullopt for no file.
   bool isSame(std::string_view path, const std::optional<FileStamp>& stamp);
@@ -70,7 +69,7 @@ class PageStamps {
   void forget(std::string_view path);
 
  private:
-  TextTable& paths_;
+  NumberedTexts& paths_;
   std::deque<std::optional<FileStamp>> stamps_;  // by the numbers of the paths
 };
 

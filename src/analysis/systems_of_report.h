@@ -4,14 +4,13 @@
 #include <cstdint>
 #include <exception>
 #include <functional>
-#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 
 #include "analysis/verdict.h"
+#include "analysis/written_records.h"
 #include "base/hash_index.h"
-#include "platform/files.h"
 
 namespace kiv {
 
@@ -45,20 +44,18 @@ class SystemsReader {
 };
 
 /// Fills a table with the systems of a report while it is written, for a run that keeps no report.
-class ReportedSystems : public OutputFile {
+class SystemsOfReport : public WrittenRecords {
  public:
   /// The table, which must outlive this, is cleared.
-  explicit ReportedSystems(SystemTable& table) : reader_(table) {}
+  explicit SystemsOfReport(SystemTable& table) : reader_(table) {}
 
-  std::optional<std::string> write(std::string_view bytes) override;
   /// The report is complete. Ends the program where reading it back would.
   void finish();
 
  private:
-  void addLines(bool isEnd);
+  void addRecord(std::string_view record) override;
 
   SystemsReader reader_;
-  std::string pending_;            // what is no whole line yet
   std::exception_ptr programEnd_;  // null unless a record ends the program
 };
 

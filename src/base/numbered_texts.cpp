@@ -1,4 +1,4 @@
-#include "base/text_table.h"
+#include "base/numbered_texts.h"
 
 #include <algorithm>
 #include <cstring>
@@ -17,27 +17,24 @@ std::size_t textHash(std::string_view text) {
 
 }  // namespace
 
-std::optional<std::uint32_t> TextTable::find(std::string_view text) const {
+std::optional<std::uint32_t> NumberedTexts::find(std::string_view text) const {
   return index_.find(textHash(text), [&](std::uint32_t number) { return (*this)[number] == text; });
 }
 
-std::uint32_t TextTable::add(std::string_view text) {
-  if (const auto known = find(text)) {
-    return *known;
-  }
-  texts_.push_back(keep(text));
-  index_.add(textHash(text), [this](std::uint32_t number) { return textHash((*this)[number]); });
-  return static_cast<std::uint32_t>(texts_.size() - 1);
+std::uint32_t NumberedTexts::add(std::string_view text) {
+  return index_.findOrAdd(
+      textHash(text), [&](std::uint32_t number) { return (*this)[number] == text; },
+      [this](std::uint32_t number) { return textHash((*this)[number]); }, [&] { texts_.push_back(keep(text)); });
 }
 
-std::string_view TextTable::operator[](std::uint32_t number) const {
+std::string_view NumberedTexts::operator[](std::uint32_t number) const {
   const char* const text = texts_[number];
   Length length = 0;
   std::memcpy(&length, text - sizeof(length), sizeof(length));
   return {text, length};
 }
 
-const char* TextTable::keep(std::string_view text) {
+const char* NumberedTexts::keep(std::string_view text) {
   const auto length = static_cast<Length>(text.size());
   const std::size_t bytes = sizeof(length) + text.size();
   if (bytes > freeBytes_) {

@@ -1,6 +1,4 @@
-#include "analysis/reported_systems.h"
-
-#include <algorithm>
+#include "analysis/systems_of_report.h"
 
 #include "analysis/report_record.h"
 #include "messages/message.h"
@@ -31,12 +29,9 @@ SystemTable::System& SystemsReader::system(std::int16_t number) {
   if (!systems.empty() && systems[latest_].systemNumber == number) {
     return systems[latest_];
   }
-  const auto known = index_.find(hashOf(number), [&](std::uint32_t s) { return systems[s].systemNumber == number; });
-  if (!known) {
-    index_.add(hashOf(number), [&](std::uint32_t s) { return hashOf(systems[s].systemNumber); });
-    systems.push_back({number});
-  }
-  latest_ = known ? *known : systems.size() - 1;
+  latest_ = index_.findOrAdd(
+      hashOf(number), [&](std::uint32_t s) { return systems[s].systemNumber == number; },
+      [&](std::uint32_t s) { return hashOf(systems[s].systemNumber); }, [&] { systems.push_back({number}); });
   return systems[latest_];
 }
 
@@ -50,39 +45,22 @@ void SystemsReader::add(std::string_view record) {
 }
 
 /// The first record that ends the program does so when the report is complete; those after it do not matter.
-std::optional<std::string> ReportedSystems::write(std::string_view bytes) {
-  pending_ += bytes;
+void SystemsOfReport::addRecord(std::string_view record) {
+  if (programEnd_) {
+    return;
+  }
   try {
-    addLines(false);
+    reader_.add(record);
   } catch (const ProgramEnd&) {
     programEnd_ = std::current_exception();
   }
-  return std::nullopt;
 }
 
-void ReportedSystems::addLines(bool isEnd) {
-  std::string_view text = programEnd_ ? std::string_view() : pending_;
-  while (!text.empty()) {
-    const std::size_t end = text.find_first_of("\r\n");
-    const bool isWhole = end != std::string_view::npos && (text[end] == '\n' || end + 1 < text.size());
-    if (!isWhole && !isEnd) {
-      break;  // the rest of the line, or of its end, may follow
-    }
-    const std::string_view line = text.substr(0, end);
-    text.remove_prefix(line.size());
-    text.remove_prefix(text.starts_with("\r\n") ? 2 : std::min<std::size_t>(1, text.size()));
-    if (!line.starts_with('*')) {
-      reader_.add(line);
-    }
-  }
-  pending_.erase(0, pending_.size() - text.size());
-}
-
-void ReportedSystems::finish() {
+void SystemsOfReport::finish() {
+  addLastLine();
   if (programEnd_) {
     std::rethrow_exception(programEnd_);
   }
-  addLines(true);
   reader_.finish();
 }
 

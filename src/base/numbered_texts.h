@@ -13,7 +13,7 @@ namespace kiv {
 
 /// Different texts, numbered 0, 1, 2 ..., each shorter than 4 GB. There can be very many, so each takes few bytes
 /// beside its characters.
-class TextTable {
+class NumberedTexts {
  public:
   /// The number of the text, which is added when it is new.
   std::uint32_t add(std::string_view text);

@@ -1,4 +1,4 @@
-#include "analysis/reported_systems.h"
+#include "analysis/systems_of_report.h"
 
 #include <random>
 #include <string>
@@ -25,12 +25,12 @@ std::string described(const SystemTable& table) {
 }
 
 /// What a report gives that is written in pieces: the systems, or the end of the program.
-class ReportedSystemsTest : public ::testing::Test {
+class SystemsOfReportTest : public ::testing::Test {
  protected:
   std::string written(const std::vector<std::string>& pieces) {
     host.messages.clear();
     SystemTable table;
-    ReportedSystems systems(table);
+    SystemsOfReport systems(table);
     for (const std::string& piece : pieces) {
       EXPECT_EQ(systems.write(piece), std::nullopt);
     }
@@ -48,7 +48,7 @@ class ReportedSystemsTest : public ::testing::Test {
   FakeHost host;
 };
 
-TEST_F(ReportedSystemsTest, AreThoseOfTheRecords) {
+TEST_F(SystemsOfReportTest, AreThoseOfTheRecords) {
   EXPECT_EQ(
       written({"* SYSTEM=9,INSTRID=9\r\nSYSTEM=1,INSTRID=101\r\n", "SYSTEM=2,INSTRID=101\r\nSYSTEM=1,INSTRID=5\r\n"}),
       "2 instruments; 1: 101 5; 2: 101");
@@ -56,11 +56,11 @@ TEST_F(ReportedSystemsTest, AreThoseOfTheRecords) {
             "3 instruments; 1: 5 6 7");
 }
 
-TEST_F(ReportedSystemsTest, ARecordEndsTheProgramWhenTheReportIsComplete) {
+TEST_F(SystemsOfReportTest, ARecordEndsTheProgramWhenTheReportIsComplete) {
   EXPECT_EQ(written({"SYSTEM=1,INSTRID=x\r\n", "SYSTEM=y,INSTRID=1\r\n"}), readBack("SYSTEM=1,INSTRID=x\r\n"));
 }
 
-TEST_F(ReportedSystemsTest, AreThoseOfTheReportReadBack) {
+TEST_F(SystemsOfReportTest, AreThoseOfTheReportReadBack) {
   const std::vector<std::string> parts = {"SYSTEM=",
                                           "1",
                                           "2",
