@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <iterator>
 
+#include "verify/system_changes.h"
+
 namespace kiv::proof {
 namespace {
 
@@ -52,13 +54,6 @@ float usualPosition(const std::vector<float>& positions) {
     usual = other->second > usual->second ? other : usual;
   }
   return usual->first;
-}
-
-/// Of what was recorded by system, the first record of one from this system on.
-template <typename Record>
-auto firstFrom(const std::vector<Record>& records, std::size_t system) {
-  return std::lower_bound(records.begin(), records.end(), system,
-                          [](const Record& record, std::size_t other) { return record.system < other; });
 }
 
 }  // namespace

@@ -223,6 +223,13 @@ std::map<std::size_t, std::vector<Item>> MusicSystem::signatures(const MusicStaf
   return byBar;
 }
 
+bool MusicSystem::isFirstOfInstrument(std::size_t staff) const {
+  const float instrument = staves_[staff].instrument();
+  return !std::isnan(instrument) &&
+         std::none_of(staves_.begin(), staves_.begin() + static_cast<std::ptrdiff_t>(staff),
+                      [&](const MusicStaff& other) { return other.instrument() == instrument; });
+}
+
 float MusicSystem::leftEdge() const {
   float left = std::numeric_limits<float>::max();
   for (const MusicStaff& staff : staves_) {

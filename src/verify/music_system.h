@@ -61,6 +61,8 @@ class MusicSystem {
   /// Where notes or rests are too long to be counted: the bar, or nullopt for between bars.
   const std::vector<std::optional<std::size_t>>& tooLong() const { return tooLong_; }
   float leftEdge() const;
+  /// Whether a staff is the highest of its instrument. One with an identifier of more than 16 bits is of none.
+  bool isFirstOfInstrument(std::size_t staff) const;
   /// The bar from which on a signature at this position counts; the number of bars for one after all music.
   std::size_t barFrom(float position) const;
   /// The signatures of a type on a staff by the bar from which on they count.
