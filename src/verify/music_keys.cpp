@@ -73,7 +73,7 @@ void MusicKeys::read(const MusicSystem& system) {
       continue;
     }
     auto& own = signatures[staff.instrument()];
-    if (staff.staff[par::lines] != 1) {
+    if (staff.staff()[par::lines] != 1) {
       pitched_.insert(staff.instrument());
     }
     for (const auto& [bar, items] : system.signatures(staff, ItemType::keySignature)) {

@@ -16,7 +16,7 @@ void MusicLooks::read(const MusicSystem& system) {
   for (std::size_t s = 0; s < system.staves().size(); ++s) {
     if (system.isFirstOfInstrument(s)) {
       const MusicStaff& staff = system.staves()[s];
-      const auto player = players_.try_emplace(staff.instrument(), Player{{systems_, s}, staff.staff, {}}).first;
+      const auto player = players_.try_emplace(staff.instrument(), Player{{systems_, s}, staff.staff(), {}}).first;
       readClefs(staff, player->second.clefs);
     }
   }
@@ -24,13 +24,13 @@ void MusicLooks::read(const MusicSystem& system) {
 }
 
 void MusicLooks::readClefs(const MusicStaff& staff, std::vector<Clefs>& clefs) const {
-  const auto& items = staff.items;
+  const auto& signs = staff.items().signs;
   const auto isClef = [](const Item& item) { return item.type() == ItemType::clef; };
-  const auto first = std::find_if(items.begin(), items.end(), isClef);
-  if (first == items.end()) {
+  const auto first = std::find_if(signs.begin(), signs.end(), isClef);
+  if (first == signs.end()) {
     return;
   }
-  const Item& last = *std::find_if(items.rbegin(), items.rend(), isClef);
+  const Item& last = *std::find_if(signs.rbegin(), signs.rend(), isClef);
   const auto isSame = [&](const Item& before) {
     return before[par::kind] == last[par::kind] && before[par::height] == last[par::height];
   };

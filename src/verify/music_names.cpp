@@ -12,7 +12,7 @@ namespace {
 bool isName(const Item& item, const MusicStaff& staff, float middle) {
   constexpr float below = 7;  // in staff steps from the middle line
   constexpr float above = 6;
-  if (!item.type().hasText() || !(item[par::position] < staff.staff[par::position])) {
+  if (!(item[par::position] < staff.staff()[par::position])) {
     return false;
   }
   const bool isBeside = item[par::height] - middle <= above && middle - item[par::height] <= below;
@@ -24,13 +24,13 @@ bool isName(const Item& item, const MusicStaff& staff, float middle) {
 
 /// The names of a staff, with positions from its left end.
 std::vector<Item> namesOf(const MusicStaff& staff) {
-  const float lines = staff.staff[par::lines];
+  const float lines = staff.staff()[par::lines];
   const float middle = lines >= 1 && lines <= 12 ? lines - 1 : 4;
   std::vector<Item> names;
-  for (const Item& item : staff.items) {
+  for (const Item& item : staff.items().texts) {
     if (isName(item, staff, middle)) {
       names.push_back(item);
-      names.back()[par::position] -= staff.staff[par::position];
+      names.back()[par::position] -= staff.staff()[par::position];
     }
   }
   return names;

@@ -10,15 +10,15 @@ namespace kiv::test {
 proof::MusicSystem musicSystemOf(const std::string& text) {
   FakeHost host;
   const ItemTable table = tableOf(host, text);
-  std::map<float, proof::MusicStaff> byNumber;
+  std::map<float, std::pair<Item, proof::StaffItems>> byNumber;
   std::vector<proof::MusicBarline> barlines;
   for (int i = 1; i <= table.itemCount(); ++i) {
     const Item& item = table.item(i);
-    auto& staff = byNumber[item[par::staff]];
+    auto& [staff, items] = byNumber[item[par::staff]];
     if (item.type() == ItemType::staff) {
-      staff.staff = item;
+      staff = item;
     } else {
-      staff.items.push_back(item);
+      items.add(item);
     }
     if (item.type() == ItemType::barline && item[par::staff] == 1) {
       barlines.push_back({item[par::position], 0});
@@ -26,7 +26,7 @@ proof::MusicSystem musicSystemOf(const std::string& text) {
   }
   std::vector<proof::MusicStaff> staves;
   for (auto& [number, staff] : byNumber) {
-    staves.push_back(std::move(staff));
+    staves.emplace_back(std::move(staff.first), std::move(staff.second));
   }
   return {std::move(staves), barlines};
 }

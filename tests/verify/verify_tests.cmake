@@ -7,6 +7,8 @@ kiv_core_test(verify
   manifest_test.cpp
   music_names_test.cpp
   music_pages.cpp
+  music_staff_test.cpp
+  music_time_test.cpp
   nan_items_test.cpp
   numbers_test.cpp
   other_groups_test.cpp
