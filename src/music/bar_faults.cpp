@@ -1,7 +1,7 @@
 #include "music/bar_faults.h"
 
 #include <algorithm>
-#include <set>
+#include <iterator>
 #include <span>
 
 namespace kiv {
@@ -9,33 +9,36 @@ namespace {
 
 using proof::StaffTime;
 
-/// Whether two rests begin together, or a rest stands beside one that fills the whole bar.
-bool hasTwoRests(std::span<const Item> items) {
-  std::multiset<float> positions;
+/// Whether two rests begin together, or a rest stands beside one that fills the whole bar. They come by position.
+bool hasTwoRests(std::span<const proof::MusicNote> notes) {
+  const proof::MusicNote* before = nullptr;
+  bool areTwo = false;
+  bool areTogether = false;
   bool anyWholeBar = false;
-  for (const Item& item : items) {
-    if (proof::takesTime(item, proof::longestRest)) {
-      positions.insert(item[par::position]);
-      anyWholeBar = anyWholeBar || proof::isWholeBarRest(item);
+  for (const proof::MusicNote& note : notes) {
+    if (proof::takesTime(note, proof::longestRest)) {
+      areTwo = before != nullptr;
+      areTogether = areTogether || (areTwo && before->position == note.position);
+      anyWholeBar = anyWholeBar || proof::isWholeBarRest(note);
+      before = &note;
     }
   }
-  const auto repeats = [&](float position) { return positions.count(position) > 1; };
-  return (anyWholeBar && positions.size() > 1) || std::any_of(positions.begin(), positions.end(), repeats);
+  return areTogether || (areTwo && anyWholeBar);
 }
 
 /// The lengths of the staves that play. Of equal ones, one says as much as all.
 std::vector<StaffTime> timesThatCount(const proof::MusicBar& bar) {
+  const auto plays = [](const StaffTime& time) { return time.plays; };
+  const auto first = std::find_if(bar.times.begin(), bar.times.end(), plays);
+  if (first == bar.times.end()) {
+    return {};
+  }
+  const auto isOther = [&](const StaffTime& time) { return time.plays && time.length != first->length; };
+  if (std::none_of(first, bar.times.end(), isOther)) {
+    return {*first};
+  }
   std::vector<StaffTime> times;
-  for (const StaffTime& time : bar.times) {
-    if (time.plays) {
-      times.push_back({true, time.length, {}, {}});
-    }
-  }
-  const auto isOther = [&](const StaffTime& time) { return time.length != times.front().length; };
-  if (std::none_of(times.begin(), times.end(), isOther)) {
-    times.resize(std::min<std::size_t>(times.size(), 1));
-    times.shrink_to_fit();
-  }
+  std::copy_if(first, bar.times.end(), std::back_inserter(times), plays);
   return times;
 }
 
@@ -44,16 +47,19 @@ std::vector<StaffTime> timesThatCount(const proof::MusicBar& bar) {
 SystemBars barsOf(const proof::MusicSystem& system, const std::map<std::size_t, std::vector<Item>>& times,
                   const std::vector<proof::MusicStaff>& restStaves) {
   SystemBars bars;
+  bars.times.reserve(system.bars().size());
   for (const proof::MusicBar& bar : system.bars()) {
     bars.times.push_back(timesThatCount(bar));
   }
+  proof::BarClock clock(proof::longestRest);
   for (const proof::MusicStaff& staff : restStaves) {
-    bars.rests.push_back({{staff.staff[par::staff], staff.instrument()}, {}});
+    bars.rests.push_back({{staff.staff()[par::staff], staff.instrument()}, {}});
     auto& own = bars.rests.back().second;
+    own.reserve(system.bars().size());
     for (const proof::MusicBar& bar : system.bars()) {
-      const std::span<const Item> items = staff.between(bar.from, &bar.to);
-      const StaffTime time = proof::staffTimeOf(items, proof::longestRest);
-      own.push_back({time.plays, time.plays && hasTwoRests(items), time.length});
+      const auto notes = staff.notesBetween(bar.from, &bar.to);
+      const StaffTime time = clock.timeOf(notes);
+      own.push_back({time.plays, time.plays && hasTwoRests(notes), time.length});
     }
   }
   for (const auto& [bar, items] : times) {

@@ -38,7 +38,7 @@ void MusicCheck::addRestStaves(const ResultMusic& music, const std::map<std::siz
                                std::size_t system) {
   for (const proof::MusicStaff& staff : music.restStaves) {
     const RestStaffLook* look = &*looks_.insert(lookOf(music.real, staff)).first;
-    restStaves_.push_back({system, {staff.staff[par::staff], staff.instrument()}, look});
+    restStaves_.push_back({system, {staff.staff()[par::staff], staff.instrument()}, look});
   }
   StaffFaults found;
   addTimeFaults(music.real, times, music.restStaves, found);

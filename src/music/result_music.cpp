@@ -15,97 +15,110 @@ namespace {
 using proof::MusicBarline;
 using proof::MusicStaff;
 
-bool isBrace(const Item& item) {
-  return item.type() == ItemType::barline && item[par::kind] >= lowestBraceKind;
-}
+/// A barline, a brace or a bracket.
+struct PageBarline {
+  float position = 0;
+  float kind = 0;
 
-using Staves = std::map<float, MusicStaff>;
-
-/// The staves by their numbers. Their items are moved there.
-Staves stavesOf(std::vector<Item>& items) {
-  Staves staves;
-  for (const Item& item : items) {
-    if (item.type() == ItemType::staff && !std::isnan(item[par::staff])) {
-      staves.emplace(item[par::staff], MusicStaff{item, {}});
-    }
-  }
-  auto staff = staves.end();
-  for (Item& item : items) {
-    const float number = item[par::staff];
-    if (staff == staves.end() || staff->first != number) {  // most items are on the staff of the one before
-      staff = std::isnan(number) ? staves.end() : staves.find(number);
-    }
-    if (staff != staves.end() && item.type() != ItemType::staff) {
-      staff->second.items.push_back(std::move(item));
-    }
-  }
-  return staves;
-}
-
-/// An item of a page, which is not a staff.
-struct PageItem {
-  ItemBytes place;
-  float staff = 0;
+  bool isBrace() const { return kind >= lowestBraceKind; }
 };
 
-/// Decodes the items of the staves, each in its place.
-void decodeItems(std::string_view bytes, const std::vector<PageItem>& items, Staves& staves) {
-  for (auto item = items.begin(); item != items.end();) {
-    const float number = item->staff;
-    const auto isOther = [number](const PageItem& other) { return other.staff != number; };
-    const auto end = std::find_if(item + 1, items.end(), isOther);  // most items come staff by staff
-    const auto staff = std::isnan(number) ? staves.end() : staves.find(number);
-    if (staff != staves.end()) {
-      std::vector<Item>& own = staff->second.items;
-      if (own.empty()) {
-        own.reserve(static_cast<std::size_t>(end - item));
-      }
-      std::for_each(item, end, [&](const PageItem& each) { decodeItem(bytes, each.place, own.emplace_back()); });
+/// A staff of a page.
+struct PageStaff {
+  std::optional<Item> staff;  // which may follow its items; of several the first
+  proof::StaffItems items;
+  std::vector<PageBarline> barlines;
+
+  void add(const PageWalker& found) {
+    const ItemType type = found.type();
+    if (type == ItemType::note || type == ItemType::rest) {
+      items.notes.push_back({type, found.par(par::position), found.par(par::kind), found.par(par::duration),
+                             found.par(par::cuedInstrument)});
+    } else if (type == ItemType::barline) {
+      barlines.push_back({found.par(par::position), found.par(par::kind)});
+    } else if (proof::isSign(type)) {
+      found.decode(items.signs.emplace_back());
+    } else if (type == ItemType::staff && !staff) {
+      found.decode(staff.emplace());
     }
-    item = end;
   }
+
+  void add(const Item& item) {
+    if (item.type() == ItemType::barline) {
+      barlines.push_back({item[par::position], item[par::kind]});
+    } else if (item.type() != ItemType::staff) {
+      items.add(item);
+    } else if (!staff) {
+      staff = item;
+    }
+  }
+};
+
+using Staves = std::map<float, PageStaff>;
+
+/// Collects the items of a page by their staves.
+class StavesOfPage {
+ public:
+  /// Adds an item, which is on the staff with that number.
+  template <typename EachItem>
+  void add(float number, const EachItem& item) {
+    if (last_ == staves_.end() || last_->first != number) {  // most items are on the staff of the one before
+      last_ = staffOf(number);
+    }
+    if (last_ != staves_.end()) {
+      last_->second.add(item);
+    }
+  }
+
+  Staves complete() && {
+    std::erase_if(staves_, [](const auto& each) { return !each.second.staff; });
+    return std::move(staves_);
+  }
+
+ private:
+  Staves::iterator staffOf(float number) {
+    if (std::isnan(number)) {
+      return staves_.end();
+    }
+    constexpr std::size_t mostExpected = 256;
+    const std::size_t before = last_ == staves_.end() ? 0 : last_->second.items.notes.size();
+    const auto staff = staves_.try_emplace(number).first;
+    staff->second.items.notes.reserve(std::min(before, mostExpected));  // most staves have about as many
+    return staff;
+  }
+
+  Staves staves_;
+  Staves::iterator last_ = staves_.end();
+};
+
+Staves stavesOf(const std::vector<Item>& items) {
+  StavesOfPage staves;
+  for (const Item& item : items) {
+    staves.add(item[par::staff], item);
+  }
+  return std::move(staves).complete();
 }
 
 /// The same of the bytes of a page; nullopt when they cannot be read.
 std::optional<Staves> stavesOf(std::string_view bytes) {
-  constexpr std::size_t usualItem = 32;  // bytes
-  Staves staves;
-  std::vector<PageItem> items;
-  items.reserve(bytes.size() / usualItem);
+  StavesOfPage staves;
   PageWalker walker(bytes);
   ReadStatus status = walker.findItem();
   for (; status == ReadStatus::itemRead; status = walker.findItem()) {
-    const float number = walker.par(par::staff);
-    if (walker.type() != ItemType::staff) {
-      items.push_back({walker.itemBytes(), number});
-    } else if (!std::isnan(number) && !staves.contains(number)) {
-      walker.decode(staves[number].staff);
-    }
+    staves.add(walker.par(par::staff), walker);
   }
   if (status == ReadStatus::structuralError || status == ReadStatus::tooManyParameters) {
     return std::nullopt;
   }
-  decodeItems(bytes, items, staves);
-  return staves;
-}
-
-/// Forgets what says nothing about time, keys and clefs, to save memory.
-void forgetOthers(MusicStaff& staff) {
-  std::erase_if(staff.items, [](const Item& item) {
-    const ItemType type = item.type();
-    const bool isSign = type == ItemType::clef || type == ItemType::keySignature || type == ItemType::timeSignature;
-    return !isSign && !proof::takesTime(item, proof::longestRest);
-  });
-  staff.items.shrink_to_fit();
+  return std::move(staves).complete();
 }
 
 /// The barlines of the lowest staff, by position.
 std::vector<MusicBarline> barlinesOf(const Staves& staves) {
   std::vector<MusicBarline> barlines;
-  const MusicStaff& lowest = staves.begin()->second;
-  for (const Item& item : lowest.items) {
-    if (item.type() == ItemType::barline && !isBrace(item) && !std::isnan(item[par::position])) {
-      barlines.push_back({item[par::position], proof::roundedTo16Bits(item[par::kind]).value_or(0)});
+  for (const PageBarline& barline : staves.begin()->second.barlines) {
+    if (!barline.isBrace() && !std::isnan(barline.position)) {
+      barlines.push_back({barline.position, proof::roundedTo16Bits(barline.kind).value_or(0)});
     }
   }
   std::stable_sort(barlines.begin(), barlines.end(),
@@ -118,23 +131,23 @@ std::vector<FaultPlace> displacedBraces(const Staves& staves, const std::functio
   constexpr float tolerance = 1;
   std::optional<float> edge;
   for (const auto& [number, staff] : staves) {
-    if (const float own = staff.staff[par::position]; plays(staff.staff)) {
+    if (const float own = (*staff.staff)[par::position]; plays(*staff.staff)) {
       edge = std::min(edge.value_or(own), own);
     }
   }
-  const float leftEdge = edge.value_or(staves.begin()->second.staff[par::position]);
+  const float leftEdge = edge.value_or((*staves.begin()->second.staff)[par::position]);
   std::vector<FaultPlace> places;
   for (const auto& [number, staff] : staves) {
-    for (const Item& item : staff.items) {
-      if (isBrace(item) && std::abs(item[par::position] - leftEdge) > tolerance) {
-        places.push_back({number, {{item[par::position], item[par::position]}}});
+    for (const PageBarline& brace : staff.barlines) {
+      if (brace.isBrace() && std::abs(brace.position - leftEdge) > tolerance) {
+        places.push_back({(*staff.staff)[par::staff], {{brace.position, brace.position}}});
       }
     }
   }
   return places;
 }
 
-std::optional<ResultMusic> musicOf(Staves&& staves, const std::function<bool(const Item& staff)>& plays) {
+std::optional<ResultMusic> musicOf(Staves staves, const std::function<bool(const Item& staff)>& plays) {
   if (staves.empty()) {
     return std::nullopt;
   }
@@ -143,12 +156,8 @@ std::optional<ResultMusic> musicOf(Staves&& staves, const std::function<bool(con
   std::vector<MusicStaff> real;
   std::vector<MusicStaff> rests;
   for (auto& [number, staff] : staves) {
-    proof::sortByPosition(staff.items);
-    const bool isReal = plays(staff.staff);
-    if (!isReal) {
-      forgetOthers(staff);
-    }
-    (isReal ? real : rests).push_back(std::move(staff));
+    auto& group = plays(*staff.staff) ? real : rests;
+    group.emplace_back(std::move(*staff.staff), std::move(staff.items));
   }
   std::reverse(rests.begin(), rests.end());
   return ResultMusic{proof::MusicSystem(std::move(real), barlines), std::move(rests), std::move(displaced)};
@@ -172,7 +181,8 @@ std::optional<ResultMusic> musicOfPage(std::string_view bytes, const std::set<st
   });
 }
 
-std::optional<ResultMusic> musicOf(std::vector<Item> items, const std::function<bool(const Item& staff)>& plays) {
+std::optional<ResultMusic> musicOf(const std::vector<Item>& items,
+                                   const std::function<bool(const Item& staff)>& plays) {
   return musicOf(stavesOf(items), plays);
 }
 

@@ -15,7 +15,7 @@ namespace kiv {
 /// A result, apart into the music that was there and what a conversion has added.
 struct ResultMusic {
   proof::MusicSystem real;
-  std::vector<proof::MusicStaff> restStaves;  ///< from the top down, their items by position
+  std::vector<proof::MusicStaff> restStaves;  ///< from the top down
   std::vector<FaultPlace> displacedBraces;    ///< that stand away from the left edge
 };
 
@@ -27,6 +27,6 @@ std::optional<ResultMusic> musicOfPage(std::string_view bytes, const std::set<st
 
 /// The same of a system's items; nullopt when there is no staff. The function says of a staff item whether its
 /// instrument plays.
-std::optional<ResultMusic> musicOf(std::vector<Item> items, const std::function<bool(const Item& staff)>& plays);
+std::optional<ResultMusic> musicOf(const std::vector<Item>& items, const std::function<bool(const Item& staff)>& plays);
 
 }  // namespace kiv

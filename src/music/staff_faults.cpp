@@ -84,10 +84,11 @@ bool RestStaffLook::operator<(const RestStaffLook& other) const {
 
 RestStaffLook lookOf(const proof::MusicSystem& system, const proof::MusicStaff& staff) {
   RestStaffLook look{
-      system.bars().size(), staff.staff[par::size], staff.staff[par::lines], staff.staff[par::par11], {}, {}};
-  const auto clef = std::find_if(staff.items.begin(), staff.items.end(),
-                                 [](const Item& item) { return item.type() == ItemType::clef; });
-  if (clef != staff.items.end()) {
+      system.bars().size(), staff.staff()[par::size], staff.staff()[par::lines], staff.staff()[par::par11], {}, {}};
+  const auto& signs = staff.items().signs;
+  const auto clef =
+      std::find_if(signs.begin(), signs.end(), [](const Item& item) { return item.type() == ItemType::clef; });
+  if (clef != signs.end()) {
     look.clef = {(*clef)[par::kind], (*clef)[par::height]};
   }
   for (const auto& [bar, items] : system.signatures(staff, ItemType::keySignature)) {
@@ -127,7 +128,7 @@ void addTimeFaults(const proof::MusicSystem& system, const std::map<std::size_t,
       ++bar;
     }
     if (bar <= bars) {
-      faults[{std::min(bar, lastOf(bars)), FaultKind::time}].push_back({staff.staff[par::staff], staff.instrument()});
+      faults[{std::min(bar, lastOf(bars)), FaultKind::time}].push_back({staff.staff()[par::staff], staff.instrument()});
     }
   }
 }

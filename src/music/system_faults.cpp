@@ -123,7 +123,7 @@ SystemPlaces placesIn(const proof::MusicSystem& system, const std::vector<proof:
   }
   for (const auto* staves : {&restStaves, &system.staves()}) {
     for (const proof::MusicStaff& staff : *staves) {
-      places.staves.push_back(staff.staff[par::staff]);
+      places.staves.push_back(staff.staff()[par::staff]);
     }
   }
   return places;

@@ -19,7 +19,7 @@ float par6Beside(float instrument, const MusicSystem& system) {
   const auto& staves = system.staves();
   const auto above = std::find_if(staves.rbegin(), staves.rend(),
                                   [&](const MusicStaff& staff) { return staff.instrument() < instrument; });
-  return (above == staves.rend() ? staves.front() : *above).staff[par::par6];
+  return (above == staves.rend() ? staves.front() : *above).staff()[par::par6];
 }
 
 Item restOf(float position, Ticks length) {
@@ -35,17 +35,16 @@ Item restOf(float position, Ticks length) {
 MusicSystem SystemModel::music() const {
   std::vector<MusicStaff> staves;
   for (const ModelStaff& model : staves_) {
-    MusicStaff staff{model.staff, {}};
-    staff.staff[par::staff] = static_cast<float>(model.number);
+    Item staff = model.staff;
+    staff[par::staff] = static_cast<float>(model.number);
     std::vector<ModelItem> items = model.items;
     items.insert(items.end(), model.barlines.begin(), model.barlines.end());
     std::sort(items.begin(), items.end(), [](const auto& a, const auto& b) { return a.order < b.order; });
+    StaffItems own;
     for (const ModelItem& item : items) {
-      if (item.item.type() != ItemType::staff) {
-        staff.items.push_back(item.item);
-      }
+      own.add(item.item);
     }
-    staves.push_back(std::move(staff));
+    staves.emplace_back(std::move(staff), std::move(own));
   }
   std::vector<MusicBarline> barlines;
   for (const Bar& bar : bars_) {
@@ -94,11 +93,11 @@ void SystemModel::addFittingStaff(const FittingSystem& fitting, std::int16_t ins
   }
   ModelStaff staff;
   staff.staff = Item(ItemType::staff, 0, system.leftEdge());
-  staff.staff[par::size] = first->staff[par::size];
+  staff.staff[par::size] = first->staff()[par::size];
   staff.staff[par::par6] = par6Beside(instrument, system);
-  staff.staff[par::lines] = first->staff[par::lines];
-  staff.staff[par::instrument] = first->staff[par::instrument];
-  staff.staff[par::par11] = first->staff[par::par11];
+  staff.staff[par::lines] = first->staff()[par::lines];
+  staff.staff[par::instrument] = first->staff()[par::instrument];
+  staff.staff[par::par11] = first->staff()[par::par11];
   add(staff, staff.staff);
   for (Item name : fitting.group.names(fitting.index, instrument)) {
     name[par::position] += system.leftEdge();
@@ -141,7 +140,8 @@ void SystemModel::addFittingSignatures(const FittingSystem& fitting, ModelStaff&
 }
 
 void SystemModel::addFittingRests(const FittingSystem& fitting, ModelStaff& staff) {
-  const auto& bars = fitting.group.systems()[fitting.index].bars();
+  const MusicSystem& system = fitting.group.systems()[fitting.index];
+  const auto& bars = system.bars();
   for (std::size_t b = 0; b < bars.size(); ++b) {
     const BarToFill& bar = fitting.group.bars(fitting.index)[b];
     if (bar.isOneRest()) {
@@ -150,7 +150,7 @@ void SystemModel::addFittingRests(const FittingSystem& fitting, ModelStaff& staf
       add(staff, rest);
       continue;
     }
-    const std::vector<Moment> moments = bars[b].momentsOf(bar.length);
+    const std::vector<Moment> moments = system.momentsOf(bars[b], bar.length);
     Ticks moment = 0;
     for (const Ticks length : restsIn(bar.meter, bar.begin, bar.length)) {
       add(staff, restOf(bars[b].positionOf(moment, moments, bar.length), length));

@@ -8,8 +8,6 @@
 #include <set>
 #include <utility>
 
-#include "mus/format.h"
-
 namespace kiv::proof {
 namespace {
 
@@ -17,15 +15,12 @@ namespace {
 std::vector<MusicBrace> bracesIn(const MusicSystem& system) {
   std::vector<MusicBrace> braces;
   for (const MusicStaff& lowest : system.staves()) {
-    const float number = lowest.staff[par::staff];
-    for (const Item& item : lowest.items) {
-      if (item.type() != ItemType::barline || !(item[par::kind] >= lowestBraceKind)) {
-        continue;
-      }
+    const float number = lowest.staff()[par::staff];
+    for (const Item& item : lowest.items().braces) {
       MusicBrace brace{item[par::kind], {}};
       const float end = number + (item[par::braceKind] > 1 ? item[par::braceKind] : 1);
       for (const MusicStaff& staff : system.staves()) {
-        const float other = staff.staff[par::staff];
+        const float other = staff.staff()[par::staff];
         if (other >= number && other < end && !std::isnan(staff.instrument())) {
           brace.instruments.push_back(staff.instrument());
         }

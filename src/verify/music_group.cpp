@@ -33,7 +33,7 @@ std::map<std::size_t, std::vector<Item>> timesOf(const MusicSystem& system) {
 }
 
 MusicGroup::MusicGroup(std::vector<MusicSystem> systems)
-    : systems_(std::move(systems)), keys_(systems_), looks_(systems_), braces_(bracesOf(systems_)) {
+    : systems_(std::move(systems)), keys_(systems_), looks_(systems_), names_(systems_), braces_(bracesOf(systems_)) {
   follow();
   placeParts();
 }

@@ -9,6 +9,7 @@
 #include "verify/music_keys.h"
 #include "verify/music_looks.h"
 #include "verify/music_meter.h"
+#include "verify/music_names.h"
 #include "verify/music_system.h"
 
 namespace kiv::proof {
@@ -43,7 +44,7 @@ class MusicGroup {
   /// The clef of the instrument where it does not play; nullopt when it never has one.
   std::optional<Item> clef(std::size_t system, float instrument) const { return looks_.clef(system, instrument); }
   /// Its names there, with positions from the left end of the staff; none if no staff of the system has one.
-  std::vector<Item> names(std::size_t system, float instrument) const { return looks_.names(system, instrument); }
+  std::vector<Item> names(std::size_t system, float instrument) const { return names_.names(system, instrument); }
 
  private:
   void follow();
@@ -53,6 +54,7 @@ class MusicGroup {
   std::vector<std::vector<BarToFill>> bars_;
   MusicKeys keys_;
   MusicLooks looks_;
+  MusicNames names_;
   std::vector<MusicBrace> braces_;
 };
 

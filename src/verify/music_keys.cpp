@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <iterator>
 
+#include "verify/system_changes.h"
+
 namespace kiv::proof {
 namespace {
 
@@ -54,13 +56,6 @@ float usualPosition(const std::vector<float>& positions) {
   return usual->first;
 }
 
-/// Of what was recorded by system, the first record of one from this system on.
-template <typename Record>
-auto firstFrom(const std::vector<Record>& records, std::size_t system) {
-  return std::lower_bound(records.begin(), records.end(), system,
-                          [](const Record& record, std::size_t other) { return record.system < other; });
-}
-
 }  // namespace
 
 MusicKeys::MusicKeys(const std::vector<MusicSystem>& systems) {
@@ -78,7 +73,7 @@ void MusicKeys::read(const MusicSystem& system) {
       continue;
     }
     auto& own = signatures[staff.instrument()];
-    if (staff.staff[par::lines] != 1) {
+    if (staff.staff()[par::lines] != 1) {
       pitched_.insert(staff.instrument());
     }
     for (const auto& [bar, items] : system.signatures(staff, ItemType::keySignature)) {

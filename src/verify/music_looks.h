@@ -10,7 +10,7 @@
 
 namespace kiv::proof {
 
-/// What is drawn at the left of the staves of a group, by instrument. The group is read once; a question takes the same
+/// The staves of a group and their clefs, by instrument. The group is read once; a question takes the same
 /// time however long the group is. Of each system only changes are kept.
 class MusicLooks {
  public:
@@ -33,8 +33,6 @@ class MusicLooks {
   /// The clef of the instrument in a system where it does not play: the last one before, else the first; nullopt when
   /// it never has one.
   std::optional<Item> clef(std::size_t system, float instrument) const;
-  /// The same of its names, with positions from the left end of the staff; none if no staff of the system has one.
-  std::vector<Item> names(std::size_t system, float instrument) const;
 
  private:
   struct Clefs {
@@ -42,21 +40,16 @@ class MusicLooks {
     Item first;
     Item last;
   };
-  struct Names {
-    std::size_t system = 0;
-    std::vector<Item> names;
-  };
   struct Player {
     std::pair<std::size_t, std::size_t> entry;
     Item staff;                ///< of the entry
     std::vector<Clefs> clefs;  ///< of the systems whose last one is another than before
-    std::vector<Names> names;  ///< of the systems in which they are others than before
   };
 
-  void readStaff(std::size_t index, const MusicStaff& staff, Player& player);
+  void readClefs(const MusicStaff& staff, std::vector<Clefs>& clefs) const;
 
   std::map<float, Player> players_;
-  std::vector<bool> hasNames_;  ///< by system
+  std::size_t systems_ = 0;  ///< that were read
 };
 
 }  // namespace kiv::proof

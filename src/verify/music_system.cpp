@@ -6,8 +6,6 @@
 #include <span>
 #include <utility>
 
-#include "verify/numbers.h"
-
 namespace kiv::proof {
 namespace {
 
@@ -16,11 +14,6 @@ constexpr float leastEmptyBar = 10;   // a bar without music is at least as wide
 constexpr float leastAfterSign = 20;  // or has so much space after its last clef or signature
 constexpr double narrow = 4;          // a space in which rests stand at positions that are not rounded
 constexpr float signsAtLeft = 17;     // the width that clef and signatures need at the left edge
-
-bool isSign(const Item& item) {
-  return item.type() == ItemType::clef || item.type() == ItemType::keySignature ||
-         item.type() == ItemType::timeSignature;
-}
 
 /// The first and the last of some positions.
 struct Range {
@@ -42,16 +35,20 @@ struct Content {
   bool hasCues = false;  ///< or grace notes
   bool hasTooLong = false;
 
-  void add(std::span<const Item> items) {
-    for (const Item& item : items) {
-      if (takesTime(item)) {
-        notes.add(item[par::position]);
-      } else if (isSign(item)) {
-        signs.add(item[par::position]);
+  void add(std::span<const MusicNote> all) {
+    for (const MusicNote& note : all) {
+      if (takesTime(note)) {
+        notes.add(note.position);
       } else {
-        hasCues = hasCues || item.type() == ItemType::note || item.type() == ItemType::rest;
-        hasTooLong = hasTooLong || isTooLong(item);
+        hasCues = true;
+        hasTooLong = hasTooLong || isTooLong(note);
       }
+    }
+  }
+
+  void add(std::span<const Item> all) {
+    for (const Item& sign : all) {
+      signs.add(sign[par::position]);
     }
   }
 
@@ -76,32 +73,6 @@ float inQuarterUnits(double position) {
 
 bool MusicBar::isEmpty() const {
   return std::none_of(times.begin(), times.end(), [](const StaffTime& time) { return time.plays; });
-}
-
-std::vector<Moment> MusicBar::momentsOf(Ticks length) const {
-  std::map<Ticks, float> known;
-  for (const StaffTime& time : times) {
-    if (!isSameTime(time.length, length)) {
-      continue;
-    }
-    for (const Moment& moment : time.moments) {
-      const auto near = known.upper_bound(moment.time - leastTime);
-      if (near == known.end() || !isSameTime(near->first, moment.time)) {
-        known.emplace(moment.time, moment.position);
-      }
-    }
-  }
-  for (const StaffTime& time : times) {
-    if (known.empty() && time.wholeBarRest && isSameTime(time.length, length)) {
-      known.emplace(0, *time.wholeBarRest);
-    }
-  }
-  std::vector<Moment> moments;
-  moments.reserve(known.size());
-  for (const auto& [time, position] : known) {
-    moments.push_back({time, position});
-  }
-  return moments;
 }
 
 float MusicBar::positionOf(Ticks moment, const std::vector<Moment>& moments, Ticks length) const {
@@ -131,59 +102,38 @@ float MusicBar::positionOf(Ticks moment, const std::vector<Moment>& moments, Tic
 
 float MusicBar::positionOfWholeBarRest(Ticks length) const {
   for (const StaffTime& time : times) {
-    if (time.plays && time.moments.empty() && isSameTime(time.length, length)) {
+    if (time.plays && !time.hasMoments && isSameTime(time.length, length)) {
       return *time.wholeBarRest;
     }
   }
   return inQuarterUnits((static_cast<double>(space) + to) / 2);
 }
 
-float MusicStaff::instrument() const {
-  const auto id = roundedTo16Bits(staff[par::instrument]);
-  return id ? static_cast<float>(*id) : std::numeric_limits<float>::quiet_NaN();
-}
-
-std::span<const Item> MusicStaff::between(float from, const float* to) const {
-  const auto isLeft = [](const Item& item, float position) { return item[par::position] < position; };
-  const auto first = std::lower_bound(items.begin(), items.end(), from, isLeft);
-  const auto end = to == nullptr ? items.end() : std::lower_bound(first, items.end(), *to, isLeft);
-  return {first, end};
-}
-
-void sortByPosition(std::vector<Item>& items) {
-  const auto isLeft = [](const Item& a, const Item& b) { return a[par::position] < b[par::position]; };
-  std::erase_if(items, [](const Item& item) { return !std::isfinite(item[par::position]); });
-  if (!std::is_sorted(items.begin(), items.end(), isLeft)) {  // those of a result mostly are
-    std::stable_sort(items.begin(), items.end(), isLeft);
-  }
-}
-
 MusicSystem::MusicSystem(std::vector<MusicStaff> staves, const std::vector<MusicBarline>& barlines)
     : staves_(std::move(staves)) {
   const auto highest = [](const MusicStaff& a, const MusicStaff& b) {
-    return a.staff[par::staff] > b.staff[par::staff];
+    return a.staff()[par::staff] > b.staff()[par::staff];
   };
   std::stable_sort(staves_.begin(), staves_.end(), highest);
-  for (MusicStaff& staff : staves_) {
-    sortByPosition(staff.items);
-  }
   bars_.reserve(barlines.size());
+  BarClock clock;
   for (std::size_t b = 0; b < barlines.size(); ++b) {
-    addBar(barlines[b], b + 1 < barlines.size() ? &barlines[b + 1].position : nullptr, b == 0);
+    addBar(barlines[b], b + 1 < barlines.size() ? &barlines[b + 1].position : nullptr, b == 0, clock);
   }
 }
 
 /// Adds the bar that begins with a barline, if there is one. Barlines with none between them end a section, as do those
 /// of another kind than the plain one.
-void MusicSystem::addBar(const MusicBarline& barline, const float* next, bool isLeftEdge) {
+void MusicSystem::addBar(const MusicBarline& barline, const float* next, bool isLeftEdge, BarClock& clock) {
   MusicBar bar;
   bar.from = barline.position;
   bar.times.reserve(staves_.size());
   Content content;
   for (const MusicStaff& staff : staves_) {
-    const std::span<const Item> items = staff.between(bar.from, next);
-    content.add(items);
-    bar.times.push_back(staffTimeOf(items));
+    const std::span<const MusicNote> notes = staff.notesBetween(bar.from, next);
+    content.add(notes);
+    content.add(staff.signsBetween(bar.from, next));
+    bar.times.push_back(clock.timeOf(notes));
   }
   endsSection_ = endsSection_ || barline.kind != 0;
   const bool isNone = content.notes.isEmpty && (next == nullptr || !content.fillsBar(bar.from, *next, isLeftEdge));
@@ -194,7 +144,8 @@ void MusicSystem::addBar(const MusicBarline& barline, const float* next, bool is
     endsSection_ = endsSection_ || (next != nullptr && !isLeftEdge);
     return;
   }
-  bar.to = next != nullptr ? *next : content.notes.last + openBar;
+  bar.isLast = next == nullptr;
+  bar.to = bar.isLast ? content.notes.last + openBar : *next;
   bar.music = content.notes.isEmpty ? bar.to : content.notes.first;
   if (content.notes.isEmpty) {
     bar.space = content.signs.isEmpty ? bar.from : content.signs.last;
@@ -213,9 +164,36 @@ std::size_t MusicSystem::barFrom(float position) const {
   return bar;
 }
 
+std::vector<Moment> MusicSystem::momentsOf(const MusicBar& bar, Ticks length) const {
+  std::map<Ticks, float> known;
+  BarClock clock;
+  for (std::size_t s = 0; s < staves_.size(); ++s) {
+    if (!isSameTime(bar.times[s].length, length)) {
+      continue;
+    }
+    for (const Moment& moment : clock.momentsOf(staves_[s].notesBetween(bar.from, bar.isLast ? nullptr : &bar.to))) {
+      const auto near = known.upper_bound(moment.time - leastTime);
+      if (near == known.end() || !isSameTime(near->first, moment.time)) {
+        known.emplace(moment.time, moment.position);
+      }
+    }
+  }
+  for (const StaffTime& time : bar.times) {
+    if (known.empty() && time.wholeBarRest && isSameTime(time.length, length)) {
+      known.emplace(0, *time.wholeBarRest);
+    }
+  }
+  std::vector<Moment> moments;
+  moments.reserve(known.size());
+  for (const auto& [time, position] : known) {
+    moments.push_back({time, position});
+  }
+  return moments;
+}
+
 std::map<std::size_t, std::vector<Item>> MusicSystem::signatures(const MusicStaff& staff, ItemType type) const {
   std::map<std::size_t, std::vector<Item>> byBar;
-  for (const Item& item : staff.items) {
+  for (const Item& item : staff.items().signs) {
     if (item.type() == type) {
       byBar[barFrom(item[par::position])].push_back(item);
     }
@@ -223,10 +201,17 @@ std::map<std::size_t, std::vector<Item>> MusicSystem::signatures(const MusicStaf
   return byBar;
 }
 
+bool MusicSystem::isFirstOfInstrument(std::size_t staff) const {
+  const float instrument = staves_[staff].instrument();
+  return !std::isnan(instrument) &&
+         std::none_of(staves_.begin(), staves_.begin() + static_cast<std::ptrdiff_t>(staff),
+                      [&](const MusicStaff& other) { return other.instrument() == instrument; });
+}
+
 float MusicSystem::leftEdge() const {
   float left = std::numeric_limits<float>::max();
   for (const MusicStaff& staff : staves_) {
-    const float own = staff.staff[par::position];
+    const float own = staff.staff()[par::position];
     left = own < left ? own : left;
   }
   return left == 0 ? 0 : left;  // zero may have a sign

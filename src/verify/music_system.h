@@ -4,26 +4,11 @@
 #include <cstdint>
 #include <map>
 #include <optional>
-#include <span>
 #include <vector>
 
-#include "verify/music_time.h"
+#include "verify/music_staff.h"
 
 namespace kiv::proof {
-
-/// A staff that plays in a system.
-struct MusicStaff {
-  Item staff;
-  std::vector<Item> items;  ///< all others, braces included; put in the order of their positions by MusicSystem
-
-  /// The identifier rounded to a whole number, as reports have it; NaN when it has more than 16 bits.
-  float instrument() const;
-  /// The items from a position up to another, once they are in order; a null end is the end of the staff.
-  std::span<const Item> between(float from, const float* to) const;
-};
-
-/// Puts items in the order of their positions; those at one that is no finite number are left out.
-void sortByPosition(std::vector<Item>& items);
 
 struct MusicBarline {
   float position = 0;
@@ -37,12 +22,10 @@ struct MusicBar {
   bool beginsSection = false;
   float music = 0;               ///< the first note or rest; of an empty bar: its end
   float space = 0;               ///< whole-bar rests stand in the middle between here and its end
+  bool isLast = false;           ///< there is no next barline
   std::vector<StaffTime> times;  ///< of each staff
 
   bool isEmpty() const;
-  /// The moments of the staves that last as long as the bar, in their order; of the same moment that of the highest
-  /// staff.
-  std::vector<Moment> momentsOf(Ticks length) const;
   /// Where a moment is drawn: where one of those does, else between the moments before and after it.
   float positionOf(Ticks moment, const std::vector<Moment>& moments, Ticks length) const;
   /// Where a whole-bar rest is drawn.
@@ -52,7 +35,7 @@ struct MusicBar {
 /// A system as music: the staves that play, from the top down, and its bars.
 class MusicSystem {
  public:
-  /// Barlines are those of all staves, by position. Items at a position that is no finite number are left out.
+  /// Barlines are those of all staves, by position.
   MusicSystem(std::vector<MusicStaff> staves, const std::vector<MusicBarline>& barlines);
 
   const std::vector<MusicStaff>& staves() const { return staves_; }
@@ -61,13 +44,18 @@ class MusicSystem {
   /// Where notes or rests are too long to be counted: the bar, or nullopt for between bars.
   const std::vector<std::optional<std::size_t>>& tooLong() const { return tooLong_; }
   float leftEdge() const;
+  /// Whether a staff is the highest of its instrument. One with an identifier of more than 16 bits is of none.
+  bool isFirstOfInstrument(std::size_t staff) const;
   /// The bar from which on a signature at this position counts; the number of bars for one after all music.
   std::size_t barFrom(float position) const;
+  /// The moments of the staves that last as long as a bar of that length, in their order; of the same moment that of
+  /// the highest staff.
+  std::vector<Moment> momentsOf(const MusicBar& bar, Ticks length) const;
   /// The signatures of a type on a staff by the bar from which on they count.
   std::map<std::size_t, std::vector<Item>> signatures(const MusicStaff& staff, ItemType type) const;
 
  private:
-  void addBar(const MusicBarline& barline, const float* next, bool isLeftEdge);
+  void addBar(const MusicBarline& barline, const float* next, bool isLeftEdge, BarClock& clock);
 
   std::vector<MusicStaff> staves_;
   std::vector<MusicBar> bars_;

@@ -7,23 +7,8 @@
 namespace kiv::proof {
 namespace {
 
-constexpr float wholeBar = -2;
-constexpr float wholeBarToo = -12;
-
-Ticks ticksOf(const Item& item) {
-  return std::llround(static_cast<double>(item[par::duration]) * quarterNote);
-}
-
-/// Whether it is a note or a rest, and no cue marker.
-bool isPlayed(const Item& item) {
-  return item.type() == ItemType::note || (item.type() == ItemType::rest && item[par::cuedInstrument] == 0);
-}
-
-/// The first end after all that end now; the ends up to it are over. There is at least one.
-Ticks passOn(std::vector<Ticks>& ends) {
-  const Ticks now = *std::min_element(ends.begin(), ends.end());
-  std::erase_if(ends, [now](Ticks end) { return end < now + leastTime; });
-  return now;
+Ticks ticksOf(const MusicNote& note) {
+  return std::llround(static_cast<double>(note.duration) * quarterNote);
 }
 
 }  // namespace
@@ -32,42 +17,48 @@ bool isSameTime(Ticks one, Ticks other) {
   return std::abs(one - other) < leastTime;
 }
 
-bool takesTime(const Item& item, float longest) {
-  const float duration = item[par::duration];
-  return isPlayed(item) && duration <= longest && duration >= static_cast<float>(leastTime) / quarterNote;
+/// The first end after all that end now; the ends up to it are over. There is at least one.
+Ticks BarClock::passOn() {
+  const Ticks now = *std::min_element(ends_.begin(), ends_.end());
+  std::erase_if(ends_, [now](Ticks end) { return end < now + leastTime; });
+  return now;
 }
 
-bool isTooLong(const Item& item) {
-  return isPlayed(item) && item[par::duration] > longestNote;
-}
-
-bool isWholeBarRest(const Item& item) {
-  return item.type() == ItemType::rest && (item[par::kind] == wholeBar || item[par::kind] == wholeBarToo);
-}
-
-StaffTime staffTimeOf(std::span<const Item> items, float longest) {
+template <typename OnMoment>
+StaffTime BarClock::follow(std::span<const MusicNote> notes, const OnMoment& onMoment) {
   StaffTime time;
-  std::vector<Ticks> ends;  // of a chord, or of voices: few
-  for (const Item& item : items) {
-    if (!takesTime(item, longest)) {
+  Moment now;
+  ends_.clear();
+  for (const MusicNote& note : notes) {
+    if (!takesTime(note, longest_)) {
       continue;
     }
     time.plays = true;
-    const float position = item[par::position];
-    if (isWholeBarRest(item)) {
-      time.length = std::max(time.length, ticksOf(item));
-      time.wholeBarRest = time.wholeBarRest.value_or(position);
+    const Ticks length = ticksOf(note);
+    if (isWholeBarRest(note)) {
+      time.length = std::max(time.length, length);
+      time.wholeBarRest = time.wholeBarRest.value_or(note.position);
       continue;
     }
-    if (time.moments.empty()) {
-      time.moments.push_back({0, position});
-    } else if (time.moments.back().position != position) {
-      time.moments.push_back({passOn(ends), position});
+    if (!time.hasMoments || now.position != note.position) {
+      now = {time.hasMoments ? passOn() : 0, note.position};
+      time.hasMoments = true;
+      onMoment(now);
     }
-    ends.push_back(time.moments.back().time + ticksOf(item));
-    time.length = std::max(time.length, ends.back());
+    ends_.push_back(now.time + length);
+    time.length = std::max(time.length, ends_.back());
   }
   return time;
+}
+
+StaffTime BarClock::timeOf(std::span<const MusicNote> notes) {
+  return follow(notes, [](const Moment&) {});
+}
+
+std::vector<Moment> BarClock::momentsOf(std::span<const MusicNote> notes) {
+  std::vector<Moment> moments;
+  follow(notes, [&](const Moment& moment) { moments.push_back(moment); });
+  return moments;
 }
 
 double inQuarters(Ticks length) {
