@@ -13,7 +13,7 @@ constexpr float onePointSize = 5;
 /// Marks all barlines and braces as deleted. Returns the rows of the staff items.
 std::vector<int> discardBarlines(ItemTable& items) {
   std::vector<int> staves;
-  for (int i = 1; i <= items.itemCount(); ++i) {
+  for (const int i : items.signRows()) {
     Item& item = items.item(i);
     if (item.type() == ItemType::barline) {
       item.setType(ItemType::deleted);
@@ -28,7 +28,7 @@ std::vector<int> discardBarlines(ItemTable& items) {
 
 BarlineList collectBarlines(const ItemTable& items) {
   BarlineList barlines;
-  for (int i = 1; i <= items.itemCount(); ++i) {
+  for (const int i : items.signRows()) {
     if (items.type(i) == ItemType::barline && items.itemPar(i, par::staff) == modelNumber &&
         items.itemPar(i, par::kind) < lowestBraceKind) {
       barlines.push_back({items.itemPar(i, par::position), wholePar(items, i, par::kind)});

@@ -14,7 +14,7 @@ bool isBrace(const ItemTable& items, int i) {
 /// The rows of the staff items by staff number.
 std::unordered_map<float, std::vector<int>> stavesByNumber(const ItemTable& items) {
   std::unordered_map<float, std::vector<int>> staves;
-  for (int i = 1; i <= items.itemCount(); ++i) {
+  for (const int i : items.signRows()) {
     if (isStaff(items, i)) {
       staves[items.itemPar(i, par::staff)].push_back(i);
     }
@@ -26,7 +26,7 @@ std::unordered_map<float, std::vector<int>> stavesByNumber(const ItemTable& item
 
 void collectBraces(const ItemTable& items, BraceTable& braces) {
   const auto staves = stavesByNumber(items);
-  for (int i = 1; i <= items.itemCount(); ++i) {
+  for (const int i : items.signRows()) {
     const auto braced = isBrace(items, i) ? staves.find(items.itemPar(i, par::staff)) : staves.end();
     if (braced == staves.end()) {
       continue;
@@ -41,8 +41,7 @@ void collectBraces(const ItemTable& items, BraceTable& braces) {
 }
 
 void outputBraces(ItemTable& items, const BraceTable& braces) {
-  const int before = items.itemCount();
-  for (int i = 1; i <= before; ++i) {
+  for (const int i : items.signRows()) {
     const auto kind = isStaff(items, i) ? braces.kinds.find(items.itemPar(i, par::instrument)) : braces.kinds.end();
     if (kind == braces.kinds.end()) {
       continue;

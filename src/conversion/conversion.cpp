@@ -27,7 +27,7 @@ void numberFromOne(ItemTable& items) {
 }
 
 bool hasBarlineAt(const ItemTable& items, float position) {
-  for (int i = 1; i <= items.itemCount(); ++i) {
+  for (const int i : items.signRows()) {
     if (items.type(i) == ItemType::barline && items.itemPar(i, par::staff) == lowestNumber &&
         items.itemPar(i, par::position) == position) {
       return true;
@@ -174,8 +174,7 @@ void Conversion::finishSystem() {
 void showInstrumentNumbers(ItemTable& items) {
   constexpr float leftOfStaff = 4;
   constexpr float textSize = 0.7F;
-  const int before = items.itemCount();
-  for (int i = 1; i <= before; ++i) {
+  for (const int i : items.signRows()) {
     if (!isStaff(items, i)) {
       continue;
     }

@@ -42,7 +42,7 @@ std::int16_t correctSpan(ItemTable& items, int i, std::int16_t widest) {
 StaffRows correctSpans(ItemTable& items) {
   StaffRows staves;
   std::int16_t widest = 0;  // is not used, but a span that is too wide is an error
-  for (int i = 1; i <= items.itemCount(); ++i) {
+  for (const int i : items.signRows()) {
     const Item& item = items.item(i);
     if (item.type() == ItemType::staff) {
       staves.push_back(i);

@@ -7,7 +7,7 @@ namespace kiv {
 StaffPair findStaffPair(const ItemTable& items, std::int16_t instrument, std::string_view procedure) {
   int rest = 0;
   int reference = 0;
-  for (int i = 1; i <= items.itemCount(); ++i) {
+  for (const int i : items.signRows()) {
     if (!isStaff(items, i)) {
       continue;
     }

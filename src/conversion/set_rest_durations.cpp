@@ -30,7 +30,9 @@ Models modelsOf(const ItemTable& items, const StaffPair& staves) {
     if (item[par::staff] == staves.reference && (item.type() == ItemType::note || item.type() == ItemType::rest)) {
       models.beats.add(items, i);
     }
-    if (item[par::staff] == staves.rest && item.type() == ItemType::timeSignature) {
+  }
+  for (const int i : items.signRows()) {
+    if (items.itemPar(i, par::staff) == staves.rest && items.type(i) == ItemType::timeSignature) {
       models.times.add(items, i);
     }
   }

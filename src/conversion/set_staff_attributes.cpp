@@ -33,7 +33,7 @@ struct StaffState {
 
 std::unordered_map<float, StaffState> stateAtTheRightEnd(const ItemTable& items) {
   std::unordered_map<float, StaffState> states;
-  for (int i = 1; i <= items.itemCount(); ++i) {
+  for (const int i : items.signRows()) {
     const ItemType type = items.type(i);
     if (!isStaffOrSign(type)) {
       continue;
@@ -69,7 +69,7 @@ void updateEntry(const ItemTable& items, const StaffState& state, OrderEntry& en
 
 void setStaffAttributes(const ItemTable& items, OrderTable& order) {
   const auto states = stateAtTheRightEnd(items);
-  for (int i = 1; i <= items.itemCount(); ++i) {
+  for (const int i : items.signRows()) {
     const int k = isStaff(items, i) ? order.find(items.itemPar(i, par::instrument)) : 0;
     if (k == 0) {
       continue;

@@ -8,8 +8,7 @@ namespace kiv {
 
 void setTimeSignature(ItemTable& items, std::int16_t instrument) {
   const StaffPair staves = findStaffPair(items, instrument, "setTimeSignature");
-  const int before = items.itemCount();
-  for (int i = 1; i <= before; ++i) {
+  for (const int i : items.signRows()) {
     if (items.type(i) != ItemType::timeSignature || items.itemPar(i, par::staff) != staves.reference) {
       continue;
     }

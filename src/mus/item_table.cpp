@@ -22,6 +22,23 @@ ItemTable::ItemTable() : items_(initialItems), sources_(initialItems), indices_(
 void ItemTable::clear() {
   itemCount_ = 0;
   fileCount_ = 0;
+  forgetSigns();
+}
+
+void ItemTable::forgetSigns() {
+  signRows_.clear();
+  listedRows_ = 0;
+}
+
+const std::vector<std::int16_t>& ItemTable::signRows() const {
+  while (listedRows_ < itemCount_) {
+    ++listedRows_;
+    const ItemType itsType = type(listedRows_);
+    if (itsType != ItemType::note && itsType != ItemType::rest) {
+      signRows_.push_back(listedRows_);
+    }
+  }
+  return signRows_;
 }
 
 void ItemTable::beginFile(const std::string& name) {
@@ -72,13 +89,14 @@ void ItemTable::reorder(const std::vector<std::int16_t>& order) {
     indices.push_back(indices_[static_cast<std::size_t>(row)]);
   }
   std::ranges::copy(indices, indices_.begin() + 1);
+  forgetSigns();
 }
 
 std::vector<int> staffRows(const ItemTable& table) {
   constexpr std::size_t typicalCount = 32;
   std::vector<int> rows;
   rows.reserve(typicalCount);
-  for (int i = 1; i <= table.itemCount(); ++i) {
+  for (const int i : table.signRows()) {
     if (isStaff(table, i)) {
       rows.push_back(i);
     }

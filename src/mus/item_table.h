@@ -35,6 +35,11 @@ class ItemTable {
   float& itemPar(int i, int p) { return item(i)[p]; }
   ItemType type(int i) const { return item(i).type(); }
 
+  /// The rows of the signs in table order: as here all items but notes and rests are called, of which a page has many
+  /// more. No item that is in the table at the call may become a sign or cease to be one. The list is complete until
+  /// another item is added or the rows are put in order, and may be gone through while items are added.
+  const std::vector<std::int16_t>& signRows() const;
+
   const std::string& itemText(int i) const { return item(i).text; }
   std::string& itemText(int i) { return item(i).text; }
 
@@ -72,6 +77,7 @@ class ItemTable {
 
  private:
   void grow();
+  void forgetSigns();
   std::size_t index(int i) const { return static_cast<std::size_t>(indices_[static_cast<std::size_t>(i)]); }
 
   std::int16_t itemCount_ = 0;
@@ -80,6 +86,10 @@ class ItemTable {
   std::vector<std::int16_t> indices_;  // of the rows in items_: putting them in order moves no item
   std::vector<std::string> files_;     // reused by later pages
   std::int32_t fileCount_ = 0;         // of files_, those of this page
+
+  // Listed when they are asked for, as the type of a new item is not known.
+  mutable std::vector<std::int16_t> signRows_;
+  mutable std::int16_t listedRows_ = 0;  // those up to this one
 };
 
 /// Whether item i is a staff item.

@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <limits>
 #include <numeric>
 
@@ -29,21 +28,13 @@ std::string blankFilled(ItemType type, std::string_view text) {
   return filled;
 }
 
-/// Whether this parameter and the one before it are 0, with whatever sign.
-bool areBothZero(const Item& item, int p) {
-  constexpr std::uint64_t allButSigns = 0x7FFFFFFF7FFFFFFF;
-  std::uint64_t bits = 0;
-  std::memcpy(&bits, &item.parameters()[static_cast<std::size_t>(p - 2)], sizeof bits);
-  return (bits & allButSigns) == 0;
-}
-
-/// The last parameter that is not 0: P2, the number of a staff, or one after it.
+/// The last parameter that is not 0, whatever its sign: P2, the number of a staff, or one after it.
 int lastParameter(const Item& item) {
-  int last = parameterCount;
-  while (areBothZero(item, last)) {
-    last -= 2;
+  int last = 0;
+  for (int p = 1; p <= parameterCount; ++p) {  // without branches
+    last = item[p] != 0 ? p : last;
   }
-  return item[last] == 0 ? last - 1 : last;
+  return last;
 }
 
 /// Writes one item after the other and counts their words.

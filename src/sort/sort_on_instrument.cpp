@@ -25,7 +25,7 @@ struct StaffKeys {
 
 StaffKeys staffKeys(const ItemTable& table) {
   StaffKeys list;
-  for (int i = 1; i <= table.itemCount(); ++i) {
+  for (const int i : table.signRows()) {
     if (isStaff(table, i)) {
       list.keys.emplace(staffOf(table, i), table.itemPar(i, par::instrument));
       ++list.staves;
@@ -73,7 +73,7 @@ void numberStaves(ItemTable& table) {
 }
 
 void moveSystemBarline(int staves, ItemTable& table) {
-  for (int i = 1; i <= table.itemCount(); ++i) {
+  for (const int i : table.signRows()) {
     if (table.type(i) == ItemType::barline && table.itemPar(i, par::spannedStaves) == static_cast<float>(staves)) {
       table.itemPar(i, par::staff) = 1;
       return;

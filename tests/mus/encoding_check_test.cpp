@@ -77,6 +77,39 @@ TEST_F(EncodingCheck, AnItemThatDiffersIsFound) {
   EXPECT_EQ(findLostItem(buffer_, other), (LostItem{3, third}));
 }
 
+TEST_F(EncodingCheck, ATextThatDiffersIsFoundBetweenOtherItems) {
+  load("note 1 at 5\ntext 1 at 5 \"Adagio\"\nnote 1 at 6\n");
+  encodePage("C:\\P.MUS", table_, buffer_);
+  ItemTable other = table_;
+  for (const char* text : {"Allegro", ""}) {
+    other.itemText(2) = text;
+    EXPECT_EQ(findLostItem(buffer_, other).value_or(LostItem{}).number, 2) << text;
+  }
+  other = table_;
+  other.itemText(1) = "a note with a text";
+  EXPECT_EQ(findLostItem(buffer_, other).value_or(LostItem{}).number, 1);
+}
+
+TEST_F(EncodingCheck, AParameterThatDiffersIsFoundInEveryItem) {
+  const std::string note = "note 1 at 5 height 2 p9 1\n";
+  load(note + note + note + note + note + note);
+  encodePage("C:\\P.MUS", table_, buffer_);
+  for (int i = 1; i <= table_.itemCount(); ++i) {
+    for (const int p : {par::height, par::tuplet, par::tuplet + 1, parameterCount}) {
+      ItemTable other = table_;
+      other.itemPar(i, p) = 3;
+      EXPECT_EQ(findLostItem(buffer_, other).value_or(LostItem{}).number, i) << "P" << p;
+      other.itemPar(i, p) = 0;
+      EXPECT_EQ(findLostItem(buffer_, other).has_value(), p <= par::tuplet) << "item " << i << ", P" << p;
+    }
+  }
+}
+
+TEST_F(EncodingCheck, TheSignOfAZeroIsNotMissedInAnyItem) {
+  const std::string note = "note 1 at 5 height -0 p9 1 p12 -0\n";
+  expectRight(note + note + note + note + note + note);
+}
+
 TEST_F(EncodingCheck, AnItemTooManyIsFound) {
   load("note 1 at 5\nnote 1 at 6\n");
   encodePage("C:\\P.MUS", table_, buffer_);

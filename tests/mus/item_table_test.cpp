@@ -183,6 +183,63 @@ TEST(WholePar, IsRoundedHalvesToEven) {
   EXPECT_EQ(wholePar(table, 1, 4), -1);
 }
 
+// --- signs ---
+
+using Rows = std::vector<std::int16_t>;
+
+/// A staff, a note, a rest, a barline, and an item of an unnamed type.
+class SignRows : public testing::Test {
+ protected:
+  SignRows() {
+    for (const float type : {8.0F, 1.0F, 2.0F, 14.0F, 1.5F}) {
+      table.store_item(itemOf({type, 1}));
+    }
+  }
+
+  ItemTable table;
+};
+
+TEST_F(SignRows, AreThoseOfAllItemsButNotesAndRests) {
+  EXPECT_EQ(table.signRows(), (Rows{1, 4, 5}));
+}
+
+TEST_F(SignRows, FollowItemsThatAreAdded) {
+  EXPECT_EQ(table.signRows().size(), 3U);
+  table.store_item(itemOf({1, 1}));
+  table.store_item(itemOf({17, 1}));
+  EXPECT_EQ(table.signRows(), (Rows{1, 4, 5, 7}));
+}
+
+TEST_F(SignRows, MayBeGoneThroughWhileItemsAreAdded) {
+  std::vector<int> rows;
+  for (const int row : table.signRows()) {
+    rows.push_back(row);
+    table.store_item(itemOf({14, 2}));
+  }
+  EXPECT_EQ(rows, (std::vector<int>{1, 4, 5}));
+}
+
+TEST_F(SignRows, FollowTheOrderOfTheRows) {
+  EXPECT_EQ(table.signRows().size(), 3U);
+  table.reorder({2, 4, 3, 1, 5});
+  EXPECT_EQ(table.signRows(), (Rows{2, 4, 5}));
+}
+
+TEST_F(SignRows, StayWhenASignIsDeleted) {
+  EXPECT_EQ(table.signRows().size(), 3U);
+  table.item(4).setType(ItemType::deleted);
+  EXPECT_EQ(table.signRows(), (Rows{1, 4, 5}));
+}
+
+TEST_F(SignRows, AreNoneOfATableThatWasCleared) {
+  EXPECT_EQ(table.signRows().size(), 3U);
+  table.clear();
+  EXPECT_EQ(table.signRows(), Rows());
+  table.store_item(itemOf({1, 1}));
+  table.store_item(itemOf({8, 1}));
+  EXPECT_EQ(table.signRows(), Rows{2});
+}
+
 TEST(StaffRows, AreThoseOfStaffItemsInTableOrder) {
   ItemTable table;
   for (const float type : {8.0F, 1.0F, 8.5F, 8.0F, 999.0F}) {
