@@ -105,7 +105,9 @@ std::optional<std::string> ConsoleSystem::writePending() {
     }
     pending_.destination.mark = journal_->temporaryMark();
   }
-  return putAt(pending_.destination, pending_.bytes);
+  PreparedFile file;
+  auto failure = file.prepare(pending_.destination, pending_.bytes);
+  return failure ? failure : file.place();
 }
 
 /// Waits for the file that is being written, and enters what has become of it.

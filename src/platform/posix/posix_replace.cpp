@@ -1,6 +1,5 @@
 // How files are put in their places.
 
-#include <cstdio>
 #include <system_error>
 #include <utility>
 
@@ -33,8 +32,12 @@ std::optional<std::string> PosixSystem::createFile(const std::string& name, std:
 
 std::optional<std::string> PosixSystem::putFile(const std::string& name, std::string_view bytes, Existing existing) {
   Destination destination;
+  PreparedFile file;
   auto failure = findDestination(name, destination);
-  failure = failure ? failure : put(destination, bytes, existing);
+  failure = failure ? failure : file.prepare(destination, bytes);
+  if (!failure) {
+    failure = existing == Existing::replaced ? file.place() : file.placeIfFree();
+  }
   if (!failure) {
     noteReplaced(destination);
   }
@@ -53,37 +56,6 @@ std::optional<std::string> PosixSystem::findDestination(const std::string& name,
   destination.mode = modeOfNewFiles() & modeLimit_;
   destination.signals = std::make_shared<SignalsHeld>();
   return std::nullopt;
-}
-
-std::optional<std::string> PosixSystem::putAt(const Destination& destination, std::string_view bytes) {
-  return put(destination, bytes, Existing::replaced);
-}
-
-std::optional<std::string> PosixSystem::put(const Destination& destination, std::string_view bytes, Existing existing) {
-  const std::string& target = destination.path;
-  std::string beside = destination.folder + temporaryStart(destination.mark) + "XXXXXX";
-  const SignalsHeld held;  // by the thread that this is
-  const Descriptor file(::mkstemp(beside.data()));
-  if (!file.isOpen()) {
-    return lastFailure();
-  }
-  struct stat old {};
-  const bool isNew = ::stat(target.c_str(), &old) != 0;
-  auto failure = writeAll(file, bytes);
-  if (!failure) {
-    const bool hasMode = isNew ? ::fchmod(file.number(), destination.mode) == 0 : takeOwnerAndMode(file, old);
-    const bool isWritten = hasMode && ::fsync(file.number()) == 0;
-    failure = isWritten ? std::nullopt : std::optional(lastFailure());
-  }
-  if (!failure && existing == Existing::kept) {
-    failure = moveToFreePath(beside, target);
-  } else if (!failure && ::rename(beside.c_str(), target.c_str()) != 0) {
-    failure = lastFailure();
-  }
-  if (failure) {
-    ::unlink(beside.c_str());
-  }
-  return failure;
 }
 
 void PosixSystem::noteReplaced(const Destination& destination) {
