@@ -22,6 +22,16 @@ mode_t modeOfNewFiles() {
 
 }  // namespace
 
+/// What files that are under way at the same time have in common. It is made and ends on the run's thread.
+struct FilesUnderWay {
+  FilesUnderWay(PathFinder& paths, const std::string& folder) : firstFolder(paths, folder) {}
+
+  SignalsHeld signals;
+  /// To ask for it changes it for a moment, in which no other thread may create a file.
+  mode_t newFileMode = modeOfNewFiles();
+  PathFinder::HeldFolder firstFolder;
+};
+
 std::optional<std::string> PosixSystem::replaceFile(const std::string& name, std::string_view bytes) {
   return putFile(name, bytes, Existing::replaced);
 }
@@ -52,10 +62,19 @@ std::optional<std::string> PosixSystem::findDestination(const std::string& name,
   destination.path = *end;
   destination.folder = end->substr(0, end->rfind(separator) + 1);
   destination.mark = mark_;
+  auto underWay = underWay_.lock();
+  if (!underWay) {
+    underWay = std::make_shared<FilesUnderWay>(paths_, destination.folder);
+    underWay_ = underWay;
+  }
   destination.isFolderCurrent = paths_.isCurrent(destination.folder);
-  destination.mode = modeOfNewFiles() & modeLimit_;
-  destination.signals = std::make_shared<SignalsHeld>();
+  destination.mode = underWay->newFileMode & modeLimit_;
+  destination.others = std::move(underWay);
   return std::nullopt;
+}
+
+bool PosixSystem::areSignalsWaiting() {
+  return SignalsHeld::areSomeWaiting();
 }
 
 void PosixSystem::noteReplaced(const Destination& destination) {

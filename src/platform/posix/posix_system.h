@@ -47,8 +47,11 @@ class PosixSystem : public Files, public Programs, public Machine {
   using Destination = FileDestination;
   /// From now on, names of files that are not whole yet have this mark in them: letters and digits.
   void markTemporaryFiles(const std::string& mark) { mark_ = mark; }
-  /// Finds out where replaceFile would put a file, and lets signals wait from then on. Returns the failure's text.
+  /// Finds out where replaceFile would put a file. Signals wait as long as there are such destinations, which may be
+  /// several at a time, in the same folder. They end on the thread that this is. Returns the failure's text.
   [[nodiscard]] std::optional<std::string> findDestination(const std::string& name, Destination& destination);
+  /// Whether a signal waits for that.
+  static bool areSignalsWaiting();
   /// The file has been put there.
   void noteReplaced(const Destination& destination);
 
@@ -140,6 +143,7 @@ class PosixSystem : public Files, public Programs, public Machine {
   std::map<std::string, std::string> fullFolders_;  // by folder as it was typed; only what is remembered
   unsigned modeLimit_ = 0777;                       // of files that are created
   std::string mark_;                                // of temporary files
+  std::weak_ptr<FilesUnderWay> underWay_;           // null while no destination is used
   std::set<std::string> unflushed_;                 // folders in which files were replaced, as the disk names them
 };
 

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/posix/own_files.h"
 #include "platform/posix/posix_files.h"
 
 namespace kiv {

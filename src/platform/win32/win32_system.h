@@ -43,6 +43,8 @@ class Win32System : public Files, public Programs, public Machine {
   void markTemporaryFiles(const std::string& mark) { mark_ = mark; }
   /// Finds out where replaceFile would put a file. Returns the failure's text.
   [[nodiscard]] std::optional<std::string> findDestination(const std::string& name, Destination& destination);
+  /// Signals do not wait.
+  static bool areSignalsWaiting() { return false; }
   /// The file has been put there: nothing has to be remembered.
   static void noteReplaced(const Destination& /*destination*/) {}
 
