@@ -2,7 +2,8 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
+
+#include "platform/files.h"
 
 namespace kiv {
 
@@ -14,10 +15,9 @@ class ConversionObserver {
   ConversionObserver& operator=(const ConversionObserver&) = delete;
   virtual ~ConversionObserver() = default;
 
-  /// The bytes of a system's result, full name, have been handed over to be written; the results before it are in
-  /// their places. Whether this one gets there is known when the next one comes or the conversion ends normally. The
-  /// bytes are valid during the call.
-  virtual void resultHandedOver(std::int16_t system, const std::string& name, std::string_view bytes) = 0;
+  /// The bytes of a system's result, full name, have been handed over to be written. Whether it gets to its place is
+  /// known when the conversion has ended.
+  virtual void resultHandedOver(std::int16_t system, const std::string& name, const SharedBytes& bytes) = 0;
 };
 
 }  // namespace kiv

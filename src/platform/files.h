@@ -62,6 +62,10 @@ class OutputFile {
   [[nodiscard]] virtual std::optional<std::string> write(std::string_view bytes) = 0;
 };
 
+/// The bytes of a file that is handed over. Whoever keeps them drops them on the thread that handed them over, which
+/// uses their buffer again when nobody else has it.
+using SharedBytes = std::shared_ptr<const std::string>;
+
 /// A file that could not be written, and the platform's text for the failure.
 struct WriteFailure {
   std::string name;
@@ -98,13 +102,14 @@ class Files {
   /// Replaces the file by one of these bytes in one step: at every moment the complete old or the complete new file
   /// exists. Returns the platform's text for the failure.
   [[nodiscard]] virtual std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) = 0;
-  /// The same, but it may return while the file is still being written, and do the next one only when that is done.
-  /// Returns the failure of this file or of the one before it; of the two, then, nothing is written of this one.
-  [[nodiscard]] virtual std::optional<WriteFailure> replaceSoon(const std::string& name, std::string_view bytes) {
-    auto failure = replaceFile(name, bytes);
+  /// The same, but it may return while the file is still being written, as others before it; they get to their places
+  /// in this order. Returns the failure of this file or of one before it: then nothing is written of those after that.
+  [[nodiscard]] virtual std::optional<WriteFailure> replaceSoon(const std::string& name, const SharedBytes& bytes) {
+    auto failure = replaceFile(name, *bytes);
     return failure ? std::optional(WriteFailure{name, std::move(*failure)}) : std::nullopt;
   }
-  /// Waits until the last file of replaceSoon is in its place. Returns its failure, unless that was returned before.
+  /// Waits until all files of replaceSoon are in their places. Returns the failure of the first one that is not, unless
+  /// that was returned before.
   [[nodiscard]] virtual std::optional<WriteFailure> finishReplacing() { return std::nullopt; }
   /// False when there is no such file or it cannot be deleted.
   virtual bool deleteFile(const std::string& name) = 0;

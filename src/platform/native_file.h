@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -53,6 +54,9 @@ std::optional<std::string> listFailure(const std::string& folder);
 
 /// The system's words for why the call before has failed; "" when it has not.
 std::string lastCallFailure();
+
+/// The bytes that are free for this user on the disk of a folder; nullopt when the system does not say.
+std::optional<std::uint64_t> freeBytes(const std::string& folder);
 
 /// Makes a folder, whose parent must exist, and waits until it is on the disk. Returns the system's text for the
 /// failure.

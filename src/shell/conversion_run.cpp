@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "conversion/conversion.h"
 #include "input/file_names.h"
@@ -87,17 +89,24 @@ class GroupConversion {
     }
     const bool isKnown = !options_.overwrite && existsAndMayGo(name);
     conversion_.finishSystem();
-    const bool isWritten = encodeFile(name, program_.items, buffer_, options_.readBack);
+    const auto buffer = freeBuffer();
+    const bool isWritten = encodeFile(name, program_.items, *buffer, options_.readBack);
     const bool exists = options_.overwrite ? FileExists(program_.host, name) : isKnown;
     if (isWritten) {
-      endIfNotWritten(files.replaceSoon(name, buffer_));
+      endIfNotWritten(files.replaceSoon(name, buffer));
     }
     if (isWritten && options_.observer != nullptr) {
-      options_.observer->resultHandedOver(system, name, buffer_);
+      options_.observer->resultHandedOver(system, name, buffer);
     }
     if (exists) {
       conversion_.fileWasReplaced();
     }
+  }
+
+  /// A buffer that nobody else has. Others drop theirs on this thread only, so that their number is right.
+  std::shared_ptr<std::string> freeBuffer() {
+    const auto free = std::find_if(buffers_.begin(), buffers_.end(), [](const auto& b) { return b.use_count() == 1; });
+    return free != buffers_.end() ? *free : buffers_.emplace_back(std::make_shared<std::string>());
   }
 
   /// Whether the user lets a file be replaced that is there.
@@ -122,7 +131,7 @@ class GroupConversion {
   KivSystem& program_;
   const ConversionOptions& options_;
   Conversion conversion_;
-  std::string buffer_;  // of the results
+  std::vector<std::shared_ptr<std::string>> buffers_;  // of the results
 };
 
 }  // namespace

@@ -1,59 +1,13 @@
-#include <chrono>
+#include "tests/posix/background_writing.h"
+
 #include <csignal>
-#include <string>
-#include <thread>
-#include <vector>
+#include <filesystem>
+#include <set>
 
-#include <gtest/gtest.h>
-
-#include "platform/console/console_system.h"
-#include "tests/posix/temporary_folder.h"
+#include <sys/stat.h>
 
 namespace kiv::test {
 namespace {
-
-/// Lists what it is notified of, and refuses a file. What it does takes some time, as on a slow disk.
-class SlowJournal : public ChangeJournal {
- public:
-  std::string refused;
-  std::vector<std::string> replaced;
-
-  std::optional<std::string> beforeFolder(const std::string& /*path*/) override { return std::nullopt; }
-  std::optional<std::string> beforeReplace(const std::string& path, const std::string& /*target*/,
-                                           std::string_view /*bytes*/) override {
-    std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    replaced.push_back(path.substr(path.rfind('/') + 1));
-    return replaced.back() == refused ? std::optional<std::string>("no space") : std::nullopt;
-  }
-  std::optional<std::string> beforeOpen(const std::string& /*path*/) override { return std::nullopt; }
-  std::optional<std::string> beforeDelete(const std::string& /*path*/) override { return std::nullopt; }
-  void afterWrite(const std::string& /*path*/, Sha256 /*written*/) noexcept override {}
-};
-
-/// A run that writes results while it reads pages.
-class BackgroundWriting : public testing::Test {
- protected:
-  BackgroundWriting() {
-    disk.addFile("P1.MUS", "the page");
-    system.bindPages({{disk.core("P1.MUS"), disk.path("P1.MUS").string()}});
-    system.setJournal(journal);
-    system.writeInBackground();
-  }
-  std::string page() { return system.upperCase(disk.core("P1.MUS")); }
-  /// The names of the files that fail, in order.
-  std::string replace(const std::string& name, const std::string& content) {
-    const auto failure = system.replaceSoon(disk.core(name), content);
-    return failure ? failure->name.substr(failure->name.rfind('\\') + 1) + ": " + failure->reason : "";
-  }
-  std::string finish() {
-    const auto failure = system.finishReplacing();
-    return failure ? failure->name.substr(failure->name.rfind('\\') + 1) + ": " + failure->reason : "";
-  }
-
-  TemporaryFolder disk;
-  SlowJournal journal;
-  ConsoleSystem system;
-};
 
 TEST_F(BackgroundWriting, FilesAreInTheirPlacesWhenTheRunHasFinished) {
   for (int i = 1; i <= 9; ++i) {
@@ -74,30 +28,83 @@ TEST_F(BackgroundWriting, TheFirstReplaceReturnsBeforeTheFileIsThere) {
   EXPECT_EQ(system.replacedFiles(), std::vector<std::string>{disk.core("W1")});
 }
 
-TEST_F(BackgroundWriting, AFailureIsReturnedByTheNextCallAndNothingIsWrittenOfTheNextFile) {
-  journal.refused = "W2";
+TEST_F(BackgroundWriting, SeveralFilesAreBesideTheirPlacesWithTheMarkOfTheJournal) {
+  EXPECT_EQ(replace("W0", "before"), "");
+  journal.awaited = "W1";
   EXPECT_EQ(replace("W1", "one"), "");
   EXPECT_EQ(replace("W2", "two"), "");
-  EXPECT_EQ(replace("W3", "three"), "W2: no space");
+  EXPECT_EQ(replace("W3", "three"), "");
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+  while (temporaryFiles() < 2 && std::chrono::steady_clock::now() < deadline) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  EXPECT_GE(temporaryFiles(), 2U);
+  EXPECT_EQ(disk.file("W2"), "(no file)") << "none overtakes another";
+  journal.open();
   EXPECT_EQ(finish(), "");
-  EXPECT_EQ(disk.entries(), (std::set<std::string>{"P1.MUS", "W1"}));
-  EXPECT_EQ(journal.replaced, (std::vector<std::string>{"W1", "W2"})) << "nor is it in the journal";
-  EXPECT_EQ(system.replacedFiles(), std::vector<std::string>{disk.core("W1")});
-  EXPECT_EQ(system.writeFailure(), disk.path().string() + ": no space");
+  EXPECT_EQ(disk.file("W3"), "three");
+  EXPECT_EQ(temporaryFiles(), 0U);
 }
 
-TEST_F(BackgroundWriting, TheFailureOfTheLastFileIsReturnedAtTheEnd) {
-  journal.refused = "W1";
-  EXPECT_EQ(replace("W1", "one"), "");
-  EXPECT_EQ(finish(), "W1: no space");
-  EXPECT_EQ(finish(), "") << "once";
+TEST_F(BackgroundWriting, AReaderSeesTheFilesInOrder) {
+  std::atomic<bool> ends = false;
+  int gaps = 0;
+  std::thread reader([&] {
+    while (!ends) {
+      int there = 0;
+      for (int i = 60; i >= 1; --i) {  // what is there when a later file is, was there before
+        const bool isThere = std::filesystem::exists(disk.path("W" + std::to_string(i)));
+        gaps += !isThere && there > 0 ? 1 : 0;
+        there += isThere ? 1 : 0;
+      }
+    }
+  });
+  for (int i = 1; i <= 60; ++i) {
+    EXPECT_EQ(replace("W" + std::to_string(i), "result"), "");
+  }
+  EXPECT_EQ(finish(), "");
+  ends = true;
+  reader.join();
+  EXPECT_EQ(gaps, 0);
 }
 
-TEST_F(BackgroundWriting, AFailureThatAReadHasWaitedForIsStillReturned) {
-  journal.refused = "W1";
+TEST_F(BackgroundWriting, WhetherTheNextFileIsThereIsKnownWithoutWaiting) {
+  disk.addFile("W3", "old");
+  journal.awaited = "W1";
   EXPECT_EQ(replace("W1", "one"), "");
-  EXPECT_EQ(readWhole(system, disk.core("W1")), std::nullopt);
-  EXPECT_EQ(replace("W2", "two"), "W1: no space");
+  EXPECT_EQ(system.openInput(disk.core("W2")), nullptr);
+  EXPECT_EQ(readWhole(system, disk.core("W3")), "old");
+  EXPECT_EQ(disk.file("W1"), "(no file)");
+  journal.open();
+  EXPECT_EQ(finish(), "");
+}
+
+TEST_F(BackgroundWriting, ALinkToAFileUnderWayIsReadWhenItIsWritten) {
+  std::filesystem::create_symlink("W1", disk.path("W2"));
+  EXPECT_EQ(replace("W1", "one"), "");
+  EXPECT_EQ(readWhole(system, disk.core("W2")), "one");
+}
+
+TEST_F(BackgroundWriting, TheFileThatALinkUnderWayLeadsToIsReadWhenItIsWritten) {
+  disk.addFile("W2", "old");
+  std::filesystem::create_symlink("W2", disk.path("W1"));
+  EXPECT_EQ(replace("W1", "one"), "");
+  EXPECT_EQ(readWhole(system, disk.core("W2")), "one");
+}
+
+TEST_F(BackgroundWriting, TheModeOfNewFilesIsAskedForOnlyWhenNoneIsUnderWay) {
+  const mode_t before = ::umask(022);
+  journal.awaited = "W1";
+  EXPECT_EQ(replace("W1", "one"), "");
+  ::umask(077);
+  EXPECT_EQ(replace("W2", "two"), "") << "to ask would change the mask while another thread makes files";
+  journal.open();
+  EXPECT_EQ(finish(), "");
+  EXPECT_EQ(replace("W3", "three"), "");
+  EXPECT_EQ(finish(), "");
+  ::umask(before);
+  EXPECT_EQ(std::filesystem::status(disk.path("W2")).permissions(), std::filesystem::perms(0644));
+  EXPECT_EQ(std::filesystem::status(disk.path("W3")).permissions(), std::filesystem::perms(0600));
 }
 
 TEST_F(BackgroundWriting, AResultIsReadOnlyWhenItIsWritten) {
@@ -143,12 +150,28 @@ TEST_F(BackgroundWriting, SignalsWaitUntilTheFileIsInItsPlace) {
   static_cast<void>(std::signal(SIGHUP, before));
 }
 
+TEST_F(BackgroundWriting, ASignalIsNoticedAtTheNextFileWhenAllBeforeAreInTheirPlaces) {
+  static volatile std::sig_atomic_t caught = 0;
+  caught = 0;
+  const auto before = std::signal(SIGHUP, [](int /*signal*/) { caught = 1; });
+  for (int i = 1; i <= 3; ++i) {
+    EXPECT_EQ(replace("W" + std::to_string(i), "result"), "");
+  }
+  ::kill(::getpid(), SIGHUP);
+  EXPECT_EQ(caught, 0);
+  EXPECT_EQ(replace("W4", "result"), "");
+  EXPECT_EQ(caught, 1);
+  EXPECT_EQ(disk.file("W3"), "result");
+  EXPECT_EQ(finish(), "");
+  static_cast<void>(std::signal(SIGHUP, before));
+}
+
 TEST_F(BackgroundWriting, AnAbandonedRunFinishesTheFileUnderWay) {
   {
     ConsoleSystem other;
     other.setJournal(journal);
     other.writeInBackground();
-    EXPECT_EQ(other.replaceSoon(disk.core("W1"), "one"), std::nullopt);
+    EXPECT_EQ(other.replaceSoon(disk.core("W1"), std::make_shared<const std::string>("one")), std::nullopt);
   }
   EXPECT_EQ(disk.file("W1"), "one");
 }
@@ -157,7 +180,7 @@ TEST(BackgroundWritingLikeThePanel, IsNone) {
   const TemporaryFolder disk;
   ConsoleSystem system(Guard::off);
   system.writeInBackground();
-  EXPECT_EQ(system.replaceSoon(disk.core("W1"), "one"), std::nullopt);
+  EXPECT_EQ(system.replaceSoon(disk.core("W1"), std::make_shared<const std::string>("one")), std::nullopt);
   EXPECT_EQ(disk.file("W1"), "one");
 }
 

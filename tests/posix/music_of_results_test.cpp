@@ -39,8 +39,8 @@ std::string pageText(int number) {
 class Results : public ConversionObserver {
  public:
   explicit Results(MusicOfResults& music) : music_(music) {}
-  void resultHandedOver(std::int16_t system, const std::string& name, std::string_view bytes) override {
-    music_.resultHandedOver(system, name, system == broken ? "no page" : bytes);
+  void resultHandedOver(std::int16_t system, const std::string& name, const SharedBytes& bytes) override {
+    music_.resultHandedOver(system, name, system == broken ? std::make_shared<const std::string>("no page") : bytes);
   }
 
   int broken = 0;  // the system whose result is handed over damaged

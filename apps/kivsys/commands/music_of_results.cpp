@@ -27,15 +27,15 @@ std::size_t writtenCount(Machine& machine, const std::string& stem, const Writte
 
 }  // namespace
 
-void MusicOfResults::resultHandedOver(std::int16_t system, const std::string&, std::string_view bytes) {
+void MusicOfResults::resultHandedOver(std::int16_t system, const std::string&, const SharedBytes& bytes) {
   if (worker_ == nullptr) {
-    compare(system, bytes);
+    compare(system, *bytes);
     return;
   }
   settle();
-  bytes_.assign(bytes);
+  bytes_ = bytes;
   worker_->begin([this, system]() -> Worker::Outcome {
-    compare(system, bytes_);
+    compare(system, *bytes_);
     return std::nullopt;
   });
 }
@@ -49,15 +49,14 @@ void MusicOfResults::settle() {
 
 /// The thread's part, if there is one. While it lasts, nothing else uses what it changes.
 void MusicOfResults::compare(std::int16_t system, std::string_view bytes) {
-  if (last_) {
-    check_.add(*last_);
-    last_.reset();
-  }
   const std::size_t index = check_.count();
   hasGap_ = hasGap_ || static_cast<std::size_t>(system) != index + 1 || index >= group_.systemCount();
   if (!hasGap_) {
-    last_ = musicOfPage(bytes, group_.instrumentsOf(index));
-    hasGap_ = !last_;
+    const auto music = musicOfPage(bytes, group_.instrumentsOf(index));
+    hasGap_ = !music;
+    if (music) {
+      check_.add(*music);
+    }
   }
 }
 
@@ -68,9 +67,6 @@ std::vector<Message> MusicOfResults::warnings(Files& files, Machine& machine, co
     return {};
   }
   const std::size_t count = writtenCount(machine, *stem, written, group_.systemCount());
-  if (last_ && check_.count() < count) {
-    check_.add(*last_);
-  }
   if (check_.count() > count) {  // results that are not there count for nothing
     check_ = MusicCheck(FaultPlaces::no);
   }

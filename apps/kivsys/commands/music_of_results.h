@@ -34,7 +34,7 @@ class MusicOfResults : public ConversionObserver {
   explicit MusicOfResults(const GroupFacts& group, ByThread byThread = ByThread::no)
       : group_(group), worker_(byThread == ByThread::yes ? std::make_unique<Worker>() : nullptr) {}
 
-  void resultHandedOver(std::int16_t system, const std::string& name, std::string_view bytes) override;
+  void resultHandedOver(std::int16_t system, const std::string& name, const SharedBytes& bytes) override;
   /// What is wrong with the results. Those that were not observed are read. To be asked once.
   std::vector<Message> warnings(Files& files, Machine& machine, const WrittenResults& written);
 
@@ -44,10 +44,9 @@ class MusicOfResults : public ConversionObserver {
 
   const GroupFacts& group_;
   MusicCheck check_{FaultPlaces::no};
-  std::optional<ResultMusic> last_;  // whether it gets to its place is not known yet
-  bool hasGap_ = false;              // a result was not as expected, and so is not checked with those after it
-  std::string bytes_;                // of the result that the thread compares
-  std::unique_ptr<Worker> worker_;   // null without a thread; the last member, as the thread uses the others
+  bool hasGap_ = false;             // a result was not as expected, and so is not checked with those after it
+  SharedBytes bytes_;               // of the result that the thread compares
+  std::unique_ptr<Worker> worker_;  // null without a thread; the last member, as the thread uses the others
 };
 
 }  // namespace kiv

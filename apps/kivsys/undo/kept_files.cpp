@@ -89,7 +89,7 @@ Unknown unknownIn(const std::string& folder, const Journal& journal) {
 void removeTemporaryFiles(const std::string& folder, const std::string& run) {
   for (const std::string& name : namesIn(folder)) {
     const std::string path = pathIn(folder, name);
-    if (name.starts_with(NativeSystem::temporaryStart(run)) && entryKindOf(path) == EntryKind::file) {
+    if (name.starts_with(temporaryStart(run)) && entryKindOf(path) == EntryKind::file) {
       static_cast<void>(removeEntry(path));
     }
   }

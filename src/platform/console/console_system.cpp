@@ -100,8 +100,11 @@ std::unique_ptr<InputFile> ConsoleSystem::openInput(const std::string& name) {
   }
   const auto path = pages_.find(name);
   if (!path) {
-    settle();
-    return GuardedSystem::openInput(inBoundFolder(name));
+    const std::string file = inBoundFolder(name);
+    if (!filesUnderWay_.empty() && !isApart(NativeSystem::diskName(file))) {
+      settle();
+    }
+    return GuardedSystem::openInput(file);
   }
   auto file = openPage(name, std::string(*path));
   const auto corrected = corrections_.pages.find(name);

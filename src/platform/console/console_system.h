@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <map>
 #include <memory>
 #include <optional>
@@ -10,10 +11,11 @@
 
 #include "platform/console/change_journal.h"
 #include "platform/console/guarded_system.h"
+#include "platform/console/journaled_file.h"
 #include "platform/console/page_corrections.h"
 #include "platform/console/path_table.h"
 #include "platform/console/read_ahead.h"
-#include "platform/console/worker.h"
+#include "platform/console/replace_queue.h"
 #include "platform/console/write_guard.h"
 
 namespace kiv {
@@ -58,10 +60,11 @@ class ConsoleSystem : public GuardedSystem {
   std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
   std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
   std::optional<std::string> createFile(const std::string& name, std::string_view bytes) override;
-  /// From now on replaceSoon has a thread that writes the file. It is waited for before any other file than a bound
-  /// page is touched. Only with the guard, which lets no page be replaced.
+  /// From now on replaceSoon has threads that write the files. They are waited for before any other file is touched
+  /// than a bound page, or one to be read that certainly is none of those. Only with the guard, which lets no page be
+  /// replaced.
   void writeInBackground();
-  std::optional<WriteFailure> replaceSoon(const std::string& name, std::string_view bytes) override;
+  std::optional<WriteFailure> replaceSoon(const std::string& name, const SharedBytes& bytes) override;
   std::optional<WriteFailure> finishReplacing() override;
   bool deleteFile(const std::string& name) override;
   std::vector<FolderEntry> listFolder(const std::string& folder) override;
@@ -104,19 +107,13 @@ class ConsoleSystem : public GuardedSystem {
   std::unique_ptr<OutputFile> journaled(std::unique_ptr<OutputFile> file, const std::string& path);
   std::string inBoundFolder(const std::string& name);
   void addReplaced(const std::string& name, const std::string& path);
-  std::optional<std::string> writePending();
+  bool isApart(const std::string& path);
+  bool mayFollow(const std::string& path);
+  std::optional<WriteFailure> handOver(JournaledFile::Names names, const SharedBytes& bytes);
+  void settleFirst();
   void settle();
 
   static constexpr const char* refusedFile = "it is another file of the run";
-
-  /// The file that the thread writes.
-  struct Pending {
-    std::string name;  // as the run has it
-    std::string file;  // in the bound folder
-    std::string path;
-    Destination destination;
-    std::string bytes;
-  };
 
   const std::string startFolder_ = startFolder();
   std::string namesFile_;
@@ -132,12 +129,12 @@ class ConsoleSystem : public GuardedSystem {
   PageCorrections corrections_;
   ChangeJournal* journal_ = nullptr;
   std::string writeFailure_;
-  Pending pending_;
   std::optional<WriteFailure> failed_;  // not yet returned to the run
   bool areOpened_ = false;              // countAsOpened() holds
   bool readsAhead_ = false;
   std::unique_ptr<ReadAhead> pagesAhead_;  // null while no pages are read ahead
-  std::unique_ptr<Worker> writer_;         // null without one; the last member, as its thread uses others
+  std::deque<std::unique_ptr<JournaledFile>> filesUnderWay_;
+  std::unique_ptr<ReplaceQueue> queue_;  // null without threads; the last member, as they use others
 };
 
 }  // namespace kiv

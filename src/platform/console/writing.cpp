@@ -1,11 +1,36 @@
-// How a run of the console program replaces files: at once, or by a thread of its own while the run goes ahead.
+// How a run of the console program replaces files: at once, or by threads while the run goes ahead.
 
+#include <algorithm>
+#include <cstdint>
+#include <string_view>
 #include <utility>
 
 #include "platform/console/console_system.h"
 #include "platform/console/stop_signals.h"
+#include "platform/kept_file.h"
+#include "platform/native_file.h"
 
 namespace kiv {
+namespace {
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+bool isSeparator(char c) {
+  return c == '/' || c == '\\';
+}
+
+/// Whether the paths are those of two files of one folder whose names differ in digits and in nothing else: then they
+/// are two on every disk.
+bool differInDigits(std::string_view a, std::string_view b) {
+  const auto [inA, inB] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+  return inA != a.end() && std::equal(inA, a.end(), inB, b.end(), [](char x, char y) {
+           return (x == y && !isSeparator(x)) || (isDigit(x) && isDigit(y));
+         });
+}
+
+}  // namespace
 
 std::optional<std::string> ConsoleSystem::replaceFile(const std::string& name, std::string_view bytes) {
   return putFile(name, bytes, Existing::replaced);
@@ -69,60 +94,92 @@ std::optional<std::string> ConsoleSystem::replacePage(const std::string& name, s
 
 void ConsoleSystem::writeInBackground() {
   if (isGuarded()) {
-    writer_ = std::make_unique<Worker>();
+    queue_ = std::make_unique<ReplaceQueue>();
   }
 }
 
-std::optional<WriteFailure> ConsoleSystem::replaceSoon(const std::string& name, std::string_view bytes) {
-  if (writer_ == nullptr) {
+/// Whether a file to be read or written is none of those under way, nor will be: its name differs in digits from
+/// theirs, as the names of results do, and it is no link.
+bool ConsoleSystem::isApart(const std::string& path) {
+  const EntryKind kind = entryKindOf(path);
+  return (kind == EntryKind::missing || kind == EntryKind::file) &&
+         std::all_of(filesUnderWay_.begin(), filesUnderWay_.end(),
+                     [&](const auto& file) { return differInDigits(path, file->destination().path); });
+}
+
+/// Whether a file may be under way beside those that are.
+bool ConsoleSystem::mayFollow(const std::string& path) {
+  // A journal that a full disk ends would not be missed without the temporary files of later results.
+  constexpr std::uint64_t enoughSpace = std::uint64_t{64} * 1024 * 1024;
+  const std::string folder = folderOfPath(*this, path);
+  return isApart(path) && !areSignalsWaiting() && !guard_.refusal(path) &&
+         freeBytes(folder.empty() ? "." : folder).value_or(0) >= enoughSpace;
+}
+
+std::optional<WriteFailure> ConsoleSystem::replaceSoon(const std::string& name, const SharedBytes& bytes) {
+  if (queue_ == nullptr) {
     return GuardedSystem::replaceSoon(name, bytes);
   }
-  if (auto failure = finishReplacing()) {
-    return failure;
+  while (!queue_->isEmpty() && (queue_->isFull() || queue_->isFirstDone())) {
+    settleFirst();
   }
   const std::string file = inBoundFolder(name);
-  pending_.path = NativeSystem::diskName(file);
-  pending_.name = name;
-  pending_.file = file;
-  if (!mayWrite(pending_.path)) {
-    return WriteFailure{name, refusedFile};
+  std::string path = NativeSystem::diskName(file);
+  if (!queue_->isEmpty() && !mayFollow(path)) {
+    settle();
+  }
+  if (failed_) {
+    return std::exchange(failed_, std::nullopt);
+  }
+  return handOver({name, file, std::move(path)}, bytes);
+}
+
+std::optional<WriteFailure> ConsoleSystem::handOver(JournaledFile::Names names, const SharedBytes& bytes) {
+  if (!mayWrite(names.path)) {
+    return WriteFailure{names.name, refusedFile};
   }
   endIfStopped();
-  if (auto failure = findDestination(file, pending_.destination)) {
-    noteWriteFailure(pending_.path, *failure);
-    return WriteFailure{name, *failure};
+  Destination destination;
+  if (auto failure = findDestination(names.file, destination)) {
+    noteWriteFailure(names.path, *failure);
+    return WriteFailure{names.name, *failure};
   }
-  pending_.bytes.assign(bytes);
-  writer_->begin([this] { return writePending(); });
+  auto next = std::make_unique<JournaledFile>(std::move(names), std::move(destination), bytes, journal_);
+  if (!filesUnderWay_.empty()) {
+    filesUnderWay_.back()->shareMarkWith(*next);
+  }
+  filesUnderWay_.push_back(std::move(next));
+  queue_->add(*filesUnderWay_.back());
   return std::nullopt;
 }
 
-/// The thread's part. While it lasts, the run touches neither the journal nor what is pending.
-std::optional<std::string> ConsoleSystem::writePending() {
-  if (journal_ != nullptr) {
-    if (auto failure = journal_->beforeReplace(pending_.path, pending_.destination.path, pending_.bytes)) {
-      return failure;
-    }
-    pending_.destination.mark = journal_->temporaryMark();
+/// Waits for the first file under way, and enters what has become of it. If it has failed, none is under way then.
+void ConsoleSystem::settleFirst() {
+  std::optional<std::string> failure;
+  try {
+    failure = queue_->waitForFirst();
+  } catch (...) {
+    filesUnderWay_.clear();
+    throw;
   }
-  return putAt(pending_.destination, pending_.bytes);
+  const auto file = std::move(filesUnderWay_.front());
+  filesUnderWay_.pop_front();
+  const auto& [name, coreFile, path] = file->names();
+  if (failure) {
+    filesUnderWay_.clear();
+    noteWriteFailure(path, *failure);
+    failed_ = WriteFailure{name, *failure};
+    return;
+  }
+  noteReplaced(file->destination());
+  GuardedSystem::addReplaced(coreFile);
+  addReplaced(name, path);
 }
 
-/// Waits for the file that is being written, and enters what has become of it.
 void ConsoleSystem::settle() {
-  if (writer_ == nullptr || !writer_->isBusy()) {
-    return;
+  while (!filesUnderWay_.empty()) {
+    settleFirst();
   }
-  const auto failure = writer_->wait();
-  const NativeSystem::Destination destination = std::exchange(pending_.destination, {});
-  if (failure) {
-    noteWriteFailure(pending_.path, *failure);
-    failed_ = WriteFailure{pending_.name, *failure};
-    return;
-  }
-  noteReplaced(destination);
-  GuardedSystem::addReplaced(pending_.file);
-  addReplaced(pending_.name, pending_.path);
 }
 
 std::optional<WriteFailure> ConsoleSystem::finishReplacing() {

@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include "platform/posix/own_files.h"
@@ -90,6 +91,12 @@ std::optional<std::string> listFailure(const std::string& folder) {
 
 std::string lastCallFailure() {
   return errno == 0 ? "" : lastFailure();
+}
+
+std::optional<std::uint64_t> freeBytes(const std::string& folder) {
+  struct statvfs disk {};
+  return ::statvfs(folder.c_str(), &disk) == 0 ? std::optional<std::uint64_t>(disk.f_bavail * disk.f_frsize)
+                                               : std::nullopt;
 }
 
 std::optional<std::string> makeFolder(const std::string& path) {

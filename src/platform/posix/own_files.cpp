@@ -1,5 +1,7 @@
 #include "platform/posix/own_files.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <system_error>
@@ -11,6 +13,8 @@
 
 namespace kiv {
 namespace {
+
+constexpr std::array heldSignals{SIGINT, SIGTERM, SIGHUP};
 
 /// Whether writing the file changes what this name stands for and nothing else.
 bool isOnlyHere(const struct stat& status) {
@@ -41,7 +45,7 @@ Descriptor openNew(const std::string& path) {
 SignalsHeld::SignalsHeld() {
   sigset_t held;
   ::sigemptyset(&held);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+  for (const int signal : heldSignals) {
     ::sigaddset(&held, signal);
   }
   ::pthread_sigmask(SIG_BLOCK, &held, &before_);
@@ -49,6 +53,12 @@ SignalsHeld::SignalsHeld() {
 
 SignalsHeld::~SignalsHeld() {
   ::pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+}
+
+bool SignalsHeld::areSomeWaiting() {
+  sigset_t waiting;
+  return ::sigpending(&waiting) == 0 && std::any_of(heldSignals.begin(), heldSignals.end(),
+                                                    [&](int signal) { return ::sigismember(&waiting, signal) == 1; });
 }
 
 std::unique_ptr<OutputFile> openOwnForWriting(const std::string& path) {

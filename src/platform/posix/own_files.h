@@ -20,6 +20,9 @@ class SignalsHeld {
   SignalsHeld& operator=(const SignalsHeld&) = delete;
   ~SignalsHeld();
 
+  /// Whether one of them has come for this process, or for this thread.
+  static bool areSomeWaiting();
+
  private:
   sigset_t before_{};
 };

@@ -78,12 +78,15 @@ bool forEachEntry(const std::string& folder, const std::function<void(const char
 }
 
 const PathFinder::Listing& PathFinder::listing(const std::string& folder) {
-  struct stat status {};
-  const bool known = ::stat(folder.c_str(), &status) == 0;
   auto [place, isNew] = listings_.try_emplace(folder);
   Listing& listing = place->second;
+  if (listing.held) {
+    return listing;
+  }
+  struct stat status {};
+  const bool known = ::stat(folder.c_str(), &status) == 0;
   if (isNew || !known || !listing.settled || !sameTime(listing.changed, status.st_mtim)) {
-    listing = {known ? status.st_mtim : std::timespec{}, known && !mayComeAgain(status.st_mtim), {}};
+    listing = {known ? status.st_mtim : std::timespec{}, known && !mayComeAgain(status.st_mtim), false, {}};
     forEachEntry(folder, [&](const char* name) { listing.names.emplace(upperCaseUtf8(name), name); });
   }
   return listing;
@@ -91,9 +94,25 @@ const PathFinder::Listing& PathFinder::listing(const std::string& folder) {
 
 bool PathFinder::isCurrent(const std::string& folder) {
   const auto known = listings_.find(folder.empty() ? "." : folder);
+  if (known == listings_.end() || known->second.held) {
+    return known != listings_.end();
+  }
   struct stat status {};
-  return known != listings_.end() && known->second.settled && ::stat(known->first.c_str(), &status) == 0 &&
+  return known->second.settled && ::stat(known->first.c_str(), &status) == 0 &&
          sameTime(known->second.changed, status.st_mtim);
+}
+
+PathFinder::HeldFolder::HeldFolder(PathFinder& finder, std::string folder)
+    : finder_(finder), folder_(folder.empty() ? "." : std::move(folder)) {
+  if (finder_.isCurrent(folder_)) {
+    finder_.listings_[folder_].held = true;
+  }
+}
+
+PathFinder::HeldFolder::~HeldFolder() {
+  if (const auto known = finder_.listings_.find(folder_); known != finder_.listings_.end()) {
+    known->second.held = false;
+  }
 }
 
 void PathFinder::addToListing(const std::string& path) {

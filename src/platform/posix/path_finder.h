@@ -36,6 +36,19 @@ class PathFinder {
   void addToListing(const std::string& path);
   /// Whether what is known of a folder is what it holds.
   bool isCurrent(const std::string& folder);
+  /// As long as one lives, what is known of a folder is taken for what it holds, if it was that at first: what changes
+  /// there is what this run puts there. It must not outlive the finder.
+  class HeldFolder {
+   public:
+    HeldFolder(PathFinder& finder, std::string folder);
+    HeldFolder(const HeldFolder&) = delete;
+    HeldFolder& operator=(const HeldFolder&) = delete;
+    ~HeldFolder();
+
+   private:
+    PathFinder& finder_;
+    std::string folder_;
+  };
   /// Forgets everything; relative names are about to mean other files.
   void clear();
 
@@ -44,6 +57,7 @@ class PathFinder {
   struct Listing {
     std::timespec changed{};
     bool settled = false;  // a later change has another time
+    bool held = false;     // later changes are those of this run
     std::multimap<std::string, std::string> names;
   };
   /// A folder by its identity, and how much of a name was still to be found there.

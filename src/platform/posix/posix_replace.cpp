@@ -1,6 +1,5 @@
 // How files are put in their places.
 
-#include <cstdio>
 #include <system_error>
 #include <utility>
 
@@ -13,6 +12,15 @@
 #include "platform/posix/posix_system.h"
 
 namespace kiv {
+
+/// What files that are under way at the same time have in common. It is made and ends on the run's thread.
+struct FilesUnderWay {
+  FilesUnderWay(PathFinder& paths, const std::string& folder) : firstFolder(paths, folder) {}
+
+  SignalsHeld signals;
+  PathFinder::HeldFolder firstFolder;
+};
+
 std::optional<std::string> PosixSystem::replaceFile(const std::string& name, std::string_view bytes) {
   return putFile(name, bytes, Existing::replaced);
 }
@@ -23,8 +31,12 @@ std::optional<std::string> PosixSystem::createFile(const std::string& name, std:
 
 std::optional<std::string> PosixSystem::putFile(const std::string& name, std::string_view bytes, Existing existing) {
   Destination destination;
+  PreparedFile file;
   auto failure = findDestination(name, destination);
-  failure = failure ? failure : put(destination, bytes, existing);
+  failure = failure ? failure : file.prepare(destination, bytes);
+  if (!failure) {
+    failure = existing == Existing::replaced ? file.place() : file.placeIfFree();
+  }
   if (!failure) {
     noteReplaced(destination);
   }
@@ -39,41 +51,19 @@ std::optional<std::string> PosixSystem::findDestination(const std::string& name,
   destination.path = *end;
   destination.folder = end->substr(0, end->rfind(separator) + 1);
   destination.mark = mark_;
+  auto underWay = underWay_.lock();
+  if (!underWay) {
+    underWay = std::make_shared<FilesUnderWay>(paths_, destination.folder);
+    underWay_ = underWay;
+  }
   destination.isFolderCurrent = paths_.isCurrent(destination.folder);
   destination.mode = readableByAll & ~withheldMode() & modeLimit_;
-  destination.signals = std::make_shared<SignalsHeld>();
+  destination.others = std::move(underWay);
   return std::nullopt;
 }
 
-std::optional<std::string> PosixSystem::putAt(const Destination& destination, std::string_view bytes) {
-  return put(destination, bytes, Existing::replaced);
-}
-
-std::optional<std::string> PosixSystem::put(const Destination& destination, std::string_view bytes, Existing existing) {
-  const std::string& target = destination.path;
-  std::string beside = destination.folder + temporaryStart(destination.mark) + "XXXXXX";
-  const SignalsHeld held;  // by the thread that this is
-  const Descriptor file(::mkstemp(beside.data()));
-  if (!file.isOpen()) {
-    return lastFailure();
-  }
-  struct stat old {};
-  const bool isNew = ::stat(target.c_str(), &old) != 0;
-  auto failure = writeAll(file, bytes);
-  if (!failure) {
-    const bool hasMode = isNew ? ::fchmod(file.number(), destination.mode) == 0 : takeOwnerAndMode(file, old);
-    const bool isWritten = hasMode && ::fsync(file.number()) == 0;
-    failure = isWritten ? std::nullopt : std::optional(lastFailure());
-  }
-  if (!failure && existing == Existing::kept) {
-    failure = moveToFreePath(beside, target);
-  } else if (!failure && ::rename(beside.c_str(), target.c_str()) != 0) {
-    failure = lastFailure();
-  }
-  if (failure) {
-    ::unlink(beside.c_str());
-  }
-  return failure;
+bool PosixSystem::areSignalsWaiting() {
+  return SignalsHeld::areSomeWaiting();
 }
 
 void PosixSystem::noteReplaced(const Destination& destination) {

@@ -11,8 +11,8 @@
 
 #include "platform/files.h"
 #include "platform/machine.h"
-#include "platform/posix/own_files.h"
 #include "platform/posix/path_finder.h"
+#include "platform/posix/prepared_file.h"
 #include "platform/programs.h"
 
 namespace kiv {
@@ -44,23 +44,14 @@ class PosixSystem : public Files, public Programs, public Machine {
   /// fails.
   [[nodiscard]] virtual std::optional<std::string> createFile(const std::string& name, std::string_view bytes);
 
-  /// Where replaceFile puts a file: all that must be known of it, so that any thread can put it there.
-  struct Destination {
-    std::string path;              ///< what a link of the name leads to
-    std::string folder;            ///< with its separator; "" for the current one
-    std::string mark;              ///< in the name that the file has until it is whole
-    unsigned mode = 0;             ///< of a file that is new
-    bool isFolderCurrent = false;  ///< what is known of the folder is what it holds
-    std::shared_ptr<SignalsHeld> signals;
-  };
+  using Destination = FileDestination;
   /// From now on, names of files that are not whole yet have this mark in them: letters and digits.
   void markTemporaryFiles(const std::string& mark) { mark_ = mark; }
-  /// How the names of files begin that are not whole yet, with or without a mark.
-  static std::string temporaryStart(const std::string& mark) { return mark.empty() ? ".kiv-" : ".kiv-" + mark + "-"; }
-  /// Finds out where the file would be put, and lets signals wait from then on. Returns the failure's text.
+  /// Finds out where replaceFile would put a file. Signals wait as long as there are such destinations, which may be
+  /// several at a time, in the same folder. They end on the thread that this is. Returns the failure's text.
   [[nodiscard]] std::optional<std::string> findDestination(const std::string& name, Destination& destination);
-  /// Puts a file of these bytes there. Uses nothing of this object. Returns the failure's text.
-  [[nodiscard]] static std::optional<std::string> putAt(const Destination& destination, std::string_view bytes);
+  /// Whether a signal waits for that.
+  static bool areSignalsWaiting();
   /// The file has been put there.
   void noteReplaced(const Destination& destination);
 
@@ -146,13 +137,13 @@ class PosixSystem : public Files, public Programs, public Machine {
 
   enum class Existing { replaced, kept };
   std::optional<std::string> putFile(const std::string& name, std::string_view bytes, Existing existing);
-  static std::optional<std::string> put(const Destination& destination, std::string_view bytes, Existing existing);
 
   PathFinder paths_;
   bool remembersFolders_ = false;
   std::map<std::string, std::string> fullFolders_;  // by folder as it was typed; only what is remembered
   unsigned modeLimit_ = 0777;                       // of files that are created
   std::string mark_;                                // of temporary files
+  std::weak_ptr<FilesUnderWay> underWay_;           // null while no destination is used
   std::set<std::string> unflushed_;                 // folders in which files were replaced, as the disk names them
 };
 

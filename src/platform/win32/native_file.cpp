@@ -75,6 +75,12 @@ std::string lastCallFailure() {
   return GetLastError() == ERROR_SUCCESS ? "" : lastFailure();
 }
 
+std::optional<std::uint64_t> freeBytes(const std::string& folder) {
+  ULARGE_INTEGER bytes{};
+  return GetDiskFreeSpaceExA(folder.c_str(), &bytes, nullptr, nullptr) != FALSE ? std::optional(bytes.QuadPart)
+                                                                                : std::nullopt;
+}
+
 std::optional<std::string> makeFolder(const std::string& path) {
   return CreateDirectoryA(path.c_str(), nullptr) != FALSE ? std::nullopt : std::optional(lastFailure());
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/win32/prepared_file.h"
 #include "platform/win32/text.h"
 
 namespace kiv {
@@ -53,49 +54,6 @@ Handle createFor(const std::string& name, DWORD disposition) {
   return Handle(
       CreateFileA(name.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
-
-/// A new file, deleted with this object unless it was moved to the place of another one.
-class NewFile {
- public:
-  /// With the mark in its name, or the number of the process if it is empty. In the target's folder, since a move from
-  /// one disk to another is not atomic.
-  NewFile(const std::string& target, const std::string& mark) {
-    constexpr int attempts = 1000;
-    const std::string name = "kiv" + (mark.empty() ? std::to_string(GetCurrentProcessId()) : mark) + "-";
-    const std::string start = target.substr(0, folderLength(target)) + name;
-    bool isTaken = true;
-    for (int i = 1; i <= attempts && isTaken; ++i) {
-      name_ = start + std::to_string(i) + ".tmp";
-      handle_ = createFor(name_, CREATE_NEW);
-      isTaken = !handle_.isOpen() && GetLastError() == ERROR_FILE_EXISTS;
-    }
-    isHere_ = handle_.isOpen();
-  }
-  NewFile(const NewFile&) = delete;
-  NewFile& operator=(const NewFile&) = delete;
-  ~NewFile() {
-    if (isHere_) {
-      handle_ = Handle();
-      DeleteFileA(name_.c_str());
-    }
-  }
-
-  /// Not open when the file could not be created.
-  const Handle& handle() const { return handle_; }
-
-  /// Closes the file and moves it; it replaces another one if existing is MOVEFILE_REPLACE_EXISTING, not if it is 0.
-  /// The failure's text when it stays where it is.
-  std::optional<std::string> moveTo(const std::string& target, DWORD existing) {
-    handle_ = Handle();
-    isHere_ = MoveFileExA(name_.c_str(), target.c_str(), existing | MOVEFILE_WRITE_THROUGH) == FALSE;
-    return isHere_ ? std::optional(lastFailure()) : std::nullopt;
-  }
-
- private:
-  std::string name_;
-  Handle handle_;
-  bool isHere_ = false;
-};
 
 std::uint64_t joined(DWORD high, DWORD low) {
   constexpr unsigned bitsOfHalf = 32;
@@ -148,31 +106,16 @@ std::optional<std::string> writeAll(const Handle& file, std::string_view bytes) 
   return std::nullopt;
 }
 
-namespace {
-
-std::optional<std::string> putWhole(const std::string& target, const std::string& mark, std::string_view bytes,
-                                    DWORD existing) {
-  NewFile beside(target, mark);
-  if (!beside.handle().isOpen()) {
-    return lastFailure();
-  }
-  if (auto failure = writeAll(beside.handle(), bytes)) {
-    return failure;
-  }
-  if (FlushFileBuffers(beside.handle().get()) == FALSE) {
-    return lastFailure();
-  }
-  return beside.moveTo(target, existing);
-}
-
-}  // namespace
-
 std::optional<std::string> replaceWhole(const std::string& target, const std::string& mark, std::string_view bytes) {
-  return putWhole(target, mark, bytes, MOVEFILE_REPLACE_EXISTING);
+  PreparedFile file;
+  auto failure = file.prepare(destinationOf(target, mark), bytes);
+  return failure ? failure : file.place();
 }
 
 std::optional<std::string> createWhole(const std::string& target, const std::string& mark, std::string_view bytes) {
-  return putWhole(target, mark, bytes, 0);
+  PreparedFile file;
+  auto failure = file.prepare(destinationOf(target, mark), bytes);
+  return failure ? failure : file.placeIfFree();
 }
 
 std::vector<FolderEntry> entriesMatching(const std::string& pattern) {

@@ -81,13 +81,8 @@ std::optional<std::string> Win32System::createFile(const std::string& name, std:
 }
 
 std::optional<std::string> Win32System::findDestination(const std::string& name, Destination& destination) {
-  destination.path = name;
-  destination.mark = mark_;
+  destination = destinationOf(name, mark_);
   return isWhole(name) ? std::nullopt : std::optional(systemMessage(ERROR_INVALID_NAME));
-}
-
-std::optional<std::string> Win32System::putAt(const Destination& destination, std::string_view bytes) {
-  return replaceWhole(destination.path, destination.mark, bytes);
 }
 
 bool Win32System::deleteFile(const std::string& name) {

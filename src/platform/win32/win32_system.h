@@ -10,6 +10,7 @@
 #include "platform/files.h"
 #include "platform/machine.h"
 #include "platform/programs.h"
+#include "platform/win32/prepared_file.h"
 
 namespace kiv {
 
@@ -37,19 +38,13 @@ class Win32System : public Files, public Programs, public Machine {
   /// fails.
   [[nodiscard]] virtual std::optional<std::string> createFile(const std::string& name, std::string_view bytes);
 
-  /// Where replaceFile puts a file.
-  struct Destination {
-    std::string path;
-    std::string mark;  ///< in the name that the file has until it is whole
-  };
+  using Destination = FileDestination;
   /// From now on, names of files that are not whole yet have this mark in them: letters and digits.
   void markTemporaryFiles(const std::string& mark) { mark_ = mark; }
-  /// How the names of files begin that are not whole yet and have a mark.
-  static std::string temporaryStart(const std::string& mark) { return "kiv" + mark + "-"; }
-  /// Finds out where the file would be put. Returns the failure's text.
+  /// Finds out where replaceFile would put a file. Returns the failure's text.
   [[nodiscard]] std::optional<std::string> findDestination(const std::string& name, Destination& destination);
-  /// Puts a file of these bytes there; any thread can. Returns the failure's text.
-  [[nodiscard]] static std::optional<std::string> putAt(const Destination& destination, std::string_view bytes);
+  /// Signals do not wait.
+  static bool areSignalsWaiting() { return false; }
   /// The file has been put there: nothing has to be remembered.
   static void noteReplaced(const Destination& /*destination*/) {}
 

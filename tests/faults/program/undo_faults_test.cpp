@@ -99,6 +99,7 @@ class UndoFaults : public testing::Test {
   Files pages;
   Files before;
   int notUndone = 0;
+  std::ptrdiff_t mostTemporary = 0;  // files that a killed run has left beside its results
 };
 
 void UndoFaults::expectUndoneAfterEveryKill() {
@@ -110,6 +111,10 @@ void UndoFaults::expectUndoneAfterEveryKill() {
       reset();
       const Ended ended = convert({{"CALL", std::to_string(call + 1)}, {"AFTER", after}});
       EXPECT_EQ(ended.status, -SIGKILL);
+      const Files left = work.files();
+      mostTemporary = std::max(mostTemporary, std::count_if(left.begin(), left.end(), [](const auto& file) {
+                                 return isBesideResult(file.first);
+                               }));
       expectUndone(ended);
     }
   }
@@ -135,12 +140,31 @@ class BackgroundUndoFaults : public UndoFaults {
   std::vector<std::string> conversion() const override { return backgroundConversionOf({"X001.MUS", "X002.MUS"}); }
 };
 
+/// The same with more results than are under way at a time.
+class ManyResultsUndoFaults : public BackgroundUndoFaults {
+ protected:
+  ManyResultsUndoFaults() {
+    const std::string page = pages.at("m/X002.MUS");
+    pages.insert({{"m/X003.MUS", page}, {"m/X004.MUS", page}, {"m/X005.MUS", page}, {"out/WORK0004.MUS", "old"}});
+    reset();
+    before = snapshot();
+  }
+  std::vector<std::string> conversion() const override {
+    return backgroundConversionOf({"X001.MUS", "X002.MUS", "X003.MUS", "X004.MUS", "X005.MUS"});
+  }
+};
+
 TEST_F(UndoFaults, AfterAKillAtEveryCallUndoGivesTheStateBefore) {
   expectUndoneAfterEveryKill();
 }
 
 TEST_F(BackgroundUndoFaults, AfterAKillAtEveryCallUndoGivesTheStateBefore) {
   expectUndoneAfterEveryKill();
+}
+
+TEST_F(ManyResultsUndoFaults, AfterAKillAtEveryCallUndoGivesTheStateBefore) {
+  expectUndoneAfterEveryKill();
+  EXPECT_GE(mostTemporary, 2) << "an undo has removed several temporary files";
 }
 
 TEST_F(UndoFaults, AfterAFailureOfEveryCallUndoGivesTheStateBefore) {

@@ -1,0 +1,192 @@
+#include "platform/console/replace_queue.h"
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
+namespace kiv {
+namespace {
+
+constexpr std::size_t mostThreads = 3;
+
+}  // namespace
+
+ReplaceQueue::~ReplaceQueue() {
+  {
+    const std::lock_guard lock(mutex_);
+    isEnding_ = true;
+  }
+  changed_.notify_all();
+  for (std::thread& thread : threads_) {
+    thread.join();
+  }
+}
+
+/// With fewer threads than wanted, the one that places prepares as well.
+bool ReplaceQueue::hasThread() {
+  if (!threads_.empty()) {
+    return true;
+  }
+  threads_.reserve(mostThreads);
+  try {
+    threads_.emplace_back([this] { placeAll(); });
+    while (threads_.size() < mostThreads) {
+      threads_.emplace_back([this] { prepareAhead(); });
+    }
+  } catch (const std::system_error&) {
+    return !threads_.empty();  // a process has a limited number
+  }
+  return true;
+}
+
+void ReplaceQueue::add(QueuedFile& file) {
+  const bool isInBackground = hasThread();
+  Lock lock(mutex_);
+  Entry& entry = entries_.emplace_back(file);
+  ++count_;
+  if (!isInBackground && !hasFailed_) {
+    finishEntry(entry, lock);
+  }
+  lock.unlock();
+  changed_.notify_all();
+}
+
+bool ReplaceQueue::isFirstDone() {
+  const std::lock_guard lock(mutex_);
+  return entries_.front().state == State::done;
+}
+
+QueuedFile::Failure ReplaceQueue::waitForFirst() {
+  Lock lock(mutex_);
+  changed_.wait(lock, [this] { return entries_.front().state == State::done; });
+  const Outcome outcome = std::move(entries_.front().outcome);
+  entries_.pop_front();
+  if (!outcome.isGood()) {
+    changed_.wait(lock, [this] { return !isAnyPreparing(); });
+    entries_.clear();
+    hasFailed_ = false;
+  }
+  count_ = entries_.size();
+  isEntered_ = isEntered_ && !entries_.empty();
+  if (outcome.thrown) {
+    std::rethrow_exception(outcome.thrown);
+  }
+  return outcome.failure;
+}
+
+bool ReplaceQueue::isAnyPreparing() const {
+  return std::any_of(entries_.begin(), entries_.end(), [](const Entry& e) { return e.state == State::preparing; });
+}
+
+/// Null when there is nothing to do. After a failure the owner is waited for.
+ReplaceQueue::Entry* ReplaceQueue::firstUndone() {
+  const auto entry =
+      std::find_if(entries_.begin(), entries_.end(), [](const Entry& e) { return e.state != State::done; });
+  return hasFailed_ || entry == entries_.end() ? nullptr : &*entry;
+}
+
+ReplaceQueue::Entry* ReplaceQueue::nextToPrepare() {
+  const auto entry =
+      std::find_if(entries_.begin(), entries_.end(), [](const Entry& e) { return e.state == State::waiting; });
+  return !isEntered_ || isAlone_ || hasFailed_ || entry == entries_.end() ? nullptr : &*entry;
+}
+
+/// The part of the thread that places. Files that were added are finished, also when the owner does not wait for them.
+void ReplaceQueue::placeAll() {
+  Lock lock(mutex_);
+  while (true) {
+    Entry* entry = nullptr;
+    changed_.wait(lock, [&] { return (entry = firstUndone()) != nullptr || isEnding_; });
+    if (entry == nullptr) {
+      return;
+    }
+    finishEntry(*entry, lock);
+    changed_.notify_all();
+  }
+}
+
+/// The part of a thread that prepares.
+void ReplaceQueue::prepareAhead() {
+  Lock lock(mutex_);
+  while (true) {
+    Entry* entry = nullptr;
+    changed_.wait(lock, [&] { return (entry = nextToPrepare()) != nullptr || isEnding_; });
+    if (entry == nullptr) {
+      return;
+    }
+    prepare(*entry, lock);
+    changed_.notify_all();
+  }
+}
+
+void ReplaceQueue::finishEntry(Entry& entry, Lock& lock) {
+  entry.outcome = finish(entry, lock);
+  entry.state = State::done;
+  hasFailed_ = !entry.outcome.isGood();
+}
+
+ReplaceQueue::Outcome ReplaceQueue::finish(Entry& entry, Lock& lock) {
+  Outcome outcome = performUnlocked(*entry.file, &QueuedFile::enter, lock);
+  if (outcome.isGood()) {
+    isEntered_ = true;
+    changed_.notify_all();
+    outcome = prepareInTurn(entry, lock);
+  } else {
+    changed_.wait(lock, [&] { return entry.state != State::preparing; });
+  }
+  return outcome.isGood() ? performUnlocked(*entry.file, &QueuedFile::place, lock) : outcome;
+}
+
+/// Sees to it that the first file is prepared.
+ReplaceQueue::Outcome ReplaceQueue::prepareInTurn(Entry& entry, Lock& lock) {
+  if (entry.state == State::waiting) {
+    prepare(entry, lock);
+  }
+  changed_.wait(lock, [&] { return entry.state == State::prepared; });
+  if (entry.outcome.isGood() || !entry.hadCompany) {
+    return entry.outcome;
+  }
+  // Without the others, there may be space or memory enough.
+  isAlone_ = true;
+  changed_.wait(lock, [this] { return !isAnyPreparing(); });
+  for (Entry& other : entries_) {
+    if (other.state == State::prepared) {
+      other.file->discard();
+      other.state = State::waiting;
+      other.hadCompany = false;
+    }
+  }
+  prepare(entry, lock);
+  isAlone_ = false;
+  changed_.notify_all();
+  return entry.outcome;
+}
+
+void ReplaceQueue::prepare(Entry& entry, Lock& lock) {
+  for (Entry& other : entries_) {
+    if (other.state == State::preparing || other.state == State::prepared) {
+      other.hadCompany = true;
+      entry.hadCompany = true;
+    }
+  }
+  entry.state = State::preparing;
+  entry.outcome = performUnlocked(*entry.file, &QueuedFile::prepare, lock);
+  entry.state = State::prepared;
+}
+
+ReplaceQueue::Outcome ReplaceQueue::performUnlocked(QueuedFile& file, Step step, Lock& lock) {
+  lock.unlock();
+  Outcome outcome = perform(file, step);
+  lock.lock();
+  return outcome;
+}
+
+ReplaceQueue::Outcome ReplaceQueue::perform(QueuedFile& file, Step step) noexcept {
+  try {
+    return {(file.*step)(), nullptr};
+  } catch (...) {
+    return {std::nullopt, std::current_exception()};
+  }
+}
+
+}  // namespace kiv

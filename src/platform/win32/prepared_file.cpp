@@ -1,0 +1,84 @@
+#include "platform/win32/prepared_file.h"
+
+#include "platform/win32/handle.h"
+#include "platform/win32/text.h"
+#include "platform/win32/win32_files.h"
+
+namespace kiv {
+namespace {
+
+/// Creates a file beside the destination; sets its path. Not open when that fails.
+Handle createBeside(const FileDestination& destination, std::string& path) {
+  constexpr int attempts = 1000;
+  const std::string mark = destination.mark.empty() ? std::to_string(GetCurrentProcessId()) : destination.mark;
+  const std::string start = destination.folder + temporaryStart(mark);
+  Handle file;
+  bool isTaken = true;
+  for (int i = 1; i <= attempts && isTaken; ++i) {
+    path = start + std::to_string(i) + ".tmp";
+    file = Handle(
+        CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    isTaken = !file.isOpen() && GetLastError() == ERROR_FILE_EXISTS;
+  }
+  return file;
+}
+
+}  // namespace
+
+FileDestination destinationOf(const std::string& path, const std::string& mark) {
+  return {path, path.substr(0, folderLength(path)), mark};
+}
+
+std::string temporaryStart(const std::string& mark) {
+  return "kiv" + mark + "-";
+}
+
+std::optional<std::string> PreparedFile::prepare(const FileDestination& destination, std::string_view bytes) {
+  discard();
+  auto failure = fill(destination, bytes);
+  if (failure) {
+    discard();
+  }
+  return failure;
+}
+
+std::optional<std::string> PreparedFile::fill(const FileDestination& destination, std::string_view bytes) {
+  target_ = destination.path;
+  std::string path;
+  const Handle file = createBeside(destination, path);
+  if (!file.isOpen()) {
+    return lastFailure();
+  }
+  path_ = path;
+  if (auto failure = writeAll(file, bytes)) {
+    return failure;
+  }
+  return FlushFileBuffers(file.get()) == FALSE ? std::optional(lastFailure()) : std::nullopt;
+}
+
+std::optional<std::string> PreparedFile::place() {
+  return moveToPlace(MOVEFILE_REPLACE_EXISTING);
+}
+
+std::optional<std::string> PreparedFile::placeIfFree() {
+  return moveToPlace(0);
+}
+
+std::optional<std::string> PreparedFile::moveToPlace(unsigned long existing) {
+  if (MoveFileExA(path_.c_str(), target_.c_str(), existing | MOVEFILE_WRITE_THROUGH) == FALSE) {
+    auto failure = lastFailure();
+    discard();
+    return failure;
+  }
+  path_.clear();
+  return std::nullopt;
+}
+
+void PreparedFile::discard() {
+  if (!path_.empty()) {
+    DeleteFileA(path_.c_str());
+    path_.clear();
+  }
+}
+
+}  // namespace kiv

@@ -1,0 +1,287 @@
+#include "platform/console/replace_queue.h"
+
+#include <algorithm>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <new>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace kiv::test {
+namespace {
+
+using Failure = QueuedFile::Failure;
+
+/// What the files of a test have done, and what they do.
+struct Script {
+  std::mutex mutex;  // of what follows
+  std::vector<std::string> done;
+  int prepared = 0;      // files beside their places
+  int mostPrepared = 0;  // at a time
+
+  std::function<Failure(const std::string& step)> at = [](const std::string&) { return std::nullopt; };
+
+  Failure perform(const std::string& step) {
+    auto failure = at(step);
+    const std::lock_guard lock(mutex);
+    done.push_back(failure ? step + " fails" : step);
+    return failure;
+  }
+  bool has(const std::string& step) {
+    const std::lock_guard lock(mutex);
+    return std::find(done.begin(), done.end(), step) != done.end();
+  }
+  /// Waits for a step of another thread.
+  void waitFor(const std::string& step) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (!has(step) && std::chrono::steady_clock::now() < deadline) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    EXPECT_TRUE(has(step)) << step;
+  }
+  void count(int more) {
+    const std::lock_guard lock(mutex);
+    prepared += more;
+    mostPrepared = std::max(mostPrepared, prepared);
+  }
+};
+
+class ScriptedFile : public QueuedFile {
+ public:
+  ScriptedFile(Script& script, int number) : script_(script), number_(std::to_string(number)) {}
+  ~ScriptedFile() override { drop(); }
+
+  Failure enter() override { return script_.perform("enter " + number_); }
+  Failure prepare() override {
+    auto failure = script_.perform("prepare " + number_);
+    isHere_ = !failure;
+    script_.count(isHere_ ? 1 : 0);
+    return failure;
+  }
+  Failure place() override {
+    auto failure = script_.perform("place " + number_);
+    drop();
+    return failure;
+  }
+  void discard() override { drop(); }
+
+ private:
+  void drop() {
+    script_.count(isHere_ ? -1 : 0);
+    isHere_ = false;
+  }
+
+  Script& script_;
+  std::string number_;
+  bool isHere_ = false;
+};
+
+class ReplaceQueues : public testing::Test {
+ protected:
+  void add(int number) {
+    files.push_back(std::make_unique<ScriptedFile>(script, number));
+    queue.add(*files.back());
+  }
+  void add(int first, int last) {
+    for (int number = first; number <= last; ++number) {
+      add(number);
+    }
+  }
+  /// The texts of the failures until the queue is empty.
+  std::string finish() {
+    std::string failures;
+    while (!queue.isEmpty()) {
+      const auto failure = queue.waitForFirst();
+      failures += failure ? *failure : "";
+    }
+    return failures;
+  }
+  /// The steps but for the preparations, in order.
+  std::vector<std::string> inTurn() {
+    std::vector<std::string> steps = script.done;
+    std::erase_if(steps, [](const std::string& step) { return step.starts_with("prepare"); });
+    return steps;
+  }
+
+  Script script;
+  std::vector<std::unique_ptr<ScriptedFile>> files;
+  ReplaceQueue queue;
+};
+
+TEST_F(ReplaceQueues, FilesAreEnteredAndPlacedOneAfterTheOther) {
+  std::vector<std::string> expected;
+  for (int number = 1; number <= 200; ++number) {
+    if (queue.isFull()) {
+      EXPECT_EQ(queue.waitForFirst(), std::nullopt);
+    }
+    add(number);
+    expected.push_back("enter " + std::to_string(number));
+    expected.push_back("place " + std::to_string(number));
+  }
+  EXPECT_EQ(finish(), "");
+  EXPECT_EQ(inTurn(), expected);
+  EXPECT_EQ(script.prepared, 0);
+}
+
+TEST_F(ReplaceQueues, SeveralArePreparedWhileTheFirstOneIs) {
+  script.at = [this](const std::string& step) -> Failure {
+    if (step == "prepare 1") {
+      script.waitFor("prepare 2");
+      script.waitFor("prepare 3");
+    }
+    return std::nullopt;
+  };
+  add(1, 3);
+  EXPECT_FALSE(queue.isFull());
+  add(4);
+  EXPECT_TRUE(queue.isFull());
+  EXPECT_EQ(finish(), "");
+  EXPECT_GE(script.mostPrepared, 3);
+  EXPECT_FALSE(queue.isFull());
+}
+
+TEST_F(ReplaceQueues, NoneIsPreparedBeforeTheFirstOneIsEntered) {
+  script.at = [](const std::string& step) -> Failure {
+    if (step == "enter 1" || step == "enter 5") {
+      std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    }
+    return std::nullopt;
+  };
+  for (const int first : {1, 5}) {
+    script.done.clear();
+    add(first, first + 3);
+    EXPECT_EQ(finish(), "");
+    EXPECT_EQ(script.done.front(), "enter " + std::to_string(first));
+  }
+}
+
+TEST_F(ReplaceQueues, AFailureAtAnyStepLeavesNothingOfLaterFiles) {
+  for (const std::string failing : {"enter 2", "prepare 2", "place 2", "enter 1", "prepare 1", "place 1"}) {
+    script.done.clear();
+    script.at = [&](const std::string& step) -> Failure {
+      if (step == failing && script.has("enter 1")) {
+        script.waitFor("prepare 3");
+      }
+      return step == failing ? Failure(step) : std::nullopt;
+    };
+    add(1, 4);
+    EXPECT_EQ(finish(), failing);
+    files.clear();
+    const std::vector<std::string> steps = inTurn();
+    const auto isLater = [&](const std::string& step) {
+      return step.ends_with("3") || step.ends_with("4") || (failing.ends_with("1") && step.ends_with("2"));
+    };
+    EXPECT_TRUE(std::none_of(steps.begin(), steps.end(), isLater)) << failing;
+    EXPECT_EQ(script.prepared, 0) << failing;
+  }
+  script.at = [](const std::string&) { return std::nullopt; };
+  add(7);
+  EXPECT_EQ(finish(), "") << "the queue goes on";
+  EXPECT_TRUE(script.has("place 7"));
+}
+
+TEST_F(ReplaceQueues, TheFirstFailureInTheOrderOfTheFilesIsReported) {
+  script.at = [this](const std::string& step) -> Failure {
+    if (step == "place 1") {
+      script.waitFor("prepare 3 fails");
+    }
+    return step == "prepare 3" || step == "place 2" ? Failure(step) : std::nullopt;
+  };
+  add(1, 4);
+  EXPECT_EQ(queue.waitForFirst(), std::nullopt);
+  EXPECT_EQ(queue.waitForFirst(), "place 2");
+  EXPECT_TRUE(queue.isEmpty());
+}
+
+TEST_F(ReplaceQueues, AFileThatHasNoSpaceBesideOthersIsPreparedAlone) {
+  // There is space for one.
+  script.at = [this](const std::string& step) -> Failure {
+    if (step == "prepare 1" && !script.has("prepare 1 fails")) {
+      script.waitFor("prepare 2");
+    }
+    const std::lock_guard lock(script.mutex);
+    return step.starts_with("prepare") && script.prepared > 0 ? Failure("no space") : std::nullopt;
+  };
+  add(1, 4);
+  EXPECT_EQ(finish(), "");
+  EXPECT_TRUE(script.has("prepare 1 fails"));
+  EXPECT_EQ(inTurn(), (std::vector<std::string>{"enter 1", "place 1", "enter 2", "place 2", "enter 3", "place 3",
+                                                "enter 4", "place 4"}));
+  EXPECT_EQ(script.mostPrepared, 1);
+}
+
+TEST_F(ReplaceQueues, AFileThatFailsAloneIsNotTriedAgain) {
+  script.at = [](const std::string& step) -> Failure {
+    return step == "prepare 1" ? Failure("no space") : std::nullopt;
+  };
+  add(1);
+  EXPECT_EQ(finish(), "no space");
+  EXPECT_EQ(script.done, (std::vector<std::string>{"enter 1", "prepare 1 fails"}));
+}
+
+TEST_F(ReplaceQueues, WhatAStepThrowsIsThrownInItsTurn) {
+  for (const std::string failing : {"enter 2", "prepare 2", "place 2"}) {
+    script.done.clear();
+    script.at = [&](const std::string& step) -> Failure {
+      if (step == failing) {
+        throw std::bad_alloc();
+      }
+      return std::nullopt;
+    };
+    add(1, 4);
+    EXPECT_EQ(queue.waitForFirst(), std::nullopt);
+    EXPECT_THROW(static_cast<void>(queue.waitForFirst()), std::bad_alloc) << failing;
+    EXPECT_TRUE(queue.isEmpty());
+    files.clear();
+    EXPECT_EQ(script.prepared, 0) << failing;
+    EXPECT_FALSE(script.has("enter 3")) << failing;
+  }
+}
+
+TEST_F(ReplaceQueues, IsFirstDoneDoesNotWait) {
+  script.at = [](const std::string& step) -> Failure {
+    if (step == "place 1") {
+      std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    }
+    return std::nullopt;
+  };
+  add(1);
+  EXPECT_FALSE(queue.isFirstDone());
+  script.waitFor("place 1");
+  EXPECT_EQ(finish(), "");
+}
+
+TEST(AbandonedReplaceQueue, FinishesItsFiles) {
+  Script script;
+  std::vector<std::unique_ptr<ScriptedFile>> files;
+  {
+    ReplaceQueue queue;
+    for (int number = 1; number <= 4; ++number) {
+      files.push_back(std::make_unique<ScriptedFile>(script, number));
+      queue.add(*files.back());
+    }
+  }
+  EXPECT_TRUE(script.has("place 4"));
+}
+
+TEST(AbandonedReplaceQueue, PlacesNothingAfterAFailure) {
+  Script script;
+  script.at = [](const std::string& step) -> Failure { return step == "place 2" ? Failure("no") : std::nullopt; };
+  std::vector<std::unique_ptr<ScriptedFile>> files;
+  {
+    ReplaceQueue queue;
+    for (int number = 1; number <= 4; ++number) {
+      files.push_back(std::make_unique<ScriptedFile>(script, number));
+      queue.add(*files.back());
+    }
+  }
+  EXPECT_FALSE(script.has("enter 3"));
+}
+
+}  // namespace
+}  // namespace kiv::test
