@@ -147,7 +147,7 @@ std::vector<FaultPlace> displacedBraces(const Staves& staves, const std::functio
   return places;
 }
 
-std::optional<ResultMusic> musicOf(Staves staves, const std::function<bool(const Item& staff)>& plays) {
+std::optional<ResultMusic> musicOf(Staves&& staves, const std::function<bool(const Item& staff)>& plays) {
   if (staves.empty()) {
     return std::nullopt;
   }

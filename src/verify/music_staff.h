@@ -3,6 +3,7 @@
 #include <span>
 #include <vector>
 
+#include "mus/item.h"
 #include "verify/music_time.h"
 
 namespace kiv::proof {

@@ -39,6 +39,9 @@ TEST(PageFaults, AreRestsThatDoNotLastAsLongAsTheMusic) {
 TEST(PageFaults, AreTwoRestsInABarAndNone) {
   EXPECT_EQ(faultsOf("note 2 at 20 duration 4\n", "rest 1 at 20 kind -2 duration 4\nrest 1 at 20 kind -2 duration 4\n"),
             Lines{"1 from 0 to 50: two rests"});
+  EXPECT_EQ(faultsOf("note 2 at 20 duration 4\n", "rest 1 at 20 duration 4\nrest 1 at 20 duration 4\n"),
+            Lines{"1 from 0 to 50: two rests"});
+  EXPECT_EQ(faultsOf("note 2 at 20 duration 4\n", "rest 1 at 20 duration 2\nrest 1 at 30 duration 2\n"), Lines{});
   EXPECT_EQ(faultsOf("note 2 at 20 duration 4\n", ""), Lines{"1 from 0 to 50: no rest"});
 }
 

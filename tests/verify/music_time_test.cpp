@@ -74,7 +74,7 @@ TEST(BarClock, HasALongestNote) {
 
 TEST(BarClock, ForgetsTheBarBefore) {
   BarClock clock;
-  clock.timeOf(std::vector{note(10, 4)});
+  clock.timeOf(std::vector{note(10, 0.5)});
   EXPECT_EQ(clock.timeOf(std::vector{note(10, 1), note(20, 1)}).length, 2 * quarterNote);
   EXPECT_EQ(clock.timeOf(std::vector<MusicNote>()).length, 0);
 }

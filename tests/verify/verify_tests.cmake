@@ -10,6 +10,7 @@ kiv_core_test(verify
   music_names_test.cpp
   music_pages.cpp
   music_staff_test.cpp
+  music_system_test.cpp
   music_time_test.cpp
   nan_items_test.cpp
   numbers_test.cpp
