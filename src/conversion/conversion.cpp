@@ -96,12 +96,19 @@ void Conversion::readStaves(const std::vector<StaffRecord>& staves) {
 }
 
 void Conversion::checkStaves(std::int16_t system) {
-  const std::vector<int> staves = staffRows(tables_.items);
-  if (staves.empty()) {
+  int staves = 0;
+  int last = 0;
+  for (const int i : tables_.items.signRows()) {
+    if (isStaff(tables_.items, i)) {
+      ++staves;
+      last = i;
+    }
+  }
+  if (staves == 0) {
     endProgram(messages::noStaves(system));
   }
-  if (staves.size() == 1) {
-    closeSingleStaff(staves.front());
+  if (staves == 1) {
+    closeSingleStaff(last);
   }
 }
 
@@ -110,7 +117,10 @@ void Conversion::countPresent() {
   for (int k = 1; k <= order.count(); ++k) {
     order.entry(k).present = 0;
   }
-  for (const int i : staffRows(tables_.items)) {
+  for (const int i : tables_.items.signRows()) {
+    if (!isStaff(tables_.items, i)) {
+      continue;
+    }
     const std::int16_t instr = wholePar(tables_.items, i, par::instrument);
     const int k = order.find(instr);
     if (k == 0) {

@@ -31,13 +31,13 @@ void ItemTable::forgetSigns() {
 }
 
 const std::vector<std::int16_t>& ItemTable::signRows() const {
-  while (listedRows_ < itemCount_) {
-    ++listedRows_;
-    const ItemType itsType = type(listedRows_);
+  for (std::int16_t i = listedRows_; i < itemCount_;) {
+    const ItemType itsType = type(++i);
     if (itsType != ItemType::note && itsType != ItemType::rest) {
-      signRows_.push_back(listedRows_);
+      signRows_.push_back(i);
     }
   }
+  listedRows_ = itemCount_;
   return signRows_;
 }
 
@@ -96,7 +96,7 @@ std::vector<int> staffRows(const ItemTable& table) {
   constexpr std::size_t typicalCount = 32;
   std::vector<int> rows;
   rows.reserve(typicalCount);
-  for (const int i : table.signRows()) {
+  for (int i = 1; i <= table.itemCount(); ++i) {
     if (isStaff(table, i)) {
       rows.push_back(i);
     }
