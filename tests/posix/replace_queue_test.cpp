@@ -243,6 +243,19 @@ TEST_F(ReplaceQueues, WhatAStepThrowsIsThrownInItsTurn) {
   }
 }
 
+TEST_F(ReplaceQueues, AFailureIsReportedWhenNoOtherFileIsPreparedAnyMore) {
+  script.at = [this](const std::string& step) -> Failure {
+    if (step == "prepare 2") {
+      script.waitFor("place 1 fails");
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    return step == "place 1" ? Failure(step) : std::nullopt;
+  };
+  add(1, 2);
+  EXPECT_EQ(queue.waitForFirst(), "place 1");
+  EXPECT_TRUE(script.has("prepare 2")) << "it may be deleted now";
+}
+
 TEST_F(ReplaceQueues, IsFirstDoneDoesNotWait) {
   script.at = [](const std::string& step) -> Failure {
     if (step == "place 1") {

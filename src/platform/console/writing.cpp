@@ -149,7 +149,12 @@ std::optional<WriteFailure> ConsoleSystem::handOver(JournaledFile::Names names, 
     filesUnderWay_.back()->shareMarkWith(*next);
   }
   filesUnderWay_.push_back(std::move(next));
-  queue_->add(*filesUnderWay_.back());
+  try {
+    queue_->add(*filesUnderWay_.back());
+  } catch (...) {
+    filesUnderWay_.pop_back();
+    throw;
+  }
   return std::nullopt;
 }
 
