@@ -1,117 +1,12 @@
-#include "platform/console/replace_queue.h"
-
-#include <algorithm>
-#include <chrono>
-#include <functional>
-#include <memory>
-#include <mutex>
 #include <new>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include <gtest/gtest.h>
+#include "tests/posix/scripted_files.h"
 
 namespace kiv::test {
 namespace {
-
-using Failure = QueuedFile::Failure;
-
-/// What the files of a test have done, and what they do.
-struct Script {
-  std::mutex mutex;  // of what follows
-  std::vector<std::string> done;
-  int prepared = 0;      // files beside their places
-  int mostPrepared = 0;  // at a time
-
-  std::function<Failure(const std::string& step)> at = [](const std::string&) { return std::nullopt; };
-
-  Failure perform(const std::string& step) {
-    auto failure = at(step);
-    const std::lock_guard lock(mutex);
-    done.push_back(failure ? step + " fails" : step);
-    return failure;
-  }
-  bool has(const std::string& step) {
-    const std::lock_guard lock(mutex);
-    return std::find(done.begin(), done.end(), step) != done.end();
-  }
-  /// Waits for a step of another thread.
-  void waitFor(const std::string& step) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (!has(step) && std::chrono::steady_clock::now() < deadline) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    EXPECT_TRUE(has(step)) << step;
-  }
-  void count(int more) {
-    const std::lock_guard lock(mutex);
-    prepared += more;
-    mostPrepared = std::max(mostPrepared, prepared);
-  }
-};
-
-class ScriptedFile : public QueuedFile {
- public:
-  ScriptedFile(Script& script, int number) : script_(script), number_(std::to_string(number)) {}
-  ~ScriptedFile() override { drop(); }
-
-  Failure enter() override { return script_.perform("enter " + number_); }
-  Failure prepare() override {
-    auto failure = script_.perform("prepare " + number_);
-    isHere_ = !failure;
-    script_.count(isHere_ ? 1 : 0);
-    return failure;
-  }
-  Failure place() override {
-    auto failure = script_.perform("place " + number_);
-    drop();
-    return failure;
-  }
-  void discard() override { drop(); }
-
- private:
-  void drop() {
-    script_.count(isHere_ ? -1 : 0);
-    isHere_ = false;
-  }
-
-  Script& script_;
-  std::string number_;
-  bool isHere_ = false;
-};
-
-class ReplaceQueues : public testing::Test {
- protected:
-  void add(int number) {
-    files.push_back(std::make_unique<ScriptedFile>(script, number));
-    queue.add(*files.back());
-  }
-  void add(int first, int last) {
-    for (int number = first; number <= last; ++number) {
-      add(number);
-    }
-  }
-  /// The texts of the failures until the queue is empty.
-  std::string finish() {
-    std::string failures;
-    while (!queue.isEmpty()) {
-      const auto failure = queue.waitForFirst();
-      failures += failure ? *failure : "";
-    }
-    return failures;
-  }
-  /// The steps but for the preparations, in order.
-  std::vector<std::string> inTurn() {
-    std::vector<std::string> steps = script.done;
-    std::erase_if(steps, [](const std::string& step) { return step.starts_with("prepare"); });
-    return steps;
-  }
-
-  Script script;
-  std::vector<std::unique_ptr<ScriptedFile>> files;
-  ReplaceQueue queue;
-};
 
 TEST_F(ReplaceQueues, FilesAreEnteredAndPlacedOneAfterTheOther) {
   std::vector<std::string> expected;
@@ -199,13 +94,12 @@ TEST_F(ReplaceQueues, TheFirstFailureInTheOrderOfTheFilesIsReported) {
 }
 
 TEST_F(ReplaceQueues, AFileThatHasNoSpaceBesideOthersIsPreparedAlone) {
-  // There is space for one.
+  script.space = 1;
   script.at = [this](const std::string& step) -> Failure {
     if (step == "prepare 1" && !script.has("prepare 1 fails")) {
-      script.waitFor("prepare 2");
+      script.waitForAPreparedFile();
     }
-    const std::lock_guard lock(script.mutex);
-    return step.starts_with("prepare") && script.prepared > 0 ? Failure("no space") : std::nullopt;
+    return std::nullopt;
   };
   add(1, 4);
   EXPECT_EQ(finish(), "");
