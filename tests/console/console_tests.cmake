@@ -114,6 +114,7 @@ if(NOT WIN32)
     ../apps/kivsys/output/diagnostics_json.cpp
     ../apps/kivsys/output/instruments_output.cpp
     ../apps/kivsys/output/json_text.cpp
+    ../apps/kivsys/output/json_value.cpp
     ../apps/kivsys/output/outcome_json.cpp
     ../apps/kivsys/output/print_outcome.cpp
     ../apps/kivsys/output/text_table.cpp ../apps/kivsys/output/verification_json.cpp

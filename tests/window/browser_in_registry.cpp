@@ -77,12 +77,12 @@ void BrowserInRegistry::lose() const {
 std::string BrowserInRegistry::calledWith() const {
   constexpr int attempts = 2000;
   constexpr DWORD milliseconds = 20;
-  std::string said;
-  // As long as it runs, it uses the folder that it was started in.
-  for (int attempt = 0; attempt < attempts && (said.empty() || isRunning(browserProgram)); ++attempt) {
+  const auto text = [] { return exists("said.txt") ? readFileContent("said.txt") : std::string(); };
+  // As long as it runs, it writes, and uses the folder that it was started in.
+  for (int attempt = 0; attempt < attempts && (text().empty() || isRunning(browserProgram)); ++attempt) {
     Sleep(milliseconds);
-    said = exists("said.txt") ? readFileContent("said.txt") : "";
   }
+  std::string said = text();
   DeleteFileA("said.txt");
   return said;
 }

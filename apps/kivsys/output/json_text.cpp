@@ -5,10 +5,6 @@
 
 namespace kiv {
 
-std::string asText(const Json& value) {
-  return value.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
 void LongObject::setArray(const char* key, AddElements addElements) {
   plain_[key] = Json::array();
   longMembers_.push_back({key, std::move(addElements)});

@@ -5,13 +5,10 @@
 #include <string_view>
 #include <vector>
 
-#include <nlohmann/json.hpp>
-
+#include "apps/kivsys/output/json_value.h"
 #include "apps/kivsys/output/print_outcome.h"
 
 namespace kiv {
-
-using Json = nlohmann::ordered_json;
 
 class JsonArray;
 
@@ -64,8 +61,5 @@ class JsonArray {
   OutputText& text_;
   bool isEmpty_ = true;
 };
-
-/// The value in UTF-8, without a line end.
-std::string asText(const Json& value);
 
 }  // namespace kiv

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-#include "apps/kivsys/output/json_text.h"
+#include "apps/kivsys/output/json_value.h"
 #include "apps/kivsys/output/outcome_json.h"
 #include "apps/kivsys/output/piece_json.h"
 #include "apps/kivsys/output/text_table.h"

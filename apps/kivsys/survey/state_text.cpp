@@ -2,14 +2,12 @@
 
 #include <algorithm>
 
-#include "apps/kivsys/output/json_text.h"
+#include "apps/kivsys/output/json_value.h"
 #include "apps/kivsys/output/piece_json.h"
 #include "base/utf8_character.h"
 
 namespace kiv {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 constexpr std::string_view headStart = R"({"kivsys_survey_state":1,)";
 constexpr std::size_t longestLine = std::size_t{4} * 1024 * 1024;
