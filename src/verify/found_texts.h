@@ -23,6 +23,7 @@ class FoundTexts {
   explicit FoundTexts(Files& files);
   FoundTexts(const FoundTexts&) = delete;  // the comparison refers to the report
   FoundTexts& operator=(const FoundTexts&) = delete;
+  ~FoundTexts() = default;
 
   /// The next line of the derived report, without its end.
   void expect(std::string_view line) { comparison_.expect(line); }
