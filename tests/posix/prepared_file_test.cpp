@@ -1,4 +1,4 @@
-#include "platform/posix/prepared_file.h"
+#include "platform/prepared_file.h"
 
 #include <filesystem>
 #include <set>
@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include "platform/posix/file_destination.h"
 #include "tests/posix/temporary_folder.h"
 
 namespace kiv::test {

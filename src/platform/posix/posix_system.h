@@ -11,8 +11,9 @@
 
 #include "platform/files.h"
 #include "platform/machine.h"
+#include "platform/posix/file_destination.h"
 #include "platform/posix/path_finder.h"
-#include "platform/posix/prepared_file.h"
+#include "platform/prepared_file.h"
 #include "platform/programs.h"
 
 namespace kiv {

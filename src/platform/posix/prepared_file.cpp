@@ -1,4 +1,4 @@
-#include "platform/posix/prepared_file.h"
+#include "platform/prepared_file.h"
 
 #include <cstdio>
 #include <utility>
@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/posix/file_destination.h"
 #include "platform/posix/own_files.h"
 #include "platform/posix/posix_files.h"
 
@@ -29,15 +30,6 @@ std::string temporaryStart(const std::string& mark) {
   return mark.empty() ? ".kiv-" : ".kiv-" + mark + "-";
 }
 
-std::optional<std::string> PreparedFile::prepare(const FileDestination& destination, std::string_view bytes) {
-  discard();
-  auto failure = fill(destination, bytes);
-  if (failure) {
-    discard();
-  }
-  return failure;
-}
-
 std::optional<std::string> PreparedFile::fill(const FileDestination& destination, std::string_view bytes) {
   target_ = destination.path;
   std::string path = destination.folder + temporaryStart(destination.mark) + "XXXXXX";
@@ -49,30 +41,15 @@ std::optional<std::string> PreparedFile::fill(const FileDestination& destination
   return writeWhole(file, bytes, destination);
 }
 
-std::optional<std::string> PreparedFile::place() {
-  if (::rename(path_.c_str(), target_.c_str()) != 0) {
-    auto failure = lastFailure();
-    discard();
-    return failure;
+std::optional<std::string> PreparedFile::move(const std::string& from, const std::string& to, Existing existing) {
+  if (existing == Existing::kept) {
+    return moveToFreePath(from, to);
   }
-  path_.clear();
-  return std::nullopt;
+  return ::rename(from.c_str(), to.c_str()) == 0 ? std::nullopt : std::optional(lastFailure());
 }
 
-std::optional<std::string> PreparedFile::placeIfFree() {
-  if (auto failure = moveToFreePath(path_, target_)) {
-    discard();
-    return failure;
-  }
-  path_.clear();
-  return std::nullopt;
-}
-
-void PreparedFile::discard() {
-  if (!path_.empty()) {
-    ::unlink(path_.c_str());
-    path_.clear();
-  }
+void PreparedFile::remove(const std::string& path) {
+  ::unlink(path.c_str());
 }
 
 }  // namespace kiv

@@ -1,5 +1,6 @@
-#include "platform/win32/prepared_file.h"
+#include "platform/prepared_file.h"
 
+#include "platform/win32/file_destination.h"
 #include "platform/win32/handle.h"
 #include "platform/win32/text.h"
 #include "platform/win32/win32_files.h"
@@ -33,15 +34,6 @@ std::string temporaryStart(const std::string& mark) {
   return "kiv" + mark + "-";
 }
 
-std::optional<std::string> PreparedFile::prepare(const FileDestination& destination, std::string_view bytes) {
-  discard();
-  auto failure = fill(destination, bytes);
-  if (failure) {
-    discard();
-  }
-  return failure;
-}
-
 std::optional<std::string> PreparedFile::fill(const FileDestination& destination, std::string_view bytes) {
   target_ = destination.path;
   std::string path;
@@ -56,29 +48,13 @@ std::optional<std::string> PreparedFile::fill(const FileDestination& destination
   return FlushFileBuffers(file.get()) == FALSE ? std::optional(lastFailure()) : std::nullopt;
 }
 
-std::optional<std::string> PreparedFile::place() {
-  return moveToPlace(MOVEFILE_REPLACE_EXISTING);
+std::optional<std::string> PreparedFile::move(const std::string& from, const std::string& to, Existing existing) {
+  const DWORD how = MOVEFILE_WRITE_THROUGH | (existing == Existing::replaced ? MOVEFILE_REPLACE_EXISTING : 0U);
+  return MoveFileExA(from.c_str(), to.c_str(), how) == FALSE ? std::optional(lastFailure()) : std::nullopt;
 }
 
-std::optional<std::string> PreparedFile::placeIfFree() {
-  return moveToPlace(0);
-}
-
-std::optional<std::string> PreparedFile::moveToPlace(unsigned long existing) {
-  if (MoveFileExA(path_.c_str(), target_.c_str(), existing | MOVEFILE_WRITE_THROUGH) == FALSE) {
-    auto failure = lastFailure();
-    discard();
-    return failure;
-  }
-  path_.clear();
-  return std::nullopt;
-}
-
-void PreparedFile::discard() {
-  if (!path_.empty()) {
-    DeleteFileA(path_.c_str());
-    path_.clear();
-  }
+void PreparedFile::remove(const std::string& path) {
+  DeleteFileA(path.c_str());
 }
 
 }  // namespace kiv

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/win32/prepared_file.h"
+#include "platform/prepared_file.h"
+#include "platform/win32/file_destination.h"
 #include "platform/win32/text.h"
 
 namespace kiv {

@@ -9,8 +9,9 @@
 
 #include "platform/files.h"
 #include "platform/machine.h"
+#include "platform/prepared_file.h"
 #include "platform/programs.h"
-#include "platform/win32/prepared_file.h"
+#include "platform/win32/file_destination.h"
 
 namespace kiv {
 

@@ -1,25 +1,15 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace kiv {
 
-struct FilesUnderWay;
+/// Where a file is to be put, as the platform knows it.
+struct FileDestination;
 
-/// Where a file is to be put: all that must be known of it, so that any thread can put it there.
-struct FileDestination {
-  std::string path;                             ///< what a link of the name leads to
-  std::string folder;                           ///< with its separator; "" for the current one
-  std::string mark;                             ///< in the name that the file has until it is in its place
-  unsigned mode = 0;                            ///< of a file that is new
-  bool isFolderCurrent = false;                 ///< what is known of the folder is what it holds
-  std::shared_ptr<const FilesUnderWay> others;  ///< null for a file that has nothing in common with others
-};
-
-/// How the names of files begin that are not in their places yet, with or without a mark.
+/// How the names of files begin that are not in their places yet and have a mark. What "" means is the platform's.
 std::string temporaryStart(const std::string& mark);
 
 /// A file beside its place: whole, on the disk, and closed. It is deleted with this object unless it was put in its
@@ -31,18 +21,25 @@ class PreparedFile {
   PreparedFile& operator=(const PreparedFile&) = delete;
   ~PreparedFile() { discard(); }
 
-  /// Writes a file of these bytes beside its place. Returns the failure's text; then nothing is left of it.
+  /// Writes a file of these bytes beside its place, since a move from one disk to another is not atomic. Returns the
+  /// failure's text; then nothing is left of it.
   [[nodiscard]] std::optional<std::string> prepare(const FileDestination& destination, std::string_view bytes);
   /// Moves the file, which was prepared, to its place, in one step: it replaces one that is there. Returns the
   /// failure's text; then nothing is left of it.
-  [[nodiscard]] std::optional<std::string> place();
+  [[nodiscard]] std::optional<std::string> place() { return moveToPlace(Existing::replaced); }
   /// The same, but a file that is there stays, and this fails.
-  [[nodiscard]] std::optional<std::string> placeIfFree();
+  [[nodiscard]] std::optional<std::string> placeIfFree() { return moveToPlace(Existing::kept); }
   /// Deletes a file that is not in its place.
   void discard();
 
  private:
+  enum class Existing { replaced, kept };
+  std::optional<std::string> moveToPlace(Existing existing);
+
+  // What each platform does in its own way. A file that was begun is at path_, also after a failure.
   std::optional<std::string> fill(const FileDestination& destination, std::string_view bytes);
+  static std::optional<std::string> move(const std::string& from, const std::string& to, Existing existing);
+  static void remove(const std::string& path);
 
   std::string path_;  // "" for no file
   std::string target_;
