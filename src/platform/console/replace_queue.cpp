@@ -16,7 +16,8 @@ ReplaceQueue::~ReplaceQueue() {
     const std::lock_guard lock(mutex_);
     isEnding_ = true;
   }
-  changed_.notify_all();
+  forPlacing_.notify_one();
+  forPreparing_.notify_all();
   for (std::thread& thread : threads_) {
     thread.join();
   }
@@ -47,8 +48,9 @@ void ReplaceQueue::add(QueuedFile& file) {
   if (!isInBackground && !hasFailed_) {
     finishEntry(entry, lock);
   }
+  wakeForNext();
   lock.unlock();
-  changed_.notify_all();
+  forPlacing_.notify_one();
 }
 
 bool ReplaceQueue::isFirstDone() {
@@ -58,11 +60,11 @@ bool ReplaceQueue::isFirstDone() {
 
 QueuedFile::Failure ReplaceQueue::waitForFirst() {
   Lock lock(mutex_);
-  changed_.wait(lock, [this] { return entries_.front().state == State::done; });
+  forOwner_.wait(lock, [this] { return entries_.front().state == State::done; });
   const Outcome outcome = std::move(entries_.front().outcome);
   entries_.pop_front();
   if (!outcome.isGood()) {
-    changed_.wait(lock, [this] { return !isAnyPreparing(); });
+    forOwner_.wait(lock, [this] { return !isAnyPreparing(); });
     entries_.clear();
     hasFailed_ = false;
   }
@@ -96,12 +98,12 @@ void ReplaceQueue::placeAll() {
   Lock lock(mutex_);
   while (true) {
     Entry* entry = nullptr;
-    changed_.wait(lock, [&] { return (entry = firstUndone()) != nullptr || isEnding_; });
+    forPlacing_.wait(lock, [&] { return (entry = firstUndone()) != nullptr || isEnding_; });
     if (entry == nullptr) {
       return;
     }
     finishEntry(*entry, lock);
-    changed_.notify_all();
+    forOwner_.notify_one();
   }
 }
 
@@ -110,12 +112,15 @@ void ReplaceQueue::prepareAhead() {
   Lock lock(mutex_);
   while (true) {
     Entry* entry = nullptr;
-    changed_.wait(lock, [&] { return (entry = nextToPrepare()) != nullptr || isEnding_; });
+    forPreparing_.wait(lock, [&] { return (entry = nextToPrepare()) != nullptr || isEnding_; });
     if (entry == nullptr) {
       return;
     }
     prepare(*entry, lock);
-    changed_.notify_all();
+    forPlacing_.notify_one();
+    if (hasFailed_) {
+      forOwner_.notify_one();  // which waits until none is prepared
+    }
   }
 }
 
@@ -129,10 +134,9 @@ ReplaceQueue::Outcome ReplaceQueue::finish(Entry& entry, Lock& lock) {
   Outcome outcome = performUnlocked(*entry.file, &QueuedFile::enter, lock);
   if (outcome.isGood()) {
     isEntered_ = true;
-    changed_.notify_all();
     outcome = prepareInTurn(entry, lock);
   } else {
-    changed_.wait(lock, [&] { return entry.state != State::preparing; });
+    forPlacing_.wait(lock, [&] { return entry.state != State::preparing; });
   }
   return outcome.isGood() ? performUnlocked(*entry.file, &QueuedFile::place, lock) : outcome;
 }
@@ -142,13 +146,13 @@ ReplaceQueue::Outcome ReplaceQueue::prepareInTurn(Entry& entry, Lock& lock) {
   if (entry.state == State::waiting) {
     prepare(entry, lock);
   }
-  changed_.wait(lock, [&] { return entry.state == State::prepared; });
+  forPlacing_.wait(lock, [&] { return entry.state == State::prepared; });
   if (entry.outcome.isGood() || !entry.hadCompany) {
     return entry.outcome;
   }
   // Without the others, there may be space or memory enough.
   isAlone_ = true;
-  changed_.wait(lock, [this] { return !isAnyPreparing(); });
+  forPlacing_.wait(lock, [this] { return !isAnyPreparing(); });
   for (Entry& other : entries_) {
     if (other.state == State::prepared) {
       other.file->discard();
@@ -158,8 +162,15 @@ ReplaceQueue::Outcome ReplaceQueue::prepareInTurn(Entry& entry, Lock& lock) {
   }
   prepare(entry, lock);
   isAlone_ = false;
-  changed_.notify_all();
   return entry.outcome;
+}
+
+/// Wakes one thread, which wakes the next one in turn: to wake a thread that has nothing to do costs as much as it
+/// saves.
+void ReplaceQueue::wakeForNext() {
+  if (nextToPrepare() != nullptr) {
+    forPreparing_.notify_one();
+  }
 }
 
 void ReplaceQueue::prepare(Entry& entry, Lock& lock) {
@@ -170,6 +181,7 @@ void ReplaceQueue::prepare(Entry& entry, Lock& lock) {
     }
   }
   entry.state = State::preparing;
+  wakeForNext();
   entry.outcome = performUnlocked(*entry.file, &QueuedFile::prepare, lock);
   entry.state = State::prepared;
 }

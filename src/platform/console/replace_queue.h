@@ -87,14 +87,17 @@ class ReplaceQueue {
   void finishEntry(Entry& entry, Lock& lock);
   Outcome finish(Entry& entry, Lock& lock);
   Outcome prepareInTurn(Entry& entry, Lock& lock);
+  void wakeForNext();
   void prepare(Entry& entry, Lock& lock);
   static Outcome perform(QueuedFile& file, Step step) noexcept;
   static Outcome performUnlocked(QueuedFile& file, Step step, Lock& lock);
 
   std::size_t count_ = 0;  // for the owner only
 
-  std::mutex mutex_;  // of what follows, but for the threads
-  std::condition_variable changed_;
+  std::mutex mutex_;                      // of what follows, but for the threads
+  std::condition_variable forOwner_;      // which waits for the first file
+  std::condition_variable forPlacing_;    // which waits for a file, or for its preparation
+  std::condition_variable forPreparing_;  // for those that prepare
   std::deque<Entry> entries_;
   bool isEntered_ = false;  // the first one since the queue was empty
   bool isAlone_ = false;    // a file is prepared alone
