@@ -1,4 +1,5 @@
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -78,6 +79,27 @@ TEST_F(Limits, ARunThatHasSomeOpenFilesEndsWellOrSaysWhy) {
 
 TEST_F(Limits, FortyMegabytesOfMemorySuffice) {
   EXPECT_EQ(run("-v 40960"), 0) << place.files().at("error");
+}
+
+/// Far less than their pages, of some 40 MB, or their items take.
+TEST_F(Limits, TwentyMegabytesSufficeForHundredsOfLargePages) {
+  constexpr int pageCount = 400;
+  std::string notes;
+  for (int i = 0; i < 3000; ++i) {
+    notes += "note 1 at " + std::to_string(20 + i) + " duration 3\n";
+  }
+  place.write("m/X001.MUS", place.page(duo + notes));
+  place.write("m/X002.MUS", place.page(solo + notes));
+  for (int i = 3; i <= pageCount; ++i) {
+    const std::string number = std::to_string(1000 + i).substr(1);
+    std::filesystem::create_hard_link(place.path() / ("m/X00" + std::to_string(2 - i % 2) + ".MUS"),
+                                      place.path() / ("m/X" + number + ".MUS"));
+  }
+  for (const std::string command :
+       {"analyze --jobs 1 --json --folder run m", "convert --jobs 1 --no-undo --folder run --result out/WORK0001.MUS m",
+        "verify --folder run --result out/WORK0001.MUS m"}) {
+    EXPECT_EQ(runCommand("-v 20480", command), 0) << command << ": " << place.files().at("error");
+  }
 }
 
 /// How little is too little depends on the size of the program. With less still, it cannot start.
