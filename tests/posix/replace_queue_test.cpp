@@ -109,6 +109,22 @@ TEST_F(ReplaceQueues, AFileThatHasNoSpaceBesideOthersIsPreparedAlone) {
   EXPECT_EQ(script.mostPrepared, 1);
 }
 
+TEST_F(ReplaceQueues, OthersArePreparedAgainWhileAFileThatWasPreparedAloneIsPlaced) {
+  script.at = [this](const std::string& step) -> Failure {
+    if (step == "prepare 1" && !script.has("prepare 1 fails")) {
+      script.waitFor("prepare 2");
+      script.waitFor("prepare 3");
+      return "busy";
+    }
+    if (step == "place 1") {
+      script.waitFor("prepare 2", 2);
+    }
+    return std::nullopt;
+  };
+  add(1, 4);
+  EXPECT_EQ(finish(), "");
+}
+
 TEST_F(ReplaceQueues, AFileThatFailsAloneIsNotTriedAgain) {
   script.at = [](const std::string& step) -> Failure {
     return step == "prepare 1" ? Failure("no space") : std::nullopt;

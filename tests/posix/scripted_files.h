@@ -45,13 +45,14 @@ struct Script {
     mostPrepared = std::max(mostPrepared, prepared);
     return failure;
   }
-  bool has(const std::string& step) {
+  /// Whether the step has been taken that many times at least.
+  bool has(const std::string& step, int times = 1) {
     const std::lock_guard lock(mutex);
-    return std::find(done.begin(), done.end(), step) != done.end();
+    return std::count(done.begin(), done.end(), step) >= times;
   }
   /// Waits for a step of another thread.
-  void waitFor(const std::string& step) {
-    EXPECT_TRUE(becomes([&] { return has(step); })) << step;
+  void waitFor(const std::string& step, int times = 1) {
+    EXPECT_TRUE(becomes([&] { return has(step, times); })) << step;
   }
   void waitForAPreparedFile() {
     EXPECT_TRUE(becomes([&] {

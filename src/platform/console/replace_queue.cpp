@@ -162,6 +162,7 @@ ReplaceQueue::Outcome ReplaceQueue::prepareInTurn(Entry& entry, Lock& lock) {
   }
   prepare(entry, lock);
   isAlone_ = false;
+  wakeForNext();
   return entry.outcome;
 }
 
