@@ -48,7 +48,7 @@ void ReplaceQueue::add(QueuedFile& file) {
   if (!isInBackground && !hasFailed_) {
     finishEntry(entry, lock);
   }
-  wakeForNext();
+  wakeOneToPrepare();
   lock.unlock();
   forPlacing_.notify_one();
 }
@@ -162,13 +162,12 @@ ReplaceQueue::Outcome ReplaceQueue::prepareInTurn(Entry& entry, Lock& lock) {
   }
   prepare(entry, lock);
   isAlone_ = false;
-  wakeForNext();
+  wakeOneToPrepare();
   return entry.outcome;
 }
 
-/// Wakes one thread, which wakes the next one in turn: to wake a thread that has nothing to do costs as much as it
-/// saves.
-void ReplaceQueue::wakeForNext() {
+/// The thread wakes the next one in turn. To wake one that has nothing to do costs as much as it saves.
+void ReplaceQueue::wakeOneToPrepare() {
   if (nextToPrepare() != nullptr) {
     forPreparing_.notify_one();
   }
@@ -182,7 +181,7 @@ void ReplaceQueue::prepare(Entry& entry, Lock& lock) {
     }
   }
   entry.state = State::preparing;
-  wakeForNext();
+  wakeOneToPrepare();
   entry.outcome = performUnlocked(*entry.file, &QueuedFile::prepare, lock);
   entry.state = State::prepared;
 }

@@ -87,7 +87,7 @@ class ReplaceQueue {
   void finishEntry(Entry& entry, Lock& lock);
   Outcome finish(Entry& entry, Lock& lock);
   Outcome prepareInTurn(Entry& entry, Lock& lock);
-  void wakeForNext();
+  void wakeOneToPrepare();
   void prepare(Entry& entry, Lock& lock);
   static Outcome perform(QueuedFile& file, Step step) noexcept;
   static Outcome performUnlocked(QueuedFile& file, Step step, Lock& lock);
