@@ -42,4 +42,15 @@ bool hasTwoBackslashes(Machine& machine, std::string_view text) {
   return found;
 }
 
+bool endsWithSeparator(Machine& machine, std::string_view path) {
+  return path.ends_with('/') || endsWithBackslash(machine, path);
+}
+
+std::string withoutEndSeparators(Machine& machine, std::string path) {
+  while (path.size() > 1 && endsWithSeparator(machine, path) && !path.ends_with(":\\")) {
+    path.pop_back();
+  }
+  return path;
+}
+
 }  // namespace kiv

@@ -49,5 +49,28 @@ TEST_F(Separators, TwoInARowAreTwoCharacters) {
   EXPECT_FALSE(hasTwoBackslashes(host, ""));
 }
 
+TEST_F(Separators, OfATypedPathSlashesSeparateToo) {
+  EXPECT_TRUE(endsWithSeparator(host, "a/"));
+  EXPECT_TRUE(endsWithSeparator(host, "a\\"));
+  EXPECT_FALSE(endsWithSeparator(host, "\x95\\"));
+  EXPECT_FALSE(endsWithSeparator(host, "a"));
+}
+
+TEST_F(Separators, AtTheEndOfAFolderAreLeftOut) {
+  EXPECT_EQ(withoutEndSeparators(host, "a/b//"), "a/b");
+  EXPECT_EQ(withoutEndSeparators(host, "a\\/\\"), "a");
+  EXPECT_EQ(withoutEndSeparators(host, "C:\\A\\"), "C:\\A");
+  EXPECT_EQ(withoutEndSeparators(host, "a\x95\\"), "a\x95\\") << "the second byte of a character";
+  EXPECT_EQ(withoutEndSeparators(host, "a"), "a");
+}
+
+TEST_F(Separators, OfARootStay) {
+  EXPECT_EQ(withoutEndSeparators(host, "/"), "/");
+  EXPECT_EQ(withoutEndSeparators(host, "//"), "/");
+  EXPECT_EQ(withoutEndSeparators(host, "C:\\"), "C:\\");
+  EXPECT_EQ(withoutEndSeparators(host, "C:\\\\"), "C:\\");
+  EXPECT_EQ(withoutEndSeparators(host, ""), "");
+}
+
 }  // namespace
 }  // namespace kiv::test

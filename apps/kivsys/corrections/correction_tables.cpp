@@ -15,8 +15,6 @@
 namespace kiv {
 namespace {
 
-constexpr std::size_t mostBytes = most_bytes::corrections;
-
 /// How much a confidence counts; a row without one was written by somebody who knows.
 int rankOf(const std::string& confidence) {
   if (confidence == "guess") {
@@ -27,10 +25,10 @@ int rankOf(const std::string& confidence) {
 
 std::optional<std::string> textOf(NativeSystem& system, const std::string& file, IdRequests& requests) {
   const bool isInput = file == standardInput;
-  BoundedContent content =
-      isInput ? readStandardInput(mostBytes) : readBounded(system, NativeSystem::coreName(file), mostBytes);
+  BoundedContent content = isInput ? readStandardInput(most_bytes::corrections)
+                                   : readBounded(system, NativeSystem::coreName(file), most_bytes::corrections);
   if (content.isTooLarge) {
-    requests.errors.push_back(file + " " + tooLarge(mostBytes, "a table of corrections"));
+    requests.errors.push_back(file + " " + tooLarge(most_bytes::corrections, "a table of corrections"));
   } else if (!content.bytes) {
     const auto reason = isInput ? std::nullopt : readFailure(pathOfTable(system, file));
     requests.errors.push_back("cannot read " + file + ": " + reason.value_or("I/O error"));

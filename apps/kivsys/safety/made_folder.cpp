@@ -10,13 +10,6 @@
 namespace kiv {
 namespace {
 
-std::string withoutSeparators(Machine& machine, std::string path) {
-  while (path.size() > 1 && (path.ends_with('/') || endsWithBackslash(machine, path)) && !path.ends_with(":\\")) {
-    path.pop_back();
-  }
-  return path;
-}
-
 /// The folder above; "." for a name alone.
 std::string above(Machine& machine, const std::string& path) {
   const std::string folder = folderOfPath(machine, path);
@@ -27,7 +20,7 @@ std::string above(Machine& machine, const std::string& path) {
 
 PlannedFolder::PlannedFolder(Machine& machine, std::string path, std::string typed)
     : typed_(std::move(typed)),
-      path_(withoutSeparators(machine, std::move(path))),
+      path_(withoutEndSeparators(machine, std::move(path))),
       above_(above(machine, path_)),
       isMissing_(kindOf(path_) == PathKind::missing) {}
 

@@ -22,18 +22,6 @@ bool isPattern(const std::string& typed) {
   return typed.find_first_of("*?") != std::string::npos;
 }
 
-bool endsWithSeparator(Machine& machine, const std::string& path) {
-  return path.ends_with('/') || endsWithBackslash(machine, path);
-}
-
-/// The folder without the separators at its end, which make no difference.
-std::string withoutSeparators(Machine& machine, std::string folder) {
-  while (folder.size() > 1 && endsWithSeparator(machine, folder) && !folder.ends_with(":\\")) {
-    folder.pop_back();
-  }
-  return folder;
-}
-
 std::string namesOf(const std::vector<Piece>& groups) {
   constexpr std::size_t mostNames = 20;
   std::string names;
@@ -129,7 +117,7 @@ std::string noPagesWords(ConsoleSystem& system, const std::string& typed, const 
 }
 
 std::variant<Pages, std::string> pagesOfFolder(ConsoleSystem& system, const std::string& typed, Pages& leftOut) {
-  const std::string folder = system.fullName(withoutSeparators(system, typed));
+  const std::string folder = system.fullName(withoutEndSeparators(system, typed));
   if (const auto failure = listFailure(system.diskName(folder))) {
     return "cannot list the folder " + typed + ": " + *failure;
   }
@@ -182,7 +170,7 @@ std::optional<std::string> whyNotOneFolder(ConsoleSystem& system, const std::vec
   std::set<std::string> folders;
   std::string names;
   for (const std::string& argument : arguments) {
-    const Entry entry = entryOf(system, system.fullName(withoutSeparators(system, argument)));
+    const Entry entry = entryOf(system, system.fullName(withoutEndSeparators(system, argument)));
     if (entry.kind == PathKind::folder && folders.insert(entry.path).second) {
       names += (names.empty() ? "" : ", ") + argument;
     }
@@ -202,7 +190,7 @@ std::variant<Pages, std::string> pagesMeantBy(ConsoleSystem& system, const std::
     if (const auto reason = refusalOfName(system, typed, "page file")) {
       return *reason;
     }
-    const auto [path, kind] = entryOf(system, system.fullName(withoutSeparators(system, typed)));
+    const auto [path, kind] = entryOf(system, system.fullName(withoutEndSeparators(system, typed)));
     if (kind == PathKind::folder) {
       auto found = pagesOfFolder(system, typed, leftOut);
       if (const auto* inside = std::get_if<Pages>(&found)) {
