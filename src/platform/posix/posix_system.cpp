@@ -10,6 +10,9 @@
 #include <utility>
 
 #include <fcntl.h>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -25,6 +28,16 @@ namespace {
 std::string swapped(std::string text, char from, char to) {
   std::replace(text.begin(), text.end(), from, to);
   return text;
+}
+
+/// What a page or a system takes, the next one takes as well. Given back to the system each time, memory costs more
+/// than what is done in it.
+void keepFreedMemory() {
+#ifdef __GLIBC__
+  constexpr int mostBytes = 16 * 1024 * 1024;
+  ::mallopt(M_MMAP_THRESHOLD, mostBytes);
+  ::mallopt(M_TRIM_THRESHOLD, mostBytes);
+#endif
 }
 
 }  // namespace
@@ -176,6 +189,7 @@ void PosixSystem::prepareProcess() {
     }
   }
   noteWithheldMode();
+  keepFreedMemory();
 }
 
 std::string PosixSystem::beyondNames(const std::string& typed) {

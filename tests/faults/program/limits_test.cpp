@@ -3,6 +3,7 @@
 #include <string>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 
 #include "tests/faults/program/pages.h"
@@ -30,6 +31,20 @@ class Limits : public testing::Test {
                                 (place.path() / "state").string() + "' exec '" + KIVSYS_PROGRAM + "' " + arguments;
     const int status = std::system(("bash -c \"" + command + "\"").c_str());
     return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
+  }
+  /// Makes the folder m one with so many pages of 96 KB.
+  void makeLargePages(int count) const {
+    std::string notes;
+    for (int i = 0; i < 3000; ++i) {
+      notes += "note 1 at " + std::to_string(20 + i) + " duration 3\n";
+    }
+    place.write("m/X001.MUS", place.page(duo + notes));
+    place.write("m/X002.MUS", place.page(solo + notes));
+    for (int i = 3; i <= count; ++i) {
+      const std::string number = std::to_string(1000 + i).substr(1);
+      std::filesystem::create_hard_link(place.path() / ("m/X00" + std::to_string(2 - i % 2) + ".MUS"),
+                                        place.path() / ("m/X" + number + ".MUS"));
+    }
   }
   /// Nothing is left half done.
   void expectNoStrays() const {
@@ -83,23 +98,29 @@ TEST_F(Limits, FortyMegabytesOfMemorySuffice) {
 
 /// Far less than their pages, of some 40 MB, or their items take.
 TEST_F(Limits, TwentyMegabytesSufficeForHundredsOfLargePages) {
-  constexpr int pageCount = 400;
-  std::string notes;
-  for (int i = 0; i < 3000; ++i) {
-    notes += "note 1 at " + std::to_string(20 + i) + " duration 3\n";
-  }
-  place.write("m/X001.MUS", place.page(duo + notes));
-  place.write("m/X002.MUS", place.page(solo + notes));
-  for (int i = 3; i <= pageCount; ++i) {
-    const std::string number = std::to_string(1000 + i).substr(1);
-    std::filesystem::create_hard_link(place.path() / ("m/X00" + std::to_string(2 - i % 2) + ".MUS"),
-                                      place.path() / ("m/X" + number + ".MUS"));
-  }
+  makeLargePages(400);
   for (const std::string command :
        {"analyze --jobs 1 --json --folder run m", "convert --jobs 1 --no-undo --folder run --result out/WORK0001.MUS m",
         "verify --folder run --result out/WORK0001.MUS m"}) {
     EXPECT_EQ(runCommand("-v 20480", command), 0) << command << ": " << place.files().at("error");
   }
+}
+
+/// How often the system has had to find memory for the commands that have ended.
+long pagesOfMemoryFound() {
+  rusage usage{};
+  EXPECT_EQ(getrusage(RUSAGE_CHILDREN, &usage), 0);
+  return usage.ru_minflt;
+}
+
+/// A page of memory has 4 KB, so the bytes of one page file alone fill 24, and its items ten times as many.
+TEST_F(Limits, MemoryIsUsedAgainForTheNextPage) {
+  constexpr int pageCount = 100;
+  makeLargePages(pageCount);
+  ASSERT_EQ(runCommand("-n 64", "convert --no-undo --folder run --result out/WORK0001.MUS m"), 0);
+  const long before = pagesOfMemoryFound();
+  ASSERT_EQ(runCommand("-n 64", "verify --folder run --result out/WORK0001.MUS m"), 0);
+  EXPECT_LT(pagesOfMemoryFound() - before, 60L * pageCount);
 }
 
 /// How little is too little depends on the size of the program. With less still, it cannot start.
