@@ -33,7 +33,7 @@ class HashIndex {
     if (const auto known = find(hash, isIt)) {
       return *known;
     }
-    if (std::size_t{2} * (count_ + 1) > slots_.size()) {
+    if (std::size_t{4} * (count_ + 1) > 3 * slots_.size()) {
       grow(hashOf);
     }
     keep();

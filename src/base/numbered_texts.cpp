@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 #include <functional>
+#include <stdexcept>
+#include <utility>
 
 namespace kiv {
 namespace {
@@ -10,6 +12,7 @@ namespace {
 using Length = std::uint32_t;
 
 constexpr std::size_t blockBytes = 4096;
+constexpr std::uint64_t mostBlocks = (std::uint64_t{1} << 32U) / blockBytes;  // as positions have 32 bits
 
 std::size_t textHash(std::string_view text) {
   return std::hash<std::string_view>()(text);
@@ -24,30 +27,42 @@ std::optional<std::uint32_t> NumberedTexts::find(std::string_view text) const {
 std::uint32_t NumberedTexts::add(std::string_view text) {
   return index_.findOrAdd(
       textHash(text), [&](std::uint32_t number) { return (*this)[number] == text; },
-      [this](std::uint32_t number) { return textHash((*this)[number]); }, [&] { texts_.push_back(keep(text)); });
+      [this](std::uint32_t number) { return textHash((*this)[number]); }, [&] { positions_.push_back(keep(text)); });
 }
 
 std::string_view NumberedTexts::operator[](std::uint32_t number) const {
-  const char* const text = texts_[number];
+  const std::size_t position = positions_[number];
+  const char* const start = blocks_[position / blockBytes].get() + position % blockBytes;
   Length length = 0;
-  std::memcpy(&length, text - sizeof(length), sizeof(length));
-  return {text, length};
+  std::memcpy(&length, start, sizeof(length));
+  return {start + sizeof(length), length};
 }
 
-const char* NumberedTexts::keep(std::string_view text) {
+std::uint32_t NumberedTexts::keep(std::string_view text) {
   const auto length = static_cast<Length>(text.size());
   const std::size_t bytes = sizeof(length) + text.size();
   if (bytes > freeBytes_) {
-    const std::size_t size = std::max(blockBytes, bytes);
-    blocks_.push_back(std::make_unique_for_overwrite<char[]>(size));  // NOLINT(modernize-avoid-c-arrays)
-    end_ = blocks_.back().get();
-    freeBytes_ = size;
+    addBlocks((bytes + blockBytes - 1) / blockBytes);
   }
-  std::memcpy(end_, &length, sizeof(length));
-  const char* const kept = end_ + sizeof(length);
-  end_ = std::copy(text.begin(), text.end(), end_ + sizeof(length));
-  freeBytes_ -= bytes;
-  return kept;
+  const std::size_t position = end_;
+  char* const start = blocks_[position / blockBytes].get() + position % blockBytes;
+  std::memcpy(start, &length, sizeof(length));
+  std::copy(text.begin(), text.end(), start + sizeof(length));
+  end_ += bytes;
+  freeBytes_ = bytes > blockBytes ? 0 : freeBytes_ - bytes;  // nothing begins in an empty block
+  return static_cast<std::uint32_t>(position);
+}
+
+void NumberedTexts::addBlocks(std::size_t count) {
+  const std::size_t first = blocks_.size();
+  if (first + count > mostBlocks) {
+    throw std::length_error("too many long names");
+  }
+  auto block = std::make_unique_for_overwrite<char[]>(count * blockBytes);  // NOLINT(modernize-avoid-c-arrays)
+  blocks_.resize(first + count);
+  blocks_[first] = std::move(block);
+  end_ = first * blockBytes;
+  freeBytes_ = count * blockBytes;
 }
 
 }  // namespace kiv

@@ -11,8 +11,8 @@
 
 namespace kiv {
 
-/// Different texts, numbered 0, 1, 2 ..., each shorter than 4 GB. There can be very many, so each takes few bytes
-/// beside its characters.
+/// Different texts, numbered 0, 1, 2 ..., all together shorter than 4 GB. There can be very many, so each takes few
+/// bytes beside its characters.
 class NumberedTexts {
  public:
   /// The number of the text, which is added when it is new.
@@ -20,15 +20,18 @@ class NumberedTexts {
   std::optional<std::uint32_t> find(std::string_view text) const;
   /// Valid as long as the table, also after it was moved.
   std::string_view operator[](std::uint32_t number) const;
-  std::size_t size() const { return texts_.size(); }
+  std::size_t size() const { return positions_.size(); }
 
  private:
-  const char* keep(std::string_view text);
+  std::uint32_t keep(std::string_view text);
+  void addBlocks(std::size_t count);
 
+  // Each text follows its length. A block begins at a multiple of the size that most of them have; a longer one, for
+  // one long text, is followed by empty ones.
   std::vector<std::unique_ptr<char[]>> blocks_;  // NOLINT(modernize-avoid-c-arrays): as large as each must be
-  std::size_t freeBytes_ = 0;                    // at the end of the last block
-  char* end_ = nullptr;                          // where they begin
-  std::vector<const char*> texts_;               // each after its length
+  std::size_t end_ = 0;                          // the position behind the last text
+  std::size_t freeBytes_ = 0;                    // there, in its block
+  std::vector<std::uint32_t> positions_;         // of the texts
   HashIndex index_;
 };
 

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -34,6 +35,23 @@ TEST(NumberedTexts, KeepsVeryManyAndVeryLongTextsWhereTheyAre) {
   EXPECT_EQ(moved.find(longText), 0U);
   EXPECT_EQ(moved[4999], "text 4999");
   EXPECT_EQ(moved.find("text 2500"), 2500U);
+}
+
+TEST(NumberedTexts, KeepsShortTextsBetweenLongOnes) {
+  constexpr std::size_t aroundABlock = 4096;
+  NumberedTexts texts;
+  std::vector<std::string> added;
+  for (std::size_t length = aroundABlock - 20; length < aroundABlock + 20; ++length) {
+    for (const std::string& text : {"short " + std::to_string(length), std::string(length, 'x'),
+                                    std::string(2 * length, 'x'), "after " + std::to_string(length)}) {
+      EXPECT_EQ(texts.add(text), added.size());
+      added.push_back(text);
+    }
+  }
+  for (std::uint32_t number = 0; number < added.size(); ++number) {
+    EXPECT_EQ(texts[number], added[number]);
+    EXPECT_EQ(texts.find(added[number]), number);
+  }
 }
 
 }  // namespace

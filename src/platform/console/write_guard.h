@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "base/hash_index.h"
 #include "base/numbered_texts.h"
@@ -45,7 +44,7 @@ class WriteGuard {
       std::uint32_t path = 0;
     };
 
-    std::vector<File> files_;
+    std::deque<File> files_;
     HashIndex index_;
   };
 
