@@ -120,6 +120,15 @@ TEST_F(BackgroundWriting, ALinkToTheResultBeforeIsRefused) {
   EXPECT_EQ(disk.file("W1"), "one");
 }
 
+TEST_F(BackgroundWriting, ANameInAnotherCaseIsThatOfTheFileUnderWay) {
+  EXPECT_EQ(replace("W4", "one"), "");
+  EXPECT_EQ(replace("w4", "two"), "");
+  EXPECT_EQ(finish(), "");
+  EXPECT_EQ(disk.file("W4"), "two");
+  EXPECT_EQ(disk.file("w4"), "(no file)");
+  EXPECT_EQ(journal.replaced, (std::vector<std::string>{"W4", "W4"}));
+}
+
 TEST_F(BackgroundWriting, SignalsWaitUntilTheFileIsInItsPlace) {
   static volatile std::sig_atomic_t caught = 0;
   caught = 0;

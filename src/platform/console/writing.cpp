@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/console/console_system.h"
+#include "platform/console/error_line.h"
 #include "platform/console/stop_signals.h"
 #include "platform/kept_file.h"
 #include "platform/native_file.h"
@@ -112,8 +113,7 @@ bool ConsoleSystem::mayFollow(const std::string& path) {
   // A journal that a full disk ends would not be missed without the temporary files of later results.
   constexpr std::uint64_t enoughSpace = std::uint64_t{64} * 1024 * 1024;
   const std::string folder = folderOfPath(*this, path);
-  return isApart(path) && !areSignalsWaiting() && !guard_.refusal(path) &&
-         freeBytes(folder.empty() ? "." : folder).value_or(0) >= enoughSpace;
+  return isApart(path) && !areSignalsWaiting() && freeBytes(folder.empty() ? "." : folder).value_or(0) >= enoughSpace;
 }
 
 std::optional<WriteFailure> ConsoleSystem::replaceSoon(const std::string& name, const SharedBytes& bytes) {
@@ -125,22 +125,26 @@ std::optional<WriteFailure> ConsoleSystem::replaceSoon(const std::string& name, 
   }
   const std::string file = inBoundFolder(name);
   std::string path = NativeSystem::diskName(file);
-  if (!queue_->isEmpty() && !mayFollow(path)) {
+  auto refusal = guard_.refusal(path);
+  if (!queue_->isEmpty() && (refusal || !mayFollow(path))) {
     settle();
+    path = NativeSystem::diskName(file);
+    refusal = guard_.refusal(path);
   }
   if (failed_) {
     return std::exchange(failed_, std::nullopt);
+  }
+  if (refusal) {
+    printError(*refusal);
+    return WriteFailure{name, refusedFile};
   }
   return handOver({name, file, std::move(path)}, bytes);
 }
 
 std::optional<WriteFailure> ConsoleSystem::handOver(JournaledFile::Names names, const SharedBytes& bytes) {
-  if (!mayWrite(names.path)) {
-    return WriteFailure{names.name, refusedFile};
-  }
   endIfStopped();
   Destination destination;
-  if (auto failure = findDestination(names.file, destination)) {
+  if (auto failure = findDestination(names.path, destination)) {
     noteWriteFailure(names.path, *failure);
     return WriteFailure{names.name, *failure};
   }

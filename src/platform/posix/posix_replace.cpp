@@ -32,7 +32,7 @@ std::optional<std::string> PosixSystem::createFile(const std::string& name, std:
 std::optional<std::string> PosixSystem::putFile(const std::string& name, std::string_view bytes, Existing existing) {
   Destination destination;
   PreparedFile file;
-  auto failure = findDestination(name, destination);
+  auto failure = findDestination(paths_.resolve(name), destination);
   failure = failure ? failure : file.prepare(destination, bytes);
   if (!failure) {
     failure = existing == Existing::replaced ? file.place() : file.placeIfFree();
@@ -43,8 +43,8 @@ std::optional<std::string> PosixSystem::putFile(const std::string& name, std::st
   return failure;
 }
 
-std::optional<std::string> PosixSystem::findDestination(const std::string& name, Destination& destination) {
-  const auto end = linkTarget(paths_.resolve(name));
+std::optional<std::string> PosixSystem::findDestination(const std::string& path, Destination& destination) {
+  const auto end = linkTarget(path);
   if (!end) {
     return std::make_error_code(std::errc::too_many_symbolic_link_levels).message();
   }

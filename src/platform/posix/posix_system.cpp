@@ -46,13 +46,18 @@ PosixSystem::PosixSystem() = default;
 
 std::unique_ptr<InputFile> PosixSystem::openInput(const std::string& name) {
   // Most names are those of the disk, which then needs no search.
-  if (const auto path = paths_.likelyPath(name)) {
-    auto file = openForReading(*path);
-    if (file || (errno != ENOENT && errno != ENOTDIR)) {
-      return file;
-    }
+  const auto likely = paths_.likelyPath(name);
+  auto file = likely ? openForReading(*likely) : nullptr;
+  const int failure = errno;
+  if (file || (likely && failure != ENOENT && failure != ENOTDIR)) {
+    return file;
   }
-  return openForReading(paths_.resolve(name));
+  const std::string path = paths_.resolve(name);
+  if (path != likely) {
+    return openForReading(path);
+  }
+  errno = failure;
+  return nullptr;
 }
 
 std::unique_ptr<OutputFile> PosixSystem::openOutput(const std::string& name) {

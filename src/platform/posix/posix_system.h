@@ -48,9 +48,10 @@ class PosixSystem : public Files, public Programs, public Machine {
   using Destination = FileDestination;
   /// From now on, names of files that are not whole yet have this mark in them: letters and digits.
   void markTemporaryFiles(const std::string& mark) { mark_ = mark; }
-  /// Finds out where replaceFile would put a file. Signals wait as long as there are such destinations, which may be
-  /// several at a time, in the same folder. They end on the thread that this is. Returns the failure's text.
-  [[nodiscard]] std::optional<std::string> findDestination(const std::string& name, Destination& destination);
+  /// Finds out where replaceFile would put a file that has this path on the disk. Signals wait as long as there are
+  /// such destinations, which may be several at a time, in the same folder. They end on the thread that this is.
+  /// Returns the failure's text.
+  [[nodiscard]] std::optional<std::string> findDestination(const std::string& path, Destination& destination);
   /// Whether a signal waits for that.
   static bool areSignalsWaiting();
   /// The file has been put there.

@@ -80,9 +80,9 @@ std::optional<std::string> Win32System::createFile(const std::string& name, std:
   return isWhole(name) ? createWhole(name, mark_, bytes) : systemMessage(ERROR_INVALID_NAME);
 }
 
-std::optional<std::string> Win32System::findDestination(const std::string& name, Destination& destination) {
-  destination = destinationOf(name, mark_);
-  return isWhole(name) ? std::nullopt : std::optional(systemMessage(ERROR_INVALID_NAME));
+std::optional<std::string> Win32System::findDestination(const std::string& path, Destination& destination) {
+  destination = destinationOf(path, mark_);
+  return isWhole(path) ? std::nullopt : std::optional(systemMessage(ERROR_INVALID_NAME));
 }
 
 bool Win32System::deleteFile(const std::string& name) {

@@ -42,8 +42,8 @@ class Win32System : public Files, public Programs, public Machine {
   using Destination = FileDestination;
   /// From now on, names of files that are not whole yet have this mark in them: letters and digits.
   void markTemporaryFiles(const std::string& mark) { mark_ = mark; }
-  /// Finds out where replaceFile would put a file. Returns the failure's text.
-  [[nodiscard]] std::optional<std::string> findDestination(const std::string& name, Destination& destination);
+  /// Finds out where replaceFile would put a file that has this path on the disk. Returns the failure's text.
+  [[nodiscard]] std::optional<std::string> findDestination(const std::string& path, Destination& destination);
   /// Signals do not wait.
   static bool areSignalsWaiting() { return false; }
   /// The file has been put there: nothing has to be remembered.

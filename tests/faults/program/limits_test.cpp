@@ -32,7 +32,7 @@ class Limits : public testing::Test {
     const int status = std::system(("bash -c \"" + command + "\"").c_str());
     return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
   }
-  /// Makes the folder m one with so many pages of 96 KB.
+  /// Fills the folder m with pages of 96 KB.
   void makeLargePages(int count) const {
     std::string notes;
     for (int i = 0; i < 3000; ++i) {
