@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <fstream>
-#include <regex>
 #include <set>
 #include <sstream>
 
@@ -10,6 +9,7 @@
 #include "tests/console/example_pages.h"
 #include "tests/console/json_schema.h"
 #include "tests/support/pages.h"
+#include "tests/support/patterns.h"
 
 namespace kiv::test {
 namespace {
@@ -30,14 +30,7 @@ std::string document(const std::string& name) {
 
 /// The codes that messages have, as their header lists them.
 std::set<std::string> codesOfMessages() {
-  static const std::regex definition(R"re(string_view \w+ = "([^"]+)")re");
-  const std::string header = contentOf(CODES_HEADER);
-  std::set<std::string> codes;
-  for (auto match = std::sregex_iterator(header.begin(), header.end(), definition); match != std::sregex_iterator();
-       ++match) {
-    codes.insert((*match)[1].str());
-  }
-  return codes;
+  return firstGroupsIn(contentOf(CODES_HEADER), R"re(string_view \w+ = "([^"]+)")re");
 }
 
 /// The blocks of a document that hold JSON.
@@ -183,12 +176,18 @@ TEST_F(JsonOutput, EveryObjectHasTheVersionOfItsSchema) {
   }
 }
 
+/// Whether words of small letters and digits are joined by single underscores, and a letter comes first.
+bool isSnakeCase(const std::string& name) {
+  return name.find_first_of("abcdefghijklmnopqrstuvwxyz") == 0 &&
+         name.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789_") == std::string::npos &&
+         name.find("__") == std::string::npos && !name.ends_with('_');
+}
+
 /// The names of all members of a value and of the values in it that are not snake_case.
 Lines otherNames(const Json& value) {
-  static const std::regex snakeCase("[a-z][a-z0-9]*(_[a-z0-9]+)*");
   Lines names;
   for (const auto& [name, member] : value.items()) {
-    if (value.is_object() && !std::regex_match(name, snakeCase)) {
+    if (value.is_object() && !isSnakeCase(name)) {
       names.push_back(name);
     }
     const Lines inner = member.is_structured() ? otherNames(member) : Lines();

@@ -2,7 +2,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
-#include <regex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -15,6 +14,7 @@
 
 #include "tests/console/run_program.h"
 #include "tests/support/pages.h"
+#include "tests/support/patterns.h"
 
 namespace kiv::test {
 namespace {
@@ -91,14 +91,12 @@ TEST_F(SurveyManners, TheRateOfItsProgressIsThatOfAllPiecesSinceItBegan) {
     place.write("lib/" + std::string(200, 'x') + "/" + letters + "1.MUS", solo);
   }
   const std::string shown = shownOnATerminal(place.path(), 800ms);
-  const std::regex progress("(\\d+) of 1200 pieces, ([0-9.]+) a second");
-  int count = 0;
-  for (std::sregex_iterator line(shown.begin(), shown.end(), progress); line != std::sregex_iterator(); ++line) {
+  const auto lines = matchesIn(shown, "(\\d+) of 1200 pieces, ([0-9.]+) a second");
+  for (const auto& line : lines) {
     // Nothing is shown in the first half second.
-    EXPECT_LE(std::stod((*line)[2]), 2 * std::stod((*line)[1]) + 1) << line->str();
-    ++count;
+    EXPECT_LE(std::stod(line.at(2)), 2 * std::stod(line.at(1)) + 1) << line.front();
   }
-  EXPECT_GT(count, 0) << shown;
+  EXPECT_FALSE(lines.empty()) << shown;
 }
 
 TEST_F(SurveyManners, HiddenFoldersOfUndoAreNoPartOfTheLibrary) {

@@ -1,7 +1,7 @@
 #include <fstream>
-#include <regex>
 
 #include "tests/console/undo_fixture.h"
+#include "tests/support/patterns.h"
 
 namespace kiv::test {
 namespace {
@@ -13,8 +13,7 @@ class UndoReasons : public Undo {
   std::string reasonFor(const std::string& folder) const {
     const Ended ended = place.kivsys({"undo", folder});
     EXPECT_EQ(ended.status, 2) << ended.out;
-    std::string line =
-        std::regex_replace(ended.error, std::regex("[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}"), "DATE");
+    std::string line = replaceMatches(ended.error, R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d)", "DATE");
     const std::string path = place.path().string();
     if (const std::size_t at = line.find(path); at != std::string::npos) {
       line.replace(at, path.size(), "PLACE");

@@ -1,13 +1,13 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "tests/console/run_program.h"
+#include "tests/support/patterns.h"
 
 namespace kiv::test {
 namespace {
@@ -43,7 +43,7 @@ std::string asInDocument(std::string text, const std::string& folder) {
   for (std::size_t at = text.find(folder); at != std::string::npos; at = text.find(folder)) {
     text.replace(at, folder.size(), "/home/me");
   }
-  return std::regex_replace(text, std::regex(R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d)"), "2026-11-22 10:16:11");
+  return replaceMatches(text, R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d)", "2026-11-22 10:16:11");
 }
 
 /// Performs the steps in a new place, of which the first one is "mkdir FOLDER && cd FOLDER".

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
@@ -19,6 +18,7 @@
 #include "messages/run_time_errors.h"
 #include "messages/shell_messages.h"
 #include "messages/warnings.h"
+#include "tests/support/patterns.h"
 
 namespace kiv::test {
 namespace {
@@ -177,16 +177,6 @@ std::string contentOf(const fs::path& file) {
   return content.str();
 }
 
-/// What the first group of the expression matches in the text.
-Texts matchesIn(const std::string& text, const std::regex& expression) {
-  Texts matches;
-  for (auto match = std::sregex_iterator(text.begin(), text.end(), expression); match != std::sregex_iterator();
-       ++match) {
-    matches.insert((*match)[1].str());
-  }
-  return matches;
-}
-
 /// The sources, by their names in src: those of the messages, or all others.
 std::vector<fs::path> sources(bool ofMessages) {
   std::vector<fs::path> files;
@@ -205,11 +195,11 @@ std::string sourceOf(const fs::path& name) {
 }
 
 TEST(MessageCodes, TheExamplesAreOfEveryFunction) {
-  static const std::regex declaration(R"((?:^|\n)Message (\w+)\()");
+  constexpr const char* declaration = R"((?:^|\n)Message (\w+)\()";
   Texts declared;
   for (const fs::path& name : sources(true)) {
     if (name.extension() == ".h" && name.filename() != "message.h") {
-      declared.merge(matchesIn(sourceOf(name), declaration));
+      declared.merge(firstGroupsIn(sourceOf(name), declaration));
     }
   }
   Texts functions;
@@ -221,8 +211,8 @@ TEST(MessageCodes, TheExamplesAreOfEveryFunction) {
 }
 
 TEST(MessageCodes, EveryMessageHasOneAndEveryCodeHasAMessage) {
-  static const std::regex definition(R"re(inline constexpr std::string_view \w+ = "([^"]+)")re");
-  const Texts codes = matchesIn(sourceOf("messages/codes.h"), definition);
+  constexpr const char* definition = R"re(inline constexpr std::string_view \w+ = "([^"]+)")re";
+  const Texts codes = firstGroupsIn(sourceOf("messages/codes.h"), definition);
   Texts used;
   for (const Example& example : examples()) {
     used.emplace(example.message.code);
@@ -257,19 +247,19 @@ TEST(MessageCodes, NoOtherSourceBuildsAMessage) {
 }
 
 TEST(MessageCodes, NoOtherSourceHasTheTextOfAMessage) {
-  static const std::regex literal(R"re("((?:[^"\\\n]|\\.)*)")re");
+  constexpr const char* literal = R"re("((?:[^"\\\n]|\\.)*)")re";
   constexpr std::size_t shortestText = 12;  // shorter ones, and single words, are used elsewhere as well
   Texts texts;
   for (const fs::path& name : sources(true)) {
     if (name.extension() == ".cpp") {
-      texts.merge(matchesIn(sourceOf(name), literal));
+      texts.merge(firstGroupsIn(sourceOf(name), literal));
     }
   }
   std::erase_if(
       texts, [](const std::string& text) { return text.size() < shortestText || text.find(' ') == std::string::npos; });
   EXPECT_GT(texts.size(), 50U) << "the texts are no longer found in the sources";
   for (const fs::path& name : sources(false)) {
-    for (const std::string& other : matchesIn(sourceOf(name), literal)) {
+    for (const std::string& other : firstGroupsIn(sourceOf(name), literal)) {
       EXPECT_FALSE(texts.contains(other)) << name << ": " << other;
     }
   }

@@ -1,7 +1,6 @@
 #include "diagnostics/problem_texts.h"
 
 #include <fstream>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
@@ -10,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "messages/codes.h"
+#include "tests/support/patterns.h"
 
 namespace kiv::test {
 namespace {
@@ -22,13 +22,7 @@ std::string contentOf(const std::string& path) {
 }
 
 std::set<std::string> codesOfTheHeader() {
-  const std::string header = contentOf(std::string(SOURCE_FOLDER) + "/messages/codes.h");
-  const std::regex definition(R"(= "([a-z0-9-]+)\")");
-  std::set<std::string> codes;
-  for (std::sregex_iterator at(header.begin(), header.end(), definition), end; at != end; ++at) {
-    codes.insert((*at)[1]);
-  }
-  return codes;
+  return firstGroupsIn(contentOf(std::string(SOURCE_FOLDER) + "/messages/codes.h"), R"(= "([a-z0-9-]+)\")");
 }
 
 TEST(ProblemTexts, HaveEveryCodeOnce) {

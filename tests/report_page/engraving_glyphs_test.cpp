@@ -1,10 +1,10 @@
-#include <regex>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "drawing/glyphs.h"
 #include "report_page/embedded_pages.h"
+#include "tests/support/patterns.h"
 
 namespace kiv::report::test {
 namespace {
@@ -13,8 +13,8 @@ namespace {
 int numberInScript(const std::string& name) {
   const std::string script(embedded::report_js);
   const std::string table = script.substr(script.find("const GLYPHS"));
-  std::smatch match;
-  return std::regex_search(table, match, std::regex("[ {]" + name + R"(: \[?(\d+))")) ? std::stoi(match[1]) : -1;
+  const auto matches = kiv::test::matchesIn(table, "[ {]" + name + R"(: \[?(\d+))");
+  return matches.empty() ? -1 : std::stoi(matches.front().at(1));
 }
 
 TEST(EngravingGlyphs, HaveTheNumbersThatTheScriptUses) {
