@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -49,8 +50,8 @@ class HashIndex {
 
   static std::size_t slotOf(const Slots& slots, std::size_t hash) {
     constexpr std::uint64_t spread = 0x9E3779B97F4A7C15U;  // 2^64 divided by the golden ratio
-    constexpr int half = 32;
-    return static_cast<std::size_t>((hash * spread) >> half) & (slots.size() - 1);
+    // The highest bits of the product are the best ones, as many as the number of a slot has.
+    return static_cast<std::size_t>((hash * spread) >> std::countl_zero(std::uint64_t{slots.size()} - 1));
   }
   template <typename HashOf>
   void grow(HashOf hashOf) {

@@ -11,7 +11,7 @@
 
 namespace kiv {
 
-/// Different texts, numbered 0, 1, 2 ..., all together shorter than 4 GB. There can be very many, so each takes few
+/// Different texts, numbered 0, 1, 2 ..., all together shorter than 2 GB. There can be very many, so each takes few
 /// bytes beside its characters.
 class NumberedTexts {
  public:
@@ -29,7 +29,7 @@ class NumberedTexts {
   // Each text follows its length. A block begins at a multiple of the size that most of them have; a longer one, for
   // one long text, is followed by empty ones.
   std::vector<std::unique_ptr<char[]>> blocks_;  // NOLINT(modernize-avoid-c-arrays): as large as each must be
-  std::size_t end_ = 0;                          // the position behind the last text
+  std::size_t end_ = 0;                          // the position after the last text
   std::size_t freeBytes_ = 0;                    // there, in its block
   std::vector<std::uint32_t> positions_;         // of the texts
   HashIndex index_;

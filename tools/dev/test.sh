@@ -124,7 +124,7 @@ run_test() {
   test_windows
   check "demo" ./dev demo
   wait "$fuzz_build" || echo "the fuzz targets are built again below"
-  # What uses one processor runs beside the packages, which use another.
+  # Each of these three uses one processor at most.
   ./dev fuzz --check >build/fuzz.log 2>&1 &
   fuzz=$!
   check_pages >build/pages.log 2>&1 &

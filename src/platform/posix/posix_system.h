@@ -70,7 +70,8 @@ class PosixSystem : public Files, public Programs, public Machine {
   /// Makes a folder, named as the user typed it, the run's current one. False when it cannot be.
   bool enterFolder(const std::string& typed);
   /// Prepares this process, before anything else is done: no file may get the number of a standard stream that the
-  /// program was started without, and what the user withholds from new files is noted.
+  /// program was started without, and what the user withholds from new files is noted. Freed memory is kept from now
+  /// on.
   static void prepareProcess();
   /// The full name, as the core writes names, of a file named as the user typed it.
   std::string fullName(const std::string& typed) { return coreName(fullPath(typed)); }
