@@ -49,7 +49,7 @@ std::uint32_t NumberedTexts::keep(std::string_view text) {
   std::memcpy(start, &length, sizeof(length));
   std::copy(text.begin(), text.end(), start + sizeof(length));
   end_ += bytes;
-  freeBytes_ = bytes > blockBytes ? 0 : freeBytes_ - bytes;  // nothing begins in an empty block
+  freeBytes_ = bytes > blockBytes ? 0 : freeBytes_ - bytes;  // nothing begins in a block that is null
   return static_cast<std::uint32_t>(position);
 }
 

@@ -15,7 +15,7 @@ namespace kiv {
 /// bytes beside its characters.
 class NumberedTexts {
  public:
-  /// The number of the text, which is added when it is new.
+  /// The number of the text, which is added when it is new. Throws std::length_error when they take too much.
   std::uint32_t add(std::string_view text);
   std::optional<std::uint32_t> find(std::string_view text) const;
   /// Valid as long as the table, also after it was moved.
@@ -26,11 +26,11 @@ class NumberedTexts {
   std::uint32_t keep(std::string_view text);
   void addBlocks(std::size_t count);
 
-  // Each text follows its length. A block begins at a multiple of the size that most of them have; a longer one, for
-  // one long text, is followed by empty ones.
+  // Each text follows its length. Blocks have one size, so a block is found by division. One that is longer, for a
+  // single text, counts as several, of which those after the first are null.
   std::vector<std::unique_ptr<char[]>> blocks_;  // NOLINT(modernize-avoid-c-arrays): as large as each must be
   std::size_t end_ = 0;                          // the position after the last text
-  std::size_t freeBytes_ = 0;                    // there, in its block
+  std::size_t freeBytes_ = 0;                    // after it, in its block
   std::vector<std::uint32_t> positions_;         // of the texts
   HashIndex index_;
 };

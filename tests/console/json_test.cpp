@@ -176,7 +176,7 @@ TEST_F(JsonOutput, EveryObjectHasTheVersionOfItsSchema) {
   }
 }
 
-/// Whether words of small letters and digits are joined by single underscores, and a letter comes first.
+/// Whether words of lower-case letters and digits are joined by single underscores, and a letter comes first.
 bool isSnakeCase(const std::string& name) {
   return name.find_first_of("abcdefghijklmnopqrstuvwxyz") == 0 &&
          name.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789_") == std::string::npos &&

@@ -47,17 +47,14 @@ PosixSystem::PosixSystem() = default;
 std::unique_ptr<InputFile> PosixSystem::openInput(const std::string& name) {
   // Most names are those of the disk, which then needs no search.
   const auto likely = paths_.likelyPath(name);
-  auto file = likely ? openForReading(*likely) : nullptr;
-  const int failure = errno;
-  if (file || (likely && failure != ENOENT && failure != ENOTDIR)) {
-    return file;
+  if (likely) {
+    auto file = openForReading(*likely);
+    if (file || (errno != ENOENT && errno != ENOTDIR)) {
+      return file;
+    }
   }
   const std::string path = paths_.resolve(name);
-  if (path != likely) {
-    return openForReading(path);
-  }
-  errno = failure;
-  return nullptr;
+  return path == likely ? nullptr : openForReading(path);
 }
 
 std::unique_ptr<OutputFile> PosixSystem::openOutput(const std::string& name) {
