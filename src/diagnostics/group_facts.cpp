@@ -222,15 +222,6 @@ SystemFact GroupFacts::system(std::size_t system) const {
   return fact;
 }
 
-std::vector<SystemFact> GroupFacts::systems() const {
-  std::vector<SystemFact> systems;
-  systems.reserve(systemCount());
-  for (std::size_t index = 0; index < systemCount(); ++index) {
-    systems.push_back(system(index));
-  }
-  return systems;
-}
-
 bool GroupFacts::sharesASystem(const std::string& musFileName) const {
   const auto file = fileNames_.find(musFileName);
   return file && listed_.isShared(*file);

@@ -50,8 +50,8 @@ class GroupFacts : public AnalysisObserver {
   /// Their instruments.
   std::set<std::int16_t> instrumentsOf(std::size_t system) const { return listed_.instrumentsOf(system); }
   SystemFact system(std::size_t system) const;
-  /// All of them, which may be much.
-  std::vector<SystemFact> systems() const;
+  /// The number that rows have for a file; nullopt for one that was not read.
+  std::optional<std::uint32_t> fileNumber(const std::string& musFileName) const { return fileNames_.find(musFileName); }
   /// Whether a page of several files has this one.
   bool sharesASystem(const std::string& musFileName) const;
   /// The staff item that a record of these systems was made of. nullopt where the page must be asked, as two staves of

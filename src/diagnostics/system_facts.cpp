@@ -115,6 +115,14 @@ void SystemFacts::forgetFiles() {
 
 }  // namespace
 
+std::set<std::string> filesOf(const SystemFact& system) {
+  std::set<std::string> files;
+  for (const StaffFact& staff : system.staves) {
+    files.insert(staff.file);
+  }
+  return files;
+}
+
 bool forEachSystemFact(Files& files, const SystemFactVisitor& visit) {
   const bool together = areTogether(files);
   SystemFacts facts;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,9 @@ struct SystemFact {
 
   bool operator==(const SystemFact&) const = default;
 };
+
+/// The full names of the files that have its staves.
+std::set<std::string> filesOf(const SystemFact& system);
 
 /// Is given a system of the report.
 using SystemFactVisitor = std::function<void(const SystemFact&)>;

@@ -1,6 +1,5 @@
 #include "report_page/corrected_group.h"
 
-#include "diagnostics/group_facts.h"
 #include "diagnostics/problems.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
@@ -9,18 +8,21 @@
 
 namespace kiv::report {
 
-std::optional<CorrectedGroup> analyzeCorrected(Files& corrected, const ReportHost& host, const ReportRequest& request) {
+std::unique_ptr<const CorrectedGroup> analyzeCorrected(Files& corrected, const ReportHost& host,
+                                                       const ReportRequest& request) {
   OverlayFiles files(corrected, host.machine);
   SilentUser user;
   NoPrograms programs;
   KivSystem program({files, user, programs, host.machine});
-  GroupFacts facts({});
-  const auto ended =
-      exitCodeOfPart(user, [&] { analyzeWithoutReport(program, request.namesFile, request.allowZeroId, &facts); });
+  auto group = std::make_unique<CorrectedGroup>();
+  const auto ended = exitCodeOfPart(
+      user, [&] { analyzeWithoutReport(program, request.namesFile, request.allowZeroId, &group->facts); });
   if (ended.value_or(0) != 0) {
-    return std::nullopt;
+    return nullptr;
   }
-  return CorrectedGroup{facts.systems(), findProblems(files, user.messages()).size(), program.qualifies()};
+  group->problems = findProblems(files, user.messages()).size();
+  group->qualifies = program.qualifies();
+  return group;
 }
 
 }  // namespace kiv::report

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <set>
 #include <utility>
 
@@ -81,7 +82,7 @@ class ReportGatherer {
   void addProblems();
   void analyzeWithTable();
   void checkResults();
-  const std::vector<SystemFact>& convertedSystems() { return haveCorrectedResults() ? corrected_->systems : systems_; }
+  const GroupFacts& convertedFacts() const { return haveCorrectedResults() ? corrected_->facts : facts_; }
   bool haveCorrectedResults() const { return gathered_.data.corrected && gathered_.data.corrected->haveResults; }
   void addMusicFaults(ProblemGrouper& grouper);
   void addPictures();
@@ -96,9 +97,8 @@ class ReportGatherer {
   NoPrograms programs_;
   KivSystem program_;
   GroupFacts facts_;
-  std::vector<SystemFact> systems_;  // of the facts
   std::optional<Layouts> layouts_;
-  std::optional<CorrectedGroup> corrected_;
+  std::unique_ptr<const CorrectedGroup> corrected_;  // null without a table
   std::map<std::size_t, std::vector<WantedMark>> marks_;
   std::map<std::size_t, std::vector<ResultMark>> resultMarks_;
   GatheredReport gathered_;
@@ -112,7 +112,6 @@ bool ReportGatherer::analyzePages() {
                        data.chart = makeChart(host_.machine, readReport(files_), request_.allowZeroId);
                        layouts_ = findLayouts(files_, program_.systems, facts_, Places::ofFirstSystems);
                      }).value_or(0) != 0;
-  systems_ = facts_.systems();
   if (ended) {
     gathered_.ended = user_.messages().back();
   }
@@ -152,7 +151,7 @@ void ReportGatherer::addChart() {
 }
 
 void ReportGatherer::addProblems() {
-  ProblemGrouper grouper(host_, systems_);
+  ProblemGrouper grouper(host_, facts_);
   grouper.addSkipped(request_.skipped, request_.stepAfter);
   grouper.addProblems(findProblems(files_, user_.messages()), false);
   const std::vector<std::string>& names = program_.names.nameList;
@@ -172,10 +171,9 @@ void ReportGatherer::addProblems() {
   for (std::size_t p = 0; p < gathered_.data.proposals.size(); ++p) {
     ReportProposal& proposal = gathered_.data.proposals[p];
     const std::string file = host_.machine.upperCase(proposal.file);
-    const std::size_t system = grouper.systemOf(file, proposal.staff);
-    if (system < systems_.size()) {
-      proposal.system = static_cast<std::size_t>(systems_[system].number);
-      marks_[system].push_back({file, proposal.staff, proposal.item, p, true});
+    if (const auto system = grouper.systemOf(file, proposal.staff)) {
+      proposal.system = static_cast<std::size_t>(facts_.systemNumber(*system));
+      marks_[*system].push_back({file, proposal.staff, proposal.item, p, true});
     }
   }
 }
@@ -189,7 +187,7 @@ void ReportGatherer::analyzeWithTable() {
     correctedFiles_.addFile(name, page);
   }
   corrected_ = analyzeCorrected(correctedFiles_, host_, request_);
-  if (corrected_ && corrected_->systems.size() == systems_.size()) {
+  if (corrected_ && corrected_->facts.systemCount() == facts_.systemCount()) {
     gathered_.data.corrected = CorrectedPages{request_.table->name, corrected_->problems, !corrected_->qualifies};
   }
 }
@@ -203,11 +201,11 @@ void ReportGatherer::checkResults() {
   }
   ResultMisfits found;
   if (data.corrected) {
-    found = resultMisfits(host_, correctedFiles_, request_.firstResult, corrected_->systems);
+    found = resultMisfits(host_, correctedFiles_, request_.firstResult, corrected_->facts);
     data.corrected->haveResults = found.sentences.empty();
   }
   if (!data.corrected || !data.corrected->haveResults) {
-    ResultMisfits asTheyAre = resultMisfits(host_, files_, request_.firstResult, systems_);
+    ResultMisfits asTheyAre = resultMisfits(host_, files_, request_.firstResult, facts_);
     if (!data.corrected || asTheyAre.sentences.empty()) {
       found = std::move(asTheyAre);
     }
@@ -222,7 +220,7 @@ void ReportGatherer::addMusicFaults(ProblemGrouper& grouper) {
   if (!gathered_.data.hasResults) {
     return;
   }
-  for (const MusicFault& fault : resultFaults(files_, request_.firstResult, convertedSystems())) {
+  for (const MusicFault& fault : resultFaults(files_, request_.firstResult, convertedFacts())) {
     grouper.addResultWarning(fault.warning);
     for (const FaultPlace& place : fault.places) {
       resultMarks_[fault.result].push_back({place.staff, place.bar, grouper.indexOf(fault.warning.code)});
@@ -237,11 +235,11 @@ void ReportGatherer::addPictures() {
   wanted.resultMarks = resultMarks_;
   wanted.systems = wantedSystems(gathered_.data, wanted, request_.allPictures);
   if (gathered_.data.hasResults) {
-    wanted.converted = &convertedSystems();
+    wanted.converted = &convertedFacts();
     wanted.result = [&](std::size_t number) { return resultName(request_.firstResult, number); };
   }
   PictureMaker maker(files_, host_.shown);
-  gathered_.data.pictures = maker.draw(systems_, wanted);
+  gathered_.data.pictures = maker.draw(facts_, wanted);
 }
 
 GatheredReport ReportGatherer::gather() {
@@ -249,7 +247,7 @@ GatheredReport ReportGatherer::gather() {
   data.skipped = request_.skipped.size();
   data.csvHead = csv_.head;
   if (request_.namesFile.empty()) {
-    ProblemGrouper grouper(host_, systems_);
+    ProblemGrouper grouper(host_, facts_);
     grouper.addSkipped(request_.skipped, request_.stepAfter);
     data.problems = grouper.problems();
     data.title = "Pages";

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -11,8 +11,8 @@
 
 namespace kiv::report {
 
-/// What was made of the bytes of the page files that were read last, so that the systems of a page read it once. Files
-/// must outlive it.
+/// What was made of the bytes of the page files of one system, so that the next one of the same page need not read them
+/// again. Files must outlive it.
 template <typename Content>
 class RecentPages {
  public:
@@ -20,15 +20,15 @@ class RecentPages {
 
   RecentPages(Files& files, Make make) : files_(files), make_(std::move(make)) {}
 
-  /// Of a file that cannot be read, what was made of no bytes. Valid until another page is asked for.
+  /// The files of the system that follows: others are forgotten.
+  void keepOnly(const std::set<std::string>& names) {
+    std::erase_if(pages_, [&](const auto& page) { return !names.contains(page.first); });
+  }
+  /// Of a file that cannot be read, what was made of no bytes. Valid until the file is forgotten.
   const Content& page(const std::string& name) {
-    constexpr std::size_t mostKept = 32;  // a page has no more files than letters
     const auto known = pages_.find(name);
     if (known != pages_.end()) {
       return known->second;
-    }
-    if (pages_.size() >= mostKept) {
-      pages_.clear();
     }
     return pages_.emplace(name, make_(readWhole(files_, name, readableBytes).value_or(""))).first->second;
   }

@@ -10,31 +10,8 @@ std::string placeWords(const std::string& file, const std::string& staff, int it
   return file + (staff.empty() ? "" : ", staff " + staff) + (item == 0 ? "" : ", item " + std::to_string(item));
 }
 
-ProblemGrouper::ProblemGrouper(const ReportHost& host, const std::vector<SystemFact>& facts)
-    : host_(host), facts_(facts) {
-  for (std::size_t s = 0; s < facts.size(); ++s) {
-    indices_.emplace(facts[s].number, s);
-    for (const StaffFact& staff : facts[s].staves) {
-      systems_[staff.file].emplace_back(numericValue(staff.staff), s);
-    }
-  }
-}
-
-std::size_t ProblemGrouper::systemOf(const std::string& file, double staff) const {
-  const auto staves = systems_.find(file);
-  if (staves == systems_.end()) {
-    return facts_.size();
-  }
-  const auto found = std::find_if(staves->second.begin(), staves->second.end(),
-                                  [&](const auto& known) { return known.first == staff; });
-  if (found != staves->second.end()) {
-    return found->second;
-  }
-  const std::size_t first = staves->second.front().second;
-  const bool isOnlyOne = std::all_of(staves->second.begin(), staves->second.end(),
-                                     [&](const auto& known) { return known.second == first; });
-  return isOnlyOne ? first : facts_.size();
-}
+ProblemGrouper::ProblemGrouper(const ReportHost& host, const GroupFacts& facts)
+    : host_(host), facts_(facts), finder_(facts) {}
 
 ReportProblem& ProblemGrouper::groupOf(std::string_view code, bool isWarning, bool isAboutItem) {
   const ProblemText* text = &problemTextOf(code, isAboutItem);
@@ -50,10 +27,9 @@ void ProblemGrouper::addPlace(const Problem& problem, bool isWarning) {
   ReportProblem& group = groupOf(problem.code, isWarning);
   const auto about = static_cast<std::size_t>(&group - problems_.data());
   const std::string file = problem.file.value_or("");
-  std::size_t system = facts_.size();
+  std::optional<std::size_t> system;
   if (problem.system) {
-    const auto index = indices_.find(*problem.system);
-    system = index == indices_.end() ? system : index->second;
+    system = finder_.withNumber(*problem.system);
   } else if (problem.file) {
     system = systemOf(file, problem.staff.value_or(0));
   }
@@ -61,10 +37,10 @@ void ProblemGrouper::addPlace(const Problem& problem, bool isWarning) {
   const int item = problem.place ? problem.place->item : 0;
   ReportPlace place;
   place.words = problem.file ? placeWords(host_.nameOf(file), staff, item) : "the whole group";
-  if (system < facts_.size()) {
-    place.system = static_cast<std::size_t>(facts_[system].number);
+  if (system) {
+    place.system = static_cast<std::size_t>(facts_.systemNumber(*system));
     const auto number = static_cast<float>(problem.staff.value_or(0));
-    marks_[system].push_back({file, number, problem.staff ? item : 0, about, false});
+    marks_[*system].push_back({file, number, problem.staff ? item : 0, about, false});
   }
   group.places.push_back(std::move(place));
 }
@@ -79,8 +55,8 @@ void ProblemGrouper::addResultWarning(const Message& warning) {
   const Location& at = warning.location;
   ReportPlace place;
   place.words = host_.nameOf(at.file) + (at.bar ? ", bar " + std::to_string(*at.bar) : "") + ": " + warning.text;
-  if (const auto index = indices_.find(at.system.value_or(0)); index != indices_.end()) {
-    place.system = static_cast<std::size_t>(index->first);
+  if (const auto index = finder_.withNumber(at.system.value_or(0))) {
+    place.system = static_cast<std::size_t>(facts_.systemNumber(*index));
   }
   groupOf(warning.code, true).places.push_back(std::move(place));
 }

@@ -21,11 +21,11 @@ using Ids = std::set<int>;
 using Contents = std::map<int, StaffContent>;  // by instrument
 
 /// The ids of all staves; 0 stands for no instrument.
-Ids idsOf(const std::vector<SystemFact>& systems) {
+Ids idsOf(const GroupFacts& facts) {
   Ids ids;
-  for (const SystemFact& system : systems) {
-    for (const StaffFact& staff : system.staves) {
-      ids.insert(std::abs(int{staff.instrument}));
+  for (std::size_t s = 0; s < facts.systemCount(); ++s) {
+    for (const std::int16_t instrument : facts.instrumentsOf(s)) {
+      ids.insert(std::abs(int{instrument}));
     }
   }
   ids.erase(0);
@@ -43,8 +43,8 @@ std::string listed(const std::vector<int>& ids) {
 /// Compares results with the systems, one after the other.
 class ResultCheck {
  public:
-  ResultCheck(const ReportHost& host, Files& files, const std::vector<SystemFact>& systems)
-      : host_(host), systems_(systems), wanted_(idsOf(systems)), pages_(files, contentOf) {}
+  ResultCheck(const ReportHost& host, Files& files, const GroupFacts& facts)
+      : host_(host), wanted_(idsOf(facts)), pages_(files, contentOf) {}
 
   /// Why a result cannot be that of a system; "" when it can be.
   std::string misfitOf(const std::string& result, const SystemFact& system);
@@ -57,13 +57,13 @@ class ResultCheck {
   static std::string wrongItems(const SystemFact& system, const Contents& wanted, const Contents& found);
 
   const ReportHost& host_;
-  const std::vector<SystemFact>& systems_;
   Ids wanted_;
   std::map<int, std::size_t> added_;
   RecentPages<PageContent> pages_;
 };
 
 Contents ResultCheck::contentsOf(const SystemFact& system) {
+  pages_.keepOnly(filesOf(system));
   Contents contents;
   std::set<std::pair<std::string, float>> known;
   for (const StaffFact& staff : system.staves) {
@@ -139,13 +139,13 @@ std::string ResultCheck::misfitOf(const std::string& result, const SystemFact& s
 
 /// The files that are named like a result of another system, and are no pages of these.
 std::vector<std::string> surplusResults(const ReportHost& host, const std::string& firstResult,
-                                        const std::vector<SystemFact>& systems) {
+                                        const GroupFacts& facts) {
   std::vector<std::string> names;
   std::set<std::string> pages;
-  for (const SystemFact& system : systems) {
-    names.push_back(resultName(firstResult, static_cast<std::size_t>(system.number)));
-    for (const StaffFact& staff : system.staves) {
-      pages.insert(host.machine.upperCase(staff.file));
+  for (std::size_t s = 0; s < facts.systemCount(); ++s) {
+    names.push_back(resultName(firstResult, static_cast<std::size_t>(facts.systemNumber(s))));
+    for (const std::string& file : filesOf(facts.system(s))) {
+      pages.insert(host.machine.upperCase(file));
     }
   }
   std::vector<std::string> surplus = proof::strayResults(host.files, host.machine, firstResult, names).surplus;
@@ -156,16 +156,16 @@ std::vector<std::string> surplusResults(const ReportHost& host, const std::strin
 }  // namespace
 
 ResultMisfits resultMisfits(const ReportHost& host, Files& files, const std::string& firstResult,
-                            const std::vector<SystemFact>& systems) {
-  ResultCheck check(host, files, systems);
+                            const GroupFacts& facts) {
+  ResultCheck check(host, files, facts);
   ResultMisfits all;
   std::vector<std::string>& misfits = all.sentences;
   std::size_t last = 0;
   std::size_t missing = 0;
-  for (const SystemFact& system : systems) {
-    const auto number = static_cast<std::size_t>(system.number);
+  for (std::size_t s = 0; s < facts.systemCount(); ++s) {
+    const auto number = static_cast<std::size_t>(facts.systemNumber(s));
     last = std::max(last, number);
-    std::string misfit = check.misfitOf(resultName(firstResult, number), system);
+    std::string misfit = check.misfitOf(resultName(firstResult, number), facts.system(s));
     if (misfit.empty()) {
       continue;
     }
@@ -179,12 +179,12 @@ ResultMisfits resultMisfits(const ReportHost& host, Files& files, const std::str
     all.firstMissing = 0;
   }
   for (const auto& [id, count] : check.added()) {
-    if (count > 0 && count < systems.size()) {  // a list of instruments adds it to all
+    if (count > 0 && count < facts.systemCount()) {  // a list of instruments adds it to all
       misfits.push_back(counted(count, "result") + (count == 1 ? " has" : " have") + " a staff of " +
                         std::to_string(id) + ", which no page has.");
     }
   }
-  for (const std::string& file : surplusResults(host, firstResult, systems)) {
+  for (const std::string& file : surplusResults(host, firstResult, facts)) {
     misfits.push_back(host.nameOf(file) + " is there, but the pages have only " + counted(last, "system") + ".");
   }
   return all;

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "diagnostics/system_facts.h"
+#include "diagnostics/group_facts.h"
 #include "report_page/gather_report.h"
 
 namespace kiv::report {
@@ -16,11 +16,11 @@ struct ResultMisfits {
   std::size_t firstMissing = 0;
 };
 
-/// Why the results of a conversion are not those of these systems, a sentence each: one is missing, too many
-/// or damaged, lacks an instrument of the group, has one that it must not have, or does not hold what is on the staves
-/// of its system. Their names follow from the full one of the first. Pages are read from the files,
-/// which may have them corrected. Rest staves, barlines and braces are not compared.
+/// Why the results of a conversion are not those of the systems of these facts, a sentence each: one is missing, too
+/// many or damaged, lacks an instrument of the group, has one that it must not have, or does not hold what is on the
+/// staves of its system. Their names follow from the full one of the first. Pages are read from the files, which may
+/// have them corrected. Rest staves, barlines and braces are not compared.
 ResultMisfits resultMisfits(const ReportHost& host, Files& files, const std::string& firstResult,
-                            const std::vector<SystemFact>& systems);
+                            const GroupFacts& facts);
 
 }  // namespace kiv::report

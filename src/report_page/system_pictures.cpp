@@ -62,7 +62,7 @@ std::vector<Item> itemsOf(const std::string& bytes, const PictureMaker::Text& te
 }  // namespace
 
 PictureMaker::PictureMaker(Files& files, const Text& text)
-    : pages_(files, [text](const std::string& bytes) { return itemsOf(bytes, text); }) {}
+    : files_(files), text_(text), pages_(files, [text](const std::string& bytes) { return itemsOf(bytes, text); }) {}
 
 Picture PictureMaker::pictureFrom(const PageLayout& layout) {
   Picture picture;
@@ -84,12 +84,12 @@ Picture PictureMaker::pictureFrom(const PageLayout& layout) {
 
 Picture PictureMaker::pictureOf(const SystemFact& system, const std::vector<WantedMark>& marks) {
   std::map<std::pair<std::string, float>, float> numbers;  // in the picture, by file and number
-  std::set<std::string> names;
   for (const StaffFact& staff : system.staves) {
     const auto number = static_cast<float>(numericValue(staff.staff));
     numbers.emplace(std::pair(staff.file, number), static_cast<float>(numericValue(staff.newStaff)));
-    names.insert(staff.file);
   }
+  const std::set<std::string> names = filesOf(system);
+  pages_.keepOnly(names);
   std::vector<Item> items;
   for (const std::string& name : names) {
     for (const Item& item : pages_.page(name)) {
@@ -148,7 +148,7 @@ Picture PictureMaker::pictureOfResult(const SystemFact& system, const std::vecto
   return picture;
 }
 
-Pictures PictureMaker::draw(const std::vector<SystemFact>& facts, const WantedPictures& wanted) {
+Pictures PictureMaker::draw(const GroupFacts& facts, const WantedPictures& wanted) {
   Pictures pictures;
   static const std::vector<WantedMark> none;
   static const std::vector<ResultMark> noneOfResult;
@@ -157,16 +157,17 @@ Pictures PictureMaker::draw(const std::vector<SystemFact>& facts, const WantedPi
       ++pictures.leftOut;
       continue;
     }
-    const SystemFact& system = facts[index];
+    const SystemFact system = facts.system(index);
     const auto marks = wanted.marks.find(index);
     SystemPicture picture;
     picture.system = static_cast<std::size_t>(system.number);
     picture.before = pictureOf(system, marks == wanted.marks.end() ? none : marks->second);
     if (wanted.result) {
-      const std::vector<Item>& result = pages_.page(wanted.result(picture.system));
+      const std::vector<Item> result =
+          itemsOf(readWhole(files_, wanted.result(picture.system), readableBytes).value_or(""), text_);
       if (!result.empty()) {
         const auto found = wanted.resultMarks.find(index);
-        picture.after = pictureOfResult(wanted.converted == nullptr ? system : (*wanted.converted)[index], result,
+        picture.after = pictureOfResult(wanted.converted == nullptr ? system : wanted.converted->system(index), result,
                                         found == wanted.resultMarks.end() ? noneOfResult : found->second);
       }
     }

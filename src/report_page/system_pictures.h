@@ -3,12 +3,11 @@
 #include <functional>
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "diagnostics/system_facts.h"
+#include "diagnostics/group_facts.h"
 #include "platform/files.h"
 #include "report_page/picture_code.h"
 #include "report_page/recent_pages.h"
@@ -37,7 +36,7 @@ struct WantedPictures {
   std::vector<std::size_t> systems;                       ///< indices of facts, the most important first
   std::map<std::size_t, std::vector<WantedMark>> marks;   ///< by the index
   std::function<std::string(std::size_t number)> result;  ///< the full name of a system's result; empty without results
-  const std::vector<SystemFact>* converted = nullptr;     ///< the systems as the results have them, by the same indices
+  const GroupFacts* converted = nullptr;                  ///< of the systems as the results have them
   std::map<std::size_t, std::vector<ResultMark>> resultMarks;  ///< by the index
   std::size_t mostBytes = 0;                                   ///< of all pictures together
 };
@@ -50,7 +49,7 @@ class PictureMaker {
   /// The function gives texts of pages in UTF-8. Files must outlive the maker.
   PictureMaker(Files& files, const Text& text);
 
-  Pictures draw(const std::vector<SystemFact>& facts, const WantedPictures& wanted);
+  Pictures draw(const GroupFacts& facts, const WantedPictures& wanted);
 
  private:
   Picture pictureOf(const SystemFact& system, const std::vector<WantedMark>& marks);
@@ -60,6 +59,8 @@ class PictureMaker {
   void addMarks(const std::vector<WantedMark>& marks, const std::map<std::pair<std::string, float>, float>& numbers,
                 const PageLayout& layout, Picture& picture);
 
+  Files& files_;
+  Text text_;
   RecentPages<std::vector<Item>> pages_;
   TextPool codes_;
   TextPool texts_;

@@ -42,8 +42,8 @@ TEST_F(GroupFactsOf, TheSystemsAreThoseOfTheReport) {
   addOrdinaryPages();
   listFile("X1.MUS");
   run();
-  EXPECT_THAT(group->systems(), Not(IsEmpty()));
-  EXPECT_EQ(group->systems(), reportedSystems(host));
+  EXPECT_THAT(systems(), Not(IsEmpty()));
+  EXPECT_EQ(systems(), reportedSystems(host));
 }
 
 TEST_F(GroupFactsOf, TheSystemsOfAnyPageAreThoseOfTheReport) {
@@ -62,7 +62,7 @@ TEST_F(GroupFactsOf, TheSystemsOfAnyPageAreThoseOfTheReport) {
     }
     one.run(true);
     if (!one.end) {
-      EXPECT_EQ(one.group->systems(), reportedSystems(one.host)) << round;
+      EXPECT_EQ(one.systems(), reportedSystems(one.host)) << round;
       ++analyzed;
     }
   }
@@ -75,7 +75,7 @@ TEST_F(GroupFactsOf, TheSystemsOfAPageWithAFileTwiceAreThoseOfTheReport) {
   listFile("X2A.MUS");
   run();
   ASSERT_EQ(group->systemCount(), 1U);
-  EXPECT_EQ(group->systems(), reportedSystems(host));
+  EXPECT_EQ(systems(), reportedSystems(host));
 }
 
 TEST_F(GroupFactsOf, TheStavesThatAreKnownAreThoseOfThePages) {
@@ -94,7 +94,7 @@ TEST_F(GroupFactsOf, TheStavesThatAreKnownAreThoseOfThePages) {
     one.listFile(random.below(8) == 0 ? "X1.MUS" : "X2.MUS");
     one.host.addFile("C:\\M\\X2.MUS", page(text));
     one.run(true);
-    for (const SystemFact& system : one.group->systems()) {
+    for (const SystemFact& system : one.systems()) {
       for (const StaffFact& fact : system.staves) {
         if (const auto staff = one.group->staff(fact)) {
           ++known;
@@ -184,7 +184,7 @@ TEST_F(GroupFactsOf, NoPageIsReadForThem) {
   addOrdinaryPages();
   run(false, {true, LossScan::allItems});
   const int read = host.timesRead(firstFile);
-  EXPECT_THAT(group->systems(), Not(IsEmpty()));
+  EXPECT_THAT(systems(), Not(IsEmpty()));
   EXPECT_THAT(group->instruments(), Not(IsEmpty()));
   EXPECT_THAT(group->lossesOf(firstFile, LossScan::allItems), NotNull());
   EXPECT_EQ(host.timesRead(firstFile), read);

@@ -47,6 +47,14 @@ struct DiagnosedRun {
     group.emplace(wanted);
     end = endOf(host, [&] { analyze(program, "C:\\N.TXT", allowZeroId, &*group); });
   }
+  /// All systems of the facts.
+  std::vector<SystemFact> systems() const {
+    std::vector<SystemFact> systems;
+    for (std::size_t s = 0; s < group->systemCount(); ++s) {
+      systems.push_back(group->system(s));
+    }
+    return systems;
+  }
   std::vector<Problem> problems() { return findProblems(host, host.shown); }
 
   FakeHost host;
