@@ -1,12 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <set>
 #include <string>
 #include <vector>
-
-#include "platform/files.h"
 
 namespace kiv {
 
@@ -32,14 +29,5 @@ struct SystemFact {
 
 /// The full names of the files that have its staves.
 std::set<std::string> filesOf(const SystemFact& system);
-
-/// Is given a system of the report.
-using SystemFactVisitor = std::function<void(const SystemFact&)>;
-
-/// Gives the systems of the report in the current folder, in the order of the pages: only one is in memory at a time,
-/// if the staves of each system and those of each file follow each other. Never ends the program: no report gives no
-/// systems, and a record without whole numbers of 16 bits is skipped. False when an I/O error has ended the report;
-/// then those that were given do not count.
-bool forEachSystemFact(Files& files, const SystemFactVisitor& visit);
 
 }  // namespace kiv

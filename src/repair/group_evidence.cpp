@@ -5,7 +5,6 @@
 #include <unordered_map>
 #include <utility>
 
-#include "diagnostics/system_facts.h"
 #include "mus/format.h"
 #include "platform/file_buffer.h"
 #include "repair/staff_signs.h"
@@ -23,7 +22,7 @@ class EvidenceGatherer {
  public:
   explicit EvidenceGatherer(Files& files) : files_(files) {}
 
-  GroupEvidence gather();
+  GroupEvidence gather(const GroupFacts& facts);
 
  private:
   const ReadPage& page(const std::string& file);
@@ -86,32 +85,30 @@ StaffEvidence EvidenceGatherer::describe(const StaffFact& fact) {
 
 /// A page has all its systems next to each other.
 void EvidenceGatherer::forgetOthers(const SystemFact& system) {
-  std::set<std::string> needed;
-  for (const StaffFact& fact : system.staves) {
-    needed.insert(fact.file);
-  }
+  const std::set<std::string> needed = filesOf(system);
   std::erase_if(pages_, [&](const auto& page) { return !needed.contains(page.first); });
 }
 
-GroupEvidence EvidenceGatherer::gather() {
+GroupEvidence EvidenceGatherer::gather(const GroupFacts& facts) {
   GroupEvidence group;
-  const bool isRead = forEachSystemFact(files_, [&](const SystemFact& system) {
+  group.reserve(facts.systemCount());
+  for (std::size_t s = 0; s < facts.systemCount(); ++s) {
+    const SystemFact system = facts.system(s);
     forgetOthers(system);
-    SystemEvidence evidence;
+    SystemEvidence& evidence = group.emplace_back();
     evidence.number = system.number;
     evidence.staves.reserve(system.staves.size());
     for (const StaffFact& fact : system.staves) {
       evidence.staves.push_back(describe(fact));
     }
-    group.push_back(std::move(evidence));
-  });
-  return isRead ? std::move(group) : GroupEvidence();
+  }
+  return group;
 }
 
 }  // namespace
 
-GroupEvidence gatherEvidence(Files& files) {
-  return EvidenceGatherer(files).gather();
+GroupEvidence gatherEvidence(Files& files, const GroupFacts& facts) {
+  return EvidenceGatherer(files).gather(facts);
 }
 
 }  // namespace kiv

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/group_facts.h"
 #include "diagnostics/page_staves.h"
 #include "platform/files.h"
 
@@ -61,9 +62,8 @@ struct SystemEvidence {
 /// The systems of a group in the order of its pages.
 using GroupEvidence = std::vector<SystemEvidence>;
 
-/// The evidence of the group whose report is in the current folder. Reads the report, and each page file once. Never
-/// ends the program: no report, or an I/O error in it, gives no systems, and of a page that cannot be read only what
-/// the report says about it is known.
-GroupEvidence gatherEvidence(Files& files);
+/// The evidence of the group that the facts are about. Reads each page file once more. Never ends the program: of a
+/// page that cannot be read only what the facts say about it is known.
+GroupEvidence gatherEvidence(Files& files, const GroupFacts& facts);
 
 }  // namespace kiv

@@ -166,7 +166,7 @@ void ReportGatherer::addProblems() {
   if (request_.table) {
     gathered_.data.proposals = request_.table->proposals;
   } else {
-    addProposals(host_, csv_, suggestIds(gatherEvidence(files_)), gathered_.data);
+    addProposals(host_, csv_, suggestIds(gatherEvidence(files_, facts_)), gathered_.data);
   }
   for (std::size_t p = 0; p < gathered_.data.proposals.size(); ++p) {
     ReportProposal& proposal = gathered_.data.proposals[p];

@@ -5,6 +5,7 @@
 
 #include "diagnostics/page_lookup.h"
 #include "messages/warnings.h"
+#include "tests/diagnostics/reported_systems.h"
 #include "tests/diagnostics/run.h"
 #include "tests/support/random.h"
 

@@ -27,13 +27,6 @@ inline void PrintTo(const Problem& problem, std::ostream* out) {
 
 namespace kiv::test {
 
-/// All systems of the report.
-inline std::vector<SystemFact> reportedSystems(Files& files) {
-  std::vector<SystemFact> systems;
-  forEachSystemFact(files, [&](const SystemFact& system) { systems.push_back(system); });
-  return systems;
-}
-
 /// An analysis of pages in C:\M, the facts about them, and the problems in its messages.
 struct DiagnosedRun {
   void addPage(const std::string& file, std::string_view text) { addBytes(file, page(text)); }

@@ -1,36 +1,36 @@
 #include "repair/group_evidence.h"
 
-#include <string>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "analysis/report.h"
-#include "tests/support/odd_file.h"
+#include "tests/diagnostics/run.h"
 
 namespace kiv::test {
 namespace {
 
-using ::testing::IsEmpty;
-using ::testing::SizeIs;
-
-/// A report that is read in several pieces.
-std::string longReport() {
-  std::string report;
-  for (int system = 1; system <= 3000; ++system) {
-    report += "SYSTEM=" + std::to_string(system) + ",INSTRID=7,NEWSTAFF=1,STAVESUP=1,STAFF=1,FILE=C:\\M\\P1.MUS\r\n";
+/// The evidence of pages in C:\M, as an analysis finds their systems.
+class GroupEvidenceOf : public ::testing::Test, public DiagnosedRun {
+ protected:
+  GroupEvidence evidence() {
+    run(true);
+    return gatherEvidence(host, *group);
   }
-  return report;
-}
+};
 
-TEST(GroupEvidence, IsOfAllSystemsOfTheReport) {
-  HostWithOddFile host(reportFile, {longReport()});
-  EXPECT_THAT(gatherEvidence(host), SizeIs(3000));
-}
-
-TEST(GroupEvidence, OfAReportThatCannotBeReadToItsEndIsNone) {
-  HostWithOddFile host(reportFile, {longReport(), std::nullopt, 1});
-  EXPECT_THAT(gatherEvidence(host), IsEmpty());
+TEST_F(GroupEvidenceOf, EachSystemHasItsStavesFromTheTopDown) {
+  addPage("X1.MUS", "staff 2 at 0 instrument 101\nstaff 1 at 0 instrument 102\nbarline 1 at 0 spans 2\n");
+  addPage("X2.MUS", "staff 1 at 0 instrument 102\nbarline 1 at 0 spans 1\n");
+  const GroupEvidence found = evidence();
+  ASSERT_EQ(found.size(), 2U);
+  EXPECT_EQ(found[0].number, 1);
+  ASSERT_EQ(found[0].staves.size(), 2U);
+  EXPECT_EQ(found[0].staves[0].id, 101);
+  EXPECT_EQ(found[0].staves[0].staff.text(), "2");
+  EXPECT_EQ(found[0].staves[1].id, 102);
+  EXPECT_EQ(found[1].number, 2);
+  ASSERT_EQ(found[1].staves.size(), 1U);
+  EXPECT_EQ(found[1].staves[0].file.text(), "C:\\M\\X2.MUS");
+  EXPECT_EQ(found[1].staves[0].item, 1);
 }
 
 }  // namespace

@@ -48,7 +48,7 @@ class SuggestedIds : public ::testing::Test, public DiagnosedRun {
   }
   const Suggestions& suggest(const ListedInstruments& listed = {}) {
     run(true);
-    suggestions_ = suggestIds(gatherEvidence(host), listed);
+    suggestions_ = suggestIds(gatherEvidence(host, *group), listed);
     return suggestions_;
   }
   /// "X5.MUS 3: 0 -> 103 sure" for each correction.

@@ -263,7 +263,7 @@ TEST_F(SuggestedIds, APageThatCannotBeReadAnyMoreHasOnlyItsReport) {
   addSystem({101, 102, 0, 104, 105});
   run(true);
   host.deleteFile("C:\\M\\X7.MUS");
-  const Suggestions found = suggestIds(gatherEvidence(host));
+  const Suggestions found = suggestIds(gatherEvidence(host, *group));
   ASSERT_EQ(found.corrections.size(), 1U);
   EXPECT_EQ(found.corrections.front().newId, 103);
   EXPECT_EQ(found.corrections.front().at.item, 0);

@@ -62,8 +62,9 @@ Suggestions suggestFor(const WrittenGroup& group) {
   SilentUser user;
   NoPrograms programs;
   KivSystem program({files, user, programs, machine});
-  analyze(program, "C:\\M\\N.TXT", false);
-  return suggestIds(gatherEvidence(files));
+  GroupFacts facts{WantedFacts()};
+  analyzeWithoutReport(program, "C:\\M\\N.TXT", false, &facts);
+  return suggestIds(gatherEvidence(files, facts));
 }
 
 void SuggestionRates::add(const WrittenGroup& group, const Suggestions& suggestions) {

@@ -5,7 +5,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "analysis/records_in_memory.h"
 #include "apps/kivsys/commands/run_outcome.h"
 #include "apps/kivsys/commands/valid_pages.h"
 #include "apps/kivsys/exit_status.h"
@@ -14,11 +13,13 @@
 #include "apps/kivsys/output/next_step.h"
 #include "apps/kivsys/output/suggestions_output.h"
 #include "apps/kivsys/safety/output_file.h"
+#include "diagnostics/group_facts.h"
 #include "platform/bounded_file.h"
 #include "platform/console/console_host.h"
 #include "platform/console/error_line.h"
 #include "platform/console/printable.h"
 #include "platform/console/shell_words.h"
+#include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "repair/group_evidence.h"
 #include "repair/suggestions.h"
@@ -128,13 +129,14 @@ int deliver(const SuggestRun& run, const RunOutcome& outcome, const std::optiona
 
 int suggestForNames(const SuggestRun& run, const std::string& namesFile) {
   ConsoleHost& console = run.console;
-  RecordsInMemory files(console.system(), console.system());  // report and verdict are not asked for
+  OverlayFiles files(console.system(), console.system());
   NoPrograms programs;
   KivSystem program({files, console.user(), programs, console.system()});
+  GroupFacts facts{WantedFacts()};
   std::optional<Suggestions> suggestions;
   const bool normalEnd = !namesFile.empty() && endsNormally(console, [&] {
-    analyze(program, namesFile, false);
-    suggestions = suggestIds(gatherEvidence(files), run.layout.instruments);
+    analyzeWithoutReport(program, namesFile, false, &facts);
+    suggestions = suggestIds(gatherEvidence(files, facts), run.layout.instruments);
   });
   return deliver(run, outcomeOf(program, console, normalEnd), suggestions);
 }
