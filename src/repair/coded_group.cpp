@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <optional>
-#include <set>
+#include <string_view>
 #include <utility>
 
 #include "base/number.h"
@@ -16,8 +17,6 @@ namespace {
 constexpr std::size_t mostNames = 400;
 /// How far a short form says the same as the name: it may be short for another one, too.
 constexpr double shortForm = 0.6;
-/// Average heights this many staff steps apart are of different ranges.
-constexpr float rangeStep = 3;
 
 using Value = std::pair<float, float>;
 
@@ -27,15 +26,15 @@ class Encoder {
 
  private:
   int code(Feature feature, const std::optional<Value>& value);
-  int nameCode(const std::string& name);
+  int nameCode(std::string_view name);
   CodedStaff encodeStaff(const StaffEvidence& staff, std::optional<float> keyOfSystem);
-  CodedSystem encodeSystem(const SystemEvidence& system);
+  CodedSystem encodeSystem(const GroupEvidence& group, std::size_t system);
   void compareNames();
 
   CodedGroup group_;
   std::array<std::map<Value, int>, featureCount> codes_;
   std::array<std::vector<int>, featureCount> counts_;
-  std::map<std::string, int> nameCodes_;
+  std::map<std::string, int, std::less<>> nameCodes_;
 };
 
 std::optional<Value> single(const std::optional<float>& value) {
@@ -43,9 +42,9 @@ std::optional<Value> single(const std::optional<float>& value) {
 }
 
 /// The commonest key; of equally common ones the lowest.
-std::optional<float> keyOf(const SystemEvidence& system) {
+std::optional<float> keyOf(const std::vector<StaffEvidence>& system) {
   std::map<float, int> counts;
-  for (const StaffEvidence& staff : system.staves) {
+  for (const StaffEvidence& staff : system) {
     if (staff.key && !std::isnan(*staff.key)) {
       ++counts[*staff.key];
     }
@@ -68,33 +67,29 @@ int Encoder::code(Feature feature, const std::optional<Value>& value) {
   return found->second;
 }
 
-int Encoder::nameCode(const std::string& name) {
+int Encoder::nameCode(std::string_view name) {
   if (name.empty() || (nameCodes_.size() >= mostNames && !nameCodes_.contains(name))) {
     return unknownCode;
   }
-  const auto [found, isNew] = nameCodes_.emplace(name, static_cast<int>(nameCodes_.size()));
+  const auto [found, isNew] = nameCodes_.emplace(std::string(name), static_cast<int>(nameCodes_.size()));
   if (isNew) {
-    group_.names.push_back(name);
+    group_.names.emplace_back(name);
   }
   return found->second;
 }
 
 CodedStaff Encoder::encodeStaff(const StaffEvidence& staff, std::optional<float> keyOfSystem) {
   std::optional<float> distance;
-  std::optional<float> range;
   std::optional<Value> clef;
   if (staff.key && keyOfSystem) {
     distance = *staff.key - *keyOfSystem;
-  }
-  if (staff.noteHeight) {
-    range = std::floor(*staff.noteHeight / rangeStep);
   }
   if (staff.clef) {
     clef = {staff.clef->kind, staff.clef->height};
   }
   CodedStaff coded;
   coded.id = staff.id;
-  coded.name = nameCode(staff.name.text());
+  coded.name = nameCode(staff.name);
   coded.shownNumber = staff.shownNumber ? toInt16(*staff.shownNumber).value_or(0) : std::int16_t{0};
   // A staff without a brace says something, too.
   coded.features = {code(Feature::clef, clef),
@@ -103,16 +98,20 @@ CodedStaff Encoder::encodeStaff(const StaffEvidence& staff, std::optional<float>
                     code(Feature::keyDistance, single(distance)),
                     code(Feature::key, single(staff.key)),
                     code(Feature::brace, Value{staff.brace.value_or(0), staff.brace ? 1.0F : 0.0F}),
-                    code(Feature::range, single(range))};
+                    code(Feature::range, single(staff.noteRange))};
   return coded;
 }
 
-CodedSystem Encoder::encodeSystem(const SystemEvidence& system) {
-  const auto key = keyOf(system);
+CodedSystem Encoder::encodeSystem(const GroupEvidence& group, std::size_t system) {
+  std::vector<StaffEvidence> staves;
+  for (std::size_t i = 0; i < group.staffCount(system); ++i) {
+    staves.push_back(group.staff(system, i));
+  }
+  const auto key = keyOf(staves);
   std::map<std::int16_t, int> counts;
   CodedSystem coded;
-  coded.reserve(system.staves.size());
-  for (const StaffEvidence& staff : system.staves) {
+  coded.reserve(staves.size());
+  for (const StaffEvidence& staff : staves) {
     coded.push_back(encodeStaff(staff, key));
     ++counts[staff.id];
   }
@@ -141,9 +140,10 @@ void Encoder::compareNames() {
 }
 
 CodedGroup Encoder::encode(const GroupEvidence& group) {
-  for (const SystemEvidence& system : group) {
-    group_.systems.push_back(encodeSystem(system));
-    group_.staves += system.staves.size();
+  group_.systems.reserve(group.size());
+  for (std::size_t s = 0; s < group.size(); ++s) {
+    group_.systems.push_back(encodeSystem(group, s));
+    group_.staves += group.staffCount(s);
   }
   for (std::size_t f = 0; f < featureCount; ++f) {
     double known = 0;

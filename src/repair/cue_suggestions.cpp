@@ -41,7 +41,7 @@ void CueFinder::count() {
   for (std::size_t s = 0; s < group_.size(); ++s) {
     for (std::size_t i = 0; i < decided_[s].size(); ++i) {
       known_.insert(decided_[s][i]);
-      for (const CueEvidence& cue : group_[s].staves[i].cues) {
+      for (const CueEvidence& cue : group_.cues(s, i)) {
         if (has(s, cue.instrument)) {
           ++quoted_[{decided_[s][i], cue.instrument}];
         }
@@ -57,10 +57,9 @@ bool CueFinder::has(std::size_t system, std::int16_t id) const {
 
 /// The cue names the wrong id of a staff beside it in the system: both are wrong in the same way.
 bool CueFinder::followsStaff(UndefinedCue& cue, std::int16_t written) const {
-  const auto& staves = group_[cue.system].staves;
-  for (std::size_t i = 0; i < staves.size(); ++i) {
+  for (std::size_t i = 0; i < decided_[cue.system].size(); ++i) {
     const std::int16_t id = decided_[cue.system][i];
-    if (staves[i].id == written && id != 0 && id != written) {
+    if (group_.staff(cue.system, i).id == written && id != 0 && id != written) {
       cue.newId = id;
       cue.follows = i;
       cue.reason = "the staff that has the id " + std::to_string(written) + " is of " + reasons_.instrument(id);
@@ -113,8 +112,8 @@ UndefinedCue CueFinder::explain(UndefinedCue cue, std::int16_t written) const {
 std::vector<UndefinedCue> CueFinder::find() {
   std::vector<UndefinedCue> found;
   for (std::size_t s = 0; s < group_.size(); ++s) {
-    for (std::size_t i = 0; i < group_[s].staves.size(); ++i) {
-      const auto& cues = group_[s].staves[i].cues;
+    for (std::size_t i = 0; i < group_.staffCount(s); ++i) {
+      const auto cues = group_.cues(s, i);
       for (std::size_t c = 0; c < cues.size(); ++c) {
         if (!has(s, cues[c].instrument)) {
           UndefinedCue cue;

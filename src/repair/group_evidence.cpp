@@ -1,114 +1,104 @@
 #include "repair/group_evidence.h"
 
-#include <map>
+#include <algorithm>
+#include <bit>
 #include <set>
-#include <unordered_map>
-#include <utility>
-
-#include "mus/format.h"
-#include "platform/file_buffer.h"
-#include "repair/staff_signs.h"
 
 namespace kiv {
-namespace {
 
-/// A page file whose staves are described.
-struct ReadPage {
-  std::vector<DescribedStaff> staves;
-  std::map<float, StaffSigns> signs;
-};
+void GroupEvidence::addSystem(std::int16_t number) {
+  systems_.push_back({number, static_cast<std::uint32_t>(staves_.size()), 0});
+}
 
-class EvidenceGatherer {
- public:
-  explicit EvidenceGatherer(Files& files) : files_(files) {}
-
-  GroupEvidence gather(const GroupFacts& facts);
-
- private:
-  const ReadPage& page(const std::string& file);
-  StaffEvidence describe(const StaffFact& fact);
-  SharedText shared(const std::string& text);
-  void forgetOthers(const SystemFact& system);
-
-  Files& files_;
-  FileBuffer buffer_;
-  SharedText lastFile_;                                // its staves mostly follow each other
-  std::unordered_map<std::string, SharedText> texts_;  // numbers and names of staves
-  std::map<std::string, ReadPage> pages_;              // those of the system that is added
-};
-
-const ReadPage& EvidenceGatherer::page(const std::string& file) {
-  const auto known = pages_.find(file);
-  if (known != pages_.end()) {
-    return known->second;
+void GroupEvidence::addStaff(const StaffEvidence& staff, std::span<const CueEvidence> cues) {
+  System& system = systems_.back();
+  const std::uint32_t file = files_.add(staff.file);
+  const auto number = static_cast<std::uint32_t>(staves_.size());
+  if (number == system.firstStaff) {
+    system.file = file;
   }
-  const std::string_view bytes = buffer_.read(files_, file, readableBytes).value_or("");
-  return pages_.emplace(file, ReadPage{describeStaves(bytes), findSigns(bytes)}).first->second;
+  if (!cues.empty()) {
+    cuedStaves_.push_back({number, static_cast<std::uint32_t>(cues_.size())});
+    cues_.insert(cues_.end(), cues.begin(), cues.end());
+  }
+  staves_.push_back({numberOf(lookOf(staff, file - system.file)), staff.item});
 }
 
-SharedText EvidenceGatherer::shared(const std::string& text) {
-  return text.empty() ? SharedText() : texts_.try_emplace(text, text).first->second;
+GroupEvidence::Look GroupEvidence::lookOf(const StaffEvidence& staff, std::uint32_t fileStep) {
+  Look look{fileStep, texts_.add(staff.staff), texts_.add(staff.name), staff.id, 0, {}};
+  std::size_t v = 0;
+  for (const std::optional<float>& value : valuesOf(staff)) {
+    if (value) {
+      look.known = static_cast<std::uint16_t>(look.known | 1U << v);
+      look.values[v] = std::bit_cast<std::uint32_t>(*value);
+    }
+    ++v;
+  }
+  return look;
 }
 
-StaffEvidence EvidenceGatherer::describe(const StaffFact& fact) {
+std::array<std::optional<float>, GroupEvidence::valueCount> GroupEvidence::valuesOf(const StaffEvidence& staff) {
+  const auto kind = staff.clef ? std::optional(staff.clef->kind) : std::nullopt;
+  const auto height = staff.clef ? std::optional(staff.clef->height) : std::nullopt;
+  return {kind, height, staff.lines, staff.size, staff.key, staff.brace, staff.noteRange, staff.shownNumber};
+}
+
+std::size_t GroupEvidence::hashOf(const Look& look) {
+  constexpr std::size_t prime = 1000003;
+  std::size_t hash = look.fileStep;
+  for (const std::uint32_t part :
+       {look.staff, look.name, static_cast<std::uint32_t>(look.id), std::uint32_t{look.known}}) {
+    hash = hash * prime + part;
+  }
+  for (const std::uint32_t value : look.values) {
+    hash = hash * prime + value;
+  }
+  return hash;
+}
+
+std::uint32_t GroupEvidence::numberOf(const Look& look) {
+  return lookIndex_.findOrAdd(
+      hashOf(look), [&](std::uint32_t known) { return looks_[known] == look; },
+      [this](std::uint32_t known) { return hashOf(looks_[known]); }, [&] { looks_.push_back(look); });
+}
+
+std::size_t GroupEvidence::staffCount(std::size_t system) const {
+  const std::size_t end = system + 1 < systems_.size() ? systems_[system + 1].firstStaff : staves_.size();
+  return end - systems_[system].firstStaff;
+}
+
+StaffEvidence GroupEvidence::staff(std::size_t system, std::size_t staff) const {
+  const System& of = systems_[system];
+  const Staff& one = staves_[of.firstStaff + staff];
+  const Look& look = looks_[one.look];
+  const auto value = [&](std::size_t v) {
+    return (look.known >> v & 1U) != 0 ? std::optional(std::bit_cast<float>(look.values[v])) : std::nullopt;
+  };
   StaffEvidence evidence;
-  if (fact.file != lastFile_.text()) {
-    lastFile_ = SharedText(fact.file);
+  evidence.file = files_[of.file + look.fileStep];
+  evidence.staff = texts_[look.staff];
+  evidence.item = one.item;
+  evidence.id = look.id;
+  evidence.name = texts_[look.name];
+  std::size_t v = 0;
+  if (const auto kind = value(v++), height = value(v++); kind && height) {
+    evidence.clef = {*kind, *height};
   }
-  evidence.file = lastFile_;
-  evidence.staff = shared(fact.staff);
-  evidence.id = fact.instrument;
-  const ReadPage& read = page(fact.file);
-  const DescribedStaff* staff = findListed(read.staves, fact);
-  if (staff == nullptr) {
-    return evidence;
-  }
-  evidence.item = staff->place.item;
-  evidence.name = shared(staff->beside);
-  evidence.lines = staff->lines;
-  evidence.size = staff->size;
-  if (!staff->clefs.empty()) {
-    evidence.clef = staff->clefs.front();
-  }
-  if (!staff->keys.empty()) {
-    evidence.key = staff->keys.front();
-  }
-  const auto signs = read.signs.find(staff->number);
-  if (signs != read.signs.end()) {
-    evidence.brace = signs->second.brace;
-    evidence.noteHeight = signs->second.noteHeight;
-    evidence.shownNumber = signs->second.shownNumber;
-    evidence.cues = signs->second.cues;
+  for (std::optional<float>* const plain :
+       {&evidence.lines, &evidence.size, &evidence.key, &evidence.brace, &evidence.noteRange, &evidence.shownNumber}) {
+    *plain = value(v++);
   }
   return evidence;
 }
 
-/// A page has all its systems next to each other.
-void EvidenceGatherer::forgetOthers(const SystemFact& system) {
-  const std::set<std::string> needed = filesOf(system);
-  std::erase_if(pages_, [&](const auto& page) { return !needed.contains(page.first); });
-}
-
-GroupEvidence EvidenceGatherer::gather(const GroupFacts& facts) {
-  GroupEvidence group;
-  group.reserve(facts.systemCount());
-  for (std::size_t s = 0; s < facts.systemCount(); ++s) {
-    const SystemFact system = facts.system(s);
-    forgetOthers(system);
-    SystemEvidence& evidence = group.emplace_back();
-    evidence.number = system.number;
-    evidence.staves.reserve(system.staves.size());
-    for (const StaffFact& fact : system.staves) {
-      evidence.staves.push_back(describe(fact));
-    }
+std::span<const CueEvidence> GroupEvidence::cues(std::size_t system, std::size_t staff) const {
+  const auto number = static_cast<std::uint32_t>(systems_[system].firstStaff + staff);
+  const auto found = std::ranges::lower_bound(cuedStaves_, number, {}, &CuedStaff::staff);
+  if (found == cuedStaves_.end() || found->staff != number) {
+    return {};
   }
-  return group;
-}
-
-}  // namespace
-
-GroupEvidence gatherEvidence(Files& files, const GroupFacts& facts) {
-  return EvidenceGatherer(files).gather(facts);
+  const std::size_t end = found + 1 == cuedStaves_.end() ? cues_.size() : (found + 1)->firstCue;
+  return std::span(cues_).subspan(found->firstCue, end - found->firstCue);
 }
 
 }  // namespace kiv

@@ -66,11 +66,12 @@ SuggestionReasons::SuggestionReasons(const GroupEvidence& group, const GroupKnow
 void SuggestionReasons::collectPlacesAndNames() {
   std::map<std::int16_t, NameCandidates> texts;
   for (std::size_t s = 0; s < group_.size(); ++s) {
-    for (std::size_t i = 0; i < group_[s].staves.size(); ++i) {
+    for (std::size_t i = 0; i < decided_[s].size(); ++i) {
       const std::int16_t id = decided_[s][i];
       places_[id].emplace_back(s, i);
-      if (id != 0 && !group_[s].staves[i].name.text().empty()) {
-        texts[id].add(group_[s].staves[i].name.text(), NamePlace::besideStaff);
+      const std::string name(group_.staff(s, i).name);
+      if (id != 0 && !name.empty()) {
+        texts[id].add(name, NamePlace::besideStaff);
       }
     }
   }
@@ -123,11 +124,11 @@ LayoutSlot SuggestionReasons::slotWithout(std::size_t system, std::size_t slot) 
 std::vector<std::string> SuggestionReasons::looks(std::size_t system, std::size_t staff, std::size_t slot) const {
   const LayoutSlot there = slotWithout(system, slot);
   const CodedStaff& coded = knowledge_.group.systems[system][staff];
-  const StaffEvidence& evidence = group_[system].staves[staff];
+  const StaffEvidence evidence = group_.staff(system, staff);
   const auto tells = [&](Feature feature) { return there.featureScore(coded, feature, knowledge_.group) > telling; };
   std::vector<std::string> words;
   if (there.nameScore(coded, knowledge_.group) > telling) {
-    words.push_back("named \"" + evidence.name.text() + "\"");
+    words.push_back("named \"" + std::string(evidence.name) + "\"");
   }
   if (evidence.clef && tells(Feature::clef)) {
     words.push_back(clefWords(*evidence.clef));
@@ -152,7 +153,7 @@ std::string SuggestionReasons::ofStaff(std::size_t system, std::size_t staff, co
   if (const std::string where = place(system, staff, known.id); !where.empty()) {
     parts.push_back(where);
   }
-  const StaffEvidence& evidence = group_[system].staves[staff];
+  const StaffEvidence evidence = group_.staff(system, staff);
   if (evidence.shownNumber == known.id && evidence.id != known.id) {
     parts.push_back("the page shows the number " + std::to_string(known.id));
   }

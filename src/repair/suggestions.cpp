@@ -74,13 +74,13 @@ void Suggester::decideStaves() {
   const Confidence surest = hasSeveralNumberings() ? Confidence::likely : Confidence::sure;
   for (std::size_t s = 0; s < group_.size(); ++s) {
     SystemDecisions decisions = decideSystem({coded_, layout_, instruments_, rates_}, known_, s);
-    decided_.emplace_back().reserve(group_[s].staves.size());
-    for (std::size_t i = 0; i < group_[s].staves.size(); ++i) {
+    decided_.emplace_back().reserve(decisions.size());
+    for (std::size_t i = 0; i < decisions.size(); ++i) {
       auto& decision = decisions[i];
       if (decision) {
         decision->confidence = std::max(decision->confidence, surest);
       }
-      const std::int16_t written = group_[s].staves[i].id;
+      const std::int16_t written = coded_.systems[s][i].id;
       decided_[s].push_back(!decision ? written : decision->instrument ? decision->instrument->id : std::int16_t{0});
     }
     const bool isWrong =
@@ -90,8 +90,13 @@ void Suggester::decideStaves() {
 }
 
 DoubtfulId Suggester::placeOf(std::size_t system, std::size_t staff, IdProblem problem) const {
-  const StaffEvidence& evidence = group_[system].staves[staff];
-  return {evidence.file.text(), group_[system].number, evidence.staff.text(), evidence.item, false, problem,
+  const StaffEvidence evidence = group_.staff(system, staff);
+  return {std::string(evidence.file),
+          group_.number(system),
+          std::string(evidence.staff),
+          evidence.item,
+          false,
+          problem,
           evidence.id};
 }
 
@@ -110,7 +115,7 @@ void Suggester::addStaff(std::size_t system, std::size_t staff, const Suggestion
 }
 
 void Suggester::addCue(const UndefinedCue& cue) {
-  const CueEvidence& marker = group_[cue.system].staves[cue.staff].cues[cue.cue];
+  const CueEvidence& marker = group_.cues(cue.system, cue.staff)[cue.cue];
   DoubtfulId at = placeOf(cue.system, cue.staff, IdProblem::undefined);
   at.item = marker.item;
   at.isCue = true;
@@ -131,7 +136,7 @@ Suggestions Suggester::suggest() {
   const std::vector<UndefinedCue> cues = findUndefinedCues(group_, decided_, reasons);
   auto cue = cues.begin();
   for (std::size_t s = 0; s < group_.size(); ++s) {
-    for (std::size_t i = 0; i < group_[s].staves.size(); ++i) {
+    for (std::size_t i = 0; i < group_.staffCount(s); ++i) {
       addStaff(s, i, reasons);
       for (; cue != cues.end() && cue->system == s && cue->staff == i; ++cue) {
         addCue(*cue);

@@ -14,6 +14,7 @@
 #include "messages/codes.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
+#include "repair/gather_evidence.h"
 #include "repair/suggestions.h"
 #include "report_page/corrected_group.h"
 #include "report_page/isolated.h"

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "repair/gather_evidence.h"
 #include "repair/suggestions.h"
 #include "tests/diagnostics/run.h"
 

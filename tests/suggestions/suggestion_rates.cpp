@@ -10,6 +10,7 @@
 #include "pagetext/page_text.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
+#include "repair/gather_evidence.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
 #include "tests/support/fixed_machine.h"

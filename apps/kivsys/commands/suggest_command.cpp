@@ -21,7 +21,7 @@
 #include "platform/console/shell_words.h"
 #include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
-#include "repair/group_evidence.h"
+#include "repair/gather_evidence.h"
 #include "repair/suggestions.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
