@@ -20,6 +20,16 @@ constexpr double shortForm = 0.6;
 
 using Value = std::pair<float, float>;
 
+std::size_t hashOf(const CodedStaff& staff) {
+  constexpr std::size_t prime = 1000003;
+  auto hash = static_cast<std::size_t>(staff.id);
+  hash = (hash * prime + static_cast<std::size_t>(staff.shownNumber)) * prime + static_cast<std::size_t>(staff.name);
+  for (const int feature : staff.features) {
+    hash = hash * prime + static_cast<std::size_t>(feature);
+  }
+  return hash;
+}
+
 class Encoder {
  public:
   CodedGroup encode(const GroupEvidence& group);
@@ -28,7 +38,7 @@ class Encoder {
   int code(Feature feature, const std::optional<Value>& value);
   int nameCode(std::string_view name);
   CodedStaff encodeStaff(const StaffEvidence& staff, std::optional<float> keyOfSystem);
-  CodedSystem encodeSystem(const GroupEvidence& group, std::size_t system);
+  void addSystem(const GroupEvidence& group, std::size_t system);
   void compareNames();
 
   CodedGroup group_;
@@ -102,14 +112,14 @@ CodedStaff Encoder::encodeStaff(const StaffEvidence& staff, std::optional<float>
   return coded;
 }
 
-CodedSystem Encoder::encodeSystem(const GroupEvidence& group, std::size_t system) {
+void Encoder::addSystem(const GroupEvidence& group, std::size_t system) {
   std::vector<StaffEvidence> staves;
   for (std::size_t i = 0; i < group.staffCount(system); ++i) {
     staves.push_back(group.staff(system, i));
   }
   const auto key = keyOf(staves);
   std::map<std::int16_t, int> counts;
-  CodedSystem coded;
+  std::vector<CodedStaff> coded;
   coded.reserve(staves.size());
   for (const StaffEvidence& staff : staves) {
     coded.push_back(encodeStaff(staff, key));
@@ -123,7 +133,7 @@ CodedSystem Encoder::encodeSystem(const GroupEvidence& group, std::size_t system
       group_.idSystems[id].push_back(group_.systems.size());
     }
   }
-  return coded;
+  group_.systems.add(coded);
 }
 
 void Encoder::compareNames() {
@@ -140,9 +150,8 @@ void Encoder::compareNames() {
 }
 
 CodedGroup Encoder::encode(const GroupEvidence& group) {
-  group_.systems.reserve(group.size());
   for (std::size_t s = 0; s < group.size(); ++s) {
-    group_.systems.push_back(encodeSystem(group, s));
+    addSystem(group, s);
     group_.staves += group.staffCount(s);
   }
   for (std::size_t f = 0; f < featureCount; ++f) {
@@ -159,6 +168,21 @@ CodedGroup Encoder::encode(const GroupEvidence& group) {
 }
 
 }  // namespace
+
+void CodedSystems::add(const std::vector<CodedStaff>& system) {
+  firstStaves_.push_back(static_cast<std::uint32_t>(staves_.size()));
+  for (const CodedStaff& staff : system) {
+    staves_.push_back(index_.findOrAdd(
+        hashOf(staff), [&](std::uint32_t known) { return different_[known] == staff; },
+        [this](std::uint32_t known) { return hashOf(different_[known]); }, [&] { different_.push_back(staff); }));
+  }
+}
+
+CodedSystem CodedSystems::operator[](std::size_t system) const {
+  const std::size_t first = firstStaves_[system];
+  const std::size_t end = system + 1 < size() ? firstStaves_[system + 1] : staves_.size();
+  return {different_, std::span(staves_).subspan(first, end - first)};
+}
 
 CodedGroup encode(const GroupEvidence& group) {
   return Encoder().encode(group);

@@ -4,9 +4,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "base/hash_index.h"
+#include "base/index_iterator.h"
 #include "repair/group_evidence.h"
 
 namespace kiv {
@@ -29,11 +32,48 @@ struct CodedStaff {
   bool operator==(const CodedStaff&) const = default;
 };
 
-using CodedSystem = std::vector<CodedStaff>;
+/// The staves of a system, from the top down. They are those of the group, which must outlive it.
+class CodedSystem {
+ public:
+  using Iterator = IndexIterator<CodedSystem>;
+
+  CodedSystem(std::span<const CodedStaff> different, std::span<const std::uint32_t> staves)
+      : different_(different), staves_(staves) {}
+
+  std::size_t size() const { return staves_.size(); }
+  const CodedStaff& operator[](std::size_t staff) const { return different_[staves_[staff]]; }
+  Iterator begin() const { return {*this, 0}; }
+  Iterator end() const { return {*this, size()}; }
+
+ private:
+  std::span<const CodedStaff> different_;
+  std::span<const std::uint32_t> staves_;  // numbers of them
+};
+
+/// The systems of a group. There are very many staves, of which most are like others, so those are kept once.
+class CodedSystems {
+ public:
+  using Iterator = IndexIterator<CodedSystems>;
+
+  /// Adds a system with these staves. Those that were given before are not valid any more.
+  void add(const std::vector<CodedStaff>& system);
+
+  std::size_t size() const { return firstStaves_.size(); }
+  CodedSystem operator[](std::size_t system) const;
+  CodedSystem front() const { return (*this)[0]; }
+  Iterator begin() const { return {*this, 0}; }
+  Iterator end() const { return {*this, size()}; }
+
+ private:
+  std::vector<CodedStaff> different_;
+  HashIndex index_;
+  std::vector<std::uint32_t> staves_;       // of all systems: numbers of different ones
+  std::vector<std::uint32_t> firstStaves_;  // of each system
+};
 
 /// The evidence of a group, ready to be counted and compared.
 struct CodedGroup {
-  std::vector<CodedSystem> systems;
+  CodedSystems systems;
   /// The share that each value has among all known ones of its feature.
   std::array<std::vector<double>, featureCount> shares;
   std::vector<std::string> names;          ///< the different ones

@@ -22,7 +22,7 @@ DamageRates estimate(const CodedGroup& group, const std::function<bool(std::int1
   double blank = 0;
   double doubled = 0;
   double mistyped = 0;
-  for (const CodedSystem& system : group.systems) {
+  for (const CodedSystem system : group.systems) {
     for (const CodedStaff& staff : system) {
       constexpr double half = 0.5;
       blank += staff.id == 0 ? 1 : 0;

@@ -99,7 +99,7 @@ bool hasOtherNumbering(const CodedGroup& group, const ReferenceLayout& layout,
     idOfSlot.emplace(instrument.slot, instrument.id);  // the slot's own comes first
     known.insert(instrument.id);
   }
-  const CodedSystem& staves = group.systems[system];
+  const CodedSystem staves = group.systems[system];
   const bool flawless = isFlawless(staves);
   return makesSense(pairsBySlot(staves, layout.slotOf[system], idOfSlot), known, flawless) ||
          makesSense(pairsByPlace(staves, layout.slots, idOfSlot), known, flawless);

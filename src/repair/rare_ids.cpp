@@ -23,7 +23,7 @@ const std::vector<std::size_t>& systemsOf(const CodedGroup& group, std::int16_t 
 bool areNeighbors(const CodedGroup& group, std::int16_t a, std::int16_t b) {
   const std::vector<std::size_t>& systems = systemsOf(group, a);
   return std::any_of(systems.begin(), systems.end(), [&](std::size_t system) {
-    const CodedSystem& staves = group.systems[system];
+    const CodedSystem staves = group.systems[system];
     const auto next = std::adjacent_find(staves.begin(), staves.end(), [&](const auto& above, const auto& below) {
       return (above.id == a && below.id == b) || (above.id == b && below.id == a);
     });
@@ -34,7 +34,7 @@ bool areNeighbors(const CodedGroup& group, std::int16_t a, std::int16_t b) {
 /// Whether at least half of the systems have one number of staves, and this system has another.
 bool hasOtherSize(const CodedGroup& group, std::size_t system) {
   std::map<std::size_t, std::size_t> systemsOfSize;
-  for (const CodedSystem& staves : group.systems) {
+  for (const CodedSystem staves : group.systems) {
     ++systemsOfSize[staves.size()];
   }
   return std::any_of(systemsOfSize.begin(), systemsOfSize.end(), [&](const auto& size) {

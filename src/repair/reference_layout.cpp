@@ -40,7 +40,7 @@ class LayoutFinder {
 /// The system whose ids stand in most systems, those of the commonest size first.
 std::size_t LayoutFinder::firstSystem() const {
   std::map<std::size_t, int> sizes;
-  for (const CodedSystem& system : group_.systems) {
+  for (const CodedSystem system : group_.systems) {
     ++sizes[system.size()];
   }
   std::size_t best = 0;
@@ -71,7 +71,7 @@ void LayoutFinder::begin(std::size_t system) {
 
 /// Counts the staves of a system in their slots, or with the weight -1 takes them out.
 void LayoutFinder::takeOut(std::size_t system, int weight) {
-  const CodedSystem& staves = group_.systems[system];
+  const CodedSystem staves = group_.systems[system];
   for (std::size_t i = 0; i < staves.size(); ++i) {
     if (layout_.slotOf[system][i]) {
       layout_.slots[*layout_.slotOf[system][i]].add(staves[i], weight);
@@ -81,7 +81,7 @@ void LayoutFinder::takeOut(std::size_t system, int weight) {
 
 /// A staff out of order belongs to the slot of its id, if no staff of its system is there.
 void LayoutFinder::placeById(std::size_t system) {
-  const CodedSystem& staves = group_.systems[system];
+  const CodedSystem staves = group_.systems[system];
   auto& slotOf = layout_.slotOf[system];
   std::map<std::int16_t, std::size_t> slotOfId;
   for (std::size_t s = 0; s < layout_.slots.size(); ++s) {
@@ -198,7 +198,7 @@ void LayoutFinder::renumber(const std::vector<std::optional<std::size_t>>& targe
 std::vector<std::size_t> LayoutFinder::slotsOfAll() const {
   constexpr double nearlyAll = 0.95;
   std::map<std::size_t, double> sizes;
-  for (const CodedSystem& system : group_.systems) {
+  for (const CodedSystem system : group_.systems) {
     ++sizes[system.size()];
   }
   const auto commonest =

@@ -32,7 +32,7 @@ double marginOf(std::vector<double> losses, std::size_t column) {
 
 std::vector<AssignedStaff> assignBy(const GroupKnowledge& knowledge, std::size_t system, const OptimalAssignment& best,
                                     const std::vector<char>& inDoubt) {
-  const CodedSystem& staves = knowledge.group.systems[system];
+  const CodedSystem staves = knowledge.group.systems[system];
   std::vector<AssignedStaff> assigned(staves.size());
   for (std::size_t i = 0; i < assigned.size(); ++i) {
     if (best.column(i) < knowledge.instruments.size()) {

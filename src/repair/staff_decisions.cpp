@@ -52,7 +52,7 @@ class SystemDecider {
 
   const GroupKnowledge& knowledge_;
   const std::set<std::int16_t>& knownIds_;
-  const CodedSystem& staves_;
+  CodedSystem staves_;
   std::size_t system_;
   std::vector<char> inDoubt_;
   std::vector<AssignedStaff> assigned_;

@@ -13,22 +13,6 @@ namespace {
 /// From this score on, a feature says more than that it is not unusual.
 constexpr double telling = 0.4;
 
-/// The ids of the staves above and below; 0 at the top and the bottom of the system, and for a staff that is open.
-struct Neighbors {
-  std::int16_t above = 0;
-  std::int16_t below = 0;
-  bool isTop = false;
-  bool isBottom = false;
-
-  bool operator==(const Neighbors&) const = default;
-};
-
-Neighbors neighborsOf(const std::vector<std::int16_t>& ids, std::size_t staff) {
-  const bool isTop = staff == 0;
-  const bool isBottom = staff + 1 == ids.size();
-  return {isTop ? std::int16_t{0} : ids[staff - 1], isBottom ? std::int16_t{0} : ids[staff + 1], isTop, isBottom};
-}
-
 std::string clefWords(const ClefForm& clef) {
   constexpr ClefForm treble{0, 0};
   constexpr ClefForm bass{1, 0};
@@ -51,10 +35,15 @@ std::string inWords(const std::vector<std::string>& parts, const std::string& be
 
 }  // namespace
 
+SuggestionReasons::Neighbors SuggestionReasons::neighborsOf(std::size_t system, std::size_t staff) const {
+  const std::vector<std::int16_t>& ids = decided_[system];
+  return {staff == 0 ? std::int16_t{0} : ids[staff - 1], staff + 1 == ids.size() ? std::int16_t{0} : ids[staff + 1]};
+}
+
 SuggestionReasons::SuggestionReasons(const GroupEvidence& group, const GroupKnowledge& knowledge,
                                      const ListedInstruments& listed, const DecidedIds& decided)
     : group_(group), knowledge_(knowledge), decided_(decided) {
-  collectPlacesAndNames();
+  collectNeighborsAndNames();
   for (const ListedInstrument& instrument : listed) {
     const std::string& name = instrument.name.empty() ? instrument.abbreviation : instrument.name;
     if (!name.empty()) {
@@ -63,12 +52,12 @@ SuggestionReasons::SuggestionReasons(const GroupEvidence& group, const GroupKnow
   }
 }
 
-void SuggestionReasons::collectPlacesAndNames() {
+void SuggestionReasons::collectNeighborsAndNames() {
   std::map<std::int16_t, NameCandidates> texts;
   for (std::size_t s = 0; s < group_.size(); ++s) {
     for (std::size_t i = 0; i < decided_[s].size(); ++i) {
       const std::int16_t id = decided_[s][i];
-      places_[id].emplace_back(s, i);
+      ++neighbors_[id][neighborsOf(s, i)];
       const std::string name(group_.staff(s, i).name);
       if (id != 0 && !name.empty()) {
         texts[id].add(name, NamePlace::besideStaff);
@@ -85,26 +74,36 @@ std::string SuggestionReasons::instrument(std::int16_t id) const {
   return std::to_string(id) + (name == names_.end() || name->second.empty() ? "" : " " + name->second);
 }
 
+/// How often the instrument has which neighbors in all other systems.
+SuggestionReasons::NeighborCounts SuggestionReasons::neighborsElsewhere(std::size_t system, std::int16_t id) const {
+  NeighborCounts counts = neighbors_.at(id);
+  for (std::size_t i = 0; i < decided_[system].size(); ++i) {
+    if (decided_[system][i] == id) {
+      --counts[neighborsOf(system, i)];
+    }
+  }
+  return counts;
+}
+
 std::string SuggestionReasons::place(std::size_t system, std::size_t staff, std::int16_t id) const {
-  const Neighbors here = neighborsOf(decided_[system], staff);
+  const Neighbors here = neighborsOf(system, staff);
   std::string words;
   if (here.above != 0 && here.below != 0) {
     words = "between " + instrument(here.above) + " and " + instrument(here.below);
   } else if (here.above != 0) {
-    words = std::string(here.isBottom ? "at the bottom, " : "") + "below " + instrument(here.above);
+    words =
+        std::string(staff + 1 == decided_[system].size() ? "at the bottom, " : "") + "below " + instrument(here.above);
   } else if (here.below != 0) {
-    words = std::string(here.isTop ? "at the top, " : "") + "above " + instrument(here.below);
+    words = std::string(staff == 0 ? "at the top, " : "") + "above " + instrument(here.below);
   } else {
     return "";
   }
   std::size_t same = 0;
   std::size_t all = 0;
-  for (const auto& [otherSystem, otherStaff] : places_.at(id)) {
-    if (otherSystem != system) {
-      const Neighbors there = neighborsOf(decided_[otherSystem], otherStaff);
-      ++all;
-      same += (here.above == 0 || there.above == here.above) && (here.below == 0 || there.below == here.below) ? 1 : 0;
-    }
+  for (const auto& [there, count] : neighborsElsewhere(system, id)) {
+    all += count;
+    same +=
+        (here.above == 0 || there.above == here.above) && (here.below == 0 || there.below == here.below) ? count : 0;
   }
   return same == 0 ? "" : words + ", as in " + std::to_string(same) + " of " + counted(all, "system");
 }

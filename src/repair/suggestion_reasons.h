@@ -1,10 +1,10 @@
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "repair/group_evidence.h"
@@ -30,7 +30,18 @@ class SuggestionReasons {
   std::string ofOpenStaff(const std::vector<std::int16_t>& candidates) const;
 
  private:
-  void collectPlacesAndNames();
+  /// The ids of the staves above and below; 0 at the top and the bottom of the system, and for a staff that is open.
+  struct Neighbors {
+    std::int16_t above = 0;
+    std::int16_t below = 0;
+
+    auto operator<=>(const Neighbors&) const = default;
+  };
+  using NeighborCounts = std::map<Neighbors, std::size_t>;
+
+  void collectNeighborsAndNames();
+  Neighbors neighborsOf(std::size_t system, std::size_t staff) const;
+  NeighborCounts neighborsElsewhere(std::size_t system, std::int16_t id) const;
   std::string place(std::size_t system, std::size_t staff, std::int16_t id) const;
   LayoutSlot slotWithout(std::size_t system, std::size_t slot) const;
   std::vector<std::string> looks(std::size_t system, std::size_t staff, std::size_t slot) const;
@@ -38,7 +49,7 @@ class SuggestionReasons {
   const GroupEvidence& group_;
   const GroupKnowledge& knowledge_;
   const DecidedIds& decided_;
-  std::map<std::int16_t, std::vector<std::pair<std::size_t, std::size_t>>> places_;  // system and staff, by id
+  std::map<std::int16_t, NeighborCounts> neighbors_;  // of all staves, by id
   std::map<std::int16_t, std::string> names_;
 };
 

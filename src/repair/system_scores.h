@@ -56,7 +56,7 @@ class SystemScores {
   DamageRates rates_;
   bool trustsIds_ = true;
   std::size_t number_;
-  const CodedSystem& system_;
+  CodedSystem system_;
   std::vector<LayoutSlot> slots_;  // without the system itself
   ScoreMatrix order_{0, 0};        // of staves in slots, 0 at best
   std::vector<double> extra_;      // of staves in no slot

@@ -83,11 +83,11 @@ TEST(IdProgression, PrefersTheIdThatFits) {
 
 TEST(DamageRates, AreCountedByTheirKinds) {
   CodedGroup group;
-  CodedSystem system(4);
+  std::vector<CodedStaff> system(4);
   system[0].id = 0;
   system[1] = system[2] = {.id = 5, .repeated = true, .features = {}};
   system[3].id = 7;
-  group.systems = {system};
+  group.systems.add(system);
   group.staves = 4;
   const DamageRates rates = estimateDamage(group, std::set<std::int16_t>{5});
   EXPECT_EQ(rates.evident, 3) << "the 0, one of the two 5, and the 7 that is no instrument";

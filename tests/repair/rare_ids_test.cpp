@@ -14,11 +14,12 @@ using RowOfIds = std::vector<std::int16_t>;
 CodedGroup groupOf(const std::vector<RowOfIds>& systems) {
   CodedGroup group;
   for (std::size_t s = 0; s < systems.size(); ++s) {
-    auto& system = group.systems.emplace_back();
+    std::vector<CodedStaff> system;
     for (const std::int16_t id : systems[s]) {
       system.emplace_back().id = id;
       group.idSystems[id].push_back(s);
     }
+    group.systems.add(system);
   }
   return group;
 }
