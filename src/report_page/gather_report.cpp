@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "analysis/records_in_memory.h"
+#include "analysis/report.h"
 #include "analysis/report_index.h"
 #include "diagnostics/group_facts.h"
 #include "diagnostics/warnings.h"
@@ -111,6 +112,7 @@ bool ReportGatherer::analyzePages() {
   const bool ended = exitCodeOfPart(user_, [&] {
                        analyze(program_, request_.namesFile, request_.allowZeroId, &facts_);
                        data.chart = makeChart(host_.machine, readReport(files_), request_.allowZeroId);
+                       files_.deleteFile(reportFile);  // which nobody reads any more
                        layouts_ = findLayouts(files_, program_.systems, facts_, Places::ofFirstSystems);
                      }).value_or(0) != 0;
   if (ended) {

@@ -1,6 +1,7 @@
 #include "report_page/json_text.h"
 
 #include <array>
+#include <utility>
 
 #include "base/utf8_character.h"
 
@@ -49,16 +50,34 @@ std::string jsonString(std::string_view text) {
   return json + "\"";
 }
 
+std::string& JsonArray::next() {
+  json_ += std::exchange(isEmpty_, false) ? "" : ",";
+  return json_;
+}
+
 JsonArray& JsonArray::add(std::string_view json) {
-  values_ += values_.empty() ? "" : ",";
-  values_ += json;
+  next() += json;
   return *this;
 }
 
+std::string JsonArray::text() {
+  end();
+  return std::move(own_);
+}
+
+std::string& JsonObject::member(std::string_view name) {
+  json_ += std::exchange(isEmpty_, false) ? "\"" : ",\"";
+  return json_.append(name).append("\":");
+}
+
 JsonObject& JsonObject::add(std::string_view name, std::string_view json) {
-  members_ += members_.empty() ? "\"" : ",\"";
-  members_.append(name).append("\":").append(json);
+  member(name) += json;
   return *this;
+}
+
+std::string JsonObject::text() {
+  end();
+  return std::move(own_);
 }
 
 std::string runLengths(const std::vector<std::int64_t>& numbers) {

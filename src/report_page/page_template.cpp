@@ -54,7 +54,14 @@ PageParts partsOf(PageKind kind) {
   return {embedded::report_html, embedded::report_css, embedded::report_js};
 }
 
-std::string filledTemplate(std::string_view html, const std::map<std::string, std::string, std::less<>>& contents) {
+void TemplateContent::appendTo(std::string& page) const {
+  page += text_;
+  if (append_) {
+    append_(page);
+  }
+}
+
+std::string filledTemplate(std::string_view html, const TemplateContents& contents) {
   constexpr std::string_view opening = "[[";
   constexpr std::string_view closing = "]]";
   std::string page;
@@ -66,7 +73,9 @@ std::string filledTemplate(std::string_view html, const std::map<std::string, st
     }
     page += html.substr(0, start);
     const auto content = contents.find(html.substr(start + opening.size(), end - start - opening.size()));
-    page += content == contents.end() ? "" : content->second;
+    if (content != contents.end()) {
+      content->second.appendTo(page);
+    }
     html.remove_prefix(end + closing.size());
   }
 }
@@ -76,7 +85,7 @@ std::string contentPolicy(std::string_view style, std::string_view script) {
          "; base-uri 'none'; form-action 'none'";
 }
 
-std::string completePage(PageKind kind, std::map<std::string, std::string, std::less<>> contents) {
+std::string completePage(PageKind kind, TemplateContents contents) {
   const PageParts parts = partsOf(kind);
   contents["policy"] = contentPolicy(parts.style, parts.script);
   contents["style"] = parts.style;

@@ -161,13 +161,11 @@ std::string itemCode(const Item& item, TextPool& texts) {
 
 }  // namespace
 
-std::size_t TextPool::numberOf(const std::string& text) {
-  const auto [known, isNew] = numbers_.emplace(text, texts_.size());
-  if (isNew) {
-    texts_.push_back(text);
-    bytes_ += text.size();
-  }
-  return known->second;
+std::uint32_t TextPool::numberOf(std::string_view text) {
+  const std::size_t known = texts_.size();
+  const std::uint32_t number = texts_.add(text);
+  bytes_ += texts_.size() > known ? text.size() : 0;
+  return number;
 }
 
 int pixelsAt(float position) {

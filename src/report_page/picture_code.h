@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstddef>
-#include <map>
+#include <cstdint>
 #include <string>
-#include <vector>
+#include <string_view>
+#include <utility>
 
+#include "base/numbered_texts.h"
 #include "drawing/page_layout.h"
 
 namespace kiv::report {
@@ -12,14 +14,15 @@ namespace kiv::report {
 /// Texts that are kept once, and known by their number from then on.
 class TextPool {
  public:
-  std::size_t numberOf(const std::string& text);
-  const std::vector<std::string>& texts() const { return texts_; }
+  std::uint32_t numberOf(std::string_view text);
+  const NumberedTexts& texts() const { return texts_; }
+  /// The same, moved out.
+  NumberedTexts takeTexts() { return std::move(texts_); }
   /// The bytes of all texts.
   std::size_t bytes() const { return bytes_; }
 
  private:
-  std::map<std::string, std::size_t> numbers_;
-  std::vector<std::string> texts_;
+  NumberedTexts texts_;
   std::size_t bytes_ = 0;
 };
 

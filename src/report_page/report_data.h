@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "base/numbered_texts.h"
 #include "diagnostics/problem_texts.h"
 #include "drawing/chart.h"
 
@@ -50,15 +51,15 @@ struct ReportInstrument {
   std::string last;
 };
 
-/// A staff of a picture.
+/// A staff of a picture. There are very many of them, so they are small.
 struct PictureStaff {
-  std::size_t code = 0;      ///< the items: a number in Pictures::codes
-  std::size_t barlines = 0;  ///< the same
-  int bottom = 0;            ///< y of the bottom line
-  int left = 0;              ///< x of its ends
+  std::uint32_t code = 0;      ///< the items: a number in Pictures::codes
+  std::uint32_t barlines = 0;  ///< the same
+  int bottom = 0;              ///< y of the bottom line
+  int left = 0;                ///< x of its ends
   int right = 0;
-  int lines = 5;  ///< 0 for a hidden staff
-  std::string id;
+  int lines = 5;            ///< 0 for a hidden staff
+  std::optional<float> id;  ///< none where the staff itself shows it
   bool isInserted = false;  ///< a rest staff that the conversion inserted
 };
 
@@ -87,8 +88,8 @@ struct SystemPicture {
 };
 
 struct Pictures {
-  std::vector<std::string> codes;
-  std::vector<std::string> texts;
+  NumberedTexts codes;
+  NumberedTexts texts;
   std::vector<SystemPicture> systems;
   std::size_t leftOut = 0;  ///< pictures that were left out as the file would grow too large
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "base/number.h"
 #include "drawing/glyphs.h"
 #include "report_page/json_text.h"
 
@@ -120,7 +121,7 @@ std::string pictureJson(const Picture& picture) {
                    .add(staff.left)
                    .add(staff.right)
                    .add(staff.lines)
-                   .addText(staff.id)
+                   .addText(staff.id ? generalNumber(*staff.id) : "")
                    .add(staff.isInserted ? 1 : 0)
                    .text());
   }
@@ -134,29 +135,32 @@ std::string pictureJson(const Picture& picture) {
       .text();
 }
 
-std::string textsJson(const std::vector<std::string>& texts) {
-  JsonArray all;
-  for (const std::string& text : texts) {
-    all.addText(text);
+void addTexts(const NumberedTexts& texts, std::string& json) {
+  JsonArray all(json);
+  for (std::uint32_t number = 0; number < texts.size(); ++number) {
+    all.addText(texts[number]);
   }
-  return all.text();
+  all.end();
 }
 
-std::string picturesJson(const Pictures& pictures) {
-  JsonArray systems;
-  for (const SystemPicture& system : pictures.systems) {
-    systems.add(JsonArray()
-                    .add(asNumber(system.system))
-                    .add(pictureJson(system.before))
-                    .add(system.after ? pictureJson(*system.after) : "0")
-                    .text());
+void addSystems(const std::vector<SystemPicture>& pictures, std::string& json) {
+  JsonArray systems(json);
+  for (const SystemPicture& system : pictures) {
+    JsonArray(systems.next())
+        .add(asNumber(system.system))
+        .add(pictureJson(system.before))
+        .add(system.after ? pictureJson(*system.after) : "0")
+        .end();
   }
-  return JsonObject()
-      .add("codes", textsJson(pictures.codes))
-      .add("texts", textsJson(pictures.texts))
-      .add("systems", systems.text())
-      .add("leftOut", asNumber(pictures.leftOut))
-      .text();
+  systems.end();
+}
+
+void addPictures(const Pictures& pictures, std::string& json) {
+  JsonObject all(json);
+  addTexts(pictures.codes, all.member("codes"));
+  addTexts(pictures.texts, all.member("texts"));
+  addSystems(pictures.systems, all.member("systems"));
+  all.add("leftOut", asNumber(pictures.leftOut)).end();
 }
 
 std::string glyphsJson() {
@@ -178,17 +182,16 @@ std::string chartJson(const ReportData& data) {
       .text();
 }
 
-std::string reportJson(const ReportData& data) {
-  return JsonObject()
-      .addText("title", data.title)
+void addReportJson(const ReportData& data, std::string& json) {
+  JsonObject report(json);
+  report.addText("title", data.title)
       .add("chart", chartJson(data))
       .add("problems", problemsJson(data))
       .add("proposals", proposalsJson(data))
       .addText("csvHead", data.csvHead)
-      .add("results", data.hasResults ? 1 : 0)
-      .add("pictures", picturesJson(data.pictures))
-      .add("glyphs", glyphsJson())
-      .text();
+      .add("results", data.hasResults ? 1 : 0);
+  addPictures(data.pictures, report.member("pictures"));
+  report.add("glyphs", glyphsJson()).end();
 }
 
 }  // namespace kiv::report

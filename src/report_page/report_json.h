@@ -6,8 +6,8 @@
 
 namespace kiv::report {
 
-/// What the script of a report reads, as JSON that may stand in a script element.
-std::string reportJson(const ReportData& data);
+/// Appends what the script of a report reads, as JSON that may stand in a script element.
+void addReportJson(const ReportData& data, std::string& json);
 
 /// The chart alone: instruments with their cells, pages and layouts.
 std::string chartJson(const ReportData& data);

@@ -41,23 +41,24 @@ std::string reportPage(const ReportData& data) {
       data.undecided == 0
           ? ""
           : element("p", std::to_string(data.undecided) + " more wrong ids stay undecided; kivsys suggest lists them.");
-  return completePage(PageKind::report, {{"title", svgText(data.title)},
-                                         {"made", svgText(data.made)},
-                                         {"state", stateTag(data)},
-                                         {"verdict-class", classOf(data.kind)},
-                                         {"headline", svgText(data.headline)},
-                                         {"details", svgText(data.details)},
-                                         {"counts", countsBlock(data)},
-                                         {"next", nextStepBlock(data)},
-                                         {"layouts", layoutRows(data)},
-                                         {"problems", problemsBlock(data)},
-                                         {"instruments", instrumentRows(data)},
-                                         {"proposals", proposalRows(data)},
-                                         {"undecided", undecided},
-                                         {"proposals-hidden", hiddenUnless(!data.proposals.empty())},
-                                         {"systems-hidden", hiddenUnless(data.systems > 0)},
-                                         {"systems-without-script", systemsWithoutScript(data)},
-                                         {"data", reportJson(data)}});
+  return completePage(PageKind::report,
+                      {{"title", svgText(data.title)},
+                       {"made", svgText(data.made)},
+                       {"state", stateTag(data)},
+                       {"verdict-class", classOf(data.kind)},
+                       {"headline", svgText(data.headline)},
+                       {"details", svgText(data.details)},
+                       {"counts", countsBlock(data)},
+                       {"next", nextStepBlock(data)},
+                       {"layouts", layoutRows(data)},
+                       {"problems", problemsBlock(data)},
+                       {"instruments", instrumentRows(data)},
+                       {"proposals", proposalRows(data)},
+                       {"undecided", undecided},
+                       {"proposals-hidden", hiddenUnless(!data.proposals.empty())},
+                       {"systems-hidden", hiddenUnless(data.systems > 0)},
+                       {"systems-without-script", systemsWithoutScript(data)},
+                       {"data", TemplateContent([&](std::string& page) { addReportJson(data, page); })}});
 }
 
 }  // namespace kiv::report

@@ -24,7 +24,7 @@ PictureStaff staffOf(const PlacedStaff& placed) {
   staff.left = whole(placed.left);
   staff.right = whole(placed.right);
   staff.lines = placed.lines;
-  staff.id = generalNumber(placed.instrument);
+  staff.id = placed.instrument;
   return staff;
 }
 
@@ -69,12 +69,13 @@ Picture PictureMaker::pictureFrom(const PageLayout& layout) {
   picture.width = whole(layout.width);
   picture.height = whole(layout.height);
   picture.origin = whole(layout.x(0));
+  picture.staves.reserve(layout.staves.size());
   for (std::size_t s = 0; s < layout.staves.size(); ++s) {
     PictureStaff staff = staffOf(layout.staves[s]);
     staff.code = codes_.numberOf(staffCode(layout.staves[s], texts_));
     staff.barlines = codes_.numberOf(barlineCode(layout, s));
     if (showsItsNumber(layout.staves[s])) {
-      staff.id.clear();
+      staff.id.reset();
     }
     picture.staves.push_back(std::move(staff));
   }
@@ -175,8 +176,8 @@ Pictures PictureMaker::draw(const GroupFacts& facts, const WantedPictures& wante
   }
   std::sort(pictures.systems.begin(), pictures.systems.end(),
             [](const SystemPicture& a, const SystemPicture& b) { return a.system < b.system; });
-  pictures.codes = codes_.texts();
-  pictures.texts = texts_.texts();
+  pictures.codes = codes_.takeTexts();
+  pictures.texts = texts_.takeTexts();
   return pictures;
 }
 

@@ -35,6 +35,18 @@ TEST(JsonText, BuildsArraysAndObjects) {
   EXPECT_EQ(JsonObject().add("a", 1).addText("b", "x").text(), R"({"a":1,"b":"x"})");
 }
 
+TEST(JsonText, LongValuesAreAppendedInTheirPlaces) {
+  std::string json = "<";
+  JsonObject object(json);
+  object.add("a", 1);
+  JsonArray array(object.member("b"));
+  JsonArray(array.next()).end();
+  JsonArray(array.add(2).next()).add(3).end();
+  array.end();
+  object.addText("c", "x").end();
+  EXPECT_EQ(json, R"(<{"a":1,"b":[[],2,[3]],"c":"x"})");
+}
+
 TEST(JsonText, CountsRuns) {
   EXPECT_EQ(runLengths({}), "[]");
   EXPECT_EQ(runLengths({1, 1, 1, 0, 1}), "[1,3,0,1,1,1]");

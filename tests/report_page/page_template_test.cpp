@@ -13,6 +13,11 @@ TEST(PageTemplate, ReplacesNamesOnce) {
   EXPECT_EQ(filledTemplate("<p>[[a]]</p>[[b]]", {{"a", "[[b]]"}, {"b", "x"}}), "<p>[[b]]</p>x");
 }
 
+TEST(PageTemplate, ALongContentIsAppendedWhereItGoes) {
+  const TemplateContent b([](std::string& page) { page += "[[a]]"; });
+  EXPECT_EQ(filledTemplate("<p>[[a]]</p>[[b]]!", {{"a", "x"}, {"b", b}}), "<p>x</p>[[a]]!");
+}
+
 TEST(PageTemplate, LeavesOutWhatHasNoContent) {
   EXPECT_EQ(filledTemplate("a[[b]]c", {}), "ac");
   EXPECT_EQ(filledTemplate("a[[b", {}), "a[[b");
