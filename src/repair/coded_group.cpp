@@ -130,7 +130,7 @@ void Encoder::addSystem(const GroupEvidence& group, std::size_t system) {
   }
   for (const auto& [id, count] : counts) {
     if (id != 0) {
-      group_.idSystems[id].push_back(group_.systems.size());
+      group_.idSystems[id].push_back(static_cast<std::uint32_t>(group_.systems.size()));
     }
   }
   group_.systems.add(coded);

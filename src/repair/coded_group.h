@@ -78,7 +78,7 @@ struct CodedGroup {
   std::array<std::vector<double>, featureCount> shares;
   std::vector<std::string> names;          ///< the different ones
   std::vector<std::vector<double>> alike;  ///< of two names: 1 for the same, less when one is short for the other, or 0
-  std::map<std::int16_t, std::vector<std::size_t>> idSystems;  ///< the systems in which an id stands; without 0
+  std::map<std::int16_t, std::vector<std::uint32_t>> idSystems;  ///< the systems in which an id stands; without 0
   std::size_t staves = 0;
 };
 

@@ -23,7 +23,7 @@ bool isMost(std::size_t part, std::size_t whole) {
   return part >= enoughStaves && 5 * part >= 3 * whole;
 }
 
-IdPairs pairsBySlot(const CodedSystem& system, const std::vector<std::optional<std::size_t>>& slotOf,
+IdPairs pairsBySlot(const CodedSystem& system, const StaffSlots& slotOf,
                     const std::map<std::size_t, std::int16_t>& idOfSlot) {
   IdPairs pairs;
   for (std::size_t i = 0; i < system.size(); ++i) {

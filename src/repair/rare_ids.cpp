@@ -13,15 +13,15 @@ constexpr double usualMargin = 2;
 /// In another set of instruments, rather so: staves are divided, or share one, and solo instruments come and go.
 constexpr double otherSizeMargin = 5;
 
-const std::vector<std::size_t>& systemsOf(const CodedGroup& group, std::int16_t id) {
-  static const std::vector<std::size_t> none;
+const std::vector<std::uint32_t>& systemsOf(const CodedGroup& group, std::int16_t id) {
+  static const std::vector<std::uint32_t> none;
   const auto found = group.idSystems.find(id);
   return found == group.idSystems.end() ? none : found->second;
 }
 
 /// Whether two ids stand one below the other in a system: then neither is written for the other.
 bool areNeighbors(const CodedGroup& group, std::int16_t a, std::int16_t b) {
-  const std::vector<std::size_t>& systems = systemsOf(group, a);
+  const std::vector<std::uint32_t>& systems = systemsOf(group, a);
   return std::any_of(systems.begin(), systems.end(), [&](std::size_t system) {
     const CodedSystem staves = group.systems[system];
     const auto next = std::adjacent_find(staves.begin(), staves.end(), [&](const auto& above, const auto& below) {

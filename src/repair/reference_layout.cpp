@@ -97,7 +97,8 @@ void LayoutFinder::placeById(std::size_t system) {
 }
 
 void LayoutFinder::put(std::size_t system) {
-  layout_.slotOf[system] = align(alignmentScores(group_, group_.systems[system], layout_.slots));
+  const auto slots = align(alignmentScores(group_, group_.systems[system], layout_.slots));
+  layout_.slotOf[system].assign(slots.begin(), slots.end());
   placeById(system);
 }
 
@@ -122,7 +123,7 @@ void LayoutFinder::extend(std::size_t system) {
       insertSlot(next);
       slot = next;
     }
-    next = slot ? *slot + 1 : next;
+    next = slot ? std::size_t{*slot} + 1 : next;
   }
   takeOut(system, 1);
 }

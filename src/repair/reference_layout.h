@@ -10,11 +10,14 @@
 
 namespace kiv {
 
+/// For each staff of a system: the index of its slot; none for a staff in no slot. There are very many, and no more
+/// slots than a system can have staves.
+using StaffSlots = std::vector<std::optional<std::uint16_t>>;
+
 /// The layout that the systems of a group share: its slots from the top down, and which staff is in which.
 struct ReferenceLayout {
   std::vector<LayoutSlot> slots;
-  /// For each system and staff: the index of its slot; none for a staff in no slot.
-  std::vector<std::vector<std::optional<std::size_t>>> slotOf;
+  std::vector<StaffSlots> slotOf;  ///< of each system
 };
 
 /// In groups of more systems a system's own vote for a layout hardly counts, and taking it out takes time.

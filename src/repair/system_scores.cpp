@@ -112,7 +112,7 @@ double SystemScores::companyScore(std::int16_t id) const {
   if (found == knowledge_.group.idSystems.end()) {
     return 0;
   }
-  const std::vector<std::size_t>& systems = found->second;
+  const std::vector<std::uint32_t>& systems = found->second;
   const std::size_t step = systems.size() / enoughSystems + 1;
   double shared = 0;
   double all = 0;

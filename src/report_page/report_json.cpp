@@ -155,7 +155,23 @@ void addSystems(const std::vector<SystemPicture>& pictures, std::string& json) {
   systems.end();
 }
 
+/// About how long they are as JSON.
+std::size_t lengthOf(const Pictures& pictures) {
+  constexpr std::size_t staffLength = 40;
+  std::size_t length = 0;
+  for (const NumberedTexts* texts : {&pictures.codes, &pictures.texts}) {
+    for (std::uint32_t number = 0; number < texts->size(); ++number) {
+      length += (*texts)[number].size();
+    }
+  }
+  for (const SystemPicture& system : pictures.systems) {
+    length += staffLength * (system.before.staves.size() + (system.after ? system.after->staves.size() : 0));
+  }
+  return length;
+}
+
 void addPictures(const Pictures& pictures, std::string& json) {
+  json.reserve(json.size() + lengthOf(pictures));  // as growing step by step would take half as much again
   JsonObject all(json);
   addTexts(pictures.codes, all.member("codes"));
   addTexts(pictures.texts, all.member("texts"));

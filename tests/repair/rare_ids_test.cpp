@@ -17,7 +17,7 @@ CodedGroup groupOf(const std::vector<RowOfIds>& systems) {
     std::vector<CodedStaff> system;
     for (const std::int16_t id : systems[s]) {
       system.emplace_back().id = id;
-      group.idSystems[id].push_back(s);
+      group.idSystems[id].push_back(static_cast<std::uint32_t>(s));
     }
     group.systems.add(system);
   }
