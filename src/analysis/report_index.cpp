@@ -4,7 +4,6 @@
 #include <functional>
 #include <optional>
 #include <string_view>
-#include <unordered_set>
 
 #include "analysis/report.h"
 #include "analysis/report_record.h"
@@ -107,21 +106,23 @@ int ReportIndex::systemCount() const {
   return count;
 }
 
+void IndexReader::add(std::string_view record) {
+  const ReportRecord fields(record);
+  if (!fields.namesSystem()) {
+    return;
+  }
+  const std::int16_t instrument = fields.leadingWhole(ReportRecord::anyInstrument);
+  if (known_.insert(instrument).second) {
+    report_.instruments.push_back(instrument);
+  }
+  addRecord(fields, report_);
+}
+
 ReportIndex readReport(Files& files) {
   ReportIndex report;
-  std::unordered_set<std::int16_t> known;
+  IndexReader reader(report);
   LineReader lines = openLines(files, reportFile, messages::reportNotReadForConversion());
-  forEachRecord(std::move(lines), reportFile, [&](std::string_view line) {
-    const ReportRecord record(line);
-    if (!record.namesSystem()) {
-      return;
-    }
-    const std::int16_t instrument = record.leadingWhole(ReportRecord::anyInstrument);
-    if (known.insert(instrument).second) {
-      report.instruments.push_back(instrument);
-    }
-    addRecord(record, report);
-  });
+  forEachRecord(std::move(lines), reportFile, [&](std::string_view line) { reader.add(line); });
   return report;
 }
 

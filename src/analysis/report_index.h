@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "base/hash_index.h"
@@ -64,6 +65,19 @@ struct ReportIndex {
   std::vector<std::int16_t> instruments;  ///< the distinct identifiers, in order of first appearance
   NumberedTexts files;                    ///< the page files
   std::vector<double> lastUse;            ///< of each, the highest system that it serves
+};
+
+/// Adds the records of a report to an index.
+class IndexReader {
+ public:
+  /// The index, which must outlive this, is cleared.
+  explicit IndexReader(ReportIndex& report) : report_(report) { report = {}; }
+  /// A record, or another line that is no comment. An identifier that 16 bits do not hold ends the program.
+  void add(std::string_view record);
+
+ private:
+  ReportIndex& report_;
+  std::unordered_set<std::int16_t> known_;  // identifiers
 };
 
 /// Reads the report. One that cannot be opened or read ends the program, and so does an identifier that 16 bits do not

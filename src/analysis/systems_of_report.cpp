@@ -51,6 +51,9 @@ void SystemsOfReport::addRecord(std::string_view record) {
   }
   try {
     reader_.add(record);
+    if (indexReader_) {
+      indexReader_->add(record);
+    }
   } catch (const ProgramEnd&) {
     programEnd_ = std::current_exception();
   }

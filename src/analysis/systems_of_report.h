@@ -4,10 +4,12 @@
 #include <cstdint>
 #include <exception>
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 
+#include "analysis/report_index.h"
 #include "analysis/verdict.h"
 #include "analysis/written_records.h"
 #include "base/hash_index.h"
@@ -46,8 +48,12 @@ class SystemsReader {
 /// Fills a table with the systems of a report while it is written, for a run that keeps no report.
 class SystemsOfReport : public WrittenRecords {
  public:
-  /// The table, which must outlive this, is cleared.
-  explicit SystemsOfReport(SystemTable& table) : reader_(table) {}
+  /// The table, which must outlive this, is cleared. So is an index that is to have the records, too.
+  explicit SystemsOfReport(SystemTable& table, ReportIndex* index = nullptr) : reader_(table) {
+    if (index != nullptr) {
+      indexReader_.emplace(*index);
+    }
+  }
 
   /// The report is complete. Ends the program where reading it back would.
   void finish();
@@ -56,7 +62,8 @@ class SystemsOfReport : public WrittenRecords {
   void addRecord(std::string_view record) override;
 
   SystemsReader reader_;
-  std::exception_ptr programEnd_;  // null unless a record ends the program
+  std::optional<IndexReader> indexReader_;  // if there is an index
+  std::exception_ptr programEnd_;           // null unless a record ends the program
 };
 
 }  // namespace kiv

@@ -6,8 +6,6 @@
 #include <set>
 #include <utility>
 
-#include "analysis/records_in_memory.h"
-#include "analysis/report.h"
 #include "analysis/report_index.h"
 #include "diagnostics/group_facts.h"
 #include "diagnostics/warnings.h"
@@ -93,7 +91,7 @@ class ReportGatherer {
   const ReportHost& host_;
   const ReportRequest& request_;
   const CsvWriter& csv_;
-  RecordsInMemory files_;        // report and verdict are not asked for
+  OverlayFiles files_;           // old results stay
   OverlayFiles correctedFiles_;  // with the pages as the reader's table makes them
   ProgressUser user_;
   NoPrograms programs_;
@@ -110,9 +108,9 @@ class ReportGatherer {
 bool ReportGatherer::analyzePages() {
   ReportData& data = gathered_.data;
   const bool ended = exitCodeOfPart(user_, [&] {
-                       analyze(program_, request_.namesFile, request_.allowZeroId, &facts_);
-                       data.chart = makeChart(host_.machine, readReport(files_), request_.allowZeroId);
-                       files_.deleteFile(reportFile);  // which nobody reads any more
+                       ReportIndex index;
+                       analyzeWithoutReport(program_, request_.namesFile, request_.allowZeroId, &facts_, &index);
+                       data.chart = makeChart(host_.machine, index, request_.allowZeroId);
                        layouts_ = findLayouts(files_, program_.systems, facts_, Places::ofFirstSystems);
                      }).value_or(0) != 0;
   if (ended) {

@@ -91,10 +91,10 @@ void analyze(KivSystem& program, const std::string& namesFile, bool allowZeroIns
 }
 
 void analyzeWithoutReport(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId,
-                          AnalysisObserver* observer) {
+                          AnalysisObserver* observer, ReportIndex* index) {
   nameVersion(program);
   deleteOldResults(program.host.files);
-  SystemsOfReport systems(program.systems);
+  SystemsOfReport systems(program.systems, index);
   runAnalysis(program, namesFile, {allowZeroInstrId, false, observer, &systems});
 }
 

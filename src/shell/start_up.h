@@ -3,6 +3,7 @@
 #include <string>
 
 #include "analysis/analysis_observer.h"
+#include "analysis/report_index.h"
 #include "shell/kivsystem.h"
 
 namespace kiv {
@@ -24,9 +25,9 @@ void analyze(KivSystem& program, const std::string& namesFile, bool allowZeroIns
              AnalysisObserver* observer = nullptr);
 
 /// The same without a report and a verdict, of which those of an earlier run are deleted, too: only the program's table
-/// of systems is filled.
+/// of systems is filled, and an index of what would be the report, if there is one.
 void analyzeWithoutReport(KivSystem& program, const std::string& namesFile, bool allowZeroInstrId,
-                          AnalysisObserver* observer);
+                          AnalysisObserver* observer, ReportIndex* index = nullptr);
 
 /// Makes the program ready for the panel's buttons: its version, its command line, and no results of an earlier run.
 void prepareForPanel(KivSystem& program);

@@ -60,6 +60,27 @@ TEST_F(SystemsOfReportTest, ARecordEndsTheProgramWhenTheReportIsComplete) {
   EXPECT_EQ(written({"SYSTEM=1,INSTRID=x\r\n", "SYSTEM=y,INSTRID=1\r\n"}), readBack("SYSTEM=1,INSTRID=x\r\n"));
 }
 
+TEST_F(SystemsOfReportTest, AnIndexIsThatOfTheReportReadBack) {
+  const std::string report =
+      "* SYSTEM=9,INSTRID=9\r\nSYSTEM=1,INSTRID=101,NEWSTAFF=2,STAVESUP=1,STAFF=2,FILE=A\r\n"
+      "SYSTEM=1,INSTRID=102,NEWSTAFF=1,STAVESUP=1,STAFF=1,FILE=A\r\n"
+      "SYSTEM=2,INSTRID=101,NEWSTAFF=1,STAVESUP=1,STAFF=1,FILE=B\r\n";
+  SystemTable table;
+  ReportIndex index;
+  SystemsOfReport systems(table, &index);
+  EXPECT_EQ(systems.write(report), std::nullopt);
+  systems.finish();
+  host.addFile("KivSystem2.TXT", report);
+  const ReportIndex readBack = readReport(host);
+  EXPECT_EQ(index.systemCount(), 2);
+  EXPECT_EQ(index.instruments, (std::vector<std::int16_t>{101, 102}));
+  EXPECT_EQ(index.instruments, readBack.instruments);
+  for (const std::int16_t system : {std::int16_t{1}, std::int16_t{2}, std::int16_t{3}}) {
+    EXPECT_EQ(stavesOf(index, system), stavesOf(readBack, system));
+  }
+  EXPECT_EQ(stavesOf(index, 2), (std::vector<StaffRecord>{{101, 1, 1, "B", 1}}));
+}
+
 TEST_F(SystemsOfReportTest, AreThoseOfTheReportReadBack) {
   const std::vector<std::string> parts = {"SYSTEM=",
                                           "1",

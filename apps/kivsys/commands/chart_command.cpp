@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "analysis/records_in_memory.h"
 #include "analysis/report_index.h"
 #include "apps/kivsys/commands/draw_command.h"
 #include "apps/kivsys/commands/valid_pages.h"
@@ -17,6 +16,7 @@
 #include "drawing/chart_drawings.h"
 #include "platform/console/console_host.h"
 #include "platform/console/printable.h"
+#include "platform/memory/overlay_files.h"
 #include "platform/memory/silent_user.h"
 #include "shell/kivsystem.h"
 #include "shell/start_up.h"
@@ -75,16 +75,17 @@ int chartNames(ConsoleHost& console, const std::string& namesFile, const Planned
   if (namesFile.empty()) {
     return printOutcome(summaryOf(plan.pages, false), exit_status::critical);
   }
-  RecordsInMemory files(console.system(), console.system());  // report and verdict are not asked for
+  OverlayFiles files(console.system(), console.system());
   NoPrograms programs;
   KivSystem program({files, console.user(), programs, console.system()});
   GroupFacts facts({.instruments = true});
+  ReportIndex index;
   Chart chart;
   const auto exitCode = exitCodeOf(console.user(), [&] {
-    analyze(program, namesFile, plan.allowZeroId, &facts);
+    analyzeWithoutReport(program, namesFile, plan.allowZeroId, &facts, &index);
     const auto names = program.names.nameList.begin();
     showWarnings(console.user(), files, findNameWarnings({names, names + program.names.nameCount}), false);
-    chart = makeChart(console.system(), readReport(files), plan.allowZeroId);
+    chart = makeChart(console.system(), index, plan.allowZeroId);
     chart.names = namesFor(facts, !plan.out.empty());
   });
   if (exitCode) {
