@@ -10,23 +10,53 @@
 namespace kiv {
 namespace {
 
-/// Lists the items by staff. One whose staff number is no whole number of 16 bits is on no staff that can be requested.
-void listItems(CachedPage& file) {
-  PageWalker page(file.bytes);
-  float staff = std::numeric_limits<float>::quiet_NaN();
-  std::vector<NumberedItem>* items = nullptr;  // of that staff
-  while ((file.end = page.findItem()) == ReadStatus::itemRead) {
-    const float stored = page.par(par::staff);
-    if (stored != staff) {
-      staff = stored;
-      const auto whole = toInt16(stored);
-      items = whole && static_cast<float>(*whole) == stored ? &file.staves[*whole] : nullptr;
+/// Lists the runs of items by staff. An item whose staff number is no whole number of 16 bits is on no staff that can
+/// be requested.
+class RunLister {
+ public:
+  explicit RunLister(CachedPage& page) : staves_(page.staves) {}
+
+  void add(const ItemPlace& place, float staff) {
+    if (staff != staff_) {
+      beginRun(place, staff);
     }
-    if (items != nullptr) {
-      items->push_back({page.itemBytes(), page.itemsInFile()});
+    if (run_ != nullptr) {
+      ++run_->items;
     }
   }
+
+ private:
+  void beginRun(const ItemPlace& place, float staff) {
+    staff_ = staff;
+    const auto whole = toInt16(staff);
+    run_ = whole && static_cast<float>(*whole) == staff ? &staves_[*whole].emplace_back(place) : nullptr;
+  }
+
+  std::unordered_map<std::int16_t, std::vector<StaffRun>>& staves_;
+  float staff_ = std::numeric_limits<float>::quiet_NaN();
+  StaffRun* run_ = nullptr;  // of that staff
+};
+
+void listStaves(CachedPage& file) {
+  RunLister staves(file);
+  const auto add = [&](const ItemPlace& place, float staff) { staves.add(place, staff); };
+  PageWalker page(file.bytes);
+  page.skipItems(typesWithoutText, add);
+  while ((file.end = page.findItem()) == ReadStatus::itemRead) {
+    add({page.itemsInFile(), page.itemOffset()}, page.par(par::staff));
+    page.skipItems(typesWithoutText, add);
+  }
   file.itemsInFile = page.itemsInFile();
+}
+
+void appendRun(const StaffRun& run, std::int16_t newStaff, PageWalker& page, ItemTable& items) {
+  page.goTo(run.first);
+  for (int i = 0; i < run.items; ++i) {
+    page.findItem();
+    Item& item = items.newItem(page.itemsInFile());
+    page.decode(item);
+    item[par::staff] = newStaff;
+  }
 }
 
 }  // namespace
@@ -41,11 +71,11 @@ const CachedPage& PageCache::get(const std::string& musFileName) {
     page = std::move(dropped_.back());
     dropped_.pop_back();
   }
-  for (auto& [staff, items] : page.staves) {
-    items.clear();
+  for (auto& [staff, runs] : page.staves) {
+    runs.clear();
   }
   page.bytes = page.buffer.read(files_, musFileName, readableBytes).value_or("");
-  listItems(page);
+  listStaves(page);
   return pages_.emplace(musFileName, std::move(page)).first->second;
 }
 
@@ -66,10 +96,9 @@ void readStaff(std::int16_t staff, std::int16_t newStaff, PageCache& pages, Item
   const CachedPage& page = pages.get(items.file());
   const auto ofStaff = page.staves.find(staff);
   if (ofStaff != page.staves.end()) {
-    for (const NumberedItem& source : ofStaff->second) {
-      Item& item = items.newItem(source.number);
-      decodeItem(page.bytes, source.bytes, item);
-      item[par::staff] = newStaff;
+    PageWalker walker(page.bytes);
+    for (const StaffRun& run : ofStaff->second) {
+      appendRun(run, newStaff, walker, items);
     }
   }
   if (page.end == ReadStatus::structuralError) {

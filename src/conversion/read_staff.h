@@ -13,10 +13,10 @@
 
 namespace kiv {
 
-/// An item of a page file, and its number there.
-struct NumberedItem {
-  ItemBytes bytes;
-  std::int16_t number = 0;
+/// Items of one staff that follow each other in a page file.
+struct StaffRun {
+  ItemPlace first;
+  int items = 0;
 };
 
 /// A page file, where the items of its staves are, and how the walk over it ended.
@@ -29,8 +29,8 @@ struct CachedPage {
   ~CachedPage() = default;
 
   FileBuffer buffer;
-  std::string_view bytes;                                              ///< in the buffer
-  std::unordered_map<std::int16_t, std::vector<NumberedItem>> staves;  ///< in the order of the file
+  std::string_view bytes;                                          ///< in the buffer
+  std::unordered_map<std::int16_t, std::vector<StaffRun>> staves;  ///< in the order of the file
   ReadStatus end = ReadStatus::endOfItems;
   std::int16_t itemsInFile = 0;  ///< items begun when the walk ended
 };

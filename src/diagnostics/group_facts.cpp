@@ -92,7 +92,7 @@ void GroupFacts::addItem(const PageWalker& page) {
 
 void GroupFacts::skipItems(MusReader& reader, TypeSet types) {
   if (scan_ == LossScan::allItems) {
-    reader.skipItems(types, [this](std::int16_t item, float staff) { lossFinder_.addOther(item, staff); });
+    reader.skipItems(types, [this](const ItemPlace& place, float staff) { lossFinder_.addOther(place.item, staff); });
   } else {
     reader.skipItems(types);
   }

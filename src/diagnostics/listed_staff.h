@@ -12,14 +12,6 @@
 
 namespace kiv {
 
-/// Where an item is in its page file.
-struct ItemPlace {
-  int item = 0;            ///< its number, from 1; 0 stands for the file's head
-  std::size_t offset = 0;  ///< bytes from the start of the file
-
-  bool operator==(const ItemPlace&) const = default;
-};
-
 /// A staff of a page file that an analysis sees, with what the records of the report say about it.
 struct ListedStaff {
   ItemPlace place;

@@ -43,7 +43,7 @@ constexpr TypeSet otherTypes =
 
 /// Gives all items to the finder.
 void addAllItems(std::string_view bytes, PageLossFinder& finder) {
-  const auto addOther = [&](std::int16_t item, float staff) { finder.addOther(item, staff); };
+  const auto addOther = [&](const ItemPlace& place, float staff) { finder.addOther(place.item, staff); };
   PageWalker page(bytes);
   page.skipItems(otherTypes, addOther);
   while (page.findItem() == ReadStatus::itemRead) {

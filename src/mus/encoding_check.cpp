@@ -48,18 +48,17 @@ bool hasWholeWords(const PageWalker& page) {
 /// Whether an item without text is in the page bit by bit, as nearly all are. The last ones of a page, after which
 /// there are fewer bytes than the longest item has, are not compared.
 bool isCopy(const PageWalker& page, const Item& written) {
-  const ItemBytes place = page.itemBytes();
-  if (page.hasText() || !written.text.empty() ||
-      page.bytes().size() - place.parameters < bytesPerWord * parameterCount) {
+  const std::size_t first = page.itemOffset() + bytesPerWord;
+  if (page.hasText() || !written.text.empty() || page.bytes().size() - first < bytesPerWord * parameterCount) {
     return false;
   }
   const auto parameters = written.parameters();
   std::uint32_t difference = 0;
   for (std::int32_t i = 0; i < parameterCount; ++i) {  // without branches
     const auto word = static_cast<std::size_t>(i);
-    const float read = ByteCursor::floatAt(page.bytes(), place.parameters + bytesPerWord * word);
+    const float read = ByteCursor::floatAt(page.bytes(), first + bytesPerWord * word);
     difference |=
-        std::bit_cast<std::uint32_t>(i < place.kept ? read : 0) ^ std::bit_cast<std::uint32_t>(parameters[word]);
+        std::bit_cast<std::uint32_t>(i < page.itemLength() ? read : 0) ^ std::bit_cast<std::uint32_t>(parameters[word]);
   }
   return difference == 0;
 }

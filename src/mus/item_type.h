@@ -81,4 +81,8 @@ class TypeSet {
   std::uint32_t bits_ = 0;
 };
 
+/// The whole types whose items carry no text.
+inline constexpr TypeSet typesWithoutText =
+    TypeSet::allBut({ItemType::shortText, ItemType::text, ItemType::countedText});
+
 }  // namespace kiv

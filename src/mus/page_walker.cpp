@@ -5,32 +5,18 @@
 #include "base/number.h"
 
 namespace kiv {
-namespace {
-
-/// All text chunks of a text item.
-std::string_view chunksOf(std::string_view file, const ItemBytes& place) {
-  return file.substr(place.parameters + bytesPerWord * textHeadWords,
-                     bytesPerWord * static_cast<std::size_t>(place.length - textHeadWords));
-}
-
-void decodeText(std::string_view file, const ItemBytes& place, Item& item) {
-  const ItemType type = item.type();
-  std::string_view text = chunksOf(file, place);
-  if (type == ItemType::shortText) {
-    text = text.substr(0, shortTextCharacters);
-  } else if (type == ItemType::countedText) {
-    text = text.substr(0, static_cast<std::size_t>(toInt32(item[par::textLength]).value_or(0)));
-  }
-  item.text = text;
-}
-
-}  // namespace
-
 PageWalker::PageWalker(std::string_view file) : file_(file), cursor_(file) {
   const std::string_view header = cursor_.read(headerBytes);
   if (cursor_.ok()) {
     fileWords_ = static_cast<std::int16_t>(ByteCursor::byteAt(header, 0) | ByteCursor::byteAt(header, 1) << 8U);
   }
+}
+
+void PageWalker::goTo(const ItemPlace& place) {
+  cursor_ = ByteCursor(file_);
+  cursor_.skip(place.offset);
+  wordsRead_ = static_cast<std::int32_t>((place.offset - headerBytes) / bytesPerWord);
+  itemsInFile_ = static_cast<std::int16_t>(place.item - 1);
 }
 
 float PageWalker::read_word() {
@@ -121,17 +107,21 @@ bool PageWalker::textLengthFits() const {
 }
 
 std::string_view PageWalker::chunks() const {
-  return hasText_ ? chunksOf(file_, itemBytes()) : std::string_view();
+  if (!hasText_) {
+    return {};
+  }
+  return file_.substr(parameters_ + bytesPerWord * textHeadWords,
+                      bytesPerWord * static_cast<std::size_t>(itemLength_ - textHeadWords));
 }
 
-void decodeItem(std::string_view file, const ItemBytes& place, Item& item) {
-  ByteCursor::copyFloats(file, place.parameters, static_cast<std::size_t>(place.kept), item.parameters());
-  const bool hasText = place.kept != place.length;  // of any other item all words are kept
-  if (!hasText) {
-    item.text.clear();
-    return;
+void PageWalker::decodeText(Item& item) const {
+  std::string_view text = chunks();
+  if (type_ == ItemType::shortText) {
+    text = text.substr(0, shortTextCharacters);
+  } else if (type_ == ItemType::countedText) {
+    text = text.substr(0, static_cast<std::size_t>(toInt32(item[par::textLength]).value_or(0)));
   }
-  decodeText(file, place, item);
+  item.text = text;
 }
 
 }  // namespace kiv

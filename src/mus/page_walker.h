@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -19,15 +20,13 @@ enum class ReadStatus : std::int16_t {
   tooManyParameters = 3,  ///< an item without text that has more than 20
 };
 
-/// The position of an item in the bytes of a page, and how much of it the reader keeps.
-struct ItemBytes {
-  std::uint32_t parameters = 0;  ///< offset of P1
-  std::int16_t length = 0;       ///< words after the length word
-  std::int16_t kept = 0;         ///< parameters that are kept
-};
+/// Where an item is in its page file.
+struct ItemPlace {
+  int item = 0;            ///< its number, from 1; 0 stands for the file's head
+  std::size_t offset = 0;  ///< bytes from the start of the file
 
-/// Fills in all that the reader keeps of the item: parameters and text. The bytes are those that a walk found it in.
-void decodeItem(std::string_view file, const ItemBytes& place, Item& item);
+  bool operator==(const ItemPlace&) const = default;
+};
 
 /// Walks item by item over the bytes of a page file, which must outlive it.
 ///
@@ -37,15 +36,17 @@ class PageWalker {
   PageWalker() = default;
   /// Starts before the first item. Without a complete header, the first step is a structural error.
   explicit PageWalker(std::string_view file);
+  /// Goes to just before an item that a walk over the same bytes has found or skipped: it is found next.
+  void goTo(const ItemPlace& place);
 
   /// Finds the next item, or the end.
   ReadStatus findItem() { return findCommonItem() ? ReadStatus::itemRead : findOtherItem(); }
 
   /// Skips items as long as they are of these types, without text, complete and valid. It leaves no item found.
   void skipItems(TypeSet types) {
-    skipItems(types, [](std::int16_t, float) {});
+    skipItems(types, [](const ItemPlace&, float) {});
   }
-  /// The same. Of each item that is skipped, onItem(number, staff) is given the number in the file and the staff (P2).
+  /// The same. Of each item that is skipped, onItem(place, staff) is given the place and the staff (P2).
   template <typename OnItem>
   void skipItems(TypeSet types, const OnItem& onItem);
 
@@ -73,11 +74,8 @@ class PageWalker {
   float par(int p) const { return p <= keptParameters_ ? storedPar(p) : 0; }
   /// All text chunks of a text item.
   std::string_view chunks() const;
-  ItemBytes itemBytes() const {
-    return {static_cast<std::uint32_t>(parameters_), itemLength_, static_cast<std::int16_t>(keptParameters_)};
-  }
   /// Fills in all that the reader keeps of the item.
-  void decode(Item& item) const { decodeItem(file_, itemBytes(), item); }
+  void decode(Item& item) const;
 
   // --- the trailer, once it was reached ---
 
@@ -118,6 +116,7 @@ class PageWalker {
   ReadStatus findTextItem();
   bool readParameters(int count);
   bool textLengthFits() const;
+  void decodeText(Item& item) const;
 
   std::string_view file_;
   ByteCursor cursor_;
@@ -141,6 +140,15 @@ class PageWalker {
 inline float PageWalker::storedPar(int p) const {
   const int carried = hasText_ ? textHeadWords : keptParameters_;
   return p <= carried ? ByteCursor::floatAt(file_, parameters_ + bytesPerWord * static_cast<std::size_t>(p - 1)) : 0;
+}
+
+inline void PageWalker::decode(Item& item) const {
+  ByteCursor::copyFloats(file_, parameters_, static_cast<std::size_t>(keptParameters_), item.parameters());
+  if (hasText_) {
+    decodeText(item);
+  } else {
+    item.text.clear();
+  }
 }
 
 inline std::size_t PageWalker::bytesToSkip(float length, float type, TypeSet types) {
@@ -192,7 +200,7 @@ void PageWalker::skipItems(TypeSet types, const OnItem& onItem) {
       break;
     }
     ++items;
-    onItem(items, ByteCursor::floatAt(file, offset + par::staff * bytesPerWord));
+    onItem(ItemPlace{items, offset}, ByteCursor::floatAt(file, offset + par::staff * bytesPerWord));
     offset += bytes;
   }
   skippedKinds_ = kinds;
@@ -201,7 +209,8 @@ void PageWalker::skipItems(TypeSet types, const OnItem& onItem) {
   itemsInFile_ = items;
 }
 
-/// The fast path: finds a complete and valid item without text, which nearly all are, and touches only two words of it.
+/// The fast path: finds a complete and valid item of a whole type without text, as nearly all are, and touches only two
+/// words of it.
 /// Returns false, with nothing done, for any other.
 inline bool PageWalker::findCommonItem() {
   if (fileWords_ - wordsRead_ <= trailerWords || cursor_.left() < 2 * bytesPerWord) {
@@ -214,7 +223,7 @@ inline bool PageWalker::findCommonItem() {
   }
   const auto whole = static_cast<std::int32_t>(length);
   const std::size_t bytes = bytesPerWord * static_cast<std::size_t>(whole + 1);
-  if (ItemType(type).hasText() || static_cast<float>(whole) != length || cursor_.left() < bytes) {
+  if (!typesWithoutText.contains(ItemType(type)) || static_cast<float>(whole) != length || cursor_.left() < bytes) {
     return false;
   }
   ++itemsInFile_;

@@ -32,7 +32,7 @@ class MusReader {
 
   /// Skips the valid items of these types that come next.
   void skipItems(TypeSet types) { page_.skipItems(types); }
-  /// The same. Of each item that is skipped, onItem(number, staff) is given the number in the file and the staff (P2).
+  /// The same. Of each item that is skipped, onItem(place, staff) is given the place and the staff (P2).
   template <typename OnItem>
   void skipItems(TypeSet types, const OnItem& onItem) {
     page_.skipItems(types, onItem);

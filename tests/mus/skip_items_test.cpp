@@ -1,5 +1,4 @@
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "tests/mus/page_items.h"
@@ -54,16 +53,20 @@ TEST(SkipItems, StopsAtATypeThatIsNotWhole) {
   EXPECT_EQ(page.itemsInFile(), 0);
 }
 
-TEST(SkipItems, GivesTheNumberAndTheStaffOfEachItemThatItSkips) {
+TEST(SkipItems, GivesThePlaceAndTheStaffOfEachItemThatItSkips) {
   const std::string file = pageOf(plainItem(1) + words({3, 2, 7, 5}) + words({2, 1, -1}) + plainItem(3) + plainItem(1));
   PageWalker page(file);
-  std::vector<std::pair<int, float>> skipped;
-  const auto note = [&](std::int16_t number, float staff) { skipped.emplace_back(number, staff); };
+  std::vector<ItemPlace> places;
+  std::vector<float> staves;
+  const auto note = [&](const ItemPlace& place, float staff) {
+    places.push_back(place);
+    staves.push_back(staff);
+  };
   page.skipItems(notesAndRests, note);
-  EXPECT_EQ(skipped, (std::vector<std::pair<int, float>>{{1, 1.0F}, {2, 7.0F}, {3, -1.0F}}));
   ASSERT_EQ(page.findItem(), ReadStatus::itemRead);
   page.skipItems(notesAndRests, note);
-  EXPECT_EQ(skipped.back(), std::pair(5, 1.0F));
+  EXPECT_EQ(places, (std::vector<ItemPlace>{{1, 2}, {2, 2 + 4 * 5}, {3, 2 + 4 * 9}, {5, 2 + 4 * 17}}));
+  EXPECT_EQ(staves, (std::vector<float>{1, 7, -1, 1}));
 }
 
 TEST(SkipItems, AsksAgainWhetherItemsAreSkippedWhenTheTypesAreOthers) {
