@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
+#include <limits>
 #include <numeric>
-#include <utility>
+#include <optional>
 
 #include "mus/exch.h"
 
@@ -38,53 +41,114 @@ void exchangeInPasses(const std::vector<SortKey>& keys, Rows& order) {
 /// First keys that are whole and smaller than this take the fast path.
 constexpr std::size_t endOfSmall = 1024;
 
-bool isSmallWhole(const SortKey& key) {
-  return key.first >= 0 && key.first < endOfSmall && key.first == static_cast<float>(static_cast<int>(key.first)) &&
-         !std::isunordered(key.position, key.par4);
+/// Rows that follow each other, have one small first key, and are in order.
+struct Run {
+  std::int16_t start = 0;
+  std::int16_t end = 0;  // the row after the last one
+  std::size_t first = 0;
+};
+
+bool isSmallWhole(float key) {
+  return key >= 0 && key < endOfSmall && key == static_cast<float>(static_cast<int>(key));
 }
 
-/// The rows by their small whole first keys, descending; rows with equal keys keep their order.
-void countInto(Rows& order, const std::vector<SortKey>& keys) {
-  const auto rank = [](const SortKey& key) { return static_cast<std::size_t>(key.first); };
-  std::array<int, endOfSmall> next{};
-  std::size_t highest = 0;
-  for (const SortKey& key : keys) {
-    highest = std::max(highest, rank(key));
-    ++next[rank(key)];
-  }
-  int start = 0;
-  for (std::size_t i = highest + 1; i > 0; --i) {
-    start += std::exchange(next[i - 1], start);
-  }
+/// The rows as runs; nullopt when one of them has no order or no small first key.
+std::optional<std::vector<Run>> runsOf(const std::vector<SortKey>& keys) {
+  constexpr std::size_t typicalCount = 256;
+  std::vector<Run> runs;
+  runs.reserve(typicalCount);
+  const auto endOfRows = static_cast<std::int16_t>(keys.size() + 1);
+  SortKey last{.first = std::numeric_limits<float>::quiet_NaN()};
   std::int16_t row = 0;
   for (const SortKey& key : keys) {
-    order[static_cast<std::size_t>(next[rank(key)]++)] = ++row;
+    ++row;
+    if (std::isunordered(key.position, key.par4)) {
+      return std::nullopt;
+    }
+    if (key.first != last.first || outOfOrder(last, key)) {
+      if (!isSmallWhole(key.first)) {
+        return std::nullopt;
+      }
+      if (!runs.empty()) {
+        runs.back().end = row;
+      }
+      runs.push_back({row, endOfRows, static_cast<std::size_t>(key.first)});
+    }
+    last = key;
   }
+  return runs;
 }
+
+/// Collects the rows of each first key, always in order.
+class RunSorter {
+ public:
+  /// The keys must outlive the sorter.
+  RunSorter(const std::vector<SortKey>& keys, const std::vector<Run>& runs) : keys_(keys), order_(keys.size()) {
+    std::size_t highest = 0;
+    for (const Run& run : runs) {
+      highest = std::max(highest, run.first);
+      groups_[run.first].end += run.end - run.start;
+    }
+    std::int32_t start = 0;
+    for (std::size_t i = highest + 1; i > 0; --i) {
+      Group& group = groups_[i - 1];
+      const std::int32_t count = group.end;
+      group = {start, start};
+      start += count;
+    }
+  }
+
+  /// Later rows come after those of equal keys.
+  void add(const Run& run) {
+    Group& group = groups_[run.first];
+    const auto start = order_.begin() + group.start;
+    auto end = order_.begin() + group.end;
+    group.end += run.end - run.start;
+    if (start == end || !isBefore(run.start, *std::prev(end))) {
+      std::iota(end, order_.begin() + group.end, run.start);
+      return;
+    }
+    auto place = start;
+    for (std::int16_t row = run.start; row < run.end; ++row) {
+      place = std::upper_bound(place, end, row, [this](std::int16_t a, std::int16_t b) { return isBefore(a, b); });
+      std::copy_backward(place, end, std::next(end));
+      *place = row;
+      ++end;
+    }
+  }
+
+  const Rows& order() const { return order_; }
+
+ private:
+  struct Group {
+    std::int32_t start = 0;
+    std::int32_t end = 0;
+  };
+
+  bool isBefore(std::int16_t a, std::int16_t b) const { return outOfOrder(keyOf(keys_, b), keyOf(keys_, a)); }
+
+  const std::vector<SortKey>& keys_;
+  std::array<Group, endOfSmall> groups_{};
+  Rows order_;
+};
 
 }  // namespace
 
 std::vector<std::int16_t> sortedRows(const std::vector<SortKey>& keys) {
-  Rows order(keys.size());
-  const auto isBefore = [&](std::int16_t a, std::int16_t b) { return outOfOrder(keyOf(keys, b), keyOf(keys, a)); };
-  const auto isHigher = [&](std::int16_t a, std::int16_t b) { return keyOf(keys, a).first > keyOf(keys, b).first; };
-  if (std::all_of(keys.begin(), keys.end(), isSmallWhole)) {
-    countInto(order, keys);
-    // Many staves are listed from left to right already.
-    for (auto row = order.begin(); (row = std::is_sorted_until(row, order.end(), isBefore)) != order.end();) {
-      const auto [start, end] = std::equal_range(order.begin(), order.end(), *row, isHigher);
-      // What a conversion has added to a staff is at its end.
-      std::stable_sort(row, end, isBefore);
-      std::inplace_merge(start, row, end, isBefore);
-      row = end;
+  if (const auto runs = runsOf(keys)) {
+    RunSorter sorter(keys, *runs);
+    for (const Run& run : *runs) {
+      sorter.add(run);
     }
-    return order;
+    return sorter.order();
   }
+  Rows order(keys.size());
   std::iota(order.begin(), order.end(), std::int16_t{1});
   if (std::any_of(keys.begin(), keys.end(), hasNaN)) {
     exchangeInPasses(keys, order);
   } else {
-    std::stable_sort(order.begin(), order.end(), isBefore);
+    std::stable_sort(order.begin(), order.end(),
+                     [&](std::int16_t a, std::int16_t b) { return outOfOrder(keyOf(keys, b), keyOf(keys, a)); });
   }
   return order;
 }

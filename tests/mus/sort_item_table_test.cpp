@@ -15,11 +15,9 @@
 namespace kiv {
 namespace {
 
-using test::asText;
 using test::FakeHost;
 using test::itemOf;
 using test::RandomGenerator;
-using test::tableOf;
 
 constexpr float infinity = std::numeric_limits<float>::infinity();
 constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
@@ -128,49 +126,6 @@ class SortItemTable : public testing::Test {
   ItemTable reference_;
 };
 
-// --- the order ---
-
-std::string sortedText(std::string_view page) {
-  FakeHost host;
-  ItemTable table = tableOf(host, page);
-  sort_item_table(table);
-  return asText(table);
-}
-
-TEST(ItemOrder, RunsFromTheHighestStaffDown) {
-  EXPECT_EQ(sortedText("note 1 at 10\nnote 3 at 10\nnote 2 at 10\nnote 3 at 20\nnote 1 at 5\n"),
-            "note 3 at 10\nnote 3 at 20\nnote 2 at 10\nnote 1 at 5\nnote 1 at 10\n");
-}
-
-TEST(ItemOrder, RunsFromLeftToRightWithinAStaff) {
-  EXPECT_EQ(sortedText("note 1 at 100\nclef 1 at 50\n"), "clef 1 at 50\nnote 1 at 100\n");
-}
-
-TEST(ItemOrder, RunsUpwardsInP4AtOnePosition) {
-  EXPECT_EQ(sortedText("note 1 at 50 height 7\nnote 1 at 50 height -2\nnote 1 at 50 height 3\n"),
-            "note 1 at 50 height -2\nnote 1 at 50 height 3\nnote 1 at 50 height 7\n");
-}
-
-TEST(ItemOrder, KeepsItemsOfEqualKeysAsTheyCameWhateverTheirType) {
-  EXPECT_EQ(sortedText("timesignature 1 at 50 p4 1\nnote 1 at 50\n"
-                       "barline 2 at 50\nclef 1 at 50 height 1\nrest 1 at 50\nbarline 1 at 50\n"
-                       ""),
-            "barline 2 at 50\nnote 1 at 50\nrest 1 at 50\nbarline 1 at 50\ntimesignature 1 at 50 p4 1\n"
-            "clef 1 at 50 height 1\n");
-}
-
-TEST(ItemOrder, MovesTheTextsToo) {
-  EXPECT_EQ(sortedText("countedtext 1 at 9 \"first\"\nnote 2 at 5\ncountedtext 1 at 3 \"second\"\n"),
-            "note 2 at 5\n"
-            "countedtext 1 at 3 characters 6 \"second\"\n"
-            "countedtext 1 at 9 characters 5 \"first\"\n");
-}
-
-TEST(ItemOrder, ComparesExactly) {
-  EXPECT_EQ(sortedText("note 1 at 0.10000001\nnote 1 at 0.1\nnote 1.0000001 at 7\n"),
-            "note 1.0000001 at 7\nnote 1 at 0.1\nnote 1 at 0.10000001\n");
-}
-
 TEST_F(SortItemTable, ItemsKeepTheirNumberInTheFile) {
   fill(sorted_, {{1, 30, 0}, {1, 10, 0}, {1, 20, 0}});
   sort_item_table(sorted_);
@@ -264,6 +219,23 @@ TEST_F(SortItemTable, OfSortedOrReversedRowsIsAsTheExchangesGiveIt) {
   expectSameAsExchanges(rows);
   for (int i = 1; i <= 60; ++i) {
     ASSERT_EQ(sorted_.itemPar(i, 5), static_cast<float>(61 - i));
+  }
+}
+
+TEST_F(SortItemTable, OfStavesInOrderWithRowsAddedAtTheEndIsAsTheExchangesGiveIt) {
+  RandomGenerator random(13);
+  for (int group = 0; group < 20; ++group) {
+    std::vector<Keys> rows;
+    for (const float staff : {3.0F, 1.0F, 3.0F, 2.0F}) {  // staff 3 comes in two pieces
+      for (int n = 0; n < 12; ++n) {
+        rows.push_back({staff, static_cast<float>(n / 2), static_cast<float>(n % 2)});
+      }
+    }
+    for (std::uint32_t added = random.below(12); added > 0; --added) {
+      rows.push_back({static_cast<float>(random.below(4)), static_cast<float>(random.below(8)),
+                      static_cast<float>(random.below(3))});
+    }
+    ASSERT_NO_FATAL_FAILURE(expectSameAsExchanges(rows)) << "group " << group;
   }
 }
 
