@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <span>
 #include <string>
 
 namespace kiv {
@@ -20,6 +21,19 @@ inline void putWord(float number, char* place) {
   const auto bits = std::bit_cast<std::uint32_t>(number);
   for (std::size_t i = 0; i < bytesPerWord; ++i) {
     place[i] = static_cast<char>(bits >> (8U * i) & 0xFFU);
+  }
+}
+
+/// Writes the words of several floats one after the other to a buffer of at least that size.
+template <std::size_t count>
+void putWords(std::span<const float, count> numbers, char* place) {
+  if constexpr (std::endian::native == std::endian::little) {
+    std::memcpy(place, numbers.data(), count * bytesPerWord);
+    return;
+  }
+  for (const float number : numbers) {
+    putWord(number, place);
+    place += bytesPerWord;
   }
 }
 

@@ -13,16 +13,13 @@ namespace {
 
 constexpr float lowestNumber = 1;
 
-void numberFromOne(ItemTable& items) {
-  float smallest = 9999;
-  for (int i = 1; i <= items.itemCount(); ++i) {
-    smallest = std::min(smallest, items.itemPar(i, par::staff));
-  }
-  if (smallest == lowestNumber) {
+/// Numbers the staves from 1, of which this is the lowest number.
+void numberFromOne(ItemTable& items, float lowest) {
+  if (lowest == lowestNumber) {
     return;
   }
   for (int i = 1; i <= items.itemCount(); ++i) {
-    items.itemPar(i, par::staff) = items.itemPar(i, par::staff) - smallest + 1;
+    items.itemPar(i, par::staff) = items.itemPar(i, par::staff) - lowest + 1;
   }
 }
 
@@ -88,11 +85,16 @@ void Conversion::closeSingleStaff(int staff) {
 void Conversion::readStaves(const std::vector<StaffRecord>& staves) {
   ItemTable& items = tables_.items;
   items.clear();
+  float lowest = 9999;
   for (const StaffRecord& staff : staves) {
     items.beginFile(staff.file);
+    const std::int16_t itemsBefore = items.itemCount();
     readStaff(staff.staff, staff.newStaff, pages_, items);
+    if (items.itemCount() > itemsBefore) {
+      lowest = std::min(lowest, static_cast<float>(staff.newStaff));
+    }
   }
-  numberFromOne(items);
+  numberFromOne(items, lowest);
 }
 
 void Conversion::checkStaves(std::int16_t system) {

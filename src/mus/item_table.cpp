@@ -22,10 +22,6 @@ ItemTable::ItemTable() : items_(initialItems), sources_(initialItems), indices_(
 void ItemTable::clear() {
   itemCount_ = 0;
   fileCount_ = 0;
-  forgetSigns();
-}
-
-void ItemTable::forgetSigns() {
   signRows_.clear();
   listedRows_ = 0;
 }
@@ -83,13 +79,21 @@ void ItemTable::grow() {
 }
 
 void ItemTable::reorder(const std::vector<std::int16_t>& order) {
-  std::vector<std::int16_t> indices;
-  indices.reserve(order.size());
-  for (const std::int16_t row : order) {
-    indices.push_back(indices_[static_cast<std::size_t>(row)]);
+  // The signs are listed again by their rows, as looking at all items would take longer.
+  std::vector<char> isSign(order.size() + 1);
+  for (const std::int16_t row : signRows()) {
+    isSign[static_cast<std::size_t>(row)] = 1;
+  }
+  signRows_.clear();
+  std::vector<std::int16_t> indices(order.size());
+  for (std::size_t i = 0; i < order.size(); ++i) {
+    const auto row = static_cast<std::size_t>(order[i]);
+    indices[i] = indices_[row];
+    if (isSign[row] != 0) {
+      signRows_.push_back(static_cast<std::int16_t>(i + 1));
+    }
   }
   std::ranges::copy(indices, indices_.begin() + 1);
-  forgetSigns();
 }
 
 std::vector<int> staffRows(const ItemTable& table) {

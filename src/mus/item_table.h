@@ -77,7 +77,6 @@ class ItemTable {
 
  private:
   void grow();
-  void forgetSigns();
   std::size_t index(int i) const { return static_cast<std::size_t>(indices_[static_cast<std::size_t>(i)]); }
 
   std::int16_t itemCount_ = 0;

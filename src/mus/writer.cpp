@@ -83,12 +83,9 @@ void PageEncoder::addToCount(double words) {
 
 void PageEncoder::addWords(float length, const Item& item, int last) {
   // All parameters, as a fixed number is written faster. The next item replaces those that are too many.
-  char* place = spaceFor(bytesPerWord * (parameterCount + 1));
+  char* const place = spaceFor(bytesPerWord * (parameterCount + 1));
   putWord(length, place);
-  for (const float parameter : item.parameters()) {
-    place += bytesPerWord;
-    putWord(parameter, place);
-  }
+  putWords(item.parameters(), place + bytesPerWord);
   const int count = last + 1;
   size_ += bytesPerWord * static_cast<std::size_t>(count);
   if (count > std::numeric_limits<std::int16_t>::max() - wordCount_) {
@@ -135,8 +132,7 @@ void PageEncoder::finish() {
   content_[1] = static_cast<char>(bits >> 8U);
 }
 
-std::uint8_t writtenStaff(const ItemTable& table, int i) {
-  const float staff = table.itemPar(i, par::staff);
+std::uint8_t writtenStaff(float staff) {
   const bool written = staff >= 1 && staff <= highestStaff && staff == static_cast<float>(static_cast<int>(staff));
   return written ? static_cast<std::uint8_t>(staff) : std::uint8_t{0};
 }
@@ -159,22 +155,26 @@ void refuseLoss(const std::string& musFileName, const WrittenRows& written, std:
 }  // namespace
 
 std::vector<std::int16_t> writtenRows(const ItemTable& table) {
-  std::vector<std::uint8_t> staves;  // of the rows
-  staves.reserve(static_cast<std::size_t>(table.itemCount()));
+  std::vector<std::uint8_t> staves(static_cast<std::size_t>(table.itemCount()));  // of the rows
   std::array<std::int16_t, highestStaff + 2> next{};
+  float number = 0;
+  std::uint8_t staff = 0;
   for (int i = 1; i <= table.itemCount(); ++i) {
-    const std::uint8_t staff = writtenStaff(table, i);
-    staves.push_back(staff);
+    if (const float own = table.itemPar(i, par::staff); own != number) {  // items mostly come staff by staff
+      number = own;
+      staff = writtenStaff(own);
+    }
+    staves[static_cast<std::size_t>(i - 1)] = staff;
     ++next[staff + 1U];
   }
   next[1] = 0;
   std::partial_sum(next.begin(), next.end(), next.begin());
   std::vector<std::int16_t> rows(static_cast<std::size_t>(next.back()));
   std::int16_t row = 0;
-  for (const std::uint8_t staff : staves) {
+  for (const std::uint8_t its : staves) {
     ++row;
-    if (staff != 0) {
-      rows[static_cast<std::size_t>(next[staff]++)] = row;
+    if (its != 0) {
+      rows[static_cast<std::size_t>(next[its]++)] = row;
     }
   }
   return rows;
