@@ -61,11 +61,12 @@ void addRecover(CLI::App& app, RecoverOptions& options, int& status);
 void addReport(CLI::App& app, ReportOptions& options, int& status);
 /// The command "undo", on a folder.
 void addUndo(CLI::App& app, UndoOptions& options, int& status);
-/// The commands "dump" and "build".
-void addPageCommands(CLI::App& app, PageFiles& files, int& status);
+void addDump(CLI::App& app, PageFiles& files, int& status);
+void addBuild(CLI::App& app, PageFiles& files, int& status);
 /// The command "help", which describes the command of that name.
 void addHelp(CLI::App& app, std::string& command, int& status);
-/// The commands "completions" and "man".
-void addDocuments(CLI::App& app, std::string& shell, int& status);
+void addCompletions(CLI::App& app, std::string& shell, int& status);
+/// The command "man", which describes all commands of the program.
+void addMan(CLI::App& app, int& status);
 
 }  // namespace kiv

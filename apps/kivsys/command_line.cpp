@@ -1,6 +1,7 @@
 #include "apps/kivsys/command_line.h"
 
 #include <algorithm>
+#include <array>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -44,6 +45,20 @@ struct CommandLine {
   std::string described;             ///< the command that help describes
   int status = exit_status::normal;  ///< of the command that was run
 };
+
+constexpr const char* aboutTheProgram =
+    "A page is a MUS file. A system is the staves that are played at the same time. Each staff has the id of its\n"
+    "instrument, and the layout of a system is which instruments it has, in which order. A group is the pages of "
+    "one\n"
+    "piece: files of one folder whose names differ in their numbers, as PIECE001.MUS and PIECE002.MUS. A conversion\n"
+    "gives an instrument that a system lacks a rest staff, which has nothing but rests.\n\n"
+    "The command line of a sibling tool works, too:\n  kivsys \"CALLEDBY=KIV,FUNCTION=ANALYZE,NAMES=names.txt\"\n"
+    "In such a call, and with --like-panel, a names file that cannot be used is shown and then deleted, as by the\n"
+    "Windows program: a name in it has no folder, has another folder than the first one, or is that of no file. In\n"
+    "all other runs names files are only read.\n\n"
+    "With -q a command prints only the result that was asked for and errors: no notes and warnings, no 'Next:' with\n"
+    "the command line to use next, no line about a folder that was made, no progress.\n\n"
+    "'kivsys COMMAND --help' describes a command in detail, and so does 'kivsys help COMMAND'.";
 
 std::string helpText(const CLI::App* app, const std::string& /*name*/, CLI::AppFormatMode /*mode*/) {
   const CommandTable table = tableOf(*app);
@@ -123,45 +138,78 @@ void refuseUnusableNames(CLI::App& app) {
   }
 }
 
-/// Adds all commands, whose values and status go into the command line.
-void addCommands(CLI::App& app, CommandLine& line) {
-  app.set_help_flag("-h,--help", "Print this help");
-  app.formatter_fn(helpText);  // for the commands, too
-  app.set_version_flag("-V,--version", "kivsys " + versionText(version::major, version::minor, version::revision),
-                       "Print the version");
-  app.require_subcommand(1);
-  app.footer(
-      "A page is a MUS file. A system is the staves that are played at the same time. Each staff has the id of its\n"
-      "instrument, and the layout of a system is which instruments it has, in which order. A group is the pages of "
-      "one\n"
-      "piece: files of one folder whose names differ in their numbers, as PIECE001.MUS and PIECE002.MUS. A conversion\n"
-      "gives an instrument that a system lacks a rest staff, which has nothing but rests.\n\n"
-      "The command line of a sibling tool works, too:\n  kivsys \"CALLEDBY=KIV,FUNCTION=ANALYZE,NAMES=names.txt\"\n"
-      "In such a call, and with --like-panel, a names file that cannot be used is shown and then deleted, as by the\n"
-      "Windows program: a name in it has no folder, has another folder than the first one, or is that of no file. In\n"
-      "all other runs names files are only read.\n\n"
-      "With -q a command prints only the result that was asked for and errors: no notes and warnings, no 'Next:' with\n"
-      "the command line to use next, no line about a folder that was made, no progress.\n\n"
-      "'kivsys COMMAND --help' describes a command in detail, and so does 'kivsys help COMMAND'.");
-  addAnalyze(app, line.analyze, line.status);
-  addConvert(app, line.convert, line.status);
-  addVerify(app, line.verify, line.status);
-  addSurvey(app, line.survey, line.status);
-  addTrace(app, line.trace, line.status);
-  addSort(app, line.sort, line.status);
-  addDraw(app, line.draw, line.status);
-  addChart(app, line.chart, line.status);
-  addInstruments(app, line.instruments, line.status);
-  addSuggest(app, line.suggest, line.status);
-  addReport(app, line.report, line.status);
-  addRecover(app, line.recover, line.status);
-  addFix(app, line.fix, line.status);
-  addUndo(app, line.undo, line.status);
-  addPageCommands(app, line.files, line.status);
-  addHelp(app, line.described, line.status);
-  addDocuments(app, line.shell, line.status);
-  refuseEmptyValues(app);
-  refuseOptionsAsFiles(app);
+/// A command of the program. Its values and its status go into the command line.
+struct Command {
+  std::string_view name;
+  void (*add)(CLI::App& app, CommandLine& line);
+  bool needsAll = false;  ///< it describes the other ones
+};
+
+/// In the order of the help.
+constexpr std::array commands = {
+    Command{"analyze", [](CLI::App& app, CommandLine& line) { addAnalyze(app, line.analyze, line.status); }},
+    Command{"convert", [](CLI::App& app, CommandLine& line) { addConvert(app, line.convert, line.status); }},
+    Command{"verify", [](CLI::App& app, CommandLine& line) { addVerify(app, line.verify, line.status); }},
+    Command{"survey", [](CLI::App& app, CommandLine& line) { addSurvey(app, line.survey, line.status); }},
+    Command{"trace", [](CLI::App& app, CommandLine& line) { addTrace(app, line.trace, line.status); }},
+    Command{"sort", [](CLI::App& app, CommandLine& line) { addSort(app, line.sort, line.status); }},
+    Command{"draw", [](CLI::App& app, CommandLine& line) { addDraw(app, line.draw, line.status); }},
+    Command{"chart", [](CLI::App& app, CommandLine& line) { addChart(app, line.chart, line.status); }},
+    Command{"instruments",
+            [](CLI::App& app, CommandLine& line) { addInstruments(app, line.instruments, line.status); }},
+    Command{"suggest", [](CLI::App& app, CommandLine& line) { addSuggest(app, line.suggest, line.status); }},
+    Command{"report", [](CLI::App& app, CommandLine& line) { addReport(app, line.report, line.status); }},
+    Command{"recover", [](CLI::App& app, CommandLine& line) { addRecover(app, line.recover, line.status); }},
+    Command{"fix", [](CLI::App& app, CommandLine& line) { addFix(app, line.fix, line.status); }},
+    Command{"undo", [](CLI::App& app, CommandLine& line) { addUndo(app, line.undo, line.status); }},
+    Command{"dump", [](CLI::App& app, CommandLine& line) { addDump(app, line.files, line.status); }},
+    Command{"build", [](CLI::App& app, CommandLine& line) { addBuild(app, line.files, line.status); }},
+    Command{"help", [](CLI::App& app, CommandLine& line) { addHelp(app, line.described, line.status); }, true},
+    Command{"completions", [](CLI::App& app, CommandLine& line) { addCompletions(app, line.shell, line.status); },
+            true},
+    Command{"man", [](CLI::App& app, CommandLine& line) { addMan(app, line.status); }, true},
+};
+
+/// The program with the command that the first word of a command line names, as the options of all the others take
+/// longer to add than a small page to analyze; with all commands for any other word.
+class Program {
+ public:
+  explicit Program(std::string_view firstWord) {
+    app_.set_help_flag("-h,--help", "Print this help");
+    app_.formatter_fn(helpText);  // for the commands, too
+    app_.set_version_flag("-V,--version", "kivsys " + versionText(version::major, version::minor, version::revision),
+                          "Print the version");
+    app_.require_subcommand(1);
+    app_.footer(aboutTheProgram);
+    addCommands(firstWord);
+    refuseEmptyValues(app_);
+    refuseOptionsAsFiles(app_);
+  }
+
+  CLI::App& app() { return app_; }
+  int status() const { return line_.status; }
+
+ private:
+  void addCommands(std::string_view firstWord) {
+    for (const Command& command : commands) {
+      if (command.name == firstWord && !command.needsAll) {
+        command.add(app_, line_);
+        return;
+      }
+    }
+    for (const Command& command : commands) {
+      command.add(app_, line_);
+    }
+  }
+
+  CLI::App app_{"Prepares groups of MUS page files: analyzes their instrument layout, and makes it the same.",
+                "kivsys"};
+  CommandLine line_;
+};
+
+CommandTable allCommands() {
+  Program program("");
+  return tableOf(program.app());
 }
 
 /// A run like the panel's takes names as the panel does.
@@ -172,9 +220,8 @@ bool isLikePanel(int argc, const char* const* argv) {
 }  // namespace
 
 int runCommandLine(int argc, const char* const* argv) {
-  CommandLine line;
-  CLI::App app("Prepares groups of MUS page files: analyzes their instrument layout, and makes it the same.", "kivsys");
-  addCommands(app, line);
+  Program program(argc > 1 ? argv[1] : "");
+  CLI::App& app = program.app();
   if (!isLikePanel(argc, argv)) {
     refuseUnusableNames(app);
   }
@@ -185,12 +232,12 @@ int runCommandLine(int argc, const char* const* argv) {
     app.exit(question, answer, answer);
     return printOutcome(answer.str(), exit_status::normal);
   } catch (const CLI::ParseError& error) {
-    return printUsageError(usageErrorOf(tableOf(app), std::vector<std::string>(argv + 1, argv + argc), error.what()));
+    return printUsageError(usageErrorOf(allCommands(), std::vector<std::string>(argv + 1, argv + argc), error.what()));
   } catch (const UnusableName& name) {
     printError(name.what());
     return exit_status::wrongUsage;
   }
-  return line.status;
+  return program.status();
 }
 
 }  // namespace kiv

@@ -99,7 +99,7 @@ void addRecover(CLI::App& app, RecoverOptions& options, int& status) {
   recover->callback([&options, &status] { status = runRecover(options); });
 }
 
-void addPageCommands(CLI::App& app, PageFiles& files, int& status) {
+void addDump(CLI::App& app, PageFiles& files, int& status) {
   CLI::App* dump = app.add_subcommand("dump", "Print a page as text, one item per line");
   dump->add_option("page", files.page, "Page file; - is standard input")->required()->type_name("PAGE");
   dump->footer(
@@ -107,7 +107,9 @@ void addPageCommands(CLI::App& app, PageFiles& files, int& status) {
       "too large; with 2 on wrong usage, or when the page cannot be read.\n\nExample:\n  kivsys dump PIECE001.MUS > "
       "piece001.txt");
   dump->callback([&files, &status] { status = runDump(files.page); });
+}
 
+void addBuild(CLI::App& app, PageFiles& files, int& status) {
   CLI::App* build = app.add_subcommand("build", "Build a page from its text");
   build->add_option("text", files.text, "Page text, as dump prints it; - is standard input")
       ->required()
@@ -128,7 +130,7 @@ void addHelp(CLI::App& app, std::string& command, int& status) {
   help->callback([&app, &command, &status] { status = runHelp(tableOf(app), command); });
 }
 
-void addDocuments(CLI::App& app, std::string& shell, int& status) {
+void addCompletions(CLI::App& app, std::string& shell, int& status) {
   CLI::App* completions = app.add_subcommand("completions", "Print a script that completes command lines of kivsys");
   completions->add_option("shell", shell, "bash, zsh, fish or powershell")
       ->required()
@@ -140,7 +142,9 @@ void addDocuments(CLI::App& app, std::string& shell, int& status) {
       "Examples:\n  source <(kivsys completions bash)\n"
       "  kivsys completions powershell | Out-String | Invoke-Expression");
   completions->callback([&app, &shell, &status] { status = runCompletions(tableOf(app), shell); });
+}
 
+void addMan(CLI::App& app, int& status) {
   CLI::App* man = app.add_subcommand("man", "Print the manual page");
   man->footer("Example:\n  kivsys man | man -l -");
   man->callback([&app, &status] { status = runMan(tableOf(app)); });
