@@ -4,6 +4,8 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/thread_priority.h"
+
 namespace kiv {
 namespace {
 
@@ -30,9 +32,15 @@ bool ReplaceQueue::hasThread() {
   }
   threads_.reserve(mostThreads);
   try {
-    threads_.emplace_back([this] { placeAll(); });
+    threads_.emplace_back([this] {
+      leaveBusyProcessors();
+      placeAll();
+    });
     while (threads_.size() < mostThreads) {
-      threads_.emplace_back([this] { prepareAhead(); });
+      threads_.emplace_back([this] {
+        leaveBusyProcessors();
+        prepareAhead();
+      });
     }
   } catch (const std::system_error&) {
     return !threads_.empty();  // a process has a limited number

@@ -3,6 +3,8 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/thread_priority.h"
+
 namespace kiv {
 
 Worker::~Worker() {
@@ -20,7 +22,10 @@ Worker::~Worker() {
 bool Worker::hasThread() {
   if (!thread_.joinable()) {
     try {
-      thread_ = std::thread([this] { run(); });
+      thread_ = std::thread([this] {
+        leaveBusyProcessors();
+        run();
+      });
     } catch (const std::system_error&) {
       return false;  // a process has a limited number
     }

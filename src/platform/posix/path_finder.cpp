@@ -161,18 +161,12 @@ std::optional<std::string> PathFinder::find(const std::string& folder, std::stri
   if (rest.empty()) {
     return folder;
   }
-  if (!failed.empty()) {
-    const auto attempt = attemptIn(folder, rest);
-    if (attempt && failed.contains(*attempt)) {
-      return std::nullopt;
-    }
-  }
   const std::size_t end = std::min(rest.find(separator), rest.size());
   const std::string component(rest.substr(0, end));
   const std::string after = end < rest.size() ? std::string(1, separator) : "";
   const std::string_view remainder = rest.substr(std::min(end + 1, rest.size()));
   if (component.empty() || exists(folder + component)) {
-    if (auto found = find(folder + component + after, remainder, failed)) {
+    if (auto found = findOnce(folder + component + after, remainder, failed)) {
       return found;
     }
   }
@@ -181,15 +175,29 @@ std::optional<std::string> PathFinder::find(const std::string& folder, std::stri
       std::string next = folder;
       next += other;
       next += after;
-      if (auto found = find(next, remainder, failed)) {
+      if (auto found = findOnce(next, remainder, failed)) {
         return found;
       }
     }
   }
-  if (const auto attempt = attemptIn(folder, rest)) {
-    failed.insert(*attempt);
-  }
   return std::nullopt;
+}
+
+std::optional<std::string> PathFinder::findOnce(const std::string& folder, std::string_view rest,
+                                                std::set<Attempt>& failed) {
+  if (!failed.empty()) {
+    const auto attempt = attemptIn(folder, rest);
+    if (attempt && failed.contains(*attempt)) {
+      return std::nullopt;
+    }
+  }
+  auto found = find(folder, rest, failed);
+  if (!found) {
+    if (const auto attempt = attemptIn(folder, rest)) {
+      failed.insert(*attempt);
+    }
+  }
+  return found;
 }
 
 std::optional<std::string> PathFinder::firstFolder(const std::string& folder) {

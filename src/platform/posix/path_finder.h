@@ -65,10 +65,12 @@ class PathFinder {
   /// Nullopt for a folder that is not there. Only a search that has failed somewhere needs to ask.
   static std::optional<Attempt> attemptIn(const std::string& folder, std::string_view rest);
 
-  /// The existing file or folder that the rest of a path leads to from a folder; nullopt when there is none. No folder
-  /// is searched twice for the same rest, so links that lead back cost nothing.
+  /// The existing file or folder that the rest of a path leads to from a folder; nullopt when there is none.
   std::optional<std::string> find(const std::string& folder, std::string_view rest);
   std::optional<std::string> find(const std::string& folder, std::string_view rest, std::set<Attempt>& failed);
+  /// The same for a folder within the search. None is searched twice for the same rest, so links that lead back cost
+  /// nothing.
+  std::optional<std::string> findOnce(const std::string& folder, std::string_view rest, std::set<Attempt>& failed);
   /// The first folder that a folder's name leads to. The names of a group share few folders, each many components deep,
   /// so it is searched for once in a run.
   std::optional<std::string> firstFolder(const std::string& folder);

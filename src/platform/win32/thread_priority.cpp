@@ -1,0 +1,7 @@
+#include "platform/thread_priority.h"
+
+namespace kiv {
+
+void leaveBusyProcessors() noexcept {}
+
+}  // namespace kiv
