@@ -48,9 +48,21 @@ count_results() {
   done
 }
 
+# build_behind PRESET [CMAKE OPTION...]: starts a build that is needed later, for the time that tests only wait. Whoever
+# needs it waits for the process and then builds, which finds nothing to do or says what is wrong.
+build_behind() {
+  preset=$1
+  shift
+  mkdir -p "build/$preset"
+  cmake --preset "$preset" "$@" --log-level=WARNING >/dev/null || true
+  nice -n 19 cmake --build --preset "$preset" >"build/$preset/build.log" 2>&1 &
+}
+
 test_native() {
   rm -rf build/debug/results
   check "native build" build debug -DKIV_TESTS=ON
+  build_behind release -DKIV_TESTS=OFF -DKIV_RELEASE_TESTS=ON
+  release_build=$!
   say "native tests"
   ctest --test-dir build/debug --output-on-failure -j "$(nproc)" || true
   # shellcheck disable=SC2046
@@ -69,7 +81,13 @@ test_threads() {
 # The delivered console program on a failing disk, where sanitizers would interfere, and rates over many groups.
 test_release() {
   rm -rf build/release/results
+  wait "$release_build" || true
   check "release build" build release -DKIV_TESTS=OFF -DKIV_RELEASE_TESTS=ON
+  windows_build=
+  if [ -e build/packages.arrived ]; then
+    build_behind windows -DKIV_TESTS=ON
+    windows_build=$!
+  fi
   say "the console program on a failing disk"
   GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=1 build/release/tests/faults/program/test_program_faults --gtest_brief=1 \
     --gtest_output=xml:build/release/results/program_faults_half.xml &
@@ -85,10 +103,9 @@ test_release() {
 
 test_windows() {
   rm -rf build/windows/results
+  [ -z "$windows_build" ] || wait "$windows_build" || true
   check "Windows build" build windows -DKIV_TESTS=ON
-  # These tests mostly wait, so what the last check needs is built behind them.
-  cmake --preset fuzz --log-level=WARNING >/dev/null || true
-  nice -n 19 cmake --build --preset fuzz >build/fuzz/build.log 2>&1 &
+  build_behind fuzz
   fuzz_build=$!
   say "Windows tests under Wine"
   # shellcheck disable=SC2046
@@ -109,9 +126,11 @@ run_test() {
   need building tests format scripts
   # The rest is large, and arrives while the first build runs.
   mkdir -p build
+  rm -f build/packages.arrived
   (
     need windows wine browser npm packaging fuzzing measuring
     need_page_checks
+    : >build/packages.arrived
   ) >build/packages.log 2>&1 &
   packages=$!
   check "format" check_format
