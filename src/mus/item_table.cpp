@@ -22,6 +22,10 @@ ItemTable::ItemTable() : items_(initialItems), sources_(initialItems), indices_(
 void ItemTable::clear() {
   itemCount_ = 0;
   fileCount_ = 0;
+  forgetSigns();
+}
+
+void ItemTable::forgetSigns() {
   signRows_.clear();
   listedRows_ = 0;
 }
@@ -79,21 +83,31 @@ void ItemTable::grow() {
 }
 
 void ItemTable::reorder(const std::vector<std::int16_t>& order) {
-  // The signs are listed again by their rows, as looking at all items would take longer.
+  std::vector<std::int16_t> indices(order.size());
+  std::ranges::transform(order, indices.begin(),
+                         [this](std::int16_t row) { return indices_[static_cast<std::size_t>(row)]; });
+  std::ranges::copy(indices, indices_.begin() + 1);
+  reorderSigns(order);
+}
+
+/// If all signs are listed, their new rows are, without a look at the items.
+void ItemTable::reorderSigns(const std::vector<std::int16_t>& order) {
+  if (listedRows_ < itemCount_) {
+    forgetSigns();
+    return;
+  }
   std::vector<char> isSign(order.size() + 1);
-  for (const std::int16_t row : signRows()) {
+  for (const std::int16_t row : signRows_) {
     isSign[static_cast<std::size_t>(row)] = 1;
   }
   signRows_.clear();
-  std::vector<std::int16_t> indices(order.size());
-  for (std::size_t i = 0; i < order.size(); ++i) {
-    const auto row = static_cast<std::size_t>(order[i]);
-    indices[i] = indices_[row];
-    if (isSign[row] != 0) {
-      signRows_.push_back(static_cast<std::int16_t>(i + 1));
+  std::int16_t newRow = 0;
+  for (const std::int16_t row : order) {
+    ++newRow;
+    if (isSign[static_cast<std::size_t>(row)] != 0) {
+      signRows_.push_back(newRow);
     }
   }
-  std::ranges::copy(indices, indices_.begin() + 1);
 }
 
 std::vector<int> staffRows(const ItemTable& table) {

@@ -77,6 +77,8 @@ class ItemTable {
 
  private:
   void grow();
+  void forgetSigns();
+  void reorderSigns(const std::vector<std::int16_t>& order);
   std::size_t index(int i) const { return static_cast<std::size_t>(indices_[static_cast<std::size_t>(i)]); }
 
   std::int16_t itemCount_ = 0;

@@ -225,6 +225,14 @@ TEST_F(SignRows, FollowTheOrderOfTheRows) {
   EXPECT_EQ(table.signRows(), (Rows{2, 4, 5}));
 }
 
+TEST_F(SignRows, FollowTheOrderOfRowsOfWhichSomeOrNoneWereListed) {
+  table.reorder({2, 4, 3, 1, 5});
+  EXPECT_EQ(table.signRows(), (Rows{2, 4, 5}));
+  table.store_item(itemOf({17, 1}));
+  table.reorder({6, 5, 4, 3, 2, 1});
+  EXPECT_EQ(table.signRows(), (Rows{1, 2, 3, 5}));
+}
+
 TEST_F(SignRows, StayWhenASignIsDeleted) {
   EXPECT_EQ(table.signRows().size(), 3U);
   table.item(4).setType(ItemType::deleted);
