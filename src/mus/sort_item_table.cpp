@@ -9,6 +9,7 @@
 #include <limits>
 #include <numeric>
 #include <optional>
+#include <utility>
 
 #include "mus/exch.h"
 
@@ -79,21 +80,20 @@ std::optional<std::vector<Run>> runsOf(const std::vector<SortKey>& keys) {
   return runs;
 }
 
-/// Collects the rows of each first key, always in order.
+/// Collects the rows of each first key, and puts them in order.
 class RunSorter {
  public:
   /// The keys must outlive the sorter.
   RunSorter(const std::vector<SortKey>& keys, const std::vector<Run>& runs) : keys_(keys), order_(keys.size()) {
-    std::size_t highest = 0;
     for (const Run& run : runs) {
-      highest = std::max(highest, run.first);
+      highest_ = std::max(highest_, run.first);
       groups_[run.first].end += run.end - run.start;
     }
     std::int32_t start = 0;
-    for (std::size_t i = highest + 1; i > 0; --i) {
-      Group& group = groups_[i - 1];
+    for (std::size_t key = highest_ + 1; key > 0; --key) {
+      Group& group = groups_[key - 1];
       const std::int32_t count = group.end;
-      group = {start, start};
+      group = {start, start, start};
       start += count;
     }
   }
@@ -101,34 +101,57 @@ class RunSorter {
   /// Later rows come after those of equal keys.
   void add(const Run& run) {
     Group& group = groups_[run.first];
-    const auto start = order_.begin() + group.start;
-    auto end = order_.begin() + group.end;
+    const auto place = order_.begin() + group.end;
+    const bool follows = group.start == group.end || !isBefore(run.start, *std::prev(place));
+    const bool isInOrder = follows && group.inOrder == group.end;
     group.end += run.end - run.start;
-    if (start == end || !isBefore(run.start, *std::prev(end))) {
-      std::iota(end, order_.begin() + group.end, run.start);
-      return;
-    }
-    auto place = start;
-    for (std::int16_t row = run.start; row < run.end; ++row) {
-      place = std::upper_bound(place, end, row, [this](std::int16_t a, std::int16_t b) { return isBefore(a, b); });
-      std::copy_backward(place, end, std::next(end));
-      *place = row;
-      ++end;
-    }
+    group.inOrder = isInOrder ? group.end : group.inOrder;
+    std::iota(place, order_.begin() + group.end, run.start);
   }
 
-  const Rows& order() const { return order_; }
+  /// All rows in order, once.
+  Rows order() && {
+    for (std::size_t key = 0; key <= highest_; ++key) {
+      if (groups_[key].inOrder < groups_[key].end) {
+        sort(groups_[key]);
+      }
+    }
+    return std::move(order_);
+  }
 
  private:
+  /// Places in the order, those of one first key.
   struct Group {
     std::int32_t start = 0;
+    std::int32_t inOrder = 0;  // those before this one are
     std::int32_t end = 0;
   };
 
   bool isBefore(std::int16_t a, std::int16_t b) const { return outOfOrder(keyOf(keys_, b), keyOf(keys_, a)); }
 
+  /// What a conversion has added to a staff is at its end.
+  void sort(const Group& group) {
+    constexpr std::ptrdiff_t few = 32;
+    const auto before = [this](std::int16_t a, std::int16_t b) { return isBefore(a, b); };
+    const auto start = order_.begin() + group.start;
+    const auto rest = order_.begin() + group.inOrder;
+    const auto end = order_.begin() + group.end;
+    if (end - rest > few) {
+      std::stable_sort(rest, end, before);
+      std::inplace_merge(start, rest, end, before);
+      return;
+    }
+    for (auto next = rest; next != end; ++next) {
+      const std::int16_t row = *next;
+      const auto place = std::upper_bound(start, next, row, before);
+      std::copy_backward(place, next, std::next(next));
+      *place = row;
+    }
+  }
+
   const std::vector<SortKey>& keys_;
-  std::array<Group, endOfSmall> groups_{};
+  std::array<Group, endOfSmall> groups_{};  // by first key
+  std::size_t highest_ = 0;
   Rows order_;
 };
 
@@ -140,7 +163,7 @@ std::vector<std::int16_t> sortedRows(const std::vector<SortKey>& keys) {
     for (const Run& run : *runs) {
       sorter.add(run);
     }
-    return sorter.order();
+    return std::move(sorter).order();
   }
   Rows order(keys.size());
   std::iota(order.begin(), order.end(), std::int16_t{1});

@@ -27,7 +27,8 @@ inline bool outOfOrder(const SortKey& x, const SortKey& y) {
 }
 
 /// The rows (numbered from 1) in the order that exchanging adjacent rows in passes would give them, rows of equal keys
-/// keeping theirs: O(n log n), and the passes themselves only where a NaN among the keys leaves no ordering.
+/// keeping theirs: O(n log n), and the passes themselves only where a NaN among the keys leaves no ordering. No more
+/// rows than a table holds.
 std::vector<std::int16_t> sortedRows(const std::vector<SortKey>& keys);
 
 /// Sorts the table by staff number descending, then position and P4 ascending.
