@@ -12,7 +12,8 @@ namespace kiv {
 template <typename Container>
 class IndexIterator {
  public:
-  using iterator_category = std::forward_iterator_tag;
+  using iterator_category = std::input_iterator_tag;  // of an iterator that gives no references
+  using iterator_concept = std::forward_iterator_tag;
   using reference = decltype(std::declval<const Container&>()[0]);
   using value_type = std::remove_cvref_t<reference>;
   using difference_type = std::ptrdiff_t;
@@ -26,7 +27,7 @@ class IndexIterator {
     ++index_;
     return *this;
   }
-  IndexIterator operator++(int) {
+  IndexIterator operator++(int) {  // NOLINT(cert-dcl21-cpp): a constant iterator could not be moved from
     IndexIterator old = *this;
     ++index_;
     return old;

@@ -29,7 +29,11 @@ class RunLister {
   void beginRun(const ItemPlace& place, float staff) {
     staff_ = staff;
     const auto whole = toInt16(staff);
-    run_ = whole && static_cast<float>(*whole) == staff ? &staves_[*whole].emplace_back(place) : nullptr;
+    run_ = nullptr;
+    if (whole && static_cast<float>(*whole) == staff) {
+      staves_[*whole].push_back({place, 0});
+      run_ = &staves_[*whole].back();
+    }
   }
 
   std::unordered_map<std::int16_t, std::vector<StaffRun>>& staves_;

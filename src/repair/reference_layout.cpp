@@ -12,6 +12,11 @@ constexpr int passes = 3;
 /// More instruments than any score has; staves of further ones are in no slot.
 constexpr std::size_t mostSlots = 256;
 
+/// No more slots than a page has staves have numbers, so they are small.
+std::optional<std::uint16_t> asSlot(const std::optional<std::size_t>& slot) {
+  return slot ? std::optional(static_cast<std::uint16_t>(*slot)) : std::nullopt;
+}
+
 class LayoutFinder {
  public:
   explicit LayoutFinder(const CodedGroup& group) : group_(group) {}
@@ -64,7 +69,7 @@ void LayoutFinder::begin(std::size_t system) {
   layout_.slots.resize(staves);
   layout_.slotOf[system].resize(staves);
   for (std::size_t i = 0; i < staves; ++i) {
-    layout_.slotOf[system][i] = i;
+    layout_.slotOf[system][i] = asSlot(i);
   }
   takeOut(system, 1);
 }
@@ -91,14 +96,15 @@ void LayoutFinder::placeById(std::size_t system) {
     const auto slot = slotOfId.find(staves[i].id);
     if (!slotOf[i] && staves[i].id != 0 && !staves[i].repeated && slot != slotOfId.end() &&
         std::find(slotOf.begin(), slotOf.end(), slot->second) == slotOf.end()) {
-      slotOf[i] = slot->second;
+      slotOf[i] = asSlot(slot->second);
     }
   }
 }
 
 void LayoutFinder::put(std::size_t system) {
   const auto slots = align(alignmentScores(group_, group_.systems[system], layout_.slots));
-  layout_.slotOf[system].assign(slots.begin(), slots.end());
+  layout_.slotOf[system].resize(slots.size());
+  std::ranges::transform(slots, layout_.slotOf[system].begin(), asSlot);
   placeById(system);
 }
 
@@ -121,7 +127,7 @@ void LayoutFinder::extend(std::size_t system) {
   for (auto& slot : slotOf) {
     if (!slot && layout_.slots.size() < mostSlots) {
       insertSlot(next);
-      slot = next;
+      slot = asSlot(next);
     }
     next = slot ? std::size_t{*slot} + 1 : next;
   }
@@ -186,9 +192,9 @@ void LayoutFinder::renumber(const std::vector<std::optional<std::size_t>>& targe
   for (std::size_t system = 0; system < layout_.slotOf.size(); ++system) {
     for (auto& slot : layout_.slotOf[system]) {
       while (slot && target[*slot] != slot) {
-        slot = target[*slot];
+        slot = asSlot(target[*slot]);
       }
-      slot = slot ? std::optional(number[*slot]) : std::nullopt;
+      slot = slot ? asSlot(number[*slot]) : std::nullopt;
     }
     takeOut(system, 1);
   }
@@ -227,7 +233,7 @@ void LayoutFinder::placeInOrder(const std::vector<std::size_t>& slots) {
     });
     if (slotOf.size() == slots.size() && isElsewhere) {
       takeOut(s, -1);
-      slotOf.assign(slots.begin(), slots.end());
+      std::ranges::transform(slots, slotOf.begin(), asSlot);
       takeOut(s, 1);
     }
   }

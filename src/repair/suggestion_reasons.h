@@ -35,7 +35,7 @@ class SuggestionReasons {
     std::int16_t above = 0;
     std::int16_t below = 0;
 
-    auto operator<=>(const Neighbors&) const = default;
+    auto operator<=>(const Neighbors&) const = default;  // NOLINT(modernize-use-nullptr): compared with 0 within
   };
   using NeighborCounts = std::map<Neighbors, std::size_t>;
 

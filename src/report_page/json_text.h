@@ -28,7 +28,7 @@ class JsonArray {
   /// Where the JSON of the next value is to be appended before anything else is added.
   std::string& next();
   void end() { json_ += ']'; }
-  /// The array as a text of its own, once.
+  /// The array as a text, once. Not of one that is appended to another text.
   std::string text();
 
  private:
@@ -53,7 +53,7 @@ class JsonObject {
   /// Where the JSON of a member is to be appended before anything else is added.
   std::string& member(std::string_view name);
   void end() { json_ += '}'; }
-  /// The object as a text of its own, once.
+  /// The object as a text, once. Not of one that is appended to another text.
   std::string text();
 
  private:

@@ -16,8 +16,8 @@ class TextPool {
  public:
   std::uint32_t numberOf(std::string_view text);
   const NumberedTexts& texts() const { return texts_; }
-  /// The same, moved out.
-  NumberedTexts takeTexts() { return std::move(texts_); }
+  /// The same, moved out when no more are added.
+  NumberedTexts takeTexts() && { return std::move(texts_); }
   /// The bytes of all texts.
   std::size_t bytes() const { return bytes_; }
 

@@ -77,7 +77,7 @@ Picture PictureMaker::pictureFrom(const PageLayout& layout) {
     if (showsItsNumber(layout.staves[s])) {
       staff.id.reset();
     }
-    picture.staves.push_back(std::move(staff));
+    picture.staves.push_back(staff);
   }
   staves_ += picture.staves.size();
   return picture;
@@ -176,8 +176,8 @@ Pictures PictureMaker::draw(const GroupFacts& facts, const WantedPictures& wante
   }
   std::sort(pictures.systems.begin(), pictures.systems.end(),
             [](const SystemPicture& a, const SystemPicture& b) { return a.system < b.system; });
-  pictures.codes = codes_.takeTexts();
-  pictures.texts = texts_.takeTexts();
+  pictures.codes = std::move(codes_).takeTexts();
+  pictures.texts = std::move(texts_).takeTexts();
   return pictures;
 }
 
