@@ -4,7 +4,7 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/thread_priority.h"
+#include "platform/busy_processors.h"
 
 namespace kiv {
 namespace {

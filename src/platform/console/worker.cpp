@@ -3,7 +3,7 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/thread_priority.h"
+#include "platform/busy_processors.h"
 
 namespace kiv {
 

@@ -1,4 +1,4 @@
-#include "platform/thread_priority.h"
+#include "platform/busy_processors.h"
 
 namespace kiv {
 

@@ -1,4 +1,4 @@
-#include "platform/thread_priority.h"
+#include "platform/busy_processors.h"
 
 #include <optional>
 #include <string>
@@ -23,7 +23,7 @@ constexpr int lowPolicy = SCHED_BATCH;
 constexpr int lowPolicy = SCHED_OTHER;
 #endif
 
-TEST(ThreadPriority, IsThatOfTheThreadThatAsksForIt) {
+TEST(BusyProcessors, AreLeftByTheThreadThatSaysSo) {
   const int own = policyOfThisThread();
   std::optional<int> policy;
   std::thread([&] {
@@ -34,7 +34,7 @@ TEST(ThreadPriority, IsThatOfTheThreadThatAsksForIt) {
   EXPECT_EQ(policyOfThisThread(), own);
 }
 
-TEST(ThreadPriority, IsLowWhereWorkIsDoneForAnotherThread) {
+TEST(BusyProcessors, AreLeftByTheThreadOfAWorker) {
   if (policyOfThisThread() != SCHED_OTHER) {
     GTEST_SKIP() << "the tests run with another priority";
   }
@@ -43,11 +43,15 @@ TEST(ThreadPriority, IsLowWhereWorkIsDoneForAnotherThread) {
   EXPECT_EQ(worker.wait(), std::to_string(lowPolicy));
 }
 
-TEST_F(ReplaceQueues, ThreadsHaveALowPriority) {
+TEST_F(ReplaceQueues, AllThreadsLeaveBusyProcessors) {
   if (policyOfThisThread() != SCHED_OTHER) {
     GTEST_SKIP() << "the tests run with another priority";
   }
-  script.at = [](const std::string& step) -> Failure {
+  script.at = [this](const std::string& step) -> Failure {
+    if (step == "prepare 1") {  // until each thread has a file
+      script.waitFor("prepare 2");
+      script.waitFor("prepare 3");
+    }
     const bool isEntered = step.starts_with("enter");
     return isEntered || policyOfThisThread() == lowPolicy ? std::nullopt : Failure(step);
   };
