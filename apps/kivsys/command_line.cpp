@@ -207,11 +207,6 @@ class Program {
   CommandLine line_;
 };
 
-CommandTable allCommands() {
-  Program program("");
-  return tableOf(program.app());
-}
-
 /// A run like the panel's takes names as the panel does.
 bool isLikePanel(int argc, const char* const* argv) {
   return std::any_of(argv, argv + argc, [](const char* word) { return std::string_view(word) == "--like-panel"; });
@@ -232,7 +227,7 @@ int runCommandLine(int argc, const char* const* argv) {
     app.exit(question, answer, answer);
     return printOutcome(answer.str(), exit_status::normal);
   } catch (const CLI::ParseError& error) {
-    return printUsageError(usageErrorOf(allCommands(), std::vector<std::string>(argv + 1, argv + argc), error.what()));
+    return printUsageError(usageErrorOf(tableOf(app), std::vector<std::string>(argv + 1, argv + argc), error.what()));
   } catch (const UnusableName& name) {
     printError(name.what());
     return exit_status::wrongUsage;
