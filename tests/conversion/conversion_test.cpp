@@ -109,6 +109,12 @@ TEST_F(ConvertSystem, StavesFromNewNumberOneStay) {
             "staff 1 at 3 instrument 103\nnote 1 at 20\nbarline 1 at 3 spans 1\n");
 }
 
+TEST_F(ConvertSystem, AStaffWithoutItemsIsNotTheLowest) {
+  instruments = {103};
+  EXPECT_EQ(convert(bass + "barline 1 at 3 spans 1\n", {{9, 1}, {1, 2}}),
+            "staff 1 at 3 instrument 103\nnote 1 at 20\nbarline 1 at 3 spans 1\n");
+}
+
 TEST_F(ConvertSystem, NumbersAboveTheHighestSearchedAreLoweredByIt) {
   instruments = {103};
   EXPECT_EQ(convert(bass + "barline 1 at 3 spans 1\n", {{1, 10000}}).substr(0, 8), "staff 2 ");
