@@ -28,7 +28,7 @@ inline void putWord(float number, char* place) {
 template <std::size_t count>
 void putWords(std::span<const float, count> numbers, char* place) {
   if constexpr (std::endian::native == std::endian::little) {
-    std::memcpy(place, numbers.data(), count * bytesPerWord);
+    std::memcpy(place, numbers.data(), numbers.size_bytes());
     return;
   }
   for (const float number : numbers) {

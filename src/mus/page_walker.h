@@ -36,7 +36,8 @@ class PageWalker {
   PageWalker() = default;
   /// Starts before the first item. Without a complete header, the first step is a structural error.
   explicit PageWalker(std::string_view file);
-  /// Goes to just before an item that a walk over the same bytes has found or skipped: it is found next.
+  /// Goes to just before an item that a walk over the same bytes has found or skipped: it is found next. Until then
+  /// what is known of the item found last, and of the trailer, stays.
   void goTo(const ItemPlace& place);
 
   /// Finds the next item, or the end.
@@ -210,8 +211,7 @@ void PageWalker::skipItems(TypeSet types, const OnItem& onItem) {
 }
 
 /// The fast path: finds a complete and valid item of a whole type without text, as nearly all are, and touches only two
-/// words of it.
-/// Returns false, with nothing done, for any other.
+/// words of it. Returns false, with nothing done, for any other.
 inline bool PageWalker::findCommonItem() {
   if (fileWords_ - wordsRead_ <= trailerWords || cursor_.left() < 2 * bytesPerWord) {
     return false;

@@ -157,24 +157,24 @@ void refuseLoss(const std::string& musFileName, const WrittenRows& written, std:
 std::vector<std::int16_t> writtenRows(const ItemTable& table) {
   std::vector<std::uint8_t> staves(static_cast<std::size_t>(table.itemCount()));  // of the rows
   std::array<std::int16_t, highestStaff + 2> next{};
-  float number = 0;
-  std::uint8_t staff = 0;
+  float lastNumber = 0;  // it is no staff that is written
+  std::uint8_t lastStaff = 0;
   for (int i = 1; i <= table.itemCount(); ++i) {
-    if (const float own = table.itemPar(i, par::staff); own != number) {  // items mostly come staff by staff
-      number = own;
-      staff = writtenStaff(own);
+    if (const float own = table.itemPar(i, par::staff); own != lastNumber) {  // items mostly come staff by staff
+      lastNumber = own;
+      lastStaff = writtenStaff(own);
     }
-    staves[static_cast<std::size_t>(i - 1)] = staff;
-    ++next[staff + 1U];
+    staves[static_cast<std::size_t>(i - 1)] = lastStaff;
+    ++next[lastStaff + 1U];
   }
   next[1] = 0;
   std::partial_sum(next.begin(), next.end(), next.begin());
   std::vector<std::int16_t> rows(static_cast<std::size_t>(next.back()));
   std::int16_t row = 0;
-  for (const std::uint8_t its : staves) {
+  for (const std::uint8_t staff : staves) {
     ++row;
-    if (its != 0) {
-      rows[static_cast<std::size_t>(next[its]++)] = row;
+    if (staff != 0) {
+      rows[static_cast<std::size_t>(next[staff]++)] = row;
     }
   }
   return rows;

@@ -185,7 +185,7 @@ std::optional<std::string> PathFinder::find(const std::string& folder, std::stri
 
 std::optional<std::string> PathFinder::findOnce(const std::string& folder, std::string_view rest,
                                                 std::set<Attempt>& failed) {
-  if (!failed.empty()) {
+  if (!rest.empty() && !failed.empty()) {
     const auto attempt = attemptIn(folder, rest);
     if (attempt && failed.contains(*attempt)) {
       return std::nullopt;
