@@ -145,28 +145,32 @@ struct Command {
   bool needsAll = false;  ///< it describes the other ones
 };
 
+/// Adds a command by its function, with its values of the command line.
+template <auto addCommand, auto values>
+void add(CLI::App& app, CommandLine& line) {
+  addCommand(app, line.*values, line.status);
+}
+
 /// In the order of the help.
 constexpr std::array commands = {
-    Command{"analyze", [](CLI::App& app, CommandLine& line) { addAnalyze(app, line.analyze, line.status); }},
-    Command{"convert", [](CLI::App& app, CommandLine& line) { addConvert(app, line.convert, line.status); }},
-    Command{"verify", [](CLI::App& app, CommandLine& line) { addVerify(app, line.verify, line.status); }},
-    Command{"survey", [](CLI::App& app, CommandLine& line) { addSurvey(app, line.survey, line.status); }},
-    Command{"trace", [](CLI::App& app, CommandLine& line) { addTrace(app, line.trace, line.status); }},
-    Command{"sort", [](CLI::App& app, CommandLine& line) { addSort(app, line.sort, line.status); }},
-    Command{"draw", [](CLI::App& app, CommandLine& line) { addDraw(app, line.draw, line.status); }},
-    Command{"chart", [](CLI::App& app, CommandLine& line) { addChart(app, line.chart, line.status); }},
-    Command{"instruments",
-            [](CLI::App& app, CommandLine& line) { addInstruments(app, line.instruments, line.status); }},
-    Command{"suggest", [](CLI::App& app, CommandLine& line) { addSuggest(app, line.suggest, line.status); }},
-    Command{"report", [](CLI::App& app, CommandLine& line) { addReport(app, line.report, line.status); }},
-    Command{"recover", [](CLI::App& app, CommandLine& line) { addRecover(app, line.recover, line.status); }},
-    Command{"fix", [](CLI::App& app, CommandLine& line) { addFix(app, line.fix, line.status); }},
-    Command{"undo", [](CLI::App& app, CommandLine& line) { addUndo(app, line.undo, line.status); }},
-    Command{"dump", [](CLI::App& app, CommandLine& line) { addDump(app, line.files, line.status); }},
-    Command{"build", [](CLI::App& app, CommandLine& line) { addBuild(app, line.files, line.status); }},
-    Command{"help", [](CLI::App& app, CommandLine& line) { addHelp(app, line.described, line.status); }, true},
-    Command{"completions", [](CLI::App& app, CommandLine& line) { addCompletions(app, line.shell, line.status); },
-            true},
+    Command{"analyze", add<addAnalyze, &CommandLine::analyze>},
+    Command{"convert", add<addConvert, &CommandLine::convert>},
+    Command{"verify", add<addVerify, &CommandLine::verify>},
+    Command{"survey", add<addSurvey, &CommandLine::survey>},
+    Command{"trace", add<addTrace, &CommandLine::trace>},
+    Command{"sort", add<addSort, &CommandLine::sort>},
+    Command{"draw", add<addDraw, &CommandLine::draw>},
+    Command{"chart", add<addChart, &CommandLine::chart>},
+    Command{"instruments", add<addInstruments, &CommandLine::instruments>},
+    Command{"suggest", add<addSuggest, &CommandLine::suggest>},
+    Command{"report", add<addReport, &CommandLine::report>},
+    Command{"recover", add<addRecover, &CommandLine::recover>},
+    Command{"fix", add<addFix, &CommandLine::fix>},
+    Command{"undo", add<addUndo, &CommandLine::undo>},
+    Command{"dump", add<addDump, &CommandLine::files>},
+    Command{"build", add<addBuild, &CommandLine::files>},
+    Command{"help", add<addHelp, &CommandLine::described>, true},
+    Command{"completions", add<addCompletions, &CommandLine::shell>, true},
     Command{"man", [](CLI::App& app, CommandLine& line) { addMan(app, line.status); }, true},
 };
 
