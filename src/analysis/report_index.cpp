@@ -8,6 +8,7 @@
 #include "analysis/report.h"
 #include "analysis/report_record.h"
 #include "base/number.h"
+#include "base/number_hash.h"
 #include "messages/analysis_messages.h"
 #include "platform/text_records.h"
 
@@ -76,12 +77,9 @@ StaffRecord staffIn(const ReportRecord& record) {
 }  // namespace
 
 std::size_t ReportIndex::RecordHash::operator()(const Record& record) const {
-  constexpr std::size_t prime = 1000003;
-  std::size_t hash = record.fileStep + prime * record.unfitLine;
-  for (const std::int16_t number : {record.instrId, record.stavesUp, record.staff, record.newStaff}) {
-    hash = hash * prime + static_cast<std::uint16_t>(number);
-  }
-  return hash;
+  NumberHash hash;
+  hash.add(record.unfitLine).add(record.fileStep).add(record.instrId).add(record.stavesUp);
+  return hash.add(record.staff).add(record.newStaff).value();
 }
 
 const ReportIndex::System* ReportIndex::find(double number) const {

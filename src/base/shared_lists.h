@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/hash_index.h"
+#include "base/number_hash.h"
 
 namespace kiv {
 
@@ -44,10 +45,7 @@ class SharedLists {
     std::uint32_t before = emptyList;
     Element last;
   };
-  static std::size_t hashOfEnd(const End& end) {
-    constexpr std::size_t prime = 1000003;
-    return Hash()(end.last) * prime + end.before;
-  }
+  static std::size_t hashOfEnd(const End& end) { return NumberHash().add(Hash()(end.last)).add(end.before).value(); }
 
   std::deque<End> ends_;  // not doubled, and never moved
   HashIndex index_;

@@ -5,9 +5,14 @@
 #include <cmath>
 
 #include "base/number.h"
+#include "base/number_hash.h"
 
 namespace kiv {
 namespace {
+
+std::uint32_t bits(float number) {
+  return std::bit_cast<std::uint32_t>(number);
+}
 
 /// Whether the report writes both alike.
 bool isSameText(float one, float other) {
@@ -41,22 +46,15 @@ ListedSystems::Listed::Listed(const Row& row, std::uint32_t firstFile)
       instrument(row.instrument) {}
 
 bool ListedSystems::Listed::operator==(const Listed& other) const {
-  const auto bits = [](float number) { return std::bit_cast<std::uint32_t>(number); };
   return fileStep == other.fileStep && name == other.name && bits(instrumentNumber) == bits(other.instrumentNumber) &&
          bits(newStaff) == bits(other.newStaff) && bits(staff) == bits(other.staff) && occurrence == other.occurrence &&
          instrument == other.instrument;
 }
 
 std::size_t ListedSystems::ListedHash::operator()(const Listed& listed) const {
-  constexpr std::size_t prime = 1000003;
-  std::size_t hash = listed.fileStep;
-  for (const std::uint32_t part :
-       {listed.name, std::bit_cast<std::uint32_t>(listed.instrumentNumber),
-        std::bit_cast<std::uint32_t>(listed.newStaff), std::bit_cast<std::uint32_t>(listed.staff),
-        static_cast<std::uint32_t>(listed.occurrence)}) {
-    hash = hash * prime + part;
-  }
-  return hash;
+  NumberHash hash;
+  hash.add(listed.fileStep).add(listed.name).add(bits(listed.instrumentNumber)).add(bits(listed.newStaff));
+  return hash.add(bits(listed.staff)).add(listed.occurrence).value();
 }
 
 std::uint32_t ListedSystems::addFile(std::string_view name) {

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "base/number.h"
+#include "base/number_hash.h"
 #include "diagnostics/instrument_names.h"
 
 namespace kiv {
@@ -21,13 +22,7 @@ constexpr double shortForm = 0.6;
 using Value = std::pair<float, float>;
 
 std::size_t hashOf(const CodedStaff& staff) {
-  constexpr std::size_t prime = 1000003;
-  auto hash = static_cast<std::size_t>(staff.id);
-  hash = (hash * prime + static_cast<std::size_t>(staff.shownNumber)) * prime + static_cast<std::size_t>(staff.name);
-  for (const int feature : staff.features) {
-    hash = hash * prime + static_cast<std::size_t>(feature);
-  }
-  return hash;
+  return NumberHash().add(staff.id).add(staff.shownNumber).add(staff.name).addAll(staff.features).value();
 }
 
 class Encoder {

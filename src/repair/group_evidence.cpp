@@ -4,6 +4,8 @@
 #include <bit>
 #include <set>
 
+#include "base/number_hash.h"
+
 namespace kiv {
 
 void GroupEvidence::addSystem(std::int16_t number) {
@@ -44,16 +46,9 @@ std::array<std::optional<float>, GroupEvidence::valueCount> GroupEvidence::value
 }
 
 std::size_t GroupEvidence::hashOf(const Look& look) {
-  constexpr std::size_t prime = 1000003;
-  std::size_t hash = look.fileStep;
-  for (const std::uint32_t part :
-       {look.staff, look.name, static_cast<std::uint32_t>(look.id), std::uint32_t{look.known}}) {
-    hash = hash * prime + part;
-  }
-  for (const std::uint32_t value : look.values) {
-    hash = hash * prime + value;
-  }
-  return hash;
+  NumberHash hash;
+  hash.add(look.fileStep).add(look.staff).add(look.name).add(look.id).add(look.known);
+  return hash.addAll(look.values).value();
 }
 
 std::uint32_t GroupEvidence::numberOf(const Look& look) {

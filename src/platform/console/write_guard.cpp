@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "base/number_hash.h"
+
 namespace kiv {
 namespace {
 
@@ -17,8 +19,7 @@ std::string folderOf(const std::string& path) {
 }
 
 std::size_t hashOf(const FileIdentity& identity) {
-  constexpr std::uint64_t prime = 1000003;
-  return static_cast<std::size_t>(identity.volume * prime + identity.file);
+  return NumberHash().add(identity.volume).add(identity.file).value();
 }
 
 }  // namespace
