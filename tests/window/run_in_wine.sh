@@ -15,6 +15,13 @@ TEXT
 }
 
 [ $# -ge 2 ] || usage
+
+# At random addresses, the heap of one program in some thousands lies where Wine needs a page of its own, so it does not
+# start. A machine may forbid fixed ones.
+if [ -z "${KIV_FIXED_ADDRESSES:-}" ] && setarch -R true 2>/dev/null; then
+  KIV_FIXED_ADDRESSES=yes exec setarch -R sh "$0" "$@"
+fi
+
 build=$(cd "$1" && pwd)
 shift
 
