@@ -60,6 +60,29 @@ TEST(JsonText, HasLongMembersWithinLongMembers) {
             "{\"objects\":[{\"numbers\":[1,2]},{\"numbers\":[1,2],\"end\":true}]}\n");
 }
 
+TEST(JsonText, ElementsAndObjectsAreInTheOrderInWhichTheyAreAdded) {
+  constexpr int count = 200;
+  Json whole = Json::array();
+  LongObject object;
+  object.setArray("all", [&](JsonArray& array) {
+    for (int number = 0; number < count; ++number) {
+      whole.push_back(number);
+      array.add(Json(number));
+      if (number % 70 == 0) {
+        whole.push_back({{"object", number}});
+        array.add(LongObject(Json{{"object", number}}));
+      }
+    }
+  });
+  const std::string text = printed([&](OutputText& output) { addObject(output, object); });
+  EXPECT_EQ(text, Json({{"all", whole}}).dump());
+}
+
+TEST(JsonText, AnObjectOfMembersHasThemInTheirOrder) {
+  EXPECT_EQ(kiv::asText(objectOf({{"b", 1}, {"a", Json::array({"x", nullptr})}, {"\n", objectOf({{"c", true}})}})),
+            R"({"b":1,"a":["x",null],"\n":{"c":true}})");
+}
+
 TEST(JsonText, IsValidWhereATextIsNot) {
   EXPECT_EQ(kiv::asText(Json("F\xF6te")), "\"F\xEF\xBF\xBDte\"");
 }

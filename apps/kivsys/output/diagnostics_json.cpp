@@ -15,9 +15,12 @@ Json orNull(const std::optional<double>& number) {
   return number ? numberJson(*number) : Json();
 }
 
-void addPlace(Json& object, const std::optional<ItemPlace>& place) {
-  object["item"] = place ? Json(place->item) : Json();
-  object["offset"] = place ? Json(place->offset) : Json();
+Json itemOf(const std::optional<ItemPlace>& place) {
+  return place ? Json(place->item) : Json();
+}
+
+Json offsetOf(const std::optional<ItemPlace>& place) {
+  return place ? Json(place->offset) : Json();
 }
 
 Json pathOrNull(const std::optional<std::string>& name, const FilePaths& paths) {
@@ -48,7 +51,7 @@ void RangesJson::add(int number) {
 
 void RangesJson::finish() {
   if (last_) {
-    array_.add({{"first", first_}, {"last", *last_}});
+    array_.add(objectOf({{"first", first_}, {"last", *last_}}));
   }
   last_.reset();
 }
@@ -73,20 +76,21 @@ Json jsonOf(const Problem& problem, const FilePaths& paths) {
   if (problem.bar) {
     object["bar"] = *problem.bar;
   }
-  addPlace(object, problem.place);
+  object["item"] = itemOf(problem.place);
+  object["offset"] = offsetOf(problem.place);
   object["repeats"] = problem.repeats;
   return object;
 }
 
 Json jsonOf(const Layouts& layouts, const Deviation& deviation) {
-  Json object = {{"kind", nameOf(deviation.kind)},
-                 {"instrument", deviation.instrument},
-                 {"name", nameOrNull(layouts, deviation.instrument)},
-                 {"system", deviation.system},
-                 {"file", deviation.file ? fileJson(layouts, *deviation.file) : Json()},
-                 {"staff", orNull(deviation.staff)}};
-  addPlace(object, deviation.place);
-  return object;
+  return objectOf({{"kind", nameOf(deviation.kind)},
+                   {"instrument", deviation.instrument},
+                   {"name", nameOrNull(layouts, deviation.instrument)},
+                   {"system", deviation.system},
+                   {"file", deviation.file ? fileJson(layouts, *deviation.file) : Json()},
+                   {"staff", orNull(deviation.staff)},
+                   {"item", itemOf(deviation.place)},
+                   {"offset", offsetOf(deviation.place)}});
 }
 
 LongObject jsonOf(const Layouts& layouts, const LayoutClass& layout) {

@@ -107,14 +107,14 @@ Json textOrNull(const std::string& text) {
 
 Json jsonOf(const InstrumentPlace& place) {
   const auto staff = strictNumber(place.staff);
-  return {{"file", NativeSystem::toUtf8(place.file)},
-          {"system", place.system},
-          {"staff", staff ? numberJson(*staff) : Json()},
-          {"item", place.item == 0 ? Json() : Json(place.item)}};
+  return objectOf({{"file", NativeSystem::toUtf8(place.file)},
+                   {"system", place.system},
+                   {"staff", staff ? numberJson(*staff) : Json()},
+                   {"item", place.item == 0 ? Json() : Json(place.item)}});
 }
 
 Json jsonOf(const ClefForm& clef) {
-  return {{"name", clefWord(clef)}, {"kind", numberJson(clef.kind)}, {"height", numberJson(clef.height)}};
+  return objectOf({{"name", clefWord(clef)}, {"kind", numberJson(clef.kind)}, {"height", numberJson(clef.height)}});
 }
 
 Json numbersJson(const std::vector<float>& numbers) {
@@ -158,10 +158,10 @@ LongObject jsonOf(const Instrument& instrument) {
   for (const ClefForm& clef : instrument.clefs) {
     clefs.push_back(jsonOf(clef));
   }
-  LongObject object(Json{{"order", instrument.order},
-                         {"id", instrument.id},
-                         {"name", textOrNull(instrument.name.full)},
-                         {"abbreviation", textOrNull(instrument.name.abbreviation)}});
+  LongObject object(objectOf({{"order", instrument.order},
+                              {"id", instrument.id},
+                              {"name", textOrNull(instrument.name.full)},
+                              {"abbreviation", textOrNull(instrument.name.abbreviation)}}));
   object.setArray("systems", [&](JsonArray& array) {
     RangesJson ranges(array);
     for (const std::int16_t system : instrument.systems) {
@@ -169,14 +169,14 @@ LongObject jsonOf(const Instrument& instrument) {
     }
     ranges.finish();
   });
-  object.append(Json{{"staves", instrument.staves},
-                     {"first", jsonOf(instrument.first)},
-                     {"last", jsonOf(instrument.last)},
-                     {"clefs", clefs},
-                     {"lines", numbersJson(instrument.lines)},
-                     {"size", numbersJson(instrument.sizes)},
-                     {"keys", numbersJson(instrument.keys)},
-                     {"cued_by", instrument.cuedBy}});
+  object.append(objectOf({{"staves", instrument.staves},
+                          {"first", jsonOf(instrument.first)},
+                          {"last", jsonOf(instrument.last)},
+                          {"clefs", clefs},
+                          {"lines", numbersJson(instrument.lines)},
+                          {"size", numbersJson(instrument.sizes)},
+                          {"keys", numbersJson(instrument.keys)},
+                          {"cued_by", instrument.cuedBy}}));
   return object;
 }
 

@@ -26,14 +26,28 @@ void JsonArray::addComma() {
   isEmpty_ = false;
 }
 
-void JsonArray::add(const Json& element) {
-  addComma();
-  text_.add(asText(element));
+void JsonArray::add(Json element) {
+  constexpr std::size_t several = 32;
+  pending_.push_back(std::move(element));
+  if (pending_.size() == several) {
+    finish();
+  }
 }
 
 void JsonArray::add(const LongObject& object) {
+  finish();
   addComma();
   addObject(text_, object);
+}
+
+void JsonArray::finish() {
+  if (pending_.empty()) {
+    return;
+  }
+  addComma();
+  const std::string text = asText(pending_);
+  text_.add(std::string_view(text).substr(1, text.size() - 2));  // without its brackets
+  pending_.clear();
 }
 
 void addObject(OutputText& text, const LongObject& object) {
@@ -50,6 +64,7 @@ void addObject(OutputText& text, const LongObject& object) {
     text.add("[");
     JsonArray array(text);
     (*addElements)(array);
+    array.finish();
     text.add("]");
   }
   text.add("}");

@@ -52,13 +52,17 @@ class JsonArray {
  public:
   explicit JsonArray(OutputText& text) : text_(text) {}
 
-  void add(const Json& element);
+  /// Adds an element. Several are printed at a time, which is much faster than one by one, so finish() must follow.
+  void add(Json element);
   void add(const LongObject& object);
+  /// Prints the elements that have been added and not printed.
+  void finish();
 
  private:
   void addComma();
 
   OutputText& text_;
+  Json pending_ = Json::array();
   bool isEmpty_ = true;
 };
 

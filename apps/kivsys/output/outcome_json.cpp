@@ -25,7 +25,8 @@ Json orNull(const std::optional<Value>& value) {
 }
 
 Json pathJson(std::string_view name, std::string_view path) {
-  return {{"file", NativeSystem::toUtf8(std::string(name))}, {"path", NativeSystem::toUtf8(std::string(path))}};
+  return objectOf(
+      {{"file", NativeSystem::toUtf8(std::string(name))}, {"path", NativeSystem::toUtf8(std::string(path))}});
 }
 
 void addNames(const PathTable& files, JsonArray& array) {
