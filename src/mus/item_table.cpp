@@ -78,7 +78,8 @@ void ItemTable::grow() {
   if (itemCount_ == itemLimit) {
     endProgram(messages::tooManyItems(file()));
   }
-  items_.resize(std::min(2 * items_.size(), indices_.size()));
+  // By a quarter: each new row is written, so one that is never used takes memory, too.
+  items_.resize(std::min(items_.size() + items_.size() / 4, indices_.size()));
   sources_.resize(items_.size());
 }
 
