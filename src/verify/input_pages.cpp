@@ -9,15 +9,15 @@ namespace kiv::proof {
 /// none.
 void InputPages::divide(LoadedPage loaded, Page& page) {
   std::erase_if(loaded.items, [](const PageItem& item) { return std::isnan(item.item[par::staff]); });
-  std::unordered_map<float, std::size_t> counts;
+  ByStaff<std::size_t> counts;
   for (const PageItem& item : loaded.items) {
     ++counts[item.item[par::staff]];
   }
   for (const auto& [staff, count] : counts) {
-    page.staves[staff].reserve(count);
+    page[staff].reserve(count);
   }
   for (PageItem& item : loaded.items) {
-    page.staves[item.item[par::staff]].push_back(std::move(item));
+    page[item.item[par::staff]].push_back(std::move(item));
   }
 }
 
@@ -27,7 +27,7 @@ const std::vector<PageItem>& InputPages::staff(const std::string& file, float nu
   if (isNew) {
     divide(load_(file), page);
   }
-  return page.staves[number];
+  return page[number];
 }
 
 void InputPages::keepOnly(const std::set<std::string_view>& files) {

@@ -16,6 +16,32 @@ namespace kiv::proof {
 /// Loads a page file by its full name.
 using PageLoader = std::function<LoadedPage(const std::string&)>;
 
+/// Values by the staff. Items of one staff mostly follow one another, so the value asked for last is found at once.
+template <typename Value>
+class ByStaff {
+ public:
+  ByStaff() = default;
+  ByStaff(const ByStaff&) = delete;
+  ByStaff& operator=(const ByStaff&) = delete;
+  ~ByStaff() = default;
+
+  /// The value of this staff, which must not be NaN; a new one for a new staff.
+  Value& operator[](float staff) {
+    if (last_ == nullptr || staff != lastStaff_) {
+      last_ = &values_[staff];
+      lastStaff_ = staff;
+    }
+    return *last_;
+  }
+  auto begin() const { return values_.begin(); }
+  auto end() const { return values_.end(); }
+
+ private:
+  std::unordered_map<float, Value> values_;
+  float lastStaff_ = 0;
+  Value* last_ = nullptr;
+};
+
 /// The items of page files by their staves. A file is read when it is asked for first, and again when it was forgotten.
 class InputPages {
  public:
@@ -28,9 +54,7 @@ class InputPages {
   void keepOnly(const std::set<std::string_view>& files);
 
  private:
-  struct Page {
-    std::unordered_map<float, std::vector<PageItem>> staves;
-  };
+  using Page = ByStaff<std::vector<PageItem>>;
 
   static void divide(LoadedPage loaded, Page& page);
 

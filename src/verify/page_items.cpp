@@ -49,9 +49,7 @@ void appendItem(const Item& item, std::string& bytes) {
   const int last = lastParameter(item);
   const std::size_t words = static_cast<std::size_t>(last) + chunks.size() / wordSize;
   appendWord(static_cast<float>(words), bytes);
-  for (int p = 1; p <= last; ++p) {
-    appendWord(item[p], bytes);
-  }
+  appendWords(item.parameters().first(static_cast<std::size_t>(last)), bytes);
   bytes += chunks;
 }
 
@@ -121,9 +119,7 @@ std::string itemKey(const Item& item) {
 void appendItemKey(const Item& item, std::string& key) {
   key.reserve(key.size() + wordSize * parameterCount + item.text.size());
   appendWord(item[par::type], key);
-  for (int p = par::position; p <= parameterCount; ++p) {
-    appendWord(item[p], key);
-  }
+  appendWords(item.parameters().subspan<par::position - 1>(), key);
   key += item.text;
 }
 

@@ -1,18 +1,25 @@
 #include "verify/words.h"
 
-#include <array>
 #include <bit>
 #include <cstdint>
 
 namespace kiv::proof {
 
-void appendWord(float number, std::string& bytes) {
-  const auto bits = std::bit_cast<std::uint32_t>(number);
-  std::array<char, wordSize> word{};
-  for (std::size_t i = 0; i < word.size(); ++i) {
-    word[i] = static_cast<char>(static_cast<unsigned char>(bits >> 8 * i & 0xFFU));
+void appendWords(std::span<const float> numbers, std::string& bytes) {
+  const std::size_t before = bytes.size();
+  bytes.resize(before + wordSize * numbers.size());
+  char* to = bytes.data() + before;
+  for (const float number : numbers) {
+    const auto bits = std::bit_cast<std::uint32_t>(number);
+    for (std::size_t i = 0; i < wordSize; ++i) {
+      to[i] = static_cast<char>(static_cast<unsigned char>(bits >> 8 * i & 0xFFU));
+    }
+    to += wordSize;
   }
-  bytes.append(word.data(), word.size());
+}
+
+void appendWord(float number, std::string& bytes) {
+  appendWords({&number, 1}, bytes);
 }
 
 }  // namespace kiv::proof

@@ -44,6 +44,28 @@ TEST_F(InputPagesTest, AStaffHasItsItemsInTheOrderOfTheFile) {
   EXPECT_THAT(pages.staff("C:\\M\\NONE.MUS", 1), IsEmpty());
 }
 
+TEST_F(InputPagesTest, AStaffMayContinueAfterAnother) {
+  host.addFile("C:\\M\\C.MUS",
+               page("staff 2 at 0 instrument 101\nstaff 1 at 0 instrument 102\nnote 2 at 5\nnote 1 at 5\n"
+                    "note 2 at 9\n"));
+  const auto numbersOn = [this](float staff) {
+    std::vector<int> numbers;
+    for (const proof::PageItem& item : pages.staff("C:\\M\\C.MUS", staff)) {
+      numbers.push_back(item.number);
+    }
+    return numbers;
+  };
+  EXPECT_THAT(numbersOn(2), ElementsAre(1, 3, 5));
+  EXPECT_THAT(numbersOn(1), ElementsAre(2, 4));
+  EXPECT_THAT(numbersOn(2), ElementsAre(1, 3, 5));
+}
+
+TEST_F(InputPagesTest, BothZerosAreOneStaff) {
+  host.addFile("C:\\M\\C.MUS", page("note 0 at 5\nnote -0 at 7\nnote 0 at 9\n"));
+  EXPECT_THAT(pages.staff("C:\\M\\C.MUS", 0), SizeIs(3));
+  EXPECT_THAT(pages.staff("C:\\M\\C.MUS", -0.0F), SizeIs(3));
+}
+
 TEST_F(InputPagesTest, AFileIsLoadedAgainOnlyWhenItWasForgotten) {
   pages.staff("C:\\M\\A.MUS", 1);
   pages.staff("C:\\M\\A.MUS", 2);
