@@ -87,10 +87,13 @@ std::vector<PlacedStaff> stavesOf(std::span<const Item> items) {
 }
 
 void assignItems(std::span<const Item> items, PageLayout& page) {
+  auto staff = page.staves.end();
   for (const Item& item : items) {
     const float number = item[par::staff];
-    const auto staff = std::lower_bound(page.staves.begin(), page.staves.end(), number,
-                                        [](const PlacedStaff& s, float n) { return s.number < n; });
+    if (staff == page.staves.end() || staff->number != number) {  // items of one staff mostly follow one another
+      staff = std::lower_bound(page.staves.begin(), page.staves.end(), number,
+                               [](const PlacedStaff& s, float n) { return s.number < n; });
+    }
     if (staff == page.staves.end() || staff->number != number) {
       ++page.strayItems;
     } else if (item.type() != ItemType::staff) {

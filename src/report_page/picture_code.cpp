@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <string_view>
+#include <utility>
 
 #include "base/number.h"
 #include "drawing/note_value.h"
@@ -34,35 +36,10 @@ enum Kind : std::size_t {
   bracket
 };
 
-/// A number with this many digits; one that is too large is the largest.
-std::string number(std::size_t value, int places) {
-  std::string code;
-  for (int place = 0; place < places; ++place) {
-    code.insert(code.begin(), digits[value % base]);
-    value /= base;
-  }
-  return value > 0 ? std::string(static_cast<std::size_t>(places), digits.back()) : code;
-}
-
 constexpr int xPlaces = 2;
 constexpr int textPlaces = 3;
 constexpr int leftOfZero = 200;
 constexpr int lowestHeight = 24;
-
-std::string start(std::size_t kind, const Item& item) {
-  const int x = pixelsAt(item[par::position]) + leftOfZero;
-  return number(kind, 1) + number(static_cast<std::size_t>(x), xPlaces);
-}
-
-/// A height in whole steps, one digit.
-std::string steps(float height) {
-  return number(static_cast<std::size_t>(std::lround(drawnHeight(height)) + lowestHeight), 1);
-}
-
-/// A height in half steps, two digits.
-std::string halfSteps(float height) {
-  return number(static_cast<std::size_t>(std::lround(2 * (drawnHeight(height) + lowestHeight))), 2);
-}
 
 /// 0 for a whole note to 20 for a 64th with two dots.
 std::size_t valueCode(float duration) {
@@ -79,84 +56,140 @@ std::size_t valueCode(float duration) {
   return halvings * dotKinds + static_cast<std::size_t>(std::min(value.dots, 2));
 }
 
-std::string restCode(const Item& rest, TextPool& texts) {
-  const bool lastsABar = rest[par::kind] == -2 || rest[par::kind] == -12;
-  std::string code = start(lastsABar ? std::size_t{barRest} : firstRest + valueCode(rest[par::duration]), rest) +
-                     steps(rest[par::height]);
-  if (rest[par::cuedInstrument] != 0) {
-    code += start(cue, rest) + number(texts.numberOf("cue " + generalNumber(rest[par::cuedInstrument])), textPlaces);
+/// Appends a number with this many digits; one that is too large is the largest.
+void addNumber(std::size_t value, int places, std::string& code) {
+  const std::size_t before = code.size();
+  code.resize(before + static_cast<std::size_t>(places));
+  for (std::size_t at = code.size(); at > before; --at) {
+    code[at - 1] = digits[value % base];
+    value /= base;
   }
-  return code;
+  if (value > 0) {
+    std::fill(code.begin() + static_cast<std::ptrdiff_t>(before), code.end(), digits.back());
+  }
 }
 
-std::string unknownCode(const Item& item, const std::string& what, TextPool& texts) {
-  return start(unknown, item) + number(texts.numberOf(what), textPlaces);
+/// Appends what the code of an item begins with.
+void addStart(std::size_t kind, const Item& item, std::string& code) {
+  const int x = pixelsAt(item[par::position]) + leftOfZero;
+  addNumber(kind, 1, code);
+  addNumber(static_cast<std::size_t>(x), xPlaces, code);
 }
 
-std::string clefCode(const Item& item, TextPool& texts) {
+/// The characters of the items of a staff, one item after the other.
+class ItemCodes {
+ public:
+  explicit ItemCodes(TextPool& texts) : texts_(texts) {}
+
+  /// Adds an item; barlines have no code there.
+  void add(const Item& item);
+  std::string take() && { return std::move(code_); }
+
+ private:
+  void start(std::size_t kind, const Item& item) { addStart(kind, item, code_); }
+  void number(std::size_t value, int places) { addNumber(value, places, code_); }
+  void text(std::string_view words) { number(texts_.numberOf(words), textPlaces); }
+  void steps(float height);
+  void halfSteps(float height);
+  void addRest(const Item& rest);
+  void addClef(const Item& item);
+  void addKey(const Item& item);
+  void addTime(const Item& item);
+  void addText(const Item& item);
+  void addUnknown(const Item& item, const std::string& what);
+
+  TextPool& texts_;
+  std::string code_;
+};
+
+/// A height in whole steps, one digit.
+void ItemCodes::steps(float height) {
+  number(static_cast<std::size_t>(std::lround(drawnHeight(height)) + lowestHeight), 1);
+}
+
+/// A height in half steps, two digits.
+void ItemCodes::halfSteps(float height) {
+  number(static_cast<std::size_t>(std::lround(2 * (drawnHeight(height) + lowestHeight))), 2);
+}
+
+void ItemCodes::addRest(const Item& rest) {
+  const bool lastsABar = rest[par::kind] == -2 || rest[par::kind] == -12;
+  start(lastsABar ? std::size_t{barRest} : firstRest + valueCode(rest[par::duration]), rest);
+  steps(rest[par::height]);
+  if (rest[par::cuedInstrument] != 0) {
+    start(cue, rest);
+    text("cue " + generalNumber(rest[par::cuedInstrument]));
+  }
+}
+
+void ItemCodes::addUnknown(const Item& item, const std::string& what) {
+  start(unknown, item);
+  text(what);
+}
+
+void ItemCodes::addClef(const Item& item) {
   const float kind = item[par::kind];
   if (kind != 0 && kind != 1 && kind != 2) {
-    return unknownCode(item, "clef of kind " + generalNumber(kind), texts);
+    addUnknown(item, "clef of kind " + generalNumber(kind));
+    return;
   }
-  return start(clef, item) + number(static_cast<std::size_t>(kind), 1) + steps(item[par::height]);
+  start(clef, item);
+  number(static_cast<std::size_t>(kind), 1);
+  steps(item[par::height]);
 }
 
-std::string keyCode(const Item& item, TextPool& texts) {
+void ItemCodes::addKey(const Item& item) {
   constexpr float most = 7;
   const float key = item[par::key];
   if (key != std::trunc(key) || !(std::abs(key) <= most)) {
-    return unknownCode(item, "key signature of " + generalNumber(key), texts);
+    addUnknown(item, "key signature of " + generalNumber(key));
+    return;
   }
   const float type = item[par::keyType];
   const std::size_t lowered = type == 1 ? 2 : type == 2 ? 1 : 0;
-  return start(keySignature, item) + number(static_cast<std::size_t>(key + most), 1) + number(lowered, 1);
+  start(keySignature, item);
+  number(static_cast<std::size_t>(key + most), 1);
+  number(lowered, 1);
 }
 
-std::string timeCode(const Item& item, TextPool& texts) {
+void ItemCodes::addTime(const Item& item) {
   constexpr float commonTime = 99;
   constexpr float allaBreve = 98;
   const float upper = item[par::upperNumber];
-  const std::string words = upper == commonTime  ? "C"
-                            : upper == allaBreve ? "C|"
-                                                 : generalNumber(upper) + "/" + generalNumber(item[par::lowerNumber]);
-  return start(timeSignature, item) + number(texts.numberOf(words), textPlaces);
+  start(timeSignature, item);
+  text(upper == commonTime  ? "C"
+       : upper == allaBreve ? "C|"
+                            : generalNumber(upper) + "/" + generalNumber(item[par::lowerNumber]));
 }
 
-std::string withoutBlanks(const std::string& text) {
-  return text.substr(0, text.find_last_not_of(' ') + 1);
-}
-
-std::string textCode(const Item& item, TextPool& texts) {
+void ItemCodes::addText(const Item& item) {
   const ItemType type = item.type();
-  const Kind kind = type == ItemType::shortText ? shortText : type == ItemType::text ? longText : countedText;
-  return start(kind, item) + halfSteps(item[par::height]) +
-         number(texts.numberOf(withoutBlanks(item.text)), textPlaces);
+  start(type == ItemType::shortText ? shortText : type == ItemType::text ? longText : countedText, item);
+  halfSteps(item[par::height]);
+  text(std::string_view(item.text).substr(0, item.text.find_last_not_of(' ') + 1));
 }
 
-std::string itemCode(const Item& item, TextPool& texts) {
+void ItemCodes::add(const Item& item) {
   const ItemType type = item.type();
   if (type == ItemType::note) {
-    return start(firstNote + valueCode(item[par::duration]), item) + steps(item[par::height]);
+    start(firstNote + valueCode(item[par::duration]), item);
+    steps(item[par::height]);
+  } else if (type == ItemType::rest) {
+    addRest(item);
+  } else if (type == ItemType::clef) {
+    addClef(item);
+  } else if (type == ItemType::keySignature) {
+    addKey(item);
+  } else if (type == ItemType::timeSignature) {
+    addTime(item);
+  } else if (type.hasText()) {
+    addText(item);
+  } else if (type == ItemType::instrumentNumber) {
+    start(identifier, item);
+    text(generalNumber(item[par::shownNumber]));
+  } else if (type != ItemType::barline) {
+    addUnknown(item, "item of type " + generalNumber(type.number()));
   }
-  if (type == ItemType::rest) {
-    return restCode(item, texts);
-  }
-  if (type == ItemType::clef) {
-    return clefCode(item, texts);
-  }
-  if (type == ItemType::keySignature) {
-    return keyCode(item, texts);
-  }
-  if (type == ItemType::timeSignature) {
-    return timeCode(item, texts);
-  }
-  if (type.hasText()) {
-    return textCode(item, texts);
-  }
-  if (type == ItemType::instrumentNumber) {
-    return start(identifier, item) + number(texts.numberOf(generalNumber(item[par::shownNumber])), textPlaces);
-  }
-  return type == ItemType::barline ? "" : unknownCode(item, "item of type " + generalNumber(type.number()), texts);
 }
 
 }  // namespace
@@ -176,11 +209,11 @@ int pixelsAt(float position) {
 }
 
 std::string staffCode(const PlacedStaff& staff, TextPool& texts) {
-  std::string code;
+  ItemCodes codes(texts);
   for (const Item& item : staff.items) {
-    code += itemCode(item, texts);
+    codes.add(item);
   }
-  return code;
+  return std::move(codes).take();
 }
 
 std::string barlineCode(const PageLayout& page, std::size_t staff) {
@@ -194,7 +227,8 @@ std::string barlineCode(const PageLayout& page, std::size_t staff) {
                       : item[par::kind] == lowestBraceKind  ? brace
                                                             : bracket;
     const auto span = static_cast<std::size_t>(&page.upperEnd(from, item[par::spannedStaves]) - &from);
-    code += start(kind, item) + number(span, 1);
+    addStart(kind, item, code);
+    addNumber(span, 1, code);
   }
   return code;
 }

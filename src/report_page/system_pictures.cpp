@@ -59,6 +59,20 @@ std::vector<Item> itemsOf(const std::string& bytes, const PictureMaker::Text& te
   return items;
 }
 
+/// Adds the items of the staves that have a number in the picture, with that number.
+void addItems(const std::vector<Item>& page, const std::map<float, float>& numbers, std::vector<Item>& items) {
+  if (items.empty()) {
+    items.reserve(page.size());
+  }
+  for (const Item& item : page) {
+    const auto number = numbers.find(item[par::staff]);
+    if (number != numbers.end()) {
+      items.push_back(item);
+      items.back()[par::staff] = number->second;
+    }
+  }
+}
+
 }  // namespace
 
 PictureMaker::PictureMaker(Files& files, const Text& text)
@@ -84,22 +98,15 @@ Picture PictureMaker::pictureFrom(const PageLayout& layout) {
 }
 
 Picture PictureMaker::pictureOf(const SystemFact& system, const std::vector<WantedMark>& marks) {
-  std::map<std::pair<std::string, float>, float> numbers;  // in the picture, by file and number
+  StaffNumbers numbers;
   for (const StaffFact& staff : system.staves) {
     const auto number = static_cast<float>(numericValue(staff.staff));
-    numbers.emplace(std::pair(staff.file, number), static_cast<float>(numericValue(staff.newStaff)));
+    numbers[staff.file].emplace(number, static_cast<float>(numericValue(staff.newStaff)));
   }
-  const std::set<std::string> names = filesOf(system);
-  pages_.keepOnly(names);
+  pages_.keepOnly(filesOf(system));
   std::vector<Item> items;
-  for (const std::string& name : names) {
-    for (const Item& item : pages_.page(name)) {
-      const auto number = numbers.find({name, item[par::staff]});
-      if (number != numbers.end()) {
-        items.push_back(item);
-        items.back()[par::staff] = number->second;
-      }
-    }
+  for (const auto& [name, numbersOfFile] : numbers) {
+    addItems(pages_.page(name), numbersOfFile, items);
   }
   const PageLayout layout = layOut(items);
   Picture picture = pictureFrom(layout);
@@ -107,12 +114,15 @@ Picture PictureMaker::pictureOf(const SystemFact& system, const std::vector<Want
   return picture;
 }
 
-void PictureMaker::addMarks(const std::vector<WantedMark>& marks,
-                            const std::map<std::pair<std::string, float>, float>& numbers, const PageLayout& layout,
+void PictureMaker::addMarks(const std::vector<WantedMark>& marks, const StaffNumbers& numbers, const PageLayout& layout,
                             Picture& picture) {
   for (const WantedMark& wanted : marks) {
-    const auto number = numbers.find({wanted.file, wanted.staff});
-    if (number == numbers.end()) {
+    const auto file = numbers.find(wanted.file);
+    if (file == numbers.end()) {
+      continue;
+    }
+    const auto number = file->second.find(wanted.staff);
+    if (number == file->second.end()) {
       continue;
     }
     const auto staff = std::find_if(layout.staves.begin(), layout.staves.end(),

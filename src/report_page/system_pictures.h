@@ -52,12 +52,15 @@ class PictureMaker {
   Pictures draw(const GroupFacts& facts, const WantedPictures& wanted);
 
  private:
+  /// The numbers of staves in the picture, by file and by their numbers there.
+  using StaffNumbers = std::map<std::string, std::map<float, float>>;
+
   Picture pictureOf(const SystemFact& system, const std::vector<WantedMark>& marks);
   Picture pictureOfResult(const SystemFact& system, const std::vector<Item>& result,
                           const std::vector<ResultMark>& marks);
   Picture pictureFrom(const PageLayout& layout);
-  void addMarks(const std::vector<WantedMark>& marks, const std::map<std::pair<std::string, float>, float>& numbers,
-                const PageLayout& layout, Picture& picture);
+  void addMarks(const std::vector<WantedMark>& marks, const StaffNumbers& numbers, const PageLayout& layout,
+                Picture& picture);
 
   Files& files_;
   Text text_;

@@ -1,7 +1,11 @@
 #include "report_page/picture_code.h"
 
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <set>
+#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -56,6 +60,72 @@ TEST(PictureCode, StaysBoundedForAnyNumbers) {
   EXPECT_EQ(codeOf({note(INFINITY, -INFINITY, INFINITY)}).size(), 4U);
   EXPECT_EQ(pixelsAt(1e30F), 2400);
   EXPECT_EQ(pixelsAt(-1e30F), -180);
+}
+
+/// A position of 0 is "$:", a height of 0 "=".
+TEST(PictureCode, HasACharacterForEachKindOfItem) {
+  Item clef = itemOf(ItemType::clef, 0);
+  clef[par::kind] = 1;
+  clef[par::height] = 2;
+  EXPECT_EQ(codeOf({clef}), "Q$:#@");
+  Item key = itemOf(ItemType::keySignature, 0);
+  key[par::key] = -3;
+  key[par::keyType] = 1;
+  EXPECT_EQ(codeOf({key}), "R$:($");
+  Item barRest = itemOf(ItemType::rest, 0);
+  barRest[par::kind] = -2;
+  EXPECT_EQ(codeOf({barRest}), "P$:=");
+  EXPECT_EQ(codeOf({itemOf(ItemType::barline, 0)}), "");
+}
+
+TEST(PictureCode, HasTheNumbersOfTexts) {
+  Item time = itemOf(ItemType::timeSignature, 0);
+  time[par::upperNumber] = 3;
+  time[par::lowerNumber] = 4;
+  Item number = itemOf(ItemType::instrumentNumber, 0);
+  number[par::shownNumber] = 101;
+  Item cue = itemOf(ItemType::rest, 0);
+  cue[par::kind] = -2;
+  cue[par::cuedInstrument] = 102;
+  Item words = itemOf(ItemType::text, 0);
+  words[par::height] = 3;
+  words.text = "dolce";
+  Item oddClef = itemOf(ItemType::clef, 0);
+  oddClef[par::kind] = 7;
+  PlacedStaff staff;
+  staff.items = {time, number, itemOf(ItemType(9), 0), cue, words, oddClef, time};
+  TextPool texts;
+  EXPECT_EQ(staffCode(staff, texts),
+            "S$:!!!"
+            "W$:!!#"
+            "X$:!!$"
+            "P$:="
+            "Y$:!!%"
+            "U$:!]!!("
+            "X$:!!)"
+            "S$:!!!");
+  std::vector<std::string> known;
+  for (std::size_t text = 0; text < texts.texts().size(); ++text) {
+    known.emplace_back(texts.texts()[static_cast<std::uint32_t>(text)]);
+  }
+  EXPECT_EQ(known, (std::vector<std::string>{"3/4", "101", "item of type 9", "cue 102", "dolce", "clef of kind 7"}));
+}
+
+TEST(PictureCode, OfBarlinesHasTheStavesThatTheySpan) {
+  Item barline = itemOf(ItemType::barline, 0);
+  barline[par::spannedStaves] = 2;
+  Item brace = barline;
+  brace[par::kind] = lowestBraceKind;
+  Item bracket = itemOf(ItemType::barline, 0);
+  bracket[par::kind] = lowestBraceKind + 1;
+  PageLayout layout;
+  layout.staves.resize(3);
+  for (std::size_t s = 0; s < layout.staves.size(); ++s) {
+    layout.staves[s].number = static_cast<float>(s + 1);
+  }
+  layout.staves[0].items = {barline, note(10, 3, 1), brace, bracket};
+  EXPECT_EQ(barlineCode(layout, 0), "Z$:#[$:#]$:!");
+  EXPECT_EQ(barlineCode(layout, 1), "");
 }
 
 TEST(PictureCode, KeepsTextsOnce) {
