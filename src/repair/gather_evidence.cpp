@@ -2,11 +2,9 @@
 
 #include <cmath>
 #include <map>
-#include <set>
-#include <string>
+#include <string_view>
 
-#include "mus/format.h"
-#include "platform/file_buffer.h"
+#include "diagnostics/recent_pages.h"
 #include "repair/staff_signs.h"
 
 namespace kiv {
@@ -21,38 +19,29 @@ struct ReadPage {
   std::map<float, StaffSigns> signs;
 };
 
+ReadPage readPage(std::string_view bytes) {
+  return {describeStaves(bytes), findSigns(bytes)};
+}
+
 class EvidenceGatherer {
  public:
-  explicit EvidenceGatherer(Files& files) : files_(files) {}
+  explicit EvidenceGatherer(Files& files) : pages_(files, readPage) {}
 
   GroupEvidence gather(const GroupFacts& facts);
 
  private:
-  const ReadPage& page(const std::string& file);
   void addStaff(const StaffFact& fact);
-  void forgetOthers(const SystemFact& system);
 
-  Files& files_;
-  FileBuffer buffer_;
-  std::map<std::string, ReadPage> pages_;  // those of the system that is added
+  RecentPages<ReadPage> pages_;
   GroupEvidence group_;
 };
-
-const ReadPage& EvidenceGatherer::page(const std::string& file) {
-  const auto known = pages_.find(file);
-  if (known != pages_.end()) {
-    return known->second;
-  }
-  const std::string_view bytes = buffer_.read(files_, file, readableBytes).value_or("");
-  return pages_.emplace(file, ReadPage{describeStaves(bytes), findSigns(bytes)}).first->second;
-}
 
 void EvidenceGatherer::addStaff(const StaffFact& fact) {
   StaffEvidence evidence;
   evidence.file = fact.file;
   evidence.staff = fact.staff;
   evidence.id = fact.instrument;
-  const ReadPage& read = page(fact.file);
+  const ReadPage& read = pages_.page(fact.file);
   const DescribedStaff* staff = findListed(read.staves, fact);
   if (staff == nullptr) {
     group_.addStaff(evidence, {});
@@ -79,16 +68,10 @@ void EvidenceGatherer::addStaff(const StaffFact& fact) {
   group_.addStaff(evidence, signs.cues);
 }
 
-/// A page has all its systems next to each other.
-void EvidenceGatherer::forgetOthers(const SystemFact& system) {
-  const std::set<std::string> needed = filesOf(system);
-  std::erase_if(pages_, [&](const auto& page) { return !needed.contains(page.first); });
-}
-
 GroupEvidence EvidenceGatherer::gather(const GroupFacts& facts) {
   for (std::size_t s = 0; s < facts.systemCount(); ++s) {
     const SystemFact system = facts.system(s);
-    forgetOthers(system);
+    pages_.keepOnlyFilesOf(system);
     group_.addSystem(system.number);
     for (const StaffFact& fact : system.staves) {
       addStaff(fact);

@@ -9,8 +9,8 @@
 
 #include "base/counted.h"
 #include "base/number.h"
+#include "diagnostics/recent_pages.h"
 #include "mus/format.h"
-#include "report_page/recent_pages.h"
 #include "report_page/staff_contents.h"
 #include "verify/result_names.h"
 
@@ -63,7 +63,7 @@ class ResultCheck {
 };
 
 Contents ResultCheck::contentsOf(const SystemFact& system) {
-  pages_.keepOnly(filesOf(system));
+  pages_.keepOnlyFilesOf(system);
   Contents contents;
   std::set<std::pair<std::string, float>> known;
   for (const StaffFact& staff : system.staves) {

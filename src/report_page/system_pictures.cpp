@@ -46,7 +46,7 @@ bool showsItsNumber(const PlacedStaff& staff) {
 }
 
 /// The items of a page, with texts in UTF-8; item 1 comes first.
-std::vector<Item> itemsOf(const std::string& bytes, const PictureMaker::Text& text) {
+std::vector<Item> itemsOf(std::string_view bytes, const PictureMaker::Text& text) {
   std::vector<Item> items;
   PageWalker walker(bytes);
   while (walker.findItem() == ReadStatus::itemRead) {
@@ -76,7 +76,7 @@ void addItems(const std::vector<Item>& page, const std::map<float, float>& numbe
 }  // namespace
 
 PictureMaker::PictureMaker(Files& files, const Text& text)
-    : files_(files), text_(text), pages_(files, [text](const std::string& bytes) { return itemsOf(bytes, text); }) {}
+    : files_(files), text_(text), pages_(files, [text](std::string_view bytes) { return itemsOf(bytes, text); }) {}
 
 Picture PictureMaker::pictureFrom(const PageLayout& layout) {
   Picture picture;
@@ -103,7 +103,7 @@ Picture PictureMaker::pictureOf(const SystemFact& system, const std::vector<Want
     const auto number = static_cast<float>(numericValue(staff.staff));
     numbers[staff.file].emplace(number, static_cast<float>(numericValue(staff.newStaff)));
   }
-  pages_.keepOnly(filesOf(system));
+  pages_.keepOnlyFilesOf(system);
   std::vector<Item> items;
   for (const auto& [name, numbersOfFile] : numbers) {
     addItems(pages_.page(name), numbersOfFile, items);

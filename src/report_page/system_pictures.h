@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "diagnostics/group_facts.h"
+#include "diagnostics/recent_pages.h"
 #include "platform/files.h"
 #include "report_page/picture_code.h"
-#include "report_page/recent_pages.h"
 #include "report_page/report_data.h"
 
 namespace kiv::report {
