@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/busy_processors.h"
 #include "platform/kept_file.h"
 
 namespace kiv {
@@ -75,7 +76,10 @@ ReadAhead::ReadAhead(std::vector<std::string_view> paths, std::size_t limit)
     : paths_(std::move(paths)), limit_(limit), buffers_(std::make_shared<Buffers>()) {
   ready_.reserve(mostFiles);
   try {
-    thread_ = std::thread([this] { run(); });
+    thread_ = std::thread([this, ofOwner = thisProcessor()] {
+      avoidProcessor(ofOwner);
+      run();
+    });
   } catch (const std::system_error&) {
     taken_ = paths_.size();  // a process has a limited number; the run reads all files itself
   }

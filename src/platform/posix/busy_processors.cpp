@@ -16,4 +16,33 @@ void leaveBusyProcessors() noexcept {
 #endif
 }
 
+#ifdef __linux__
+
+std::optional<int> thisProcessor() noexcept {
+  const int processor = ::sched_getcpu();
+  return processor >= 0 ? std::optional(processor) : std::nullopt;
+}
+
+/// On a machine with more processors than a set of this size has, the first call fails.
+void avoidProcessor(std::optional<int> processor) noexcept {
+  cpu_set_t allowed;
+  if (!processor || ::sched_getaffinity(0, sizeof allowed, &allowed) != 0) {
+    return;
+  }
+  CPU_CLR(static_cast<unsigned>(*processor), &allowed);
+  if (CPU_COUNT(&allowed) > 0) {
+    static_cast<void>(::sched_setaffinity(0, sizeof allowed, &allowed));
+  }
+}
+
+#else
+
+std::optional<int> thisProcessor() noexcept {
+  return std::nullopt;
+}
+
+void avoidProcessor(std::optional<int> /*processor*/) noexcept {}
+
+#endif
+
 }  // namespace kiv

@@ -4,4 +4,10 @@ namespace kiv {
 
 void leaveBusyProcessors() noexcept {}
 
+std::optional<int> thisProcessor() noexcept {
+  return std::nullopt;
+}
+
+void avoidProcessor(std::optional<int> /*processor*/) noexcept {}
+
 }  // namespace kiv
