@@ -5,9 +5,24 @@
 
 #include "mus/item_table.h"
 #include "mus/page_walker.h"
-#include "mus/reader.h"
 
 namespace kiv {
+
+/// Is given the items of a page file by whoever walks over it.
+class FileObserver {
+ public:
+  FileObserver() = default;
+  FileObserver(const FileObserver&) = delete;
+  FileObserver& operator=(const FileObserver&) = delete;
+  virtual ~FileObserver() = default;
+
+  /// An item of the file: each staff, hidden ones too, clef, key signature, barline, rest, cue marker and text. Items
+  /// of other types may be left out.
+  virtual void addItem(const PageWalker& page) = 0;
+  /// Lets the walk skip items of these types, which come next. An observer that looks at some of them, too, does so
+  /// here.
+  virtual void skipItems(PageWalker& page, TypeSet types) { page.skipItems(types); }
+};
 
 /// Is given what an analysis reads, while it reads it, so that nobody needs to read the pages and the report again.
 class AnalysisObserver {
@@ -17,15 +32,9 @@ class AnalysisObserver {
   AnalysisObserver& operator=(const AnalysisObserver&) = delete;
   virtual ~AnalysisObserver() = default;
 
-  /// A page file, full name, of which the items follow. The bytes, which may be those of a broken page, are valid until
-  /// its end.
-  virtual void beginFile(const std::string& musFileName, std::string_view bytes) = 0;
-  /// An item of the file: each staff, hidden ones too, clef, key signature, barline, rest, cue marker and text. Items
-  /// of other types may be left out.
-  virtual void addItem(const PageWalker& page) = 0;
-  /// Lets the walk skip items of these types, which come next. An observer that looks at some of them, too, does so
-  /// here.
-  virtual void skipItems(MusReader& reader, TypeSet types) { reader.skipItems(types); }
+  /// A page file, full name. Returns who is given its items; the observer keeps it. The bytes, which may be those of a
+  /// broken page, are valid until the file's end.
+  virtual FileObserver& beginFile(const std::string& musFileName, std::string_view bytes) = 0;
   /// The file has been read to its end.
   virtual void endFile() = 0;
   /// The page of these files has been analyzed. The table has its staves as the report lists them.

@@ -51,7 +51,7 @@ class PageItems {
         staves_(table) {}
 
   /// Reads to the end. False when a structural error comes first. The observer may be null.
-  bool addAll(AnalysisObserver* observer);
+  bool addAll(FileObserver* observer);
 
  private:
   void add();
@@ -67,13 +67,13 @@ class PageItems {
   Item clef_;
 };
 
-bool PageItems::addAll(AnalysisObserver* observer) {
+bool PageItems::addAll(FileObserver* observer) {
   ReadStatus readStatus = reader_.readItem();
   while (readStatus == ReadStatus::itemRead) {
     add();
     if (observer != nullptr) {
       observer->addItem(reader_.page());
-      observer->skipItems(reader_, typesNobodySees);
+      observer->skipItems(reader_.page(), typesNobodySees);
     } else {
       reader_.skipItems(ignoredTypes);
     }
@@ -130,10 +130,9 @@ void BarDataReader::readBarData(const std::string& musFileName, std::int16_t sta
   }
   table.beginFile(musFileName);
   reader_.openMUSfile(musFileName, std::move(file));
-  if (observer_ != nullptr) {
-    observer_->beginFile(musFileName, reader_.page().bytes());
-  }
-  if (!PageItems(user_, reader_, staffOffset, table, firstClefs).addAll(observer_)) {
+  FileObserver* const observer =
+      observer_ != nullptr ? &observer_->beginFile(musFileName, reader_.page().bytes()) : nullptr;
+  if (!PageItems(user_, reader_, staffOffset, table, firstClefs).addAll(observer)) {
     endProgram(messages::structuralError(musFileName, reader_.page().itemsInFile(), files_.currentFolder()));
   }
   if (observer_ != nullptr) {

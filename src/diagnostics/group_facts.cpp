@@ -7,9 +7,7 @@
 #include <limits>
 #include <utility>
 
-#include "analysis/cue_marker.h"
 #include "base/number.h"
-#include "diagnostics/first_text.h"
 
 namespace kiv {
 namespace {
@@ -41,75 +39,46 @@ void groupBySystem(std::vector<SystemStaff>& staves) {
 
 }  // namespace
 
-void GroupFacts::beginFile(const std::string& musFileName, std::string_view bytes) {
+FileObserver& GroupFacts::beginFile(const std::string& musFileName, std::string_view bytes) {
   const std::uint32_t number = fileNames_.add(musFileName);
   const bool isNew = number == files_.size();
-  scan_ = isNew ? wanted_.losses : std::nullopt;
-  if (scan_ && needsConversion_) {
-    scan_ = LossScan::allItems;
-  }
   if (isNew) {
     files_.emplace_back();
     listed_.addFile(fileNames_[number]);
   }
-  lossFinder_.clear();
   bytes_ = bytes;
   if (fileCount_ == 0 || file().number != number) {
     if (fileCount_ == pageFiles_.size()) {
-      pageFiles_.emplace_back();
+      pageFiles_.push_back({0, std::make_unique<PageFileFacts>(wanted_.instruments)});
     }
     ++fileCount_;
     file().number = number;
-    file().staves.clear();
-    file().described.clear();
+    file().facts->clear();
   }
+  file().facts->begin(isNew ? wantedLosses() : std::nullopt);
+  return *file().facts;
 }
 
-void GroupFacts::addStaff(const PageWalker& page) {
-  if (page.par(par::lines) != hiddenStaff) {
-    file().staves.push_back(
-        {{page.itemsInFile(), page.itemOffset()}, page.par(par::staff), page.par(par::position), ""});
-  }
-  if (scan_ == LossScan::staves) {
-    lossFinder_.addStaffOrBarline(page);
-  }
-}
-
-void GroupFacts::addItem(const PageWalker& page) {
-  const ItemType type = page.type();
-  if (type == ItemType::staff) {
-    addStaff(page);
-  } else if (page.hasText()) {
-    addName(page, file().staves);
-  }
-  if (wanted_.instruments && type != ItemType::barline) {
-    file().described.add(page);
-  }
-  if (scan_ == LossScan::allItems) {
-    lossFinder_.add(page);
-  }
-}
-
-void GroupFacts::skipItems(MusReader& reader, TypeSet types) {
-  if (scan_ == LossScan::allItems) {
-    reader.skipItems(types, [this](const ItemPlace& place, float staff) { lossFinder_.addOther(place.item, staff); });
-  } else {
-    reader.skipItems(types);
-  }
+/// The losses to be found in a file that is read now.
+std::optional<LossScan> GroupFacts::wantedLosses() const {
+  return wanted_.losses && needsConversion_ ? LossScan::allItems : wanted_.losses;
 }
 
 /// Of staves alone, barlines matter beside hidden ones only, which few files have.
 void GroupFacts::endFile() {
-  if (scan_) {
-    const std::string name(fileNames_[file().number]);
-    FileFacts& facts = files_[file().number];
-    const bool isBarlineMissing = scan_ == LossScan::staves && lossFinder_.hasHiddenStaff();
-    PageLosses losses = isBarlineMissing ? findPageLosses(name, bytes_, LossScan::staves) : lossFinder_.losses(name);
-    if (!losses.isEmpty()) {
-      facts.losses = std::make_unique<PageLosses>(std::move(losses));
-    }
-    facts.scan = scan_;
+  const auto scan = file().facts->scan();
+  if (!scan) {
+    return;
   }
+  const std::string name(fileNames_[file().number]);
+  const PageLossFinder& found = file().facts->losses();
+  const bool isBarlineMissing = scan == LossScan::staves && found.hasHiddenStaff();
+  PageLosses losses = isBarlineMissing ? findPageLosses(name, bytes_, LossScan::staves) : found.losses(name);
+  FileFacts& facts = files_[file().number];
+  if (!losses.isEmpty()) {
+    facts.losses = std::make_unique<PageLosses>(std::move(losses));
+  }
+  facts.scan = scan;
 }
 
 void GroupFacts::addRow(const ItemTable& table, int row, std::vector<SystemStaff>& staves) {
@@ -119,10 +88,11 @@ void GroupFacts::addRow(const ItemTable& table, int row, std::vector<SystemStaff
   if (origin.file < 1 || static_cast<std::size_t>(origin.file) > fileCount_ || !system || !instrument) {
     return;
   }
-  PageFile& of = pageFiles_[static_cast<std::size_t>(origin.file - 1)];
-  const auto read =
-      std::ranges::lower_bound(of.staves, origin.item, {}, [](const ReadStaff& s) { return s.place.item; });
-  if (read == of.staves.end() || read->place.item != origin.item) {
+  const PageFile& of = pageFiles_[static_cast<std::size_t>(origin.file - 1)];
+  const std::vector<PageFileFacts::ReadStaff>& readStaves = of.facts->staves();
+  const auto read = std::ranges::lower_bound(readStaves, origin.item, {},
+                                             [](const PageFileFacts::ReadStaff& s) { return s.place.item; });
+  if (read == readStaves.end() || read->place.item != origin.item) {
     return;
   }
   listed_.add(
@@ -132,25 +102,8 @@ void GroupFacts::addRow(const ItemTable& table, int row, std::vector<SystemStaff
        static_cast<std::uint32_t>(read->place.offset), table.itemPar(row, par::instrument),
        table.itemPar(row, par::staff), read->number, 1, *instrument, static_cast<std::int16_t>(read->place.item)});
   if (wanted_.instruments) {
-    const auto index = static_cast<std::size_t>(read - of.staves.begin());
-    staves.push_back({fileNames_[of.number], *system, *instrument, &of.described.staves()[index]});
-  }
-}
-
-/// Finds the staves that no other one of the file can be taken for.
-void GroupFacts::markLoneStaves(std::vector<ReadStaff>& staves) {
-  if (!std::ranges::all_of(staves, isOrdinaryNumber, &ReadStaff::number)) {
-    return;
-  }
-  std::vector<ReadStaff*> ordered;
-  ordered.reserve(staves.size());
-  for (ReadStaff& staff : staves) {
-    ordered.push_back(&staff);
-  }
-  std::ranges::sort(ordered, {}, [](const ReadStaff* staff) { return staff->number; });
-  for (std::size_t i = 0; i < ordered.size(); ++i) {
-    ordered[i]->isAlone = (i == 0 || ordered[i - 1]->number != ordered[i]->number) &&
-                          (i + 1 == ordered.size() || ordered[i + 1]->number != ordered[i]->number);
+    const auto index = static_cast<std::size_t>(read - readStaves.begin());
+    staves.push_back({fileNames_[of.number], *system, *instrument, &of.facts->described()[index]});
   }
 }
 
@@ -183,10 +136,7 @@ bool GroupFacts::hasFileTwice() const {
 
 void GroupFacts::endPage(const ItemTable& table) {
   for (std::size_t f = 0; f < fileCount_; ++f) {
-    markLoneStaves(pageFiles_[f].staves);
-    if (wanted_.instruments) {
-      pageFiles_[f].described.finish();
-    }
+    pageFiles_[f].facts->finish();
   }
   addRows(table);
   compareSystems();

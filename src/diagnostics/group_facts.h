@@ -14,8 +14,8 @@
 #include "base/numbered_texts.h"
 #include "diagnostics/instruments.h"
 #include "diagnostics/listed_systems.h"
+#include "diagnostics/page_file_facts.h"
 #include "diagnostics/page_losses.h"
-#include "diagnostics/page_staves.h"
 #include "diagnostics/system_facts.h"
 
 namespace kiv {
@@ -34,9 +34,7 @@ class GroupFacts : public AnalysisObserver {
  public:
   explicit GroupFacts(WantedFacts wanted) : wanted_(wanted) {}
 
-  void beginFile(const std::string& musFileName, std::string_view bytes) override;
-  void addItem(const PageWalker& page) override;
-  void skipItems(MusReader& reader, TypeSet types) override;
+  FileObserver& beginFile(const std::string& musFileName, std::string_view bytes) override;
   void endFile() override;
   void endPage(const ItemTable& table) override;
 
@@ -61,14 +59,6 @@ class GroupFacts : public AnalysisObserver {
   const PageLosses* lossesOf(const std::string& musFileName, LossScan scan) const;
 
  private:
-  /// A staff that an analysis sees.
-  struct ReadStaff {
-    ItemPlace place;
-    float number = 0;
-    float position = 0;
-    std::string name;
-    bool isAlone = false;  // no other one in the file can be meant by its number
-  };
   /// What is known of a file. There are very many of them, so they are small.
   struct FileFacts {
     std::unique_ptr<PageLosses> losses;  // null when there are none
@@ -77,13 +67,11 @@ class GroupFacts : public AnalysisObserver {
   /// A file of the page that is being read.
   struct PageFile {
     std::uint32_t number = 0;
-    std::vector<ReadStaff> staves;  // in the order of the file
-    StaffDescriber described;
+    std::unique_ptr<PageFileFacts> facts;
   };
-  void addStaff(const PageWalker& page);
   void addRow(const ItemTable& table, int row, std::vector<SystemStaff>& staves);
-  static void markLoneStaves(std::vector<ReadStaff>& staves);
   void addRows(const ItemTable& table);
+  std::optional<LossScan> wantedLosses() const;
   bool hasFileTwice() const;
   void compareSystems();
   PageFile& file() { return pageFiles_[fileCount_ - 1]; }
@@ -92,10 +80,8 @@ class GroupFacts : public AnalysisObserver {
   std::vector<PageFile> pageFiles_;  // reused by later pages
   std::size_t fileCount_ = 0;        // of them, those of this page
   std::string_view bytes_;           // of the file that is being read
-  std::optional<LossScan> scan_;     // for losses of this file
-  PageLossFinder lossFinder_;
-  NumberedTexts fileNames_;      // their numbers are those of the listed systems, too
-  std::deque<FileFacts> files_;  // by number
+  NumberedTexts fileNames_;          // their numbers are those of the listed systems, too
+  std::deque<FileFacts> files_;      // by number
   ListedSystems listed_;
   std::vector<std::int16_t> firstSystem_;  // its instruments
   bool needsConversion_ = false;           // as far as the pages show it

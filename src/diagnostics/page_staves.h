@@ -58,6 +58,7 @@ class StaffDescriber {
   void finish();
   /// The staves, in the order of the file.
   std::vector<DescribedStaff>& staves() { return staves_; }
+  const std::vector<DescribedStaff>& staves() const { return staves_; }
 
  private:
   /// A clef, key or cue marker. Staves may follow their items, so these wait.

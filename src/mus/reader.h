@@ -32,14 +32,11 @@ class MusReader {
 
   /// Skips the valid items of these types that come next.
   void skipItems(TypeSet types) { page_.skipItems(types); }
-  /// The same. Of each item that is skipped, onItem(place, staff) is given the place and the staff (P2).
-  template <typename OnItem>
-  void skipItems(TypeSet types, const OnItem& onItem) {
-    page_.skipItems(types, onItem);
-  }
 
   /// The item that readItem found, and how far the walk has come.
   const PageWalker& page() const { return page_; }
+  /// The same, for others that skip items.
+  PageWalker& page() { return page_; }
 
   /// The file and the number of the item found last, or begun: what an error during reading is about.
   Location location() const;
