@@ -65,7 +65,7 @@ void PageFileFacts::addItem(const PageWalker& page) {
 
 void PageFileFacts::skipItems(PageWalker& page, TypeSet types) {
   if (scan_ == LossScan::allItems) {
-    page.skipItems(types, [this](const ItemPlace& place, float staff) { losses_.addOther(place.item, staff); });
+    losses_.skipOthers(page, types);
   } else {
     page.skipItems(types);
   }

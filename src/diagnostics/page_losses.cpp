@@ -43,12 +43,11 @@ constexpr TypeSet otherTypes =
 
 /// Gives all items to the finder.
 void addAllItems(std::string_view bytes, PageLossFinder& finder) {
-  const auto addOther = [&](const ItemPlace& place, float staff) { finder.addOther(place.item, staff); };
   PageWalker page(bytes);
-  page.skipItems(otherTypes, addOther);
+  finder.skipOthers(page, otherTypes);
   while (page.findItem() == ReadStatus::itemRead) {
     finder.add(page);
-    page.skipItems(otherTypes, addOther);
+    finder.skipOthers(page, otherTypes);
   }
 }
 
@@ -112,7 +111,7 @@ void PageLossFinder::findStaff(int item, float staff) {
 
 void PageLossFinder::add(const PageWalker& page) {
   const float staff = page.par(par::staff) + 0.0F;
-  addOther(page.itemsInFile(), staff);
+  addOthers(page.itemsInFile(), staff, 1);
   const ItemType type = page.type();
   if (type == ItemType::staff || type == ItemType::barline) {
     addStaffOrBarline(page);
@@ -120,6 +119,26 @@ void PageLossFinder::add(const PageWalker& page) {
     texts_.push_back({page.itemsInFile(), staff, true});
   } else if (type == ItemType::text && page.chunks().size() < shortestTextOf(type)) {
     texts_.push_back({page.itemsInFile(), staff, false});
+  }
+}
+
+void PageLossFinder::skipOthers(PageWalker& page, TypeSet types) {
+  // Local numbers, so that no item waits for what the one before it has stored.
+  float last = noStaff;
+  int first = 0;
+  int end = 0;
+  page.skipItems(types, [&](const ItemPlace& place, float staff) {
+    if (staff != last) {
+      if (end > first) {
+        addOthers(first, last, end - first);
+      }
+      last = staff;
+      first = place.item;
+    }
+    end = place.item + 1;
+  });
+  if (end > first) {
+    addOthers(first, last, end - first);
   }
 }
 

@@ -48,13 +48,15 @@ class PageLossFinder {
   void addStaffOrBarline(const PageWalker& page);
   /// Adds any item that the walk found.
   void add(const PageWalker& page);
-  /// Adds an item of another type, without text, by its number in the file and its staff.
-  void addOther(int item, float staff) {
+  /// Adds items of other types, without text, that follow one another on one staff, by the number of the first one.
+  void addOthers(int item, float staff, int count) {
     if (staff != lastStaff_) {  // items of one staff mostly follow one another
       findStaff(item, staff);
     }
-    ++itemsOfLast_->count;
+    itemsOfLast_->count += count;
   }
+  /// Lets the walk skip items of these types, none of which is looked at for itself, and adds them.
+  void skipOthers(PageWalker& page, TypeSet types);
   bool hasHiddenStaff() const;
   /// The losses of the file of this full name.
   PageLosses losses(const std::string& musFileName) const;
