@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -32,9 +33,13 @@ class AnalysisObserver {
   AnalysisObserver& operator=(const AnalysisObserver&) = delete;
   virtual ~AnalysisObserver() = default;
 
-  /// A page file, full name. Returns who is given its items; the observer keeps it. The bytes, which may be those of a
-  /// broken page, are valid until the file's end.
-  virtual FileObserver& beginFile(const std::string& musFileName, std::string_view bytes) = 0;
+  /// Whoever is to be given the items of a file ahead of its turn, on the thread that calls this, as far as the file
+  /// can be read; null for nobody.
+  virtual std::unique_ptr<FileObserver> observerAhead() const { return nullptr; }
+  /// A page file, full name. Returns who is given its items, which this keeps; null where the observer ahead, which has
+  /// been given them all, is enough. The bytes, which may be those of a broken page, are valid until the file's end.
+  virtual FileObserver* beginFile(const std::string& musFileName, std::string_view bytes,
+                                  std::unique_ptr<FileObserver> ahead) = 0;
   /// The file has been read to its end.
   virtual void endFile() = 0;
   /// The page of these files has been analyzed. The table has its staves as the report lists them.

@@ -3,8 +3,10 @@
 #include <cmath>
 #include <memory>
 #include <utility>
+#include <vector>
 
-#include "analysis/cue_marker.h"
+#include "analysis/looked_at.h"
+#include "analysis/page_outline.h"
 #include "base/number.h"
 #include "input/files.h"
 #include "messages/input_messages.h"
@@ -13,31 +15,6 @@
 
 namespace kiv {
 namespace {
-
-/// All types but the texts and those that PageItems adds; nearly all items of a page are of them.
-constexpr TypeSet ignoredTypes{ItemType::note,
-                               ItemType(4),
-                               ItemType(5),
-                               ItemType(6),
-                               ItemType(7),
-                               ItemType(9),
-                               ItemType::instrumentNumber,
-                               ItemType(12),
-                               ItemType(13),
-                               ItemType::keySignature,
-                               ItemType::timeSignature};
-
-/// The same where an observer is given the others.
-constexpr TypeSet typesNobodySees{ItemType::note,
-                                  ItemType(4),
-                                  ItemType(5),
-                                  ItemType(6),
-                                  ItemType(7),
-                                  ItemType(9),
-                                  ItemType::instrumentNumber,
-                                  ItemType(12),
-                                  ItemType(13),
-                                  ItemType::timeSignature};
 
 /// Adds the items of one open page file to the tables.
 class PageItems {
@@ -52,6 +29,8 @@ class PageItems {
 
   /// Reads to the end. False when a structural error comes first. The observer may be null.
   bool addAll(FileObserver* observer);
+  /// The same, by the places of an outline.
+  bool addAll(const std::vector<ItemPlace>& places);
 
  private:
   void add();
@@ -78,6 +57,18 @@ bool PageItems::addAll(FileObserver* observer) {
       reader_.skipItems(ignoredTypes);
     }
     readStatus = reader_.readItem();
+  }
+  return readStatus == ReadStatus::endOfItems;
+}
+
+bool PageItems::addAll(const std::vector<ItemPlace>& places) {
+  ReadStatus readStatus = ReadStatus::itemRead;
+  for (const ItemPlace& place : places) {
+    reader_.page().goTo(place);
+    readStatus = reader_.readItem();
+    if (readStatus == ReadStatus::itemRead) {
+      add();
+    }
   }
   return readStatus == ReadStatus::endOfItems;
 }
@@ -120,6 +111,15 @@ Item& PageItems::store() {
   return item;
 }
 
+std::unique_ptr<PageOutline> pageOutline(InputFile& file) {
+  std::unique_ptr<FileOutline> outline = file.takeOutline();
+  auto* const ofPage = dynamic_cast<PageOutline*>(outline.get());
+  if (ofPage != nullptr) {
+    static_cast<void>(outline.release());
+  }
+  return std::unique_ptr<PageOutline>(ofPage);
+}
+
 }  // namespace
 
 void BarDataReader::readBarData(const std::string& musFileName, std::int16_t staffOffset, ItemTable& table,
@@ -128,11 +128,17 @@ void BarDataReader::readBarData(const std::string& musFileName, std::int16_t sta
   if (!file) {
     endProgram(messages::namingProblem(musFileName, files_.currentFolder()));
   }
+  const std::unique_ptr<PageOutline> outline = pageOutline(*file);
   table.beginFile(musFileName);
   reader_.openMUSfile(musFileName, std::move(file));
-  FileObserver* const observer =
-      observer_ != nullptr ? &observer_->beginFile(musFileName, reader_.page().bytes()) : nullptr;
-  if (!PageItems(user_, reader_, staffOffset, table, firstClefs).addAll(observer)) {
+  FileObserver* observer = nullptr;
+  if (observer_ != nullptr) {
+    observer =
+        observer_->beginFile(musFileName, reader_.page().bytes(), outline ? std::move(outline->observer) : nullptr);
+  }
+  PageItems items(user_, reader_, staffOffset, table, firstClefs);
+  const bool isWhole = outline && observer == nullptr ? items.addAll(outline->places) : items.addAll(observer);
+  if (!isWhole) {
     endProgram(messages::structuralError(musFileName, reader_.page().itemsInFile(), files_.currentFolder()));
   }
   if (observer_ != nullptr) {

@@ -39,7 +39,14 @@ void groupBySystem(std::vector<SystemStaff>& staves) {
 
 }  // namespace
 
-FileObserver& GroupFacts::beginFile(const std::string& musFileName, std::string_view bytes) {
+std::unique_ptr<FileObserver> GroupFacts::observerAhead() const {
+  auto observer = std::make_unique<PageFileFacts>(wanted_.instruments);
+  observer->begin(wantedLosses());
+  return observer;
+}
+
+FileObserver* GroupFacts::beginFile(const std::string& musFileName, std::string_view bytes,
+                                    std::unique_ptr<FileObserver> ahead) {
   const std::uint32_t number = fileNames_.add(musFileName);
   const bool isNew = number == files_.size();
   if (isNew) {
@@ -47,16 +54,36 @@ FileObserver& GroupFacts::beginFile(const std::string& musFileName, std::string_
     listed_.addFile(fileNames_[number]);
   }
   bytes_ = bytes;
-  if (fileCount_ == 0 || file().number != number) {
-    if (fileCount_ == pageFiles_.size()) {
-      pageFiles_.push_back({0, std::make_unique<PageFileFacts>(wanted_.instruments)});
+  scan_ = isNew ? wantedLosses() : std::nullopt;
+  const bool isSame = fileCount_ > 0 && file().number == number;
+  if (!isSame) {
+    addFileOfPage(number);
+    if (takeFacts(std::move(ahead))) {
+      return nullptr;
     }
-    ++fileCount_;
-    file().number = number;
     file().facts->clear();
   }
-  file().facts->begin(isNew ? wantedLosses() : std::nullopt);
-  return *file().facts;
+  file().facts->begin(scan_);
+  return file().facts.get();
+}
+
+void GroupFacts::addFileOfPage(std::uint32_t number) {
+  if (fileCount_ == pageFiles_.size()) {
+    pageFiles_.push_back({0, std::make_unique<PageFileFacts>(wanted_.instruments)});
+  }
+  ++fileCount_;
+  file().number = number;
+}
+
+/// Takes what was gathered ahead of the file's turn, unless it says too little of losses.
+bool GroupFacts::takeFacts(std::unique_ptr<FileObserver> ahead) {
+  auto* const facts = dynamic_cast<PageFileFacts*>(ahead.get());
+  if (facts == nullptr || (scan_ && facts->scan() != scan_)) {
+    return false;
+  }
+  static_cast<void>(ahead.release());
+  file().facts.reset(facts);
+  return true;
 }
 
 /// The losses to be found in a file that is read now.
@@ -66,19 +93,18 @@ std::optional<LossScan> GroupFacts::wantedLosses() const {
 
 /// Of staves alone, barlines matter beside hidden ones only, which few files have.
 void GroupFacts::endFile() {
-  const auto scan = file().facts->scan();
-  if (!scan) {
+  if (!scan_) {
     return;
   }
   const std::string name(fileNames_[file().number]);
   const PageLossFinder& found = file().facts->losses();
-  const bool isBarlineMissing = scan == LossScan::staves && found.hasHiddenStaff();
+  const bool isBarlineMissing = scan_ == LossScan::staves && found.hasHiddenStaff();
   PageLosses losses = isBarlineMissing ? findPageLosses(name, bytes_, LossScan::staves) : found.losses(name);
   FileFacts& facts = files_[file().number];
   if (!losses.isEmpty()) {
     facts.losses = std::make_unique<PageLosses>(std::move(losses));
   }
-  facts.scan = scan;
+  facts.scan = scan_;
 }
 
 void GroupFacts::addRow(const ItemTable& table, int row, std::vector<SystemStaff>& staves) {

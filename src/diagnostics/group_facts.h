@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -34,7 +35,9 @@ class GroupFacts : public AnalysisObserver {
  public:
   explicit GroupFacts(WantedFacts wanted) : wanted_(wanted) {}
 
-  FileObserver& beginFile(const std::string& musFileName, std::string_view bytes) override;
+  std::unique_ptr<FileObserver> observerAhead() const override;
+  FileObserver* beginFile(const std::string& musFileName, std::string_view bytes,
+                          std::unique_ptr<FileObserver> ahead) override;
   void endFile() override;
   void endPage(const ItemTable& table) override;
 
@@ -71,6 +74,8 @@ class GroupFacts : public AnalysisObserver {
   };
   void addRow(const ItemTable& table, int row, std::vector<SystemStaff>& staves);
   void addRows(const ItemTable& table);
+  void addFileOfPage(std::uint32_t number);
+  bool takeFacts(std::unique_ptr<FileObserver> ahead);
   std::optional<LossScan> wantedLosses() const;
   bool hasFileTwice() const;
   void compareSystems();
@@ -80,11 +85,12 @@ class GroupFacts : public AnalysisObserver {
   std::vector<PageFile> pageFiles_;  // reused by later pages
   std::size_t fileCount_ = 0;        // of them, those of this page
   std::string_view bytes_;           // of the file that is being read
+  std::optional<LossScan> scan_;     // for losses of this file
   NumberedTexts fileNames_;          // their numbers are those of the listed systems, too
   std::deque<FileFacts> files_;      // by number
   ListedSystems listed_;
-  std::vector<std::int16_t> firstSystem_;  // its instruments
-  bool needsConversion_ = false;           // as far as the pages show it
+  std::vector<std::int16_t> firstSystem_;      // its instruments
+  std::atomic<bool> needsConversion_ = false;  // as far as the pages show it; another thread may ask
   InstrumentCollector instruments_;
   PageLosses noLosses_;
 };

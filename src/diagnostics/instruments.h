@@ -39,6 +39,8 @@ struct Instrument {
   std::vector<float> sizes;
   std::vector<float> keys;           ///< numbers of sharps; those of flats are negative
   std::vector<std::int16_t> cuedBy;  ///< the instruments with cue markers that refer to it, by identifier
+
+  bool operator==(const Instrument&) const = default;
 };
 
 /// A staff of a system.

@@ -36,8 +36,8 @@ class PageWalker {
   PageWalker() = default;
   /// Starts before the first item. Without a complete header, the first step is a structural error.
   explicit PageWalker(std::string_view file);
-  /// Goes to just before an item that a walk over the same bytes has found or skipped: it is found next. Until then
-  /// what is known of the item found last, and of the trailer, stays.
+  /// Goes to a place before which a walk over the same bytes has been: what is there is found next. Until then what is
+  /// known of the item found last, and of the trailer, stays.
   void goTo(const ItemPlace& place);
 
   /// Finds the next item, or the end.
@@ -60,6 +60,8 @@ class PageWalker {
   std::int16_t itemsInFile() const { return itemsInFile_; }
   /// Offset of the next byte to be read, from the start of the file.
   std::size_t position() const { return cursor_.position(); }
+  /// Where the next item is, if there is one.
+  ItemPlace nextPlace() const { return {itemsInFile_ + 1, cursor_.position()}; }
 
   // --- the item found last ---
 

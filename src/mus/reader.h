@@ -35,7 +35,7 @@ class MusReader {
 
   /// The item that readItem found, and how far the walk has come.
   const PageWalker& page() const { return page_; }
-  /// The same, for others that skip items.
+  /// The same, for others that skip items or go to one.
   PageWalker& page() { return page_; }
 
   /// The file and the number of the item found last, or begun: what an error during reading is about.

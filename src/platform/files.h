@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/fetch.h"
+#include "platform/file_outline.h"
 #include "platform/file_stamp.h"
 
 namespace kiv {
@@ -45,6 +46,10 @@ class InputFile {
   /// Where the whole file is in memory already, and nothing of it has been read yet: gives it away by exchanging its
   /// buffer for this one. Returns how many of the buffer's bytes are the file's; nullopt where it has to be read.
   virtual std::optional<std::size_t> exchangeContent(std::string& /*buffer*/) { return std::nullopt; }
+
+  /// The outline that was made of the whole file before it was opened, for whoever asks first; null where there is
+  /// none.
+  virtual std::unique_ptr<FileOutline> takeOutline() { return nullptr; }
 
   /// Lets the system fetch the file from the disk while other work is done. A hint; it changes nothing else.
   virtual void prefetch() {}
@@ -95,8 +100,9 @@ class Files {
     return file != nullptr;
   }
   /// These files are about to be opened and read, in this order and each as often as it is named; nothing for none any
-  /// more. A hint, with which they can be read before they are opened; it changes nothing else.
-  virtual void expectReading(const std::vector<std::string>& /*names*/) {}
+  /// more. A hint, with which they can be read before they are opened; it changes nothing else. The outliner, which
+  /// must outlive that, makes the outlines that they come with then; null for none.
+  virtual void expectReading(const std::vector<std::string>& /*names*/, FileOutliner* /*outliner*/) {}
   /// Opens the file empty, replacing what it held. Null when it cannot be opened for writing.
   virtual std::unique_ptr<OutputFile> openOutput(const std::string& name) = 0;
   /// Replaces the file by one of these bytes in one step: at every moment the complete old or the complete new file

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "analysis/page_checks.h"
+#include "analysis/page_outline.h"
 #include "analysis/page_systems.h"
 #include "analysis/report.h"
 #include "input/file_names.h"
@@ -24,7 +25,7 @@ void countMultifilePages(PageTable& pages) {
 /// The files of the pages, in the order in which they are read. As long as it lives they are expected to be.
 class ExpectedFiles {
  public:
-  ExpectedFiles(Files& files, Machine& machine, const PageTable& pages) : files_(files) {
+  ExpectedFiles(Files& files, Machine& machine, const PageTable& pages, FileOutliner& outliner) : files_(files) {
     std::vector<std::string> names;
     names.reserve(pages.pages.size());
     for (const PageEntry& page : pages.pages) {
@@ -32,11 +33,11 @@ class ExpectedFiles {
         names.push_back(std::move(name));
       }
     }
-    files_.expectReading(names);
+    files_.expectReading(names, &outliner);
   }
   ExpectedFiles(const ExpectedFiles&) = delete;
   ExpectedFiles& operator=(const ExpectedFiles&) = delete;
-  ~ExpectedFiles() { files_.expectReading({}); }
+  ~ExpectedFiles() { files_.expectReading({}, nullptr); }
 
  private:
   Files& files_;
@@ -58,7 +59,8 @@ class PageAnalysis {
     User& user = program_.host.user;
     const int all = static_cast<int>(program_.pages.pages.size());
     int done = 0;
-    const ExpectedFiles expected(program_.host.files, program_.host.machine, program_.pages);
+    PageOutliner outliner(options_.observer);
+    const ExpectedFiles expected(program_.host.files, program_.host.machine, program_.pages, outliner);
     for (const PageEntry& page : program_.pages.pages) {
       user.showProgress(done, all, "pages");
       analyze(page);

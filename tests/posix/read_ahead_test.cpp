@@ -1,7 +1,7 @@
 #include "platform/console/read_ahead.h"
 
-#include <deque>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,36 +9,10 @@
 #include <gtest/gtest.h>
 
 #include "messages/run_time_errors.h"
-#include "platform/console/console_system.h"
-#include "platform/file_buffer.h"
-#include "tests/posix/temporary_folder.h"
+#include "tests/posix/read_ahead_fixture.h"
 
 namespace kiv::test {
 namespace {
-
-constexpr std::size_t limit = 1000;
-
-/// Files that hold their own names, some of them often.
-class ReadAheadTest : public testing::Test {
- protected:
-  std::string content(int number) const {
-    return std::string(static_cast<std::size_t>(number % 90) * 10, 'x') + name(number);
-  }
-  static std::string name(int number) { return "P" + std::to_string(number) + ".MUS"; }
-  std::string path(int number) const { return disk.path(name(number)).string(); }
-  std::vector<std::string_view> files(int count) {
-    std::vector<std::string_view> paths;
-    for (int number = 1; number <= count; ++number) {
-      disk.addFile(name(number), content(number));
-      paths.push_back(texts.emplace_back(path(number)));
-    }
-    return paths;
-  }
-
-  TemporaryFolder disk;
-  FileBuffer buffer;
-  std::deque<std::string> texts;  // of the paths
-};
 
 TEST_F(ReadAheadTest, FilesComeInTheirOrderWithTheirBytesAndStamps) {
   constexpr int count = 300;
@@ -111,53 +85,28 @@ TEST_F(ReadAheadTest, AFileOutlivesTheThread) {
   EXPECT_EQ(buffer.read(*file), content(1));
 }
 
-/// A run with bound pages, whose names have been checked.
-class PagesAhead : public ReadAheadTest {
- protected:
-  void start(int count) {
-    files(count);
-    std::vector<FoundFile> pages;
-    for (int number = 1; number <= count; ++number) {
-      pages.push_back({disk.core(name(number)), path(number)});
-      names.push_back(system.upperCase(pages.back().name));
-    }
-    system.bindPages(pages);
-    for (const std::string& name : names) {
-      EXPECT_TRUE(system.openInput(name));
-    }
-  }
-  bool isReadAhead(std::size_t index) {
-    std::string bytes;
-    const auto file = system.openInput(names[index]);
-    return file && file->exchangeContent(bytes).has_value();
-  }
-
-  ConsoleSystem system;
-  std::vector<std::string> names;
-};
-
 TEST_F(PagesAhead, AreReadByAThreadWhenTheRunExpectsThem) {
   system.readAhead();
   start(20);
   EXPECT_FALSE(isReadAhead(0)) << "nobody has said that it will be read";
-  system.expectReading(names);
+  system.expectReading(names, nullptr);
   EXPECT_TRUE(isReadAhead(0));
   EXPECT_TRUE(isReadAhead(1));
   EXPECT_FALSE(isReadAhead(5)) << "it is not the next one";
-  system.expectReading({});
+  system.expectReading({}, nullptr);
   EXPECT_FALSE(isReadAhead(2));
 }
 
 TEST_F(PagesAhead, AreNotReadByAThreadUnlessThatIsWanted) {
   start(20);
-  system.expectReading(names);
+  system.expectReading(names, nullptr);
   EXPECT_FALSE(isReadAhead(0));
 }
 
 TEST_F(PagesAhead, OfASmallGroupNeedNoThread) {
   system.readAhead();
   start(5);
-  system.expectReading(names);
+  system.expectReading(names, nullptr);
   EXPECT_FALSE(isReadAhead(0));
 }
 
@@ -165,7 +114,7 @@ TEST_F(PagesAhead, APageThatHasChangedIsNoticedWhenItsTurnComes) {
   system.readAhead();
   start(20);
   disk.addFile(name(3), "another page");
-  system.expectReading(names);
+  system.expectReading(names, nullptr);
   EXPECT_TRUE(isReadAhead(0));
   EXPECT_TRUE(isReadAhead(1));
   EXPECT_THROW(static_cast<void>(system.openInput(names[2])), ProgramEnd);
@@ -175,7 +124,7 @@ TEST_F(PagesAhead, APageThatHasGoneIsNoticedWhenItsTurnComes) {
   system.readAhead();
   start(20);
   std::filesystem::remove(path(3));
-  system.expectReading(names);
+  system.expectReading(names, nullptr);
   EXPECT_TRUE(isReadAhead(0));
   EXPECT_TRUE(isReadAhead(1));
   EXPECT_THROW(static_cast<void>(system.openInput(names[2])), ProgramEnd);

@@ -1,6 +1,9 @@
 #include "tests/support/fake_host.h"
 
+#include <algorithm>
 #include <ostream>
+
+#include "tests/support/outlined_input.h"
 
 namespace kiv {
 
@@ -78,7 +81,25 @@ std::unique_ptr<InputFile> FakeHost::openInput(const std::string& name) {
   if (file) {
     ++reads_[fullName(name)];
   }
-  return file;
+  const auto expected = expected_.find(name);
+  if (!file || expected == expected_.end()) {
+    return file;
+  }
+  auto outline = expected->second ? std::move(expected->second) : outlineOf(name);
+  expected_.erase(expected);
+  return std::make_unique<OutlinedInput>(this->file(name), std::move(outline));
+}
+
+void FakeHost::expectReading(const std::vector<std::string>& names, FileOutliner* outliner) {
+  expected_.clear();
+  outliner_ = outliner;
+  for (const std::string& name : makesOutline ? names : std::vector<std::string>()) {
+    expected_.emplace(name, outlineOf(name));
+  }
+}
+
+std::unique_ptr<FileOutline> FakeHost::outlineOf(const std::string& name) {
+  return outliner_ != nullptr && hasFile(name) && makesOutline() ? outliner_->outlineOf(file(name)) : nullptr;
 }
 
 std::unique_ptr<OutputFile> FakeHost::openOutput(const std::string& name) {

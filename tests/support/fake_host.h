@@ -64,6 +64,7 @@ class FakeHost : public Machine, public User, public Programs, public OverlayFil
   bool showsTexts = false;                         ///< the host has its own way to show a text file
   std::optional<std::string> writeFailure;         ///< what every write fails with
   std::function<void(const Message&)> whileShown;  ///< runs while a message is shown
+  std::function<bool()> makesOutline;              ///< of an expected file, now; asked at once, and when it is opened
   LocalTime time{1994, 3, 7, 5, 8, 9};
 
   // --- what the test looks at ---
@@ -81,6 +82,7 @@ class FakeHost : public Machine, public User, public Programs, public OverlayFil
 
   // --- Files ---
   std::unique_ptr<InputFile> openInput(const std::string& name) override;
+  void expectReading(const std::vector<std::string>& names, FileOutliner* outliner) override;
   std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
   std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
   bool deleteFile(const std::string& name) override;
@@ -107,6 +109,10 @@ class FakeHost : public Machine, public User, public Programs, public OverlayFil
 
  private:
   std::map<std::string, int> reads_;
+  std::unique_ptr<FileOutline> outlineOf(const std::string& name);
+
+  std::multimap<std::string, std::unique_ptr<FileOutline>> expected_;  // by name; null while there is no outline
+  FileOutliner* outliner_ = nullptr;
 };
 
 /// Runs a piece of the program, and shows the user the critical message that ends it. Returns the exit code that it

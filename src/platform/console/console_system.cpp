@@ -132,7 +132,7 @@ std::unique_ptr<InputFile> ConsoleSystem::openPage(const std::string& name, cons
   return file;
 }
 
-void ConsoleSystem::expectReading(const std::vector<std::string>& names) {
+void ConsoleSystem::expectReading(const std::vector<std::string>& names, FileOutliner* outliner) {
   constexpr std::size_t fewPages = 16;  // for fewer, a thread costs more than it saves
   constexpr std::size_t largestPage = std::size_t{256} * 1024;
   pagesAhead_.reset();
@@ -148,7 +148,7 @@ void ConsoleSystem::expectReading(const std::vector<std::string>& names) {
     }
     paths.push_back(*path);
   }
-  pagesAhead_ = std::make_unique<ReadAhead>(std::move(paths), largestPage);
+  pagesAhead_ = std::make_unique<ReadAhead>(std::move(paths), largestPage, outliner);
 }
 
 /// Whether a file may be written here; a line on standard error when not.

@@ -56,7 +56,7 @@ class ConsoleSystem : public GuardedSystem {
   /// From now on a thread reads the next bound pages that are expected to be read, of groups of some size. What it
   /// cannot read, and a page that has changed, is reported when the page is opened.
   void readAhead() { readsAhead_ = true; }
-  void expectReading(const std::vector<std::string>& names) override;
+  void expectReading(const std::vector<std::string>& names, FileOutliner* outliner) override;
   std::unique_ptr<OutputFile> openOutput(const std::string& name) override;
   std::optional<std::string> replaceFile(const std::string& name, std::string_view bytes) override;
   std::optional<std::string> createFile(const std::string& name, std::string_view bytes) override;

@@ -10,7 +10,6 @@
 namespace kiv {
 namespace {
 
-constexpr std::size_t mostFiles = 4;
 /// Waking a thread costs about as much as reading a file, so the thread is woken for several at a time.
 constexpr std::size_t fewFiles = 1;
 
@@ -57,6 +56,7 @@ class ReadAhead::ReadFile : public InputFile {
   }
   std::optional<std::uint64_t> size() const override { return size_; }
   std::optional<FileStamp> stamp() const override { return content_.stamp; }
+  std::unique_ptr<FileOutline> takeOutline() override { return std::move(content_.outline); }
   std::optional<std::size_t> exchangeContent(std::string& buffer) override {
     if (position_ > 0) {
       return std::nullopt;
@@ -72,9 +72,8 @@ class ReadAhead::ReadFile : public InputFile {
   std::shared_ptr<Buffers> buffers_;
 };
 
-ReadAhead::ReadAhead(std::vector<std::string_view> paths, std::size_t limit)
-    : paths_(std::move(paths)), limit_(limit), buffers_(std::make_shared<Buffers>()) {
-  ready_.reserve(mostFiles);
+ReadAhead::ReadAhead(std::vector<std::string_view> paths, std::size_t limit, FileOutliner* outliner)
+    : paths_(std::move(paths)), limit_(limit), outliner_(outliner), buffers_(std::make_shared<Buffers>()) {
   try {
     thread_ = std::thread([this, ofOwner = thisProcessor()] {
       avoidProcessor(ofOwner);
@@ -107,11 +106,12 @@ std::unique_ptr<InputFile> ReadAhead::take(const std::string& path) {
   {
     std::unique_lock lock(mutex_);
     isWanted_ = true;
-    changed_.wait(lock, [this] { return !ready_.empty(); });
+    changed_.wait(lock, [this] { return count_ > 0 && outlined_ != &ready(0); });
     isWanted_ = false;
-    content = std::move(ready_.front());
-    ready_.erase(ready_.begin());
-    wakesThread = isFull_ && ready_.size() <= fewFiles;
+    content = std::exchange(ready(0), {});
+    first_ = (first_ + 1) % mostFiles;
+    --count_;
+    wakesThread = isFull_ && count_ <= fewFiles;
   }
   if (wakesThread) {
     changed_.notify_all();
@@ -126,19 +126,49 @@ void ReadAhead::run() {
   for (const std::string_view path : paths_) {
     Content content = contentOf(path);
     std::unique_lock lock(mutex_);
-    ready_.push_back(std::move(content));
+    ready(count_++) = std::move(content);
     if (isWanted_) {
       changed_.notify_all();
     }
-    if (ready_.size() == mostFiles) {
-      isFull_ = true;
-      changed_.wait(lock, [this] { return ready_.size() <= fewFiles || isEnding_; });
-      isFull_ = false;
+    while (count_ == mostFiles && !isEnding_) {
+      if (!outlineOne(lock)) {
+        isFull_ = true;
+        changed_.wait(lock, [this] { return count_ <= fewFiles || isEnding_; });
+        isFull_ = false;
+      }
     }
     if (isEnding_) {
       return;
     }
   }
+  std::unique_lock lock(mutex_);
+  while (!isEnding_ && outlineOne(lock)) {
+  }
+}
+
+/// Makes an outline of the last file that has none, which the run wants last. Returns false when there is no such file.
+bool ReadAhead::outlineOne(std::unique_lock<std::mutex>& lock) noexcept {
+  std::size_t after = outliner_ == nullptr ? 0 : count_;
+  while (after > 0 && (ready(after - 1).isOutlined || !ready(after - 1).size)) {
+    --after;
+  }
+  if (after == 0) {
+    return false;
+  }
+  Content& content = ready(after - 1);
+  outlined_ = &content;
+  lock.unlock();
+  try {
+    content.outline = outliner_->outlineOf(std::string_view(content.bytes).substr(0, *content.size));
+  } catch (...) {  // NOLINT(bugprone-empty-catch): the run can do without
+  }
+  lock.lock();
+  content.isOutlined = true;
+  outlined_ = nullptr;
+  if (isWanted_) {
+    changed_.notify_all();
+  }
+  return true;
 }
 
 /// Any failure is found again, and reported, by the run.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <condition_variable>
 #include <cstddef>
 #include <memory>
@@ -20,7 +21,9 @@ namespace kiv {
 class ReadAhead {
  public:
   /// The paths are the disk's; their texts must outlive this. Files of more bytes than the limit are left to the run.
-  ReadAhead(std::vector<std::string_view> paths, std::size_t limit);
+  /// The outliner, which must outlive this, makes outlines of them while the thread has nothing to read; it may be
+  /// null.
+  ReadAhead(std::vector<std::string_view> paths, std::size_t limit, FileOutliner* outliner = nullptr);
   ReadAhead(const ReadAhead&) = delete;
   ReadAhead& operator=(const ReadAhead&) = delete;
   /// Waits for the file under way.
@@ -38,22 +41,31 @@ class ReadAhead {
     std::string bytes;
     std::optional<std::size_t> size;  // of the file; nullopt when it is left to the run
     std::optional<FileStamp> stamp;
+    bool isOutlined = false;               // as far as it can be
+    std::unique_ptr<FileOutline> outline;  // may still be null then
   };
+  static constexpr std::size_t mostFiles = 4;
 
   void run();
   Content contentOf(std::string_view path) noexcept;
   void fill(const std::string& path, Content& content);
+  bool outlineOne(std::unique_lock<std::mutex>& lock) noexcept;
+  Content& ready(std::size_t index) { return ready_[(first_ + index) % mostFiles]; }
 
   const std::vector<std::string_view> paths_;
   const std::size_t limit_;
+  FileOutliner* const outliner_;
   const std::shared_ptr<Buffers> buffers_;
   std::size_t taken_ = 0;  // for the owner only
 
   std::mutex mutex_;  // of what follows, but for the thread
   std::condition_variable changed_;
-  std::vector<Content> ready_;  // never grows beyond what is reserved
-  bool isFull_ = false;         // the thread waits
-  bool isWanted_ = false;       // the owner does
+  std::array<Content, mostFiles> ready_;
+  std::size_t first_ = 0;              // of the files that are ready
+  std::size_t count_ = 0;              // of them
+  const Content* outlined_ = nullptr;  // the one that the thread makes an outline of
+  bool isFull_ = false;                // the thread waits
+  bool isWanted_ = false;              // the owner does
   bool isEnding_ = false;
 
   std::thread thread_;  // the last member, as it uses the others

@@ -1,0 +1,32 @@
+#include "analysis/page_outline.h"
+
+#include "analysis/looked_at.h"
+#include "mus/format.h"
+
+namespace kiv {
+
+std::unique_ptr<FileOutline> PageOutliner::outlineOf(std::string_view bytes) {
+  if (bytes.size() < headerBytes) {
+    return nullptr;
+  }
+  auto outline = std::make_unique<PageOutline>();
+  outline->observer = observer_ != nullptr ? observer_->observerAhead() : nullptr;
+  PageWalker page(bytes.substr(0, readableBytes));
+  ItemPlace place = page.nextPlace();
+  while (page.findItem() == ReadStatus::itemRead) {
+    if (isLookedAt(page)) {
+      outline->places.push_back(place);
+    }
+    if (outline->observer) {
+      outline->observer->addItem(page);
+      outline->observer->skipItems(page, typesNobodySees);
+    } else {
+      page.skipItems(ignoredTypes);
+    }
+    place = page.nextPlace();
+  }
+  outline->places.push_back(place);
+  return outline;
+}
+
+}  // namespace kiv
