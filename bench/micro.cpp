@@ -141,9 +141,10 @@ void analyzePage(benchmark::State& state) {
   while (state.KeepRunning()) {
     std::int16_t systemBase = 0;
     reader.read({pageName, "", ""}, "", table, firstClefs);
-    const PageSystems systems = numberSystems(table, systemBase);
-    benchmark::DoNotOptimize(checkPage(table, systems));
-    report.writePage(table);
+    const TableRows rows(table);
+    const PageSystems systems = numberSystems(table, rows.staves, systemBase);
+    benchmark::DoNotOptimize(checkPage(table, rows, systems));
+    report.writePage(table, rows);
   }
   page.report(state);
 }

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "mus/item_table.h"
 #include "mus/page_walker.h"
@@ -42,8 +43,8 @@ class AnalysisObserver {
                                   std::unique_ptr<FileObserver> ahead) = 0;
   /// The file has been read to its end.
   virtual void endFile() = 0;
-  /// The page of these files has been analyzed. The table has its staves as the report lists them.
-  virtual void endPage(const ItemTable& table) = 0;
+  /// The page of these files has been analyzed. The table has its staves, in these rows, as the report lists them.
+  virtual void endPage(const ItemTable& table, const std::vector<int>& staves) = 0;
 };
 
 }  // namespace kiv

@@ -15,22 +15,6 @@
 namespace kiv {
 namespace {
 
-/// The staves and the cue markers of the page, each in table order.
-struct CheckedRows {
-  explicit CheckedRows(const ItemTable& table);
-
-  std::vector<int> staves;
-  std::vector<int> cues;
-};
-
-CheckedRows::CheckedRows(const ItemTable& table) : staves(staffRows(table)) {
-  for (int i = 1; i <= table.itemCount(); ++i) {
-    if (table.type(i) == ItemType::rest && table.itemPar(i, par::cuedInstrument) != 0) {
-      cues.push_back(i);
-    }
-  }
-}
-
 /// Those of the staves that belong to a system of the page, system by system, each in table order.
 std::vector<int> stavesBySystem(const std::vector<int>& staves, const ItemTable& table, const PageSystems& systems) {
   std::vector<int> rows;
@@ -96,8 +80,7 @@ Location placeOfStaff(const ItemTable& table, int staff) {
   return place;
 }
 
-void findDuplicates(const CheckedRows& rows, const ItemTable& table, const PageSystems& systems,
-                    PageProblems& problems) {
+void findDuplicates(const TableRows& rows, const ItemTable& table, const PageSystems& systems, PageProblems& problems) {
   SystemList identifiers;
   SystemList staves;
   float system = 0;
@@ -124,7 +107,7 @@ void findDuplicates(const CheckedRows& rows, const ItemTable& table, const PageS
 /// The places of cue markers. Their systems are those of their staves.
 class CuePlaces {
  public:
-  CuePlaces(const CheckedRows& rows, const ItemTable& table) : rows_(rows), table_(table) {}
+  CuePlaces(const TableRows& rows, const ItemTable& table) : rows_(rows), table_(table) {}
 
   /// The cue markers that a message counts, each as often as repeatsOf says, in the order of the files.
   template <typename RepeatsOf>
@@ -155,11 +138,11 @@ class CuePlaces {
     return std::nullopt;
   }
 
-  const CheckedRows& rows_;
+  const TableRows& rows_;
   const ItemTable& table_;
 };
 
-void countStaves(const CheckedRows& rows, const ItemTable& table, PageProblems& problems) {
+void countStaves(const TableRows& rows, const ItemTable& table, PageProblems& problems) {
   std::unordered_map<float, int> cues;
   for (const int i : rows.cues) {
     ++cues[table.itemPar(i, par::cuedInstrument)];
@@ -190,7 +173,7 @@ void countStaves(const CheckedRows& rows, const ItemTable& table, PageProblems& 
 
 /// The instruments that play in the system that the row after the page's last item names. That row holds what a longer
 /// page has left there.
-std::unordered_set<float> definedInstruments(const CheckedRows& rows, const ItemTable& table) {
+std::unordered_set<float> definedInstruments(const TableRows& rows, const ItemTable& table) {
   const float system = table.itemPar(table.itemCount() + 1, par::system);
   std::unordered_set<float> defined;
   for (const int i : rows.staves) {
@@ -201,7 +184,7 @@ std::unordered_set<float> definedInstruments(const CheckedRows& rows, const Item
   return defined;
 }
 
-void findUndefinedCues(const CheckedRows& rows, const ItemTable& table, PageProblems& problems) {
+void findUndefinedCues(const TableRows& rows, const ItemTable& table, PageProblems& problems) {
   if (rows.cues.empty()) {
     return;
   }
@@ -234,9 +217,8 @@ void show(User& user, Message message, const std::vector<Location>& places) {
 
 }  // namespace
 
-PageProblems checkPage(const ItemTable& table, const PageSystems& systems) {
+PageProblems checkPage(const ItemTable& table, const TableRows& rows, const PageSystems& systems) {
   PageProblems problems;
-  const CheckedRows rows(table);
   findDuplicates(rows, table, systems, problems);
   countStaves(rows, table, problems);
   findUndefinedCues(rows, table, problems);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "analysis/page_systems.h"
+#include "analysis/table_rows.h"
 #include "messages/analysis_messages.h"
 #include "mus/item_table.h"
 #include "platform/user.h"
@@ -34,7 +35,7 @@ struct PageProblems {
 
 /// Checks a page whose staves have their system numbers. More recursive cues than 16 bits count end the program, as
 /// does a cue marker on a page that fills the table.
-PageProblems checkPage(const ItemTable& table, const PageSystems& systems);
+PageProblems checkPage(const ItemTable& table, const TableRows& rows, const PageSystems& systems);
 
 /// Shows a message for each kind of problem.
 void showProblems(User& user, const PageProblems& problems, const messages::CheckedPage& page, bool allowZeroInstrId);

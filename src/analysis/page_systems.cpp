@@ -85,8 +85,7 @@ std::string PageReader::read(const PageEntry& page, const std::string& resultFol
   return musFileName;
 }
 
-PageSystems numberSystems(ItemTable& table, std::int16_t& systemBase) {
-  const std::vector<int> staves = staffRows(table);
+PageSystems numberSystems(ItemTable& table, const std::vector<int>& staves, std::int16_t& systemBase) {
   countUpward(staves, table);
   std::int16_t count = 0;
   raiseToHighest(table, staves, par::system, count);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "analysis/analysis_observer.h"
 #include "analysis/first_clef_table.h"
@@ -40,6 +41,6 @@ struct PageSystems {
 
 /// Gives the staves of a sorted and marked page their system numbers, the top system of the page the lowest, and
 /// raises systemBase by the number of systems. A count that 16 bits do not hold ends the program.
-PageSystems numberSystems(ItemTable& table, std::int16_t& systemBase);
+PageSystems numberSystems(ItemTable& table, const std::vector<int>& staves, std::int16_t& systemBase);
 
 }  // namespace kiv

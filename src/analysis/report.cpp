@@ -21,11 +21,6 @@ std::string dateAndTime(const LocalTime& time) {
          twoDigits(time.hour) + ":" + twoDigits(time.minute) + ":" + twoDigits(time.second);
 }
 
-bool isListed(const ItemTable& table, int i) {
-  const ItemType type = table.type(i);
-  return type == ItemType::staff || type == ItemType::rest || isLeftBarline(table, i);
-}
-
 void fillListingLine(const ItemTable& table, int i, ZonedLine& zones) {
   const ItemType type = table.type(i);
   zones.clear();
@@ -91,7 +86,7 @@ void Report::writeHead(std::string_view versionText, const PageTable& pages) {
   flush();
 }
 
-void Report::writePage(const ItemTable& table) {
+void Report::writePage(const ItemTable& table, const TableRows& rows) {
   line(ZonedLine(machine_, "* ")
            .field("Nr")
            .field("Par1")
@@ -102,28 +97,24 @@ void Report::writePage(const ItemTable& table) {
            .field("Bottom")
            .field("Filename")
            .text());
-  listing(table);
+  listing(table, rows.listed);
   separator();
-  records(table);
+  records(table, rows.staves);
   separator();
   flush();
 }
 
-void Report::listing(const ItemTable& table) {
+void Report::listing(const ItemTable& table, const std::vector<int>& rows) {
   ZonedLine zones(machine_, "* ");
-  for (int i = 1; i <= table.itemCount(); ++i) {
-    if (isListed(table, i)) {
-      fillListingLine(table, i, zones);
-      line(zones.text());
-    }
+  for (const int i : rows) {
+    fillListingLine(table, i, zones);
+    line(zones.text());
   }
 }
 
-void Report::records(const ItemTable& table) {
-  for (int i = 1; i <= table.itemCount(); ++i) {
-    if (table.type(i) == ItemType::staff) {
-      appendStaffRecord(table, i, pending_);
-    }
+void Report::records(const ItemTable& table, const std::vector<int>& staves) {
+  for (const int i : staves) {
+    appendStaffRecord(table, i, pending_);
   }
 }
 

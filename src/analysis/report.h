@@ -3,8 +3,10 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "analysis/page_table.h"
+#include "analysis/table_rows.h"
 #include "mus/item_table.h"
 #include "platform/files.h"
 #include "platform/machine.h"
@@ -25,13 +27,13 @@ class Report {
   /// The head: program and time, then a line for every page.
   void writeHead(std::string_view versionText, const PageTable& pages);
   /// The listing of the page in the table, then a record for every staff.
-  void writePage(const ItemTable& table);
+  void writePage(const ItemTable& table, const TableRows& rows);
 
  private:
   void line(std::string_view text);
   void separator();
-  void listing(const ItemTable& table);
-  void records(const ItemTable& table);
+  void listing(const ItemTable& table, const std::vector<int>& rows);
+  void records(const ItemTable& table, const std::vector<int>& staves);
   void flush();
 
   Machine& machine_;

@@ -160,19 +160,19 @@ bool GroupFacts::hasFileTwice() const {
   return false;
 }
 
-void GroupFacts::endPage(const ItemTable& table) {
+void GroupFacts::endPage(const ItemTable& table, const std::vector<int>& staves) {
   for (std::size_t f = 0; f < fileCount_; ++f) {
     pageFiles_[f].facts->finish();
   }
-  addRows(table);
+  addRows(table, staves);
   compareSystems();
   listed_.endPage(hasFileTwice());
   fileCount_ = 0;
 }
 
-void GroupFacts::addRows(const ItemTable& table) {
+void GroupFacts::addRows(const ItemTable& table, const std::vector<int>& rows) {
   std::vector<SystemStaff> staves;
-  for (const int row : staffRows(table)) {
+  for (const int row : rows) {
     addRow(table, row, staves);
   }
   groupBySystem(staves);

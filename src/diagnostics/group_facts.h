@@ -39,7 +39,7 @@ class GroupFacts : public AnalysisObserver {
   FileObserver* beginFile(const std::string& musFileName, std::string_view bytes,
                           std::unique_ptr<FileObserver> ahead) override;
   void endFile() override;
-  void endPage(const ItemTable& table) override;
+  void endPage(const ItemTable& table, const std::vector<int>& staves) override;
 
   /// The instruments in their order; none unless they are wanted.
   std::vector<Instrument> instruments() const { return instruments_.instruments(); }
@@ -73,7 +73,7 @@ class GroupFacts : public AnalysisObserver {
     std::unique_ptr<PageFileFacts> facts;
   };
   void addRow(const ItemTable& table, int row, std::vector<SystemStaff>& staves);
-  void addRows(const ItemTable& table);
+  void addRows(const ItemTable& table, const std::vector<int>& rows);
   void addFileOfPage(std::uint32_t number);
   bool takeFacts(std::unique_ptr<FileObserver> ahead);
   std::optional<LossScan> wantedLosses() const;

@@ -138,9 +138,10 @@ void Validator::analyze(const PageEntry& page) {
   FirstClefTable firstClefs;
   reader_.read(page, page.pagePath, items_, firstClefs);
   std::int16_t systemBase = 0;
-  const PageSystems systems = numberSystems(items_, systemBase);
-  checkPage(items_, systems);
-  Report(files_, host_.machine).writePage(items_);
+  const TableRows rows(items_);
+  const PageSystems systems = numberSystems(items_, rows.staves, systemBase);
+  checkPage(items_, rows, systems);
+  Report(files_, host_.machine).writePage(items_, rows);
   SystemTable table;
   phase5(files_, 0, table);
 }

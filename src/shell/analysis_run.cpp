@@ -72,12 +72,13 @@ class PageAnalysis {
  private:
   void analyze(const PageEntry& page) {
     program_.musFileName = reader_.read(page, inputFolder_, program_.items, program_.firstClefs);
-    const PageSystems systems = numberSystems(program_.items, systemBase_);
-    const PageProblems problems = checkPage(program_.items, systems);
+    const TableRows rows(program_.items);
+    const PageSystems systems = numberSystems(program_.items, rows.staves, systemBase_);
+    const PageProblems problems = checkPage(program_.items, rows, systems);
     showProblems(program_.host.user, problems, {page.isMultifile(), program_.musFileName}, options_.allowZeroInstrId);
-    report_.writePage(program_.items);
+    report_.writePage(program_.items, rows);
     if (options_.observer != nullptr) {
-      options_.observer->endPage(program_.items);
+      options_.observer->endPage(program_.items, rows.staves);
     }
   }
 

@@ -31,7 +31,7 @@ class NotingObserver : public AnalysisObserver {
     return ahead && isContent ? nullptr : &later;
   }
   void endFile() override { ++ended; }
-  void endPage(const ItemTable& /*table*/) override {}
+  void endPage(const ItemTable& /*table*/, const std::vector<int>& /*staves*/) override {}
 
   bool isContent = true;
   std::vector<int> itemsAhead;

@@ -35,7 +35,7 @@ class CheckPage : public ::testing::Test {
   }
   PageProblems checkAgain(PageSystems systems = {1, 9}) {
     PageProblems problems;
-    end = endOf(host, [&] { problems = checkPage(table, systems); });
+    end = endOf(host, [&] { problems = checkPage(table, TableRows(table), systems); });
     return problems;
   }
 

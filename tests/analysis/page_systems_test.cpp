@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "analysis/table_rows.h"
 #include "tests/support/fake_host.h"
 #include "tests/support/pages.h"
 
@@ -15,7 +16,7 @@ class PageSystemsTest : public ::testing::Test {
     end = endOf(host, [&] { topFile = pages.read(entry, "C:\\M\\", table, firstClefs); });
   }
   void number() {
-    end = endOf(host, [&] { systems = numberSystems(table, systemBase); });
+    end = endOf(host, [&] { systems = numberSystems(table, TableRows(table).staves, systemBase); });
   }
   /// "staff/system/staves up" for every staff, from the top of the table.
   std::string layout() const {

@@ -55,8 +55,9 @@ class ProblemPositions : public ::testing::Test {
     ItemTable table;
     FirstClefTable firstClefs;
     const std::string topFile = PageReader(host, host, host).read(entry, "C:\\M\\", table, firstClefs);
-    const PageSystems systems = numberSystems(table, systemBase);
-    showProblems(host, checkPage(table, systems), {entry.isMultifile(), topFile}, false);
+    const TableRows rows(table);
+    const PageSystems systems = numberSystems(table, rows.staves, systemBase);
+    showProblems(host, checkPage(table, rows, systems), {entry.isMultifile(), topFile}, false);
   }
 };
 

@@ -69,7 +69,7 @@ TEST_F(ReportTest, PageIsListedAndRecorded) {
   table.itemText(1) = "STAFF=2,FILE=C:\\M\\X1.MUS";
   table.itemText(4) = "STAFF=1,FILE=C:\\M\\X1.MUS";
   Report report(host, host);
-  report.writePage(table);
+  report.writePage(table, TableRows(table));
   EXPECT_EQ(written(),
             "* Nr          Par1          Staff         Cue/Id        System        Staves        Bottom        "
             "Filename\r\n"
@@ -89,7 +89,7 @@ TEST_F(ReportTest, OddNumbersInRecordsAndListing) {
   ItemTable table = tableOf(host, "staff -1 at 0 instrument 1e7 p18 0x7FC00000 p19 -0 p20 0x7F800000\n");
   table.itemText(1) = "STAFF=-1,FILE=X";
   Report report(host, host);
-  report.writePage(table);
+  report.writePage(table, TableRows(table));
   EXPECT_NE(written().find("*  1           8            -1             1E+07         NAN           0             INF"
                            "          STAFF=-1,FILE=X\r\n"),
             std::string::npos)
@@ -100,7 +100,8 @@ TEST_F(ReportTest, OddNumbersInRecordsAndListing) {
 
 TEST_F(ReportTest, OnlyLeftBarlinesAreListed) {
   Report report(host, host);
-  report.writePage(tableOf(host, "barline 1 at 0 p20 2\nbarline 1 at 0 p20 0x7FC00000\nbarline 1 at 0 p20 1\n"));
+  const ItemTable table = tableOf(host, "barline 1 at 0 p20 2\nbarline 1 at 0 p20 0x7FC00000\nbarline 1 at 0 p20 1\n");
+  report.writePage(table, TableRows(table));
   EXPECT_EQ(written().find("*  1 "), std::string::npos);
   EXPECT_EQ(written().find("*  2 "), std::string::npos);
   EXPECT_NE(written().find("*  3           14 "), std::string::npos) << written();
@@ -108,7 +109,8 @@ TEST_F(ReportTest, OnlyLeftBarlinesAreListed) {
 
 TEST_F(ReportTest, FinishedPagesAreOnTheDiskBeforeTheReportIs) {
   Report report(host, host);
-  report.writePage(tableOf(host, "staff 1 at 0\n"));
+  const ItemTable table = tableOf(host, "staff 1 at 0\n");
+  report.writePage(table, TableRows(table));
   EXPECT_TRUE(written().ends_with(separator));
 }
 

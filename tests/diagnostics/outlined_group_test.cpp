@@ -125,7 +125,7 @@ TEST(FactsOfAFileAhead, AreEnoughUnlessMoreLossesAreToBeFound) {
   auto ofStaves = group.observerAhead();
   EXPECT_EQ(group.beginFile("C:\\M\\X2.MUS", "", group.observerAhead()), nullptr);
   EXPECT_NE(group.beginFile("C:\\M\\X3.MUS", "", nullptr), nullptr);
-  group.endPage(run.program.items);  // of several files: it needs a conversion
+  group.endPage(run.program.items, {});  // of several files: it needs a conversion
   EXPECT_NE(group.beginFile("C:\\M\\X4.MUS", "", std::move(ofStaves)), nullptr);
   EXPECT_EQ(group.beginFile("C:\\M\\X5.MUS", "", group.observerAhead()), nullptr);
 }
