@@ -32,10 +32,6 @@ struct LeadingNumber {
   std::size_t length = 0;
 };
 
-bool isDigit(char character) {
-  return character >= '0' && character <= '9';
-}
-
 /// What a number beyond the range of doubles comes to.
 double beyondRange(std::string_view digits) {
   const std::size_t exponent = digits.find_first_of("eE");

@@ -9,6 +9,11 @@
 
 namespace kiv {
 
+/// Whether the character is one of 0 to 9.
+constexpr bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
 /// What toInt16 gives for a number that is not whole, or that 16 bits do not hold.
 std::optional<std::int16_t> roundedToInt16(double number);
 

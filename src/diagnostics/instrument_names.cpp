@@ -4,14 +4,12 @@
 #include <iterator>
 #include <tuple>
 
+#include "base/number.h"
+
 namespace kiv {
 namespace {
 
 constexpr std::size_t mostCandidates = 50;  // each is compared with every other one
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 char inLowerCase(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;

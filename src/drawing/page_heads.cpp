@@ -2,12 +2,10 @@
 
 #include <algorithm>
 
+#include "base/number.h"
+
 namespace kiv {
 namespace {
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 /// How many characters all names begin with, without digits at their end.
 std::size_t sharedBegin(const std::vector<ChartPage>& pages) {

@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <string_view>
 
+#include "base/number.h"
 #include "platform/separators.h"
 
 namespace kiv {
 namespace {
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 bool isLetter(char c) {
   return c >= 'A' && c <= 'Z';
 }

@@ -2,12 +2,10 @@
 
 #include <algorithm>
 
+#include "base/number.h"
+
 namespace kiv {
 namespace {
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 /// The number at the start of a text, without its leading zeros; it is removed from the text.
 std::string_view removeNumber(std::string_view& text) {

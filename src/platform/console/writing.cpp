@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/number.h"
 #include "platform/console/console_system.h"
 #include "platform/console/error_line.h"
 #include "platform/console/stop_signals.h"
@@ -13,10 +14,6 @@
 
 namespace kiv {
 namespace {
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 bool isSeparator(char c) {
   return c == '/' || c == '\\';
