@@ -32,6 +32,13 @@ class SharedLists {
       visit(ends_[list - 1].last);
     }
   }
+  /// Calls visit for each element that a list has, once for all those lists that have it in common.
+  template <typename Visit>
+  void visitAll(Visit visit) const {
+    for (const End& end : ends_) {
+      visit(end.last);
+    }
+  }
   std::vector<Element> elements(std::uint32_t list) const {
     std::vector<Element> elements;
     visitFromEnd(list, [&](const Element& element) { elements.push_back(element); });

@@ -50,6 +50,8 @@ class GroupFacts : public AnalysisObserver {
   std::vector<SystemRow> rows(std::size_t system) const { return listed_.rows(system); }
   /// Their instruments.
   std::set<std::int16_t> instrumentsOf(std::size_t system) const { return listed_.instrumentsOf(system); }
+  /// Those of all systems.
+  std::set<std::int16_t> instrumentsOfSystems() const { return listed_.instruments(); }
   SystemFact system(std::size_t system) const;
   /// The number that rows have for a file; nullopt for one that was not read.
   std::optional<std::uint32_t> fileNumber(const std::string& musFileName) const { return fileNames_.find(musFileName); }

@@ -97,11 +97,15 @@ std::vector<ListedSystems::Row> ListedSystems::rowsOf(std::uint32_t run) const {
   std::size_t place = of.firstPlace + rows.size();
   lists_.visitFromEnd(of.list, [&](const Listed& listed) {
     --place;
-    rows[place - of.firstPlace] = {of.file + listed.fileStep, listed.name,       offsets_[place],
-                                   listed.instrumentNumber,   listed.newStaff,   listed.staff,
-                                   listed.occurrence,         listed.instrument, items_[place]};
+    rows[place - of.firstPlace] = rowOf(of, listed, place);
   });
   return rows;
+}
+
+ListedSystems::Row ListedSystems::rowOf(const Run& run, const Listed& listed, std::size_t place) const {
+  return {run.file + listed.fileStep, listed.name,       offsets_[place],
+          listed.instrumentNumber,    listed.newStaff,   listed.staff,
+          listed.occurrence,          listed.instrument, items_[place]};
 }
 
 /// The highest occurrence of the staff of a row among others.
@@ -208,39 +212,48 @@ void ListedSystems::endPage(bool hasFileTwice) {
 }
 
 template <typename Visitor>
-void ListedSystems::visitRows(std::size_t system, Visitor visit) const {
-  const auto visitRun = [&](std::uint32_t run) {
-    for (const Row& row : rowsOf(run)) {
-      visit(row);
-    }
-  };
-  visitRun(systems_[system].run);
+void ListedSystems::visitRuns(std::size_t system, Visitor visit) const {
+  visit(systems_[system].run);
   if (const auto more = moreRuns_.find(system); more != moreRuns_.end()) {
-    std::for_each(more->second.begin(), more->second.end(), visitRun);
+    std::for_each(more->second.begin(), more->second.end(), visit);
   }
+}
+
+SystemRow ListedSystems::systemRow(const Row& row) const {
+  const bool isCertain = row.name != noName && row.occurrence == 1;
+  return {row.instrument,        row.instrumentNumber,
+          row.newStaff,          row.staff,
+          row.occurrence,        row.file,
+          files_[row.file].name, isCertain ? std::optional(names_[row.name]) : std::nullopt,
+          {row.item, row.offset}};
 }
 
 std::vector<SystemRow> ListedSystems::rows(std::size_t system) const {
   std::vector<SystemRow> rows;
-  rows.reserve(rowsIn(systems_[system].run));
-  visitRows(system, [&](const Row& row) {
-    const bool isCertain = row.name != noName && row.occurrence == 1;
-    rows.push_back({row.instrument,
-                    row.instrumentNumber,
-                    row.newStaff,
-                    row.staff,
-                    row.occurrence,
-                    row.file,
-                    files_[row.file].name,
-                    isCertain ? std::optional(names_[row.name]) : std::nullopt,
-                    {row.item, row.offset}});
+  visitRuns(system, [&](std::uint32_t number) {
+    const Run& run = runs_[number];
+    const std::size_t first = rows.size();
+    std::size_t left = rowsIn(number);
+    rows.resize(first + left);
+    lists_.visitFromEnd(run.list, [&](const Listed& listed) {
+      --left;
+      rows[first + left] = systemRow(rowOf(run, listed, run.firstPlace + left));
+    });
   });
   return rows;
 }
 
 std::set<std::int16_t> ListedSystems::instrumentsOf(std::size_t system) const {
   std::set<std::int16_t> instruments;
-  visitRows(system, [&](const Row& row) { instruments.insert(row.instrument); });
+  visitRuns(system, [&](std::uint32_t run) {
+    lists_.visitFromEnd(runs_[run].list, [&](const Listed& listed) { instruments.insert(listed.instrument); });
+  });
+  return instruments;
+}
+
+std::set<std::int16_t> ListedSystems::instruments() const {
+  std::set<std::int16_t> instruments;
+  lists_.visitAll([&](const Listed& listed) { instruments.insert(listed.instrument); });
   return instruments;
 }
 

@@ -77,6 +77,8 @@ class ListedSystems {
   std::int16_t systemNumber(std::size_t system) const { return systems_[system].number; }
   std::vector<SystemRow> rows(std::size_t system) const;
   std::set<std::int16_t> instrumentsOf(std::size_t system) const;
+  /// Those of all systems.
+  std::set<std::int16_t> instruments() const;
   /// The staff of a file with a number; nullopt where the page must be asked.
   std::optional<FoundStaff> find(std::uint32_t file, double staff) const;
   /// Whether a system has staves of this file and of another one.
@@ -133,8 +135,10 @@ class ListedSystems {
   std::size_t systemOf(std::int16_t number, std::uint32_t run);
   void addRun(std::size_t firstRow, std::size_t end);
   void noteSharing(System& system, std::span<const Row> rows);
+  Row rowOf(const Run& run, const Listed& listed, std::size_t place) const;
+  SystemRow systemRow(const Row& row) const;
   template <typename Visitor>
-  void visitRows(std::size_t system, Visitor visit) const;
+  void visitRuns(std::size_t system, Visitor visit) const;
 
   static constexpr std::uint32_t noPage = std::numeric_limits<std::uint32_t>::max();
 

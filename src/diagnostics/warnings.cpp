@@ -17,6 +17,13 @@
 namespace kiv {
 namespace {
 
+std::size_t distinctInstruments(const std::vector<SystemRow>& staves) {
+  std::vector<std::int16_t> instruments(staves.size());
+  std::ranges::transform(staves, instruments.begin(), &SystemRow::instrument);
+  std::ranges::sort(instruments);
+  return static_cast<std::size_t>(std::ranges::unique(instruments).begin() - instruments.begin());
+}
+
 class WarningFinder {
  public:
   WarningFinder(Files& files, WarnedRun run, GroupFacts& group)
@@ -26,7 +33,7 @@ class WarningFinder {
 
  private:
   void addSystems();
-  void addSystem(std::size_t system, const std::set<std::int16_t>& instruments);
+  void addSystem(std::size_t system, std::size_t instruments);
   void addRepeats(std::size_t system, const std::vector<SystemRow>& staves);
   void addInput(const std::string& input);
   void add(const std::vector<Message>& messages);
@@ -67,7 +74,8 @@ void WarningFinder::addRepeats(std::size_t system, const std::vector<SystemRow>&
   }
 }
 
-void WarningFinder::addSystem(std::size_t system, const std::set<std::int16_t>& instruments) {
+/// The instruments of a result are those of its system and the missing ones of all systems and of the request.
+void WarningFinder::addSystem(std::size_t system, std::size_t instruments) {
   const std::vector<SystemRow> rows = group_.rows(system);
   const auto hasNoId = [](const SystemRow& staff) { return staff.instrumentNumber == 0; };
   const auto zeroIds = std::ranges::count_if(rows, hasNoId);
@@ -75,11 +83,7 @@ void WarningFinder::addSystem(std::size_t system, const std::set<std::int16_t>& 
     warnings_.push_back(
         messages::severalZeroIds(static_cast<int>(zeroIds), locationOf(system, *std::ranges::find_if(rows, hasNoId))));
   }
-  std::set<std::int16_t> missing = instruments;
-  for (const SystemRow& staff : rows) {
-    missing.erase(staff.instrument);
-  }
-  const std::size_t staves = rows.size() + missing.size();
+  const std::size_t staves = rows.size() + instruments - distinctInstruments(rows);
   if (staves > writtenStaves) {
     Location location{.file = std::string(rows.front().file)};
     location.system = group_.systemNumber(system);
@@ -92,11 +96,9 @@ void WarningFinder::addSystem(std::size_t system, const std::set<std::int16_t>& 
 
 void WarningFinder::addSystems() {
   std::set<std::int16_t> instruments = run_.required;
+  instruments.merge(group_.instrumentsOfSystems());
   for (std::size_t system = 0; system < group_.systemCount(); ++system) {
-    instruments.merge(group_.instrumentsOf(system));
-  }
-  for (std::size_t system = 0; system < group_.systemCount(); ++system) {
-    addSystem(system, instruments);
+    addSystem(system, instruments.size());
   }
 }
 
