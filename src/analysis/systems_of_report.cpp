@@ -1,6 +1,7 @@
 #include "analysis/systems_of_report.h"
 
 #include "analysis/report_record.h"
+#include "base/number.h"
 #include "messages/message.h"
 
 namespace kiv {
@@ -8,6 +9,45 @@ namespace {
 
 std::size_t hashOf(std::int16_t number) {
   return static_cast<std::uint16_t>(number);
+}
+
+struct SystemAndInstrument {
+  std::int16_t system = 0;
+  std::int16_t instrument = 0;
+};
+
+/// Takes a field with this head, a number of few digits, and a comma from the front of the text; nullopt for any other.
+std::optional<std::int16_t> takeField(std::string_view head, std::string_view& text) {
+  constexpr std::size_t fewDigits = 4;
+  if (!text.starts_with(head)) {
+    return std::nullopt;
+  }
+  std::size_t end = head.size();
+  int number = 0;
+  for (; end < text.size() && isDigit(text[end]); ++end) {
+    number = 10 * number + (text[end] - '0');
+    if (end == head.size() + fewDigits) {
+      return std::nullopt;
+    }
+  }
+  if (end == head.size() || end == text.size() || text[end] != ',') {
+    return std::nullopt;
+  }
+  text.remove_prefix(end);
+  return static_cast<std::int16_t>(number);
+}
+
+/// Nearly all records begin with these two fields.
+SystemAndInstrument systemAndInstrument(std::string_view record) {
+  std::string_view rest = record;
+  if (const auto system = takeField("SYSTEM=", rest)) {
+    if (const auto instrument = takeField(",INSTRID=", rest)) {
+      return {*system, *instrument};
+    }
+  }
+  const ReportRecord fields(record);
+  const std::int16_t system = fields.strictWhole(ReportRecord::system);
+  return {system, fields.strictWhole(ReportRecord::anyInstrument)};
 }
 
 }  // namespace
@@ -36,9 +76,7 @@ SystemTable::System& SystemsReader::system(std::int16_t number) {
 }
 
 void SystemsReader::add(std::string_view record) {
-  const ReportRecord fields(record);
-  const std::int16_t number = fields.strictWhole(ReportRecord::system);
-  const std::int16_t identifier = fields.strictWhole(ReportRecord::anyInstrument);
+  const auto [number, identifier] = systemAndInstrument(record);
   SystemTable::System& of = system(number);
   of.systemInstrList = table_.lists.append(of.systemInstrList, identifier);
   identifiers_.add(record);
