@@ -1,7 +1,6 @@
 #include "platform/console/guarded_system.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 #include "messages/run_time_errors.h"
@@ -22,7 +21,7 @@ class RememberingOutput : public OutputFile {
   ~RememberingOutput() override { written_->complete = !hasStopped(); }
 
   std::optional<std::string> write(std::string_view bytes) override {
-    written_->add(bytes);
+    written_->sum.add(bytes);
     return file_->write(bytes);
   }
 
@@ -34,7 +33,7 @@ class RememberingOutput : public OutputFile {
 /// A file that ends the program unless it is what was written.
 class CheckedInput : public InputFile {
  public:
-  CheckedInput(std::unique_ptr<InputFile> file, Written expected, std::string name)
+  CheckedInput(std::unique_ptr<InputFile> file, const FileSum& expected, std::string name)
       : file_(std::move(file)), expected_(expected), name_(std::move(name)) {}
 
   std::optional<std::size_t> read(std::span<char> buffer) override {
@@ -42,7 +41,7 @@ class CheckedInput : public InputFile {
     if (got) {
       read_.add({buffer.data(), *got});
       const bool isEnd = *got == 0 && !buffer.empty();
-      if (read_.size > expected_.size || (isEnd && !read_.isSame(expected_))) {
+      if (read_.size() > expected_.size() || (isEnd && read_ != expected_)) {
         endProgram(messages::fileChanged(name_));
       }
     }
@@ -51,8 +50,8 @@ class CheckedInput : public InputFile {
 
  private:
   std::unique_ptr<InputFile> file_;
-  Written expected_;
-  Written read_;
+  FileSum expected_;
+  FileSum read_;
   std::string name_;
 };
 
@@ -64,28 +63,6 @@ GuardedSystem::GuardedSystem(Guard guard) : guard_(guard) {
   }
 }
 
-void GuardedSystem::Written::add(std::string_view bytes) {
-  constexpr std::uint64_t prime = 1099511628211U;
-  // Whole words at offsets that the pieces in which a file is read and written do not change.
-  const std::size_t at = size % sizeof(word);
-  size += bytes.size();
-  if (at != 0) {
-    const std::size_t count = std::min(bytes.size(), sizeof(word) - at);
-    std::memcpy(reinterpret_cast<char*>(&word) + at, bytes.data(), count);
-    bytes.remove_prefix(count);
-    if (at + count < sizeof(word)) {
-      return;
-    }
-    sum = (sum ^ word) * prime;
-  }
-  for (; bytes.size() >= sizeof(word); bytes.remove_prefix(sizeof(word))) {
-    std::memcpy(&word, bytes.data(), sizeof(word));
-    sum = (sum ^ word) * prime;
-  }
-  word = 0;
-  std::memcpy(&word, bytes.data(), bytes.size());
-}
-
 std::unique_ptr<InputFile> GuardedSystem::openInput(const std::string& name) {
   endIfStopped();
   auto file = NativeSystem::openInput(name);
@@ -95,7 +72,7 @@ std::unique_ptr<InputFile> GuardedSystem::openInput(const std::string& name) {
   const auto own = ownFiles_.find(upperCase(name));
   return own == ownFiles_.end()
              ? std::move(file)
-             : std::make_unique<CheckedInput>(std::move(file), *own->second.written, own->second.name);
+             : std::make_unique<CheckedInput>(std::move(file), own->second.written->sum, own->second.name);
 }
 
 std::unique_ptr<OutputFile> GuardedSystem::openOutput(const std::string& name) {

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/console/file_sum.h"
 #include "platform/console/native_system.h"
 
 namespace kiv {
@@ -38,15 +39,10 @@ class GuardedSystem : public NativeSystem {
   /// What was written, in words, with paths of the disk; "nothing" when that is so.
   std::string writtenWords();
 
-  /// What a run has written into a file: its length and a checksum, which is not meant against forgery.
+  /// What a run has written into a file.
   struct Written {
-    std::uint64_t size = 0;
-    std::uint64_t sum = 14695981039346656037U;
-    std::uint64_t word = 0;  ///< the bytes after the last whole word
-    bool complete = true;    ///< the run was not stopped while it wrote the file
-
-    void add(std::string_view bytes);
-    bool isSame(const Written& other) const { return size == other.size && sum == other.sum && word == other.word; }
+    FileSum sum;
+    bool complete = true;  ///< the run was not stopped while it wrote the file
   };
 
  protected:
