@@ -31,7 +31,7 @@ PageFinder::Look PageFinder::lookFor(const std::string& name) {
   return {path, path == exact ? check : checkReadable(path, fetch)};
 }
 
-std::string PageFinder::problemOfPage(const WantedPage& page, const Look& look) {
+std::string PageFinder::problemOfPage(const WantedPage& page, const std::string& upperName, const Look& look) {
   if (lastBackslash(system_, page.name) == std::string::npos) {
     const bool hasSlash = page.name.find('/') != std::string::npos;
     return "no folder in the name of the page: " + page.typed +
@@ -45,16 +45,14 @@ std::string PageFinder::problemOfPage(const WantedPage& page, const Look& look) 
     return "a page cannot have two backslashes in its name, as network paths have: " + page.typed;
   }
   if (!pages_.empty() &&
-      (justPath(system_, system_.upperCase(pages_.front().name)) != justPath(system_, system_.upperCase(page.name)) ||
-       folderOfPath(system_, pages_.front().path) != folderOfPath(system_, look.path))) {
+      (folder_.name != justPath(system_, upperName) || folder_.path != folderOfPath(system_, look.path))) {
     return "not in the folder of the first page: " + page.typed;
   }
   return "";
 }
 
-std::string PageFinder::conflictOf(const WantedPage& page, const std::string& path) {
-  const std::string upper = system_.upperCase(page.name);
-  if (const auto known = known_.find(upper); known != known_.end() && known->second.path != path) {
+std::string PageFinder::conflictOf(const WantedPage& page, const std::string& upperName, const std::string& path) {
+  if (const auto known = known_.find(upperName); known != known_.end() && known->second.path != path) {
     return page.typed + " and " + known->second.name + " differ in case only, and cannot be in one group";
   }
   return "";
@@ -73,12 +71,16 @@ std::string PageFinder::add(const WantedPage& page) {
   if (names_.size() == mostPages) {
     return page.place + "a group cannot have more than 32767 pages: " + page.typed;
   }
-  const std::string problem = problemOfPage(page, look);
-  if (const std::string conflict = conflictOf(page, path); !conflict.empty()) {
+  const std::string upperName = system_.upperCase(page.name);
+  const std::string problem = problemOfPage(page, upperName, look);
+  if (const std::string conflict = conflictOf(page, upperName, path); !conflict.empty()) {
     return page.place + conflict;  // under one name there is one page
   }
-  const bool isNew = known_.emplace(system_.upperCase(page.name), FoundFile{page.typed, path}).second;
+  const bool isNew = known_.emplace(upperName, FoundFile{page.typed, path}).second;
   if (problem.empty()) {
+    if (pages_.empty()) {
+      folder_ = {justPath(system_, upperName), folderOfPath(system_, path)};
+    }
     pages_.push_back({page.name, path, look.check.stamp});
     if (!isNew && std::find(repeated_.begin(), repeated_.end(), page.typed) == repeated_.end()) {
       repeated_.push_back(page.typed);

@@ -37,16 +37,21 @@ class PageFinder {
     std::string path;
     ReadCheck check;
   };
+  struct Folder {
+    std::string name;  // as the core names it, in upper case
+    std::string path;  // on the disk
+  };
   Look lookFor(const std::string& name);
-  /// Why the page cannot be used; "" when it can.
-  std::string problemOfPage(const WantedPage& page, const Look& look);
+  /// Why the page, with its name in upper case, cannot be used; "" when it can.
+  std::string problemOfPage(const WantedPage& page, const std::string& upperName, const Look& look);
   /// Why one of the page and those before it would be taken for the other; "" when none would.
-  std::string conflictOf(const WantedPage& page, const std::string& path);
+  std::string conflictOf(const WantedPage& page, const std::string& upperName, const std::string& path);
 
   ConsoleSystem& system_;
   const PageSearch& search_;
   std::vector<std::string> names_;  // of the pages that the command is to have, bad ones too
   std::vector<FoundFile> pages_;
+  Folder folder_;                           // of the first of them
   std::vector<FoundFile> badPages_;         // those left to the command, by their names as they were typed
   std::vector<std::string> badPaths_;       // the same by their paths on the disk
   std::map<std::string, FoundFile> known_;  // by name in upper case
