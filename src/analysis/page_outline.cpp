@@ -1,5 +1,7 @@
 #include "analysis/page_outline.h"
 
+#include <cstddef>
+
 #include "analysis/looked_at.h"
 #include "mus/format.h"
 
@@ -10,6 +12,8 @@ std::unique_ptr<FileOutline> PageOutliner::outlineOf(std::string_view bytes) {
     return nullptr;
   }
   auto outline = std::make_unique<PageOutline>();
+  constexpr std::size_t typicalCount = 512;
+  outline->places.reserve(typicalCount);
   outline->observer = observer_ != nullptr ? observer_->observerAhead() : nullptr;
   PageWalker page(bytes.substr(0, readableBytes));
   ItemPlace place = page.nextPlace();

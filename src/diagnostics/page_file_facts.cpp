@@ -29,6 +29,14 @@ void markLoneStaves(std::vector<PageFileFacts::ReadStaff>& staves) {
 
 }  // namespace
 
+PageFileFacts::PageFileFacts(bool describes) : describes_(describes) {
+  constexpr std::size_t typicalCount = 32;
+  staves_.reserve(typicalCount);
+  if (describes) {
+    described_.reserve(typicalCount);
+  }
+}
+
 void PageFileFacts::clear() {
   staves_.clear();
   described_.clear();

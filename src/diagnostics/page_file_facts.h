@@ -23,7 +23,7 @@ class PageFileFacts : public FileObserver {
   };
 
   /// With descriptions of the staves, if they are wanted.
-  explicit PageFileFacts(bool describes) : describes_(describes) {}
+  explicit PageFileFacts(bool describes);
 
   /// Forgets all items, for another file.
   void clear();

@@ -18,6 +18,11 @@ auto firstRightOf(std::span<DescribedStaff* const> staves, float position) {
 
 }  // namespace
 
+void StaffDescriber::reserve(std::size_t count) {
+  staves_.reserve(count);
+  signs_.reserve(count);
+}
+
 void StaffDescriber::clear() {
   staves_.clear();
   signs_.clear();

@@ -49,6 +49,8 @@ class StaffDescriber {
                                         ItemType::barline,
                                         ItemType::timeSignature};
 
+  /// Keeps memory for this number of staves, and of signs.
+  void reserve(std::size_t count);
   /// Forgets all items, for another file.
   void clear();
   /// Adds the item that the walk over the file found, in the order of the file.
