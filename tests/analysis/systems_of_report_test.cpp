@@ -6,8 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include "analysis/report_record.h"
 #include "messages/message.h"
 #include "tests/support/fake_host.h"
+#include "tests/support/random.h"
 
 namespace kiv::test {
 namespace {
@@ -79,6 +81,33 @@ TEST_F(SystemsOfReportTest, AnIndexIsThatOfTheReportReadBack) {
     EXPECT_EQ(stavesOf(index, system), stavesOf(readBack, system));
   }
   EXPECT_EQ(stavesOf(index, 2), (std::vector<StaffRecord>{{101, 1, 1, "B", 1}}));
+}
+
+TEST_F(SystemsOfReportTest, AnyRecordHasTheNumbersOfItsFields) {
+  const std::vector<std::string> parts = {
+      "SYSTEM=", "SYSTEM=", ",INSTRID=", ",INSTRID=", "INSTRID=", "1", "02",     "9999", "12345", "70000", "-3", ".5",
+      " ",       ",",       "x",         "E3",        "STAFF=1",  "",  "SYSTEM", "=",    "7,",    "0,",    "+1"};
+  RandomGenerator random(6);
+  const auto any = [&](const std::vector<std::string>& choices) { return choices[random.below(choices.size())]; };
+  int numbers = 0;
+  for (int run = 0; run < 5000; ++run) {
+    std::string line = random.oneIn(2) ? "" : "SYSTEM=" + any(parts) + ",INSTRID=" + any(parts) + any(parts);
+    for (auto count = 1 + random.below(8); count > 0; --count) {
+      line += any(parts);
+    }
+    host.messages.clear();
+    const ReportRecord fields(line);
+    std::string expected;
+    const auto end = endOf(host, [&] {
+      expected = std::to_string(fields.strictWhole("SYSTEM")) + ":";
+      expected += " " + std::to_string(fields.strictWhole("INSTRID"));
+    });
+    const std::string systems = end ? "end: " + host.messages.back().text : expected;
+    const std::string found = written({line + "\r\n"});
+    EXPECT_EQ(end ? found : found.substr(found.find(';') + 2), systems) << line;
+    numbers += end ? 0 : 1;
+  }
+  EXPECT_GT(numbers, 1000);
 }
 
 TEST_F(SystemsOfReportTest, AreThoseOfTheReportReadBack) {
