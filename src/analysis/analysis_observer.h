@@ -34,8 +34,8 @@ class AnalysisObserver {
   AnalysisObserver& operator=(const AnalysisObserver&) = delete;
   virtual ~AnalysisObserver() = default;
 
-  /// Whoever is to be given the items of a file ahead of its turn, on the thread that calls this, as far as the file
-  /// can be read; null for nobody.
+  /// An observer of a file before the file's turn has come; null for none. It is given all items, as far as the file
+  /// can be read. Another thread may call this while the analysis calls the others, and uses the observer first.
   virtual std::unique_ptr<FileObserver> observerAhead() const { return nullptr; }
   /// A page file, full name. Returns who is given its items, which this keeps; null where the observer ahead, which has
   /// been given them all, is enough. The bytes, which may be those of a broken page, are valid until the file's end.

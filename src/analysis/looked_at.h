@@ -33,7 +33,7 @@ inline constexpr TypeSet typesNobodySees{ItemType::note,
                                          ItemType::timeSignature};
 
 /// Whether an analysis looks at the item that the walk found.
-static inline bool isLookedAt(const PageWalker& page) {
+inline bool isLookedAt(const PageWalker& page) {
   const ItemType type = page.type();
   return type == ItemType::staff || type == ItemType::clef || type == ItemType::barline ||
          (type == ItemType::rest && isCueMarker(page));

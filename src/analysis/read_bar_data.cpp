@@ -112,7 +112,7 @@ Item& PageItems::store() {
 }
 
 std::unique_ptr<PageOutline> pageOutline(InputFile& file) {
-  std::unique_ptr<FileOutline> outline = file.takeOutline();
+  std::unique_ptr<FileOutline> outline = file.releaseOutline();
   auto* const ofPage = dynamic_cast<PageOutline*>(outline.get());
   if (ofPage != nullptr) {
     static_cast<void>(outline.release());

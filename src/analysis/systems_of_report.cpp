@@ -16,8 +16,8 @@ struct SystemAndInstrument {
   std::int16_t instrument = 0;
 };
 
-/// Takes a field with this head, a number of few digits, and a comma from the front of the text; nullopt for any other.
-std::optional<std::int16_t> takeField(std::string_view head, std::string_view& text) {
+/// Consumes a field with this head and a number of few digits, before a comma; nullopt for any other.
+std::optional<std::int16_t> consumeField(std::string_view head, std::string_view& text) {
   constexpr std::size_t fewDigits = 4;
   if (!text.starts_with(head)) {
     return std::nullopt;
@@ -40,8 +40,8 @@ std::optional<std::int16_t> takeField(std::string_view head, std::string_view& t
 /// Nearly all records begin with these two fields.
 SystemAndInstrument systemAndInstrument(std::string_view record) {
   std::string_view rest = record;
-  if (const auto system = takeField("SYSTEM=", rest)) {
-    if (const auto instrument = takeField(",INSTRID=", rest)) {
+  if (const auto system = consumeField("SYSTEM=", rest)) {
+    if (const auto instrument = consumeField(",INSTRID=", rest)) {
       return {*system, *instrument};
     }
   }

@@ -58,7 +58,7 @@ FileObserver* GroupFacts::beginFile(const std::string& musFileName, std::string_
   const bool isSame = fileCount_ > 0 && file().number == number;
   if (!isSame) {
     addFileOfPage(number);
-    if (takeFacts(std::move(ahead))) {
+    if (useFacts(std::move(ahead))) {
       return nullptr;
     }
     file().facts->clear();
@@ -75,8 +75,8 @@ void GroupFacts::addFileOfPage(std::uint32_t number) {
   file().number = number;
 }
 
-/// Takes what was gathered ahead of the file's turn, unless it says too little of losses.
-bool GroupFacts::takeFacts(std::unique_ptr<FileObserver> ahead) {
+/// Uses what was gathered ahead of the file's turn, unless that says too little of losses.
+bool GroupFacts::useFacts(std::unique_ptr<FileObserver> ahead) {
   auto* const facts = dynamic_cast<PageFileFacts*>(ahead.get());
   if (facts == nullptr || (scan_ && facts->scan() != scan_)) {
     return false;

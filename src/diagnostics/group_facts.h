@@ -77,13 +77,13 @@ class GroupFacts : public AnalysisObserver {
   void addRow(const ItemTable& table, int row, std::vector<SystemStaff>& staves);
   void addRows(const ItemTable& table, const std::vector<int>& rows);
   void addFileOfPage(std::uint32_t number);
-  bool takeFacts(std::unique_ptr<FileObserver> ahead);
+  bool useFacts(std::unique_ptr<FileObserver> ahead);
   std::optional<LossScan> wantedLosses() const;
   bool hasFileTwice() const;
   void compareSystems();
   PageFile& file() { return pageFiles_[fileCount_ - 1]; }
 
-  WantedFacts wanted_;
+  const WantedFacts wanted_;
   std::vector<PageFile> pageFiles_;  // reused by later pages
   std::size_t fileCount_ = 0;        // of them, those of this page
   std::string_view bytes_;           // of the file that is being read

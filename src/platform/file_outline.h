@@ -5,7 +5,7 @@
 
 namespace kiv {
 
-/// What somebody found out about the bytes of a file before it was opened, in a class of theirs.
+/// What was found out about the bytes of a file before it was opened. Those who asked for it know its class.
 class FileOutline {
  public:
   FileOutline() = default;

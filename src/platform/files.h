@@ -49,7 +49,7 @@ class InputFile {
 
   /// The outline that was made of the whole file before it was opened, for whoever asks first; null where there is
   /// none.
-  virtual std::unique_ptr<FileOutline> takeOutline() { return nullptr; }
+  virtual std::unique_ptr<FileOutline> releaseOutline() { return nullptr; }
 
   /// Lets the system fetch the file from the disk while other work is done. A hint; it changes nothing else.
   virtual void prefetch() {}

@@ -1,5 +1,6 @@
 #include "base/shared_lists.h"
 
+#include <algorithm>
 #include <map>
 #include <random>
 #include <string>
@@ -44,6 +45,16 @@ TEST_F(SharedListsTest, EqualListsHaveOneNumber) {
   EXPECT_NE(listOf("three"), tree);
   EXPECT_NE(listOf("tre"), tree);
   EXPECT_EQ(listOf("tree"), tree);
+}
+
+TEST_F(SharedListsTest, WhatListsHaveInCommonIsVisitedOnce) {
+  listOf("part");
+  listOf("party");
+  listOf("pat");
+  std::string letters;
+  lists.visitAll([&](char letter) { letters += letter; });
+  std::ranges::sort(letters);
+  EXPECT_EQ(letters, "aprtty") << "part, the y of party, and the t of pat";
 }
 
 TEST_F(SharedListsTest, ManyListsStayDifferent) {

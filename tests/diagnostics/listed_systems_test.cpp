@@ -71,6 +71,7 @@ TEST_F(ListedSystemsTest, StavesOfOneSystemNeedNotFollowOneAnother) {
   EXPECT_THAT(instruments(0), ElementsAre(101, 103, 105));
   EXPECT_THAT(instruments(1), ElementsAre(102, 104));
   EXPECT_THAT(listed.instrumentsOf(0), ElementsAre(101, 103, 105));
+  EXPECT_THAT(listed.instruments(), ElementsAre(101, 102, 103, 104, 105));
 }
 
 TEST_F(ListedSystemsTest, StavesOfWhichRecordsSayTheSameAreCountedInTheirFile) {

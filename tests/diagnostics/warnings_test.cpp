@@ -55,6 +55,18 @@ TEST_F(WarningsTest, StavesOfAResultBeyond32AreCountedWithTheRestStaves) {
   EXPECT_THAT(warnings(RunScope::analysis), IsEmpty());
 }
 
+TEST_F(WarningsTest, ARepeatedInstrumentIsOneOfThoseThatAResultHas) {
+  std::string page;
+  for (int staff = 1; staff <= 31; ++staff) {
+    page += "staff " + std::to_string(staff) + " at 0 instrument " + std::to_string(200 - staff / 2) + "\n";
+  }
+  run.addPage("X1.MUS", page + "barline 1 at 0 spans 31\n");
+  run.addPage("X2.MUS", "staff 1 at 0 instrument 7\nbarline 1 at 0 spans 1\n");
+  EXPECT_THAT(warnings(RunScope::beforeConversion), IsEmpty()) << "31 staves and a rest staff; 1 and 16";
+  run.addPage("X3.MUS", "staff 1 at 0 instrument 8\nbarline 1 at 0 spans 1\n");
+  EXPECT_THAT(warnings(RunScope::beforeConversion), ElementsAre("too-many-staves X1.MUS 0 1"));
+}
+
 TEST_F(WarningsTest, SeveralZeroIdsOfASystemAreReportedWhereNoMessageDoes) {
   run.addPage("X1.MUS", "staff 2 at 0\nstaff 1 at 0\nbarline 1 at 0 spans 2\n");
   run.addPage("X2.MUS", "staff 1 at 0\nstaff 2 at 0\n");

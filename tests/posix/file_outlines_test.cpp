@@ -54,7 +54,7 @@ class Copier : public FileOutliner {
 
 /// What is in the outline of the file; nullopt without one.
 std::optional<std::string> outlineIn(InputFile& file) {
-  const std::unique_ptr<FileOutline> outline = file.takeOutline();
+  const std::unique_ptr<FileOutline> outline = file.releaseOutline();
   const auto* const copy = dynamic_cast<const Copy*>(outline.get());
   return copy == nullptr ? std::nullopt : std::optional(copy->bytes);
 }

@@ -108,9 +108,9 @@ class FakeHost : public Machine, public User, public Programs, public OverlayFil
   std::string profileKey(const std::string& name) override;
 
  private:
-  std::map<std::string, int> reads_;
   std::unique_ptr<FileOutline> outlineOf(const std::string& name);
 
+  std::map<std::string, int> reads_;
   std::multimap<std::string, std::unique_ptr<FileOutline>> expected_;  // by name; null while there is no outline
   FileOutliner* outliner_ = nullptr;
 };

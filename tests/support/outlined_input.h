@@ -13,7 +13,7 @@ class OutlinedInput : public MemoryInput {
  public:
   OutlinedInput(const std::string& bytes, std::unique_ptr<FileOutline> outline)
       : MemoryInput(std::make_shared<const std::string>(bytes)), outline_(std::move(outline)) {}
-  std::unique_ptr<FileOutline> takeOutline() override { return std::move(outline_); }
+  std::unique_ptr<FileOutline> releaseOutline() override { return std::move(outline_); }
 
  private:
   std::unique_ptr<FileOutline> outline_;

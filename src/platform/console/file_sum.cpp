@@ -32,7 +32,7 @@ void FileSum::addWord(std::uint64_t word) {
   std::ranges::rotate(sums_, sums_.begin() + 1);
 }
 
-/// Takes whole fours of words from the front: no sum of a four waits for another.
+/// Consumes whole fours of words: no sum of a four waits for another.
 void FileSum::addFours(std::string_view& bytes) {
   std::array<std::uint64_t, 4> sums = sums_;
   std::array<std::uint64_t, 4> words{};

@@ -56,7 +56,7 @@ class ReadAhead::ReadFile : public InputFile {
   }
   std::optional<std::uint64_t> size() const override { return size_; }
   std::optional<FileStamp> stamp() const override { return content_.stamp; }
-  std::unique_ptr<FileOutline> takeOutline() override { return std::move(content_.outline); }
+  std::unique_ptr<FileOutline> releaseOutline() override { return std::move(content_.outline); }
   std::optional<std::size_t> exchangeContent(std::string& buffer) override {
     if (position_ > 0) {
       return std::nullopt;

@@ -26,7 +26,7 @@ class ReadAhead {
   ReadAhead(std::vector<std::string_view> paths, std::size_t limit, FileOutliner* outliner = nullptr);
   ReadAhead(const ReadAhead&) = delete;
   ReadAhead& operator=(const ReadAhead&) = delete;
-  /// Waits for the file under way.
+  /// Waits for the file or the outline under way.
   ~ReadAhead();
 
   /// The next file, with its bytes and the stamp that it had when it was opened. Null for another file than the next
