@@ -12,7 +12,8 @@ void leaveBusyProcessors() noexcept;
 std::optional<int> thisProcessor() noexcept;
 
 /// Keeps the thread that calls this off a processor, if it may use others. Two threads that wake each other often may
-/// be put on the same one otherwise, where they take turns while another is free. Does nothing where the system cannot.
-void avoidProcessor(std::optional<int> processor) noexcept;
+/// be put on the same one otherwise, where they take turns while another is free. The one that it was kept off before,
+/// if any, can be used again. Does nothing where the system cannot.
+void avoidProcessor(std::optional<int> processor, std::optional<int> before = std::nullopt) noexcept;
 
 }  // namespace kiv

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <iterator>
 #include <optional>
 #include <set>
 #include <string>
@@ -116,6 +117,22 @@ TEST(BusyProcessors, AProcessorIsAvoided) {
   EXPECT_EQ(processorsOf(0), all);
 }
 
+TEST(BusyProcessors, AnotherOneIsAvoidedInstead) {
+  const std::set<int> all = processorsOf(0);
+  if (all.size() < 2) {
+    GTEST_SKIP() << "there is no other one";
+  }
+  const int first = *all.begin();
+  const int second = *std::next(all.begin());
+  std::set<int> others = all;
+  others.erase(second);
+  std::thread([&] {
+    avoidProcessor(first);
+    avoidProcessor(second, first);
+    EXPECT_EQ(processorsOf(0), others);
+  }).join();
+}
+
 TEST(BusyProcessors, TheOnlyProcessorIsUsed) {
   std::thread([] {
     cpu_set_t one;
@@ -138,6 +155,38 @@ TEST(BusyProcessors, TheThreadThatReadsAheadIsNotOnThatOfTheRun) {
   for (const pid_t thread : threads()) {
     EXPECT_EQ(processorsOf(thread).size(), before.contains(thread) || all == 1 ? all : all - 1);
   }
+}
+
+/// The thread that calls this uses one processor alone.
+void use(int processor) {
+  cpu_set_t one;
+  CPU_ZERO(&one);
+  CPU_SET(static_cast<unsigned>(processor), &one);
+  ASSERT_EQ(::sched_setaffinity(0, sizeof one, &one), 0);
+}
+
+TEST(BusyProcessors, TheThreadThatReadsAheadLeavesTheRunWhereverItGoes) {
+  TemporaryFolder disk;
+  disk.addFile("P.MUS", "page");
+  const std::string path = disk.path("P.MUS").string();
+  const std::set<int> all = processorsOf(0);
+  if (all.size() < 2) {
+    GTEST_SKIP() << "it can go nowhere";
+  }
+  std::thread([&] {
+    const std::set<pid_t> before = threads();
+    constexpr std::size_t filesUntilItIsSeen = 7;  // four wait, one is read, and one of the next is read elsewhere
+    ReadAhead ahead(std::vector<std::string_view>((all.size() + 1) * filesUntilItIsSeen, path), 1000);
+    for (const int processor : all) {
+      use(processor);
+      for (std::size_t taken = 0; taken < filesUntilItIsSeen; ++taken) {
+        ASSERT_TRUE(ahead.take(path));
+      }
+      for (const pid_t thread : threads()) {
+        EXPECT_TRUE(before.contains(thread) || !processorsOf(thread).contains(processor));
+      }
+    }
+  }).join();
 }
 
 #endif

@@ -4,7 +4,6 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/busy_processors.h"
 #include "platform/kept_file.h"
 
 namespace kiv {
@@ -75,10 +74,7 @@ class ReadAhead::ReadFile : public InputFile {
 ReadAhead::ReadAhead(std::vector<std::string_view> paths, std::size_t limit, FileOutliner* outliner)
     : paths_(std::move(paths)), limit_(limit), outliner_(outliner), buffers_(std::make_shared<Buffers>()) {
   try {
-    thread_ = std::thread([this, ofOwner = thisProcessor()] {
-      avoidProcessor(ofOwner);
-      run();
-    });
+    thread_ = std::thread([this] { run(); });
   } catch (const std::system_error&) {
     taken_ = paths_.size();  // a process has a limited number; the run reads all files itself
   }
@@ -105,6 +101,7 @@ std::unique_ptr<InputFile> ReadAhead::take(const std::string& path) {
   bool wakesThread = false;
   {
     std::unique_lock lock(mutex_);
+    ofOwner_ = thisProcessor();
     isWanted_ = true;
     changed_.wait(lock, [this] { return count_ > 0 && outlined_ != &ready(0); });
     isWanted_ = false;
@@ -123,7 +120,9 @@ std::unique_ptr<InputFile> ReadAhead::take(const std::string& path) {
 }
 
 void ReadAhead::run() {
+  std::optional<int> avoided;
   for (const std::string_view path : paths_) {
+    leaveOwner(avoided);
     Content content = contentOf(path);
     std::unique_lock lock(mutex_);
     ready(count_++) = std::move(content);
@@ -143,6 +142,17 @@ void ReadAhead::run() {
   }
   std::unique_lock lock(mutex_);
   while (!isEnding_ && outlineOne(lock)) {
+  }
+}
+
+/// Waking the owner may put it on the processor of the thread, which then has to go.
+void ReadAhead::leaveOwner(std::optional<int>& avoided) {
+  const std::optional<int> processor = [this] {
+    const std::lock_guard lock(mutex_);
+    return ofOwner_;
+  }();
+  if (processor != avoided) {
+    avoidProcessor(processor, std::exchange(avoided, processor));
   }
 }
 

@@ -11,6 +11,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/busy_processors.h"
 #include "platform/files.h"
 
 namespace kiv {
@@ -47,6 +48,7 @@ class ReadAhead {
   static constexpr std::size_t mostFiles = 4;
 
   void run();
+  void leaveOwner(std::optional<int>& avoided);
   Content contentOf(std::string_view path) noexcept;
   void fill(const std::string& path, Content& content);
   bool outlineOne(std::unique_lock<std::mutex>& lock) noexcept;
@@ -67,6 +69,7 @@ class ReadAhead {
   bool isFull_ = false;                // the thread waits
   bool isWanted_ = false;              // the owner does
   bool isEnding_ = false;
+  std::optional<int> ofOwner_ = thisProcessor();  // the processor that the owner was on last
 
   std::thread thread_;  // the last member, as it uses the others
 };

@@ -24,10 +24,13 @@ std::optional<int> thisProcessor() noexcept {
 }
 
 /// On a machine with more processors than a set of this size has, the first call fails.
-void avoidProcessor(std::optional<int> processor) noexcept {
+void avoidProcessor(std::optional<int> processor, std::optional<int> before) noexcept {
   cpu_set_t allowed;
   if (!processor || ::sched_getaffinity(0, sizeof allowed, &allowed) != 0) {
     return;
+  }
+  if (before) {
+    CPU_SET(static_cast<unsigned>(*before), &allowed);
   }
   CPU_CLR(static_cast<unsigned>(*processor), &allowed);
   if (CPU_COUNT(&allowed) > 0) {
@@ -41,7 +44,7 @@ std::optional<int> thisProcessor() noexcept {
   return std::nullopt;
 }
 
-void avoidProcessor(std::optional<int> /*processor*/) noexcept {}
+void avoidProcessor(std::optional<int> /*processor*/, std::optional<int> /*before*/) noexcept {}
 
 #endif
 

@@ -8,6 +8,6 @@ std::optional<int> thisProcessor() noexcept {
   return std::nullopt;
 }
 
-void avoidProcessor(std::optional<int> /*processor*/) noexcept {}
+void avoidProcessor(std::optional<int> /*processor*/, std::optional<int> /*before*/) noexcept {}
 
 }  // namespace kiv
