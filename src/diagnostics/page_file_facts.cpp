@@ -6,6 +6,7 @@
 #include "analysis/cue_marker.h"
 #include "base/number.h"
 #include "diagnostics/first_text.h"
+#include "diagnostics/listed_systems.h"
 
 namespace kiv {
 namespace {

@@ -21,7 +21,7 @@ std::size_t distinctInstruments(const std::vector<SystemRow>& staves) {
   std::vector<std::int16_t> instruments(staves.size());
   std::ranges::transform(staves, instruments.begin(), &SystemRow::instrument);
   std::ranges::sort(instruments);
-  return static_cast<std::size_t>(std::ranges::unique(instruments).begin() - instruments.begin());
+  return static_cast<std::size_t>(std::unique(instruments.begin(), instruments.end()) - instruments.begin());
 }
 
 class WarningFinder {

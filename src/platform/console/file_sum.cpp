@@ -29,7 +29,7 @@ void FileSum::add(std::string_view bytes) {
 
 void FileSum::addWord(std::uint64_t word) {
   sums_[0] = (sums_[0] ^ word) * prime;
-  std::ranges::rotate(sums_, sums_.begin() + 1);
+  std::rotate(sums_.begin(), sums_.begin() + 1, sums_.end());
 }
 
 /// Consumes whole fours of words: no sum of a four waits for another.
