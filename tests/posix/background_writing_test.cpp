@@ -168,6 +168,24 @@ TEST_F(BackgroundWriting, AnAbandonedRunFinishesTheFileUnderWay) {
   EXPECT_EQ(disk.file("W1"), "one");
 }
 
+TEST_F(BackgroundWriting, NothingUsesTheJournalOfAnAbandonedRunAfterItsEnd) {
+  auto own = std::make_unique<SlowJournal>();
+  {
+    ConsoleSystem other;
+    other.setJournal(*own);
+    other.writeInBackground();
+    for (const char* name : {"W1", "W2", "W3"}) {
+      EXPECT_EQ(other.replaceSoon(disk.core(name), std::make_shared<const std::string>("a result")), std::nullopt);
+    }
+    other.endJournal();
+    EXPECT_EQ(own->replaced, (std::vector<std::string>{"W1", "W2", "W3"}));
+    own.reset();
+    EXPECT_EQ(other.replaceSoon(disk.core("W4"), std::make_shared<const std::string>("one more")), std::nullopt);
+  }
+  EXPECT_EQ(disk.file("W3"), "a result");
+  EXPECT_EQ(disk.file("W4"), "one more");
+}
+
 TEST(BackgroundWritingLikeThePanel, IsNone) {
   const TemporaryFolder disk;
   ConsoleSystem system(Guard::off);

@@ -271,7 +271,7 @@ int runConvert(const ConvertOptions& typed) {
   }
   ConsoleSystem& system = console.system();
   RunJournal journal(system, options.trace ? "trace" : "convert", UndoNeed::wanted);
-  useJournal(system, journal, !options.noUndo && !options.dryRun);
+  const JournalUse journaled(system, journal, !options.noUndo && !options.dryRun);
   const std::string firstResultFile = options.result.empty() ? "" : system.fullName(options.result);
   if (goesAhead(options)) {
     system.readAhead();

@@ -270,7 +270,7 @@ int runFix(const FixOptions& options) {
     console.user().hideProgress();
   }
   RunJournal journal(console.system(), "fix", options.inPlace ? UndoNeed::required : UndoNeed::wanted);
-  useJournal(console.system(), journal, !options.noUndo && !options.dryRun);
+  const JournalUse journaled(console.system(), journal, !options.noUndo && !options.dryRun);
   FixRun fix(console, options);
   SelectionUse use{FolderUse::read, false, [&](const SelectedPages& pages) { return fix.refusals(pages); }, {}};
   use.usesPagesOnce = true;

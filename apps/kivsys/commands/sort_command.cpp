@@ -109,7 +109,7 @@ int runSort(const SortOptions& options) {
     console.user().hideProgress();
   }
   RunJournal journal(console.system(), "sort", UndoNeed::wanted);
-  useJournal(console.system(), journal, !options.noUndo);
+  const JournalUse journaled(console.system(), journal, !options.noUndo);
   const SelectionUse use{FolderUse::read, false,
                          [&](const SelectedPages& pages) {
                            console.system().bindFolder();

@@ -230,7 +230,7 @@ void RunJournal::afterWrite(const std::string& path, Sha256 written) noexcept {
   }
 }
 
-void useJournal(ConsoleSystem& system, RunJournal& journal, bool isWanted) {
+JournalUse::JournalUse(ConsoleSystem& system, RunJournal& journal, bool isWanted) : system_(system) {
   if (isWanted && system.isGuarded()) {
     system.setJournal(journal);
   }

@@ -75,7 +75,17 @@ class RunJournal : public ChangeJournal {
   bool gaveUp_ = false;
 };
 
-/// Has the changes of a run written into its journal, unless the run is like the panel's or the user wants none.
-void useJournal(ConsoleSystem& system, RunJournal& journal, bool isWanted);
+/// Has the changes of a run written into its journal, unless the run is like the panel's or the user wants none. Both
+/// must outlive this object, and whatever ends the run, threads are done with the journal when it goes.
+class JournalUse {
+ public:
+  JournalUse(ConsoleSystem& system, RunJournal& journal, bool isWanted);
+  JournalUse(const JournalUse&) = delete;
+  JournalUse& operator=(const JournalUse&) = delete;
+  ~JournalUse() { system_.endJournal(); }
+
+ private:
+  ConsoleSystem& system_;
+};
 
 }  // namespace kiv

@@ -46,8 +46,11 @@ class ConsoleSystem : public GuardedSystem {
   /// From now on, the folder of the first bound page is the one of its file when new files are named there, too.
   void bindFolder();
 
-  /// From now on the journal, which must outlive this object's use, is notified of every change.
+  /// From now on the journal is notified of every change, until endJournal(), before which it must not go.
   void setJournal(ChangeJournal& journal) { journal_ = &journal; }
+  /// Waits until all files of replaceSoon are in their places, or one has failed. The journal is not notified any more,
+  /// and no more files are written in the background. For the end of a run, whatever has ended it.
+  void endJournal() noexcept;
   /// Null when there is none.
   ChangeJournal* journal() const { return journal_; }
 

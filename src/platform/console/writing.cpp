@@ -96,6 +96,12 @@ void ConsoleSystem::writeInBackground() {
   }
 }
 
+void ConsoleSystem::endJournal() noexcept {
+  queue_.reset();
+  filesUnderWay_.clear();
+  journal_ = nullptr;
+}
+
 /// Whether a file to be read or written is none of those under way, nor will be: its name differs in digits from
 /// theirs, as the names of results do, and it is no link.
 bool ConsoleSystem::isApart(const std::string& path) {
