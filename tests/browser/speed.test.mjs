@@ -7,6 +7,19 @@ import { closePages, open, startBrowser, stopBrowser } from "./browser.mjs";
 import { largeGroup, reportOf } from "./groups.mjs";
 
 const seconds = (since) => (performance.now() - since) / 1000;
+
+/** When something of the page was seen first, in ms. A page that loads fast has loaded before that. */
+function firstPaint(page) {
+  return page.evaluate(() => new Promise((done) => {
+    new PerformanceObserver((list) => {
+      const paint = list.getEntriesByName("first-contentful-paint")[0];
+      if (paint) {
+        done(paint.startTime);
+      }
+    }).observe({ type: "paint", buffered: true });
+  }));
+}
+
 let pages500 = "";
 let systems3000 = "";
 
@@ -33,7 +46,7 @@ test("3,000 systems are shown in less than a second, and scroll smoothly", async
   const start = performance.now();
   const page = await open(report);
   const loaded = seconds(start);
-  const shown = await page.evaluate(() => performance.getEntriesByName("first-contentful-paint")[0]?.startTime ?? Infinity);
+  const shown = await firstPaint(page);
   const longest = await page.evaluate(async () => {
     let most = 0;
     new PerformanceObserver((list) => {
