@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "analysis/looked_at.h"
+#include "analysis/analyzed_items.h"
 #include "mus/format.h"
 
 namespace kiv {
@@ -18,15 +18,10 @@ std::unique_ptr<FileOutline> PageOutliner::outlineOf(std::string_view bytes) {
   PageWalker page(bytes.substr(0, readableBytes));
   ItemPlace place = page.nextPlace();
   while (page.findItem() == ReadStatus::itemRead) {
-    if (isLookedAt(page)) {
+    if (isAnalyzed(page)) {
       outline->places.push_back(place);
     }
-    if (outline->observer) {
-      outline->observer->addItem(page);
-      outline->observer->skipItems(page, typesNobodySees);
-    } else {
-      page.skipItems(ignoredTypes);
-    }
+    observeItem(outline->observer.get(), page);
     place = page.nextPlace();
   }
   outline->places.push_back(place);

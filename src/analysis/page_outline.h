@@ -12,7 +12,7 @@ namespace kiv {
 
 /// What was found out about a page file before an analysis reads it.
 struct PageOutline : public FileOutline {
-  std::vector<ItemPlace> places;           ///< of the items that an analysis looks at, and of what ends them
+  std::vector<ItemPlace> places;           ///< of the items that an analysis uses, and of what ends them
   std::unique_ptr<FileObserver> observer;  ///< has been given all items; null where nobody wants that
 };
 

@@ -5,8 +5,9 @@
 #include <utility>
 #include <vector>
 
-#include "analysis/looked_at.h"
+#include "analysis/analyzed_items.h"
 #include "analysis/page_outline.h"
+#include "base/downcast.h"
 #include "base/number.h"
 #include "input/files.h"
 #include "messages/input_messages.h"
@@ -50,12 +51,7 @@ bool PageItems::addAll(FileObserver* observer) {
   ReadStatus readStatus = reader_.readItem();
   while (readStatus == ReadStatus::itemRead) {
     add();
-    if (observer != nullptr) {
-      observer->addItem(reader_.page());
-      observer->skipItems(reader_.page(), typesNobodySees);
-    } else {
-      reader_.skipItems(ignoredTypes);
-    }
+    observeItem(observer, reader_.page());
     readStatus = reader_.readItem();
   }
   return readStatus == ReadStatus::endOfItems;
@@ -111,15 +107,6 @@ Item& PageItems::store() {
   return item;
 }
 
-std::unique_ptr<PageOutline> pageOutline(InputFile& file) {
-  std::unique_ptr<FileOutline> outline = file.releaseOutline();
-  auto* const ofPage = dynamic_cast<PageOutline*>(outline.get());
-  if (ofPage != nullptr) {
-    static_cast<void>(outline.release());
-  }
-  return std::unique_ptr<PageOutline>(ofPage);
-}
-
 }  // namespace
 
 void BarDataReader::readBarData(const std::string& musFileName, std::int16_t staffOffset, ItemTable& table,
@@ -128,7 +115,7 @@ void BarDataReader::readBarData(const std::string& musFileName, std::int16_t sta
   if (!file) {
     endProgram(messages::namingProblem(musFileName, files_.currentFolder()));
   }
-  const std::unique_ptr<PageOutline> outline = pageOutline(*file);
+  const std::unique_ptr<PageOutline> outline = downcast<PageOutline>(file->releaseOutline());
   table.beginFile(musFileName);
   reader_.openMUSfile(musFileName, std::move(file));
   FileObserver* observer = nullptr;

@@ -7,6 +7,7 @@
 #include <limits>
 #include <utility>
 
+#include "base/downcast.h"
 #include "base/number.h"
 
 namespace kiv {
@@ -77,12 +78,11 @@ void GroupFacts::addFileOfPage(std::uint32_t number) {
 
 /// Uses what was gathered ahead of the file's turn, unless that says too little of losses.
 bool GroupFacts::useFacts(std::unique_ptr<FileObserver> ahead) {
-  auto* const facts = dynamic_cast<PageFileFacts*>(ahead.get());
-  if (facts == nullptr || (scan_ && facts->scan() != scan_)) {
+  auto facts = downcast<PageFileFacts>(std::move(ahead));
+  if (!facts || (scan_ && facts->scan() != scan_)) {
     return false;
   }
-  static_cast<void>(ahead.release());
-  file().facts.reset(facts);
+  file().facts = std::move(facts);
   return true;
 }
 

@@ -37,17 +37,9 @@ struct DescribedStaff : ListedStaff {
 class StaffDescriber {
  public:
   /// The types that say nothing about an instrument; nearly all items of a page are of them.
-  static constexpr TypeSet ignoredTypes{ItemType::note,
-                                        ItemType(4),
-                                        ItemType(5),
-                                        ItemType(6),
-                                        ItemType(7),
-                                        ItemType(9),
-                                        ItemType::instrumentNumber,
-                                        ItemType(12),
-                                        ItemType(13),
-                                        ItemType::barline,
-                                        ItemType::timeSignature};
+  static constexpr TypeSet ignoredTypes =
+      TypeSet::allBut({ItemType::rest, ItemType::clef, ItemType::staff, ItemType::shortText, ItemType::text,
+                       ItemType::countedText, ItemType::keySignature});
 
   /// Keeps memory for this number of staves, and of signs.
   void reserve(std::size_t count);

@@ -33,7 +33,7 @@ class WarningFinder {
 
  private:
   void addSystems();
-  void addSystem(std::size_t system, std::size_t instruments);
+  void addSystem(std::size_t system, std::size_t instrumentCount);
   void addRepeats(std::size_t system, const std::vector<SystemRow>& staves);
   void addInput(const std::string& input);
   void add(const std::vector<Message>& messages);
@@ -74,8 +74,8 @@ void WarningFinder::addRepeats(std::size_t system, const std::vector<SystemRow>&
   }
 }
 
-/// The instruments of a result are those of its system and the missing ones of all systems and of the request.
-void WarningFinder::addSystem(std::size_t system, std::size_t instruments) {
+/// A result has the staves of its system, and one for each of all instruments that the system lacks.
+void WarningFinder::addSystem(std::size_t system, std::size_t instrumentCount) {
   const std::vector<SystemRow> rows = group_.rows(system);
   const auto hasNoId = [](const SystemRow& staff) { return staff.instrumentNumber == 0; };
   const auto zeroIds = std::ranges::count_if(rows, hasNoId);
@@ -83,7 +83,7 @@ void WarningFinder::addSystem(std::size_t system, std::size_t instruments) {
     warnings_.push_back(
         messages::severalZeroIds(static_cast<int>(zeroIds), locationOf(system, *std::ranges::find_if(rows, hasNoId))));
   }
-  const std::size_t staves = rows.size() + instruments - distinctInstruments(rows);
+  const std::size_t staves = rows.size() + instrumentCount - distinctInstruments(rows);
   if (staves > writtenStaves) {
     Location location{.file = std::string(rows.front().file)};
     location.system = group_.systemNumber(system);

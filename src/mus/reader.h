@@ -30,9 +30,6 @@ class MusReader {
     return status;
   }
 
-  /// Skips the valid items of these types that come next.
-  void skipItems(TypeSet types) { page_.skipItems(types); }
-
   /// The item that readItem found, and how far the walk has come.
   const PageWalker& page() const { return page_; }
   /// The same, for others that skip items or go to one.

@@ -101,7 +101,7 @@ std::unique_ptr<InputFile> ReadAhead::take(const std::string& path) {
   bool wakesThread = false;
   {
     std::unique_lock lock(mutex_);
-    ofOwner_ = thisProcessor();
+    processorOfOwner_ = thisProcessor();
     isWanted_ = true;
     changed_.wait(lock, [this] { return count_ > 0 && outlined_ != &ready(0); });
     isWanted_ = false;
@@ -149,7 +149,7 @@ void ReadAhead::run() {
 void ReadAhead::leaveOwner(std::optional<int>& avoided) {
   const std::optional<int> processor = [this] {
     const std::lock_guard lock(mutex_);
-    return ofOwner_;
+    return processorOfOwner_;
   }();
   if (processor != avoided) {
     avoidProcessor(processor, std::exchange(avoided, processor));
@@ -159,7 +159,7 @@ void ReadAhead::leaveOwner(std::optional<int>& avoided) {
 /// Makes an outline of the last file that has none, which the run wants last. Returns false when there is no such file.
 bool ReadAhead::outlineOne(std::unique_lock<std::mutex>& lock) noexcept {
   std::size_t after = outliner_ == nullptr ? 0 : count_;
-  while (after > 0 && (ready(after - 1).isOutlined || !ready(after - 1).size)) {
+  while (after > 0 && (ready(after - 1).outlineWasTried || !ready(after - 1).size)) {
     --after;
   }
   if (after == 0) {
@@ -173,7 +173,7 @@ bool ReadAhead::outlineOne(std::unique_lock<std::mutex>& lock) noexcept {
   } catch (...) {  // NOLINT(bugprone-empty-catch): the run can do without
   }
   lock.lock();
-  content.isOutlined = true;
+  content.outlineWasTried = true;
   outlined_ = nullptr;
   if (isWanted_) {
     changed_.notify_all();

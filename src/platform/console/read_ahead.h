@@ -42,8 +42,8 @@ class ReadAhead {
     std::string bytes;
     std::optional<std::size_t> size;  // of the file; nullopt when it is left to the run
     std::optional<FileStamp> stamp;
-    bool isOutlined = false;               // as far as it can be
-    std::unique_ptr<FileOutline> outline;  // may still be null then
+    bool outlineWasTried = false;
+    std::unique_ptr<FileOutline> outline;
   };
   static constexpr std::size_t mostFiles = 4;
 
@@ -69,7 +69,7 @@ class ReadAhead {
   bool isFull_ = false;                // the thread waits
   bool isWanted_ = false;              // the owner does
   bool isEnding_ = false;
-  std::optional<int> ofOwner_ = thisProcessor();  // the processor that the owner was on last
+  std::optional<int> processorOfOwner_ = thisProcessor();  // where it was last
 
   std::thread thread_;  // the last member, as it uses the others
 };
