@@ -48,8 +48,10 @@ TEST(BusyProcessors, AreLeftByTheThreadOfAWorker) {
     GTEST_SKIP() << "the tests run with another priority";
   }
   Worker worker;
-  worker.begin([]() -> Worker::Outcome { return std::to_string(policyOfThisThread()); });
-  EXPECT_EQ(worker.wait(), std::to_string(lowPolicy));
+  std::optional<int> policy;
+  worker.add([&] { policy = policyOfThisThread(); });
+  worker.finish();
+  EXPECT_EQ(policy, lowPolicy);
 }
 
 TEST_F(ReplaceQueues, AllThreadsLeaveBusyProcessors) {

@@ -1,8 +1,11 @@
 #include "platform/console/worker.h"
 
+#include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <latch>
+#include <memory>
 #include <new>
-#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -14,61 +17,104 @@ namespace {
 TEST(Worker, WorkIsDoneByAnotherThread) {
   Worker worker;
   std::thread::id by;
-  worker.begin([&]() -> Worker::Outcome {
-    by = std::this_thread::get_id();
-    return std::nullopt;
-  });
-  EXPECT_TRUE(worker.isBusy());
-  EXPECT_EQ(worker.wait(), std::nullopt);
-  EXPECT_FALSE(worker.isBusy());
+  worker.add([&] { by = std::this_thread::get_id(); });
+  worker.finish();
+  EXPECT_NE(by, std::thread::id());
   EXPECT_NE(by, std::this_thread::get_id());
 }
 
-TEST(Worker, EachPieceOfWorkHasItsOwnOutcome) {
+TEST(Worker, WorkIsDoneInItsOrder) {
   Worker worker;
   std::string done;
-  for (const std::string name : {"a", "b", "c"}) {
-    worker.begin([&done, name]() -> Worker::Outcome {
-      done += name;
-      return name == "b" ? std::optional<std::string>("full") : std::nullopt;
-    });
-    EXPECT_EQ(worker.wait(), name == "b" ? std::optional<std::string>("full") : std::nullopt) << name;
+  for (const char name : {'a', 'b', 'c', 'd', 'e', 'f', 'g'}) {
+    worker.add([&done, name] { done += name; });
   }
-  EXPECT_EQ(done, "abc");
+  worker.finish();
+  EXPECT_EQ(done, "abcdefg");
+  worker.add([&done] { done += 'h'; });
+  worker.finish();
+  EXPECT_EQ(done, "abcdefgh");
 }
 
-TEST(Worker, WhatTheWorkThrowsIsThrownWhereItIsWaitedFor) {
+/// Each piece waits until as many are added as may be while it is done, so that more would be seen.
+TEST(Worker, NoMoreWorkWaitsThanMay) {
+  constexpr std::size_t all = 500;
   Worker worker;
-  worker.begin([]() -> Worker::Outcome { throw std::bad_alloc(); });
-  EXPECT_THROW(worker.wait(), std::bad_alloc);
-  worker.begin([]() -> Worker::Outcome { return "next"; });
-  EXPECT_EQ(worker.wait(), "next") << "the exception is gone";
+  std::atomic<std::size_t> added = 0;
+  std::atomic<std::size_t> most = 0;
+  for (std::size_t i = 0; i < all; ++i) {
+    worker.add([&, i] {
+      const std::size_t allowed = std::min(i + 1 + Worker::mostWaiting, all);
+      while (added < allowed) {
+        std::this_thread::yield();
+      }
+      most = std::max(most.load(), added - i);
+    });
+    ++added;
+  }
+  worker.finish();
+  EXPECT_EQ(most, 1 + Worker::mostWaiting);
 }
 
-TEST(Worker, WorkThatNobodyWaitsForIsFinished) {
-  std::atomic<bool> isDone = false;
+TEST(Worker, WhatAPieceThrowsEndsTheWorkAfterIt) {
+  Worker worker;
+  std::latch areAdded(1);
+  std::string done;
+  worker.add([&] {
+    areAdded.wait();
+    done += 'a';
+    throw std::bad_alloc();
+  });
+  worker.add([&] { done += 'b'; });
+  worker.add([&] { done += 'c'; });
+  areAdded.count_down();
+  EXPECT_THROW(worker.finish(), std::bad_alloc);
+  EXPECT_EQ(done, "a");
+  worker.add([&] { done += 'd'; });
+  worker.finish();
+  EXPECT_EQ(done, "ad") << "the exception is gone";
+}
+
+TEST(Worker, AddingThrowsWhatAnEarlierPieceThrew) {
+  Worker worker;
+  std::atomic<int> done = 0;
+  const auto addAll = [&] {
+    worker.add([] { throw std::bad_alloc(); });
+    for (std::size_t i = 0; i <= Worker::mostWaiting; ++i) {  // the last of them has to wait for the first piece
+      worker.add([&] { ++done; });
+    }
+  };
+  EXPECT_THROW(addAll(), std::bad_alloc);
+  worker.finish();
+  EXPECT_EQ(done, 0);
+}
+
+TEST(Worker, WorkThatNobodyWaitsForIsDone) {
+  std::atomic<int> done = 0;
   {
     Worker worker;
-    worker.begin([&]() -> Worker::Outcome {
+    worker.add([&] {
       std::this_thread::sleep_for(std::chrono::milliseconds(20));
-      isDone = true;
-      return std::nullopt;
+      ++done;
     });
+    worker.add([&] { ++done; });
   }
-  EXPECT_TRUE(isDone);
+  EXPECT_EQ(done, 2);
 }
 
-TEST(Worker, ManyPiecesOfWorkChangeWhatTheOwnerReadsBetweenThem) {
+/// Whoever counts who shares something can rely on that: its number changes on the owner's thread only.
+TEST(Worker, WhatWorkHoldsIsDroppedByItsOwner) {
   Worker worker;
-  int sum = 0;
-  for (int i = 1; i <= 1000; ++i) {
-    worker.begin([&sum, i]() -> Worker::Outcome {
-      sum += i;
-      return std::nullopt;
+  std::thread::id droppedBy;
+  {
+    const std::shared_ptr<int> shared(new int, [&](const int* number) {
+      droppedBy = std::this_thread::get_id();
+      delete number;
     });
-    static_cast<void>(worker.wait());
-    ASSERT_EQ(sum, i * (i + 1) / 2);
+    worker.add([shared] { *shared = 1; });
   }
+  worker.finish();
+  EXPECT_EQ(droppedBy, std::this_thread::get_id());
 }
 
 }  // namespace

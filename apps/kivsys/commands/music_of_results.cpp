@@ -32,19 +32,7 @@ void MusicOfResults::resultHandedOver(std::int16_t system, const std::string&, c
     compare(system, *bytes);
     return;
   }
-  settle();
-  bytes_ = bytes;
-  worker_->begin([this, system]() -> Worker::Outcome {
-    compare(system, *bytes_);
-    return std::nullopt;
-  });
-}
-
-/// Waits for the result that is being compared.
-void MusicOfResults::settle() {
-  if (worker_ != nullptr && worker_->isBusy()) {
-    static_cast<void>(worker_->wait());
-  }
+  worker_->add([this, system, bytes] { compare(system, *bytes); });
 }
 
 /// The thread's part, if there is one. While it lasts, nothing else uses what it changes.
@@ -61,7 +49,9 @@ void MusicOfResults::compare(std::int16_t system, std::string_view bytes) {
 }
 
 std::vector<Message> MusicOfResults::warnings(Files& files, Machine& machine, const WrittenResults& written) {
-  settle();
+  if (worker_ != nullptr) {
+    worker_->finish();
+  }
   const auto stem = proof::stemOfResults(machine, written.first);
   if (!stem) {
     return {};

@@ -24,7 +24,7 @@ struct WrittenResults {
   std::optional<std::vector<std::string>> names = {};
 };
 
-/// Whether a thread compares a result while the conversion goes ahead, one result at a time.
+/// Whether a thread compares results while the conversion goes ahead, one after the other.
 enum class ByThread : bool { no, yes };
 
 /// Compares the results of a conversion with the music while it writes them: give it to the conversion as its observer.
@@ -40,12 +40,10 @@ class MusicOfResults : public ConversionObserver {
 
  private:
   void compare(std::int16_t system, std::string_view bytes);
-  void settle();
 
   const GroupFacts& group_;
   MusicCheck check_{FaultPlaces::no};
   bool hasGap_ = false;             // a result was not as expected, and so is not checked with those after it
-  SharedBytes bytes_;               // of the result that the thread compares
   std::unique_ptr<Worker> worker_;  // null without a thread; the last member, as the thread uses the others
 };
 

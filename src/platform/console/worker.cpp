@@ -15,7 +15,7 @@ Worker::~Worker() {
     const std::lock_guard lock(mutex_);
     isEnding_ = true;
   }
-  changed_.notify_all();
+  forThread_.notify_one();
   thread_.join();
 }
 
@@ -33,52 +33,60 @@ bool Worker::hasThread() {
   return true;
 }
 
-void Worker::begin(std::function<Outcome()> work) {
+void Worker::add(std::function<void()> work) {
   if (!hasThread()) {
-    perform(work);
-    isBusy_ = true;
+    work();
     return;
   }
-  {
-    const std::lock_guard lock(mutex_);
-    work_ = std::move(work);
-  }
-  isBusy_ = true;
-  changed_.notify_all();
+  Lock lock(mutex_);
+  forOwner_.wait(lock, [this] { return works_.size() - doneCount_ <= mostWaiting || thrown_; });
+  dropDone();
+  works_.push_back(std::move(work));
+  lock.unlock();
+  forThread_.notify_one();
 }
 
-Worker::Outcome Worker::wait() {
-  std::unique_lock lock(mutex_);
-  changed_.wait(lock, [this] { return work_ == nullptr; });
-  isBusy_ = false;
-  if (auto thrown = std::exchange(thrown_, nullptr)) {
-    std::rethrow_exception(thrown);
-  }
-  return std::exchange(outcome_, std::nullopt);
+void Worker::finish() {
+  Lock lock(mutex_);
+  forOwner_.wait(lock, [this] { return !isWaiting(); });
+  dropDone();
 }
 
-/// Work that has begun is finished, also when the owner does not wait for it.
+/// After a failure all.
+void Worker::dropDone() {
+  const auto count = static_cast<std::ptrdiff_t>(thrown_ ? works_.size() : doneCount_);
+  works_.erase(works_.begin(), works_.begin() + count);
+  doneCount_ = 0;
+  if (thrown_) {
+    std::rethrow_exception(std::exchange(thrown_, nullptr));
+  }
+}
+
+/// Work that was added is done, also when the owner does not wait for it.
 void Worker::run() {
-  std::unique_lock lock(mutex_);
+  Lock lock(mutex_);
   while (true) {
-    changed_.wait(lock, [this] { return work_ != nullptr || isEnding_; });
-    if (work_ == nullptr) {
+    forThread_.wait(lock, [this] { return isWaiting() || isEnding_; });
+    if (!isWaiting()) {
       return;
     }
+    const std::function<void()>& work = works_[doneCount_];  // stays there while others are added and dropped
     lock.unlock();
-    perform(work_);  // the owner leaves it alone until it is done
+    std::exception_ptr thrown = perform(work);
     lock.lock();
-    work_ = nullptr;
-    changed_.notify_all();
+    ++doneCount_;
+    thrown_ = std::move(thrown);
+    forOwner_.notify_one();
   }
 }
 
-void Worker::perform(const std::function<Outcome()>& work) noexcept {
+std::exception_ptr Worker::perform(const std::function<void()>& work) noexcept {
   try {
-    outcome_ = work();
+    work();
   } catch (...) {
-    thrown_ = std::current_exception();
+    return std::current_exception();
   }
+  return nullptr;
 }
 
 }  // namespace kiv

@@ -1,48 +1,51 @@
 #pragma once
 
 #include <condition_variable>
+#include <cstddef>
+#include <deque>
 #include <exception>
 #include <functional>
 #include <mutex>
-#include <optional>
-#include <string>
 #include <thread>
 
 namespace kiv {
 
-/// A thread that does one piece of work at a time, while the thread that owns this object does something else. All
-/// calls are the owner's.
+/// A thread that does one piece of work after the other, while the thread that owns this object does something else.
+/// All calls are the owner's.
 class Worker {
  public:
-  using Outcome = std::optional<std::string>;
+  /// How many pieces of work may wait for their turn, besides the one under way.
+  static constexpr std::size_t mostWaiting = 3;
 
   Worker() = default;
   Worker(const Worker&) = delete;
   Worker& operator=(const Worker&) = delete;
-  /// Waits for the work under way.
+  /// Waits until all work is done.
   ~Worker();
 
-  /// Begins a piece of work, which must leave alone what the owner uses meanwhile. Only when isBusy() is false. Where
-  /// the system has no thread for it, it is done before this returns.
-  void begin(std::function<Outcome()> work);
-  /// Whether there is work that has not been waited for.
-  bool isBusy() const { return isBusy_; }
-  /// Waits for the end of the work. Returns its outcome; throws what it threw. Only when isBusy() is true.
-  Outcome wait();
+  /// Adds a piece of work, which must leave alone what the owner uses meanwhile. Waits while as many as may be wait.
+  /// Throws what an earlier piece threw; then none of those after that one is done, nor is this one. Where the system
+  /// has no thread for it, the work is done before this returns.
+  void add(std::function<void()> work);
+  /// Waits until all work is done. Throws what a piece of it threw; then none of those after that one is done.
+  void finish();
 
  private:
+  using Lock = std::unique_lock<std::mutex>;
+
   bool hasThread();
   void run();
-  void perform(const std::function<Outcome()>& work) noexcept;
-
-  bool isBusy_ = false;  // for the owner only
+  static std::exception_ptr perform(const std::function<void()>& work) noexcept;
+  bool isWaiting() const { return doneCount_ < works_.size() && !thrown_; }
+  void dropDone();
 
   std::mutex mutex_;  // of what follows, but for the thread
-  std::condition_variable changed_;
-  std::function<Outcome()> work_;  // empty once it is done
+  std::condition_variable forOwner_;
+  std::condition_variable forThread_;
+  std::deque<std::function<void()>> works_;  // which the owner drops: what they hold is the owner's
+  std::size_t doneCount_ = 0;                // of them, the first ones
+  std::exception_ptr thrown_;                // by the last one that was done
   bool isEnding_ = false;
-  Outcome outcome_;
-  std::exception_ptr thrown_;
 
   std::thread thread_;
 };
