@@ -3,6 +3,26 @@
 
 passed=0
 failed=0
+behind=  # processes that run in the background, and are ended with the test
+
+# end_tree PROCESS: ends a process and those that it has started.
+end_tree() {
+  # shellcheck disable=SC2046  # a list of words is meant
+  set -- "$1" $(cat "/proc/$1/task/$1/children" 2>/dev/null)
+  kill "$1" 2>/dev/null || true
+  shift
+  for child; do
+    end_tree "$child"
+  done
+}
+
+# A process in the background does not get the signal of Ctrl-C. The packages are left to arrive: a half installed one
+# would have to be mended by hand.
+end_behind() {
+  for process in $behind; do
+    end_tree "$process"
+  done
+}
 
 # check NAME COMMAND...: a test that is one command. What a function does after a failed step is up to the function, so
 # longer ones are called as ./dev SUBCOMMAND.
@@ -56,6 +76,7 @@ build_behind() {
   mkdir -p "build/$preset"
   cmake --preset "$preset" "$@" --log-level=WARNING >/dev/null || true
   nice -n 19 cmake --build --preset "$preset" >"build/$preset/build.log" 2>&1 &
+  behind="$behind $!"
 }
 
 test_native() {
@@ -92,6 +113,7 @@ test_release() {
   GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=1 build/release/tests/faults/program/test_program_faults --gtest_brief=1 \
     --gtest_output=xml:build/release/results/program_faults_half.xml &
   half=$!
+  behind="$behind $half"
   GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=0 build/release/tests/faults/program/test_program_faults --gtest_brief=1 \
     --gtest_output=xml:build/release/results/program_faults.xml || true
   wait "$half" || true
@@ -123,6 +145,9 @@ test_packages() {
 }
 
 run_test() {
+  trap end_behind EXIT
+  trap 'exit 130' INT
+  trap 'exit 143' TERM
   need building tests format scripts
   # The rest is large, and arrives while the first build runs.
   mkdir -p build
@@ -146,8 +171,10 @@ run_test() {
   # Each of these three uses one processor at most.
   ./dev fuzz --check >build/fuzz.log 2>&1 &
   fuzz=$!
+  behind="$behind $fuzz"
   check_pages >build/pages.log 2>&1 &
   pages=$!
+  behind="$behind $pages"
   test_packages
   check "lint of pages" wait_for "$pages" build/pages.log
   check "fuzz" wait_for "$fuzz" build/fuzz.log
@@ -155,6 +182,7 @@ run_test() {
   check "pictures in a browser" tests/drawing/browser.sh build/release/apps/kivsys/kivsys build/pictures
   check "reports in a browser" tests/browser/run.sh build/release/apps/kivsys/kivsys build/browser
   check "instruction counts" ./dev bench --check
+  behind=
   say "result"
   echo "$passed passed, $failed failed"
   [ "$failed" -eq 0 ]
