@@ -42,10 +42,11 @@ TEST(Worker, NoMoreWorkWaitsThanMay) {
   Worker worker;
   std::atomic<std::size_t> added = 0;
   std::atomic<std::size_t> most = 0;
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
   for (std::size_t i = 0; i < all; ++i) {
     worker.add([&, i] {
       const std::size_t allowed = std::min(i + 1 + Worker::mostWaiting, all);
-      while (added < allowed) {
+      while (added < allowed && std::chrono::steady_clock::now() < deadline) {
         std::this_thread::yield();
       }
       most = std::max(most.load(), added - i);
@@ -102,19 +103,44 @@ TEST(Worker, WorkThatNobodyWaitsForIsDone) {
   EXPECT_EQ(done, 2);
 }
 
-/// Whoever counts who shares something can rely on that: its number changes on the owner's thread only.
-TEST(Worker, WhatWorkHoldsIsDroppedByItsOwner) {
-  Worker worker;
-  std::thread::id droppedBy;
-  {
-    const std::shared_ptr<int> shared(new int, [&](const int* number) {
-      droppedBy = std::this_thread::get_id();
-      delete number;
-    });
-    worker.add([shared] { *shared = 1; });
+/// Adds a piece of work that holds something, and is done when only the work holds it. Says which thread drops it.
+class HeldByWork {
+ public:
+  void addTo(Worker& worker) {
+    auto held = std::make_shared<std::latch>(1);
+    std::shared_ptr<std::latch> shared(held.get(),
+                                       [this, held](const std::latch*) { by_ = std::this_thread::get_id(); });
+    worker.add([shared] { shared->wait(); });
+    shared.reset();
+    held->count_down();
   }
-  worker.finish();
-  EXPECT_EQ(droppedBy, std::this_thread::get_id());
+  std::thread::id droppedBy() const { return by_; }
+
+ private:
+  std::thread::id by_;
+};
+
+/// Whoever counts who shares something can rely on that: the number changes on the owner's thread only.
+TEST(Worker, WhatWorkHoldsIsDroppedByTheOwner) {
+  HeldByWork done;
+  HeldByWork dropped;
+  HeldByWork last;
+  {
+    Worker worker;
+    done.addTo(worker);
+    worker.finish();
+    worker.add([] { throw std::bad_alloc(); });
+    EXPECT_THROW(
+        {
+          dropped.addTo(worker);
+          worker.finish();
+        },
+        std::bad_alloc);
+    last.addTo(worker);
+  }
+  EXPECT_EQ(done.droppedBy(), std::this_thread::get_id());
+  EXPECT_EQ(dropped.droppedBy(), std::this_thread::get_id());
+  EXPECT_EQ(last.droppedBy(), std::this_thread::get_id());
 }
 
 }  // namespace

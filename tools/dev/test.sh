@@ -3,9 +3,9 @@
 
 passed=0
 failed=0
-behind=  # processes that run in the background, and are ended with the test
+packages=  # the process that installs them
 
-# end_tree PROCESS: ends a process and those that it has started.
+# end_tree PROCESS: ends a process and, where the system lists them, those that it has started.
 end_tree() {
   # shellcheck disable=SC2046  # a list of words is meant
   set -- "$1" $(cat "/proc/$1/task/$1/children" 2>/dev/null)
@@ -16,11 +16,12 @@ end_tree() {
   done
 }
 
-# A process in the background does not get the signal of Ctrl-C. The packages are left to arrive: a half installed one
-# would have to be mended by hand.
-end_behind() {
-  for process in $behind; do
-    end_tree "$process"
+# A process in the background ignores the signal of Ctrl-C. The packages are left to arrive: a half installed one would
+# have to be repaired by hand.
+end_background() {
+  # shellcheck disable=SC2013  # words are meant
+  for child in $(cat "/proc/$$/task/$$/children" 2>/dev/null); do
+    [ "$child" = "$packages" ] || end_tree "$child"
   done
 }
 
@@ -76,7 +77,6 @@ build_behind() {
   mkdir -p "build/$preset"
   cmake --preset "$preset" "$@" --log-level=WARNING >/dev/null || true
   nice -n 19 cmake --build --preset "$preset" >"build/$preset/build.log" 2>&1 &
-  behind="$behind $!"
 }
 
 test_native() {
@@ -113,7 +113,6 @@ test_release() {
   GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=1 build/release/tests/faults/program/test_program_faults --gtest_brief=1 \
     --gtest_output=xml:build/release/results/program_faults_half.xml &
   half=$!
-  behind="$behind $half"
   GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=0 build/release/tests/faults/program/test_program_faults --gtest_brief=1 \
     --gtest_output=xml:build/release/results/program_faults.xml || true
   wait "$half" || true
@@ -145,7 +144,7 @@ test_packages() {
 }
 
 run_test() {
-  trap end_behind EXIT
+  trap end_background EXIT
   trap 'exit 130' INT
   trap 'exit 143' TERM
   need building tests format scripts
@@ -171,10 +170,8 @@ run_test() {
   # Each of these three uses one processor at most.
   ./dev fuzz --check >build/fuzz.log 2>&1 &
   fuzz=$!
-  behind="$behind $fuzz"
   check_pages >build/pages.log 2>&1 &
   pages=$!
-  behind="$behind $pages"
   test_packages
   check "lint of pages" wait_for "$pages" build/pages.log
   check "fuzz" wait_for "$fuzz" build/fuzz.log
@@ -182,7 +179,6 @@ run_test() {
   check "pictures in a browser" tests/drawing/browser.sh build/release/apps/kivsys/kivsys build/pictures
   check "reports in a browser" tests/browser/run.sh build/release/apps/kivsys/kivsys build/browser
   check "instruction counts" ./dev bench --check
-  behind=
   say "result"
   echo "$passed passed, $failed failed"
   [ "$failed" -eq 0 ]

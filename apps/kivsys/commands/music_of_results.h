@@ -28,6 +28,7 @@ struct WrittenResults {
 enum class ByThread : bool { no, yes };
 
 /// Compares the results of a conversion with the music while it writes them: give it to the conversion as its observer.
+/// Without memory for a comparison, one of the next calls throws.
 class MusicOfResults : public ConversionObserver {
  public:
   /// The facts have observed the analysis. They must outlive this, and stay as they are meanwhile.

@@ -39,9 +39,9 @@ void Worker::add(std::function<void()> work) {
     return;
   }
   Lock lock(mutex_);
-  forOwner_.wait(lock, [this] { return works_.size() - doneCount_ <= mostWaiting || thrown_; });
+  forOwner_.wait(lock, [this] { return queue_.size() - doneCount_ <= mostWaiting || thrown_; });
   dropDone();
-  works_.push_back(std::move(work));
+  queue_.push_back(std::move(work));
   lock.unlock();
   forThread_.notify_one();
 }
@@ -52,10 +52,10 @@ void Worker::finish() {
   dropDone();
 }
 
-/// After a failure all.
+/// After a failure, what was not done is dropped, too.
 void Worker::dropDone() {
-  const auto count = static_cast<std::ptrdiff_t>(thrown_ ? works_.size() : doneCount_);
-  works_.erase(works_.begin(), works_.begin() + count);
+  const auto count = static_cast<std::ptrdiff_t>(thrown_ ? queue_.size() : doneCount_);
+  queue_.erase(queue_.begin(), queue_.begin() + count);
   doneCount_ = 0;
   if (thrown_) {
     std::rethrow_exception(std::exchange(thrown_, nullptr));
@@ -70,7 +70,7 @@ void Worker::run() {
     if (!isWaiting()) {
       return;
     }
-    const std::function<void()>& work = works_[doneCount_];  // stays there while others are added and dropped
+    const std::function<void()>& work = queue_[doneCount_];  // stays there while others are added and dropped
     lock.unlock();
     std::exception_ptr thrown = perform(work);
     lock.lock();

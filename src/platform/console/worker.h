@@ -23,11 +23,11 @@ class Worker {
   /// Waits until all work is done.
   ~Worker();
 
-  /// Adds a piece of work, which must leave alone what the owner uses meanwhile. Waits while as many as may be wait.
-  /// Throws what an earlier piece threw; then none of those after that one is done, nor is this one. Where the system
-  /// has no thread for it, the work is done before this returns.
+  /// Adds a piece of work, which must leave alone what the owner uses meanwhile. Waits while mostWaiting pieces wait
+  /// for their turn. If an earlier piece has thrown by now, throws that instead; then no piece after that one is done.
+  /// Where the system has no thread for it, the work is done before this returns, which throws what the work throws.
   void add(std::function<void()> work);
-  /// Waits until all work is done. Throws what a piece of it threw; then none of those after that one is done.
+  /// Waits until all work is done. Throws what a piece has thrown; then no piece after that one is done.
   void finish();
 
  private:
@@ -36,13 +36,13 @@ class Worker {
   bool hasThread();
   void run();
   static std::exception_ptr perform(const std::function<void()>& work) noexcept;
-  bool isWaiting() const { return doneCount_ < works_.size() && !thrown_; }
+  bool isWaiting() const { return doneCount_ < queue_.size() && !thrown_; }
   void dropDone();
 
   std::mutex mutex_;  // of what follows, but for the thread
   std::condition_variable forOwner_;
   std::condition_variable forThread_;
-  std::deque<std::function<void()>> works_;  // which the owner drops: what they hold is the owner's
+  std::deque<std::function<void()>> queue_;  // which the owner drops: what they hold is the owner's
   std::size_t doneCount_ = 0;                // of them, the first ones
   std::exception_ptr thrown_;                // by the last one that was done
   bool isEnding_ = false;
