@@ -103,6 +103,16 @@ TEST(Worker, WorkThatNobodyWaitsForIsDone) {
   EXPECT_EQ(done, 2);
 }
 
+TEST(Worker, ManyPiecesOfWorkChangeWhatTheOwnerReadsBetweenThem) {
+  Worker worker;
+  int sum = 0;
+  for (int i = 1; i <= 1000; ++i) {
+    worker.add([&sum, i] { sum += i; });
+    worker.finish();
+    ASSERT_EQ(sum, i * (i + 1) / 2);
+  }
+}
+
 /// Adds a piece of work that holds something, and is done when only the work holds it. Says which thread drops it.
 class HeldByWork {
  public:
